@@ -1,0 +1,37 @@
+# Switches of the build and the flags every target of ours is compiled with.
+
+if(WIN32)
+  set(corvane_ui_default OFF)
+else()
+  set(corvane_ui_default ON)
+endif()
+option(CORVANE_UI "Build the windows (needs wxWidgets 3.2)" ${corvane_ui_default})
+option(CORVANE_DISC_TESTS "Build the tests that author discs with the real tools and read them back" ${corvane_ui_default})
+option(CORVANE_BENCH "Build the benchmarks" OFF)
+option(CORVANE_FUZZ "Build the libFuzzer targets (needs clang)" OFF)
+option(CORVANE_SANITIZE "Address and undefined-behaviour sanitizers" OFF)
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+  set(CMAKE_C_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+endif()
+
+# What our own code must compile under; toolkit headers come in as SYSTEM.
+add_library(corvane_warnings INTERFACE)
+target_compile_options(
+  corvane_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+
+if(CORVANE_SANITIZE OR CORVANE_FUZZ)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
+                      -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+if(CORVANE_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+if(MINGW)
+  # One file a program: no compiler DLL beside it.
+  add_link_options(-static)
+  add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
+endif()

@@ -1,0 +1,56 @@
+// The authoring driver: from "author dvd..." to the started script.
+#pragma once
+
+#include "authoring/places.h"
+#include "platform/folder_lock.h"
+#include "project/workbench.h"
+#include "runner/run_screen.h"
+#include "runner/shelled.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+enum class author_result {
+  started,            ///< the runner has the script (or the XML editor is open)
+  prepared,           ///< all files are written, nothing was asked to run
+  nothing_to_author,  ///< no title
+  cancelled,          ///< no output folder chosen
+  refused,            ///< something cannot be authored as it stands; told with a message
+  holds_disc,         ///< the folder holds a disc and the user does not want it replaced
+  tool_missing,       ///< a tool the run needs is not installed; told with a message
+  folder_in_use,      ///< another run uses the program folder; told with a message
+  not_written,        ///< a file of the run could not be written; told with a message
+  not_started,        ///< the runner could not start the script; it has told so
+};
+
+/// What a run needs of the program around it.
+struct author_equipment {
+  std::string app;  ///< program folder, native and absolute
+  folder_lock& lock;
+  run_screen& screen;
+  shelled& runner;
+  std::function<void()> edit_xml;  ///< opens the XML editor; called instead of starting when
+                                   ///< `editxml` is on and this is set
+};
+
+/// What a run wrote and will do, from the driver to the start.
+struct prepared_run {
+  places where;
+  std::vector<std::string> files;    ///< native paths of all files written, the script first
+  std::vector<std::string> replace;  ///< folders and files of an earlier disc, removed at the start
+};
+
+/// Asks for the output folder, checks, and writes every file of a run into the program folder. On
+/// `prepared` the lock is held. Questions and refusals go through the workbench's prompts.
+author_result prepare_run(workbench& w, author_equipment& e, prepared_run& run);
+
+/// Removes the earlier disc, shows the log window and starts the prepared script.
+author_result authordvd(workbench& w, author_equipment& e, const prepared_run& run);
+
+/// "author dvd...": the two above, or the XML editor in between.
+author_result author_command(workbench& w, author_equipment& e, prepared_run& run);
+
+}  // namespace corvane

@@ -1,0 +1,35 @@
+// What is looked at before a run writes anything: rows that would break a control file or make a
+// tool do what the project did not ask for, and folders whose files authoring would destroy.
+#pragma once
+
+#include "authoring/places.h"
+#include "project/project.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+
+/// Why the project cannot be authored as its rows stand, as a message to the user that names title
+/// or menu; nothing when it can. A project file may come from a stranger: no row may end a quoted
+/// path, add an argument, or put markup into the XML.
+std::optional<std::string> why_not_authorable(const project& p, path_style style);
+
+/// Why hand-edited XML is refused: a file name that dvdauthor would run as a command (it ends in
+/// "|"), or declarations that could hide one.
+std::optional<std::string> why_not_safe_xml(std::string_view customxml);
+
+/// Why the output folder is refused: it would lose the project's own files or somebody's .mpg files
+/// (the script erases *.mpg there), or its path cannot be written.
+std::optional<std::string> why_not_this_folder(const project& p, const places& where);
+
+/// What of an earlier disc stands there: VIDEO_TS, AUDIO_TS and, with `isocreate`, the image beside
+/// the folder (native paths).
+std::vector<std::string> earlier_disc(const project& p, const places& where);
+
+/// Names of the outside tools (platform/program_folder.h) that the project's run starts.
+std::vector<std::string> needed_tools(const project& p);
+
+}  // namespace corvane

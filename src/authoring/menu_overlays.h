@@ -1,0 +1,20 @@
+// Menu subpictures: spumux control files and the gm commands that draw the button pictures.
+#pragma once
+
+#include "authoring/places.h"
+#include "project/project.h"
+
+#include <string>
+
+namespace corvane {
+
+/// "720x480", or "720x576" for "PAL".
+std::string video_size(const project& p);
+
+/// Text of <app>/menu<m>.xml for menu `menu` (1-based).
+std::string menu_subpicture_xml(const project& p, const places& where, int menu);
+
+/// The script lines that draw highlight<m>.png and select<m>.png, each ended by CR LF.
+std::string button_image_commands(const project& p, const places& where, int menu);
+
+}  // namespace corvane

@@ -1,0 +1,59 @@
+// The row formats of menus: button records, options rows, menu rows. Built and split here only.
+//
+// A record is seven fields joined by "/": x0, y0, x1, y1 (pixels, x 0-719, y 0-479 NTSC or 0-575
+// PAL; leading-blank number texts), action, highlight, select. An element of
+// project::menubuttons is a menu's records joined by "|".
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+
+struct project;
+
+struct button_record {
+  std::string x0, y0, x1, y1;     ///< as stored; read with leading_whole (project/numbers.h)
+  std::string action;             ///< "jump title 1", "exit", ...
+  std::string highlight, select;  ///< colour name, or stored path of a bitmap
+};
+
+/// Splits a record; fields that are not there are empty.
+button_record parse_button(std::string_view record);
+std::string button_text(const button_record& button);
+
+/// Whether a highlight or select value names a bitmap: it contains "\".
+bool is_bitmap(std::string_view value);
+
+/// The first button a menu gets.
+inline constexpr const char* first_button = " 0/0/100/3/exit/black/black";
+
+/// The ten colour names, in the order in which they are offered.
+extern const std::vector<std::string> button_colours;
+
+struct menu_options {
+  bool loop = false;
+  std::string spu_begin = "00:00:00.0";
+  std::string spu_end = "00:00:00.0";
+  int thickness = 1;
+};
+
+/// A new menu's options row.
+inline constexpr const char* new_menu_options = "0\t00:00:00.0\t00:00:00.0\t1";
+menu_options parse_menu_options(std::string_view row);
+
+struct menu_streams {
+  std::string video;  ///< stored path
+  std::string audio;  ///< stored path; empty: none
+};
+menu_streams parse_menu_row(std::string_view row);
+
+/// The button records of menu `menu` (1-based) that describe a button, in order. The element " " (a
+/// menu whose buttons are all gone) describes none.
+std::vector<std::string> button_records(const project& p, int menu);
+
+/// How many pieces the menu's element has between "|"; 0 for the empty element.
+int buttoncount(const project& p, int menu);
+
+}  // namespace corvane

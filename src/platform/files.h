@@ -1,0 +1,60 @@
+// Files by their native UTF-8 path: existence, size, reading, and writing that is all or nothing.
+#pragma once
+
+#include "platform/result.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+
+/// A native UTF-8 path as the standard library takes it.
+std::filesystem::path path_of(std::string_view native);
+
+/// A standard path as native UTF-8 text.
+std::string text_of(const std::filesystem::path& path);
+
+/// Whether a file (not a folder; links are followed) stands there.
+bool file_exists(std::string_view native);
+bool folder_exists(std::string_view native);
+
+/// Size in bytes; nothing when there is no such file.
+std::optional<std::uintmax_t> file_size(std::string_view native);
+
+/// Whether the current folder holds at least one file (folders do not count).
+bool current_folder_holds_a_file();
+
+/// The first `count` bytes, or as many as there are. Fails when the file cannot be opened or read.
+result<std::string> first_bytes(std::string_view native, std::size_t count);
+
+/// A whole file. Fails on anything but a regular file, on one larger than `limit` bytes (told by
+/// its size, without reading it), and when reading fails.
+result<std::string> read_file(std::string_view native, std::uintmax_t limit);
+
+/// Writes the whole text: beside the target, flushed to the disk, then renamed over it. Whatever
+/// happens, the target holds either its old bytes or all of the new ones. A target that is a link
+/// keeps being one: the file it points at is replaced.
+failure write_file(std::string_view native, std::string_view text);
+
+/// Names (not paths) of the files in a folder, sorted; empty when it cannot be read.
+std::vector<std::string> files_in(std::string_view native_folder);
+
+/// Removes one file or a folder with all it holds. Missing is success.
+failure remove_all(std::string_view native);
+
+/// Makes a folder and the ones above it. There already is success.
+failure make_folders(std::string_view native);
+
+/// The path made absolute against the current folder and tidied of "." and "..", with no trailing
+/// separator (but for a root).
+std::string absolute_path(std::string_view native);
+
+/// Whether two native paths name the same file or folder (both must exist; links followed).
+bool same_place(std::string_view a, std::string_view b);
+
+}  // namespace corvane

@@ -1,0 +1,31 @@
+// A lock on a program folder: one authoring run at a time uses its files.
+//
+// The file "corvane.lock" in the folder stays there; the lock on it ends with the process that
+// holds it, so one left by a killed program does not block.
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace corvane {
+
+class folder_lock {
+ public:
+  /// Makes the lock file (native folder path) without taking the lock.
+  explicit folder_lock(const std::string& folder);
+  ~folder_lock();
+  folder_lock(const folder_lock&) = delete;
+  folder_lock& operator=(const folder_lock&) = delete;
+
+  /// Takes the lock; true also when this object holds it already. False when another process (or
+  /// another object of this one) holds it, or the lock file cannot be made.
+  bool take();
+  void release();
+  bool held() const;
+
+ private:
+  struct state;
+  std::unique_ptr<state> s_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,18 @@
+// Files dropped on the window, turned into the commands a user would have chosen.
+#pragma once
+
+#include "project/workbench.h"
+
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+/// Runs the commands for files (native paths) dropped together: a project file is loaded; each
+/// video starts a title with the dropped audio whose name goes with it (movie.m2v takes movie.ac3,
+/// then movie.de.ac3 as further streams), asking for the audio where none was dropped; audio alone
+/// is added to the selected title. Every question and refusal is the command's own. Files of other
+/// kinds are named in one message.
+void drop_files(workbench& w, const std::vector<std::string>& native_paths);
+
+}  // namespace corvane

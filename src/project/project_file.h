@@ -1,0 +1,40 @@
+// The project file *.cvp: a text file, one value a line, CR LF, sections closed by "***".
+//
+// In order: version line; List11, chapters, delay, languagetags, menulist, moremenuoptions, button
+// lines ("menu01:" + record), postinfo, subtitledata, subtitleoptions, each closed by "***";
+// firstplay; region; "True"/"False" for isocreate and jumptable; hand-edited XML to the end.
+#pragma once
+
+#include "platform/result.h"
+#include "project/workbench.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace corvane {
+
+/// A larger file is refused unread; the largest project the format holds has a few megabytes.
+inline constexpr std::uintmax_t largest_project_file = 64u << 20;
+
+/// Largest number of menus a project file can hold (their numbers have two digits in it).
+inline constexpr int most_menus = 99;
+
+/// The whole file text for a project.
+std::string project_text(const project& p);
+
+/// "save project...": asks for the file, asks before overwriting, writes it all or nothing.
+void saveproject_command(workbench& w);
+
+/// "load project...": asks before replacing titles, asks for the file, loads it.
+void loadproject_command(workbench& w);
+
+/// Loads a project file (native path). Whatever is wrong with it is told with a message. Returns
+/// whether a project is now loaded: false when the file was refused (the project is as it was) or
+/// when files it names are missing (the load was rolled back).
+bool loadprojectf(workbench& w, const std::string& path);
+
+/// What a command line names: every double quote removed.
+std::string path_from_command_line(std::string_view command_line);
+
+}  // namespace corvane

@@ -1,0 +1,54 @@
+// How commands talk to the user: message boxes, file dialogs, the input box.
+//
+// Commands never call the toolkit. The windows implement this with it, the console program with
+// text on standard error, tests with a script of answers.
+#pragma once
+
+#include <string>
+
+namespace corvane {
+
+enum class icon { none, information, exclamation, critical };
+enum class buttons { ok, ok_cancel, yes_no, yes_no_cancel };
+enum class answer { ok, cancel, yes, no };
+
+/// Caption of a message box that names none.
+inline constexpr const char* program_name = "Corvane";
+
+struct message_box {
+  std::string text;
+  icon picture = icon::none;
+  buttons choice = buttons::ok;
+  std::string caption = program_name;
+};
+
+struct file_dialog {
+  std::string title;
+  std::string filter;  ///< "text|*.a;*.b|text|*.c": what the user reads, then the patterns
+  std::string preset;  ///< file name offered; empty: none
+};
+
+struct input_box {
+  std::string title;
+  std::string prompt;
+  std::string preset;
+};
+
+class prompts {
+ public:
+  virtual ~prompts() = default;
+
+  /// Shows the box and waits. Closing it without a button is `cancel` (`no` for yes_no, `ok` for
+  /// a box with OK alone).
+  virtual answer message(const message_box& box) = 0;
+
+  /// A native path, absolute; empty when the user cancelled. An open dialog gives existing files
+  /// only; a save dialog does not ask about overwriting (the command does, where it should).
+  virtual std::string open_file(const file_dialog& dialog) = 0;
+  virtual std::string save_file(const file_dialog& dialog) = 0;
+
+  /// The text; empty when the user cancelled or cleared it.
+  virtual std::string input(const input_box& box) = 0;
+};
+
+}  // namespace corvane

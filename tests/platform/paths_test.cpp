@@ -1,0 +1,69 @@
+#include "platform/paths.h"
+
+#include <gtest/gtest.h>
+
+using namespace std::string_literals;
+
+namespace corvane {
+namespace {
+
+constexpr auto win = path_style::windows;
+constexpr auto posix = path_style::posix;
+
+TEST(Paths, StoredFormHasBackslashesOnBothSystems) {
+  EXPECT_EQ(stored_from_native("/home/u/movie.m2v", posix), "\\home\\u\\movie.m2v");
+  EXPECT_EQ(stored_from_native("C:\\v\\movie.m2v", win), "C:\\v\\movie.m2v");
+}
+
+TEST(Paths, NativeFormUndoesTheStoredForm) {
+  for (const auto* path : {"/home/u/movie.m2v", "/", "/a b/c&d.m2v"})
+    EXPECT_EQ(native_from_stored(stored_from_native(path, posix), posix), path);
+  EXPECT_EQ(native_from_stored("C:\\v", win), "C:\\v");
+}
+
+TEST(Paths, FileNameIsTheLastComponent) {
+  EXPECT_EQ(file_name_of("\\home\\u\\movie.m2v"), "movie.m2v");
+  EXPECT_EQ(file_name_of("movie.m2v"), "movie.m2v");
+  EXPECT_EQ(file_name_of("C:\\"), "");
+}
+
+TEST(Paths, ExtensionIsLowerCaseAndTheLastOne) {
+  EXPECT_EQ(lower_extension_of("A.B.VOB"), "vob");
+  EXPECT_EQ(lower_extension_of("vob"), "");
+  EXPECT_EQ(lower_extension_of("x."), "");
+}
+
+TEST(Paths, AbsoluteMeansFromTheRoot) {
+  EXPECT_TRUE(is_absolute("/a", posix));
+  EXPECT_FALSE(is_absolute("a/b", posix));
+  EXPECT_TRUE(is_absolute("C:\\a", win));
+  EXPECT_TRUE(is_absolute("\\\\server\\share\\a", win));
+  EXPECT_FALSE(is_absolute("C:a", win));
+  EXPECT_FALSE(is_absolute("\\a", win));
+}
+
+TEST(Paths, JoinPutsOneSeparator) {
+  EXPECT_EQ(join_path("/", "a", posix), "/a");
+  EXPECT_EQ(join_path("/x", "a", posix), "/x/a");
+  EXPECT_EQ(join_path("D:\\", "a", win), "D:\\a");
+}
+
+TEST(Paths, NamesThatRowsAndScriptsHold) {
+  for (const auto* path : {"/a b/c&d'e%f!g#h^i$j`k.m2v", "/\xc3\xbc/\xe6\x98\xa0\xe7\x94\xbb.m2v"})
+    EXPECT_FALSE(why_not_storable(path, posix)) << path;
+  EXPECT_FALSE(why_not_storable("C:\\a b\\c.m2v", win));
+}
+
+TEST(Paths, NamesThatCannotBeStoredSayWhy) {
+  EXPECT_EQ(why_not_storable("/a\"b", posix), "contains a double quote (\")");
+  EXPECT_EQ(why_not_storable("/a|b", posix), "contains a vertical bar (|)");
+  EXPECT_EQ(why_not_storable("/a<b", posix), "contains a less-than sign (<)");
+  EXPECT_EQ(why_not_storable("/a\\b", posix), "contains a backslash (\\)");
+  EXPECT_EQ(why_not_storable("/a\nb", posix), "contains a control character");
+  EXPECT_EQ(why_not_storable("/a\0b"s, posix), "contains a control character");
+  EXPECT_EQ(why_not_storable("/a\xff", posix), "contains bytes that are not UTF-8 text");
+  EXPECT_EQ(why_not_storable("C:/a", win), "contains a slash (/)");
+}
+
+}  // namespace
+}  // namespace corvane

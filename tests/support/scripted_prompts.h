@@ -1,0 +1,106 @@
+// Prompts for tests: a script of expected questions with their answers. Anything unasked or
+// unexpected fails the test.
+#pragma once
+
+#include "project/prompts.h"
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <string>
+#include <utility>
+
+namespace corvane::testing_support {
+
+class scripted_prompts : public prompts {
+ public:
+  ~scripted_prompts() override {
+    for (const step& s : steps_)
+      ADD_FAILURE() << "never asked: " << s.what << " \"" << s.text << '"';
+  }
+
+  /// The next message box must be exactly this one.
+  void expect(const message_box& box, answer reply = answer::ok) {
+    step s;
+    s.what = "message";
+    s.text = box.text;
+    s.box = box;
+    s.choice = reply;
+    steps_.push_back(std::move(s));
+  }
+  void expect_open(const file_dialog& dialog, std::string path) {
+    push_file("open dialog", dialog, std::move(path));
+  }
+  void expect_save(const file_dialog& dialog, std::string path) {
+    push_file("save dialog", dialog, std::move(path));
+  }
+  void expect_input(const input_box& box, std::string text) {
+    step s;
+    s.what = "input box";
+    s.text = box.prompt;
+    s.input = box;
+    s.reply = std::move(text);
+    steps_.push_back(std::move(s));
+  }
+  bool all_asked() const { return steps_.empty(); }
+
+  answer message(const message_box& box) override {
+    const step s = next("message", box.text);
+    EXPECT_EQ(s.box.text, box.text);
+    EXPECT_EQ(s.box.picture, box.picture) << box.text;
+    EXPECT_EQ(s.box.choice, box.choice) << box.text;
+    EXPECT_EQ(s.box.caption, box.caption) << box.text;
+    return s.choice;
+  }
+  std::string open_file(const file_dialog& dialog) override { return file("open dialog", dialog); }
+  std::string save_file(const file_dialog& dialog) override { return file("save dialog", dialog); }
+  std::string input(const input_box& box) override {
+    const step s = next("input box", box.prompt);
+    EXPECT_EQ(s.input.title, box.title);
+    EXPECT_EQ(s.input.prompt, box.prompt);
+    EXPECT_EQ(s.input.preset, box.preset);
+    return s.reply;
+  }
+
+ private:
+  struct step {
+    std::string what, text;
+    message_box box;
+    file_dialog dialog;
+    input_box input;
+    answer choice = answer::cancel;
+    std::string reply;
+  };
+
+  void push_file(const char* what, const file_dialog& dialog, std::string path) {
+    step s;
+    s.what = what;
+    s.text = dialog.title;
+    s.dialog = dialog;
+    s.reply = std::move(path);
+    steps_.push_back(std::move(s));
+  }
+  std::string file(const char* what, const file_dialog& dialog) {
+    const step s = next(what, dialog.title);
+    EXPECT_EQ(s.dialog.title, dialog.title);
+    EXPECT_EQ(s.dialog.filter, dialog.filter);
+    EXPECT_EQ(s.dialog.preset, dialog.preset);
+    return s.reply;
+  }
+  step next(const std::string& what, const std::string& text) {
+    if (steps_.empty() || steps_.front().what != what) {
+      ADD_FAILURE() << "unexpected " << what << ": \"" << text << '"'
+                    << (steps_.empty() ? ""
+                                       : ", expected " + steps_.front().what + " \"" +
+                                             steps_.front().text + '"');
+      return {};
+    }
+    step s = std::move(steps_.front());
+    steps_.pop_front();
+    return s;
+  }
+
+  std::deque<step> steps_;
+};
+
+}  // namespace corvane::testing_support
