@@ -1,0 +1,147 @@
+#!/bin/sh
+# Makes the sample media and the sample projects.
+#
+#   samples/make.sh [FOLDER]        (default: the folder "media" beside this script)
+#
+# Pictures move and carry a burnt-in clock, so that a chapter point can be checked by eye; each
+# "language" is a beep of its own once a second, at the full second of the clock, so that a delay
+# can be heard. Every MPEG-2 stream has closed groups of pictures of about half a second, because
+# a chapter on a disc can only begin where such a group does.
+#
+# Made are: the media of the sample projects (garden.*, tour.vob), short clips for the tests
+# (clip-*, muxed-*, menu-*), sample.cvp (NTSC) and sample-pal.cvp. Project files hold the absolute
+# paths of this machine, which is why they are made here and not kept.
+#
+# A second run with nothing changed only compares a stamp.
+set -eu
+
+here=$(cd "$(dirname "$0")" && pwd)
+mkdir -p "${1:-$here/media}"
+media=$(cd "${1:-$here/media}" && pwd)
+font=/usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf
+
+say() { printf '%s\n' "$*"; }
+fail() { printf 'samples/make.sh: %s\n' "$*" >&2; exit 1; }
+
+for tool in ffmpeg mplex dvdauthor sha256sum; do
+  command -v "$tool" >/dev/null 2>&1 || fail "$tool is not installed (scripts/setup.sh installs it)"
+done
+[ -r "$font" ] || fail "no font $font (Debian package fonts-dejavu-core)"
+
+stamp=$(
+  { sha256sum <"$0"; ffmpeg -version | head -n 1; printf '%s\n' "$media"; } | sha256sum
+)
+if [ "$(cat "$media/.stamp" 2>/dev/null)" = "$stamp" ]; then
+  say "sample media are up to date: $media"
+  exit 0
+fi
+rm -f "$media/.stamp"
+
+# ff ARGUMENTS...: ffmpeg, silent but for errors, with the same bytes on every run.
+ff() { ffmpeg -nostdin -v error -y -bitexact "$@"; }
+
+# video FILE NTSC|PAL SECONDS TITLE SOURCE [KILOBITS]: an MPEG-2 elementary stream. SOURCE is an
+# lavfi picture source without its size and rate.
+video() {
+  case $2 in
+    NTSC) size=720x480 rate=30000/1001 group=15 ;;
+    PAL) size=720x576 rate=25 group=12 ;;
+  esac
+  clock="drawtext=fontfile=$font:fontsize=56:fontcolor=white:box=1:boxcolor=black@0.6:boxborderw=12"
+  clock="$clock:x=(w-tw)/2:y=h-110:text='%{pts\\:hms}'"
+  name="drawtext=fontfile=$font:fontsize=40:fontcolor=white:box=1:boxcolor=black@0.6"
+  name="$name:boxborderw=12:x=(w-tw)/2:y=60:text='$4'"
+  ff -f lavfi -i "$5=size=$size:rate=$rate" -t "$3" -vf "$name,$clock" -aspect 4:3 \
+    -c:v mpeg2video -pix_fmt yuv420p -threads 1 -g "$group" -bf 2 -flags +cgop \
+    -sc_threshold 1000000000 -b:v "${6:-2500}k" -maxrate 6000k -bufsize 1835k \
+    -f mpeg2video "$media/$1"
+}
+
+# audio FILE SECONDS HERTZ CODEC KILOBITS [CHANNELS]: a beep at each full second over a quiet tone.
+audio() {
+  beep="0.5*sin(2*PI*$3*t)*lt(mod(t\\,1)\\,0.12)+0.04*sin(PI*$3*t)"
+  ff -f lavfi -i "aevalsrc=exprs='$beep':sample_rate=48000:duration=$2" \
+    -ac "${6:-2}" -c:a "$4" -b:a "$5k" -f "$(printf %s "$4" | sed 's/^libtwolame$/mp2/')" "$media/$1"
+}
+
+# muxed FILE NTSC|PAL VIDEO AUDIO...: a program stream with navigation packets, as the first
+# run of dvdauthor over these streams leaves it.
+muxed() {
+  out=$1 format=$2
+  shift 2
+  work=$(mktemp -d "${TMPDIR:-/tmp}/corvane-samples.XXXXXX")
+  for stream; do
+    shift
+    set -- "$@" "$media/$stream"
+  done
+  mplex -v 0 -f 8 -o "$work/stream.mpg" "$@" >"$work/log" 2>&1 &&
+    VIDEO_FORMAT=$format dvdauthor -o "$work/disc" -t "$work/stream.mpg" >>"$work/log" 2>&1 &&
+    VIDEO_FORMAT=$format dvdauthor -o "$work/disc" -T >>"$work/log" 2>&1 ||
+    { cat "$work/log" >&2; rm -r "$work"; fail "making $out failed"; }
+  mv "$work/disc/VIDEO_TS/VTS_01_1.VOB" "$media/$out"
+  rm -r "$work"
+}
+
+# stored PATH: the way a project file writes a path, with "\" between folders.
+stored() { printf %s "$1" | tr / '\\'; }
+
+# project FILE NTSC|PAL VIDEO AUDIO1 AUDIO2 MUXED: the project file of a sample, lines ended by
+# CR LF, sections by "***".
+project() {
+  root=$(stored "$media/")
+  tab=$(printf '\t')
+  # titles, chapters, delays, language tags, menus (none, so no options and buttons either), post
+  # commands (padded to 25 characters), subtitles and their options; then first play, region,
+  # "create iso", jump table.
+  {
+    printf '%s\n' "Corvane 0.997 - 1/2/2005"
+    printf '%s\n' "$root$3/$root$4/$root$5" "$root$6" '***'
+    printf '%s\n' 00:00:00.00,00:00:08.00,00:00:16.00 00:00:00.00,00:00:06.00 '***'
+    printf '%s\n' 120 0 '***'
+    printf '%s\n' "Audio tag:${tab}ENGLISH EN" "Audio tag:${tab}GERMAN DE " '***'
+    printf '%s\n' '***' '***' '***'
+    printf '%-25s\n' 'jump title 2 chapter 2' exit
+    printf '%s\n' '***'
+    printf '%s\n' '<none>' '<none>' '***'
+    case $2 in
+      NTSC) options='center,bottom,60,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|' ;;
+      PAL) options='center,bottom,60,60,30,30,28.0,arial.ttf,720,574,25,ISO-8859-1|' ;;
+    esac
+    printf '%s\n' "$options" "$options" '***'
+    printf '%s\n' '<default>' "$2" True False
+  } | sed 's/$/\r/' >"$media/$1"
+}
+
+say "making the sample media in $media (once)"
+say "  NTSC"
+video garden.m2v NTSC 24 "Corvane sample - title 1" testsrc2
+audio garden-english.ac3 24 880 ac3 192
+audio garden-german.mp2 24 587 mp2 192
+video tour.m2v NTSC 12 "Corvane sample - title 2" mandelbrot
+audio tour-english.ac3 12 660 ac3 192
+audio tour-german.mp2 12 494 mp2 192
+muxed tour.vob NTSC tour.m2v tour-english.ac3 tour-german.mp2
+say "  PAL"
+video garden-pal.m2v PAL 24 "Corvane sample - title 1, PAL" testsrc2
+video tour-pal.m2v PAL 12 "Corvane sample - title 2, PAL" mandelbrot
+muxed tour-pal.vob PAL tour-pal.m2v tour-english.ac3 tour-german.mp2
+rm -f "$media"/tour.m2v "$media"/tour-pal.m2v "$media"/tour-english.ac3 "$media"/tour-german.mp2
+
+say "  clips for the tests"
+video clip-ntsc.m2v NTSC 6 "clip" testsrc2 1200
+video clip-pal.m2v PAL 6 "clip, PAL" testsrc2 1200
+audio clip.ac3 6 880 ac3 192
+audio clip.mp2 6 587 mp2 128
+audio clip-six-channels.ac3 6 440 ac3 384 6
+video menu-ntsc.m2v NTSC 2 "menu" testsrc 1000
+video menu-pal.m2v PAL 2 "menu, PAL" testsrc 1000
+audio menu.ac3 2 330 ac3 192
+muxed muxed-ntsc.vob NTSC clip-ntsc.m2v clip.ac3
+muxed muxed-pal.vob PAL clip-pal.m2v clip.ac3
+
+say "  projects"
+project sample.cvp NTSC garden.m2v garden-english.ac3 garden-german.mp2 tour.vob
+project sample-pal.cvp PAL garden-pal.m2v garden-english.ac3 garden-german.mp2 tour-pal.vob
+
+printf '%s\n' "$stamp" >"$media/.stamp"
+say "done: $(du -sh "$media" | cut -f 1)"
