@@ -1,0 +1,76 @@
+// Writing files on POSIX systems: links, access rights, a disk that is full.
+#include "platform/files.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+#include <string>
+#include <sys/resource.h>
+
+namespace corvane {
+namespace {
+
+namespace fs = std::filesystem;
+using testing_support::temporary_folder;
+
+/// Files of this process cannot grow beyond a size, as on a full disk.
+class small_disk {
+ public:
+  explicit small_disk(rlim_t bytes) : old_handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+    ::getrlimit(RLIMIT_FSIZE, &old_);
+    rlimit limit = old_;
+    limit.rlim_cur = bytes;
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  ~small_disk() {
+    ::setrlimit(RLIMIT_FSIZE, &old_);
+    std::signal(SIGXFSZ, old_handler_);
+  }
+  small_disk(const small_disk&) = delete;
+  small_disk& operator=(const small_disk&) = delete;
+
+ private:
+  rlimit old_{};
+  void (*old_handler_)(int);
+};
+
+TEST(WritingFiles, AFullDiskLeavesTheOldFileWhole) {
+  const temporary_folder folder;
+  const std::string file = folder.add("project.cvp", "the old project");
+  failure why;
+  {
+    const small_disk disk(4096);
+    why = write_file(file, std::string(100'000, 'x'));
+  }
+  ASSERT_TRUE(why);
+  EXPECT_FALSE(why->empty());
+  EXPECT_EQ(folder.read("project.cvp"), "the old project");
+  EXPECT_EQ(files_in(folder.path()).size(), 1u) << "the unfinished text is removed";
+}
+
+TEST(WritingFiles, ALinkKeepsBeingOne) {
+  const temporary_folder folder;
+  const std::string file = folder.add("real/project.cvp", "old");
+  fs::create_symlink("real/project.cvp", folder.path("near"));
+  fs::create_symlink("near", folder.path("far"));
+  EXPECT_EQ(write_file(folder.path("far"), "new"), std::nullopt);
+  EXPECT_TRUE(fs::is_symlink(folder.path("far")));
+  EXPECT_TRUE(fs::is_symlink(folder.path("near")));
+  EXPECT_EQ(folder.read("real/project.cvp"), "new");
+}
+
+TEST(WritingFiles, AccessRightsStay) {
+  const temporary_folder folder;
+  const std::string file = folder.add("a", "old");
+  for (const auto mode : {fs::perms::owner_read | fs::perms::owner_write,
+                          fs::perms::all & ~fs::perms::others_write}) {
+    fs::permissions(file, mode);
+    EXPECT_EQ(write_file(file, "new"), std::nullopt);
+    EXPECT_EQ(fs::status(file).permissions(), mode);
+  }
+}
+
+}  // namespace
+}  // namespace corvane

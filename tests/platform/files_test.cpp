@@ -1,0 +1,115 @@
+#include "platform/files.h"
+
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace corvane {
+namespace {
+
+namespace fs = std::filesystem;
+using testing_support::temporary_folder;
+
+const std::string odd_name = "50% & Müller's #1 ! ^ $HOME `x` 字";
+
+TEST(Files, ExistAndHaveASize) {
+  const temporary_folder folder;
+  const std::string file = folder.add(odd_name, "12345");
+  EXPECT_TRUE(file_exists(file));
+  EXPECT_FALSE(folder_exists(file));
+  EXPECT_EQ(file_size(file), 5u);
+  EXPECT_FALSE(file_exists(folder.path()));
+  EXPECT_TRUE(folder_exists(folder.path()));
+  EXPECT_EQ(file_size(folder.path()), std::nullopt);
+  EXPECT_EQ(file_size(folder.path("absent")), std::nullopt);
+}
+
+TEST(Files, FirstBytesAreAsManyAsThereAre) {
+  const temporary_folder folder;
+  const std::string file = folder.add("a", std::string("a\r\n\0b", 5));
+  EXPECT_EQ(*first_bytes(file, 3), "a\r\n");
+  EXPECT_EQ(first_bytes(file, 100)->size(), 5u);
+  EXPECT_FALSE(first_bytes(folder.path("absent"), 3));
+}
+
+TEST(Files, ReadingSaysWhyNot) {
+  const temporary_folder folder;
+  const std::string file = folder.add("a", "12345");
+  EXPECT_EQ(*read_file(file, 5), "12345");
+  EXPECT_EQ(read_file(file, 4).error, "the file is too large");
+  EXPECT_EQ(read_file(folder.path("absent"), 5).error, "the file does not exist");
+  EXPECT_EQ(read_file(folder.path(), 5).error, "it is a folder, not a file");
+}
+
+TEST(Files, WritingReplacesTheWholeText) {
+  const temporary_folder folder;
+  const std::string file = folder.path(odd_name);
+  EXPECT_EQ(write_file(file, "a longer text\r\n"), std::nullopt);
+  EXPECT_EQ(write_file(file, std::string("\0\n", 2)), std::nullopt);
+  EXPECT_EQ(folder.read(odd_name), std::string("\0\n", 2));
+  EXPECT_EQ(files_in(folder.path()), std::vector<std::string>{odd_name});
+}
+
+TEST(Files, WritingIntoAMissingFolderLeavesNothing) {
+  const temporary_folder folder;
+  EXPECT_TRUE(write_file(folder.path("none/a"), "x"));
+  EXPECT_FALSE(folder_exists(folder.path("none")));
+}
+
+TEST(Files, WritingOverAFolderFailsAndLeavesNothingBeside) {
+  const temporary_folder folder;
+  folder.add("sub/a", "kept");
+  EXPECT_TRUE(write_file(folder.path("sub"), "x"));
+  EXPECT_EQ(folder.read("sub/a"), "kept");
+  EXPECT_TRUE(files_in(folder.path()).empty());
+}
+
+TEST(Files, RemovingTakesAFolderWithAllItHoldsAndAMissingOneIsDone) {
+  const temporary_folder folder;
+  folder.add("sub/deep/a");
+  EXPECT_EQ(remove_all(folder.path("sub")), std::nullopt);
+  EXPECT_FALSE(folder_exists(folder.path("sub")));
+  EXPECT_EQ(remove_all(folder.path("sub")), std::nullopt);
+}
+
+TEST(Files, FoldersAreMadeWithTheOnesAbove) {
+  const temporary_folder folder;
+  EXPECT_EQ(make_folders(folder.path("a/b/" + odd_name)), std::nullopt);
+  EXPECT_EQ(make_folders(folder.path("a/b/" + odd_name)), std::nullopt);
+  EXPECT_TRUE(folder_exists(folder.path("a/b/" + odd_name)));
+  folder.add("file");
+  EXPECT_TRUE(make_folders(folder.path("file/a")));
+}
+
+TEST(Files, AnAbsolutePathIsTidy) {
+  const std::string here = text_of(fs::current_path());
+  EXPECT_EQ(absolute_path("a/../b/./c/"), join_path(join_path(here, "b"), "c"));
+  EXPECT_EQ(absolute_path("."), here);
+  EXPECT_TRUE(is_absolute(absolute_path("/")));
+}
+
+TEST(Files, OnePlaceHasManyNames) {
+  const temporary_folder folder;
+  const std::string file = folder.add("a");
+  EXPECT_TRUE(same_place(file, folder.path("./a")));
+  EXPECT_FALSE(same_place(file, folder.add("b")));
+  EXPECT_FALSE(same_place(file, folder.path("absent")));
+}
+
+TEST(Files, TheCurrentFolderMayHoldOne) {
+  const fs::path before = fs::current_path();
+  const temporary_folder folder;
+  fs::create_directories(path_of(folder.path("sub")));
+  fs::current_path(path_of(folder.path()));
+  EXPECT_FALSE(current_folder_holds_a_file());
+  folder.add("a");
+  EXPECT_TRUE(current_folder_holds_a_file());
+  fs::current_path(before);
+}
+
+}  // namespace
+}  // namespace corvane
