@@ -8,6 +8,7 @@
 #include "runner/shelled.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,6 +35,9 @@ struct author_equipment {
   shelled& runner;
   std::function<void()> edit_xml;  ///< opens the XML editor; called instead of starting when
                                    ///< `editxml` is on and this is set
+  /// Whether an earlier disc in the output folder is replaced, decided beforehand. With it the
+  /// driver neither asks nor tells (`false` gives `holds_disc` in silence); without it, it asks.
+  std::optional<bool> replace_earlier_disc;
 };
 
 /// What a run wrote and will do, from the driver to the start.
