@@ -1,0 +1,73 @@
+#include "menus/button_record.h"
+
+#include "project/numbers.h"
+#include "project/project.h"
+#include "project/text.h"
+
+#include <utility>
+
+namespace corvane {
+namespace {
+
+/// Piece `index`, or nothing where the row has fewer.
+std::string piece(const std::vector<std::string>& pieces, std::size_t index,
+                  std::string otherwise = {}) {
+  return index < pieces.size() ? pieces[index] : std::move(otherwise);
+}
+
+/// The element of a menu (1-based); empty where the array has none.
+std::string_view element_of(const project& p, int menu) {
+  if (menu < 1 || menu - 1 > UUBound(p.menubuttons))
+    return {};
+  return p.menubuttons[static_cast<std::size_t>(menu) - 1];
+}
+
+}  // namespace
+
+const std::vector<std::string> button_colours = {"black", "brown", "orange", "yellow",  "green",
+                                                 "blue",  "white", "grey",   "magenta", "cyan"};
+
+button_record parse_button(std::string_view record) {
+  const std::vector<std::string> f = split(record, '/');
+  return {piece(f, 0), piece(f, 1), piece(f, 2), piece(f, 3),
+          piece(f, 4), piece(f, 5), piece(f, 6)};
+}
+
+std::string button_text(const button_record& button) {
+  return join(
+      {button.x0, button.y0, button.x1, button.y1, button.action, button.highlight, button.select},
+      "/");
+}
+
+bool is_bitmap(std::string_view value) {
+  return value.find('\\') != std::string_view::npos;
+}
+
+menu_options parse_menu_options(std::string_view row) {
+  const std::vector<std::string> f = split(row, '\t');
+  const menu_options fresh;
+  menu_options options;
+  options.loop = leading_whole(piece(f, 0)) != 0;
+  options.spu_begin = piece(f, 1, fresh.spu_begin);
+  options.spu_end = piece(f, 2, fresh.spu_end);
+  if (f.size() > 3)
+    options.thickness = leading_whole(f[3]);
+  return options;
+}
+
+menu_streams parse_menu_row(std::string_view row) {
+  const std::vector<std::string> f = split(row, '/');
+  return {piece(f, 0), piece(f, 1)};
+}
+
+std::vector<std::string> button_records(const project& p, int menu) {
+  std::vector<std::string> records = split(element_of(p, menu), '|');
+  std::erase_if(records, [](const std::string& record) { return trim(record).empty(); });
+  return records;
+}
+
+int buttoncount(const project& p, int menu) {
+  return static_cast<int>(split(element_of(p, menu), '|').size());
+}
+
+}  // namespace corvane

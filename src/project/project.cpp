@@ -1,0 +1,49 @@
+#include "project/project.h"
+
+#include "platform/paths.h"
+#include "project/numbers.h"
+#include "project/text.h"
+
+namespace corvane {
+
+int UUBound(const std::vector<std::string>& array) {
+  return static_cast<int>(array.size()) - 1;
+}
+
+void ArrayRemoveItem(project& p, int index) {
+  auto& elements = p.menubuttons;
+  if (index < 0 || index > UUBound(elements) || elements.size() == 1)
+    elements.assign(1, std::string());
+  else
+    elements.erase(elements.begin() + index);
+}
+
+void rebuild_List1(project& p) {
+  p.List1.clear();
+  int number = 0;
+  for (const std::string& row : p.List11)
+    p.List1.push_back(List1_row(++number, row));
+}
+
+std::string List1_row(int number, const std::string& List11_row) {
+  std::vector<std::string> names = split(List11_row, '/');
+  for (std::string& name : names)
+    name = std::string(file_name_of(name));
+  return "title" + trimmed(number) + ":" + join(names, "/");
+}
+
+bool is_muxed(const std::string& row) {
+  return row.find('/') == std::string::npos;
+}
+
+std::string default_subtitleoptions(const std::string& region) {
+  const char* const height_and_rate = region == "NTSC" ? "478,29.97" : "574,25";
+  return std::string("center,bottom,60,60,30,30,28.0,arial.ttf,720,") + height_and_rate +
+         ",ISO-8859-1|";
+}
+
+void show_title_count(project& p) {
+  p.Frame1 = trimmed(static_cast<std::int64_t>(p.List1.size())) + " titles loaded";
+}
+
+}  // namespace corvane
