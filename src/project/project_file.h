@@ -26,6 +26,12 @@ std::string project_text(const project& p);
 /// "save project...": asks for the file, asks before overwriting, writes it all or nothing.
 void saveproject_command(workbench& w);
 
+/// What came of a save: `given_up` when the user chose no file or kept the one that is there.
+enum class save_outcome { saved, given_up, failed };
+
+/// The same command for callers that must know how it ended.
+save_outcome save_project(workbench& w);
+
 /// "load project...": asks before replacing titles, asks for the file, loads it.
 void loadproject_command(workbench& w);
 

@@ -1,0 +1,111 @@
+#include "project/dropped_files.h"
+
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "project/dropped_match.h"
+#include "project/messages.h"
+#include "project/numbers.h"
+#include "project/project_file.h"
+#include "project/title_commands.h"
+
+#include <deque>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+constexpr std::size_t most_named_files = 10;
+
+/// Answers a command's open dialogs with dropped files, one after the other; passes every other
+/// question on to the user.
+class dropped_answers : public prompts {
+ public:
+  dropped_answers(prompts& user, std::deque<std::string> files)
+      : user_(user), files_(std::move(files)) {}
+
+  answer message(const message_box& box) override { return user_.message(box); }
+  std::string open_file(const file_dialog& dialog) override {
+    if (files_.empty())
+      return user_.open_file(dialog);
+    std::string file = std::move(files_.front());
+    files_.pop_front();
+    return file;
+  }
+  std::string save_file(const file_dialog& dialog) override { return user_.save_file(dialog); }
+  std::string input(const input_box& box) override { return user_.input(box); }
+
+ private:
+  prompts& user_;
+  std::deque<std::string> files_;
+};
+
+/// Runs a command whose open dialogs are answered with `files`.
+void run_with(workbench& w, void (*command)(workbench&), std::deque<std::string> files) {
+  dropped_answers ask(w.ask, std::move(files));
+  workbench answered{w.p, ask, w.prefs};
+  command(answered);
+}
+
+/// Adds audio to the selected title until one is not taken (the command has said why).
+void add_audio(workbench& w, const std::vector<std::string>& audio) {
+  for (const std::string& file : audio) {
+    const auto before = w.p.List11;
+    run_with(w, addaudiostream_command, {file});
+    if (w.p.List11 == before)
+      return;
+  }
+}
+
+/// Adds a title; its first audio goes with the video, the others are added to it.
+void add_dropped_title(workbench& w, const dropped_title& title) {
+  std::deque<std::string> answers{title.video};
+  std::vector<std::string> further = title.audio;
+  if (!title.muxed && !further.empty()) {
+    answers.push_back(further.front());
+    further.erase(further.begin());
+  }
+  const std::size_t before = w.p.List1.size();
+  run_with(w, open_command, std::move(answers));
+  if (w.p.List1.size() == before)
+    return;
+  const int selected = w.p.selected;
+  w.p.selected = static_cast<int>(before);
+  add_audio(w, further);
+  w.p.selected = selected;
+}
+
+void name_unusable(workbench& w, const std::vector<std::string>& files) {
+  std::string text = "These files are neither streams nor a project:\r\n";
+  for (std::size_t i = 0; i < files.size() && i < most_named_files; ++i)
+    text += shown(files[i]) + "\r\n";
+  if (files.size() > most_named_files)
+    text +=
+        "and " + trimmed(static_cast<std::int64_t>(files.size() - most_named_files)) + " more\r\n";
+  text +=
+      "Video (*.m2v, *.m1v, *.mpv), video with NAV packets (*.vob, *.mpg, *.mpeg), audio (*.ac3, "
+      "*.mp2, *.mpa) and one project file (*.cvp) can be dropped here.";
+  say(w, icon::exclamation, std::move(text));
+}
+
+void add_dropped_streams(workbench& w, const dropped_set& dropped) {
+  // Asked once here, so that a user who keeps the hand-edited XML is not asked for every file.
+  if (custom(w) != 1)
+    return;
+  for (const dropped_title& title : dropped.titles)
+    add_dropped_title(w, title);
+  add_audio(w, dropped.audio);
+}
+
+}  // namespace
+
+void drop_files(workbench& w, const std::vector<std::string>& native_paths) {
+  const dropped_set dropped = sort_dropped(native_paths);
+  if (!dropped.project.empty())
+    run_with(w, loadproject_command, {dropped.project});
+  if (!dropped.titles.empty() || !dropped.audio.empty())
+    add_dropped_streams(w, dropped);
+  if (!dropped.unusable.empty())
+    name_unusable(w, dropped.unusable);
+}
+
+}  // namespace corvane

@@ -1,0 +1,111 @@
+#include "project/project_file.h"
+
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "project/messages.h"
+#include "project/numbers.h"
+#include "project/project_load.h"
+#include "project/project_text.h"
+#include "project/stream_dialogs.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace corvane {
+namespace {
+
+bool may_overwrite(workbench& w) {
+  message_box question;
+  question.text = "File exists.  Overwrite?";
+  question.picture = icon::exclamation;
+  question.choice = buttons::yes_no;
+  return w.ask.message(question) == answer::yes;
+}
+
+bool may_replace_titles(workbench& w) {
+  if (w.p.List1.empty())
+    return true;
+  message_box question;
+  question.text = "overwrite currect project?";
+  question.picture = icon::information;
+  question.choice = buttons::ok_cancel;
+  return w.ask.message(question) == answer::ok;
+}
+
+file_dialog project_dialog(const char* title) {
+  file_dialog dialog;
+  dialog.title = title;
+  dialog.filter = project_filter;
+  return dialog;
+}
+
+bool refuse_file(workbench& w, const std::string& path, const std::string& reason) {
+  say(w, icon::critical,
+      "\"" + shown(path) + "\" is not a project file that can be loaded: " + reason + ".");
+  return false;
+}
+
+bool refuse_version(workbench& w, const std::string& number) {
+  say(w, icon::exclamation,
+      "Sorry, but this project file is from Corvane" +
+          std::string(number.starts_with('-') ? "" : " ") + number +
+          " and is incompatible with the lastest version.");
+  dvdsize(w);
+  return false;
+}
+
+}  // namespace
+
+save_outcome save_project(workbench& w) {
+  const std::size_t menus = menus_in_file(w.p);
+  if (menus > static_cast<std::size_t>(most_menus)) {
+    say(w, icon::critical,
+        "A project file holds at most " + trimmed(most_menus) + " menus; this project has " +
+            trimmed(static_cast<std::int64_t>(menus)) + ".  Nothing was saved.");
+    return save_outcome::failed;
+  }
+  const std::string path = w.ask.save_file(project_dialog("save corvane project"));
+  if (path.empty() || (file_exists(path) && !may_overwrite(w)))
+    return save_outcome::given_up;
+  if (const failure why = write_file(path, project_text(w.p))) {
+    say(w, icon::critical,
+        "The project could not be saved to \"" + shown(path) + "\": " + *why +
+            ".  The file is as it was.");
+    return save_outcome::failed;
+  }
+  w.p.saved = 1;
+  return save_outcome::saved;
+}
+
+void saveproject_command(workbench& w) {
+  save_project(w);
+}
+
+void loadproject_command(workbench& w) {
+  if (!may_replace_titles(w))
+    return;
+  const std::string path = w.ask.open_file(project_dialog("load corvane project"));
+  if (!path.empty())
+    loadprojectf(w, path);
+}
+
+bool loadprojectf(workbench& w, const std::string& path) {
+  const auto text = read_file(path, largest_project_file);
+  if (!text)
+    return refuse_file(w, path, text.error);
+  const std::string version = version_number(*text);
+  if (leading_number(version) < oldest_version)
+    return refuse_version(w, version);
+  auto loaded = parse_project(*text);
+  if (!loaded)
+    return refuse_file(w, path, loaded.error);
+  return take_over(w, std::move(*loaded));
+}
+
+std::string path_from_command_line(std::string_view command_line) {
+  std::string path(command_line);
+  std::erase(path, '"');
+  return path;
+}
+
+}  // namespace corvane

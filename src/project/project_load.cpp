@@ -1,0 +1,130 @@
+#include "project/project_load.h"
+
+#include "menus/button_record.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "project/messages.h"
+#include "project/numbers.h"
+#include "project/text.h"
+
+#include <cstdint>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+/// The files that a loaded project names, looked up one by one.
+class file_check {
+ public:
+  explicit file_check(workbench& w) : w_(w) {}
+
+  void stream(const std::string& part) {
+    if (file_exists(native_from_stored(part)))
+      return;
+    if (++missing_ <= most_messages)
+      say_missing(w_, part);
+  }
+  /// The audio of a menu without one is empty, and is looked up as any file in the current folder.
+  void menu_part(const std::string& part, bool audio) {
+    if (!audio || !part.empty() || !current_folder_holds_a_file())
+      stream(part);
+  }
+  /// A field that may be something else than a path.
+  void field(const std::string& part) {
+    if (is_bitmap(part))
+      stream(part);
+  }
+  /// Whether any was missing. Tells how many went without a message of their own.
+  bool any_missing() {
+    if (missing_ > most_messages)
+      say(w_, icon::critical,
+          trimmed(missing_ - most_messages) + " more files appear to be missing");
+    return missing_ > 0;
+  }
+
+ private:
+  // A damaged or hostile file could name a million; nobody can click those away.
+  static constexpr std::int64_t most_messages = 100;
+
+  workbench& w_;
+  std::int64_t missing_ = 0;
+};
+
+void check_titles(const project& p, file_check& check) {
+  for (const std::string& row : p.List11)
+    for (const std::string& part : split(row, '/'))
+      check.stream(part);
+}
+
+void check_menus(const project& p, file_check& check) {
+  for (const std::string& row : p.menulist) {
+    const std::vector<std::string> parts = split(row, '/');
+    for (std::size_t i = 0; i < parts.size(); ++i)
+      check.menu_part(parts[i], i != 0);
+  }
+}
+
+void check_buttons(const project& p, file_check& check) {
+  for (const std::string& element : p.menubuttons)
+    for (const std::string& record : split(element, '|'))
+      for (const std::string& field : split(record, '/'))
+        check.field(field);
+}
+
+void check_subtitles(const project& p, file_check& check) {
+  for (const std::string& row : p.subtitledata)
+    for (const std::string& part : split(row, '/'))
+      check.field(part);
+}
+
+void fill(project& p, loaded_project loaded) {
+  p.List11 = std::move(loaded.List11);
+  p.chapters = std::move(loaded.chapters);
+  p.delay = std::move(loaded.delay);
+  for (std::string& tag : loaded.languagetags)
+    p.languagetags.push_back(std::move(tag));
+  p.menulist = std::move(loaded.menulist);
+  p.moremenuoptions = std::move(loaded.moremenuoptions);
+  p.menubuttons = std::move(loaded.menubuttons);
+  p.postinfo = std::move(loaded.postinfo);
+  p.subtitledata = std::move(loaded.subtitledata);
+  p.subtitleoptions = std::move(loaded.subtitleoptions);
+  p.firstplay = std::move(loaded.firstplay);
+  p.globalregion = std::move(loaded.globalregion);
+  p.isocreate = loaded.isocreate;
+  p.jumptable = loaded.jumptable;
+  p.customxml = std::move(loaded.customxml);
+  p.selected = -1;
+  rebuild_List1(p);
+  show_title_count(p);
+}
+
+/// Back to a project without titles and menus. What is not named here stays as it was loaded.
+void take_back(project& p) {
+  for (auto* list : {&p.List1, &p.List11, &p.chapters, &p.menulist, &p.moremenuoptions, &p.postinfo,
+                     &p.subtitledata, &p.subtitleoptions})
+    list->clear();
+  p.firstplay.clear();
+  show_title_count(p);
+}
+
+}  // namespace
+
+bool take_over(workbench& w, loaded_project loaded) {
+  fill(w.p, std::move(loaded));
+  file_check check(w);
+  check_titles(w.p, check);
+  check_menus(w.p, check);
+  check_buttons(w.p, check);
+  check_subtitles(w.p, check);
+  if (!w.p.List1.empty() || !w.p.buttondata.empty())
+    w.p.Comboregion_enabled = false;
+  w.p.saved = 1;
+  const bool missing = check.any_missing();
+  if (missing)
+    take_back(w.p);
+  dvdsize(w);
+  return !missing;
+}
+
+}  // namespace corvane

@@ -1,0 +1,69 @@
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "project/messages.h"
+#include "project/numbers.h"
+#include "project/text.h"
+#include "project/workbench.h"
+
+#include <cmath>
+#include <cstdint>
+#include <string>
+
+namespace corvane {
+namespace {
+
+constexpr double bytes_of_a_disc = 4.7e9;      // what a single-layer disc is sold as
+constexpr double bytes_of_a_gig = 1073741824;  // what the figure counts in
+
+struct files_found {
+  double bytes = 0;
+  bool missing = false;
+};
+
+void add_file(workbench& w, const std::string& part, files_found& found) {
+  if (const auto size = file_size(native_from_stored(part))) {
+    found.bytes += static_cast<double>(*size);
+  } else {
+    say_missing(w, part);
+    found.missing = true;
+  }
+}
+
+files_found look_at_all_files(workbench& w) {
+  files_found found;
+  for (const std::string& row : w.p.List11)
+    for (const std::string& part : split(row, '/'))
+      add_file(w, part, found);
+  for (const std::string& row : w.p.menulist)
+    for (const std::string& part : split(row, '/'))
+      if (!part.empty())  // a menu without audio
+        add_file(w, part, found);
+  return found;
+}
+
+/// "3.000": rounded half up, and with a point whatever the user's locale has.
+std::string gigs(double bytes) {
+  const auto thousandths =
+      static_cast<std::int64_t>(std::floor(bytes * 1000 / bytes_of_a_gig + 0.5));
+  std::string decimals = trimmed(thousandths % 1000);
+  decimals.insert(0, 3 - decimals.size(), '0');
+  return trimmed(thousandths / 1000) + "." + decimals;
+}
+
+std::string row_count(const std::vector<std::string>& rows) {
+  return trimmed(static_cast<std::int64_t>(rows.size()));
+}
+
+}  // namespace
+
+void dvdsize(workbench& w) {
+  const files_found found = look_at_all_files(w);
+  if (found.missing)
+    return;
+  project& p = w.p;
+  p.dvdsizetext_red = found.bytes > bytes_of_a_disc;
+  p.dvdsizetext = row_count(p.List1) + " titles\r\n" + row_count(p.menulist) + " menus\r\n" +
+                  gigs(found.bytes) + " gig total";
+}
+
+}  // namespace corvane

@@ -1,0 +1,28 @@
+// The six lists that hold a row for each title, changed together.
+#pragma once
+
+#include "project/project.h"
+
+#include <array>
+#include <cstddef>
+#include <optional>
+
+namespace corvane {
+
+/// The lists that always have equal row counts. `postinfo` is not one of them.
+std::array<std::vector<std::string>*, 6> title_lists(project& p);
+
+/// Adds a title whose streams are `List11_row` with the defaults of a new one, and shows the count.
+void add_title(project& p, const std::string& List11_row);
+
+/// Removes title row `row` and renumbers; the region is free again when nothing is left. No title
+/// is selected afterwards.
+void remove_title(project& p, std::size_t row);
+
+/// Swaps two title rows and renumbers.
+void swap_titles(project& p, std::size_t a, std::size_t b);
+
+/// The selected row; nothing when none is selected.
+std::optional<std::size_t> selected_title(const project& p);
+
+}  // namespace corvane

@@ -1,0 +1,35 @@
+#include "project/workbench.h"
+
+#include "platform/paths.h"
+#include "project/messages.h"
+
+namespace corvane {
+
+const char* const start_up_dvdsizetext = "0 titles\r\n0 menus\r\n0 gig total";
+
+int custom(workbench& w) {
+  if (w.p.customxml.empty())
+    return 1;
+  message_box question;
+  question.text = "You have edited the XML manually, do you want to discard these changes?";
+  question.picture = icon::exclamation;
+  question.choice = buttons::ok_cancel;
+  if (w.ask.message(question) != answer::ok)
+    return 2;
+  w.p.customxml.clear();
+  return 1;
+}
+
+std::optional<std::string> pick_file(workbench& w, const file_dialog& dialog) {
+  const std::string native = w.ask.open_file(dialog);
+  if (native.empty())
+    return std::nullopt;
+  if (const auto why = why_not_storable(native)) {
+    say(w, icon::exclamation,
+        "\"" + shown(native) + "\" cannot be used: its name " + *why + ".  Please rename it.");
+    return std::nullopt;
+  }
+  return stored_from_native(native);
+}
+
+}  // namespace corvane
