@@ -14,7 +14,7 @@ namespace corvane {
 class process_launcher;  // platform/process.h
 class folder_lock;       // platform/folder_lock.h
 
-enum class run_outcome { none, running, success, failure, stopped };
+enum class run_outcome { none, running, success, failed, stopped };
 
 class shelled {
  public:
