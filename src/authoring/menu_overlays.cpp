@@ -1,0 +1,145 @@
+#include "authoring/menu_overlays.h"
+
+#include "authoring/navigation_xml.h"
+#include "authoring/rows.h"
+#include "project/numbers.h"
+#include "project/text.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane {
+namespace {
+
+// The colour that spumux takes for "nothing here": background of the pictures, inside of frames.
+constexpr const char* transparent = "#010101";
+
+struct rectangle {
+  std::int64_t left, top, right, bottom;
+};
+
+// The number texts of the time were made whole by rounding halves to the even neighbour; nearbyint
+// does the same in the rounding mode that every program starts in.
+std::int64_t rounded(std::string_view field) {
+  const double limit = 1e9;
+  return static_cast<std::int64_t>(
+      std::nearbyint(std::clamp(leading_number(field), -limit, limit)));
+}
+
+rectangle rectangle_of(const button_record& b) {
+  return {rounded(b.x0), rounded(b.y0), rounded(b.x1), rounded(b.y1)};
+}
+
+std::string picture(const places& where, const char* kind, int menu) {
+  return where.in_app(kind + trimmed(menu) + ".png");
+}
+
+std::string blank_picture(const project& p, const places& where, const std::string& target) {
+  return quoted(where.tool("gm")) + " convert -size " + video_size(p) + " null:" + transparent +
+         " " + quoted(target);
+}
+
+// `corners` is what stands after "roundrectangle "; 2,3 are the radii of the rounded corners.
+std::string drawing(const places& where, const std::string& colour, const std::string& corners,
+                    const std::string& target) {
+  return quoted(where.tool("gm")) + " mogrify +antialias -fill " + colour + " -draw " +
+         quoted("roundrectangle " + corners + ", 2,3") + " " + quoted(target);
+}
+
+// Corners that are computed carry the leading blank of the number texts, those taken from the
+// record do not.
+std::string filled_corners(const rectangle& r) {
+  return trimmed(r.left) + "," + trimmed(r.top) + " " + leading_blank(r.right - 2) + "," +
+         leading_blank(r.bottom - 1);
+}
+
+std::string inner_corners(const rectangle& r, int thickness) {
+  const std::int64_t t = thickness;
+  return leading_blank(r.left + 1 + t) + "," + leading_blank(r.top + 1 + t) + " " +
+         leading_blank(r.right - 3 - t) + "," + leading_blank(r.bottom - 2 - t);
+}
+
+void add_coloured_button(std::string& text, const places& where, const rectangle& r,
+                         const std::string& colour, int thickness, const std::string& target) {
+  add_line(text, drawing(where, colour, filled_corners(r), target));
+  // A bar of 3 lines or less stays solid; of a taller button only a frame is left. A frame thicker
+  // than its button has no inside: gm refuses that drawing and leaves the picture as it is.
+  if (r.bottom - r.top > 3)
+    add_line(text, drawing(where, transparent, inner_corners(r, thickness), target));
+}
+
+void add_bitmap_button(std::string& text, const places& where, const rectangle& r,
+                       const std::string& bitmap, const std::string& target) {
+  const std::string pasted = native_from_stored(bitmap, where.style);
+  add_line(text, quoted(where.tool("gm")) + " composite -geometry +" + trimmed(r.left) + "+" +
+                     trimmed(r.top) + " " + quoted(pasted) + " " + quoted(target) + " " +
+                     quoted(target));
+}
+
+void add_button(std::string& text, const project& p, const places& where, int menu,
+                const button_record& b, const std::string& value, const std::string& target) {
+  if (is_bitmap(value))
+    add_bitmap_button(text, where, rectangle_of(b), value, target);
+  else
+    add_coloured_button(text, where, rectangle_of(b), value, options_of(p, menu).thickness, target);
+}
+
+// All buttons of one picture: `kind` is "highlight" or "select", `value` the record's field of it.
+void add_picture(std::string& text, const project& p, const places& where, int menu,
+                 const char* kind, std::string button_record::*value) {
+  int number = 0;
+  for (const button_record& b : buttons_of(p, menu)) {
+    add_line(text, std::string("echo *generating ") + kind + " button" + leading_blank(++number) +
+                       " for menu" + leading_blank(menu));
+    add_button(text, p, where, menu, b, b.*value, picture(where, kind, menu));
+  }
+}
+
+std::string button_element(const button_record& b) {
+  const auto value = [](const char* name, std::string_view text) {
+    return std::string(" ") + name + "=" + quoted(text);
+  };
+  return "    <button" + value("x0", trim_left(b.x0)) + value("y0", trimmed(rounded(b.y0))) +
+         value("x1", trim_left(b.x1)) + value("y1", trim_left(b.y1)) + "/>";
+}
+
+}  // namespace
+
+std::string video_size(const project& p) {
+  return p.globalregion == "PAL" ? "720x576" : "720x480";
+}
+
+std::string menu_subpicture_xml(const project& p, const places& where, int menu) {
+  const menu_options options = options_of(p, menu);
+  const auto path = [&](const char* kind) {
+    return quoted(escape_ampersands(picture(where, kind, menu)));
+  };
+  const std::string indent = "         ";
+
+  std::string text;
+  add_line(text, R"(<?xml version="1.0" encoding="UTF-8"?>)");
+  add_line(text, "<subpictures>");
+  add_line(text, "  <stream>");
+  add_line(text, "    <spu start=" + quoted(options.spu_begin) + " end=" + quoted(options.spu_end));
+  add_line(text, indent + "highlight=" + path("highlight"));
+  add_line(text, indent + "select=" + path("select"));
+  add_line(text, indent + R"(transparent="010101" force="yes")");
+  add_line(text, indent + R"(autoorder="rows">)");
+  for (const button_record& b : buttons_of(p, menu))
+    add_line(text, button_element(b));
+  add_line(text, "    </spu>");
+  add_line(text, "  </stream>");
+  add_line(text, "</subpictures>");
+  return text;
+}
+
+std::string button_image_commands(const project& p, const places& where, int menu) {
+  std::string text;
+  for (const char* kind : {"highlight", "select"})
+    add_line(text, blank_picture(p, where, picture(where, kind, menu)));
+  add_picture(text, p, where, menu, "highlight", &button_record::highlight);
+  add_picture(text, p, where, menu, "select", &button_record::select);
+  return text;
+}
+
+}  // namespace corvane
