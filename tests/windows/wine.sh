@@ -1,0 +1,51 @@
+#!/bin/sh
+# Runs a Windows program under Wine the way tests want it: in a Wine folder of the build's own,
+# without first-start questions, crash dialogs, debug chatter or a display.
+#
+#   tests/windows/wine.sh PROGRAM.exe [ARGUMENT...]
+#   tests/windows/wine.sh --prepare     makes the Wine folder (seconds; nothing when it is there)
+#   tests/windows/wine.sh --shutdown    ends the folder's Wine server and what still runs under it
+#
+# The folder is $CORVANE_WINEPREFIX, or build/wine of the repository.
+set -eu
+
+repository=$(CDPATH='' cd -- "$(dirname -- "$0")/../.." && pwd)
+WINEPREFIX=${CORVANE_WINEPREFIX:-$repository/build/wine}
+WINEDEBUG=-all
+WINEARCH=win64
+# No .NET, no HTML engine, no debugger that would ask, no desktop entries for installed programs.
+WINEDLLOVERRIDES='mscoree,mshtml=;winedbg.exe=d;winemenubuilder.exe=d'
+export WINEPREFIX WINEDEBUG WINEARCH WINEDLLOVERRIDES
+unset DISPLAY WAYLAND_DISPLAY
+
+wine=$(command -v wine64 || command -v /usr/lib/wine/wine64 || command -v wine) || {
+  echo "wine.sh: Wine is not installed (scripts/setup.sh installs it)." >&2
+  exit 1
+}
+server=$(command -v wineserver || command -v /usr/lib/wine/wineserver64 || command -v wineserver-stable || echo wineserver)
+
+prepare() {
+  [ ! -e "$WINEPREFIX/.ready" ] || return 0
+  mkdir -p "$WINEPREFIX"
+  "$wine" wineboot -i >/dev/null 2>&1 </dev/null || {
+    echo "wine.sh: wineboot could not make $WINEPREFIX." >&2
+    exit 1
+  }
+  # The programs are made for Windows 10 and later; Wine's own default is an older one.
+  "$wine" reg add 'HKCU\Software\Wine' /v Version /d win10 /f >/dev/null 2>&1 </dev/null
+  "$server" -w
+  : >"$WINEPREFIX/.ready"
+}
+
+case "${1:-}" in
+  --prepare) prepare ;;
+  --shutdown) "$server" -k || true ;;
+  '')
+    echo "usage: wine.sh PROGRAM.exe [ARGUMENT...] | --prepare | --shutdown" >&2
+    exit 2
+    ;;
+  *)
+    prepare
+    exec "$wine" "$@"
+    ;;
+esac
