@@ -93,11 +93,11 @@ failure write_file(std::string_view native, std::string_view text) {
   if (fs::exists(target, error) && !fs::is_regular_file(target, error))
     return fs::is_directory(target, error) ? "it is a folder, not a file" : "it is not a file";
   const fs::path beside = unused_name_beside(target);
-  if (const failure why = write_durably(beside, text)) {
+  if (failure why = write_durably(beside, text)) {
     fs::remove(beside, error);
     return why;
   }
-  if (const failure why = replace_durably(beside, target)) {
+  if (failure why = replace_durably(beside, target)) {
     fs::remove(beside, error);
     return why;
   }
