@@ -44,8 +44,8 @@ ff() { ffmpeg -nostdin -v error -y -bitexact "$@"; }
 # lavfi picture source without its size and rate.
 video() {
   case $2 in
-    NTSC) size=720x480 rate=30000/1001 group=15 ;;
-    PAL) size=720x576 rate=25 group=12 ;;
+    NTSC) size=720x480 rate=30000/1001 group=16 ;;
+    PAL) size=720x576 rate=25 group=13 ;;
   esac
   clock="drawtext=fontfile=$font:fontsize=56:fontcolor=white:box=1:boxcolor=black@0.6:boxborderw=12"
   clock="$clock:x=(w-tw)/2:y=h-110:text='%{pts\\:hms}'"

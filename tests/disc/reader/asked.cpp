@@ -1,0 +1,181 @@
+#include "asked.h"
+
+#include "platform/files.h"
+#include "platform/paths.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdint>
+#include <cstdlib>
+#include <sstream>
+#include <string_view>
+
+namespace corvane::disc {
+
+namespace {
+
+std::vector<std::string> split(const std::string& text, char at) {
+  std::vector<std::string> pieces;
+  std::istringstream in(text);
+  std::string piece;
+  while (std::getline(in, piece, at))
+    pieces.push_back(piece);
+  return pieces;
+}
+
+std::string trimmed(std::string text) {
+  text.erase(text.find_last_not_of(' ') + 1);
+  text.erase(0, text.find_first_not_of(' '));
+  return text;
+}
+
+/// The file's lines, handed out one by one and section by section.
+class lines_of {
+ public:
+  explicit lines_of(const std::string& text) : all_(split(text, '\n')) {
+    for (std::string& line : all_)
+      if (!line.empty() && line.back() == '\r')
+        line.pop_back();
+  }
+  std::string line() { return next_ < all_.size() ? all_[next_++] : std::string(); }
+  bool at_end() const { return next_ >= all_.size(); }
+  std::vector<std::string> section() {
+    std::vector<std::string> rows;
+    while (!at_end()) {
+      std::string row = line();
+      if (row == "***")
+        break;
+      rows.push_back(std::move(row));
+    }
+    return rows;
+  }
+
+ private:
+  std::vector<std::string> all_;
+  std::size_t next_ = 0;
+};
+
+asked_title title_of(const std::string& row) {
+  asked_title title;
+  for (const std::string& part : split(row, '/'))
+    title.files.push_back(native_from_stored(part));
+  if (!title.files.empty())
+    title.seconds = measured_seconds(title.files.front());
+  return title;
+}
+
+void add_languages(const std::vector<std::string>& tags, asked_disc& asked) {
+  for (const std::string& tag : tags) {
+    std::istringstream words(tag.substr(std::min(tag.find('\t'), tag.size())));
+    std::string name, code;
+    words >> name >> code;
+    std::transform(code.begin(), code.end(), code.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    if (tag.rfind("Aud", 0) == 0)
+      asked.audio_languages.push_back(code);
+  }
+}
+
+void add_buttons(const std::vector<std::string>& rows, asked_disc& asked) {
+  asked.buttons.assign(static_cast<std::size_t>(asked.menus), 0);
+  for (const std::string& row : rows) {
+    const int menu = row.size() > 7 ? std::atoi(row.substr(4, 2).c_str()) : 0;
+    if (menu >= 1 && menu <= asked.menus && !trimmed(row.substr(7)).empty())
+      ++asked.buttons[static_cast<std::size_t>(menu) - 1];
+  }
+}
+
+double frame_rate(unsigned code) {
+  static const double rates[] = {0, 24000.0 / 1001, 24, 25, 30000.0 / 1001, 30, 50, 60000.0 / 1001};
+  return code < 8 ? rates[code] : 0;
+}
+
+unsigned byte_at(std::string_view bytes, std::size_t at) {
+  return static_cast<std::uint8_t>(bytes[at]);
+}
+
+std::uint32_t word_at(std::string_view bytes, std::size_t at) {
+  return byte_at(bytes, at) << 24 | byte_at(bytes, at + 1) << 16 | byte_at(bytes, at + 2) << 8 |
+         byte_at(bytes, at + 3);
+}
+
+double elementary_seconds(std::string_view bytes) {
+  double rate = 0;
+  int pictures = 0;
+  constexpr std::string_view start("\0\0\1", 3);
+  for (std::size_t at = bytes.find(start); at != std::string_view::npos;
+       at = bytes.find(start, at + 3)) {
+    if (at + 8 > bytes.size())
+      break;
+    const unsigned code = byte_at(bytes, at + 3);
+    if (code == 0xb3)
+      rate = frame_rate(byte_at(bytes, at + 7) & 15);
+    pictures += code == 0;
+  }
+  return rate > 0 ? pictures / rate : 0;
+}
+
+/// Sum over the units of video: each has a navigation packet with its first and last time.
+double program_seconds(std::string_view bytes) {
+  constexpr std::size_t sector = 2048, begin_time = 0x2d + 12, end_time = 0x2d + 16;
+  constexpr std::string_view navigation("\0\0\1\xbf\3\xd4", 6);
+  double seconds = 0;
+  for (std::size_t at = 0; at + sector <= bytes.size(); at += sector)
+    if (bytes.substr(at + 0x26, navigation.size()) == navigation)
+      seconds += (word_at(bytes, at + end_time) - word_at(bytes, at + begin_time)) / 90000.0;
+  return seconds;
+}
+
+}  // namespace
+
+double seconds_of_chapter(const std::string& time) {
+  double seconds = 0;
+  for (const std::string& part : split(time, ':'))
+    seconds = seconds * 60 + std::atof(part.c_str());
+  return seconds;
+}
+
+double measured_seconds(const std::string& native_path) {
+  const auto bytes = read_file(native_path, std::uintmax_t{1} << 30);
+  if (!bytes || bytes->size() < 4)
+    return 0;
+  return word_at(*bytes, 0) == 0x1ba ? program_seconds(*bytes) : elementary_seconds(*bytes);
+}
+
+result<asked_disc> read_asked(const std::string& native_project_path) {
+  const auto text = read_file(native_project_path, std::uintmax_t{1} << 26);
+  if (!text)
+    return result<asked_disc>::fail(text.error);
+  lines_of lines(*text);
+  asked_disc asked;
+  lines.line();
+  for (const std::string& row : lines.section())
+    asked.titles.push_back(title_of(row));
+  const auto chapters = lines.section();
+  const auto delays = lines.section();
+  add_languages(lines.section(), asked);
+  asked.menus = static_cast<int>(lines.section().size());
+  lines.section();
+  add_buttons(lines.section(), asked);
+  const auto posts = lines.section();
+  lines.section();
+  lines.section();
+  for (std::size_t i = 0; i < asked.titles.size(); ++i) {
+    asked_title& title = asked.titles[i];
+    if (i < chapters.size())
+      for (const std::string& time : split(chapters[i], ','))
+        title.chapters.push_back(seconds_of_chapter(time));
+    if (i < delays.size())
+      title.delay_ms = std::atoi(delays[i].c_str());
+    if (i < posts.size())
+      title.post = trimmed(posts[i]);
+  }
+  asked.firstplay = lines.line();
+  asked.region = lines.line();
+  asked.iso = lines.line() == "True";
+  asked.jumptable = lines.line() == "True";
+  asked.hand_edited = !lines.at_end();
+  return result<asked_disc>::ok(std::move(asked));
+}
+
+}  // namespace corvane::disc

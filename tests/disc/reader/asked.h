@@ -1,0 +1,41 @@
+// What a project file asks for, read on its own.
+//
+// The disc is compared with the text of the project file itself, not with what the program under
+// test made of it; hence a reader of its own here, a plain one for files that are in order.
+#pragma once
+
+#include "platform/result.h"
+
+#include <string>
+#include <vector>
+
+namespace corvane::disc {
+
+struct asked_title {
+  std::vector<std::string> files;  ///< native paths, video first; one alone: ready as it is
+  std::vector<double> chapters;    ///< seconds, as asked
+  int delay_ms = 0;
+  std::string post;    ///< command, blanks trimmed; empty: not set
+  double seconds = 0;  ///< length of its video, measured; 0: could not be
+  bool is_ready() const { return files.size() == 1; }
+};
+
+struct asked_disc {
+  std::vector<asked_title> titles;
+  std::vector<std::string> audio_languages;  ///< two letters, lower case, per audio stream
+  int menus = 0;
+  std::vector<int> buttons;  ///< per menu
+  std::string firstplay, region;
+  bool iso = false, jumptable = false, hand_edited = false;
+};
+
+result<asked_disc> read_asked(const std::string& native_project_path);
+
+/// Seconds of a chapter time "HH:MM:SS.ss".
+double seconds_of_chapter(const std::string& time);
+
+/// Length of an MPEG video elementary stream by its pictures and frame rate, or of a DVD program
+/// stream by its navigation packets. 0 when it is neither.
+double measured_seconds(const std::string& native_path);
+
+}  // namespace corvane::disc

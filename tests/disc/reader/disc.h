@@ -1,0 +1,76 @@
+// What is on a DVD-Video disc, read back from a folder or an image.
+//
+// Read with libdvdread from the IFO files; times come from the navigation packets of the streams
+// themselves (90 kHz clock), so that they are those a player sees. Numbers are 1-based as on the
+// disc; times are seconds from the start of the title.
+#pragma once
+
+#include "platform/result.h"
+#include "vm_command.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace corvane::disc {
+
+struct audio_stream {
+  std::string format;    ///< "ac3", "mp2", "lpcm", "dts", ...
+  int channels = 0;      ///< as the disc states them
+  std::string language;  ///< two letters; empty: not stated
+  int packets = 0;       ///< packets of this stream found at the start of the title
+  double begins = 0;     ///< first sound against the first picture; negative: sound is earlier
+};
+
+struct picture_format {
+  std::string standard;  ///< "NTSC" or "PAL"
+  std::string aspect;    ///< "4:3" or "16:9"
+  std::string size;      ///< "720x480"
+};
+
+/// A program chain: what plays and what is done around it.
+struct program_chain {
+  double seconds = 0;
+  int still_seconds = 0;  ///< pause after it; 255: for ever
+  std::vector<vm_command> pre, post, cell;
+};
+
+struct title {
+  int number = 0;
+  int titleset = 0;
+  int number_in_titleset = 0;
+  picture_format picture;
+  program_chain chain;
+  std::vector<double> chapters;  ///< start times; the first is 0
+  std::vector<audio_stream> audio;
+  std::vector<std::string> subpictures;  ///< languages; empty text: not stated
+};
+
+struct button {
+  int x0 = 0, y0 = 0, x1 = 0, y1 = 0;         ///< pixels, right and bottom edge included
+  int up = 0, down = 0, left = 0, right = 0;  ///< numbers of the neighbours
+  vm_command command;
+};
+
+struct menu {
+  int titleset = 0;      ///< 0: menu of the whole disc
+  int number = 0;        ///< number of its program chain in its language
+  std::string language;  ///< two letters
+  std::string entry;     ///< "root", "title", ... when a player's key leads here, else empty
+  program_chain chain;
+  std::vector<button> buttons;
+};
+
+struct contents {
+  int titlesets = 0;
+  int forbidden_regions = 0;  ///< bit n: not in region n+1; 0: plays everywhere
+  std::optional<program_chain> first_play;
+  std::vector<title> titles;
+  std::vector<menu> menus;
+};
+
+/// Reads the disc in a folder (the one that holds VIDEO_TS) or in an image. Fails when there is
+/// none or a table that every disc has cannot be read.
+result<contents> read_disc(const std::string& native_path);
+
+}  // namespace corvane::disc

@@ -1,0 +1,297 @@
+#include "vm_command.h"
+
+#include <cstdio>
+
+namespace corvane::disc {
+
+namespace {
+
+/// Bits of a command, read by position: `(63, 3)` are the three highest.
+class bits_of {
+ public:
+  explicit bits_of(const vm_bytes& bytes) {
+    for (const std::uint8_t b : bytes)
+      all_ = all_ << 8 | b;
+  }
+  unsigned operator()(unsigned highest, unsigned count) const {
+    return static_cast<unsigned>(all_ >> (highest + 1 - count) & ((std::uint64_t{1} << count) - 1));
+  }
+  bool set(unsigned bit) const { return (all_ >> bit & 1) != 0; }
+
+ private:
+  std::uint64_t all_ = 0;
+};
+
+std::string number(unsigned n) {
+  return std::to_string(n);
+}
+
+std::string general_register(unsigned n) {
+  return "g" + number(n);
+}
+
+/// A register field of eight bits: the highest says system ("s4") or general ("g4").
+std::string any_register(unsigned field) {
+  return (field & 0x80 ? "s" : "g") + number(field & 0x7f);
+}
+
+/// A second operand that ends 16 bits from `highest`: a number, or a register in its lower half.
+std::string operand(const bits_of& c, bool immediate, unsigned highest) {
+  return immediate ? number(c(highest, 16)) : any_register(c(highest - 8, 8));
+}
+
+const char* comparison(unsigned op) {
+  static const char* const names[] = {"", " & ", " == ", " != ", " >= ", " > ", " <= ", " < "};
+  return names[op & 7];
+}
+
+std::string condition(const std::string& left, unsigned op, const std::string& right) {
+  return op == 0 ? std::string() : "if (" + left + comparison(op) + right + ") ";
+}
+
+/// The condition of links and control flow.
+std::string condition_of_link(const bits_of& c) {
+  return condition(any_register(c(39, 8)), c(54, 3), operand(c, c.set(55), 31));
+}
+
+/// The condition of jumps and of commands that set system registers.
+std::string condition_of_jump(const bits_of& c) {
+  return condition(any_register(c(15, 8)), c(54, 3), any_register(c(7, 8)));
+}
+
+/// The condition of a command of kind 3.
+std::string condition_of_set(const bits_of& c) {
+  return condition(general_register(c(43, 4)), c(54, 3), operand(c, c.set(55), 15));
+}
+
+/// The condition of a command of kind 4, whose first operand is the register it has just set.
+std::string condition_after_set(const bits_of& c) {
+  return condition(general_register(c(51, 4)), c(54, 3), operand(c, c.set(55), 31));
+}
+
+/// The condition of commands of kinds 5 and 6.
+std::string condition_before_set(const bits_of& c) {
+  if (c.set(60))
+    return condition(general_register(c(31, 8) & 15), c(54, 3), any_register(c(23, 8)));
+  return condition(general_register(c(39, 8) & 15), c(54, 3), operand(c, c.set(55), 31));
+}
+
+std::string assignment(const std::string& target, unsigned op, const std::string& value) {
+  static const char* const names[] = {"",     " = ",  " <-> ",      " += ", " -= ", " *= ",
+                                      " /= ", " %= ", " = random ", " &= ", " |= ", " ^= "};
+  if (op == 0)
+    return "";
+  return op < 12 ? target + names[op] + value : "unknown set";
+}
+
+/// Links within the program chain, and the button that is selected after them.
+std::string link_within(const bits_of& c) {
+  static const char* const names[] = {"Nop",
+                                      "LinkTopCell",
+                                      "LinkNextCell",
+                                      "LinkPrevCell",
+                                      "",
+                                      "LinkTopPG",
+                                      "LinkNextPG",
+                                      "LinkPrevPG",
+                                      "",
+                                      "LinkTopPGC",
+                                      "LinkNextPGC",
+                                      "LinkPrevPGC",
+                                      "LinkGoUpPGC",
+                                      "LinkTailPGC",
+                                      "",
+                                      "",
+                                      "RSM"};
+  const unsigned which = c(4, 5), button = c(15, 6);
+  std::string text = which < 17 ? names[which] : "";
+  if (text.empty())
+    text = "unknown link";
+  return button == 0 ? text : text + ", button " + number(button);
+}
+
+std::string link(const bits_of& c) {
+  const unsigned button = c(15, 6);
+  const std::string select = button == 0 ? "" : ", button " + number(button);
+  switch (c(51, 4)) {
+    case 0:
+      return "";
+    case 1:
+      return link_within(c);
+    case 4:
+      return "LinkPGCN " + number(c(14, 15));
+    case 5:
+      return "LinkPTTN " + number(c(9, 10)) + select;
+    case 6:
+      return "LinkPGN " + number(c(6, 7)) + select;
+    case 7:
+      return "LinkCN " + number(c(7, 8)) + select;
+    default:
+      return "unknown link";
+  }
+}
+
+std::string menu_name(unsigned id) {
+  switch (id) {
+    case 2:
+      return "title menu";
+    case 3:
+      return "root menu";
+    case 4:
+      return "subpicture menu";
+    case 5:
+      return "audio menu";
+    case 6:
+      return "angle menu";
+    case 7:
+      return "chapter menu";
+    default:
+      return "menu " + number(id);
+  }
+}
+
+/// Where JumpSS and CallSS go: the system space is the first-play chain and the menus.
+std::string system_space(const bits_of& c, bool jump) {
+  switch (c(23, 2)) {
+    case 0:
+      return "FP";
+    case 1:
+      return "VMGM " + menu_name(c(19, 4));
+    case 2:
+      return jump ? "VTSM titleset " + number(c(30, 7)) + ", title " + number(c(38, 7)) + ", " +
+                        menu_name(c(19, 4))
+                  : "VTSM " + menu_name(c(19, 4));
+    default:
+      return "VMGM PGC " + number(c(46, 15));
+  }
+}
+
+std::string jump(const bits_of& c) {
+  switch (c(51, 4)) {
+    case 1:
+      return "Exit";
+    case 2:
+      return "JumpTT " + number(c(22, 7));
+    case 3:
+      return "JumpVTS_TT " + number(c(22, 7));
+    case 5:
+      return "JumpVTS_PTT " + number(c(22, 7)) + ":" + number(c(41, 10));
+    case 6:
+      return "JumpSS " + system_space(c, true);
+    case 8: {
+      const unsigned cell = c(31, 8);
+      return "CallSS " + system_space(c, false) +
+             (cell == 0 ? "" : ", resume at cell " + number(cell));
+    }
+    default:
+      return "unknown jump";
+  }
+}
+
+std::string control_flow(const bits_of& c) {
+  switch (c(51, 4)) {
+    case 0:
+      return "Nop";
+    case 1:
+      return condition_of_link(c) + "Goto " + number(c(7, 8));
+    case 2:
+      return condition_of_link(c) + "Break";
+    case 3:
+      return condition_of_link(c) + "SetTmpPML " + number(c(11, 4)) + ", Goto " + number(c(7, 8));
+    default:
+      return "unknown";
+  }
+}
+
+std::string set_streams(const bits_of& c) {
+  static const char* const names[] = {"audio", "subpicture", "angle"};
+  std::string text;
+  for (unsigned i = 0; i < 3; ++i) {
+    const unsigned top = 39 - i * 8;
+    if (!c.set(top))
+      continue;
+    text += std::string(text.empty() ? "" : ", ") + names[i] + " = " +
+            (c.set(60) ? number(c(top - 1, 7)) : general_register(c(top - 4, 4)));
+  }
+  return text;
+}
+
+std::string set_system(const bits_of& c) {
+  switch (c(59, 4)) {
+    case 1:
+      return set_streams(c);
+    case 2:
+      return "timer = " + operand(c, c.set(60), 47) + " then PGC " + number(c(30, 15));
+    case 3:
+      return std::string(c.set(23) ? "counter " : "register ") + general_register(c(19, 4)) +
+             " = " + operand(c, c.set(60), 47);
+    case 4:
+      return "karaoke = " + operand(c, c.set(60), 31);
+    case 6:
+      return "button = " + (c.set(60) ? number(c(31, 6)) : any_register(c(23, 8)));
+    default:
+      return "unknown set";
+  }
+}
+
+/// Assignment of a command of kinds 4 to 6.
+std::string set_before_link(const bits_of& c, const std::string& target) {
+  return assignment(target, c(59, 4), operand(c, c.set(60), 47));
+}
+
+std::string with_link(const std::string& done, const std::string& then) {
+  if (done.empty() || then.empty())
+    return done + then;
+  return done + ", " + then;
+}
+
+}  // namespace
+
+std::string decoded(const vm_bytes& bytes) {
+  const bits_of c(bytes);
+  std::string text;
+  switch (c(63, 3)) {
+    case 0:
+      text = control_flow(c);
+      break;
+    case 1:
+      text = c.set(60) ? condition_of_jump(c) + jump(c) : condition_of_link(c) + link(c);
+      break;
+    case 2:
+      text = condition_of_jump(c) + with_link(set_system(c), link(c));
+      break;
+    case 3:
+      text = condition_of_set(c) +
+             with_link(assignment(general_register(c(35, 4)), c(59, 4), operand(c, c.set(60), 31)),
+                       link(c));
+      break;
+    case 4:
+      text = set_before_link(c, general_register(c(51, 4))) + "; " + condition_after_set(c) +
+             link_within(c);
+      break;
+    case 5:
+      text = condition_before_set(c) + "{ " +
+             with_link(set_before_link(c, general_register(c(51, 4))), link_within(c)) + " }";
+      break;
+    case 6:
+      text = condition_before_set(c) + "{ " + set_before_link(c, general_register(c(51, 4))) +
+             " } " + link_within(c);
+      break;
+    default:
+      text = "unknown";
+  }
+  const bool known = !text.empty() && text.find("unknown") == std::string::npos;
+  return known ? text : "unknown " + hex(bytes);
+}
+
+std::string hex(const vm_bytes& bytes) {
+  std::string text;
+  for (const std::uint8_t b : bytes) {
+    char two[4];
+    std::snprintf(two, sizeof two, "%02x", static_cast<unsigned>(b));
+    text += (text.empty() ? "" : " ") + std::string(two);
+  }
+  return text;
+}
+
+}  // namespace corvane::disc

@@ -1,0 +1,116 @@
+// Decoding of virtual machine commands: byte patterns as dvdauthor writes them for known sources
+// (cross-checked with dvdunauthor), and patterns taken from the layout of the commands.
+#include "vm_command.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane::disc {
+namespace {
+
+struct pattern {
+  vm_bytes bytes;
+  const char* text;
+};
+
+void expect_all(const std::vector<pattern>& patterns) {
+  for (const pattern& p : patterns)
+    EXPECT_EQ(decoded(p.bytes), p.text) << hex(p.bytes);
+}
+
+TEST(vm_command, jumps_between_titles_and_out) {
+  expect_all({
+      {{0x30, 0x01, 0, 0, 0, 0, 0, 0}, "Exit"},
+      {{0x30, 0x02, 0, 0, 0, 0x05, 0, 0}, "JumpTT 5"},
+      {{0x30, 0x03, 0, 0, 0, 0x01, 0, 0}, "JumpVTS_TT 1"},
+      {{0x30, 0x05, 0, 0x02, 0, 0x01, 0, 0}, "JumpVTS_PTT 1:2"},
+      {{0x30, 0x05, 0, 0x63, 0, 0x63, 0, 0}, "JumpVTS_PTT 99:99"},
+  });
+}
+
+TEST(vm_command, jumps_and_calls_to_menus) {
+  expect_all({
+      {{0x30, 0x06, 0, 0x01, 0x01, 0x83, 0, 0}, "JumpSS VTSM titleset 1, title 1, root menu"},
+      {{0x30, 0x06, 0, 0, 0, 0x42, 0, 0}, "JumpSS VMGM title menu"},
+      {{0x30, 0x06, 0, 0x03, 0, 0xc0, 0, 0}, "JumpSS VMGM PGC 3"},
+      {{0x30, 0x06, 0, 0, 0, 0, 0, 0}, "JumpSS FP"},
+      {{0x30, 0x08, 0, 0, 0x01, 0x87, 0, 0}, "CallSS VTSM chapter menu, resume at cell 1"},
+      {{0x30, 0x08, 0, 0, 0, 0x83, 0, 0}, "CallSS VTSM root menu"},
+      {{0x30, 0x08, 0, 0, 0x01, 0x42, 0, 0}, "CallSS VMGM title menu, resume at cell 1"},
+  });
+}
+
+TEST(vm_command, links_within_menus) {
+  expect_all({
+      {{0x20, 0x04, 0, 0, 0, 0, 0, 0x01}, "LinkPGCN 1"},
+      {{0x20, 0x01, 0, 0, 0, 0, 0, 0x0d}, "LinkTailPGC"},
+      {{0x20, 0x01, 0, 0, 0, 0, 0x08, 0x01}, "LinkTopCell, button 2"},
+      {{0x20, 0x01, 0, 0, 0, 0, 0, 0x10}, "RSM"},
+      {{0x20, 0x05, 0, 0, 0, 0, 0, 0x03}, "LinkPTTN 3"},
+      {{0x20, 0x06, 0, 0, 0, 0, 0, 0x04}, "LinkPGN 4"},
+      {{0x20, 0x07, 0, 0, 0, 0, 0x04, 0x02}, "LinkCN 2, button 1"},
+  });
+}
+
+TEST(vm_command, comparisons_before_links) {
+  expect_all({
+      {{0x20, 0xa4, 0, 0x01, 0, 0x02, 0, 0x02}, "if (g1 == 2) LinkPGCN 2"},
+      {{0x20, 0xb4, 0, 0x0e, 0, 0x01, 0, 0x01}, "if (g14 != 1) LinkPGCN 1"},
+      {{0x20, 0x44, 0, 0x01, 0, 0x02, 0, 0x07}, "if (g1 >= g2) LinkPGCN 7"},
+      {{0x20, 0xf4, 0, 0x84, 0, 0x09, 0, 0x01}, "if (s4 < 9) LinkPGCN 1"},
+      {{0x00, 0xa1, 0, 0x0e, 0, 0x01, 0, 0x05}, "if (g14 == 1) Goto 5"},
+      {{0x30, 0x22, 0, 0, 0, 0x01, 0x03, 0x04}, "if (g3 == g4) JumpTT 1"},
+  });
+}
+
+TEST(vm_command, registers_are_set) {
+  expect_all({
+      {{0x71, 0, 0, 0x01, 0, 0x02, 0, 0}, "g1 = 2"},
+      {{0x61, 0, 0, 0x0e, 0, 0x0f, 0, 0}, "g14 = g15"},
+      {{0x61, 0, 0, 0x02, 0, 0x85, 0, 0}, "g2 = s5"},
+      {{0x73, 0, 0, 0x03, 0x01, 0, 0, 0}, "g3 += 256"},
+      {{0x78, 0, 0, 0x03, 0, 0x0a, 0, 0}, "g3 = random 10"},
+      {{0x56, 0, 0, 0, 0x04, 0, 0, 0}, "button = 1"},
+      {{0x51, 0, 0, 0x81, 0, 0, 0, 0}, "audio = 1"},
+      {{0x51, 0, 0, 0x80, 0xc2, 0, 0, 0}, "audio = 0, subpicture = 66"},
+  });
+}
+
+TEST(vm_command, register_is_set_and_link_taken_in_one_command) {
+  expect_all({
+      {{0x71, 0x04, 0, 0x01, 0, 0x02, 0, 0x02}, "g1 = 2, LinkPGCN 2"},
+      {{0x71, 0x01, 0, 0x0f, 0, 0x01, 0, 0x0d}, "g15 = 1, LinkTailPGC"},
+      {{0x91, 0x01, 0, 0x05, 0, 0, 0, 0x01}, "g1 = 5; LinkTopCell"},
+      {{0x91, 0xa1, 0, 0x05, 0, 0x07, 0, 0x02}, "g1 = 5; if (g1 == 7) LinkNextCell"},
+      {{0xb1, 0x21, 0, 0x05, 0x02, 0x03, 0, 0x02}, "if (g2 == g3) { g1 = 5, LinkNextCell }"},
+      {{0xd1, 0x21, 0, 0x05, 0x02, 0x03, 0, 0x02}, "if (g2 == g3) { g1 = 5 } LinkNextCell"},
+  });
+}
+
+TEST(vm_command, empty_command_does_nothing) {
+  expect_all({{{0, 0, 0, 0, 0, 0, 0, 0}, "Nop"}, {{0x20, 0x01, 0, 0, 0, 0, 0, 0}, "Nop"}});
+}
+
+TEST(vm_command, pattern_that_is_no_command_is_shown_as_bytes) {
+  EXPECT_EQ(decoded({0xff, 0, 0, 0, 0, 0, 0, 0x01}), "unknown ff 00 00 00 00 00 00 01");
+  EXPECT_EQ(decoded({0x30, 0x0f, 0, 0, 0, 0, 0, 0}), "unknown 30 0f 00 00 00 00 00 00");
+  EXPECT_EQ(decoded({0x20, 0, 0, 0, 0, 0, 0, 0}), "unknown 20 00 00 00 00 00 00 00");
+}
+
+TEST(vm_command, no_pattern_is_too_odd_to_decode) {
+  for (unsigned high = 0; high < 256; ++high)
+    for (unsigned second = 0; second < 256; second += 5)
+      for (const std::uint8_t rest : vm_bytes{0x00, 0x5a, 0xff, 0x01, 0x80}) {
+        const vm_bytes bytes{static_cast<std::uint8_t>(high),
+                             static_cast<std::uint8_t>(second),
+                             rest,
+                             rest,
+                             rest,
+                             rest,
+                             rest,
+                             rest};
+        ASSERT_FALSE(decoded(bytes).empty()) << hex(bytes);
+      }
+}
+
+}  // namespace
+}  // namespace corvane::disc
