@@ -1,0 +1,49 @@
+// conspawn: runs a work script, its tools' output going where its own goes.
+//
+//   conspawn.exe SCRIPT
+//
+// Only programs that stand in the folder conspawn itself is called from are started. Ends with
+// status 0 when everything went well, 1 when something did not (each such thing has had its line
+// beginning "ERR:").
+
+#include "platform/files.h"
+#include "platform/spawn.h"
+#include "runner/script_interpreter.h"
+
+#include <cstdint>
+#include <exception>
+#include <string>
+
+namespace {
+
+constexpr std::uintmax_t largest_script = 64u << 20;
+
+bool run(const corvane::invocation& own) {
+  // Started through PATH the folder would be unknown; the runner always gives a path.
+  const std::filesystem::path program = corvane::path_of(own.program);
+  if (program.parent_path().empty() || own.arguments.size() != 1) {
+    corvane::write_output("\nERR:  conspawn needs its own path and one script\n");
+    return false;
+  }
+  const std::string folder =
+      corvane::text_of(std::filesystem::absolute(program).parent_path().lexically_normal());
+  const corvane::result<std::string> script = corvane::read_file(own.arguments[0], largest_script);
+  if (!script) {
+    corvane::write_output("\nERR:  the work script cannot be read: " + script.error + "\n");
+    return false;
+  }
+  corvane::system_script_host host(folder);
+  return corvane::run_script(*script, host);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    corvane::begin_as_script_runner();
+    return run(corvane::own_invocation(argc, argv)) ? 0 : 1;
+  } catch (const std::exception& error) {
+    corvane::write_output(std::string("\nERR:  conspawn failed: ") + error.what() + "\n");
+    return 1;
+  }
+}

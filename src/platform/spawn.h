@@ -1,0 +1,55 @@
+// Programs run in the foreground, as a script does: with redirections, as a pipeline, waited for.
+//
+// The programs inherit standard output and standard error, nothing else; standard input is empty
+// unless a file or another program feeds it. They do not outlive this process, however it ends.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+
+/// Programs (native UTF-8 paths, then arguments), each reading what the one before writes.
+struct pipeline {
+  std::vector<std::vector<std::string>> programs;
+  std::string input;          ///< file the first reads; empty: none
+  std::string output;         ///< file the last writes, created or emptied; empty: none
+  bool watch_errors = false;  ///< collect standard error too, while it is passed on
+};
+
+/// How a program of a pipeline ended.
+struct program_end {
+  enum class kind { exited, by_signal, by_exception, not_started };
+  kind how = kind::exited;
+  std::uint32_t number = 0;  ///< exit status; signal; exception code (Windows); system error
+  std::string text;          ///< what the system says of the number; empty for exited
+};
+
+struct pipeline_result {
+  std::string unusable_file;  ///< the redirection that could not be opened; then nothing ran
+  std::string why_unusable;
+  std::vector<program_end> ends;  ///< one for each program
+  std::string errors;             ///< with watch_errors: standard error's first 64 KiB
+};
+
+/// Runs them and waits until all have ended.
+pipeline_result run_pipeline(const pipeline& p);
+
+/// Writes to standard output, past all buffers, in one call where the system takes it all at once.
+void write_output(std::string_view text);
+
+/// The path by which this process was started, and its arguments: UTF-8, whatever main was given.
+/// Symbolic links stay as they are. The path is empty when the system does not tell.
+struct invocation {
+  std::string program;
+  std::vector<std::string> arguments;
+};
+invocation own_invocation(int argc, char** argv);
+
+/// To be called first by conspawn. Makes it and all it starts end when the program that started it
+/// ends, if that was our runner; and lets it go on when nobody reads its output any more.
+void begin_as_script_runner();
+
+}  // namespace corvane

@@ -1,0 +1,70 @@
+// Runs a work script, line by line: what conspawn does.
+//
+// What it touches of the system it reaches through a `script_host`, so that the order of things and
+// every message can be tested without files and programs.
+#pragma once
+
+#include "platform/result.h"
+#include "platform/spawn.h"
+#include "runner/script_line.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace corvane {
+
+class script_host {
+ public:
+  virtual ~script_host() = default;
+
+  /// Prints a text to standard output, in one write.
+  virtual void print(const std::string& text) = 0;
+
+  virtual failure make_folder(const std::string& path) = 0;
+
+  /// Names of the files in the folder of `pattern` that match its last component, as paths.
+  virtual std::vector<std::string> matching(const std::string& pattern) = 0;
+  virtual failure erase(const std::string& path) = 0;
+
+  /// Fails when there is no such file or the new path names something already.
+  virtual failure rename(const std::string& path, const std::string& new_path) = 0;
+
+  /// The path under which a program named in the script is started; empty when it is none that
+  /// scripts may start.
+  virtual std::string allowed_program(const std::string& path) = 0;
+  virtual pipeline_result run(const pipeline& programs) = 0;
+};
+
+/// Runs the whole script. Each thing that goes wrong is printed as a line that begins "ERR:", after
+/// a line break of its own, since a tool may have left its last line open; then the next line is
+/// run, as scripts do. True when nothing went wrong.
+bool run_script(std::string_view script, script_host& host);
+
+/// What went wrong with a program, after "ERR:  ": "mplex.exe ended with status 1". Empty when
+/// nothing did.
+std::string complaint_about(const std::string& name, const program_end& end);
+
+/// Whether gm ended with status 1 for nothing but a drawing it refuses as empty, which happens when
+/// the frame of a button leaves no inside to clear. The picture is right as it stands.
+bool is_harmless_refusal(const std::string& name, const program_end& end, std::string_view errors);
+
+/// The system's host. `own_folder` is the folder conspawn was started from: programs there, other
+/// than conspawn itself, are the ones that scripts may start.
+class system_script_host : public script_host {
+ public:
+  explicit system_script_host(std::string own_folder) : own_folder_(std::move(own_folder)) {}
+  void print(const std::string& text) override;
+  failure make_folder(const std::string& path) override;
+  std::vector<std::string> matching(const std::string& pattern) override;
+  failure erase(const std::string& path) override;
+  failure rename(const std::string& path, const std::string& new_path) override;
+  std::string allowed_program(const std::string& path) override;
+  pipeline_result run(const pipeline& programs) override;
+
+ private:
+  std::string own_folder_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,74 @@
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "project/text.h"
+#include "runner/script_interpreter.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace corvane {
+
+namespace fs = std::filesystem;
+
+void system_script_host::print(const std::string& text) {
+  write_output(text);
+}
+
+failure system_script_host::make_folder(const std::string& path) {
+  if (folder_exists(path))
+    return std::nullopt;
+  return make_folders(path);
+}
+
+std::vector<std::string> system_script_host::matching(const std::string& pattern) {
+  std::vector<std::string> found;
+  const fs::path path = path_of(pattern);
+  const std::string name = text_of(path.filename());
+  if (name.find_first_of("*?") == std::string::npos) {
+    std::error_code error;
+    const fs::file_status there = fs::symlink_status(path, error);
+    if (fs::exists(there) && !fs::is_directory(there))
+      found.push_back(pattern);
+    return found;
+  }
+  const fs::path folder = path.parent_path().empty() ? fs::path(".") : path.parent_path();
+  for (const std::string& file : files_in(text_of(folder)))
+    if (matches_wildcard(name, file))
+      found.push_back(join_path(text_of(folder), file));
+  return found;
+}
+
+failure system_script_host::erase(const std::string& path) {
+  std::error_code error;
+  fs::remove(path_of(path), error);
+  if (error)
+    return error.message();
+  return std::nullopt;
+}
+
+failure system_script_host::rename(const std::string& path, const std::string& new_path) {
+  std::error_code error;
+  if (fs::exists(fs::symlink_status(path_of(new_path), error)))
+    return "a file of the new name is there already";
+  fs::rename(path_of(path), path_of(new_path), error);
+  if (error)
+    return error.message();
+  return std::nullopt;
+}
+
+std::string system_script_host::allowed_program(const std::string& path) {
+  const fs::path program = path_of(path);
+  if (program.parent_path().empty() || own_folder_.empty() ||
+      !same_place(text_of(program.parent_path()), own_folder_))
+    return {};
+  const std::string name = text_of(program.filename());
+  if (lower(name) == "conspawn.exe")
+    return {};
+  return join_path(own_folder_, name);
+}
+
+pipeline_result system_script_host::run(const pipeline& programs) {
+  return run_pipeline(programs);
+}
+
+}  // namespace corvane
