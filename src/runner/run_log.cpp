@@ -1,0 +1,125 @@
+#include "runner/run_log.h"
+
+#include "platform/files.h"
+#include "project/text.h"
+#include "runner/output_text.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path part_of(const std::string& path) {
+  return path_of(path + ".part");
+}
+
+std::string reason(int error) {
+  return error == 0 ? std::string("the file could not be written")
+                    : std::generic_category().message(error);
+}
+
+bool contains(std::string_view text, std::string_view what) {
+  return text.find(what) != std::string_view::npos;
+}
+
+/// An error line of the tools, as the normalized output holds it.
+bool holds_error_line(std::string_view text) {
+  return contains(text, "\r\n ERR") || contains(text, " **ERR");
+}
+
+}  // namespace
+
+void run_log::begin(std::string path) {
+  file_ = std::ofstream();
+  path_ = std::move(path);
+  tail_.clear();
+  opened_ = error_ = marker_ = false;
+  trouble_.reset();
+}
+
+void run_log::open() {
+  opened_ = true;
+  errno = 0;
+  file_.open(part_of(path_), std::ios::binary | std::ios::trunc);
+  if (!file_)
+    trouble_ = reason(errno);
+  write(tail_);
+}
+
+void run_log::append(std::string_view text) {
+  look_at(text);
+  // Cut only now and then: each cut moves what stays.
+  tail_ += text;
+  if (tail_.size() > 4 * view_length)
+    tail_.erase(0, tail_.size() - view_length);
+  if (opened_)
+    write(text);
+}
+
+void run_log::look_at(std::string_view text) {
+  // What is looked for may begin in the piece before: it is joined to this one's beginning.
+  const std::string_view before =
+      std::string_view(tail_).substr(tail_.size() - std::min(tail_.size(), end_marker.size() - 1));
+  std::string border(before);
+  border += text.substr(0, end_marker.size());
+  error_ = error_ || holds_error_line(border) || holds_error_line(text);
+  marker_ = marker_ || contains(border, end_marker) || contains(text, end_marker);
+}
+
+void run_log::write(std::string_view text) {
+  if (trouble_)
+    return;
+  errno = 0;
+  file_.write(text.data(), static_cast<std::streamsize>(text.size()));
+  if (!file_)
+    trouble_ = reason(errno);
+}
+
+bool run_log::at_line_start() const {
+  const std::string_view end = trim_right(tail_);
+  return end.empty() || end.substr(end.size() - 1) == "\n";
+}
+
+failure run_log::finish() {
+  append(crlf);
+  errno = 0;
+  file_.close();
+  if (!file_ && !trouble_)
+    trouble_ = reason(errno);
+  std::error_code error;
+  if (!trouble_) {
+    fs::rename(part_of(path_), path_of(path_), error);
+    // On Windows a program that shows the old log can keep it from being replaced, though not from
+    // being rewritten.
+    if (error)
+      fs::copy_file(part_of(path_), path_of(path_), fs::copy_options::overwrite_existing, error);
+    if (error)
+      trouble_ = error.message();
+  }
+  fs::remove(part_of(path_), error);
+  opened_ = false;
+  return trouble_;
+}
+
+failure run_log::copy_to(const std::string& path, std::string_view last) {
+  file_.flush();
+  std::error_code error;
+  fs::copy_file(opened_ ? part_of(path_) : path_of(path_), path_of(path),
+                fs::copy_options::overwrite_existing, error);
+  std::ofstream file(path_of(path), std::ios::binary | (error ? std::ios::trunc : std::ios::app));
+  if (error)
+    file << tail_;
+  file << crlf << last << crlf;
+  file.close();
+  if (!file)
+    return std::string("the file could not be written");
+  return std::nullopt;
+}
+
+}  // namespace corvane
