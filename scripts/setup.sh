@@ -11,7 +11,7 @@ set -eu
 # Compilers, the toolkit, the tools that make a disc, and the libraries that read one back.
 run_packages="
 build-essential cmake ninja-build pkg-config ccache git
-libwxgtk3.2-dev
+libwxgtk3.2-dev libgtk-3-dev
 mjpegtools dvdauthor graphicsmagick genisoimage
 ffmpeg fonts-dejavu-core libdvdread-dev libdvdnav-dev
 "
