@@ -17,8 +17,13 @@ namespace corvane {
 /// path, add an argument, or put markup into the XML.
 std::optional<std::string> why_not_authorable(const project& p, path_style style);
 
+/// Why a button's bitmap is refused: it cannot be read or is no bitmap file. gm takes a file for
+/// what its first bytes say: a PostScript text named .bmp would be run by Ghostscript.
+std::optional<std::string> why_not_these_bitmaps(const project& p, path_style style);
+
 /// Why hand-edited XML is refused: a file name that dvdauthor would run as a command (it ends in
-/// "|"), or declarations that could hide one.
+/// "|"), declarations or an encoding that could hide one, or an output folder that is not where
+/// the script expects it (second line, first attribute).
 std::optional<std::string> why_not_safe_xml(std::string_view customxml);
 
 /// Why the output folder is refused: it would lose the project's own files or somebody's .mpg files

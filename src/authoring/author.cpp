@@ -1,0 +1,72 @@
+#include "authoring/author.h"
+
+#include "authoring/checks.h"
+#include "authoring/navigation_xml.h"
+#include "platform/files.h"
+#include "platform/program_folder.h"
+#include "project/text.h"
+
+#include <optional>
+
+namespace corvane {
+namespace {
+
+author_result not_started(workbench& w, author_equipment& e, author_result end,
+                          const std::string& text) {
+  e.lock.release();
+  w.ask.message({text, icon::critical, buttons::ok, program_name});
+  return end;
+}
+
+// The XML editor may have changed the text since the run was prepared.
+std::optional<std::string> why_not_edited_xml(const project& p, const prepared_run& run) {
+  if (p.customxml.empty())
+    return std::nullopt;
+  if (const auto why = why_not_safe_xml(p.customxml))
+    return why;
+  if (folder_of_custom_xml(p.customxml) != run.where.out)
+    return "The edited XML names another output folder than \"" + run.where.out +
+           "\", for which this run was prepared.  Please author again.";
+  return std::nullopt;
+}
+
+failure remove_earlier_disc(const prepared_run& run) {
+  for (const std::string& path : run.replace)
+    if (const failure why = remove_all(path))
+      return "\"" + path + "\" of the earlier DVD could not be removed: " + *why +
+             ".  Authoring was not started.";
+  return std::nullopt;
+}
+
+}  // namespace
+
+author_result authordvd(workbench& w, author_equipment& e, const prepared_run& run) {
+  if (!e.lock.take())
+    return not_started(w, e, author_result::folder_in_use,
+                       "Another authoring run is using the program folder \"" + e.app +
+                           "\".  Please wait until it has finished.");
+  if (const auto why = why_not_edited_xml(w.p, run))
+    return not_started(w, e, author_result::refused, *why);
+  if (const failure why = remove_earlier_disc(run))
+    return not_started(w, e, author_result::refused, *why);
+
+  // spumux and dvdauthor stop without a default video format.
+  set_environment("VIDEO_FORMAT", w.p.globalregion);
+  e.screen.show_log();
+  e.screen.set_log_text(version_title + std::string(crlf));
+  e.runner.ExecuteCommand(run.where.in_app("process.bat"));
+  return e.runner.running() ? author_result::started : author_result::not_started;
+}
+
+author_result author_command(workbench& w, author_equipment& e, prepared_run& run) {
+  const author_result prepared = prepare_run(w, e, run);
+  if (prepared != author_result::prepared)
+    return prepared;
+  if (w.p.editxml && e.edit_xml) {
+    e.edit_xml();
+    return author_result::started;
+  }
+  return authordvd(w, e, run);
+}
+
+}  // namespace corvane

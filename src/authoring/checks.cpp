@@ -1,0 +1,71 @@
+#include "authoring/checks.h"
+
+#include "authoring/row_checks.h"
+#include "authoring/rows.h"
+#include "authoring/subtitle_xml.h"
+#include "platform/files.h"
+#include "project/numbers.h"
+
+namespace corvane {
+namespace {
+
+refusal why_not_bitmap(const std::string& stored, path_style style) {
+  const std::string file = native_from_stored(stored, style);
+  const result<std::string> start = first_bytes(file, 2);
+  if (!start)
+    return "the bitmap " + shown_quoted(file) + " cannot be used: " + start.error;
+  if (*start != "BM")
+    return "the file " + shown_quoted(file) + " is not a bitmap";
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::string> why_not_authorable(const project& p, path_style style) {
+  if (p.globalregion != "NTSC" && p.globalregion != "PAL")
+    return "The project's video standard is " + shown_quoted(p.globalregion) +
+           ", which is neither NTSC nor PAL.  Please choose one.";
+  if (const refusal why = why_not_titles(p, style))
+    return why;
+  if (const refusal why = why_not_menus(p, style))
+    return why;
+  // Hand-edited XML has commands, tags and chapters of its own.
+  return p.customxml.empty() ? why_not_navigation(p) : why_not_safe_xml(p.customxml);
+}
+
+std::optional<std::string> why_not_these_bitmaps(const project& p, path_style style) {
+  for (int menu = 1; menu <= menu_count(p); ++menu) {
+    int number = 0;
+    for (const button_record& b : buttons_of(p, menu)) {
+      ++number;
+      for (const std::string& look : {b.highlight, b.select}) {
+        const refusal why = is_bitmap(look) ? why_not_bitmap(look, style) : std::nullopt;
+        if (why)
+          return "Button " + trimmed(number) + " of menu " + trimmed(menu) +
+                 " cannot be authored: " + *why + ".  Please edit the menu.";
+      }
+    }
+  }
+  return std::nullopt;
+}
+
+std::vector<std::string> needed_tools(const project& p) {
+  bool multiplexes = menu_count(p) > 0, subtitles = false;
+  for (int title = 1; title <= title_count(p); ++title) {
+    multiplexes = multiplexes || is_multiplexed_here(p, title);
+    subtitles = subtitles || subtitle_count(p, title) > 0;
+  }
+  std::vector<std::string> tools;
+  if (multiplexes)
+    tools.emplace_back("mplex");
+  if (menu_count(p) > 0)
+    tools.emplace_back("gm");
+  if (menu_count(p) > 0 || subtitles)
+    tools.emplace_back("spumux");
+  tools.emplace_back("dvdauthor");
+  if (p.isocreate)
+    tools.emplace_back("mkisofs");
+  return tools;
+}
+
+}  // namespace corvane

@@ -1,0 +1,223 @@
+#include "authoring/checks.h"
+#include "authoring/row_checks.h"
+#include "authoring/rows.h"
+#include "platform/files.h"
+#include "project/text.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+namespace corvane {
+namespace {
+
+// Comparing places ------------------------------------------------------------------------------
+
+// The folders of a path from the root on, tidied of "." and ".."; on Windows in lower case, since
+// names there differ in more than case.
+std::vector<std::string> steps_of(std::string_view native, path_style style) {
+  std::string text(native);
+  if (style == path_style::windows)
+    text = lower(replace_all(text, "/", "\\"));
+  std::vector<std::string> steps;
+  for (const std::string& step : split(text, separator(style))) {
+    if (step == ".." && !steps.empty())
+      steps.pop_back();
+    if (!step.empty() && step != "." && step != "..")
+      steps.push_back(step);
+  }
+  return steps;
+}
+
+bool same_or_below(const std::vector<std::string>& path, const std::vector<std::string>& folder) {
+  return path.size() >= folder.size() && std::equal(folder.begin(), folder.end(), path.begin());
+}
+
+// The path with the links on it followed, as far as it exists; only where the system that the
+// program runs on writes paths in this style.
+std::string resolved(const std::string& native, path_style style) {
+  if (style != native_style())
+    return native;
+  std::error_code error;
+  const std::filesystem::path real = std::filesystem::weakly_canonical(path_of(native), error);
+  return error ? native : text_of(real);
+}
+
+std::string parent_of(const std::string& native, path_style style) {
+  const auto last = native.rfind(separator(style));
+  return last == std::string::npos ? std::string() : native.substr(0, last);
+}
+
+std::string name_of(const std::string& native, path_style style) {
+  return native.substr(native.rfind(separator(style)) + 1);
+}
+
+// A file counts as being in a folder by the name it was picked with (a link there would be erased)
+// and by the place it really has.
+bool is_below(const std::string& file, const std::string& folder, path_style style) {
+  const auto where = steps_of(resolved(folder, style), style);
+  const std::string by_name =
+      join_path(resolved(parent_of(file, style), style), name_of(file, style), style);
+  return same_or_below(steps_of(by_name, style), where) ||
+         same_or_below(steps_of(resolved(file, style), style), where);
+}
+
+bool is_the_same(const std::string& a, const std::string& b, path_style style) {
+  return steps_of(resolved(a, style), style) == steps_of(resolved(b, style), style);
+}
+
+// What lies in the folder -----------------------------------------------------------------------
+
+// What erase takes for *.mpg.
+bool is_mpg(const std::string& name, path_style style) {
+  return (style == path_style::windows ? lower(name) : name).ends_with(".mpg");
+}
+
+bool is_numbered(std::string_view name, std::string_view before) {
+  if (!name.starts_with(before) || !name.ends_with(".mpg"))
+    return false;
+  const std::string_view number =
+      name.substr(before.size(), name.size() - before.size() - std::string_view(".mpg").size());
+  return !number.empty() && number.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+// Names that the script itself makes; a run that was stopped leaves such files.
+bool is_a_runs_own(const std::string& name, path_style style) {
+  const std::string n = style == path_style::windows ? lower(name) : name;
+  return n == "presub.mpg" || is_numbered(n, "title") || is_numbered(n, "menu") ||
+         is_numbered(n, "menusub");
+}
+
+std::filesystem::file_type type_of(const std::string& native) {
+  std::error_code error;
+  return std::filesystem::symlink_status(path_of(native), error).type();
+}
+
+// Every file that the project reads, native.
+std::vector<std::string> project_files(const project& p, path_style style) {
+  std::vector<std::string> files;
+  for (int title = 1; title <= title_count(p); ++title)
+    for (const auto& some : {title_streams(p, title, style), subtitle_files(p, title, style)})
+      files.insert(files.end(), some.begin(), some.end());
+  for (int menu = 1; menu <= menu_count(p); ++menu) {
+    const menu_streams streams = native_menu_streams(p, menu, style);
+    files.push_back(streams.video);
+    if (!streams.audio.empty())
+      files.push_back(streams.audio);
+    for (const button_record& b : buttons_of(p, menu))
+      for (const std::string& look : {b.highlight, b.select})
+        if (is_bitmap(look))
+          files.push_back(native_from_stored(look, style));
+  }
+  return files;
+}
+
+// The refusals ----------------------------------------------------------------------------------
+
+const std::string advice = "  Please choose another folder.";
+
+bool windows_forbids(std::string_view native) {
+  const std::string_view behind_drive =
+      native.size() >= 2 && native[1] == ':' ? native.substr(2) : native;
+  return behind_drive.find_first_of(":*?>") != std::string_view::npos;
+}
+
+refusal why_not_path(const places& where) {
+  const std::string folder = "The output folder " + shown_quoted(where.out);
+  if (where.out.empty() || (where.style == path_style::windows && where.out.size() == 2))
+    return "The top folder of a disk cannot be the output folder." + advice;
+  if (const refusal why = why_not_usable_path(where.out, where.style))
+    return folder + " cannot be used: it " + *why + "." + advice;
+  if (where.style == path_style::windows && windows_forbids(where.out))
+    return folder + " cannot be used: it contains a character that is not allowed in names." +
+           advice;
+  if (const refusal why = why_not_usable_path(where.app, where.style))
+    return "The program folder " + shown_quoted(where.app) + " cannot be used: it " + *why +
+           ".  Please let the program work in another folder.";
+  return std::nullopt;
+}
+
+refusal why_not_place(const places& where) {
+  const std::string folder = "The output folder \"" + where.out + "\"";
+  const auto type = type_of(where.out);
+  if (type != std::filesystem::file_type::not_found && !folder_exists(where.out))
+    return folder + " is a file, not a folder." + advice;
+  if (is_below(where.app, where.out, where.style))
+    return folder + " holds the program's own folder \"" + where.app +
+           "\", in which authoring writes and erases files." + advice;
+  return std::nullopt;
+}
+
+refusal why_not_a_project_file(const std::string& file, const project& p, const places& where) {
+  const path_style style = where.style;
+  const std::string subject = "The project uses the file \"" + file + "\", ";
+  const bool in_out = is_the_same(parent_of(file, style), where.out, style) ||
+                      is_the_same(parent_of(resolved(file, style), style), where.out, style);
+  if (in_out &&
+      (is_mpg(name_of(file, style), style) || is_mpg(name_of(resolved(file, style), style), style)))
+    return subject + "and authoring erases all .mpg files in its output folder \"" + where.out +
+           "\"." + advice;
+  for (const char* disc : {"VIDEO_TS", "AUDIO_TS"})
+    if (is_below(file, where.in_out(disc), style))
+      return subject + "which would be lost when the DVD in the output folder \"" + where.out +
+             "\" is replaced." + advice;
+  if (p.isocreate && is_the_same(file, where.out + ".iso", style))
+    return subject + "which the disc image would replace." + advice;
+  return std::nullopt;
+}
+
+// Files that the tools would write through: a link leads out of the folder, a second name of a
+// project's file shares its bytes.
+refusal why_not_written_through(const std::string& mpg, const std::vector<std::string>& files) {
+  if (type_of(mpg) == std::filesystem::file_type::symlink)
+    return "\"" + mpg + "\" is a link, and authoring would overwrite what it leads to." + advice;
+  for (const std::string& file : files)
+    if (same_place(mpg, file))
+      return "\"" + mpg + "\" is another name of the project's file \"" + file +
+             "\", and authoring would overwrite it." + advice;
+  return std::nullopt;
+}
+
+refusal why_not_contents(const places& where, const std::vector<std::string>& files) {
+  for (const std::string& name : files_in(where.out)) {
+    if (!is_mpg(name, where.style))
+      continue;
+    const std::string mpg = where.in_out(name);
+    if (!is_a_runs_own(name, where.style))
+      return "The output folder holds the file \"" + shown(mpg) +
+             "\", and authoring erases all .mpg files there.  Please move the file or choose "
+             "another folder.";
+    if (const refusal why = why_not_written_through(mpg, files))
+      return why;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::string> why_not_this_folder(const project& p, const places& where) {
+  if (const refusal why = why_not_path(where))
+    return why;
+  if (const refusal why = why_not_place(where))
+    return why;
+  const std::vector<std::string> files = project_files(p, where.style);
+  for (const std::string& file : files)
+    if (const refusal why = why_not_a_project_file(file, p, where))
+      return why;
+  return why_not_contents(where, files);
+}
+
+std::vector<std::string> earlier_disc(const project& p, const places& where) {
+  std::vector<std::string> found;
+  for (const char* folder : {"VIDEO_TS", "AUDIO_TS"})
+    if (type_of(where.in_out(folder)) != std::filesystem::file_type::not_found)
+      found.push_back(where.in_out(folder));
+  // A folder of the image's name is somebody's own; mkisofs will say that it cannot write there.
+  const auto image = type_of(where.out + ".iso");
+  if (p.isocreate && (image == std::filesystem::file_type::regular ||
+                      image == std::filesystem::file_type::symlink))
+    found.push_back(where.out + ".iso");
+  return found;
+}
+
+}  // namespace corvane

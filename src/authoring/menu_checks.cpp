@@ -1,0 +1,137 @@
+#include "authoring/row_checks.h"
+#include "authoring/rows.h"
+#include "project/numbers.h"
+#include "project/project_file.h"
+#include "project/text.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+constexpr std::size_t most_buttons = 36;
+// A button has one of three groups of four colours, one of them the background; each is a highlight
+// and a select colour. spumux skips a picture that needs more, with status 0.
+constexpr std::size_t most_colour_pairs = 9;
+
+std::string menu_named(int menu) {
+  return "Menu " + trimmed(menu);
+}
+
+std::string button_named(int menu, int button) {
+  return "Button " + trimmed(button) + " of menu " + trimmed(menu);
+}
+
+refusal why_not_menu_file(int menu, const std::string& file, path_style style) {
+  if (const refusal why = why_not_usable_path(file, style))
+    return menu_named(menu) + " cannot be authored: the file name " + shown_quoted(file) + " " +
+           *why + ".  Please remove the menu, rename the file and add the menu again.";
+  return std::nullopt;
+}
+
+refusal why_not_menu_streams(const project& p, int menu, path_style style) {
+  const menu_streams streams = native_menu_streams(p, menu, style);
+  if (const refusal why = why_not_menu_file(menu, streams.video, style))
+    return why;
+  return streams.audio.empty() ? std::nullopt : why_not_menu_file(menu, streams.audio, style);
+}
+
+refusal why_not_options(const project& p, int menu) {
+  const menu_options options = options_of(p, menu);
+  for (const std::string& time : {options.spu_begin, options.spu_end})
+    if (time.empty() || time.find_first_not_of("0123456789:.") != std::string::npos)
+      return menu_named(menu) + " has the button time " + shown_quoted(time) +
+             ", which is not of the form 00:00:00.0.  Please edit the menu.";
+  return std::nullopt;
+}
+
+// spumux takes no rectangle that reaches out of the picture, gm draws none that has no inside.
+refusal why_not_edges(const project& p, int menu, int button, const button_record& b) {
+  for (const std::string& edge : {b.x0, b.y0, b.x1, b.y1})
+    if (!is_decimal(edge))
+      return button_named(menu, button) + " has the position " + shown_quoted(edge) +
+             ", which is not a number.  Please edit the menu.";
+  const double height = p.globalregion == "PAL" ? 576 : 480;
+  const double x0 = leading_number(b.x0), x1 = leading_number(b.x1);
+  const double y0 = leading_number(b.y0), y1 = leading_number(b.y1);
+  if (x0 < 0 || y0 < 0 || x1 > 720 || y1 > height)
+    return button_named(menu, button) + " reaches out of the picture of 720 by " +
+           trimmed(static_cast<int>(height)) + ".  Please edit the menu.";
+  if (x1 < x0 + 2 || y1 < y0 + 1)
+    return button_named(menu, button) + " is too small to be drawn.  Please edit the menu.";
+  return std::nullopt;
+}
+
+refusal why_not_bitmap_name(int menu, int button, const std::string& file, path_style style) {
+  refusal why = why_not_usable_path(file, style);
+  // gm picks how to read a file by its name too, and some of its readers are scripts.
+  if (!why && lower_extension_of(file) != "bmp")
+    why = "does not end in .bmp";
+  if (!why)
+    return std::nullopt;
+  return button_named(menu, button) + " cannot be authored: the bitmap's file name " +
+         shown_quoted(file) + " " + *why + ".  Please rename the file and edit the menu.";
+}
+
+refusal why_not_look(int menu, int button, const button_record& b, path_style style) {
+  for (const std::string& look : {b.highlight, b.select}) {
+    if (is_bitmap(look)) {
+      const std::string file = native_from_stored(look, style);
+      if (const refusal why = why_not_bitmap_name(menu, button, file, style))
+        return why;
+    } else if (std::find(button_colours.begin(), button_colours.end(), look) ==
+               button_colours.end()) {
+      return button_named(menu, button) + " has the colour " + shown_quoted(look) +
+             ", which is none of those a button can have.  Please edit the menu.";
+    }
+  }
+  return std::nullopt;
+}
+
+refusal why_not_colours(int menu, const std::vector<button_record>& buttons) {
+  std::set<std::pair<std::string, std::string>> pairs;
+  for (const button_record& b : buttons)
+    if (!is_bitmap(b.highlight) && !is_bitmap(b.select))
+      pairs.emplace(b.highlight, b.select);
+  if (pairs.size() <= most_colour_pairs)
+    return std::nullopt;
+  return menu_named(menu) + " uses " + std::to_string(pairs.size()) +
+         " combinations of highlight and select colour, but a DVD menu can show 9.  Please edit "
+         "the menu.";
+}
+
+refusal why_not_buttons(const project& p, int menu, path_style style) {
+  const std::vector<button_record> buttons = buttons_of(p, menu);
+  if (buttons.size() > most_buttons)
+    return menu_named(menu) + " has " + std::to_string(buttons.size()) +
+           " buttons, but a DVD menu holds at most 36.  Please edit the menu and delete some.";
+  for (int number = 1; number <= static_cast<int>(buttons.size()); ++number) {
+    const button_record& b = buttons[static_cast<std::size_t>(number) - 1];
+    if (const refusal why = why_not_edges(p, menu, number, b))
+      return why;
+    if (const refusal why = why_not_look(menu, number, b, style))
+      return why;
+  }
+  return why_not_colours(menu, buttons);
+}
+
+}  // namespace
+
+refusal why_not_menus(const project& p, path_style style) {
+  if (menu_count(p) > most_menus)
+    return "The project has " + trimmed(menu_count(p)) +
+           " menus, but a DVD holds at most 99.  Please remove some.";
+  for (int menu = 1; menu <= menu_count(p); ++menu) {
+    if (const refusal why = why_not_menu_streams(p, menu, style))
+      return why;
+    if (const refusal why = why_not_options(p, menu))
+      return why;
+    if (const refusal why = why_not_buttons(p, menu, style))
+      return why;
+  }
+  return std::nullopt;
+}
+
+}  // namespace corvane

@@ -1,0 +1,76 @@
+// What texts of rows may hold, and how they are shown when they hold more.
+#include "authoring/row_checks.h"
+#include "platform/utf8.h"
+#include "project/text.h"
+
+#include <algorithm>
+
+namespace corvane {
+namespace {
+
+bool is_control(char c) {
+  return static_cast<unsigned char>(c) < 0x20 || c == 0x7f;
+}
+
+bool is_continuation(char c) {
+  return (static_cast<unsigned char>(c) & 0xc0u) == 0x80u;
+}
+
+}  // namespace
+
+std::string shown(std::string_view text) {
+  const std::size_t limit = 200;
+  const bool readable = is_utf8(text);
+  std::size_t end = std::min(text.size(), limit);
+  while (readable && end < text.size() && end > 0 && is_continuation(text[end]))
+    --end;
+  std::string s(text.substr(0, end));
+  for (char& c : s)
+    if (is_control(c) || (!readable && static_cast<unsigned char>(c) >= 0x80))
+      c = '?';
+  return end < text.size() ? s + "..." : s;
+}
+
+std::string shown_quoted(std::string_view text) {
+  return "\"" + shown(text) + "\"";
+}
+
+refusal why_not_usable_path(std::string_view native, path_style style) {
+  if (native.empty())
+    return "is empty";
+  if (const refusal why = why_not_storable(native, style))
+    return why;
+  if (!is_absolute(native, style))
+    return "is not a full path";
+  return std::nullopt;
+}
+
+refusal why_not_plain_text(std::string_view text) {
+  if (!is_utf8(text))
+    return "contains bytes that are not UTF-8 text";
+  for (const char c : text) {
+    if (is_control(c))
+      return "contains a control character";
+    if (c == '"' || c == '\'')
+      return "contains a quote";
+    if (c == '<')
+      return "contains a less-than sign (<)";
+  }
+  return std::nullopt;
+}
+
+bool is_decimal(std::string_view text) {
+  text = trim(text);
+  if (text.starts_with('-') || text.starts_with('+'))
+    text.remove_prefix(1);
+  const auto point = text.find('.');
+  const std::string_view whole = text.substr(0, point);
+  const std::string_view fraction =
+      point == std::string_view::npos ? std::string_view() : text.substr(point + 1);
+  const auto digits = [](std::string_view s) {
+    return s.find_first_not_of("0123456789") == std::string_view::npos;
+  };
+  return digits(whole) && digits(fraction) && whole.size() + fraction.size() > 0;
+}
+
+}  // namespace corvane

@@ -1,0 +1,160 @@
+// From "author dvd..." to the files of the run.
+#include "authoring/author.h"
+#include "authoring/checks.h"
+#include "authoring/menu_overlays.h"
+#include "authoring/navigation_xml.h"
+#include "authoring/rows.h"
+#include "authoring/subtitle_xml.h"
+#include "authoring/work_script.h"
+#include "platform/files.h"
+#include "platform/program_folder.h"
+#include "project/numbers.h"
+
+#include <optional>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+/// What ends the conversation early; nothing when it goes on.
+using ending = std::optional<author_result>;
+
+ending tell(workbench& w, author_result end, const std::string& text, icon picture) {
+  w.ask.message({text, picture, buttons::ok, program_name});
+  return end;
+}
+
+ending refuse(workbench& w, const std::string& text) {
+  return tell(w, author_result::refused, text, icon::exclamation);
+}
+
+ending check_project(workbench& w) {
+  if (title_count(w.p) == 0)
+    return tell(w, author_result::nothing_to_author, "please add more titles", icon::exclamation);
+  if (const auto why = why_not_authorable(w.p, native_style()))
+    return refuse(w, *why);
+  if (const auto why = why_not_these_bitmaps(w.p, native_style()))
+    return refuse(w, *why);
+  return std::nullopt;
+}
+
+std::string package_of(const std::string& tool) {
+  for (const outside_tool& t : outside_tools())
+    if (t.name == tool)
+      return t.package;
+  return tool;
+}
+
+ending check_tools(workbench& w, const std::string& app) {
+  std::string missing;
+  for (const std::string& tool : needed_tools(w.p)) {
+    if (tool_is_there(app, tool))
+      continue;
+    missing += missing.empty() ? "" : "\n";
+    missing += tool + " is not installed.  It comes with the package " + package_of(tool) + ".";
+  }
+  if (missing.empty())
+    return std::nullopt;
+  return tell(w, author_result::tool_missing, missing, icon::critical);
+}
+
+// Hand-edited XML names its folder itself, which its check has seen to; any other run asks.
+std::string named_folder(workbench& w) {
+  if (!w.p.customxml.empty())
+    return folder_of_custom_xml(w.p.customxml);
+  return w.ask.save_file({"enter a folder name to create the dvd", "", "folder"});
+}
+
+std::string without_separators_at_the_end(const std::string& folder) {
+  const char* const separators = native_style() == path_style::windows ? "\\/" : "/";
+  return folder.substr(0, folder.find_last_not_of(separators) + 1);
+}
+
+ending choose_folder(workbench& w, prepared_run& run) {
+  const std::string named = named_folder(w);
+  if (named.empty())
+    return author_result::cancelled;
+  run.where.out = without_separators_at_the_end(named);
+  if (const auto why = why_not_this_folder(w.p, run.where))
+    return refuse(w, *why);
+  return std::nullopt;
+}
+
+// dvdauthor adds a second titleset to a disc that it finds, so the earlier one goes or stays whole.
+ending check_earlier_disc(workbench& w, const author_equipment& e, prepared_run& run) {
+  run.replace = earlier_disc(w.p, run.where);
+  if (run.replace.empty())
+    return std::nullopt;
+  if (e.replace_earlier_disc)
+    return *e.replace_earlier_disc ? std::nullopt : ending(author_result::holds_disc);
+
+  const bool image_alone = run.replace.size() == 1 && run.replace[0] == run.where.out + ".iso";
+  std::string text = image_alone ? "The disc image \"" + run.where.out + ".iso\" already exists."
+                                 : "The folder \"" + run.where.out + "\" already holds a DVD.";
+  text += "  Replace it?\n\nThis will be removed:";
+  for (const std::string& path : run.replace)
+    text += "\n" + path;
+  if (w.ask.message({text, icon::exclamation, buttons::yes_no, program_name}) == answer::yes)
+    return std::nullopt;
+  return author_result::holds_disc;
+}
+
+ending take_folder(workbench& w, author_equipment& e) {
+  if (e.lock.take())
+    return std::nullopt;
+  return tell(w, author_result::folder_in_use,
+              "Another authoring run is using the program folder \"" + e.app +
+                  "\".  Please wait until it has finished.",
+              icon::critical);
+}
+
+using named_text = std::pair<std::string, std::string>;
+
+// In the order in which they are written.
+std::vector<named_text> texts_of_run(const project& p, const places& where) {
+  std::vector<named_text> texts;
+  for (int menu = 1; menu <= menu_count(p); ++menu)
+    texts.emplace_back("menu" + trimmed(menu) + ".xml", menu_subpicture_xml(p, where, menu));
+  for (int title = 1; title <= title_count(p); ++title)
+    for (int subtitle = 1; subtitle <= subtitle_count(p, title); ++subtitle)
+      texts.emplace_back("sub" + trimmed(title) + "-" + trimmed(subtitle) + ".xml",
+                         subtitle_xml(p, where, title, subtitle));
+  texts.emplace_back("process.bat", work_script(p, where));
+  texts.emplace_back("config.xml", config_xml(p, where));
+  return texts;
+}
+
+ending write_texts(workbench& w, author_equipment& e, prepared_run& run) {
+  for (const auto& [name, text] : texts_of_run(w.p, run.where)) {
+    const std::string file = run.where.in_app(name);
+    if (const failure why = write_file(file, text)) {
+      e.lock.release();
+      return tell(w, author_result::not_written,
+                  "The file \"" + file + "\" could not be written: " + *why + ".", icon::critical);
+    }
+    run.files.insert(name == "process.bat" ? run.files.begin() : run.files.end(), file);
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+author_result prepare_run(workbench& w, author_equipment& e, prepared_run& run) {
+  run = {};
+  run.where.app = e.app;
+  if (const ending end = check_project(w))
+    return *end;
+  if (const ending end = check_tools(w, e.app))
+    return *end;
+  if (const ending end = choose_folder(w, run))
+    return *end;
+  if (const ending end = check_earlier_disc(w, e, run))
+    return *end;
+  if (const ending end = take_folder(w, e))
+    return *end;
+  if (const ending end = write_texts(w, e, run))
+    return *end;
+  return author_result::prepared;
+}
+
+}  // namespace corvane

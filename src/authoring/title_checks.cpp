@@ -1,0 +1,117 @@
+#include "authoring/row_checks.h"
+#include "authoring/rows.h"
+#include "project/numbers.h"
+#include "project/text.h"
+
+namespace corvane {
+namespace {
+
+// What a titleset can hold. dvdauthor takes more titles and audio streams in silence and makes a
+// disc on which they cannot be reached.
+constexpr std::size_t most_titles = 99;
+constexpr std::size_t most_audio_streams = 8;
+constexpr std::size_t most_subpictures = 32;
+
+std::string title_named(int title) {
+  return "Title " + trimmed(title);
+}
+
+refusal why_not_streams(const project& p, int title, path_style style) {
+  const std::vector<std::string> streams = title_streams(p, title, style);
+  if (streams.empty())
+    return title_named(title) + " names no file.  Please remove it and add it again.";
+  if (streams.size() > most_audio_streams + 1)
+    return title_named(title) + " has " + std::to_string(streams.size() - 1) +
+           " audio streams, but a DVD title holds at most 8.  Please remove the title and add it "
+           "again with fewer.";
+  for (const std::string& stream : streams)
+    if (const refusal why = why_not_usable_path(stream, style))
+      return title_named(title) + " cannot be authored: the file name " + shown_quoted(stream) +
+             " " + *why + ".  Please remove the title, rename the file and add the title again.";
+  return std::nullopt;
+}
+
+// The delay stands in the script outside quotes, so it must be a number and nothing else.
+refusal why_not_delay(const project& p, int title) {
+  const std::string delay = row_of(p.delay, title, "0");
+  if (!is_multiplexed_here(p, title) || leading_number_text(delay) == delay)
+    return std::nullopt;
+  return title_named(title) + " has the A/V delay " + shown_quoted(delay) +
+         ", which is not a number of milliseconds.  Please set the delay again.";
+}
+
+// Which field of a settings row (0-based) is a number, and what the fields are called.
+struct settings_field {
+  const char* name;
+  bool number;
+};
+constexpr settings_field settings_fields[] = {{"horizontal alignment", false},
+                                              {"vertical alignment", false},
+                                              {"left margin", true},
+                                              {"right margin", true},
+                                              {"top margin", true},
+                                              {"bottom margin", true},
+                                              {"font size", true},
+                                              {"font", false},
+                                              {"movie width", true},
+                                              {"movie height", true},
+                                              {"frame rate", true},
+                                              {"character set", false}};
+
+refusal why_not_settings(const project& p, int title, int subtitle) {
+  const std::vector<std::string> fields = subtitle_settings(p, title, subtitle);
+  const std::string advice = "  Please set the subtitle's options again.";
+  const std::string subject =
+      "Subtitle " + trimmed(subtitle) + " of title " + trimmed(title) + " has ";
+  if (fields.size() != std::size(settings_fields))
+    return subject + std::to_string(fields.size()) + " settings instead of 12." + advice;
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    const std::string setting =
+        std::string("the ") + settings_fields[i].name + " " + shown_quoted(fields[i]);
+    if (settings_fields[i].number && !is_decimal(fields[i]))
+      return subject + setting + ", which is not a number." + advice;
+    if (const refusal why = why_not_plain_text(fields[i]))
+      return subject + setting + ", which " + *why + "." + advice;
+  }
+  return std::nullopt;
+}
+
+refusal why_not_subtitles(const project& p, int title, path_style style) {
+  const std::vector<std::string> files = subtitle_files(p, title, style);
+  if (!files.empty() && !is_multiplexed_here(p, title))
+    return title_named(title) +
+           " is an already multiplexed file, to which no subtitles can be added.  Please remove "
+           "the title and add it again.";
+  if (files.size() > most_subpictures)
+    return title_named(title) + " has " + std::to_string(files.size()) +
+           " subtitles, but a DVD title holds at most 32.  Please reset its subtitles.";
+  for (int s = 1; s <= static_cast<int>(files.size()); ++s) {
+    const std::string& file = files[static_cast<std::size_t>(s) - 1];
+    if (const refusal why = why_not_usable_path(file, style))
+      return "Subtitle " + trimmed(s) + " of title " + trimmed(title) +
+             " cannot be authored: the file name " + shown_quoted(file) + " " + *why +
+             ".  Please rename the file and add the subtitle again.";
+    if (const refusal why = why_not_settings(p, title, s))
+      return why;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+refusal why_not_titles(const project& p, path_style style) {
+  if (p.List11.size() > most_titles)
+    return "The project has " + std::to_string(p.List11.size()) +
+           " titles, but a DVD holds at most 99.  Please remove some.";
+  for (int title = 1; title <= title_count(p); ++title) {
+    if (const refusal why = why_not_streams(p, title, style))
+      return why;
+    if (const refusal why = why_not_delay(p, title))
+      return why;
+    if (const refusal why = why_not_subtitles(p, title, style))
+      return why;
+  }
+  return std::nullopt;
+}
+
+}  // namespace corvane

@@ -1,0 +1,65 @@
+#include "authoring/checks.h"
+#include "authoring/navigation_xml.h"
+#include "authoring/row_checks.h"
+#include "authoring/xml_tags.h"
+
+#include <algorithm>
+
+namespace corvane {
+namespace {
+
+std::string refused(const std::string& clause) {
+  return "The hand-edited XML cannot be authored: " + clause +
+         ".  Please edit the XML again, or discard the edit by changing the project.";
+}
+
+// dvdauthor starts what a file name that ends in "|" names as a shell command, for every kind of
+// file; no attribute has another reason to end so.
+refusal why_not_attributes(const std::vector<xml_tag>& tags) {
+  for (const xml_tag& tag : tags)
+    for (const xml_attribute& a : tag.attributes) {
+      const auto last = a.value.find_last_not_of(" \t\r\n");
+      if (last != std::string::npos && a.value[last] == '|')
+        return refused("the attribute " + shown_quoted(a.name) + " of " + shown_quoted(tag.name) +
+                       ", " + shown_quoted(a.value) +
+                       ", ends in a vertical bar (|), which would run it as a command");
+    }
+  return std::nullopt;
+}
+
+std::size_t second_line(std::string_view text) {
+  const auto end = text.find('\n');
+  if (end == std::string_view::npos)
+    return text.size();
+  return std::min(text.find_first_not_of(" \t", end + 1), text.size());
+}
+
+// Script and dvdauthor must mean the same folder: the first tag stands on the second line, and no
+// other names one.
+refusal why_not_folder_line(std::string_view text, const std::vector<xml_tag>& tags) {
+  const std::string other = "its second line is not the one that names the output folder";
+  if (tags.empty() || tags[0].name != "dvdauthor" || tags[0].at != second_line(text))
+    return refused(other);
+  const std::vector<xml_attribute>& attributes = tags[0].attributes;
+  if (attributes.empty() || attributes[0].name != "dest" ||
+      attributes[0].value != folder_of_custom_xml(text))
+    return refused(other);
+  for (std::size_t i = 0; i < tags.size(); ++i)
+    for (const xml_attribute& a : tags[i].attributes)
+      if (a.name == "dest" && &a != &attributes[0])
+        return refused("it names more than one output folder");
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::string> why_not_safe_xml(std::string_view customxml) {
+  const result<std::vector<xml_tag>> tags = xml_start_tags(customxml);
+  if (!tags)
+    return refused(tags.error);
+  if (const refusal why = why_not_attributes(*tags))
+    return why;
+  return why_not_folder_line(customxml, *tags);
+}
+
+}  // namespace corvane
