@@ -1,0 +1,62 @@
+#!/bin/sh
+# From a fresh clone to a disc: installs what is missing, builds the programs, makes the sample
+# media, authors the sample project with the real tools, reads the disc back and shows what is on
+# it beside what the project asks for. Fails when the two disagree.
+#
+#   scripts/author-sample.sh [PROJECT.cvp]     (default: the NTSC sample; samples/media/sample-pal.cvp
+#                                               is the PAL one)
+#
+# Everything it makes is under build/ and samples/media/. Run again, it builds and encodes nothing
+# anew, but authors again.
+set -eu
+
+cd "$(dirname -- "$0")/.."
+here=$(pwd)
+case ${1-} in
+  '') project=$here/samples/media/sample.cvp ;;
+  /*) project=$1 ;;
+  *) project=$OLDPWD/$1 ;;
+esac
+
+fail() {
+  echo "author-sample.sh: $*" >&2
+  exit 1
+}
+
+./scripts/setup.sh --run
+
+mkdir -p build
+if [ ! -f build/release/build.ninja ]; then
+  cmake --preset release >build/release.configure.log 2>&1 </dev/null || {
+    cat build/release.configure.log >&2
+    fail "configuring the build failed"
+  }
+fi
+echo "Building"
+cmake --build build/release -j "${CORVANE_JOBS:-$(nproc)}" \
+  --target corvane --target corvane-author --target conspawn --target disc-report </dev/null ||
+  fail "the build failed"
+
+./samples/make.sh
+
+name=$(basename -- "$project" .cvp)
+home=$here/build/sample/home
+disc=$here/build/sample/$name
+mkdir -p "$home"
+echo "Authoring $project"
+status=0
+CORVANE_HOME=$home build/release/bin/corvane-author --replace "$project" "$disc" || status=$?
+[ "$status" = 0 ] || fail "corvane-author ended with status $status"
+
+# The image stands beside the folder when the project asks for one.
+set -- "$disc"
+[ ! -f "$disc.iso" ] || set -- "$@" "$disc.iso"
+echo
+build/release/bin/disc-report --project "$project" "$@" ||
+  fail "the disc is not what the project asks for"
+
+echo "Disc and project agree."
+echo "  folder:  $disc"
+[ ! -f "$disc.iso" ] || echo "  image:   $disc.iso"
+echo "  log:     $home/CorvaneLOG.txt"
+echo "  window:  ./scripts/run.sh \"$project\""
