@@ -1,0 +1,281 @@
+// Discs authored with the real tools by corvane-author, read back.
+#include "iso_volume.h"
+#include "report.h"
+#include "studio.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace corvane::disc {
+namespace {
+
+using testing::DoubleNear;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+std::vector<std::string> texts(const std::vector<vm_command>& commands) {
+  std::vector<std::string> all;
+  for (const vm_command& c : commands)
+    all.push_back(c.text());
+  return all;
+}
+
+/// Chapter times on the disc, each within one unit of video of the one asked for.
+void expect_chapters(const title& t, const std::vector<double>& asked) {
+  ASSERT_EQ(t.chapters.size(), asked.size());
+  for (std::size_t i = 0; i < asked.size(); ++i)
+    EXPECT_NEAR(t.chapters[i], asked[i], chapter_tolerance) << "chapter " << i + 1;
+}
+
+/// Authors a sample project as it stands; disc and image must be what it asks for.
+void expect_sample(const std::string& name) {
+  const studio s;
+  const finished done = run({{CORVANE_AUTHOR, media(name), s.out()}, {{"CORVANE_HOME", s.app()}}});
+  ASSERT_EQ(done.status, 0) << done.out;
+  const auto asked = read_asked(media(name));
+  ASSERT_TRUE(asked) << asked.error;
+  for (const std::string& place : {s.out(), s.image()}) {
+    const auto disc = read_disc(place);
+    ASSERT_TRUE(disc) << disc.error;
+    EXPECT_TRUE(all_agree(report(*disc, &*asked, nullptr)))
+        << place << "\n"
+        << table(report(*disc, &*asked, nullptr), true);
+  }
+  const auto volume = read_iso_volume(s.image());
+  ASSERT_TRUE(volume) << volume.error;
+  EXPECT_EQ(volume->name, "DVDVideo");
+  EXPECT_TRUE(volume->udf());
+}
+
+TEST(authored_disc, sample_is_what_its_project_asks_for) {
+  expect_sample("sample.cvp");
+}
+
+TEST(authored_disc, pal_sample_is_what_its_project_asks_for) {
+  expect_sample("sample-pal.cvp");
+}
+
+TEST(authored_disc, pal_disc_has_pal_pictures) {
+  project p;
+  p.globalregion = "PAL";
+  add_title(p, {stored_media("clip-pal.m2v"), stored_media("clip.mp2")}, "00:00:00.00,00:00:03.00");
+  const studio s;
+  const contents disc = s.authored(p);
+  ASSERT_EQ(disc.titles.size(), 1u);
+  EXPECT_EQ(disc.titles[0].picture.standard, "PAL");
+  EXPECT_EQ(disc.titles[0].picture.size, "720x576");
+  expect_chapters(disc.titles[0], {0, 3});
+}
+
+TEST(authored_disc, chapters_begin_within_one_unit_of_video_of_the_times_asked_for) {
+  project p;
+  const std::vector<std::string> streams{stored_media("clip-ntsc.m2v"), stored_media("clip.ac3")};
+  add_title(p, streams, "00:00:00.00,00:00:01.50,00:00:03.25,00:00:05.00");
+  add_title(p, streams, "00:00:00.00");
+  add_title(p, streams, "00:00:00.00,00:00:04.99");
+  const studio s;
+  const contents disc = s.authored(p);
+  ASSERT_EQ(disc.titles.size(), 3u);
+  expect_chapters(disc.titles[0], {0, 1.5, 3.25, 5});
+  expect_chapters(disc.titles[1], {0});
+  expect_chapters(disc.titles[2], {0, 4.99});
+  for (const title& t : disc.titles)
+    EXPECT_NEAR(t.chain.seconds, 6, 0.1);
+}
+
+TEST(authored_disc, audio_streams_keep_their_formats_channels_and_languages) {
+  project p;
+  p.languagetags = {"Audio tag:\tENGLISH EN", "Audio tag:\tGERMAN DE ", "Audio tag:\tFRENCH FR"};
+  add_title(p, {stored_media("clip-ntsc.m2v"), stored_media("clip.ac3"),
+                stored_media("clip-six-channels.ac3"), stored_media("clip.mp2")});
+  const studio s;
+  const contents disc = s.authored(p);
+  ASSERT_EQ(disc.titles.size(), 1u);
+  const std::vector<audio_stream>& audio = disc.titles[0].audio;
+  ASSERT_EQ(audio.size(), 3u);
+  EXPECT_EQ(audio[0].format, "ac3");
+  EXPECT_EQ(audio[0].channels, 2);
+  EXPECT_EQ(audio[0].language, "en");
+  EXPECT_EQ(audio[1].format, "ac3");
+  EXPECT_EQ(audio[1].channels, 6);
+  EXPECT_EQ(audio[1].language, "de");
+  EXPECT_EQ(audio[2].format, "mp2");
+  EXPECT_EQ(audio[2].channels, 2);
+  EXPECT_EQ(audio[2].language, "fr");
+  for (const audio_stream& stream : audio)
+    EXPECT_GT(stream.packets, 0) << stream.language;
+}
+
+TEST(authored_disc, eight_audio_streams_are_all_there) {
+  project p;
+  add_title(p, {stored_media("clip-ntsc.m2v"), stored_media("clip.ac3"), stored_media("clip.ac3"),
+                stored_media("clip.ac3"), stored_media("clip.ac3"), stored_media("clip.ac3"),
+                stored_media("clip.ac3"), stored_media("clip.ac3"), stored_media("clip.ac3")});
+  const studio s;
+  const contents disc = s.authored(p);
+  ASSERT_EQ(disc.titles.size(), 1u);
+  ASSERT_EQ(disc.titles[0].audio.size(), 8u);
+  for (const audio_stream& stream : disc.titles[0].audio)
+    EXPECT_GT(stream.packets, 0);
+}
+
+TEST(authored_disc, delay_moves_the_picture_against_the_sound) {
+  for (const int delay : {0, 200, -150}) {
+    project p;
+    add_title(p, {stored_media("clip-ntsc.m2v"), stored_media("clip.ac3")}, "00:00:00.00",
+              std::to_string(delay));
+    const studio s;
+    const contents disc = s.authored(p);
+    ASSERT_EQ(disc.titles.size(), 1u);
+    ASSERT_EQ(disc.titles[0].audio.size(), 1u);
+    EXPECT_NEAR(disc.titles[0].audio[0].begins, -delay / 1000.0, 0.035) << delay;
+  }
+}
+
+TEST(authored_disc, muxed_title_alone_is_used_as_it_stands) {
+  project p;
+  add_title(p, {stored_media("muxed-ntsc.vob")}, "00:00:00.00,00:00:02.00");
+  const studio s;
+  const contents disc = s.authored(p);
+  ASSERT_EQ(disc.titles.size(), 1u);
+  expect_chapters(disc.titles[0], {0, 2});
+  ASSERT_EQ(disc.titles[0].audio.size(), 1u);
+  EXPECT_EQ(disc.titles[0].audio[0].format, "ac3");
+  EXPECT_TRUE(file_exists(media("muxed-ntsc.vob")));
+}
+
+TEST(authored_disc, without_post_commands_titles_follow_each_other_and_the_last_one_ends) {
+  project p = short_project();
+  add_title(p, {stored_media("muxed-ntsc.vob")});
+  add_title(p, {stored_media("clip-ntsc.m2v"), stored_media("clip.mp2")});
+  const studio s;
+  const contents disc = s.authored(p);
+  ASSERT_EQ(disc.titles.size(), 3u);
+  EXPECT_THAT(texts(disc.titles[0].chain.post), ElementsAre("JumpVTS_TT 2"));
+  EXPECT_THAT(texts(disc.titles[1].chain.post), ElementsAre("JumpVTS_TT 3"));
+  EXPECT_THAT(texts(disc.titles[2].chain.post), ElementsAre("Exit"));
+}
+
+TEST(authored_disc, post_commands_stand_on_the_disc_as_the_project_has_them) {
+  project p = short_project();
+  add_title(p, {stored_media("muxed-ntsc.vob")}, "00:00:00.00,00:00:02.00,00:00:04.00");
+  add_title(p, {stored_media("muxed-ntsc.vob")});
+  p.postinfo = {"exit                     ", "jump title 2 chapter 3   ",
+                "jump title 1             "};
+  const studio s;
+  const contents disc = s.authored(p);
+  ASSERT_EQ(disc.titles.size(), 3u);
+  EXPECT_THAT(texts(disc.titles[0].chain.post), ElementsAre("Exit"));
+  EXPECT_THAT(texts(disc.titles[1].chain.post), ElementsAre("JumpVTS_PTT 2:3"));
+  EXPECT_THAT(texts(disc.titles[2].chain.post), ElementsAre("JumpVTS_TT 1"));
+}
+
+TEST(authored_disc, first_play_is_title_one_by_default_and_what_is_asked_for_otherwise) {
+  project p = short_project();
+  add_title(p, {stored_media("muxed-ntsc.vob")});
+  const studio by_default;
+  contents disc = by_default.authored(p);
+  ASSERT_TRUE(disc.first_play);
+  EXPECT_THAT(texts(disc.first_play->pre), ElementsAre("JumpTT 1"));
+
+  p.firstplay = "jump title 2";
+  const studio asked;
+  disc = asked.authored(p);
+  ASSERT_TRUE(disc.first_play);
+  EXPECT_THAT(texts(disc.first_play->pre), ElementsAre("JumpTT 2"));
+}
+
+TEST(authored_disc, image_is_made_when_the_project_or_the_command_line_asks_for_it) {
+  project p = short_project();
+  const studio without;
+  without.authored(p);
+  EXPECT_FALSE(file_exists(without.image()));
+
+  const studio asked;
+  asked.authored(p, {"--iso"});
+  const auto disc = read_disc(asked.image());
+  ASSERT_TRUE(disc) << disc.error;
+  EXPECT_EQ(disc->titles.size(), 1u);
+
+  p.isocreate = true;
+  const studio by_project;
+  by_project.authored(p);
+  EXPECT_TRUE(file_exists(by_project.image()));
+
+  const studio refused;
+  refused.authored(p, {"--no-iso"});
+  EXPECT_FALSE(file_exists(refused.image()));
+}
+
+TEST(authored_disc, multiplexed_streams_do_not_stay_beside_the_disc) {
+  const studio s;
+  s.authored(short_project());
+  EXPECT_THAT(files_in(s.out()), ElementsAre());
+  EXPECT_TRUE(folder_exists(s.out() + "/VIDEO_TS"));
+}
+
+TEST(authored_disc, folder_that_holds_a_disc_is_refused_and_left_as_it_was) {
+  const studio s;
+  s.authored(short_project());
+  project other = short_project();
+  add_title(other, {stored_media("muxed-ntsc.vob")});
+  const auto before = s.folder().read("work/disc/VIDEO_TS/VIDEO_TS.IFO");
+  const finished done = s.author(other);
+  EXPECT_EQ(done.status, 2) << done.out;
+  EXPECT_EQ(s.folder().read("work/disc/VIDEO_TS/VIDEO_TS.IFO"), before);
+  const auto disc = s.disc();
+  ASSERT_TRUE(disc) << disc.error;
+  EXPECT_EQ(disc->titles.size(), 1u);
+}
+
+TEST(authored_disc, replaced_disc_has_one_titleset_and_other_files_of_the_folder_stay) {
+  const studio s;
+  s.authored(short_project(), {"--iso"});
+  s.folder().add("work/disc/notes.txt", "keep me");
+  project other = short_project();
+  add_title(other, {stored_media("muxed-ntsc.vob")});
+  const contents disc = s.authored(other, {"--replace", "--iso"});
+  EXPECT_EQ(disc.titlesets, 1);
+  EXPECT_EQ(disc.titles.size(), 2u);
+  EXPECT_EQ(s.folder().read("work/disc/notes.txt"), "keep me");
+  const auto image = read_disc(s.image());
+  ASSERT_TRUE(image) << image.error;
+  EXPECT_EQ(image->titles.size(), 2u);
+}
+
+TEST(authored_disc, hand_edited_xml_is_what_is_authored) {
+  const studio s;
+  project p = short_project();
+  add_title(p, {stored_media("muxed-ntsc.vob")});
+  p.customxml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<dvdauthor dest=\"" + s.out() +
+                "\">\r\n<!-- DO NOT edit the 2 lines above -->\r\n<vmgm><fpc>jump title 2;</fpc>"
+                "</vmgm>\r\n<titleset><titles><audio lang=\"FR\"/>\r\n<pgc><vob file=\"" +
+                s.out() +
+                "/title1.mpg\" chapters=\"0,0:03\"/><post>g3=7; jump title 2;</post></pgc>" +
+                "\r\n<pgc><vob file=\"" + media("muxed-ntsc.vob") +
+                "\"/><post>exit;</post></pgc></titles></titleset></dvdauthor>\r\n";
+  const contents disc = s.authored(p);
+  ASSERT_EQ(disc.titles.size(), 2u);
+  expect_chapters(disc.titles[0], {0, 3});
+  EXPECT_THAT(texts(disc.titles[0].chain.post), ElementsAre("g3 = 7", "JumpVTS_TT 2"));
+  ASSERT_EQ(disc.titles[0].audio.size(), 1u);
+  EXPECT_EQ(disc.titles[0].audio[0].language, "fr");
+  ASSERT_TRUE(disc.first_play);
+  EXPECT_THAT(texts(disc.first_play->pre), ElementsAre("JumpTT 2"));
+}
+
+TEST(authored_disc, text_subtitles_become_a_subpicture_with_its_language) {
+  const studio s;
+  s.folder().add("work/subtitles.srt", "1\n00:00:01,000 --> 00:00:03,000\nHello\n");
+  project p = short_project();
+  p.languagetags = {"Subtitle tag:\tFRENCH FR"};
+  p.subtitledata[0] = s.folder().stored("work/subtitles.srt");
+  p.subtitleoptions[0] = "center,bottom,60,60,30,30,28.0,DejaVu Sans,720,478,29.97,UTF-8|";
+  const contents disc = s.authored(p);
+  ASSERT_EQ(disc.titles.size(), 1u);
+  EXPECT_THAT(disc.titles[0].subpictures, ElementsAre("fr"));
+  EXPECT_NEAR(disc.titles[0].chain.seconds, 6, 0.1);
+}
+
+}  // namespace
+}  // namespace corvane::disc
