@@ -1,0 +1,114 @@
+#!/bin/sh
+# Measures, in a few minutes, and writes the table docs/benchmarks.md. Speed is never a test: what
+# is compared is compared within one run on one machine, in turns.
+#
+#   scripts/bench.sh            writes docs/benchmarks.md
+#   scripts/bench.sh --quick    fewer repetitions, prints the table only
+set -eu
+
+cd "$(dirname -- "$0")/.."
+quick=no
+[ "${1:-}" != --quick ] || quick=yes
+
+./scripts/setup.sh --test
+mkdir -p build
+echo "Building"
+cmake --preset bench >build/bench.configure.log 2>&1 || {
+  cat build/bench.configure.log >&2
+  exit 1
+}
+cmake --build build/bench >build/bench.build.log 2>&1 || {
+  tail -n 50 build/bench.build.log >&2
+  exit 1
+}
+
+bin=$(pwd)/build/bench/bin
+work=$(pwd)/build/bench/work
+rm -rf "$work"
+mkdir -p "$work"
+table=$work/benchmarks.md
+
+row() { printf '| %s | %s | %s |\n' "$1" "$2" "$3" >>"$table"; }
+
+cat >"$table" <<TEXT
+# How fast it is
+
+Written by \`./scripts/bench.sh\`: each line compares things measured in turns in one run, so the ratios hold
+elsewhere and the milliseconds only on this machine: $(nproc) cores ($(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -n 1)),
+$(. /etc/os-release && echo "$PRETTY_NAME"), $(date -u +%Y-%m-%d). "At most" is what a change must not go beyond.
+
+| What | At most | Measured |
+|---|---|---|
+TEXT
+
+# The largest project: 99 titles of 8 audio streams and 99 chapters, 99 menus of 36 buttons.
+project() {
+  echo "The largest project"
+  repetitions=9
+  [ $quick = no ] || repetitions=3
+  CORVANE_BENCH_FOLDER="$work/project" "$bin/project_bench" --benchmark_repetitions=$repetitions \
+    --benchmark_report_aggregates_only=true --benchmark_min_time=0.2 \
+    --benchmark_format=csv 2>/dev/null | tr -d '"' >"$work/project.csv"
+  median() { awk -F, -v name="$1/$2/real_time_median" '$1 == name { printf "%.1f", $3 }' "$work/project.csv"; }
+  for name in load save parse build_text; do
+    whole=$(median $name 99)
+    sizes="$(median $name 25) / $(median $name 50) / $whole ms"
+    case $name in
+      load) row "Load the largest project, every file looked up; a quarter / half / the whole" "50 ms, linear" "$sizes" ;;
+      save) row "Save it, flushed to the disk; a quarter / half / the whole" "50 ms, linear" "$sizes" ;;
+      parse) row "of loading: the text taken apart" "" "$sizes" ;;
+      build_text) row "of saving: the text built" "" "$sizes" ;;
+    esac
+  done
+  "$bin/project_bench" --write "$work/largest" >"$work/largest.txt"
+  "$bin/project_bench" --peak "$work/largest" >>"$work/largest.txt"
+  row "Memory while loading it (file of $(awk '/^bytes/ { printf "%.0f", $2 / 1000 }' "$work/largest.txt") kB)" "" \
+    "$(awk '/^before/ { before = $2 } /^peak/ { printf "%.1f MB at most, %.1f MB before", $2 / 1024, before / 1024 }' "$work/largest.txt")"
+}
+
+# A display of its own without a window manager; the number is the first free one.
+window() {
+  echo "The window"
+  [ -x "$bin/corvane" ] || {
+    echo "bench.sh: no $bin/corvane" >&2
+    exit 1
+  }
+  runs=15
+  [ $quick = no ] || runs=5
+  mkdir -p "$work/home"
+  env HOME="$work/home" XDG_CONFIG_HOME="$work/home/config" XDG_DATA_HOME="$work/home/data" \
+    CORVANE_HOME="$work/home/corvane" GDK_BACKEND=x11 NO_AT_BRIDGE=1 \
+    xvfb-run -a -s '-screen 0 1280x1024x24 -nolisten tcp' \
+    "$bin/first_paint" $runs "$bin/corvane" "$bin/empty_window" 2>/dev/null >"$work/window.txt"
+  cells() { awk -v name="$1" -v by="$2" -v unit="$3" '$1 == name {
+    printf "%.2f (%.0f against %.0f %s)", $4, $2 / by, $3 / by, unit }' "$work/window.txt"; }
+  row "Start of the window to its first paint, against an empty wxWidgets window" "1.3" "$(cells first-paint-ms 1 ms)"
+  row "Resident memory a second later, against the same" "1.3" "$(cells resident-kB 1024 MB)"
+  row "The same, shared pages counted by their share" "" "$(cells proportional-kB 1024 MB)"
+}
+
+# A tool that prints as fast as it can, through the runner and into cat.
+runner() {
+  echo "The runner"
+  "$bin/runner_bench" >"$work/runner.txt"
+}
+
+# The sample by corvane-author against the same commands by hand.
+sample() {
+  echo "The sample"
+  runs=9
+  [ $quick = no ] || runs=3
+  CORVANE_BIN="$bin" ./bench/authoring_bench.sh $runs >"$work/sample.txt" || [ -s "$work/sample.txt" ]
+}
+
+sample
+runner
+project
+window
+
+cat "$table"
+if [ $quick = no ]; then
+  mkdir -p docs
+  cp "$table" docs/benchmarks.md
+  echo "Written: docs/benchmarks.md"
+fi
