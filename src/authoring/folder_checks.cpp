@@ -184,8 +184,8 @@ refusal why_not_contents(const places& where, const std::vector<std::string>& fi
       continue;
     const std::string mpg = where.in_out(name);
     if (!is_a_runs_own(name, where.style))
-      return "The output folder holds the file \"" + shown(mpg) +
-             "\", and authoring erases all .mpg files there.  Please move the file or choose "
+      return "The output folder holds the file " + shown_quoted(mpg) +
+             ", and authoring erases all .mpg files there.  Please move the file or choose "
              "another folder.";
     if (const refusal why = why_not_written_through(mpg, files))
       return why;

@@ -1,9 +1,8 @@
 // What texts of rows may hold, and how they are shown when they hold more.
 #include "authoring/row_checks.h"
 #include "platform/utf8.h"
+#include "project/messages.h"
 #include "project/text.h"
-
-#include <algorithm>
 
 namespace corvane {
 namespace {
@@ -12,27 +11,10 @@ bool is_control(char c) {
   return static_cast<unsigned char>(c) < 0x20 || c == 0x7f;
 }
 
-bool is_continuation(char c) {
-  return (static_cast<unsigned char>(c) & 0xc0u) == 0x80u;
-}
-
 }  // namespace
 
-std::string shown(std::string_view text) {
-  const std::size_t limit = 200;
-  const bool readable = is_utf8(text);
-  std::size_t end = std::min(text.size(), limit);
-  while (readable && end < text.size() && end > 0 && is_continuation(text[end]))
-    --end;
-  std::string s(text.substr(0, end));
-  for (char& c : s)
-    if (is_control(c) || (!readable && static_cast<unsigned char>(c) >= 0x80))
-      c = '?';
-  return end < text.size() ? s + "..." : s;
-}
-
 std::string shown_quoted(std::string_view text) {
-  return "\"" + shown(text) + "\"";
+  return "\"" + shown_short(text, 200) + "\"";
 }
 
 refusal why_not_usable_path(std::string_view native, path_style style) {

@@ -25,11 +25,7 @@ refusal why_not_navigation(const project& p);
 
 // What a text may hold -------------------------------------------------------------------------
 
-/// Any text as a message can show it: control characters and bytes that are not UTF-8 as "?", cut
-/// after 200 bytes.
-std::string shown(std::string_view text);
-
-/// The same in double quotes.
+/// Any text as a message can show it, in double quotes: what cannot be shown as "?", long ones cut.
 std::string shown_quoted(std::string_view text);
 
 /// Why a native path cannot go into script and XML, as a clause ("is not a full path").

@@ -136,7 +136,8 @@ class tag_reader {
       const std::string_view named = value == std::string::npos
                                          ? std::string_view()
                                          : std::string_view(text).substr(value + 1);
-      if (!named.starts_with("utf-8\"") && !named.starts_with("utf-8'"))
+      const bool once = text.find("encoding", encoding + 1) == std::string::npos;
+      if (!once || (!named.starts_with("utf-8\"") && !named.starts_with("utf-8'")))
         return fail("its encoding is not UTF-8");
     }
     return pass(2, "?>");

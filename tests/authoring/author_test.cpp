@@ -1,0 +1,416 @@
+// The driver's whole conversations, with a launcher that starts nothing.
+#include "authoring/author.h"
+
+#include "authoring/sample_projects.h"
+#include "platform/files.h"
+#include "platform/process.h"
+#include "platform/program_folder.h"
+#include "project/text.h"
+#include "support/environment_variable.h"
+#include "support/scripted_prompts.h"
+#include "support/temporary_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace corvane::testing_support {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+class silent_child : public child_process {
+ public:
+  std::optional<std::size_t> waiting() override { return 0; }
+  std::optional<std::string> read(std::size_t) override { return std::string(); }
+  void kill_all() override {}
+  std::optional<exit_status> ended() override { return std::nullopt; }
+};
+
+/// Keeps what it was asked to start, and what VIDEO_FORMAT was then.
+class recording_launcher : public process_launcher {
+ public:
+  start_result start(const std::string& command_line) override {
+    started.push_back(command_line);
+    const char* const format = std::getenv("VIDEO_FORMAT");
+    video_format = format == nullptr ? "" : format;
+    if (!works)
+      return {nullptr, start_result::step::process, 2};
+    return {std::make_unique<silent_child>(), start_result::step::none, 0};
+  }
+  std::vector<std::string> started;
+  std::string video_format;
+  bool works = true;
+};
+
+/// Keeps what happened to the log window.
+class recording_screen : public run_screen {
+ public:
+  std::string main_caption() const override { return version_title; }
+  void enable_main(bool) override {}
+  void enable_timer(bool) override {}
+  bool cleanup() const override { return false; }
+  void show_log() override { log.emplace_back("show"); }
+  void hide_log() override { log.emplace_back("hide"); }
+  void refresh_log() override {}
+  void set_log_text(const std::string& text) override { log.push_back("text " + text); }
+  void set_log_caption(const std::string&) override {}
+  void set_log_progress(double) override {}
+  void open_log(const std::string&) override {}
+  std::vector<std::string> log;
+};
+
+const file_dialog folder_question = {"enter a folder name to create the dvd", "", "folder"};
+
+class Author : public ::testing::Test {
+ protected:
+  Author() {
+    for (const outside_tool& tool : outside_tools())
+      add_tool(tool.name);
+    p.List11 = {folder.stored("a.m2v") + "/" + folder.stored("a.ac3")};
+    p.List1 = {"title1:a.m2v/a.ac3"};
+    p.chapters = {"00:00:00.00"};
+    p.delay = {"0"};
+    p.subtitledata = {"<none>"};
+    out = folder.path("my dvd");
+  }
+
+  void add_tool(const std::string& name) {
+    const std::string file = tool_path(app, name);
+    make_folders(text_of(path_of(file).parent_path()));
+    ASSERT_FALSE(write_file(file, "x"));
+    std::filesystem::permissions(path_of(file), std::filesystem::perms::all);
+  }
+  void remove_tool(const std::string& name) {
+    std::filesystem::remove(path_of(tool_path(app, name)));
+  }
+  void expect_folder_question() { ask.expect_save(folder_question, out); }
+  std::string in(const std::string& folder_path, const std::string& name) {
+    return join_path(folder_path, name);
+  }
+  /// Puts an earlier disc into the output folder.
+  std::string add_disc() {
+    const std::string file = in(in(out, "VIDEO_TS"), "VIDEO_TS.IFO");
+    make_folders(in(out, "VIDEO_TS"));
+    EXPECT_FALSE(write_file(file, "x"));
+    return file;
+  }
+  std::string replace_question() {
+    return "The folder \"" + out +
+           "\" already holds a DVD.  Replace it?\n\nThis will be removed:\n" + in(out, "VIDEO_TS");
+  }
+  message_box told(const std::string& text, icon picture) {
+    return {text, picture, buttons::ok, "Corvane"};
+  }
+
+  temporary_folder folder;
+  std::string app = folder.path("app");
+  std::string out;
+  project p;
+  scripted_prompts ask;
+  memory_settings prefs;
+  workbench w{p, ask, prefs};
+  bool made = (make_folders(app), true);
+  folder_lock lock{app};
+  recording_screen screen;
+  recording_launcher launcher;
+  shelled runner{screen, ask, launcher, lock, app};
+  author_equipment e{app, lock, screen, runner, {}, {}};
+  prepared_run run;
+};
+
+TEST_F(Author, AnEmptyTitleListIsRefused) {
+  p.List11.clear();
+  ask.expect({"please add more titles", icon::exclamation, buttons::ok, "Corvane"});
+  EXPECT_EQ(author_command(w, e, run), author_result::nothing_to_author);
+  EXPECT_FALSE(lock.held());
+}
+
+TEST_F(Author, ACancelledFolderQuestionEndsInSilence) {
+  ask.expect_save(folder_question, "");
+  EXPECT_EQ(author_command(w, e, run), author_result::cancelled);
+  EXPECT_FALSE(lock.held());
+  EXPECT_FALSE(file_exists(in(app, "process.bat")));
+}
+
+TEST_F(Author, WritesEveryFileAndStartsTheScript) {
+  const environment_variable format("VIDEO_FORMAT", "");
+  p.globalregion = "PAL";
+  p.subtitledata = {folder.stored("a.srt") + "/" + folder.stored("b.srt")};
+  p.menulist = {folder.stored("m.m2v") + "/"};
+  expect_folder_question();
+  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_THAT(run.files,
+              ElementsAre(in(app, "process.bat"), in(app, "menu1.xml"), in(app, "sub1-1.xml"),
+                          in(app, "sub1-2.xml"), in(app, "config.xml")));
+  for (const std::string& file : run.files)
+    EXPECT_TRUE(file_exists(file)) << file;
+  EXPECT_THAT(launcher.started, ElementsAre("bin/conspawn.exe \"" + in(app, "process.bat") + "\""));
+  EXPECT_EQ(launcher.video_format, "PAL");
+  EXPECT_TRUE(lock.held());
+  ASSERT_GE(screen.log.size(), 2u);
+  EXPECT_EQ(screen.log[0], "show");
+  EXPECT_EQ(screen.log[1], std::string("text ") + version_title + "\r\n");
+}
+
+TEST_F(Author, PreparingStartsNothing) {
+  expect_folder_question();
+  EXPECT_EQ(prepare_run(w, e, run), author_result::prepared);
+  EXPECT_THAT(launcher.started, IsEmpty());
+  EXPECT_THAT(screen.log, IsEmpty());
+  EXPECT_TRUE(lock.held());
+  EXPECT_FALSE(folder_exists(out));
+}
+
+TEST_F(Author, AnEarlierScriptIsReplacedAndNothingElseInTheProgramFolder) {
+  ASSERT_FALSE(write_file(in(app, "process.bat"), std::string(100000, 'x')));
+  ASSERT_FALSE(write_file(in(app, "menu9.xml"), "kept"));
+  expect_folder_question();
+  EXPECT_EQ(prepare_run(w, e, run), author_result::prepared);
+  EXPECT_THAT(folder.read(in("app", "process.bat")), StartsWith("@echo off\r\n"));
+  EXPECT_LT(folder.read(in("app", "process.bat")).size(), 10000u);
+  EXPECT_EQ(folder.read(in("app", "menu9.xml")), "kept");
+}
+
+TEST_F(Author, SeparatorsAtTheFoldersEndAreDropped) {
+  const std::string asked = out + separator(native_style()) + separator(native_style());
+  ask.expect_save(folder_question, asked);
+  EXPECT_EQ(prepare_run(w, e, run), author_result::prepared);
+  EXPECT_EQ(run.where.out, out);
+  EXPECT_THAT(folder.read(in("app", "process.bat")), HasSubstr("mkdir \"" + out + "\"\r\n"));
+}
+
+TEST_F(Author, TheTopFolderOfADiskIsRefused) {
+  ask.expect_save(folder_question, native_style() == path_style::windows ? "C:\\" : "/");
+  ask.expect(
+      told("The top folder of a disk cannot be the output folder.  Please choose another "
+           "folder.",
+           icon::exclamation));
+  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+}
+
+TEST_F(Author, ARowThatCannotBeAuthoredIsToldBeforeAnythingIsAsked) {
+  p.delay = {"0 & calc"};
+  ask.expect(
+      told("Title 1 has the A/V delay \"0 & calc\", which is not a number of milliseconds.  "
+           "Please set the delay again.",
+           icon::exclamation));
+  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+}
+
+TEST_F(Author, ABitmapThatIsNoneIsToldBeforeAnythingIsAsked) {
+  const std::string file = folder.add("b.bmp", "%!PS");
+  p.menulist = {folder.stored("m.m2v") + "/"};
+  p.menubuttons = {" 0/0/9/9/exit/black/" + folder.stored("b.bmp")};
+  ask.expect(told("Button 1 of menu 1 cannot be authored: the file \"" + file +
+                      "\" is not a bitmap.  Please edit the menu.",
+                  icon::exclamation));
+  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+}
+
+TEST_F(Author, MissingToolsAreNamedInOneMessage) {
+  p.isocreate = true;
+  remove_tool("mplex");
+  remove_tool("mkisofs");
+  remove_tool("gm");
+  ask.expect(
+      told("mplex is not installed.  It comes with the package mjpegtools.\n"
+           "mkisofs is not installed.  It comes with the package genisoimage.",
+           icon::critical));
+  EXPECT_EQ(author_command(w, e, run), author_result::tool_missing);
+  EXPECT_FALSE(lock.held());
+}
+
+TEST_F(Author, AFolderWhoseFilesWouldBeLostIsRefused) {
+  make_folders(out);
+  ASSERT_FALSE(write_file(in(out, "holiday.mpg"), "x"));
+  expect_folder_question();
+  ask.expect(told("The output folder holds the file \"" + in(out, "holiday.mpg") +
+                      "\", and authoring erases all .mpg files there.  Please move the file or "
+                      "choose another folder.",
+                  icon::exclamation));
+  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+  EXPECT_FALSE(lock.held());
+}
+
+TEST_F(Author, AnEarlierDiscIsKeptOnNo) {
+  const std::string kept = add_disc();
+  expect_folder_question();
+  ask.expect({replace_question(), icon::exclamation, buttons::yes_no, "Corvane"}, answer::no);
+  EXPECT_EQ(author_command(w, e, run), author_result::holds_disc);
+  EXPECT_TRUE(file_exists(kept));
+  EXPECT_FALSE(file_exists(in(app, "process.bat")));
+  EXPECT_FALSE(lock.held());
+}
+
+TEST_F(Author, AnEarlierDiscGoesOnYesWhenTheRunStarts) {
+  const std::string gone = add_disc();
+  ASSERT_FALSE(write_file(in(out, "notes.txt"), "kept"));
+  expect_folder_question();
+  ask.expect({replace_question(), icon::exclamation, buttons::yes_no, "Corvane"}, answer::yes);
+  EXPECT_EQ(prepare_run(w, e, run), author_result::prepared);
+  EXPECT_TRUE(file_exists(gone));
+  EXPECT_EQ(authordvd(w, e, run), author_result::started);
+  EXPECT_FALSE(file_exists(gone));
+  EXPECT_FALSE(folder_exists(in(out, "VIDEO_TS")));
+  EXPECT_TRUE(file_exists(in(out, "notes.txt")));
+}
+
+TEST_F(Author, AnImageAloneIsAskedForToo) {
+  p.isocreate = true;
+  ASSERT_FALSE(write_file(out + ".iso", "x"));
+  expect_folder_question();
+  ask.expect({"The disc image \"" + out +
+                  ".iso\" already exists.  Replace it?\n\n"
+                  "This will be removed:\n" +
+                  out + ".iso",
+              icon::exclamation, buttons::yes_no, "Corvane"},
+             answer::yes);
+  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_FALSE(file_exists(out + ".iso"));
+}
+
+TEST_F(Author, WhatWasDecidedBeforehandIsNotAsked) {
+  const std::string disc = add_disc();
+  e.replace_earlier_disc = false;
+  expect_folder_question();
+  EXPECT_EQ(author_command(w, e, run), author_result::holds_disc);
+  EXPECT_TRUE(file_exists(disc));
+  e.replace_earlier_disc = true;
+  expect_folder_question();
+  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_FALSE(file_exists(disc));
+}
+
+// Making links needs a privilege on Windows.
+#ifndef _WIN32
+TEST_F(Author, ALinkToADiscIsRemovedWithoutWhatItLeadsTo) {
+  make_folders(out);
+  folder.add(in("elsewhere", "VIDEO_TS.IFO"));
+  std::filesystem::create_directory_symlink(path_of(folder.path("elsewhere")),
+                                            path_of(in(out, "VIDEO_TS")));
+  e.replace_earlier_disc = true;
+  expect_folder_question();
+  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_FALSE(folder_exists(in(out, "VIDEO_TS")));
+  EXPECT_TRUE(file_exists(folder.path(in("elsewhere", "VIDEO_TS.IFO"))));
+}
+#endif
+
+TEST_F(Author, ASecondRunInTheProgramFolderIsRefused) {
+  folder_lock other(app);
+  ASSERT_TRUE(other.take());
+  expect_folder_question();
+  ask.expect(told("Another authoring run is using the program folder \"" + app +
+                      "\".  Please wait until it has finished.",
+                  icon::critical));
+  EXPECT_EQ(author_command(w, e, run), author_result::folder_in_use);
+  EXPECT_FALSE(file_exists(in(app, "process.bat")));
+  other.release();
+  expect_folder_question();
+  EXPECT_EQ(author_command(w, e, run), author_result::started);
+}
+
+/// Expects the next message to hold these words; its reason is the system's own.
+class not_written_prompts : public prompts {
+ public:
+  explicit not_written_prompts(std::string folder) : folder_(std::move(folder)) {}
+  answer message(const message_box& box) override {
+    told.push_back(box.text);
+    EXPECT_EQ(box.picture, icon::critical);
+    return answer::ok;
+  }
+  std::string open_file(const file_dialog&) override { return {}; }
+  std::string save_file(const file_dialog&) override { return folder_; }
+  std::string input(const input_box&) override { return {}; }
+  std::vector<std::string> told;
+
+ private:
+  std::string folder_;
+};
+
+TEST_F(Author, AFileThatCannotBeWrittenIsNamedAndTheLockReleased) {
+  make_folders(in(app, "config.xml"));
+  not_written_prompts answers(out);
+  workbench other{p, answers, prefs};
+  EXPECT_EQ(author_command(other, e, run), author_result::not_written);
+  ASSERT_EQ(answers.told.size(), 1u);
+  EXPECT_THAT(answers.told[0],
+              StartsWith("The file \"" + in(app, "config.xml") + "\" could not be written: "));
+  EXPECT_FALSE(lock.held());
+  EXPECT_THAT(launcher.started, IsEmpty());
+}
+
+TEST_F(Author, ARunnerThatCannotStartTellsItself) {
+  launcher.works = false;
+  expect_folder_question();
+  ask.expect(told("Binaries not found, please reinstall the program.", icon::critical));
+  EXPECT_EQ(author_command(w, e, run), author_result::not_started);
+  EXPECT_FALSE(lock.held());
+}
+
+// Hand-edited XML -------------------------------------------------------------------------------
+
+std::string edited_xml(const std::string& dest) {
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<dvdauthor dest=\"" +
+         replace_all(dest, "&", "&amp;") + "\">\r\n<!-- mine -->\r\n</dvdauthor>\r\n";
+}
+
+TEST_F(Author, HandEditedXmlNamesTheFolderAndIsWrittenAsItStands) {
+  out = folder.path("this & that");
+  p.customxml = edited_xml(out);
+  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_EQ(run.where.out, out);
+  EXPECT_EQ(folder.read(in("app", "config.xml")), p.customxml);
+  EXPECT_THAT(folder.read(in("app", "process.bat")), HasSubstr("mkdir \"" + out + "\"\r\n"));
+}
+
+TEST_F(Author, HandEditedXmlWithoutAFolderIsRefused) {
+  p.customxml = "<?xml version=\"1.0\"?>\r\n<dvdauthor>\r\n</dvdauthor>\r\n";
+  ask.expect(
+      told("The hand-edited XML cannot be authored: its second line is not the one that "
+           "names the output folder.  Please edit the XML again, or discard the edit by "
+           "changing the project.",
+           icon::exclamation));
+  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+}
+
+TEST_F(Author, TheXmlEditorOpensInsteadOfTheRun) {
+  int opened = 0;
+  e.edit_xml = [&] { ++opened; };
+  p.editxml = true;
+  expect_folder_question();
+  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_EQ(opened, 1);
+  EXPECT_THAT(launcher.started, IsEmpty());
+  EXPECT_TRUE(lock.held());
+  EXPECT_EQ(authordvd(w, e, run), author_result::started);
+  EXPECT_EQ(launcher.started.size(), 1u);
+}
+
+TEST_F(Author, WithoutAnEditorTheOptionStartsTheRun) {
+  p.editxml = true;
+  expect_folder_question();
+  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_EQ(launcher.started.size(), 1u);
+}
+
+TEST_F(Author, WhatTheEditorLeftIsCheckedAgain) {
+  expect_folder_question();
+  ASSERT_EQ(prepare_run(w, e, run), author_result::prepared);
+  p.customxml = edited_xml(folder.path("other"));
+  ask.expect(told("The edited XML names another output folder than \"" + out +
+                      "\", for which this run was prepared.  Please author again.",
+                  icon::critical));
+  EXPECT_EQ(authordvd(w, e, run), author_result::refused);
+  EXPECT_FALSE(lock.held());
+  EXPECT_THAT(launcher.started, IsEmpty());
+}
+
+}  // namespace
+}  // namespace corvane::testing_support
