@@ -1,0 +1,46 @@
+#include "ui/app.h"
+
+#include "platform/files.h"
+#include "platform/program_folder.h"
+#include "project/project_file.h"
+#include "ui/main_window.h"
+#include "ui/shown_text.h"
+
+namespace corvane {
+
+main_window* start_main_window() {
+  const std::string started_in = absolute_path(".");
+  const std::string app = program_folder();
+  const failure unusable = enter_program_folder(app);
+  auto* window = new main_window(app, started_in);
+  if (unusable)
+    window->CallAfter([window, app, why = *unusable] {
+      window->tell("The program folder " + app + " cannot be used: " + why + ".");
+    });
+  return window;
+}
+
+std::string corvane_app::project_argument() const {
+  wxString line;
+  for (int i = 1; i < argc; ++i)
+    line += (i == 1 ? "" : " ") + argv[i];
+  const std::string path = path_from_command_line(utf8_of(line));
+  return path.empty() ? path : absolute_path(path);
+}
+
+bool corvane_app::OnInit() {
+#ifdef NDEBUG
+  wxDisableAsserts();
+#endif
+  SetAppName("corvane");
+  SetAppDisplayName("Corvane");
+  const std::string path = project_argument();  // relative to where the user stands, so first
+  main_window* window = start_main_window();
+  SetTopWindow(window);
+  window->Show();
+  if (!path.empty())
+    window->CallAfter([window, path] { window->load(path); });
+  return true;
+}
+
+}  // namespace corvane

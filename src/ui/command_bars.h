@@ -1,0 +1,40 @@
+// Builds the main window's menu bar and toolbar from their tables.
+#pragma once
+
+#include "ui/commands.h"
+
+#include <map>
+#include <string>
+
+class wxMenu;
+class wxMenuItem;
+class wxToolBar;
+
+namespace corvane {
+
+class command_bars {
+ public:
+  /// Makes both and sets them into the window; choosing an item runs its command on it.
+  explicit command_bars(main_window& window);
+
+  /// The menu item of that name (a name of main_menus()); null when there is none.
+  wxMenuItem* item(const std::string& name) const;
+
+  /// The drop-down of the tool with that caption; null when it has none.
+  wxMenu* drop_down(const std::string& tool_caption) const;
+
+  /// All of it on or off (a run is on).
+  void enable(bool enabled);
+
+ private:
+  void make_menus();
+  void make_tools();
+  wxMenu* make_drop_down(const tool& t);
+
+  main_window& window_;
+  wxToolBar* Toolbar1_ = nullptr;
+  std::map<std::string, wxMenuItem*> items_;
+  std::map<std::string, wxMenu*> drop_downs_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,139 @@
+#include "ui/commands.h"
+
+#include "project/preferences.h"
+#include "project/project_file.h"
+#include "project/title_commands.h"
+#include "ui/main_window.h"
+
+namespace corvane {
+namespace {
+
+/// A command of the core, followed by a refresh of the window.
+template <void (*command)(workbench&)>
+void core(main_window& window) {
+  window.run(command);
+}
+
+void author(main_window& window) {
+  window.author();
+}
+void show_log(main_window& window) {
+  window.show_log();
+}
+void clear_log(main_window& window) {
+  window.clear_log();
+}
+void drop_extras(main_window& window) {
+  window.drop_down("extras");
+}
+
+menu_item command(const char* name, const char* caption, action run, const char* keys = "") {
+  return {name, caption, keys, item_kind::command, run};
+}
+menu_item check(const char* name, const char* caption, action run) {
+  return {name, caption, "", item_kind::check, run};
+}
+menu_item label(const char* name, const char* caption) {
+  return {name, caption, "", item_kind::label, nullptr};
+}
+
+menu file_menu() {
+  return {"mnufile",
+          "file",
+          {command("open", "add new title...", core<open_command>, "Ctrl+T"),
+           command("author", "author dvd...", author, "F5"),
+           command("loadproject", "load project...", core<loadproject_command>, "Ctrl+O"),
+           command("saveproject", "save project...", core<saveproject_command>, "Ctrl+S"),
+           command("showlog", "show log", show_log, "Ctrl+L"),
+           command("clearlog", "clear log", clear_log), label("empty", "---settings----"),
+           check("isocreate", "create iso after authoring", core<isocreate_command>),
+           check("editxml", "edit xml before authoring", nullptr),
+           check("cleanup", "clean up files after authoring", core<cleanup_command>)}};
+}
+
+menu menus_menu() {
+  return {"menu",
+          "menus",
+          {command("addmenu", "add new titleset menu", nullptr),
+           command("editmenu", "edit existing titleset menu", nullptr),
+           command("remove", "remove titleset menu", nullptr),
+           command("still", "create m2v still", nullptr),
+           command("framecount", "set m2v framecount", nullptr),
+           command("avisynth", "create motion menu script", nullptr)}};
+}
+
+menu extras_menu() {
+  return {"extras",
+          "extras",
+          {label("notice", "--highlight a title before selecting these options"),
+           command("addaudiostream", "add audio stream", core<addaudiostream_command>, "Ctrl+U"),
+           command("addsubs", "add/edit subtitles", nullptr),
+           command("edittags", "edit language tags", nullptr),
+           command("editdelay", "edit A/V delay", core<editdelay_command>, "Ctrl+D")}};
+}
+
+menu tools_menu() {
+  return {"tools",
+          "tools",
+          {check("jumptable", "use JumpTable", nullptr),
+           command("layoutprint", "generate layout report", nullptr),
+           command("register", "register .cvp extension", nullptr),
+           command("mnuabout", "about", core<about_command>, "F1")}};
+}
+
+}  // namespace
+
+const std::vector<menu>& main_menus() {
+  static const std::vector<menu> menus = {file_menu(), menus_menu(), extras_menu(), tools_menu()};
+  return menus;
+}
+
+const std::vector<tool>& main_tools() {
+  static const std::vector<tool> tools = {
+      {"add-title",
+       "add title",
+       "add a basic mpeg video stream, and the complimentry audio stream",
+       "add a basic video and audio stream",
+       core<open_command>,
+       {}},
+      {"remove-title",
+       "remove title",
+       "remove title",
+       "highlight a title in the list and click remove.",
+       core<remove_title_command>,
+       {}},
+      {"chapters",
+       "chapters",
+       "add chapter points to the selected title",
+       "add chapter points to the selected title",
+       nullptr,
+       {}},
+      {"nav-commands",
+       "nav cmds",
+       "change the command executed after the selected title has finished",
+       "edit the post cmds of the titles on the dvd",
+       nullptr,
+       {}},
+      {"menus",
+       "menus",
+       "add/edit menus",
+       "add/edit menus",
+       nullptr,
+       {{"add", "add titleset menu", nullptr},
+        {"edit", "edit titleset menu", nullptr},
+        {"remove", "remove titleset menu", nullptr}}},
+      {"extras",
+       "extras",
+       "add extra audio streams, or subtitles",
+       "add extra audio streams, or subtitles",
+       drop_extras,
+       {{"addaudio", "add additional audio track", core<addaudiostream_command>},
+        {"subtitles", "add/edit subtitles", nullptr},
+        {"edittags", "edit language tags", nullptr},
+        {"editdelay", "edit A/V delay", core<editdelay_command>}}},
+      {"author-dvd", "author dvd", "author the dvd", "begin the authoring process", author, {}},
+  };
+  return tools;
+}
+
+}  // namespace corvane

@@ -1,0 +1,24 @@
+// Distances between controls, in pixels at 100 %; wxWindow::FromDIP turns them into the screen's.
+#pragma once
+
+namespace corvane::layout {
+
+inline constexpr int window_border = 10;  ///< between a window's edge and its controls
+inline constexpr int group_gap = 10;      ///< between groups
+inline constexpr int control_gap = 6;     ///< between controls that belong together
+inline constexpr int box_border = 8;      ///< inside a captioned box
+
+inline constexpr int tool_icon = 32;    ///< edge of a toolbar picture
+inline constexpr int button_icon = 16;  ///< edge of a picture on a button
+
+inline constexpr int main_width = 660;
+inline constexpr int main_height = 480;
+inline constexpr int list_height = 120;  ///< least height of the title list
+
+inline constexpr int log_width = 720;
+inline constexpr int log_height = 460;
+inline constexpr int log_least_width = 320;
+inline constexpr int log_least_height = 200;
+inline constexpr int progress_height = 18;
+
+}  // namespace corvane::layout

@@ -1,0 +1,226 @@
+#include "ui/main_window.h"
+
+#include "authoring/author.h"
+#include "project/dropped_files.h"
+#include "project/preferences.h"
+#include "project/project_file.h"
+#include "project/title_commands.h"
+#include "ui/command_bars.h"
+#include "ui/control_name.h"
+#include "ui/file_drop.h"
+#include "ui/icons.h"
+#include "ui/layout.h"
+#include "ui/project_view.h"
+#include "ui/shown_text.h"
+
+#include <wx/accel.h>
+#include <wx/menu.h>
+#include <wx/toolbar.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+constexpr int poll_milliseconds = 100;
+
+/// Sets a flag as long as it lives.
+class raised {
+ public:
+  explicit raised(bool& flag) : flag_(flag), before_(flag) { flag_ = true; }
+  ~raised() { flag_ = before_; }
+  raised(const raised&) = delete;
+  raised& operator=(const raised&) = delete;
+
+ private:
+  bool& flag_;
+  bool before_;
+};
+
+}  // namespace
+
+main_window::main_window(std::string app, const std::string& media_folder)
+    : wxFrame(nullptr, wxID_ANY, version_title, wxDefaultPosition, wxDefaultSize,
+              wxDEFAULT_FRAME_STYLE, "main"),
+      prefs_(user_settings()),
+      ask_(*this, media_folder),
+      bench_{p_, ask_, *prefs_},
+      app_(std::move(app)),
+      lock_(app_),
+      screen_(*this, [this] { stop_run(); }),
+      launcher_(make_process_launcher()),
+      runner_(screen_, ask_, *launcher_, lock_, app_) {
+  name_control(*this, "main");
+  SetIcons(program_icon());
+  make_controls();
+  bind_keys();
+  Timer1_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
+    const raised in_command(in_command_);  // at its end the run tells its outcome
+    runner_.update();
+  });
+  Bind(wxEVT_CLOSE_WINDOW, &main_window::on_close, this);
+  start_up(bench_);
+  refresh();
+}
+
+main_window::~main_window() = default;
+
+void main_window::make_controls() {
+  bars_ = std::make_unique<command_bars>(*this);
+  CreateStatusBar();
+  project_view::handlers on;
+  on.select = [this](int row) { p_.selected = row; };
+  on.titleup = [this] { run(titleup_command); };
+  on.titledown = [this] { run(titledown_command); };
+  on.insert = [this] { run(open_command); };
+  on.remove = [this] { run(remove_title_command); };
+  on.region = [this](const std::string& region) {
+    run([&region](workbench& w) { region_command(w, region); });
+  };
+  view_ = new project_view(this, std::move(on));
+  view_->SetDropTarget(new file_drop([this](const std::vector<std::string>& p) { drop(p); }));
+
+  wxSize least = view_->GetBestSize();
+  least.IncTo(wxSize(GetToolBar()->GetBestSize().x, 0));
+  SetMinClientSize(least);
+  SetClientSize(FromDIP(wxSize(layout::main_width, layout::main_height)));
+}
+
+void main_window::bind_keys() {
+  const int up = wxWindow::NewControlId();
+  const int down = wxWindow::NewControlId();
+  Bind(
+      wxEVT_MENU, [this](wxCommandEvent&) { run(titleup_command); }, up);
+  Bind(
+      wxEVT_MENU, [this](wxCommandEvent&) { run(titledown_command); }, down);
+  Bind(
+      wxEVT_MENU, [this](wxCommandEvent&) { Close(); }, wxID_EXIT);
+  wxAcceleratorEntry keys[] = {
+      {wxACCEL_ALT, WXK_UP, up}, {wxACCEL_ALT, WXK_DOWN, down}, {wxACCEL_CTRL, 'Q', wxID_EXIT}};
+  SetAcceleratorTable(wxAcceleratorTable(3, keys));
+}
+
+bool main_window::may_command() const {
+  return !in_command_ && !runner_.running();
+}
+
+void main_window::run(const std::function<void(workbench&)>& command) {
+  if (!may_command())
+    return;
+  {
+    const raised in_command(in_command_);
+    command(bench_);
+  }
+  refresh();
+}
+
+void main_window::author() {
+  run([this](workbench& w) {
+    author_equipment equipment{app_, lock_, screen_, runner_, {}, {}};
+    prepared_run prepared;
+    author_command(w, equipment, prepared);
+  });
+}
+
+void main_window::show_log() {
+  screen_.show_log();
+}
+
+void main_window::clear_log() {
+  screen_.set_log_text(std::string(version_title) + "\r\n");
+}
+
+void main_window::drop_down(const std::string& tool_caption) {
+  if (wxMenu* menu = bars_->drop_down(tool_caption); menu != nullptr && may_command())
+    GetToolBar()->PopupMenu(menu);
+}
+
+void main_window::load(const std::string& path) {
+  run([&path](workbench& w) { loadprojectf(w, path); });
+}
+
+void main_window::drop(const std::vector<std::string>& paths) {
+  run([&paths](workbench& w) { drop_files(w, paths); });
+}
+
+void main_window::tell(const std::string& text) {
+  message_box box;
+  box.text = text;
+  box.picture = icon::information;
+  ask_.message(box);
+}
+
+void main_window::refresh() {
+  view_->show_project(p_);
+  bars_->item("isocreate")->Check(p_.isocreate);
+  bars_->item("cleanup")->Check(p_.cleanup);
+  bars_->item("jumptable")->Check(p_.jumptable);
+  bars_->item("editxml")->Check(p_.editxml);
+  SetStatusText(
+      p_.List1.empty() ? "Click \"add title\" or drop video and audio streams here to begin." : "");
+}
+
+// The frame itself stays enabled, so that its close box can still ask whether to stop the run.
+void main_window::let_commands(bool enabled) {
+  bars_->enable(enabled);
+  view_->Enable(enabled);
+  if (enabled)
+    view_->SetFocus();
+}
+
+void main_window::let_timer(bool enabled) {
+  if (enabled)
+    Timer1_.Start(poll_milliseconds);
+  else
+    Timer1_.Stop();
+}
+
+// The polling rests while the question stands: a run that ended meanwhile would put its own
+// message over it.
+bool main_window::stop_run() {
+  if (!runner_.running())
+    return true;
+  if (in_command_)
+    return false;
+  const raised in_command(in_command_);
+  const bool polled = Timer1_.IsRunning();
+  let_timer(false);
+  message_box question;
+  question.text = "Stop authoring?  The disc will not be complete.";
+  question.picture = icon::exclamation;
+  question.choice = buttons::yes_no;
+  if (ask_.message(question) != answer::yes) {
+    let_timer(polled);
+    return false;
+  }
+  runner_.stop();
+  screen_.hide_log();
+  return true;
+}
+
+void main_window::on_close(wxCloseEvent& event) {
+  if (!event.CanVeto()) {
+    if (runner_.running())
+      runner_.stop();
+    Destroy();
+    return;
+  }
+  if (in_command_ || !stop_run()) {
+    event.Veto();
+    return;
+  }
+  bool may_end = false;
+  {
+    const raised in_command(in_command_);
+    may_end = close_command(bench_);
+  }
+  if (may_end)
+    Destroy();
+  else {
+    refresh();
+    event.Veto();
+  }
+}
+
+}  // namespace corvane

@@ -1,0 +1,82 @@
+// The window "main": owns the project and everything that works on it, shows it, and reaches every
+// command. It has no rules of its own: a click calls a command of the core, and what the command
+// left in the project is shown.
+#pragma once
+
+#include "platform/folder_lock.h"
+#include "platform/process.h"
+#include "platform/settings.h"
+#include "project/project.h"
+#include "project/workbench.h"
+#include "runner/shelled.h"
+#include "ui/window_screen.h"
+#include "ui/wx_prompts.h"
+
+#include <wx/frame.h>
+#include <wx/timer.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+class command_bars;
+class project_view;
+
+class main_window : public wxFrame {
+ public:
+  /// `app`: the program folder, already the current one. File dialogs open in `media_folder` first.
+  /// Both native and absolute.
+  main_window(std::string app, const std::string& media_folder);
+  ~main_window() override;
+
+  // What the items of the tables do. None does anything while a run or another command is on.
+  void run(const std::function<void(workbench&)>& command);
+  void author();
+  void show_log();
+  void clear_log();
+  void drop_down(const std::string& tool_caption);
+
+  /// Loads a project named on the command line (native, absolute).
+  void load(const std::string& path);
+
+  /// Files dropped on the window (native paths).
+  void drop(const std::vector<std::string>& paths);
+
+  /// Says something that needs no answer.
+  void tell(const std::string& text);
+
+  const project& shown_project() const { return p_; }
+  const command_bars& bars() const { return *bars_; }
+
+  // For the runner's screen.
+  void let_commands(bool enabled);
+  void let_timer(bool enabled);
+
+ private:
+  void make_controls();
+  void bind_keys();
+  void refresh();
+  void on_close(wxCloseEvent& event);
+  bool stop_run();
+  bool may_command() const;
+
+  project p_;
+  std::unique_ptr<settings> prefs_;
+  wx_prompts ask_;
+  workbench bench_;
+  std::string app_;
+  folder_lock lock_;
+  window_screen screen_;
+  std::unique_ptr<process_launcher> launcher_;
+  shelled runner_;
+  wxTimer Timer1_;
+
+  std::unique_ptr<command_bars> bars_;
+  project_view* view_ = nullptr;
+  bool in_command_ = false;
+};
+
+}  // namespace corvane

@@ -1,0 +1,134 @@
+#include "ui/project_view.h"
+
+#include "ui/control_name.h"
+#include "ui/icons.h"
+#include "ui/layout.h"
+#include "ui/shown_text.h"
+
+#include <wx/bmpbuttn.h>
+#include <wx/choice.h>
+#include <wx/listbox.h>
+#include <wx/settings.h>
+#include <wx/sizer.h>
+#include <wx/statbox.h>
+#include <wx/stattext.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace corvane {
+
+project_view::project_view(wxWindow* parent, handlers on) : wxPanel(parent), on_(std::move(on)) {
+  auto* lower = new wxBoxSizer(wxHORIZONTAL);
+  lower->Add(make_statistics(), wxSizerFlags(1).Expand());
+  lower->Add(make_region(), wxSizerFlags().Top().Border(wxLEFT, FromDIP(layout::group_gap)));
+  auto* groups = new wxBoxSizer(wxVERTICAL);
+  groups->Add(make_titles(), wxSizerFlags(1).Expand());
+  groups->Add(lower, wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::group_gap)));
+  auto* whole = new wxBoxSizer(wxVERTICAL);
+  whole->Add(groups, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::window_border)));
+  SetSizer(whole);
+}
+
+wxBitmapButton* project_view::make_mover(wxWindow* parent, const char* name, const char* picture,
+                                         const char* tip, const std::function<void()>& move) {
+  auto* button = new wxBitmapButton(parent, wxID_ANY, icon_picture(picture, layout::button_icon));
+  name_control(*button, name);
+  button->SetToolTip(tip);
+  button->Bind(wxEVT_BUTTON, [move](wxCommandEvent&) { move(); });
+  return button;
+}
+
+wxSizer* project_view::make_titles() {
+  auto* box = new wxStaticBoxSizer(wxHORIZONTAL, this, "0 titles loaded");
+  Frame1_ = box->GetStaticBox();
+  name_control(*Frame1_, "Frame1");
+  List1_ = new wxListBox(Frame1_, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, nullptr,
+                         wxLB_SINGLE | wxLB_HSCROLL | wxLB_NEEDED_SB);
+  name_control(*List1_, "List1");
+  List1_->SetMinSize(FromDIP(wxSize(layout::list_height, layout::list_height)));
+  List1_->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { on_.select(List1_->GetSelection()); });
+  List1_->Bind(wxEVT_KEY_DOWN, &project_view::on_key, this);
+  auto* movers = new wxBoxSizer(wxVERTICAL);
+  movers->Add(make_mover(Frame1_, "titleup", "up", "move the selected title up", on_.titleup));
+  movers->AddSpacer(FromDIP(layout::control_gap));
+  movers->Add(
+      make_mover(Frame1_, "titledown", "down", "move the selected title down", on_.titledown));
+  const int border = FromDIP(layout::box_border);
+  box->Add(List1_, wxSizerFlags(1).Expand().Border(wxALL, border));
+  box->Add(movers, wxSizerFlags().Centre().Border(wxTOP | wxBOTTOM | wxRIGHT, border));
+  return box;
+}
+
+wxSizer* project_view::make_statistics() {
+  auto* box = new wxStaticBoxSizer(wxVERTICAL, this, "statistics");
+  wxStaticBox* Frame2 = box->GetStaticBox();
+  name_control(*Frame2, "Frame2");
+  dvdsizetext_ = new wxStaticText(Frame2, wxID_ANY, "0 titles\n0 menus\n0 gig total");
+  name_control(*dvdsizetext_, "dvdsizetext");
+  box->Add(dvdsizetext_, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::box_border)));
+  return box;
+}
+
+wxSizer* project_view::make_region() {
+  auto* Label1 = new wxStaticText(this, wxID_ANY, "DVD format:");
+  name_control(*Label1, "Label1");
+  globalregion_ = new wxStaticText(this, wxID_ANY, "NTSC");
+  name_control(*globalregion_, "globalregion");
+  globalregion_->SetFont(globalregion_->GetFont().Bold());
+  const wxString regions[] = {"NTSC", "PAL"};
+  Comboregion_ = new wxChoice(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, 2, regions);
+  name_control(*Comboregion_, "Comboregion");
+  Comboregion_->SetToolTip("click to change preference");
+  Comboregion_->Bind(wxEVT_CHOICE,
+                     [this](wxCommandEvent& event) { on_.region(utf8_of(event.GetString())); });
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  const wxSizerFlags gap =
+      wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(layout::control_gap));
+  row->Add(Label1, gap);
+  row->Add(globalregion_, gap);
+  row->Add(Comboregion_, wxSizerFlags().CentreVertical());
+  return row;
+}
+
+void project_view::on_key(wxKeyEvent& event) {
+  if (event.HasAnyModifiers())
+    event.Skip();
+  else if (event.GetKeyCode() == WXK_DELETE || event.GetKeyCode() == WXK_NUMPAD_DELETE)
+    on_.remove();
+  else if (event.GetKeyCode() == WXK_INSERT || event.GetKeyCode() == WXK_NUMPAD_INSERT)
+    on_.insert();
+  else
+    event.Skip();
+}
+
+void project_view::show_project(const project& p) {
+  show_titles(p);
+  show_statistics(p);
+  globalregion_->SetLabel(shown(p.globalregion));
+  Comboregion_->SetSelection(p.globalregion == "PAL" ? 1 : 0);
+  Comboregion_->Enable(p.Comboregion_enabled);
+  Layout();
+}
+
+void project_view::show_titles(const project& p) {
+  if (Frame1_->GetLabel() != shown(p.Frame1))
+    Frame1_->SetLabel(shown(p.Frame1));
+  wxArrayString rows;
+  for (const std::string& row : p.List1)
+    rows.push_back(shown(row));
+  if (rows != List1_->GetStrings())  // setting them anew would lose the scroll position
+    List1_->Set(rows);
+  if (List1_->GetSelection() != p.selected)
+    List1_->SetSelection(p.selected);
+  if (p.selected >= 0)
+    List1_->EnsureVisible(p.selected);
+}
+
+void project_view::show_statistics(const project& p) {
+  dvdsizetext_->SetLabel(shown_lines(p.dvdsizetext));
+  dvdsizetext_->SetForegroundColour(
+      p.dvdsizetext_red ? *wxRED : wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOWTEXT));
+}
+
+}  // namespace corvane

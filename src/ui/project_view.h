@@ -1,0 +1,55 @@
+// The main window's inner part: the title list, the statistics, the region. Shows a project; what
+// the user does there is handed on.
+#pragma once
+
+#include "project/project.h"
+
+#include <wx/panel.h>
+
+#include <functional>
+#include <string>
+
+class wxBitmapButton;
+class wxChoice;
+class wxKeyEvent;
+class wxListBox;
+class wxSizer;
+class wxStaticBox;
+class wxStaticText;
+
+namespace corvane {
+
+class project_view : public wxPanel {
+ public:
+  /// What the user can do here.
+  struct handlers {
+    std::function<void(int)> select;  ///< a row of the list, 0-based; -1: none
+    std::function<void()> titleup, titledown;
+    std::function<void()> insert, remove;  ///< the keys Insert and Delete on the list
+    std::function<void(const std::string&)> region;
+  };
+
+  project_view(wxWindow* parent, handlers on);
+
+  /// Brings every control up to date.
+  void show_project(const project& p);
+
+ private:
+  wxSizer* make_titles();
+  wxSizer* make_statistics();
+  wxSizer* make_region();
+  wxBitmapButton* make_mover(wxWindow* parent, const char* name, const char* picture,
+                             const char* tip, const std::function<void()>& move);
+  void show_titles(const project& p);
+  void show_statistics(const project& p);
+  void on_key(wxKeyEvent& event);
+
+  handlers on_;
+  wxStaticBox* Frame1_ = nullptr;
+  wxListBox* List1_ = nullptr;
+  wxStaticText* dvdsizetext_ = nullptr;
+  wxStaticText* globalregion_ = nullptr;
+  wxChoice* Comboregion_ = nullptr;
+};
+
+}  // namespace corvane

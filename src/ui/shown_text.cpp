@@ -1,0 +1,46 @@
+#include "ui/shown_text.h"
+
+#include "platform/utf8.h"
+#include "project/text.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace corvane {
+namespace {
+
+/// Length of the well-formed character at the front; 0 when there is none.
+std::size_t character_length(std::string_view text) {
+  const std::size_t most = std::min<std::size_t>(4, text.size());
+  for (std::size_t n = 1; n <= most; ++n)
+    if (is_utf8(text.substr(0, n)))
+      return n;
+  return 0;
+}
+
+}  // namespace
+
+wxString shown(std::string_view text) {
+  if (is_utf8(text))
+    return wxString::FromUTF8Unchecked(text.data(), text.size());
+  std::string whole;
+  while (!text.empty()) {
+    const std::size_t n = character_length(text);
+    if (n == 0)
+      whole += "\xEF\xBF\xBD";
+    else
+      whole += text.substr(0, n);
+    text.remove_prefix(std::max<std::size_t>(n, 1));
+  }
+  return wxString::FromUTF8Unchecked(whole.data(), whole.size());
+}
+
+wxString shown_lines(std::string_view text) {
+  return shown(replace_all(text, crlf, "\n"));
+}
+
+std::string utf8_of(const wxString& text) {
+  return text.utf8_string();
+}
+
+}  // namespace corvane

@@ -1,0 +1,102 @@
+#include "ui/wx_prompts.h"
+
+#include "platform/files.h"
+#include "ui/file_filter.h"
+#include "ui/shown_text.h"
+
+#include <wx/filedlg.h>
+#include <wx/msgdlg.h>
+#include <wx/textdlg.h>
+#include <wx/toplevel.h>
+
+#include <utility>
+
+namespace corvane {
+namespace {
+
+long picture_style(icon picture) {
+  switch (picture) {
+    case icon::information:
+      return wxICON_INFORMATION;
+    case icon::exclamation:
+      return wxICON_EXCLAMATION;
+    case icon::critical:
+      return wxICON_ERROR;
+    case icon::none:
+      break;
+  }
+  return wxICON_NONE;
+}
+
+/// A plain yes/no question guards something that cannot be undone (a file overwritten, a disc
+/// replaced, a run stopped), so Enter answers No.
+long button_style(buttons choice) {
+  switch (choice) {
+    case buttons::ok_cancel:
+      return wxOK | wxCANCEL;
+    case buttons::yes_no:
+      return wxYES_NO | wxNO_DEFAULT;
+    case buttons::yes_no_cancel:
+      return wxYES_NO | wxCANCEL;
+    case buttons::ok:
+      break;
+  }
+  return wxOK;
+}
+
+answer answer_of(int id, buttons choice) {
+  switch (id) {
+    case wxID_OK:
+      return answer::ok;
+    case wxID_YES:
+      return answer::yes;
+    case wxID_NO:
+      return answer::no;
+    default:  // closed without a button
+      if (choice == buttons::ok)
+        return answer::ok;
+      return choice == buttons::yes_no ? answer::no : answer::cancel;
+  }
+}
+
+}  // namespace
+
+wx_prompts::wx_prompts(wxWindow& owner, std::string folder)
+    : owner_(owner), last_folder_(std::move(folder)) {}
+
+wxWindow* wx_prompts::parent() const {
+  wxWindow* active = wxGetTopLevelParent(wxGetActiveWindow());
+  return active != nullptr && active->IsShown() && !active->IsBeingDeleted() ? active : &owner_;
+}
+
+answer wx_prompts::message(const message_box& box) {
+  wxMessageDialog dialog(parent(), shown_lines(box.text), shown(box.caption),
+                         button_style(box.choice) | picture_style(box.picture) | wxCENTRE);
+  return answer_of(dialog.ShowModal(), box.choice);
+}
+
+std::string wx_prompts::choose(const file_dialog& dialog, long style) {
+  wxFileDialog chooser(parent(), shown(dialog.title), shown(last_folder_), shown(dialog.preset),
+                       shown(toolkit_filter(dialog.filter)), style);
+  if (chooser.ShowModal() != wxID_OK)
+    return {};
+  const std::string path = utf8_of(chooser.GetPath());
+  if (!chooser.GetDirectory().empty())
+    last_folder_ = utf8_of(chooser.GetDirectory());
+  return path.empty() ? path : absolute_path(path);
+}
+
+std::string wx_prompts::open_file(const file_dialog& dialog) {
+  return choose(dialog, wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+}
+
+std::string wx_prompts::save_file(const file_dialog& dialog) {
+  return with_implied_extension(choose(dialog, wxFD_SAVE), dialog.filter);
+}
+
+std::string wx_prompts::input(const input_box& box) {
+  wxTextEntryDialog dialog(parent(), shown_lines(box.prompt), shown(box.title), shown(box.preset));
+  return dialog.ShowModal() == wxID_OK ? utf8_of(dialog.GetValue()) : std::string();
+}
+
+}  // namespace corvane
