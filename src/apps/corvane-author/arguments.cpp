@@ -1,0 +1,109 @@
+#include "apps/corvane-author/arguments.h"
+
+#include "project/project.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace corvane {
+namespace {
+
+using words = result<author_arguments>;
+
+/// Takes one option in; a reason when it is none or does not go with those before it.
+failure take_option(author_arguments& arguments, const std::string& word) {
+  if (word == "--prepare") {
+    arguments.prepare = true;
+  } else if (word == "--replace") {
+    arguments.replace = true;
+  } else if (word == "--cleanup") {
+    arguments.cleanup = true;
+  } else if (word == "--iso" || word == "--no-iso") {
+    const bool wanted = word == "--iso";
+    if (arguments.iso.value_or(wanted) != wanted)
+      return "--iso and --no-iso exclude each other";
+    arguments.iso = wanted;
+  } else {
+    return "there is no option \"" + word + "\"";
+  }
+  return std::nullopt;
+}
+
+failure take_paths(author_arguments& arguments, const std::vector<std::string>& paths) {
+  if (paths.empty() || paths[0].empty())
+    return "PROJECT.cvp is missing";
+  if (paths.size() == 1 || paths[1].empty())
+    return "OUTPUT-FOLDER is missing";
+  if (paths.size() > 2)
+    return "\"" + paths[2] + "\" is one path too many";
+  arguments.project = paths[0];
+  arguments.output = paths[1];
+  return std::nullopt;
+}
+
+}  // namespace
+
+result<author_arguments> read_author_arguments(const std::vector<std::string>& given) {
+  author_arguments arguments;
+  const auto end_of_options = std::find(given.begin(), given.end(), "--");
+  arguments.help = std::find(given.begin(), end_of_options, "--help") != end_of_options;
+  arguments.version = std::find(given.begin(), end_of_options, "--version") != end_of_options;
+  if (arguments.help || arguments.version)
+    return words::ok(arguments);
+  std::vector<std::string> paths;
+  for (auto word = given.begin(); word != end_of_options; ++word) {
+    if (!word->starts_with('-'))
+      paths.push_back(*word);
+    else if (const failure why = take_option(arguments, *word))
+      return words::fail(*why);
+  }
+  if (end_of_options != given.end())
+    paths.insert(paths.end(), end_of_options + 1, given.end());
+  if (const failure why = take_paths(arguments, paths))
+    return words::fail(*why);
+  return words::ok(arguments);
+}
+
+std::string author_help() {
+  return R"(Usage: corvane-author [OPTION]... PROJECT.cvp OUTPUT-FOLDER
+
+Authors the DVD of a Corvane project into a folder, without a display.
+
+Options:
+  --prepare   write all files of the run, print their paths, run nothing
+  --iso       also make a disc image, OUTPUT-FOLDER.iso
+  --no-iso    make none (without either option the project decides)
+  --replace   replace a disc that OUTPUT-FOLDER already holds
+  --cleanup   remove the files of the run when it succeeded (the log stays)
+  --help      show this help
+  --version   show the version
+  --          end of the options
+
+The folder is made when it does not exist. Questions that the window would ask
+get the answer that loses nothing.
+
+Exit status:
+  0    the disc is authored
+  1    a tool reported an error
+  2    bad arguments, a project that cannot be loaded or authored as it stands,
+       a folder that holds a disc, or files that cannot be written
+  3    a tool is not installed
+  130  stopped with Ctrl-C (128 + the signal's number for other signals)
+
+Environment:
+  CORVANE_HOME  the program folder, for the files of the run and the log
+                (else $XDG_DATA_HOME/corvane or ~/.local/share/corvane;
+                on Windows the folder of the program)
+  PATH          where the tools are looked up (not on Windows)
+
+Examples:
+  corvane-author film.cvp /srv/dvd/film
+  corvane-author --replace --iso --cleanup film.cvp film
+)";
+}
+
+std::string author_version() {
+  return "corvane-author (" + std::string(version_title) + ")\n";
+}
+
+}  // namespace corvane

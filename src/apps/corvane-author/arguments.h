@@ -1,0 +1,33 @@
+// The command line of corvane-author.
+#pragma once
+
+#include "platform/result.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+struct author_arguments {
+  bool help = false;
+  bool version = false;
+  bool prepare = false;     ///< write the files of a run and run nothing
+  bool replace = false;     ///< replace an earlier disc
+  bool cleanup = false;     ///< remove the files of the run when it succeeded
+  std::optional<bool> iso;  ///< make an image or not; without it as the project says
+  std::string project;      ///< native path as given
+  std::string output;       ///< likewise
+};
+
+/// Reads the arguments (without the program's name). With --help or --version nothing else is
+/// looked at. "--" ends the options.
+result<author_arguments> read_author_arguments(const std::vector<std::string>& words);
+
+/// What --help prints; lines end in a line feed.
+std::string author_help();
+
+/// What --version prints.
+std::string author_version();
+
+}  // namespace corvane

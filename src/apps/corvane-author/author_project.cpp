@@ -1,0 +1,184 @@
+#include "apps/corvane-author/author_project.h"
+
+#include "apps/corvane-author/console_prompts.h"
+#include "apps/corvane-author/console_screen.h"
+#include "apps/corvane-author/watched_launcher.h"
+#include "authoring/author.h"
+#include "authoring/navigation_xml.h"
+#include "platform/files.h"
+#include "platform/interrupt.h"
+#include "platform/paths.h"
+#include "platform/process.h"
+#include "platform/program_folder.h"
+#include "project/preferences.h"
+#include "project/project_file.h"
+
+#include <chrono>
+#include <string_view>
+
+namespace corvane {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// How often the runner is asked to look, as in the window.
+constexpr auto polling_interval = 100ms;
+
+/// Loads the project and puts the options over its own switches. False when it was refused.
+bool load(workbench& w, const author_arguments& arguments, const std::string& path) {
+  start_up(w);
+  if (!loadprojectf(w, path))
+    return false;
+  w.p.isocreate = arguments.iso.value_or(w.p.isocreate);
+  w.p.cleanup = arguments.cleanup;
+  w.p.editxml = false;
+  return true;
+}
+
+/// Hand-edited navigation XML names the output folder itself; authoring elsewhere than the command
+/// line says would be a surprise.
+failure why_not_there(const project& p, const std::string& output) {
+  if (p.customxml.empty())
+    return std::nullopt;
+  const std::string folder = folder_of_custom_xml(p.customxml);
+  if (!folder.empty() && (absolute_path(folder) == output || same_place(folder, output)))
+    return std::nullopt;
+  return "the project's hand-edited navigation XML authors into \"" + folder + "\", not into \"" +
+         output + "\".  Name that folder as OUTPUT-FOLDER, or discard the XML in the main window.";
+}
+
+int status_of(author_result result) {
+  switch (result) {
+    case author_result::started:
+    case author_result::prepared:
+      return disc_authored;
+    case author_result::not_started:
+      return tool_reported_error;
+    case author_result::tool_missing:
+      return tool_not_installed;
+    case author_result::nothing_to_author:
+    case author_result::cancelled:
+    case author_result::refused:
+    case author_result::holds_disc:
+    case author_result::folder_in_use:
+    case author_result::not_written:
+      return not_authorable;
+  }
+  return not_authorable;
+}
+
+/// Everything one run needs, made in the order of need.
+struct run {
+  run(report& out, workbench& bench, folder_lock& app_lock, const std::string& app)
+      : report_(out),
+        w(bench),
+        lock(app_lock),
+        screen(out, output, bench.p.cleanup),
+        launcher(make_process_launcher()),
+        watched(*launcher, [this](std::string_view piece) { screen.new_output(piece); }),
+        runner(screen, bench.ask, watched, lock, app),
+        equipment{app, lock, screen, runner, {}, {}} {}
+
+  report& report_;
+  workbench& w;
+  folder_lock& lock;
+  run_output output;
+  console_screen screen;
+  std::unique_ptr<process_launcher> launcher;
+  watched_launcher watched;
+  shelled runner;
+  author_equipment equipment;
+  prepared_run prepared;
+};
+
+int stop(run& r) {
+  r.runner.stop();
+  r.report_.message("stopped; the tools have been ended.");
+  return 128 + interrupt_number();
+}
+
+/// Polls until the script has ended; gives the exit status.
+int watch(run& r) {
+  while (r.runner.running()) {
+    wait_or_interrupt(polling_interval);
+    if (interrupt_number() != 0)
+      return stop(r);
+    r.runner.update();
+    // After an error of its own the runner polls no more and has said so.
+    if (r.runner.running() && !r.screen.timer_enabled()) {
+      r.runner.stop();
+      return tool_reported_error;
+    }
+  }
+  return r.runner.outcome() == run_outcome::success ? disc_authored : tool_reported_error;
+}
+
+void say_errors(run& r) {
+  for (const std::string& line : r.output.errors())
+    r.report_.message(line);
+  if (r.output.error_count() > r.output.errors().size())
+    r.report_.message("... and " +
+                      std::to_string(r.output.error_count() - r.output.errors().size()) + " more");
+}
+
+int start_and_watch(run& r) {
+  if (interrupt_number() != 0) {
+    r.lock.release();
+    return 128 + interrupt_number();
+  }
+  const author_result started = authordvd(r.w, r.equipment, r.prepared);
+  if (started != author_result::started)
+    return status_of(started);
+  const int status = watch(r);
+  r.report_.end_progress();
+  if (status == tool_reported_error)
+    say_errors(r);
+  r.report_.line("log: " + join_path(r.equipment.app, log_file_name));
+  return status;
+}
+
+int prepare_and_run(const author_arguments& arguments, run& r) {
+  r.equipment.replace_earlier_disc = arguments.replace;
+  const author_result prepared = prepare_run(r.w, r.equipment, r.prepared);
+  if (prepared == author_result::holds_disc)
+    r.report_.message("\"" + absolute_path(arguments.output) +
+                      "\" already holds a DVD or its image.  Give --replace to replace it.");
+  if (prepared != author_result::prepared)
+    return status_of(prepared);
+  if (!arguments.prepare)
+    return start_and_watch(r);
+  for (const std::string& file : r.prepared.files)
+    r.report_.line(file);
+  r.lock.release();
+  return disc_authored;
+}
+
+}  // namespace
+
+int author_project(const author_arguments& arguments, report& out) {
+  // Before the current folder changes.
+  const std::string path = absolute_path(arguments.project);
+  const std::string output = absolute_path(arguments.output);
+  const std::string app = program_folder();
+  if (const failure why = enter_program_folder(app)) {
+    out.message(*why + ".");
+    return not_authorable;
+  }
+  project p;
+  // The window's preferences are the user's; a run without it neither reads nor changes them.
+  memory_settings prefs;
+  console_prompts ask(out, output);
+  workbench w{p, ask, prefs};
+  // Makes the lock's file: loading looks for any file in the program folder.
+  folder_lock lock(app);
+  if (!load(w, arguments, path))
+    return not_authorable;
+  if (const failure why = why_not_there(p, output)) {
+    out.message(*why);
+    return not_authorable;
+  }
+  run r(out, w, lock, app);
+  return prepare_and_run(arguments, r);
+}
+
+}  // namespace corvane

@@ -1,0 +1,40 @@
+#include "apps/corvane-author/console_prompts.h"
+
+#include <utility>
+
+namespace corvane {
+
+console_prompts::console_prompts(report& out, std::string output)
+    : report_(out), output_(std::move(output)) {}
+
+answer console_prompts::message(const message_box& box) {
+  switch (box.choice) {
+    case buttons::ok:
+      report_.message(box.text);
+      return answer::ok;
+    case buttons::ok_cancel:
+      report_.message(box.text);
+      return answer::cancel;
+    case buttons::yes_no:
+      report_.message(box.text + "  (answered: no)");
+      return answer::no;
+    case buttons::yes_no_cancel:
+      report_.message(box.text + "  (answered: cancel)");
+      return answer::cancel;
+  }
+  return answer::cancel;
+}
+
+std::string console_prompts::open_file(const file_dialog&) {
+  return {};
+}
+
+std::string console_prompts::save_file(const file_dialog&) {
+  return output_;
+}
+
+std::string console_prompts::input(const input_box&) {
+  return {};
+}
+
+}  // namespace corvane

@@ -1,0 +1,34 @@
+// corvane-author: authors a project's disc from the command line.
+#include "apps/corvane-author/arguments.h"
+#include "apps/corvane-author/author_project.h"
+#include "apps/corvane-author/report.h"
+#include "platform/console.h"
+#include "platform/interrupt.h"
+#include "platform/program_folder.h"
+
+#include <cstdio>
+#include <exception>
+#include <string>
+
+int main(int argc, char** argv) {
+  const corvane::utf8_console console;
+  corvane::report report(stdout, stderr, corvane::output_is_terminal(), corvane::terminal_width);
+  const auto arguments = corvane::read_author_arguments(corvane::utf8_arguments(argc, argv));
+  if (!arguments) {
+    report.message(arguments.error + ".\nTry \"corvane-author --help\".");
+    return corvane::not_authorable;
+  }
+  if (arguments->help || arguments->version) {
+    std::fputs((arguments->help ? corvane::author_help() : corvane::author_version()).c_str(),
+               stdout);
+    return 0;
+  }
+  corvane::catch_interrupts();
+  try {
+    return corvane::author_project(*arguments, report);
+  } catch (const std::exception& error) {
+    // Only what nothing can be done about, as memory that has run out. The tools end with us.
+    report.message(std::string("unexpected error: ") + error.what());
+    return corvane::tool_reported_error;
+  }
+}

@@ -1,0 +1,79 @@
+#include "apps/corvane-author/arguments.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace corvane {
+namespace {
+
+using testing::HasSubstr;
+
+TEST(AuthorArguments, TwoPathsAreEnough) {
+  const auto arguments = read_author_arguments({"a.cvp", "out"});
+  ASSERT_TRUE(arguments) << arguments.error;
+  EXPECT_EQ(arguments->project, "a.cvp");
+  EXPECT_EQ(arguments->output, "out");
+  EXPECT_FALSE(arguments->prepare || arguments->replace || arguments->cleanup || arguments->help ||
+               arguments->version);
+  EXPECT_EQ(arguments->iso, std::nullopt);
+}
+
+TEST(AuthorArguments, OptionsStandAnywhere) {
+  const auto arguments =
+      read_author_arguments({"--prepare", "a.cvp", "--replace", "out", "--cleanup", "--no-iso"});
+  ASSERT_TRUE(arguments) << arguments.error;
+  EXPECT_TRUE(arguments->prepare && arguments->replace && arguments->cleanup);
+  EXPECT_EQ(arguments->iso, false);
+  EXPECT_EQ(arguments->project, "a.cvp");
+  EXPECT_EQ(arguments->output, "out");
+  EXPECT_EQ(read_author_arguments({"--iso", "--iso", "a", "b"})->iso, true);
+}
+
+TEST(AuthorArguments, TwoDashesEndTheOptions) {
+  const auto arguments = read_author_arguments({"--iso", "--", "--help", "-out"});
+  ASSERT_TRUE(arguments) << arguments.error;
+  EXPECT_FALSE(arguments->help);
+  EXPECT_EQ(arguments->project, "--help");
+  EXPECT_EQ(arguments->output, "-out");
+}
+
+TEST(AuthorArguments, WhatIsWrongIsNamed) {
+  const auto why = [](const std::vector<std::string>& words) {
+    return read_author_arguments(words).error;
+  };
+  EXPECT_EQ(why({}), "PROJECT.cvp is missing");
+  EXPECT_EQ(why({"", "out"}), "PROJECT.cvp is missing");
+  EXPECT_EQ(why({"a.cvp"}), "OUTPUT-FOLDER is missing");
+  EXPECT_EQ(why({"a.cvp", ""}), "OUTPUT-FOLDER is missing");
+  EXPECT_EQ(why({"a", "b", "c d"}), "\"c d\" is one path too many");
+  EXPECT_EQ(why({"--isos", "a", "b"}), "there is no option \"--isos\"");
+  EXPECT_EQ(why({"-", "a", "b"}), "there is no option \"-\"");
+  EXPECT_EQ(why({"--iso", "a", "b", "--no-iso"}), "--iso and --no-iso exclude each other");
+}
+
+TEST(AuthorArguments, HelpAndVersionComeFirst) {
+  EXPECT_TRUE(read_author_arguments({"--nonsense", "--help"})->help);
+  EXPECT_TRUE(read_author_arguments({"--version"})->version);
+}
+
+TEST(AuthorArguments, HelpNamesEveryOptionAndFitsATerminal) {
+  const std::string help = author_help();
+  for (const char* const option : {"--prepare", "--iso", "--no-iso", "--replace", "--cleanup",
+                                   "--help", "--version", "PROJECT.cvp", "OUTPUT-FOLDER"})
+    EXPECT_THAT(help, HasSubstr(option));
+  std::size_t column = 0;
+  for (const char c : help) {
+    column = c == '\n' ? 0 : column + 1;
+    EXPECT_LE(column, 80u);
+  }
+  EXPECT_EQ(help.back(), '\n');
+}
+
+TEST(AuthorArguments, TheVersionIsTheProgramsOwn) {
+  EXPECT_EQ(author_version(), "corvane-author (Corvane 0.997 - 1/2/2005)\n");
+}
+
+}  // namespace
+}  // namespace corvane

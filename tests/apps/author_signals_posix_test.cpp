@@ -1,0 +1,107 @@
+// corvane-author when it is interrupted, killed, started twice, or left alone by its reader.
+#include "apps/author_fixture_posix.h"
+#include "runner/shelled.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+
+namespace corvane {
+namespace {
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing_support::AuthorProgram;
+using testing_support::endless;
+using testing_support::process_runs;
+using testing_support::program_start;
+using testing_support::running_program;
+using testing_support::wait_until;
+
+class AuthorSignals : public AuthorProgram {
+ protected:
+  /// Interrupts a run whose tool does not end; gives the exit status.
+  int interrupt(int signal) {
+    add_tool("mplex", endless);
+    running_program program(start({project_, out()}));
+    EXPECT_TRUE(started("mplex"));
+    program.send(signal);
+    const int status = program.wait();
+    stdout_ = program.out();
+    stderr_ = program.err();
+    return status;
+  }
+};
+
+TEST_F(AuthorSignals, CtrlCEndsTheToolsToo) {
+  EXPECT_EQ(interrupt(SIGINT), 130);
+  const pid_t tool = tool_process("mplex");
+  EXPECT_TRUE(wait_until([&] { return !process_runs(tool); }));
+  EXPECT_THAT(stderr_, HasSubstr("stopped"));
+  EXPECT_THAT(stdout_, EndsWith("log: " + app(log_file_name) + "\n"));
+  EXPECT_TRUE(file_exists(app(log_file_name)));
+  EXPECT_THAT(calls(), ElementsAre("mplex")) << "the script did not go on";
+}
+
+TEST_F(AuthorSignals, ARequestToEndIsObeyedLikewise) {
+  EXPECT_EQ(interrupt(SIGTERM), 143);
+  EXPECT_TRUE(wait_until([&] { return !process_runs(tool_process("mplex")); }));
+}
+
+TEST_F(AuthorSignals, AClosedTerminalLikewise) {
+  EXPECT_EQ(interrupt(SIGHUP), 129);
+  EXPECT_TRUE(wait_until([&] { return !process_runs(tool_process("mplex")); }));
+}
+
+TEST_F(AuthorSignals, OneThatWasIgnoredAtTheStartStaysIgnored) {
+  add_tool("mplex", "while [ ! -e \"$TEST_OUT/go\" ]; do /bin/sleep 0.05; done\n");
+  program_start how = start({project_, out()});
+  how.ignored_signals = {SIGHUP};
+  running_program program(how);
+  ASSERT_TRUE(started("mplex"));
+  program.send(SIGHUP);
+  folder_.add("disc/go");
+  EXPECT_EQ(program.wait(), 0) << program.err();
+}
+
+TEST_F(AuthorSignals, ASecondRunInTheSameProgramFolderIsRefused) {
+  add_tool("mplex", "while [ ! -e \"$TEST_OUT/go\" ]; do /bin/sleep 0.05; done\n");
+  running_program first(start({project_, out()}));
+  ASSERT_TRUE(started("mplex"));
+  const std::string script = folder_.read("app/process.bat");
+  EXPECT_EQ(run({project_, folder_.path("other")}), 2);
+  EXPECT_THAT(stderr_, HasSubstr("Another authoring run is using the program folder"));
+  EXPECT_THAT(stderr_, HasSubstr(folder_.path("app")));
+  EXPECT_EQ(run({"--prepare", project_, folder_.path("other")}), 2);
+  EXPECT_EQ(folder_.read("app/process.bat"), script);
+  folder_.add("disc/go");
+  EXPECT_EQ(first.wait(), 0) << first.err();
+  EXPECT_THAT(calls(), ElementsAre("mplex", "dvdauthor"));
+}
+
+TEST_F(AuthorSignals, ARunThatWasKilledDoesNotBlockTheNextAndLeavesNoTool) {
+  add_tool("mplex", endless);
+  {
+    running_program killed(start({project_, out()}));
+    ASSERT_TRUE(started("mplex"));
+    killed.send(SIGKILL);
+    EXPECT_EQ(killed.wait(), -SIGKILL);
+  }
+  const pid_t tool = tool_process("mplex");
+  EXPECT_TRUE(wait_until([&] { return !process_runs(tool); }));
+  add_tool("mplex", "");
+  EXPECT_EQ(run({project_, out()}), 0) << stderr_;
+}
+
+TEST_F(AuthorSignals, AReaderThatGoesAwayDoesNotEndTheRun) {
+  program_start how = start({project_, out()});
+  how.output_unread = true;
+  EXPECT_EQ(run_as(how), 0) << stderr_;
+  EXPECT_TRUE(file_exists(folder_.path("disc/VIDEO_TS/VIDEO_TS.IFO")));
+}
+
+}  // namespace
+}  // namespace corvane

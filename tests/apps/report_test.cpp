@@ -1,0 +1,138 @@
+#include "apps/corvane-author/report.h"
+
+#include "apps/corvane-author/console_prompts.h"
+#include "apps/corvane-author/console_screen.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <string>
+
+namespace corvane {
+namespace {
+
+int twenty_columns() {
+  return 20;
+}
+
+/// A report into temporary files.
+class Report : public testing::Test {
+ protected:
+  ~Report() override {
+    std::fclose(out_);
+    std::fclose(err_);
+  }
+  static std::string text_of_stream(std::FILE* file) {
+    std::string text;
+    std::array<char, 4096> buffer{};
+    std::rewind(file);
+    for (std::size_t n = 0; (n = std::fread(buffer.data(), 1, buffer.size(), file)) > 0;)
+      text.append(buffer.data(), n);
+    return text;
+  }
+  std::string out() const { return text_of_stream(out_); }
+  std::string err() const { return text_of_stream(err_); }
+
+  std::FILE* const out_ = std::tmpfile();
+  std::FILE* const err_ = std::tmpfile();
+  report piped_{out_, err_, false, twenty_columns};
+  report terminal_{out_, err_, true, twenty_columns};
+};
+
+TEST_F(Report, ToAFileEachStepIsALineAndPercentagesAreLeftOut) {
+  piped_.step("one");
+  piped_.percent(1);
+  piped_.percent(99.5);
+  piped_.step("two");
+  piped_.line("log: x");
+  EXPECT_EQ(out(), "one\ntwo\nlog: x\n");
+  EXPECT_EQ(err(), "");
+}
+
+TEST_F(Report, OnATerminalStepsShareALine) {
+  terminal_.step("a long step");
+  terminal_.percent(7.9);
+  terminal_.percent(7.1);
+  terminal_.step("two");
+  terminal_.line("log: x");
+  EXPECT_EQ(out(), "\ra long step\ra long step  7 %\rtwo" + std::string(13, ' ') + "\nlog: x\n");
+}
+
+TEST_F(Report, TheLineIsCutToTheWidthAndTheNumberStays) {
+  terminal_.step("0123456789abcdefghijklmnop");
+  terminal_.percent(100);
+  EXPECT_EQ(out(), "\r0123456789abcdefghi\r0123456789ab  100 %");
+}
+
+TEST_F(Report, MessagesGoBelowTheProgressLineUnderTheProgramsName) {
+  terminal_.step("one");
+  terminal_.message("first\r\nsecond");
+  terminal_.step("two");
+  EXPECT_EQ(out(), "\rone\n\rtwo");
+  EXPECT_EQ(err(), "corvane-author: first\nsecond\n");
+}
+
+TEST_F(Report, NothingSteersTheTerminal) {
+  piped_.message(
+      "a\x1b[2Jb\rc\td\x7f\xC2\x9B"
+      "e");
+  piped_.step("x\x1b]0;y\a");
+  EXPECT_EQ(err(), "corvane-author: a?[2Jb?c?d??e\n");
+  EXPECT_EQ(out(), "x?]0;y?\n");
+}
+
+TEST_F(Report, WidthsCountWhatATerminalShows) {
+  EXPECT_EQ(width_of("Müller"), 6);
+  EXPECT_EQ(width_of("字幕"), 4);
+  EXPECT_EQ(cut_to_width("Müller", 2), "Mü");
+  EXPECT_EQ(cut_to_width("字幕", 3), "字");
+  EXPECT_EQ(cut_to_width("abc", 0), "");
+  EXPECT_EQ(cut_to_width("abc", -5), "");
+  EXPECT_EQ(cut_to_width("\xE5", 5), "\xE5");
+}
+
+TEST_F(Report, QuestionsGetTheAnswerThatLosesNothing) {
+  console_prompts ask(piped_, "/dvd/out");
+  message_box box;
+  box.text = "Overwrite?";
+  EXPECT_EQ(ask.message(box), answer::ok);
+  box.choice = buttons::ok_cancel;
+  EXPECT_EQ(ask.message(box), answer::cancel);
+  box.choice = buttons::yes_no;
+  EXPECT_EQ(ask.message(box), answer::no);
+  box.choice = buttons::yes_no_cancel;
+  EXPECT_EQ(ask.message(box), answer::cancel);
+  EXPECT_EQ(ask.open_file({}), "");
+  EXPECT_EQ(ask.input({}), "");
+  EXPECT_EQ(ask.save_file({}), "/dvd/out");
+  EXPECT_EQ(out(), "");
+  EXPECT_EQ(err(),
+            "corvane-author: Overwrite?\ncorvane-author: Overwrite?\n"
+            "corvane-author: Overwrite?  (answered: no)\n"
+            "corvane-author: Overwrite?  (answered: cancel)\n");
+}
+
+TEST_F(Report, APercentageInAPieceWithANewStepIsNotThatStepsOwn) {
+  run_output output;
+  console_screen screen(terminal_, output, false);
+  screen.new_output("*one\n");
+  screen.new_output(" 99% done\n*two\n");
+  screen.set_log_progress(99);
+  screen.new_output(" 3% done\n");
+  screen.set_log_progress(3);
+  EXPECT_EQ(out(), "\rone\rtwo\rtwo  3 %");
+}
+
+TEST_F(Report, TheTimerSwitchIsKept) {
+  run_output output;
+  console_screen screen(terminal_, output, true);
+  EXPECT_FALSE(screen.timer_enabled());
+  screen.enable_timer(true);
+  EXPECT_TRUE(screen.timer_enabled());
+  EXPECT_TRUE(screen.cleanup());
+  EXPECT_EQ(screen.main_caption(), "Corvane 0.997 - 1/2/2005");
+}
+
+}  // namespace
+}  // namespace corvane
