@@ -60,8 +60,11 @@ class posix_child : public child_process {
       : pid_(pid), read_end_(read_end), rest_(std::move(rest)) {}
   ~posix_child() override {
     ::close(read_end_);
-    rest_->add(pid_);
-    rest_->reap();
+    // Most often it has just ended or is about to.
+    for (int i = 0; i < 20 && !reaped(); ++i)
+      std::this_thread::sleep_for(std::chrono::microseconds(100));
+    if (!reaped_)
+      rest_->add(pid_);
   }
   posix_child(const posix_child&) = delete;
   posix_child& operator=(const posix_child&) = delete;
@@ -112,8 +115,11 @@ class posix_child : public child_process {
   }
 
  private:
+  bool reaped() { return reaped_ = reaped_ || ::waitpid(pid_, nullptr, WNOHANG) != 0; }
+
   pid_t pid_;
   int read_end_;
+  bool reaped_ = false;
   std::shared_ptr<leftovers> rest_;
 };
 

@@ -33,6 +33,16 @@ bool holds_error_line(std::string_view text) {
   return contains(text, "\r\n ERR") || contains(text, " **ERR");
 }
 
+/// The end marker at the beginning of a line. One within a line may be the name of a file that a
+/// tool speaks of.
+bool holds_marker_line(std::string_view text) {
+  const std::string marker(end_marker);
+  return contains(text, "\r\n " + marker) || contains(text, "\r\n" + marker);
+}
+
+/// What is looked for is shorter than this, so it cannot be spread over more of the piece before.
+constexpr std::size_t border = 32;
+
 }  // namespace
 
 void run_log::begin(std::string path) {
@@ -63,13 +73,10 @@ void run_log::append(std::string_view text) {
 }
 
 void run_log::look_at(std::string_view text) {
-  // What is looked for may begin in the piece before: it is joined to this one's beginning.
-  const std::string_view before =
-      std::string_view(tail_).substr(tail_.size() - std::min(tail_.size(), end_marker.size() - 1));
-  std::string border(before);
-  border += text.substr(0, end_marker.size());
-  error_ = error_ || holds_error_line(border) || holds_error_line(text);
-  marker_ = marker_ || contains(border, end_marker) || contains(text, end_marker);
+  std::string seen = tail_.substr(tail_.size() - std::min(tail_.size(), border));
+  seen += text;
+  error_ = error_ || holds_error_line(seen);
+  marker_ = marker_ || holds_marker_line(seen);
 }
 
 void run_log::write(std::string_view text) {
@@ -84,6 +91,13 @@ void run_log::write(std::string_view text) {
 bool run_log::at_line_start() const {
   const std::string_view end = trim_right(tail_);
   return end.empty() || end.substr(end.size() - 1) == "\n";
+}
+
+bool run_log::ends_with_marker() const {
+  const std::string_view end =
+      std::string_view(tail_).substr(0, tail_.find_last_not_of(" \r\n") + 1);
+  return end.size() >= end_marker.size() &&
+         end.substr(end.size() - end_marker.size()) == end_marker;
 }
 
 failure run_log::finish() {

@@ -42,8 +42,12 @@ class run_log {
   /// Whether a line but the first began with "ERR", or any blank was followed by "**ERR".
   bool holds_error() const { return error_; }
 
-  /// Whether the end marker has come, in one piece or split over two.
+  /// Whether a line has begun with the end marker, in one piece or split over two.
   bool holds_marker() const { return marker_; }
+
+  /// Whether the last line with anything on it ends with the end marker. When a tool left its last
+  /// line open, the marker comes within a line, and counts once nothing follows any more.
+  bool ends_with_marker() const;
 
   /// Whether what comes next begins a line.
   bool at_line_start() const;

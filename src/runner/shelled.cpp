@@ -74,6 +74,7 @@ struct shelled::state {
   void take(std::string_view text);
   void show_view();
   void broke();
+  void drain();
   void close_run();
   void finish();
   void say_outcome(bool failed);
@@ -144,12 +145,28 @@ void shelled::state::show_view() {
   screen.set_log_text(view->text);
 }
 
-/// The pipe broke before the marker came: what ended the script has not been told by any tool, so
-/// the runner adds the error line.
+/// The pipe is broken. When the marker had not come, no tool has told what ended the script: the
+/// runner adds the error line.
 void shelled::state::broke() {
   take(normalize.rest());
+  if (log.ends_with_marker())
+    return;
   // Always after a line break: the error test wants one before the blank before "ERR".
   take(normalize("\nERR:  the work script ended before its last line" + how_ended(child->ended())));
+}
+
+/// Takes what still waits after the command was ended.
+void shelled::state::drain() {
+  for (std::size_t left = 4u << 20; left > 0;) {
+    const std::optional<std::size_t> waiting = child->waiting();
+    if (!waiting || *waiting < 1)
+      return;
+    const std::optional<std::string> bytes = child->read(std::min({*waiting, largest_piece, left}));
+    if (!bytes || bytes->empty())
+      return;
+    take(normalize(*bytes));
+    left -= bytes->size();
+  }
 }
 
 /// One polling pass. The timer is off meanwhile, so that no pass can begin in another.
@@ -260,6 +277,7 @@ void shelled::stop() {
   if (!running())
     return;
   s_->child->kill_all();
+  s_->drain();
   s_->take(s_->normalize.rest());
   s_->take(s_->normalize(s_->log.at_line_start() ? "*** stopped by the user\n"
                                                  : "\n*** stopped by the user\n"));

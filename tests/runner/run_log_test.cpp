@@ -1,0 +1,131 @@
+#include "runner/run_log.h"
+
+#include "support/temporary_folder.h"
+
+namespace corvane {
+namespace {
+
+using testing_support::temporary_folder;
+
+struct written_log {
+  temporary_folder folder;
+  run_log log;
+  written_log() {
+    log.begin(folder.path("CorvaneLOG.txt"));
+    log.append("title\r\n");
+    log.open();
+  }
+};
+
+TEST(RunLog, HoldsEverythingAndALineBreakAfterIt) {
+  written_log w;
+  w.log.append("a \r\n b");
+  EXPECT_FALSE(w.log.finish());
+  EXPECT_EQ(w.folder.read("CorvaneLOG.txt"), "title\r\na \r\n b\r\n");
+  EXPECT_EQ(files_in(w.folder.path()), std::vector<std::string>{"CorvaneLOG.txt"});
+}
+
+TEST(RunLog, EarlierLogStaysWholeUntilTheEndAndIsThenReplaced) {
+  written_log w;
+  w.folder.add("CorvaneLOG.txt", "an earlier log, much longer than the one that is written now");
+  w.log.append("new");
+  EXPECT_EQ(w.folder.read("CorvaneLOG.txt").substr(0, 10), "an earlier");
+  EXPECT_FALSE(w.log.finish());
+  EXPECT_EQ(w.folder.read("CorvaneLOG.txt"), "title\r\nnew\r\n");
+}
+
+TEST(RunLog, LogOfManyMegabytesIsWholeOnTheDisk) {
+  written_log w;
+  const std::string piece = std::string(65530, 'x') + " \r\n ";
+  for (int i = 0; i < 320; ++i)
+    w.log.append(piece);
+  EXPECT_LT(w.log.tail().size(), 200000u);
+  EXPECT_FALSE(w.log.finish());
+  EXPECT_EQ(file_size(w.folder.path("CorvaneLOG.txt")), 9 + 320 * piece.size());
+}
+
+TEST(RunLog, IsBeganAnewForEachRun) {
+  written_log w;
+  w.log.append("\r\n ERR:  x\r\n *process complete");
+  w.log.begin(w.folder.path("CorvaneLOG.txt"));
+  EXPECT_FALSE(w.log.holds_error());
+  EXPECT_FALSE(w.log.holds_marker());
+  EXPECT_EQ(w.log.tail(), "");
+}
+
+TEST(RunLog, ErrorLineIsFoundWhereverThePiecesAreSplit) {
+  for (const std::string text : {"x \r\n ERR:  broken", "x \r\n  **ERROR: broken"})
+    for (std::size_t i = 0; i <= text.size(); ++i) {
+      written_log w;
+      w.log.append(text.substr(0, i));
+      w.log.append(text.substr(i));
+      EXPECT_TRUE(w.log.holds_error()) << text << " split at " << i;
+    }
+}
+
+TEST(RunLog, ErrorLineIsFoundWhenItComesACharacterAtATime) {
+  written_log w;
+  for (const char c : std::string("abc \r\n ERR"))
+    w.log.append(std::string(1, c));
+  EXPECT_TRUE(w.log.holds_error());
+}
+
+TEST(RunLog, ErrInTheMiddleOfALineIsNoErrorLine) {
+  written_log w;
+  w.log.append("ERR first \r\n  ERR after two blanks \r\n no ERR \r\n **WARN x**ERR");
+  EXPECT_FALSE(w.log.holds_error());
+}
+
+TEST(RunLog, MarkerThatBeginsALineIsFoundWhereverThePiecesAreSplit) {
+  const std::string text = "x \r\n *process complete";
+  for (std::size_t i = 0; i <= text.size(); ++i) {
+    written_log w;
+    w.log.append(text.substr(0, i));
+    EXPECT_EQ(w.log.holds_marker(), i == text.size());
+    w.log.append(text.substr(i));
+    EXPECT_TRUE(w.log.holds_marker()) << i;
+  }
+}
+
+TEST(RunLog, MarkerWithinALineCountsOnlyAtTheEnd) {
+  written_log w;
+  w.log.append("file /x/*process complete");
+  EXPECT_FALSE(w.log.holds_marker());
+  EXPECT_TRUE(w.log.ends_with_marker());
+  w.log.append(" \r\n ");
+  EXPECT_TRUE(w.log.ends_with_marker());
+  w.log.append("is read");
+  EXPECT_FALSE(w.log.ends_with_marker());
+}
+
+TEST(RunLog, KnowsWhetherALineBegins) {
+  written_log w;
+  EXPECT_TRUE(w.log.at_line_start());
+  w.log.append("abc");
+  EXPECT_FALSE(w.log.at_line_start());
+  w.log.append(" \r\n ");
+  EXPECT_TRUE(w.log.at_line_start());
+}
+
+TEST(RunLog, CopyHoldsWhatWasCollectedAndTheLastLine) {
+  written_log w;
+  w.log.append(std::string(100000, 'y'));
+  EXPECT_FALSE(w.log.copy_to(w.folder.path("copy.txt"), "the end"));
+  EXPECT_EQ(w.folder.read("copy.txt"), "title\r\n" + std::string(100000, 'y') + "\r\nthe end\r\n");
+  w.log.append("z");
+  EXPECT_FALSE(w.log.finish());
+  EXPECT_EQ(file_size(w.folder.path("CorvaneLOG.txt")), 7u + 100000 + 1 + 2);
+}
+
+TEST(RunLog, FolderThatCannotBeWrittenIsTold) {
+  temporary_folder folder;
+  run_log log;
+  log.begin(folder.path("missing/CorvaneLOG.txt"));
+  log.open();
+  log.append("text");
+  EXPECT_TRUE(log.finish());
+  EXPECT_FALSE(folder_exists(folder.path("missing")));
+}
+
+}  // namespace
+}  // namespace corvane

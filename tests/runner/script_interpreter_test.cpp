@@ -1,0 +1,176 @@
+#include "runner/script_interpreter.h"
+
+#include "project/text.h"
+
+#include <map>
+
+namespace corvane {
+namespace {
+
+using kind = program_end::kind;
+
+/// Notes everything the script does, with "\n" for every line end.
+class noting_host : public script_host {
+ public:
+  std::string notes;
+  std::map<std::string, std::string> failures;  ///< of a note, the reason
+  std::vector<std::string> files;
+  std::vector<program_end> ends;
+  pipeline_result result_of_run;
+  pipeline last;
+
+  void print(const std::string& text) override { notes += replace_all(text, "\r\n", "\n"); }
+  failure make_folder(const std::string& path) override { return note("mkdir " + path); }
+  std::vector<std::string> matching(const std::string& /*pattern*/) override { return files; }
+  failure erase(const std::string& path) override { return note("erase " + path); }
+  failure rename(const std::string& path, const std::string& new_path) override {
+    return note("rename " + path + " " + new_path);
+  }
+  std::string allowed_program(const std::string& path) override {
+    return path.substr(0, 4) == "bin/" ? "/own/" + path.substr(4) : std::string();
+  }
+  pipeline_result run(const pipeline& programs) override {
+    last = programs;
+    for (const auto& words : programs.programs)
+      note("run " + join(words, ","));
+    pipeline_result r = result_of_run;
+    r.ends = ends;
+    r.ends.resize(programs.programs.size());
+    return r;
+  }
+
+ private:
+  failure note(const std::string& what) {
+    notes += "[" + what + "]\n";
+    const auto found = failures.find(what);
+    return found == failures.end() ? failure() : failure(found->second);
+  }
+};
+
+TEST(Script, RunsItsLinesInOrder) {
+  noting_host host;
+  host.files = {"/o/a.mpg", "/o/b.mpg"};
+  EXPECT_TRUE(
+      run_script("@echo off\r\necho Send\r\nmkdir \"/o\"\r\n\r\n\"bin/mplex.exe\" -f 8\r\n"
+                 "rename \"/o/a.mpg\" b.mpg\r\nerase \"/o\"/*.mpg\r\necho *process complete",
+                 host));
+  EXPECT_EQ(host.notes,
+            "Send\n[mkdir /o]\n[run /own/mplex.exe,-f,8]\n[rename /o/a.mpg /o/b.mpg]\n"
+            "[erase /o/a.mpg]\n[erase /o/b.mpg]\n*process complete\n");
+}
+
+TEST(Script, EmptyScriptIsFine) {
+  noting_host host;
+  EXPECT_TRUE(run_script("", host));
+  EXPECT_TRUE(run_script("\n\r\n\n", host));
+  EXPECT_EQ(host.notes, "");
+}
+
+TEST(Script, LineThatIsNotUnderstoodIsToldByItsNumberAndTheNextOneRuns) {
+  noting_host host;
+  EXPECT_FALSE(run_script("echo a\nformat c:\necho b\n", host));
+  EXPECT_EQ(host.notes,
+            "a\n\nERR:  line 2 of the work script is not understood: it is neither a command nor a "
+            "program of the tools' folder\nb\n");
+}
+
+TEST(Script, FailingBuiltInCommandsAreTold) {
+  noting_host host;
+  host.files = {"/o/a"};
+  host.failures = {{"mkdir /o", "no room"}, {"erase /o/a", "busy"}, {"rename /o/a /o/b", "gone"}};
+  EXPECT_FALSE(run_script("mkdir /o\nerase /o/a\nrename /o/a b\n", host));
+  EXPECT_EQ(host.notes,
+            "[mkdir /o]\n\nERR:  mkdir /o: no room\n[erase /o/a]\n\nERR:  erase /o/a: busy\n"
+            "[rename /o/a /o/b]\n\nERR:  rename /o/a: gone\n");
+}
+
+TEST(Script, NothingToEraseIsSaidButNoError) {
+  noting_host host;
+  EXPECT_TRUE(run_script("erase \"/o\"/*.mpg\n", host));
+  EXPECT_EQ(host.notes, "Could not find /o/*.mpg\n");
+}
+
+TEST(Script, RenameStaysInTheFolder) {
+  for (const char* name : {"../b", "/b", "..", ".", "c/b"}) {
+    noting_host host;
+    EXPECT_FALSE(run_script(std::string("rename /o/a ") + name, host));
+    EXPECT_EQ(host.notes, "\nERR:  rename /o/a: the new name is not one of the same folder\n");
+  }
+}
+
+TEST(Script, ProgramOutsideOfTheOwnFolderIsNotRun) {
+  noting_host host;
+  EXPECT_FALSE(run_script("/bin/sh.exe -c id\nbin/a.exe | sh.exe\n", host));
+  EXPECT_EQ(host.notes,
+            "\nERR:  sh.exe is not started: it is not one of the program's tools\n"
+            "\nERR:  sh.exe is not started: it is not one of the program's tools\n");
+}
+
+TEST(Script, RedirectionsReachThePrograms) {
+  noting_host host;
+  EXPECT_TRUE(run_script("bin/a.exe <\"in\" | bin/b.exe > \"out\"", host));
+  EXPECT_EQ(host.last.input, "in");
+  EXPECT_EQ(host.last.output, "out");
+  EXPECT_FALSE(host.last.watch_errors);
+}
+
+TEST(Script, RedirectionThatCannotBeOpenedIsTold) {
+  noting_host host;
+  host.result_of_run.unusable_file = "/in";
+  host.result_of_run.why_unusable = "No such file or directory";
+  EXPECT_FALSE(run_script("bin/spumux.exe < /in", host));
+  EXPECT_EQ(host.notes,
+            "[run /own/spumux.exe]\n\nERR:  spumux.exe could not be started: /in: No such file or "
+            "directory\n");
+}
+
+TEST(Script, EveryMemberOfAPipelineCounts) {
+  noting_host host;
+  host.ends = {{kind::exited, 1, ""}, {kind::exited, 0, ""}, {kind::by_signal, 6, "Aborted"}};
+  EXPECT_FALSE(run_script("bin/a.exe | bin/b.exe | bin/c.exe", host));
+  EXPECT_EQ(host.notes,
+            "[run /own/a.exe]\n[run /own/b.exe]\n[run /own/c.exe]\n"
+            "\nERR:  a.exe ended with status 1\n\nERR:  c.exe was ended by signal 6 (Aborted)\n");
+}
+
+TEST(Complaint, NamesTheToolAndHowItEnded) {
+  EXPECT_EQ(complaint_about("mplex.exe", {kind::exited, 0, ""}), "");
+  EXPECT_EQ(complaint_about("mplex.exe", {kind::exited, 1, ""}), "mplex.exe ended with status 1");
+  EXPECT_EQ(complaint_about("spumux.exe", {kind::by_signal, 11, "Segmentation fault"}),
+            "spumux.exe was ended by signal 11 (Segmentation fault)");
+  EXPECT_EQ(complaint_about("gm.exe", {kind::not_started, 2, "No such file or directory"}),
+            "gm.exe could not be started: No such file or directory");
+  EXPECT_EQ(complaint_about("gm.exe", {kind::by_exception, 0xC0000005, "access violation"}),
+            "gm.exe was ended by exception 0xC0000005 (access violation)");
+}
+
+const char* const refused_drawing =
+    "/app/bin/gm.exe mogrify: Non-conforming drawing primitive definition (roundrectangle).\n";
+
+TEST(HarmlessRefusal, IsStatus1OfGmWithNothingButTheRefusedDrawing) {
+  EXPECT_TRUE(is_harmless_refusal("gm.exe", {kind::exited, 1, ""}, refused_drawing));
+  EXPECT_TRUE(is_harmless_refusal("gm.exe", {kind::exited, 1, ""},
+                                  std::string(refused_drawing) + "\r\n" + refused_drawing));
+}
+
+TEST(HarmlessRefusal, IsNothingElse) {
+  const std::string refused = refused_drawing;
+  EXPECT_FALSE(is_harmless_refusal("gm.exe", {kind::exited, 1, ""}, ""));
+  EXPECT_FALSE(is_harmless_refusal("gm.exe", {kind::exited, 1, ""}, "gm: Unable to open file\n"));
+  EXPECT_FALSE(is_harmless_refusal("gm.exe", {kind::exited, 1, ""}, refused + "gm: no file\n"));
+  EXPECT_FALSE(is_harmless_refusal("gm.exe", {kind::exited, 2, ""}, refused));
+  EXPECT_FALSE(is_harmless_refusal("gm.exe", {kind::by_signal, 1, ""}, refused));
+  EXPECT_FALSE(is_harmless_refusal("mplex.exe", {kind::exited, 1, ""}, refused));
+}
+
+TEST(HarmlessRefusal, GivesNoErrorLineInAScript) {
+  noting_host host;
+  host.ends = {{kind::exited, 1, ""}};
+  host.result_of_run.errors = refused_drawing;
+  EXPECT_TRUE(run_script("bin/gm.exe mogrify", host));
+  EXPECT_TRUE(host.last.watch_errors);
+  EXPECT_EQ(host.notes, "[run /own/gm.exe,mogrify]\n");
+}
+
+}  // namespace
+}  // namespace corvane
