@@ -4,6 +4,7 @@
 
 #include "platform/folder_lock.h"
 #include "platform/process.h"
+#include "project/text.h"
 #include "runner/run_screen.h"
 #include "runner/shelled.h"
 #include "support/scripted_prompts.h"
