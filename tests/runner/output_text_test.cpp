@@ -88,10 +88,11 @@ TEST(View, FewLinesAreAllShown) {
 }
 
 TEST(View, LooksAtTheLast7000CharactersOnly) {
-  const std::string output = "*gone\r\n" + std::string(6990, 'x') + "\r\n" + "12345678";
+  const std::string end = std::string(6990, 'x').append("\r\n12345678");
+  const std::string output = "*gone\r\n" + end;
   const auto view = view_of(output);
   ASSERT_TRUE(view);
-  EXPECT_EQ(view->text, std::string(6990, 'x') + "\r\n12345678");
+  EXPECT_EQ(view->text, end);
   EXPECT_EQ(view->caption, "");
 }
 
@@ -111,8 +112,8 @@ TEST(View, IsUtf8WhateverTheToolsPrint) {
   EXPECT_EQ(view_of("a\xFFz\r\n\xC3\xA4")->text, "a\xEF\xBF\xBDz\r\n\xC3\xA4");
   EXPECT_EQ(view_of(std::string("a\0b\r\n", 5))->text, "a b\r\n");
   // A character cut in two by the 7000 is left out.
-  const std::string output = "\xC3\xA4" + std::string(6997, 'x') + "\r\n";
-  EXPECT_EQ(view_of(output)->text, std::string(6997, 'x') + "\r\n");
+  const std::string end = std::string(6997, 'x').append("\r\n");
+  EXPECT_EQ(view_of("\xC3\xA4" + end)->text, end);
 }
 
 }  // namespace

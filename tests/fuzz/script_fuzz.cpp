@@ -1,0 +1,75 @@
+// Work scripts of any bytes through the interpreter behind conspawn. The host touches nothing; it
+// checks that what reaches it could be handed to the system.
+#include "platform/utf8.h"
+#include "runner/script_interpreter.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+void check(bool holds) {
+  if (!holds)
+    std::abort();
+}
+
+void check_name(const std::string& name) {
+  check(!name.empty() && name.find('\0') == std::string::npos && corvane::is_utf8(name));
+}
+
+class checking_host : public corvane::script_host {
+ public:
+  std::size_t errors = 0;
+
+  void print(const std::string& text) override {
+    check(!text.empty() && text.back() == '\n');
+    errors += text.substr(0, 5) == "\nERR:" ? 1 : 0;
+  }
+  corvane::failure make_folder(const std::string& path) override {
+    check_name(path);
+    return path.size() % 2 != 0 ? corvane::failure("odd") : std::nullopt;
+  }
+  std::vector<std::string> matching(const std::string& pattern) override {
+    check_name(pattern);
+    if (corvane::matches_wildcard(pattern, "title1.mpg"))
+      return {"title1.mpg"};
+    return {};
+  }
+  corvane::failure erase(const std::string& path) override {
+    check_name(path);
+    return std::nullopt;
+  }
+  corvane::failure rename(const std::string& path, const std::string& new_path) override {
+    check_name(path);
+    check_name(new_path);
+    return std::nullopt;
+  }
+  std::string allowed_program(const std::string& path) override {
+    check_name(path);
+    return path.substr(0, 4) == "bin/" ? path : std::string();
+  }
+  corvane::pipeline_result run(const corvane::pipeline& p) override {
+    corvane::pipeline_result r;
+    check(!p.programs.empty());
+    for (const auto& words : p.programs) {
+      check(words.at(0).substr(0, 4) == "bin/");
+      for (const std::string& word : words)
+        check(word.find('\0') == std::string::npos && corvane::is_utf8(word));
+      r.ends.push_back(
+          {corvane::program_end::kind::exited, static_cast<std::uint32_t>(words.size() % 3), {}});
+      r.errors += words.back() + "\n";
+    }
+    return r;
+  }
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  checking_host host;
+  const bool well =
+      corvane::run_script(std::string_view(reinterpret_cast<const char*>(bytes), size), host);
+  check(well == (host.errors == 0));
+  return 0;
+}
