@@ -28,16 +28,24 @@ bool contains(std::string_view text, std::string_view what) {
   return text.find(what) != std::string_view::npos;
 }
 
+/// Whether `what` stands in the text right after `before`. The search is for the first character
+/// of `what`, which should be a rare one.
+bool follows(std::string_view text, std::string_view before, std::string_view what) {
+  for (std::size_t at = text.find(what); at != std::string_view::npos; at = text.find(what, at + 1))
+    if (at >= before.size() && text.substr(at - before.size(), before.size()) == before)
+      return true;
+  return false;
+}
+
 /// An error line of the tools, as the normalized output holds it.
 bool holds_error_line(std::string_view text) {
-  return contains(text, "\r\n ERR") || contains(text, " **ERR");
+  return contains(text, "\r\n ERR") || follows(text, " ", "**ERR");
 }
 
 /// The end marker at the beginning of a line. One within a line may be the name of a file that a
 /// tool speaks of.
 bool holds_marker_line(std::string_view text) {
-  const std::string marker(end_marker);
-  return contains(text, "\r\n " + marker) || contains(text, "\r\n" + marker);
+  return follows(text, "\r\n ", end_marker) || follows(text, "\r\n", end_marker);
 }
 
 /// What is looked for is shorter than this, so it cannot be spread over more of the piece before.
@@ -65,7 +73,7 @@ void run_log::open() {
 void run_log::append(std::string_view text) {
   look_at(text);
   // Cut only now and then: each cut moves what stays.
-  tail_ += text;
+  tail_ += text.substr(text.size() - std::min(text.size(), view_length));
   if (tail_.size() > 4 * view_length)
     tail_.erase(0, tail_.size() - view_length);
   if (opened_)

@@ -29,6 +29,10 @@ constexpr auto pass_time = std::chrono::milliseconds(3);
 /// Read at once at most: a part of what a pass can work through in its time.
 constexpr std::size_t largest_piece = 64u * 1024;
 
+/// What the smallest pipe holds, nearly: a tool that had filled it was waiting to print more, and
+/// is given the moment it takes to do so.
+constexpr std::size_t smallest_pipe = 4000;
+
 /// How the script runner ended, for the line that tells of its early end.
 std::string how_ended(const std::optional<exit_status>& status) {
   if (!status)
@@ -106,14 +110,19 @@ void shelled::state::take(std::string_view text) {
 bool shelled::state::read_pieces() {
   const auto until = steady::now() + pass_time;
   bool read_some = false;
+  bool much = false;
   for (;;) {
     const std::optional<std::size_t> waiting = child->waiting();
     if (!waiting) {
       broke();
       return false;
     }
-    if (*waiting < 1)
-      break;
+    if (*waiting < 1) {
+      if (!much || steady::now() >= until)
+        break;
+      std::this_thread::yield();
+      continue;
+    }
     const std::optional<std::string> bytes = child->read(std::min(*waiting, largest_piece));
     if (!bytes) {
       broke();
@@ -122,6 +131,7 @@ bool shelled::state::read_pieces() {
     const std::string piece = normalize(*bytes);
     take(piece);
     read_some = true;
+    much = bytes->size() >= smallest_pipe;
     if (log.holds_marker())
       return false;
     if (const std::optional<double> percent = progress_of(piece))

@@ -67,7 +67,7 @@ TEST(RealRun, FiftyMegabytesOfOutputAreWholeInTheLog) {
   ASSERT_EQ(log.size(), head.size() + megabytes * 1000000 + tail.size());
   EXPECT_EQ(log.substr(0, head.size()), head);
   EXPECT_EQ(log.substr(log.size() - tail.size()), tail);
-  const std::string line = std::string(99, 'x') + "\n";
+  const std::string line = std::string(99, 'x').append("\n");
   for (std::size_t at = head.size(); at < log.size() - tail.size(); at += line.size())
     ASSERT_EQ(std::string_view(log).substr(at, line.size()), line) << at;
 }

@@ -36,7 +36,7 @@ TEST(RunLog, EarlierLogStaysWholeUntilTheEndAndIsThenReplaced) {
 
 TEST(RunLog, LogOfManyMegabytesIsWholeOnTheDisk) {
   written_log w;
-  const std::string piece = std::string(65530, 'x') + " \r\n ";
+  const std::string piece = std::string(65530, 'x').append(" \r\n ");
   for (int i = 0; i < 320; ++i)
     w.log.append(piece);
   EXPECT_LT(w.log.tail().size(), 200000u);

@@ -64,7 +64,7 @@ void print(std::FILE* to, const std::string& text) {
 }
 
 void flood(double seconds) {
-  const std::string line = std::string(99, 'x') + "\n";
+  const std::string line = std::string(99, 'x').append("\n");
   std::string block;
   while (block.size() < 65000)
     block += line;
@@ -107,7 +107,7 @@ void act(const std::string& what, words& w) {
     for (int i = 1; i <= count; ++i)
       print(stdout, "line " + std::to_string(i) + "\n");
   } else if (what == "megabytes") {
-    const std::string line = std::string(99, 'x') + "\n";
+    const std::string line = std::string(99, 'x').append("\n");
     for (int i = std::stoi(w.next()) * 10000; i > 0; --i)
       std::fwrite(line.data(), 1, line.size(), stdout);
   } else if (what == "flood") {
