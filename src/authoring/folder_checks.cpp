@@ -116,6 +116,11 @@ std::vector<std::string> project_files(const project& p, path_style style) {
 
 const std::string advice = "  Please choose another folder.";
 
+// "C:\\" has lost its separator as any folder named with one.
+bool is_bare_drive(const places& where) {
+  return where.style == path_style::windows && where.out.size() == 2 && where.out[1] == ':';
+}
+
 bool windows_forbids(std::string_view native) {
   const std::string_view behind_drive =
       native.size() >= 2 && native[1] == ':' ? native.substr(2) : native;
@@ -124,7 +129,7 @@ bool windows_forbids(std::string_view native) {
 
 refusal why_not_path(const places& where) {
   const std::string folder = "The output folder " + shown_quoted(where.out);
-  if (where.out.empty() || (where.style == path_style::windows && where.out.size() == 2))
+  if (where.out.empty() || is_bare_drive(where))
     return "The top folder of a disk cannot be the output folder." + advice;
   if (const refusal why = why_not_usable_path(where.out, where.style))
     return folder + " cannot be used: it " + *why + "." + advice;

@@ -177,7 +177,7 @@ TEST_F(FolderChecks, ASecondNameOfAStreamIsNotOverwritten) {
 }
 
 TEST_F(FolderChecks, PathsThatCannotBeWrittenAreRefused) {
-  for (const char* out : {"dvd", "./dvd", "@x", "-o"}) {
+  for (const char* out : {"dvd", "@x", "-o"}) {
     where.out = out;
     EXPECT_THAT(refusal(), HasSubstr("is not a full path")) << out;
   }
