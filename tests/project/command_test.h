@@ -59,7 +59,9 @@ class command_test : public testing::Test {
     std::string row;
     for (const std::string& name : names) {
       folder.add(name);
-      row += (row.empty() ? "" : "/") + folder.stored(name);
+      if (!row.empty())
+        row += '/';
+      row += folder.stored(name);
     }
     add_title(p, row);
     return row;

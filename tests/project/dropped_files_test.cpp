@@ -188,7 +188,7 @@ TEST_F(DroppedFiles, ManyOtherFilesAreCountedAfterTheTenth) {
   rows files;
   std::string list;
   for (int i = 0; i < 25; ++i) {
-    files.push_back(folder.add("n" + std::to_string(i) + ".txt"));
+    files.push_back(folder.add(std::to_string(i) + ".txt"));
     if (i < 10)
       list += files.back() + "\r\n";
   }

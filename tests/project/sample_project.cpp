@@ -9,9 +9,11 @@
 namespace corvane::testing_support {
 namespace {
 
-std::string post_command(std::string text) {
-  text.resize(25, ' ');
-  return text;
+std::string post_command(const std::string& text) {
+  std::string padded(text);
+  while (padded.size() < 25)
+    padded += ' ';
+  return padded;
 }
 
 class random_rows {
