@@ -13,13 +13,6 @@ using testing::DoubleNear;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-std::vector<std::string> texts(const std::vector<vm_command>& commands) {
-  std::vector<std::string> all;
-  for (const vm_command& c : commands)
-    all.push_back(c.text());
-  return all;
-}
-
 /// Chapter times on the disc, each within one unit of video of the one asked for.
 void expect_chapters(const title& t, const std::vector<double>& asked) {
   ASSERT_EQ(t.chapters.size(), asked.size());

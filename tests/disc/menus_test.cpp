@@ -36,15 +36,9 @@ std::vector<menu> shown(const contents& disc) {
   return all;
 }
 
-std::vector<std::string> texts(const std::vector<vm_command>& commands) {
-  std::vector<std::string> all;
-  for (const vm_command& c : commands)
-    all.push_back(c.text());
-  return all;
-}
-
 std::vector<std::string> commands_of(const menu& m) {
   std::vector<std::string> all;
+  all.reserve(m.buttons.size());
   for (const button& b : m.buttons)
     all.push_back(b.command.text());
   return all;

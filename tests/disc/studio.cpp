@@ -38,6 +38,14 @@ project short_project() {
   return p;
 }
 
+std::vector<std::string> texts(const std::vector<vm_command>& commands) {
+  std::vector<std::string> all;
+  all.reserve(commands.size());
+  for (const vm_command& c : commands)
+    all.push_back(c.text());
+  return all;
+}
+
 studio::studio(std::string work, std::string out, std::string app)
     : work_(std::move(work)), out_(std::move(out)), app_(std::move(app)) {
   EXPECT_FALSE(make_folders(folder_.path(work_)));

@@ -20,8 +20,9 @@ bool starts_with(const sector_bytes& s, std::size_t at, const unsigned char (&ma
 
 /// The 33 bits of a time stamp in five bytes, cut to 32 as navigation packets hold them.
 std::uint32_t time_stamp(const unsigned char* p) {
-  return static_cast<std::uint32_t>((p[0] & 0x0eu) << 29 | p[1] * (1u << 22) |
-                                    (p[2] & 0xfeu) << 14 | p[3] << 7 | p[4] >> 1);
+  const auto bits = [p](int at, unsigned mask) { return std::uint32_t{p[at]} & mask; };
+  return bits(0, 0x0e) << 29 | bits(1, 0xff) << 22 | bits(2, 0xfe) << 14 | bits(3, 0xff) << 7 |
+         bits(4, 0xfe) >> 1;
 }
 
 /// Adds the packets of one pack, which follow its 14-byte header and stuffing.

@@ -32,6 +32,7 @@ std::string joined(const std::vector<std::string>& parts, const char* between) {
 
 std::string texts_of(const std::vector<vm_command>& commands) {
   std::vector<std::string> texts;
+  texts.reserve(commands.size());
   for (const vm_command& c : commands)
     texts.push_back(c.text());
   return texts.empty() ? "-" : joined(texts, "; ");
@@ -39,6 +40,7 @@ std::string texts_of(const std::vector<vm_command>& commands) {
 
 std::string times_text(const std::vector<double>& times) {
   std::vector<std::string> texts;
+  texts.reserve(times.size());
   for (const double t : times)
     texts.push_back(clock_text(t));
   return joined(texts, "  ");
