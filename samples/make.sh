@@ -9,7 +9,7 @@
 # a chapter on a disc can only begin where such a group does.
 #
 # Made are: the media of the sample projects (garden.*, tour.vob), short clips for the tests
-# (clip-*, muxed-*, menu-*), sample.cvp (NTSC) and sample-pal.cvp. Project files hold the absolute
+# (clip-*, muxed-*, short-*, menu-*), sample.cvp (NTSC) and sample-pal.cvp. Project files hold the absolute
 # paths of this machine, which is why they are made here and not kept.
 #
 # A second run with nothing changed only compares a stamp.
@@ -138,6 +138,7 @@ video menu-pal.m2v PAL 2 "menu, PAL" testsrc 1000
 audio menu.ac3 2 330 ac3 192
 muxed muxed-ntsc.vob NTSC clip-ntsc.m2v clip.ac3
 muxed muxed-pal.vob PAL clip-pal.m2v clip.ac3
+muxed short-ntsc.vob NTSC menu-ntsc.m2v menu.ac3
 
 say "  projects"
 project sample.cvp NTSC garden.m2v garden-english.ac3 garden-german.mp2 tour.vob

@@ -137,6 +137,44 @@ TEST(authored_disc, muxed_title_alone_is_used_as_it_stands) {
   EXPECT_TRUE(file_exists(media("muxed-ntsc.vob")));
 }
 
+/// mplex writes navigation packets too, though empty ones.
+TEST(authored_disc, stream_straight_from_mplex_is_a_ready_title) {
+  const studio s;
+  const std::string stream = s.folder().path("ready.mpg");
+  const finished mux = run(
+      {{"mplex", "-v", "0", "-f", "8", "-o", stream, media("clip-ntsc.m2v"), media("clip.mp2")}});
+  ASSERT_EQ(mux.status, 0) << mux.out;
+  project p;
+  add_title(p, {stored_from_native(stream)}, "00:00:00.00,00:00:04.00");
+  const contents disc = s.authored(p);
+  ASSERT_EQ(disc.titles.size(), 1u);
+  expect_chapters(disc.titles[0], {0, 4});
+  EXPECT_TRUE(file_exists(stream));
+}
+
+TEST(authored_disc, ninety_nine_titles_are_all_there) {
+  project p;
+  for (int i = 0; i < 99; ++i)
+    add_title(p, {stored_media("short-ntsc.vob")});
+  const studio s;
+  const contents disc = s.authored(p);
+  ASSERT_EQ(disc.titles.size(), 99u);
+  EXPECT_EQ(disc.titlesets, 1);
+  EXPECT_THAT(texts(disc.titles[97].chain.post), ElementsAre("JumpVTS_TT 99"));
+  EXPECT_THAT(texts(disc.titles[98].chain.post), ElementsAre("Exit"));
+}
+
+TEST(authored_disc, clean_up_leaves_disc_and_log_and_no_control_files) {
+  const studio s;
+  const contents disc = s.authored(short_project(), {"--cleanup"});
+  EXPECT_EQ(disc.titles.size(), 1u);
+  const std::vector<std::string> left = files_in(s.app());
+  EXPECT_THAT(left, testing::Contains("CorvaneLOG.txt"));
+  for (const std::string& name : left)
+    EXPECT_FALSE(name.ends_with(".xml") || name.ends_with(".bat") || name.ends_with(".png"))
+        << name;
+}
+
 TEST(authored_disc, without_post_commands_titles_follow_each_other_and_the_last_one_ends) {
   project p = short_project();
   add_title(p, {stored_media("muxed-ntsc.vob")});

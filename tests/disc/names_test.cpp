@@ -18,7 +18,7 @@ void expect_disc_under(const std::string& name) {
   add_title(p, {s.copy_media("muxed-ntsc.vob", name + "/" + name + ".vob")});
   add_menu(p, s.copy_media("menu-ntsc.m2v", name + "/" + name + " menu.m2v"),
            s.copy_media("menu.ac3", name + "/" + name + " menu.ac3"),
-           {" 100/ 100/ 300/ 140/jump title 1/yellow/red"});
+           {" 100/ 100/ 300/ 140/jump title 1/yellow/magenta"});
   const contents disc = s.authored(p);
   EXPECT_EQ(disc.titlesets, 1);
   EXPECT_EQ(disc.titles.size(), 2u);
