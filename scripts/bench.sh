@@ -91,6 +91,12 @@ window() {
 runner() {
   echo "The runner"
   "$bin/runner_bench" >"$work/runner.txt"
+  told() { awk -v name="$1" '$1 == name { print $2 }' "$work/runner.txt"; }
+  row "A tool that prints as fast as it can for 5 s: through the runner / into \`cat >/dev/null\`" "" \
+    "$(told runner_megabytes_per_second) / $(told cat_megabytes_per_second) MB/s: $(told ratio)"
+  row "The runner's longest pass meanwhile; of that, processor time" "5 ms" \
+    "$(told longest_pass_ms) ms; $(told longest_pass_cpu_ms) ms"
+  row "Its peak memory, for a log of $(told log_megabytes) MB" "" "$(told peak_memory_mb) MB"
 }
 
 # The sample by corvane-author against the same commands by hand.

@@ -12,7 +12,7 @@ class utf8_console {
   utf8_console& operator=(const utf8_console&) = delete;
 
  private:
-  unsigned old_code_page_;
+  [[maybe_unused]] unsigned old_code_page_;
 };
 
 /// Whether somebody watches standard output on a terminal that can go back to a line's beginning.
