@@ -73,7 +73,7 @@ check_tidy() {
     return 1
   }
   local rules todo=() compiled file key stamp total=0
-  rules=$({ clang-tidy --version; cat .clang-tidy tests/.clang-tidy CMakePresets.json cmake/CorvaneOptions.cmake; } | sha256sum)
+  rules=$({ clang-tidy --version; cat .clang-tidy tests/.clang-tidy CMakePresets.json; } | sha256sum)
   compiled=$(sed -n 's/^ *"file": "\(.*\)",\{0,1\}$/\1/p' build/lint/tree/compile_commands.json)
   while read -r file key; do
     [ $# = 0 ] || [[ " $* " == *" $file "* ]] || continue
