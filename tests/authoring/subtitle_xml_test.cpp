@@ -25,11 +25,11 @@ TEST(SubtitleXml, TitleWithoutSubtitlesHasNoFilesAndNoLines) {
 
 TEST(SubtitleXml, SecondSubtitleReadsTheOutputOfTheFirst) {
   const places where = {"C:\\app", "D:\\dvd", windows};
-  const char* const lines[] = {"echo *processing subtitles for title: 2 sub 2...",
-                               R"(rename "D:\dvd\title2.mpg" presub.mpg)",
-                               R"("C:\app\bin\spumux.exe" -s 1 "C:\app\sub2-2.xml" )"
-                               R"(<"D:\dvd\presub.mpg" > "D:\dvd\title2.mpg")",
-                               R"(erase "D:\dvd\presub.mpg")"};
+  const char* const lines[] = {
+      "echo *processing subtitles for title: 2 sub 2...",
+      R"(rename "D:\dvd\title2.mpg" presub.mpg)",
+      R"("C:\app\bin\spumux.exe" -s 1 "C:\app\sub2-2.xml" <"D:\dvd\presub.mpg" > "D:\dvd\title2.mpg")",
+      R"(erase "D:\dvd\presub.mpg")"};
   std::string expected;
   for (const char* line : lines)
     expected += std::string(line) + "\r\n";
