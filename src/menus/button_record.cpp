@@ -4,15 +4,13 @@
 #include "project/project.h"
 #include "project/text.h"
 
-#include <utility>
-
 namespace corvane {
 namespace {
 
 /// Piece `index`, or nothing where the row has fewer.
 std::string piece(const std::vector<std::string>& pieces, std::size_t index,
-                  std::string otherwise = {}) {
-  return index < pieces.size() ? pieces[index] : std::move(otherwise);
+                  const std::string& otherwise = {}) {
+  return index < pieces.size() ? pieces[index] : otherwise;
 }
 
 /// The element of a menu (1-based); empty where the array has none.

@@ -8,6 +8,8 @@
 #include "project/text.h"
 
 #include <cstdint>
+#include <string>
+#include <unordered_map>
 #include <utility>
 
 namespace corvane {
@@ -19,7 +21,7 @@ class file_check {
   explicit file_check(workbench& w) : w_(w) {}
 
   void stream(const std::string& part) {
-    if (file_exists(native_from_stored(part)))
+    if (is_there(part))
       return;
     if (++missing_ <= most_messages)
       say_missing(w_, part);
@@ -46,8 +48,17 @@ class file_check {
   // A damaged or hostile file could name a million; nobody can click those away.
   static constexpr std::int64_t most_messages = 100;
 
+  /// Looks a file up once, however many buttons name it.
+  bool is_there(const std::string& part) {
+    const auto [found, is_new] = looked_up_.try_emplace(part, false);
+    if (is_new)
+      found->second = file_exists(native_from_stored(part));
+    return found->second;
+  }
+
   workbench& w_;
   std::int64_t missing_ = 0;
+  std::unordered_map<std::string, bool> looked_up_;
 };
 
 void check_titles(const project& p, file_check& check) {
