@@ -27,7 +27,7 @@ using steady = std::chrono::steady_clock;
 constexpr auto pass_time = std::chrono::milliseconds(3);
 
 /// Read at once at most: a part of what a pass can work through in its time.
-constexpr std::size_t largest_piece = 64u * 1024;
+constexpr std::size_t largest_piece = std::size_t{64} * 1024;
 
 /// What the smallest pipe holds, nearly: a tool that had filled it was waiting to print more, and
 /// is given the moment it takes to do so.
