@@ -7,7 +7,9 @@
 
 #include <cmath>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <unordered_map>
 
 namespace corvane {
 namespace {
@@ -18,11 +20,15 @@ constexpr double bytes_of_a_gig = 1073741824;  // what the figure counts in
 struct files_found {
   double bytes = 0;
   bool missing = false;
+  std::unordered_map<std::string, std::optional<std::uintmax_t>> sizes;  ///< looked up once
 };
 
 void add_file(workbench& w, const std::string& part, files_found& found) {
-  if (const auto size = file_size(native_from_stored(part))) {
-    found.bytes += static_cast<double>(*size);
+  const auto [size, is_new] = found.sizes.try_emplace(part);
+  if (is_new)
+    size->second = file_size(native_from_stored(part));
+  if (size->second) {
+    found.bytes += static_cast<double>(*size->second);
   } else {
     say_missing(w, part);
     found.missing = true;
