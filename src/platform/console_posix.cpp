@@ -5,8 +5,9 @@
 
 namespace corvane {
 
-utf8_console::utf8_console() : old_code_page_(0) {}
-utf8_console::~utf8_console() = default;
+void use_utf8_console() {
+  // Terminals take it already.
+}
 
 bool output_is_terminal() {
   return ::isatty(STDOUT_FILENO) == 1;

@@ -1,17 +1,17 @@
 #include "platform/console.h"
 
+#include <cstdlib>
 #include <windows.h>
 
 namespace corvane {
 
-utf8_console::utf8_console() : old_code_page_(::GetConsoleOutputCP()) {
-  ::SetConsoleOutputCP(CP_UTF8);
-}
-
-utf8_console::~utf8_console() {
+void use_utf8_console() {
   // The code page is the console's, which other programs go on using.
-  if (old_code_page_ != 0)
-    ::SetConsoleOutputCP(old_code_page_);
+  static const UINT old_code_page = ::GetConsoleOutputCP();
+  if (old_code_page == 0)
+    return;
+  ::SetConsoleOutputCP(CP_UTF8);
+  std::atexit([] { ::SetConsoleOutputCP(old_code_page); });
 }
 
 bool output_is_terminal() {

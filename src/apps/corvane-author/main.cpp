@@ -11,7 +11,7 @@
 #include <string>
 
 int main(int argc, char** argv) {
-  const corvane::utf8_console console;
+  corvane::use_utf8_console();
   corvane::report report(stdout, stderr, corvane::output_is_terminal(), corvane::terminal_width);
   const auto arguments = corvane::read_author_arguments(corvane::utf8_arguments(argc, argv));
   if (!arguments) {
