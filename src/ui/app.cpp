@@ -3,8 +3,10 @@
 #include "platform/files.h"
 #include "platform/program_folder.h"
 #include "project/project_file.h"
+#include "project/text.h"
 #include "ui/main_window.h"
-#include "ui/shown_text.h"
+
+#include <utility>
 
 namespace corvane {
 
@@ -20,11 +22,10 @@ main_window* start_main_window() {
   return window;
 }
 
+corvane_app::corvane_app(std::vector<std::string> arguments) : arguments_(std::move(arguments)) {}
+
 std::string corvane_app::project_argument() const {
-  wxString line;
-  for (int i = 1; i < argc; ++i)
-    line += (i == 1 ? "" : " ") + argv[i];
-  const std::string path = path_from_command_line(utf8_of(line));
+  const std::string path = path_from_command_line(join(arguments_, " "));
   return path.empty() ? path : absolute_path(path);
 }
 

@@ -4,6 +4,7 @@
 #include <wx/app.h>
 
 #include <string>
+#include <vector>
 
 namespace corvane {
 
@@ -11,11 +12,16 @@ class main_window;
 
 class corvane_app : public wxApp {
  public:
+  /// The program's arguments (UTF-8), its name not among them.
+  explicit corvane_app(std::vector<std::string> arguments);
+
   bool OnInit() override;
 
- protected:
+ private:
   /// The command line as one native path, absolute; empty when there is none.
   std::string project_argument() const;
+
+  std::vector<std::string> arguments_;
 };
 
 /// Enters the program folder and makes the main window, not yet shown. A folder that cannot be used

@@ -2,6 +2,7 @@
 
 #include "platform/files.h"
 #include "ui/file_filter.h"
+#include "ui/folder_dialog.h"
 #include "ui/shown_text.h"
 
 #include <wx/filedlg.h>
@@ -78,6 +79,8 @@ answer wx_prompts::message(const message_box& box) {
 std::string wx_prompts::choose(const file_dialog& dialog, long style) {
   wxFileDialog chooser(parent(), shown(dialog.title), shown(last_folder_), shown(dialog.preset),
                        shown(toolkit_filter(dialog.filter)), style);
+  if ((style & wxFD_SAVE) != 0 && dialog.filter.empty())  // no kind of file: it names a folder
+    let_name_folder(chooser, dialog.preset);
   if (chooser.ShowModal() != wxID_OK)
     return {};
   const std::string path = utf8_of(chooser.GetPath());

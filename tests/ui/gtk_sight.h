@@ -1,0 +1,35 @@
+// What is on the screen, as GTK knows it. Everything here runs in the main thread.
+#pragma once
+
+#include "ui/robot.h"
+
+#include <optional>
+#include <string>
+
+namespace corvane::testing_support {
+
+enum class label_place { menu, toolbar, button };
+
+/// The middle (screen coordinates) of the shown label with this text in a menu or menu bar, in a
+/// toolbar, or on a button.
+std::optional<wxPoint> find_label(const std::string& text, label_place place);
+
+/// The middle of the arrow beside the toolbar button of that caption.
+std::optional<wxPoint> find_tool_arrow(const std::string& caption);
+
+/// The dialog on top.
+std::optional<seen_dialog> look_at_dialog();
+
+/// Height of a row of a list box.
+int list_row_height(const wxWindow& list);
+
+/// The path that stands in the open file dialog; empty when there is none.
+std::string chosen_path();
+
+/// Whether a file of that name is offered by the filter that the open file dialog shows.
+bool filter_offers(const std::string& file_name);
+
+/// The name that the toolkit's accessibility gives a control.
+std::string accessible_name(const wxWindow& control);
+
+}  // namespace corvane::testing_support

@@ -1,0 +1,130 @@
+// The program itself, started as a user starts it.
+#include "platform/program_folder.h"
+#include "support/temporary_folder.h"
+#include "ui/robot.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <thread>
+
+namespace corvane::testing_support {
+namespace {
+
+bool wait_for(const std::function<bool()>& condition) {
+  for (int i = 0; i < 200; ++i) {
+    if (condition())
+      return true;
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  }
+  return false;
+}
+
+/// Whether a window with this title is on the screen, waited for. (Not one of this process.)
+bool window_comes(const std::string& title) {
+  const std::string command =
+      "xdotool search --onlyvisible --name '^" + title + "$' >/dev/null 2>&1";
+  return wait_for([&] { return std::system(command.c_str()) == 0; });
+}
+
+class program : public testing::Test {
+ protected:
+  /// Starts corvane in the test's folder with these arguments (as the shell reads them).
+  void start(const std::string& arguments, const std::string& locale = "C.UTF-8") {
+    const std::string own = own_executable();
+    const std::string corvane = own.substr(0, own.rfind('/')) + "/corvane";
+    const std::string command =
+        "cd '" + folder_.path() + "' && CORVANE_HOME='" + folder_.path("program") +
+        "' XDG_CONFIG_HOME='" + folder_.path("config") + "' LC_ALL=" + locale + " '" + corvane +
+        "' " + arguments + " >output 2>&1 & echo $! >'" + folder_.path("pid") + "'";
+    ASSERT_EQ(std::system(command.c_str()), 0);
+    ASSERT_TRUE(window_comes("Corvane 0.997 - 1/2/2005")) << folder_.read("output");
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+  }
+
+  void TearDown() override {
+    if (file_exists(folder_.path("pid")) && runs())
+      kill(pid(), SIGKILL);
+  }
+
+  int pid() { return std::stoi(folder_.read("pid")); }
+  bool runs() { return kill(pid(), 0) == 0; }
+  bool ends() {
+    return wait_for([this] { return !runs(); });
+  }
+
+  /// A project with one title, as the program writes it.
+  std::string project_text() {
+    folder_.add("a.m2v");
+    folder_.add("a.ac3");
+    std::string text = "Corvane 0.997 - 1/2/2005\n" + folder_.stored("a.m2v") + "/" +
+                       folder_.stored("a.ac3") +
+                       "\n***\n00:00:00.00\n***\n0\n***\n***\n***\n***\n***\n***\n<none>\n***\n"
+                       "center,bottom,60,60,30,30,28.0,arial.ttf,720,574,25,ISO-8859-1|\n***\n"
+                       "<default>\nPAL\nTrue\nFalse\n";
+    for (std::size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += 2)
+      text.insert(at, "\r");
+    return text;
+  }
+
+  /// Saves what the program has loaded under another name, and gives the bytes.
+  std::string saved_again() {
+    press("ctrl+s");
+    EXPECT_TRUE(window_comes("save corvane project"));
+    std::this_thread::sleep_for(std::chrono::milliseconds(700));
+    press("ctrl+a");
+    type_text(folder_.path("again.cvp"));
+    std::this_thread::sleep_for(std::chrono::milliseconds(700));
+    press("Return");
+    EXPECT_TRUE(wait_for([this] { return file_exists(folder_.path("again.cvp")); }));
+    return folder_.read("again.cvp");
+  }
+
+  temporary_folder folder_;
+};
+
+TEST_F(program, starts_without_a_project_and_ends_without_asking) {
+  start("");
+  press("ctrl+q");
+  EXPECT_TRUE(ends());
+  EXPECT_EQ(folder_.read("output"), "");
+  EXPECT_NE(folder_.read("config/corvane/preferences").find("dvdregion = NTSC"), std::string::npos);
+}
+
+TEST_F(program, opens_the_project_named_on_the_command_line) {
+  folder_.add("my disc.cvp", project_text());
+  start("'my disc.cvp'");
+  EXPECT_EQ(saved_again(), project_text());
+  press("ctrl+q");
+  EXPECT_TRUE(ends());
+}
+
+TEST_F(program, opens_a_project_with_quotes_around_its_name_and_unquoted_blanks) {
+  folder_.add("my disc.cvp", project_text());
+  start("'\"my' 'disc.cvp\"'");
+  EXPECT_EQ(saved_again(), project_text());
+  press("ctrl+q");
+  EXPECT_TRUE(ends());
+}
+
+TEST_F(program, opens_a_name_beyond_ascii_in_a_locale_without_it) {
+  folder_.add("größe 漢.cvp", project_text());
+  start("'größe 漢.cvp'", "C");
+  EXPECT_EQ(saved_again(), project_text());
+  press("ctrl+q");
+  EXPECT_TRUE(ends());
+}
+
+TEST_F(program, names_a_program_folder_that_cannot_be_used) {
+  folder_.add("program", "a file, not a folder");
+  start("");
+  EXPECT_TRUE(window_comes("Corvane"));
+  press("Return");
+  press("ctrl+q");
+  EXPECT_TRUE(ends());
+}
+
+}  // namespace
+}  // namespace corvane::testing_support

@@ -1,0 +1,238 @@
+#include "ui/robot.h"
+
+#include "ui/gtk_sight.h"
+#include "ui/shown_text.h"
+
+#include <gtest/gtest.h>
+#include <wx/app.h>
+#include <wx/listbox.h>
+#include <wx/window.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <thread>
+
+namespace corvane::testing_support {
+namespace {
+
+void pause_for(std::chrono::milliseconds time) {
+  std::this_thread::sleep_for(time);
+}
+
+std::string quoted(const std::string& text) {
+  std::string whole = "'";
+  for (const char c : text)
+    whole += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return whole + "'";
+}
+
+void xdotool(const std::string& arguments) {
+  const std::string command = "xdotool " + arguments;
+  ASSERT_EQ(std::system(command.c_str()), 0) << command;
+}
+
+std::string at(wxPoint p) {
+  return std::to_string(p.x) + " " + std::to_string(p.y);
+}
+
+/// Waits until something has stood at one place of the screen for a moment (a window manager moves
+/// new windows about) and gives its middle.
+wxPoint settled(const std::function<std::optional<wxPoint>()>& look, const std::string& what) {
+  std::optional<wxPoint> before;
+  int agreed = 0;
+  const bool seen = wait_until([&] {
+    const std::optional<wxPoint> now = look();
+    agreed = now && now == before ? agreed + 1 : 0;
+    before = now;
+    return agreed >= 4;
+  });
+  EXPECT_TRUE(seen) << "not on the screen: " << what;
+  return before.value_or(wxPoint());
+}
+
+wxPoint middle_of(const std::string& text, label_place place) {
+  return settled([&] { return find_label(text, place); }, text);
+}
+
+bool wait_for_dialog(const std::string& title) {
+  const bool seen = wait_until([&] {
+    const auto dialog = look_at_dialog();
+    return dialog && dialog->title == title;
+  });
+  EXPECT_TRUE(seen) << "no dialog \"" << title << '"';
+  pause_for(std::chrono::milliseconds(200));  // until the window manager has given it the keys
+  return seen;
+}
+
+}  // namespace
+
+void on_ui(const std::function<void()>& f) {
+  auto done = std::make_shared<std::promise<void>>();
+  std::future<void> finished = done->get_future();
+  wxTheApp->CallAfter([&f, done] {
+    f();
+    done->set_value();
+  });
+  if (finished.wait_for(std::chrono::seconds(20)) != std::future_status::ready) {
+    // The function may still run later with references to what is gone then.
+    ADD_FAILURE() << "the window does not answer";
+    std::abort();
+  }
+}
+
+bool wait_until(const std::function<bool()>& condition, double seconds) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+  for (;;) {
+    if (ask_ui(condition))
+      return true;
+    if (std::chrono::steady_clock::now() > end)
+      return false;
+    pause_for(std::chrono::milliseconds(25));
+  }
+}
+
+void hover_at(wxPoint screen) {
+  xdotool("mousemove " + at(screen));
+}
+
+void click_at(wxPoint screen) {
+  xdotool("mousemove " + at(screen));
+  pause_for(std::chrono::milliseconds(60));
+  xdotool("click 1");
+  pause_for(std::chrono::milliseconds(120));
+}
+
+void press(const std::string& keys) {
+  xdotool("key --clearmodifiers " + quoted(keys));
+  pause_for(std::chrono::milliseconds(120));
+}
+
+void type_text(const std::string& text) {
+  xdotool("type --clearmodifiers --delay 8 -- " + quoted(text));
+  pause_for(std::chrono::milliseconds(120));
+}
+
+wxWindow* control(const std::string& name) {
+  wxWindow* found = wxWindow::FindWindowByName(name);
+  EXPECT_NE(found, nullptr) << name;
+  return found;
+}
+
+std::string label_of(const std::string& name) {
+  return ask_ui([&] { return utf8_of(control(name)->GetLabel()); });
+}
+
+void click_control(const std::string& name) {
+  wxRect place;
+  EXPECT_TRUE(wait_until([&] {
+    const wxWindow* found = wxWindow::FindWindowByName(name);
+    if (found == nullptr || !found->IsShownOnScreen())
+      return false;
+    place = found->GetScreenRect();
+    return place.width > 1;
+  })) << name;
+  click_at(wxPoint(place.x + place.width / 2, place.y + place.height / 2));
+}
+
+void click_row(int row) {
+  const wxRect place = ask_ui([] { return control("List1")->GetScreenRect(); });
+  const int height = ask_ui([] { return list_row_height(*control("List1")); });
+  click_at(wxPoint(place.x + 40, place.y + 3 + height * row + height / 2));
+}
+
+void click_menu(const std::string& menu, const std::string& item) {
+  click_at(middle_of(menu, label_place::menu));
+  click_menu_item(item);
+}
+
+void click_menu_item(const std::string& item) {
+  click_at(middle_of(item, label_place::menu));
+}
+
+void click_tool(const std::string& caption) {
+  click_at(middle_of(caption, label_place::toolbar));
+}
+
+void click_tool_arrow(const std::string& caption) {
+  click_at(settled([&] { return find_tool_arrow(caption); }, "arrow of " + caption));
+}
+
+std::optional<seen_dialog> top_dialog() {
+  return ask_ui(look_at_dialog);
+}
+
+seen_dialog answer_message(const std::string& text, const std::string& button) {
+  std::optional<seen_dialog> seen;
+  const bool came = wait_until([&] {
+    seen = look_at_dialog();
+    return seen && seen->text == text;
+  });
+  EXPECT_TRUE(came) << "no message \"" << text << "\"; instead "
+                    << (seen ? "\"" + seen->text + "\" " + seen->title : std::string("none"));
+  if (!came)
+    return seen.value_or(seen_dialog());
+  pause_for(std::chrono::milliseconds(100));
+  click_at(middle_of(button, label_place::button));
+  EXPECT_TRUE(wait_until([&] {
+    const auto now = look_at_dialog();
+    return !now || now->text != text;
+  })) << "still there: "
+      << text;
+  return *seen;
+}
+
+void answer_file(const std::string& title, const std::string& path) {
+  if (!wait_for_dialog(title))
+    return;
+  const bool saves = top_dialog()->saves;
+  if (!saves)
+    press("ctrl+l");
+  press("ctrl+a");
+  type_text(path);
+  EXPECT_TRUE(wait_until([&] { return chosen_path() == path; })) << path;
+  pause_for(std::chrono::milliseconds(150));
+  // The list of completions that drops down may take the first Return for itself.
+  const auto closed = [&title] {
+    const auto now = look_at_dialog();
+    return !now || now->title != title;
+  };
+  press("Return");
+  if (!wait_until(closed, 1.5))
+    press("Return");
+  EXPECT_TRUE(wait_until(closed)) << title << " does not take " << path;
+}
+
+void cancel_dialog(const std::string& title) {
+  if (!wait_for_dialog(title))
+    return;
+  press("Escape");
+  EXPECT_TRUE(wait_until([&] {
+    const auto now = look_at_dialog();
+    return !now || now->title != title;
+  })) << title;
+}
+
+void answer_input(const std::string& title, const std::string& text) {
+  if (!wait_for_dialog(title))
+    return;
+  press("ctrl+a");
+  type_text(text);
+  press("Return");
+  EXPECT_TRUE(no_dialog());
+}
+
+bool no_dialog() {
+  return wait_until([] { return !look_at_dialog().has_value(); });
+}
+
+void screenshot(const std::string& name) {
+  const char* folder = std::getenv("CORVANE_SCREENSHOTS");
+  if (folder == nullptr)
+    return;
+  pause_for(std::chrono::milliseconds(300));
+  const std::string command =
+      "import -window root " + quoted(std::string(folder) + "/" + name + ".png");
+  EXPECT_EQ(std::system(command.c_str()), 0) << command;
+}
+
+}  // namespace corvane::testing_support

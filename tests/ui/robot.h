@@ -1,0 +1,96 @@
+// A user at the display: looks at what is on the screen, moves the real pointer, presses real keys.
+//
+// The windows run in the main thread, the tests in another. What the tests read of a window they
+// read in the main thread (on_ui), which works while a dialog is open too.
+#pragma once
+
+#include <wx/gdicmn.h>
+
+#include <functional>
+#include <future>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+class wxWindow;
+
+namespace corvane::testing_support {
+
+/// Runs a function in the main thread; fails the test when that does not happen in 20 seconds.
+void on_ui(const std::function<void()>& f);
+
+/// The same for a function with a result.
+template <typename F>
+auto ask_ui(F f) -> decltype(f()) {
+  decltype(f()) result{};
+  on_ui([&] { result = f(); });
+  return result;
+}
+
+/// Waits until a condition, tried in the main thread, holds. False when it did not in time.
+bool wait_until(const std::function<bool()>& condition, double seconds = 15);
+
+// The pointer and the keys.
+void click_at(wxPoint screen);
+void hover_at(wxPoint screen);
+void press(const std::string& keys);  ///< as xdotool names them: "ctrl+s", "Return"
+void type_text(const std::string& text);
+
+/// Clicks on the middle of the control of that name, which must be on the screen.
+void click_control(const std::string& name);
+
+/// Clicks on the title list's row (0-based), or on the empty place below the rows.
+void click_row(int row);
+
+/// The control of that name; only for use in the main thread.
+wxWindow* control(const std::string& name);
+
+/// The control's label.
+std::string label_of(const std::string& name);
+
+/// Opens a menu of the menu bar and clicks on one of its items.
+void click_menu(const std::string& menu, const std::string& item);
+
+/// Clicks on the toolbar's button of that caption, or on the arrow beside it.
+void click_tool(const std::string& caption);
+void click_tool_arrow(const std::string& caption);
+
+/// Clicks on an item of the drop-down that is open.
+void click_menu_item(const std::string& item);
+
+/// A message box or another dialog as it stands on the screen.
+struct seen_dialog {
+  std::string title;
+  std::string text;     ///< of a message box
+  std::string picture;  ///< of a message box: "info", "warning", "error", "question", "other"
+  std::vector<std::string> buttons;
+  bool chooses_file = false;
+  bool saves = false;
+};
+
+/// The dialog that is on top; nothing when there is none.
+std::optional<seen_dialog> top_dialog();
+
+/// Waits for a message box with this text and clicks on the button of that label. Gives what was
+/// seen of it.
+seen_dialog answer_message(const std::string& text, const std::string& button);
+
+/// Waits for a file dialog with this title, types the path and accepts.
+void answer_file(const std::string& title, const std::string& path);
+
+/// Waits for a dialog with this title and presses Escape.
+void cancel_dialog(const std::string& title);
+
+/// Waits for an input box with this title, replaces its text and accepts.
+void answer_input(const std::string& title, const std::string& text);
+
+/// Whether no dialog is on the screen, waited for.
+bool no_dialog();
+
+/// Writes a picture of the screen beside the tests' other results when CORVANE_SCREENSHOTS names a
+/// folder; else does nothing.
+void screenshot(const std::string& name);
+
+}  // namespace corvane::testing_support

@@ -1,0 +1,210 @@
+// Every item of the menu bar and the toolbar, as it stands in the window.
+#include "ui/command_bars.h"
+#include "ui/gtk_sight.h"
+#include "ui/main_window.h"
+#include "ui/shown_text.h"
+#include "ui/window_fixture.h"
+
+#include <wx/menu.h>
+#include <wx/statusbr.h>
+#include <wx/toolbar.h>
+
+namespace corvane::testing_support {
+namespace {
+
+struct expected_item {
+  const char* name;
+  const char* caption;
+  bool enabled;
+  bool check;
+};
+
+struct expected_menu {
+  const char* caption;
+  std::vector<expected_item> items;
+};
+
+const std::vector<expected_menu> expected_menus = {
+    {"file",
+     {{"open", "add new title...", true, false},
+      {"author", "author dvd...", true, false},
+      {"loadproject", "load project...", true, false},
+      {"saveproject", "save project...", true, false},
+      {"showlog", "show log", true, false},
+      {"clearlog", "clear log", true, false},
+      {"empty", "---settings----", false, false},
+      {"isocreate", "create iso after authoring", true, true},
+      {"editxml", "edit xml before authoring", false, true},
+      {"cleanup", "clean up files after authoring", true, true}}},
+    {"menus",
+     {{"addmenu", "add new titleset menu", false, false},
+      {"editmenu", "edit existing titleset menu", false, false},
+      {"remove", "remove titleset menu", false, false},
+      {"still", "create m2v still", false, false},
+      {"framecount", "set m2v framecount", false, false},
+      {"avisynth", "create motion menu script", false, false}}},
+    {"extras",
+     {{"notice", "--highlight a title before selecting these options", false, false},
+      {"addaudiostream", "add audio stream", true, false},
+      {"addsubs", "add/edit subtitles", false, false},
+      {"edittags", "edit language tags", false, false},
+      {"editdelay", "edit A/V delay", true, false}}},
+    {"tools",
+     {{"jumptable", "use JumpTable", false, true},
+      {"layoutprint", "generate layout report", false, false},
+      {"register", "register .cvp extension", false, false},
+      {"mnuabout", "about", true, false}}},
+};
+
+struct expected_tool {
+  const char* caption;
+  const char* tip;
+  const char* description;
+  bool enabled;
+  std::vector<std::pair<const char*, bool>> drop;
+};
+
+const std::vector<expected_tool> expected_tools = {
+    {"add title",
+     "add a basic mpeg video stream, and the complimentry audio stream",
+     "add a basic video and audio stream",
+     true,
+     {}},
+    {"remove title", "remove title", "highlight a title in the list and click remove.", true, {}},
+    {"chapters",
+     "add chapter points to the selected title",
+     "add chapter points to the selected title",
+     false,
+     {}},
+    {"nav cmds",
+     "change the command executed after the selected title has finished",
+     "edit the post cmds of the titles on the dvd",
+     false,
+     {}},
+    {"menus",
+     "add/edit menus",
+     "add/edit menus",
+     false,
+     {{"add titleset menu", false},
+      {"edit titleset menu", false},
+      {"remove titleset menu", false}}},
+    {"extras",
+     "add extra audio streams, or subtitles",
+     "add extra audio streams, or subtitles",
+     true,
+     {{"add additional audio track", true},
+      {"add/edit subtitles", false},
+      {"edit language tags", false},
+      {"edit A/V delay", true}}},
+    {"author dvd", "author the dvd", "begin the authoring process", true, {}},
+};
+
+class tables : public window_test {};
+
+TEST_F(tables, menu_bar_holds_every_item_in_order) {
+  on_ui([this] {
+    const wxMenuBar* bar = window_->GetMenuBar();
+    ASSERT_EQ(bar->GetMenuCount(), expected_menus.size());
+    for (std::size_t m = 0; m < expected_menus.size(); ++m) {
+      EXPECT_EQ(utf8_of(bar->GetMenuLabel(m)), expected_menus[m].caption);
+      const wxMenuItemList& items = bar->GetMenu(m)->GetMenuItems();
+      ASSERT_EQ(items.GetCount(), expected_menus[m].items.size());
+      for (std::size_t i = 0; i < items.GetCount(); ++i) {
+        const expected_item& expected = expected_menus[m].items[i];
+        const wxMenuItem* item = items[i];
+        EXPECT_EQ(utf8_of(item->GetItemLabelText()), expected.caption);
+        EXPECT_EQ(item->IsEnabled(), expected.enabled) << expected.caption;
+        EXPECT_EQ(item->IsCheckable(), expected.check) << expected.caption;
+        EXPECT_EQ(window_->bars().item(expected.name), item) << expected.name;
+      }
+    }
+  });
+}
+
+TEST_F(tables, toolbar_holds_every_button_in_order) {
+  on_ui([this] {
+    const wxToolBar* bar = window_->GetToolBar();
+    EXPECT_EQ(utf8_of(bar->GetName()), "Toolbar1");
+    ASSERT_EQ(bar->GetToolsCount(), expected_tools.size());
+    for (std::size_t i = 0; i < expected_tools.size(); ++i) {
+      const expected_tool& expected = expected_tools[i];
+      const wxToolBarToolBase* made = bar->GetToolByPos(static_cast<int>(i));
+      EXPECT_EQ(utf8_of(made->GetLabel()), expected.caption);
+      EXPECT_EQ(utf8_of(made->GetShortHelp()), expected.tip);
+      EXPECT_EQ(utf8_of(made->GetLongHelp()), expected.description);
+      EXPECT_EQ(made->IsEnabled(), expected.enabled) << expected.caption;
+      EXPECT_TRUE(made->GetNormalBitmap().IsOk()) << expected.caption;
+      const wxMenu* drop = made->GetDropdownMenu();
+      ASSERT_EQ(drop == nullptr ? 0 : drop->GetMenuItemCount(), expected.drop.size());
+      for (std::size_t d = 0; d < expected.drop.size(); ++d) {
+        const wxMenuItem* item = drop->FindItemByPosition(d);
+        EXPECT_EQ(utf8_of(item->GetItemLabelText()), expected.drop[d].first);
+        EXPECT_EQ(item->IsEnabled(), expected.drop[d].second) << expected.drop[d].first;
+      }
+    }
+  });
+}
+
+TEST_F(tables, every_control_has_its_name_for_accessibility_tools_too) {
+  on_ui([] {
+    for (const char* name : {"main", "List1", "titleup", "titledown", "Frame1", "Frame2",
+                             "dvdsizetext", "Label1", "globalregion", "Comboregion", "Toolbar1"})
+      EXPECT_EQ(accessible_name(*control(name)), name);
+  });
+}
+
+TEST_F(tables, window_starts_as_an_empty_project) {
+  EXPECT_EQ(ask_ui([this] { return utf8_of(window_->GetTitle()); }), "Corvane 0.997 - 1/2/2005");
+  EXPECT_EQ(label_of("Frame1"), "0 titles loaded");
+  EXPECT_EQ(label_of("Frame2"), "statistics");
+  EXPECT_EQ(label_of("dvdsizetext"), "0 titles\n0 menus\n0 gig total");
+  EXPECT_EQ(label_of("Label1"), "DVD format:");
+  EXPECT_EQ(label_of("globalregion"), "NTSC");
+  EXPECT_EQ(ask_ui([] { return utf8_of(control("Comboregion")->GetToolTipText()); }),
+            "click to change preference");
+  EXPECT_TRUE(rows().empty());
+}
+
+TEST_F(tables, description_of_a_tool_is_shown_in_the_status_bar) {
+  std::optional<wxPoint> tool;
+  ASSERT_TRUE(wait_until([&] {
+    tool = find_label("author dvd", label_place::toolbar);
+    return tool.has_value();
+  }));
+  hover_at(wxPoint(tool->x, tool->y + 150));
+  hover_at(*tool);
+  EXPECT_TRUE(wait_until([this] {
+    return utf8_of(window_->GetStatusBar()->GetStatusText()) == "begin the authoring process";
+  }));
+}
+
+TEST_F(tables, about_names_the_projects_that_are_used) {
+  click_menu("tools", "about");
+  ASSERT_TRUE(wait_until([] { return look_at_dialog().has_value(); }));
+  const auto about = top_dialog();
+  EXPECT_NE(about->text.find("dvdauthor package"), std::string::npos) << about->text;
+  for (const char* credit :
+       {"\n-dvdauthor http", "\n-mjpegtools http", "\n-graphicsmagick http", "\n-mkisofs http"})
+    EXPECT_NE(about->text.find(credit), std::string::npos) << about->text;
+  press("Return");
+  EXPECT_TRUE(no_dialog());
+}
+
+TEST_F(tables, check_marks_follow_the_project) {
+  const auto checked = [this](const char* name) {
+    return ask_ui([&] { return window_->bars().item(name)->IsChecked(); });
+  };
+  EXPECT_FALSE(checked("isocreate"));
+  click_menu("file", "create iso after authoring");
+  EXPECT_TRUE(wait_until([this] { return window_->shown_project().isocreate; }));
+  EXPECT_TRUE(checked("isocreate"));
+  click_menu("file", "clean up files after authoring");
+  EXPECT_TRUE(wait_until([this] { return window_->shown_project().cleanup; }));
+  EXPECT_TRUE(checked("cleanup"));
+  click_menu("file", "clean up files after authoring");
+  EXPECT_TRUE(wait_until([this] { return !window_->shown_project().cleanup; }));
+  EXPECT_FALSE(checked("cleanup"));
+}
+
+}  // namespace
+}  // namespace corvane::testing_support

@@ -1,0 +1,69 @@
+// What of the windows needs no display.
+#include "ui/file_filter.h"
+#include "ui/icons.h"
+#include "ui/shown_text.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr const char* video_filter =
+    "mpeg elementry stream(*.m2v, *.m1v,*.mpv)|*.m2v;*.m1v;*.mpv|mpeg with NAV packets(*.vob, "
+    "*.mpg, *.mpeg)|*.vob; *.mpg; *.mpeg";
+
+TEST(file_filter, entries_lose_blanks_around_patterns_only) {
+  const std::vector<filter_entry> entries = filter_entries(video_filter);
+  ASSERT_EQ(entries.size(), 2u);
+  EXPECT_EQ(entries[0].text, "mpeg elementry stream(*.m2v, *.m1v,*.mpv)");
+  EXPECT_THAT(entries[0].patterns, ElementsAre("*.m2v", "*.m1v", "*.mpv"));
+  EXPECT_EQ(entries[1].text, "mpeg with NAV packets(*.vob, *.mpg, *.mpeg)");
+  EXPECT_THAT(entries[1].patterns, ElementsAre("*.vob", "*.mpg", "*.mpeg"));
+}
+
+TEST(file_filter, patterns_heed_no_case_where_the_toolkit_would) {
+  EXPECT_EQ(toolkit_filter("film|*.m2v; *.VOB", path_style::posix),
+            "film|*.[mM]2[vV];*.[vV][oO][bB]");
+  EXPECT_EQ(toolkit_filter("film|*.m2v; *.VOB", path_style::windows), "film|*.m2v;*.VOB");
+  EXPECT_EQ(toolkit_filter("", path_style::posix), "");
+}
+
+TEST(file_filter, an_extension_is_implied_only_by_a_single_pattern) {
+  constexpr const char* project_filter = "corvane project file(*.cvp)|*.cvp";
+  EXPECT_EQ(with_implied_extension("/a/disc", project_filter), "/a/disc.cvp");
+  EXPECT_EQ(with_implied_extension("/a.b/disc", project_filter), "/a.b/disc.cvp");
+  EXPECT_EQ(with_implied_extension("/a/disc.cvp", project_filter), "/a/disc.cvp");
+  EXPECT_EQ(with_implied_extension("/a/disc.txt", project_filter), "/a/disc.txt");
+  EXPECT_EQ(with_implied_extension("/a/.hidden", project_filter), "/a/.hidden.cvp");
+  EXPECT_EQ(with_implied_extension("", project_filter), "");
+  EXPECT_EQ(with_implied_extension("/a/", project_filter), "/a/");
+  EXPECT_EQ(with_implied_extension("/a/film", video_filter), "/a/film");
+  EXPECT_EQ(with_implied_extension("/a/folder", ""), "/a/folder");
+}
+
+TEST(shown_text, damaged_text_is_shown_but_for_the_damaged_bytes) {
+  EXPECT_EQ(utf8_of(shown("größe 漢")), "größe 漢");
+  EXPECT_EQ(utf8_of(shown("a\xFFz")), "a\xEF\xBF\xBDz");
+  EXPECT_EQ(utf8_of(shown("\xC3")), "\xEF\xBF\xBD");
+  EXPECT_EQ(utf8_of(shown("gr\xF6\xDF")), "gr\xEF\xBF\xBD\xEF\xBF\xBD");
+  EXPECT_EQ(utf8_of(shown("")), "");
+}
+
+TEST(shown_text, carriage_returns_before_line_feeds_go) {
+  EXPECT_EQ(utf8_of(shown_lines("a\r\nb\r\n")), "a\nb\n");
+}
+
+TEST(icons, every_picture_of_the_window_is_embedded) {
+  std::vector<std::string> names;
+  for (const embedded_icon& icon : embedded_icons())
+    names.emplace_back(icon.name);
+  EXPECT_THAT(names, testing::UnorderedElementsAre("add-title", "remove-title", "chapters",
+                                                   "nav-commands", "menus", "extras", "author-dvd",
+                                                   "up", "down", "stop", "corvane"));
+}
+
+}  // namespace
+}  // namespace corvane

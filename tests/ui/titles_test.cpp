@@ -1,0 +1,268 @@
+// A user's way through titles and project files, with the real window.
+#include "project/project_file.h"
+#include "ui/gtk_sight.h"
+#include "ui/main_window.h"
+#include "ui/shown_text.h"
+#include "ui/window_fixture.h"
+
+#include <gmock/gmock.h>
+#include <wx/choice.h>
+#include <wx/textctrl.h>
+
+#include <filesystem>
+
+namespace corvane::testing_support {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class titles : public window_test {
+ protected:
+  void SetUp() override {
+    window_test::SetUp();
+    for (const char* name : {"a.m2v", "a.ac3", "b.m2v", "b.ac3", "c.mp2"})
+      file(name);
+  }
+  std::string path(const char* name) const { return folder_.path(name); }
+  void add_two() {
+    add_title(path("a.m2v"), path("a.ac3"));
+    add_title(path("b.m2v"), path("b.ac3"));
+  }
+};
+
+TEST_F(titles, added_through_the_dialogs_stand_in_the_list) {
+  add_two();
+  EXPECT_THAT(rows(), ElementsAre("title1:a.m2v/a.ac3", "title2:b.m2v/b.ac3"));
+  EXPECT_EQ(label_of("Frame1"), "2 titles loaded");
+  EXPECT_EQ(label_of("dvdsizetext"), "2 titles\n0 menus\n0.000 gig total");
+  EXPECT_FALSE(ask_ui([] { return control("Comboregion")->IsEnabled(); }));
+}
+
+TEST_F(titles, cancelling_the_audio_dialog_adds_nothing) {
+  click_tool("add title");
+  answer_file("select video stream", path("a.m2v"));
+  cancel_dialog("select audio stream");
+  EXPECT_TRUE(no_dialog());
+  EXPECT_THAT(rows(), IsEmpty());
+}
+
+TEST_F(titles, file_dialog_offers_upper_case_names_and_both_filters) {
+  press("ctrl+t");
+  ASSERT_TRUE(wait_until([] { return look_at_dialog().has_value(); }));
+  on_ui([] {
+    EXPECT_TRUE(filter_offers("movie.m2v"));
+    EXPECT_TRUE(filter_offers("MOVIE.M2V"));
+    EXPECT_TRUE(filter_offers("movie.mpv"));
+    EXPECT_FALSE(filter_offers("movie.vob"));
+  });
+  cancel_dialog("select video stream");
+}
+
+TEST_F(titles, stream_without_navigation_packets_is_refused_with_a_message) {
+  const std::string plain = folder_.add("plain.VOB", "no packets");
+  click_menu("file", "add new title...");
+  answer_file("select video stream", plain);
+  const seen_dialog seen =
+      answer_message("NAV packets are not detected in plain.VOB.  Please demultiplex.", "OK");
+  EXPECT_EQ(seen.picture, "error");
+  EXPECT_EQ(seen.title, "Corvane");
+  EXPECT_THAT(rows(), IsEmpty());
+}
+
+TEST_F(titles, move_with_the_buttons_and_with_the_keys) {
+  add_two();
+  click_row(0);
+  ASSERT_EQ(selection(), 0);
+  click_control("titledown");
+  EXPECT_THAT(rows(), ElementsAre("title1:b.m2v/b.ac3", "title2:a.m2v/a.ac3"));
+  EXPECT_EQ(selection(), 1);
+  click_control("titleup");
+  EXPECT_THAT(rows(), ElementsAre("title1:a.m2v/a.ac3", "title2:b.m2v/b.ac3"));
+  EXPECT_EQ(selection(), 0);
+  press("alt+Down");
+  EXPECT_THAT(rows(), ElementsAre("title1:b.m2v/b.ac3", "title2:a.m2v/a.ac3"));
+  press("alt+Up");
+  EXPECT_THAT(rows(), ElementsAre("title1:a.m2v/a.ac3", "title2:b.m2v/b.ac3"));
+}
+
+TEST_F(titles, removed_by_the_button_and_by_the_delete_key) {
+  add_two();
+  add_title(path("a.m2v"), path("c.mp2"));
+  click_row(1);
+  click_tool("remove title");
+  EXPECT_TRUE(wait_until([] { return true; }));
+  EXPECT_THAT(rows(), ElementsAre("title1:a.m2v/a.ac3", "title2:a.m2v/c.mp2"));
+  click_row(0);
+  press("Delete");
+  EXPECT_THAT(rows(), ElementsAre("title1:a.m2v/c.mp2"));
+  EXPECT_EQ(label_of("Frame1"), "1 titles loaded");
+}
+
+TEST_F(titles, removing_the_last_title_frees_the_region) {
+  add_title(path("a.m2v"), path("a.ac3"));
+  click_row(0);
+  press("Delete");
+  EXPECT_THAT(rows(), IsEmpty());
+  EXPECT_TRUE(ask_ui([] { return control("Comboregion")->IsEnabled(); }));
+}
+
+TEST_F(titles, removing_without_a_selection_asks_for_one) {
+  click_tool("remove title");
+  EXPECT_EQ(answer_message("Please select a title first to remove.", "OK").picture, "warning");
+}
+
+TEST_F(titles, insert_key_on_the_list_adds_a_title) {
+  click_control("List1");
+  press("Insert");
+  cancel_dialog("select video stream");
+}
+
+TEST_F(titles, audio_stream_is_added_from_the_drop_down) {
+  add_title(path("a.m2v"), path("a.ac3"));
+  click_row(0);
+  click_tool_arrow("extras");
+  click_menu_item("add additional audio track");
+  answer_file("select audio stream", path("c.mp2"));
+  EXPECT_TRUE(no_dialog());
+  EXPECT_THAT(rows(), ElementsAre("title1:a.m2v/a.ac3/c.mp2"));
+}
+
+TEST_F(titles, button_extras_opens_its_drop_down) {
+  click_tool("extras");
+  click_menu_item("edit A/V delay");
+  answer_message("Please select a title to adjust delays.", "OK");
+}
+
+TEST_F(titles, delay_is_asked_for_and_kept) {
+  add_title(path("a.m2v"), path("a.ac3"));
+  click_row(0);
+  click_menu("extras", "edit A/V delay");
+  answer_input("A/V sync delay", "-120 ms");
+  EXPECT_THAT(window_->shown_project().delay, ElementsAre("-120"));
+  press("ctrl+d");
+  answer_input("A/V sync delay", "letters");
+  EXPECT_THAT(window_->shown_project().delay, ElementsAre("0"));
+  press("ctrl+d");
+  cancel_dialog("A/V sync delay");
+  EXPECT_THAT(window_->shown_project().delay, ElementsAre("0"));
+}
+
+TEST_F(titles, region_is_chosen_shown_and_remembered) {
+  click_control("Comboregion");
+  press("Down");
+  press("Return");
+  EXPECT_TRUE(wait_until([] { return control("globalregion")->GetLabel() == "PAL"; }));
+  EXPECT_NE(folder_.read("config/corvane/preferences").find("dvdregion = PAL"), std::string::npos)
+      << folder_.read("config/corvane/preferences");
+}
+
+TEST_F(titles, statistics_turn_red_above_what_a_disc_holds) {
+  const auto colour = [] {
+    return ask_ui([] { return control("dvdsizetext")->GetForegroundColour(); });
+  };
+  std::filesystem::resize_file(path("a.m2v"), 4'700'000'000 - 1);  // takes no room on the disk
+  add_title(path("a.m2v"), path("a.ac3"));
+  EXPECT_EQ(label_of("dvdsizetext"), "1 titles\n0 menus\n4.377 gig total");
+  EXPECT_NE(colour(), *wxRED);
+  add_title(path("b.m2v"), path("b.ac3"));
+  EXPECT_EQ(colour(), *wxRED);
+  click_row(1);
+  press("Delete");
+  EXPECT_NE(colour(), *wxRED);
+}
+
+TEST_F(titles, project_is_saved_and_loaded_again) {
+  add_two();
+  press("ctrl+s");
+  answer_file("save corvane project", path("disc"));
+  EXPECT_TRUE(no_dialog());
+  EXPECT_EQ(folder_.read("disc.cvp").substr(0, 27), "Corvane 0.997 - 1/2/2005\r\n\\");
+
+  click_row(0);
+  press("Delete");
+  press("ctrl+o");
+  EXPECT_EQ(answer_message("overwrite currect project?", "OK").picture, "info");
+  answer_file("load corvane project", path("disc.cvp"));
+  EXPECT_TRUE(no_dialog());
+  EXPECT_THAT(rows(), ElementsAre("title1:a.m2v/a.ac3", "title2:b.m2v/b.ac3"));
+}
+
+TEST_F(titles, saving_over_a_file_asks_and_enter_keeps_it) {
+  folder_.add("disc.cvp", "old");
+  add_title(path("a.m2v"), path("a.ac3"));
+  press("ctrl+s");
+  answer_file("save corvane project", path("disc.cvp"));
+  ASSERT_TRUE(wait_until([] {
+    const auto seen = look_at_dialog();
+    return seen && seen->text == "File exists.  Overwrite?";
+  }));
+  press("Return");
+  EXPECT_TRUE(no_dialog());
+  EXPECT_EQ(folder_.read("disc.cvp"), "old");
+  press("ctrl+s");
+  answer_file("save corvane project", path("disc.cvp"));
+  EXPECT_EQ(answer_message("File exists.  Overwrite?", "Yes").picture, "warning");
+  EXPECT_NE(folder_.read("disc.cvp"), "old");
+}
+
+TEST_F(titles, missing_file_of_a_project_is_named) {
+  add_title(path("a.m2v"), path("a.ac3"));
+  press("ctrl+s");
+  answer_file("save corvane project", path("disc.cvp"));
+  EXPECT_TRUE(no_dialog());
+  std::filesystem::remove(path("a.ac3"));
+  on_ui([this] { window_->CallAfter([this] { window_->load(path("disc.cvp")); }); });
+  EXPECT_EQ(answer_message(path("a.ac3") + " appears to be missing", "OK").picture, "error");
+  EXPECT_THAT(rows(), IsEmpty());
+  EXPECT_EQ(label_of("Frame1"), "0 titles loaded");
+}
+
+TEST_F(titles, dropped_streams_become_a_title) {
+  on_ui([this] { window_->CallAfter([this] { window_->drop({path("a.m2v"), path("a.ac3")}); }); });
+  EXPECT_TRUE(wait_until([this] { return !window_->shown_project().List1.empty(); }));
+  EXPECT_THAT(rows(), ElementsAre("title1:a.m2v/a.ac3"));
+}
+
+TEST_F(titles, closing_an_unchanged_project_does_not_ask) {
+  on_ui([this] { window_->Close(); });
+  EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("main") == nullptr; }));
+}
+
+TEST_F(titles, closing_a_changed_project_asks_and_cancel_keeps_the_window) {
+  add_title(path("a.m2v"), path("a.ac3"));
+  press("alt+F4");
+  const seen_dialog seen = answer_message("Do you want to save project?", "Cancel");
+  EXPECT_EQ(seen.picture, "warning");
+  EXPECT_THAT(seen.buttons, testing::UnorderedElementsAre("Yes", "No", "Cancel"));
+  EXPECT_THAT(rows(), ElementsAre("title1:a.m2v/a.ac3"));
+  press("ctrl+q");
+  answer_message("Do you want to save project?", "No");
+  EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("main") == nullptr; }));
+}
+
+TEST_F(titles, closing_with_yes_saves_first) {
+  add_title(path("a.m2v"), path("a.ac3"));
+  press("ctrl+q");
+  answer_message("Do you want to save project?", "Yes");
+  answer_file("save corvane project", path("last.cvp"));
+  EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("main") == nullptr; }));
+  EXPECT_TRUE(file_exists(path("last.cvp")));
+}
+
+TEST_F(titles, log_window_is_shown_cleared_and_not_closed) {
+  press("ctrl+l");
+  ASSERT_TRUE(wait_until([] {
+    const wxWindow* log = wxWindow::FindWindowByName("log");
+    return log != nullptr && log->IsShownOnScreen();
+  }));
+  press("alt+F4");
+  on_ui([] { control("log")->Close(); });
+  EXPECT_TRUE(ask_ui([] { return control("log")->IsShownOnScreen(); }));
+  EXPECT_FALSE(ask_ui([] { return control("stop")->IsEnabled(); }));
+  EXPECT_EQ(ask_ui([] { return utf8_of(dynamic_cast<wxTextCtrl*>(control("Text1"))->GetValue()); }),
+            "Corvane 0.997 - 1/2/2005\n");
+}
+
+}  // namespace
+}  // namespace corvane::testing_support

@@ -1,0 +1,92 @@
+#include "ui/window_fixture.h"
+
+#include "ui/app.h"
+#include "ui/main_window.h"
+#include "ui/shown_text.h"
+
+#include <wx/listbox.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace corvane::testing_support {
+namespace {
+
+/// Media that all tests of this program share.
+const temporary_folder& media() {
+  static const temporary_folder folder;
+  return folder;
+}
+
+std::string made(const std::string& name, const std::string& ffmpeg_arguments) {
+  const std::string path = media().path(name);
+  if (!file_exists(path)) {
+    const std::string command =
+        "ffmpeg -v error -nostdin " + ffmpeg_arguments + " '" + path + "' </dev/null";
+    EXPECT_EQ(std::system(command.c_str()), 0) << command;
+  }
+  return path;
+}
+
+}  // namespace
+
+std::string real_video() {
+  return made("film.m2v",
+              "-f lavfi -i testsrc=size=720x480:rate=30000/1001:duration=3 -c:v mpeg2video "
+              "-b:v 3M -maxrate 6M -bufsize 1835k -g 15 -aspect 4:3 -f mpeg2video");
+}
+
+std::string real_audio() {
+  return made("film.ac3", "-f lavfi -i sine=440:duration=3 -ar 48000 -ac 2 -c:a ac3 -b:a 192k");
+}
+
+void window_test::SetUp() {
+  app_ = folder_.path("program");
+  // What the window reads of its surroundings belongs to this test alone.
+  setenv("CORVANE_HOME", app_.c_str(), 1);
+  setenv("XDG_CONFIG_HOME", folder_.path("config").c_str(), 1);
+  on_ui([this] {
+    std::filesystem::current_path(folder_.path());
+    window_ = start_main_window();
+    window_->Show();
+  });
+  ASSERT_TRUE(wait_until([this] { return window_->IsActive(); })) << "the window does not come up";
+}
+
+void window_test::TearDown() {
+  while (const auto dialog = top_dialog()) {
+    ADD_FAILURE() << "left open: " << dialog->title << " " << dialog->text;
+    press("Escape");
+    if (top_dialog())
+      std::abort();
+  }
+  on_ui([this] {
+    if (wxWindow* window = wxWindow::FindWindowByName("main"))
+      window->Close(true);
+    std::filesystem::current_path("/");
+  });
+  EXPECT_TRUE(wait_until([] { return wxTopLevelWindows.empty(); }));
+}
+
+void window_test::add_title(const std::string& video, const std::string& audio) {
+  click_tool("add title");
+  answer_file("select video stream", video);
+  if (!audio.empty())
+    answer_file("select audio stream", audio);
+  EXPECT_TRUE(no_dialog());
+}
+
+std::vector<std::string> window_test::rows() {
+  return ask_ui([] {
+    std::vector<std::string> all;
+    for (const wxString& row : dynamic_cast<wxListBox*>(control("List1"))->GetStrings())
+      all.push_back(utf8_of(row));
+    return all;
+  });
+}
+
+int window_test::selection() {
+  return ask_ui([] { return dynamic_cast<wxListBox*>(control("List1"))->GetSelection(); });
+}
+
+}  // namespace corvane::testing_support

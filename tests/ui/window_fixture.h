@@ -1,0 +1,41 @@
+// A test with the real main window on the display, in folders of its own.
+#pragma once
+
+#include "support/temporary_folder.h"
+#include "ui/robot.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace corvane {
+class main_window;
+}
+
+namespace corvane::testing_support {
+
+class window_test : public testing::Test {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+
+  /// Adds a title through the dialogs.
+  void add_title(const std::string& video, const std::string& audio);
+
+  /// Rows of the title list as they are shown.
+  static std::vector<std::string> rows();
+  static int selection();
+
+  /// Path of a file that is there before the test, with "x" in it or real media.
+  std::string file(const std::string& name) { return folder_.add(name); }
+
+  temporary_folder folder_;
+  std::string app_;  ///< the program folder
+  main_window* window_ = nullptr;
+};
+
+/// A short real NTSC video, and AC-3 audio for it, made once by ffmpeg.
+std::string real_video();
+std::string real_audio();
+
+}  // namespace corvane::testing_support
