@@ -171,6 +171,35 @@ TEST(disc_report, disc_as_asked_agrees_and_any_other_does_not) {
   EXPECT_FALSE(agrees(with([](asked_disc& a) { a.firstplay = "jump title 2"; })));
 }
 
+/// A project of the disc that make_disc makes, as a file.
+std::string project_file(const temporary_folder& folder, const std::string& chapters,
+                         const std::string& iso) {
+  const std::string title = stored_media("clip-ntsc.m2v") + "/" + stored_media("clip.ac3") + "/" +
+                            stored_media("clip.mp2");
+  return folder.add("p.cvp", "Corvane 0.997 - 1/2/2005\r\n" + title + "\r\n***\r\n" + chapters +
+                                 "\r\n***\r\n0\r\n***\r\nAudio tag:\tGERMAN DE \r\n"
+                                 "Audio tag:\tENGLISH EN\r\n***\r\n***\r\n***\r\n***\r\n"
+                                 "jump title 1 chapter 2   \r\n***\r\n<none>\r\n***\r\nx|\r\n***"
+                                 "\r\n<default>\r\nNTSC\r\n" +
+                                 iso + "\r\nFalse\r\n");
+}
+
+TEST(disc_report, program_ends_with_what_it_found) {
+  const temporary_folder folder;
+  make_disc(folder);
+  const auto status = [&folder](const std::string& project, const std::string& place) {
+    return run({{CORVANE_DISC_REPORT, "--project", project, place}}).status;
+  };
+  const std::string chapters = "00:00:00.00,00:00:02.00,00:00:04.00", disc = folder.path("disc");
+  EXPECT_EQ(status(project_file(folder, chapters, "False"), disc), 0);
+  EXPECT_EQ(status(project_file(folder, "00:00:00.00", "False"), disc), 1);
+  EXPECT_EQ(status(project_file(folder, chapters, "True"), disc), 1) << "no image was given";
+  EXPECT_EQ(status(folder.path("missing.cvp"), disc), 2);
+  EXPECT_EQ(status(project_file(folder, chapters, "False"), folder.path("nowhere")), 2);
+  EXPECT_EQ(run({{CORVANE_DISC_REPORT, disc}}).status, 0);
+  EXPECT_EQ(run({{CORVANE_DISC_REPORT}}).status, 2);
+}
+
 TEST(disc_report, image_of_another_name_differs) {
   iso_volume image;
   image.udf_anchor = image.udf_recognised = true;

@@ -2,7 +2,7 @@
 //
 // Prints what is on a DVD-Video disc (a folder that holds VIDEO_TS, or an image), with --project
 // beside what the project asks for. Status 0: read (and as asked for); 1: disc and project
-// disagree; 2: bad arguments or nothing to read.
+// disagree, or the image it asks for is not among the discs; 2: bad arguments or nothing to read.
 #include "platform/files.h"
 #include "report.h"
 
@@ -71,5 +71,12 @@ int main(int argc, char** argv) {
   int status = 0;
   for (const std::string& place : places)
     status = std::max(status, report_on(place, asked ? &*asked : nullptr));
+  const bool image_read = std::any_of(places.begin(), places.end(), [](const std::string& place) {
+    return corvane::file_exists(place);
+  });
+  if (asked && asked->iso && !image_read) {
+    std::cout << "The project asks for an image, and there is none.\n";
+    status = std::max(status, 1);
+  }
   return status;
 }
