@@ -6,6 +6,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <map>
+
 namespace corvane::disc {
 namespace {
 
@@ -245,15 +248,27 @@ TEST(authored_disc, multiplexed_streams_do_not_stay_beside_the_disc) {
   EXPECT_TRUE(folder_exists(s.out() + "/VIDEO_TS"));
 }
 
+/// Every file under a folder with its bytes.
+std::map<std::string, std::string> everything_in(const std::string& folder) {
+  std::map<std::string, std::string> files;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(path_of(folder)))
+    if (entry.is_regular_file())
+      files[text_of(entry.path())] = read_file(text_of(entry.path()), 1u << 30).value.value_or("?");
+  return files;
+}
+
 TEST(authored_disc, folder_that_holds_a_disc_is_refused_and_left_as_it_was) {
   const studio s;
-  s.authored(short_project());
+  s.authored(short_project(), {"--iso"});
   project other = short_project();
   add_title(other, {stored_media("muxed-ntsc.vob")});
-  const auto before = s.folder().read("work/disc/VIDEO_TS/VIDEO_TS.IFO");
-  const finished done = s.author(other);
+  const auto before = everything_in(s.out());
+  const auto image_before = s.folder().read("work/disc.iso");
+  ASSERT_GT(before.size(), 4u);
+  const finished done = s.author(other, {"--iso"});
   EXPECT_EQ(done.status, 2) << done.out;
-  EXPECT_EQ(s.folder().read("work/disc/VIDEO_TS/VIDEO_TS.IFO"), before);
+  EXPECT_TRUE(everything_in(s.out()) == before);
+  EXPECT_TRUE(s.folder().read("work/disc.iso") == image_before);
   const auto disc = s.disc();
   ASSERT_TRUE(disc) << disc.error;
   EXPECT_EQ(disc->titles.size(), 1u);
