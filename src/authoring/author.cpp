@@ -30,6 +30,15 @@ std::optional<std::string> why_not_edited_xml(const project& p, const prepared_r
   return std::nullopt;
 }
 
+// The earlier disc last: when anything is in the way, it stays.
+failure remove_leftovers(const prepared_run& run) {
+  for (const std::string& path : leftovers(run.where))
+    if (const failure why = remove_all(path))
+      return "\"" + path + "\", left by an earlier run, could not be removed: " + *why +
+             ".  Authoring was not started.";
+  return std::nullopt;
+}
+
 failure remove_earlier_disc(const prepared_run& run) {
   for (const std::string& path : run.replace)
     if (const failure why = remove_all(path))
@@ -46,6 +55,8 @@ author_result authordvd(workbench& w, author_equipment& e, const prepared_run& r
                        "Another authoring run is using the program folder \"" + e.app +
                            "\".  Please wait until it has finished.");
   if (const auto why = why_not_edited_xml(w.p, run))
+    return not_started(w, e, author_result::refused, *why);
+  if (const failure why = remove_leftovers(run))
     return not_started(w, e, author_result::refused, *why);
   if (const failure why = remove_earlier_disc(run))
     return not_started(w, e, author_result::refused, *why);

@@ -51,7 +51,8 @@ struct prepared_run {
 /// `prepared` the lock is held. Questions and refusals go through the workbench's prompts.
 author_result prepare_run(workbench& w, author_equipment& e, prepared_run& run);
 
-/// Removes the earlier disc, shows the log window and starts the prepared script.
+/// Removes what stopped runs left in the output folder and the earlier disc, shows the log window
+/// and starts the prepared script.
 author_result authordvd(workbench& w, author_equipment& e, const prepared_run& run);
 
 /// "author dvd...": the two above, or the XML editor in between.

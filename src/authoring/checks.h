@@ -34,6 +34,11 @@ std::optional<std::string> why_not_this_folder(const project& p, const places& w
 /// the folder (native paths).
 std::vector<std::string> earlier_disc(const project& p, const places& where);
 
+/// What a run that was stopped or killed left in the output folder: files of the names that only
+/// the script makes (native paths). A presub.mpg among them would keep the script from renaming a
+/// title to it.
+std::vector<std::string> leftovers(const places& where);
+
 /// Names of the outside tools (platform/program_folder.h) that the project's run starts.
 std::vector<std::string> needed_tools(const project& p);
 

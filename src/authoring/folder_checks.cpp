@@ -212,6 +212,14 @@ std::optional<std::string> why_not_this_folder(const project& p, const places& w
   return why_not_contents(where, files);
 }
 
+std::vector<std::string> leftovers(const places& where) {
+  std::vector<std::string> found;
+  for (const std::string& name : files_in(where.out))
+    if (is_a_runs_own(name, where.style))
+      found.push_back(where.in_out(name));
+  return found;
+}
+
 std::vector<std::string> earlier_disc(const project& p, const places& where) {
   std::vector<std::string> found;
   for (const char* folder : {"VIDEO_TS", "AUDIO_TS"})

@@ -147,6 +147,41 @@ TEST_F(AuthorProgram, AProjectWhoseFilesAreMissingGivesStatusTwo) {
   EXPECT_THAT(calls(), IsEmpty());
 }
 
+TEST_F(AuthorProgram, AProjectThatCannotBeAuthoredAsItStandsGivesStatusTwo) {
+  project p = one_title(folder_);
+  p.delay = {"0 & calc"};
+  EXPECT_EQ(run({save(p, "odd.cvp"), out()}), 2);
+  EXPECT_THAT(stderr_, HasSubstr("Title 1 has the A/V delay \"0 & calc\""));
+  EXPECT_THAT(calls(), IsEmpty());
+}
+
+TEST_F(AuthorProgram, AnOutputFolderThatCannotBeUsedGivesStatusTwo) {
+  folder_.add("disc", "a file");
+  EXPECT_EQ(run({project_, out()}), 2);
+  EXPECT_THAT(stderr_, HasSubstr("\"" + out() + "\" is a file, not a folder."));
+  EXPECT_EQ(folder_.read("disc"), "a file");
+  EXPECT_THAT(calls(), IsEmpty());
+}
+
+TEST_F(AuthorProgram, AFileOfTheRunThatCannotBeWrittenGivesStatusTwo) {
+  folder_.add("app/config.xml/in the way");
+  EXPECT_EQ(run({project_, out()}), 2);
+  EXPECT_THAT(stderr_, HasSubstr("The file \"" + app("config.xml") + "\" could not be written: "));
+  EXPECT_THAT(calls(), IsEmpty());
+}
+
+TEST_F(AuthorProgram, WhatAStoppedRunLeftDoesNotSpoilTheNext) {
+  project p = one_title(folder_);
+  folder_.add("words.srt");
+  p.subtitledata = {folder_.stored("words.srt")};
+  add_tool("spumux", "/bin/cat\n");
+  folder_.add("disc/presub.mpg", "left");
+  folder_.add("disc/title1.mpg", "left");
+  folder_.add("disc/notes.txt", "mine");
+  EXPECT_EQ(run({save(p, "subtitled.cvp"), out()}), 0) << stderr_;
+  EXPECT_EQ(files_in(out()), std::vector<std::string>{"notes.txt"});
+}
+
 TEST_F(AuthorProgram, NothingToAuthorGivesStatusTwo) {
   EXPECT_EQ(run({save(project(), "empty.cvp"), out()}), 2);
   EXPECT_EQ(stderr_, "corvane-author: please add more titles\n");

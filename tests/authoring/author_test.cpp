@@ -261,6 +261,20 @@ TEST_F(Author, AnEarlierDiscGoesOnYesWhenTheRunStarts) {
   EXPECT_TRUE(file_exists(in(out, "notes.txt")));
 }
 
+TEST_F(Author, LeftoversOfAStoppedRunGoInSilenceWhenTheRunStarts) {
+  make_folders(out);
+  const std::vector<std::string> left = {"title1.mpg", "menu2.mpg", "menusub2.mpg", "presub.mpg"};
+  for (const std::string& name : left)
+    ASSERT_FALSE(write_file(in(out, name), "x"));
+  ASSERT_FALSE(write_file(in(out, "title.mpeg"), "kept"));
+  expect_folder_question();
+  ASSERT_EQ(prepare_run(w, e, run), author_result::prepared);
+  for (const std::string& name : left)
+    EXPECT_TRUE(file_exists(in(out, name))) << name << " is gone before the start";
+  EXPECT_EQ(authordvd(w, e, run), author_result::started);
+  EXPECT_THAT(files_in(out), ElementsAre("title.mpeg"));
+}
+
 TEST_F(Author, AnImageAloneIsAskedForToo) {
   p.isocreate = true;
   ASSERT_FALSE(write_file(out + ".iso", "x"));

@@ -241,6 +241,19 @@ TEST_F(FolderChecks, EarlierDiscIsWhatARunWouldReplace) {
                           folder.path("dvd.iso")));
 }
 
+TEST_F(FolderChecks, LeftoversAreTheFilesThatOnlyTheScriptMakes) {
+  EXPECT_THAT(leftovers(where), IsEmpty()) << "no folder";
+  for (const char* name :
+       {"dvd/menu1.mpg", "dvd/menusub12.mpg", "dvd/presub.mpg", "dvd/title1.mpg", "dvd/title99.mpg",
+        "dvd/menu.mpg", "dvd/presub.mpg.txt", "dvd/title1.vob", "dvd/title2.mpg/x", "dvd/x.mpg"})
+    add(name);
+  EXPECT_THAT(
+      leftovers(where),
+      ElementsAre(folder.path(native("dvd/menu1.mpg")), folder.path(native("dvd/menusub12.mpg")),
+                  folder.path(native("dvd/presub.mpg")), folder.path(native("dvd/title1.mpg")),
+                  folder.path(native("dvd/title99.mpg"))));
+}
+
 TEST_F(FolderChecks, AFolderNamedLikeTheImageIsSomebodysOwn) {
   p.isocreate = true;
   add("dvd.iso/keep.txt");

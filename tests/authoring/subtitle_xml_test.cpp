@@ -75,6 +75,8 @@ TEST(SubtitleXml, WithoutSettingsTheRegionsDefaultsServe) {
   EXPECT_THAT(subtitle_xml(s.p, s.where, 2, 1), HasSubstr("movie-height=\"478\""));
   s.p.globalregion = "PAL";
   EXPECT_THAT(subtitle_xml(s.p, s.where, 2, 1), HasSubstr("movie-height=\"574\""));
+  EXPECT_THAT(subtitle_xml(s.p, s.where, 2, 1),
+              HasSubstr("movie-fps=\"25\" subtitle-fps=\"25\"\r\n"));
 }
 
 TEST(SubtitleXml, AmpersandInANameIsEscaped) {

@@ -115,6 +115,14 @@ TEST(WorkScript, MultiplexOutputIsAPatternInWhichPercentIsDoubled) {
   EXPECT_THAT(lines, Contains(HasSubstr("<\"/dvd/50% of/menu1.mpg\" > ")));
 }
 
+TEST(WorkScript, PercentInAnOutputFolderIsDoubledForMultiplexingOnWindowsToo) {
+  sample s = plain_menus(windows);
+  s.where.out = "D:\\50% of";
+  const auto lines = script_lines(s);
+  EXPECT_THAT(lines, Contains(HasSubstr("-o \"D:\\50%% of\\title1.mpg\"")));
+  EXPECT_THAT(lines, Contains("mkdir \"D:\\50% of\""));
+}
+
 TEST(WorkScript, EveryLineEndsInCarriageReturnAndLineFeed) {
   for (const sample& s : all_samples(posix)) {
     const std::string text = work_script(s.p, s.where);
