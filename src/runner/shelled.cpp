@@ -42,6 +42,11 @@ std::string how_ended(const std::optional<exit_status>& status) {
   return " (conspawn ended with status " + std::to_string(status->number) + ")";
 }
 
+/// Whether the script runner ended otherwise than by itself: it gives 0 or 1, what the script did.
+bool was_ended(const std::optional<exit_status>& status) {
+  return status && (status->by_signal || status->number > 1);
+}
+
 /// Removes every .xml, .bat and .png file of the folder. The two copies first: so each kind has a
 /// file to remove, whatever the run wrote.
 void clean_up(const std::string& app) {
@@ -156,13 +161,15 @@ void shelled::state::show_view() {
 }
 
 /// The pipe is broken. When the marker had not come, no tool has told what ended the script: the
-/// runner adds the error line.
+/// runner adds the error line. What looks like the marker within a line is the name of a file
+/// perhaps, and no marker when the script runner died after it.
 void shelled::state::broke() {
   take(normalize.rest());
-  if (log.ends_with_marker())
+  const std::optional<exit_status> status = child->ended();
+  if (log.ends_with_marker() && !was_ended(status))
     return;
   // Always after a line break: the error test wants one before the blank before "ERR".
-  take(normalize("\nERR:  the work script ended before its last line" + how_ended(child->ended())));
+  take(normalize("\nERR:  the work script ended before its last line" + how_ended(status)));
 }
 
 /// Takes what still waits after the command was ended.

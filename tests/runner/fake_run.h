@@ -29,6 +29,7 @@ class fake_screen : public run_screen {
   int refreshed = 0;
   std::vector<std::string> texts, captions, opened;
   std::vector<double> progress;
+  bool timer_during_text = false;  ///< whether the timer ran while a text was shown
   std::exception_ptr thrown_by_text;
 
   std::string main_caption() const override { return caption; }
@@ -42,6 +43,7 @@ class fake_screen : public run_screen {
     if (thrown_by_text)
       std::rethrow_exception(thrown_by_text);
     texts.push_back(text);
+    timer_during_text = timer_during_text || timer;
   }
   void set_log_caption(const std::string& text) override { captions.push_back(text); }
   void set_log_progress(double percent) override { progress.push_back(percent); }

@@ -14,7 +14,7 @@ class real_run {
  public:
   real_run() {
     put(CORVANE_CONSPAWN, "conspawn.exe");
-    for (const char* tool : {"mplex.exe", "gm.exe", "spumux.exe", "dvdauthor.exe"})
+    for (const char* tool : {"mplex.exe", "gm.exe", "spumux.exe", "dvdauthor.exe", "mkisofs.exe"})
       put(CORVANE_STAND_IN_TOOL, tool);
     std::filesystem::current_path(path_of(app.path()));
   }

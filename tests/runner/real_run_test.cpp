@@ -49,6 +49,24 @@ TEST(RealRun, StarStarErrorLineIsFailure) {
             head + "**ERROR: [mplex] under-runs\n" + tail);
 }
 
+TEST(RealRun, EachToolFailingInEachWayIsFailureAndLeavesAWholeLog) {
+  for (const std::string tool : {"mplex", "gm", "spumux", "dvdauthor", "mkisofs"}) {
+    for (const std::string way :
+         {"missing", "status 1", "crash", "error \"ERR:  no room\\n\"",
+          "error \"**ERROR: [x] no room\\n\" status 1", "print \"no line end\" status 2"}) {
+      SCOPED_TRACE(tool + " " + way);
+      real_run run;
+      if (way == "missing")
+        run.remove_tool(tool + ".exe");
+      const std::string log =
+          run.fails(run.tool(tool) + " " + way + "\r\n" + "echo *next step\r\n");
+      EXPECT_EQ(log.substr(0, head.size()), head);
+      EXPECT_NE(log.find("\n*next step\n"), std::string::npos) << log;
+      EXPECT_EQ(log.substr(log.size() - tail.size()), tail);
+    }
+  }
+}
+
 TEST(RealRun, SilenceOfTenSecondsIsWaitedFor) {
   real_run run;
   EXPECT_EQ(run.succeeds(run.tool("dvdauthor") + " silent 10000 print done\\n\r\n"),

@@ -55,6 +55,8 @@ TEST(Shelled, PipeThatCannotBeMadeIsToldWithItsErrorNumber) {
   run.ask.expect({"CreatePipe failed. Error: 24", icon::critical, buttons::ok, "Corvane"});
   run.start();
   EXPECT_FALSE(run.screen.timer);
+  EXPECT_FALSE(run.screen.log_shown);
+  EXPECT_TRUE(run.screen.main_enabled) << "nobody could use the program any more";
   EXPECT_FALSE(run.runner.running());
   EXPECT_EQ(run.runner.outcome(), run_outcome::none);
   EXPECT_FALSE(run.lock.held());
@@ -101,6 +103,15 @@ TEST(Shelled, OutputIsShownWithItsCaptionAndProgress) {
   EXPECT_EQ(run.screen.texts.back(), title + "*multiplexing title: 1..... \r\n   45.3% done \r\n ");
   EXPECT_EQ(run.screen.captions.back(), "Corvane log - multiplexing title: 1..... ");
   EXPECT_EQ(run.screen.progress.back(), 45.3);
+  EXPECT_TRUE(run.screen.timer);
+}
+
+TEST(Shelled, TimerIsOffDuringAPassAndOnAgainAfterIt) {
+  fake_run run;
+  run.start();
+  run.feed("one\n");
+  ASSERT_FALSE(run.screen.texts.empty());
+  EXPECT_FALSE(run.screen.timer_during_text);
   EXPECT_TRUE(run.screen.timer);
 }
 
@@ -165,6 +176,48 @@ TEST(Shelled, MarkerAfterALineLeftOpenEndsTheRunAsSuccessWhenThePipeBreaks) {
   run.expect_success();
   run.break_pipe();
   EXPECT_EQ(run.runner.outcome(), run_outcome::success);
+}
+
+TEST(Shelled, ScriptRunnerThatDiesAfterTheMarkerLineSpoilsNothing) {
+  fake_run run;
+  run.start();
+  run.launcher.output->status = exit_status{true, 11};
+  run.launcher.output->broken = true;
+  run.expect_success();
+  run.feed("done\n*process complete");
+  EXPECT_EQ(run.runner.outcome(), run_outcome::success);
+  EXPECT_EQ(run.log(), title + "done \r\n *process complete\r\n");
+}
+
+TEST(Shelled, ScriptRunnerThatDiesWithinTheMarkerIsAFailure) {
+  fake_run run;
+  run.start();
+  run.feed("done\n*process comp");
+  run.launcher.output->status = exit_status{true, 9};
+  run.expect_failure();
+  run.break_pipe();
+  EXPECT_EQ(run.runner.outcome(), run_outcome::failed);
+}
+
+TEST(Shelled, ScriptRunnerThatDiesAfterAFileNamedLikeTheMarkerIsAFailure) {
+  for (const exit_status how : {exit_status{true, 9}, exit_status{false, 0xC0000005}}) {
+    fake_run run;
+    run.start();
+    run.feed("INFO: opening /dvd/*process complete\n");
+    run.launcher.output->status = how;
+    run.expect_failure();
+    run.break_pipe();
+    EXPECT_EQ(run.runner.outcome(), run_outcome::failed);
+  }
+}
+
+TEST(Shelled, StatusOneOfTheScriptRunnerIsToldByTheLinesBeforeNotByItself) {
+  fake_run run;
+  run.start();
+  run.feed("left open*process complete\n");
+  run.launcher.output->status = exit_status{false, 1};
+  run.expect_success();
+  run.break_pipe();
 }
 
 TEST(Shelled, FileNamedLikeTheMarkerDoesNotEndTheRun) {
@@ -234,6 +287,27 @@ TEST(Shelled, ErrInTheMiddleOfALineIsNoFailureWithoutTwoStarsBeforeIt) {
   run.start();
   run.expect_failure();
   run.feed("one\nmplex: **ERROR: under-run\n*process complete\n");
+}
+
+// The first line follows the title line without the blank that every later line begins with. Work
+// scripts begin with lines of their own, so no tool's line is the first.
+TEST(Shelled, ErrAsTheVeryFirstLineIsNoFailureAndOnAnyLaterLineItIs) {
+  for (const char* first : {"ERR:  x\n", "**ERROR: [mplex] x\n"}) {
+    fake_run run;
+    run.start();
+    run.expect_success();
+    run.feed(std::string(first) + "*process complete\n");
+    run.start();
+    run.expect_failure();
+    run.feed("Send problems to us\n" + std::string(first) + "*process complete\n");
+  }
+}
+
+TEST(Shelled, ErrorLineThatEndsInCarriageReturnsOnlyIsFound) {
+  fake_run run;
+  run.start();
+  run.expect_failure();
+  run.feed("STAT: 0:00:00.000\rERR:  Unable to open file nohl.png\r*process complete\n");
 }
 
 TEST(Shelled, ErrorLineOfTheRunBeforeDoesNotCount) {
