@@ -45,7 +45,7 @@ menu_options parse_menu_options(std::string_view row) {
   const std::vector<std::string> f = split(row, '\t');
   const menu_options fresh;
   menu_options options;
-  options.loop = leading_whole(piece(f, 0)) != 0;
+  options.loop = leading_number_text(piece(f, 0)) == "1";
   options.spu_begin = piece(f, 1, fresh.spu_begin);
   options.spu_end = piece(f, 2, fresh.spu_end);
   if (f.size() > 3)

@@ -33,7 +33,7 @@ inline constexpr const char* first_button = " 0/0/100/3/exit/black/black";
 extern const std::vector<std::string> button_colours;
 
 struct menu_options {
-  bool loop = false;
+  bool loop = false;  ///< only a flag of 1 loops
   std::string spu_begin = "00:00:00.0";
   std::string spu_end = "00:00:00.0";
   int thickness = 1;

@@ -77,6 +77,13 @@ TEST(MenuOptions, NumbersOfAnAcceptedMenuHaveLeadingBlanks) {
   EXPECT_EQ(o.thickness, 12);
 }
 
+TEST(MenuOptions, OnlyAFlagOfOneLoops) {
+  for (const std::string flag : {"1", " 1", "1 ", "01", "1.0"})
+    EXPECT_TRUE(parse_menu_options(flag + "\t00:00:00.0\t00:00:00.0\t1").loop) << flag;
+  for (const std::string flag : {"0", " 0", "2", " 2", "-1", "10", "1.5", "True", "", " "})
+    EXPECT_FALSE(parse_menu_options(flag + "\t00:00:00.0\t00:00:00.0\t1").loop) << flag;
+}
+
 TEST(MenuOptions, ADamagedRowReadsAsFarAsItGoes) {
   EXPECT_EQ(parse_menu_options("").spu_begin, "00:00:00.0");
   EXPECT_EQ(parse_menu_options("1").thickness, 1);
