@@ -1,3 +1,4 @@
+#include "project/line_reader.h"
 #include "project/numbers.h"
 #include "project/project_file.h"
 #include "project/project_text.h"
@@ -11,6 +12,13 @@ namespace {
 
 void add_line(std::string& text, std::string_view line) {
   text.append(line).append(crlf);
+}
+
+/// Text of many lines, whatever its line ends: a text box on Linux gives bare line feeds.
+void add_lines(std::string& text, std::string_view lines) {
+  line_reader reader(lines);
+  while (const auto line = reader.next())
+    add_line(text, *line);
 }
 
 void add_section(std::string& text, const std::vector<std::string>& rows) {
@@ -57,9 +65,7 @@ std::string project_text(const project& p) {
   add_line(text, p.globalregion);
   add_line(text, check_mark(p.isocreate));
   add_line(text, check_mark(p.jumptable));
-  text += p.customxml;
-  if (!p.customxml.empty() && !p.customxml.ends_with(crlf))
-    text += crlf;
+  add_lines(text, p.customxml);
   return text;
 }
 

@@ -146,6 +146,21 @@ TEST(ProjectText, SeveralLinesOfXmlComeBackWithALineEndAfterTheLast) {
   EXPECT_EQ(project_text(again), project_text(p));
 }
 
+TEST(ProjectText, XmlWithOtherLineEndsIsWrittenWithTheFilesOwn) {
+  const std::pair<const char*, const char*> table[] = {{"<a>\n</a>", "<a>\r\n</a>\r\n"},
+                                                       {"<a>\n</a>\n", "<a>\r\n</a>\r\n"},
+                                                       {"<a>\r\n\n</a>\n", "<a>\r\n\r\n</a>\r\n"},
+                                                       {"\n", "\r\n"},
+                                                       {"<a>\r", "<a>\r\n"}};
+  for (const auto& [xml, written] : table) {
+    project p;
+    p.customxml = xml;
+    const std::string text = project_text(p);
+    EXPECT_TRUE(text.ends_with(std::string("False\r\nFalse\r\n") + written)) << xml;
+    EXPECT_EQ(project_text(reloaded(text)), text) << xml;
+  }
+}
+
 TEST(ProjectText, BareLineFeedsAreAcceptedAsLineEnds) {
   const auto loaded = parse_project(replace_all(sample_project_text(posix_root), "\r\n", "\n"));
   ASSERT_TRUE(loaded) << loaded.error;
