@@ -2,10 +2,12 @@
 #include "project/title_commands.h"
 
 #include "command_test.h"
+#include "sample_project.h"
 
 namespace corvane {
 namespace {
 
+using testing_support::contents_of;
 using testing_support::rows;
 
 class TitleCommands : public testing_support::command_test {
@@ -101,6 +103,33 @@ TEST_F(TitleCommands, GuardRefusesEveryCommandThatChangesTitles) {
     EXPECT_EQ(p.delay, before.delay);
     EXPECT_EQ(p.saved, 1);
   }
+}
+
+TEST_F(TitleCommands, RefusedCommandsChangeNothingButTheSavedFlag) {
+  add_three_titles();
+  const project before = p;
+  const auto refused = [&](int selected, void (*command)(workbench&), const std::string& text) {
+    p.saved = 1;
+    p.selected = selected;
+    expect_refusal(text);
+    command(w);
+    EXPECT_EQ(contents_of(p), contents_of(before)) << text;
+    EXPECT_EQ(p.List1, before.List1) << text;
+    EXPECT_EQ(p.Frame1, before.Frame1) << text;
+    EXPECT_EQ(p.dvdsizetext, before.dvdsizetext) << text;
+    EXPECT_EQ(p.Comboregion_enabled, before.Comboregion_enabled) << text;
+    EXPECT_EQ(p.selected, selected) << text;
+    EXPECT_EQ(p.saved, 0) << text;
+  };
+  const int none = -1, muxed = 2;
+  refused(none, remove_title_command, "Please select a title first to remove.");
+  refused(none, addaudiostream_command, "Please select a title to add an audio stream to.");
+  refused(none, editdelay_command, "Please select a title to adjust delays.");
+  refused(muxed, addaudiostream_command,
+          "Unable to add audio streams to already muxed files, please de-mux if you wish to add an "
+          "audio stream.");
+  refused(muxed, editdelay_command,
+          "Unable to adjust delays to already muxed files, please demultiplex");
 }
 
 TEST_F(TitleCommands, MovingUpSwapsAllSixListsAndTheSelectionFollows) {
@@ -216,6 +245,26 @@ TEST_F(TitleCommands, DelayIsAskedWithTheOldOneAndStoredAsANumber) {
     editdelay_command(w);
     EXPECT_EQ(p.delay, (rows{"1", stored, "3"})) << text;
     EXPECT_EQ(p.saved, 0);
+  }
+}
+
+TEST_F(TitleCommands, DelayOfLettersOnlyIsZero) {
+  add_three_titles();
+  p.selected = 0;
+  ask.expect_input({"A/V sync delay", "Set the A/V delay for this title.", "1 ms"}, "soon");
+  editdelay_command(w);
+  EXPECT_EQ(p.delay[0], "0");
+}
+
+TEST_F(TitleCommands, TheOfferedDelayTakenAsItIsGivesItselfBack) {
+  add_three_titles();
+  p.selected = 0;
+  for (const std::string delay : {"0", "-250", "12.5", "100000"}) {
+    p.delay[0] = delay;
+    ask.expect_input({"A/V sync delay", "Set the A/V delay for this title.", delay + " ms"},
+                     delay + " ms");
+    editdelay_command(w);
+    EXPECT_EQ(p.delay[0], delay);
   }
 }
 
