@@ -32,9 +32,8 @@ bool folder_exists(std::string_view native) {
 }
 
 std::optional<std::uintmax_t> file_size(std::string_view native) {
-  if (!file_exists(native))
-    return std::nullopt;
   std::error_code error;
+  // One question to the system, not two: libstdc++ gives a size for regular files only.
   const auto size = fs::file_size(path_of(native), error);
   if (error)
     return std::nullopt;

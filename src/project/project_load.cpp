@@ -1,15 +1,13 @@
 #include "project/project_load.h"
 
 #include "menus/button_record.h"
-#include "platform/files.h"
-#include "platform/paths.h"
+#include "project/file_lookup.h"
 #include "project/messages.h"
 #include "project/numbers.h"
 #include "project/text.h"
 
 #include <cstdint>
 #include <string>
-#include <unordered_map>
 #include <utility>
 
 namespace corvane {
@@ -18,17 +16,17 @@ namespace {
 /// The files that a loaded project names, looked up one by one.
 class file_check {
  public:
-  explicit file_check(workbench& w) : w_(w) {}
+  file_check(workbench& w, file_lookup& files) : w_(w), files_(files) {}
 
   void stream(const std::string& part) {
-    if (is_there(part))
+    if (files_.size_of(part))
       return;
     if (++missing_ <= most_messages)
       say_missing(w_, part);
   }
   /// The audio of a menu without one is empty, and is looked up as any file in the current folder.
   void menu_part(const std::string& part, bool audio) {
-    if (!audio || !part.empty() || !current_folder_holds_a_file())
+    if (!audio || !part.empty() || !files_.current_folder_has_any())
       stream(part);
   }
   /// A field that may be something else than a path.
@@ -48,17 +46,9 @@ class file_check {
   // A damaged or hostile file could name a million; nobody can click those away.
   static constexpr std::int64_t most_messages = 100;
 
-  /// Looks a file up once, however many buttons name it.
-  bool is_there(const std::string& part) {
-    const auto [found, is_new] = looked_up_.try_emplace(part, false);
-    if (is_new)
-      found->second = file_exists(native_from_stored(part));
-    return found->second;
-  }
-
   workbench& w_;
+  file_lookup& files_;
   std::int64_t missing_ = 0;
-  std::unordered_map<std::string, bool> looked_up_;
 };
 
 void check_titles(const project& p, file_check& check) {
@@ -123,7 +113,8 @@ void take_back(project& p) {
 
 bool take_over(workbench& w, loaded_project loaded) {
   fill(w.p, std::move(loaded));
-  file_check check(w);
+  file_lookup files;  // a button's bitmap may be named thousands of times
+  file_check check(w, files);
   check_titles(w.p, check);
   check_menus(w.p, check);
   check_buttons(w.p, check);
@@ -134,7 +125,7 @@ bool take_over(workbench& w, loaded_project loaded) {
   const bool missing = check.any_missing();
   if (missing)
     take_back(w.p);
-  dvdsize(w);
+  dvdsize(w, files);
   return !missing;
 }
 

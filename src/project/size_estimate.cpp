@@ -1,5 +1,4 @@
-#include "platform/files.h"
-#include "platform/paths.h"
+#include "project/file_lookup.h"
 #include "project/messages.h"
 #include "project/numbers.h"
 #include "project/text.h"
@@ -7,9 +6,7 @@
 
 #include <cmath>
 #include <cstdint>
-#include <optional>
 #include <string>
-#include <unordered_map>
 
 namespace corvane {
 namespace {
@@ -20,30 +17,26 @@ constexpr double bytes_of_a_gig = 1073741824;  // what the figure counts in
 struct files_found {
   double bytes = 0;
   bool missing = false;
-  std::unordered_map<std::string, std::optional<std::uintmax_t>> sizes;  ///< looked up once
 };
 
-void add_file(workbench& w, const std::string& part, files_found& found) {
-  const auto [size, is_new] = found.sizes.try_emplace(part);
-  if (is_new)
-    size->second = file_size(native_from_stored(part));
-  if (size->second) {
-    found.bytes += static_cast<double>(*size->second);
+void add_file(workbench& w, file_lookup& files, const std::string& part, files_found& found) {
+  if (const auto size = files.size_of(part)) {
+    found.bytes += static_cast<double>(*size);
   } else {
     say_missing(w, part);
     found.missing = true;
   }
 }
 
-files_found look_at_all_files(workbench& w) {
+files_found look_at_all_files(workbench& w, file_lookup& files) {
   files_found found;
   for (const std::string& row : w.p.List11)
     for (const std::string& part : split(row, '/'))
-      add_file(w, part, found);
+      add_file(w, files, part, found);
   for (const std::string& row : w.p.menulist)
     for (const std::string& part : split(row, '/'))
       if (!part.empty())  // a menu without audio
-        add_file(w, part, found);
+        add_file(w, files, part, found);
   return found;
 }
 
@@ -63,7 +56,12 @@ std::string row_count(const std::vector<std::string>& rows) {
 }  // namespace
 
 void dvdsize(workbench& w) {
-  const files_found found = look_at_all_files(w);
+  file_lookup files;
+  dvdsize(w, files);
+}
+
+void dvdsize(workbench& w, file_lookup& files) {
+  const files_found found = look_at_all_files(w, files);
   if (found.missing)
     return;
   project& p = w.p;

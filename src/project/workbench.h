@@ -10,6 +10,8 @@
 
 namespace corvane {
 
+class file_lookup;
+
 struct workbench {
   project& p;
   prompts& ask;
@@ -27,6 +29,9 @@ std::optional<std::string> pick_file(workbench& w, const file_dialog& dialog);
 /// Refreshes the status text and the size estimate. A file that is missing gets one message, and
 /// the status keeps its old text.
 void dvdsize(workbench& w);
+
+/// The same for a command that has looked at the project's files already.
+void dvdsize(workbench& w, file_lookup& files);
 
 /// What the status text reads before the first refresh.
 extern const char* const start_up_dvdsizetext;
