@@ -1,5 +1,6 @@
 #include "largest_project.h"
 
+#include "menus/button_record.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "project/text.h"
@@ -30,7 +31,8 @@ std::string chapter_list() {
   return list;
 }
 
-std::string button_list(int titles) {
+/// Buttons of a menu, each with two bitmaps of its own.
+std::string button_list(const std::string& menu, int titles) {
   std::string list;
   for (int button = 0; button < menu_buttons; ++button) {
     const int x = button % 6 * 100;
@@ -39,9 +41,16 @@ std::string button_list(int titles) {
       list += "|";
     list += " " + std::to_string(x) + "/ " + std::to_string(y) + "/ " + std::to_string(x + 80) +
             "/ " + std::to_string(y + 40) + "/jump title " + std::to_string(button % titles + 1) +
-            " chapter " + std::to_string(button + 1) + "/yellow/red";
+            " chapter " + std::to_string(button + 1);
+    for (const char* const state : {" on.bmp", " chosen.bmp"})
+      list += "/" + stored_from_native(menu + "." + std::to_string(button + 1) + state);
   }
   return list;
+}
+
+void make_file(const std::filesystem::path& file) {
+  std::filesystem::create_directories(file.parent_path());
+  std::ofstream(file, std::ios::binary | std::ios::app).flush();
 }
 
 }  // namespace
@@ -60,20 +69,19 @@ project largest_project(const std::string& folder, int titles) {
     p.menulist.push_back(stored_from_native(menu + ".m2v") + "/" +
                          stored_from_native(menu + ".ac3"));
     p.moremenuoptions.push_back("1\t00:00:00.0\t00:00:00.0\t 2");
-    p.menubuttons.push_back(button_list(titles));
+    p.menubuttons.push_back(button_list(menu, titles));
   }
   rebuild_List1(p);
   return p;
 }
 
-void make_streams(const project& p) {
-  for (const auto* rows : {&p.List11, &p.menulist})
+void make_files(const project& p) {
+  for (const auto* rows : {&p.List11, &p.menulist, &p.menubuttons})
     for (const std::string& row : *rows)
-      for (const std::string& stream : split(row, '/')) {
-        const auto file = path_of(native_from_stored(stream));
-        std::filesystem::create_directories(file.parent_path());
-        std::ofstream(file, std::ios::binary | std::ios::app).flush();
-      }
+      for (const std::string& record : split(row, '|'))
+        for (const std::string& field : split(record, '/'))
+          if (is_bitmap(field))  // has a folder in it
+            make_file(path_of(native_from_stored(field)));
 }
 
 }  // namespace corvane::bench

@@ -10,10 +10,10 @@ namespace corvane::bench {
 inline constexpr int most_titles = 99;
 
 /// A project of `titles` titles, each with a video, 8 audio streams and 99 chapters, and as many
-/// menus of 36 buttons. Its streams are said to lie in `folder` (native path).
+/// menus of 36 buttons with two bitmaps each. Its files are said to lie in `folder` (native path).
 project largest_project(const std::string& folder, int titles);
 
-/// Makes every stream of that project, empty, so that loading it misses none.
-void make_streams(const project& p);
+/// Makes every file that project names, empty, so that loading it misses none.
+void make_files(const project& p);
 
 }  // namespace corvane::bench

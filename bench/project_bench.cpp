@@ -2,7 +2,7 @@
 // the memory it needs.
 //
 //   project_bench [GOOGLE BENCHMARK OPTIONS]
-//   project_bench --write FOLDER        makes FOLDER/largest.cvp and the (empty) streams it names
+//   project_bench --write FOLDER        makes FOLDER/largest.cvp and the (empty) files it names
 //   project_bench --peak FOLDER         loads that once; prints resident kB before, and the peak
 #include "largest_project.h"
 #include "platform/files.h"
@@ -52,7 +52,7 @@ struct bench_project {
       : folder(in),
         file(corvane::join_path(in, "largest.cvp")),
         p(corvane::bench::largest_project(in, titles)) {
-    corvane::bench::make_streams(p);
+    corvane::bench::make_files(p);
     if (const auto why = corvane::write_file(file, corvane::project_text(p))) {
       std::cerr << "project_bench: " << *why << "\n";
       std::exit(1);
