@@ -119,6 +119,27 @@ TEST_F(AuthorProgram, ADiscIsAuthored) {
   EXPECT_THAT(stdout_, HasSubstr("log: " + folder_.path(in_program("CorvaneLOG.txt")) + "\n"));
 }
 
+TEST_F(AuthorProgram, NamesMayHoldWhatCommandPromptsAndPrintfTakeForTheirOwn) {
+  const std::string odd = "50% & it's #1 ! ^ $HOME `x` %PATH% 字 %d";
+  project p;
+  p.List11 = {folder_.stored(odd + "\\movie.m2v") + "/" + folder_.stored(odd + "\\movie.ac3")};
+  p.chapters = {"0"};
+  p.delay = {"0"};
+  p.subtitledata = {"<none>"};
+  p.subtitleoptions = {default_subtitleoptions("NTSC")};
+  folder_.add(odd + "\\movie.m2v");
+  folder_.add(odd + "\\movie.ac3");
+  rebuild_List1(p);
+  const std::string project = folder_.add(odd + "\\film.cvp", project_text(p));
+  const std::string disc = folder_.path(odd + "\\disc");
+  folder_.add(odd + "\\disc\\presub.mpg", "left by a stopped run");
+  EXPECT_EQ(run("\"" + project + "\" \"" + disc + "\""), 0u) << stderr_;
+  EXPECT_EQ(without_returns(folder_.read(in_program("bin\\calls"))), "mplex\ndvdauthor\n");
+  EXPECT_TRUE(folder_exists(disc));
+  EXPECT_EQ(files_in(disc), std::vector<std::string>{});
+  EXPECT_THAT(folder_.read(in_program("process.bat")), HasSubstr("mkdir \"" + disc + "\"\r\n"));
+}
+
 TEST_F(AuthorProgram, AToolThatFailsGivesStatusOne) {
   folder_.add(in_program("bin\\behaviour"), "fail");
   EXPECT_EQ(run("\"film ü.cvp\" disc"), 1u);
