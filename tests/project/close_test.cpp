@@ -66,6 +66,15 @@ TEST_F(Close, YesEndsAlsoWhenTheSaveDialogIsCancelled) {
   EXPECT_EQ(p.saved, 0);
 }
 
+TEST_F(Close, YesEndsAlsoWhenTheUserKeepsTheFileThatIsThere) {
+  add_files_and_title({"a.m2v", "a.ac3"});
+  expect_question(answer::yes);
+  expect_save_dialog(folder.add("disc.cvp", "old"));
+  ask.expect(box("File exists.  Overwrite?", icon::exclamation, buttons::yes_no), answer::no);
+  EXPECT_TRUE(close_command(w));
+  EXPECT_EQ(folder.read("disc.cvp"), "old");
+}
+
 TEST_F(Close, YesDoesNotEndWhenTheSaveFails) {
   add_files_and_title({"a.m2v", "a.ac3"});
   expect_question(answer::yes);
