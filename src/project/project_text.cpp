@@ -26,6 +26,11 @@ bool is_control(char c) {
   return (static_cast<unsigned char>(c) < 0x20 && c != '\t') || c == 0x7f;
 }
 
+std::size_t field_ends(std::string_view line) {
+  return static_cast<std::size_t>(
+      std::count_if(line.begin(), line.end(), [](char c) { return c == '/' || c == '|'; }));
+}
+
 /// Reads a project file's text from its first line to its last. Every step gives whether reading
 /// goes on; after a false one `why` says what is wrong.
 class project_reader {
@@ -57,6 +62,7 @@ class project_reader {
   bool custom_lines();
 
   line_reader lines_;
+  std::size_t fields_ = 0;
 };
 
 /// The next line, which must be there and be text without control characters.
@@ -69,6 +75,9 @@ bool project_reader::next_row(std::string_view& line, const char* where_it_ends)
     return fail_line("is not UTF-8 text");
   if (std::any_of(line.begin(), line.end(), is_control))
     return fail_line("contains a control character");
+  fields_ += 1 + field_ends(line);
+  if (fields_ > most_fields)
+    return fail_line("is beyond the " + trimmed(most_fields) + " fields that a project may have");
   return true;
 }
 

@@ -41,6 +41,11 @@ inline constexpr double oldest_version = 0.996;
 /// to a comma; "0" where the line does not begin so.
 std::string version_number(std::string_view text);
 
+/// Most fields (rows, and the parts of rows between "/" and "|") that a file may have. The largest
+/// disc has 30000; a hostile file could have a row a byte and take all memory and a minute of
+/// looking for files.
+inline constexpr std::size_t most_fields = 200000;
+
 /// Takes a whole file apart, whatever its version number. Fails on anything that a project file
 /// of this program cannot be, with a reason that names the place ("line 14 names menu "xx"").
 result<loaded_project> parse_project(std::string_view text);

@@ -95,6 +95,28 @@ TEST_F(HostileFile, OneLongLineIsRefused) {
   EXPECT_TRUE(only_message().starts_with("Sorry"));
 }
 
+TEST_F(HostileFile, MillionsOfRowsOrOfFieldsAreRefusedBeforeTheyTakeTheMemory) {
+  const std::size_t most = 8u << 20;
+  const std::string buttons = "Corvane 0.997\r\n***\r\n***\r\n***\r\n***\r\n***\r\n***\r\nmenu01:";
+  for (const std::string& text :
+       {"Corvane 0.997\n" + std::string(most, '\n'), "Corvane 0.997\n" + std::string(most, '/'),
+        buttons + std::string(most, '|')}) {
+    EXPECT_FALSE(load(text));
+    EXPECT_TRUE(only_message().ends_with(" is beyond the 200000 fields that a project may have."))
+        << only_message();
+  }
+}
+
+TEST_F(HostileFile, AFileThatNamesAlmostAsManyFilesAsThereMayBeIsAnswered) {
+  std::string names;  // all of them missing
+  for (int i = 0; i < 190000; ++i)
+    names += "/" + std::to_string(i);
+  project many;
+  add_title(many, "C:\\a.m2v" + names);
+  EXPECT_FALSE(load(project_text(many)));
+  EXPECT_EQ(user.messages.size(), 101u);
+}
+
 TEST_F(HostileFile, NoSectionEndsAreRefused) {
   EXPECT_FALSE(load(replace_all(sample_project_text("C:\\dvd"), "***", "**")));
 }
