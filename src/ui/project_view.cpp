@@ -21,7 +21,8 @@ namespace corvane {
 project_view::project_view(wxWindow* parent, handlers on) : wxPanel(parent), on_(std::move(on)) {
   auto* lower = new wxBoxSizer(wxHORIZONTAL);
   lower->Add(make_statistics(), wxSizerFlags(1).Expand());
-  lower->Add(make_region(), wxSizerFlags().Top().Border(wxLEFT, FromDIP(layout::group_gap)));
+  lower->Add(make_region(),
+             wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::group_gap)));
   auto* groups = new wxBoxSizer(wxVERTICAL);
   groups->Add(make_titles(), wxSizerFlags(1).Expand());
   groups->Add(lower, wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::group_gap)));
@@ -92,11 +93,10 @@ wxSizer* project_view::make_region() {
 }
 
 void project_view::on_key(wxKeyEvent& event) {
-  if (event.HasAnyModifiers())
-    event.Skip();
-  else if (event.GetKeyCode() == WXK_DELETE || event.GetKeyCode() == WXK_NUMPAD_DELETE)
+  const int key = event.HasAnyModifiers() ? WXK_NONE : event.GetKeyCode();
+  if (key == WXK_DELETE || key == WXK_NUMPAD_DELETE)
     on_.remove();
-  else if (event.GetKeyCode() == WXK_INSERT || event.GetKeyCode() == WXK_NUMPAD_INSERT)
+  else if (key == WXK_INSERT || key == WXK_NUMPAD_INSERT)
     on_.insert();
   else
     event.Skip();
