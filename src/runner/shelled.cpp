@@ -42,9 +42,9 @@ std::string how_ended(const std::optional<exit_status>& status) {
   return " (conspawn ended with status " + std::to_string(status->number) + ")";
 }
 
-/// Whether the script runner ended otherwise than by itself: it gives 0 or 1, what the script did.
-bool was_ended(const std::optional<exit_status>& status) {
-  return status && (status->by_signal || status->number > 1);
+/// Whether the script runner ended as one does whose script went well.
+bool ended_well(const std::optional<exit_status>& status) {
+  return !status || (!status->by_signal && status->number == 0);
 }
 
 /// Removes every .xml, .bat and .png file of the folder. The two copies first: so each kind has a
@@ -162,11 +162,11 @@ void shelled::state::show_view() {
 
 /// The pipe is broken. When the marker had not come, no tool has told what ended the script: the
 /// runner adds the error line. What looks like the marker within a line is the name of a file
-/// perhaps, and no marker when the script runner died after it.
+/// perhaps, and counts only when the script runner ended well or an error has told why it did not.
 void shelled::state::broke() {
   take(normalize.rest());
   const std::optional<exit_status> status = child->ended();
-  if (log.ends_with_marker() && !was_ended(status))
+  if (log.ends_with_marker() && (log.holds_error() || ended_well(status)))
     return;
   // Always after a line break: the error test wants one before the blank before "ERR".
   take(normalize("\nERR:  the work script ended before its last line" + how_ended(status)));
