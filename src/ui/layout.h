@@ -19,6 +19,5 @@ inline constexpr int log_width = 720;
 inline constexpr int log_height = 460;
 inline constexpr int log_least_width = 320;
 inline constexpr int log_least_height = 200;
-inline constexpr int progress_height = 18;
 
 }  // namespace corvane::layout

@@ -6,6 +6,7 @@
 #include "ui/shown_text.h"
 
 #include <wx/button.h>
+#include <wx/font.h>
 #include <wx/gauge.h>
 #include <wx/panel.h>
 #include <wx/sizer.h>
@@ -23,10 +24,8 @@ constexpr int progress_steps = 1000;  // a tenth of a percent is seen moving
 wxTextCtrl* make_text(wxWindow* parent) {
   auto* text = new wxTextCtrl(parent, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
                               wxTE_MULTILINE | wxTE_READONLY | wxTE_DONTWRAP);
-  wxFont font = text->GetFont();
-  font.SetFamily(wxFONTFAMILY_TELETYPE);
-  font.SetFaceName(wxString());
-  text->SetFont(font);
+  text->SetFont(
+      wxFont(wxFontInfo(text->GetFont().GetFractionalPointSize()).Family(wxFONTFAMILY_TELETYPE)));
   return text;
 }
 
@@ -61,7 +60,6 @@ void log_window::arrange() {
   wxWindow* panel = Text1_->GetParent();
   const wxSizerFlags gap = wxSizerFlags().Border(wxALL, FromDIP(layout::control_gap));
   auto* strip = new wxBoxSizer(wxHORIZONTAL);
-  ProgressBar1_->SetMinSize(FromDIP(wxSize(layout::progress_height, layout::progress_height)));
   strip->Add(ProgressBar1_, wxSizerFlags(gap).Proportion(1).CentreVertical());
   strip->Add(stop_, wxSizerFlags(gap).CentreVertical());
   auto* whole = new wxBoxSizer(wxVERTICAL);
