@@ -5,12 +5,14 @@
 #include "project/project_file.h"
 #include "project/text.h"
 #include "ui/main_window.h"
+#include "ui/message_pictures.h"
 
 #include <utility>
 
 namespace corvane {
 
 main_window* start_main_window() {
+  show_message_pictures();
   const std::string started_in = absolute_path(".");
   const std::string app = program_folder();
   const failure unusable = enter_program_folder(app);

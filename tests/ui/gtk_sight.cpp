@@ -72,19 +72,21 @@ bool is_dialog(GtkWindow* window) {
                                    gtk_window_get_window_type(window) == GTK_WINDOW_TOPLEVEL);
 }
 
-const char* picture_of(GtkMessageType type) {
-  switch (type) {
-    case GTK_MESSAGE_INFO:
-      return "info";
-    case GTK_MESSAGE_WARNING:
-      return "warning";
-    case GTK_MESSAGE_QUESTION:
-      return "question";
-    case GTK_MESSAGE_ERROR:
-      return "error";
-    default:
-      return "other";
-  }
+/// The picture that a message box really shows: "info", "warning", "error", "question", or "none".
+std::string picture_in(GtkWindow* box) {
+  std::string picture = "none";
+  walk(GTK_WIDGET(box), [&](GtkWidget* widget) {
+    if (!GTK_IS_IMAGE(widget) || gtk_widget_get_mapped(widget) == FALSE)
+      return;
+    const gchar* name = nullptr;
+    gtk_image_get_icon_name(GTK_IMAGE(widget), &name, nullptr);
+    const std::string shown = name == nullptr ? "" : name;
+    if (shown == "dialog-information")
+      picture = "info";
+    else if (shown.rfind("dialog-", 0) == 0)
+      picture = shown.substr(7);
+  });
+  return picture;
 }
 
 GtkWindow* dialog_on_top() {
@@ -136,10 +138,9 @@ std::optional<seen_dialog> look_at_dialog() {
   });
   if (GTK_IS_MESSAGE_DIALOG(window)) {
     gchar* text = nullptr;
-    GtkMessageType type = GTK_MESSAGE_OTHER;
-    g_object_get(window, "text", &text, "message-type", &type, nullptr);
+    g_object_get(window, "text", &text, nullptr);
     seen.text = text_of(text);
-    seen.picture = picture_of(type);
+    seen.picture = picture_in(window);
     g_free(text);
   }
   seen.chooses_file = GTK_IS_FILE_CHOOSER(window);

@@ -64,7 +64,7 @@ void click_menu_item(const std::string& item);
 struct seen_dialog {
   std::string title;
   std::string text;     ///< of a message box
-  std::string picture;  ///< of a message box: "info", "warning", "error", "question", "other"
+  std::string picture;  ///< of a message box: "info", "warning", "error", "question", "none"
   std::vector<std::string> buttons;
   bool chooses_file = false;
   bool saves = false;
