@@ -3,7 +3,7 @@
 #
 #   scripts/lint.sh              both
 #   scripts/lint.sh --format     only the layout; "clang-format -i FILE" repairs
-#   scripts/lint.sh --tidy       only clang-tidy, on every file that is compiled without the toolkit
+#   scripts/lint.sh --tidy       only clang-tidy, on every file that is compiled on Linux
 #   scripts/lint.sh --tidy FILE...
 #
 # What clang-tidy has passed is remembered in build/lint by the content of a file and of all headers

@@ -45,8 +45,6 @@ class test_app : public wxApp {
 
 }  // namespace
 
-wxIMPLEMENT_APP_NO_MAIN(test_app);
-
 int main(int argc, char** argv) {
   testing::InitGoogleMock(&argc, argv);
   if (GTEST_FLAG_GET(list_tests))
@@ -55,5 +53,6 @@ int main(int argc, char** argv) {
     std::fputs("no display: start these tests with run_under_xvfb.sh\n", stderr);
     return 2;
   }
+  wxApp::SetInstance(new test_app);
   return wxEntry(argc, argv);
 }

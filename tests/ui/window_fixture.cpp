@@ -60,7 +60,7 @@ void window_test::TearDown() {
     if (top_dialog())
       std::abort();
   }
-  on_ui([this] {
+  on_ui([] {
     if (wxWindow* window = wxWindow::FindWindowByName("main"))
       window->Close(true);
     std::filesystem::current_path("/");
