@@ -197,6 +197,15 @@ TEST_F(AuthorProgram, AFolderThatHoldsADiscGivesStatusTwoAndIsNotTouched) {
   EXPECT_FALSE(file_exists(app("process.bat")));
 }
 
+// The program works in its own folder by then.
+TEST_F(AuthorProgram, AFolderGivenRelativeIsNamedAsTheUserMeantIt) {
+  folder_.add("disc/VIDEO_TS/old.vob", "old");
+  program_start how = start({"film.cvp", "disc"});
+  how.folder = folder_.path();
+  EXPECT_EQ(run_as(how), 2);
+  EXPECT_THAT(stderr_, HasSubstr("\"" + out() + "\" already holds a DVD"));
+}
+
 TEST_F(AuthorProgram, ReplaceRemovesTheEarlierDiscAndNothingElse) {
   folder_.add("disc/VIDEO_TS/old.vob", "old");
   folder_.add("disc/AUDIO_TS/old", "old");

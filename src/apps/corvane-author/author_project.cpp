@@ -141,7 +141,7 @@ int prepare_and_run(const author_arguments& arguments, run& r) {
   r.equipment.replace_earlier_disc = arguments.replace;
   const author_result prepared = prepare_run(r.w, r.equipment, r.prepared);
   if (prepared == author_result::holds_disc)
-    r.report_.message("\"" + absolute_path(arguments.output) +
+    r.report_.message("\"" + r.prepared.where.out +
                       "\" already holds a DVD or its image.  Give --replace to replace it.");
   if (prepared != author_result::prepared)
     return status_of(prepared);
