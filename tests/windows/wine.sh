@@ -15,7 +15,9 @@ WINEDEBUG=-all
 WINEARCH=win64
 # No .NET, no HTML engine, no debugger that would ask, no desktop entries for installed programs.
 WINEDLLOVERRIDES='mscoree,mshtml=;winedbg.exe=d;winemenubuilder.exe=d'
-export WINEPREFIX WINEDEBUG WINEARCH WINEDLLOVERRIDES
+# Wine takes the bytes of file names by the locale; without one it has no names but ASCII ones.
+LC_ALL=C.UTF-8
+export WINEPREFIX WINEDEBUG WINEARCH WINEDLLOVERRIDES LC_ALL
 unset DISPLAY WAYLAND_DISPLAY
 
 wine=$(command -v wine64 || command -v /usr/lib/wine/wine64 || command -v wine) || {
