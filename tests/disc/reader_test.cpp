@@ -187,7 +187,7 @@ std::string project_file(const temporary_folder& folder, const std::string& chap
 TEST(disc_report, program_ends_with_what_it_found) {
   const temporary_folder folder;
   make_disc(folder);
-  const auto status = [&folder](const std::string& project, const std::string& place) {
+  const auto status = [](const std::string& project, const std::string& place) {
     return run({{CORVANE_DISC_REPORT, "--project", project, place}}).status;
   };
   const std::string chapters = "00:00:00.00,00:00:02.00,00:00:04.00", disc = folder.path("disc");

@@ -183,17 +183,9 @@ TEST_F(LoadProject, WhatATakenBackLoadEmptiesAndWhatItLeaves) {
 
 TEST_F(LoadProject, EveryMissingFileIsNamedInTheOrderOfTheFile) {
   const std::string file = add_sample();
-  const char* const all[] = {"movie.m2v",
-                             "english.ac3",
-                             "fran\xC3\xA7"
-                             "ais.mp2",
-                             "vts_01_1.vob",
-                             "intro.m2v",
-                             "intro.ac3",
-                             "still.m2v",
-                             "new.m2v",
-                             "select.bmp",
-                             "movie.srt"};
+  const char* const all[] = {"movie.m2v",  "english.ac3", "fran\u00E7ais.mp2", "vts_01_1.vob",
+                             "intro.m2v",  "intro.ac3",   "still.m2v",         "new.m2v",
+                             "select.bmp", "movie.srt"};
   for (const char* const name : all) {
     take_away(name);
     expect_missing(folder.path(name));

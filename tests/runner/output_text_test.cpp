@@ -1,5 +1,10 @@
 #include "runner/output_text.h"
 
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
 namespace corvane {
 namespace {
 

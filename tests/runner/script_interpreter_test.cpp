@@ -2,7 +2,11 @@
 
 #include "project/text.h"
 
+#include <gtest/gtest.h>
+
 #include <map>
+#include <string>
+#include <vector>
 
 namespace corvane {
 namespace {

@@ -1,5 +1,11 @@
 #include "runner/script_line.h"
 
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
 namespace corvane {
 namespace {
 
