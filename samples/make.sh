@@ -8,8 +8,9 @@
 # can be heard. Every MPEG-2 stream has closed groups of pictures of about half a second, because
 # a chapter on a disc can only begin where such a group does.
 #
-# Made are: the media of the sample projects (garden.*, tour.vob), short clips for the tests
-# (clip-*, muxed-*, short-*, menu-*), sample.cvp (NTSC) and sample-pal.cvp. Project files hold the absolute
+# Made are: the media of the sample projects (garden.*, tour.vob; main-menu.* moves and sounds,
+# chapter-menu.* does neither and has arrow.bmp for buttons), short clips for the tests (clip-*,
+# muxed-*, short-*, menu-*), sample.cvp (NTSC) and sample-pal.cvp. Project files hold the absolute
 # paths of this machine, which is why they are made here and not kept.
 #
 # A second run with nothing changed only compares a stamp.
@@ -43,18 +44,79 @@ ff() { ffmpeg -nostdin -v error -y -bitexact "$@"; }
 # video FILE NTSC|PAL SECONDS TITLE SOURCE [KILOBITS]: an MPEG-2 elementary stream. SOURCE is an
 # lavfi picture source without its size and rate.
 video() {
-  case $2 in
-    NTSC) size=720x480 rate=30000/1001 group=16 ;;
-    PAL) size=720x576 rate=25 group=13 ;;
-  esac
+  measures "$2"
   clock="drawtext=fontfile=$font:fontsize=56:fontcolor=white:box=1:boxcolor=black@0.6:boxborderw=12"
   clock="$clock:x=(w-tw)/2:y=h-110:text='%{pts\\:hms}'"
   name="drawtext=fontfile=$font:fontsize=40:fontcolor=white:box=1:boxcolor=black@0.6"
   name="$name:boxborderw=12:x=(w-tw)/2:y=60:text='$4'"
-  ff -f lavfi -i "$5=size=$size:rate=$rate" -t "$3" -vf "$name,$clock" -aspect 4:3 \
+  encode "$1" "$5=size=$size:rate=$rate" "$3" "$name,$clock" "${6:-2500}"
+}
+
+# measures NTSC|PAL: sets size, rate and group (pictures in half a second).
+measures() {
+  case $1 in
+    NTSC) size=720x480 rate=30000/1001 group=16 ;;
+    PAL) size=720x576 rate=25 group=13 ;;
+  esac
+}
+
+# encode FILE SOURCE SECONDS FILTERS KILOBITS
+encode() {
+  ff -f lavfi -i "$2" -t "$3" -vf "$4" -aspect 4:3 \
     -c:v mpeg2video -pix_fmt yuv420p -threads 1 -g "$group" -bf 2 -flags +cgop \
-    -sc_threshold 1000000000 -b:v "${6:-2500}k" -maxrate 6000k -bufsize 1835k \
+    -sc_threshold 1000000000 -b:v "${5}k" -maxrate 6000k -bufsize 1835k \
     -f mpeg2video "$media/$1"
+}
+
+# label SIZE X Y TEXT: a filter that draws the text, its top left corner there.
+label() {
+  printf "drawtext=fontfile=%s:fontsize=%s:fontcolor=white:shadowx=2:shadowy=2:x=%s:y=%s:text='%s'" \
+    "$font" "$1" "$2" "$3" "$4"
+}
+
+# menu_video FILE NTSC|PAL SECONDS HEADING ENTRY...: a menu's picture, a slowly turning background
+# with a heading and its entries one below the other, 80 lines from one to the next.
+menu_video() {
+  file=$1 seconds=$3
+  measures "$2"
+  source="gradients=size=$size:rate=$rate:nb_colors=2:c0=0x0c1a33:c1=0x27508f:x0=0:y0=0:x1=719"
+  source="$source:y1=479:seed=7:speed=0.02"
+  filters="drawbox=x=60:y=130:w=420:h=270:color=black@0.35:t=fill,$(label 44 90 60 "$4")"
+  shift 4
+  line=163
+  for entry; do
+    filters="$filters,$(label 30 130 $line "$entry")"
+    line=$((line + 80))
+  done
+  encode "$file" "$source" "$seconds" "$filters" 1500
+}
+
+# arrow FILE RED GREEN BLUE: an arrow of that colour, 30 x 32 pixels, on the colour that a button
+# shows through: a bitmap of 4 bits a pixel, run-length encoded, its lines from the last to the
+# first.
+arrow() {
+  printf %b "$(awk -v r="$2" -v g="$3" -v b="$4" '
+    function byte(n) { out = out sprintf("\\0%03o", n) }
+    function word(n) { byte(n % 256); byte(int(n / 256) % 256); byte(int(n / 65536)); byte(0) }
+    function short(n) { byte(n); byte(0) }
+    BEGIN {
+      width = 30; height = 32; colours = 16
+      start = 14 + 40 + 4 * colours; data = height * 6 + 2
+      byte(66); byte(77); word(start + data); word(0); word(start)
+      word(40); word(width); word(height); short(1); short(4); word(2); word(data)
+      word(2835); word(2835); word(colours); word(0)
+      byte(1); byte(1); byte(1); byte(0)
+      byte(b); byte(g); byte(r); byte(0)
+      for (i = 2; i < colours; i++) word(0)
+      for (y = 0; y < height; y++) {
+        run = 2 * (y < height / 2 ? y : height - 1 - y)
+        if (run < 2) run = 2
+        if (run >= width) run = width - 2
+        byte(run); byte(17); byte(width - run); byte(0); byte(0); byte(0)
+      }
+      byte(0); byte(1)
+      print out
+    }')" >"$media/$1"
 }
 
 # audio FILE SECONDS HERTZ CODEC KILOBITS [CHANNELS]: a beep at each full second over a quiet tone.
@@ -85,22 +147,41 @@ muxed() {
 # stored PATH: the way a project file writes a path, with "\" between folders.
 stored() { printf %s "$1" | tr / '\\'; }
 
-# project FILE NTSC|PAL VIDEO AUDIO1 AUDIO2 MUXED: the project file of a sample, lines ended by
-# CR LF, sections by "***".
+# button X0 Y0 X1 Y1 ACTION HIGHLIGHT SELECT: its record, the numbers with the blank before them.
+button() { printf ' %s/ %s/ %s/ %s/%s/%s/%s' "$@"; }
+
+# menu_rows VIDEO1 VIDEO2: the sections of the sample's two menus. The first loops and has two frames, three lines
+# thick, and an underline; the second has two arrows and a frame.
+menu_rows() {
+  printf '%s\n' "$root$1/${root}main-menu.ac3" "$root$2/" '***'
+  printf ' 1\t00:00:00.0\t00:00:00.0\t 3\n 0\t00:00:00.0\t00:00:00.0\t 2\n***\n'
+  printf 'menu01:%s\n' \
+    "$(button 110 150 430 206 'jump title 1' yellow white)" \
+    "$(button 110 230 430 286 'jump title 2' cyan white)" \
+    "$(button 130 362 300 365 'jump menu 2' orange white)"
+  printf 'menu02:%s\n' \
+    "$(button 84 162 114 194 'jump title 1 chapter  2' "${root}arrow.bmp" "${root}arrow-pressed.bmp")" \
+    "$(button 84 242 114 274 'jump title 1 chapter  3' "${root}arrow.bmp" "${root}arrow-pressed.bmp")" \
+    "$(button 110 310 430 366 'jump menu 1' green white)"
+  printf '***\n'
+}
+
+# project FILE NTSC|PAL VIDEO AUDIO1 AUDIO2 MUXED MENU1 MENU2: the project file of a sample, lines
+# ended by CR LF, sections by "***".
 project() {
   root=$(stored "$media/")
   tab=$(printf '\t')
-  # titles, chapters, delays, language tags, menus (none, so no options and buttons either), post
-  # commands (padded to 25 characters), subtitles and their options; then first play, region,
-  # "create iso", jump table.
+  # titles, chapters, delays, language tags, menus, their options and buttons, post commands (padded
+  # to 25 characters), subtitles and their options; then first play, region, "create iso", jump
+  # table.
   {
     printf '%s\n' "Corvane 0.997 - 1/2/2005"
     printf '%s\n' "$root$3/$root$4/$root$5" "$root$6" '***'
     printf '%s\n' 00:00:00.00,00:00:08.00,00:00:16.00 00:00:00.00,00:00:06.00 '***'
     printf '%s\n' 120 0 '***'
     printf '%s\n' "Audio tag:${tab}ENGLISH EN" "Audio tag:${tab}GERMAN DE " '***'
-    printf '%s\n' '***' '***' '***'
-    printf '%-25s\n' 'jump title 2 chapter 2' exit
+    menu_rows "$7" "$8"
+    printf '%-25s\n' 'call last menu' 'call menu 2'
     printf '%s\n' '***'
     printf '%s\n' '<none>' '<none>' '***'
     case $2 in
@@ -108,7 +189,7 @@ project() {
       PAL) options='center,bottom,60,60,30,30,28.0,arial.ttf,720,574,25,ISO-8859-1|' ;;
     esac
     printf '%s\n' "$options" "$options" '***'
-    printf '%s\n' '<default>' "$2" True False
+    printf '%s\n' '<default>' "$2" True True
   } | sed 's/$/\r/' >"$media/$1"
 }
 
@@ -117,6 +198,11 @@ say "  NTSC"
 video garden.m2v NTSC 24 "Corvane sample - title 1" testsrc2
 audio garden-english.ac3 24 880 ac3 192
 audio garden-german.mp2 24 587 mp2 192
+menu_video main-menu.m2v NTSC 8 "Corvane sample" "The garden" "The tour" "Chapters"
+audio main-menu.ac3 8 220 ac3 192
+menu_video chapter-menu.m2v NTSC 1 "The garden" "From 8 seconds" "From 16 seconds" "Back"
+arrow arrow.bmp 255 165 0
+arrow arrow-pressed.bmp 255 255 255
 video tour.m2v NTSC 12 "Corvane sample - title 2" mandelbrot
 audio tour-english.ac3 12 660 ac3 192
 audio tour-german.mp2 12 494 mp2 192
@@ -124,6 +210,8 @@ muxed tour.vob NTSC tour.m2v tour-english.ac3 tour-german.mp2
 say "  PAL"
 video garden-pal.m2v PAL 24 "Corvane sample - title 1, PAL" testsrc2
 video tour-pal.m2v PAL 12 "Corvane sample - title 2, PAL" mandelbrot
+menu_video main-menu-pal.m2v PAL 8 "Corvane sample, PAL" "The garden" "The tour" "Chapters"
+menu_video chapter-menu-pal.m2v PAL 1 "The garden" "From 8 seconds" "From 16 seconds" "Back"
 muxed tour-pal.vob PAL tour-pal.m2v tour-english.ac3 tour-german.mp2
 rm -f "$media"/tour.m2v "$media"/tour-pal.m2v "$media"/tour-english.ac3 "$media"/tour-german.mp2
 
@@ -141,8 +229,10 @@ muxed muxed-pal.vob PAL clip-pal.m2v clip.ac3
 muxed short-ntsc.vob NTSC menu-ntsc.m2v menu.ac3
 
 say "  projects"
-project sample.cvp NTSC garden.m2v garden-english.ac3 garden-german.mp2 tour.vob
-project sample-pal.cvp PAL garden-pal.m2v garden-english.ac3 garden-german.mp2 tour-pal.vob
+project sample.cvp NTSC garden.m2v garden-english.ac3 garden-german.mp2 tour.vob \
+  main-menu.m2v chapter-menu.m2v
+project sample-pal.cvp PAL garden-pal.m2v garden-english.ac3 garden-german.mp2 tour-pal.vob \
+  main-menu-pal.m2v chapter-menu-pal.m2v
 
 printf '%s\n' "$stamp" >"$media/.stamp"
 say "done: $(du -sh "$media" | cut -f 1)"
