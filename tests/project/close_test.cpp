@@ -1,7 +1,7 @@
 // Whether the program may end.
-#include "command_test.h"
 #include "project/project_file.h"
 #include "project/title_commands.h"
+#include "support/command_test.h"
 
 namespace corvane {
 namespace {

@@ -1,6 +1,6 @@
 // Dropped files with names that only this system allows.
-#include "command_test.h"
 #include "project/dropped_files.h"
+#include "support/command_test.h"
 
 namespace corvane {
 namespace {

@@ -1,9 +1,9 @@
 // Files dropped on the window: which go together, and the commands' own conversations.
 #include "project/dropped_files.h"
 
-#include "command_test.h"
 #include "project/dropped_match.h"
 #include "project/project_file.h"
+#include "support/command_test.h"
 
 namespace corvane {
 namespace {

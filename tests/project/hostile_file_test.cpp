@@ -1,8 +1,8 @@
 // Project files from strangers: loaded or refused with a message, never a crash, never a wait.
-#include "command_test.h"
 #include "project/project_file.h"
 #include "project/text.h"
 #include "sample_project.h"
+#include "support/command_test.h"
 
 #include <filesystem>
 #include <random>

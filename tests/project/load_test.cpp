@@ -1,7 +1,7 @@
 // Loading: the conversation, what it replaces, and files that are missing.
-#include "command_test.h"
 #include "project/project_file.h"
 #include "sample_project.h"
+#include "support/command_test.h"
 
 namespace corvane {
 namespace {

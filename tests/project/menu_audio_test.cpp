@@ -1,7 +1,7 @@
 // A menu without audio in a loaded project: its empty path stands for any file of the current
 // folder.
-#include "command_test.h"
 #include "project/project_file.h"
+#include "support/command_test.h"
 
 #include <filesystem>
 

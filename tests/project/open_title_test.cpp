@@ -1,6 +1,6 @@
 // Adding a title: the whole conversation and what it leaves in the stores.
-#include "command_test.h"
 #include "project/title_commands.h"
+#include "support/command_test.h"
 
 namespace corvane {
 namespace {

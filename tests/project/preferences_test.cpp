@@ -1,7 +1,7 @@
 // Preferences at start and the commands that change them.
 #include "project/preferences.h"
 
-#include "command_test.h"
+#include "support/command_test.h"
 
 namespace corvane {
 namespace {

@@ -1,7 +1,7 @@
 // Saving where the disk is full, over links and over what is not a file.
-#include "command_test.h"
 #include "project/project_file.h"
 #include "sample_project.h"
+#include "support/command_test.h"
 
 #include <csignal>
 #include <cstring>

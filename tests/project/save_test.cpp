@@ -1,7 +1,7 @@
 // Saving: the conversation, and a target that keeps its old bytes when it fails.
-#include "command_test.h"
 #include "project/project_file.h"
 #include "sample_project.h"
+#include "support/command_test.h"
 
 #include <filesystem>
 

@@ -1,5 +1,5 @@
 // The status text: counts and size of all files, its colour, and files that are missing.
-#include "command_test.h"
+#include "support/command_test.h"
 
 #include <filesystem>
 

@@ -1,8 +1,8 @@
 // Removing and moving titles, adding audio, the A/V delay.
 #include "project/title_commands.h"
 
-#include "command_test.h"
 #include "sample_project.h"
+#include "support/command_test.h"
 
 namespace corvane {
 namespace {

@@ -1,8 +1,8 @@
 // The guard of hand-edited XML and the picking of files.
 #include "project/workbench.h"
 
-#include "command_test.h"
 #include "project/messages.h"
+#include "support/command_test.h"
 
 namespace corvane {
 namespace {
