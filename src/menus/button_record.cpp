@@ -37,6 +37,24 @@ std::string button_text(const button_record& button) {
       "/");
 }
 
+button_record button_with_edges(int x0, int y0, int x1, int y1) {
+  button_record button;
+  button.x0 = leading_blank(x0);
+  button.y0 = leading_blank(y0);
+  button.x1 = leading_blank(x1);
+  button.y1 = leading_blank(y1);
+  return button;
+}
+
+std::optional<std::string> why_not_a_field(std::string_view text) {
+  if (holds_control_character(text))
+    return "contains a line break, a tab or another control character";
+  for (const char c : {'/', '|', '\\'})
+    if (text.find(c) != std::string_view::npos)
+      return std::string("contains \"") + c + '"';
+  return std::nullopt;
+}
+
 bool is_bitmap(std::string_view value) {
   return value.find('\\') != std::string_view::npos;
 }
@@ -53,9 +71,19 @@ menu_options parse_menu_options(std::string_view row) {
   return options;
 }
 
+std::string menu_options_text(const menu_options& options) {
+  return join({leading_blank(options.loop ? 1 : 0), options.spu_begin, options.spu_end,
+               leading_blank(options.thickness)},
+              "\t");
+}
+
 menu_streams parse_menu_row(std::string_view row) {
   const std::vector<std::string> f = split(row, '/');
   return {piece(f, 0), piece(f, 1)};
+}
+
+std::string menu_row_text(const menu_streams& streams) {
+  return streams.video + "/" + streams.audio;
 }
 
 std::vector<std::string> button_records(const project& p, int menu) {

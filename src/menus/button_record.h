@@ -5,6 +5,7 @@
 // project::menubuttons is a menu's records joined by "|".
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,6 +23,14 @@ struct button_record {
 /// Splits a record; fields that are not there are empty.
 button_record parse_button(std::string_view record);
 std::string button_text(const button_record& button);
+
+/// The edges as number texts of a record, each with its leading blank.
+button_record button_with_edges(int x0, int y0, int x1, int y1);
+
+/// Why a typed text cannot be a field of a record ("contains "/""); nothing when it can.
+/// "/" and "|" would cut the record, a control character the project file's line, and every field
+/// with "\" counts as the path of a bitmap when a project is loaded.
+std::optional<std::string> why_not_a_field(std::string_view text);
 
 /// Whether a highlight or select value names a bitmap: it contains "\".
 bool is_bitmap(std::string_view value);
@@ -43,11 +52,15 @@ struct menu_options {
 inline constexpr const char* new_menu_options = "0\t00:00:00.0\t00:00:00.0\t1";
 menu_options parse_menu_options(std::string_view row);
 
+/// The row of an edited menu: " 1" TAB "00:00:00.0" TAB "00:00:00.0" TAB " 2".
+std::string menu_options_text(const menu_options& options);
+
 struct menu_streams {
   std::string video;  ///< stored path
   std::string audio;  ///< stored path; empty: none
 };
 menu_streams parse_menu_row(std::string_view row);
+std::string menu_row_text(const menu_streams& streams);
 
 /// The button records of menu `menu` (1-based) that describe a button, in order. The element " " (a
 /// menu whose buttons are all gone) describes none.

@@ -1,5 +1,7 @@
 #include "project/text.h"
 
+#include <algorithm>
+
 namespace corvane {
 
 std::vector<std::string> split(std::string_view text, char separator) {
@@ -53,6 +55,11 @@ std::string replace_all(std::string_view text, std::string_view what, std::strin
     replaced += with;
     text.remove_prefix(at + what.size());
   }
+}
+
+bool holds_control_character(std::string_view text) {
+  return std::any_of(text.begin(), text.end(),
+                     [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; });
 }
 
 std::string lower(std::string_view text) {

@@ -20,6 +20,9 @@ std::string_view trim(std::string_view text);
 
 std::string replace_all(std::string_view text, std::string_view what, std::string_view with);
 
+/// Whether a character below the blank, or DEL, stands in the text: a line break, a TAB, ...
+bool holds_control_character(std::string_view text);
+
 /// ASCII lower case.
 std::string lower(std::string_view text);
 

@@ -22,8 +22,10 @@ int custom(workbench& w) {
 
 std::optional<std::string> pick_file(workbench& w, const file_dialog& dialog) {
   const std::string native = w.ask.open_file(dialog);
-  if (native.empty())
-    return std::nullopt;
+  return native.empty() ? std::nullopt : stored_or_told(w, native);
+}
+
+std::optional<std::string> stored_or_told(workbench& w, const std::string& native) {
   if (const auto why = why_not_storable(native)) {
     say(w, icon::exclamation,
         "\"" + shown(native) + "\" cannot be used: its name " + *why + ".  Please rename it.");

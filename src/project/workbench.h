@@ -26,6 +26,10 @@ int custom(workbench& w);
 /// or when the name cannot be stored, which is told with a message.
 std::optional<std::string> pick_file(workbench& w, const file_dialog& dialog);
 
+/// A file that the user chose (native path), in stored form. Nothing when its name cannot be
+/// stored, which is told with a message.
+std::optional<std::string> stored_or_told(workbench& w, const std::string& native);
+
 /// Refreshes the status text and the size estimate. A file that is missing gets one message, and
 /// the status keeps its old text.
 void dvdsize(workbench& w);

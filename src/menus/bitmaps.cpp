@@ -1,0 +1,90 @@
+#include "menus/bitmaps.h"
+
+#include "menus/button_record.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "project/messages.h"
+
+#include <cstddef>
+
+namespace corvane {
+namespace {
+
+constexpr std::size_t bytes_read = 256;
+constexpr std::size_t depth_at = 28;  // low byte of the bits per pixel in a Windows bitmap
+constexpr int most_bits = 4;
+constexpr int too_wide = 700, too_high = 300;
+
+file_dialog bitmap_dialog() {
+  file_dialog dialog;
+  dialog.title = "select a 4 bit bitmap image";
+  dialog.filter = "4 bit bitmap image(*.bmp)|*.bmp";
+  return dialog;
+}
+
+void tell_unreadable(workbench& w, const std::string& stored, const std::string& why) {
+  say(w, icon::critical,
+      "\"" + shown(native_from_stored(stored)) + "\" cannot be used as a bitmap: " + shown(why) +
+          ".");
+}
+
+/// The decoded size of a file.
+std::optional<pixel_size> measured(workbench& w, const picture_loader& pictures,
+                                   const std::string& stored) {
+  const auto size = pictures.size_of(native_from_stored(stored));
+  if (size && size->width > 0 && size->height > 0)
+    return *size;
+  tell_unreadable(w, stored, size ? "it is empty" : size.error);
+  return std::nullopt;
+}
+
+/// Whether the file says that it has few enough bits a pixel.
+bool is_shallow(workbench& w, const std::string& stored) {
+  const auto head = first_bytes(native_from_stored(stored), bytes_read);
+  if (!head || head->size() <= depth_at) {
+    tell_unreadable(w, stored, head ? "the file is too short" : head.error);
+    return false;
+  }
+  if (static_cast<unsigned char>((*head)[depth_at]) <= most_bits)
+    return true;
+  say(w, icon::exclamation, "Color depth is not 4BPP or less, please reduce the number of colors.");
+  return false;
+}
+
+}  // namespace
+
+std::optional<picked_bitmap> pick_highlight_bitmap(workbench& w, const picture_loader& pictures) {
+  const auto file = pick_file(w, bitmap_dialog());
+  if (!file)
+    return std::nullopt;
+  const auto size = measured(w, pictures, *file);
+  if (!size || !is_shallow(w, *file))
+    return std::nullopt;
+  if (size->width < too_wide && size->height < too_high)
+    return picked_bitmap{*file, *size};
+  say(w, icon::none, "image is larger than 700x300.");
+  return std::nullopt;
+}
+
+std::optional<std::string> pick_select_bitmap(workbench& w, const picture_loader& pictures,
+                                              const std::string& highlight) {
+  const auto file = pick_file(w, bitmap_dialog());
+  if (!file)
+    return std::nullopt;
+  const auto size = measured(w, pictures, *file);
+  if (!size)
+    return std::nullopt;
+  std::optional<pixel_size> wanted;
+  if (is_bitmap(highlight)) {
+    wanted = measured(w, pictures, highlight);
+    if (!wanted)
+      return std::nullopt;
+  }
+  if (size != wanted) {
+    say(w, icon::none, "the select image must be the same size as the highlight image");
+    return std::nullopt;
+  }
+  return is_shallow(w, *file) ? file : std::nullopt;
+}
+
+}  // namespace corvane

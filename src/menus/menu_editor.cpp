@@ -1,0 +1,237 @@
+#include "menus/menu_editor.h"
+
+#include "menus/button_data.h"
+#include "menus/button_overlaps.h"
+#include "menus/button_record.h"
+#include "platform/paths.h"
+#include "project/messages.h"
+#include "project/numbers.h"
+#include "project/text.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+
+namespace corvane {
+namespace {
+
+constexpr int first_width = 100, first_height = 3;  // of first_button
+constexpr int least_box_height = 4;                 // lower ones are underlines
+constexpr int usual_most_thickness = 20;
+
+std::string row_at(const std::vector<std::string>& rows, int menu, const std::string& missing) {
+  return menu >= 1 && menu - 1 <= UUBound(rows) ? rows[static_cast<std::size_t>(menu) - 1]
+                                                : missing;
+}
+
+std::string chooser_entry(std::int64_t number) {
+  return "button" + trimmed(number);
+}
+
+/// The distance of two edges, which can be any numbers, as a size that a slider can be set to.
+int extent(int from, int to) {
+  const std::int64_t distance = static_cast<std::int64_t>(to) - from;
+  return static_cast<int>(std::clamp<std::int64_t>(distance, 0, std::numeric_limits<int>::max()));
+}
+
+void set_value(slider& s, int value) {
+  s.value = std::clamp(value, s.minimum, s.maximum);
+}
+
+void set_range(scroll_bar& bar, int maximum, int large_step) {
+  bar.maximum = maximum;
+  bar.large_step = large_step;
+  bar.value = std::clamp(bar.value, 0, maximum);
+}
+
+}  // namespace
+
+menu_editor::menu_editor(workbench& w, const picture_loader& pictures)
+    : w_(w), pictures_(pictures), ymax_(largest_y(w.p.globalregion)) {
+  c_.indexer = w.p.indexer;
+  load_options();
+  load_actions();
+  show_no_button();
+}
+
+void menu_editor::load_options() {
+  const menu_options options =
+      parse_menu_options(row_at(w_.p.moremenuoptions, c_.indexer, new_menu_options));
+  c_.Check1 = options.loop;
+  c_.spubegin = options.spu_begin;
+  c_.spuend = options.spu_end;
+  // Wide enough for what the row holds, so that looking at a menu does not change it.
+  const int stored = std::clamp(options.thickness, 0, largest_x);
+  c_.thickness.minimum = std::min(1, stored);
+  c_.thickness.maximum = std::max(usual_most_thickness, stored);
+  c_.thickness.value = stored;
+}
+
+void menu_editor::load_actions() {
+  int title = 0;
+  for (const std::string& row : w_.p.chapters) {
+    ++title;
+    const int chapters = static_cast<int>(split(row, ',').size());
+    for (int chapter = 1; chapter <= chapters; ++chapter)
+      c_.Combo1_items.push_back("jump title" + leading_blank(title) + " chapter " +
+                                leading_blank(chapter));
+  }
+  c_.Combo1_items.emplace_back("exit");
+  for (int menu = 1; menu <= UUBound(w_.p.menulist) + 1; ++menu)
+    c_.Combo1_items.push_back("jump menu" + leading_blank(menu));
+}
+
+/// The controls as they are without a button: as the first one will be.
+void menu_editor::show_no_button() {
+  c_.Combo2_index = -1;
+  c_.Combo2_text.clear();
+  c_.button.clear();
+  shown_ = -1;
+  c_.HScroll1.value = c_.VScroll1.value = 0;
+  c_.Slider1.value = first_width;
+  c_.Slider2.value = first_height;
+  const button_record first = parse_button(first_button);
+  c_.Combo1 = first.action;
+  c_.Colorhighlight = first.highlight;
+  c_.ColorSelect = first.select;
+  show_display_mode();
+  keep_in_picture();
+  show_fields();
+}
+
+std::string menu_editor::video() const {
+  return native_from_stored(parse_menu_row(row_at(w_.p.menulist, c_.indexer, {})).video);
+}
+
+void menu_editor::playback_check(int width, int height) {
+  constexpr int hardly_a_picture = 100, between_the_regions = 550;
+  const std::string& region = w_.p.globalregion;
+  if (width <= hardly_a_picture)
+    say(w_, icon::exclamation,
+        "It appears you do not have a mpeg2 directshow filter installed.  Please install one to "
+        "accurately use the menu editor.");
+  else if (region == "PAL" && height < between_the_regions)
+    say(w_, icon::exclamation,
+        "selected menu appears to not be PAL (720x576), but continuing anyway.");
+  else if (region == "NTSC" && height > between_the_regions)
+    say(w_, icon::exclamation,
+        "selected menu appears to not be NTSC (720x480), but continuing anyway.");
+}
+
+void menu_editor::recallbuttondata() {
+  c_.List1 = corvane::recallbuttondata(w_.p, static_cast<std::int16_t>(c_.indexer));
+  c_.Combo2.clear();
+  for (std::size_t i = 0; i < c_.List1.size(); ++i)
+    c_.Combo2.push_back(chooser_entry(static_cast<std::int64_t>(i) + 1));
+  show_no_button();
+}
+
+void menu_editor::add_button() {
+  c_.List1.push_back(c_.List1.empty() ? std::string(first_button) : c_.List1.back());
+  c_.Combo2_index = UUBound(c_.List1);
+  c_.button = trimmed(c_.Combo2_index + 1);
+  c_.Combo2_text = chooser_entry(c_.Combo2_index + 1);
+  c_.Combo2.push_back(c_.Combo2_text);
+}
+
+void menu_editor::choose(int index) {
+  if (index < 0 || index > UUBound(c_.List1))
+    return;
+  c_.Combo2_index = index;
+  c_.Combo2_text = c_.Combo2[static_cast<std::size_t>(index)];
+  c_.button = c_.Combo2_text.substr(std::string_view("button").size());
+  if (trim(c_.List1[static_cast<std::size_t>(index)]).empty())
+    return;
+  show_record(index);
+  updatebutton();
+}
+
+void menu_editor::show_record(int index) {
+  const std::string& record = c_.List1[static_cast<std::size_t>(index)];
+  const button_record b = parse_button(record);
+  const menu_rectangle edges = edges_of(record);
+  c_.Combo1 = b.action;
+  c_.Colorhighlight = b.highlight;
+  c_.ColorSelect = b.select;
+  show_display_mode();
+  set_value(c_.Slider1, extent(edges.x0, edges.x1));
+  set_value(c_.Slider2, extent(edges.y0, edges.y1));
+  c_.HScroll1.value = edges.x0;
+  c_.VScroll1.value = edges.y0;
+}
+
+void menu_editor::delete_button() {
+  if (c_.List1.empty() || !button_chosen())
+    return;
+  c_.List1.erase(c_.List1.begin() + c_.Combo2_index);
+  c_.Combo2.pop_back();  // the others move up and take their numbers
+  show_no_button();
+}
+
+bool menu_editor::button_chosen() {
+  if (c_.Combo2_index >= 0)
+    return true;
+  say(w_, icon::information, "Please add/select a button first");
+  return false;
+}
+
+void menu_editor::updatebutton() {
+  if (!button_chosen())
+    return;
+  show_display_mode();
+  keep_in_picture();
+  write_record();
+  show_fields();
+  shown_ = c_.Combo2_index;
+}
+
+void menu_editor::show_display_mode() {
+  c_.bitmap_mode = is_bitmap(c_.Colorhighlight);
+  c_.Image1 = c_.bitmap_mode ? c_.Colorhighlight : std::string();
+  c_.Image2 = c_.bitmap_mode && is_bitmap(c_.ColorSelect) ? c_.ColorSelect : std::string();
+  c_.sizes_enabled = c_.Slider1.enabled = c_.Slider2.enabled = !c_.bitmap_mode;
+  // A drawn button must be 2 wide and 1 high to be seen; a bitmap is as large as it is.
+  c_.Slider1.minimum = c_.bitmap_mode ? 1 : 2;
+  c_.Slider1.maximum = largest_x;
+  c_.Slider2.minimum = 1;
+  c_.Slider2.maximum = ymax_;
+}
+
+/// Sizes within their sliders; positions within what the size leaves of the picture.
+void menu_editor::keep_in_picture() {
+  set_value(c_.Slider1, c_.Slider1.value);
+  set_value(c_.Slider2, c_.Slider2.value);
+  set_range(c_.HScroll1, largest_x - c_.Slider1.value, c_.Slider1.value);
+  set_range(c_.VScroll1, ymax_ - c_.Slider2.value, c_.Slider2.value);
+  c_.thickness.enabled = c_.Slider2.value >= least_box_height;
+}
+
+void menu_editor::write_record() {
+  const int x0 = c_.HScroll1.value, y0 = c_.VScroll1.value;
+  button_record b = button_with_edges(x0, y0, x0 + c_.Slider1.value, y0 + c_.Slider2.value);
+  b.action = c_.Combo1;
+  b.highlight = c_.Colorhighlight;
+  b.select = c_.ColorSelect;
+  c_.List1[static_cast<std::size_t>(c_.Combo2_index)] = button_text(b);
+}
+
+void menu_editor::show_fields() {
+  c_.leftpos = leading_blank(c_.HScroll1.value);
+  c_.widthpos = leading_blank(c_.Slider1.value);
+  c_.ypos = leading_blank(c_.VScroll1.value);
+  c_.heightpos = leading_blank(c_.Slider2.value);
+}
+
+bool menu_editor::accept() {
+  if (!Checkbuttons(w_, c_.List1).empty())
+    return false;
+  const std::string options =
+      menu_options_text({c_.Check1, c_.spubegin, c_.spuend, c_.thickness.value});
+  store_edited_menu(w_.p, static_cast<std::int16_t>(c_.indexer), c_.List1, options);
+  w_.p.saved = 0;
+  dvdsize(w_);
+  return true;
+}
+
+}  // namespace corvane

@@ -1,0 +1,141 @@
+// The menu editor `tsmenu` without its window: what its controls hold and what each event does.
+//
+// The window makes one when it opens, for menu project::indexer, and keeps it until it closes; the
+// project, the prompts and the picture loader must live as long. It calls the function of each
+// event and then shows controls(). The project is written by accept() alone: destroying the editor
+// discards every change.
+//
+// A button is chosen in `Combo2`, or just added. The chosen one's record is written by every change
+// of a position, size, action or colour, from what all of these controls show. Adding a button does
+// not show its values: they are shown once it is picked in `Combo2`.
+//
+// Records come from project files too and can hold anything; they stay as they are until their
+// button is picked, which brings it into the picture.
+//
+// Units: menu pixels, x 0 to 719, y 0 to ymax(). Buttons are 0-based here, 1-based in texts.
+#pragma once
+
+#include "menus/bitmaps.h"
+#include "menus/menu_editor_controls.h"
+#include "menus/menu_geometry.h"
+#include "project/workbench.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+/// Which edges of the outline a drag moves: at most one of left and right, of top and bottom.
+struct dragged_edges {
+  bool left = false, top = false, right = false, bottom = false;
+};
+
+/// A button that is not the outlined one, as the picture shows it faintly.
+struct faint_button {
+  int index = 0;  ///< 0-based
+  menu_rectangle edges;
+};
+
+class menu_editor {
+ public:
+  /// Load.
+  menu_editor(workbench& w, const picture_loader& pictures);
+  menu_editor(const menu_editor&) = delete;
+  menu_editor& operator=(const menu_editor&) = delete;
+
+  const menu_editor_controls& controls() const { return c_; }
+  int ymax() const { return ymax_; }
+
+  /// Native path of the menu's video; empty when the project does not have the menu.
+  std::string video() const;
+
+  /// The last step of load: tells when the video cannot be shown (`width` of 100 or less; 0 x 0
+  /// when the player could not open it) or is of the other region's height. Pixels of the video.
+  void playback_check(int width, int height);
+
+  /// After load, for a menu that existed before: its buttons.
+  void recallbuttondata();
+
+  void add_button();       ///< `Command1`
+  void choose(int index);  ///< a click on `Combo2`; also a click on another button in the picture
+  void delete_button();    ///< `deletebutton`; afterwards no button is chosen
+
+  // Each of these refuses with "Please add/select a button first" when no button is chosen. A value
+  // that the control shows already is no change. Scroll bars and sliders keep to their range.
+  void scroll_x(int value);      ///< `HScroll1`
+  void scroll_y(int value);      ///< `VScroll1`
+  void slide_width(int value);   ///< `Slider1`; ignored while disabled, like the next
+  void slide_height(int value);  ///< `Slider2`
+
+  // Leaving a field. A text out of the field's bounds, or without a number, is ignored: the field
+  // shows its value again.
+  void type_leftpos(const std::string& text);
+  void type_ypos(const std::string& text);
+  void type_widthpos(const std::string& text);
+  void type_heightpos(const std::string& text);
+
+  /// `Combo1` picked, changed or left. A text that a record cannot hold is refused with a message.
+  void set_action(const std::string& text);
+
+  // A pick in `Colorhighlight`, `ColorSelect`; they offer button_colours and take nothing else.
+  void set_highlight(const std::string& colour);
+  void set_select(const std::string& colour);
+
+  void slide_thickness(int value);  ///< ignored while disabled
+  void set_loop(bool checked);      ///< `Check1`
+  void set_advanced(bool checked);  ///< `Check2`
+
+  // Leaving `spubegin`, `spuend`. A text that the options row cannot hold is refused with a
+  // message.
+  void set_spubegin(const std::string& text);
+  void set_spuend(const std::string& text);
+
+  void bmphighlight();  ///< "use bmp button"
+  void bmpselect();     ///< "change select"
+  void removebmp();     ///< back to a black underline or box
+
+  /// `Command2`: true when the menu was written back, and the window closes; false when buttons
+  /// overlap, which was told.
+  bool accept();
+
+  /// The outline `Shape1`, `Shape2`: the button whose values are shown; nothing before the first.
+  std::optional<menu_rectangle> outline() const;
+  std::vector<faint_button> others() const;
+
+  /// The button at a place, the outlined one first, then the one drawn last; -1: none.
+  int button_at(int x, int y) const;
+
+  // Changes from the picture; they go the way of scroll bars and sliders.
+  void move_to(int x0, int y0);  ///< kept inside the picture
+  void move_by(int dx, int dy);
+  void size_by(int dw, int dh);  ///< the top left corner stays
+  /// Moves edges to x, y. The opposite edges stay, the button keeps its least size and stays in the
+  /// picture. A bitmap's size cannot be changed.
+  void drag_edges(dragged_edges which, int x, int y);
+
+ private:
+  struct place;  // position and size of a button
+
+  void load_options();
+  void load_actions();
+  void show_no_button();
+  void show_record(int index);
+  bool button_chosen();
+  void updatebutton();
+  void show_display_mode();
+  void keep_in_picture();
+  void write_record();
+  void show_fields();
+  place shown_place() const;
+  void set_place(const place& p);
+  bool refuse_field(const std::string& name, const std::string& text);
+
+  workbench& w_;
+  const picture_loader& pictures_;
+  menu_editor_controls c_;
+  int ymax_;
+  int shown_ = -1;  // the button whose values the controls show
+};
+
+}  // namespace corvane

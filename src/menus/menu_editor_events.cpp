@@ -1,0 +1,131 @@
+// The editor's events of fields, lists and buttons.
+#include "menus/button_record.h"
+#include "menus/menu_editor.h"
+#include "project/messages.h"
+#include "project/numbers.h"
+#include "project/text.h"
+
+#include <algorithm>
+
+namespace corvane {
+namespace {
+
+/// The whole part of a typed number; nothing when no number begins the text.
+std::optional<int> typed_number(const std::string& text) {
+  const auto first = text.find_first_not_of(" +-.");
+  if (first == std::string::npos || text[first] < '0' || text[first] > '9')
+    return std::nullopt;
+  return leading_whole(text);
+}
+
+bool is_colour(const std::string& text) {
+  return std::find(button_colours.begin(), button_colours.end(), text) != button_colours.end();
+}
+
+}  // namespace
+
+// Each field has its own bound; the height's alone does not ask where the button stands.
+
+void menu_editor::type_leftpos(const std::string& text) {
+  const auto value = typed_number(text);
+  if (value && *value < largest_x - c_.Slider1.value)
+    scroll_x(*value);
+}
+
+void menu_editor::type_widthpos(const std::string& text) {
+  const auto value = typed_number(text);
+  if (value && *value < largest_x - leading_whole(c_.leftpos))
+    slide_width(*value);
+}
+
+void menu_editor::type_ypos(const std::string& text) {
+  const auto value = typed_number(text);
+  if (value && *value < ymax_ - c_.Slider2.value)
+    scroll_y(*value);
+}
+
+void menu_editor::type_heightpos(const std::string& text) {
+  constexpr int too_high = 300;
+  const auto value = typed_number(text);
+  if (value && *value < too_high)
+    slide_height(*value);
+}
+
+void menu_editor::set_action(const std::string& text) {
+  if (text == c_.Combo1 || !button_chosen() || refuse_field("action", text))
+    return;
+  c_.Combo1 = text;
+  updatebutton();
+}
+
+bool menu_editor::refuse_field(const std::string& name, const std::string& text) {
+  const auto why = why_not_a_field(text);
+  if (why)
+    say(w_, icon::exclamation,
+        "The " + name + " \"" + shown_short(text) + "\" cannot be used: it " + *why + ".");
+  return why.has_value();
+}
+
+void menu_editor::set_highlight(const std::string& colour) {
+  if (colour == c_.Colorhighlight || !is_colour(colour) || !button_chosen())
+    return;
+  c_.Colorhighlight = colour;
+  updatebutton();
+}
+
+void menu_editor::set_select(const std::string& colour) {
+  if (colour == c_.ColorSelect || !is_colour(colour) || !button_chosen())
+    return;
+  c_.ColorSelect = colour;
+  updatebutton();
+}
+
+void menu_editor::slide_thickness(int value) {
+  if (c_.thickness.enabled)
+    c_.thickness.value = std::clamp(value, c_.thickness.minimum, c_.thickness.maximum);
+}
+
+void menu_editor::set_loop(bool checked) {
+  c_.Check1 = checked;
+}
+
+void menu_editor::set_advanced(bool checked) {
+  c_.Check2 = checked;
+}
+
+void menu_editor::set_spubegin(const std::string& text) {
+  if (text != c_.spubegin && !refuse_field("spu begin", text))
+    c_.spubegin = text;
+}
+
+void menu_editor::set_spuend(const std::string& text) {
+  if (text != c_.spuend && !refuse_field("spu end", text))
+    c_.spuend = text;
+}
+
+void menu_editor::bmphighlight() {
+  const auto bitmap = pick_highlight_bitmap(w_, pictures_);
+  if (bitmap && c_.Combo2_index >= 0) {
+    c_.Colorhighlight = c_.ColorSelect = bitmap->file;
+    c_.Slider1.value = bitmap->size.width;
+    c_.Slider2.value = bitmap->size.height;
+  }
+  updatebutton();
+}
+
+void menu_editor::bmpselect() {
+  const auto file = pick_select_bitmap(w_, pictures_, c_.Colorhighlight);
+  if (!file)
+    return;
+  c_.ColorSelect = *file;
+  updatebutton();
+}
+
+void menu_editor::removebmp() {
+  if (!button_chosen())
+    return;
+  c_.Colorhighlight = c_.ColorSelect = "black";
+  updatebutton();
+}
+
+}  // namespace corvane

@@ -1,0 +1,93 @@
+#include "menus/menu_entries.h"
+
+#include "menus/button_record.h"
+#include "project/messages.h"
+#include "project/numbers.h"
+#include "project/project_file.h"
+#include "project/stream_dialogs.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace corvane {
+namespace {
+
+file_dialog menu_video_dialog() {
+  file_dialog dialog = video_dialog(false);
+  dialog.filter = "mpeg elementry stream(*.m2v, *.mpv)|*.m2v;*.mpv";
+  return dialog;
+}
+
+/// The audio's stored path; empty when the user wants none. A file whose name cannot be stored is
+/// not "none": the user is asked again.
+std::string pick_menu_audio(workbench& w) {
+  file_dialog dialog = audio_dialog();
+  dialog.title = "select audio stream (If no audio is needed for the menu, press cancel)";
+  for (;;) {
+    const std::string native = w.ask.open_file(dialog);
+    if (native.empty())
+      return {};
+    if (const auto stored = stored_or_told(w, native))
+      return *stored;
+  }
+}
+
+void add_menu(project& p, const menu_streams& streams) {
+  p.indexer = static_cast<int>(p.menulist.size()) + 1;
+  p.menulist.push_back(menu_row_text(streams));
+  p.moremenuoptions.resize(p.menulist.size() - 1, new_menu_options);
+  p.moremenuoptions.emplace_back(new_menu_options);
+  p.Comboregion_enabled = false;
+  // The array grows by one whatever it holds: after the only menu was removed it has an element
+  // already, which serves the new menu, and one more.
+  p.menubuttons.emplace_back();
+  if (p.menubuttons.size() < p.menulist.size())
+    p.menubuttons.resize(p.menulist.size());
+  // A load that was rolled back leaves the buttons of menus that are gone.
+  p.menubuttons[p.menulist.size() - 1].clear();
+}
+
+}  // namespace
+
+bool addmenu_command(workbench& w) {
+  if (custom(w) != 1)
+    return false;
+  if (w.p.menulist.size() >= static_cast<std::size_t>(most_menus)) {
+    say(w, icon::exclamation,
+        "A project holds at most " + trimmed(most_menus) + " menus.  Please remove one first.");
+    return false;
+  }
+  const auto video = pick_file(w, menu_video_dialog());
+  if (!video)
+    return false;
+  add_menu(w.p, {*video, pick_menu_audio(w)});
+  w.p.saved = 0;
+  dvdsize(w);
+  return true;
+}
+
+bool editmenu_command(workbench& w) {
+  return custom(w) == 1 && !w.p.menulist.empty();
+}
+
+bool remove_menu_command(workbench& w) {
+  return custom(w) == 1 && !w.p.menulist.empty();
+}
+
+void jumptable_command(workbench& w) {
+  if (!w.p.menulist.empty()) {
+    say(w, icon::exclamation,
+        "Jumptable cannot be enabled/disabled, since menus have already been created");
+    return;
+  }
+  if (!w.p.jumptable)
+    say(w, icon::information,
+        "This will allow titles to jump to any menu, instead of just the first menu.  It uses "
+        "virtual machine scripting in the XML(instead of using jumppad)");
+  w.p.jumptable = !w.p.jumptable;
+  w.p.saved = 0;
+  w.prefs.set("jumptable", w.p.jumptable ? "True" : "False");
+}
+
+}  // namespace corvane

@@ -1,0 +1,53 @@
+#include "menus/menu_picker.h"
+
+#include "menus/button_record.h"
+#include "platform/paths.h"
+#include "project/numbers.h"
+
+#include <cstddef>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+std::string entry(const project& p, int menu) {
+  const menu_streams streams = parse_menu_row(p.menulist[static_cast<std::size_t>(menu) - 1]);
+  return "menu" + leading_blank(menu) + ":" + std::string(file_name_of(streams.video)) +
+         (streams.audio.empty() ? "(no audio)" : "(with audio)") + " (" +
+         trimmed(buttoncount(p, menu)) + " buttons)";
+}
+
+/// Commands of other menus and of titles keep the numbers they name.
+void erase_menu(project& p, int i) {
+  ArrayRemoveItem(p, i);
+  p.menulist.erase(p.menulist.begin() + i);
+  if (i <= UUBound(p.moremenuoptions))
+    p.moremenuoptions.erase(p.moremenuoptions.begin() + i);
+}
+
+}  // namespace
+
+menu_picker::menu_picker(workbench& w, std::string caption) : w_(w), caption_(std::move(caption)) {
+  for (int menu = 1; menu <= UUBound(w.p.menulist) + 1; ++menu)
+    entries_.push_back(entry(w.p, menu));
+}
+
+bool menu_picker::confirm(int i) {
+  project& p = w_.p;
+  if (i < 0 || i > UUBound(p.menulist))
+    return false;
+  const bool erase = caption_ == picker_erase_caption;
+  if (erase) {
+    erase_menu(p, i);
+    p.saved = 0;
+  } else {
+    p.indexer = i + 1;
+  }
+  // Also after picking a menu to edit: without titles the region is free again, menus or not.
+  if (p.List1.empty() && p.buttondata.empty())
+    p.Comboregion_enabled = true;
+  dvdsize(w_);
+  return !erase;
+}
+
+}  // namespace corvane

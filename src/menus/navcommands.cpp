@@ -1,0 +1,135 @@
+#include "menus/navcommands.h"
+
+#include "project/messages.h"
+#include "project/numbers.h"
+#include "project/text.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace corvane {
+namespace {
+
+constexpr std::size_t title_width = 20, command_width = 25;
+constexpr const char* no_firstplay = "<default>";
+
+bool continues_a_character(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
+
+/// Titles play one after the other, and the last one ends.
+std::string default_command(int title, int titles) {
+  return title < titles ? "jump title" + leading_blank(title + 1) : std::string("exit");
+}
+
+/// What title `title` (1-based) runs. The list can be shorter than the titles: a title without its
+/// row does what it does when the list is empty.
+std::string command_of(const project& p, int title, int titles) {
+  return title - 1 <= UUBound(p.postinfo) ? p.postinfo[static_cast<std::size_t>(title) - 1]
+                                          : default_command(title, titles);
+}
+
+bool refuse(workbench& w, const std::string& text) {
+  if (!holds_control_character(text))
+    return false;
+  say(w, icon::exclamation,
+      "The command \"" + shown_short(text) +
+          "\" cannot be used: it contains a line break, a tab or another control character.");
+  return true;
+}
+
+}  // namespace
+
+std::string padded(std::string_view text, std::size_t width) {
+  std::size_t end = 0, characters = 0;
+  for (; end < text.size() && characters < width; ++characters) {
+    ++end;
+    while (end < text.size() && continues_a_character(text[end]))
+      ++end;
+  }
+  return std::string(text.substr(0, end)) + std::string(width - characters, ' ');
+}
+
+std::optional<navcommands> navcommands::prepare(workbench& w, bool already_shown) {
+  if (custom(w) != 1 || already_shown)
+    return std::nullopt;
+  return navcommands(w);
+}
+
+navcommands::navcommands(workbench& w) : w_(&w) {
+  const int titles = UUBound(w.p.List1) + 1;
+  for (int title = 1; title <= titles; ++title)
+    rows_.push_back(
+        {w.p.List1[static_cast<std::size_t>(title) - 1], command_of(w.p, title, titles)});
+  fill_commands();
+  fill_firstplay();
+}
+
+void navcommands::fill_commands() {
+  const int titles = UUBound(w_->p.List1) + 1, menus = UUBound(w_->p.menulist) + 1;
+  for (int title = 1; title <= titles; ++title)
+    Combo1_items_.push_back("jump title" + leading_blank(title));
+  Combo1_items_.emplace_back("exit");
+  Combo1_ = "exit";
+  if (menus == 0)
+    return;
+  if (!w_->p.jumptable) {
+    Combo1_items_.emplace_back("call menu");
+    return;
+  }
+  for (int menu = 1; menu <= menus; ++menu)
+    Combo1_items_.push_back("call menu" + leading_blank(menu));
+  Combo1_items_.emplace_back("call last menu");
+}
+
+void navcommands::fill_firstplay() {
+  for (int title = 1; title <= UUBound(w_->p.List1) + 1; ++title)
+    firstplay_items_.push_back("jump title" + leading_blank(title));
+  if (!w_->p.menulist.empty())
+    firstplay_items_.emplace_back("jump titleset 1 menu");
+  firstplay_items_.emplace_back(no_firstplay);
+  firstplay_ = w_->p.firstplay;
+}
+
+std::vector<std::string> navcommands::List1() const {
+  std::vector<std::string> texts;
+  for (const title_row& r : rows_)
+    texts.push_back(padded(shown(r.title), title_width) + "\t" +
+                    padded(shown(r.command), command_width));
+  return texts;
+}
+
+void navcommands::select(int row) {
+  if (row < 0 || row >= static_cast<int>(rows_.size()))
+    return;
+  selected_ = row;
+  const auto& [title, command] = rows_[static_cast<std::size_t>(row)];
+  Text1_ = trim_right(padded(shown(title), title_width));
+  Combo1_ = trim_right(padded(shown(command), command_width));
+}
+
+void navcommands::set_command(const std::string& text) {
+  if (text == Combo1_ || refuse(*w_, text))
+    return;
+  Combo1_ = text;
+  if (selected_ >= 0)
+    rows_[static_cast<std::size_t>(selected_)].command = text;
+}
+
+void navcommands::set_firstplay(const std::string& text) {
+  if (text != firstplay_ && !refuse(*w_, text))
+    firstplay_ = text;
+}
+
+void navcommands::accept() {
+  project& p = w_->p;
+  if (firstplay_.empty())
+    firstplay_ = no_firstplay;
+  p.postinfo.resize(std::max(p.postinfo.size(), rows_.size()));
+  for (std::size_t i = 0; i < rows_.size(); ++i)
+    p.postinfo[i] = padded(rows_[i].command, command_width);
+  p.firstplay = firstplay_;
+  p.saved = 0;
+}
+
+}  // namespace corvane
