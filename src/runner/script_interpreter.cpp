@@ -110,6 +110,7 @@ class interpreter {
     }
     p.watch_errors = p.programs.size() == 1 && name_of(p.programs[0][0]) == "gm.exe";
     tell(c, host_.run(p));
+    look_at_menu(c);
   }
 
   void tell(const script_command& c, const pipeline_result& r) {
@@ -124,6 +125,14 @@ class interpreter {
       if (!what.empty() && !is_harmless_refusal(name, r.ends[i], r.errors))
         complain(what);
     }
+  }
+
+  /// spumux tells a menu without buttons from one with them in its output only, if at all.
+  void look_at_menu(const script_command& c) {
+    const std::string menu = menu_of_overlay(c.pipeline[0]);
+    const std::string why = menu.empty() ? "" : host_.why_no_buttons_seen(c.output);
+    if (!why.empty())
+      complain("the buttons of menu " + menu + " will not be seen: " + why);
   }
 
   script_host& host_;
@@ -163,6 +172,16 @@ bool is_harmless_refusal(const std::string& name, const program_end& end, std::s
     said = true;
   }
   return said;
+}
+
+std::string menu_of_overlay(const script_words& program) {
+  constexpr std::string_view before = "menu", after = ".xml";
+  if (program.size() != 2 || name_of(program[0]) != "spumux.exe")
+    return {};
+  const std::string name = name_of(program[1]);
+  if (!name.starts_with(before) || !name.ends_with(after))
+    return {};
+  return name.substr(before.size(), name.size() - before.size() - after.size());
 }
 
 bool run_script(std::string_view script, script_host& host) {

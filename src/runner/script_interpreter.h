@@ -35,6 +35,9 @@ class script_host {
   /// scripts may start.
   virtual std::string allowed_program(const std::string& path) = 0;
   virtual pipeline_result run(const pipeline& programs) = 0;
+
+  /// Why the buttons of the menu in a stream would not be seen (runner/overlay_check.h).
+  virtual std::string why_no_buttons_seen(const std::string& menu_stream) = 0;
 };
 
 /// Runs the whole script. Each thing that goes wrong is printed as a line that begins "ERR:", after
@@ -50,6 +53,10 @@ std::string complaint_about(const std::string& name, const program_end& end);
 /// the frame of a button leaves no inside to clear. The picture is right as it stands.
 bool is_harmless_refusal(const std::string& name, const program_end& end, std::string_view errors);
 
+/// The number of the menu whose buttons the program puts into its stream: that of spumux's one
+/// argument, "<app>/menu<m>.xml". Empty for every other program.
+std::string menu_of_overlay(const script_words& program);
+
 /// The system's host. `own_folder` is the folder conspawn was started from: programs there, other
 /// than conspawn itself, are the ones that scripts may start.
 class system_script_host : public script_host {
@@ -62,6 +69,7 @@ class system_script_host : public script_host {
   failure rename(const std::string& path, const std::string& new_path) override;
   std::string allowed_program(const std::string& path) override;
   pipeline_result run(const pipeline& programs) override;
+  std::string why_no_buttons_seen(const std::string& menu_stream) override;
 
  private:
   std::string own_folder_;

@@ -1,6 +1,7 @@
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "project/text.h"
+#include "runner/overlay_check.h"
 #include "runner/script_interpreter.h"
 
 #include <filesystem>
@@ -69,6 +70,10 @@ std::string system_script_host::allowed_program(const std::string& path) {
 
 pipeline_result system_script_host::run(const pipeline& programs) {
   return run_pipeline(programs);
+}
+
+std::string system_script_host::why_no_buttons_seen(const std::string& menu_stream) {
+  return corvane::why_no_buttons_seen(menu_stream);
 }
 
 }  // namespace corvane

@@ -1,10 +1,15 @@
 // Each way in which a tool can fail, or seem to, through the real runner and the real conspawn.
 #include "real_run.h"
 
+#include "menu_stream.h"
+
 namespace corvane {
 namespace {
 
+using testing_support::buttons_at;
+using testing_support::picture_at;
 using testing_support::real_run;
+using testing_support::sound_at;
 
 const std::string head = "Send problems to us\n*first step\n";
 const std::string tail = "*process complete\n\n";
@@ -47,6 +52,36 @@ TEST(RealRun, StarStarErrorLineIsFailure) {
   real_run run;
   EXPECT_EQ(run.fails(run.tool("mplex") + " error \"**ERROR: [mplex] under-runs\\n\"\r\n"),
             head + "**ERROR: [mplex] under-runs\n" + tail);
+}
+
+/// The lines of a run that puts buttons on menu 2, whose stream already holds what spumux would
+/// have put there.
+std::string menu_lines(const real_run& run, const std::string& stream) {
+  run.app.add("menu2.mpg", stream);
+  return run.tool("spumux") + " \"" + run.app.path("menu2.xml") + "\" <\"" +
+         run.app.path("menu2.mpg") + "\" > \"" + run.app.path("menusub2.mpg") + "\"\r\n";
+}
+
+TEST(RealRun, MenuToWhichSpumuxAddedNothingIsFailureThatNamesTheMenu) {
+  real_run run;
+  EXPECT_EQ(run.fails(menu_lines(run, picture_at(0.1) + sound_at(0.1))),
+            head +
+                "\nERR:  the buttons of menu 2 will not be seen: no picture of them was added\n" +
+                tail);
+}
+
+TEST(RealRun, MenuThatEndsBeforeItsButtonsComeIsFailureThatNamesTheMenu) {
+  real_run run;
+  EXPECT_EQ(run.fails(menu_lines(run, picture_at(0.1) + buttons_at(20))),
+            head +
+                "\nERR:  the buttons of menu 2 will not be seen: their picture comes up after the "
+                "end of the menu\n" +
+                tail);
+}
+
+TEST(RealRun, MenuWithTheSubpictureOfItsButtonsIsSuccess) {
+  real_run run;
+  EXPECT_EQ(run.succeeds(menu_lines(run, picture_at(0.1) + buttons_at(0.1))), head + tail);
 }
 
 TEST(RealRun, EachToolFailingInEachWayIsFailureAndLeavesAWholeLog) {

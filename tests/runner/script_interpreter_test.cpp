@@ -22,6 +22,7 @@ class noting_host : public script_host {
   std::vector<program_end> ends;
   pipeline_result result_of_run;
   pipeline last;
+  std::string why_no_buttons;  ///< of the last menu looked at
 
   void print(const std::string& text) override { notes += replace_all(text, "\r\n", "\n"); }
   failure make_folder(const std::string& path) override { return note("mkdir " + path); }
@@ -41,6 +42,10 @@ class noting_host : public script_host {
     r.ends = ends;
     r.ends.resize(programs.programs.size());
     return r;
+  }
+  std::string why_no_buttons_seen(const std::string& menu_stream) override {
+    note("look at " + menu_stream);
+    return why_no_buttons;
   }
 
  private:
@@ -146,6 +151,38 @@ TEST(Complaint, NamesTheToolAndHowItEnded) {
             "gm.exe could not be started: No such file or directory");
   EXPECT_EQ(complaint_about("gm.exe", {kind::by_exception, 0xC0000005, "access violation"}),
             "gm.exe was ended by exception 0xC0000005 (access violation)");
+}
+
+TEST(MenuOverlay, StreamIsLookedAtAfterSpumux) {
+  noting_host host;
+  EXPECT_TRUE(
+      run_script("bin/spumux.exe \"/app/menu12.xml\" <\"/o/menu12.mpg\" > "
+                 "\"/o/menusub12.mpg\"\necho next\n",
+                 host));
+  EXPECT_EQ(host.notes,
+            "[run /own/spumux.exe,/app/menu12.xml]\n[look at /o/menusub12.mpg]\nnext\n");
+}
+
+TEST(MenuOverlay, MenuWhoseButtonsWouldNotBeSeenIsNamedThoughSpumuxEndedWell) {
+  noting_host host;
+  host.why_no_buttons = "no picture of them was added";
+  EXPECT_FALSE(
+      run_script("bin/spumux.exe \"/app/menu2.xml\" </o/menu2.mpg > /o/menusub2.mpg\n"
+                 "echo next\n",
+                 host));
+  EXPECT_EQ(
+      host.notes,
+      "[run /own/spumux.exe,/app/menu2.xml]\n[look at /o/menusub2.mpg]\n\nERR:  the buttons of "
+      "menu 2 will not be seen: no picture of them was added\nnext\n");
+}
+
+TEST(MenuOverlay, NoOtherProgramAddsButtons) {
+  EXPECT_EQ(menu_of_overlay({"/app/bin/spumux.exe", "/app/menu7.xml"}), "7");
+  EXPECT_EQ(menu_of_overlay({"/app/bin/spumux.exe", "-s", "0", "/app/sub1-1.xml"}), "");
+  EXPECT_EQ(menu_of_overlay({"/app/bin/spumux.exe", "/app/sub1-1.xml"}), "");
+  EXPECT_EQ(menu_of_overlay({"/app/bin/spumux.exe", "/app/menu"}), "");
+  EXPECT_EQ(menu_of_overlay({"/app/bin/spumux.exe"}), "");
+  EXPECT_EQ(menu_of_overlay({"/app/bin/dvdauthor.exe", "/app/menu7.xml"}), "");
 }
 
 const char* const refused_drawing =
