@@ -13,7 +13,7 @@ run_packages="
 build-essential cmake ninja-build pkg-config ccache git
 libwxgtk3.2-dev libgtk-3-dev
 mjpegtools dvdauthor graphicsmagick genisoimage
-ffmpeg fonts-dejavu-core libdvdread-dev libdvdnav-dev
+ffmpeg libavcodec-dev libswscale-dev fonts-dejavu-core libdvdread-dev libdvdnav-dev
 "
 
 # GoogleTest (its source too, for Windows), the other compilers, a display without a screen, Wine.

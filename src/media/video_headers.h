@@ -1,0 +1,68 @@
+// The few header fields of an MPEG-1 or MPEG-2 video stream that tell where its pictures are and
+// how long each is shown. Every function takes the bytes that follow a start code.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+namespace corvane {
+
+/// Last bytes of the start codes 00 00 01 xx.
+namespace start_code {
+inline constexpr std::uint8_t picture = 0x00;
+inline constexpr std::uint8_t first_slice = 0x01;
+inline constexpr std::uint8_t last_slice = 0xAF;
+inline constexpr std::uint8_t sequence_header = 0xB3;
+inline constexpr std::uint8_t extension = 0xB5;
+inline constexpr std::uint8_t group_of_pictures = 0xB8;
+}  // namespace start_code
+
+/// How many bytes after its start code any of the functions below looks at.
+inline constexpr int header_bytes = 8;
+
+/// What a viewer must know before the first picture.
+struct video_shape {
+  int width = 0;  // of the stored picture, in pixels
+  int height = 0;
+  int rate_numerator = 0;  // pictures a second: 30000 / 1001
+  int rate_denominator = 1;
+  int aspect_code = 0;  // aspect_ratio_information as it stands
+  int aspect_width =
+      0;  // proportions it is to be shown in: 4 : 3; 0 : 0 when its pixels are square
+  int aspect_height = 0;
+  bool mpeg2 = false;
+  bool progressive_sequence = false;
+
+  bool operator==(const video_shape&) const = default;
+};
+
+/// A sequence header (MPEG-1 and the first half of MPEG-2's); nothing when its values are
+/// forbidden ones, as in bytes that are no video.
+std::optional<video_shape> read_sequence_header(const std::uint8_t* bytes);
+
+/// Whether the extension is a sequence extension; it then completes the shape.
+bool read_sequence_extension(const std::uint8_t* bytes, video_shape& shape);
+
+/// The flag closed_gop: no picture of the group needs one of the group before.
+bool read_closed_gop(const std::uint8_t* bytes);
+
+enum class picture_kind : std::uint8_t { other, intra, predicted, bidirectional };
+
+/// picture_coding_type of a picture header.
+picture_kind read_picture_kind(const std::uint8_t* bytes);
+
+/// What MPEG-2 adds to a picture header.
+struct picture_extension {
+  enum structure_kind : std::uint8_t { reserved, top_field, bottom_field, frame };
+  structure_kind structure = frame;
+  bool top_field_first = false;
+  bool repeat_first_field = false;
+};
+
+/// The extension as a picture coding extension; nothing when it is another one.
+std::optional<picture_extension> read_picture_extension(const std::uint8_t* bytes);
+
+/// For how many fields (half frames) a picture is shown.
+int shown_fields(const video_shape& shape, const picture_extension& extension);
+
+}  // namespace corvane

@@ -1,0 +1,57 @@
+#!/bin/sh
+# Makes the streams of the media tests with other programs' encoders and multiplexers:
+#
+#   tests/media/make_streams.sh FOLDER
+#
+# Each NAME.m2v (.m1v, .mpg, .vob) is small and moves from picture to picture. A second run with
+# nothing changed only compares a stamp.
+set -eu
+
+script=$(readlink -f -- "$0")
+mkdir -p "$1"
+cd "$1"
+stamp=$({ sha256sum <"$script"; ffmpeg -version | head -n 1; } | sha256sum)
+[ "$(cat .stamp 2>/dev/null)" != "$stamp" ] || exit 0
+rm -f .stamp
+
+ff() { ffmpeg -nostdin -v error -y -bitexact "$@"; }
+
+# stream FILE SIZE RATE PICTURES ENCODER OPTION...
+stream() {
+  out=$1 size=$2 rate=$3 pictures=$4 encoder=$5
+  shift 5
+  ff -f lavfi -i "testsrc2=size=$size:rate=$rate" -frames:v "$pictures" -c:v "$encoder" \
+    -pix_fmt yuv420p -threads 1 -sc_threshold 1000000000 "$@" -f "$encoder" "$out"
+}
+
+# by_mpeg2enc FILE SIZE RATE PICTURES INTERLACING OPTION...: what FFmpeg's encoder cannot make.
+by_mpeg2enc() {
+  out=$1 size=$2 rate=$3 pictures=$4 interlacing=$5
+  shift 5
+  ff -f lavfi -i "testsrc2=size=$size:rate=$rate" -frames:v "$pictures" \
+    -vf "setfield=$interlacing,setsar=1" -pix_fmt yuv420p -f yuv4mpegpipe - |
+    mpeg2enc -v 0 -o "$out" "$@" >mpeg2enc.log 2>&1 || { cat mpeg2enc.log >&2; exit 1; }
+}
+
+stream closed.m2v 352x240 30000/1001 70 mpeg2video -g 15 -bf 2 -flags +cgop -b:v 900k
+stream open.m2v 352x240 30000/1001 70 mpeg2video -g 15 -bf 2 -b:v 900k
+stream pal.m2v 720x576 25 40 mpeg2video -g 12 -bf 2 -flags +ilme+ildct -top 1 -b:v 3000k -aspect 16:9
+stream intra.m2v 352x288 25 40 mpeg2video -g 1 -b:v 2000k
+stream long.m2v 96x64 25 700 mpeg2video -g 600 -bf 2 -b:v 200k
+stream predicted.m2v 352x240 24 40 mpeg2video -g 20 -bf 0 -b:v 900k
+stream odd.m2v 354x242 24000/1001 30 mpeg2video -g 12 -bf 2 -b:v 900k
+stream one.m1v 352x288 25 60 mpeg1video -g 12 -bf 2 -b:v 900k
+stream still.m2v 720x480 30000/1001 1 mpeg2video -b:v 3000k
+by_mpeg2enc interlaced.m2v 352x288 25 50 tff -f 3 -I 1 -b 1500 -g 9 -G 12 -R 2
+by_mpeg2enc film.m2v 352x240 24000/1001 60 prog -f 3 -p -b 1500 -g 12 -G 12 -R 2
+by_mpeg2enc film-closed.m2v 352x240 24000/1001 60 prog -f 3 -p -c -b 1500 -g 12 -G 12 -R 0
+rm -f mpeg2enc.log
+
+ff -f lavfi -i sine=duration=3 -c:a mp2 -b:a 192k -f mp2 sound.mp2
+ff -f mpegvideo -i open.m2v -i sound.mp2 -c copy -f vob open.vob 2>/dev/null
+ff -f mpegvideo -i one.m1v -i sound.mp2 -c copy -f mpeg one.mpg 2>/dev/null
+mplex -v 0 -f 8 -o pal.mpg pal.m2v sound.mp2 >mplex.log 2>&1 || { cat mplex.log >&2; exit 1; }
+VIDEO_FORMAT=PAL dvdauthor -o disc -t pal.mpg >dvdauthor.log 2>&1 || { cat dvdauthor.log >&2; exit 1; }
+mv disc/VIDEO_TS/VTS_01_1.VOB disc.vob
+rm -rf disc mplex.log dvdauthor.log
+printf '%s\n' "$stamp" >.stamp
