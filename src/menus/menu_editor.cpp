@@ -20,9 +20,10 @@ constexpr int first_width = 100, first_height = 3;  // of first_button
 constexpr int least_box_height = 4;                 // lower ones are underlines
 constexpr int usual_most_thickness = 20;
 
-std::string row_at(const std::vector<std::string>& rows, int menu, const std::string& missing) {
-  return menu >= 1 && menu - 1 <= UUBound(rows) ? rows[static_cast<std::size_t>(menu) - 1]
-                                                : missing;
+/// The row of a title or menu (1-based); `missing` where a damaged project has none.
+std::string row_at(const std::vector<std::string>& rows, int number, const std::string& missing) {
+  return number >= 1 && number - 1 <= UUBound(rows) ? rows[static_cast<std::size_t>(number) - 1]
+                                                    : missing;
 }
 
 std::string chooser_entry(std::int64_t number) {
@@ -69,10 +70,9 @@ void menu_editor::load_options() {
 }
 
 void menu_editor::load_actions() {
-  int title = 0;
-  for (const std::string& row : w_.p.chapters) {
-    ++title;
-    const int chapters = static_cast<int>(split(row, ',').size());
+  const int titles = UUBound(w_.p.List1) + 1;
+  for (int title = 1; title <= titles; ++title) {
+    const int chapters = static_cast<int>(split(row_at(w_.p.chapters, title, {}), ',').size());
     for (int chapter = 1; chapter <= chapters; ++chapter)
       c_.Combo1_items.push_back("jump title" + leading_blank(title) + " chapter " +
                                 leading_blank(chapter));

@@ -106,7 +106,8 @@ class menu_editor {
   /// The button at a place, the outlined one first, then the one drawn last; -1: none.
   int button_at(int x, int y) const;
 
-  // Changes from the picture; they go the way of scroll bars and sliders.
+  // Changes from the picture; they go the way of scroll bars and sliders. They are of the outlined
+  // button, which is chosen again where another one was added since.
   void move_to(int x0, int y0);  ///< kept inside the picture
   void move_by(int dx, int dy);
   void size_by(int dw, int dh);  ///< the top left corner stays
@@ -127,6 +128,7 @@ class menu_editor {
   void keep_in_picture();
   void write_record();
   void show_fields();
+  void choose_outlined();
   place shown_place() const;
   void set_place(const place& p);
   bool refuse_field(const std::string& name, const std::string& text);

@@ -52,14 +52,26 @@ void menu_editor::set_place(const place& p) {
 }
 
 void menu_editor::scroll_x(int value) {
-  move_to(value, c_.VScroll1.value);
+  place p = shown_place();
+  p.x0 = std::clamp(value, 0, c_.HScroll1.maximum);
+  set_place(p);
 }
 
 void menu_editor::scroll_y(int value) {
-  move_to(c_.HScroll1.value, value);
+  place p = shown_place();
+  p.y0 = std::clamp(value, 0, c_.VScroll1.maximum);
+  set_place(p);
+}
+
+/// In the picture the user takes hold of what is outlined, also where another button was added
+/// since.
+void menu_editor::choose_outlined() {
+  if (shown_ >= 0 && shown_ != c_.Combo2_index)
+    choose(shown_);
 }
 
 void menu_editor::move_to(int x0, int y0) {
+  choose_outlined();
   place p = shown_place();
   p.x0 = std::clamp(x0, 0, c_.HScroll1.maximum);
   p.y0 = std::clamp(y0, 0, c_.VScroll1.maximum);
@@ -94,6 +106,7 @@ void menu_editor::size_by(int dw, int dh) {
 }
 
 void menu_editor::drag_edges(dragged_edges which, int x, int y) {
+  choose_outlined();
   if (c_.bitmap_mode)
     return;
   place p = shown_place();

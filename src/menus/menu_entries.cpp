@@ -6,6 +6,7 @@
 #include "project/project_file.h"
 #include "project/stream_dialogs.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -41,11 +42,11 @@ void add_menu(project& p, const menu_streams& streams) {
   p.Comboregion_enabled = false;
   // The array grows by one whatever it holds: after the only menu was removed it has an element
   // already, which serves the new menu, and one more.
-  p.menubuttons.emplace_back();
-  if (p.menubuttons.size() < p.menulist.size())
-    p.menubuttons.resize(p.menulist.size());
-  // A load that was rolled back leaves the buttons of menus that are gone.
-  p.menubuttons[p.menulist.size() - 1].clear();
+  p.menubuttons.resize(std::max(p.menubuttons.size() + 1, p.menulist.size()));
+  // Elements beyond the menus are empty, but for those that a load left which was rolled back: the
+  // buttons of menus that are gone must not come back with new ones.
+  const auto new_one = static_cast<std::ptrdiff_t>(p.menulist.size()) - 1;
+  std::fill(p.menubuttons.begin() + new_one, p.menubuttons.end(), std::string());
 }
 
 }  // namespace

@@ -61,6 +61,35 @@ TEST(ButtonRecord, ColoursAreOfferedInThisOrder) {
                                   "grey", "magenta", "cyan"}));
 }
 
+TEST(ButtonRecord, EdgesAreWrittenWithALeadingBlankUnlessNegative) {
+  button_record b = button_with_edges(10, 0, 110, -4);
+  b.action = "exit";
+  b.highlight = "cyan";
+  b.select = "grey";
+  EXPECT_EQ(button_text(b), " 10/ 0/ 110/-4/exit/cyan/grey");
+}
+
+TEST(ButtonRecord, FieldsCannotHoldWhatSeparatesThemOrNamesABitmap) {
+  for (const std::string text : {"", "exit", "jump title 1 chapter  2", "\xC3\xA4", "a;b,c:d"})
+    EXPECT_FALSE(why_not_a_field(text)) << text;
+  EXPECT_EQ(why_not_a_field("a/b"), "contains \"/\"");
+  EXPECT_EQ(why_not_a_field("a|b"), "contains \"|\"");
+  EXPECT_EQ(why_not_a_field("a\\b"), "contains \"\\\"");
+  for (const std::string text : {"\t", "a\n", "\r", "\x7f", "\x01"})
+    EXPECT_EQ(why_not_a_field(text), "contains a line break, a tab or another control character");
+}
+
+TEST(MenuOptions, EditedRowHasNumbersWithLeadingBlanks) {
+  EXPECT_EQ(menu_options_text({true, "00:00:01.5", "00:00:59.0", 12}),
+            " 1\t00:00:01.5\t00:00:59.0\t 12");
+  EXPECT_EQ(menu_options_text({}), " 0\t00:00:00.0\t00:00:00.0\t 1");
+}
+
+TEST(MenuRow, TextOfAMenuWithoutAudioEndsInASlash) {
+  EXPECT_EQ(menu_row_text({"C:\\m.m2v", ""}), "C:\\m.m2v/");
+  EXPECT_EQ(menu_row_text({"C:\\m.m2v", "C:\\m.ac3"}), "C:\\m.m2v/C:\\m.ac3");
+}
+
 TEST(MenuOptions, NewMenuHasNoLoopNoTimesAndThicknessOne) {
   const menu_options o = parse_menu_options(new_menu_options);
   EXPECT_FALSE(o.loop);

@@ -56,6 +56,8 @@ TEST_F(MenuEditor, AcceptedMenusOptionsAreShown) {
 }
 
 TEST_F(MenuEditor, ActionsAreTheChaptersOfEachTitleThenExitThenTheMenus) {
+  add_files_and_title({"one.vob"});
+  add_files_and_title({"two.vob"});
   p.chapters = {"00:00:00.00,00:05:00.00", "00:00:00.00"};
   p.menulist.push_back(p.menulist[0]);
   edit();
@@ -64,8 +66,14 @@ TEST_F(MenuEditor, ActionsAreTheChaptersOfEachTitleThenExitThenTheMenus) {
                   "exit", "jump menu 1", "jump menu 2"}));
 }
 
-TEST_F(MenuEditor, TitleWithoutChaptersOffersNoAction) {
+TEST_F(MenuEditor, TitleWithoutChaptersAndChaptersWithoutTitleOfferNoAction) {
+  add_files_and_title({"one.vob"});
+  add_files_and_title({"two.vob"});
+  add_files_and_title({"three.vob"});
   p.chapters = {"", "00:00:00.00"};
+  edit();
+  EXPECT_EQ(shown().Combo1_items, (rows{"jump title 2 chapter  1", "exit", "jump menu 1"}));
+  p.chapters = {"", "00:00:00.00", "", "00:00:00.00"};
   edit();
   EXPECT_EQ(shown().Combo1_items, (rows{"jump title 2 chapter  1", "exit", "jump menu 1"}));
 }
