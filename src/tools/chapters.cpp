@@ -1,0 +1,171 @@
+#include "tools/chapters.h"
+
+#include "platform/paths.h"
+#include "project/messages.h"
+#include "project/numbers.h"
+#include "project/text.h"
+#include "project/title_rows.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+namespace corvane {
+namespace {
+
+constexpr std::size_t most_characters = 12, fewest_characters = 9;
+
+/// "7" as "07".
+std::string two_digits(std::int64_t number) {
+  return (number < 10 ? "0" : "") + trimmed(number);
+}
+
+/// To nanoseconds first: a position is the nearest binary number to what was meant, and a hair
+/// below a half must not be rounded down.
+std::int64_t hundredths(double seconds) {
+  constexpr std::int64_t nanoseconds_each = 10'000'000;
+  const std::int64_t nanoseconds = std::llround(seconds * 1e9);
+  return (nanoseconds + nanoseconds_each / 2) / nanoseconds_each;
+}
+
+bool begins_a_character(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+}
+
+/// The first `count` characters of UTF-8 text.
+std::string_view first_characters(std::string_view text, std::size_t count) {
+  std::size_t end = 0;
+  for (; end < text.size(); ++end)
+    if (begins_a_character(text[end]) && count-- == 0)
+      break;
+  return text.substr(0, end);
+}
+
+/// The text with one byte for each character, so that places in it are those of characters.
+std::string one_byte_each(std::string_view text) {
+  std::string bytes;
+  for (const char c : text)
+    if (begins_a_character(c))
+      bytes += static_cast<unsigned char>(c) < 0x80 ? c : '?';
+  return bytes;
+}
+
+bool has_separators(std::string_view time) {
+  return time[2] == ':' && time[5] == ':' && time[8] == '.';
+}
+
+bool is_storable(std::string_view time) {
+  return time.find(',') == std::string_view::npos && !holds_control_character(time);
+}
+
+bool is_plain_number(std::string_view text) {
+  std::size_t points = 0, digits = 0;
+  for (const char c : text) {
+    if (c == '.')
+      ++points;
+    else if (c >= '0' && c <= '9')
+      ++digits;
+    else
+      return false;
+  }
+  return points <= 1 && digits > 0;
+}
+
+}  // namespace
+
+std::string chapter_time(double seconds) {
+  // Later than any video; also what the arithmetic below can hold.
+  constexpr double latest = 32767.0 * 3600;
+  if (!(seconds > 0))
+    seconds = 0;
+  seconds = std::min(seconds, latest);
+  const auto h = static_cast<std::int64_t>(seconds / 3600);
+  const auto m = static_cast<std::int64_t>(seconds / 60) - h * 60;
+  const std::int64_t s =
+      hundredths(seconds - static_cast<double>(h) * 3600 - static_cast<double>(m) * 60);
+  return two_digits(h) + ":" + two_digits(m) + ":" + two_digits(s / 100) + "." +
+         two_digits(s % 100);
+}
+
+std::optional<double> chapter_seconds(std::string_view time) {
+  const std::vector<std::string> pieces = split(time, ':');
+  if (pieces.size() != 3)
+    return std::nullopt;
+  double seconds = 0;
+  for (const std::string& piece : pieces) {
+    if (!is_plain_number(trim(piece)))
+      return std::nullopt;
+    seconds = seconds * 60 + leading_number(piece);
+  }
+  return seconds;
+}
+
+std::vector<std::string> chapter_lines(std::string_view text) {
+  std::vector<std::string> lines = split(text, '\n');
+  for (std::string& line : lines)
+    if (line.ends_with('\r'))
+      line.pop_back();
+  return lines;
+}
+
+std::string chapter_text(std::string_view chapter_string) {
+  std::string text;
+  for (const std::string& time : split(chapter_string, ','))
+    if (!time.empty())
+      text += time + std::string(crlf);
+  return text;
+}
+
+std::optional<std::string> chapter_string(std::string_view text) {
+  std::vector<std::string> times;
+  for (const std::string& line : chapter_lines(text)) {
+    const std::string_view time = trim(first_characters(line, most_characters));
+    const std::string characters = one_byte_each(time);
+    if (characters.size() < fewest_characters)
+      continue;
+    if (!has_separators(characters) || !is_storable(time))
+      return std::nullopt;
+    times.emplace_back(time);
+  }
+  return join(times, ",");
+}
+
+std::optional<chapter> chapter::open(workbench& w) {
+  if (const auto row = selected_title(w.p))
+    return chapter(w, *row);
+  say(w, icon::exclamation, "Please select a title to add chapters to.");
+  return std::nullopt;
+}
+
+chapter::chapter(workbench& w, std::size_t row)
+    : w_(&w),
+      Label2_(trimmed(static_cast<std::int64_t>(row) + 1)),
+      Label3_(w.p.List1[row]),
+      RichTextBox1_(row < w.p.chapters.size() ? chapter_text(w.p.chapters[row]) : std::string()) {}
+
+std::size_t chapter::row() const {
+  return static_cast<std::size_t>(leading_whole(Label2_)) - 1;
+}
+
+std::string chapter::video() const {
+  const std::vector<std::string>& streams = w_->p.List11;
+  if (row() >= streams.size())
+    return {};
+  return native_from_stored(streams[row()].substr(0, streams[row()].find('/')));
+}
+
+bool chapter::accept() {
+  const auto times = chapter_string(RichTextBox1_);
+  if (!times) {
+    say(*w_, icon::exclamation, "There appears to be a typo in the chapters list, please correct.");
+    return false;
+  }
+  std::vector<std::string>& chapters = w_->p.chapters;
+  if (row() >= chapters.size())
+    chapters.resize(row() + 1);
+  chapters[row()] = *times;
+  w_->p.saved = 0;
+  return true;
+}
+
+}  // namespace corvane

@@ -1,0 +1,96 @@
+#include "tools/language_tags.h"
+
+#include "project/text.h"
+
+#include <cstddef>
+
+namespace corvane {
+namespace {
+
+constexpr std::string_view audio_kind = "Audio tag:";
+constexpr std::string_view subtitle_kind = "Subtitle tag:";
+
+}  // namespace
+
+const std::array<std::string_view, 139> language_entries = {
+    "ABKHAZIAN AB ",     "AFAN(OROMO) OM",    "AFAR AA",         "AFRIKAANS AF ",
+    "ALBANIAN SQ ",      "AMHARIC AM ",       "ARABIC AR",       "ARMENIAN HY",
+    "ASSAMESE AS",       "AYMARA AY",         "AZERBAIJANI AZ ", "BASHKIR BA",
+    "BASQUE EU",         "BENGALI BN",        "BANGLA BN",       "BHUTANI DZ",
+    "BIHARI BH",         "BISLAMA BI",        "BRETON BR",       "BULGARIAN BG",
+    "BURMESE MY",        "BYELORUSSIAN BE",   "CAMBODIAN KM",    "CATALAN CA",
+    "CHINESE ZH",        "CORSICAN CO",       "CROATIAN HR",     "CZECH CS",
+    "DANISH DA ",        "DUTCH NL",          "ENGLISH EN",      "ESPERANTO EO",
+    "ESTONIAN ET ",      "FAROESE FO ",       "FIJI FJ ",        "FINNISH FI",
+    "FRENCH FR",         "FRISIAN FY",        "GALICIAN GL",     "GEORGIAN KA",
+    "GERMAN DE ",        "GREEK EL ",         "GREENLANDIC KL ", "GUARANI GN ",
+    "GUJARATI GU",       "HAUSA HA",          "HEBREW IW",       "HINDI HI",
+    "HUNGARIAN HU",      "ICELANDIC IS ",     "INDONESIAN IN",   "INTERLINGUA IA",
+    "INTERLINGUE IE",    "INUPIAK IK",        "IRISH GA",        "ITALIAN IT",
+    "JAPANESE JA ",      "JAVANESE JV",       "KANNADA KN ",     "KASHMIRI KS",
+    "KAZAKH KK",         "KINYARWANDA RW",    "KIRGHIZ KY",      "KURUNDI RN",
+    "KOREAN KO",         "KURDISH KU",        "LAOTHIAN LO ",    "LATIN LA",
+    "LATVIAN LV",        "LETTISH LV",        "LINGALA LN",      "LITHUANIAN LT",
+    "MACEDONIAN MK",     "MALAGASY MG",       "MALAY MS",        "MALAYALAM ML",
+    "MALTESE MT",        "MAORI MI",          "MARATHI MR ",     "MOLDAVIAN MO",
+    "MONGOLIAN MN",      "NAURU NA",          "NEPALI NE ",      "NORWEGIAN NO",
+    "OCCITAN OC",        "ORIYA OR",          "PASHTO PS",       "PUSHTO PS",
+    "PERSIAN(farsi) FA", "POLISH PL",         "PORTUGUESE PT",   "PUNJABI PA",
+    "QUECHUA QU",        "RHAETO-ROMANCE RM", "ROMANIAN RO",     "RUSSIAN RU",
+    "SAMOAN SM",         "SANGHO SG",         "SANSKRIT SA",     "SCOTS-GAELIC GD",
+    "SERBIAN SR",        "SERBO-CROATIAN SH", "SESOTHO ST",      "SETSWANA TN",
+    "SHONA SN",          "SINDHI SD",         "SINGHALESE SI",   "SISWATI SS",
+    "SLOVAK SK",         "SLOVENIAN SL",      "SOMALI SO",       "SPANISH ES",
+    "SUNDANESE SU",      "SWAHILI SW",        "SWEDISH SV",      "TAGALOG TL",
+    "TAJIK TG",          "TAMIL TA",          "TATAR TT",        "TELUGU TE",
+    "THAI TH",           "TIBETAN BO",        "TIGRINYA TI",     "TONGA TO",
+    "TSONGA TS",         "TURKISH TR",        "TURKMEN TK ",     "TWI TW",
+    "UKRAINIAN UK",      "URDU UR",           "UZBEK UZ",        "VIETNAMESE VI",
+    "VOLAPUK VO",        "WELSH CY",          "WOLOF WO",        "XHOSA XH ",
+    "YIDDISH JI ",       "YORUBA YO ",        "ZULU ZU"};
+
+language::language(workbench& w) : w_(&w), List1_(w.p.languagetags) {}
+
+void language::select(int row) {
+  if (row < 0 || row >= static_cast<int>(List1_.size()))
+    return;
+  selected_ = row;
+  const std::vector<std::string> pieces = split(List1_[static_cast<std::size_t>(row)], '\t');
+  Combo1_ = pieces.size() > 1 ? pieces[1] : std::string();
+}
+
+void language::add_audio_tag() {
+  add(audio_kind);
+}
+
+void language::add_sub_tag() {
+  add(subtitle_kind);
+}
+
+void language::add(std::string_view kind) {
+  List1_.push_back(std::string(kind) + "\t" + std::string(new_language));
+  select(static_cast<int>(List1_.size()) - 1);
+}
+
+void language::pick(const std::string& entry) {
+  Combo1_ = entry;
+  if (selected_ < 0)
+    return;
+  std::string& row = List1_[static_cast<std::size_t>(selected_)];
+  row = row.substr(0, row.find('\t')) + "\t" + entry;
+}
+
+void language::remove() {
+  if (selected_ < 0)
+    return;
+  List1_.erase(List1_.begin() + selected_);
+  selected_ = -1;
+  select(static_cast<int>(List1_.size()) - 1);
+}
+
+void language::accept() {
+  w_->p.languagetags = List1_;
+  w_->p.saved = 0;
+}
+
+}  // namespace corvane

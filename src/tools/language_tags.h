@@ -1,0 +1,59 @@
+// Language tags: the languages that a disc's audio and subtitle streams are labelled with, and the
+// dialog `language` in which they are listed, without its window.
+//
+// The window makes one `language` when it opens and keeps it until it closes; the project must live
+// as long. The project is written by accept() alone.
+#pragma once
+
+#include "project/workbench.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+
+/// The languages offered, as rows hold them: name, blank, two-letter code. Some end in one further
+/// blank, which is kept; a few languages stand under two names, and some codes are the old ones.
+extern const std::array<std::string_view, 139> language_entries;
+
+/// What a new tag starts with.
+inline constexpr std::string_view new_language = "ENGLISH EN";
+
+class language {
+ public:
+  explicit language(workbench& w);
+
+  /// `List1`: "Audio tag:" or "Subtitle tag:", TAB, language. The n-th audio tag is the n-th audio
+  /// stream's, the n-th subtitle tag the n-th subtitle stream's.
+  const std::vector<std::string>& List1() const { return List1_; }
+  int selected() const { return selected_; }             ///< row of `List1`, 0-based; -1: none
+  const std::string& Combo1() const { return Combo1_; }  ///< text of the language drop-down
+
+  /// Shows a row's language. A row that is not there is no change.
+  void select(int row);
+
+  /// `Command1`, `Command2`: a row in English at the end, selected.
+  void add_audio_tag();
+  void add_sub_tag();
+
+  /// A language picked in `Combo1`: the selected row's, if there is one.
+  void pick(const std::string& entry);
+
+  /// `Command3`: removes the selected row; the last one left is selected then.
+  void remove();
+
+  /// `Command4`: the rows become the project's tags; the window closes.
+  void accept();
+
+ private:
+  void add(std::string_view kind);
+
+  workbench* w_;
+  std::vector<std::string> List1_;
+  int selected_ = -1;
+  std::string Combo1_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,49 @@
+#include "tools/visual_chapters.h"
+
+#include "project/messages.h"
+#include "project/text.h"
+
+#include <cstddef>
+
+namespace corvane {
+
+vchapters::vchapters(workbench& w, chapter& dialog) : dialog_(&dialog) {
+  say(w, icon::information,
+      "This visual editor uses the same method that Windows Media Player uses to determine time.  "
+      "If WMP reports time incorrectly, then this visual editor will not be accurate.");
+  constexpr std::size_t too_short = 3;
+  for (std::string& line : chapter_lines(dialog.RichTextBox1()))
+    if (line.size() > too_short)
+      List1_.push_back(std::move(line));
+}
+
+void vchapters::select(int row) {
+  if (row >= 0 && row < static_cast<int>(List1_.size()))
+    selected_ = row;
+}
+
+void vchapters::add(double seconds) {
+  List1_.push_back(chapter_time(seconds));
+}
+
+std::optional<double> vchapters::position_of(int row) const {
+  if (row < 0 || row >= static_cast<int>(List1_.size()))
+    return std::nullopt;
+  return chapter_seconds(List1_[static_cast<std::size_t>(row)]);
+}
+
+void vchapters::remove() {
+  if (selected_ <= 0)
+    return;
+  List1_.erase(List1_.begin() + selected_);
+  selected_ = -1;
+}
+
+void vchapters::accept() {
+  std::string text;
+  for (const std::string& row : List1_)
+    text += row + std::string(crlf);
+  dialog_->set_text(text);
+}
+
+}  // namespace corvane
