@@ -201,7 +201,7 @@ bool read_titles(dvd_reader_t* disc, const ifo_handle_t& vts, int titleset, cont
   return true;
 }
 
-button button_of(const btni_t& info) {
+button button_of(const btni_t& info, const btn_colit_t& colours) {
   button b;
   b.x0 = static_cast<int>(info.x_start);
   b.y0 = static_cast<int>(info.y_start);
@@ -212,6 +212,10 @@ button button_of(const btni_t& info) {
   b.left = static_cast<int>(info.left);
   b.right = static_cast<int>(info.right);
   std::memcpy(b.command.bytes.data(), info.cmd.bytes, b.command.bytes.size());
+  if (info.btn_coln >= 1 && info.btn_coln <= 3) {
+    b.highlighted = code_looks::of(colours.btn_coli[info.btn_coln - 1][0]);
+    b.pressed = code_looks::of(colours.btn_coli[info.btn_coln - 1][1]);
+  }
   return b;
 }
 
@@ -228,13 +232,47 @@ std::vector<button> buttons_of(const streams_of& streams, const pgc_t& pgc) {
       if ((highlight.hl_gi.hli_ss & 3) != 0 && highlight.hl_gi.btn_ns != 0) {
         std::vector<button> all;
         for (int b = 0; b < std::min<int>(highlight.hl_gi.btn_ns, 36); ++b)
-          all.push_back(button_of(highlight.btnit[b]));
+          all.push_back(button_of(highlight.btnit[b], highlight.btn_colit));
         return all;
       }
       sector += packet->dsi.dsi_gi.vobu_ea + 1;
     }
   }
   return {};
+}
+
+/// The picture of the menu's buttons: the first unit of its first subpicture.
+std::optional<overlay> overlay_of(const streams_of& streams, const pgc_t& pgc) {
+  constexpr std::size_t largest_unit = 65536;
+  for (int i = 0; pgc.cell_playback != nullptr && i < pgc.nr_of_cells; ++i) {
+    const cell_playback_t& cell = pgc.cell_playback[i];
+    const auto picture = decode_subpicture(
+        streams.private_bytes(0x20, cell.first_sector, cell.last_sector, largest_unit));
+    if (!picture)
+      continue;
+    overlay shown;
+    shown.picture = *picture;
+    // One by one: a reference to the whole array, which is packed, would be one to a copy of it.
+    for (std::size_t colour = 0; colour < shown.palette.size(); ++colour)
+      shown.palette[colour] = pgc.palette[colour];
+    return shown;
+  }
+  return std::nullopt;
+}
+
+std::vector<std::string> sounds_of(const streams_of& streams, const pgc_t& pgc) {
+  std::vector<std::string> sounds;
+  if (pgc.cell_playback == nullptr || pgc.nr_of_cells == 0)
+    return sounds;
+  const cell_playback_t& cell = pgc.cell_playback[0];
+  for (const auto& [id, stream] :
+       streams.starts(cell.first_sector, static_cast<int>(cell.last_sector - cell.first_sector))) {
+    if (id >= 0xc0 && id < 0xe0)
+      sounds.emplace_back("mp2");
+    else if (id >= 0xbd80 && id < 0xbd88)
+      sounds.emplace_back("ac3");
+  }
+  return sounds;
 }
 
 std::string entry_of(std::uint8_t id) {
@@ -262,6 +300,8 @@ void read_menus(dvd_reader_t* disc, const ifo_handle_t& info, int titleset, cont
       m.entry = entry_of(entry.entry_id);
       m.chain = chain_of(&streams, *entry.pgc);
       m.buttons = buttons_of(streams, *entry.pgc);
+      m.sounds = sounds_of(streams, *entry.pgc);
+      m.shown = overlay_of(streams, *entry.pgc);
       on_disc.menus.push_back(std::move(m));
     }
   }
@@ -278,6 +318,21 @@ void list_titles(const tt_srpt_t& table, contents& on_disc) {
 }
 
 }  // namespace
+
+dot overlay::at(int x, int y, const button* lit, button_state state) const {
+  const int code = picture.code_at(x, y);
+  if (code < 0)
+    return {};
+  const bool within =
+      lit != nullptr && x >= lit->x0 && x <= lit->x1 && y >= lit->y0 && y <= lit->y1;
+  const code_looks& looks = !within                              ? picture.at_rest
+                            : state == button_state::highlighted ? lit->highlighted
+                                                                 : lit->pressed;
+  const auto index = static_cast<std::size_t>(code);
+  dot shown = colour_of(palette[static_cast<std::size_t>(looks.colour[index])]);
+  shown.opacity = looks.opacity[index];
+  return shown;
+}
 
 result<contents> read_disc(const std::string& native_path) {
   const dvd_logger_cb log{say_nothing};

@@ -6,8 +6,10 @@
 #pragma once
 
 #include "platform/result.h"
+#include "subpicture.h"
 #include "vm_command.h"
 
+#include <array>
 #include <optional>
 #include <string>
 #include <vector>
@@ -50,6 +52,22 @@ struct button {
   int x0 = 0, y0 = 0, x1 = 0, y1 = 0;         ///< pixels, right and bottom edge included
   int up = 0, down = 0, left = 0, right = 0;  ///< numbers of the neighbours
   vm_command command;
+  code_looks highlighted, pressed;  ///< of the dots within the button, in these states
+
+  // Where it leads, once somebody has pressed it (walk.h); empty: nobody has.
+  std::string leads_to;  ///< "title 1 chapter 2", "menu 2", "stopped", or "failed: " and why
+  std::string then;      ///< what follows the title that it leads to
+};
+
+enum class button_state { highlighted, pressed };
+
+/// The picture of a menu's buttons.
+struct overlay {
+  subpicture picture;
+  std::array<std::uint32_t, 16> palette{};  ///< 00 Y Cr Cb
+
+  /// What a player shows at a place while this button (null: none) is in that state.
+  dot at(int x, int y, const button* lit, button_state state) const;
 };
 
 struct menu {
@@ -59,6 +77,8 @@ struct menu {
   std::string entry;     ///< "root", "title", ... when a player's key leads here, else empty
   program_chain chain;
   std::vector<button> buttons;
+  std::vector<std::string> sounds;  ///< formats of the audio streams that have packets
+  std::optional<overlay> shown;     ///< nothing: the menu has no picture of its buttons
 };
 
 struct contents {
@@ -67,6 +87,7 @@ struct contents {
   std::optional<program_chain> first_play;
   std::vector<title> titles;
   std::vector<menu> menus;
+  std::string begins_with;  ///< what a player shows first (walk.h); empty: nobody has looked
 };
 
 /// Reads the disc in a folder (the one that holds VIDEO_TS) or in an image. Fails when there is

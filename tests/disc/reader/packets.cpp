@@ -1,5 +1,6 @@
 #include "packets.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <dvdread/nav_read.h>
@@ -25,30 +26,38 @@ std::uint32_t time_stamp(const unsigned char* p) {
          bits(4, 0xfe) >> 1;
 }
 
-/// Adds the packets of one pack, which follow its 14-byte header and stuffing.
-void add_packets(const sector_bytes& s, std::map<int, stream_start>& found) {
+/// Calls `take` with the place of each packet of one pack, which follow its 14-byte header and
+/// stuffing, and with the place behind it.
+template <typename Take>
+void each_packet(const sector_bytes& s, Take take) {
   if (!starts_with(s, 0, pack_start))
     return;
   std::size_t at = 14 + (s[13] & 7u);
   while (at + 9 < s.size() && s[at] == 0 && s[at + 1] == 0 && s[at + 2] == 1) {
-    const int id = s[at + 3];
-    const std::size_t length = s[at + 4] * 256u + s[at + 5];
-    const bool carries_stream = id == 0xbd || (id >= 0xc0 && id <= 0xef);
-    if (carries_stream) {
-      const std::size_t payload = at + 9 + s[at + 8];
-      const bool timed = (s[at + 7] & 0x80) != 0 && at + 14 < s.size();
-      int key = id;
-      if (id == 0xbd)
-        key = payload < s.size() ? 0xbd00 + s[payload] : 0xbd00;
-      stream_start& stream = found[key];
-      ++stream.packets;
-      if (timed && !stream.timed) {
-        stream.timed = true;
-        stream.first = time_stamp(s.data() + at + 9);
-      }
-    }
-    at += 6 + length;
+    const std::size_t end = at + 6 + s[at + 4] * 256u + s[at + 5];
+    take(at, std::min(end, s.size()));
+    at = end;
   }
+}
+
+void add_packets(const sector_bytes& s, std::map<int, stream_start>& found) {
+  each_packet(s, [&](std::size_t at, std::size_t /*end*/) {
+    const int id = s[at + 3];
+    const bool carries_stream = id == 0xbd || (id >= 0xc0 && id <= 0xef);
+    if (!carries_stream)
+      return;
+    const std::size_t payload = at + 9 + s[at + 8];
+    const bool timed = (s[at + 7] & 0x80) != 0 && at + 14 < s.size();
+    int key = id;
+    if (id == 0xbd)
+      key = payload < s.size() ? 0xbd00 + s[payload] : 0xbd00;
+    stream_start& stream = found[key];
+    ++stream.packets;
+    if (timed && !stream.timed) {
+      stream.timed = true;
+      stream.first = time_stamp(s.data() + at + 9);
+    }
+  });
 }
 
 }  // namespace
@@ -75,6 +84,22 @@ std::map<int, stream_start> streams_of::starts(std::uint32_t first, int count) c
     if (DVDReadBlocks(file_.get(), static_cast<int>(first) + i, 1, s.data()) != 1)
       break;
     add_packets(s, found);
+  }
+  return found;
+}
+
+std::vector<std::uint8_t> streams_of::private_bytes(std::uint8_t substream, std::uint32_t first,
+                                                    std::uint32_t last, std::size_t enough) const {
+  std::vector<std::uint8_t> found;
+  sector_bytes s{};
+  for (std::uint32_t sector = first; file_ && sector <= last && found.size() < enough; ++sector) {
+    if (DVDReadBlocks(file_.get(), static_cast<int>(sector), 1, s.data()) != 1)
+      break;
+    each_packet(s, [&](std::size_t at, std::size_t end) {
+      const std::size_t payload = at + 9 + s[at + 8];
+      if (s[at + 3] == 0xbd && payload < end && s[payload] == substream)
+        found.insert(found.end(), s.data() + payload + 1, s.data() + end);
+    });
   }
   return found;
 }

@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace corvane::disc {
 
@@ -35,6 +36,11 @@ class streams_of {
   /// 0xc0.. MPEG audio); for private streams by 0xbd00 + substream (0x80.. AC-3, 0x20..
   /// subpictures).
   std::map<int, stream_start> starts(std::uint32_t first, int count) const;
+
+  /// What the packets of a private stream (by its first byte, which is left out) carry in the
+  /// sectors from `first` to `last`, joined; only as much as `enough` bytes when there is more.
+  std::vector<std::uint8_t> private_bytes(std::uint8_t substream, std::uint32_t first,
+                                          std::uint32_t last, std::size_t enough) const;
 
  private:
   struct closer {

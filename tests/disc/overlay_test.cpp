@@ -1,0 +1,210 @@
+// The pictures of the menus' buttons: as gm draws them in a run, and as the disc shows them.
+#include "picture_file.h"
+#include "studio.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <sstream>
+
+namespace corvane::disc {
+namespace {
+
+struct named_colour {
+  const char* name;
+  int red, green, blue;
+};
+
+constexpr named_colour ten_colours[] = {{"black", 0, 0, 0},       {"brown", 165, 42, 42},
+                                        {"orange", 255, 165, 0},  {"yellow", 255, 255, 0},
+                                        {"green", 0, 128, 0},     {"blue", 0, 0, 255},
+                                        {"white", 255, 255, 255}, {"grey", 126, 126, 126},
+                                        {"magenta", 255, 0, 255}, {"cyan", 0, 255, 255}};
+
+/// A button whose colours are the `highlight`th and the `select`th of the ten.
+struct drawn_button {
+  int x0, y0, x1, y1;
+  std::size_t highlight, select;
+  bool is_frame() const { return y1 - y0 > 3; }
+};
+
+std::string record_of(const drawn_button& b) {
+  std::ostringstream text;
+  text << ' ' << b.x0 << "/ " << b.y0 << "/ " << b.x1 << "/ " << b.y1 << "/jump title 1/"
+       << ten_colours[b.highlight].name << '/' << ten_colours[b.select].name;
+  return text.str();
+}
+
+/// Five buttons one below the other that have all ten colours, in one state or the other.
+std::vector<drawn_button> five_buttons(int height) {
+  std::vector<drawn_button> buttons;
+  for (int i = 0; i < 5; ++i) {
+    const auto colour = static_cast<std::size_t>(i);
+    buttons.push_back(
+        {60 + 40 * i, 40 + 80 * i, 260 + 50 * i, 40 + 80 * i + height, colour, colour + 5});
+  }
+  return buttons;
+}
+
+void add_drawn_menu(project& p, const std::vector<drawn_button>& buttons, int thickness,
+                    const std::string& video = "menu-ntsc.m2v") {
+  std::vector<std::string> records;
+  for (const drawn_button& b : buttons)
+    records.push_back(record_of(b));
+  add_menu(p, stored_media(video), "", records,
+           " 0\t00:00:00.0\t00:00:00.0\t " + std::to_string(thickness));
+}
+
+bool is_near_corner(const drawn_button& b, int x, int y, int inset) {
+  // Corners are rounded by two pixels sideways and three up and down.
+  const int left = b.x0 + inset, right = b.x1 - 2 - inset;
+  const int top = b.y0 + inset, bottom = b.y1 - 1 - inset;
+  return (std::abs(x - left) <= 2 || std::abs(x - right) <= 2) &&
+         (std::abs(y - top) <= 3 || std::abs(y - bottom) <= 3);
+}
+
+bool is_within(const drawn_button& b, int x, int y, int inset) {
+  return x >= b.x0 + inset && x <= b.x1 - 2 - inset && y >= b.y0 + inset && y <= b.y1 - 1 - inset;
+}
+
+/// What the picture has of a button, against what it should have: a bar, or a frame whose lines are
+/// one pixel more than its thickness, since its inside begins there.
+void expect_drawn(const picture_file& picture, const drawn_button& b, int thickness,
+                  const named_colour& colour) {
+  int wrong = 0;
+  for (int y = b.y0; y <= b.y1; ++y) {
+    for (int x = b.x0; x <= b.x1; ++x) {
+      const dot found = picture.at(x, y);
+      const bool is_coloured =
+          found.red == colour.red && found.green == colour.green && found.blue == colour.blue;
+      if (found.opacity != 0 && !is_coloured)
+        ++wrong;
+      if (is_near_corner(b, x, y, 0) || (b.is_frame() && is_near_corner(b, x, y, thickness + 1)))
+        continue;
+      const bool wanted =
+          is_within(b, x, y, 0) && !(b.is_frame() && is_within(b, x, y, thickness + 1));
+      if (wanted != (found.opacity != 0))
+        ++wrong;
+    }
+  }
+  EXPECT_EQ(wrong, 0) << colour.name << " of " << b.x0 << "," << b.y0 << ", thickness "
+                      << thickness;
+}
+
+/// That nothing is drawn outside of the buttons.
+void expect_clear_elsewhere(const picture_file& picture, const std::vector<drawn_button>& buttons) {
+  int drawn = 0;
+  for (int y = 0; y < picture.height; ++y)
+    for (int x = 0; x < picture.width; ++x)
+      if (!picture.is_clear(x, y) &&
+          std::none_of(buttons.begin(), buttons.end(),
+                       [&](const drawn_button& b) { return is_within(b, x, y, 0); }))
+        ++drawn;
+  EXPECT_EQ(drawn, 0);
+}
+
+std::string picture_path(const studio& s, const std::string& kind, int menu) {
+  return s.app() + "/" + kind + std::to_string(menu) + ".png";
+}
+
+void expect_menu_drawn(const studio& s, int menu, const std::vector<drawn_button>& buttons,
+                       int thickness) {
+  const picture_file highlight = read_png(picture_path(s, "highlight", menu), 720, 480);
+  const picture_file select = read_png(picture_path(s, "select", menu), 720, 480);
+  for (const drawn_button& b : buttons) {
+    expect_drawn(highlight, b, thickness, ten_colours[b.highlight]);
+    expect_drawn(select, b, thickness, ten_colours[b.select]);
+  }
+  expect_clear_elsewhere(highlight, buttons);
+  expect_clear_elsewhere(select, buttons);
+}
+
+/// How far apart two colours may be: the disc holds them as luma and chroma of eight bits.
+constexpr int colour_tolerance = 6;
+
+bool looks_like(const dot& shown, const dot& drawn) {
+  if (drawn.opacity == 0)
+    return shown.opacity == 0;
+  return shown.opacity == 15 && std::abs(shown.red - drawn.red) <= colour_tolerance &&
+         std::abs(shown.green - drawn.green) <= colour_tolerance &&
+         std::abs(shown.blue - drawn.blue) <= colour_tolerance;
+}
+
+/// What a player shows with each button lit: that button as it was drawn, and nothing else.
+void expect_shown_as_drawn(const menu& m, button_state state, const picture_file& drawn) {
+  ASSERT_TRUE(m.shown) << "menu " << m.number << " has no picture of its buttons";
+  for (const button& lit : m.buttons) {
+    int wrong = 0, seen = 0;
+    for (int y = 0; y < drawn.height; ++y) {
+      for (int x = 0; x < drawn.width; ++x) {
+        const bool within = x >= lit.x0 && x <= lit.x1 && y >= lit.y0 && y <= lit.y1;
+        const dot shown = m.shown->at(x, y, &lit, state);
+        seen += shown.opacity != 0;
+        wrong += !looks_like(shown, within ? drawn.at(x, y) : dot{});
+      }
+    }
+    EXPECT_EQ(wrong, 0) << "menu " << m.number << ", button at " << lit.x0 << "," << lit.y0;
+    EXPECT_GT(seen, 0) << "menu " << m.number << ", button at " << lit.x0 << "," << lit.y0;
+  }
+}
+
+void expect_disc_shows_what_was_drawn(const studio& s, const contents& disc, int height = 480) {
+  for (const menu& m : disc.menus) {
+    if (m.chain.seconds == 0)
+      continue;
+    expect_shown_as_drawn(m, button_state::highlighted,
+                          read_png(picture_path(s, "highlight", m.number), 720, height));
+    expect_shown_as_drawn(m, button_state::pressed,
+                          read_png(picture_path(s, "select", m.number), 720, height));
+    EXPECT_TRUE(m.shown && m.shown->picture.forced) << "menu " << m.number;
+  }
+}
+
+/// All ten colours as bars of three lines and as frames of three thicknesses.
+TEST(menu_overlays_on_disc, bars_and_frames_have_their_place_thickness_and_colour) {
+  const std::vector<std::pair<int, int>> heights_and_thicknesses{{3, 1}, {40, 1}, {40, 3}, {60, 8}};
+  project p = short_project();
+  for (const auto& [height, thickness] : heights_and_thicknesses)
+    add_drawn_menu(p, five_buttons(height), thickness);
+  const studio s;
+  const contents disc = s.authored(p);
+  int number = 0;
+  for (const auto& [height, thickness] : heights_and_thicknesses)
+    expect_menu_drawn(s, ++number, five_buttons(height), thickness);
+  expect_disc_shows_what_was_drawn(s, disc);
+}
+
+TEST(menu_overlays_on_disc, pal_menu_shows_its_buttons_down_to_the_last_line) {
+  project p;
+  p.globalregion = "PAL";
+  add_title(p, {stored_media("clip-pal.m2v"), stored_media("clip.ac3")});
+  add_drawn_menu(p, {{0, 0, 720, 4, 3, 9}, {20, 500, 220, 576, 4, 8}, {500, 540, 720, 576, 6, 1}},
+                 2, "menu-pal.m2v");
+  const studio s;
+  expect_disc_shows_what_was_drawn(s, s.authored(p), 576);
+}
+
+TEST(menu_overlays_on_disc, buttons_at_odd_lines_are_shown_where_they_were_drawn) {
+  project p = short_project();
+  add_drawn_menu(
+      p, {{100, 101, 301, 142, 3, 9}, {101, 201, 300, 204, 4, 8}, {99, 300, 301, 303, 5, 1}}, 2);
+  const studio s;
+  const contents disc = s.authored(p);
+  expect_disc_shows_what_was_drawn(s, disc);
+}
+
+TEST(menu_overlays_on_disc, samples_show_what_was_drawn) {
+  for (const char* sample : {"sample.cvp", "sample-pal.cvp"}) {
+    const studio s;
+    const finished done =
+        run({{CORVANE_AUTHOR, "--no-iso", media(sample), s.out()}, {{"CORVANE_HOME", s.app()}}});
+    ASSERT_EQ(done.status, 0) << done.out;
+    const auto disc = s.disc();
+    ASSERT_TRUE(disc) << disc.error;
+    expect_disc_shows_what_was_drawn(s, *disc, std::string(sample) == "sample.cvp" ? 480 : 576);
+  }
+}
+
+}  // namespace
+}  // namespace corvane::disc
