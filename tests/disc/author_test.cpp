@@ -2,6 +2,7 @@
 #include "iso_volume.h"
 #include "report.h"
 #include "studio.h"
+#include "walk.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -31,8 +32,9 @@ void expect_sample(const std::string& name) {
   const auto asked = read_asked(media(name));
   ASSERT_TRUE(asked) << asked.error;
   for (const std::string& place : {s.out(), s.image()}) {
-    const auto disc = read_disc(place);
+    auto disc = read_disc(place);
     ASSERT_TRUE(disc) << disc.error;
+    press_all_buttons(place, *disc);
     EXPECT_TRUE(all_agree(report(*disc, &*asked, nullptr)))
         << place << "\n"
         << table(report(*disc, &*asked, nullptr), true);

@@ -3,12 +3,15 @@
 #include "disc.h"
 #include "iso_volume.h"
 #include "media.h"
+#include "menu_report.h"
 #include "report.h"
 #include "support/temporary_folder.h"
+#include "walk.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 
 namespace corvane::disc {
@@ -157,7 +160,7 @@ TEST(disc_report, disc_as_asked_agrees_and_any_other_does_not) {
     return other;
   };
   EXPECT_FALSE(agrees(with([](asked_disc& a) { a.region = "PAL"; })));
-  EXPECT_FALSE(agrees(with([](asked_disc& a) { a.menus = 1; })));
+  EXPECT_FALSE(agrees(with([](asked_disc& a) { a.menus.resize(1); })));
   EXPECT_FALSE(agrees(with([](asked_disc& a) { a.titles.push_back(a.titles[0]); })));
   EXPECT_FALSE(agrees(with([](asked_disc& a) { a.titles[0].chapters = {0, 2}; })));
   EXPECT_FALSE(agrees(with([](asked_disc& a) { a.titles[0].chapters = {0, 3, 4}; })));
@@ -198,6 +201,180 @@ TEST(disc_report, program_ends_with_what_it_found) {
   EXPECT_EQ(status(project_file(folder, chapters, "False"), folder.path("nowhere")), 2);
   EXPECT_EQ(run({{CORVANE_DISC_REPORT, disc}}).status, 0);
   EXPECT_EQ(run({{CORVANE_DISC_REPORT}}).status, 2);
+}
+
+/// Makes a disc of one title and one menu of two buttons; with `picture`, spumux has added the
+/// picture of them.
+void make_menu_disc(const temporary_folder& folder, bool picture) {
+  const std::string plain = folder.path("menu.mpg"), shown = folder.path("menusub.mpg");
+  const finished mux = run(
+      {{"mplex", "-v", "0", "-f", "8", "-o", plain, media("menu-ntsc.m2v"), media("menu.ac3")}});
+  ASSERT_EQ(mux.status, 0) << mux.out;
+  folder.add("m.xml", "<subpictures><stream><spu force=\"yes\" start=\"00:00:00.0\" highlight=\"" +
+                          folder.path("h.png") + "\" select=\"" + folder.path("h.png") +
+                          "\" transparent=\"010101\" autoorder=\"rows\">"
+                          "<button x0=\"100\" y0=\"100\" x1=\"200\" y1=\"120\"/>"
+                          "<button x0=\"100\" y0=\"200\" x1=\"200\" y1=\"220\"/>"
+                          "</spu></stream></subpictures>");
+  const finished drawn =
+      run({{"gm", "convert", "-size", "720x480", "xc:#010101", "-fill", "yellow", "-draw",
+            "rectangle 100,100 199,119", "-draw", "rectangle 100,200 199,219",
+            folder.path(picture ? "h.png" : "elsewhere.png")}});
+  ASSERT_EQ(drawn.status, 0) << drawn.out;
+  command add{{"spumux", folder.path("m.xml")}, {{"VIDEO_FORMAT", "NTSC"}}};
+  add.input_file = plain;
+  add.output_file = shown;
+  const finished added = run(add);
+  ASSERT_EQ(added.status, 0) << "not even a missing picture is a failure to spumux\n" << added.out;
+  folder.add("c.xml", "<dvdauthor dest=\"" + folder.path("disc") +
+                          "\"><vmgm/><titleset><menus><pgc pause=\"inf\">"
+                          "<button>jump title 1;</button><button>exit;</button><vob file=\"" +
+                          shown + "\"/></pgc></menus><titles><pgc><vob file=\"" +
+                          media("muxed-ntsc.vob") +
+                          "\"/><post>call menu;</post></pgc></titles></titleset></dvdauthor>");
+  const finished author =
+      run({{"dvdauthor", "-x", folder.path("c.xml")}, {{"VIDEO_FORMAT", "NTSC"}}});
+  ASSERT_EQ(author.status, 0) << author.out;
+}
+
+asked_disc asked_of_menu_disc() {
+  asked_disc asked;
+  asked.region = "NTSC";
+  asked.firstplay = "<default>";
+  asked.titles.resize(1);
+  asked.titles[0].files = {media("muxed-ntsc.vob")};
+  asked.titles[0].chapters = {0};
+  asked.titles[0].seconds = 6;
+  asked.titles[0].post = "call menu";
+  asked.menus.resize(1);
+  asked.menus[0] = {media("menu-ntsc.m2v"),
+                    media("menu.ac3"),
+                    false,
+                    {{100, 100, 200, 120, "jump title 1", "yellow", "yellow"},
+                     {100, 200, 200, 220, "exit", "yellow", "yellow"}}};
+  return asked;
+}
+
+TEST(disc_report, menu_as_asked_agrees_and_any_other_does_not) {
+  const temporary_folder folder;
+  make_menu_disc(folder, true);
+  auto disc = read_disc(folder.path("disc"));
+  ASSERT_TRUE(disc) << disc.error;
+  press_all_buttons(folder.path("disc"), *disc);
+  const asked_disc asked = asked_of_menu_disc();
+  const auto agrees = [&](const asked_disc& a) { return all_agree(report(*disc, &a, nullptr)); };
+  EXPECT_TRUE(agrees(asked)) << table(report(*disc, &asked, nullptr), true);
+
+  const auto with = [&](auto change) {
+    asked_disc other = asked;
+    change(other, other.menus[0]);
+    return other;
+  };
+  EXPECT_FALSE(agrees(with([](asked_disc&, asked_menu& m) { m.loop = true; })));
+  EXPECT_FALSE(agrees(with([](asked_disc&, asked_menu& m) { m.audio.clear(); })));
+  EXPECT_FALSE(agrees(with([](asked_disc&, asked_menu& m) { m.video = media("clip-ntsc.m2v"); })));
+  EXPECT_FALSE(agrees(with([](asked_disc&, asked_menu& m) { m.buttons.pop_back(); })));
+  EXPECT_FALSE(agrees(with([](asked_disc&, asked_menu& m) { m.buttons[1].x0 = 102; })));
+  EXPECT_FALSE(agrees(with([](asked_disc&, asked_menu& m) { m.buttons[1].y1 = 222; })));
+  EXPECT_FALSE(agrees(with([](asked_disc&, asked_menu& m) { m.buttons[0].highlight = "cyan"; })));
+  EXPECT_FALSE(agrees(with([](asked_disc&, asked_menu& m) { m.buttons[0].select = "white"; })));
+  EXPECT_FALSE(agrees(with([](asked_disc&, asked_menu& m) { m.buttons[0].action = "exit"; })));
+  EXPECT_FALSE(
+      agrees(with([](asked_disc&, asked_menu& m) { m.buttons[1].action = "jump title 1"; })));
+  EXPECT_FALSE(agrees(with([](asked_disc& a, asked_menu&) { a.titles[0].post = "exit"; })));
+  EXPECT_FALSE(agrees(with([](asked_disc& a, asked_menu&) { a.firstplay = "jump title 1"; })));
+}
+
+/// The count of its buttons would not show it: they are all there.
+TEST(disc_report, menu_to_which_no_picture_of_its_buttons_was_added_is_found_out) {
+  const temporary_folder folder;
+  make_menu_disc(folder, false);
+  auto disc = read_disc(folder.path("disc"));
+  ASSERT_TRUE(disc) << disc.error;
+  ASSERT_EQ(disc->menus.size(), 2u);
+  EXPECT_FALSE(disc->menus[0].shown);
+  const asked_disc asked = asked_of_menu_disc();
+  EXPECT_FALSE(all_agree(report(*disc, &asked, nullptr)))
+      << table(report(*disc, &asked, nullptr), true);
+  const auto rows = report(*disc, &asked, nullptr);
+  const auto row = std::find_if(rows.begin(), rows.end(),
+                                [](const report_row& r) { return r.name == "    picture"; });
+  ASSERT_NE(row, rows.end()) << table(rows, true);
+  EXPECT_EQ(row->found, "none");
+  EXPECT_EQ(row->says, verdict::differs);
+}
+
+TEST(disc_report, commands_lead_where_the_navigation_mode_has_them_lead) {
+  asked_disc plain = asked_of_menu_disc();
+  plain.menus.push_back(plain.menus[0]);
+  plain.menus.emplace_back();
+  asked_disc jump = plain;
+  jump.jumptable = true;
+  for (const asked_disc* asked : {&plain, &jump}) {
+    EXPECT_EQ(place_after("exit", 2, *asked), "stopped");
+    EXPECT_EQ(place_after("jump title 12", 2, *asked), "title 12 chapter 1");
+    EXPECT_EQ(place_after("jump title 1 chapter  2", 2, *asked), "title 1 chapter 2");
+    EXPECT_EQ(place_after("jump menu 1", 2, *asked), "menu 1");
+    EXPECT_EQ(place_after("jump menu 3", 2, *asked), std::nullopt) << "it has no buttons";
+    EXPECT_EQ(place_after("jump menu 4", 2, *asked), std::nullopt);
+    EXPECT_EQ(place_after("jump title 1; exit", 2, *asked), std::nullopt);
+  }
+  EXPECT_EQ(place_after("call menu", 2, plain), "menu 1");
+  EXPECT_EQ(place_after("jump titleset 1 menu", 2, plain), "menu 1");
+  EXPECT_EQ(place_after("call last menu", 2, plain), std::nullopt);
+  EXPECT_EQ(place_after("call menu 2", 1, jump), "menu 2");
+  EXPECT_EQ(place_after("call last menu", 2, jump), "menu 2");
+  EXPECT_EQ(place_after("jump titleset 1 menu", 2, jump), "menu 2");
+}
+
+/// A subpicture of 4 by 2 dots, by hand: codes 0 1 2 3, each a run of one, and 3 to the line's end.
+std::vector<std::uint8_t> small_subpicture() {
+  return {0,    32,   0,    8,                       // size, place of the commands
+          0x45, 0x67, 0x00, 0x03,                    // first and second line
+          0,    0,    0,    8,                       // at time 0, and the last list
+          0x00,                                      // forced
+          0x03, 0x32, 0x10,                          // colours of codes 3 2 1 0
+          0x04, 0xf7, 0x30,                          // their opacities
+          0x05, 0x00, 0xa0, 0x0d, 0x01, 0x40, 0x15,  // 10 to 13, 20 to 21
+          0x06, 0,    4,    0,    6,    0xff};       // places of the lines
+}
+
+TEST(subpicture, runs_and_commands_are_read) {
+  const auto picture = decode_subpicture(small_subpicture());
+  ASSERT_TRUE(picture) << picture.error;
+  EXPECT_TRUE(picture->forced);
+  EXPECT_EQ(picture->x0, 10);
+  EXPECT_EQ(picture->x1, 13);
+  EXPECT_EQ(picture->y0, 20);
+  EXPECT_EQ(picture->y1, 21);
+  EXPECT_THAT(picture->codes, ElementsAre(0, 1, 2, 3, 3, 3, 3, 3));
+  EXPECT_THAT(picture->at_rest.colour, ElementsAre(0, 1, 2, 3));
+  EXPECT_THAT(picture->at_rest.opacity, ElementsAre(0, 3, 7, 15));
+  EXPECT_EQ(picture->code_at(11, 20), 1);
+  EXPECT_EQ(picture->code_at(9, 20), -1);
+  EXPECT_EQ(picture->code_at(13, 22), -1);
+}
+
+TEST(subpicture, cut_off_units_fail_with_a_reason) {
+  std::vector<std::uint8_t> unit = small_subpicture();
+  ASSERT_TRUE(decode_subpicture(unit));
+  for (std::size_t size = 0; size < unit.size(); ++size)
+    EXPECT_NE(
+        decode_subpicture({unit.begin(), unit.begin() + static_cast<std::ptrdiff_t>(size)}).error,
+        "")
+        << size;
+  unit[12] = 0x0e;  // no command
+  EXPECT_EQ(decode_subpicture(unit).error, "the subpicture's commands cannot be read");
+}
+
+TEST(subpicture, palette_is_turned_into_colours) {
+  const auto text = [](std::uint32_t entry) {
+    const dot d = colour_of(entry);
+    return std::to_string(d.red) + " " + std::to_string(d.green) + " " + std::to_string(d.blue);
+  };
+  EXPECT_EQ(text(0x00108080), "0 0 0");
+  EXPECT_EQ(text(0x00eb8080), "255 255 255");
+  EXPECT_EQ(text(0x00d29210), "255 255 0");
 }
 
 TEST(disc_report, image_of_another_name_differs) {

@@ -76,12 +76,34 @@ void add_languages(const std::vector<std::string>& tags, asked_disc& asked) {
   }
 }
 
+asked_menu menu_of(const std::string& row, const std::string& options) {
+  const std::vector<std::string> files = split(row, '/');
+  asked_menu menu;
+  menu.video = files.empty() ? "" : native_from_stored(files[0]);
+  menu.audio = files.size() < 2 ? "" : native_from_stored(files[1]);
+  menu.loop = std::atoi(options.c_str()) == 1;
+  return menu;
+}
+
+std::string look_of(const std::string& field) {
+  return field.find('\\') == std::string::npos ? field : native_from_stored(field);
+}
+
+asked_button button_of(const std::string& record) {
+  std::vector<std::string> fields = split(record, '/');
+  fields.resize(7);
+  const auto number = [&](std::size_t i) { return std::atoi(fields[i].c_str()); };
+  return {number(0), number(1),          number(2),         number(3),
+          fields[4], look_of(fields[5]), look_of(fields[6])};
+}
+
+/// Rows "menu01: 10/ 20/...", one for each button.
 void add_buttons(const std::vector<std::string>& rows, asked_disc& asked) {
-  asked.buttons.assign(static_cast<std::size_t>(asked.menus), 0);
   for (const std::string& row : rows) {
     const int menu = row.size() > 7 ? std::atoi(row.substr(4, 2).c_str()) : 0;
-    if (menu >= 1 && menu <= asked.menus && !trimmed(row.substr(7)).empty())
-      ++asked.buttons[static_cast<std::size_t>(menu) - 1];
+    if (menu >= 1 && menu <= static_cast<int>(asked.menus.size()) &&
+        !trimmed(row.substr(7)).empty())
+      asked.menus[static_cast<std::size_t>(menu) - 1].buttons.push_back(button_of(row.substr(7)));
   }
 }
 
@@ -154,8 +176,9 @@ result<asked_disc> read_asked(const std::string& native_project_path) {
   const auto chapters = lines.section();
   const auto delays = lines.section();
   add_languages(lines.section(), asked);
-  asked.menus = static_cast<int>(lines.section().size());
-  lines.section();
+  const auto menus = lines.section(), options = lines.section();
+  for (std::size_t i = 0; i < menus.size(); ++i)
+    asked.menus.push_back(menu_of(menus[i], i < options.size() ? options[i] : ""));
   add_buttons(lines.section(), asked);
   const auto posts = lines.section();
   lines.section();

@@ -20,11 +20,22 @@ struct asked_title {
   bool is_ready() const { return files.size() == 1; }
 };
 
+struct asked_button {
+  int x0 = 0, y0 = 0, x1 = 0, y1 = 0;
+  std::string action;
+  std::string highlight, select;  ///< colour, or native path of a bitmap
+};
+
+struct asked_menu {
+  std::string video, audio;  ///< native paths; no audio: empty
+  bool loop = false;
+  std::vector<asked_button> buttons;
+};
+
 struct asked_disc {
   std::vector<asked_title> titles;
   std::vector<std::string> audio_languages;  ///< two letters, lower case, per audio stream
-  int menus = 0;
-  std::vector<int> buttons;  ///< per menu
+  std::vector<asked_menu> menus;
   std::string firstplay, region;
   bool iso = false, jumptable = false, hand_edited = false;
 };

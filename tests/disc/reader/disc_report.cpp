@@ -1,10 +1,12 @@
 // disc-report [--project PROJECT.cvp] DISC...
 //
 // Prints what is on a DVD-Video disc (a folder that holds VIDEO_TS, or an image), with --project
-// beside what the project asks for. Status 0: read (and as asked for); 1: disc and project
-// disagree, or the image it asks for is not among the discs; 2: bad arguments or nothing to read.
+// beside what the project asks for. The buttons of its menus are pressed on a player's machine.
+// Status 0: read (and as asked for); 1: disc and project disagree, or the image it asks for is not
+// among the discs; 2: bad arguments or nothing to read.
 #include "platform/files.h"
 #include "report.h"
+#include "walk.h"
 
 #include <algorithm>
 #include <iostream>
@@ -32,11 +34,12 @@ int report_on(const std::string& place, const asked_disc* asked) {
     }
     image = *volume;
   }
-  const auto on_disc = read_disc(place);
+  auto on_disc = read_disc(place);
   if (!on_disc) {
     std::cerr << "disc-report: " << on_disc.error << "\n";
     return 2;
   }
+  press_all_buttons(place, *on_disc);
   const auto rows = report(*on_disc, asked, image ? &*image : nullptr);
   std::cout << (image ? "Image " : "Folder ") << place << "\n\n"
             << table(rows, asked != nullptr) << "\n";

@@ -92,6 +92,13 @@ std::string player::press(int button) {
   return machine_->play_until([] { return true; });
 }
 
+std::string player::call_menu() {
+  if (machine_->nav == nullptr ||
+      dvdnav_menu_call(machine_->nav, DVD_MENU_Root) != DVDNAV_STATUS_OK)
+    return machine_->failure();
+  return machine_->play_until([this] { return machine_->title == 0; });
+}
+
 std::string player::play_to_end() {
   if (machine_->nav == nullptr)
     return machine_->failure();

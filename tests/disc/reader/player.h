@@ -22,6 +22,9 @@ class player {
   /// Presses a button (1-based) of the menu shown; then as `start`.
   std::string press(int button);
 
+  /// Presses the menu key of the remote control; then as `start`.
+  std::string call_menu();
+
   /// Plays the title or menu shown to its end, up to where something else is shown; chapters of
   /// one title are not something else.
   std::string play_to_end();

@@ -1,12 +1,12 @@
 #include "report.h"
 
+#include "menu_report.h"
 #include "platform/paths.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
-#include <sstream>
 
 namespace corvane::disc {
 
@@ -63,7 +63,7 @@ std::string with_language(const std::string& text, const std::string& language) 
 std::optional<std::string> first_command(const asked_disc& asked) {
   if (asked.firstplay != "<default>")
     return machine_command(asked.firstplay);
-  return asked.menus > 0 ? std::nullopt : std::optional<std::string>("JumpTT 1");
+  return !asked.menus.empty() ? std::nullopt : std::optional<std::string>("JumpTT 1");
 }
 
 class reporter {
@@ -75,7 +75,8 @@ class reporter {
     add_disc();
     for (const title& t : disc_.titles)
       add_title(t);
-    add_menus();
+    for (report_row& row : menu_rows(disc_, asked_))
+      rows_.push_back(std::move(row));
     add_image();
     return std::move(rows_);
   }
@@ -110,6 +111,18 @@ class reporter {
          found == "JumpTT" + expected->substr(std::min<std::size_t>(10, expected->size())));
     add("first play", asked_ ? asked_->firstplay : "", found,
         expected ? agreement(same) : verdict::not_compared);
+    if (!disc_.begins_with.empty())
+      add_beginning();
+  }
+
+  void add_beginning() {
+    const bool by_default = asked_ && asked_->firstplay == "<default>";
+    const std::string first =
+        asked_ && !asked_->menus.empty() ? "jump titleset 1 menu" : "jump title 1";
+    const auto expected =
+        asked_ ? place_after(by_default ? first : asked_->firstplay, 1, *asked_) : std::nullopt;
+    add("  shows", "", disc_.begins_with,
+        expected ? agreement(*expected == disc_.begins_with) : verdict::not_compared);
   }
 
   const asked_title* asked_title_of(const title& t) const {
@@ -171,44 +184,11 @@ class reporter {
   }
 
   void add_post(const title& t, const asked_title* a) {
-    std::string post = a ? a->post : "";
-    if (a && post.empty())
-      post = t.number < static_cast<int>(disc_.titles.size())
-                 ? "jump title " + std::to_string(t.number + 1)
-                 : "exit";
+    const std::string post = a ? post_command(*asked_, t.number) : "";
     const auto expected = machine_command(post);
     const std::string found = texts_of(t.chain.post);
     add("  after it", post, found,
         expected ? agreement(found == *expected) : verdict::not_compared);
-  }
-
-  void add_menus() {
-    std::size_t found = 0;
-    for (const menu& m : disc_.menus)
-      found += m.chain.seconds > 0 ? 1 : 0;
-    const bool same = asked_ && found == static_cast<std::size_t>(asked_->menus);
-    add("menus", asked_ ? std::to_string(asked_->menus) : "", std::to_string(found),
-        agreement(same));
-    std::size_t n = 0;
-    for (const menu& m : disc_.menus) {
-      if (m.chain.seconds <= 0)
-        continue;  // a chain without pictures, which dvdauthor adds to jump to the first menu
-      const bool asked = asked_ && n < asked_->buttons.size();
-      const auto buttons = asked ? static_cast<std::size_t>(asked_->buttons[n]) : 0;
-      add("  menu " + std::to_string(++n), asked ? plural(buttons, "button") : "",
-          plural(m.buttons.size(), "button") + ", " + clock_text(m.chain.seconds),
-          asked ? agreement(m.buttons.size() == buttons) : verdict::not_compared);
-      add_buttons(m);
-    }
-  }
-
-  void add_buttons(const menu& m) {
-    int n = 0;
-    for (const button& b : m.buttons) {
-      std::ostringstream text;
-      text << b.x0 << "," << b.y0 << " to " << b.x1 << "," << b.y1 << ": " << b.command.text();
-      add("    button " + std::to_string(++n), "", text.str());
-    }
   }
 
   void add_image() {
@@ -252,6 +232,14 @@ std::optional<std::string> machine_command(const std::string& post) {
   if (std::sscanf(post.c_str(), "jump title %d%n", &title, &used) == 1 && used == length)
     return "JumpVTS_TT " + std::to_string(title);
   return std::nullopt;
+}
+
+std::string post_command(const asked_disc& asked, int title) {
+  const std::string& post = asked.titles[static_cast<std::size_t>(title) - 1].post;
+  if (!post.empty())
+    return post;
+  return title < static_cast<int>(asked.titles.size()) ? "jump title " + std::to_string(title + 1)
+                                                       : "exit";
 }
 
 std::vector<report_row> report(const contents& on_disc, const asked_disc* asked,

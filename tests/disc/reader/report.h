@@ -33,6 +33,9 @@ std::vector<report_row> report(const contents& on_disc, const asked_disc* asked,
 /// "JumpVTS_TT 2"); nothing for commands that become more than one.
 std::optional<std::string> machine_command(const std::string& post);
 
+/// What a title (1-based) is asked to do when it has been played, the default when it is not said.
+std::string post_command(const asked_disc& asked, int title);
+
 bool all_agree(const std::vector<report_row>& rows);
 
 /// The rows as text for a person, columns aligned; the column of what was asked only when
