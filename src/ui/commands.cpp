@@ -1,9 +1,11 @@
 #include "ui/commands.h"
 
+#include "menus/menu_entries.h"
 #include "project/preferences.h"
 #include "project/project_file.h"
 #include "project/title_commands.h"
 #include "ui/main_window.h"
+#include "ui/menu_windows.h"
 
 namespace corvane {
 namespace {
@@ -56,7 +58,7 @@ menu menus_menu() {
           "menus",
           {command("addmenu", "add new titleset menu", nullptr),
            command("editmenu", "edit existing titleset menu", nullptr),
-           command("remove", "remove titleset menu", nullptr),
+           command("remove", "remove titleset menu", remove_menu),
            command("still", "create m2v still", nullptr),
            command("framecount", "set m2v framecount", nullptr),
            command("avisynth", "create motion menu script", nullptr)}};
@@ -75,7 +77,7 @@ menu extras_menu() {
 menu tools_menu() {
   return {"tools",
           "tools",
-          {check("jumptable", "use JumpTable", nullptr),
+          {check("jumptable", "use JumpTable", core<jumptable_command>),
            command("layoutprint", "generate layout report", nullptr),
            command("register", "register .cvp extension", nullptr),
            command("mnuabout", "about", core<about_command>, "F1")}};
@@ -112,7 +114,7 @@ const std::vector<tool>& main_tools() {
        "nav cmds",
        "change the command executed after the selected title has finished",
        "edit the post cmds of the titles on the dvd",
-       nullptr,
+       edit_navcommands,
        {}},
       {"menus",
        "menus",
@@ -121,7 +123,7 @@ const std::vector<tool>& main_tools() {
        nullptr,
        {{"add", "add titleset menu", nullptr},
         {"edit", "edit titleset menu", nullptr},
-        {"remove", "remove titleset menu", nullptr}}},
+        {"remove", "remove titleset menu", remove_menu}}},
       {"extras",
        "extras",
        "add extra audio streams, or subtitles",

@@ -15,6 +15,11 @@ inline constexpr int main_width = 660;
 inline constexpr int main_height = 480;
 inline constexpr int list_height = 120;  ///< least height of the title list
 
+inline constexpr int picker_width = 420;
+inline constexpr int picker_height = 180;
+
+inline constexpr int commands_height = 180;  ///< least height of the list of post commands
+
 inline constexpr int log_width = 720;
 inline constexpr int log_height = 460;
 inline constexpr int log_least_width = 320;

@@ -10,6 +10,7 @@
 #include "ui/file_drop.h"
 #include "ui/icons.h"
 #include "ui/layout.h"
+#include "ui/menu_windows.h"
 #include "ui/project_view.h"
 #include "ui/shown_text.h"
 
@@ -18,6 +19,7 @@
 #include <wx/toolbar.h>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace corvane {
@@ -64,7 +66,11 @@ main_window::main_window(std::string app, const std::string& media_folder)
   refresh();
 }
 
-main_window::~main_window() = default;
+// A window that works on the project must not outlive it.
+main_window::~main_window() {
+  if (borrower_ != nullptr)
+    delete borrower_.get();
+}
 
 void main_window::make_controls() {
   bars_ = std::make_unique<command_bars>(*this);
@@ -90,19 +96,24 @@ void main_window::make_controls() {
 void main_window::bind_keys() {
   const int up = wxWindow::NewControlId();
   const int down = wxWindow::NewControlId();
+  const int nav_commands = wxWindow::NewControlId();
   Bind(
       wxEVT_MENU, [this](wxCommandEvent&) { run(titleup_command); }, up);
   Bind(
       wxEVT_MENU, [this](wxCommandEvent&) { run(titledown_command); }, down);
   Bind(
+      wxEVT_MENU, [this](wxCommandEvent&) { edit_navcommands(*this); }, nav_commands);
+  Bind(
       wxEVT_MENU, [this](wxCommandEvent&) { Close(); }, wxID_EXIT);
-  wxAcceleratorEntry keys[] = {
-      {wxACCEL_ALT, WXK_UP, up}, {wxACCEL_ALT, WXK_DOWN, down}, {wxACCEL_CTRL, 'Q', wxID_EXIT}};
-  SetAcceleratorTable(wxAcceleratorTable(3, keys));
+  const wxAcceleratorEntry keys[] = {{wxACCEL_ALT, WXK_UP, up},
+                                     {wxACCEL_ALT, WXK_DOWN, down},
+                                     {wxACCEL_CTRL, 'N', nav_commands},
+                                     {wxACCEL_CTRL, 'Q', wxID_EXIT}};
+  SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(std::size(keys)), keys));
 }
 
 bool main_window::may_command() const {
-  return !in_command_ && !runner_.running();
+  return !in_command_ && !lent_ && !runner_.running();
 }
 
 void main_window::run(const std::function<void(workbench&)>& command) {
@@ -113,6 +124,18 @@ void main_window::run(const std::function<void(workbench&)>& command) {
     command(bench_);
   }
   refresh();
+}
+
+void main_window::lend(
+    const std::function<wxTopLevelWindow*(workbench&, std::function<void()>)>& open) {
+  if (!may_command())
+    return;
+  lent_ = true;
+  borrower_ = open(bench_, [this] {
+    lent_ = false;
+    refresh();
+    focus_titles();
+  });
 }
 
 void main_window::author() {
@@ -166,6 +189,12 @@ void main_window::let_commands(bool enabled) {
   bars_->enable(enabled);
   view_->Enable(enabled);
   if (enabled)
+    focus_titles();
+}
+
+// GTK selects the first row of a list that gets the focus and has none selected.
+void main_window::focus_titles() {
+  if (p_.selected >= 0)
     view_->SetFocus();
 }
 
@@ -206,7 +235,9 @@ void main_window::on_close(wxCloseEvent& event) {
     Destroy();
     return;
   }
-  if (in_command_ || !stop_run()) {
+  if (in_command_ || lent_ || !stop_run()) {
+    if (lent_ && borrower_ != nullptr)
+      borrower_->Raise();
     event.Veto();
     return;
   }

@@ -14,6 +14,7 @@
 
 #include <wx/frame.h>
 #include <wx/timer.h>
+#include <wx/weakref.h>
 
 #include <functional>
 #include <memory>
@@ -32,12 +33,18 @@ class main_window : public wxFrame {
   main_window(std::string app, const std::string& media_folder);
   ~main_window() override;
 
-  // What the items of the tables do. None does anything while a run or another command is on.
+  // What the items of the tables do. None does anything while a run or another command is on, or
+  // another window has the project.
   void run(const std::function<void(workbench&)>& command);
   void author();
   void show_log();
   void clear_log();
   void drop_down(const std::string& tool_caption);
+
+  /// Lends the project to a window that `open` makes and shows, and runs no command until that
+  /// window calls the function it was given: then it is gone, or about to go. The window keeps this
+  /// one disabled.
+  void lend(const std::function<wxTopLevelWindow*(workbench&, std::function<void()>)>& open);
 
   /// Loads a project named on the command line (native, absolute).
   void load(const std::string& path);
@@ -59,6 +66,7 @@ class main_window : public wxFrame {
   void make_controls();
   void bind_keys();
   void refresh();
+  void focus_titles();
   void on_close(wxCloseEvent& event);
   bool stop_run();
   bool may_command() const;
@@ -77,6 +85,8 @@ class main_window : public wxFrame {
   std::unique_ptr<command_bars> bars_;
   project_view* view_ = nullptr;
   bool in_command_ = false;
+  bool lent_ = false;
+  wxWeakRef<wxTopLevelWindow> borrower_;
 };
 
 }  // namespace corvane

@@ -50,6 +50,8 @@ bool stands_in(GtkWidget* widget, label_place place) {
     case label_place::button:
       return gtk_widget_get_ancestor(widget, GTK_TYPE_BUTTON) != nullptr &&
              gtk_widget_get_ancestor(widget, GTK_TYPE_TOOLBAR) == nullptr;
+    case label_place::anywhere:
+      return true;
   }
   return false;
 }

@@ -8,10 +8,10 @@
 
 namespace corvane::testing_support {
 
-enum class label_place { menu, toolbar, button };
+enum class label_place { menu, toolbar, button, anywhere };
 
 /// The middle (screen coordinates) of the shown label with this text in a menu or menu bar, in a
-/// toolbar, or on a button.
+/// toolbar, on a button, or anywhere.
 std::optional<wxPoint> find_label(const std::string& text, label_place place);
 
 /// The middle of the arrow beside the toolbar button of that caption.

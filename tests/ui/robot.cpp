@@ -64,6 +64,19 @@ bool wait_for_dialog(const std::string& title) {
   return seen;
 }
 
+wxWindow* find(const std::string& name, const std::string& window) {
+  if (window.empty())
+    return wxWindow::FindWindowByName(name);
+  const wxWindow* within = wxWindow::FindWindowByName(window);
+  return within == nullptr ? nullptr : wxWindow::FindWindowByName(name, within);
+}
+
+wxPoint middle_of_row(int row, const std::string& window) {
+  const wxRect place = ask_ui([&] { return control("List1", window)->GetScreenRect(); });
+  const int height = ask_ui([&] { return list_row_height(*control("List1", window)); });
+  return {place.x + 40, place.y + 3 + height * row + height / 2};
+}
+
 }  // namespace
 
 void on_ui(const std::function<void()>& f) {
@@ -102,6 +115,13 @@ void click_at(wxPoint screen) {
   pause_for(std::chrono::milliseconds(120));
 }
 
+void double_click_at(wxPoint screen) {
+  xdotool("mousemove " + at(screen));
+  pause_for(std::chrono::milliseconds(60));
+  xdotool("click --repeat 2 --delay 60 1");
+  pause_for(std::chrono::milliseconds(120));
+}
+
 void press(const std::string& keys) {
   xdotool("key --clearmodifiers " + quoted(keys));
   pause_for(std::chrono::milliseconds(120));
@@ -112,9 +132,9 @@ void type_text(const std::string& text) {
   pause_for(std::chrono::milliseconds(120));
 }
 
-wxWindow* control(const std::string& name) {
-  wxWindow* found = wxWindow::FindWindowByName(name);
-  EXPECT_NE(found, nullptr) << name;
+wxWindow* control(const std::string& name, const std::string& window) {
+  wxWindow* found = find(name, window);
+  EXPECT_NE(found, nullptr) << window << " " << name;
   return found;
 }
 
@@ -122,10 +142,10 @@ std::string label_of(const std::string& name) {
   return ask_ui([&] { return utf8_of(control(name)->GetLabel()); });
 }
 
-void click_control(const std::string& name) {
+void click_control(const std::string& name, const std::string& window) {
   wxRect place;
   EXPECT_TRUE(wait_until([&] {
-    const wxWindow* found = wxWindow::FindWindowByName(name);
+    const wxWindow* found = find(name, window);
     if (found == nullptr || !found->IsShownOnScreen())
       return false;
     place = found->GetScreenRect();
@@ -134,10 +154,34 @@ void click_control(const std::string& name) {
   click_at(wxPoint(place.x + place.width / 2, place.y + place.height / 2));
 }
 
-void click_row(int row) {
-  const wxRect place = ask_ui([] { return control("List1")->GetScreenRect(); });
-  const int height = ask_ui([] { return list_row_height(*control("List1")); });
-  click_at(wxPoint(place.x + 40, place.y + 3 + height * row + height / 2));
+void click_row(int row, const std::string& window) {
+  click_at(middle_of_row(row, window));
+}
+
+void double_click_row(int row, const std::string& window) {
+  double_click_at(middle_of_row(row, window));
+}
+
+bool window_comes(const std::string& name) {
+  const bool seen = wait_until([&] {
+    const wxWindow* window = wxWindow::FindWindowByName(name);
+    return window != nullptr && window->IsShownOnScreen();
+  });
+  pause_for(std::chrono::milliseconds(200));  // until the window manager has given it the keys
+  return seen;
+}
+
+bool window_goes(const std::string& name) {
+  return wait_until([&] { return wxWindow::FindWindowByName(name) == nullptr; });
+}
+
+std::vector<std::string> list_rows(const std::string& window) {
+  return ask_ui([&] {
+    std::vector<std::string> all;
+    for (const wxString& row : dynamic_cast<wxListBox*>(control("List1", window))->GetStrings())
+      all.push_back(utf8_of(row));
+    return all;
+  });
 }
 
 void click_menu(const std::string& menu, const std::string& item) {
@@ -155,6 +199,10 @@ void click_tool(const std::string& caption) {
 
 void click_tool_arrow(const std::string& caption) {
   click_at(settled([&] { return find_tool_arrow(caption); }, "arrow of " + caption));
+}
+
+void click_button(const std::string& label) {
+  click_at(middle_of(label, label_place::button));
 }
 
 std::optional<seen_dialog> top_dialog() {

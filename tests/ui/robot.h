@@ -34,21 +34,32 @@ bool wait_until(const std::function<bool()>& condition, double seconds = 15);
 
 // The pointer and the keys.
 void click_at(wxPoint screen);
+void double_click_at(wxPoint screen);
 void hover_at(wxPoint screen);
 void press(const std::string& keys);  ///< as xdotool names them: "ctrl+s", "Return"
 void type_text(const std::string& text);
 
-/// Clicks on the middle of the control of that name, which must be on the screen.
-void click_control(const std::string& name);
+// A control's name is looked for in `window` (the name of one), the first of them otherwise.
 
-/// Clicks on the title list's row (0-based), or on the empty place below the rows.
-void click_row(int row);
+/// Clicks on the middle of the control of that name, which must be on the screen.
+void click_control(const std::string& name, const std::string& window = "");
+
+/// Clicks on a row (0-based) of the list `List1`, or on the empty place below the rows.
+void click_row(int row, const std::string& window = "");
+void double_click_row(int row, const std::string& window = "");
 
 /// The control of that name; only for use in the main thread.
-wxWindow* control(const std::string& name);
+wxWindow* control(const std::string& name, const std::string& window = "");
 
 /// The control's label.
 std::string label_of(const std::string& name);
+
+/// Whether a window of that name is on the screen, waited for; whether it is gone, waited for.
+bool window_comes(const std::string& name);
+bool window_goes(const std::string& name);
+
+/// The rows of the list `List1` as they are shown.
+std::vector<std::string> list_rows(const std::string& window = "");
 
 /// Opens a menu of the menu bar and clicks on one of its items.
 void click_menu(const std::string& menu, const std::string& item);
@@ -56,6 +67,9 @@ void click_menu(const std::string& menu, const std::string& item);
 /// Clicks on the toolbar's button of that caption, or on the arrow beside it.
 void click_tool(const std::string& caption);
 void click_tool_arrow(const std::string& caption);
+
+/// Clicks on the button of that label.
+void click_button(const std::string& label);
 
 /// Clicks on an item of the drop-down that is open.
 void click_menu_item(const std::string& item);

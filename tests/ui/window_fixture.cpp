@@ -1,5 +1,7 @@
 #include "ui/window_fixture.h"
 
+#include "menus/button_record.h"
+#include "project/project_file.h"
 #include "ui/app.h"
 #include "ui/main_window.h"
 #include "ui/shown_text.h"
@@ -76,13 +78,48 @@ void window_test::add_title(const std::string& video, const std::string& audio) 
   EXPECT_TRUE(no_dialog());
 }
 
-std::vector<std::string> window_test::rows() {
-  return ask_ui([] {
-    std::vector<std::string> all;
-    for (const wxString& row : dynamic_cast<wxListBox*>(control("List1"))->GetStrings())
-      all.push_back(utf8_of(row));
-    return all;
+project window_test::project_with_menus(int titles) {
+  project p;
+  for (int i = 0; i < titles; ++i) {
+    const std::string name(1, static_cast<char>('a' + i));
+    file(name + ".m2v");
+    file(name + ".ac3");
+    p.List11.push_back(folder_.stored(name + ".m2v") + "/" + folder_.stored(name + ".ac3"));
+    p.chapters.emplace_back("00:00:00.00");
+    p.delay.emplace_back("0");
+    p.subtitledata.emplace_back("<none>");
+    p.subtitleoptions.push_back(default_subtitleoptions("NTSC"));
+  }
+  rebuild_List1(p);
+  for (const char* name : {"intro.m2v", "second.m2v"})
+    std::filesystem::copy_file(real_video(), path_of(folder_.path(name)),
+                               std::filesystem::copy_options::overwrite_existing);
+  file("intro.ac3");
+  p.menulist = {folder_.stored("intro.m2v") + "/" + folder_.stored("intro.ac3"),
+                folder_.stored("second.m2v") + "/"};
+  p.moremenuoptions = {new_menu_options, new_menu_options};
+  p.menubuttons = {" 0/ 0/ 100/ 3/exit/black/black| 0/ 50/ 100/ 53/jump title 1/black/black", ""};
+  return p;
+}
+
+void window_test::load(const project& p) {
+  const std::string path = folder_.add("disc.cvp", project_text(p));
+  on_ui([this, path] { window_->CallAfter([this, path] { window_->load(path); }); });
+  EXPECT_TRUE(wait_until([&] {
+    const project& shown = window_->shown_project();
+    return shown.menulist == p.menulist && shown.jumptable == p.jumptable;
+  }));
+}
+
+void window_test::close(const std::string& name) {
+  on_ui([&] {
+    wxWindow* window = control(name);
+    window->CallAfter([window] { window->Close(); });
   });
+}
+
+std::vector<std::string> window_test::rows() {
+  return list_rows("main");
 }
 
 int window_test::selection() {

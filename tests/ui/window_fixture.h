@@ -1,6 +1,7 @@
 // A test with the real main window on the display, in folders of its own.
 #pragma once
 
+#include "project/project.h"
 #include "support/temporary_folder.h"
 #include "ui/robot.h"
 
@@ -21,6 +22,17 @@ class window_test : public testing::Test {
 
   /// Adds a title through the dialogs.
   void add_title(const std::string& video, const std::string& audio);
+
+  /// A project of `titles` titles ("a.m2v" with "a.ac3", "b.m2v", ...) and two menus: "intro.m2v"
+  /// with audio and two buttons, "second.m2v" with neither. Its files are there; those of the menus
+  /// are real.
+  project project_with_menus(int titles);
+
+  /// Saves a project as it is and loads it into the window.
+  void load(const project& p);
+
+  /// Asks a window to close, as its close box does.
+  static void close(const std::string& name);
 
   /// Rows of the title list as they are shown.
   static std::vector<std::string> rows();

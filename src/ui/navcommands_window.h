@@ -1,0 +1,49 @@
+// The dialog "navigation commands editor": what follows each title, and what the disc plays first.
+// A view of the model `navcommands`, which has the rules.
+//
+// Modeless; owns itself. While it is open the main window is disabled. Only "accept" writes to the
+// project.
+#pragma once
+
+#include "menus/navcommands.h"
+
+#include <wx/dialog.h>
+
+#include <functional>
+
+class wxComboBox;
+class wxKeyEvent;
+class wxListBox;
+class wxSizer;
+class wxTextCtrl;
+
+namespace corvane {
+
+class navcommands_window : public wxDialog {
+ public:
+  /// Disables `main`. When the user leaves the dialog, it enables `main` and calls `closed`; when
+  /// it goes with `main`, it does neither.
+  navcommands_window(wxWindow* main, navcommands model, std::function<void()> closed);
+
+ private:
+  wxSizer* make_titles();
+  wxSizer* make_command();
+  wxSizer* make_first_play();
+  wxSizer* make_buttons();
+  void bind_controls();
+  void on_list_key(wxKeyEvent& event);
+  void select();
+  void edit_command();
+  void change_command();
+  void accept();
+  void leave();
+
+  navcommands model_;
+  std::function<void()> closed_;
+  wxListBox* List1_ = nullptr;
+  wxTextCtrl* Text1_ = nullptr;
+  wxComboBox* Combo1_ = nullptr;
+  wxComboBox* firstplay_ = nullptr;
+};
+
+}  // namespace corvane

@@ -1,0 +1,303 @@
+// The navigation commands dialog with a real pointer and real keys.
+#include "ui/gtk_sight.h"
+#include "ui/main_window.h"
+#include "ui/shown_text.h"
+#include "ui/window_fixture.h"
+
+#include <gmock/gmock.h>
+#include <wx/combobox.h>
+#include <wx/listbox.h>
+#include <wx/textctrl.h>
+
+namespace corvane::testing_support {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+constexpr const char* dialog = "navcommands";
+
+class navigation : public window_test {
+ protected:
+  const project& shown() const { return window_->shown_project(); }
+
+  /// A project of `titles` titles without menus.
+  project titles_only(int titles) {
+    project p = project_with_menus(titles);
+    p.menulist.clear();
+    p.moremenuoptions.clear();
+    p.menubuttons.assign(1, "");
+    return p;
+  }
+
+  static void open() {
+    click_tool("nav cmds");
+    ASSERT_TRUE(window_comes(dialog));
+  }
+  static void accept() {
+    click_button("accept");
+    EXPECT_TRUE(window_goes(dialog));
+  }
+
+  static wxComboBox& combo(const char* name) {
+    return *dynamic_cast<wxComboBox*>(control(name, dialog));
+  }
+  static std::string value(const char* name) {
+    return ask_ui([=] { return utf8_of(combo(name).GetValue()); });
+  }
+  static std::vector<std::string> items(const char* name) {
+    return ask_ui([=] {
+      std::vector<std::string> all;
+      for (const wxString& item : combo(name).GetStrings())
+        all.push_back(utf8_of(item));
+      return all;
+    });
+  }
+  static std::string title_name() {
+    return ask_ui(
+        [] { return utf8_of(dynamic_cast<wxTextCtrl*>(control("Text1", dialog))->GetValue()); });
+  }
+
+  /// A row of the list as it is shown: 20 characters, a gap, 25 characters.
+  static std::string row(std::string title, std::string command) {
+    title.resize(20, ' ');
+    command.resize(25, ' ');
+    return title + "   " + command;
+  }
+  static std::string stored(std::string command) {
+    command.resize(25, ' ');
+    return command;
+  }
+};
+
+TEST_F(navigation, dialog_offers_the_defaults_of_three_titles) {
+  load(titles_only(3));
+  open();
+  screenshot("navcommands");
+  EXPECT_EQ(ask_ui([] { return utf8_of(control(dialog)->GetLabel()); }),
+            "navigation commands editor");
+  EXPECT_THAT(list_rows(dialog), ElementsAre(row("title1:a.m2v/a.ac3", "jump title 2"),
+                                             row("title2:b.m2v/b.ac3", "jump title 3"),
+                                             row("title3:c.m2v/c.ac3", "exit")));
+  EXPECT_EQ(title_name(), "");
+  EXPECT_EQ(value("Combo1"), "exit");
+  EXPECT_EQ(value("firstplay"), "<default>");
+  EXPECT_THAT(items("Combo1"), ElementsAre("jump title 1", "jump title 2", "jump title 3", "exit"));
+  EXPECT_THAT(items("firstplay"),
+              ElementsAre("jump title 1", "jump title 2", "jump title 3", "<default>"));
+  press("Escape");
+  EXPECT_TRUE(window_goes(dialog));
+}
+
+TEST_F(navigation, controls_have_their_names_tips_and_a_fixed_pitch) {
+  load(titles_only(1));
+  open();
+  on_ui([] {
+    for (const char* name : {"List1", "Text1", "Combo1", "firstplay", "Command1"})
+      EXPECT_EQ(accessible_name(*control(name, dialog)), name);
+    EXPECT_EQ(utf8_of(control("List1", dialog)->GetToolTipText()),
+              "double click on the entry to modify the command after the title is finished (post "
+              "command)");
+    EXPECT_EQ(utf8_of(control("firstplay", dialog)->GetToolTipText()),
+              "sets the first thing that is played when the dvd begins.");
+    EXPECT_TRUE(control("List1", dialog)->GetFont().IsFixedWidth());
+    EXPECT_TRUE(combo("Combo1").IsEditable());
+    EXPECT_FALSE(dynamic_cast<wxTextCtrl*>(control("Text1", dialog))->IsEditable());
+    for (const char* label : {"Title name", "Post command", "first play"})
+      EXPECT_TRUE(find_label(label, label_place::anywhere)) << label;
+  });
+  close(dialog);
+  EXPECT_TRUE(window_goes(dialog));
+}
+
+TEST_F(navigation, selected_row_is_shown_and_a_picked_command_rewrites_it) {
+  load(titles_only(3));
+  open();
+  EXPECT_FALSE(ask_ui([] { return combo("Combo1").IsEnabled(); }));
+  click_row(1, dialog);
+  EXPECT_EQ(title_name(), "title2:b.m2v/b.ac3");
+  EXPECT_EQ(value("Combo1"), "jump title 3");
+  click_control("Combo1", dialog);
+  press("alt+Down");  // opens the list
+  press("Home");
+  press("Return");
+  EXPECT_TRUE(wait_until([] { return combo("Combo1").GetValue() == "jump title 1"; }));
+  EXPECT_EQ(list_rows(dialog)[1], row("title2:b.m2v/b.ac3", "jump title 1"));
+  EXPECT_THAT(shown().postinfo, IsEmpty());
+  accept();
+  EXPECT_THAT(shown().postinfo,
+              ElementsAre(stored("jump title 2"), stored("jump title 1"), stored("exit")));
+  EXPECT_EQ(shown().firstplay, "<default>");
+}
+
+TEST_F(navigation, typed_command_of_30_characters_is_kept_to_its_first_25) {
+  load(titles_only(2));
+  open();
+  double_click_row(0, dialog);
+  EXPECT_TRUE(wait_until([] { return combo("Combo1").HasFocus(); }));
+  type_text("abcdefghijklmnopqrstuvwxyz1234");
+  EXPECT_TRUE(wait_until([] { return combo("Combo1").GetValue().length() >= 25; }));
+  EXPECT_EQ(list_rows(dialog)[0], row("title1:a.m2v/a.ac3", "abcdefghijklmnopqrstuvwxy"));
+  accept();
+  EXPECT_THAT(shown().postinfo, ElementsAre("abcdefghijklmnopqrstuvwxy", stored("exit")));
+}
+
+TEST_F(navigation, all_of_it_goes_with_the_keys_alone) {
+  load(titles_only(2));
+  press("ctrl+n");
+  ASSERT_TRUE(window_comes(dialog));
+  press("Down");
+  press("Return");
+  type_text("exit");
+  press("Return");
+  press("Down");
+  press("Return");
+  type_text("jump title 1");
+  press("Tab");
+  press("Tab");  // GTK stops at the arrow, too
+  type_text("jump title 2");
+  press("alt+a");
+  EXPECT_TRUE(window_goes(dialog));
+  EXPECT_THAT(shown().postinfo, ElementsAre(stored("exit"), stored("jump title 1")));
+  EXPECT_EQ(shown().firstplay, "jump title 2");
+}
+
+TEST_F(navigation, first_play_is_kept_and_an_emptied_one_is_the_default) {
+  load(project_with_menus(1));
+  open();
+  EXPECT_THAT(items("firstplay"), ElementsAre("jump title 1", "jump titleset 1 menu", "<default>"));
+  click_control("firstplay", dialog);
+  press("ctrl+a");
+  type_text("jump titleset 1 menu");
+  accept();
+  EXPECT_EQ(shown().firstplay, "jump titleset 1 menu");
+  open();
+  EXPECT_EQ(value("firstplay"), "jump titleset 1 menu");
+  click_control("firstplay", dialog);
+  press("ctrl+a");
+  press("Delete");
+  accept();
+  EXPECT_EQ(shown().firstplay, "<default>");
+}
+
+TEST_F(navigation, menus_are_offered_as_the_jump_table_allows) {
+  project p = project_with_menus(1);
+  load(p);
+  open();
+  EXPECT_THAT(items("Combo1"), ElementsAre("jump title 1", "exit", "call menu"));
+  close(dialog);
+  ASSERT_TRUE(window_goes(dialog));
+  p.jumptable = true;
+  load(p);
+  open();
+  EXPECT_THAT(items("Combo1"),
+              ElementsAre("jump title 1", "exit", "call menu 1", "call menu 2", "call last menu"));
+  EXPECT_EQ(value("Combo1"), "exit");
+  close(dialog);
+  ASSERT_TRUE(window_goes(dialog));
+}
+
+TEST_F(navigation, closing_without_accept_changes_nothing) {
+  load(titles_only(2));
+  for (const char* way : {"Escape", "cancel", "close"}) {
+    open();
+    EXPECT_EQ(list_rows(dialog)[0], row("title1:a.m2v/a.ac3", "jump title 2")) << way;
+    click_row(0, dialog);
+    click_control("Combo1", dialog);
+    press("ctrl+a");
+    type_text("exit");
+    EXPECT_EQ(list_rows(dialog)[0], row("title1:a.m2v/a.ac3", "exit")) << way;
+    click_control("firstplay", dialog);
+    press("ctrl+a");
+    type_text("jump title 2");
+    if (way == std::string("close"))
+      close(dialog);
+    else if (way == std::string("cancel"))
+      click_button("cancel");
+    else
+      press("Escape");
+    EXPECT_TRUE(window_goes(dialog)) << way;
+    EXPECT_THAT(shown().postinfo, IsEmpty()) << way;
+    EXPECT_EQ(shown().firstplay, "<default>") << way;
+    EXPECT_EQ(shown().saved, 1) << way;
+  }
+}
+
+TEST_F(navigation, main_window_rests_while_the_dialog_is_open) {
+  load(titles_only(2));
+  open();
+  EXPECT_FALSE(ask_ui([this] { return window_->IsEnabled(); }));
+  on_ui([this] {
+    window_->author();
+    window_->drop({folder_.path("x.m2v")});
+  });
+  click_at(ask_ui([this] { return window_->GetScreenPosition() + wxPoint(20, 60); }));
+  press("F5");
+  press("ctrl+n");
+  const auto seen = top_dialog();
+  EXPECT_TRUE(!seen || seen->title == "navigation commands editor") << seen->title;
+  close("main");
+  EXPECT_TRUE(window_comes("main"));
+  EXPECT_TRUE(window_comes(dialog));
+  close(dialog);
+  EXPECT_TRUE(window_goes(dialog));
+  EXPECT_TRUE(ask_ui([this] { return window_->IsEnabled(); }));
+  EXPECT_EQ(selection(), -1);
+}
+
+TEST_F(navigation, end_of_the_session_closes_the_dialog_too) {
+  load(titles_only(1));
+  open();
+  on_ui([this] { window_->CallAfter([this] { window_->Close(true); }); });
+  EXPECT_TRUE(window_goes("main"));
+  EXPECT_TRUE(window_goes(dialog));
+}
+
+TEST_F(navigation, hand_edited_xml_is_kept_when_the_user_says_so) {
+  project p = titles_only(1);
+  p.customxml = "<dvdauthor>\r\n</dvdauthor>\r\n";
+  load(p);
+  click_tool("nav cmds");
+  answer_message("You have edited the XML manually, do you want to discard these changes?",
+                 "Cancel");
+  EXPECT_FALSE(ask_ui([] { return wxWindow::FindWindowByName(dialog) != nullptr; }));
+  EXPECT_FALSE(shown().customxml.empty());
+}
+
+TEST_F(navigation, project_without_titles_still_has_a_first_play) {
+  open();
+  EXPECT_THAT(list_rows(dialog), IsEmpty());
+  EXPECT_THAT(items("Combo1"), ElementsAre("exit"));
+  EXPECT_THAT(items("firstplay"), ElementsAre("<default>"));
+  press("Down");
+  press("Return");
+  accept();
+  EXPECT_THAT(shown().postinfo, IsEmpty());
+}
+
+TEST_F(navigation, long_names_are_cut_between_characters) {
+  const std::string video = file("größere Prüfung.m2v"), audio = file("größere Prüfung.ac3");
+  add_title(video, audio);
+  open();
+  EXPECT_THAT(list_rows(dialog)[0], StartsWith("title1:größere Prüfu   exit"));
+  click_row(0, dialog);
+  EXPECT_EQ(title_name(), "title1:größere Prüfu");
+  accept();
+}
+
+TEST_F(navigation, stored_commands_are_shown_again) {
+  project p = titles_only(2);
+  p.postinfo = {stored("exit"), stored("call menu")};
+  load(p);
+  open();
+  EXPECT_THAT(list_rows(dialog), ElementsAre(row("title1:a.m2v/a.ac3", "exit"),
+                                             row("title2:b.m2v/b.ac3", "call menu")));
+  click_row(1, dialog);
+  EXPECT_EQ(value("Combo1"), "call menu");
+  close(dialog);
+  EXPECT_TRUE(window_goes(dialog));
+}
+
+}  // namespace
+}  // namespace corvane::testing_support
