@@ -25,4 +25,7 @@ inline constexpr int log_height = 460;
 inline constexpr int log_least_width = 320;
 inline constexpr int log_least_height = 200;
 
+inline constexpr int menu_image_width = 150;  ///< most of a button's bitmap beside the menu
+inline constexpr int menu_image_height = 70;
+
 }  // namespace corvane::layout

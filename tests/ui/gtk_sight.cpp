@@ -190,6 +190,17 @@ bool filter_offers(const std::string& file_name) {
   return gtk_file_filter_filter(filter, &info) != FALSE;
 }
 
+wxColour colour_at(wxPoint screen) {
+  GdkPixbuf* pixel =
+      gdk_pixbuf_get_from_window(gdk_get_default_root_window(), screen.x, screen.y, 1, 1);
+  if (pixel == nullptr)
+    return {};
+  const guint8* channels = gdk_pixbuf_read_pixels(pixel);
+  const wxColour colour(channels[0], channels[1], channels[2]);
+  g_object_unref(pixel);
+  return colour;
+}
+
 std::string accessible_name(const wxWindow& control) {
   AtkObject* accessible = gtk_widget_get_accessible(control.GetHandle());
   return accessible == nullptr ? std::string() : text_of(atk_object_get_name(accessible));

@@ -3,6 +3,8 @@
 
 #include "ui/robot.h"
 
+#include <wx/colour.h>
+
 #include <optional>
 #include <string>
 
@@ -28,6 +30,9 @@ std::string chosen_path();
 
 /// Whether a file of that name is offered by the filter that the open file dialog shows.
 bool filter_offers(const std::string& file_name);
+
+/// The colour of a pixel of the screen.
+wxColour colour_at(wxPoint screen);
 
 /// The name that the toolkit's accessibility gives a control.
 std::string accessible_name(const wxWindow& control);

@@ -122,6 +122,20 @@ void double_click_at(wxPoint screen) {
   pause_for(std::chrono::milliseconds(120));
 }
 
+void drag(wxPoint from, wxPoint to) {
+  constexpr int steps = 5;
+  xdotool("mousemove " + at(from));
+  pause_for(std::chrono::milliseconds(60));
+  xdotool("mousedown 1");
+  for (int step = 1; step <= steps; ++step) {
+    pause_for(std::chrono::milliseconds(20));
+    xdotool("mousemove " + at(from + (to - from) * step / steps));
+  }
+  pause_for(std::chrono::milliseconds(60));
+  xdotool("mouseup 1");
+  pause_for(std::chrono::milliseconds(120));
+}
+
 void press(const std::string& keys) {
   xdotool("key --clearmodifiers " + quoted(keys));
   pause_for(std::chrono::milliseconds(120));
@@ -143,15 +157,17 @@ std::string label_of(const std::string& name) {
 }
 
 void click_control(const std::string& name, const std::string& window) {
-  wxRect place;
-  EXPECT_TRUE(wait_until([&] {
-    const wxWindow* found = find(name, window);
-    if (found == nullptr || !found->IsShownOnScreen())
-      return false;
-    place = found->GetScreenRect();
-    return place.width > 1;
-  })) << name;
-  click_at(wxPoint(place.x + place.width / 2, place.y + place.height / 2));
+  click_at(settled(
+      [&]() -> std::optional<wxPoint> {
+        const wxWindow* found = find(name, window);
+        if (found == nullptr || !found->IsShownOnScreen())
+          return std::nullopt;
+        const wxRect place = found->GetScreenRect();
+        if (place.width <= 1)
+          return std::nullopt;
+        return wxPoint(place.x + place.width / 2, place.y + place.height / 2);
+      },
+      name));
 }
 
 void click_row(int row, const std::string& window) {

@@ -36,6 +36,7 @@ bool wait_until(const std::function<bool()>& condition, double seconds = 15);
 void click_at(wxPoint screen);
 void double_click_at(wxPoint screen);
 void hover_at(wxPoint screen);
+void drag(wxPoint from, wxPoint to);  ///< in a few steps, as a hand does
 void press(const std::string& keys);  ///< as xdotool names them: "ctrl+s", "Return"
 void type_text(const std::string& text);
 

@@ -38,6 +38,12 @@ std::string real_video() {
               "-b:v 3M -maxrate 6M -bufsize 1835k -g 15 -aspect 4:3 -f mpeg2video");
 }
 
+std::string real_pal_video() {
+  return made("film-pal.m2v",
+              "-f lavfi -i testsrc=size=720x576:rate=25:duration=3 -c:v mpeg2video "
+              "-b:v 3M -maxrate 6M -bufsize 1835k -g 12 -aspect 4:3 -f mpeg2video");
+}
+
 std::string real_audio() {
   return made("film.ac3", "-f lavfi -i sine=440:duration=3 -ar 48000 -ac 2 -c:a ac3 -b:a 192k");
 }

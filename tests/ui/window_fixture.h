@@ -46,8 +46,9 @@ class window_test : public testing::Test {
   main_window* window_ = nullptr;
 };
 
-/// A short real NTSC video, and AC-3 audio for it, made once by ffmpeg.
+/// Short real videos, NTSC and PAL, and AC-3 audio for them, made once by ffmpeg.
 std::string real_video();
+std::string real_pal_video();
 std::string real_audio();
 
 }  // namespace corvane::testing_support

@@ -1,0 +1,27 @@
+#include "ui/file_pictures.h"
+
+#include "media/video_file.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+wxImage image_of(const picture& p) {
+  wxImage image(p.width, p.height, false);
+  std::copy(p.rgb.begin(), p.rgb.end(), image.GetData());
+  return image;
+}
+
+wxBitmap bitmap_of_file(const std::string& path) {
+  const result<picture> read = read_picture(path);
+  return read ? wxBitmap(image_of(*read)) : wxBitmap();
+}
+
+result<pixel_size> media_pictures::size_of(const std::string& file) const {
+  const result<picture> read = read_picture(file);
+  if (!read)
+    return result<pixel_size>::fail(read.error);
+  return result<pixel_size>::ok({read->width, read->height});
+}
+
+}  // namespace corvane

@@ -1,0 +1,27 @@
+// Pictures of the media library as the toolkit takes them.
+#pragma once
+
+#include "menus/bitmaps.h"
+
+#include <wx/bitmap.h>
+#include <wx/image.h>
+
+#include <string>
+
+namespace corvane {
+
+struct picture;
+
+/// The picture as an image of its own.
+wxImage image_of(const picture& p);
+
+/// A picture file (native path); a null bitmap when it cannot be read.
+wxBitmap bitmap_of_file(const std::string& path);
+
+/// Measures the bitmaps of buttons.
+class media_pictures : public picture_loader {
+ public:
+  result<pixel_size> size_of(const std::string& file) const override;
+};
+
+}  // namespace corvane

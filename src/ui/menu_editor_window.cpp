@@ -1,0 +1,182 @@
+#include "ui/menu_editor_window.h"
+
+#include "platform/paths.h"
+#include "ui/control_name.h"
+#include "ui/icons.h"
+#include "ui/layout.h"
+#include "ui/menu_button_panel.h"
+#include "ui/menu_options_panel.h"
+#include "ui/menu_picture.h"
+#include "ui/menu_picture_area.h"
+#include "ui/shown_text.h"
+#include "ui/video_strip.h"
+
+#include <wx/button.h>
+#include <wx/display.h>
+#include <wx/panel.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace corvane {
+
+tsmenu::tsmenu(wxWindow* main, workbench& w, bool recall, std::function<void()> closed)
+    : wxFrame(main, wxID_ANY, "titleset menu", wxDefaultPosition, wxDefaultSize,
+              wxDEFAULT_FRAME_STYLE | wxFRAME_FLOAT_ON_PARENT, "tsmenu"),
+      main_(main),
+      closed_(std::move(closed)),
+      editor_(w, pictures_) {
+  name_control(*this, "tsmenu");
+  SetIcons(program_icon());
+  if (recall)
+    editor_.recallbuttondata();
+  make_controls();
+  Fit();  // gives those a size that are hidden at first
+  load_video();
+  show_controls();
+  fit();
+  CentreOnScreen();
+  Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { close(); });
+  main_->Disable();
+  Show();
+  // Told over the window that it is about.
+  CallAfter([this] {
+    tell([this](menu_editor& editor) { editor.playback_check(video_size_.x, video_size_.y); });
+  });
+}
+
+void tsmenu::make_controls() {
+  panel_ = new wxPanel(this);
+  const tell_event to_model = [this](const menu_event& event) { tell(event); };
+  buttons_ = new menu_button_panel(panel_, to_model);
+  options_ = new menu_options_panel(panel_, to_model);
+  area_ = new menu_picture_area(panel_, editor_, to_model);
+  strip_ = new video_strip(
+      panel_, [this](const wxImage& picture) { area_->picture().show_picture(picture); });
+  auto* columns = new wxBoxSizer(wxHORIZONTAL);
+  columns->Add(make_left(), wxSizerFlags(1).Expand());
+  columns->Add(make_right(), wxSizerFlags().Expand().Border(wxLEFT, FromDIP(layout::group_gap)));
+  auto* whole = new wxBoxSizer(wxVERTICAL);
+  whole->Add(columns, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::window_border)));
+  panel_->SetSizer(whole);
+  auto* around = new wxBoxSizer(wxVERTICAL);
+  around->Add(panel_, wxSizerFlags(1).Expand());
+  SetSizer(around);
+  buttons_->SetFocus();
+}
+
+wxSizer* tsmenu::make_left() {
+  auto* left = new wxBoxSizer(wxVERTICAL);
+  left->Add(area_, wxSizerFlags(1).Expand());
+  left->Add(strip_, wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::control_gap)));
+  return left;
+}
+
+wxSizer* tsmenu::make_right() {
+  auto* Command2 = new wxButton(panel_, wxID_ANY, "acc&ept");
+  name_control(*Command2, "Command2");
+  Command2->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { accept(); });
+  const int gap = FromDIP(layout::group_gap);
+  right_ = new wxBoxSizer(wxVERTICAL);
+  right_->Add(make_heading(), wxSizerFlags().Expand());
+  right_->Add(buttons_, wxSizerFlags().Expand().Border(wxTOP, gap));
+  right_->Add(options_, wxSizerFlags().Expand().Border(wxTOP, gap));
+  right_->AddStretchSpacer();
+  right_->Add(Command2, wxSizerFlags().Right().Border(wxTOP, gap));
+  return right_;
+}
+
+/// "menu", `indexer` and the name of the video.
+wxSizer* tsmenu::make_heading() {
+  auto* number =
+      new wxStaticText(panel_, wxID_ANY, wxString::Format("%d", editor_.controls().indexer));
+  number->SetFont(number->GetFont().Bold());
+  name_control(*number, "indexer");
+  const std::string video = stored_from_native(editor_.video());
+  auto* name = new wxStaticText(panel_, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                                wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_MIDDLE);
+  name->SetLabelText(shown(file_name_of(video)));
+  name->SetToolTip(shown(editor_.video()));
+  name_control(*name, "video");
+  const int gap = FromDIP(layout::control_gap);
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(new wxStaticText(panel_, wxID_ANY, "menu"));
+  row->Add(number, wxSizerFlags().Border(wxLEFT, gap));
+  row->Add(name, wxSizerFlags(1).Border(wxLEFT, 2 * gap));
+  return row;
+}
+
+void tsmenu::load_video() {
+  const result<wxSize> opened = strip_->open(editor_.video());
+  if (!opened) {
+    area_->picture().show_reason("The video cannot be shown.\n\n" + shown(editor_.video()) + "\n" +
+                                 shown(opened.error));
+    return;
+  }
+  video_size_ = *opened;
+  // A video of another size is shown as large as the disc's player shows it.
+  const int height =
+      video_size_.y == 480 || video_size_.y == 576 ? video_size_.y : editor_.ymax() + 1;
+  area_->set_full_size(wxSize(largest_x + 1, height));
+}
+
+// The window is as large as its controls and the video want. On a screen that is too small for it
+// the picture gets smaller.
+void tsmenu::fit() {
+  const wxSize added_by_window_managers = FromDIP(wxSize(8, 48));
+  const wxSize most = wxDisplay(this).GetClientArea().GetSize() - added_by_window_managers;
+  wxSize wanted = GetSizer()->CalcMin();
+  wxSize least = wanted - area_->GetBestSize() / 2;
+  least.y = std::max(least.y, right_->CalcMin().y + 2 * FromDIP(layout::window_border));
+  wanted.DecTo(most);
+  least.DecTo(most);
+  SetMinClientSize(least);
+  if (GetClientSize().x < wanted.x || GetClientSize().y < wanted.y || !IsShown())
+    SetClientSize(wanted);
+  Layout();
+}
+
+// While a message stands, the window is not disabled on every system: what happens meanwhile would
+// come in the middle of the event that the message is about.
+void tsmenu::tell(const menu_event& event) {
+  if (in_event_)
+    return;
+  in_event_ = true;
+  buttons_->apply(editor_);
+  options_->apply(editor_);
+  if (event)
+    event(editor_);
+  if (show_controls())
+    fit();
+  in_event_ = false;
+}
+
+/// True when the controls need another room.
+bool tsmenu::show_controls() {
+  const menu_editor_controls& c = editor_.controls();
+  const bool other_buttons = buttons_->show(c);
+  const bool other_options = options_->show(c);
+  area_->picture().show_look(buttons_->highlight());
+  area_->show(c);
+  return other_buttons || other_options;
+}
+
+void tsmenu::accept() {
+  bool accepted = false;
+  tell([&accepted](menu_editor& editor) { accepted = editor.accept(); });
+  if (accepted)
+    close();
+}
+
+void tsmenu::close() {
+  strip_->release();
+  main_->Enable();
+  Hide();
+  main_->Raise();
+  Destroy();
+  closed_();
+}
+
+}  // namespace corvane

@@ -1,0 +1,149 @@
+#include "ui/video_strip.h"
+
+#include "media/video_file.h"
+#include "ui/control_name.h"
+#include "ui/file_pictures.h"
+#include "ui/layout.h"
+#include "ui/shown_text.h"
+
+#include <wx/gauge.h>
+#include <wx/sizer.h>
+#include <wx/slider.h>
+#include <wx/stattext.h>
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+constexpr int slice_milliseconds = 12;      // less than a redraw apart
+constexpr int patience_milliseconds = 400;  // a bar that comes and goes at once only flickers
+constexpr int progress_steps = 1000;
+
+wxString time_text(double seconds) {
+  const auto tenths = static_cast<long long>(seconds * 10 + 0.001);
+  return wxString::Format("%lld:%02lld:%02lld.%lld", tenths / 36000, tenths / 600 % 60,
+                          tenths / 10 % 60, tenths % 10);
+}
+
+}  // namespace
+
+video_strip::video_strip(wxWindow* parent, std::function<void(const wxImage&)> show)
+    : wxPanel(parent), show_(std::move(show)) {
+  label_ = new wxStaticText(this, wxID_ANY, "&picture");
+  position_ = new wxSlider(this, wxID_ANY, 0, 0, 1);
+  position_->SetToolTip("which picture of the video is shown");
+  time_ = new wxStaticText(this, wxID_ANY, "0:00:00.0 of 0:00:00.0");
+  progress_ = new wxGauge(this, wxID_ANY, progress_steps);
+  progress_->SetToolTip("how much of the video has been looked through");
+  name_control(*position_, "position");
+  name_control(*time_, "positiontime");
+  name_control(*progress_, "videoprogress");
+  arrange();
+  position_->Bind(wxEVT_SLIDER, [this](wxCommandEvent&) { wanted_ = position_->GetValue(); });
+  Bind(wxEVT_IDLE, &video_strip::on_idle, this);
+}
+
+video_strip::~video_strip() = default;
+
+void video_strip::arrange() {
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  const wxSizerFlags gap =
+      wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(layout::control_gap));
+  time_->SetMinSize(time_->GetBestSize());
+  progress_->SetMinSize(wxSize(position_->GetBestSize().x, FromDIP(layout::control_gap)));
+  row->Add(label_, gap);
+  row->Add(position_, wxSizerFlags(gap).Proportion(1));
+  row->Add(progress_, wxSizerFlags(gap).Proportion(1));
+  row->Add(time_, wxSizerFlags().CentreVertical());
+  SetSizer(row);
+  progress_->Hide();
+  position_->Disable();
+  time_->SetLabel("");
+}
+
+result<wxSize> video_strip::open(const std::string& path) {
+  result<std::unique_ptr<video_file>> opened = video_file::open(path);
+  if (!opened)
+    return result<wxSize>::fail(opened.error);
+  video_ = std::move(*opened);
+  const result<picture> first = video_->first_picture();
+  if (!first) {
+    video_.reset();
+    return result<wxSize>::fail(first.error);
+  }
+  show_(image_of(*first));
+  scanning_ = true;
+  scan_time_.Start();
+  return result<wxSize>::ok(wxSize(video_->shape().width, video_->shape().height));
+}
+
+void video_strip::release() {
+  scanning_ = false;
+  video_.reset();
+}
+
+void video_strip::on_idle(wxIdleEvent& event) {
+  event.Skip();
+  if (!video_)
+    return;
+  if (scanning_) {
+    scan();
+    event.RequestMore();
+  } else if (wanted_ != shown_) {
+    show_wanted();
+  }
+}
+
+void video_strip::scan() {
+  const result<scan_progress> progress = video_->scan(slice_milliseconds);
+  if (!progress)
+    position_->SetToolTip(shown(progress.error));
+  if (!progress || progress->finished) {
+    scanned();  // what was read of a file that cannot be read to its end can still be shown
+    return;
+  }
+  if (!progress_->IsShown() && scan_time_.Time() > patience_milliseconds) {
+    position_->Hide();
+    progress_->Show();
+    Layout();
+  }
+  const double part = static_cast<double>(progress->done) /
+                      static_cast<double>(std::max<std::uint64_t>(progress->total, 1));
+  progress_->SetValue(static_cast<int>(std::clamp(part, 0.0, 1.0) * progress_steps));
+}
+
+void video_strip::scanned() {
+  scanning_ = false;
+  progress_->Hide();
+  position_->Show();
+  const std::int64_t last =
+      std::min<std::int64_t>(video_->pictures() - 1, std::numeric_limits<int>::max());
+  if (last > 0) {
+    position_->SetRange(0, static_cast<int>(last));
+    position_->SetPageSize(std::max(1, static_cast<int>(last / 20)));
+    position_->Enable();
+  }
+  show_time();
+  Layout();
+}
+
+// The slider may have moved on over many pictures: only the one where it stands now is decoded.
+void video_strip::show_wanted() {
+  shown_ = wanted_;
+  const result<picture> p = video_->picture_number(shown_);
+  show_time();
+  if (p)
+    show_(image_of(*p));
+  else
+    time_->SetLabel(shown(p.error));
+}
+
+void video_strip::show_time() {
+  time_->SetLabel(time_text(video_->time_of(shown_)) + " of " + time_text(video_->length()));
+  Layout();
+}
+
+}  // namespace corvane

@@ -1,0 +1,62 @@
+// A test with the menu editor's window over the main window, on a project of its own.
+#pragma once
+
+#include "platform/settings.h"
+#include "project/workbench.h"
+#include "ui/window_fixture.h"
+#include "ui/wx_prompts.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace corvane::testing_support {
+
+class menu_editor_test : public window_test {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+
+  /// Gives the project a menu with these records of buttons.
+  void add_menu(const std::string& native_video, const std::vector<std::string>& records = {});
+
+  /// Opens the editor for the menu added last and waits until it is there. With buttons, it recalls
+  /// them.
+  void open();
+  /// The same without waiting for more than that it was made.
+  void start();
+  static bool is_open();
+  void close();
+  void accept();
+
+  /// The screen's place of a menu pixel.
+  static wxPoint on_picture(int x, int y);
+  /// Picks an entry (0-based) of a drop-down list; by the chooser, a button.
+  static void pick(const std::string& list, int index);
+  static void choose(int number);
+  /// Replaces the text of a field and leaves it with the key.
+  static void type_into(const std::string& name, const std::string& text,
+                        const std::string& leave = "Return");
+  static std::string text_of(const std::string& name);
+  static bool is_shown(const std::string& name);
+  static bool is_enabled(const std::string& name);
+  static int slider(const std::string& name);
+  static int scroll_bar(const std::string& name);
+  /// "x y width height" as the fields show it, without blanks.
+  static std::string place();
+  /// The button records that the project holds of the menu, joined by "|".
+  std::string stored() const;
+
+  project p_;
+  int closed_ = 0;
+
+ private:
+  std::unique_ptr<wx_prompts> ask_;
+  memory_settings prefs_;
+  std::unique_ptr<workbench> bench_;
+};
+
+/// A Windows bitmap of one colour with so many bits a pixel, as bytes.
+std::string bmp(int width, int height, int bits);
+
+}  // namespace corvane::testing_support

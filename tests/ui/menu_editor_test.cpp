@@ -1,0 +1,422 @@
+// A user's way through the menu editor, with the real window over a real menu video.
+#include "ui/gtk_sight.h"
+#include "ui/main_window.h"
+#include "ui/menu_editor_fixture.h"
+
+#include <gmock/gmock.h>
+
+namespace corvane::testing_support {
+namespace {
+
+const char* const box1 = " 100/ 100/ 300/ 160/jump title 1 chapter  1/yellow/white";
+const char* const box2 = " 100/ 200/ 300/ 260/exit/cyan/white";
+const char* const line3 = " 100/ 300/ 300/ 303/jump menu 1/orange/white";
+
+class menu_editor_window : public menu_editor_test {
+ protected:
+  void open_new() {
+    add_menu(real_video());
+    open();
+  }
+  void open_three() {
+    add_menu(real_video(), {box1, box2, line3});
+    open();
+  }
+};
+
+TEST_F(menu_editor_window, disables_the_main_window_while_it_is_open) {
+  open_new();
+  EXPECT_EQ(ask_ui([] {
+              return dynamic_cast<wxTopLevelWindow*>(control("tsmenu"))->GetTitle().ToStdString();
+            }),
+            "titleset menu");
+  EXPECT_FALSE(ask_ui([this] { return window_->IsEnabled(); }));
+  press("alt+F4");
+  EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("tsmenu") == nullptr; }));
+  EXPECT_TRUE(ask_ui([this] { return window_->IsEnabled(); }));
+  EXPECT_EQ(closed_, 1);
+}
+
+TEST_F(menu_editor_window, goes_with_the_main_window_without_a_word) {
+  open_new();
+  on_ui([this] { window_->Close(true); });
+  EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("main") == nullptr; }));
+  EXPECT_FALSE(is_open());
+  EXPECT_EQ(closed_, 0);
+}
+
+TEST_F(menu_editor_window, escape_does_not_close_it) {
+  open_new();
+  press("Escape");
+  EXPECT_TRUE(is_open());
+}
+
+TEST_F(menu_editor_window, every_control_has_its_name_for_screen_readers) {
+  open_new();
+  click_control("Check2");
+  for (const char* name :
+       {"Combo2",         "button",       "indexer",   "HScroll1",     "VScroll1",  "Slider1",
+        "Slider2",        "leftpos",      "ypos",      "widthpos",     "heightpos", "Combo1",
+        "Colorhighlight", "ColorSelect",  "thickness", "Check1",       "Check2",    "spubegin",
+        "spuend",         "bmphighlight", "bmpselect", "MediaPlayer1", "Command1",  "deletebutton",
+        "Command2",       "position"}) {
+    EXPECT_TRUE(is_shown(name)) << name;
+    EXPECT_EQ(ask_ui([&name] { return accessible_name(*control(name)); }), name);
+  }
+}
+
+TEST_F(menu_editor_window, tips_say_what_the_controls_are_for) {
+  open_new();
+  const auto tip = [](const char* name) {
+    return ask_ui([&] { return std::string(control(name)->GetToolTipText().utf8_str()); });
+  };
+  EXPECT_EQ(tip("Check1"), "loop the menu (don't use this if you use a still menu without audio)");
+  EXPECT_EQ(tip("Check2"), "more advanced options for the menu/buttons");
+  EXPECT_EQ(tip("bmphighlight"), "use a 2 bit rle bmp image as the button");
+  EXPECT_EQ(tip("bmpselect"),
+            "by default, the select buton is the same as the highlight.  This can be changed here");
+  EXPECT_EQ(tip("removebmp"), "revert back to a primitive underline/box");
+  EXPECT_EQ(tip("Combo1"), "the command that is executed when the button is pressed");
+}
+
+TEST_F(menu_editor_window, first_button_is_a_thin_black_line_in_the_corner) {
+  open_new();
+  click_control("Command1");
+  EXPECT_EQ(text_of("Combo2"), "button1");
+  EXPECT_EQ(text_of("button"), "1");
+  choose(1);
+  EXPECT_EQ(place(), "0 0 100 3");
+  EXPECT_EQ(text_of("Combo1"), "exit");
+  EXPECT_EQ(text_of("Colorhighlight"), "black");
+  EXPECT_FALSE(is_enabled("thickness"));
+}
+
+TEST_F(menu_editor_window, second_button_as_it_was_added_is_refused_at_accept) {
+  open_new();
+  click_control("Command1");
+  click_control("Command1");
+  EXPECT_EQ(text_of("Combo2"), "button2");
+  accept();
+  const seen_dialog seen = answer_message("button1 intersects with button2", "OK");
+  EXPECT_EQ(seen.picture, "warning");
+  EXPECT_TRUE(no_dialog());
+  ASSERT_TRUE(is_open());
+  EXPECT_EQ(stored(), "");
+
+  choose(2);
+  type_into("ypos", "50");
+  accept();
+  EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("tsmenu") == nullptr; }));
+  EXPECT_EQ(stored(), " 0/0/100/3/exit/black/black| 0/ 50/ 100/ 53/exit/black/black");
+  EXPECT_EQ(p_.moremenuoptions[0], " 0\t00:00:00.0\t00:00:00.0\t 1");
+  EXPECT_TRUE(ask_ui([this] { return window_->IsEnabled(); }));
+  EXPECT_EQ(closed_, 1);
+}
+
+TEST_F(menu_editor_window, button_that_stands_in_the_chooser_can_be_picked_again) {
+  open_new();
+  click_control("Command1");
+  EXPECT_EQ(place(), "0 0 100 3");
+  click_control("Command1");
+  choose(2);  // the entry that is there already
+  type_into("leftpos", "200");
+  EXPECT_EQ(place(), "200 0 100 3");
+  choose(1);
+  EXPECT_EQ(place(), "0 0 100 3");
+}
+
+TEST_F(menu_editor_window, closing_without_accept_changes_nothing) {
+  open_three();
+  const project before = p_;
+  choose(1);
+  type_into("leftpos", "20");
+  click_control("Check1");
+  click_control("deletebutton");
+  close();
+  EXPECT_EQ(p_.menubuttons, before.menubuttons);
+  EXPECT_EQ(p_.moremenuoptions, before.moremenuoptions);
+  EXPECT_EQ(p_.saved, before.saved);
+  EXPECT_EQ(closed_, 1);
+}
+
+TEST_F(menu_editor_window, existing_buttons_are_recalled_and_shown_when_picked) {
+  open_three();
+  EXPECT_EQ(text_of("Combo2"), "");
+  EXPECT_EQ(text_of("button"), "");
+  choose(2);
+  EXPECT_EQ(text_of("button"), "2");
+  EXPECT_EQ(place(), "100 200 200 60");
+  EXPECT_EQ(slider("Slider1"), 200);
+  EXPECT_EQ(slider("Slider2"), 60);
+  EXPECT_EQ(scroll_bar("HScroll1"), 100);
+  EXPECT_EQ(scroll_bar("VScroll1"), 200);
+  EXPECT_EQ(text_of("Combo1"), "exit");
+  EXPECT_EQ(text_of("Colorhighlight"), "cyan");
+  EXPECT_EQ(text_of("ColorSelect"), "white");
+  EXPECT_TRUE(is_enabled("thickness"));
+}
+
+TEST_F(menu_editor_window, dragging_moves_the_button) {
+  open_three();
+  choose(1);
+  drag(on_picture(200, 130), on_picture(260, 100));
+  EXPECT_EQ(place(), "160 70 200 60");
+  EXPECT_EQ(scroll_bar("HScroll1"), 160);
+  EXPECT_EQ(scroll_bar("VScroll1"), 70);
+}
+
+TEST_F(menu_editor_window, dragging_ends_at_the_picture) {
+  open_three();
+  choose(1);
+  drag(on_picture(200, 130), on_picture(40, 120));
+  EXPECT_EQ(place(), "0 90 200 60");
+}
+
+TEST_F(menu_editor_window, button_cannot_be_moved_below_the_picture) {
+  open_three();
+  choose(1);
+  drag(on_picture(200, 130), on_picture(200, 470));
+  EXPECT_EQ(place(), "100 419 200 60");  // 479 - 60
+}
+
+TEST_F(menu_editor_window, dragging_edges_and_corners_sizes_the_button) {
+  open_three();
+  choose(1);
+  drag(on_picture(300, 130), on_picture(350, 130));
+  EXPECT_EQ(place(), "100 100 250 60");
+  drag(on_picture(200, 100), on_picture(200, 80));
+  EXPECT_EQ(place(), "100 80 250 80");
+  drag(on_picture(100, 160), on_picture(60, 190));
+  EXPECT_EQ(place(), "60 80 290 110");
+  EXPECT_EQ(slider("Slider1"), 290);
+  EXPECT_EQ(slider("Slider2"), 110);
+}
+
+TEST_F(menu_editor_window, dragging_an_edge_over_the_other_keeps_the_least_size) {
+  open_three();
+  choose(1);
+  drag(on_picture(300, 130), on_picture(20, 130));
+  EXPECT_EQ(place(), "100 100 2 60");
+}
+
+TEST_F(menu_editor_window, arrow_keys_move_by_a_pixel_and_with_shift_size_by_one) {
+  open_three();
+  choose(1);
+  click_at(on_picture(200, 130));
+  press("Right");
+  press("Right");
+  press("Up");
+  EXPECT_EQ(place(), "102 99 200 60");
+  press("Left");
+  press("Down");
+  EXPECT_EQ(place(), "101 100 200 60");
+  press("shift+Right");
+  press("shift+Down");
+  EXPECT_EQ(place(), "101 100 201 61");
+  press("shift+Left");
+  press("shift+Up");
+  EXPECT_EQ(place(), "101 100 200 60");
+}
+
+TEST_F(menu_editor_window, click_on_another_button_picks_it) {
+  open_three();
+  choose(1);
+  click_at(on_picture(200, 230));
+  EXPECT_EQ(text_of("Combo2"), "button2");
+  EXPECT_EQ(place(), "100 200 200 60");
+  click_at(on_picture(200, 304));  // a line is met from a little way off
+  EXPECT_EQ(text_of("button"), "3");
+  EXPECT_EQ(place(), "100 300 200 3");
+}
+
+TEST_F(menu_editor_window, press_on_another_button_drags_that_one) {
+  open_three();
+  choose(1);
+  drag(on_picture(200, 230), on_picture(500, 230));
+  EXPECT_EQ(text_of("button"), "2");
+  EXPECT_EQ(place(), "400 200 200 60");
+  choose(1);
+  EXPECT_EQ(place(), "100 100 200 60");
+}
+
+TEST_F(menu_editor_window, added_button_is_dragged_away_from_the_one_it_copies) {
+  open_three();
+  choose(3);
+  click_control("Command1");
+  drag(on_picture(200, 301), on_picture(200, 351));
+  EXPECT_EQ(text_of("button"), "4");
+  EXPECT_EQ(place(), "100 350 200 3");
+  choose(3);
+  EXPECT_EQ(place(), "100 300 200 3");
+}
+
+TEST_F(menu_editor_window, typed_places_apply_on_enter_and_on_leaving) {
+  open_three();
+  choose(1);
+  type_into("leftpos", "33");
+  type_into("ypos", "44", "Tab");
+  type_into("widthpos", "155", "Tab");
+  type_into("heightpos", "66");
+  EXPECT_EQ(place(), "33 44 155 66");
+  EXPECT_TRUE(is_open());
+  EXPECT_EQ(scroll_bar("HScroll1"), 33);
+  EXPECT_EQ(slider("Slider2"), 66);
+}
+
+TEST_F(menu_editor_window, typed_places_out_of_bounds_are_ignored) {
+  open_three();
+  choose(1);
+  type_into("heightpos", "300");
+  type_into("widthpos", "619");  // 719 - 100
+  type_into("leftpos", "519");   // 719 - 200
+  type_into("ypos", "419");      // 479 - 60
+  type_into("ypos", "letters");
+  EXPECT_TRUE(no_dialog());
+  EXPECT_EQ(place(), "100 100 200 60");
+  type_into("widthpos", "618");
+  type_into("heightpos", "299");
+  EXPECT_EQ(place(), "100 100 618 299");
+}
+
+TEST_F(menu_editor_window, what_stands_typed_in_a_field_counts_at_accept) {
+  open_three();
+  choose(1);
+  click_control("leftpos");
+  press("ctrl+a");
+  type_text("7");
+  accept();
+  EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("tsmenu") == nullptr; }));
+  EXPECT_EQ(stored().substr(0, stored().find('|')),
+            " 7/ 100/ 207/ 160/jump title 1 chapter  1/yellow/white");
+}
+
+TEST_F(menu_editor_window, scroll_bars_and_sliders_work_on_the_selected_button) {
+  open_three();
+  choose(1);
+  click_control("Slider1");
+  press("Home");
+  EXPECT_EQ(place(), "100 100 2 60");
+  click_control("Slider2");
+  press("Home");
+  EXPECT_EQ(place(), "100 100 2 1");
+  press("Right");
+  EXPECT_EQ(place(), "100 100 2 2");
+  const wxRect bar = ask_ui([] { return control("HScroll1")->GetScreenRect(); });
+  click_at(wxPoint(bar.GetRight() - 30, bar.y + bar.height / 2));
+  EXPECT_GT(scroll_bar("HScroll1"), 100);
+  EXPECT_EQ(std::stoi(text_of("leftpos")), scroll_bar("HScroll1"));
+}
+
+TEST_F(menu_editor_window, action_is_picked_or_typed) {
+  open_three();
+  choose(1);
+  type_into("Combo1", "jump menu 7");
+  choose(2);
+  EXPECT_EQ(text_of("Combo1"), "exit");
+  click_control("Combo1");
+  press("ctrl+a");
+  type_text("call me");
+  click_at(on_picture(600, 20));
+  choose(1);
+  EXPECT_EQ(text_of("Combo1"), "jump menu 7");
+  choose(2);
+  EXPECT_EQ(text_of("Combo1"), "call me");
+}
+
+TEST_F(menu_editor_window, action_that_would_break_the_record_is_refused) {
+  open_three();
+  choose(1);
+  type_into("Combo1", "jump/title");
+  ASSERT_TRUE(wait_until([] { return look_at_dialog().has_value(); }));
+  EXPECT_EQ(top_dialog()->picture, "warning");
+  press("Return");
+  EXPECT_TRUE(no_dialog());
+  EXPECT_EQ(text_of("Combo1"), "jump title 1 chapter  1");
+}
+
+TEST_F(menu_editor_window, colours_are_picked_from_the_lists) {
+  open_three();
+  choose(1);
+  for (const char* list : {"Colorhighlight", "ColorSelect"}) {
+    pick(list, 9);
+    EXPECT_EQ(text_of(list), "cyan");
+  }
+  accept();
+  EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("tsmenu") == nullptr; }));
+  EXPECT_EQ(stored().substr(0, stored().find('|')),
+            " 100/ 100/ 300/ 160/jump title 1 chapter  1/cyan/cyan");
+}
+
+TEST_F(menu_editor_window, options_of_the_menu_are_written_back) {
+  open_three();
+  EXPECT_FALSE(is_shown("spubegin"));
+  EXPECT_FALSE(is_shown("advanced"));
+  click_control("Check2");
+  EXPECT_TRUE(is_shown("spubegin"));
+  EXPECT_TRUE(is_shown("advanced"));
+  type_into("spubegin", "00:00:01.5");
+  type_into("spuend", "00:00:09.0");
+  click_control("Check1");
+  choose(1);
+  click_control("thickness");
+  press("Home");
+  press("Right");
+  click_control("Check2");
+  EXPECT_FALSE(is_shown("spubegin"));
+  EXPECT_FALSE(is_shown("advanced"));
+  accept();
+  EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("tsmenu") == nullptr; }));
+  EXPECT_EQ(p_.moremenuoptions[0], " 1\t00:00:01.5\t00:00:09.0\t 2");
+}
+
+TEST_F(menu_editor_window, deleting_renumbers_the_others) {
+  open_three();
+  choose(2);
+  click_control("deletebutton");
+  EXPECT_EQ(text_of("Combo2"), "");
+  choose(2);
+  EXPECT_EQ(place(), "100 300 200 3");
+  accept();
+  EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("tsmenu") == nullptr; }));
+  EXPECT_EQ(stored(), std::string(box1) + "|" + line3);
+}
+
+TEST_F(menu_editor_window, without_a_chosen_button_it_asks_for_one) {
+  open_new();
+  type_into("leftpos", "20");
+  const seen_dialog seen = answer_message("Please add/select a button first", "OK");
+  EXPECT_EQ(seen.picture, "info");
+  EXPECT_EQ(seen.title, "Corvane");
+  EXPECT_TRUE(no_dialog());
+  EXPECT_EQ(place(), "0 0 100 3");
+}
+
+TEST_F(menu_editor_window, keyboard_alone_adds_a_button_and_accepts) {
+  open_new();
+  press("alt+a");
+  press("alt+l");
+  press("ctrl+a");
+  type_text("40");
+  press("alt+e");
+  EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("tsmenu") == nullptr; }));
+  EXPECT_EQ(stored(), " 40/ 0/ 140/ 3/exit/black/black");
+}
+
+TEST_F(menu_editor_window, thirty_six_buttons_stand_in_the_picture) {
+  std::vector<std::string> records;
+  for (int i = 0; i < 36; ++i) {
+    const int x = 20 + i % 6 * 115;
+    const int y = 20 + i / 6 * 75;
+    records.push_back(" " + std::to_string(x) + "/ " + std::to_string(y) + "/ " +
+                      std::to_string(x + 100) + "/ " + std::to_string(y + 50) +
+                      "/exit/white/yellow");
+  }
+  add_menu(real_video(), records);
+  open();
+  click_at(on_picture(20 + 5 * 115 + 50, 20 + 5 * 75 + 25));
+  EXPECT_EQ(text_of("Combo2"), "button36");
+  screenshot("menu-editor-36");
+}
+
+}  // namespace
+}  // namespace corvane::testing_support
