@@ -3,6 +3,7 @@
 #include "menus/button_record.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "project/subtitle_rows.h"
 #include "project/text.h"
 
 #include <filesystem>

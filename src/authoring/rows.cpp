@@ -1,5 +1,6 @@
 #include "authoring/rows.h"
 
+#include "project/subtitle_rows.h"
 #include "project/text.h"
 
 namespace corvane {
@@ -51,27 +52,18 @@ std::vector<button_record> buttons_of(const project& p, int menu) {
 }
 
 std::vector<std::string> subtitle_files(const project& p, int title, path_style style) {
-  const std::string row = row_of(p.subtitledata, title, "<none>");
-  if (row == "<none>")
-    return {};
-  std::vector<std::string> files = split(row, '/');
+  std::vector<std::string> files = subtitle_paths(row_of(p.subtitledata, title, no_subtitles));
   for (std::string& file : files)
     file = native_from_stored(file, style);
   return files;
 }
 
-std::vector<std::string> subtitle_settings(const project& p, int title, int subtitle) {
-  std::string chosen = default_subtitleoptions(p.globalregion);
-  chosen.pop_back();
-  int number = 0;
-  for (const std::string& row : split(row_of(p.subtitleoptions, title, {}), '|')) {
-    if (row.empty())
-      continue;
-    chosen = row;
-    if (++number == subtitle)
-      break;
-  }
-  return split(chosen, ',');
+std::string subtitle_settings_row(const project& p, int title, int subtitle) {
+  const std::vector<std::string> rows =
+      subtitle_settings_rows(row_of(p.subtitleoptions, title, {}));
+  if (rows.empty())
+    return subtitle_settings_text(default_subtitle_settings(p.globalregion));
+  return row_of(rows, subtitle, rows.back());
 }
 
 language_tag parse_language_tag(std::string_view row) {

@@ -40,10 +40,10 @@ std::vector<button_record> buttons_of(const project& p, int menu);
 /// Native paths of a title's subtitle files; none for "<none>".
 std::vector<std::string> subtitle_files(const project& p, int title, path_style style);
 
-/// The settings fields of a title's subtitle (both 1-based). The settings reach the project only
-/// when the subtitle dialog is accepted, its files at once: with fewer rows than files the last
-/// row serves, with none the defaults of the region.
-std::vector<std::string> subtitle_settings(const project& p, int title, int subtitle);
+/// The settings row (project/subtitle_rows.h) of a title's subtitle (both 1-based). The settings
+/// reach the project only when the subtitle dialog is accepted, its files at once: with fewer rows
+/// than files the last row serves, with none the defaults of the region.
+std::string subtitle_settings_row(const project& p, int title, int subtitle);
 
 /// Kind and code of a language tag row.
 struct language_tag {

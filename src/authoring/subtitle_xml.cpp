@@ -3,6 +3,7 @@
 #include "authoring/navigation_xml.h"
 #include "authoring/rows.h"
 #include "project/numbers.h"
+#include "project/subtitle_rows.h"
 
 namespace corvane {
 namespace {
@@ -10,23 +11,6 @@ namespace {
 std::string attribute(const char* name, const std::string& value) {
   return std::string(name) + "=" + quoted(escape_ampersands(value));
 }
-
-// Number of a settings field in its row.
-enum settings_field : std::size_t {
-  horizontal_alignment,
-  vertical_alignment,
-  left_margin,
-  right_margin,
-  top_margin,
-  bottom_margin,
-  font_size,
-  font_file,
-  movie_width,
-  movie_height,
-  frame_rate,
-  character_set,
-  settings_field_count
-};
 
 }  // namespace
 
@@ -36,8 +20,8 @@ int subtitle_count(const project& p, int title) {
 
 std::string subtitle_xml(const project& p, const places& where, int title, int subtitle) {
   const std::vector<std::string> files = subtitle_files(p, title, where.style);
-  std::vector<std::string> s = subtitle_settings(p, title, subtitle);
-  s.resize(settings_field_count);
+  const subtitle_settings s = parse_subtitle_settings(subtitle_settings_row(p, title, subtitle));
+  using enum subtitle_field;
   const std::string indent = "         ";
 
   std::string text;

@@ -1,6 +1,7 @@
 #include "authoring/row_checks.h"
 #include "authoring/rows.h"
 #include "project/numbers.h"
+#include "project/subtitle_rows.h"
 #include "project/text.h"
 
 namespace corvane {
@@ -40,37 +41,33 @@ refusal why_not_delay(const project& p, int title) {
          ", which is not a number of milliseconds.  Please set the delay again.";
 }
 
-// Which field of a settings row (0-based) is a number, and what the fields are called.
-struct settings_field {
-  const char* name;
-  bool number;
-};
-constexpr settings_field settings_fields[] = {{"horizontal alignment", false},
-                                              {"vertical alignment", false},
-                                              {"left margin", true},
-                                              {"right margin", true},
-                                              {"top margin", true},
-                                              {"bottom margin", true},
-                                              {"font size", true},
-                                              {"font", false},
-                                              {"movie width", true},
-                                              {"movie height", true},
-                                              {"frame rate", true},
-                                              {"character set", false}};
+bool is_number(subtitle_field field) {
+  switch (field) {
+    case subtitle_field::horizontal_alignment:
+    case subtitle_field::vertical_alignment:
+    case subtitle_field::font_file:
+    case subtitle_field::character_set:
+      return false;
+    default:
+      return true;
+  }
+}
 
 refusal why_not_settings(const project& p, int title, int subtitle) {
-  const std::vector<std::string> fields = subtitle_settings(p, title, subtitle);
+  const std::string row = subtitle_settings_row(p, title, subtitle);
   const std::string advice = "  Please set the subtitle's options again.";
   const std::string subject =
       "Subtitle " + trimmed(subtitle) + " of title " + trimmed(title) + " has ";
-  if (fields.size() != std::size(settings_fields))
-    return subject + std::to_string(fields.size()) + " settings instead of 12." + advice;
-  for (std::size_t i = 0; i < fields.size(); ++i) {
+  if (subtitle_fields_in(row) != subtitle_field_count)
+    return subject + std::to_string(subtitle_fields_in(row)) + " settings instead of 12." + advice;
+  const subtitle_settings settings = parse_subtitle_settings(row);
+  for (std::size_t i = 0; i < subtitle_field_count; ++i) {
+    const auto field = static_cast<subtitle_field>(i);
     const std::string setting =
-        std::string("the ") + settings_fields[i].name + " " + shown_quoted(fields[i]);
-    if (settings_fields[i].number && !is_decimal(fields[i]))
+        std::string("the ") + name_of(field) + " " + shown_quoted(settings[field]);
+    if (is_number(field) && !is_decimal(settings[field]))
       return subject + setting + ", which is not a number." + advice;
-    if (const refusal why = why_not_plain_text(fields[i]))
+    if (const refusal why = why_not_plain_text(settings[field]))
       return subject + setting + ", which " + *why + "." + advice;
   }
   return std::nullopt;

@@ -36,12 +36,6 @@ bool is_muxed(const std::string& row) {
   return row.find('/') == std::string::npos;
 }
 
-std::string default_subtitleoptions(const std::string& region) {
-  const char* const height_and_rate = region == "NTSC" ? "478,29.97" : "574,25";
-  return std::string("center,bottom,60,60,30,30,28.0,arial.ttf,720,") + height_and_rate +
-         ",ISO-8859-1|";
-}
-
 void show_title_count(project& p) {
   p.Frame1 = trimmed(static_cast<std::int64_t>(p.List1.size())) + " titles loaded";
 }

@@ -67,10 +67,6 @@ std::string List1_row(int number, const std::string& List11_row);
 /// Whether a `List11` or `List1` row is a muxed title: it has no "/".
 bool is_muxed(const std::string& row);
 
-/// "center,bottom,60,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|" for "NTSC", else with
-/// height 574 and rate 25.
-std::string default_subtitleoptions(const std::string& region);
-
 /// "<n> titles loaded" into `Frame1`, from `List1`.
 void show_title_count(project& p);
 

@@ -4,6 +4,7 @@
 #include "project/file_lookup.h"
 #include "project/messages.h"
 #include "project/numbers.h"
+#include "project/subtitle_rows.h"
 #include "project/text.h"
 
 #include <cstdint>
@@ -74,7 +75,7 @@ void check_buttons(const project& p, file_check& check) {
 
 void check_subtitles(const project& p, file_check& check) {
   for (const std::string& row : p.subtitledata)
-    for (const std::string& part : split(row, '/'))
+    for (const std::string& part : subtitle_paths(row))
       check.field(part);
 }
 

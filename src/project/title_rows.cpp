@@ -1,5 +1,7 @@
 #include "project/title_rows.h"
 
+#include "project/subtitle_rows.h"
+
 #include <cstdint>
 #include <utility>
 
@@ -17,7 +19,7 @@ std::array<std::vector<std::string>*, 6> title_lists(project& p) {
 void add_title(project& p, const std::string& List11_row) {
   p.List1.push_back(List1_row(static_cast<int>(p.List1.size()) + 1, List11_row));
   p.List11.push_back(List11_row);
-  p.subtitledata.emplace_back("<none>");
+  p.subtitledata.emplace_back(no_subtitles);
   p.subtitleoptions.push_back(default_subtitleoptions(p.globalregion));
   show_title_count(p);
   p.chapters.emplace_back("00:00:00.00");

@@ -2,6 +2,7 @@
 
 #include "platform/program_folder.h"
 #include "project/project_file.h"
+#include "project/subtitle_rows.h"
 
 #include <filesystem>
 #include <fstream>

@@ -2,6 +2,7 @@
 #include "platform/program_folder.h"
 #include "platform/wide_windows.h"
 #include "project/project_file.h"
+#include "project/subtitle_rows.h"
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,7 @@
 #include "studio.h"
 
 #include "project/project_file.h"
+#include "project/subtitle_rows.h"
 
 #include <filesystem>
 

@@ -73,13 +73,6 @@ TEST(Project, ARowWithoutASlashIsMuxedWhateverItsExtension) {
   EXPECT_FALSE(is_muxed("C:\\movie.vob/C:\\movie.ac3"));
 }
 
-TEST(Project, DefaultSubtitleOptionsFollowTheRegion) {
-  EXPECT_EQ(default_subtitleoptions("NTSC"),
-            "center,bottom,60,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|");
-  EXPECT_EQ(default_subtitleoptions("PAL"),
-            "center,bottom,60,60,30,30,28.0,arial.ttf,720,574,25,ISO-8859-1|");
-}
-
 TEST(Project, TitleCountIsWrittenWithoutBlanks) {
   project p;
   p.List1 = {"a", "b", "c"};

@@ -1,0 +1,75 @@
+#include "project/subtitle_rows.h"
+
+#include "project/text.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+const char* name_of(subtitle_field field) {
+  static constexpr std::array<const char*, subtitle_field_count> names = {
+      "horizontal alignment", "vertical alignment", "left margin", "right margin",
+      "top margin",           "bottom margin",      "font size",   "font",
+      "movie width",          "movie height",       "frame rate",  "character set"};
+  return names[static_cast<std::size_t>(field)];
+}
+
+subtitle_settings default_subtitle_settings(std::string_view region) {
+  const bool ntsc = region == "NTSC";
+  return {{"center", "bottom", "60", "60", "30", "30", "28.0", "arial.ttf", "720",
+           ntsc ? "478" : "574", ntsc ? "29.97" : "25", "ISO-8859-1"}};
+}
+
+subtitle_settings parse_subtitle_settings(std::string_view row) {
+  const std::vector<std::string> pieces = split(row, ',');
+  subtitle_settings settings;
+  std::copy_n(pieces.begin(), std::min(pieces.size(), subtitle_field_count),
+              settings.fields.begin());
+  return settings;
+}
+
+std::string subtitle_settings_text(const subtitle_settings& settings) {
+  return join({settings.fields.begin(), settings.fields.end()}, ",");
+}
+
+std::size_t subtitle_fields_in(std::string_view row) {
+  return split(row, ',').size();
+}
+
+std::optional<std::string> why_not_a_subtitle_field(std::string_view text) {
+  if (holds_control_character(text))
+    return "contains a line break, a tab or another control character";
+  for (const char c : {',', '|'})
+    if (text.find(c) != std::string_view::npos)
+      return std::string("contains \"") + c + '"';
+  return std::nullopt;
+}
+
+std::vector<std::string> subtitle_settings_rows(std::string_view options) {
+  std::vector<std::string> rows = split(options, '|');
+  std::erase(rows, std::string());
+  return rows;
+}
+
+std::string subtitle_options_text(const std::vector<std::string>& settings_rows) {
+  std::string text;
+  for (const std::string& row : settings_rows)
+    text += row + "|";
+  return text;
+}
+
+std::string default_subtitleoptions(std::string_view region) {
+  return subtitle_options_text({subtitle_settings_text(default_subtitle_settings(region))});
+}
+
+std::vector<std::string> subtitle_paths(std::string_view row) {
+  return row == no_subtitles ? std::vector<std::string>() : split(row, '/');
+}
+
+std::string with_subtitle(std::string_view row, std::string_view path) {
+  std::vector<std::string> paths = subtitle_paths(row);
+  paths.emplace_back(path);
+  return join(paths, "/");
+}
+
+}  // namespace corvane
