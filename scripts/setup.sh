@@ -12,7 +12,7 @@ set -eu
 run_packages="
 build-essential cmake ninja-build pkg-config ccache git
 libwxgtk3.2-dev libgtk-3-dev
-mjpegtools dvdauthor graphicsmagick genisoimage
+mjpegtools dvdauthor graphicsmagick genisoimage fontconfig
 ffmpeg libavcodec-dev libswscale-dev fonts-dejavu-core libdvdread-dev libdvdnav-dev
 "
 

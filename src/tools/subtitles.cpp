@@ -1,0 +1,138 @@
+#include "tools/subtitles.h"
+
+#include "platform/paths.h"
+#include "project/messages.h"
+#include "project/text.h"
+#include "project/title_rows.h"
+
+#include <utility>
+
+namespace corvane {
+namespace {
+
+file_dialog subtitle_dialog() {
+  file_dialog dialog;
+  dialog.title = "open compatible text subtitles";
+  dialog.filter =
+      "text subtitles(*.sub, *.srt, *.ssa, *.smi, *.rt, *.txt, *.aqt, *.jss, *.js)|*.sub; *.srt; "
+      "*.ssa; *.smi; *.rt; *.txt; *.aqt; *.jss; *.js";
+  return dialog;
+}
+
+/// The row of title `title`; a list that is shorter than the titles is filled up.
+std::string& row_at(std::vector<std::string>& list, std::size_t title, const std::string& missing) {
+  if (title >= list.size())
+    list.resize(title + 1, missing);
+  return list[title];
+}
+
+}  // namespace
+
+const std::array<std::string_view, 23> charact_items = {
+    "ISO-8859-1", "ISO-8859-2",  "ISO-8859-3",  "ISO-8859-5",  "ISO-8859-6",  "ISO-8859-7",
+    "ISO-8859-8", "ISO-8859-9",  "ISO-8859-10", "ISO-8859-13", "ISO-8859-15", "KOI8-R",
+    "SHIFT_JIS",  "ISO-2022-JP", "EUC-JP",      "CP1250",      "CP1251",      "CP1252",
+    "CP1254",     "CP850",       "MACINTOSH",   "BIG5",        "BIG5-HKSCS"};
+
+std::optional<Subtitles> Subtitles::open(workbench& w, font_list fonts) {
+  const auto row = selected_title(w.p);
+  if (!row) {
+    say(w, icon::exclamation, "Please select a title to add a subtitle to.");
+    return std::nullopt;
+  }
+  if (is_muxed(w.p.List1[*row])) {
+    say(w, icon::exclamation,
+        "Unable to add subtitles to already muxed files, please de-mux if you wish to add "
+        "subtitles.");
+    return std::nullopt;
+  }
+  return Subtitles(w, *row, std::move(fonts));
+}
+
+Subtitles::Subtitles(workbench& w, std::size_t title, font_list fonts)
+    : w_(&w), title_(title), fonts_(std::move(fonts)) {
+  const std::string fresh = default_subtitleoptions(w.p.globalregion);
+  suboptions_ = subtitle_settings_rows(row_at(w.p.subtitleoptions, title, fresh));
+  if (suboptions_.empty())
+    suboptions_ = subtitle_settings_rows(fresh);
+  // Files that were added and then not accepted have no settings: the last ones serve.
+  const std::size_t files = subtitle_paths(files_row()).size();
+  if (suboptions_.size() < files)
+    suboptions_.resize(files, std::string(suboptions_.back()));
+  select(0);
+}
+
+std::string& Subtitles::files_row() {
+  return row_at(w_->p.subtitledata, title_, std::string(no_subtitles));
+}
+
+std::string Subtitles::label() const {
+  return "Subtitles for: " + w_->p.List1[title_];
+}
+
+std::vector<std::string> Subtitles::list1() const {
+  std::vector<std::string> names = subtitle_paths(w_->p.subtitledata[title_]);
+  for (std::string& name : names)
+    name = std::string(file_name_of(name));
+  if (names.empty())
+    names.emplace_back(no_subtitles);
+  return names;
+}
+
+std::optional<std::size_t> Subtitles::fontface() const {
+  return fonts_.index_of(shown_[subtitle_field::font_file]);
+}
+
+void Subtitles::select(int row) {
+  if (row < 0 || row >= static_cast<int>(list1().size()))
+    return;
+  selected_ = row;
+  shown_ = parse_subtitle_settings(suboptions_[static_cast<std::size_t>(row)]);
+}
+
+void Subtitles::change(subtitle_field field, const std::string& text) {
+  if (text == shown_[field])
+    return;
+  if (const auto why = why_not_a_subtitle_field(text)) {
+    say(*w_, icon::exclamation,
+        std::string("The ") + name_of(field) + " \"" + shown_short(text) +
+            "\" cannot be used: it " + *why + ".");
+    return;
+  }
+  shown_[field] = text;
+  suboptions_[static_cast<std::size_t>(selected_)] = subtitle_settings_text(shown_);
+}
+
+void Subtitles::pick_font(std::size_t row) {
+  if (row < fonts_.fonts().size())
+    change(subtitle_field::font_file, fonts_.fonts()[row].file);
+}
+
+void Subtitles::add_file() {
+  const auto file = pick_file(*w_, subtitle_dialog());
+  if (!file)
+    return;
+  std::string& row = files_row();
+  // Settings beyond the files belong to none: what comes next must be the new file's.
+  const std::size_t files = subtitle_paths(row).size();
+  if (files > 0) {
+    suboptions_.resize(files);
+    suboptions_.push_back(std::string(suboptions_.back()));
+  }
+  row = with_subtitle(row, *file);
+  w_->p.saved = 0;
+}
+
+void Subtitles::reset() {
+  files_row() = no_subtitles;
+  suboptions_.erase(suboptions_.begin(), suboptions_.end() - 1);
+  select(0);
+  w_->p.saved = 0;
+}
+
+void Subtitles::accept() {
+  row_at(w_->p.subtitleoptions, title_, {}) = subtitle_options_text(suboptions_);
+  w_->p.saved = 0;
+}
+
+}  // namespace corvane

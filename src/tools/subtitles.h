@@ -1,0 +1,76 @@
+// The dialog `Subtitles` without its window: the text subtitle files of a title, and for each of
+// them how its text is drawn.
+//
+// The window makes one with open() and keeps it until it closes; the project and the prompts must
+// live as long. The project's row of files changes at once, that of the settings with
+// accept() alone.
+#pragma once
+
+#include "project/font_list.h"
+#include "project/subtitle_rows.h"
+#include "project/workbench.h"
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+
+// What the drop-downs offer.
+inline constexpr std::array<std::string_view, 3> halign_items = {"left", "center", "right"};
+inline constexpr std::array<std::string_view, 3> valign_items = {"top", "center", "bottom"};
+inline constexpr std::array<std::string_view, 3> mfps_items = {"23.976", "25", "29.97"};
+extern const std::array<std::string_view, 23> charact_items;
+
+class Subtitles {
+ public:
+  /// "add/edit subtitles", for the selected title. Nothing when none is selected or the title is
+  /// an already multiplexed file, which is told.
+  static std::optional<Subtitles> open(workbench& w, font_list fonts);
+
+  std::string label() const;                  ///< "Subtitles for: title1:movie.m2v/movie.ac3"
+  std::vector<std::string> list1() const;     ///< names of the files, or "<none>"
+  int selected() const { return selected_; }  ///< row of `list1`, 0-based
+  const subtitle_settings& shown() const { return shown_; }  ///< the twelve controls' texts
+  const font_list& fonts() const { return fonts_; }          ///< rows of `fontface`
+  std::optional<std::size_t> fontface() const;  ///< the row that is selected; nothing: none
+
+  /// The settings rows, of each file one; one when there is no file.
+  const std::vector<std::string>& suboptions() const { return suboptions_; }
+
+  /// `list1`: shows a file's settings. A row that is not there is no change.
+  void select(int row);
+
+  /// A field typed or picked: stored for the selected row. A text that would break the settings row
+  /// is refused with a message; the field keeps what it had.
+  void change(subtitle_field field, const std::string& text);
+
+  /// `fontface`: the font's file becomes the font of the selected row.
+  void pick_font(std::size_t row);
+
+  /// `Command1`, "add text subtitle": asks for a file. The first one takes the settings that are
+  /// there, a further one a copy of the last ones.
+  void add_file();
+
+  /// `Command2`, "reset subtitles to none": the last settings stay, for the next file.
+  void reset();
+
+  /// `accept`: the settings become the project's; the window closes.
+  void accept();
+
+ private:
+  Subtitles(workbench& w, std::size_t title, font_list fonts);
+  std::string& files_row();
+
+  workbench* w_;
+  std::size_t title_;  // row of the title, 0-based
+  font_list fonts_;
+  std::vector<std::string> suboptions_;
+  subtitle_settings shown_;
+  int selected_ = 0;
+};
+
+}  // namespace corvane
