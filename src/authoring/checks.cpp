@@ -3,6 +3,7 @@
 #include "authoring/row_checks.h"
 #include "authoring/rows.h"
 #include "authoring/subtitle_xml.h"
+#include "authoring/video_standard.h"
 #include "platform/files.h"
 #include "project/numbers.h"
 
@@ -11,11 +12,36 @@ namespace {
 
 refusal why_not_bitmap(const std::string& stored, path_style style) {
   const std::string file = native_from_stored(stored, style);
-  const result<std::string> start = first_bytes(file, 2);
+  constexpr std::size_t bits_at = 28;  // of a pixel, in the file's second header
+  const result<std::string> start = first_bytes(file, bits_at + 1);
   if (!start)
     return "the bitmap " + shown_quoted(file) + " cannot be used: " + start.error;
-  if (*start != "BM")
+  if (!start->starts_with("BM"))
     return "the file " + shown_quoted(file) + " is not a bitmap";
+  if (start->size() > bits_at && (*start)[bits_at] == 2)
+    return "the bitmap " + shown_quoted(file) +
+           " has 2 bits a pixel, which the drawing tool does not read.  Please save it with 1 or 4 "
+           "bits";
+  return std::nullopt;
+}
+
+std::string first_of(const std::string& file) {
+  const result<std::string> start = first_bytes(file, enough_for_a_header);
+  return start ? *start : std::string();
+}
+
+refusal why_not_menu_streams_of(const project& p, int menu, path_style style) {
+  const menu_streams streams = native_menu_streams(p, menu, style);
+  const std::string name = "Menu " + trimmed(menu);
+  for (const std::string& file : {streams.video, streams.audio})
+    if (!file.empty() && !file_exists(file))
+      return name + " cannot be authored: the file " + shown_quoted(file) +
+             " is missing.  Please put it back, or remove the menu and add it again.";
+  const std::string standard = video_standard_of(first_of(streams.video));
+  if (!standard.empty() && standard != p.globalregion)
+    return name + " cannot be authored: its video " + shown_quoted(streams.video) + " is " +
+           standard + ", but the project is " + p.globalregion +
+           ".  Please remove the menu and add it with a video of the project's standard.";
   return std::nullopt;
 }
 
@@ -46,6 +72,13 @@ std::optional<std::string> why_not_these_bitmaps(const project& p, path_style st
       }
     }
   }
+  return std::nullopt;
+}
+
+std::optional<std::string> why_not_these_menu_streams(const project& p, path_style style) {
+  for (int menu = 1; menu <= menu_count(p); ++menu)
+    if (const refusal why = why_not_menu_streams_of(p, menu, style))
+      return why;
   return std::nullopt;
 }
 

@@ -17,9 +17,14 @@ namespace corvane {
 /// path, add an argument, or put markup into the XML.
 std::optional<std::string> why_not_authorable(const project& p, path_style style);
 
-/// Why a button's bitmap is refused: it cannot be read or is no bitmap file. gm takes a file for
-/// what its first bytes say: a PostScript text named .bmp would be run by Ghostscript.
+/// Why a button's bitmap is refused: it cannot be read, is no bitmap file, or is of a kind that gm
+/// does not read. gm takes a file for what its first bytes say: a PostScript text named .bmp would
+/// be run by Ghostscript.
 std::optional<std::string> why_not_these_bitmaps(const project& p, path_style style);
+
+/// Why a menu's video or audio is refused: it is gone, or the pictures are of the other video
+/// standard, with which dvdauthor would fill the disc without an error.
+std::optional<std::string> why_not_these_menu_streams(const project& p, path_style style);
 
 /// Why hand-edited XML is refused: a file name that dvdauthor would run as a command (it ends in
 /// "|"), declarations or an encoding that could hide one, or an output folder that is not where

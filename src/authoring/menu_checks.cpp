@@ -1,3 +1,4 @@
+#include "authoring/colour_groups.h"
 #include "authoring/row_checks.h"
 #include "authoring/rows.h"
 #include "project/numbers.h"
@@ -44,7 +45,16 @@ refusal why_not_options(const project& p, int menu) {
     if (time.empty() || time.find_first_not_of("0123456789:.") != std::string::npos)
       return menu_named(menu) + " has the button time " + shown_quoted(time) +
              ", which is not of the form 00:00:00.0.  Please edit the menu.";
+  // The inside of a frame without lines would clear what is around it.
+  if (options.thickness < 0)
+    return menu_named(menu) + " has the box thickness " + trimmed(options.thickness) +
+           ", but the lines of a box cannot be thinner than nothing.  Please edit the menu.";
   return std::nullopt;
+}
+
+// Of rounded rectangles as small as these gm draws nothing at all.
+bool is_too_small_to_draw(double width, double height) {
+  return width < 4 || height < 2 || (width < 6 && height < 3);
 }
 
 // spumux takes no rectangle that reaches out of the picture, gm draws none that has no inside.
@@ -59,7 +69,8 @@ refusal why_not_edges(const project& p, int menu, int button, const button_recor
   if (x0 < 0 || y0 < 0 || x1 > 720 || y1 > height)
     return button_named(menu, button) + " reaches out of the picture of 720 by " +
            trimmed(static_cast<int>(height)) + ".  Please edit the menu.";
-  if (x1 < x0 + 2 || y1 < y0 + 1)
+  const bool is_drawn = !is_bitmap(b.highlight) || !is_bitmap(b.select);
+  if (x1 <= x0 || y1 <= y0 || (is_drawn && is_too_small_to_draw(x1 - x0, y1 - y0)))
     return button_named(menu, button) + " is too small to be drawn.  Please edit the menu.";
   return std::nullopt;
 }
@@ -95,11 +106,17 @@ refusal why_not_colours(int menu, const std::vector<button_record>& buttons) {
   for (const button_record& b : buttons)
     if (!is_bitmap(b.highlight) && !is_bitmap(b.select))
       pairs.emplace(b.highlight, b.select);
-  if (pairs.size() <= most_colour_pairs)
-    return std::nullopt;
-  return menu_named(menu) + " uses " + std::to_string(pairs.size()) +
-         " combinations of highlight and select colour, but a DVD menu can show 9.  Please edit "
-         "the menu.";
+  if (pairs.size() > most_colour_pairs)
+    return menu_named(menu) + " uses " + std::to_string(pairs.size()) +
+           " combinations of highlight and select colour, but a DVD menu can show 9.  Please edit "
+           "the menu.";
+  if (ways_to_colour(buttons) > most_ways_to_colour)
+    return menu_named(menu) + " has " + std::to_string(buttons.size()) + " buttons in " +
+           trimmed(colour_combinations(buttons)) +
+           " combinations of highlight and select.  To find out how a player can show so many, the "
+           "tool spumux would need hours or longer.  Please edit the menu and use fewer "
+           "combinations, or order the buttons so that those of one combination follow each other.";
+  return std::nullopt;
 }
 
 refusal why_not_buttons(const project& p, int menu, path_style style) {

@@ -33,6 +33,8 @@ ending check_project(workbench& w) {
     return tell(w, author_result::nothing_to_author, "please add more titles", icon::exclamation);
   if (const auto why = why_not_authorable(w.p, native_style()))
     return refuse(w, *why);
+  if (const auto why = why_not_these_menu_streams(w.p, native_style()))
+    return refuse(w, *why);
   if (const auto why = why_not_these_bitmaps(w.p, native_style()))
     return refuse(w, *why);
   return std::nullopt;

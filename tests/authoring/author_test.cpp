@@ -142,6 +142,7 @@ TEST_F(Author, WritesEveryFileAndStartsTheScript) {
   const environment_variable format("VIDEO_FORMAT", "");
   p.globalregion = "PAL";
   p.subtitledata = {folder.stored("a.srt") + "/" + folder.stored("b.srt")};
+  folder.add("m.m2v");
   p.menulist = {folder.stored("m.m2v") + "/"};
   expect_folder_question();
   EXPECT_EQ(author_command(w, e, run), author_result::started);
@@ -205,11 +206,32 @@ TEST_F(Author, ARowThatCannotBeAuthoredIsToldBeforeAnythingIsAsked) {
 
 TEST_F(Author, ABitmapThatIsNoneIsToldBeforeAnythingIsAsked) {
   const std::string file = folder.add("b.bmp", "%!PS");
+  folder.add("m.m2v");
   p.menulist = {folder.stored("m.m2v") + "/"};
   p.menubuttons = {" 0/0/9/9/exit/black/" + folder.stored("b.bmp")};
   ask.expect(told("Button 1 of menu 1 cannot be authored: the file \"" + file +
                       "\" is not a bitmap.  Please edit the menu.",
                   icon::exclamation));
+  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+}
+
+TEST_F(Author, AMenuVideoThatHasGoneIsToldBeforeAnythingIsAsked) {
+  p.menulist = {folder.stored("m.m2v") + "/"};
+  ask.expect(told("Menu 1 cannot be authored: the file \"" + folder.path("m.m2v") +
+                      "\" is missing.  Please put it back, or remove the menu and add it again.",
+                  icon::exclamation));
+  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+}
+
+TEST_F(Author, AMenuVideoOfTheOtherStandardIsToldBeforeAnythingIsAsked) {
+  // A sequence header of 720 by 576.
+  folder.add("m.m2v", std::string("\0\0\1\xB3\x2D\x02\x40\x23", 8));
+  p.menulist = {folder.stored("m.m2v") + "/"};
+  ask.expect(
+      told("Menu 1 cannot be authored: its video \"" + folder.path("m.m2v") +
+               "\" is PAL, but the project is NTSC.  Please remove the menu and add it with a "
+               "video of the project's standard.",
+           icon::exclamation));
   EXPECT_EQ(author_command(w, e, run), author_result::refused);
 }
 

@@ -4,6 +4,7 @@
 
 #include "authoring/checks.h"
 #include "authoring/sample_projects.h"
+#include "menus/button_record.h"
 #include "platform/files.h"
 #include "support/temporary_folder.h"
 
@@ -201,7 +202,8 @@ TEST(RowChecks, ButtonsHaveNumbersInsideThePicture) {
     const char* message;
   };
   const row table[] = {{" 0/0/ 720/ 480", "(authorable)"},
-                       {" 0/ 479/ 2/ 480", "(authorable)"},
+                       {" 0/ 478/ 6/ 480", "(authorable)"},
+                       {" 0/ 477/ 4/ 480", "(authorable)"},
                        {"a/0/100/3", "has the position \"a\""},
                        {"0//100/3", "has the position \"\""},
                        {"0\" onload=\"/0/100/3", "has the position"},
@@ -211,6 +213,9 @@ TEST(RowChecks, ButtonsHaveNumbersInsideThePicture) {
                        {"0/478/100/481", "reaches out of the picture"},
                        {"100/0/0/3", "is too small"},
                        {"0/3/100/3", "is too small"},
+                       {"0/3/100/4", "is too small"},
+                       {"0/0/3/9", "is too small"},
+                       {"0/0/5/2", "is too small"},
                        {"0/0/99999999999999999999999/3", "reaches out of the picture"}};
   for (const auto& [edges, message] : table) {
     project p = full_project();
@@ -224,6 +229,24 @@ TEST(RowChecks, ButtonsHaveNumbersInsideThePicture) {
   p.globalregion = "PAL";
   p.menubuttons[0] = " 0/ 570/100/ 576/exit/black/black";
   EXPECT_EQ(refusal_of(p), "(authorable)");
+}
+
+TEST(RowChecks, ButtonsOfBitmapsMayBeSmaller) {
+  project p = full_project();
+  p.menubuttons[0] = "0/0/1/1/exit/\\m\\a.bmp/\\m\\a.bmp";
+  EXPECT_EQ(refusal_of(p), "(authorable)");
+  p.menubuttons[0] = "0/0/1/1/exit/\\m\\a.bmp/black";
+  EXPECT_THAT(refusal_of(p), HasSubstr("Button 1 of menu 1 is too small"));
+  p.menubuttons[0] = "0/0/0/1/exit/\\m\\a.bmp/\\m\\a.bmp";
+  EXPECT_THAT(refusal_of(p), HasSubstr("Button 1 of menu 1 is too small"));
+}
+
+TEST(RowChecks, BoxesAreNoThinnerThanNothing) {
+  project p = full_project();
+  p.moremenuoptions[1] = " 0\t00:00:00.0\t00:00:00.0\t 0";
+  EXPECT_EQ(refusal_of(p), "(authorable)");
+  p.moremenuoptions[1] = " 0\t00:00:00.0\t00:00:00.0\t-1";
+  EXPECT_THAT(refusal_of(p), HasSubstr("Menu 2 has the box thickness -1"));
 }
 
 TEST(RowChecks, ColoursAreTheTenNames) {
@@ -245,6 +268,23 @@ TEST(RowChecks, MoreColoursThanAMenuCanShow) {
   EXPECT_EQ(refusal_of(p), "(authorable)");
   p.menubuttons[0] += "| 0/200/100/203/exit/cyan/black";
   EXPECT_THAT(refusal_of(p), HasSubstr("Menu 1 uses 10 combinations"));
+}
+
+TEST(RowChecks, MenuThatSpumuxWouldWorkOnForHours) {
+  const auto menu_of = [](int buttons, int combinations) {
+    project p = full_project();
+    p.menubuttons[1] = "";
+    for (int i = 0; i < buttons; ++i)
+      p.menubuttons[1] += (i == 0 ? "" : "|") + std::string(" 0/ 9/ 90/ 20/exit/") +
+                          button_colours[static_cast<std::size_t>(i % combinations)] + "/white";
+    return p;
+  };
+  EXPECT_EQ(refusal_of(menu_of(36, 3)), "(authorable)");
+  EXPECT_EQ(refusal_of(menu_of(36, 6)), "(authorable)");
+  EXPECT_EQ(refusal_of(menu_of(20, 9)), "(authorable)");
+  const std::string refused = refusal_of(menu_of(36, 7));
+  EXPECT_THAT(refused, HasSubstr("Menu 2 has 36 buttons in 7 combinations"));
+  EXPECT_THAT(refused, HasSubstr("spumux would need hours"));
 }
 
 TEST(RowChecks, ButtonTimesAreTimes) {
