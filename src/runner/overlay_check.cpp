@@ -92,4 +92,14 @@ std::string why_no_buttons_seen(const std::string& menu_stream) {
   return times.in_time() ? "" : "their picture comes up after the end of the menu";
 }
 
+int buttons_asked_for(const std::string& control_file) {
+  constexpr std::string_view element = "<button ";
+  const result<std::string> text = read_file(control_file, std::uintmax_t{1} << 20);
+  int count = 0;
+  for (std::size_t at = text ? text->find(element) : std::string::npos; at != std::string::npos;
+       at = text->find(element, at + 1))
+    ++count;
+  return count;
+}
+
 }  // namespace corvane

@@ -13,4 +13,8 @@ namespace corvane {
 /// Empty when they can be seen. A file that cannot be read is a reason too.
 std::string why_no_buttons_seen(const std::string& menu_stream);
 
+/// How many buttons the control file (native path) has spumux put on a menu; 0 when it cannot be
+/// read.
+int buttons_asked_for(const std::string& control_file);
+
 }  // namespace corvane

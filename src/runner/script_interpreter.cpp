@@ -33,6 +33,9 @@ std::string hexadecimal(std::uint32_t number) {
   return text.data();
 }
 
+/// From here on a menu can take spumux more than a second.
+constexpr int many_buttons = 19;
+
 class interpreter {
  public:
   explicit interpreter(script_host& host) : host_(host) {}
@@ -109,6 +112,7 @@ class interpreter {
       }
     }
     p.watch_errors = p.programs.size() == 1 && name_of(p.programs[0][0]) == "gm.exe";
+    announce_menu(c);
     tell(c, host_.run(p));
     look_at_menu(c);
   }
@@ -125,6 +129,16 @@ class interpreter {
       if (!what.empty() && !is_harmless_refusal(name, r.ends[i], r.errors))
         complain(what);
     }
+  }
+
+  /// For many buttons of many colours spumux works silently for minutes.
+  void announce_menu(const script_command& c) {
+    const std::string menu = menu_of_overlay(c.pipeline[0]);
+    const int buttons = menu.empty() ? 0 : host_.buttons_asked_for(c.pipeline[0][1]);
+    if (buttons >= many_buttons)
+      host_.print("INFO: menu " + menu + " has " + std::to_string(buttons) +
+                  " buttons; when their colours are many too, this takes some minutes" +
+                  std::string(line_end));
   }
 
   /// spumux tells a menu without buttons from one with them in its output only, if at all.

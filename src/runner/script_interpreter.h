@@ -38,6 +38,9 @@ class script_host {
 
   /// Why the buttons of the menu in a stream would not be seen (runner/overlay_check.h).
   virtual std::string why_no_buttons_seen(const std::string& menu_stream) = 0;
+
+  /// How many buttons a control file asks for (runner/overlay_check.h).
+  virtual int buttons_asked_for(const std::string& control_file) = 0;
 };
 
 /// Runs the whole script. Each thing that goes wrong is printed as a line that begins "ERR:", after
@@ -70,6 +73,7 @@ class system_script_host : public script_host {
   std::string allowed_program(const std::string& path) override;
   pipeline_result run(const pipeline& programs) override;
   std::string why_no_buttons_seen(const std::string& menu_stream) override;
+  int buttons_asked_for(const std::string& control_file) override;
 
  private:
   std::string own_folder_;

@@ -76,4 +76,8 @@ std::string system_script_host::why_no_buttons_seen(const std::string& menu_stre
   return corvane::why_no_buttons_seen(menu_stream);
 }
 
+int system_script_host::buttons_asked_for(const std::string& control_file) {
+  return corvane::buttons_asked_for(control_file);
+}
+
 }  // namespace corvane

@@ -61,5 +61,15 @@ TEST(OverlayCheck, StreamThatIsNotThereIsAReason) {
   EXPECT_EQ(why_no_buttons_seen(folder.path("menusub1.mpg")), "its stream cannot be read");
 }
 
+TEST(OverlayCheck, ButtonsOfAControlFileAreCounted) {
+  const temporary_folder folder;
+  EXPECT_EQ(buttons_asked_for(folder.add("a.xml",
+                                         "<spu>\r\n<button x0=\"1\"/>\r\n    <button "
+                                         "x0=\"2\"/>\r\n<buttons/></spu>")),
+            2);
+  EXPECT_EQ(buttons_asked_for(folder.add("b.xml", "<spu></spu>")), 0);
+  EXPECT_EQ(buttons_asked_for(folder.path("missing.xml")), 0);
+}
+
 }  // namespace
 }  // namespace corvane::testing_support

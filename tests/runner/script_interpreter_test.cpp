@@ -23,6 +23,7 @@ class noting_host : public script_host {
   pipeline_result result_of_run;
   pipeline last;
   std::string why_no_buttons;  ///< of the last menu looked at
+  int buttons = 0;             ///< that a control file asks for
 
   void print(const std::string& text) override { notes += replace_all(text, "\r\n", "\n"); }
   failure make_folder(const std::string& path) override { return note("mkdir " + path); }
@@ -47,6 +48,7 @@ class noting_host : public script_host {
     note("look at " + menu_stream);
     return why_no_buttons;
   }
+  int buttons_asked_for(const std::string& /*control_file*/) override { return buttons; }
 
  private:
   failure note(const std::string& what) {
@@ -174,6 +176,20 @@ TEST(MenuOverlay, MenuWhoseButtonsWouldNotBeSeenIsNamedThoughSpumuxEndedWell) {
       host.notes,
       "[run /own/spumux.exe,/app/menu2.xml]\n[look at /o/menusub2.mpg]\n\nERR:  the buttons of "
       "menu 2 will not be seen: no picture of them was added\nnext\n");
+}
+
+TEST(MenuOverlay, ManyButtonsAreAnnouncedSinceTheyMayTakeMinutes) {
+  noting_host host;
+  host.buttons = 19;
+  EXPECT_TRUE(run_script("bin/spumux.exe /app/menu2.xml </o/menu2.mpg > /o/menusub2.mpg\n", host));
+  EXPECT_EQ(
+      host.notes,
+      "INFO: menu 2 has 19 buttons; when their colours are many too, this takes some minutes\n"
+      "[run /own/spumux.exe,/app/menu2.xml]\n[look at /o/menusub2.mpg]\n");
+  host.notes.clear();
+  host.buttons = 18;
+  EXPECT_TRUE(run_script("bin/spumux.exe /app/menu2.xml </o/menu2.mpg > /o/menusub2.mpg\n", host));
+  EXPECT_EQ(host.notes, "[run /own/spumux.exe,/app/menu2.xml]\n[look at /o/menusub2.mpg]\n");
 }
 
 TEST(MenuOverlay, NoOtherProgramAddsButtons) {
