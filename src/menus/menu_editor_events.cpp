@@ -24,7 +24,8 @@ bool is_colour(const std::string& text) {
 
 }  // namespace
 
-// Each field has its own bound; the height's alone does not ask where the button stands.
+// Each field has its own bound; the height's alone does not ask where the button stands, and that
+// is wanted.
 
 void menu_editor::type_leftpos(const std::string& text) {
   const auto value = typed_number(text);

@@ -173,7 +173,8 @@ TEST_F(Bitmaps, WithoutAChosenButtonTheFileIsAskedForAndThenRefused) {
   expect_choose_first();
   e.bmphighlight();
   EXPECT_EQ(record(), record_at(0, 0, 100, 3));
-  EXPECT_FALSE(shown().bitmap_mode);
+  EXPECT_EQ(shown().Colorhighlight, "black");
+  EXPECT_EQ(shown().Slider1.value, 100);
 
   expect_dialog("");
   expect_choose_first();

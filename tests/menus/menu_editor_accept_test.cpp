@@ -1,4 +1,5 @@
 // The menu editor's accept: what is refused, what is written back.
+#include "authoring/row_checks.h"
 #include "editor_test.h"
 #include "menus/menu_editor.h"
 
@@ -75,6 +76,23 @@ TEST_F(MenuEditorAccept, WithoutButtonsStoresTheEmptyElementAndKeepsTheOptions) 
   EXPECT_EQ(p.moremenuoptions, rows{"1\tx\ty\t9"});
   EXPECT_TRUE(p.buttondata.empty());
   EXPECT_EQ(p.saved, 0);
+}
+
+TEST_F(MenuEditorAccept, WhateverIsSizedAndMovedCanBeAuthored) {
+  for (const std::string region : {"NTSC", "PAL"}) {
+    p.globalregion = region;
+    menu_editor& e = edit();
+    e.add_button();
+    for (const int size : {-1000, 1000}) {
+      for (const int position : {-1000, 1000}) {
+        e.choose(0);
+        e.size_by(size, size);
+        e.move_by(position, position);
+        ASSERT_TRUE(e.accept());
+        EXPECT_EQ(why_not_menus(p, native_style()), std::nullopt) << record();
+      }
+    }
+  }
 }
 
 TEST_F(MenuEditorAccept, UntouchedRecordsAreWrittenBackAsTheyWere) {

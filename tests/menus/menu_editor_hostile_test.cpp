@@ -133,6 +133,8 @@ TEST_F(MenuEditorHostile, StoredThicknessIsKeptUnlessItIsMoved) {
   for (const int stored : {0, 1, 20, 21, 500}) {
     p.moremenuoptions = {"0\t00:00:00.0\t00:00:00.0\t" + std::to_string(stored)};
     menu_editor& e = edit(record_at(0, 0, 100, 3));
+    EXPECT_LE(shown().thickness.minimum, stored);
+    EXPECT_GE(shown().thickness.maximum, stored);
     EXPECT_TRUE(e.accept());
     EXPECT_EQ(parse_menu_options(p.moremenuoptions[0]).thickness, stored);
   }
