@@ -17,6 +17,7 @@ namespace corvane {
 namespace {
 
 constexpr int first_width = 100, first_height = 3;  // of first_button
+constexpr int least_width = 6, least_height = 2;    // gm draws every shape of this size
 constexpr int least_box_height = 4;                 // lower ones are underlines
 constexpr int usual_most_thickness = 20;
 
@@ -191,10 +192,10 @@ void menu_editor::show_display_mode() {
   c_.Image1 = c_.bitmap_mode ? c_.Colorhighlight : std::string();
   c_.Image2 = c_.bitmap_mode && is_bitmap(c_.ColorSelect) ? c_.ColorSelect : std::string();
   c_.sizes_enabled = c_.Slider1.enabled = c_.Slider2.enabled = !c_.bitmap_mode;
-  // A drawn button must be 2 wide and 1 high to be seen; a bitmap is as large as it is.
-  c_.Slider1.minimum = c_.bitmap_mode ? 1 : 2;
+  // A bitmap is as large as it is.
+  c_.Slider1.minimum = c_.bitmap_mode ? 1 : least_width;
   c_.Slider1.maximum = largest_x;
-  c_.Slider2.minimum = 1;
+  c_.Slider2.minimum = c_.bitmap_mode ? 1 : least_height;
   c_.Slider2.maximum = ymax_;
 }
 

@@ -109,10 +109,10 @@ TEST_F(MenuEditorFields, NegativeValuesGoToTheEndOfTheRange) {
   e.type_ypos("-99999999999999999999");
   e.type_widthpos("-1");
   e.type_heightpos("0");
-  EXPECT_EQ(record(), record_at(0, 0, 2, 1));
+  EXPECT_EQ(record(), record_at(0, 0, 6, 2));
   EXPECT_EQ(shown().leftpos, " 0");
-  EXPECT_EQ(shown().widthpos, " 2");
-  EXPECT_EQ(shown().heightpos, " 1");
+  EXPECT_EQ(shown().widthpos, " 6");
+  EXPECT_EQ(shown().heightpos, " 2");
 }
 
 TEST_F(MenuEditorFields, AnyOtherActionCanBeTyped) {
@@ -193,7 +193,7 @@ TEST_F(MenuEditorFields, ScrollBarsStopAtTheEndsOfThePicture) {
 }
 
 TEST_F(MenuEditorFields, NtscButtonOfHeightHStopsAt479MinusH) {
-  for (const int height : {1, 3, 40, 299}) {
+  for (const int height : {2, 3, 40, 299}) {
     menu_editor& e = edit_first(record_at(0, 0, 100, height));
     EXPECT_EQ(shown().VScroll1.maximum, 479 - height);
     e.scroll_y(479);
@@ -217,9 +217,9 @@ TEST_F(MenuEditorFields, SlidersKeepADrawableSize) {
   menu_editor& e = edit_button();
   e.slide_width(-5);
   e.slide_height(-5);
-  EXPECT_EQ(record(), record_at(200, 100, 202, 101));
+  EXPECT_EQ(record(), record_at(200, 100, 206, 102));
   e.slide_height(100000);
-  EXPECT_EQ(record(), record_at(200, 0, 202, 479));
+  EXPECT_EQ(record(), record_at(200, 0, 206, 479));
 }
 
 }  // namespace

@@ -60,7 +60,7 @@ TEST_F(MenuEditorPicture, ArrowKeysWithAModifierSizeFromTheTopLeftCorner) {
   e.size_by(1, -1);
   EXPECT_EQ(record(), record_at(200, 100, 301, 139));
   e.size_by(-1000, -1000);
-  EXPECT_EQ(record(), record_at(200, 100, 202, 101));
+  EXPECT_EQ(record(), record_at(200, 100, 206, 102));
   e.size_by(1000, 1000);
   EXPECT_EQ(record(), record_at(200, 100, 719, 479));
 }
@@ -83,19 +83,19 @@ TEST_F(MenuEditorPicture, DraggedEdgeMovesAndTheOppositeOneStays) {
 TEST_F(MenuEditorPicture, DraggedEdgeStopsAtTheLeastSizeAndAtThePicture) {
   menu_editor& e = edit_two();
   e.drag_edges({.left = true}, 700, 0);
-  EXPECT_EQ(record(), record_at(298, 100, 300, 140));
+  EXPECT_EQ(record(), record_at(294, 100, 300, 140));
   e.drag_edges({.left = true}, -700, 0);
   EXPECT_EQ(record(), record_at(0, 100, 300, 140));
   e.drag_edges({.right = true}, -700, 0);
-  EXPECT_EQ(record(), record_at(0, 100, 2, 140));
+  EXPECT_EQ(record(), record_at(0, 100, 6, 140));
   e.drag_edges({.right = true}, 5000, 0);
   EXPECT_EQ(record(), record_at(0, 100, 719, 140));
   e.drag_edges({.top = true}, 0, 470);
-  EXPECT_EQ(record(), record_at(0, 139, 719, 140));
+  EXPECT_EQ(record(), record_at(0, 138, 719, 140));
   e.drag_edges({.top = true}, 0, -5);
   EXPECT_EQ(record(), record_at(0, 0, 719, 140));
   e.drag_edges({.bottom = true}, 0, -5);
-  EXPECT_EQ(record(), record_at(0, 0, 719, 1));
+  EXPECT_EQ(record(), record_at(0, 0, 719, 2));
   e.drag_edges({.bottom = true}, 0, 5000);
   EXPECT_EQ(record(), record_at(0, 0, 719, 479));
 }
