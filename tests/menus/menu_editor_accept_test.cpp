@@ -95,6 +95,33 @@ TEST_F(MenuEditorAccept, WhateverIsSizedAndMovedCanBeAuthored) {
   }
 }
 
+TEST_F(MenuEditorAccept, ThirtySixButtonsPassAndThe37thIsLeftToTheRunsCheck) {
+  menu_editor& e = edit();
+  const auto add_apart = [&e](int i) {
+    e.add_button();
+    e.choose(i);
+    e.move_to(0, 12 * i);
+  };
+  for (int i = 0; i < 36; ++i)
+    add_apart(i);
+  EXPECT_TRUE(e.accept());
+  EXPECT_EQ(buttoncount(p, 1), 36);
+  EXPECT_EQ(why_not_menus(p, native_style()), std::nullopt);
+  add_apart(36);
+  EXPECT_TRUE(e.accept());
+  EXPECT_EQ(why_not_menus(p, native_style()),
+            "Menu 1 has 37 buttons, but a DVD menu holds at most 36.  Please edit the menu and "
+            "delete some.");
+}
+
+TEST_F(MenuEditorAccept, FrameThickerThanItsButtonIsAccepted) {
+  menu_editor& e = edit_first(record_at(0, 0, 100, 6));
+  e.slide_thickness(20);
+  EXPECT_TRUE(e.accept());
+  EXPECT_EQ(p.moremenuoptions, rows{" 0\t00:00:00.0\t00:00:00.0\t 20"});
+  EXPECT_EQ(why_not_menus(p, native_style()), std::nullopt);
+}
+
 TEST_F(MenuEditorAccept, UntouchedRecordsAreWrittenBackAsTheyWere) {
   const std::string records = "10/20/110/23/exit/blue/cyan|5/40/7/44/jump menu 1/red/red";
   EXPECT_TRUE(edit(records).accept());
