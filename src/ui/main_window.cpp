@@ -133,7 +133,6 @@ void main_window::lend(
   lent_ = true;
   borrower_ = open(bench_, [this] {
     lent_ = false;
-    refresh();
     focus_titles();
   });
 }
@@ -192,10 +191,13 @@ void main_window::let_commands(bool enabled) {
     focus_titles();
 }
 
-// GTK selects the first row of a list that gets the focus and has none selected.
+// Without a focus the window's keys do nothing. GTK selects the first row of a list that gets it;
+// what the user has selected stays selected, and nothing else.
 void main_window::focus_titles() {
-  if (p_.selected >= 0)
-    view_->SetFocus();
+  const int selected = p_.selected;
+  view_->SetFocus();
+  p_.selected = selected;
+  refresh();
 }
 
 void main_window::let_timer(bool enabled) {

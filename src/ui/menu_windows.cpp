@@ -4,6 +4,7 @@
 #include "menus/menu_picker.h"
 #include "menus/navcommands.h"
 #include "ui/main_window.h"
+#include "ui/menu_editor_window.h"
 #include "ui/menuselect.h"
 #include "ui/navcommands_window.h"
 
@@ -11,6 +12,36 @@
 #include <utility>
 
 namespace corvane {
+namespace {
+
+/// `recall`: the menu is not new.
+void show_editor(main_window& main, bool recall) {
+  main.lend([&main, recall](workbench& w, std::function<void()> closed) -> wxTopLevelWindow* {
+    return new tsmenu(&main, w, recall, std::move(closed));
+  });
+}
+
+}  // namespace
+
+void add_menu(main_window& main) {
+  bool added = false;
+  main.run([&added](workbench& w) { added = addmenu_command(w); });
+  if (added)
+    show_editor(main, false);
+}
+
+void edit_menu(main_window& main) {
+  bool picked = false;
+  main.run([&](workbench& w) {
+    if (!editmenu_command(w))
+      return;
+    menu_picker picker(w, picker_edit_caption);
+    picked = show_menuselect(&main, picker);
+  });
+  if (picked)
+    show_editor(main, true);
+}
+
 void remove_menu(main_window& main) {
   main.run([&main](workbench& w) {
     if (!remove_menu_command(w))
@@ -18,6 +49,13 @@ void remove_menu(main_window& main) {
     menu_picker picker(w, picker_erase_caption);
     show_menuselect(&main, picker);
   });
+}
+
+void add_or_edit_menu(main_window& main) {
+  if (main.shown_project().menulist.empty())
+    add_menu(main);
+  else
+    edit_menu(main);
 }
 
 void edit_navcommands(main_window& main) {

@@ -2,6 +2,7 @@
 
 #include "menus/menu_picker.h"
 #include "ui/control_name.h"
+#include "ui/dialog_buttons.h"
 #include "ui/layout.h"
 #include "ui/shown_text.h"
 
@@ -53,7 +54,7 @@ menuselect::menuselect(wxWindow* main, const menu_picker& picker)
   const int border = FromDIP(layout::window_border);
   whole->Add(List1_, wxSizerFlags(1).Expand().Border(wxALL, border));
   whole->Add(make_buttons(picker.caption() == picker_erase_caption),
-             wxSizerFlags().Right().Border(wxLEFT | wxBOTTOM, border));
+             wxSizerFlags().Right().Border(wxLEFT | wxRIGHT | wxBOTTOM, border));
   SetSizerAndFit(whole);
   List1_->SetFocus();
   CentreOnParent();
@@ -62,13 +63,8 @@ menuselect::menuselect(wxWindow* main, const menu_picker& picker)
 /// The button says what confirming does, since erasing is not asked about again.
 wxSizer* menuselect::make_buttons(bool erases) {
   auto* accept = new wxButton(this, wxID_OK, erases ? "&erase" : "&edit");
-  auto* cancel = new wxButton(this, wxID_CANCEL, "&cancel");
   accept->SetDefault();
-  auto* row = new wxStdDialogButtonSizer;
-  row->AddButton(accept);
-  row->AddButton(cancel);
-  row->Realize();
-  return row;
+  return dialog_buttons(accept, new wxButton(this, wxID_CANCEL, "&cancel"));
 }
 
 // GTK takes Enter on an entry for a double click and for the default button, too.

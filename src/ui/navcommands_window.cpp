@@ -2,6 +2,7 @@
 
 #include "project/text.h"
 #include "ui/control_name.h"
+#include "ui/dialog_buttons.h"
 #include "ui/layout.h"
 #include "ui/shown_text.h"
 
@@ -120,11 +121,7 @@ wxSizer* navcommands_window::make_first_play() {
 wxSizer* navcommands_window::make_buttons() {
   auto* Command1 = new wxButton(this, wxID_OK, "&accept");
   name_control(*Command1, "Command1");
-  auto* row = new wxStdDialogButtonSizer;
-  row->AddButton(Command1);
-  row->AddButton(new wxButton(this, wxID_CANCEL, "&cancel"));
-  row->Realize();
-  return row;
+  return dialog_buttons(Command1, new wxButton(this, wxID_CANCEL, "&cancel"));
 }
 
 void navcommands_window::bind_controls() {

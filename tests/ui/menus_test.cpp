@@ -1,9 +1,15 @@
-// Menus from the main window: the picker and the jump-table switch.
+// Menus from the main window: adding, the picker, the jump-table switch, and what rests meanwhile.
+// (The editor itself: menu_editor_test.cpp.)
+#include "menus/button_record.h"
 #include "ui/command_bars.h"
+#include "ui/gtk_sight.h"
 #include "ui/main_window.h"
+#include "ui/shown_text.h"
 #include "ui/window_fixture.h"
 
 #include <gmock/gmock.h>
+#include <wx/ctrlsub.h>
+#include <wx/listbox.h>
 #include <wx/menu.h>
 
 #include <filesystem>
@@ -14,10 +20,26 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+constexpr const char* video_title = "select video stream";
+constexpr const char* audio_title =
+    "select audio stream (If no audio is needed for the menu, press cancel)";
+constexpr const char* edit_caption = "Please select menu to edit";
 constexpr const char* erase_caption = "Please select menu to erase";
+constexpr const char* discard_question =
+    "You have edited the XML manually, do you want to discard these changes?";
+
 class menus : public window_test {
  protected:
   const project& shown() const { return window_->shown_project(); }
+
+  /// Answers the two dialogs; no audio cancels the second.
+  static void choose_streams(const std::string& video, const std::string& audio = "") {
+    answer_file(video_title, video);
+    if (audio.empty())
+      cancel_dialog(audio_title);
+    else
+      answer_file(audio_title, audio);
+  }
 
   static bool picker_comes(const std::string& caption) {
     if (!window_comes("menuselect"))
@@ -30,6 +52,19 @@ class menus : public window_test {
     return ask_ui([] { return wxWindow::FindWindowByName("menuselect") != nullptr; });
   }
 
+  /// Waits for the editor, then closes it without accepting.
+  void leave_editor() {
+    ASSERT_TRUE(window_comes("tsmenu"));
+    close("tsmenu");
+    ASSERT_TRUE(window_goes("tsmenu"));
+    EXPECT_TRUE(ask_ui([this] { return window_->IsEnabled(); }));
+  }
+
+  static unsigned editor_buttons() {
+    return ask_ui(
+        [] { return dynamic_cast<wxControlWithItems*>(control("Combo2", "tsmenu"))->GetCount(); });
+  }
+
   static bool region_enabled() {
     return ask_ui([] { return control("Comboregion")->IsEnabled(); });
   }
@@ -39,10 +74,164 @@ class menus : public window_test {
   std::string preferences() const { return folder_.read("config/corvane/preferences"); }
 };
 
-TEST_F(menus, without_menus_remove_shows_nothing) {
+TEST_F(menus, toolbar_button_adds_the_first_menu_and_edits_afterwards) {
+  click_tool("menus");
+  choose_streams(real_video(), real_audio());
+  leave_editor();
+  EXPECT_THAT(shown().menulist, ElementsAre(stored_from_native(real_video()) + "/" +
+                                            stored_from_native(real_audio())));
+  EXPECT_EQ(label_of("dvdsizetext").substr(0, 16), "0 titles\n1 menus");
+  click_tool("menus");
+  ASSERT_TRUE(picker_comes(edit_caption));
+  EXPECT_THAT(list_rows("menuselect"), ElementsAre("menu 1:film.m2v(with audio) (0 buttons)"));
+  press("Escape");
+  EXPECT_TRUE(picker_goes());
+}
+
+TEST_F(menus, drop_down_adds_edits_and_removes) {
+  click_tool_arrow("menus");
+  click_menu_item("add titleset menu");
+  choose_streams(real_video());
+  leave_editor();
+  click_tool_arrow("menus");
+  click_menu_item("add titleset menu");
+  choose_streams(real_video(), real_audio());
+  leave_editor();
+  EXPECT_EQ(shown().menulist.size(), 2u);
+  EXPECT_EQ(shown().indexer, 2);
+
+  click_tool_arrow("menus");
+  click_menu_item("edit titleset menu");
+  ASSERT_TRUE(picker_comes(edit_caption));
+  press("Return");
+  leave_editor();
+  EXPECT_EQ(shown().indexer, 1);
+
+  click_tool_arrow("menus");
+  click_menu_item("remove titleset menu");
+  ASSERT_TRUE(picker_comes(erase_caption));
+  press("Return");
+  EXPECT_TRUE(picker_goes());
+  EXPECT_THAT(shown().menulist, ElementsAre(stored_from_native(real_video()) + "/" +
+                                            stored_from_native(real_audio())));
+}
+
+TEST_F(menus, menu_bar_adds_edits_and_removes) {
+  click_menu("menus", "add new titleset menu");
+  choose_streams(real_video());
+  leave_editor();
+  click_menu("menus", "edit existing titleset menu");
+  ASSERT_TRUE(picker_comes(edit_caption));
+  click_button("edit");
+  leave_editor();
+  click_menu("menus", "remove titleset menu");
+  ASSERT_TRUE(picker_comes(erase_caption));
+  click_button("erase");
+  EXPECT_TRUE(picker_goes());
+  EXPECT_THAT(shown().menulist, IsEmpty());
+  EXPECT_EQ(label_of("dvdsizetext").substr(0, 16), "0 titles\n0 menus");
+}
+
+TEST_F(menus, cancelled_video_dialog_adds_nothing) {
+  press("ctrl+m");
+  cancel_dialog(video_title);
+  EXPECT_TRUE(no_dialog());
+  EXPECT_THAT(shown().menulist, IsEmpty());
+  EXPECT_TRUE(region_enabled());
+  EXPECT_TRUE(ask_ui([this] { return window_->IsEnabled(); }));
+}
+
+TEST_F(menus, without_menus_edit_and_remove_show_nothing) {
+  click_menu("menus", "edit existing titleset menu");
+  EXPECT_FALSE(picker_is_shown());
   click_menu("menus", "remove titleset menu");
   EXPECT_FALSE(picker_is_shown());
   EXPECT_FALSE(top_dialog().has_value());
+}
+
+TEST_F(menus, picker_lists_every_menu_and_preselects_the_first) {
+  load(project_with_menus(1));
+  press("ctrl+e");
+  ASSERT_TRUE(picker_comes(edit_caption));
+  EXPECT_THAT(list_rows("menuselect"), ElementsAre("menu 1:intro.m2v(with audio) (2 buttons)",
+                                                   "menu 2:second.m2v(no audio) (0 buttons)"));
+  EXPECT_EQ(ask_ui([] {
+              return dynamic_cast<wxListBox*>(control("List1", "menuselect"))->GetSelection();
+            }),
+            0);
+  screenshot("menuselect");
+  press("Escape");
+  EXPECT_TRUE(picker_goes());
+}
+
+TEST_F(menus, double_click_on_an_entry_edits_that_menu_with_its_buttons) {
+  load(project_with_menus(1));
+  for (const int menu : {2, 1}) {
+    press("ctrl+e");
+    ASSERT_TRUE(picker_comes(edit_caption));
+    double_click_row(menu - 1, "menuselect");
+    EXPECT_TRUE(picker_goes());
+    ASSERT_TRUE(window_comes("tsmenu"));
+    EXPECT_EQ(shown().indexer, menu);
+    EXPECT_EQ(ask_ui([] { return utf8_of(control("indexer", "tsmenu")->GetLabel()); }),
+              std::to_string(menu));
+    EXPECT_EQ(editor_buttons(), menu == 1 ? 2u : 0u);
+    leave_editor();
+  }
+}
+
+TEST_F(menus, accepted_button_is_counted_in_the_picker) {
+  press("ctrl+m");
+  choose_streams(real_video());
+  ASSERT_TRUE(window_comes("tsmenu"));
+  click_control("Command1", "tsmenu");
+  EXPECT_EQ(editor_buttons(), 1u);
+  EXPECT_THAT(shown().menubuttons[0], IsEmpty());
+  click_control("Command2", "tsmenu");
+  EXPECT_TRUE(window_goes("tsmenu"));
+  EXPECT_EQ(shown().menubuttons[0], first_button);
+  press("ctrl+e");
+  ASSERT_TRUE(picker_comes(edit_caption));
+  EXPECT_THAT(list_rows("menuselect"), ElementsAre("menu 1:film.m2v(no audio) (1 buttons)"));
+  press("Escape");
+  EXPECT_TRUE(picker_goes());
+}
+
+TEST_F(menus, menu_made_in_the_windows_is_on_the_disc) {
+  add_title(real_video(), real_audio());
+  press("ctrl+m");
+  choose_streams(real_video(), real_audio());
+  ASSERT_TRUE(window_comes("tsmenu"));
+  click_control("Command1", "tsmenu");
+  click_control("Command2", "tsmenu");
+  ASSERT_TRUE(window_goes("tsmenu"));
+  press("ctrl+n");
+  ASSERT_TRUE(window_comes("navcommands"));
+  double_click_row(0, "navcommands");
+  type_text("call menu");
+  click_button("accept");
+  ASSERT_TRUE(window_goes("navcommands"));
+
+  press("F5");
+  answer_file("enter a folder name to create the dvd", folder_.path("disc"));
+  EXPECT_TRUE(wait_until([] { return look_at_dialog().has_value(); }, 60));
+  answer_message("Process complete.  Please review the log for more information (recommended).",
+                 "Cancel");
+  EXPECT_TRUE(file_exists(folder_.path("disc/VIDEO_TS/VTS_01_0.VOB")));  // the titleset's menus
+  const std::string xml = folder_.read("program/config.xml");
+  EXPECT_THAT(xml, testing::HasSubstr("<button> exit; </button>"));
+  EXPECT_THAT(xml, testing::HasSubstr("<post>call menu"));
+}
+
+TEST_F(menus, new_menu_stays_without_buttons_when_the_editor_is_closed) {
+  press("ctrl+m");
+  choose_streams(real_video());
+  ASSERT_TRUE(window_comes("tsmenu"));
+  click_control("Command1", "tsmenu");
+  leave_editor();
+  EXPECT_EQ(shown().menulist.size(), 1u);
+  EXPECT_THAT(shown().menubuttons[0], IsEmpty());
+  EXPECT_THAT(shown().moremenuoptions, ElementsAre(new_menu_options));
 }
 
 TEST_F(menus, closing_the_picker_changes_nothing) {
@@ -93,6 +282,19 @@ TEST_F(menus, what_erasing_has_to_tell_stands_over_the_main_window) {
   EXPECT_THAT(shown().menulist, ElementsAre(folder_.stored("second.m2v") + "/"));
 }
 
+TEST_F(menus, region_is_frozen_by_the_first_menu_and_freed_with_the_last) {
+  EXPECT_TRUE(region_enabled());
+  press("ctrl+m");
+  choose_streams(real_video());
+  leave_editor();
+  EXPECT_FALSE(region_enabled());
+  click_menu("menus", "remove titleset menu");
+  ASSERT_TRUE(picker_comes(erase_caption));
+  press("Return");
+  EXPECT_TRUE(picker_goes());
+  EXPECT_TRUE(region_enabled());
+}
+
 TEST_F(menus, region_stays_frozen_while_titles_remain) {
   load(project_with_menus(1));
   ASSERT_FALSE(region_enabled());
@@ -104,6 +306,64 @@ TEST_F(menus, region_stays_frozen_while_titles_remain) {
   }
   EXPECT_THAT(shown().menulist, IsEmpty());
   EXPECT_FALSE(region_enabled());
+}
+
+TEST_F(menus, nothing_else_runs_while_the_editor_is_open) {
+  press("ctrl+m");
+  choose_streams(real_video());
+  ASSERT_TRUE(window_comes("tsmenu"));
+  EXPECT_FALSE(ask_ui([this] { return window_->IsEnabled(); }));
+  EXPECT_TRUE(ask_ui([] { return control("tsmenu")->IsEnabled(); }));
+  on_ui([this] {
+    window_->drop({folder_.path("x.m2v")});
+    window_->author();
+    window_->load(folder_.path("none.cvp"));
+  });
+  EXPECT_FALSE(top_dialog().has_value());
+  leave_editor();
+  EXPECT_EQ(shown().menulist.size(), 1u);
+  press("F5");
+  answer_message("please add more titles", "OK");
+}
+
+TEST_F(menus, main_window_does_not_close_under_the_editor) {
+  press("ctrl+m");
+  choose_streams(real_video());
+  ASSERT_TRUE(window_comes("tsmenu"));
+  close("main");
+  EXPECT_TRUE(window_comes("tsmenu"));
+  EXPECT_TRUE(window_comes("main"));
+  EXPECT_FALSE(top_dialog().has_value());
+  leave_editor();
+}
+
+TEST_F(menus, end_of_the_session_closes_the_editor_too) {
+  press("ctrl+m");
+  choose_streams(real_video());
+  ASSERT_TRUE(window_comes("tsmenu"));
+  on_ui([this] { window_->CallAfter([this] { window_->Close(true); }); });
+  EXPECT_TRUE(window_goes("main"));
+  EXPECT_TRUE(window_goes("tsmenu"));
+}
+
+TEST_F(menus, hand_edited_xml_is_kept_when_the_user_says_so) {
+  project p = project_with_menus(1);
+  p.customxml = "<dvdauthor>\r\n</dvdauthor>\r\n";
+  load(p);
+  for (const char* item :
+       {"add new titleset menu", "edit existing titleset menu", "remove titleset menu"}) {
+    click_menu("menus", item);
+    EXPECT_EQ(answer_message(discard_question, "Cancel").picture, "warning") << item;
+    EXPECT_TRUE(no_dialog()) << item;
+  }
+  EXPECT_FALSE(shown().customxml.empty());
+  EXPECT_EQ(shown().menulist, p.menulist);
+  click_menu("menus", "edit existing titleset menu");
+  answer_message(discard_question, "OK");
+  ASSERT_TRUE(picker_comes(edit_caption));
+  EXPECT_TRUE(shown().customxml.empty());
+  press("Escape");
+  EXPECT_TRUE(picker_goes());
 }
 
 TEST_F(menus, jump_table_is_explained_checked_and_remembered) {
