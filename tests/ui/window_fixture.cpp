@@ -2,6 +2,7 @@
 
 #include "menus/button_record.h"
 #include "project/project_file.h"
+#include "project/subtitle_rows.h"
 #include "ui/app.h"
 #include "ui/main_window.h"
 #include "ui/shown_text.h"
