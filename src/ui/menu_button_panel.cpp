@@ -127,6 +127,7 @@ wxSizer* menu_button_panel::make_selected() {
   selected_ = box->GetStaticBox();
   const int gap = FromDIP(layout::control_gap);
   auto* grid = new wxGridBagSizer(gap, gap);
+  grid->SetEmptyCellSize(wxSize(0, 0));  // of rows that are hidden
   add_position(grid);
   Slider1_ = make_slider("Slider1", &menu_editor::slide_width);
   widthpos_ = make_field("widthpos", &menu_editor_controls::widthpos, &menu_editor::type_widthpos);
@@ -234,6 +235,7 @@ void menu_button_panel::add_thickness(wxGridBagSizer* grid) {
   thickness_value_ = new wxStaticText(selected_, wxID_ANY, wxString());
   label_leads_to(label, thickness_);
   grid->Add(label, wxGBPosition(5, 0), wxDefaultSpan, wxALIGN_CENTRE_VERTICAL);
+  grid->FindItemAtPosition(wxGBPosition(0, 0))->SetMinSize(label->GetBestSize());  // the longest
   grid->Add(thickness_, wxGBPosition(5, 1), wxGBSpan(1, 2), wxEXPAND);
   grid->Add(thickness_value_, wxGBPosition(5, 3), wxDefaultSpan, wxALIGN_CENTRE_VERTICAL);
   primitive_.insert(primitive_.end(), {label, thickness_, thickness_value_});
@@ -254,8 +256,10 @@ void menu_button_panel::add_bitmaps(wxGridBagSizer* grid) {
   auto* pictures = new wxBoxSizer(wxHORIZONTAL);
   pictures->Add(Image1_, wxSizerFlags(1).Centre());
   pictures->Add(Image2_, wxSizerFlags(1).Centre());
-  grid->Add(pictures, wxGBPosition(6, 0), wxGBSpan(1, 4), wxEXPAND);
-  grid->Add(removebmp, wxGBPosition(7, 0), wxGBSpan(1, 4), wxALIGN_RIGHT);
+  auto* row = new wxBoxSizer(wxVERTICAL);
+  row->Add(pictures, wxSizerFlags().Expand());
+  row->Add(removebmp, wxSizerFlags().Right().Border(wxTOP, FromDIP(layout::control_gap)));
+  grid->Add(row, wxGBPosition(6, 0), wxGBSpan(1, 4), wxEXPAND);
   bitmap_ = {Image1_, Image2_, removebmp};
 }
 

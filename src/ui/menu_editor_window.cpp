@@ -41,6 +41,8 @@ tsmenu::tsmenu(wxWindow* main, workbench& w, bool recall, std::function<void()> 
   Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { close(); });
   main_->Disable();
   Show();
+  panel_->SetFocus();  // on the first control, and on by one
+  Navigate();
   // Told over the window that it is about.
   CallAfter([this] {
     tell([this](menu_editor& editor) { editor.playback_check(video_size_.x, video_size_.y); });
@@ -53,10 +55,8 @@ void tsmenu::make_controls() {
   buttons_ = new menu_button_panel(panel_, to_model);
   options_ = new menu_options_panel(panel_, to_model);
   area_ = new menu_picture_area(panel_, editor_, to_model);
-  strip_ = new video_strip(
-      panel_, [this](const wxImage& picture) { area_->picture().show_picture(picture); });
   auto* columns = new wxBoxSizer(wxHORIZONTAL);
-  columns->Add(make_left(), wxSizerFlags(1).Expand());
+  columns->Add(area_, wxSizerFlags(1).Expand());
   columns->Add(make_right(), wxSizerFlags().Expand().Border(wxLEFT, FromDIP(layout::group_gap)));
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(columns, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::window_border)));
@@ -64,14 +64,6 @@ void tsmenu::make_controls() {
   auto* around = new wxBoxSizer(wxVERTICAL);
   around->Add(panel_, wxSizerFlags(1).Expand());
   SetSizer(around);
-  buttons_->SetFocus();
-}
-
-wxSizer* tsmenu::make_left() {
-  auto* left = new wxBoxSizer(wxVERTICAL);
-  left->Add(area_, wxSizerFlags(1).Expand());
-  left->Add(strip_, wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::control_gap)));
-  return left;
 }
 
 wxSizer* tsmenu::make_right() {
@@ -109,7 +101,7 @@ wxSizer* tsmenu::make_heading() {
 }
 
 void tsmenu::load_video() {
-  const result<wxSize> opened = strip_->open(editor_.video());
+  const result<wxSize> opened = area_->strip().open(editor_.video());
   if (!opened) {
     area_->picture().show_reason("The video cannot be shown.\n\n" + shown(editor_.video()) + "\n" +
                                  shown(opened.error));
@@ -126,15 +118,20 @@ void tsmenu::load_video() {
 // the picture gets smaller.
 void tsmenu::fit() {
   const wxSize added_by_window_managers = FromDIP(wxSize(8, 48));
-  const wxSize most = wxDisplay(this).GetClientArea().GetSize() - added_by_window_managers;
+  const wxRect screen = wxDisplay(this).GetClientArea();
+  const wxSize most = screen.GetSize() - added_by_window_managers;
   wxSize wanted = GetSizer()->CalcMin();
   wxSize least = wanted - area_->GetBestSize() / 2;
   least.y = std::max(least.y, right_->CalcMin().y + 2 * FromDIP(layout::window_border));
   wanted.DecTo(most);
   least.DecTo(most);
   SetMinClientSize(least);
-  if (GetClientSize().x < wanted.x || GetClientSize().y < wanted.y || !IsShown())
+  if (IsShown())
+    wanted.IncTo(GetClientSize());  // the user may have made it larger
+  if (wanted != GetClientSize())
     SetClientSize(wanted);
+  if (IsShown() && GetRect().GetBottom() > screen.GetBottom())
+    Move(GetPosition().x, std::max(screen.y, screen.GetBottom() - GetSize().y));
   Layout();
 }
 
@@ -171,7 +168,7 @@ void tsmenu::accept() {
 }
 
 void tsmenu::close() {
-  strip_->release();
+  area_->strip().release();
   main_->Enable();
   Hide();
   main_->Raise();

@@ -21,7 +21,6 @@ namespace corvane {
 class menu_button_panel;
 class menu_options_panel;
 class menu_picture_area;
-class video_strip;
 
 class tsmenu : public wxFrame {
  public:
@@ -33,7 +32,6 @@ class tsmenu : public wxFrame {
  private:
   void make_controls();
   wxSizer* make_heading();
-  wxSizer* make_left();
   wxSizer* make_right();
   void fit();
   void load_video();
@@ -50,7 +48,6 @@ class tsmenu : public wxFrame {
   bool in_event_ = false;
   wxPanel* panel_ = nullptr;
   menu_picture_area* area_ = nullptr;
-  video_strip* strip_ = nullptr;
   menu_button_panel* buttons_ = nullptr;
   menu_options_panel* options_ = nullptr;
   wxSizer* right_ = nullptr;  ///< of all that stands beside the picture

@@ -3,6 +3,7 @@
 #include "ui/control_name.h"
 #include "ui/layout.h"
 #include "ui/menu_picture.h"
+#include "ui/video_strip.h"
 
 #include <wx/scrolbar.h>
 
@@ -32,6 +33,8 @@ menu_picture_area::menu_picture_area(wxWindow* parent, const menu_editor& editor
                           &menu_editor::scroll_y, tell);
   HScroll1_ = make_scroll("HScroll1", wxSB_HORIZONTAL, "left edge of the button",
                           &menu_editor::scroll_x, tell);
+  strip_ =
+      new video_strip(this, [this](const wxImage& picture) { picture_->show_picture(picture); });
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
     arrange();
     event.Skip();
@@ -59,8 +62,13 @@ wxSize menu_picture_area::bars() const {
   return {VScroll1_->GetBestSize().x, HScroll1_->GetBestSize().y};
 }
 
+/// The room that is not the picture's.
+wxSize menu_picture_area::around() const {
+  return bars() + wxSize(0, FromDIP(layout::control_gap) + strip_->GetBestSize().y);
+}
+
 wxSize menu_picture_area::DoGetBestClientSize() const {
-  return full_size_ + bars();
+  return full_size_ + around();
 }
 
 void menu_picture_area::set_full_size(wxSize size) {
@@ -70,7 +78,7 @@ void menu_picture_area::set_full_size(wxSize size) {
 }
 
 void menu_picture_area::arrange() {
-  const wxSize room = GetClientSize() - bars();
+  const wxSize room = GetClientSize() - around();
   if (room.x <= 0 || room.y <= 0)
     return;
   const double scale = std::min({1.0, static_cast<double>(room.x) / full_size_.x,
@@ -80,6 +88,8 @@ void menu_picture_area::arrange() {
   picture_->SetSize(left, 0, size.x, size.y);
   VScroll1_->SetSize(left + size.x, 0, bars().x, size.y);
   HScroll1_->SetSize(left, size.y, size.x, bars().y);
+  strip_->SetSize(left, size.y + bars().y + FromDIP(layout::control_gap), size.x + bars().x,
+                  strip_->GetBestSize().y);
 }
 
 void menu_picture_area::show(const menu_editor_controls& c) {

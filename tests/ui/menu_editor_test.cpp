@@ -37,6 +37,14 @@ TEST_F(menu_editor_window, disables_the_main_window_while_it_is_open) {
   EXPECT_EQ(closed_, 1);
 }
 
+TEST_F(menu_editor_window, focus_stands_on_the_second_control) {
+  open_new();
+  EXPECT_TRUE(wait_until([] {
+    const wxWindow* focus = wxWindow::FindFocus();
+    return focus != nullptr && focus->GetName() == "Command1";
+  }));
+}
+
 TEST_F(menu_editor_window, goes_with_the_main_window_without_a_word) {
   open_new();
   on_ui([this] { window_->Close(true); });
