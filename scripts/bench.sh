@@ -88,6 +88,17 @@ window() {
   row "The same, shared pages counted by their share" "" "$(cells proportional-kB 1024 MB)"
 }
 
+# A button of the menu editor, one of 36, dragged over the picture of the sample's menu.
+editor() {
+  echo "The menu editor"
+  ./tests/ui/run_under_xvfb.sh "$bin/menu_editor_bench" samples/media/main-menu.m2v \
+    2>/dev/null >"$work/editor.txt"
+  told() { awk -v name="$1" -v unit="$2" '$1 == name { printf unit, $2 }' "$work/editor.txt"; }
+  row "Dragging a button in the menu editor: redraws a second (a toolkit's clock without a screen ticks 60 times)" \
+    "at least 60" "$(told redraws_per_second %.0f)"
+  row "The longest pause between two of them" "" "$(told longest_pause_ms '%.0f ms')"
+}
+
 # A tool that prints as fast as it can, through the runner and into cat.
 runner() {
   echo "The runner"
@@ -117,6 +128,7 @@ sample
 runner
 project
 window
+editor
 
 cat "$table"
 if [ $quick = no ]; then
