@@ -326,6 +326,23 @@ TEST_F(menus, nothing_else_runs_while_the_editor_is_open) {
   answer_message("please add more titles", "OK");
 }
 
+TEST_F(menus, nothing_else_runs_while_the_picker_is_open) {
+  const project before = project_with_menus(1);
+  load(before);
+  click_tool("menus");
+  ASSERT_TRUE(picker_comes(edit_caption));
+  on_ui([this] {
+    window_->drop({folder_.path("a.m2v"), folder_.path("a.ac3")});
+    window_->author();
+  });
+  close("main");
+  EXPECT_TRUE(picker_comes(edit_caption));
+  press("Escape");
+  EXPECT_TRUE(picker_goes());
+  EXPECT_TRUE(window_comes("main"));
+  EXPECT_EQ(shown().List11, before.List11);
+}
+
 TEST_F(menus, main_window_does_not_close_under_the_editor) {
   press("ctrl+m");
   choose_streams(real_video());

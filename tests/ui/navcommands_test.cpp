@@ -17,6 +17,9 @@ using testing::IsEmpty;
 using testing::StartsWith;
 
 constexpr const char* dialog = "navcommands";
+constexpr const char* refusal =
+    "The command \"jump?title 2\" cannot be used: it contains a line break, a tab or another "
+    "control character.";
 
 class navigation : public window_test {
  protected:
@@ -53,6 +56,10 @@ class navigation : public window_test {
         all.push_back(utf8_of(item));
       return all;
     });
+  }
+  /// As if pasted: a key cannot type every text.
+  static void set_value(const char* name, const char* text) {
+    on_ui([=] { combo(name).CallAfter([=] { combo(name).SetValue(wxString::FromUTF8(text)); }); });
   }
   static std::string title_name() {
     return ask_ui(
@@ -263,6 +270,25 @@ TEST_F(navigation, hand_edited_xml_is_kept_when_the_user_says_so) {
                  "Cancel");
   EXPECT_FALSE(ask_ui([] { return wxWindow::FindWindowByName(dialog) != nullptr; }));
   EXPECT_FALSE(shown().customxml.empty());
+}
+
+TEST_F(navigation, text_that_no_row_can_hold_is_refused) {
+  load(titles_only(2));
+  open();
+  click_row(0, dialog);
+  set_value("Combo1", "jump\ttitle 2");
+  EXPECT_EQ(answer_message(refusal, "OK").picture, "warning");
+  EXPECT_TRUE(wait_until([] { return combo("Combo1").GetValue() == "jump title 2"; }));
+  EXPECT_EQ(list_rows(dialog)[0], row("title1:a.m2v/a.ac3", "jump title 2"));
+
+  set_value("firstplay", "jump\ttitle 2");
+  click_button("accept");
+  answer_message(refusal, "OK");
+  EXPECT_TRUE(window_comes(dialog));
+  EXPECT_EQ(value("firstplay"), "<default>");
+  EXPECT_THAT(shown().postinfo, IsEmpty());
+  accept();
+  EXPECT_EQ(shown().firstplay, "<default>");
 }
 
 TEST_F(navigation, project_without_titles_still_has_a_first_play) {
