@@ -4,10 +4,24 @@ extern "C" {
 #include <libavutil/log.h>
 }
 
-#include <algorithm>
 #include <utility>
 
 namespace corvane {
+
+namespace {
+
+picture picture_of(const AVFrame& rgb) {
+  picture p{rgb.width, rgb.height, {}};
+  const std::ptrdiff_t row = std::ptrdiff_t{3} * rgb.width;
+  p.rgb.reserve(static_cast<std::size_t>(row) * static_cast<std::size_t>(rgb.height));
+  for (int y = 0; y < rgb.height; ++y) {
+    const std::uint8_t* const from = rgb.data[0] + std::ptrdiff_t{y} * rgb.linesize[0];
+    p.rgb.insert(p.rgb.end(), from, from + row);
+  }
+  return p;
+}
+
+}  // namespace
 
 result<picture_decoder> picture_decoder::create(AVCodecID id) {
   using created = result<picture_decoder>;
@@ -49,32 +63,42 @@ void picture_decoder::restart() {
   avcodec_flush_buffers(codec_.get());
 }
 
+// Sets the scaler up for frames of this kind: the colours of standard definition unless the stream
+// names others.
+bool picture_converter::prepare(const AVFrame& frame) {
+  scaler_.reset(sws_getCachedContext(
+      scaler_.release(), frame.width, frame.height, static_cast<AVPixelFormat>(frame.format),
+      frame.width, frame.height, AV_PIX_FMT_RGB24, SWS_BICUBIC, nullptr, nullptr, nullptr));
+  if (!scaler_)
+    return false;
+  int *from = nullptr, *to = nullptr;
+  int from_range = 0, to_range = 0, brightness = 0, contrast = 0, saturation = 0;
+  sws_getColorspaceDetails(scaler_.get(), &from, &from_range, &to, &to_range, &brightness,
+                           &contrast, &saturation);
+  // Fails where the frame is in red, green and blue already, which is right.
+  sws_setColorspaceDetails(scaler_.get(), sws_getCoefficients(frame.colorspace),
+                           frame.color_range == AVCOL_RANGE_JPEG ? 1 : 0, to, to_range, brightness,
+                           contrast, saturation);
+  return true;
+}
+
 result<picture> picture_converter::convert(const AVFrame& frame) {
   using converted = result<picture>;
   if (frame.width <= 0 || frame.height <= 0 || frame.width > largest_side ||
       frame.height > largest_side)
     return converted::fail("the picture is too large");
-  scaler_.reset(sws_getCachedContext(
-      scaler_.release(), frame.width, frame.height, static_cast<AVPixelFormat>(frame.format),
-      frame.width, frame.height, AV_PIX_FMT_RGB24, SWS_BICUBIC, nullptr, nullptr, nullptr));
-  if (!scaler_)
+  // The scaler writes some pixels at a time: into rows with room behind them.
+  const frame_ptr rgb(av_frame_alloc());
+  if (!rgb || !prepare(frame))
     return converted::fail("the picture cannot be converted");
-  int *from = nullptr, *to = nullptr;
-  int from_range = 0, to_range = 0, brightness = 0, contrast = 0, saturation = 0;
-  sws_getColorspaceDetails(scaler_.get(), &from, &from_range, &to, &to_range, &brightness,
-                           &contrast, &saturation);
-  sws_setColorspaceDetails(scaler_.get(), sws_getCoefficients(frame.colorspace),
-                           frame.color_range == AVCOL_RANGE_JPEG ? 1 : from_range, to, to_range,
-                           brightness, contrast, saturation);
-  picture p;
-  p.width = frame.width;
-  p.height = frame.height;
-  const int stride = 3 * frame.width;
-  p.rgb.resize(static_cast<std::size_t>(stride) * static_cast<std::size_t>(frame.height));
-  std::uint8_t* const planes[] = {p.rgb.data()};
-  if (sws_scale(scaler_.get(), frame.data, frame.linesize, 0, frame.height, planes, &stride) <= 0)
+  rgb->format = AV_PIX_FMT_RGB24;
+  rgb->width = frame.width;
+  rgb->height = frame.height;
+  if (av_frame_get_buffer(rgb.get(), 0) < 0 ||
+      sws_scale(scaler_.get(), frame.data, frame.linesize, 0, frame.height, rgb->data,
+                rgb->linesize) <= 0)
     return converted::fail("the picture cannot be converted");
-  return converted::ok(std::move(p));
+  return converted::ok(picture_of(*rgb));
 }
 
 std::size_t frame_bytes(const AVFrame& frame) {

@@ -36,6 +36,8 @@ class picture_converter {
   result<picture> convert(const AVFrame& frame);
 
  private:
+  bool prepare(const AVFrame& frame);
+
   scaler_ptr scaler_;  // of the last frame; used again for the same kind
 };
 

@@ -3,7 +3,9 @@
 #include "platform/files.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <ios>
+#include <system_error>
 #include <utility>
 
 namespace corvane {
@@ -11,10 +13,13 @@ namespace corvane {
 result<source_file> source_file::open(const std::string& path) {
   using opened = result<source_file>;
   const auto size = file_size(path);
-  if (!size && folder_exists(path))
-    return opened::fail("it is a folder, not a file");
-  if (!size)
-    return opened::fail("the file does not exist");
+  if (!size) {
+    std::error_code error;
+    return opened::fail(folder_exists(path) ? "it is a folder, not a file"
+                        : std::filesystem::exists(path_of(path), error)
+                            ? "it is not a file"
+                            : "the file does not exist");
+  }
   if (*size == 0)
     return opened::fail("the file is empty");
   source_file file;

@@ -8,7 +8,6 @@ namespace corvane {
 namespace {
 
 constexpr std::uint8_t program_end = 0xB9;
-constexpr std::uint8_t pack_header = 0xBA;
 
 using state = stream_packet::state;
 
@@ -84,16 +83,6 @@ std::size_t bytes_to_packet(const std::uint8_t* data, std::size_t size) {
   while (zeros < std::min<std::size_t>(2, size) && data[size - zeros - 1] == 0)
     ++zeros;
   return size - zeros;
-}
-
-bool holds_pack_header(const std::uint8_t* data, std::size_t size) {
-  for (std::size_t at = 0; at < size; ++at) {
-    at += bytes_to_packet(data + at, size - at);
-    if (at < size && data[std::min(at + 3, size - 1)] == pack_header &&
-        read_packet(data + at, size - at).found == state::whole)
-      return true;
-  }
-  return false;
 }
 
 }  // namespace corvane

@@ -6,6 +6,9 @@
 
 namespace corvane {
 
+/// Last byte of the start code of a pack header, with which a program stream begins.
+inline constexpr std::uint8_t pack_header = 0xBA;
+
 /// Stream numbers of PES packets that carry video.
 inline constexpr std::uint8_t first_video_stream = 0xE0;
 inline constexpr std::uint8_t last_video_stream = 0xEF;
@@ -27,8 +30,5 @@ stream_packet read_packet(const std::uint8_t* data, std::size_t size);
 
 /// How many bytes to skip to reach one with which a packet may begin; `size` when none does.
 std::size_t bytes_to_packet(const std::uint8_t* data, std::size_t size);
-
-/// Whether a pack header stands among the bytes: they are of a program stream.
-bool holds_pack_header(const std::uint8_t* data, std::size_t size);
 
 }  // namespace corvane

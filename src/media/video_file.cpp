@@ -41,7 +41,7 @@ struct video_file::state {
       if (failure why = advance())
         return why;
     if (index().coded() == 0 || !index().shape())
-      return "it holds no MPEG-1 or MPEG-2 video";
+      return "it holds no MPEG-1 or MPEG-2 pictures";
     if (index().shape()->width > largest_side || index().shape()->height > largest_side)
       return "its pictures are too large";
     return std::nullopt;

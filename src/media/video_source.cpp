@@ -2,6 +2,7 @@
 
 #include "media/source_file.h"
 #include "media/stream_packets.h"
+#include "media/video_headers.h"
 
 #include <algorithm>
 #include <optional>
@@ -158,6 +159,16 @@ result<byte_vector> packeted_stream::read(std::uint64_t position, std::size_t co
   return result<byte_vector>::ok(std::move(bytes));
 }
 
+// The start code that a file begins with, perhaps behind zeros. Files of other kinds may hold MPEG
+// video further on, but in pieces that make no sense without their own headers.
+std::optional<std::uint8_t> first_code(const byte_vector& head) {
+  const auto one =
+      std::find_if(head.begin(), head.end(), [](std::uint8_t byte) { return byte != 0; });
+  if (one - head.begin() < 2 || head.end() - one < 2 || *one != 1)
+    return std::nullopt;
+  return *(one + 1);
+}
+
 }  // namespace
 
 result<std::unique_ptr<video_source>> open_video_source(const std::string& path) {
@@ -168,9 +179,13 @@ result<std::unique_ptr<video_source>> open_video_source(const std::string& path)
   byte_vector head;
   if (const failure why = file->read(0, block, head))
     return opened::fail(*why);
-  if (holds_pack_header(head.data(), head.size()))
+  const auto code = first_code(head);
+  if (code == pack_header)
     return opened::ok(std::make_unique<packeted_stream>(std::move(*file)));
-  return opened::ok(std::make_unique<elementary_stream>(std::move(*file)));
+  if (code == start_code::sequence_header || code == start_code::group_of_pictures ||
+      code == start_code::picture)
+    return opened::ok(std::make_unique<elementary_stream>(std::move(*file)));
+  return opened::fail("it is neither MPEG video nor an MPEG program stream");
 }
 
 }  // namespace corvane

@@ -34,7 +34,8 @@ class video_source {
   virtual std::uint64_t total() const = 0;
 };
 
-/// Opens a file by its native path. Fails on what is not a file, is empty or cannot be read.
+/// Opens a file by its native path. Fails on what is not a file, is empty or cannot be read, and on
+/// files that do not begin as such a stream does.
 result<std::unique_ptr<video_source>> open_video_source(const std::string& path);
 
 }  // namespace corvane

@@ -54,4 +54,17 @@ mplex -v 0 -f 8 -o pal.mpg pal.m2v sound.mp2 >mplex.log 2>&1 || { cat mplex.log 
 VIDEO_FORMAT=PAL dvdauthor -o disc -t pal.mpg >dvdauthor.log 2>&1 || { cat dvdauthor.log >&2; exit 1; }
 mv disc/VIDEO_TS/VTS_01_1.VOB disc.vob
 rm -rf disc mplex.log dvdauthor.log
+# Files of other kinds, some with MPEG video in them.
+mkdir -p foreign
+ff -i still.m2v -frames:v 1 foreign/picture.jpg
+ff -i still.m2v -frames:v 1 foreign/picture.png
+ff -i sound.mp2 -c:a ac3 foreign/sound.ac3
+ff -i sound.mp2 foreign/sound.wav
+cp sound.mp2 foreign/sound.mp2
+ff -f mpegvideo -i open.m2v -c:v mpeg4 -f m4v foreign/part2.m4v
+ff -f mpegvideo -i open.m2v -c:v libx264 -f h264 foreign/avc.264
+for container in mp4 avi mkv ts; do
+  ff -fflags +genpts -f mpegvideo -i predicted.m2v -c copy "foreign/mpeg2.$container" 2>/dev/null
+done
+printf 'An ordinary text.\n' >foreign/text.m2v
 printf '%s\n' "$stamp" >.stamp
