@@ -16,6 +16,8 @@ constexpr std::size_t file_header = 14;
 constexpr std::uint32_t core_header = 12;  // the size of OS/2's information header
 constexpr std::uint32_t info_header = 40;  // of Windows'; later ones begin with the same fields
 
+constexpr const char* cut_off = "the bitmap is cut off";
+
 std::uint32_t number(const byte_vector& bytes, std::size_t at, std::size_t count) {
   std::uint32_t n = 0;
   for (std::size_t i = count; i-- > 0;)
@@ -68,6 +70,15 @@ std::size_t bytes_a_row(std::int64_t width, std::uint32_t bits) {
   return (static_cast<std::size_t>(width) * bits + 31) / 32 * 4;
 }
 
+// Whether all pixels are there, but for what fills up the last row.
+bool pixels_complete(const byte_vector& bytes, const bitmap_header& header) {
+  const std::size_t begin = number(bytes, 10, 4);
+  const auto rows = static_cast<std::size_t>(std::abs(header.height));
+  const std::size_t last_row = (static_cast<std::size_t>(header.width) * header.bits + 7) / 8;
+  return begin <= bytes.size() &&
+         bytes.size() - begin >= bytes_a_row(header.width, header.bits) * (rows - 1) + last_row;
+}
+
 // The same picture with 8 bits a pixel: header, four colours, rows in the same order.
 result<byte_vector> widened(const byte_vector& bytes, const bitmap_header& header) {
   using made = result<byte_vector>;
@@ -77,9 +88,8 @@ result<byte_vector> widened(const byte_vector& bytes, const bitmap_header& heade
   const std::size_t pixels = number(bytes, 10, 4);
   const std::size_t from_row = bytes_a_row(header.width, 2), to_row = bytes_a_row(header.width, 8);
   const auto rows = static_cast<std::size_t>(std::abs(header.height));
-  if (palette > bytes.size() || bytes.size() - palette < colours * colour_bytes ||
-      pixels > bytes.size() || bytes.size() - pixels < from_row * rows)
-    return made::fail("the bitmap is cut off");
+  if (palette > bytes.size() || bytes.size() - palette < colours * colour_bytes)
+    return made::fail(cut_off);
   const std::size_t begin = file_header + info_header + std::size_t{4} * 4;
   byte_vector wide(begin + to_row * rows);
   wide[0] = 'B';
@@ -116,6 +126,11 @@ failure prepare_bitmap(byte_vector& bytes) {
   const auto header = read_header(bytes);
   if (!header)
     return header.error;
+  const bool run_length = header->compression == 1 || header->compression == 2;
+  if (header->bits == 0 || header->bits > 32)
+    return "the bitmap's header is damaged";
+  if (!run_length && !pixels_complete(bytes, *header))
+    return cut_off;
   if (header->bits != 2 || header->compression != 0)
     return std::nullopt;
   auto wide = widened(bytes, *header);

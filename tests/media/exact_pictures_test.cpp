@@ -80,7 +80,7 @@ TEST_P(ExactPictures, FirstPictureNeedsNoIndex) {
 INSTANTIATE_TEST_SUITE_P(
     Streams, ExactPictures,
     testing::Values("closed.m2v", "open.m2v", "pal.m2v", "intra.m2v", "long.m2v", "predicted.m2v",
-                    "odd.m2v", "one.m1v", "still.m2v", "film.m2v", "film-closed.m2v",
+                    "odd.m2v", "one.m1v", "still.m2v", "progressive.m2v", "no-b.m2v",
                     "interlaced.m2v", "open.vob", "one.mpg", "pal.mpg", "disc.vob"),
     [](const auto& stream) {
       std::string name = stream.param;

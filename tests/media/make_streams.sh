@@ -43,8 +43,8 @@ stream odd.m2v 354x242 24000/1001 30 mpeg2video -g 12 -bf 2 -b:v 900k
 stream one.m1v 352x288 25 60 mpeg1video -g 12 -bf 2 -b:v 900k
 stream still.m2v 720x480 30000/1001 1 mpeg2video -b:v 3000k
 by_mpeg2enc interlaced.m2v 352x288 25 50 tff -f 3 -I 1 -b 1500 -g 9 -G 12 -R 2
-by_mpeg2enc film.m2v 352x240 24000/1001 60 prog -f 3 -p -b 1500 -g 12 -G 12 -R 2
-by_mpeg2enc film-closed.m2v 352x240 24000/1001 60 prog -f 3 -p -c -b 1500 -g 12 -G 12 -R 0
+by_mpeg2enc progressive.m2v 352x240 24000/1001 60 prog -f 3 -b 1500 -g 12 -G 12 -R 2
+by_mpeg2enc no-b.m2v 352x240 24000/1001 60 prog -f 3 -c -b 1500 -g 12 -G 12 -R 0
 rm -f mpeg2enc.log
 
 ff -f lavfi -i sine=duration=3 -c:a mp2 -b:a 192k -f mp2 sound.mp2

@@ -284,6 +284,25 @@ TEST(VideoIndex, BytesThatAreNoVideoHaveNoPictures) {
     EXPECT_EQ(index_of(bytes).coded(), 0u);
 }
 
+TEST(VideoIndex, PicturesBeyondFourGibibytesAreFound) {
+  constexpr std::uint64_t gap = std::uint64_t{1} << 32;
+  tiny_stream near_part, far_part;
+  add(near_part.sequence().group(), "IP");
+  add(far_part.sequence().group(), "IPP");
+  const std::string zeros(1u << 24, '\0');
+  video_index_builder builder;
+  feed(builder, near_part.bytes, 1000);
+  for (std::uint64_t fed = 0; fed < gap; fed += zeros.size())
+    feed(builder, zeros, zeros.size());
+  feed(builder, far_part.bytes, 1000);
+  builder.finish();
+  const video_index& index = builder.index();
+  ASSERT_EQ(index.shown(), 5u);
+  EXPECT_EQ(index.bytes_of(2).position, near_part.bytes.size() + gap);
+  EXPECT_EQ(index.groups()[1].sequence_position, near_part.bytes.size() + gap);
+  EXPECT_GT(index.bytes_of(1).size, gap);
+}
+
 TEST(VideoIndex, TheCheapestPicturesThereAreDoNotCostMoreThanADayOfVideo) {
   // Headers and slices without contents, 8 bytes a picture.
   tiny_stream stream;

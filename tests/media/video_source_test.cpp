@@ -183,6 +183,18 @@ TEST(VideoSource, WhatIsAddedAfterOpeningIsNotSeen) {
   EXPECT_EQ(all_of(*source).size(), 1000u);
 }
 
+TEST(VideoSource, PlacesBeyondFourGibibytesAreRead) {
+  const temporary_folder folder;
+  constexpr std::uint64_t far = (std::uint64_t{1} << 32) + 12'345;
+  const std::string path = folder.add("a.m2v", noise(1000));
+  std::filesystem::resize_file(path_of(path), far);
+  std::ofstream(path_of(path), std::ios::binary | std::ios::app) << noise(500);
+  const auto source = opened(path);
+  EXPECT_EQ(source->total(), far + 500);
+  EXPECT_EQ(text(source->read(far - 3, 1000)), "\0\0\0"s + noise(500));
+  EXPECT_EQ(text(source->read(0, 1000)), noise(1000));
+}
+
 TEST(VideoSource, AFileThatBecomesShorterIsAFailureAndNoHang) {
   const temporary_folder folder;
   for (const std::string& file : {noise(2'000'000), in_packets(noise(2'000'000), 2000)}) {
