@@ -124,9 +124,37 @@ sample() {
       sed -n 's/^ *less one polling interval of 0.1 s: \([0-9.]*\).*/\1/p' "$work/sample.txt")"
 }
 
+# A stream of 2 GB, the sample's again and again; gone when it is measured.
+video() {
+  echo "The index of a video file"
+  runs=5
+  [ $quick = no ] || runs=3
+  ./samples/make.sh >/dev/null
+  stream=$work/video.m2v
+  cp samples/media/garden.m2v "$stream"
+  while [ "$(wc -c <"$stream")" -lt 1000000000 ]; do
+    cat "$stream" "$stream" >"$stream.more"
+    mv "$stream.more" "$stream"
+  done
+  head -c $((2000000000 - $(wc -c <"$stream"))) "$stream" >"$stream.more"
+  cat "$stream.more" >>"$stream"
+  rm "$stream.more"
+  "$bin/media_bench" "$stream" $runs >"$work/video.txt"
+  rm "$stream"
+  told() { awk -v name="$1" '$1 == name { print $2 }' "$work/video.txt"; }
+  row "Index of a 2 GB video stream ($(told pictures) pictures) / \`cat >/dev/null\` of it, both from memory" "3" \
+    "$(told ratio) ($(told scan_s) / $(told cat_s) s)"
+  row "Its longest slice of 10 ms; the memory that it keeps" "" "$(told longest_slice_ms) ms; $(told index_mb) MB"
+  row "After it, any picture: pictures decoded at most / in the longest group" "one group" \
+    "$(told most_decoded) / $(told longest_group)"
+  row "Time for it: middle / slowest / a whole group, picture by picture" "" \
+    "$(told picture_ms) / $(told slowest_picture_ms) / $(told group_ms) ms"
+}
+
 sample
 runner
 project
+video
 window
 editor
 

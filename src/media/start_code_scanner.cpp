@@ -5,20 +5,39 @@
 
 namespace corvane {
 
-// Tells of the codes that begin in `data` and are whole in it. Looks for the byte 1, which is rare
-// in video, as fast as the C library can.
+namespace {
+
+constexpr std::ptrdiff_t stretch = 64;
+
+// Whether a code begins with one of the next `stretch` bytes. In video every sixtieth byte is a 1,
+// too many to look at each one: this the compiler turns into a few instructions for 16 bytes.
+bool code_ahead(const std::uint8_t* data) {
+  std::uint8_t least = 0xFF;
+  for (std::ptrdiff_t i = 0; i < stretch; ++i)
+    least = std::min(least, static_cast<std::uint8_t>(data[i] | data[i + 1] | (data[i + 2] ^ 1)));
+  return least == 0;
+}
+
+}  // namespace
+
+// Tells of the codes that begin in `data` and are whole in it.
 void start_code_scanner::look(const std::uint8_t* data, std::size_t size, std::uint64_t position) {
   if (size < whole)
     return;
-  const std::uint8_t* const end = data + (size - whole) + 3;  // behind the last 1 that can count
-  for (const std::uint8_t* from = data + 2; from < end; ++from) {
-    from = static_cast<const std::uint8_t*>(
-        std::memchr(from, 1, static_cast<std::size_t>(end - from)));
-    if (from == nullptr)
-      return;
-    if (from[-1] == 0 && from[-2] == 0)
-      sink_.start_code_found(from[1], position + static_cast<std::uint64_t>(from - 2 - data),
-                             from + 2);
+  const std::uint8_t* const end = data + (size - whole) + 1;  // of where a code can begin
+  for (const std::uint8_t* from = data; from < end; from += std::min(stretch, end - from)) {
+    if (end - from >= stretch && !code_ahead(from))
+      continue;
+    const std::uint8_t* const stop = from + std::min(stretch, end - from) + 2;
+    for (const std::uint8_t* one = from + 2; one < stop; ++one) {
+      one = static_cast<const std::uint8_t*>(
+          std::memchr(one, 1, static_cast<std::size_t>(stop - one)));
+      if (one == nullptr)
+        break;
+      if (one[-1] == 0 && one[-2] == 0)
+        sink_.start_code_found(one[1], position + static_cast<std::uint64_t>(one - 2 - data),
+                               one + 2);
+    }
   }
 }
 

@@ -70,13 +70,16 @@ std::size_t bytes_a_row(std::int64_t width, std::uint32_t bits) {
   return (static_cast<std::size_t>(width) * bits + 31) / 32 * 4;
 }
 
-// Whether all pixels are there, but for what fills up the last row.
-bool pixels_complete(const byte_vector& bytes, const bitmap_header& header) {
+// Whether all pixels are there. What fills up the last row is added where a program left it out.
+bool complete_pixels(byte_vector& bytes, const bitmap_header& header) {
   const std::size_t begin = number(bytes, 10, 4);
   const auto rows = static_cast<std::size_t>(std::abs(header.height));
+  const std::size_t row = bytes_a_row(header.width, header.bits);
   const std::size_t last_row = (static_cast<std::size_t>(header.width) * header.bits + 7) / 8;
-  return begin <= bytes.size() &&
-         bytes.size() - begin >= bytes_a_row(header.width, header.bits) * (rows - 1) + last_row;
+  if (begin > bytes.size() || bytes.size() - begin < row * (rows - 1) + last_row)
+    return false;
+  bytes.resize(std::max(bytes.size(), begin + row * rows));
+  return true;
 }
 
 // The same picture with 8 bits a pixel: header, four colours, rows in the same order.
@@ -129,7 +132,7 @@ failure prepare_bitmap(byte_vector& bytes) {
   const bool run_length = header->compression == 1 || header->compression == 2;
   if (header->bits == 0 || header->bits > 32)
     return "the bitmap's header is damaged";
-  if (!run_length && !pixels_complete(bytes, *header))
+  if (!run_length && !complete_pixels(bytes, *header))
     return cut_off;
   if (header->bits != 2 || header->compression != 0)
     return std::nullopt;

@@ -74,10 +74,10 @@ void video_index_builder::start_code_found(std::uint8_t code, std::uint64_t posi
     case start_code::sequence_header:
     case start_code::group_of_pictures:
     case start_code::picture:
-      if (!unit_)
-        unit_.emplace().position = position;
+      if (!headers_)
+        headers_.emplace().position = position;
       header_found(code, bytes);
-      if (code == start_code::sequence_header && unit_->sequence)
+      if (code == start_code::sequence_header && headers_->sequence)
         sequence_position_ = position;
       break;
     case start_code::extension:
@@ -91,50 +91,50 @@ void video_index_builder::start_code_found(std::uint8_t code, std::uint64_t posi
 
 void video_index_builder::header_found(std::uint8_t code, const std::uint8_t* bytes) {
   if (code == start_code::picture) {
-    unit_->picture = true;
-    unit_->kind = read_picture_kind(bytes);
-    unit_->extension = {};
+    headers_->picture = true;
+    headers_->kind = read_picture_kind(bytes);
+    headers_->extension = {};
     return;
   }
-  unit_->picture = false;
+  headers_->picture = false;
   if (code == start_code::group_of_pictures) {
-    unit_->group = true;
-    unit_->closed = read_closed_gop(bytes);
+    headers_->group = true;
+    headers_->closed = read_closed_gop(bytes);
   } else if (const auto shape = read_sequence_header(bytes)) {
-    unit_->sequence = true;
+    headers_->sequence = true;
     shape_ = shape;
   }
 }
 
 void video_index_builder::extension_found(const std::uint8_t* bytes) {
-  if (!unit_)
+  if (!headers_)
     return;
-  if (unit_->picture) {
+  if (headers_->picture) {
     if (const auto extension = read_picture_extension(bytes))
-      unit_->extension = *extension;
-  } else if (unit_->sequence && !shape_->mpeg2) {
+      headers_->extension = *extension;
+  } else if (headers_->sequence && !shape_->mpeg2) {
     read_sequence_extension(bytes, *shape_);
   }
 }
 
 // A picture counts once its first slice is there: headers alone show nothing.
 void video_index_builder::slice_found() {
-  if (!unit_)
+  if (!headers_)
     return;
   if (second_field()) {
     half_.reset();
   } else {
-    settle_last(unit_->position);
+    settle_last(headers_->position);
     keep_picture();
   }
-  unit_.reset();
+  headers_.reset();
 }
 
 bool video_index_builder::second_field() const {
   using kind = picture_extension::structure_kind;
-  if (!half_ || unit_->sequence || unit_->group || !unit_->picture)
+  if (!half_ || headers_->sequence || headers_->group || !headers_->picture)
     return false;
-  return unit_->extension.structure ==
+  return headers_->extension.structure ==
          (half_->structure == kind::top_field ? kind::bottom_field : kind::top_field);
 }
 
@@ -142,9 +142,9 @@ bool video_index_builder::second_field() const {
 // from time to time, or every picture would cost decoding the whole stream before it.
 bool video_index_builder::begins_group() const {
   constexpr std::size_t longest = 36;  // twice what a disc allows
-  if (unit_->kind != picture_kind::intra)
+  if (headers_->kind != picture_kind::intra)
     return false;
-  return unit_->sequence || unit_->group || index_.groups_.empty() ||
+  return headers_->sequence || headers_->group || index_.groups_.empty() ||
          index_.coded_.size() - index_.groups_.back().first_coded >= longest;
 }
 
@@ -152,15 +152,15 @@ void video_index_builder::begin_group() {
   picture_group group;
   group.sequence_position = sequence_position_;
   group.first_coded = static_cast<std::uint32_t>(index_.coded_.size());
-  group.sequence_here = unit_->sequence;
-  group.closed = unit_->group && unit_->closed;
+  group.sequence_here = headers_->sequence;
+  group.closed = headers_->group && headers_->closed;
   index_.groups_.push_back(group);
   references_in_group_ = 0;
 }
 
 void video_index_builder::keep_picture() {
   half_.reset();
-  if (!shape_ || !unit_->picture || unit_->kind == picture_kind::other ||
+  if (!shape_ || !headers_->picture || headers_->kind == picture_kind::other ||
       index_.coded_.size() >= video_index::most_pictures)
     return;
   if (begins_group())
@@ -170,17 +170,17 @@ void video_index_builder::keep_picture() {
   if (!index_.shape_)
     index_.shape_ = shape_;
   std::uint64_t flags = 0;
-  if (unit_->kind != picture_kind::bidirectional) {
+  if (headers_->kind != picture_kind::bidirectional) {
     ++references_in_group_;
   } else if (references_in_group_ == 1) {
     const bool first_group = index_.groups_.size() == 1;
     flags = leading_flag | (first_group && !index_.groups_[0].closed ? hidden_flag : 0);
   }
-  const auto fields = static_cast<std::uint64_t>(shown_fields(*shape_, unit_->extension));
-  index_.coded_.push_back(unit_->position << position_shift | flags | fields << fields_shift |
-                          static_cast<std::uint64_t>(unit_->kind));
-  if (unit_->extension.structure != picture_extension::frame)
-    half_ = unit_->extension;
+  const auto fields = static_cast<std::uint64_t>(shown_fields(*shape_, headers_->extension));
+  index_.coded_.push_back(headers_->position << position_shift | flags | fields << fields_shift |
+                          static_cast<std::uint64_t>(headers_->kind));
+  if (headers_->extension.structure != picture_extension::frame)
+    half_ = headers_->extension;
 }
 
 // The last picture is whole, up to `end`: now its place on the screen is given.

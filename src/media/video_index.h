@@ -85,6 +85,17 @@ class video_index {
   std::uint64_t end_ = 0;  // of the last settled picture
 };
 
+/// The headers between two slices: those of the picture that the second one begins.
+struct picture_headers {
+  std::uint64_t position = 0;
+  bool sequence = false;
+  bool group = false;
+  bool closed = false;
+  bool picture = false;
+  picture_kind kind = picture_kind::other;
+  picture_extension extension;
+};
+
 /// Makes an index from the stream, in slices.
 class video_index_builder : private start_code_sink {
  public:
@@ -109,22 +120,11 @@ class video_index_builder : private start_code_sink {
   void settle_last(std::uint64_t end);
   void show(std::uint32_t coded);
 
-  // The headers since the last slice: of the picture that the next slice will begin.
-  struct unit {
-    std::uint64_t position = 0;
-    bool sequence = false;
-    bool group = false;
-    bool closed = false;
-    bool picture = false;
-    picture_kind kind = picture_kind::other;
-    picture_extension extension;
-  };
-
   video_index index_;
   start_code_scanner scanner_;
   std::uint64_t fed_ = 0;
-  std::optional<unit> unit_;
-  std::optional<video_shape> shape_;  // as the last valid sequence header gave it
+  std::optional<picture_headers> headers_;  // since the last slice
+  std::optional<video_shape> shape_;        // as the last valid sequence header gave it
   std::uint64_t sequence_position_ = 0;
   std::optional<picture_extension> half_;  // of the last picture, when it is one field so far
   std::optional<std::uint32_t> waiting_;   // the I or P picture that the next one will have shown
