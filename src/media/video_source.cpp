@@ -120,7 +120,7 @@ failure packeted_stream::walk(std::uint64_t& place, Video video) {
 }
 
 result<bool> packeted_stream::next(byte_vector& bytes) {
-  constexpr std::uint64_t stride = 64 * 1024;
+  constexpr std::uint64_t stride = std::uint64_t{64} * 1024;
   bytes.clear();
   if (done_ >= file_.size())
     return result<bool>::ok(false);
@@ -159,13 +159,14 @@ result<byte_vector> packeted_stream::read(std::uint64_t position, std::size_t co
   return result<byte_vector>::ok(std::move(bytes));
 }
 
-// The start code that a file begins with, perhaps behind zeros. Files of other kinds may hold MPEG
-// video further on, but in pieces that make no sense without their own headers.
-std::optional<std::uint8_t> first_code(const byte_vector& head) {
+// The start code that a file begins with, perhaps behind zeros; -1 when it begins otherwise. Files
+// of other kinds may hold MPEG video further on, but in pieces that make no sense without their own
+// headers.
+int first_code(const byte_vector& head) {
   const auto one =
       std::find_if(head.begin(), head.end(), [](std::uint8_t byte) { return byte != 0; });
   if (one - head.begin() < 2 || head.end() - one < 2 || *one != 1)
-    return std::nullopt;
+    return -1;
   return *(one + 1);
 }
 
@@ -179,13 +180,16 @@ result<std::unique_ptr<video_source>> open_video_source(const std::string& path)
   byte_vector head;
   if (const failure why = file->read(0, block, head))
     return opened::fail(*why);
-  const auto code = first_code(head);
-  if (code == pack_header)
-    return opened::ok(std::make_unique<packeted_stream>(std::move(*file)));
-  if (code == start_code::sequence_header || code == start_code::group_of_pictures ||
-      code == start_code::picture)
-    return opened::ok(std::make_unique<elementary_stream>(std::move(*file)));
-  return opened::fail("it is neither MPEG video nor an MPEG program stream");
+  switch (first_code(head)) {
+    case pack_header:
+      return opened::ok(std::make_unique<packeted_stream>(std::move(*file)));
+    case start_code::sequence_header:
+    case start_code::group_of_pictures:
+    case start_code::picture:
+      return opened::ok(std::make_unique<elementary_stream>(std::move(*file)));
+    default:
+      return opened::fail("it is neither MPEG video nor an MPEG program stream");
+  }
 }
 
 }  // namespace corvane

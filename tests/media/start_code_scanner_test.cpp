@@ -63,9 +63,9 @@ TEST(StartCodeScanner, TellsCodePlaceAndTheBytesBehind) {
 
 TEST(StartCodeScanner, FindsTheSameInSlicesOfAnySize) {
   std::string bytes = "\0\0\1\xB3"s;
-  for (int i = 0; i < 200; ++i)
-    bytes +=
-        i % 7 == 0 ? "\0\0\1"s + static_cast<char>(i) : std::string(i % 5, i % 3 ? '\0' : '\1');
+  for (std::size_t i = 0; i < 200; ++i)
+    bytes += i % 7 == 0 ? "\0\0\1"s + static_cast<char>(i)
+                        : std::string(i % 5, i % 3 != 0 ? '\0' : '\1');
   bytes += "\0\0\1\0\0\1\0\0\1\xB7"s;
   const auto expected = codes_by_hand(bytes);
   ASSERT_GT(expected.size(), 30u);
