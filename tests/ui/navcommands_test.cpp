@@ -303,8 +303,12 @@ TEST_F(navigation, project_without_titles_still_has_a_first_play) {
 }
 
 TEST_F(navigation, long_names_are_cut_between_characters) {
-  const std::string video = file("größere Prüfung.m2v"), audio = file("größere Prüfung.ac3");
-  add_title(video, audio);
+  project p = titles_only(1);
+  file("größere Prüfung.m2v");
+  file("größere Prüfung.ac3");
+  p.List11 = {folder_.stored("größere Prüfung.m2v") + "/" + folder_.stored("größere Prüfung.ac3")};
+  load(p);
+  ASSERT_THAT(rows(), ElementsAre("title1:größere Prüfung.m2v/größere Prüfung.ac3"));
   open();
   EXPECT_THAT(list_rows(dialog)[0], StartsWith("title1:größere Prüfu   exit"));
   click_row(0, dialog);

@@ -114,7 +114,8 @@ void window_test::load(const project& p) {
   on_ui([this, path] { window_->CallAfter([this, path] { window_->load(path); }); });
   EXPECT_TRUE(wait_until([&] {
     const project& shown = window_->shown_project();
-    return shown.menulist == p.menulist && shown.jumptable == p.jumptable;
+    return shown.List11 == p.List11 && shown.menulist == p.menulist &&
+           shown.jumptable == p.jumptable;
   }));
 }
 
