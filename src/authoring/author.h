@@ -38,6 +38,8 @@ struct author_equipment {
   /// Whether an earlier disc in the output folder is replaced, decided beforehand. With it the
   /// driver neither asks nor tells (`false` gives `holds_disc` in silence); without it, it asks.
   std::optional<bool> replace_earlier_disc;
+  /// The fonts that text subtitles can be drawn in; asked when there are any.
+  std::function<font_list()> fonts = system_fonts;
 };
 
 /// What a run wrote and will do, from the driver to the start.

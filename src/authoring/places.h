@@ -1,7 +1,8 @@
-// The folders of one authoring run and how their paths are written.
+// The folders and fonts of one authoring run and how their paths are written.
 #pragma once
 
 #include "platform/paths.h"
+#include "project/font_list.h"
 
 #include <string>
 
@@ -12,6 +13,7 @@ struct places {
   std::string app;  ///< program folder, native in `style`, no separator last
   std::string out;  ///< output folder, likewise
   path_style style = native_style();
+  font_list fonts{};  ///< needed only where text subtitles are drawn
 
   std::string in_app(const std::string& name) const { return join_path(app, name, style); }
   std::string in_out(const std::string& name) const { return join_path(out, name, style); }

@@ -126,7 +126,16 @@ std::vector<named_text> texts_of_run(const project& p, const places& where) {
   return texts;
 }
 
+bool has_subtitles(const project& p) {
+  for (int title = 1; title <= title_count(p); ++title)
+    if (subtitle_count(p, title) > 0)
+      return true;
+  return false;
+}
+
 ending write_texts(workbench& w, author_equipment& e, prepared_run& run) {
+  if (has_subtitles(w.p))
+    run.where.fonts = e.fonts();
   for (const auto& [name, text] : texts_of_run(w.p, run.where)) {
     const std::string file = run.where.in_app(name);
     if (const failure why = write_file(file, text)) {

@@ -12,6 +12,14 @@ std::string attribute(const char* name, const std::string& value) {
   return std::string(name) + "=" + quoted(escape_ampersands(value));
 }
 
+// On Windows spumux looks the file up among the system's fonts. Elsewhere it takes a name for that
+// of a family, which "arial.ttf" is not, but a path as it stands.
+std::string font_for_spumux(const std::string& file, const places& where) {
+  if (where.style == path_style::windows)
+    return file;
+  return where.fonts.path_of_file(file).value_or(file);
+}
+
 }  // namespace
 
 int subtitle_count(const project& p, int title) {
@@ -30,7 +38,7 @@ std::string subtitle_xml(const project& p, const places& where, int title, int s
   add_line(text, "  <stream>");
   add_line(text, "    <textsub " + attribute("filename", row_of(files, subtitle, {})));
   add_line(text, indent + attribute("fontsize", s[font_size]) + " " +
-                     attribute("font", s[font_file]) + " " +
+                     attribute("font", font_for_spumux(s[font_file], where)) + " " +
                      attribute("characterset", s[character_set]));
   add_line(text, indent + attribute("horizontal-alignment", s[horizontal_alignment]) + " " +
                      attribute("vertical-alignment", s[vertical_alignment]));

@@ -1,6 +1,5 @@
 #include "project/font_list.h"
 
-#include "platform/paths.h"
 #include "project/subtitle_rows.h"
 #include "project/text.h"
 
@@ -17,9 +16,10 @@ bool is_truetype(std::string_view lower_file) {
 }
 
 /// Quotes and "<" would break the subtitle tool's control file.
-bool is_nameable(const offered_font& font) {
+bool is_nameable(const offered_font& font, path_style style) {
   return !why_not_a_subtitle_field(font.file) &&
-         font.file.find_first_of("\"'<") == std::string::npos && !why_not_storable(font.path);
+         font.file.find_first_of("\"'<") == std::string::npos &&
+         !why_not_storable(font.path, style);
 }
 
 bool stands_before(const offered_font& a, const offered_font& b) {
@@ -28,10 +28,10 @@ bool stands_before(const offered_font& a, const offered_font& b) {
 
 }  // namespace
 
-font_list::font_list(std::vector<installed_font> installed) {
+font_list::font_list(std::vector<installed_font> installed, path_style style) {
   for (installed_font& font : installed) {
     offered_font offer{std::move(font.name), lower(font.file), std::move(font.path)};
-    if (is_truetype(offer.file) && is_nameable(offer))
+    if (is_truetype(offer.file) && is_nameable(offer, style))
       fonts_.push_back(std::move(offer));
   }
   std::sort(fonts_.begin(), fonts_.end(), stands_before);

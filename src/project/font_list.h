@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/fonts.h"
+#include "platform/paths.h"
 
 #include <optional>
 #include <string>
@@ -23,8 +24,9 @@ class font_list {
 
   /// Of the installed fonts the TrueType ones (the file's name ends in "ttf" or "ttc", whatever its
   /// case), by name. Left out are files whose names a settings row cannot hold, and of two files of
-  /// one name in different folders the second: it could not be told from the first.
-  explicit font_list(std::vector<installed_font> installed);
+  /// one name in different folders the second: it could not be told from the first. `style`
+  /// is that of the paths.
+  explicit font_list(std::vector<installed_font> installed, path_style style = native_style());
 
   const std::vector<offered_font>& fonts() const { return fonts_; }
 

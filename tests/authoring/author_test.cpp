@@ -159,6 +159,24 @@ TEST_F(Author, WritesEveryFileAndStartsTheScript) {
   EXPECT_EQ(screen.log[1], std::string("text ") + version_title + "\r\n");
 }
 
+TEST_F(Author, FontsAreAskedForOnceAndOnlyWhenThereAreSubtitles) {
+  int asked = 0;
+  e.fonts = [&] {
+    ++asked;
+    return font_list({{"Arial", "Arial.TTF", "/fonts/Arial.TTF"}}, path_style::posix);
+  };
+  expect_folder_question();
+  EXPECT_EQ(prepare_run(w, e, run), author_result::prepared);
+  EXPECT_EQ(asked, 0);
+  p.subtitledata = {folder.stored("a.srt") + "/" + folder.stored("b.srt")};
+  expect_folder_question();
+  EXPECT_EQ(prepare_run(w, e, run), author_result::prepared);
+  EXPECT_EQ(asked, 1);
+  const bool windows = native_style() == path_style::windows;
+  EXPECT_THAT(folder.read(in("app", "sub1-1.xml")),
+              HasSubstr(windows ? "font=\"arial.ttf\"" : "font=\"/fonts/Arial.TTF\""));
+}
+
 TEST_F(Author, PreparingStartsNothing) {
   expect_folder_question();
   EXPECT_EQ(prepare_run(w, e, run), author_result::prepared);

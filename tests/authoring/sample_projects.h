@@ -45,7 +45,8 @@ sample jump_table(path_style style);
 /// Jump-table navigation with one menu.
 sample one_menu(path_style style);
 
-/// A title with two text subtitles and one settings row, "&" in a name; one without.
+/// A title with two text subtitles, "&" in a name, of whose fonts one is installed; a title
+/// without.
 sample subtitles(path_style style);
 
 std::vector<sample> all_samples(path_style style);

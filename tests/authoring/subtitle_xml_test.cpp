@@ -60,6 +60,28 @@ TEST(SubtitleXml, DefaultRowGivesItsFields) {
             "</subpictures>\r\n");
 }
 
+TEST(SubtitleXml, OnLinuxAnInstalledFontIsNamedByItsPathWhateverItsCaseOnDisk) {
+  sample s = subtitles(posix);
+  s.where.fonts = font_list({{"Times & Co", "TIMES.ttf", "/fonts/a & b/TIMES.ttf"}}, posix);
+  s.p.subtitleoptions[1] = "a,b,1,2,3,4,5,times.ttf,6,7,8,c|";
+  EXPECT_THAT(subtitle_xml(s.p, s.where, 2, 1), HasSubstr("font=\"/fonts/a &amp; b/TIMES.ttf\""));
+}
+
+TEST(SubtitleXml, OnLinuxAFontThatIsNotInstalledIsNamedAsItIsStored) {
+  sample s = subtitles(posix);
+  for (const char* const font : {"arial.ttf", "DejaVu Sans", "/opt/fonts/my.ttf"}) {
+    s.p.subtitleoptions[1] = std::string("a,b,1,2,3,4,5,") + font + ",6,7,8,c|";
+    EXPECT_THAT(subtitle_xml(s.p, s.where, 2, 1), HasSubstr(std::string("font=\"") + font + "\""));
+  }
+}
+
+TEST(SubtitleXml, OnWindowsAFontIsNamedAsItIsStored) {
+  sample s = subtitles(windows);
+  s.where.fonts = font_list({{"Times", "TIMES.ttf", "C:\\own\\TIMES.ttf"}}, windows);
+  s.p.subtitleoptions[1] = "a,b,1,2,3,4,5,times.ttf,6,7,8,c|";
+  EXPECT_THAT(subtitle_xml(s.p, s.where, 2, 1), HasSubstr("font=\"times.ttf\""));
+}
+
 TEST(SubtitleXml, EachSubtitleHasItsOwnSettingsAndTheLastRowServesTheRest) {
   sample s = subtitles(posix);
   s.p.subtitledata[1] += "/\\third.srt";

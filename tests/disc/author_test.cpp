@@ -1,6 +1,7 @@
 // Discs authored with the real tools by corvane-author, read back.
 #include "iso_volume.h"
 #include "report.h"
+#include "runner/shelled.h"
 #include "studio.h"
 #include "walk.h"
 
@@ -13,9 +14,11 @@
 namespace corvane::disc {
 namespace {
 
+using testing::ContainsRegex;
 using testing::DoubleNear;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 
 /// Chapter times on the disc, each within one unit of video of the one asked for.
 void expect_chapters(const title& t, const std::vector<double>& asked) {
@@ -323,6 +326,30 @@ TEST(authored_disc, text_subtitles_become_a_subpicture_with_its_language) {
   ASSERT_EQ(disc.titles.size(), 1u);
   EXPECT_THAT(disc.titles[0].subpictures, ElementsAre("fr"));
   EXPECT_NEAR(disc.titles[0].chain.seconds, 6, 0.1);
+}
+
+/// A project whose text subtitle has this font.
+project with_font(const studio& s, const std::string& font) {
+  s.folder().add("work/subtitles.srt", "1\n00:00:01,000 --> 00:00:03,000\nHello\n");
+  project p = short_project();
+  p.subtitledata[0] = s.folder().stored("work/subtitles.srt");
+  p.subtitleoptions[0] = "center,bottom,60,60,30,30,28.0," + font + ",720,478,29.97,UTF-8|";
+  return p;
+}
+
+TEST(authored_disc, text_subtitles_are_drawn_in_the_font_whose_file_is_stored_in_lower_case) {
+  const studio s;
+  s.authored(with_font(s, "dejavusans.ttf"));
+  const std::string log = *read_file(s.app() + "/" + log_file_name, 1u << 20);
+  EXPECT_THAT(log, ContainsRegex("display height of the font /[^ ]*/DejaVuSans\\.ttf was"));
+  EXPECT_THAT(log, Not(HasSubstr("matches font file")));
+}
+
+TEST(authored_disc, log_says_which_font_serves_for_one_that_is_not_installed) {
+  const studio s;
+  s.authored(with_font(s, "no such font.ttf"));
+  EXPECT_THAT(*read_file(s.app() + "/" + log_file_name, 1u << 20),
+              ContainsRegex("font name \"no such font\\.ttf\" matches font file /[^ ]+"));
 }
 
 }  // namespace
