@@ -40,21 +40,8 @@ ending check_project(workbench& w) {
   return std::nullopt;
 }
 
-std::string package_of(const std::string& tool) {
-  for (const outside_tool& t : outside_tools())
-    if (t.name == tool)
-      return t.package;
-  return tool;
-}
-
 ending check_tools(workbench& w, const std::string& app) {
-  std::string missing;
-  for (const std::string& tool : needed_tools(w.p)) {
-    if (tool_is_there(app, tool))
-      continue;
-    missing += missing.empty() ? "" : "\n";
-    missing += tool + " is not installed.  It comes with the package " + package_of(tool) + ".";
-  }
+  const std::string missing = missing_tools(app, needed_tools(w.p));
   if (missing.empty())
     return std::nullopt;
   return tell(w, author_result::tool_missing, missing, icon::critical);

@@ -30,6 +30,14 @@ void say_missing(workbench& w, std::string_view part) {
   say(w, icon::critical, shown(native_from_stored(part)) + " appears to be missing");
 }
 
+bool may_overwrite(workbench& w) {
+  message_box question;
+  question.text = "File exists.  Overwrite?";
+  question.picture = icon::exclamation;
+  question.choice = buttons::yes_no;
+  return w.ask.message(question) == answer::yes;
+}
+
 std::string shown(std::string_view text) {
   const bool readable = is_utf8(text);
   std::string clean(text);

@@ -14,6 +14,9 @@ void say(workbench& w, icon picture, std::string text);
 /// "<part> appears to be missing", critical; `part` in stored form.
 void say_missing(workbench& w, std::string_view part);
 
+/// "File exists.  Overwrite?"
+bool may_overwrite(workbench& w);
+
 /// Text that may hold anything, as a message can carry it: control characters and bytes that are
 /// not UTF-8 become "?".
 std::string shown(std::string_view text);

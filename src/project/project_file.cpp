@@ -14,14 +14,6 @@
 namespace corvane {
 namespace {
 
-bool may_overwrite(workbench& w) {
-  message_box question;
-  question.text = "File exists.  Overwrite?";
-  question.picture = icon::exclamation;
-  question.choice = buttons::yes_no;
-  return w.ask.message(question) == answer::yes;
-}
-
 bool may_replace_titles(workbench& w) {
   if (w.p.List1.empty())
     return true;
