@@ -1,0 +1,189 @@
+#include "tools/still_video.h"
+
+#include "platform/files.h"
+#include "platform/program_folder.h"
+#include "project/messages.h"
+#include "project/numbers.h"
+#include "project/text.h"
+#include "tools/jpeg_check.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace corvane {
+namespace {
+
+constexpr int ntsc_height = 480, pal_height = 576, dvd_width = 720;
+constexpr std::size_t most_digits = 5;
+constexpr std::uintmax_t largest_jpeg = 256u << 20;
+
+file_dialog jpeg_dialog() {
+  file_dialog dialog;
+  dialog.title = "select a 720x480 or 720x576 jpeg image";
+  dialog.filter = "jpg still(*.jpg, *.jpeg)|*.jpg;*.jpeg";
+  return dialog;
+}
+
+file_dialog m2v_dialog() {
+  file_dialog dialog;
+  dialog.title = "save the mpeg2 still";
+  dialog.filter = "mpeg2 still(*.m2v)|*.m2v";
+  return dialog;
+}
+
+std::string quoted(const std::string& path) {
+  return "\"" + path + "\"";
+}
+
+std::string tool(const std::string& app, const char* name, path_style style) {
+  return quoted(join_path(join_path(app, "bin", style), std::string(name) + ".exe", style));
+}
+
+still_result tell(workbench& w, still_result end, icon picture, const std::string& text) {
+  say(w, picture, text);
+  return end;
+}
+
+/// Asks for the picture and checks it. Gives its path and height, or why the command ends.
+std::optional<still_result> choose_jpeg(workbench& w, const still_equipment& e,
+                                        still_video& still) {
+  const auto stored = pick_file(w, jpeg_dialog());
+  if (!stored)
+    return still_result::cancelled;
+  still.jpeg = native_from_stored(*stored);
+  const auto refuse = [&](const std::string& why) {
+    return tell(w, still_result::refused, icon::exclamation,
+                "\"" + shown(still.jpeg) + "\" cannot be used: " + why + ".");
+  };
+  const auto size = e.pictures.size_of(still.jpeg);
+  if (!size)
+    return refuse(shown(size.error));
+  if (size->width != dvd_width || (size->height != ntsc_height && size->height != pal_height))
+    return tell(w, still_result::refused, icon::exclamation, "jpg is not 720x480 or 720x576");
+  still.height = size->height;
+  const auto bytes = read_file(still.jpeg, largest_jpeg);
+  if (!bytes)
+    return refuse(bytes.error);
+  if (const auto why = why_not_for_jpeg2yuv(*bytes))
+    return refuse("it " + *why + ", which jpeg2yuv cannot take.  Please save it as a plain JPEG " +
+                  "(YCbCr colours, 4:2:0)");
+  return std::nullopt;
+}
+
+/// The output file's native path; empty when the user cancelled. A file that cannot be the output
+/// is told, and the user is asked again.
+std::string choose_m2v(workbench& w, const still_video& still) {
+  for (;;) {
+    const std::string file = w.ask.save_file(m2v_dialog());
+    if (file.empty())
+      return {};
+    if (!stored_or_told(w, file))
+      continue;
+    if (same_place(file, still.jpeg))
+      say(w, icon::exclamation, "The video cannot be written over the picture it is made of.");
+    else if (!file_exists(file) || may_overwrite(w))
+      return file;
+  }
+}
+
+/// The number of a text that is one from 1 to 99999.
+std::optional<int> frames_of(std::string_view text) {
+  if (text.find_first_not_of("0123456789") != std::string_view::npos)
+    return std::nullopt;
+  const std::string number = leading_number_text(text);
+  if (number == "0" || number.size() > most_digits)
+    return std::nullopt;
+  return leading_whole(number);
+}
+
+/// The answer without blanks at its ends; empty when there is none.
+std::string ask_frames(workbench& w) {
+  input_box box;
+  box.title = "m2v still framecount";
+  box.prompt =
+      "Set the number of frames encoded for the m2v still creation.\r\n"
+      "See the readme for more information.\r\n"
+      "default is: 1";
+  box.preset = w.prefs.get("framecount");
+  return std::string(trim(w.ask.input(box)));
+}
+
+/// Keeps an answer that is a number; what is none would become another argument of the tool.
+std::optional<int> store_frames(workbench& w, const std::string& text) {
+  const auto frames = frames_of(text);
+  if (frames)
+    w.prefs.set("framecount", trimmed(*frames));
+  else
+    say(w, icon::exclamation,
+        "The frame count \"" + shown_short(text) + "\" is not a whole number from 1 to 99999.");
+  return frames;
+}
+
+int choose_frames(workbench& w) {
+  for (;;) {
+    const std::string text = ask_frames(w);
+    if (text.empty())
+      continue;
+    if (const auto frames = store_frames(w, text))
+      return *frames;
+  }
+}
+
+still_result run(workbench& w, still_equipment& e, const still_video& still) {
+  if (!e.lock.take())
+    return tell(w, still_result::folder_in_use, icon::critical,
+                "Another run is using the program folder \"" + e.app +
+                    "\".  Please wait until it has finished.");
+  const std::string script = join_path(e.app, "process.bat");
+  if (const failure why = write_file(script, still_script(e.app, still))) {
+    e.lock.release();
+    return tell(w, still_result::not_written, icon::critical,
+                "The file \"" + script + "\" could not be written: " + *why + ".");
+  }
+  e.screen.set_log_text({});
+  e.screen.show_log();
+  e.runner.ExecuteCommand(script);
+  return e.runner.running() ? still_result::started : still_result::not_started;
+}
+
+}  // namespace
+
+std::string still_script(const std::string& app, const still_video& still, path_style style) {
+  const bool ntsc = still.height == ntsc_height;
+  // jpeg2yuv takes the name for a pattern of numbered files.
+  const std::string jpeg = replace_all(still.jpeg, "%", "%%");
+  const std::string lines[] = {"@echo off", "echo *creating m2v still",
+                               tool(app, "jpeg2yuv", style) + " -n " + trimmed(still.frames) +
+                                   " -I p -f " + (ntsc ? "29.97" : "25") + " -j " + quoted(jpeg) +
+                                   " | " + tool(app, "mpeg2enc", style) + " -f 8 -n " +
+                                   (ntsc ? "n" : "p") + " -o " + quoted(still.m2v),
+                               "echo *process complete"};
+  std::string text;
+  for (const std::string& line : lines)
+    text += line + std::string(crlf);
+  return text;
+}
+
+still_result still_command(workbench& w, still_equipment& e) {
+  if (const std::string missing = missing_tools(e.app, {"jpeg2yuv", "mpeg2enc"}); !missing.empty())
+    return tell(w, still_result::tool_missing, icon::critical, missing);
+  still_video still;
+  if (const auto end = choose_jpeg(w, e, still))
+    return *end;
+  say(w, icon::information,
+      "image appears to be compliant.  Please select where to save the m2v still");
+  still.m2v = choose_m2v(w, still);
+  // Asked for and kept even when there is nowhere to save the video.
+  still.frames = choose_frames(w);
+  if (still.m2v.empty())
+    return still_result::cancelled;
+  return run(w, e, still);
+}
+
+void framecount_command(workbench& w) {
+  std::string text = ask_frames(w);
+  while (!text.empty() && !store_frames(w, text))
+    text = ask_frames(w);
+}
+
+}  // namespace corvane

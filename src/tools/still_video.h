@@ -1,0 +1,54 @@
+// Still menu video: the command that makes a short MPEG-2 stream out of a JPEG picture with
+// jpeg2yuv and mpeg2enc, run as a work script as authoring is.
+#pragma once
+
+#include "menus/bitmaps.h"
+#include "platform/folder_lock.h"
+#include "platform/paths.h"
+#include "project/workbench.h"
+#include "runner/run_screen.h"
+#include "runner/shelled.h"
+
+#include <string>
+
+namespace corvane {
+
+/// What one script makes.
+struct still_video {
+  std::string jpeg;  ///< native path of the picture
+  std::string m2v;   ///< native path of the video
+  int height = 480;  ///< of the picture: 480 for NTSC, 576 for PAL
+  int frames = 1;    ///< how many pictures long
+};
+
+/// Text of the work script; `app` is the program folder, native in `style`.
+std::string still_script(const std::string& app, const still_video& still,
+                         path_style style = native_style());
+
+enum class still_result {
+  started,        ///< the runner has the script
+  cancelled,      ///< no picture or no output file chosen
+  refused,        ///< the picture cannot be used; told with a message
+  tool_missing,   ///< jpeg2yuv or mpeg2enc is not installed; told with a message
+  folder_in_use,  ///< another run uses the program folder; told with a message
+  not_written,    ///< the script could not be written; told with a message
+  not_started,    ///< the runner could not start the script; it has told so
+};
+
+/// What the command needs of the program around it.
+struct still_equipment {
+  std::string app;  ///< program folder, native and absolute
+  folder_lock& lock;
+  run_screen& screen;
+  shelled& runner;
+  const picture_loader& pictures;
+};
+
+/// "create m2v still": asks for the picture, the output file and the number of frames, writes the
+/// script and starts it. The project is not touched; the number is kept as preference "framecount".
+still_result still_command(workbench& w, still_equipment& e);
+
+/// "set m2v framecount": asks for the number alone; a box without an answer keeps what is stored.
+void framecount_command(workbench& w);
+
+}  // namespace corvane
