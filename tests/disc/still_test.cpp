@@ -1,0 +1,138 @@
+// Still menu videos made with the real tools, and the menu that one becomes.
+#include "platform/program_folder.h"
+#include "studio.h"
+#include "tools/jpeg_check.h"
+#include "tools/still_video.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace corvane::disc {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+/// A program folder with the script runner and the tools.
+std::string program_folder_in(const testing_support::temporary_folder& folder) {
+  const std::string app = folder.path("app");
+  const std::filesystem::path before = std::filesystem::current_path();
+  EXPECT_FALSE(enter_program_folder(app));
+  std::filesystem::current_path(before);
+  return app;
+}
+
+/// Draws a JPEG: left half red, right half blue.
+std::string draw_jpeg(const testing_support::temporary_folder& folder, const std::string& name,
+                      int height) {
+  const std::string file = folder.path(name);
+  const std::string half = "s=360x" + std::to_string(height);
+  const std::string both = "color=red:" + half + "[l];color=blue:" + half + "[r];[l][r]hstack";
+  const finished drawn = run({{"/usr/bin/ffmpeg", "-loglevel", "error", "-f", "lavfi", "-i", both,
+                               "-frames:v", "1", "-pix_fmt", "yuvj420p", "-update", "1", file}});
+  EXPECT_EQ(drawn.status, 0) << drawn.out;
+  return file;
+}
+
+/// Runs the script of a still; gives what the tools said, and the script runner of them.
+std::string make_still(const std::string& app, const still_video& still) {
+  EXPECT_FALSE(write_file(join_path(app, "process.bat"), still_script(app, still)));
+  return run({{tool_path(app, "conspawn"), join_path(app, "process.bat")}}).out;
+}
+
+/// Coding, width, height, frame rate and number of pictures of a video, a line each.
+std::string stream_of(const std::string& file) {
+  return run({{"/usr/bin/ffprobe", "-v", "error", "-count_frames", "-show_entries",
+               "stream=codec_name,width,height,r_frame_rate,nb_read_frames", "-of",
+               "default=nw=1:nk=1", file}})
+      .out;
+}
+
+/// The mean colour of a column of the first picture, "r g b".
+std::vector<int> colour_at(const std::string& file, int x) {
+  const std::string crop = "crop=16:400:" + std::to_string(x) + ":40,scale=1:1";
+  const finished done = run({{"/usr/bin/ffmpeg", "-loglevel", "error", "-i", file, "-frames:v", "1",
+                              "-vf", crop, "-pix_fmt", "rgb24", "-f", "rawvideo", "-"}});
+  EXPECT_EQ(done.status, 0) << done.out;
+  std::vector<int> colour;
+  for (const char c : done.out)
+    colour.push_back(static_cast<unsigned char>(c));
+  return colour;
+}
+
+void expect_red_and_blue(const std::string& m2v) {
+  const std::vector<int> left = colour_at(m2v, 100), right = colour_at(m2v, 600);
+  ASSERT_EQ(left.size(), 3u);
+  ASSERT_EQ(right.size(), 3u);
+  EXPECT_GT(left[0], 200);
+  EXPECT_LT(left[2], 60);
+  EXPECT_LT(right[0], 60);
+  EXPECT_GT(right[2], 200);
+}
+
+TEST(still_on_disc, ntsc_picture_becomes_a_video_of_its_colours) {
+  const testing_support::temporary_folder folder;
+  const std::string out = folder.path("men\xC3\xBC 100%d.m2v");
+  const std::string log = make_still(program_folder_in(folder),
+                                     {draw_jpeg(folder, "50% of a picture.jpg", 480), out, 480, 1});
+  EXPECT_THAT(log, Not(HasSubstr("ERR")));
+  EXPECT_THAT(stream_of(out), StartsWith("mpeg2video\n720\n480\n30000/1001\n1\n"));
+  expect_red_and_blue(out);
+}
+
+TEST(still_on_disc, pal_picture_becomes_a_video_of_15_frames) {
+  const testing_support::temporary_folder folder;
+  const std::string out = folder.path("menu.m2v");
+  const std::string log =
+      make_still(program_folder_in(folder), {draw_jpeg(folder, "menu.jpg", 576), out, 576, 15});
+  EXPECT_THAT(log, Not(HasSubstr("ERR")));
+  EXPECT_THAT(stream_of(out), StartsWith("mpeg2video\n720\n576\n25/1\n15\n"));
+  expect_red_and_blue(out);
+}
+
+/// Both ways: nothing is refused that would work, and nothing run that would not.
+TEST(still_on_disc, jpeg_check_agrees_with_jpeg2yuv) {
+  const testing_support::temporary_folder folder;
+  const std::string app = program_folder_in(folder), drawn = draw_jpeg(folder, "drawn.jpg", 480);
+  const std::pair<std::vector<std::string>, bool> kinds[] = {
+      {{"-sampling-factor", "1x1,1x1,1x1"}, true},
+      {{"-sampling-factor", "2x1,1x1,1x1"}, true},
+      {{"-sampling-factor", "1x2,1x1,1x1"}, true},
+      {{"-sampling-factor", "2x2,1x1,1x1"}, true},
+      {{"-interlace", "JPEG"}, true},
+      {{"-sampling-factor", "4x1,1x1,1x1"}, false},
+      {{"-sampling-factor", "2x2,1x2,1x2"}, false},
+      {{"-colorspace", "CMYK"}, false}};
+  for (const auto& [options, works] : kinds) {
+    const std::string jpeg = folder.path("kind.jpg"), out = folder.path("kind.m2v");
+    std::vector<std::string> words = {"/usr/bin/convert", drawn};
+    words.insert(words.end(), options.begin(), options.end());
+    words.push_back(jpeg);
+    ASSERT_EQ(run({words}).status, 0);
+    const std::string log = make_still(app, {jpeg, out, 480, 1});
+    const auto why = why_not_for_jpeg2yuv(*read_file(jpeg, 1u << 24));
+    EXPECT_EQ(!why, works) << options[1] << ": " << why.value_or("taken");
+    EXPECT_EQ(log.find("ERR") == std::string::npos, works) << options[1] << "\n" << log;
+    if (works)
+      expect_red_and_blue(out);
+  }
+}
+
+TEST(still_on_disc, video_works_as_a_menu) {
+  const studio s;
+  const std::string out = s.folder().path("work/menu.m2v");
+  make_still(program_folder_in(s.folder()),
+             {draw_jpeg(s.folder(), "work/menu.jpg", 480), out, 480, 15});
+  project p = short_project();
+  add_menu(p, stored_from_native(out), "", {" 100/ 100/ 300/ 140/jump title 1/yellow/green"});
+  const contents disc = s.authored(p);
+  ASSERT_FALSE(disc.menus.empty());
+  ASSERT_EQ(disc.menus[0].buttons.size(), 1u);
+  EXPECT_EQ(disc.menus[0].buttons[0].x0, 100);
+}
+
+}  // namespace
+}  // namespace corvane::disc
