@@ -1,0 +1,318 @@
+// Menus at the edge of what a disc can hold, and beyond: a right disc, or a message that names the
+// menu.
+#include "shown_overlays.h"
+#include "walk.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace corvane::disc {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr const char* ten_colours[] = {"black", "brown", "orange", "yellow",  "green",
+                                       "blue",  "white", "grey",   "magenta", "cyan"};
+
+std::string record(int x0, int y0, int x1, int y1, const std::string& action,
+                   const std::string& highlight, const std::string& select) {
+  std::string text;
+  for (const int edge : {x0, y0, x1, y1})
+    text += " " + std::to_string(edge) + "/";
+  return text + action + "/" + highlight + "/" + select;
+}
+
+project with_menu(const std::vector<std::string>& buttons,
+                  const std::string& options = " 0\t00:00:00.0\t00:00:00.0\t 1") {
+  project p = short_project();
+  add_menu(p, stored_media("menu-ntsc.m2v"), "", buttons, options);
+  return p;
+}
+
+/// `count` bars two lines high in `colours` colours, six in a row.
+std::vector<std::string> bars(int count, int colours) {
+  std::vector<std::string> buttons;
+  for (int i = 0; i < count; ++i) {
+    const int x = 20 + i % 6 * 115, y = 20 + i / 6 * 60;
+    const char* const colour = ten_colours[i % colours];
+    buttons.push_back(
+        record(x, y, x + 90, y + 2, i % 2 == 0 ? "jump title 1" : "exit", colour, colour));
+  }
+  return buttons;
+}
+
+/// Bits of a pixel by place, rows from the last to the first, each filled up to four bytes.
+std::string pixel_rows(int width, int height, int bits, const std::function<int(int, int)>& index) {
+  std::string rows;
+  for (int y = height - 1; y >= 0; --y) {
+    std::string row(static_cast<std::size_t>((width * bits + 31) / 32 * 4), '\0');
+    for (int x = 0; x < width; ++x) {
+      const int bit = x * bits, shift = 8 - bits - bit % 8;
+      char& byte = row[static_cast<std::size_t>(bit / 8)];
+      byte = static_cast<char>(byte | index(x, y) << shift);
+    }
+    rows += row;
+  }
+  return rows;
+}
+
+struct rgb {
+  int red, green, blue;
+};
+
+constexpr rgb nothing{1, 1, 1};
+
+/// A Windows bitmap without compression.
+std::string bitmap(int width, int height, int bits, std::vector<rgb> palette,
+                   const std::function<int(int, int)>& index) {
+  palette.resize(std::size_t{1} << bits, {0, 0, 0});
+  const std::string rows = pixel_rows(width, height, bits, index);
+  const auto start = static_cast<int>(54 + 4 * palette.size());
+  std::string file = "BM";
+  const auto add = [&](int value, int bytes) {
+    for (int i = 0; i < bytes; ++i)
+      file += static_cast<char>(value >> (8 * i) & 255);
+  };
+  const int size = static_cast<int>(rows.size());
+  for (const int value : {start + size, 0, start, 40, width, height})
+    add(value, 4);
+  add(1, 2);
+  add(bits, 2);
+  for (const int value : {0, size, 2835, 2835, 1 << bits, 0})
+    add(value, 4);
+  for (const rgb& colour : palette) {
+    add(colour.blue, 1);
+    add(colour.green, 1);
+    add(colour.red, 1);
+    add(0, 1);
+  }
+  return file + rows;
+}
+
+/// Dots of the first colours of the palette behind the first entry, in stripes, within a margin.
+std::function<int(int, int)> stripes(int colours) {
+  return [colours](int x, int y) { return x < 3 || y < 2 || x > 34 ? 0 : 1 + x / 10 % colours; };
+}
+
+const std::vector<rgb> four_colours{nothing, {255, 165, 0}, {255, 255, 255}, {0, 0, 255}};
+
+/// A button of 40 by 30 whose bitmap is this file's.
+std::string bitmap_button(const studio& s, const std::string& file, const std::string& bytes,
+                          int x = 100, int y = 100) {
+  s.folder().add("work/" + file, bytes);
+  const std::string stored = s.folder().stored("work/" + file);
+  return record(x, y, x + 40, y + 30, "exit", stored, stored);
+}
+
+void expect_right_menu(const studio& s, const project& p) {
+  const contents disc = s.authored(p);
+  ASSERT_FALSE(disc.menus.empty());
+  expect_disc_shows_what_was_drawn(s, disc);
+}
+
+/// A run that fails with these words, though a disc may have been made.
+void expect_failed_run(const studio& s, const project& p, const std::string& words) {
+  const finished done = s.author(p);
+  EXPECT_EQ(done.status, 1) << done.out;
+  EXPECT_THAT(done.out, HasSubstr("There was an error.  Please review the log."));
+  EXPECT_THAT(s.folder().read("work/home/CorvaneLOG.txt"), HasSubstr(words));
+}
+
+/// Refused before anything is made.
+void expect_refused(const studio& s, const project& p, const std::string& words) {
+  const finished done = s.author(p);
+  EXPECT_EQ(done.status, 2) << done.out;
+  EXPECT_THAT(done.out, HasSubstr(words));
+  EXPECT_FALSE(folder_exists(s.out()));
+}
+
+TEST(menu_limits, menu_without_buttons_is_shown) {
+  const studio s;
+  const contents disc = s.authored(with_menu({}));
+  ASSERT_FALSE(disc.menus.empty());
+  EXPECT_TRUE(disc.menus[0].buttons.empty());
+  EXPECT_NEAR(disc.menus[0].chain.seconds, 2, 0.1);
+  EXPECT_EQ(disc.menus[0].chain.still_seconds, 255);
+}
+
+TEST(menu_limits, thirty_six_buttons_are_all_seen_and_all_lead_somewhere) {
+  const studio s;
+  contents disc = s.authored(with_menu(bars(36, 3)));
+  expect_disc_shows_what_was_drawn(s, disc);
+  press_all_buttons(s.out(), disc);
+  ASSERT_EQ(disc.menus[0].buttons.size(), 36u);
+  for (std::size_t i = 0; i < 36; ++i)
+    EXPECT_EQ(disc.menus[0].buttons[i].leads_to, i % 2 == 0 ? "title 1 chapter 1" : "stopped") << i;
+}
+
+TEST(menu_limits, thirty_seven_buttons_are_refused) {
+  expect_refused(studio(), with_menu(bars(37, 1)), "Menu 1 has 37 buttons");
+}
+
+TEST(menu_limits, nine_colours_are_all_shown) {
+  const studio s;
+  expect_right_menu(s, with_menu(bars(9, 9)));
+}
+
+TEST(menu_limits, ten_colours_are_refused) {
+  expect_refused(studio(), with_menu(bars(10, 10)), "Menu 1 uses 10 combinations");
+}
+
+TEST(menu_limits, colours_that_would_take_hours_are_refused) {
+  expect_refused(studio(), with_menu(bars(36, 9)), "Menu 1 has 36 buttons in 9 combinations");
+}
+
+TEST(menu_limits, frame_thicker_than_its_button_is_a_bar) {
+  const studio s;
+  const contents disc = s.authored(with_menu({record(100, 100, 160, 110, "exit", "white", "grey")},
+                                             " 0\t00:00:00.0\t00:00:00.0\t 9"));
+  expect_disc_shows_what_was_drawn(s, disc);
+  const picture_file drawn = read_png(picture_path(s, "highlight", 1), 720, 480);
+  for (int x = 103; x <= 155; ++x)
+    EXPECT_FALSE(drawn.is_clear(x, 105)) << x;
+}
+
+TEST(menu_limits, frame_of_thickness_nought_is_one_pixel_thick) {
+  const studio s;
+  expect_right_menu(s, with_menu({record(100, 100, 160, 130, "exit", "white", "grey")},
+                                 " 0\t00:00:00.0\t00:00:00.0\t 0"));
+  const picture_file drawn = read_png(picture_path(s, "highlight", 1), 720, 480);
+  EXPECT_FALSE(drawn.is_clear(100, 115));
+  EXPECT_TRUE(drawn.is_clear(101, 115));
+}
+
+TEST(menu_limits, smallest_buttons_are_seen) {
+  const studio s;
+  expect_right_menu(s, with_menu({record(100, 100, 106, 102, "exit", "white", "grey"),
+                                  record(100, 200, 104, 203, "exit", "white", "grey"),
+                                  record(714, 478, 720, 480, "exit", "white", "grey")}));
+}
+
+TEST(menu_limits, bitmaps_of_one_and_four_bits_are_shown) {
+  const studio s;
+  expect_right_menu(
+      s,
+      with_menu({bitmap_button(s, "one.bmp", bitmap(40, 30, 1, {nothing, {255, 0, 0}}, stripes(1))),
+                 bitmap_button(s, "four.bmp", bitmap(40, 30, 4, four_colours, stripes(3)), 300)}));
+}
+
+TEST(menu_limits, run_length_encoded_bitmap_is_shown) {
+  const studio s;
+  const std::string arrow = stored_media("arrow.bmp");
+  expect_right_menu(s, with_menu({record(100, 100, 130, 132, "exit", arrow, arrow)}));
+}
+
+TEST(menu_limits, bitmap_of_two_bits_is_refused) {
+  const studio s;
+  expect_refused(
+      s, with_menu({bitmap_button(s, "two.bmp", bitmap(40, 30, 2, four_colours, stripes(3)))}),
+      "Button 1 of menu 1 cannot be authored: the bitmap");
+}
+
+TEST(menu_limits, bitmap_that_has_gone_is_refused) {
+  const studio s;
+  const std::string gone = s.folder().stored("work/gone.bmp");
+  expect_refused(s, with_menu({record(100, 100, 140, 130, "exit", "white", gone)}),
+                 "gone.bmp appears to be missing");
+}
+
+TEST(menu_limits, bitmap_that_has_grown_since_is_shown_as_far_as_the_button_goes) {
+  const studio s;
+  const contents disc = s.authored(
+      with_menu({bitmap_button(s, "a.bmp", bitmap(80, 60, 4, four_colours, stripes(3)))}));
+  ASSERT_TRUE(!disc.menus.empty() && disc.menus[0].shown && disc.menus[0].buttons.size() == 1);
+  const picture_file drawn = read_png(picture_path(s, "highlight", 1), 720, 480);
+  int seen = 0;
+  for (int y = 0; y < 480; ++y)
+    for (int x = 0; x < 720; ++x) {
+      const bool within = x >= 100 && x < 140 && y >= 100 && y < 130;
+      const dot found =
+          disc.menus[0].shown->at(x, y, disc.menus[0].buttons.data(), button_state::highlighted);
+      EXPECT_EQ(found.opacity, within ? drawn.at(x, y).opacity : 0) << x << "," << y;
+      seen += found.opacity != 0;
+    }
+  EXPECT_GT(seen, 500);
+  EXPECT_FALSE(drawn.is_clear(120, 140)) << "the picture goes on";
+}
+
+TEST(menu_limits, bitmaps_at_the_edges_are_shown) {
+  const studio s;
+  expect_right_menu(
+      s, with_menu(
+             {bitmap_button(s, "a.bmp", bitmap(40, 30, 4, four_colours, stripes(3)), 0, 0),
+              bitmap_button(s, "b.bmp", bitmap(40, 30, 4, four_colours, stripes(2)), 680, 450)}));
+}
+
+TEST(menu_limits, bitmap_of_more_colours_than_a_button_can_show_fails_the_run) {
+  const studio s;
+  std::vector<rgb> palette{nothing};
+  for (int i = 1; i < 16; ++i)
+    palette.push_back({i * 16, 255 - i * 16, i * 5});
+  const project p = with_menu({bitmap_button(
+      s, "a.bmp", bitmap(40, 30, 4, palette, [](int x, int y) { return (x / 5 + y / 10) % 16; }))});
+  expect_failed_run(s, p,
+                    "ERR:  the buttons of menu 1 will not be seen: no picture of them was added");
+}
+
+TEST(menu_limits, colour_and_bitmap_in_one_button_are_shown) {
+  const studio s;
+  bitmap_button(s, "one.bmp", bitmap(40, 30, 1, {nothing, {255, 0, 0}}, stripes(1)));
+  const std::string file = s.folder().stored("work/one.bmp");
+  expect_right_menu(s, with_menu({record(100, 100, 140, 130, "exit", "yellow", file),
+                                  record(300, 100, 340, 130, "exit", file, "cyan")}));
+}
+
+TEST(menu_limits, second_menu_whose_picture_cannot_be_made_is_the_one_that_is_named) {
+  const studio s;
+  bitmap_button(s, "many.bmp", bitmap(40, 30, 4, four_colours, stripes(3)));
+  project p = with_menu(bars(2, 2));
+  add_menu(p, stored_media("menu-ntsc.m2v"), "",
+           {record(100, 100, 140, 130, "exit", "yellow", s.folder().stored("work/many.bmp"))});
+  expect_failed_run(s, p,
+                    "ERR:  the buttons of menu 2 will not be seen: no picture of them was added");
+}
+
+TEST(menu_limits, buttons_that_come_after_the_end_of_the_menu_fail_the_run) {
+  const studio s;
+  expect_failed_run(
+      s, with_menu(bars(2, 1), " 0\t00:00:20.0\t00:00:00.0\t 1"),
+      "ERR:  the buttons of menu 1 will not be seen: their picture comes up after the "
+      "end of the menu");
+}
+
+TEST(menu_limits, buttons_that_end_before_they_begin_fail_the_run) {
+  const studio s;
+  expect_failed_run(s, with_menu(bars(2, 1), " 0\t00:00:01.0\t00:00:00.5\t 1"),
+                    "ERR:  the buttons of menu 1 will not be seen: no picture of them was added");
+}
+
+TEST(menu_limits, buttons_may_come_later) {
+  const studio s;
+  contents disc = s.authored(with_menu(bars(2, 1), " 0\t00:00:01.0\t00:00:00.0\t 1"));
+  expect_disc_shows_what_was_drawn(s, disc);
+  press_all_buttons(s.out(), disc);
+  EXPECT_EQ(disc.menus[0].buttons.at(0).leads_to, "title 1 chapter 1");
+}
+
+TEST(menu_limits, streams_that_have_gone_are_refused) {
+  const studio s;
+  const std::string here = s.copy_media("menu-ntsc.m2v", "menu.m2v");
+  const std::string gone = s.folder().stored("work/gone.m2v");
+  project p = short_project();
+  add_menu(p, here, "", bars(1, 1));
+  add_menu(p, gone, "", bars(1, 1));
+  expect_refused(s, p, "gone.m2v appears to be missing");
+  p.menulist[1] = here + "/" + s.folder().stored("work/gone.ac3");
+  expect_refused(s, p, "gone.ac3 appears to be missing");
+}
+
+TEST(menu_limits, video_of_the_other_standard_is_refused) {
+  project p = short_project();
+  add_menu(p, stored_media("menu-pal.m2v"), "", bars(1, 1));
+  expect_refused(studio(), p, "is PAL, but the project is NTSC");
+}
+
+}  // namespace
+}  // namespace corvane::disc
