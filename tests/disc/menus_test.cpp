@@ -119,6 +119,60 @@ TEST(menus_on_disc, title_calls_the_menu_in_plain_mode) {
   EXPECT_THAT(texts(disc.titles[0].chain.post), ElementsAre(HasSubstr("CallSS VTSM")));
 }
 
+/// What dvdauthor has a menu do first that is asked to do nothing: highlight its first button.
+const std::vector<std::string> first_button_lit{"button = 1"};
+
+/// Three menus of one button each that leads to the title.
+project with_three_menus(bool jumptable, const std::string& second_options) {
+  project p = short_project();
+  p.jumptable = jumptable;
+  for (const std::string& options : {std::string("0\t00:00:00.0\t00:00:00.0\t1"), second_options,
+                                     std::string("0\t00:00:00.0\t00:00:00.0\t1")})
+    add_menu(p, stored_media("menu-ntsc.m2v"), "", {" 0/ 0/ 100/ 2/jump title 1/black/white"},
+             options);
+  return p;
+}
+
+TEST(menus_on_disc, jump_table_forwards_from_the_first_menu_to_each_other_one) {
+  const studio s;
+  const std::vector<menu> menus = shown(s.authored(with_three_menus(true, looping)));
+  ASSERT_EQ(menus.size(), 3u);
+  EXPECT_THAT(texts(menus[0].chain.pre),
+              ElementsAre("if (g1 == 2) LinkPGCN 2", "if (g1 == 3) LinkPGCN 3"));
+  EXPECT_EQ(texts(menus[1].chain.pre), first_button_lit);
+  EXPECT_EQ(texts(menus[2].chain.pre), first_button_lit);
+  for (const menu& m : menus)
+    EXPECT_EQ(m.chain.still_seconds, m.number == 2 ? 5 : 255) << m.number;
+  // At its end the looping menu starts itself again, unless its button was pressed.
+  EXPECT_THAT(
+      texts(menus[1].chain.post),
+      ElementsAre("g14 = g15", "g15 = 0", "if (g14 != 1) LinkPGCN 2", "g1 = 2", "JumpVTS_TT 1"));
+}
+
+TEST(menus_on_disc, plain_menus_forward_nowhere_and_stay) {
+  const studio s;
+  const std::vector<menu> menus =
+      shown(s.authored(with_three_menus(false, "0\t00:00:00.0\t00:00:00.0\t1")));
+  ASSERT_EQ(menus.size(), 3u);
+  for (const menu& m : menus) {
+    EXPECT_EQ(texts(m.chain.pre), first_button_lit) << m.number;
+    // Never come to: the pause is for ever.
+    EXPECT_THAT(texts(m.chain.post), ElementsAre("Exit")) << m.number;
+    EXPECT_EQ(m.chain.still_seconds, 255) << m.number;
+  }
+}
+
+TEST(menus_on_disc, single_menu_of_a_jump_table_forwards_nowhere) {
+  project p = short_project();
+  p.jumptable = true;
+  p.postinfo = {"call menu 1              "};
+  add_menu(p, stored_media("menu-ntsc.m2v"), "", {" 0/ 0/ 100/ 2/exit/black/white"});
+  const studio s;
+  const std::vector<menu> menus = shown(s.authored(p));
+  ASSERT_EQ(menus.size(), 1u);
+  EXPECT_EQ(texts(menus[0].chain.pre), first_button_lit);
+}
+
 TEST(menus_on_disc, looping_menu_pauses_five_seconds_and_starts_again) {
   const studio s;
   const std::vector<menu> menus = shown(s.authored(with_two_menus(looping)));

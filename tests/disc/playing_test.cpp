@@ -1,11 +1,15 @@
 // Discs played: where first play, buttons and the ends of titles really lead.
 #include "player.h"
 #include "studio.h"
+#include "walk.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace corvane::disc {
 namespace {
+
+using testing::ElementsAre;
 
 /// Bars two pixels high: quickly drawn, and as good to press as any button.
 std::string bar(int row, const std::string& action) {
@@ -88,6 +92,76 @@ TEST(played_disc, jump_table_lets_a_title_call_any_menu) {
   EXPECT_EQ(plays.play_to_end(), "menu 2");
   EXPECT_EQ(plays.press(1), "title 2 chapter 2");
   EXPECT_EQ(plays.play_to_end(), "menu 1");
+}
+
+/// Each button of the disc, pressed: where it leads, and what follows a title.
+using ways = std::vector<std::vector<std::string>>;
+ways all_ways(const studio& s, const project& p) {
+  contents disc = s.authored(p);
+  press_all_buttons(s.out(), disc);
+  ways found;
+  for (const menu& m : disc.menus) {
+    if (m.chain.seconds == 0)
+      continue;
+    found.emplace_back();
+    for (const button& b : m.buttons)
+      found.back().push_back(b.then.empty() ? b.leads_to : b.leads_to + ", " + b.then);
+  }
+  return found;
+}
+
+/// Three menus, the second one looping, with every kind of command that a button can have.
+project with_all_commands(bool jumptable, const std::vector<std::string>& posts) {
+  project p = with_menus(jumptable, posts);
+  p.moremenuoptions[1] = " 1\t00:00:00.0\t00:00:00.0\t 1";
+  add_menu(
+      p, stored_media("menu-ntsc.m2v"), "",
+      {bar(0, "jump title 1"), bar(1, "jump title 2 chapter  2"), bar(2, "jump titleset 1 menu")});
+  p.menubuttons[0] += "|" + bar(2, "jump menu 3");
+  return p;
+}
+
+TEST(played_disc, every_button_leads_to_its_target_in_plain_mode) {
+  const studio s;
+  EXPECT_THAT(all_ways(s, with_all_commands(false, {"call menu", "jump title 1 chapter 1"})),
+              ElementsAre(ElementsAre("title 1 chapter 1, menu 1", "menu 2", "menu 3"),
+                          ElementsAre("title 2 chapter 2, title 1 chapter 1", "menu 1", "stopped"),
+                          ElementsAre("title 1 chapter 1, menu 1",
+                                      "title 2 chapter 2, title 1 chapter 1", "menu 1")));
+}
+
+TEST(played_disc, every_button_leads_to_its_target_with_the_jump_table) {
+  const studio s;
+  // "jump titleset 1 menu" of a button remembers its menu too, to which the first one forwards.
+  EXPECT_THAT(
+      all_ways(s, with_all_commands(true, {"call last menu", "call menu 3"})),
+      ElementsAre(ElementsAre("title 1 chapter 1, menu 1", "menu 2", "menu 3"),
+                  ElementsAre("title 2 chapter 2, menu 3", "menu 1", "stopped"),
+                  ElementsAre("title 1 chapter 1, menu 3", "title 2 chapter 2, menu 3", "menu 3")));
+}
+
+TEST(played_disc, last_menu_is_remembered_over_several_titles) {
+  project p = with_menus(true, {"jump title 2             ", "call last menu           "});
+  p.menubuttons[1] = bar(0, "jump title 1");
+  const studio s;
+  s.authored(p);
+  player plays(s.out());
+  EXPECT_EQ(plays.start(), "menu 1");
+  EXPECT_EQ(plays.press(2), "menu 2");
+  EXPECT_EQ(plays.press(1), "title 1 chapter 1");
+  EXPECT_EQ(plays.play_to_end(), "title 2 chapter 1");
+  EXPECT_EQ(plays.play_to_end(), "menu 2");
+}
+
+TEST(played_disc, first_play_that_passes_the_menu_by_leaves_it_to_the_menu_key) {
+  project p = with_menus(false, {"exit                     ", "exit                     "});
+  p.firstplay = "jump title 2";
+  const studio s;
+  contents disc = s.authored(p);
+  press_all_buttons(s.out(), disc);
+  EXPECT_EQ(disc.begins_with, "title 2 chapter 1");
+  ASSERT_FALSE(disc.menus.empty());
+  EXPECT_EQ(disc.menus[0].buttons.at(0).leads_to, "title 1 chapter 1");
 }
 
 TEST(played_disc, looping_menu_stays_shown_until_a_button_is_pressed) {
