@@ -16,8 +16,10 @@ namespace {
 constexpr std::size_t pack_size = 2048;
 constexpr std::size_t pack_header = 14;
 
-// Stream ids; the subpicture is the first of 32 in private stream 1, told by its first byte.
-constexpr unsigned private_stream_1 = 0xBD, video_stream = 0xE0, first_subpicture = 0x20;
+// Stream ids: private stream 1 holds most kinds of sound, and subpictures. The first byte tells
+// which; the menu's subpicture is the first of 32.
+constexpr unsigned private_stream_1 = 0xBD, first_mpeg_sound = 0xC0, video_stream = 0xE0;
+constexpr unsigned first_subpicture = 0x20, last_subpicture = 0x3F;
 
 using pack = std::array<unsigned char, pack_size>;
 
@@ -42,12 +44,13 @@ class stream_times {
   }
 
   bool has_subpicture() const { return subpicture_.has_value(); }
-  bool in_time() const { return !last_picture_ || !subpicture_ || *subpicture_ <= *last_picture_; }
+  bool in_time() const { return !end_ || !subpicture_ || *subpicture_ <= *end_; }
 
  private:
   static packet packet_at(const pack& p, std::size_t at) {
     packet found{p[at + 3], std::nullopt, std::nullopt};
-    const bool has_header = found.stream == private_stream_1 || found.stream == video_stream;
+    const bool has_header = found.stream == private_stream_1 ||
+                            (found.stream >= first_mpeg_sound && found.stream <= video_stream);
     if (!has_header)
       return found;
     if ((p[at + 7] & 0x80) != 0 && at + 14 <= pack_size)
@@ -67,14 +70,15 @@ class stream_times {
   void take(const packet& found) {
     if (!found.shown)
       return;
-    if (found.stream == video_stream)
-      last_picture_ = std::max(last_picture_.value_or(0), *found.shown);
-    else if (found.stream == private_stream_1 && found.substream == first_subpicture)
+    const bool is_private = found.stream == private_stream_1 && found.substream;
+    if (is_private && *found.substream == first_subpicture)
       subpicture_ = std::min(subpicture_.value_or(*found.shown), *found.shown);
+    else if (!is_private || *found.substream > last_subpicture)
+      end_ = std::max(end_.value_or(0), *found.shown);
   }
 
   std::optional<stamp> subpicture_;  ///< when the first one comes up
-  std::optional<stamp> last_picture_;
+  std::optional<stamp> end_;         ///< of the last picture or sound
 };
 
 }  // namespace

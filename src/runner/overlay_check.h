@@ -9,8 +9,8 @@
 namespace corvane {
 
 /// Why nobody would see the buttons of the menu in this file (native path), a program stream of
-/// 2048-byte packs: it holds no subpicture, or only one that comes up after the last picture.
-/// Empty when they can be seen. A file that cannot be read is a reason too.
+/// 2048-byte packs: it holds no subpicture, or only one that comes up after the last picture and
+/// sound. Empty when they can be seen. A file that cannot be read is a reason too.
 std::string why_no_buttons_seen(const std::string& menu_stream);
 
 /// How many buttons the control file (native path) has spumux put on a menu; 0 when it cannot be

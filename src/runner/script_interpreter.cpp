@@ -112,9 +112,10 @@ class interpreter {
       }
     }
     p.watch_errors = p.programs.size() == 1 && name_of(p.programs[0][0]) == "gm.exe";
-    announce_menu(c);
+    const menu_overlay overlay = overlay_of(c);
+    announce(overlay);
     tell(c, host_.run(p));
-    look_at_menu(c);
+    look_at(overlay, c.output);
   }
 
   void tell(const script_command& c, const pipeline_result& r) {
@@ -131,22 +132,29 @@ class interpreter {
     }
   }
 
-  /// For many buttons of many colours spumux works silently for minutes.
-  void announce_menu(const script_command& c) {
+  /// The menu, if it is one whose buttons the program puts on, and how many.
+  struct menu_overlay {
+    std::string menu;
+    int buttons = 0;
+  };
+  menu_overlay overlay_of(const script_command& c) {
     const std::string menu = menu_of_overlay(c.pipeline[0]);
-    const int buttons = menu.empty() ? 0 : host_.buttons_asked_for(c.pipeline[0][1]);
-    if (buttons >= many_buttons)
-      host_.print("INFO: menu " + menu + " has " + std::to_string(buttons) +
+    return {menu, menu.empty() ? 0 : host_.buttons_asked_for(c.pipeline[0][1])};
+  }
+
+  /// For many buttons of many colours spumux works silently for minutes.
+  void announce(const menu_overlay& overlay) {
+    if (overlay.buttons >= many_buttons)
+      host_.print("INFO: menu " + overlay.menu + " has " + std::to_string(overlay.buttons) +
                   " buttons; when their colours are many too, this takes some minutes" +
                   std::string(line_end));
   }
 
-  /// spumux tells a menu without buttons from one with them in its output only, if at all.
-  void look_at_menu(const script_command& c) {
-    const std::string menu = menu_of_overlay(c.pipeline[0]);
-    const std::string why = menu.empty() ? "" : host_.why_no_buttons_seen(c.output);
+  /// That it put none on, spumux tells in its output only, if at all.
+  void look_at(const menu_overlay& overlay, const std::string& stream) {
+    const std::string why = overlay.buttons > 0 ? host_.why_no_buttons_seen(stream) : "";
     if (!why.empty())
-      complain("the buttons of menu " + menu + " will not be seen: " + why);
+      complain("the buttons of menu " + overlay.menu + " will not be seen: " + why);
   }
 
   script_host& host_;

@@ -137,6 +137,11 @@ TEST(menu_limits, menu_without_buttons_is_shown) {
   EXPECT_EQ(disc.menus[0].chain.still_seconds, 255);
 }
 
+TEST(menu_limits, menu_without_buttons_may_have_any_times) {
+  const studio s;
+  s.authored(with_menu({}, " 0\t00:00:20.0\t00:00:00.0\t 1"));
+}
+
 TEST(menu_limits, thirty_six_buttons_are_all_seen_and_all_lead_somewhere) {
   const studio s;
   contents disc = s.authored(with_menu(bars(36, 3)));

@@ -32,10 +32,16 @@ TEST(OverlayCheck, OtherPrivateStreamsAreNoButtons) {
     EXPECT_EQ(why_not_in(picture_at(0.1) + pack_of(0xBD, 0.1, first)), none) << first;
 }
 
-TEST(OverlayCheck, SubpictureThatBeginsAfterTheLastPictureIsNotSeen) {
+TEST(OverlayCheck, SubpictureThatBeginsAfterTheEndIsNotSeen) {
   EXPECT_EQ(why_not_in(picture_at(0.1) + picture_at(2) + buttons_at(20)), late);
   EXPECT_EQ(why_not_in(picture_at(0.1) + picture_at(2) + buttons_at(2)), "");
   EXPECT_EQ(why_not_in(picture_at(0.1) + buttons_at(1) + picture_at(2) + buttons_at(20)), "");
+}
+
+TEST(OverlayCheck, StillMenuLastsAsLongAsItsSound) {
+  EXPECT_EQ(why_not_in(picture_at(0.1) + buttons_at(5) + sound_at(30)), "");
+  EXPECT_EQ(why_not_in(picture_at(0.1) + buttons_at(5) + pack_of(0xC0, 30)), "");
+  EXPECT_EQ(why_not_in(picture_at(0.1) + buttons_at(5) + pack_of(0xBD, 30, 0x21)), late);
 }
 
 TEST(OverlayCheck, TimesBeyondThirtyTwoBitsAreCompared) {

@@ -57,6 +57,7 @@ TEST(RealRun, StarStarErrorLineIsFailure) {
 /// The lines of a run that puts buttons on menu 2, whose stream already holds what spumux would
 /// have put there.
 std::string menu_lines(const real_run& run, const std::string& stream) {
+  run.app.add("menu2.xml", "<spu>\r\n    <button x0=\"0\"/>\r\n</spu>\r\n");
   run.app.add("menu2.mpg", stream);
   return run.tool("spumux") + " \"" + run.app.path("menu2.xml") + "\" <\"" +
          run.app.path("menu2.mpg") + "\" > \"" + run.app.path("menusub2.mpg") + "\"\r\n";

@@ -23,7 +23,7 @@ class noting_host : public script_host {
   pipeline_result result_of_run;
   pipeline last;
   std::string why_no_buttons;  ///< of the last menu looked at
-  int buttons = 0;             ///< that a control file asks for
+  int buttons = 1;             ///< that a control file asks for
 
   void print(const std::string& text) override { notes += replace_all(text, "\r\n", "\n"); }
   failure make_folder(const std::string& path) override { return note("mkdir " + path); }
@@ -176,6 +176,14 @@ TEST(MenuOverlay, MenuWhoseButtonsWouldNotBeSeenIsNamedThoughSpumuxEndedWell) {
       host.notes,
       "[run /own/spumux.exe,/app/menu2.xml]\n[look at /o/menusub2.mpg]\n\nERR:  the buttons of "
       "menu 2 will not be seen: no picture of them was added\nnext\n");
+}
+
+TEST(MenuOverlay, MenuThatHasNoButtonsNeedsNoPictureOfThem) {
+  noting_host host;
+  host.buttons = 0;
+  host.why_no_buttons = "no picture of them was added";
+  EXPECT_TRUE(run_script("bin/spumux.exe /app/menu2.xml </o/menu2.mpg > /o/menusub2.mpg\n", host));
+  EXPECT_EQ(host.notes, "[run /own/spumux.exe,/app/menu2.xml]\n");
 }
 
 TEST(MenuOverlay, ManyButtonsAreAnnouncedSinceTheyMayTakeMinutes) {
