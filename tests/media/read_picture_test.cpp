@@ -17,7 +17,7 @@ using testing_support::temporary_folder;
 
 constexpr std::uint32_t uncompressed = 0, run_length_8 = 1, run_length_4 = 2;
 
-std::string little(std::uint32_t n, int bytes) {
+std::string little(std::uint64_t n, int bytes) {
   std::string text;
   for (int i = 0; i < bytes; ++i)
     text += static_cast<char>(n >> 8 * i & 0xFF);
