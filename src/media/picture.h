@@ -17,13 +17,13 @@ struct picture {
   std::vector<std::uint8_t> rgb;
 };
 
-/// The largest width or height of any picture read here. Far above what a disc holds (720 x 576);
-/// what claims to be larger is damage, and would cost memory.
-inline constexpr int largest_side = 4096;
+/// The largest sides and the most pixels of any picture made here. What claims to have more is
+/// damage, and would cost memory.
+inline constexpr int largest_side = 16'384;
+inline constexpr std::int64_t most_pixels = 40'000'000;
 
 /// Decodes a Windows bitmap (1, 2, 4, 8, 16, 24 or 32 bits a pixel, run-length coded ones too) or a
-/// JPEG file by its native path. Fails on any other file, on damaged ones and on sides above
-/// `largest_side`.
+/// JPEG file by its native path. Fails on any other file, on damaged ones and on too large ones.
 result<picture> read_picture(const std::string& path);
 
 }  // namespace corvane

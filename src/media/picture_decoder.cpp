@@ -33,7 +33,7 @@ result<picture_decoder> picture_decoder::create(AVCodecID id) {
   if (!decoder.codec_ || !decoder.packet_)
     return created::fail("there is no decoder for it");
   AVCodecContext& context = *decoder.codec_;
-  context.max_pixels = std::int64_t{largest_side} * largest_side;
+  context.max_pixels = most_pixels;
   context.thread_count = 1;
   // Each picture comes out as soon as it is in; the index knows the order.
   context.flags |= AV_CODEC_FLAG_LOW_DELAY;
@@ -85,7 +85,7 @@ bool picture_converter::prepare(const AVFrame& frame) {
 result<picture> picture_converter::convert(const AVFrame& frame) {
   using converted = result<picture>;
   if (frame.width <= 0 || frame.height <= 0 || frame.width > largest_side ||
-      frame.height > largest_side)
+      frame.height > largest_side || std::int64_t{frame.width} * frame.height > most_pixels)
     return converted::fail("the picture is too large");
   // The scaler writes some pixels at a time: into rows with room behind them.
   const frame_ptr rgb(av_frame_alloc());

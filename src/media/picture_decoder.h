@@ -32,7 +32,7 @@ class picture_decoder {
 
 class picture_converter {
  public:
-  /// Fails on frames with sides above `largest_side`, or when memory runs out.
+  /// Fails on frames that are too large, or when memory runs out.
   result<picture> convert(const AVFrame& frame);
 
  private:

@@ -27,8 +27,9 @@ class start_code_sink {
 /// kept.
 class start_code_scanner {
  public:
-  /// `sink` must outlive the scanner.
-  explicit start_code_scanner(start_code_sink& sink) : sink_(sink) {}
+  /// `sink` must outlive the scanner; `position` is that of the first byte that will be fed.
+  explicit start_code_scanner(start_code_sink& sink, std::uint64_t position = 0)
+      : sink_(sink), fed_(position) {}
 
   /// The next bytes of the stream.
   void feed(const std::uint8_t* data, std::size_t size);
@@ -44,7 +45,7 @@ class start_code_scanner {
   start_code_sink& sink_;
   std::array<std::uint8_t, 2 * (whole - 1)> kept_{};  // the end of what was fed, not yet looked at
   std::size_t kept_size_ = 0;
-  std::uint64_t fed_ = 0;
+  std::uint64_t fed_;  // the position behind it
 };
 
 }  // namespace corvane

@@ -61,7 +61,8 @@ result<bitmap_header> read_header(const byte_vector& bytes) {
   }
   if (header.width <= 0 || header.height == 0)
     return read::fail(damaged);
-  if (header.width > largest_side || std::abs(header.height) > largest_side)
+  if (header.width > largest_side || std::abs(header.height) > largest_side ||
+      header.width * std::abs(header.height) > most_pixels)
     return read::fail("the picture is too large");
   return read::ok(header);
 }

@@ -14,7 +14,7 @@ still_kind kind_of_still(const std::vector<std::uint8_t>& bytes);
 
 /// Looks through a Windows bitmap file's header, so that no decoder takes a lie for a size, and
 /// turns pixels of 2 bits, which FFmpeg does not read, into pixels of 8. Fails on damaged headers,
-/// on sides above `largest_side` and on pixels that are not all there.
+/// on too large pictures and on pixels that are not all there.
 failure prepare_bitmap(std::vector<std::uint8_t>& bytes);
 
 }  // namespace corvane

@@ -42,7 +42,9 @@ struct video_file::state {
         return why;
     if (index().coded() == 0 || !index().shape())
       return "it holds no MPEG-1 or MPEG-2 pictures";
-    if (index().shape()->width > largest_side || index().shape()->height > largest_side)
+    // Far above what a disc holds: 720 x 576.
+    constexpr int largest = 4096;
+    if (index().shape()->width > largest || index().shape()->height > largest)
       return "its pictures are too large";
     return std::nullopt;
   }

@@ -99,7 +99,9 @@ struct picture_headers {
 /// Makes an index from the stream, in slices.
 class video_index_builder : private start_code_sink {
  public:
-  video_index_builder() : scanner_(*this) {}
+  /// `position` is that of the first byte that will be fed.
+  explicit video_index_builder(std::uint64_t position = 0)
+      : scanner_(*this, position), fed_(position) {}
 
   void feed(const std::uint8_t* data, std::size_t size);
   /// The stream has ended. Call once.
@@ -122,7 +124,7 @@ class video_index_builder : private start_code_sink {
 
   video_index index_;
   start_code_scanner scanner_;
-  std::uint64_t fed_ = 0;
+  std::uint64_t fed_;
   std::optional<picture_headers> headers_;  // since the last slice
   std::optional<video_shape> shape_;        // as the last valid sequence header gave it
   std::uint64_t sequence_position_ = 0;

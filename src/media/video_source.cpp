@@ -137,6 +137,8 @@ result<bool> packeted_stream::next(byte_vector& bytes) {
 }
 
 result<byte_vector> packeted_stream::read(std::uint64_t position, std::size_t count) {
+  // One call must not read a whole disc because of a hole in the stream.
+  constexpr std::uint64_t longest_gap = std::uint64_t{64} * 1024 * 1024;
   byte_vector bytes;
   const auto after = std::upper_bound(
       landmarks_.begin(), landmarks_.end(), position,
@@ -153,9 +155,12 @@ result<byte_vector> packeted_stream::read(std::uint64_t position, std::size_t co
     return bytes.size() < count;
   };
   std::uint64_t place = from.place;
-  while (bytes.size() < count && place < done_)
+  while (bytes.size() < count && place < done_) {
+    if (place - from.place > longest_gap)
+      return result<byte_vector>::fail("the stream is interrupted there");
     if (const failure why = walk(place, take))
       return result<byte_vector>::fail(*why);
+  }
   return result<byte_vector>::ok(std::move(bytes));
 }
 

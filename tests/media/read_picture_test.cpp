@@ -163,8 +163,16 @@ TEST_F(ReadPicture, Jpeg) {
   EXPECT_TRUE(media_test::same(*p, expected[0]));
 }
 
+TEST_F(ReadPicture, PicturesTooLargeForAButtonStillHaveTheirSize) {
+  const bitmap b{5000, 3000, 4, run_length_4, {red}, "\0\1"s};
+  const auto p = read(b.bytes());
+  ASSERT_TRUE(p) << p.error;
+  EXPECT_EQ(p->width, 5000);
+  EXPECT_EQ(p->height, 3000);
+}
+
 TEST_F(ReadPicture, HostileSizesAreRefused) {
-  for (const std::int32_t side : {4097, 65'535, 0x7FFFFFFF, -4097, INT32_MIN}) {
+  for (const std::int32_t side : {16'385, 65'535, 0x7FFFFFFF, -16'385, INT32_MIN}) {
     for (const int bits : {1, 2, 4, 8, 24}) {
       for (const std::uint32_t compression : {uncompressed, run_length_8, run_length_4}) {
         const bitmap tall{10, side, bits, compression, {black, white}, "\0\1"s};
@@ -175,6 +183,8 @@ TEST_F(ReadPicture, HostileSizesAreRefused) {
       }
     }
   }
+  EXPECT_EQ(read(bitmap{10'000, 10'000, 4, run_length_4, {black}, "\0\1"s}.bytes()).error,
+            "the picture is too large");
   for (const auto& [width, height] : {std::pair(0, 5), std::pair(5, 0), std::pair(-5, 5)})
     EXPECT_EQ(read(bitmap{width, height, 24, 0, {}, "\0\0\0\0"s}.bytes()).error,
               "the bitmap's header is damaged");

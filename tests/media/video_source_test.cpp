@@ -163,6 +163,21 @@ TEST(VideoSource, DamageBetweenPacketsLosesOnlyItself) {
   EXPECT_EQ(all_of(*source), stream);
 }
 
+TEST(VideoSource, AHoleInAStreamIsNotReadThroughForOnePicture) {
+  const temporary_folder folder;
+  constexpr std::uint64_t hole = std::uint64_t{100} * 1024 * 1024;
+  const std::string stream = noise(4000);
+  const std::string path = folder.add("a.vob", in_packets(stream.substr(0, 2000), 2000));
+  const std::uint64_t begin = *file_size(path);
+  std::filesystem::resize_file(path_of(path), begin + hole);
+  std::ofstream(path_of(path), std::ios::binary | std::ios::app)
+      << in_packets(stream.substr(2000), 2000);
+  const auto source = opened(path);
+  ASSERT_EQ(all_of(*source), stream);
+  EXPECT_EQ(text(source->read(0, 2000)), stream.substr(0, 2000));
+  EXPECT_EQ(source->read(0, 4000).error, "the stream is interrupted there");
+}
+
 TEST(VideoSource, APacketCutByTheEndOfTheFileIsLost) {
   const temporary_folder folder;
   const std::string stream = noise(10'000);
