@@ -204,7 +204,7 @@ TEST_F(menu_editor_window, dragging_an_edge_over_the_other_keeps_the_least_size)
   open_three();
   choose(1);
   drag(on_picture(300, 130), on_picture(20, 130));
-  EXPECT_EQ(place(), "100 100 2 60");
+  EXPECT_EQ(place(), "100 100 6 60");
 }
 
 TEST_F(menu_editor_window, arrow_keys_move_by_a_pixel_and_with_shift_size_by_one) {
@@ -303,12 +303,12 @@ TEST_F(menu_editor_window, scroll_bars_and_sliders_work_on_the_selected_button) 
   choose(1);
   click_control("Slider1");
   press("Home");
-  EXPECT_EQ(place(), "100 100 2 60");
+  EXPECT_EQ(place(), "100 100 6 60");
   click_control("Slider2");
   press("Home");
-  EXPECT_EQ(place(), "100 100 2 1");
+  EXPECT_EQ(place(), "100 100 6 2");
   press("Right");
-  EXPECT_EQ(place(), "100 100 2 2");
+  EXPECT_EQ(place(), "100 100 6 3");
   const wxRect bar = ask_ui([] { return control("HScroll1")->GetScreenRect(); });
   click_at(wxPoint(bar.GetRight() - 30, bar.y + bar.height / 2));
   EXPECT_GT(scroll_bar("HScroll1"), 100);
