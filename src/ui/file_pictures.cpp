@@ -12,9 +12,14 @@ wxImage image_of(const picture& p) {
   return image;
 }
 
-wxBitmap bitmap_of_file(const std::string& path) {
+wxBitmap bitmap_of_button(const std::string& path) {
   const result<picture> read = read_picture(path);
-  return read ? wxBitmap(image_of(*read)) : wxBitmap();
+  if (!read)
+    return {};
+  wxImage image = image_of(*read);
+  image.SetMaskColour(1, 1, 1);
+  image.InitAlpha();  // from the mask; it can be scaled
+  return wxBitmap(image);
 }
 
 result<pixel_size> media_pictures::size_of(const std::string& file) const {

@@ -15,8 +15,9 @@ struct picture;
 /// The picture as an image of its own.
 wxImage image_of(const picture& p);
 
-/// A picture file (native path); a null bitmap when it cannot be read.
-wxBitmap bitmap_of_file(const std::string& path);
+/// The bitmap of a button (native path) as the disc shows it: #010101 is transparent. A null bitmap
+/// when it cannot be read.
+wxBitmap bitmap_of_button(const std::string& path);
 
 /// Measures the bitmaps of buttons.
 class media_pictures : public picture_loader {

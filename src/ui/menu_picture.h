@@ -58,6 +58,7 @@ class menu_picture : public wxWindow {
   void compose();
   void paint_reason(wxDC& dc);
   void paint_others(wxDC& dc);
+  const wxBitmap& look_for(wxSize size);
   void draw_selected(wxDC& dc, const drawn& d);
   void on_paint(wxPaintEvent& event);
   void on_down(wxMouseEvent& event);
@@ -74,7 +75,7 @@ class menu_picture : public wxWindow {
   tell_event tell_;
   wxBitmap picture_;
   wxString reason_;
-  wxBitmap highlight_;
+  wxBitmap highlight_, scaled_look_;
   wxBitmap base_;  ///< the picture with the faint buttons, composed when one of them changes
   std::vector<faint_button> composed_;
   std::optional<drawn> drawn_;

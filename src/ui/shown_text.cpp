@@ -39,6 +39,13 @@ wxString shown_lines(std::string_view text) {
   return shown(replace_all(text, crlf, "\n"));
 }
 
+wxArrayString shown_rows(const std::vector<std::string>& rows) {
+  wxArrayString all;
+  for (const std::string& row : rows)
+    all.push_back(shown(row));
+  return all;
+}
+
 std::string utf8_of(const wxString& text) {
   return text.utf8_string();
 }

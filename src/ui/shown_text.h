@@ -1,10 +1,12 @@
 // Text between the core (UTF-8) and the toolkit.
 #pragma once
 
+#include <wx/arrstr.h>
 #include <wx/string.h>
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace corvane {
 
@@ -14,6 +16,9 @@ wxString shown(std::string_view text);
 
 /// The same with line breaks as controls take them: CR LF becomes LF.
 wxString shown_lines(std::string_view text);
+
+/// All entries of a list.
+wxArrayString shown_rows(const std::vector<std::string>& rows);
 
 /// The toolkit's text as UTF-8.
 std::string utf8_of(const wxString& text);

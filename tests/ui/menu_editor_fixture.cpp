@@ -1,6 +1,7 @@
 #include "ui/menu_editor_fixture.h"
 
 #include "menus/button_record.h"
+#include "menus/menu_geometry.h"
 #include "project/numbers.h"
 #include "project/text.h"
 #include "ui/main_window.h"
@@ -69,10 +70,11 @@ void menu_editor_test::accept() {
   click_control("Command2");
 }
 
-wxPoint menu_editor_test::on_picture(int x, int y) {
+wxPoint menu_editor_test::on_picture(int x, int y) const {
   const wxRect place = ask_ui([] { return control("MediaPlayer1")->GetScreenRect(); });
-  return {place.x + (x * place.width + 359) / 719,
-          place.y + (y * place.height + place.height / 2) / (place.height - 1)};
+  const int ymax = largest_y(p_.globalregion);
+  return {place.x + (x * place.width + largest_x / 2) / largest_x,
+          place.y + (y * place.height + ymax / 2) / ymax};
 }
 
 void menu_editor_test::choose(int number) {
@@ -148,7 +150,7 @@ std::string little_endian(std::uint32_t value, int bytes) {
 
 }  // namespace
 
-std::string bmp(int width, int height, int bits) {
+std::string bmp(int width, int height, int bits, unsigned colour) {
   const std::uint32_t colours = bits <= 8 ? 1u << bits : 0;
   const auto row = static_cast<std::uint32_t>((width * bits + 31) / 32 * 4);
   const std::uint32_t start = 54 + 4 * colours;
@@ -161,7 +163,7 @@ std::string bmp(int width, int height, int bits) {
   file += little_endian(0, 4) + little_endian(size, 4) + little_endian(0, 8);
   file += little_endian(colours, 4) + little_endian(0, 4);
   for (std::uint32_t i = 0; i < colours; ++i)
-    file += little_endian(0x2060e0, 4);  // blue 0xe0, green 0x60, red 0x20: all the same
+    file += little_endian(colour, 4);  // blue first; all the same
   return file + std::string(size, '\0');
 }
 

@@ -30,7 +30,7 @@ class menu_editor_test : public window_test {
   void accept();
 
   /// The screen's place of a menu pixel.
-  static wxPoint on_picture(int x, int y);
+  wxPoint on_picture(int x, int y) const;
   /// Picks an entry (0-based) of a drop-down list; by the chooser, a button.
   static void pick(const std::string& list, int index);
   static void choose(int number);
@@ -56,7 +56,7 @@ class menu_editor_test : public window_test {
   std::unique_ptr<workbench> bench_;
 };
 
-/// A Windows bitmap of one colour with so many bits a pixel, as bytes.
-std::string bmp(int width, int height, int bits);
+/// A Windows bitmap of one colour (0xRRGGBB) with so many bits a pixel, as bytes.
+std::string bmp(int width, int height, int bits, unsigned colour = 0x2060e0);
 
 }  // namespace corvane::testing_support

@@ -179,6 +179,15 @@ TEST_F(menu_pictures, bitmap_becomes_the_button_with_its_size) {
   EXPECT_EQ(place(), "100 100 120 40");
 }
 
+TEST_F(menu_pictures, transparent_colour_of_a_bitmap_lets_the_video_through) {
+  open_with_button(real_video());
+  const wxPoint middle = on_picture(160, 120);
+  const wxColour video = ask_ui([middle] { return colour_at(middle); });
+  use_bitmap(folder_.add("clear.bmp", bmp(120, 40, 4, 0x010101)));
+  EXPECT_TRUE(wait_until([] { return control("Image1")->IsShownOnScreen(); }));
+  EXPECT_TRUE(wait_until([&] { return near(colour_at(middle), video); }));
+}
+
 TEST_F(menu_pictures, select_bitmap_is_changed_alone) {
   open_with_button(real_video());
   use_bitmap(folder_.add("on.bmp", bmp(120, 40, 4)));
