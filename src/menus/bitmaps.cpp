@@ -66,25 +66,25 @@ std::optional<picked_bitmap> pick_highlight_bitmap(workbench& w, const picture_l
   return std::nullopt;
 }
 
-std::optional<std::string> pick_select_bitmap(workbench& w, const picture_loader& pictures,
-                                              const std::string& highlight) {
+picked_select pick_select_bitmap(workbench& w, const picture_loader& pictures,
+                                 const std::string& highlight) {
   const auto file = pick_file(w, bitmap_dialog());
   if (!file)
-    return std::nullopt;
+    return {};
   const auto size = measured(w, pictures, *file);
   if (!size)
-    return std::nullopt;
+    return {};
   std::optional<pixel_size> wanted;
   if (is_bitmap(highlight)) {
     wanted = measured(w, pictures, highlight);
     if (!wanted)
-      return std::nullopt;
+      return {};
   }
   if (size != wanted) {
     say(w, icon::none, "the select image must be the same size as the highlight image");
-    return std::nullopt;
+    return {std::nullopt, true};
   }
-  return is_shallow(w, *file) ? file : std::nullopt;
+  return {is_shallow(w, *file) ? file : std::nullopt, false};
 }
 
 }  // namespace corvane

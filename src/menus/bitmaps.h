@@ -35,9 +35,14 @@ struct picked_bitmap {
 /// when the user cancelled or the file was refused, which is told.
 std::optional<picked_bitmap> pick_highlight_bitmap(workbench& w, const picture_loader& pictures);
 
-/// Asks for a select bitmap of the size of `highlight` (stored path) and at most 4 bits a pixel;
-/// its stored path. A highlight that is no bitmap has no size that the select could share.
-std::optional<std::string> pick_select_bitmap(workbench& w, const picture_loader& pictures,
-                                              const std::string& highlight);
+struct picked_select {
+  std::optional<std::string> file;  ///< stored path; nothing when cancelled or refused
+  bool of_another_size = false;     ///< why it was refused
+};
+
+/// Asks for a select bitmap of the size of `highlight` (stored path) and at most 4 bits a pixel. A
+/// refused file is told. A highlight that is no bitmap has no size that the select could share.
+picked_select pick_select_bitmap(workbench& w, const picture_loader& pictures,
+                                 const std::string& highlight);
 
 }  // namespace corvane

@@ -41,6 +41,11 @@ void set_value(slider& s, int value) {
   s.value = std::clamp(value, s.minimum, s.maximum);
 }
 
+/// The least size of a button, or the one it has when that is less.
+void set_least(slider& s, int least, int size) {
+  s.minimum = std::clamp(size, 1, least);
+}
+
 void set_range(scroll_bar& bar, int maximum, int large_step) {
   bar.maximum = maximum;
   bar.large_step = large_step;
@@ -90,8 +95,7 @@ void menu_editor::show_no_button() {
   c_.button.clear();
   shown_ = -1;
   c_.HScroll1.value = c_.VScroll1.value = 0;
-  c_.Slider1.value = first_width;
-  c_.Slider2.value = first_height;
+  set_sizes(first_width, first_height);
   const button_record first = parse_button(first_button);
   c_.Combo1 = first.action;
   c_.Colorhighlight = first.highlight;
@@ -156,10 +160,20 @@ void menu_editor::show_record(int index) {
   c_.Colorhighlight = b.highlight;
   c_.ColorSelect = b.select;
   show_display_mode();
-  set_value(c_.Slider1, extent(edges.x0, edges.x1));
-  set_value(c_.Slider2, extent(edges.y0, edges.y1));
+  set_sizes(extent(edges.x0, edges.x1), extent(edges.y0, edges.y1));
   c_.HScroll1.value = edges.x0;
   c_.VScroll1.value = edges.y0;
+}
+
+// A size that is smaller than what the user can set stays as it is until the user changes it; the
+// run's check tells when it cannot be drawn.
+void menu_editor::set_sizes(int width, int height) {
+  c_.Slider1.maximum = largest_x;
+  c_.Slider2.maximum = ymax_;
+  set_least(c_.Slider1, least_width, width);
+  set_least(c_.Slider2, least_height, height);
+  set_value(c_.Slider1, width);
+  set_value(c_.Slider2, height);
 }
 
 void menu_editor::delete_button() {
@@ -192,11 +206,6 @@ void menu_editor::show_display_mode() {
   c_.Image1 = c_.bitmap_mode ? c_.Colorhighlight : std::string();
   c_.Image2 = c_.bitmap_mode && is_bitmap(c_.ColorSelect) ? c_.ColorSelect : std::string();
   c_.sizes_enabled = c_.Slider1.enabled = c_.Slider2.enabled = !c_.bitmap_mode;
-  // A bitmap is as large as it is.
-  c_.Slider1.minimum = c_.bitmap_mode ? 1 : least_width;
-  c_.Slider1.maximum = largest_x;
-  c_.Slider2.minimum = c_.bitmap_mode ? 1 : least_height;
-  c_.Slider2.maximum = ymax_;
 }
 
 /// Sizes within their sliders; positions within what the size leaves of the picture.

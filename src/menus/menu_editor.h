@@ -122,6 +122,7 @@ class menu_editor {
   void load_actions();
   void show_no_button();
   void show_record(int index);
+  void set_sizes(int width, int height);
   bool button_chosen();
   void updatebutton();
   void show_display_mode();

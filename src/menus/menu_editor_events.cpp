@@ -108,17 +108,18 @@ void menu_editor::bmphighlight() {
   const auto bitmap = pick_highlight_bitmap(w_, pictures_);
   if (bitmap && c_.Combo2_index >= 0) {
     c_.Colorhighlight = c_.ColorSelect = bitmap->file;
-    c_.Slider1.value = bitmap->size.width;
-    c_.Slider2.value = bitmap->size.height;
+    set_sizes(bitmap->size.width, bitmap->size.height);
   }
   updatebutton();
 }
 
 void menu_editor::bmpselect() {
-  const auto file = pick_select_bitmap(w_, pictures_, c_.Colorhighlight);
-  if (!file)
+  const picked_select picked = pick_select_bitmap(w_, pictures_, c_.Colorhighlight);
+  if (picked.of_another_size)
+    c_.Image2 = c_.Image1;  // until the button is changed or picked again
+  if (!picked.file)
     return;
-  c_.ColorSelect = *file;
+  c_.ColorSelect = *picked.file;
   updatebutton();
 }
 

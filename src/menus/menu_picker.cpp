@@ -19,7 +19,8 @@ std::string entry(const project& p, int menu) {
 
 /// Commands of other menus and of titles keep the numbers they name.
 void erase_menu(project& p, int i) {
-  ArrayRemoveItem(p, i);
+  if (i <= UUBound(p.menubuttons))  // a damaged project can have fewer elements than menus
+    ArrayRemoveItem(p, i);
   p.menulist.erase(p.menulist.begin() + i);
   if (i <= UUBound(p.moremenuoptions))
     p.moremenuoptions.erase(p.moremenuoptions.begin() + i);

@@ -222,6 +222,21 @@ TEST_F(Bitmaps, SelectImageOfAnotherSizeIsRefused) {
   }
 }
 
+TEST_F(Bitmaps, RefusedSelectImageLeavesTheHighlightInItsPictureUntilTheNextChange) {
+  menu_editor& e = edit_bitmap();
+  expect_dialog(add_bitmap("s.bmp", 60, 30));
+  e.bmpselect();
+  ASSERT_EQ(shown().Image2, folder.stored("s.bmp"));
+  expect_dialog(add_bitmap("t.bmp", 61, 30));
+  expect_note(other_size);
+  e.bmpselect();
+  EXPECT_EQ(shown().Image2, folder.stored("h.bmp"));
+  EXPECT_EQ(record(), with_bitmaps(10, 20, 70, 50, "h.bmp", "s.bmp"));
+  e.move_by(1, 0);
+  EXPECT_EQ(shown().Image2, folder.stored("s.bmp"));
+  EXPECT_EQ(record(), with_bitmaps(11, 20, 71, 50, "h.bmp", "s.bmp"));
+}
+
 TEST_F(Bitmaps, SelectImageOfAnotherSizeIsRefusedBeforeItsDepth) {
   menu_editor& e = edit_bitmap();
   expect_dialog(add_bitmap("s.bmp", 61, 30, 8));
@@ -270,6 +285,14 @@ TEST_F(Bitmaps, SelectImageOfAButtonWithoutHighlightBitmapIsRefused) {
 }
 
 // Revert and display -----------------------------------------------------------------------------
+
+TEST_F(Bitmaps, RevertedButtonKeepsTheSizeOfASmallBitmap) {
+  menu_editor& e = edit_bitmap();
+  expect_dialog(add_bitmap("tiny.bmp", 3, 1));
+  e.bmphighlight();
+  e.removebmp();
+  EXPECT_EQ(record(), " 10/ 20/ 13/ 21/exit/black/black");
+}
 
 TEST_F(Bitmaps, RevertMakesABlackBoxOfTheCurrentSize) {
   menu_editor& e = edit_bitmap();

@@ -213,6 +213,16 @@ TEST_F(MenuEditorFields, WideningAtTheRightEdgePushesTheButtonLeft) {
   EXPECT_EQ(record(), record_at(0, 0, 719, 40));
 }
 
+TEST_F(MenuEditorFields, PickingASmallerButtonThanCanBeSetLeavesItsSize) {
+  menu_editor& e = edit_button();
+  p.menubuttons = {" 10/ 20/ 13/ 21/exit/black/black"};
+  e.recallbuttondata();
+  e.choose(0);
+  EXPECT_EQ(record(), record_at(10, 20, 13, 21));
+  e.move_by(5, 5);
+  EXPECT_EQ(record(), record_at(15, 25, 18, 26));
+}
+
 TEST_F(MenuEditorFields, SlidersKeepADrawableSize) {
   menu_editor& e = edit_button();
   e.slide_width(-5);
