@@ -1,4 +1,5 @@
 // The pictures of the menus' buttons: as gm draws them in a run, and as the disc shows them.
+#include "drawn_colours.h"
 #include "shown_overlays.h"
 
 #include <gtest/gtest.h>
@@ -10,17 +11,6 @@
 namespace corvane::disc {
 namespace {
 
-struct named_colour {
-  const char* name;
-  int red, green, blue;
-};
-
-constexpr named_colour ten_colours[] = {{"black", 0, 0, 0},       {"brown", 165, 42, 42},
-                                        {"orange", 255, 165, 0},  {"yellow", 255, 255, 0},
-                                        {"green", 0, 128, 0},     {"blue", 0, 0, 255},
-                                        {"white", 255, 255, 255}, {"grey", 126, 126, 126},
-                                        {"magenta", 255, 0, 255}, {"cyan", 0, 255, 255}};
-
 /// A button whose colours are the `highlight`th and the `select`th of the ten.
 struct drawn_button {
   int x0, y0, x1, y1;
@@ -31,7 +21,7 @@ struct drawn_button {
 std::string record_of(const drawn_button& b) {
   std::ostringstream text;
   text << ' ' << b.x0 << "/ " << b.y0 << "/ " << b.x1 << "/ " << b.y1 << "/jump title 1/"
-       << ten_colours[b.highlight].name << '/' << ten_colours[b.select].name;
+       << drawn_colours[b.highlight].name << '/' << drawn_colours[b.select].name;
   return text.str();
 }
 
@@ -108,8 +98,8 @@ void expect_menu_drawn(const studio& s, int menu, const std::vector<drawn_button
   const picture_file highlight = read_png(picture_path(s, "highlight", menu), 720, 480);
   const picture_file select = read_png(picture_path(s, "select", menu), 720, 480);
   for (const drawn_button& b : buttons) {
-    expect_drawn(highlight, b, thickness, ten_colours[b.highlight]);
-    expect_drawn(select, b, thickness, ten_colours[b.select]);
+    expect_drawn(highlight, b, thickness, drawn_colours[b.highlight]);
+    expect_drawn(select, b, thickness, drawn_colours[b.select]);
   }
   expect_clear_elsewhere(highlight, buttons);
   expect_clear_elsewhere(select, buttons);

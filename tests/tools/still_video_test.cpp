@@ -1,9 +1,9 @@
 // The whole conversation of the still video and its script, with a launcher that starts nothing.
 #include "tools/still_video.h"
 
-#include "platform/process.h"
 #include "platform/program_folder.h"
 #include "support/command_test.h"
+#include "support/recorded_start.h"
 
 #include <filesystem>
 #include <map>
@@ -11,43 +11,9 @@
 namespace corvane {
 namespace {
 
+using testing_support::recording_launcher;
+using testing_support::recording_screen;
 using testing_support::rows;
-
-class silent_child : public child_process {
- public:
-  std::optional<std::size_t> waiting() override { return 0; }
-  std::optional<std::string> read(std::size_t) override { return std::string(); }
-  void kill_all() override {}
-  std::optional<exit_status> ended() override { return std::nullopt; }
-};
-
-class recording_launcher : public process_launcher {
- public:
-  start_result start(const std::string& command_line) override {
-    started.push_back(command_line);
-    if (!works)
-      return {nullptr, start_result::step::process, 2};
-    return {std::make_unique<silent_child>(), start_result::step::none, 0};
-  }
-  rows started;
-  bool works = true;
-};
-
-class recording_screen : public run_screen {
- public:
-  std::string main_caption() const override { return version_title; }
-  void enable_main(bool) override {}
-  void enable_timer(bool) override {}
-  bool cleanup() const override { return false; }
-  void show_log() override { log.emplace_back("show"); }
-  void hide_log() override { log.emplace_back("hide"); }
-  void refresh_log() override {}
-  void set_log_text(const std::string& text) override { log.push_back("text " + text); }
-  void set_log_caption(const std::string&) override {}
-  void set_log_progress(double) override {}
-  void open_log(const std::string&) override {}
-  rows log;
-};
 
 class known_sizes : public picture_loader {
  public:

@@ -1,5 +1,6 @@
 #include "menu_report.h"
 
+#include "drawn_colours.h"
 #include "platform/paths.h"
 
 #include <array>
@@ -13,22 +14,11 @@ namespace corvane::disc {
 
 namespace {
 
-/// The colours that a project names, as the drawing tool has them.
-struct named_colour {
-  const char* name;
-  int red, green, blue;
-};
-constexpr named_colour colours[] = {{"black", 0, 0, 0},       {"brown", 165, 42, 42},
-                                    {"orange", 255, 165, 0},  {"yellow", 255, 255, 0},
-                                    {"green", 0, 128, 0},     {"blue", 0, 0, 255},
-                                    {"white", 255, 255, 255}, {"grey", 126, 126, 126},
-                                    {"magenta", 255, 0, 255}, {"cyan", 0, 255, 255}};
-
 /// How far a colour may be off after its way through luma and chroma.
 constexpr int colour_tolerance = 6;
 
 std::string name_of(const dot& d) {
-  for (const named_colour& c : colours)
+  for (const named_colour& c : drawn_colours)
     if (std::abs(d.red - c.red) <= colour_tolerance &&
         std::abs(d.green - c.green) <= colour_tolerance &&
         std::abs(d.blue - c.blue) <= colour_tolerance)
