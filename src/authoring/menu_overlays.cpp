@@ -18,8 +18,8 @@ struct rectangle {
   std::int64_t left, top, right, bottom;
 };
 
-// The number texts of the time were made whole by rounding halves to the even neighbour; nearbyint
-// does the same in the rounding mode that every program starts in.
+// To whole pixels, halves to the even neighbour: nearbyint does that in the rounding mode that
+// every program starts in.
 std::int64_t rounded(std::string_view field) {
   const double limit = 1e9;
   return static_cast<std::int64_t>(
