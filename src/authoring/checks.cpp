@@ -10,18 +10,24 @@
 namespace corvane {
 namespace {
 
+// As the end of a message.
 refusal why_not_bitmap(const std::string& stored, path_style style) {
   const std::string file = native_from_stored(stored, style);
+  const std::string advice = ".  Please edit the menu.";
+  if (!file_exists(file))
+    return "the bitmap " + shown_quoted(file) +
+           " is missing.  Please put it back, or edit the menu.";
   constexpr std::size_t bits_at = 28;  // of a pixel, in the file's second header
   const result<std::string> start = first_bytes(file, bits_at + 1);
   if (!start)
-    return "the bitmap " + shown_quoted(file) + " cannot be used: " + start.error;
+    return "the bitmap " + shown_quoted(file) + " cannot be used: " + start.error + advice;
   if (!start->starts_with("BM"))
-    return "the file " + shown_quoted(file) + " is not a bitmap";
+    return "the file " + shown_quoted(file) + " is not a bitmap" + advice;
   if (start->size() > bits_at && (*start)[bits_at] == 2)
     return "the bitmap " + shown_quoted(file) +
            " has 2 bits a pixel, which the drawing tool does not read.  Please save it with 1 or 4 "
-           "bits";
+           "bits" +
+           advice;
   return std::nullopt;
 }
 
@@ -68,7 +74,7 @@ std::optional<std::string> why_not_these_bitmaps(const project& p, path_style st
         const refusal why = is_bitmap(look) ? why_not_bitmap(look, style) : std::nullopt;
         if (why)
           return "Button " + trimmed(number) + " of menu " + trimmed(menu) +
-                 " cannot be authored: " + *why + ".  Please edit the menu.";
+                 " cannot be authored: " + *why;
       }
     }
   }

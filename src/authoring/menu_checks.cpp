@@ -6,13 +6,14 @@
 #include "project/text.h"
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 #include <utility>
 
 namespace corvane {
 namespace {
 
-constexpr std::size_t most_buttons = 36;
+constexpr int most_buttons = 36;
 // A button has one of three groups of four colours, one of them the background; each is a highlight
 // and a select colour. spumux skips a picture that needs more, with status 0.
 constexpr std::size_t most_colour_pairs = 9;
@@ -101,15 +102,25 @@ refusal why_not_look(int menu, int button, const button_record& b, path_style st
   return std::nullopt;
 }
 
-refusal why_not_colours(int menu, const std::vector<button_record>& buttons) {
+refusal why_not_colour_pairs(int menu, const std::vector<button_record>& buttons) {
   std::set<std::pair<std::string, std::string>> pairs;
-  for (const button_record& b : buttons)
+  int number = 0;
+  for (const button_record& b : buttons) {
+    ++number;
     if (!is_bitmap(b.highlight) && !is_bitmap(b.select))
       pairs.emplace(b.highlight, b.select);
-  if (pairs.size() > most_colour_pairs)
-    return menu_named(menu) + " uses " + std::to_string(pairs.size()) +
-           " combinations of highlight and select colour, but a DVD menu can show 9.  Please edit "
-           "the menu.";
+    if (pairs.size() > most_colour_pairs)
+      return button_named(menu, number) + " cannot be shown: with it the menu uses " +
+             std::to_string(pairs.size()) +
+             " combinations of highlight and select colour, but a DVD menu can show 9.  Please "
+             "edit the menu.";
+  }
+  return std::nullopt;
+}
+
+refusal why_not_colours(int menu, const std::vector<button_record>& buttons) {
+  if (const refusal why = why_not_colour_pairs(menu, buttons))
+    return why;
   if (ways_to_colour(buttons) > most_ways_to_colour)
     return menu_named(menu) + " has " + std::to_string(buttons.size()) + " buttons in " +
            trimmed(colour_combinations(buttons)) +
@@ -121,8 +132,9 @@ refusal why_not_colours(int menu, const std::vector<button_record>& buttons) {
 
 refusal why_not_buttons(const project& p, int menu, path_style style) {
   const std::vector<button_record> buttons = buttons_of(p, menu);
-  if (buttons.size() > most_buttons)
-    return menu_named(menu) + " has " + std::to_string(buttons.size()) +
+  if (std::ssize(buttons) > most_buttons)
+    return button_named(menu, most_buttons + 1) + " is one too many: the menu has " +
+           std::to_string(buttons.size()) +
            " buttons, but a DVD menu holds at most 36.  Please edit the menu and delete some.";
   for (int number = 1; number <= static_cast<int>(buttons.size()); ++number) {
     const button_record& b = buttons[static_cast<std::size_t>(number) - 1];

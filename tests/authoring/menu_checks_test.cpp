@@ -76,12 +76,12 @@ TEST(MenuStreamChecks, FilesThatHaveGoneAreNamed) {
     return why_not_these_menu_streams(p, native_style()).value_or("(fine)");
   };
   EXPECT_EQ(with(folder.stored("b.m2v") + "/"), "(fine)");
-  EXPECT_THAT(with(folder.stored("c.m2v") + "/"),
-              HasSubstr("Menu 2 cannot be authored: the file \"" + folder.path("c.m2v") +
-                        "\" is missing."));
-  EXPECT_THAT(with(folder.stored("b.m2v") + "/" + folder.stored("c.ac3")),
-              HasSubstr("Menu 2 cannot be authored: the file \"" + folder.path("c.ac3") +
-                        "\" is missing."));
+  const auto missing = [&](const char* name) {
+    return "Menu 2 cannot be authored: the file \"" + folder.path(name) +
+           "\" is missing.  Please put it back, or remove the menu and add it again.";
+  };
+  EXPECT_EQ(with(folder.stored("c.m2v") + "/"), missing("c.m2v"));
+  EXPECT_EQ(with(folder.stored("b.m2v") + "/" + folder.stored("c.ac3")), missing("c.ac3"));
 }
 
 // How long spumux looks ------------------------------------------------------------------------

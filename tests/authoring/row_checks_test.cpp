@@ -266,8 +266,10 @@ TEST(RowChecks, MoreColoursThanAMenuCanShow) {
     p.menubuttons[0] += (i == 0 ? " 0/" : "| 0/") + std::to_string(i * 9) + "/100/" +
                         std::to_string(i * 9 + 3) + "/exit/" + names[std::size_t(i)] + "/black";
   EXPECT_EQ(refusal_of(p), "(authorable)");
-  p.menubuttons[0] += "| 0/200/100/203/exit/cyan/black";
-  EXPECT_THAT(refusal_of(p), HasSubstr("Menu 1 uses 10 combinations"));
+  p.menubuttons[0] += "| 0/200/100/203/exit/cyan/black| 0/220/100/223/exit/cyan/cyan";
+  EXPECT_EQ(refusal_of(p),
+            "Button 10 of menu 1 cannot be shown: with it the menu uses 10 combinations of "
+            "highlight and select colour, but a DVD menu can show 9.  Please edit the menu.");
 }
 
 TEST(RowChecks, MenuThatSpumuxWouldWorkOnForHours) {
@@ -335,7 +337,11 @@ TEST(RowChecks, ThirtySixButtonsAndNoMore) {
     p.menubuttons[2] += "| 0/0/100/3/exit/black/black";
   EXPECT_EQ(refusal_of(p), "(authorable)");
   p.menubuttons[2] += "| 0/0/100/3/exit/black/black";
-  EXPECT_THAT(refusal_of(p), HasSubstr("Menu 3 has 37 buttons"));
+  EXPECT_EQ(refusal_of(p),
+            "Button 37 of menu 3 is one too many: the menu has 37 buttons, but a DVD menu holds at "
+            "most 36.  Please edit the menu and delete some.");
+  p.menubuttons[2] += "| 0/0/100/3/exit/black/black";
+  EXPECT_THAT(refusal_of(p), HasSubstr("Button 37 of menu 3 is one too many: the menu has 38"));
 }
 
 TEST(RowChecks, NinetyNineMenusAndNoMore) {
@@ -531,7 +537,9 @@ TEST(BitmapChecks, OnlyBitmapFilesAreGivenToGm) {
   EXPECT_THAT(with("script.bmp"), HasSubstr("Button 2 of menu 1 "));
   EXPECT_THAT(with("script.bmp"), HasSubstr(folder.path("script.bmp")));
   EXPECT_THAT(with("empty.bmp"), HasSubstr("is not a bitmap"));
-  EXPECT_THAT(with("missing.bmp"), HasSubstr("cannot be used"));
+  EXPECT_EQ(with("missing.bmp"), "Button 2 of menu 1 cannot be authored: the bitmap \"" +
+                                     folder.path("missing.bmp") +
+                                     "\" is missing.  Please put it back, or edit the menu.");
 }
 
 TEST(NeededTools, AreThoseThatTheScriptStarts) {

@@ -153,7 +153,8 @@ TEST(menu_limits, thirty_six_buttons_are_all_seen_and_all_lead_somewhere) {
 }
 
 TEST(menu_limits, thirty_seven_buttons_are_refused) {
-  expect_refused(studio(), with_menu(bars(37, 1)), "Menu 1 has 37 buttons");
+  expect_refused(studio(), with_menu(bars(37, 1)),
+                 "Button 37 of menu 1 is one too many: the menu has 37 buttons");
 }
 
 TEST(menu_limits, nine_colours_are_all_shown) {
@@ -162,7 +163,8 @@ TEST(menu_limits, nine_colours_are_all_shown) {
 }
 
 TEST(menu_limits, ten_colours_are_refused) {
-  expect_refused(studio(), with_menu(bars(10, 10)), "Menu 1 uses 10 combinations");
+  expect_refused(studio(), with_menu(bars(10, 10)),
+                 "Button 10 of menu 1 cannot be shown: with it the menu uses 10");
 }
 
 TEST(menu_limits, colours_that_would_take_hours_are_refused) {

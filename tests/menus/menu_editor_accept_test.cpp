@@ -110,8 +110,8 @@ TEST_F(MenuEditorAccept, ThirtySixButtonsPassAndThe37thIsLeftToTheRunsCheck) {
   add_apart(36);
   EXPECT_TRUE(e.accept());
   EXPECT_EQ(why_not_menus(p, native_style()),
-            "Menu 1 has 37 buttons, but a DVD menu holds at most 36.  Please edit the menu and "
-            "delete some.");
+            "Button 37 of menu 1 is one too many: the menu has 37 buttons, but a DVD menu holds at "
+            "most 36.  Please edit the menu and delete some.");
 }
 
 TEST_F(MenuEditorAccept, FrameThickerThanItsButtonIsAccepted) {
