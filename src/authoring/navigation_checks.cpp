@@ -1,5 +1,6 @@
 // Where commands lead. dvdauthor takes a first-play jump to a title that does not exist in silence
 // (a disc that does nothing), and finds other dead ends only after all multiplexing is done.
+#include "authoring/navigation_command.h"
 #include "authoring/row_checks.h"
 #include "authoring/rows.h"
 #include "project/numbers.h"
@@ -12,58 +13,6 @@ namespace corvane {
 namespace {
 
 constexpr int most_chapters = 99;
-
-// The commands that the editors offer; anything else that a user types is left to dvdauthor.
-enum class verb {
-  other,
-  jump_title,     ///< with a chapter when `chapter` is set
-  jump_menu,      ///< to menu `number`
-  jump_titleset,  ///< "jump titleset 1 menu"
-  call_menu,      ///< with a menu when `number` is set
-  call_last_menu,
-};
-
-struct command_form {
-  verb what = verb::other;
-  std::optional<int> number;   ///< title or menu
-  std::optional<int> chapter;  ///< of the title
-};
-
-std::optional<int> whole_number(const std::string& word) {
-  if (word.empty() || word.find_first_not_of("0123456789") != std::string::npos)
-    return std::nullopt;
-  return leading_whole(word);
-}
-
-command_form two_words_and_numbers(const std::vector<std::string>& words) {
-  const std::string start = words[0] + " " + words[1];
-  const std::optional<int> first = words.size() > 2 ? whole_number(words[2]) : std::nullopt;
-  if (start == "call menu" && words.size() == 2)
-    return {verb::call_menu, {}, {}};
-  if (!first)
-    return {};
-  if (start == "call menu" && words.size() == 3)
-    return {verb::call_menu, first, {}};
-  if (start == "jump menu" && words.size() == 3)
-    return {verb::jump_menu, first, {}};
-  if (start == "jump title" && words.size() == 3)
-    return {verb::jump_title, first, {}};
-  if (start == "jump title" && words.size() == 5 && words[3] == "chapter") {
-    const std::optional<int> chapter = whole_number(words[4]);
-    return chapter ? command_form{verb::jump_title, first, chapter} : command_form{};
-  }
-  return {};
-}
-
-command_form parse_command(std::string_view command) {
-  std::vector<std::string> words = split(command, ' ');
-  std::erase(words, std::string());
-  if (join(words, " ") == "jump titleset 1 menu")
-    return {verb::jump_titleset, {}, {}};
-  if (join(words, " ") == "call last menu")
-    return {verb::call_last_menu, {}, {}};
-  return words.size() < 2 ? command_form{} : two_words_and_numbers(words);
-}
 
 std::vector<std::string> chapter_times(const project& p, int title) {
   std::vector<std::string> times = split(chapters_of(p, title), ',');
@@ -98,6 +47,22 @@ refusal why_not_menu(const project& p, int menu) {
   return std::nullopt;
 }
 
+// dvdauthor knows its commands in small letters only.
+refusal why_not_letters(std::string_view text) {
+  const std::string small = lower(text);
+  const bool is_lost = parse_command(text).what != parse_command(small).what ||
+                       is_interpreted(text) != is_interpreted(small) ||
+                       (trim(small) == "exit" && trim(text) != "exit");
+  if (is_lost)
+    return "must be in small letters, as in " + shown_quoted(trim(small));
+  return std::nullopt;
+}
+
+refusal why_not_text(std::string_view text) {
+  const refusal why = why_not_plain_text(text);
+  return why ? why : why_not_letters(text);
+}
+
 refusal why_not_first_play(const project& p, const command_form& c) {
   switch (c.what) {
     case verb::jump_title:
@@ -129,7 +94,7 @@ refusal why_not_call(const project& p, const command_form& c) {
   return why_not_menu(p, *c.number);
 }
 
-refusal why_not_post(const project& p, std::string_view text, const command_form& c) {
+refusal why_not_post(const project& p, const std::string& text, const command_form& c) {
   switch (c.what) {
     case verb::jump_title:
       return why_not_title(p, c);
@@ -143,12 +108,12 @@ refusal why_not_post(const project& p, std::string_view text, const command_form
       break;
   }
   // With the jump table the text behind "call menu" becomes a menu number.
-  if (p.jumptable && text.starts_with("call menu"))
+  if (p.jumptable && text.starts_with(call_menu_words))
     return "must name a menu by its number, as in \"call menu 1\"";
   return std::nullopt;
 }
 
-refusal why_not_action(const project& p, std::string_view text, const command_form& c) {
+refusal why_not_action(const project& p, const std::string& text, const command_form& c) {
   switch (c.what) {
     case verb::jump_title:
       return why_not_title(p, c);
@@ -164,7 +129,7 @@ refusal why_not_action(const project& p, std::string_view text, const command_fo
   if (trim(text).empty())
     return "does nothing; \"exit\" ends the disc";
   // With the jump table the text behind "jump menu" becomes a menu number.
-  if (p.jumptable && c.what == verb::other && text.starts_with("jump menu"))
+  if (p.jumptable && c.what == verb::other && text.starts_with(jump_menu_words))
     return "must name a menu by its number, as in \"jump menu 1\"";
   return std::nullopt;
 }
@@ -174,9 +139,9 @@ refusal why_not_commands_of_titles(const project& p) {
   for (int title = 1; title <= rows; ++title) {
     const std::string row = row_of(p.postinfo, title, {});
     const std::string text(trim(row));
-    refusal why = why_not_plain_text(text);
+    refusal why = why_not_text(text);
     if (!why)
-      why = why_not_post(p, text, parse_command(text));
+      why = why_not_post(p, interpreted(text), parse_command(text));
     if (why)
       return "The command after title " + trimmed(title) + ", " + shown_quoted(text) + ", " + *why +
              ".  Please change it in the navigation commands.";
@@ -189,9 +154,9 @@ refusal why_not_commands_of_menus(const project& p) {
     int number = 0;
     for (const button_record& b : buttons_of(p, menu)) {
       ++number;
-      refusal why = why_not_plain_text(b.action);
+      refusal why = why_not_text(b.action);
       if (!why)
-        why = why_not_action(p, b.action, parse_command(b.action));
+        why = why_not_action(p, interpreted(b.action), parse_command(b.action));
       if (why)
         return "The action of button " + trimmed(number) + " of menu " + trimmed(menu) + ", " +
                shown_quoted(b.action) + ", " + *why + ".  Please edit the menu.";
@@ -203,7 +168,7 @@ refusal why_not_commands_of_menus(const project& p) {
 refusal why_not_first_command(const project& p) {
   if (p.firstplay.empty() || p.firstplay == "<default>")
     return std::nullopt;
-  refusal why = why_not_plain_text(p.firstplay);
+  refusal why = why_not_text(p.firstplay);
   if (!why && trim(p.firstplay).empty())
     why = "does nothing";
   if (!why)

@@ -1,5 +1,6 @@
 #include "authoring/navigation_xml.h"
 
+#include "authoring/navigation_command.h"
 #include "authoring/rows.h"
 #include "project/numbers.h"
 #include "project/text.h"
@@ -14,24 +15,25 @@ std::string after_word(std::string_view command, std::string_view word) {
   return std::string(command.substr(std::min(command.size(), word.size() + 1)));
 }
 
-// In jump-table mode g1 holds the menu that titles return to. "jump titleset 1 menu" begins with
-// "jump title" too and remembers its menu like a jump to a title; that is wanted.
+// In jump-table mode g1 holds the menu that titles return to.
 std::string button_command(const project& p, const std::string& action, int menu) {
-  if (p.jumptable && action.starts_with("jump menu"))
-    return "g1=" + after_word(action, "jump menu") + "; " + action;
-  if (p.jumptable && action.starts_with("jump title"))
-    return "g1=" + trimmed(menu) + "; " + action;
+  const std::string command = interpreted(action);
+  if (p.jumptable && command.starts_with(jump_menu_words))
+    return "g1=" + after_word(command, jump_menu_words) + "; " + command;
+  if (p.jumptable && command.starts_with(jump_title_words))
+    return "g1=" + trimmed(menu) + "; " + command;
   return action;
 }
 
 // A title can call a titleset's entry menu only, which is menu 1; that one forwards to the menu in
 // g1.
-std::string post_command(const project& p, const std::string& command) {
-  if (p.jumptable && command.starts_with("call menu"))
-    return "g1=" + after_word(command, "call menu") + "; call menu";
-  if (p.jumptable && command.starts_with("call last menu"))
+std::string post_command(const project& p, const std::string& typed) {
+  const std::string command = interpreted(typed);
+  if (p.jumptable && command.starts_with(call_menu_words))
+    return "g1=" + after_word(command, call_menu_words) + "; call menu";
+  if (p.jumptable && command.starts_with(call_last_menu_words))
     return "call menu";
-  return command;
+  return typed;
 }
 
 // "<default>" writes none, and neither does the empty entry that a rolled-back load leaves, for

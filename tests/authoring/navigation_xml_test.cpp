@@ -78,6 +78,13 @@ TEST(NavigationXml, ButtonCommandsInBothModes) {
       {"jump title 1 chapter  2", "jump title 1 chapter  2", "g1=2; jump title 1 chapter  2"},
       {"jump titleset 1 menu", "jump titleset 1 menu", "g1=2; jump titleset 1 menu"},
       {"exit", "exit", "exit"},
+      {"jump  menu 3", "jump  menu 3", "g1=3; jump menu 3"},
+      {" jump menu  3 ", " jump menu  3 ", "g1=3; jump menu 3"},
+      {"jump menu  3", "jump menu  3", "g1= 3; jump menu  3"},
+      {"  jump   title 4", "  jump   title 4", "g1=2; jump title 4"},
+      {"jump  title 1  chapter  2", "jump  title 1  chapter  2", "g1=2; jump title 1 chapter 2"},
+      {"jump  titleset 1 menu", "jump  titleset 1 menu", "g1=2; jump titleset 1 menu"},
+      {"g3=1;  jump  menu 1", "g3=1;  jump  menu 1", "g3=1;  jump  menu 1"},
       {"g3=1; jump menu 1", "g3=1; jump menu 1", "g3=1; jump menu 1"}};
   for (const rewrite& row : table) {
     sample s{"", {}, sample_places(posix)};
@@ -101,7 +108,10 @@ TEST(NavigationXml, ButtonJumpToTheTitlesetMenuRemembersItsMenuToo) {
 TEST(NavigationXml, PostCommandsInBothModes) {
   const rewrite table[] = {{"call menu 2              ", "call menu 2", "g1=2; call menu"},
                            {"call menu 12", "call menu 12", "g1=12; call menu"},
+                           {"call  menu 2", "call  menu 2", "g1=2; call menu"},
+                           {"  call   menu  2  ", "call   menu  2", "g1=2; call menu"},
                            {"call last menu           ", "call last menu", "call menu"},
+                           {" call  last  menu", "call  last  menu", "call menu"},
                            {"jump title 1             ", "jump title 1", "jump title 1"},
                            {"exit                     ", "exit", "exit"},
                            {"call menu", "call menu", "g1=; call menu"}};

@@ -94,6 +94,22 @@ TEST(played_disc, jump_table_lets_a_title_call_any_menu) {
   EXPECT_EQ(plays.play_to_end(), "menu 1");
 }
 
+TEST(played_disc, jump_table_understands_commands_with_any_blanks) {
+  project p = with_menus(true, {"call  menu   2           ", "  call  last  menu       "});
+  p.menubuttons[0] = bar(0, " jump  title 1 ") + "|" + bar(1, "jump  menu  2");
+  p.menubuttons[1] = bar(0, "jump   title 2  chapter 2") + "|" + bar(1, " jump menu 1");
+  const studio s;
+  s.authored(p);
+  player plays(s.out());
+  EXPECT_EQ(plays.start(), "menu 1");
+  EXPECT_EQ(plays.press(2), "menu 2");
+  EXPECT_EQ(plays.press(1), "title 2 chapter 2");
+  EXPECT_EQ(plays.play_to_end(), "menu 2");
+  EXPECT_EQ(plays.press(2), "menu 1");
+  EXPECT_EQ(plays.press(1), "title 1 chapter 1");
+  EXPECT_EQ(plays.play_to_end(), "menu 2");
+}
+
 /// Each button of the disc, pressed: where it leads, and what follows a title.
 using ways = std::vector<std::vector<std::string>>;
 ways all_ways(const studio& s, const project& p) {

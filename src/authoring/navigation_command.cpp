@@ -1,0 +1,73 @@
+#include "authoring/navigation_command.h"
+
+#include "project/numbers.h"
+#include "project/text.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace corvane {
+namespace {
+
+std::vector<std::string> words_of(std::string_view command) {
+  std::vector<std::string> words = split(command, ' ');
+  std::erase(words, std::string());
+  return words;
+}
+
+bool begins_with_words(std::string_view command) {
+  constexpr std::string_view all[] = {jump_menu_words, jump_title_words, call_menu_words,
+                                      call_last_menu_words};
+  return std::any_of(std::begin(all), std::end(all),
+                     [&](std::string_view words) { return command.starts_with(words); });
+}
+
+std::optional<int> whole_number(const std::string& word) {
+  if (word.empty() || word.find_first_not_of("0123456789") != std::string::npos)
+    return std::nullopt;
+  return leading_whole(word);
+}
+
+command_form two_words_and_numbers(const std::vector<std::string>& words) {
+  const std::string start = words[0] + " " + words[1];
+  const std::optional<int> first = words.size() > 2 ? whole_number(words[2]) : std::nullopt;
+  if (start == call_menu_words && words.size() == 2)
+    return {verb::call_menu, {}, {}};
+  if (!first)
+    return {};
+  if (start == call_menu_words && words.size() == 3)
+    return {verb::call_menu, first, {}};
+  if (start == jump_menu_words && words.size() == 3)
+    return {verb::jump_menu, first, {}};
+  if (start == jump_title_words && words.size() == 3)
+    return {verb::jump_title, first, {}};
+  if (start == jump_title_words && words.size() == 5 && words[3] == "chapter") {
+    const std::optional<int> chapter = whole_number(words[4]);
+    return chapter ? command_form{verb::jump_title, first, chapter} : command_form{};
+  }
+  return {};
+}
+
+}  // namespace
+
+command_form parse_command(std::string_view command) {
+  const std::vector<std::string> words = words_of(command);
+  const std::string text = join(words, " ");
+  if (text == "jump titleset 1 menu")
+    return {verb::jump_titleset, {}, {}};
+  if (text == call_last_menu_words)
+    return {verb::call_last_menu, {}, {}};
+  return words.size() < 2 ? command_form{} : two_words_and_numbers(words);
+}
+
+std::string interpreted(std::string_view command) {
+  const std::string single_blanks = join(words_of(command), " ");
+  const bool as_it_stands = begins_with_words(command) || !begins_with_words(single_blanks);
+  return as_it_stands ? std::string(command) : single_blanks;
+}
+
+bool is_interpreted(std::string_view command) {
+  return begins_with_words(interpreted(command));
+}
+
+}  // namespace corvane
