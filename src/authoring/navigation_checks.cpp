@@ -13,6 +13,7 @@ namespace corvane {
 namespace {
 
 constexpr int most_chapters = 99;
+constexpr int most_commands = 128;  // of a program chain
 
 std::vector<std::string> chapter_times(const project& p, int title) {
   std::vector<std::string> times = split(chapters_of(p, title), ',');
@@ -165,6 +166,36 @@ refusal why_not_commands_of_menus(const project& p) {
   return std::nullopt;
 }
 
+// A program chain holds 128 commands, pre and post commands together, and dvdauthor counts them
+// when all else is done. With the jump table menu 1 has a pre command for each other menu. A button
+// that plays a title remembers its menu first, and as a button holds one command only, dvdauthor
+// puts what it does behind the menu: three commands each, and three more to find the button's.
+// What other typed commands come to only dvdauthor knows. Without the jump table, and from menu 2
+// on, 36 buttons fit.
+refusal why_not_many_commands(const project& p) {
+  if (!p.jumptable || menu_count(p) < 2)
+    return std::nullopt;
+  const int to_menus = menu_count(p) - 1;
+  int titles = 0, number = 0, last = 0;
+  for (const button_record& b : buttons_of(p, 1)) {
+    ++number;
+    if (!interpreted(b.action).starts_with(jump_title_words))
+      continue;
+    ++titles;
+    last = number;
+  }
+  const int of_buttons = titles == 0 ? 1 : 3 * titles + 3;
+  const int too_many = to_menus + of_buttons - most_commands;
+  if (too_many <= 0)
+    return std::nullopt;
+  return "Menu 1 needs " + trimmed(to_menus + of_buttons) +
+         " commands, but a DVD menu holds at most 128: with the jump table, " + trimmed(to_menus) +
+         " lead on to the other menus and " + trimmed(of_buttons) + " belong to its " +
+         trimmed(titles) + " buttons that jump to a title, the last of which is button " +
+         trimmed(last) + ".  Please edit menu 1 and delete " + trimmed((too_many + 2) / 3) +
+         " of these buttons, or remove " + trimmed(too_many) + " of the other menus.";
+}
+
 refusal why_not_first_command(const project& p) {
   if (p.firstplay.empty() || p.firstplay == "<default>")
     return std::nullopt;
@@ -229,7 +260,9 @@ refusal why_not_navigation(const project& p) {
     return why;
   if (const refusal why = why_not_commands_of_titles(p))
     return why;
-  return why_not_commands_of_menus(p);
+  if (const refusal why = why_not_commands_of_menus(p))
+    return why;
+  return why_not_many_commands(p);
 }
 
 }  // namespace corvane

@@ -1,5 +1,5 @@
 // The commands of titles and buttons as people type them: what passes the check before a run is
-// what the jump table rewrites.
+// what the jump table rewrites, and menu 1 has room for what it becomes.
 #include "authoring/navigation_command.h"
 
 #include "authoring/navigation_xml.h"
@@ -14,6 +14,8 @@
 
 namespace corvane::testing_support {
 namespace {
+
+using ::testing::StartsWith;
 
 constexpr path_style posix = path_style::posix;
 constexpr const char* options = "0\t00:00:00.0\t00:00:00.0\t1";
@@ -132,6 +134,82 @@ TEST(NavigationCommands, TextsAreLeftAloneWhereTheyAreUnderstoodAsTheyStand) {
     EXPECT_EQ(interpreted(text), text);
   EXPECT_EQ(interpreted(" jump  menu  1 "), "jump menu 1");
   EXPECT_EQ(interpreted("call last  menu"), "call last menu");
+}
+
+// Room for commands -----------------------------------------------------------------------------
+
+/// That many menus, with these actions on the first.
+project with_actions(int menus, const std::vector<std::string>& actions) {
+  project p;
+  add_title(p, posix, {"a.m2v", "a.ac3"});
+  std::string buttons;
+  for (const std::string& action : actions)
+    buttons += (buttons.empty() ? " 0/0/100/3/" : "| 0/0/100/3/") + action + "/black/black";
+  for (int menu = 0; menu < menus; ++menu)
+    add_menu(p, posix, "m.m2v", "", options, menu == 0 ? buttons : "");
+  p.jumptable = true;
+  return p;
+}
+
+std::string refusal_of(const project& p) {
+  return why_not_navigation(p).value_or("(fine)");
+}
+
+std::vector<std::string> repeated(std::size_t count, const char* action) {
+  return std::vector<std::string>(count, action);
+}
+
+TEST(NavigationCommands, FirstMenuHoldsOneHundredAndTwentyEight) {
+  EXPECT_EQ(refusal_of(with_actions(30, repeated(32, "jump title 1"))), "(fine)");
+  EXPECT_EQ(refusal_of(with_actions(31, repeated(32, "jump title 1"))),
+            "Menu 1 needs 129 commands, but a DVD menu holds at most 128: with the jump table, 30 "
+            "lead on to the other menus and 99 belong to its 32 buttons that jump to a title, the "
+            "last of which is button 32.  Please edit menu 1 and delete 1 of these buttons, or "
+            "remove 1 of the other menus.");
+  std::vector<std::string> actions = repeated(36, "jump  title 1");
+  actions.back() = "exit";
+  EXPECT_EQ(refusal_of(with_actions(30, actions)),
+            "Menu 1 needs 137 commands, but a DVD menu holds at most 128: with the jump table, 29 "
+            "lead on to the other menus and 108 belong to its 35 buttons that jump to a title, the "
+            "last of which is button 35.  Please edit menu 1 and delete 3 of these buttons, or "
+            "remove 9 of the other menus.");
+}
+
+TEST(NavigationCommands, WhatTheMessageAdvisesIsEnough) {
+  for (int menus = 18; menus <= 99; menus += 9)
+    for (std::size_t buttons = 9; buttons <= 36; buttons += 3) {
+      const std::string why = refusal_of(with_actions(menus, repeated(buttons, "jump title 1")));
+      if (why == "(fine)")
+        continue;
+      const int fewer = std::stoi(last_between(why, "delete ", " of"));
+      const int fewer_menus = std::stoi(last_between(why, "remove ", " of"));
+      const auto less = [&](int b, int m) {
+        const auto left = buttons - static_cast<std::size_t>(b);
+        return refusal_of(with_actions(menus - m, repeated(left, "jump title 1")));
+      };
+      ASSERT_EQ(less(fewer, 0), "(fine)") << menus << " " << buttons;
+      ASSERT_EQ(less(0, fewer_menus), "(fine)") << menus << " " << buttons;
+      ASSERT_THAT(less(fewer - 1, 0), StartsWith("Menu 1 needs")) << menus << " " << buttons;
+      ASSERT_THAT(less(0, fewer_menus - 1), StartsWith("Menu 1 needs")) << menus << " " << buttons;
+    }
+}
+
+TEST(NavigationCommands, ButtonsOfOneCommandNeedNoRoom) {
+  EXPECT_EQ(refusal_of(with_actions(99, repeated(36, "exit"))), "(fine)");
+  EXPECT_EQ(refusal_of(with_actions(99, repeated(36, "jump menu 2"))), "(fine)");
+  EXPECT_EQ(refusal_of(with_actions(18, repeated(36, "jump titleset 1 menu"))), "(fine)");
+  EXPECT_THAT(refusal_of(with_actions(19, repeated(36, "jump titleset 1 menu"))),
+              StartsWith("Menu 1 needs 129 commands"));
+}
+
+TEST(NavigationCommands, OnlyTheFirstMenuAndOnlyTheJumpTableNeedRoom) {
+  project p = with_actions(99, repeated(36, "jump title 1"));
+  std::swap(p.menubuttons[0], p.menubuttons[1]);
+  EXPECT_EQ(refusal_of(p), "(fine)");
+  std::swap(p.menubuttons[0], p.menubuttons[1]);
+  p.jumptable = false;
+  EXPECT_EQ(refusal_of(p), "(fine)");
+  EXPECT_EQ(refusal_of(with_actions(1, repeated(36, "jump title 1"))), "(fine)");
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // Menus at the edge of what a disc can hold, and beyond: a right disc, or a message that names the
 // menu.
+#include "project/text.h"
 #include "shown_overlays.h"
 #include "walk.h"
 
@@ -150,6 +151,53 @@ TEST(menu_limits, thirty_six_buttons_are_all_seen_and_all_lead_somewhere) {
   ASSERT_EQ(disc.menus[0].buttons.size(), 36u);
   for (std::size_t i = 0; i < 36; ++i)
     EXPECT_EQ(disc.menus[0].buttons[i].leads_to, i % 2 == 0 ? "title 1 chapter 1" : "stopped") << i;
+}
+
+TEST(menu_limits, thirty_six_buttons_that_remember_their_menu_all_lead_to_their_title) {
+  const studio s;
+  project p = with_menu(bars(36, 3));
+  p.menubuttons[0] = replace_all(p.menubuttons[0], "/exit/", "/jump  title 1 chapter 1/");
+  add_menu(p, stored_media("menu-ntsc.m2v"), "", bars(1, 1));
+  p.jumptable = true;
+  contents disc = s.authored(p);
+  expect_disc_shows_what_was_drawn(s, disc);
+  press_all_buttons(s.out(), disc);
+  ASSERT_EQ(disc.menus[0].buttons.size(), 36u);
+  for (const button& b : disc.menus[0].buttons)
+    EXPECT_EQ(b.leads_to, "title 1 chapter 1");
+}
+
+/// `menus` menus and the jump table; `titles` buttons of menu 1 play a title, four do not.
+project with_many_commands(int menus, int titles) {
+  std::vector<std::string> buttons = bars(titles + 4, 1);
+  for (int i = 0; i < titles + 4; ++i) {
+    std::string& button = buttons[static_cast<std::size_t>(i)];
+    button = replace_all(button, "/exit/", "/jump title 1/");
+    if (i >= titles)
+      button = replace_all(button, "/jump title 1/", "/jump menu " + std::to_string(menus) + "/");
+  }
+  project p = with_menu(buttons);
+  for (int menu = 2; menu <= menus; ++menu)
+    add_menu(p, stored_media("menu-ntsc.m2v"), "", bars(1, 1));
+  p.jumptable = true;
+  return p;
+}
+
+TEST(menu_limits, menu_of_128_commands_is_authored) {
+  const studio s;
+  contents disc = s.authored(with_many_commands(30, 32));
+  ASSERT_GE(disc.menus.size(), 30u);
+  const program_chain& chain = disc.menus[0].chain;
+  EXPECT_EQ(chain.pre.size() + chain.post.size() + chain.cell.size(), 128u);
+  press_all_buttons(s.out(), disc);
+  ASSERT_EQ(disc.menus[0].buttons.size(), 36u);
+  EXPECT_EQ(disc.menus[0].buttons[31].leads_to, "title 1 chapter 1");
+  EXPECT_EQ(disc.menus[0].buttons[32].leads_to, "menu 30");
+}
+
+TEST(menu_limits, menu_of_129_commands_is_refused) {
+  expect_refused(studio(), with_many_commands(31, 32), "Menu 1 needs 129 commands");
+  expect_refused(studio(), with_many_commands(34, 32), "Menu 1 needs 132 commands");
 }
 
 TEST(menu_limits, thirty_seven_buttons_are_refused) {
