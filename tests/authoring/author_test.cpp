@@ -191,6 +191,25 @@ TEST_F(Author, ABitmapThatIsNoneIsToldBeforeAnythingIsAsked) {
   EXPECT_EQ(author_command(w, e, run), author_result::refused);
 }
 
+TEST_F(Author, ABitmapThatHasGoneIsToldBeforeAnythingIsAsked) {
+  folder.add("m.m2v");
+  p.menulist = {folder.stored("m.m2v") + "/"};
+  p.menubuttons = {" 0/0/9/9/exit/black/white| 0/9/9/18/exit/black/" + folder.stored("b.bmp")};
+  ask.expect(told("Button 2 of menu 1 cannot be authored: the bitmap \"" + folder.path("b.bmp") +
+                      "\" is missing.  Please put it back, or edit the menu.",
+                  icon::exclamation));
+  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+}
+
+TEST_F(Author, AMenuSoundThatHasGoneIsToldBeforeAnythingIsAsked) {
+  folder.add("m.m2v");
+  p.menulist = {folder.stored("m.m2v") + "/" + folder.stored("m.ac3")};
+  ask.expect(told("Menu 1 cannot be authored: the file \"" + folder.path("m.ac3") +
+                      "\" is missing.  Please put it back, or remove the menu and add it again.",
+                  icon::exclamation));
+  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+}
+
 TEST_F(Author, AMenuVideoThatHasGoneIsToldBeforeAnythingIsAsked) {
   p.menulist = {folder.stored("m.m2v") + "/"};
   ask.expect(told("Menu 1 cannot be authored: the file \"" + folder.path("m.m2v") +
