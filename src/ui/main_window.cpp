@@ -61,6 +61,7 @@ main_window::main_window(std::string app, const std::string& media_folder)
     const raised in_command(in_command_);  // at its end the run tells its outcome
     runner_.update();
   });
+  end_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { end(); });
   Bind(wxEVT_CLOSE_WINDOW, &main_window::on_close, this);
   start_up(bench_);
   refresh();
@@ -113,7 +114,7 @@ void main_window::bind_keys() {
 }
 
 bool main_window::may_command() const {
-  return !in_command_ && !lent_ && !runner_.running();
+  return !in_command_ && !lent_ && !ending_ && !runner_.running();
 }
 
 void main_window::run(const std::function<void(workbench&)>& command) {
@@ -230,11 +231,24 @@ bool main_window::stop_run() {
   return true;
 }
 
+// A dialog may stand over a command, or over a window that has the project, and its loop runs
+// timers and deletes windows. So this window goes when whoever asked has come back, and nothing is
+// asked any more: a dialog that opened between Destroy and the deletion would be such a loop again.
+// A command that comes back may have started a run.
+void main_window::end() {
+  ending_ = true;
+  ask_.fall_silent();
+  if (runner_.running())
+    runner_.stop();
+  if (in_command_ || ask_.asking())
+    end_timer_.StartOnce(poll_milliseconds);
+  else
+    Destroy();
+}
+
 void main_window::on_close(wxCloseEvent& event) {
   if (!event.CanVeto()) {
-    if (runner_.running())
-      runner_.stop();
-    Destroy();
+    end();
     return;
   }
   if (in_command_ || lent_ || !stop_run()) {
@@ -249,7 +263,7 @@ void main_window::on_close(wxCloseEvent& event) {
     may_end = close_command(bench_);
   }
   if (may_end)
-    Destroy();
+    end();
   else {
     refresh();
     event.Veto();

@@ -69,6 +69,7 @@ class main_window : public wxFrame {
   void focus_titles();
   void on_close(wxCloseEvent& event);
   bool stop_run();
+  void end();
   bool may_command() const;
 
   project p_;
@@ -86,6 +87,8 @@ class main_window : public wxFrame {
   project_view* view_ = nullptr;
   bool in_command_ = false;
   bool lent_ = false;
+  bool ending_ = false;
+  wxTimer end_timer_;
   wxWeakRef<wxTopLevelWindow> borrower_;
 };
 

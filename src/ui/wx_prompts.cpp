@@ -70,10 +70,20 @@ wxWindow* wx_prompts::parent() const {
   return active != nullptr && active->IsShown() && !active->IsBeingDeleted() ? active : &owner_;
 }
 
+/// The id of the button that ended the dialog.
+int wx_prompts::show(wxDialog& dialog) {
+  if (silent_)
+    return wxID_CANCEL;
+  ++asking_;
+  const int id = dialog.ShowModal();
+  --asking_;
+  return id;
+}
+
 answer wx_prompts::message(const message_box& box) {
   wxMessageDialog dialog(parent(), shown_lines(box.text), shown(box.caption),
                          button_style(box.choice) | picture_style(box.picture) | wxCENTRE);
-  return answer_of(dialog.ShowModal(), box.choice);
+  return answer_of(show(dialog), box.choice);
 }
 
 std::string wx_prompts::choose(const file_dialog& dialog, long style) {
@@ -81,7 +91,7 @@ std::string wx_prompts::choose(const file_dialog& dialog, long style) {
                        shown(toolkit_filter(dialog.filter)), style);
   if ((style & wxFD_SAVE) != 0 && dialog.filter.empty())  // no kind of file: it names a folder
     let_name_folder(chooser, dialog.preset);
-  if (chooser.ShowModal() != wxID_OK)
+  if (show(chooser) != wxID_OK)
     return {};
   const std::string path = utf8_of(chooser.GetPath());
   if (!chooser.GetDirectory().empty())
@@ -99,7 +109,7 @@ std::string wx_prompts::save_file(const file_dialog& dialog) {
 
 std::string wx_prompts::input(const input_box& box) {
   wxTextEntryDialog dialog(parent(), shown_lines(box.prompt), shown(box.title), shown(box.preset));
-  return dialog.ShowModal() == wxID_OK ? utf8_of(dialog.GetValue()) : std::string();
+  return show(dialog) == wxID_OK ? utf8_of(dialog.GetValue()) : std::string();
 }
 
 }  // namespace corvane

@@ -5,6 +5,7 @@
 
 #include <string>
 
+class wxDialog;
 class wxWindow;
 
 namespace corvane {
@@ -20,12 +21,21 @@ class wx_prompts : public prompts {
   std::string save_file(const file_dialog& dialog) override;
   std::string input(const input_box& box) override;
 
+  /// Whether a box or dialog stands: whoever asked is in the middle of it.
+  bool asking() const { return asking_ > 0; }
+
+  /// From now on nothing is shown: each box and dialog is answered as if it was closed at once.
+  void fall_silent() { silent_ = true; }
+
  private:
   wxWindow* parent() const;
+  int show(wxDialog& dialog);
   std::string choose(const file_dialog& dialog, long style);
 
   wxWindow& owner_;
   std::string last_folder_;
+  int asking_ = 0;
+  bool silent_ = false;
 };
 
 }  // namespace corvane

@@ -363,6 +363,69 @@ TEST_F(menus, end_of_the_session_closes_the_editor_too) {
   EXPECT_TRUE(window_goes("tsmenu"));
 }
 
+TEST_F(menus, end_of_the_session_waits_for_the_message_of_the_editor) {
+  press("ctrl+m");
+  choose_streams(real_video());
+  ASSERT_TRUE(window_comes("tsmenu"));
+  press("alt+l");  // its left position
+  press("ctrl+a");
+  type_text("44");
+  press("Return");
+  ASSERT_TRUE(wait_until([] { return look_at_dialog().has_value(); }));
+  end_session();
+  answer_message("Please add/select a button first", "OK");
+  EXPECT_TRUE(window_goes("main"));
+  EXPECT_TRUE(window_goes("tsmenu"));
+}
+
+TEST_F(menus, end_of_the_session_waits_for_the_file_dialog_of_the_editor) {
+  press("ctrl+m");
+  choose_streams(real_video());
+  ASSERT_TRUE(window_comes("tsmenu"));
+  press("alt+a");
+  press("alt+v");  // the advanced controls
+  press("alt+u");
+  const std::string title = "select a 4 bit bitmap image";
+  ASSERT_TRUE(wait_until([&] { return look_at_dialog() && look_at_dialog()->title == title; }));
+  end_session();
+  cancel_dialog(title);
+  EXPECT_TRUE(window_goes("main"));
+  EXPECT_TRUE(window_goes("tsmenu"));
+}
+
+TEST_F(menus, end_of_the_session_says_nothing_of_what_stands_typed) {
+  press("ctrl+m");
+  choose_streams(real_video());
+  ASSERT_TRUE(window_comes("tsmenu"));
+  press("alt+l");
+  press("ctrl+a");
+  type_text("44");
+  on_ui([this] { window_->CallAfter([this] { window_->Close(true); }); });
+  EXPECT_TRUE(window_goes("main"));
+  EXPECT_TRUE(window_goes("tsmenu"));
+  EXPECT_FALSE(top_dialog().has_value());
+}
+
+TEST_F(menus, end_of_the_session_waits_for_the_picker_and_opens_no_editor) {
+  load(project_with_menus(1));
+  click_tool("menus");
+  ASSERT_TRUE(picker_comes(edit_caption));
+  end_session();
+  press("Return");
+  EXPECT_TRUE(window_goes("main"));
+  EXPECT_FALSE(ask_ui([] { return wxWindow::FindWindowByName("tsmenu") != nullptr; }));
+}
+
+TEST_F(menus, end_of_the_session_asks_for_no_further_file) {
+  press("ctrl+m");
+  ASSERT_TRUE(
+      wait_until([&] { return look_at_dialog() && look_at_dialog()->title == video_title; }));
+  end_session();
+  answer_file(video_title, real_video());
+  EXPECT_TRUE(window_goes("main"));
+  EXPECT_FALSE(top_dialog().has_value());
+}
+
 TEST_F(menus, hand_edited_xml_is_kept_when_the_user_says_so) {
   project p = project_with_menus(1);
   p.customxml = "<dvdauthor>\r\n</dvdauthor>\r\n";

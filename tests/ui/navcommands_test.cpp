@@ -261,6 +261,18 @@ TEST_F(navigation, end_of_the_session_closes_the_dialog_too) {
   EXPECT_TRUE(window_goes(dialog));
 }
 
+TEST_F(navigation, end_of_the_session_waits_for_the_message_of_the_dialog) {
+  load(titles_only(2));
+  open();
+  click_row(0, dialog);
+  set_value("Combo1", "jump\ttitle 2");
+  ASSERT_TRUE(wait_until([] { return look_at_dialog() && look_at_dialog()->text == refusal; }));
+  end_session();
+  answer_message(refusal, "OK");
+  EXPECT_TRUE(window_goes("main"));
+  EXPECT_TRUE(window_goes(dialog));
+}
+
 TEST_F(navigation, hand_edited_xml_is_kept_when_the_user_says_so) {
   project p = titles_only(1);
   p.customxml = "<dvdauthor>\r\n</dvdauthor>\r\n";

@@ -9,8 +9,10 @@
 
 #include <wx/listbox.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <thread>
 
 namespace corvane::testing_support {
 namespace {
@@ -124,6 +126,13 @@ void window_test::close(const std::string& name) {
     wxWindow* window = control(name);
     window->CallAfter([window] { window->Close(); });
   });
+}
+
+void window_test::end_session() {
+  on_ui([this] { window_->CallAfter([this] { window_->Close(true); }); });
+  std::this_thread::sleep_for(std::chrono::milliseconds(400));
+  EXPECT_FALSE(ask_ui([] { return wxWindow::FindWindowByName("main") == nullptr; }));
+  EXPECT_TRUE(top_dialog().has_value());
 }
 
 std::vector<std::string> window_test::rows() {

@@ -34,6 +34,10 @@ class window_test : public testing::Test {
   /// Asks a window to close, as its close box does.
   static void close(const std::string& name);
 
+  /// Closes the main window as the end of the session does, while a dialog stands, and sees that
+  /// the window waits for that dialog.
+  void end_session();
+
   /// Rows of the title list as they are shown.
   static std::vector<std::string> rows();
   static int selection();
