@@ -38,7 +38,7 @@ tsmenu::tsmenu(wxWindow* main, workbench& w, bool recall, std::function<void()> 
   show_controls();
   fit();
   CentreOnScreen();
-  Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { close(); });
+  Bind(wxEVT_CLOSE_WINDOW, &tsmenu::on_close, this);
   main_->Disable();
   Show();
   panel_->SetFocus();  // on the first control, and on by one
@@ -136,9 +136,10 @@ void tsmenu::fit() {
 }
 
 // While a message stands, the window is not disabled on every system: what happens meanwhile would
-// come in the middle of the event that the message is about.
+// come in the middle of the event that the message is about. A field that is left because the
+// window closes is discarded with it.
 void tsmenu::tell(const menu_event& event) {
-  if (in_event_)
+  if (in_event_ || closing_)
     return;
   in_event_ = true;
   buttons_->apply(editor_);
@@ -167,7 +168,19 @@ void tsmenu::accept() {
     close();
 }
 
+// A message or file dialog of an event would delete the window under the event.
+void tsmenu::on_close(wxCloseEvent& event) {
+  if (!in_event_)
+    close();
+  else if (event.CanVeto())
+    event.Veto();
+}
+
+// Hiding takes the focus from a field, which tells.
 void tsmenu::close() {
+  if (closing_)
+    return;
+  closing_ = true;
   area_->strip().release();
   main_->Enable();
   Hide();

@@ -2,7 +2,8 @@
 //
 // It owns itself, and is gone when it is closed. It has no rules of its own: what the user does
 // goes to the model (menus/menu_editor.h), and what the model says is shown. Closing it without
-// "accept" discards every change.
+// "accept" discards every change, also what stands typed in a field. It does not close while a
+// message or file dialog of its own stands.
 #pragma once
 
 #include "menus/menu_editor.h"
@@ -38,6 +39,7 @@ class tsmenu : public wxFrame {
   void tell(const menu_event& event);
   bool show_controls();
   void accept();
+  void on_close(wxCloseEvent& event);
   void close();
 
   wxWindow* main_;
@@ -46,6 +48,7 @@ class tsmenu : public wxFrame {
   menu_editor editor_;
   wxSize video_size_;  ///< as the player shows it; 0 x 0 when it cannot
   bool in_event_ = false;
+  bool closing_ = false;
   wxPanel* panel_ = nullptr;
   menu_picture_area* area_ = nullptr;
   menu_button_panel* buttons_ = nullptr;

@@ -22,6 +22,13 @@ class menu_editor_window : public menu_editor_test {
     add_menu(real_video(), {box1, box2, line3});
     open();
   }
+  /// Replaces the text of a field and stays in it.
+  static void stand_typed(const std::string& name, const std::string& text) {
+    click_control(name);
+    press("ctrl+a");
+    type_text(text);
+    EXPECT_EQ(text_of(name), text);
+  }
 };
 
 TEST_F(menu_editor_window, disables_the_main_window_while_it_is_open) {
@@ -144,6 +151,56 @@ TEST_F(menu_editor_window, closing_without_accept_changes_nothing) {
   EXPECT_EQ(p_.menubuttons, before.menubuttons);
   EXPECT_EQ(p_.moremenuoptions, before.moremenuoptions);
   EXPECT_EQ(p_.saved, before.saved);
+  EXPECT_EQ(closed_, 1);
+}
+
+TEST_F(menu_editor_window, closing_with_a_place_typed_says_nothing) {
+  open_new();  // without a button, a place is refused with a message
+  stand_typed("leftpos", "44");
+  close();
+  EXPECT_TRUE(no_dialog());
+  EXPECT_TRUE(ask_ui([this] { return window_->IsEnabled(); }));
+  EXPECT_EQ(stored(), "");
+  EXPECT_EQ(closed_, 1);
+}
+
+TEST_F(menu_editor_window, closing_with_an_action_typed_says_nothing) {
+  open_three();
+  const std::string before = stored();
+  choose(1);
+  stand_typed("Combo1", "a/b");
+  close();
+  EXPECT_TRUE(no_dialog());
+  EXPECT_TRUE(ask_ui([this] { return window_->IsEnabled(); }));
+  EXPECT_EQ(stored(), before);
+  EXPECT_EQ(closed_, 1);
+}
+
+TEST_F(menu_editor_window, does_not_close_under_its_own_message) {
+  open_new();
+  type_into("leftpos", "44");
+  ASSERT_TRUE(wait_until([] { return look_at_dialog().has_value(); }));
+  window_test::close("tsmenu");
+  EXPECT_TRUE(is_open());
+  EXPECT_EQ(closed_, 0);
+  answer_message("Please add/select a button first", "OK");
+  EXPECT_TRUE(no_dialog());
+  EXPECT_TRUE(is_open());
+  close();
+  EXPECT_EQ(closed_, 1);
+}
+
+TEST_F(menu_editor_window, does_not_close_under_its_own_file_dialog) {
+  open_three();
+  choose(1);
+  click_control("Check2");
+  click_control("bmphighlight");
+  ASSERT_TRUE(wait_until([] { return look_at_dialog().has_value(); }));
+  window_test::close("tsmenu");
+  EXPECT_TRUE(is_open());
+  cancel_dialog("select a 4 bit bitmap image");
+  EXPECT_TRUE(is_open());
+  close();
   EXPECT_EQ(closed_, 1);
 }
 
