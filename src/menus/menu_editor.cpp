@@ -187,6 +187,7 @@ void menu_editor::delete_button() {
 bool menu_editor::button_chosen() {
   if (c_.Combo2_index >= 0)
     return true;
+  ++refusals_;
   say(w_, icon::information, "Please add/select a button first");
   return false;
 }

@@ -99,6 +99,10 @@ class menu_editor {
   /// overlap, which was told.
   bool accept();
 
+  /// How often an event was refused with a message so far, because no button was chosen or a text
+  /// could not be used.
+  int refusals() const { return refusals_; }
+
   /// The outline `Shape1`, `Shape2`: the button whose values are shown; nothing before the first.
   std::optional<menu_rectangle> outline() const;
   std::vector<faint_button> others() const;
@@ -139,6 +143,7 @@ class menu_editor {
   menu_editor_controls c_;
   int ymax_;
   int shown_ = -1;  // the button whose values the controls show
+  int refusals_ = 0;
 };
 
 }  // namespace corvane

@@ -61,10 +61,12 @@ void menu_editor::set_action(const std::string& text) {
 
 bool menu_editor::refuse_field(const std::string& name, const std::string& text) {
   const auto why = why_not_a_field(text);
-  if (why)
-    say(w_, icon::exclamation,
-        "The " + name + " \"" + shown_short(text) + "\" cannot be used: it " + *why + ".");
-  return why.has_value();
+  if (!why)
+    return false;
+  ++refusals_;
+  say(w_, icon::exclamation,
+      "The " + name + " \"" + shown_short(text) + "\" cannot be used: it " + *why + ".");
+  return true;
 }
 
 void menu_editor::set_highlight(const std::string& colour) {

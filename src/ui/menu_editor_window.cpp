@@ -161,9 +161,14 @@ bool tsmenu::show_controls() {
   return other_buttons || other_options;
 }
 
+// What stood typed in a field may have been refused just now; the user was told, and sees what the
+// field holds instead before it is accepted.
 void tsmenu::accept() {
   bool accepted = false;
-  tell([&accepted](menu_editor& editor) { accepted = editor.accept(); });
+  const int refusals = editor_.refusals();
+  tell([&accepted, refusals](menu_editor& editor) {
+    accepted = editor.refusals() == refusals && editor.accept();
+  });
   if (accepted)
     close();
 }

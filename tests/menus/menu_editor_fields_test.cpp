@@ -164,6 +164,20 @@ TEST_F(MenuEditorFields, TimesThatWouldBreakTheOptionsRowAreRefused) {
   EXPECT_EQ(shown().spuend, "00:00:02.0");
 }
 
+TEST_F(MenuEditorFields, RefusalsWithAMessageAreCounted) {
+  menu_editor& e = edit(record_at(0, 0, 100, 50));
+  expect_choose_first();
+  e.type_leftpos("20");
+  EXPECT_EQ(e.refusals(), 1);
+  e.choose(0);
+  e.type_leftpos("900");  // ignored, without a word
+  e.set_action("jump title 1");
+  EXPECT_EQ(e.refusals(), 1);
+  expect_refusal("The action \"a/b\" cannot be used: it contains \"/\".");
+  e.set_action("a/b");
+  EXPECT_EQ(e.refusals(), 2);
+}
+
 TEST_F(MenuEditorFields, ColoursTakeOnlyTheTenNames) {
   menu_editor& e = edit_button();
   for (const std::string& colour : button_colours) {

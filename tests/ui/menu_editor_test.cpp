@@ -355,6 +355,43 @@ TEST_F(menu_editor_window, what_stands_typed_in_a_field_counts_at_accept) {
             " 7/ 100/ 207/ 160/jump title 1 chapter  1/yellow/white");
 }
 
+TEST_F(menu_editor_window, action_refused_at_accept_keeps_the_editor_open) {
+  open_three();
+  choose(1);
+  stand_typed("Combo1", "a/b");
+  press("alt+e");
+  ASSERT_TRUE(wait_until([] { return look_at_dialog().has_value(); }));
+  EXPECT_EQ(top_dialog()->picture, "warning");
+  press("Return");
+  EXPECT_TRUE(no_dialog());
+  ASSERT_TRUE(is_open());
+  EXPECT_EQ(text_of("Combo1"), "jump title 1 chapter  1");
+  EXPECT_EQ(closed_, 0);
+  press("alt+e");
+  EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("tsmenu") == nullptr; }));
+  EXPECT_EQ(stored(), std::string(box1) + "|" + box2 + "|" + line3);
+}
+
+TEST_F(menu_editor_window, place_refused_at_accept_keeps_the_editor_open) {
+  open_three();
+  stand_typed("leftpos", "44");
+  press("alt+e");
+  answer_message("Please add/select a button first", "OK");
+  EXPECT_TRUE(no_dialog());
+  EXPECT_TRUE(is_open());
+  EXPECT_EQ(closed_, 0);
+}
+
+TEST_F(menu_editor_window, place_out_of_bounds_at_accept_is_ignored) {
+  open_three();
+  choose(1);
+  stand_typed("leftpos", "900");
+  press("alt+e");
+  EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("tsmenu") == nullptr; }));
+  EXPECT_TRUE(no_dialog());
+  EXPECT_EQ(stored(), std::string(box1) + "|" + box2 + "|" + line3);
+}
+
 TEST_F(menu_editor_window, scroll_bars_and_sliders_work_on_the_selected_button) {
   open_three();
   choose(1);
