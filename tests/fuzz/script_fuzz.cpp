@@ -62,6 +62,13 @@ class checking_host : public corvane::script_host {
     }
     return r;
   }
+  int buttons_asked_for(const std::string& control_file) override {
+    check_name(control_file);
+    return static_cast<int>(control_file.size() % 3);
+  }
+  std::string why_no_buttons_seen(const std::string& menu_stream) override {
+    return menu_stream.size() % 2 != 0 ? "odd" : "";
+  }
 };
 
 }  // namespace
