@@ -131,6 +131,8 @@ std::optional<std::string> chapter_string(std::string_view text) {
 }
 
 std::optional<chapter> chapter::open(workbench& w) {
+  if (custom(w) != 1)
+    return std::nullopt;
   if (const auto row = selected_title(w.p))
     return chapter(w, *row);
   say(w, icon::exclamation, "Please select a title to add chapters to.");
@@ -165,6 +167,7 @@ bool chapter::accept() {
     chapters.resize(row() + 1);
   chapters[row()] = *times;
   w_->p.saved = 0;
+  dvdsize(*w_);
   return true;
 }
 

@@ -39,7 +39,8 @@ std::optional<std::string> chapter_string(std::string_view text);
 /// prompts must live as long. The project is written by accept() alone.
 class chapter {
  public:
-  /// For the selected title. Nothing when none is selected, which is told.
+  /// For the selected title. Nothing when hand-edited XML is to stay, or when no title is selected,
+  /// which is told.
   static std::optional<chapter> open(workbench& w);
 
   const std::string& Label2() const { return Label2_; }  ///< title number
@@ -51,7 +52,7 @@ class chapter {
   std::string video() const;
 
   /// `Command2`: stores the times; true: the window closes. False: a line has a typing error, which
-  /// is told; nothing is stored.
+  /// is told; nothing is stored. A missing file of the project is told and keeps nothing back.
   bool accept();
 
  private:

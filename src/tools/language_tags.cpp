@@ -49,6 +49,12 @@ const std::array<std::string_view, 139> language_entries = {
     "VOLAPUK VO",        "WELSH CY",          "WOLOF WO",        "XHOSA XH ",
     "YIDDISH JI ",       "YORUBA YO ",        "ZULU ZU"};
 
+std::optional<language> language::open(workbench& w) {
+  if (custom(w) != 1)
+    return std::nullopt;
+  return language(w);
+}
+
 language::language(workbench& w) : w_(&w), List1_(w.p.languagetags) {}
 
 void language::select(int row) {
@@ -91,6 +97,7 @@ void language::remove() {
 void language::accept() {
   w_->p.languagetags = List1_;
   w_->p.saved = 0;
+  dvdsize(*w_);
 }
 
 }  // namespace corvane

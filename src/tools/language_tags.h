@@ -1,13 +1,14 @@
 // Language tags: the languages that a disc's audio and subtitle streams are labelled with, and the
 // dialog `language` in which they are listed, without its window.
 //
-// The window makes one `language` when it opens and keeps it until it closes; the project must live
-// as long. The project is written by accept() alone.
+// The window makes one with open() and keeps it until it closes; the project and the prompts must
+// live as long. The tags are written by accept() alone.
 #pragma once
 
 #include "project/workbench.h"
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,7 +24,8 @@ inline constexpr std::string_view new_language = "ENGLISH EN";
 
 class language {
  public:
-  explicit language(workbench& w);
+  /// "edit language tags". Nothing when hand-edited XML is to stay.
+  static std::optional<language> open(workbench& w);
 
   /// `List1`: "Audio tag:" or "Subtitle tag:", TAB, language. The n-th audio tag is the n-th audio
   /// stream's, the n-th subtitle tag the n-th subtitle stream's.
@@ -44,10 +46,12 @@ class language {
   /// `Command3`: removes the selected row; the last one left is selected then.
   void remove();
 
-  /// `Command4`: the rows become the project's tags; the window closes.
+  /// `Command4`: the rows become the project's tags; the window closes. A missing file of the
+  /// project is told and keeps nothing back.
   void accept();
 
  private:
+  explicit language(workbench& w);
   void add(std::string_view kind);
 
   workbench* w_;

@@ -35,6 +35,8 @@ const std::array<std::string_view, 23> charact_items = {
     "CP1254",     "CP850",       "MACINTOSH",   "BIG5",        "BIG5-HKSCS"};
 
 std::optional<Subtitles> Subtitles::open(workbench& w, font_list fonts) {
+  if (custom(w) != 1)
+    return std::nullopt;
   const auto row = selected_title(w.p);
   if (!row) {
     say(w, icon::exclamation, "Please select a title to add a subtitle to.");
@@ -133,6 +135,7 @@ void Subtitles::reset() {
 void Subtitles::accept() {
   row_at(w_->p.subtitleoptions, title_, {}) = subtitle_options_text(suboptions_);
   w_->p.saved = 0;
+  dvdsize(*w_);
 }
 
 }  // namespace corvane

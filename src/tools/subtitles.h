@@ -27,8 +27,8 @@ extern const std::array<std::string_view, 23> charact_items;
 
 class Subtitles {
  public:
-  /// "add/edit subtitles", for the selected title. Nothing when none is selected or the title is
-  /// an already multiplexed file, which is told.
+  /// "add/edit subtitles", for the selected title. Nothing when hand-edited XML is to stay, or when
+  /// none is selected or the title is an already multiplexed file, which is told.
   static std::optional<Subtitles> open(workbench& w, font_list fonts);
 
   std::string label() const;                  ///< "Subtitles for: title1:movie.m2v/movie.ac3"
@@ -58,7 +58,8 @@ class Subtitles {
   /// `Command2`, "reset subtitles to none": the last settings stay, for the next file.
   void reset();
 
-  /// `accept`: the settings become the project's; the window closes.
+  /// `accept`: the settings become the project's; the window closes. A missing file of the project
+  /// is told and keeps nothing back.
   void accept();
 
  private:

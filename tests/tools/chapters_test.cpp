@@ -159,6 +159,31 @@ TEST_F(Chapter, WithoutATitleSelectedIsRefused) {
   EXPECT_FALSE(chapter::open(w));
 }
 
+TEST_F(Chapter, HandEditedXmlStaysWhenTheUserKeepsIt) {
+  p.customxml = "<dvdauthor/>";
+  p.selected = -1;  // is not looked at
+  expect_guard(answer::cancel);
+  EXPECT_FALSE(chapter::open(w));
+  EXPECT_EQ(p.customxml, "<dvdauthor/>");
+  EXPECT_EQ(p.saved, 1);
+}
+
+TEST_F(Chapter, HandEditedXmlIsAskedAboutBeforeTheTitle) {
+  p.customxml = "<dvdauthor/>";
+  p.selected = -1;
+  expect_guard(answer::ok);
+  expect_refusal("Please select a title to add chapters to.");
+  EXPECT_FALSE(chapter::open(w));
+  EXPECT_EQ(p.customxml, "");
+}
+
+TEST_F(Chapter, HandEditedXmlGoesWhenTheUserAgrees) {
+  p.customxml = "<dvdauthor/>";
+  expect_guard(answer::ok);
+  EXPECT_TRUE(chapter::open(w));
+  EXPECT_EQ(p.customxml, "");
+}
+
 TEST_F(Chapter, ShowsNumberRowAndTimesOfTheSelectedTitle) {
   const auto dialog = chapter::open(w);
   ASSERT_TRUE(dialog);
@@ -179,6 +204,21 @@ TEST_F(Chapter, AcceptingStoresTheTimesOfThisTitleAlone) {
   EXPECT_TRUE(dialog->accept());
   EXPECT_EQ(p.chapters, (testing_support::rows{"00:00:00.00", "00:00:00.00,00:10:00.00"}));
   EXPECT_EQ(p.saved, 0);
+}
+
+TEST_F(Chapter, AcceptingRefreshesTheStatus) {
+  p.dvdsizetext = "old";
+  EXPECT_TRUE(chapter::open(w)->accept());
+  EXPECT_EQ(p.dvdsizetext, "2 titles\r\n0 menus\r\n0.000 gig total");
+}
+
+TEST_F(Chapter, AcceptingWithAMissingStreamTellsSoAndStoresTheTimes) {
+  p.List11[0] = folder.stored("gone.m2v");
+  auto dialog = chapter::open(w);
+  dialog->set_text("00:10:00.00");
+  expect_missing(folder.path("gone.m2v"));
+  EXPECT_TRUE(dialog->accept());
+  EXPECT_EQ(p.chapters[1], "00:10:00.00");
 }
 
 TEST_F(Chapter, ATypoIsToldOnceAndNothingIsStored) {

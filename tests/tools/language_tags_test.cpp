@@ -16,6 +16,12 @@ class Language : public testing_support::command_test {
     p.languagetags = {"Audio tag:\tFRENCH FR", "Subtitle tag:\tAFAR AA", "Audio tag:\tLATIN LA"};
     p.saved = 1;
   }
+
+  language edit() {
+    auto dialog = language::open(w);
+    EXPECT_TRUE(dialog);
+    return *dialog;
+  }
 };
 
 std::string code_of(std::string_view entry) {
@@ -65,15 +71,30 @@ TEST(LanguageEntries, FollowTheOldCodes) {
 }
 
 TEST_F(Language, OpensWithTheProjectsTagsInOrderAndNoneSelected) {
-  const language dialog(w);
+  const language dialog = edit();
   EXPECT_EQ(dialog.List1(), p.languagetags);
   EXPECT_EQ(dialog.selected(), -1);
   EXPECT_EQ(dialog.Combo1(), "");
 }
 
+TEST_F(Language, HandEditedXmlStaysWhenTheUserKeepsIt) {
+  p.customxml = "<dvdauthor/>";
+  expect_guard(answer::cancel);
+  EXPECT_FALSE(language::open(w));
+  EXPECT_EQ(p.customxml, "<dvdauthor/>");
+  EXPECT_EQ(p.saved, 1);
+}
+
+TEST_F(Language, HandEditedXmlGoesWhenTheUserAgrees) {
+  p.customxml = "<dvdauthor/>";
+  expect_guard(answer::ok);
+  EXPECT_TRUE(language::open(w));
+  EXPECT_EQ(p.customxml, "");
+}
+
 TEST_F(Language, AddingAnAudioTagToAnEmptyListGivesOneEnglishRowSelected) {
   p.languagetags.clear();
-  language dialog(w);
+  language dialog = edit();
   dialog.add_audio_tag();
   EXPECT_EQ(dialog.List1(), rows{"Audio tag:\tENGLISH EN"});
   EXPECT_EQ(dialog.selected(), 0);
@@ -81,7 +102,7 @@ TEST_F(Language, AddingAnAudioTagToAnEmptyListGivesOneEnglishRowSelected) {
 }
 
 TEST_F(Language, AddingASubTagAppendsItAndSelectsIt) {
-  language dialog(w);
+  language dialog = edit();
   dialog.select(0);
   dialog.add_sub_tag();
   EXPECT_EQ(dialog.List1().back(), "Subtitle tag:\tENGLISH EN");
@@ -90,7 +111,7 @@ TEST_F(Language, AddingASubTagAppendsItAndSelectsIt) {
 }
 
 TEST_F(Language, SelectingARowShowsItsLanguage) {
-  language dialog(w);
+  language dialog = edit();
   dialog.select(1);
   EXPECT_EQ(dialog.selected(), 1);
   EXPECT_EQ(dialog.Combo1(), "AFAR AA");
@@ -102,7 +123,7 @@ TEST_F(Language, SelectingARowShowsItsLanguage) {
 
 TEST_F(Language, RowWithoutALanguageIsShownWithoutOne) {
   p.languagetags = {"Audio tag:"};
-  language dialog(w);
+  language dialog = edit();
   dialog.select(0);
   EXPECT_EQ(dialog.Combo1(), "");
   dialog.pick("ZULU ZU");
@@ -110,7 +131,7 @@ TEST_F(Language, RowWithoutALanguageIsShownWithoutOne) {
 }
 
 TEST_F(Language, PickingALanguageReplacesTheSelectedRowsAndKeepsItsKind) {
-  language dialog(w);
+  language dialog = edit();
   dialog.select(1);
   dialog.pick("GERMAN DE ");
   EXPECT_EQ(dialog.List1(),
@@ -119,14 +140,14 @@ TEST_F(Language, PickingALanguageReplacesTheSelectedRowsAndKeepsItsKind) {
 }
 
 TEST_F(Language, PickingWithNoRowSelectedChangesNothing) {
-  language dialog(w);
+  language dialog = edit();
   dialog.pick("GERMAN DE ");
   EXPECT_EQ(dialog.List1(), p.languagetags);
 }
 
 TEST_F(Language, RemovingAMiddleRowSelectsTheLastOne) {
   p.languagetags.emplace_back("Subtitle tag:\tZULU ZU");
-  language dialog(w);
+  language dialog = edit();
   dialog.select(1);
   dialog.remove();
   EXPECT_EQ(dialog.List1(),
@@ -137,7 +158,7 @@ TEST_F(Language, RemovingAMiddleRowSelectsTheLastOne) {
 
 TEST_F(Language, RemovingTheOnlyRowLeavesAnEmptyListWithNothingSelected) {
   p.languagetags = {"Audio tag:\tENGLISH EN"};
-  language dialog(w);
+  language dialog = edit();
   dialog.select(0);
   dialog.remove();
   EXPECT_TRUE(dialog.List1().empty());
@@ -147,14 +168,14 @@ TEST_F(Language, RemovingTheOnlyRowLeavesAnEmptyListWithNothingSelected) {
 }
 
 TEST_F(Language, RemovingWithNoRowSelectedChangesNothing) {
-  language dialog(w);
+  language dialog = edit();
   dialog.remove();
   EXPECT_EQ(dialog.List1(), p.languagetags);
   EXPECT_EQ(dialog.selected(), -1);
 }
 
 TEST_F(Language, AcceptingReplacesTheProjectsTagsInOrder) {
-  language dialog(w);
+  language dialog = edit();
   dialog.select(0);
   dialog.remove();
   dialog.add_sub_tag();
@@ -165,7 +186,7 @@ TEST_F(Language, AcceptingReplacesTheProjectsTagsInOrder) {
 }
 
 TEST_F(Language, AcceptingAnEmptyListClearsTheProjectsTags) {
-  language dialog(w);
+  language dialog = edit();
   for (int i = 0; i < 3; ++i) {
     dialog.select(0);
     dialog.remove();
@@ -174,10 +195,25 @@ TEST_F(Language, AcceptingAnEmptyListClearsTheProjectsTags) {
   EXPECT_TRUE(p.languagetags.empty());
 }
 
+TEST_F(Language, AcceptingRefreshesTheStatus) {
+  language dialog = edit();
+  dialog.accept();
+  EXPECT_EQ(p.dvdsizetext, "0 titles\r\n0 menus\r\n0.000 gig total");
+}
+
+TEST_F(Language, AcceptingWithAMissingStreamTellsSoAndStoresTheTags) {
+  p.List11 = {folder.stored("gone.vob")};
+  language dialog = edit();
+  dialog.add_audio_tag();
+  expect_missing(folder.path("gone.vob"));
+  dialog.accept();
+  EXPECT_EQ(p.languagetags.size(), 4u);
+}
+
 TEST_F(Language, ClosingWithoutAcceptLeavesTheProjectsTags) {
   const rows before = p.languagetags;
   {
-    language dialog(w);
+    language dialog = edit();
     dialog.add_audio_tag();
     dialog.pick("ZULU ZU");
   }
@@ -186,7 +222,7 @@ TEST_F(Language, ClosingWithoutAcceptLeavesTheProjectsTags) {
 }
 
 TEST_F(Language, PickedAfrikaansKeepsItsTrailingBlank) {
-  language dialog(w);
+  language dialog = edit();
   dialog.add_audio_tag();
   dialog.pick("AFRIKAANS AF ");
   dialog.accept();

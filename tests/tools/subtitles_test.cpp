@@ -55,6 +55,31 @@ TEST_F(SubtitlesDialog, WithoutATitleSelectedIsRefused) {
   EXPECT_FALSE(Subtitles::open(w, fonts()));
 }
 
+TEST_F(SubtitlesDialog, HandEditedXmlStaysWhenTheUserKeepsIt) {
+  p.customxml = "<dvdauthor/>";
+  p.selected = -1;  // is not looked at
+  expect_guard(answer::cancel);
+  EXPECT_FALSE(Subtitles::open(w, fonts()));
+  EXPECT_EQ(p.customxml, "<dvdauthor/>");
+  EXPECT_EQ(p.saved, 1);
+}
+
+TEST_F(SubtitlesDialog, HandEditedXmlIsAskedAboutBeforeTheTitle) {
+  p.customxml = "<dvdauthor/>";
+  p.selected = -1;
+  expect_guard(answer::ok);
+  expect_refusal("Please select a title to add a subtitle to.");
+  EXPECT_FALSE(Subtitles::open(w, fonts()));
+  EXPECT_EQ(p.customxml, "");
+}
+
+TEST_F(SubtitlesDialog, HandEditedXmlGoesWhenTheUserAgrees) {
+  p.customxml = "<dvdauthor/>";
+  expect_guard(answer::ok);
+  edit();
+  EXPECT_EQ(p.customxml, "");
+}
+
 TEST_F(SubtitlesDialog, ForAMuxedTitleIsRefused) {
   add_title(p, folder.stored("ready.vob"));
   p.selected = 2;
@@ -244,6 +269,24 @@ TEST_F(SubtitlesDialog, AResetThatWasNotAcceptedLeavesNoSettingsBetweenLaterFile
   add(dialog, "b.srt");
   dialog.accept();
   EXPECT_EQ(options(), "left,top,1,2,3,4,5,b.ttf,6,7,8,c|left,top,1,2,3,4,5,b.ttf,6,7,8,c|");
+}
+
+// Accept -----------------------------------------------------------------------------------------
+
+TEST_F(SubtitlesDialog, AcceptingRefreshesTheStatus) {
+  p.dvdsizetext = "old";
+  edit().accept();
+  EXPECT_EQ(p.dvdsizetext, "2 titles\r\n0 menus\r\n0.000 gig total");
+  EXPECT_EQ(p.saved, 0);
+}
+
+TEST_F(SubtitlesDialog, AcceptingWithAMissingStreamTellsSoAndStoresTheSettings) {
+  Subtitles dialog = edit();
+  dialog.change(subtitle_field::font_size, "33");
+  p.List11[0] = folder.stored("gone.m2v");
+  expect_missing(folder.path("gone.m2v"));
+  dialog.accept();
+  EXPECT_EQ(options(), "center,bottom,60,60,30,30,33,arial.ttf,720,478,29.97,ISO-8859-1|");
 }
 
 // Settings ---------------------------------------------------------------------------------------
