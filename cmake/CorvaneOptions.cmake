@@ -10,6 +10,14 @@ option(CORVANE_DISC_TESTS "Build the tests that author discs with the real tools
 option(CORVANE_BENCH "Build the benchmarks" OFF)
 option(CORVANE_FUZZ "Build the libFuzzer targets (needs clang)" OFF)
 option(CORVANE_SANITIZE "Address and undefined-behaviour sanitizers" OFF)
+# The sanitizers do not take a class of the module's for what the program knows it as.
+if(WIN32 OR CORVANE_SANITIZE OR CORVANE_FUZZ)
+  set(corvane_decoder_module_default OFF)
+else()
+  set(corvane_decoder_module_default ON)
+endif()
+option(CORVANE_DECODER_MODULE "Load FFmpeg when the first picture is wanted, not with the program"
+       ${corvane_decoder_module_default})
 
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)

@@ -26,14 +26,14 @@ std::size_t sequence_header_size(const std::vector<std::uint8_t>& bytes) {
 
 result<group_decoder> group_decoder::create(video_source& source, const video_index& index) {
   const bool mpeg2 = index.shape() && index.shape()->mpeg2;
-  auto decoder = picture_decoder::create(mpeg2 ? AV_CODEC_ID_MPEG2VIDEO : AV_CODEC_ID_MPEG1VIDEO);
+  auto decoder = make_picture_decoder(mpeg2 ? picture_coding::mpeg2 : picture_coding::mpeg1);
   if (!decoder)
     return result<group_decoder>::fail(decoder.error);
   return result<group_decoder>::ok(group_decoder(source, index, std::move(*decoder)));
 }
 
 result<picture> group_decoder::decode(std::size_t coded) {
-  const AVFrame* frame = kept(coded);
+  const decoded_frame* frame = kept(coded);
   if (frame == nullptr) {
     if (const failure why = go_to(coded))
       return result<picture>::fail(*why);
@@ -41,10 +41,10 @@ result<picture> group_decoder::decode(std::size_t coded) {
   }
   if (frame == nullptr)
     return result<picture>::fail("the picture cannot be decoded");
-  return converter_.convert(*frame);
+  return decoder_->convert(*frame);
 }
 
-const AVFrame* group_decoder::kept(std::size_t coded) const {
+const decoded_frame* group_decoder::kept(std::size_t coded) const {
   for (const kept_frame& k : kept_)
     if (k.coded == coded)
       return k.frame.get();
@@ -71,7 +71,7 @@ failure group_decoder::go_to(std::size_t coded) {
   const std::size_t begin = begin_of(coded);
   const bool goes_on = began_ && *began_ <= begin && begin <= next_ && next_ <= coded;
   if (!goes_on) {
-    decoder_.restart();
+    decoder_->restart();
     kept_.clear();
     kept_bytes_ = 0;
     began_ = next_ = begin;
@@ -99,7 +99,7 @@ failure group_decoder::feed(std::size_t coded, bool with_sequence) {
   if (failure why = append(index_->bytes_of(coded), bytes))
     return why;
   ++decoded_;
-  if (frame_ptr frame = decoder_.decode(bytes))
+  if (std::unique_ptr<decoded_frame> frame = decoder_->decode(bytes))
     keep(coded, std::move(frame));
   return std::nullopt;
 }
@@ -126,11 +126,11 @@ failure group_decoder::append_sequence_header(std::uint64_t position,
   return std::nullopt;
 }
 
-void group_decoder::keep(std::size_t coded, frame_ptr frame) {
-  kept_bytes_ += frame_bytes(*frame);
+void group_decoder::keep(std::size_t coded, std::unique_ptr<decoded_frame> frame) {
+  kept_bytes_ += frame->bytes();
   kept_.push_back({coded, std::move(frame)});
   while (kept_bytes_ > most_kept_bytes && kept_.size() > 1) {
-    kept_bytes_ -= frame_bytes(*kept_.front().frame);
+    kept_bytes_ -= kept_.front().frame->bytes();
     kept_.pop_front();
   }
 }

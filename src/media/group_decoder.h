@@ -9,7 +9,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <memory>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace corvane {
 
@@ -30,27 +33,27 @@ class group_decoder {
   std::uint64_t decoded() const { return decoded_; }
 
  private:
-  group_decoder(video_source& source, const video_index& index, picture_decoder decoder)
+  group_decoder(video_source& source, const video_index& index,
+                std::unique_ptr<picture_decoder> decoder)
       : source_(&source), index_(&index), decoder_(std::move(decoder)) {}
 
   struct kept_frame {
     std::size_t coded;
-    frame_ptr frame;
+    std::unique_ptr<decoded_frame> frame;
   };
 
-  const AVFrame* kept(std::size_t coded) const;
+  const decoded_frame* kept(std::size_t coded) const;
   std::size_t begin_of(std::size_t coded) const;
   bool wanted(std::size_t coded, std::size_t target) const;
   failure go_to(std::size_t coded);
   failure feed(std::size_t coded, bool with_sequence);
   failure append(byte_range range, std::vector<std::uint8_t>& bytes);
   failure append_sequence_header(std::uint64_t position, std::vector<std::uint8_t>& bytes);
-  void keep(std::size_t coded, frame_ptr frame);
+  void keep(std::size_t coded, std::unique_ptr<decoded_frame> frame);
 
   video_source* source_;
   const video_index* index_;
-  picture_decoder decoder_;
-  picture_converter converter_;
+  std::unique_ptr<picture_decoder> decoder_;
   std::optional<std::size_t> began_;  // the picture that the decoder was started with
   std::size_t next_ = 0;              // the first one it has not been given
   std::deque<kept_frame> kept_;

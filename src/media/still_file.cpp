@@ -3,7 +3,7 @@
 #include "media/still_header.h"
 #include "platform/files.h"
 
-#include <utility>
+#include <memory>
 
 namespace corvane {
 
@@ -20,14 +20,14 @@ result<picture> read_picture(const std::string& path) {
   if (kind == still_kind::bitmap)
     if (const failure why = prepare_bitmap(bytes))
       return read::fail(*why);
-  auto decoder =
-      picture_decoder::create(kind == still_kind::bitmap ? AV_CODEC_ID_BMP : AV_CODEC_ID_MJPEG);
+  auto decoder = make_picture_decoder(kind == still_kind::bitmap ? picture_coding::bitmap
+                                                                 : picture_coding::jpeg);
   if (!decoder)
     return read::fail(decoder.error);
-  const frame_ptr frame = decoder->decode(bytes);
+  const std::unique_ptr<decoded_frame> frame = (*decoder)->decode(bytes);
   if (!frame)
     return read::fail("the picture cannot be decoded");
-  return picture_converter().convert(*frame);
+  return (*decoder)->convert(*frame);
 }
 
 }  // namespace corvane

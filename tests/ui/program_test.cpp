@@ -8,6 +8,8 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <thread>
 
 namespace corvane::testing_support {
@@ -91,6 +93,18 @@ TEST_F(program, starts_without_a_project_and_ends_without_asking) {
   EXPECT_TRUE(ends());
   EXPECT_EQ(folder_.read("output"), "");
   EXPECT_NE(folder_.read("config/corvane/preferences").find("dvdregion = NTSC"), std::string::npos);
+}
+
+// The libraries are many, and most sessions start without a picture.
+TEST_F(program, starts_without_the_libraries_that_decode_pictures) {
+  start("");
+  std::ifstream maps("/proc/" + std::to_string(pid()) + "/maps");
+  const std::string in_memory((std::istreambuf_iterator<char>(maps)), {});
+  EXPECT_NE(in_memory.find("libwx_baseu"), std::string::npos);
+  EXPECT_EQ(in_memory.find("libavcodec"), std::string::npos);
+  EXPECT_EQ(in_memory.find("libswscale"), std::string::npos);
+  press("ctrl+q");
+  EXPECT_TRUE(ends());
 }
 
 TEST_F(program, opens_the_project_named_on_the_command_line) {

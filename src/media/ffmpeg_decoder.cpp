@@ -1,4 +1,6 @@
-#include "media/picture_decoder.h"
+// FFmpeg's decoders: a file of the module.
+#include "media/decoder_module.h"
+#include "media/ffmpeg_handles.h"
 
 extern "C" {
 #include <libavutil/log.h>
@@ -9,6 +11,49 @@ extern "C" {
 namespace corvane {
 
 namespace {
+
+class ffmpeg_frame : public decoded_frame {
+ public:
+  explicit ffmpeg_frame(frame_ptr frame) : frame_(std::move(frame)) {}
+
+  const AVFrame& frame() const { return *frame_; }
+  std::size_t bytes() const override;
+
+ private:
+  frame_ptr frame_;
+};
+
+class ffmpeg_decoder : public picture_decoder {
+ public:
+  /// Whether there is that decoder; the first call of all.
+  bool open(AVCodecID id);
+
+  std::unique_ptr<decoded_frame> decode(const std::vector<std::uint8_t>& bytes) override;
+  void restart() override;
+  result<picture> convert(const decoded_frame& of) override;
+
+ private:
+  bool prepare_scaler(const AVFrame& frame);
+
+  codec_ptr codec_;
+  packet_ptr packet_;
+  std::vector<std::uint8_t> padded_;
+  scaler_ptr scaler_;  // of the last frame; used again for the same kind
+};
+
+AVCodecID id_of(picture_coding coding) {
+  switch (coding) {
+    case picture_coding::mpeg1:
+      return AV_CODEC_ID_MPEG1VIDEO;
+    case picture_coding::mpeg2:
+      return AV_CODEC_ID_MPEG2VIDEO;
+    case picture_coding::bitmap:
+      return AV_CODEC_ID_BMP;
+    case picture_coding::jpeg:
+      return AV_CODEC_ID_MJPEG;
+  }
+  return AV_CODEC_ID_NONE;
+}
 
 picture picture_of(const AVFrame& rgb) {
   picture p{rgb.width, rgb.height, {}};
@@ -21,28 +66,28 @@ picture picture_of(const AVFrame& rgb) {
   return p;
 }
 
-}  // namespace
-
-result<picture_decoder> picture_decoder::create(AVCodecID id) {
-  using created = result<picture_decoder>;
-  av_log_set_level(AV_LOG_QUIET);
-  const AVCodec* const codec = avcodec_find_decoder(id);
-  picture_decoder decoder;
-  decoder.codec_.reset(codec == nullptr ? nullptr : avcodec_alloc_context3(codec));
-  decoder.packet_.reset(av_packet_alloc());
-  if (!decoder.codec_ || !decoder.packet_)
-    return created::fail("there is no decoder for it");
-  AVCodecContext& context = *decoder.codec_;
-  context.max_pixels = most_pixels;
-  context.thread_count = 1;
-  // Each picture comes out as soon as it is in; the index knows the order.
-  context.flags |= AV_CODEC_FLAG_LOW_DELAY;
-  if (avcodec_open2(&context, codec, nullptr) < 0)
-    return created::fail("there is no decoder for it");
-  return created::ok(std::move(decoder));
+std::size_t ffmpeg_frame::bytes() const {
+  std::size_t bytes = 0;
+  for (const AVBufferRef* buffer : frame_->buf)
+    bytes += buffer == nullptr ? 0 : static_cast<std::size_t>(buffer->size);
+  return bytes;
 }
 
-frame_ptr picture_decoder::decode(const std::vector<std::uint8_t>& bytes) {
+bool ffmpeg_decoder::open(AVCodecID id) {
+  av_log_set_level(AV_LOG_QUIET);
+  const AVCodec* const codec = avcodec_find_decoder(id);
+  codec_.reset(codec == nullptr ? nullptr : avcodec_alloc_context3(codec));
+  packet_.reset(av_packet_alloc());
+  if (!codec_ || !packet_)
+    return false;
+  codec_->max_pixels = most_pixels;
+  codec_->thread_count = 1;
+  // Each picture comes out as soon as it is in; the index knows the order.
+  codec_->flags |= AV_CODEC_FLAG_LOW_DELAY;
+  return avcodec_open2(codec_.get(), codec, nullptr) >= 0;
+}
+
+std::unique_ptr<decoded_frame> ffmpeg_decoder::decode(const std::vector<std::uint8_t>& bytes) {
   padded_.assign(bytes.begin(), bytes.end());
   padded_.resize(bytes.size() + AV_INPUT_BUFFER_PADDING_SIZE);
   packet_->data = padded_.data();
@@ -56,16 +101,16 @@ frame_ptr picture_decoder::decode(const std::vector<std::uint8_t>& bytes) {
     got = std::move(frame);
     frame.reset(av_frame_alloc());
   }
-  return got;
+  return got ? std::make_unique<ffmpeg_frame>(std::move(got)) : nullptr;
 }
 
-void picture_decoder::restart() {
+void ffmpeg_decoder::restart() {
   avcodec_flush_buffers(codec_.get());
 }
 
 // Sets the scaler up for frames of this kind: the colours of standard definition unless the stream
 // names others.
-bool picture_converter::prepare(const AVFrame& frame) {
+bool ffmpeg_decoder::prepare_scaler(const AVFrame& frame) {
   scaler_.reset(sws_getCachedContext(
       scaler_.release(), frame.width, frame.height, static_cast<AVPixelFormat>(frame.format),
       frame.width, frame.height, AV_PIX_FMT_RGB24, SWS_BICUBIC, nullptr, nullptr, nullptr));
@@ -82,14 +127,15 @@ bool picture_converter::prepare(const AVFrame& frame) {
   return true;
 }
 
-result<picture> picture_converter::convert(const AVFrame& frame) {
+result<picture> ffmpeg_decoder::convert(const decoded_frame& of) {
   using converted = result<picture>;
+  const AVFrame& frame = static_cast<const ffmpeg_frame&>(of).frame();
   if (frame.width <= 0 || frame.height <= 0 || frame.width > largest_side ||
       frame.height > largest_side || std::int64_t{frame.width} * frame.height > most_pixels)
     return converted::fail("the picture is too large");
   // The scaler writes some pixels at a time: into rows with room behind them.
   const frame_ptr rgb(av_frame_alloc());
-  if (!rgb || !prepare(frame))
+  if (!rgb || !prepare_scaler(frame))
     return converted::fail("the picture cannot be converted");
   rgb->format = AV_PIX_FMT_RGB24;
   rgb->width = frame.width;
@@ -101,11 +147,11 @@ result<picture> picture_converter::convert(const AVFrame& frame) {
   return converted::ok(picture_of(*rgb));
 }
 
-std::size_t frame_bytes(const AVFrame& frame) {
-  std::size_t bytes = 0;
-  for (const AVBufferRef* buffer : frame.buf)
-    bytes += buffer == nullptr ? 0 : static_cast<std::size_t>(buffer->size);
-  return bytes;
-}
+}  // namespace
 
 }  // namespace corvane
+
+corvane::picture_decoder* corvane_make_decoder(corvane::picture_coding coding) {
+  auto decoder = std::make_unique<corvane::ffmpeg_decoder>();
+  return decoder->open(corvane::id_of(coding)) ? decoder.release() : nullptr;
+}
