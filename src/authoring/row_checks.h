@@ -3,15 +3,10 @@
 #pragma once
 
 #include "platform/paths.h"
+#include "project/plain_texts.h"
 #include "project/project.h"
 
-#include <optional>
-#include <string>
-#include <string_view>
-
 namespace corvane {
-
-using refusal = std::optional<std::string>;
 
 /// The titles: streams, delays, chapters, subtitles and their settings, how many there are.
 refusal why_not_titles(const project& p, path_style style);
@@ -22,19 +17,5 @@ refusal why_not_menus(const project& p, path_style style);
 /// What only generated navigation XML holds: chapter times, language tags, and the commands of
 /// first play, titles and buttons with the titles and menus they lead to.
 refusal why_not_navigation(const project& p);
-
-// What a text may hold -------------------------------------------------------------------------
-
-/// Any text as a message can show it, in double quotes: what cannot be shown as "?", long ones cut.
-std::string shown_quoted(std::string_view text);
-
-/// Why a native path cannot go into script and XML, as a clause ("is not a full path").
-refusal why_not_usable_path(std::string_view native, path_style style);
-
-/// Why a text cannot stand in the XML, as a clause: control characters, quotes, "<", not UTF-8.
-refusal why_not_plain_text(std::string_view text);
-
-/// Optional sign, digits, optional fraction; blanks around it are fine.
-bool is_decimal(std::string_view text);
 
 }  // namespace corvane

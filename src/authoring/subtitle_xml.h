@@ -11,9 +11,8 @@ namespace corvane {
 /// Number of subtitle files of title `title` (1-based); 0 for "<none>".
 int subtitle_count(const project& p, int title);
 
-/// Text of <app>/sub<t>-<s>.xml. With fewer settings rows than files the last row serves. Where the
-/// system is not Windows a font that is installed is named by its path; one that is not stays as it
-/// is stored, and spumux says in the log which one it takes instead.
+/// Text of <app>/sub<t>-<s>.xml (project/subtitle_control.h). With fewer settings rows than files
+/// the last row serves.
 std::string subtitle_xml(const project& p, const places& where, int title, int subtitle);
 
 /// The four script lines of one subtitle, each ended by CR LF.

@@ -1,6 +1,7 @@
 #include "authoring/row_checks.h"
 #include "authoring/rows.h"
 #include "project/numbers.h"
+#include "project/subtitle_checks.h"
 #include "project/subtitle_rows.h"
 #include "project/text.h"
 
@@ -41,18 +42,6 @@ refusal why_not_delay(const project& p, int title) {
          ", which is not a number of milliseconds.  Please set the delay again.";
 }
 
-bool is_number(subtitle_field field) {
-  switch (field) {
-    case subtitle_field::horizontal_alignment:
-    case subtitle_field::vertical_alignment:
-    case subtitle_field::font_file:
-    case subtitle_field::character_set:
-      return false;
-    default:
-      return true;
-  }
-}
-
 refusal why_not_settings(const project& p, int title, int subtitle) {
   const std::string row = subtitle_settings_row(p, title, subtitle);
   const std::string advice = "  Please set the subtitle's options again.";
@@ -60,16 +49,8 @@ refusal why_not_settings(const project& p, int title, int subtitle) {
       "Subtitle " + trimmed(subtitle) + " of title " + trimmed(title) + " has ";
   if (subtitle_fields_in(row) != subtitle_field_count)
     return subject + std::to_string(subtitle_fields_in(row)) + " settings instead of 12." + advice;
-  const subtitle_settings settings = parse_subtitle_settings(row);
-  for (std::size_t i = 0; i < subtitle_field_count; ++i) {
-    const auto field = static_cast<subtitle_field>(i);
-    const std::string setting =
-        std::string("the ") + name_of(field) + " " + shown_quoted(settings[field]);
-    if (is_number(field) && !is_decimal(settings[field]))
-      return subject + setting + ", which is not a number." + advice;
-    if (const refusal why = why_not_plain_text(settings[field]))
-      return subject + setting + ", which " + *why + "." + advice;
-  }
+  if (const refusal why = why_not_drawable(parse_subtitle_settings(row)))
+    return subject + *why + "." + advice;
   return std::nullopt;
 }
 

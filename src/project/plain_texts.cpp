@@ -1,5 +1,5 @@
-// What texts of rows may hold, and how they are shown when they hold more.
-#include "authoring/row_checks.h"
+#include "project/plain_texts.h"
+
 #include "platform/utf8.h"
 #include "project/messages.h"
 #include "project/text.h"

@@ -1,0 +1,27 @@
+// What texts of rows may hold when a tool reads them, and how they are shown when they hold more.
+#pragma once
+
+#include "platform/paths.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace corvane {
+
+/// Why something is refused, for the user; nothing when it is not.
+using refusal = std::optional<std::string>;
+
+/// Any text as a message can show it, in double quotes: what cannot be shown as "?", long ones cut.
+std::string shown_quoted(std::string_view text);
+
+/// Why a native path cannot go into script and XML, as a clause ("is not a full path").
+refusal why_not_usable_path(std::string_view native, path_style style);
+
+/// Why a text cannot stand in the XML, as a clause: control characters, quotes, "<", not UTF-8.
+refusal why_not_plain_text(std::string_view text);
+
+/// Optional sign, digits, optional fraction; blanks around it are fine.
+bool is_decimal(std::string_view text);
+
+}  // namespace corvane
