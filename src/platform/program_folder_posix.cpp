@@ -6,7 +6,6 @@
 #include <array>
 #include <filesystem>
 #include <optional>
-#include <string_view>
 #include <system_error>
 #include <unistd.h>
 
@@ -15,32 +14,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-bool can_be_started(const std::string& path) {
-  return file_exists(path) && ::access(path.c_str(), X_OK) == 0;
-}
-
-/// The folders that commands are looked up in. An entry that depends on the current folder ("",
-/// ".") is left out: the links outlive it.
-std::vector<std::string> command_folders() {
-  std::string path = environment("PATH");
-  if (path.empty())
-    path = "/usr/local/bin:/usr/bin:/bin";
-  std::vector<std::string> folders;
-  for (std::string_view rest = path; !rest.empty();) {
-    const auto colon = rest.find(':');
-    const std::string_view folder = rest.substr(0, colon);
-    if (is_absolute(folder))
-      folders.emplace_back(folder);
-    rest.remove_prefix(colon == std::string_view::npos ? rest.size() : colon + 1);
-  }
-  return folders;
-}
-
 std::optional<std::string> installed(const outside_tool& tool) {
   for (const std::string& name : tool.installed)
-    for (const std::string& folder : command_folders())
-      if (const std::string path = join_path(folder, name); can_be_started(path))
-        return path;
+    if (auto path = command_on_path(name))
+      return path;
   return std::nullopt;
 }
 

@@ -1,0 +1,36 @@
+// A desktop for tests: it keeps what it was asked to show, edit, import and run, and starts
+// nothing.
+#pragma once
+
+#include "platform/desktop.h"
+#include "project/text.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace corvane::testing_support {
+
+class recorded_desktop : public desktop {
+ public:
+  failure show_page(const std::string& file) override { return keep("show " + file); }
+  failure edit_text(const std::string& file) override { return keep("edit " + file); }
+  failure import_registry(const std::string& file) override { return keep("import " + file); }
+  failure run(const std::vector<std::string>& words) override {
+    asked.push_back(join(words, " "));
+    const auto bad = broken.find(words[0]);
+    return bad == broken.end() ? failure() : failure(bad->second);
+  }
+
+  std::vector<std::string> asked;             ///< "show FILE", or the words of a command
+  failure fails;                              ///< what show, edit and import end with
+  std::map<std::string, std::string> broken;  ///< commands that fail, and why
+
+ private:
+  failure keep(const std::string& what) {
+    asked.push_back(what);
+    return fails;
+  }
+};
+
+}  // namespace corvane::testing_support
