@@ -2,6 +2,7 @@
 
 #include "project/text.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace corvane {
@@ -9,6 +10,11 @@ namespace {
 
 constexpr std::string_view audio_kind = "Audio tag:";
 constexpr std::string_view subtitle_kind = "Subtitle tag:";
+
+// A row counts as authoring takes it: by its first three characters.
+bool is_audio(std::string_view row) {
+  return row.starts_with(audio_kind.substr(0, 3));
+}
 
 }  // namespace
 
@@ -63,6 +69,17 @@ void language::select(int row) {
   selected_ = row;
   const std::vector<std::string> pieces = split(List1_[static_cast<std::size_t>(row)], '\t');
   Combo1_ = pieces.size() > 1 ? pieces[1] : std::string();
+}
+
+std::string language::stream() const {
+  if (selected_ < 0)
+    return {};
+  const auto selected = List1_.begin() + selected_;
+  const bool audio = is_audio(*selected);
+  const auto before = std::count_if(
+      List1_.begin(), selected, [audio](const std::string& row) { return is_audio(row) == audio; });
+  return (audio ? "audio stream " : "subtitle stream ") + std::to_string(before + 1) +
+         " of each title";
 }
 
 void language::add_audio_tag() {

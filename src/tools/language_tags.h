@@ -33,6 +33,9 @@ class language {
   int selected() const { return selected_; }             ///< row of `List1`, 0-based; -1: none
   const std::string& Combo1() const { return Combo1_; }  ///< text of the language drop-down
 
+  /// What the selected tag is for: "audio stream 1 of each title"; empty when none is selected.
+  std::string stream() const;
+
   /// Shows a row's language. A row that is not there is no change.
   void select(int row);
 

@@ -6,6 +6,7 @@
 #include "project/title_commands.h"
 #include "ui/main_window.h"
 #include "ui/menu_windows.h"
+#include "ui/stream_windows.h"
 
 namespace corvane {
 namespace {
@@ -70,7 +71,7 @@ menu extras_menu() {
           {label("notice", "--highlight a title before selecting these options"),
            command("addaudiostream", "add audio stream", core<addaudiostream_command>, "Ctrl+U"),
            command("addsubs", "add/edit subtitles", nullptr),
-           command("edittags", "edit language tags", nullptr),
+           command("edittags", "edit language tags", edit_tags, "Ctrl+G"),
            command("editdelay", "edit A/V delay", core<editdelay_command>, "Ctrl+D")}};
 }
 
@@ -131,7 +132,7 @@ const std::vector<tool>& main_tools() {
        drop_extras,
        {{"addaudio", "add additional audio track", core<addaudiostream_command>},
         {"subtitles", "add/edit subtitles", nullptr},
-        {"edittags", "edit language tags", nullptr},
+        {"edittags", "edit language tags", edit_tags},
         {"editdelay", "edit A/V delay", core<editdelay_command>}}},
       {"author-dvd", "author dvd", "author the dvd", "begin the authoring process", author, {}},
   };

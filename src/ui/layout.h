@@ -20,6 +20,9 @@ inline constexpr int picker_height = 180;
 
 inline constexpr int commands_height = 180;  ///< least height of the list of post commands
 
+inline constexpr int tags_width = 300;  ///< least size of the list of language tags
+inline constexpr int tags_height = 160;
+
 inline constexpr int log_width = 720;
 inline constexpr int log_height = 460;
 inline constexpr int log_least_width = 320;

@@ -229,5 +229,18 @@ TEST_F(Language, PickedAfrikaansKeepsItsTrailingBlank) {
   EXPECT_EQ(p.languagetags.back(), "Audio tag:\tAFRIKAANS AF ");
 }
 
+TEST_F(Language, SelectedTagTellsItsStream) {
+  language dialog = edit();
+  EXPECT_EQ(dialog.stream(), "");
+  dialog.select(0);
+  EXPECT_EQ(dialog.stream(), "audio stream 1 of each title");
+  dialog.select(1);
+  EXPECT_EQ(dialog.stream(), "subtitle stream 1 of each title");
+  dialog.select(2);
+  EXPECT_EQ(dialog.stream(), "audio stream 2 of each title");
+  dialog.add_sub_tag();
+  EXPECT_EQ(dialog.stream(), "subtitle stream 2 of each title");
+}
+
 }  // namespace
 }  // namespace corvane

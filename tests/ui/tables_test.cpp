@@ -47,7 +47,7 @@ const std::vector<expected_menu> expected_menus = {
      {{"notice", "--highlight a title before selecting these options", false, false},
       {"addaudiostream", "add audio stream", true, false},
       {"addsubs", "add/edit subtitles", false, false},
-      {"edittags", "edit language tags", false, false},
+      {"edittags", "edit language tags", true, false},
       {"editdelay", "edit A/V delay", true, false}}},
     {"tools",
      {{"jumptable", "use JumpTable", true, true},
@@ -92,7 +92,7 @@ const std::vector<expected_tool> expected_tools = {
      true,
      {{"add additional audio track", true},
       {"add/edit subtitles", false},
-      {"edit language tags", false},
+      {"edit language tags", true},
       {"edit A/V delay", true}}},
     {"author dvd", "author the dvd", "begin the authoring process", true, {}},
 };

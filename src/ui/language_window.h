@@ -1,0 +1,55 @@
+// The dialog `language`: the languages that the disc's audio and subtitle streams are labelled
+// with. A view of the model `language`, which has the rules.
+//
+// Modeless; owns itself. While it is open the main window is disabled. Only "accept" writes to the
+// project.
+#pragma once
+
+#include "tools/language_tags.h"
+
+#include <wx/dialog.h>
+
+#include <functional>
+
+class wxBitmapButton;
+class wxButton;
+class wxKeyEvent;
+class wxListBox;
+class wxSizer;
+class wxStaticText;
+
+namespace corvane {
+
+class search_list;
+
+class language_window : public wxDialog {
+ public:
+  /// Disables `main`. When the user leaves the dialog, it enables `main` and calls `closed`; when
+  /// it goes with `main`, it does neither.
+  language_window(wxWindow* main, language model, std::function<void()> closed);
+
+ private:
+  wxSizer* make_tags();
+  wxSizer* make_list(wxWindow* parent);
+  wxSizer* make_language(wxWindow* parent);
+  wxSizer* make_adders(wxWindow* parent);
+  wxSizer* make_buttons();
+  wxButton* make_button(wxWindow* parent, const char* name, const char* label,
+                        void (language::*event)());
+  void bind_controls();
+  void on_list_key(wxKeyEvent& event);
+  void tell(void (language::*event)());
+  void show_tags();
+  void accept();
+  void leave();
+
+  language model_;
+  std::function<void()> closed_;
+  bool accepting_ = false;
+  wxListBox* List1_ = nullptr;
+  search_list* Combo1_ = nullptr;
+  wxBitmapButton* Command3_ = nullptr;
+  wxStaticText* stream_ = nullptr;
+};
+
+}  // namespace corvane

@@ -1,0 +1,65 @@
+#include "ui/search_list.h"
+
+#include "ui/control_name.h"
+
+#include <utility>
+
+namespace corvane {
+
+class search_list::entry_list : public wxVListBoxComboPopup {
+ public:
+  void end_search() { StopPartialCompletion(); }
+};
+
+// The toolkit's own drop-down lists do not search with GTK; the one that it draws itself does. Made
+// in two steps, since the first would make its list itself.
+search_list::search_list(wxWindow* parent, const char* name, const wxArrayString& entries,
+                         std::function<void(int)> picked) {
+  Create(parent, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, entries, wxCB_READONLY);
+  name_control(*this, name);
+  Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& event) {
+    end_search();
+    event.Skip();
+  });
+  Bind(wxEVT_COMBOBOX, [this, picked = std::move(picked)](wxCommandEvent&) {
+    if (const int entry = GetSelection(); entry != wxNOT_FOUND)
+      picked(entry);
+  });
+}
+
+void search_list::DoSetPopupControl(wxComboPopup* popup) {
+  if (popup == nullptr)
+    popup = list_ = new entry_list;
+  wxOwnerDrawnComboBox::DoSetPopupControl(popup);
+}
+
+void search_list::end_search() {
+  if (list_ != nullptr)
+    list_->end_search();
+}
+
+void search_list::show(const wxString& text) {
+  if (GetValue() == text)
+    return;
+  end_search();
+  const int entry = FindString(text, true);
+  SetSelection(entry);
+  if (entry == wxNOT_FOUND)
+    SetText(text);
+}
+
+void search_list::show_entry(int entry) {
+  if (GetSelection() == entry)
+    return;
+  end_search();
+  SetSelection(entry);
+}
+
+bool search_list::ProcessEvent(wxEvent& event) {
+  const auto* key = dynamic_cast<const wxKeyEvent*>(&event);
+  const bool meant_for_window = key != nullptr && (key->AltDown() || key->ControlDown()) &&
+                                key->GetKeyCode() != WXK_DOWN && key->GetKeyCode() != WXK_UP;
+  return !meant_for_window && wxOwnerDrawnComboBox::ProcessEvent(event);
+}
+
+}  // namespace corvane
