@@ -3,6 +3,7 @@
 #include "studio.h"
 #include "tools/jpeg_check.h"
 #include "tools/still_video.h"
+#include "walk.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -121,17 +122,60 @@ TEST(still_on_disc, jpeg_check_agrees_with_jpeg2yuv) {
   }
 }
 
-TEST(still_on_disc, video_works_as_a_menu) {
-  const studio s;
+/// A disc whose one menu is a still of so many pictures.
+contents disc_with_still(const studio& s, int height, int frames, const std::string& audio) {
   const std::string out = s.folder().path("work/menu.m2v");
   make_still(program_folder_in(s.folder()),
-             {draw_jpeg(s.folder(), "work/menu.jpg", 480), out, 480, 15});
-  project p = short_project();
-  add_menu(p, stored_from_native(out), "", {" 100/ 100/ 300/ 140/jump title 1/yellow/green"});
-  const contents disc = s.authored(p);
+             {draw_jpeg(s.folder(), "work/menu.jpg", height), out, height, frames});
+  project p;
+  p.globalregion = height == 480 ? "NTSC" : "PAL";
+  add_title(p, {stored_media(height == 480 ? "muxed-ntsc.vob" : "muxed-pal.vob")});
+  add_menu(
+      p, stored_from_native(out), audio.empty() ? "" : stored_media(audio),
+      {" 100/ 100/ 300/ 140/jump title 1/yellow/green", " 100/ 200/ 300/ 240/exit/cyan/white"});
+  contents disc = s.authored(p);
+  press_all_buttons(s.out(), disc);
+  return disc;
+}
+
+void expect_menu_works(const contents& disc) {
   ASSERT_FALSE(disc.menus.empty());
-  ASSERT_EQ(disc.menus[0].buttons.size(), 1u);
-  EXPECT_EQ(disc.menus[0].buttons[0].x0, 100);
+  const menu& m = disc.menus[0];
+  ASSERT_EQ(m.buttons.size(), 2u);
+  EXPECT_EQ(m.buttons[0].leads_to, "title 1 chapter 1");
+  EXPECT_EQ(m.buttons[1].leads_to, "stopped");
+  EXPECT_EQ(m.chain.still_seconds, 255);
+  ASSERT_TRUE(m.shown) << "no picture of the buttons";
+  const dot lit = m.shown->at(101, 101, m.buttons.data(), button_state::highlighted);
+  EXPECT_GT(lit.opacity, 0);
+  EXPECT_GT(lit.red, 200);
+  EXPECT_GT(lit.green, 200);
+  EXPECT_LT(lit.blue, 60);
+}
+
+TEST(still_on_disc, one_picture_is_enough_for_a_menu) {
+  for (const int height : {480, 576}) {
+    const studio s;
+    expect_menu_works(disc_with_still(s, height, 1, ""));
+  }
+}
+
+TEST(still_on_disc, one_picture_is_enough_for_a_menu_with_sound) {
+  for (const int height : {480, 576}) {
+    const studio s;
+    const contents disc = disc_with_still(s, height, 1, "menu.ac3");
+    expect_menu_works(disc);
+    EXPECT_THAT(disc.menus[0].sounds, testing::ElementsAre("ac3"));
+  }
+}
+
+TEST(still_on_disc, many_pictures_are_a_menu_too) {
+  for (const int height : {480, 576}) {
+    const studio s;
+    const contents disc = disc_with_still(s, height, 15, "");
+    expect_menu_works(disc);
+    EXPECT_NEAR(disc.menus[0].chain.seconds, height == 480 ? 0.5 : 0.6, 0.01);
+  }
 }
 
 }  // namespace
