@@ -49,6 +49,10 @@ class prompts {
 
   /// The text; empty when the user cancelled or cleared it.
   virtual std::string input(const input_box& box) = 0;
+
+  /// False once the program is ending: each question is then answered as if it was closed at once.
+  /// Whoever asks until there is an answer looks here first.
+  virtual bool somebody_answers() const { return true; }
 };
 
 }  // namespace corvane

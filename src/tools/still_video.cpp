@@ -119,14 +119,16 @@ std::optional<int> store_frames(workbench& w, const std::string& text) {
   return frames;
 }
 
-int choose_frames(workbench& w) {
-  for (;;) {
+/// Asks until there is a number; nothing when the program ends meanwhile.
+std::optional<int> choose_frames(workbench& w) {
+  while (w.ask.somebody_answers()) {
     const std::string text = ask_frames(w);
     if (text.empty())
       continue;
     if (const auto frames = store_frames(w, text))
-      return *frames;
+      return frames;
   }
+  return std::nullopt;
 }
 
 still_result run(workbench& w, still_equipment& e, const still_video& still) {
@@ -174,9 +176,10 @@ still_result still_command(workbench& w, still_equipment& e) {
       "image appears to be compliant.  Please select where to save the m2v still");
   still.m2v = choose_m2v(w, still);
   // Asked for and kept even when there is nowhere to save the video.
-  still.frames = choose_frames(w);
-  if (still.m2v.empty())
+  const auto frames = choose_frames(w);
+  if (still.m2v.empty() || !frames)
     return still_result::cancelled;
+  still.frames = *frames;
   return run(w, e, still);
 }
 

@@ -4,6 +4,7 @@
 #include "project/preferences.h"
 #include "project/project_file.h"
 #include "project/title_commands.h"
+#include "tools/still_video.h"
 #include "ui/main_window.h"
 #include "ui/menu_windows.h"
 #include "ui/stream_windows.h"
@@ -19,6 +20,9 @@ void core(main_window& window) {
 
 void author(main_window& window) {
   window.author();
+}
+void still(main_window& window) {
+  window.still();
 }
 void show_log(main_window& window) {
   window.show_log();
@@ -60,8 +64,8 @@ menu menus_menu() {
           {command("addmenu", "add new titleset menu", add_menu, "Ctrl+M"),
            command("editmenu", "edit existing titleset menu", edit_menu, "Ctrl+E"),
            command("remove", "remove titleset menu", remove_menu),
-           command("still", "create m2v still", nullptr),
-           command("framecount", "set m2v framecount", nullptr),
+           command("still", "create m2v still", still, "Ctrl+I"),
+           command("framecount", "set m2v framecount", core<framecount_command>),
            command("avisynth", "create motion menu script", nullptr)}};
 }
 

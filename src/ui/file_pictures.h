@@ -19,7 +19,7 @@ wxImage image_of(const picture& p);
 /// when it cannot be read.
 wxBitmap bitmap_of_button(const std::string& path);
 
-/// Measures the bitmaps of buttons.
+/// Measures the bitmaps of buttons and the pictures of still menus.
 class media_pictures : public picture_loader {
  public:
   result<pixel_size> size_of(const std::string& file) const override;

@@ -5,9 +5,11 @@
 #include "project/preferences.h"
 #include "project/project_file.h"
 #include "project/title_commands.h"
+#include "tools/still_video.h"
 #include "ui/command_bars.h"
 #include "ui/control_name.h"
 #include "ui/file_drop.h"
+#include "ui/file_pictures.h"
 #include "ui/icons.h"
 #include "ui/layout.h"
 #include "ui/menu_windows.h"
@@ -142,7 +144,17 @@ void main_window::author() {
   run([this](workbench& w) {
     author_equipment equipment{app_, lock_, screen_, runner_, {}, {}};
     prepared_run prepared;
+    stop_question_ = "Stop authoring?  The disc will not be complete.";
     author_command(w, equipment, prepared);
+  });
+}
+
+void main_window::still() {
+  run([this](workbench& w) {
+    const media_pictures pictures;
+    still_equipment equipment{app_, lock_, screen_, runner_, pictures};
+    stop_question_ = "Stop making the still?  The video will not be complete.";
+    still_command(w, equipment);
   });
 }
 
@@ -219,7 +231,7 @@ bool main_window::stop_run() {
   const bool polled = Timer1_.IsRunning();
   let_timer(false);
   message_box question;
-  question.text = "Stop authoring?  The disc will not be complete.";
+  question.text = stop_question_;
   question.picture = icon::exclamation;
   question.choice = buttons::yes_no;
   if (ask_.message(question) != answer::yes) {

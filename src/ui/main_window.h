@@ -37,6 +37,7 @@ class main_window : public wxFrame {
   // another window has the project.
   void run(const std::function<void(workbench&)>& command);
   void author();
+  void still();
   void show_log();
   void clear_log();
   void drop_down(const std::string& tool_caption);
@@ -81,6 +82,7 @@ class main_window : public wxFrame {
   window_screen screen_;
   std::unique_ptr<process_launcher> launcher_;
   shelled runner_;
+  const char* stop_question_ = "";  ///< what is asked before the run that is on is stopped
   wxTimer Timer1_;
 
   std::unique_ptr<command_bars> bars_;

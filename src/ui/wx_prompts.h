@@ -20,6 +20,7 @@ class wx_prompts : public prompts {
   std::string open_file(const file_dialog& dialog) override;
   std::string save_file(const file_dialog& dialog) override;
   std::string input(const input_box& box) override;
+  bool somebody_answers() const override { return !silent_; }
 
   /// Whether a box or dialog stands: whoever asked is in the middle of it.
   bool asking() const { return asking_ > 0; }

@@ -42,6 +42,8 @@ class scripted_prompts : public prompts {
     s.reply = std::move(text);
     steps_.push_back(std::move(s));
   }
+  /// After the last expected question the program is ending, and nobody answers any more.
+  void leave_after_last() { leaves_ = true; }
   bool all_asked() const { return steps_.empty(); }
 
   answer message(const message_box& box) override {
@@ -61,6 +63,7 @@ class scripted_prompts : public prompts {
     EXPECT_EQ(s.input.preset, box.preset);
     return s.reply;
   }
+  bool somebody_answers() const override { return !leaves_ || !steps_.empty(); }
 
  private:
   struct step {
@@ -101,6 +104,7 @@ class scripted_prompts : public prompts {
   }
 
   std::deque<step> steps_;
+  bool leaves_ = false;
 };
 
 }  // namespace corvane::testing_support

@@ -221,6 +221,15 @@ TEST_F(StillVideo, AnEmptyFrameCountIsAskedForAgainWithTheStoredOne) {
   EXPECT_EQ(prefs.get("framecount"), "30");
 }
 
+TEST_F(StillVideo, WhenTheProgramEndsNothingIsAskedAgain) {
+  expect_questions(add_jpeg("menu.jpg", 720, 480), out);
+  expect_frames("1", "");
+  ask.leave_after_last();
+  EXPECT_EQ(still_command(w, e), still_result::cancelled);
+  EXPECT_FALSE(script_written());
+  EXPECT_EQ(prefs.get("framecount"), "1");
+}
+
 TEST_F(StillVideo, AFrameCountThatIsNoSaneNumberIsToldAndAskedForAgain) {
   expect_questions(add_jpeg("menu.jpg", 720, 480), out);
   for (const char* const text : {"ten", "0", "-3", "1.5", "1 -o x", "100000", "99999999999999"}) {

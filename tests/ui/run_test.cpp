@@ -1,5 +1,4 @@
 // Authoring from the window: the log window, its progress, stopping, and the outcome.
-#include "platform/program_folder.h"
 #include "ui/main_window.h"
 #include "ui/shown_text.h"
 #include "ui/window_fixture.h"
@@ -11,7 +10,6 @@
 
 #include <atomic>
 #include <csignal>
-#include <filesystem>
 #include <set>
 #include <thread>
 
@@ -30,14 +28,6 @@ bool log_is_shown() {
 
 class runs : public window_test {
  protected:
-  /// Puts a program of the test's own in a tool's place; returns when it is there.
-  void replace_tool(const std::string& name, const std::string& script) {
-    const std::filesystem::path tool = path_of(tool_path(app_, name));
-    std::filesystem::remove(tool);
-    folder_.add("program/bin/" + name + ".exe", "#!/bin/sh\n" + script);
-    std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
-  }
-
   /// A tool that tells its process number and then takes its time, as does a program it starts.
   void slow_mplex() {
     replace_tool("mplex", "sleep 300 & echo $! > '" + folder_.path("pid-of-child") + "'\n" +

@@ -1,6 +1,7 @@
 #include "ui/window_fixture.h"
 
 #include "menus/button_record.h"
+#include "platform/program_folder.h"
 #include "project/project_file.h"
 #include "project/subtitle_rows.h"
 #include "ui/app.h"
@@ -133,6 +134,13 @@ void window_test::end_session() {
   std::this_thread::sleep_for(std::chrono::milliseconds(400));
   EXPECT_FALSE(ask_ui([] { return wxWindow::FindWindowByName("main") == nullptr; }));
   EXPECT_TRUE(top_dialog().has_value());
+}
+
+void window_test::replace_tool(const std::string& name, const std::string& script) {
+  const std::filesystem::path tool = path_of(tool_path(app_, name));
+  std::filesystem::remove(tool);
+  folder_.add("program/bin/" + name + ".exe", "#!/bin/sh\n" + script);
+  std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
 }
 
 std::vector<std::string> window_test::rows() {

@@ -38,6 +38,9 @@ class window_test : public testing::Test {
   /// the window waits for that dialog.
   void end_session();
 
+  /// Puts a shell script of the test's own in a tool's place; returns when it is there.
+  void replace_tool(const std::string& name, const std::string& script);
+
   /// Rows of the title list as they are shown.
   static std::vector<std::string> rows();
   static int selection();
