@@ -74,7 +74,7 @@ menu extras_menu() {
           "extras",
           {label("notice", "--highlight a title before selecting these options"),
            command("addaudiostream", "add audio stream", core<addaudiostream_command>, "Ctrl+U"),
-           command("addsubs", "add/edit subtitles", nullptr),
+           command("addsubs", "add/edit subtitles", edit_subtitles, "Ctrl+B"),
            command("edittags", "edit language tags", edit_tags, "Ctrl+G"),
            command("editdelay", "edit A/V delay", core<editdelay_command>, "Ctrl+D")}};
 }
@@ -135,7 +135,7 @@ const std::vector<tool>& main_tools() {
        "add extra audio streams, or subtitles",
        drop_extras,
        {{"addaudio", "add additional audio track", core<addaudiostream_command>},
-        {"subtitles", "add/edit subtitles", nullptr},
+        {"subtitles", "add/edit subtitles", edit_subtitles},
         {"edittags", "edit language tags", edit_tags},
         {"editdelay", "edit A/V delay", core<editdelay_command>}}},
       {"author-dvd", "author dvd", "author the dvd", "begin the authoring process", author, {}},

@@ -23,6 +23,9 @@ inline constexpr int commands_height = 180;  ///< least height of the list of po
 inline constexpr int tags_width = 300;  ///< least size of the list of language tags
 inline constexpr int tags_height = 160;
 
+inline constexpr int subtitles_height = 90;  ///< least height of the list of subtitle files
+inline constexpr int font_width = 260;       ///< most that a long name of a font asks for
+
 inline constexpr int log_width = 720;
 inline constexpr int log_height = 460;
 inline constexpr int log_least_width = 320;

@@ -1,13 +1,38 @@
 #include "ui/stream_windows.h"
 
+#include "project/font_list.h"
 #include "tools/language_tags.h"
+#include "tools/subtitles.h"
 #include "ui/language_window.h"
 #include "ui/main_window.h"
+#include "ui/subtitles_window.h"
+
+#include <wx/utils.h>
 
 #include <optional>
 #include <utility>
 
 namespace corvane {
+namespace {
+
+/// Takes long when the system lists its fonts for the first time.
+font_list fonts_of_system() {
+  const wxBusyCursor busy;
+  return system_fonts();
+}
+
+}  // namespace
+
+void edit_subtitles(main_window& main) {
+  std::optional<Subtitles> model;
+  main.run([&model](workbench& w) { model = Subtitles::open(w, fonts_of_system()); });
+  if (model)
+    main.lend([&](workbench&, std::function<void()> closed) -> wxTopLevelWindow* {
+      auto* dialog = new subtitles_window(&main, std::move(*model), std::move(closed));
+      dialog->Show();
+      return dialog;
+    });
+}
 
 void edit_tags(main_window& main) {
   std::optional<language> model;

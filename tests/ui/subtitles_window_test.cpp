@@ -1,0 +1,486 @@
+// The dialog of the text subtitles with a real pointer and real keys.
+#include "project/subtitle_rows.h"
+#include "support/environment_variable.h"
+#include "tools/subtitles.h"
+#include "ui/gtk_sight.h"
+#include "ui/main_window.h"
+#include "ui/search_list.h"
+#include "ui/shown_text.h"
+#include "ui/window_fixture.h"
+
+#include <gmock/gmock.h>
+#include <wx/control.h>
+#include <wx/listbox.h>
+#include <wx/textctrl.h>
+
+#include <filesystem>
+
+namespace corvane::testing_support {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Not;
+
+constexpr const char* dialog = "Subtitles";
+constexpr const char* chooser = "open compatible text subtitles";
+constexpr const char* fresh = "center,bottom,60,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|";
+constexpr const char* installed_font = "/usr/share/fonts/truetype/dejavu/DejaVuSerif.ttf";
+
+class subtitles_dialog : public window_test {
+ protected:
+  const project& shown() const { return window_->shown_project(); }
+  const std::string& files(std::size_t title = 0) const { return shown().subtitledata[title]; }
+  const std::string& options(std::size_t title = 0) const { return shown().subtitleoptions[title]; }
+
+  project titles_only(int titles) {
+    project p = project_with_menus(titles);
+    p.menulist.clear();
+    p.moremenuoptions.clear();
+    p.menubuttons.assign(1, "");
+    return p;
+  }
+
+  /// A project of one title with these subtitle files, which are there.
+  project with_files(const std::vector<std::string>& names, const std::string& settings) {
+    project p = titles_only(1);
+    p.subtitledata = {"<none>"};
+    for (const std::string& name : names) {
+      file(name);
+      p.subtitledata[0] = with_subtitle(p.subtitledata[0], folder_.stored(name));
+    }
+    p.subtitleoptions = {settings};
+    return p;
+  }
+
+  /// Opens the dialog for a title (0-based).
+  static void open(int title = 0) {
+    click_row(title);
+    click_menu("extras", "add/edit subtitles");
+    ASSERT_TRUE(window_comes(dialog));
+  }
+  static void accept() {
+    click_button("accept");
+    EXPECT_TRUE(window_goes(dialog));
+  }
+  static void leave() {
+    close(dialog);
+    EXPECT_TRUE(window_goes(dialog));
+  }
+  void add(const std::string& name) {
+    click_control("Command1", dialog);
+    answer_file(chooser, file(name));
+    EXPECT_TRUE(wait_until([] { return !look_at_dialog()->chooses_file; }));
+  }
+
+  static wxListBox& list1() { return *dynamic_cast<wxListBox*>(control("list1", dialog)); }
+  static std::vector<std::string> names() {
+    return ask_ui([] {
+      std::vector<std::string> all;
+      for (const wxString& row : list1().GetStrings())
+        all.push_back(utf8_of(row));
+      return all;
+    });
+  }
+  static int row() {
+    return ask_ui([] { return list1().GetSelection(); });
+  }
+  static void click_file(int row) {
+    const wxRect place = ask_ui([] { return list1().GetScreenRect(); });
+    const int height = ask_ui([] { return list_row_height(list1()); });
+    click_at({place.x + 40, place.y + 3 + height * row + height / 2});
+  }
+
+  static std::string value(const char* name) {
+    return ask_ui([name] {
+      wxWindow* window = control(name, dialog);
+      if (const auto* list = dynamic_cast<search_list*>(window))
+        return utf8_of(list->GetValue());
+      return utf8_of(dynamic_cast<wxTextEntry*>(window)->GetValue());
+    });
+  }
+  static bool value_becomes(const char* name, const std::string& text) {
+    return wait_until([&] { return value_now(name) == text; });
+  }
+  static std::string value_now(const char* name) {
+    wxWindow* window = control(name, dialog);
+    if (const auto* list = dynamic_cast<search_list*>(window))
+      return utf8_of(list->GetValue());
+    return utf8_of(dynamic_cast<wxTextEntry*>(window)->GetValue());
+  }
+  /// The twelve fields as a settings row.
+  static std::string fields() {
+    std::string row;
+    for (const char* name : {"halign", "valign", "lmargin", "rmargin", "tmargin", "bmargin",
+                             "fontsiz", "fontfac", "mwidth", "mheight", "mfps", "charact"})
+      row += (row.empty() ? "" : ",") + value(name);
+    return row;
+  }
+  static std::vector<std::string> entries(const char* name) {
+    return ask_ui([name] {
+      std::vector<std::string> all;
+      for (const wxString& entry :
+           dynamic_cast<wxItemContainer*>(control(name, dialog))->GetStrings())
+        all.push_back(utf8_of(entry));
+      return all;
+    });
+  }
+  static void type_into(const char* name, const std::string& text) {
+    on_ui([name] { control(name, dialog)->SetFocus(); });
+    press("ctrl+a");
+    type_text(text);
+  }
+  /// As if pasted: a key cannot type every text.
+  static void set_value(const char* name, const char* text) {
+    on_ui([=] {
+      control(name, dialog)->CallAfter([=] {
+        dynamic_cast<wxTextEntry*>(control(name, dialog))->SetValue(wxString::FromUTF8(text));
+      });
+    });
+  }
+  static void pick(const char* name, const std::string& typed, const std::string& becomes) {
+    on_ui([name] { control(name, dialog)->SetFocus(); });
+    type_text(typed);
+    EXPECT_TRUE(value_becomes(name, becomes)) << value(name);
+  }
+};
+
+// Opening ----------------------------------------------------------------------------------------
+
+TEST_F(subtitles_dialog, title_must_be_selected) {
+  load(titles_only(1));
+  click_menu("extras", "add/edit subtitles");
+  EXPECT_EQ(answer_message("Please select a title to add a subtitle to.", "OK").picture, "warning");
+  EXPECT_FALSE(ask_ui([] { return wxWindow::FindWindowByName(dialog) != nullptr; }));
+}
+
+TEST_F(subtitles_dialog, multiplexed_title_is_refused) {
+  project p = titles_only(1);
+  file("film.vob");
+  p.List11 = {folder_.stored("film.vob")};
+  load(p);
+  click_row(0);
+  press("ctrl+b");
+  EXPECT_EQ(answer_message("Unable to add subtitles to already muxed files, please de-mux if you "
+                           "wish to add subtitles.",
+                           "OK")
+                .picture,
+            "warning");
+  EXPECT_FALSE(ask_ui([] { return wxWindow::FindWindowByName(dialog) != nullptr; }));
+}
+
+TEST_F(subtitles_dialog, hand_edited_xml_is_kept_when_the_user_says_so) {
+  project p = titles_only(1);
+  p.customxml = "<dvdauthor>\r\n</dvdauthor>\r\n";
+  load(p);
+  click_row(0);
+  click_tool("extras");
+  click_menu_item("add/edit subtitles");
+  answer_message("You have edited the XML manually, do you want to discard these changes?",
+                 "Cancel");
+  EXPECT_FALSE(ask_ui([] { return wxWindow::FindWindowByName(dialog) != nullptr; }));
+  EXPECT_FALSE(shown().customxml.empty());
+}
+
+TEST_F(subtitles_dialog, controls_have_their_names_and_captions) {
+  load(titles_only(2));
+  open(1);
+  screenshot("subtitles");
+  on_ui([] {
+    EXPECT_EQ(utf8_of(control(dialog)->GetLabel()), "Corvane - subtitles");
+    for (const char* name : {"list1", "halign", "valign", "lmargin", "rmargin", "tmargin",
+                             "bmargin", "fontsiz", "fontfac", "fontface", "mwidth", "mheight",
+                             "mfps", "charact", "Command1", "Command2", "accept"})
+      EXPECT_EQ(accessible_name(*control(name, dialog)), name);
+    const std::pair<const char*, const char*> labels[] = {
+        {"Label1", "Subtitles for: title2:b.m2v/b.ac3"},
+        {"Command1", "add text subtitle"},
+        {"Command2", "reset subtitles to none"},
+        {"accept", "accept"}};
+    for (const auto& [name, label] : labels)
+      EXPECT_EQ(utf8_of(wxControl::RemoveMnemonics(control(name, dialog)->GetLabel())), label);
+    for (const char* label : {"subtitle options", "horizontal alignment", "vertical alignment",
+                              "left margin", "right margin", "top margin", "bottom margin",
+                              "font size", "font face", "width", "height", "character set"})
+      EXPECT_TRUE(find_label(label, label_place::anywhere)) << label;
+  });
+  EXPECT_THAT(names(), ElementsAre("<none>"));
+  EXPECT_EQ(row(), 0);
+  leave();
+}
+
+TEST_F(subtitles_dialog, lists_offer_what_they_should) {
+  load(titles_only(1));
+  open();
+  EXPECT_THAT(entries("halign"), ElementsAre("left", "center", "right"));
+  EXPECT_THAT(entries("valign"), ElementsAre("top", "center", "bottom"));
+  EXPECT_THAT(entries("mfps"), ElementsAre("23.976", "25", "29.97"));
+  EXPECT_THAT(entries("charact"), testing::ElementsAreArray(charact_items));
+  leave();
+}
+
+TEST_F(subtitles_dialog, pal_title_starts_with_the_values_of_pal) {
+  project p = titles_only(1);
+  p.subtitleoptions = {default_subtitleoptions("PAL")};
+  load(p);
+  open();
+  EXPECT_EQ(fields(), "center,bottom,60,60,30,30,28.0,arial.ttf,720,574,25,ISO-8859-1");
+  leave();
+}
+
+// Files ------------------------------------------------------------------------------------------
+
+TEST_F(subtitles_dialog, file_added_to_a_fresh_title_and_accepted) {
+  load(titles_only(1));
+  open();
+  EXPECT_EQ(fields() + "|", fresh);
+  add("film.srt");
+  EXPECT_THAT(names(), ElementsAre("film.srt"));
+  accept();
+  EXPECT_EQ(files(), folder_.stored("film.srt"));
+  EXPECT_EQ(options(), fresh);
+  EXPECT_EQ(shown().saved, 0);
+}
+
+TEST_F(subtitles_dialog, chooser_offers_the_subtitle_files_only) {
+  load(titles_only(1));
+  open();
+  click_control("Command1", dialog);
+  ASSERT_TRUE(wait_until([] { return look_at_dialog() && look_at_dialog()->title == chooser; }));
+  on_ui([] {
+    for (const char* name :
+         {"a.sub", "a.srt", "a.ssa", "a.smi", "a.rt", "a.txt", "a.aqt", "a.jss", "a.js"})
+      EXPECT_TRUE(filter_offers(name)) << name;
+    EXPECT_FALSE(filter_offers("a.m2v"));
+  });
+  cancel_dialog(chooser);
+  EXPECT_THAT(names(), ElementsAre("<none>"));
+  leave();
+  EXPECT_EQ(files(), "<none>");
+  EXPECT_EQ(shown().saved, 1);
+}
+
+TEST_F(subtitles_dialog, second_file_starts_with_the_current_settings_of_the_first) {
+  load(titles_only(1));
+  open();
+  add("one.srt");
+  type_into("lmargin", "80");
+  pick("valign", "top", "top");
+  add("two.srt");
+  EXPECT_THAT(names(), ElementsAre("one.srt", "two.srt"));
+  click_file(1);
+  EXPECT_EQ(fields(), "center,top,80,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1");
+  type_into("lmargin", "10");
+  click_file(0);
+  EXPECT_TRUE(value_becomes("lmargin", "80"));
+  accept();
+  EXPECT_EQ(files(), folder_.stored("one.srt") + "/" + folder_.stored("two.srt"));
+  EXPECT_EQ(options(),
+            "center,top,80,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|"
+            "center,top,10,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|");
+}
+
+TEST_F(subtitles_dialog, reset_after_three_files_leaves_the_last_settings) {
+  load(with_files({"a.srt", "b.srt", "c.srt"},
+                  "left,top,1,1,1,1,20.0,a.ttf,720,478,29.97,CP850|"
+                  "left,top,2,2,2,2,20.0,b.ttf,720,478,29.97,CP850|"
+                  "right,center,3,3,3,3,30.0,c.ttf,640,470,25,KOI8-R|"));
+  open();
+  EXPECT_THAT(names(), ElementsAre("a.srt", "b.srt", "c.srt"));
+  EXPECT_EQ(fields(), "left,top,1,1,1,1,20.0,a.ttf,720,478,29.97,CP850");
+  click_control("Command2", dialog);
+  EXPECT_THAT(names(), ElementsAre("<none>"));
+  EXPECT_EQ(fields(), "right,center,3,3,3,3,30.0,c.ttf,640,470,25,KOI8-R");
+  accept();
+  EXPECT_EQ(files(), "<none>");
+  EXPECT_EQ(options(), "right,center,3,3,3,3,30.0,c.ttf,640,470,25,KOI8-R|");
+}
+
+TEST_F(subtitles_dialog, closing_keeps_the_files_and_drops_the_settings) {
+  load(titles_only(1));
+  for (const char* way : {"Escape", "cancel", "close"}) {
+    open();
+    add(std::string(way) + ".srt");
+    type_into("bmargin", "99");
+    if (way == std::string("close"))
+      close(dialog);
+    else if (way == std::string("cancel"))
+      click_button("cancel");
+    else
+      press("Escape");
+    EXPECT_TRUE(window_goes(dialog)) << way;
+    EXPECT_EQ(options(), fresh) << way;
+  }
+  EXPECT_EQ(files(), folder_.stored("Escape.srt") + "/" + folder_.stored("cancel.srt") + "/" +
+                         folder_.stored("close.srt"));
+  EXPECT_EQ(shown().saved, 0);
+  open();  // fewer settings than files: the last ones serve
+  EXPECT_EQ(names().size(), 3u);
+  click_file(2);
+  EXPECT_EQ(fields() + "|", fresh);
+  leave();
+}
+
+// Fields -----------------------------------------------------------------------------------------
+
+TEST_F(subtitles_dialog, fields_are_stored_as_they_are_typed) {
+  load(titles_only(1));
+  open();
+  add("film.srt");
+  const std::pair<const char*, const char*> typed[] = {
+      {"lmargin", "1"},      {"rmargin", "two"}, {"tmargin", " 3"},  {"bmargin", "4.5"},
+      {"fontsiz", "twelve"}, {"mwidth", "704"},  {"mheight", "470"}, {"mfps", "15"}};
+  for (const auto& [name, text] : typed)
+    type_into(name, text);
+  pick("halign", "l", "left");
+  pick("valign", "c", "center");
+  pick("charact", "koi", "KOI8-R");
+  accept();
+  EXPECT_EQ(options(), "left,center,1,two, 3,4.5,twelve,arial.ttf,704,470,15,KOI8-R|");
+}
+
+TEST_F(subtitles_dialog, emptied_field_is_stored_empty) {
+  load(titles_only(1));
+  open();
+  type_into("fontsiz", "");
+  press("Delete");
+  EXPECT_TRUE(value_becomes("fontsiz", ""));
+  accept();
+  EXPECT_EQ(options(), "center,bottom,60,60,30,30,,arial.ttf,720,478,29.97,ISO-8859-1|");
+}
+
+TEST_F(subtitles_dialog, frame_rate_is_picked_from_its_list) {
+  load(titles_only(1));
+  open();
+  click_control("mfps", dialog);
+  press("alt+Down");
+  press("Home");
+  press("Return");
+  EXPECT_TRUE(value_becomes("mfps", "23.976"));
+  accept();
+  EXPECT_EQ(options(), "center,bottom,60,60,30,30,28.0,arial.ttf,720,478,23.976,ISO-8859-1|");
+}
+
+TEST_F(subtitles_dialog, text_that_would_cut_the_row_is_refused) {
+  load(titles_only(1));
+  open();
+  set_value("lmargin", "6,0");
+  EXPECT_EQ(
+      answer_message("The left margin \"6,0\" cannot be used: it contains \",\".", "OK").picture,
+      "warning");
+  EXPECT_TRUE(value_becomes("lmargin", "60"));
+  set_value("mfps", "25|");
+  answer_message("The frame rate \"25|\" cannot be used: it contains \"|\".", "OK");
+  EXPECT_TRUE(value_becomes("mfps", "29.97"));
+  accept();
+  EXPECT_EQ(options(), fresh);
+}
+
+TEST_F(subtitles_dialog, texts_of_the_project_that_no_list_offers_are_shown_and_kept) {
+  const std::string row = "middle,bottom,60,60,30,30,28.0,nowhere.ttf,720,478,30,UTF-8";
+  load(with_files({"a.srt"}, row + "|"));
+  open();
+  EXPECT_EQ(fields(), row);
+  EXPECT_EQ(value("fontface"), "");
+  accept();
+  EXPECT_EQ(options(), row + "|");
+}
+
+// Fonts ------------------------------------------------------------------------------------------
+
+TEST_F(subtitles_dialog, font_whose_file_is_in_capitals_is_stored_in_lower_case) {
+  const environment_variable data("XDG_DATA_HOME", folder_.path("data"));
+  std::filesystem::create_directories(folder_.path("data/fonts"));
+  std::filesystem::copy_file(installed_font, folder_.path("data/fonts/times.TTF"));
+  load(titles_only(1));
+  open();
+  pick("fontface", "dejavu serif", "DejaVu Serif");
+  EXPECT_TRUE(value_becomes("fontfac", "dejavuserif.ttf"));
+  press("Down");  // the other file of that name
+  EXPECT_TRUE(value_becomes("fontfac", "times.ttf"));
+  accept();
+  EXPECT_EQ(options(), "center,bottom,60,60,30,30,28.0,times.ttf,720,478,29.97,ISO-8859-1|");
+  open();
+  EXPECT_EQ(value("fontface"), "DejaVu Serif");
+  leave();
+}
+
+TEST_F(subtitles_dialog, only_truetype_fonts_are_offered) {
+  load(titles_only(1));
+  open();
+  const std::vector<std::string> fonts = entries("fontface");
+  EXPECT_THAT(fonts, Contains("DejaVu Sans"));
+  EXPECT_THAT(fonts, Not(Contains("URW Bookman Light")));  // .otf and .t1
+  leave();
+}
+
+TEST_F(subtitles_dialog, system_without_fonts_offers_none_and_keeps_the_stored_one) {
+  const environment_variable none("FONTCONFIG_FILE",
+                                  folder_.add("fonts.conf", "<fontconfig></fontconfig>"));
+  load(titles_only(1));
+  open();
+  EXPECT_TRUE(entries("fontface").empty());
+  EXPECT_EQ(value("fontface"), "");
+  EXPECT_EQ(value("fontfac"), "arial.ttf");
+  type_into("tmargin", "31");
+  accept();
+  EXPECT_EQ(options(), "center,bottom,60,60,31,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|");
+}
+
+// The window among the others --------------------------------------------------------------------
+
+TEST_F(subtitles_dialog, main_window_rests_while_the_dialog_is_open) {
+  load(titles_only(1));
+  open();
+  EXPECT_FALSE(ask_ui([this] { return window_->IsEnabled(); }));
+  close("main");
+  EXPECT_TRUE(window_comes("main"));
+  EXPECT_TRUE(window_comes(dialog));
+  leave();
+  EXPECT_TRUE(ask_ui([this] { return window_->IsEnabled(); }));
+}
+
+TEST_F(subtitles_dialog, end_of_the_session_closes_the_dialog_too) {
+  load(titles_only(1));
+  open();
+  on_ui([this] { window_->CallAfter([this] { window_->Close(true); }); });
+  EXPECT_TRUE(window_goes("main"));
+  EXPECT_TRUE(window_goes(dialog));
+}
+
+TEST_F(subtitles_dialog, end_of_the_session_waits_for_the_message_of_the_dialog) {
+  load(titles_only(1));
+  open();
+  set_value("lmargin", "6,0");
+  const char* refusal = "The left margin \"6,0\" cannot be used: it contains \",\".";
+  ASSERT_TRUE(wait_until([&] { return look_at_dialog() && look_at_dialog()->text == refusal; }));
+  close(dialog);
+  EXPECT_TRUE(window_comes(dialog));
+  end_session();
+  answer_message(refusal, "OK");
+  EXPECT_TRUE(window_goes("main"));
+  EXPECT_TRUE(window_goes(dialog));
+}
+
+TEST_F(subtitles_dialog, all_of_it_goes_with_the_keys_alone) {
+  load(titles_only(1));
+  click_row(0);
+  press("ctrl+b");
+  ASSERT_TRUE(window_comes(dialog));
+  press("alt+a");
+  answer_file(chooser, file("film.srt"));
+  press("alt+h");
+  type_text("left");
+  press("alt+l");
+  press("ctrl+a");
+  type_text("70");
+  press("alt+r");
+  type_text("cp1252");
+  press("alt+e");
+  EXPECT_TRUE(window_goes(dialog));
+  EXPECT_EQ(files(), folder_.stored("film.srt"));
+  EXPECT_EQ(options(), "left,bottom,70,60,30,30,28.0,arial.ttf,720,478,29.97,CP1252|");
+}
+
+}  // namespace
+}  // namespace corvane::testing_support
