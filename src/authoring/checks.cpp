@@ -53,13 +53,17 @@ refusal why_not_menu_streams_of(const project& p, int menu, path_style style) {
 
 }  // namespace
 
-std::optional<std::string> why_not_authorable(const project& p, path_style style) {
+std::optional<std::string> why_not_these_rows(const project& p, path_style style) {
   if (p.globalregion != "NTSC" && p.globalregion != "PAL")
     return "The project's video standard is " + shown_quoted(p.globalregion) +
            ", which is neither NTSC nor PAL.  Please choose one.";
   if (const refusal why = why_not_titles(p, style))
     return why;
-  if (const refusal why = why_not_menus(p, style))
+  return why_not_menus(p, style);
+}
+
+std::optional<std::string> why_not_authorable(const project& p, path_style style) {
+  if (const refusal why = why_not_these_rows(p, style))
     return why;
   // Hand-edited XML has commands, tags and chapters of its own.
   return p.customxml.empty() ? why_not_navigation(p) : why_not_safe_xml(p.customxml);

@@ -17,6 +17,9 @@ namespace corvane {
 /// path, add an argument, or put markup into the XML.
 std::optional<std::string> why_not_authorable(const project& p, path_style style);
 
+/// The part of it that holds whatever the navigation XML is: video standard, titles and menus.
+std::optional<std::string> why_not_these_rows(const project& p, path_style style);
+
 /// Why a button's bitmap is refused: it cannot be read, is no bitmap file, or is of a kind that gm
 /// does not read. gm takes a file for what its first bytes say: a PostScript text named .bmp would
 /// be run by Ghostscript.

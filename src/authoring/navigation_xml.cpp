@@ -147,6 +147,14 @@ std::string config_xml(const project& p, const places& where) {
   return p.customxml.empty() ? escape_ampersands(navigation_xml(p, where)) : p.customxml;
 }
 
+bool names_folder(std::string_view customxml) {
+  const std::vector<std::string> lines = split(customxml, '\n');
+  if (lines.size() < 2 || folder_of_custom_xml(customxml).empty())
+    return false;
+  const std::string_view second = trim_left(lines[1]);
+  return second.starts_with("<dvdauthor") && second.find("dest") < second.find('"');
+}
+
 std::string folder_of_custom_xml(std::string_view customxml) {
   const std::vector<std::string> lines = split(customxml, '\n');
   if (lines.size() < 2)

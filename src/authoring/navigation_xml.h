@@ -22,4 +22,7 @@ std::string config_xml(const project& p, const places& where);
 /// its second line, "&amp;" turned back into "&". Empty when there is none.
 std::string folder_of_custom_xml(std::string_view customxml);
 
+/// Whether the second line is the one that names the folder.
+bool names_folder(std::string_view customxml);
+
 }  // namespace corvane

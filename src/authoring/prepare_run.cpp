@@ -28,10 +28,17 @@ ending refuse(workbench& w, const std::string& text) {
   return tell(w, author_result::refused, text, icon::exclamation);
 }
 
-ending check_project(workbench& w) {
+// An edit that cannot be authored as it stands is mended in the editor, which therefore has to
+// open; it is looked at again when the run starts.
+bool is_edited_first(const project& p, const author_equipment& e) {
+  return p.editxml && e.edit_xml && !p.customxml.empty();
+}
+
+ending check_project(workbench& w, const author_equipment& e) {
   if (title_count(w.p) == 0)
     return tell(w, author_result::nothing_to_author, "please add more titles", icon::exclamation);
-  if (const auto why = why_not_authorable(w.p, native_style()))
+  const auto why_not = is_edited_first(w.p, e) ? why_not_these_rows : why_not_authorable;
+  if (const auto why = why_not(w.p, native_style()))
     return refuse(w, *why);
   if (const auto why = why_not_these_menu_streams(w.p, native_style()))
     return refuse(w, *why);
@@ -47,9 +54,10 @@ ending check_tools(workbench& w, const std::string& app) {
   return tell(w, author_result::tool_missing, missing, icon::critical);
 }
 
-// Hand-edited XML names its folder itself, which its check has seen to; any other run asks.
+// Hand-edited XML names its folder itself; any other run asks, and so does one whose edit has lost
+// that line.
 std::string named_folder(workbench& w) {
-  if (!w.p.customxml.empty())
+  if (names_folder(w.p.customxml))
     return folder_of_custom_xml(w.p.customxml);
   return w.ask.save_file({"enter a folder name to create the dvd", "", "folder"});
 }
@@ -140,7 +148,7 @@ ending write_texts(workbench& w, author_equipment& e, prepared_run& run) {
 author_result prepare_run(workbench& w, author_equipment& e, prepared_run& run) {
   run = {};
   run.where.app = e.app;
-  if (const ending end = check_project(w))
+  if (const ending end = check_project(w, e))
     return *end;
   if (const ending end = check_tools(w, e.app))
     return *end;

@@ -424,6 +424,40 @@ TEST_F(Author, TheXmlEditorOpensInsteadOfTheRun) {
   EXPECT_EQ(launcher.started.size(), 1u);
 }
 
+TEST_F(Author, AnEditThatCannotBeAuthoredOpensInTheEditorAndIsRefusedAtTheStart) {
+  bool opened = false;
+  e.edit_xml = [&] { opened = true; };
+  p.editxml = true;
+  p.customxml = edited_xml(out) + "</titleset>";
+  p.customxml.insert(p.customxml.find("</dvdauthor>"), "<vob file=\"x|\"/>");
+  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_TRUE(opened);
+  EXPECT_EQ(run.where.out, out);
+  EXPECT_EQ(folder.read(in("app", "config.xml")), p.customxml);
+  ask.expect(told(
+      "The hand-edited XML cannot be authored: the attribute \"file\" of \"vob\", \"x|\", ends "
+      "in a vertical bar (|), which would run it as a command.  Please edit the XML again, or "
+      "discard the edit by changing the project.",
+      icon::critical));
+  EXPECT_EQ(authordvd(w, e, run), author_result::refused);
+  EXPECT_FALSE(lock.held());
+  EXPECT_THAT(launcher.started, IsEmpty());
+}
+
+TEST_F(Author, AnEditThatHasLostItsFolderAsksForOneBeforeTheEditor) {
+  bool opened = false;
+  e.edit_xml = [&] { opened = true; };
+  p.editxml = true;
+  for (const char* const edit :
+       {"just text", "<x>\r\n<y a=\"/dest\"/>\r\n</x>", "<?xml?>\r\n<dvdauthor dest=\"\">"}) {
+    p.customxml = edit;
+    expect_folder_question();
+    EXPECT_EQ(author_command(w, e, run), author_result::started) << edit;
+    EXPECT_EQ(run.where.out, out);
+  }
+  EXPECT_TRUE(opened);
+}
+
 TEST_F(Author, WithoutAnEditorTheOptionStartsTheRun) {
   p.editxml = true;
   expect_folder_question();
