@@ -83,6 +83,7 @@ class posix_desktop : public desktop {
     if (!path)
       return not_installed(words[0]);
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words)
       pointers.push_back(word.data());
     pointers.push_back(nullptr);
