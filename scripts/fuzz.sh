@@ -3,7 +3,7 @@
 # behaviour, leaving the input that did it in build/fuzz/findings.
 #
 #   scripts/fuzz.sh [NAME...]     builds and runs these targets (project_file, script,
-#                                 video_index; default all)
+#                                 video_index, xml; default all)
 #   scripts/fuzz.sh --run NAME    runs one that is built
 #
 # Each runs for $CORVANE_FUZZ_SECONDS (60). What it learns stays in build/fuzz/working/NAME, so that
@@ -39,7 +39,7 @@ if [ "${1:-}" = --run ]; then
   exit 0
 fi
 
-[ $# -gt 0 ] || set -- project_file script video_index
+[ $# -gt 0 ] || set -- project_file script video_index xml
 ./scripts/setup.sh --test
 cmake --preset fuzz >/dev/null
 for name; do

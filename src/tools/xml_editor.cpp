@@ -1,0 +1,109 @@
+#include "tools/xml_editor.h"
+
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "project/line_reader.h"
+#include "project/messages.h"
+#include "project/text.h"
+
+#include <cstdint>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+constexpr std::uintmax_t largest_xml = 64u << 20;
+
+answer ask_yes_no(workbench& w, const std::string& text) {
+  message_box question;
+  question.text = text;
+  question.picture = icon::information;
+  question.choice = buttons::yes_no;
+  return w.ask.message(question);
+}
+
+bool is_blank(std::string_view text) {
+  return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
+
+std::string config_file(const std::string& app) {
+  return join_path(app, "config.xml");
+}
+
+/// Each line followed by CR LF.
+std::string lines_of(std::string_view text) {
+  std::string lines;
+  line_reader reader(text);
+  while (const auto line = reader.next())
+    lines.append(*line).append(crlf);
+  return lines;
+}
+
+}  // namespace
+
+xmleditor::xmleditor(workbench& w, xmleditor_equipment e) : w_(&w), e_(std::move(e)) {
+  if (!w.p.customxml.empty())
+    Text1_ = w.p.customxml;
+  else if (const auto text = read_file(config_file(e_.app), largest_xml))
+    Text1_ = lines_of(*text);
+}
+
+void xmleditor::set_Text1(std::string_view text) {
+  Text1_ = replace_all(text, "\r\n", "\n");
+  Text1_ = replace_all(replace_all(Text1_, "\r", "\n"), "\n", crlf);
+}
+
+xmleditor_end xmleditor::close() {
+  if (!may_close_with_fault())
+    return xmleditor_end::stays_open;
+  if (ask_yes_no(*w_, "Save changes?") == answer::yes && !save())
+    return xmleditor_end::stays_open;
+  if (ask_yes_no(*w_, "Proceed with Authoring?") == answer::yes)
+    return xmleditor_end::proceed;
+  e_.lock.release();
+  return xmleditor_end::declined;
+}
+
+// An empty text is no faulty one: it is how an edit is taken back.
+bool xmleditor::may_close_with_fault() {
+  if (is_blank(Text1_))
+    return true;
+  const auto found = fault();
+  if (!found)
+    return true;
+  message_box question;
+  question.text = "The XML is not well formed.  Line " + std::to_string(found->line) + ", column " +
+                  std::to_string(found->column) + ": " + found->what +
+                  ".\r\n\r\nClose the editor nevertheless?";
+  question.picture = icon::exclamation;
+  question.choice = buttons::ok_cancel;
+  return w_->ask.message(question) == answer::ok;
+}
+
+bool xmleditor::save() {
+  const bool edited = !is_blank(Text1_);
+  const std::string text = edited ? Text1_ + std::string(crlf) : e_.generated();
+  const std::string file = config_file(e_.app);
+  if (const failure why = write_file(file, text)) {
+    say(*w_, icon::critical,
+        "The file \"" + shown(file) + "\" could not be written: " + *why + ".");
+    return false;
+  }
+  const std::string customxml = edited ? Text1_ : std::string();
+  if (w_->p.customxml != customxml)
+    w_->p.saved = 0;
+  w_->p.customxml = customxml;
+  return true;
+}
+
+void editxml_command(workbench& w) {
+  if (!w.p.editxml)
+    say(w, icon::information,
+        "This will allow you to customize the config.xml file, before the authoring process "
+        "begins.  (This is useful if you wish to label the audio/subtitle streams, move titles to "
+        "different titlesets, etc.)  For more information on the tags, read the DVDAuthor "
+        "documentation, found here:  https://dvdauthor.sourceforge.net/doc/dvdauthor.html");
+  w.p.editxml = !w.p.editxml;
+}
+
+}  // namespace corvane

@@ -1,0 +1,37 @@
+// Any bytes as hand-edited XML: the check ends, and names a place in the text.
+#include "tools/xml_check.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+namespace {
+
+void must(bool holds, const char* what) {
+  if (holds)
+    return;
+  std::fprintf(stderr, "does not hold: %s\n", what);
+  std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view text(reinterpret_cast<const char*>(data), size);
+  const auto fault = corvane::first_xml_fault(text);
+  if (!fault) {
+    must(text.find('<') != std::string_view::npos, "a well-formed text has an element");
+    must(text.find('\0') == std::string_view::npos, "a well-formed text has no NUL");
+    return 0;
+  }
+  const auto breaks =
+      std::count_if(text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r'; });
+  must(fault->line >= 1 && fault->line <= breaks + 1, "the line is one of the text");
+  must(fault->column >= 1 && static_cast<std::size_t>(fault->column) <= size + 1,
+       "the column is one of the text");
+  must(!fault->what.empty() && fault->what.size() < 250, "the fault is told in short");
+  return 0;
+}
