@@ -324,7 +324,8 @@ TEST(authored_disc, text_subtitles_become_a_subpicture_with_its_language) {
   p.subtitleoptions[0] = "center,bottom,60,60,30,30,28.0,DejaVu Sans,720,478,29.97,UTF-8|";
   const contents disc = s.authored(p);
   ASSERT_EQ(disc.titles.size(), 1u);
-  EXPECT_THAT(disc.titles[0].subpictures, ElementsAre("fr"));
+  EXPECT_THAT(disc.titles[0].subpictures,
+              ElementsAre(testing::Field(&subpicture_stream::language, "fr")));
   EXPECT_NEAR(disc.titles[0].chain.seconds, 6, 0.1);
 }
 

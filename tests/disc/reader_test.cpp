@@ -164,6 +164,9 @@ TEST(disc_report, disc_as_asked_agrees_and_any_other_does_not) {
   EXPECT_FALSE(agrees(with([](asked_disc& a) { a.titles.push_back(a.titles[0]); })));
   EXPECT_FALSE(agrees(with([](asked_disc& a) { a.titles[0].chapters = {0, 2}; })));
   EXPECT_FALSE(agrees(with([](asked_disc& a) { a.titles[0].chapters = {0, 3, 4}; })));
+  // The next unit but one is no longer the nearest.
+  EXPECT_FALSE(agrees(with([](asked_disc& a) { a.titles[0].chapters = {0, 2.5, 4}; })));
+  EXPECT_FALSE(agrees(with([](asked_disc& a) { a.titles[0].subtitles.resize(1); })));
   EXPECT_FALSE(agrees(with([](asked_disc& a) { a.titles[0].post = "exit"; })));
   EXPECT_FALSE(agrees(with([](asked_disc& a) { a.titles[0].delay_ms = 80; })));
   EXPECT_FALSE(agrees(with([](asked_disc& a) { a.titles[0].seconds = 7; })));
@@ -172,6 +175,155 @@ TEST(disc_report, disc_as_asked_agrees_and_any_other_does_not) {
   EXPECT_FALSE(agrees(with([](asked_disc& a) { a.audio_languages = {"en", "de"}; })));
   EXPECT_FALSE(agrees(with([](asked_disc& a) { a.titles[0].files.push_back("x.ac3"); })));
   EXPECT_FALSE(agrees(with([](asked_disc& a) { a.firstplay = "jump title 2"; })));
+}
+
+/// Adds a text subtitle stream to a program stream; gives the path of what comes out.
+std::string with_text(const temporary_folder& folder, const std::string& stream, int number,
+                      const std::string& subtitles, const std::string& place) {
+  const std::string text = folder.add("text.srt", subtitles);
+  const std::string control = folder.add(
+      "text.xml",
+      "<subpictures><stream><textsub filename=\"" + text +
+          "\" fontsize=\"28.0\" font=\"/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf\" "
+          "characterset=\"UTF-8\" " +
+          place +
+          " movie-fps=\"29.97\" subtitle-fps=\"29.97\" movie-width=\"720\" "
+          "movie-height=\"478\"/></stream></subpictures>");
+  command add{{"spumux", "-s", std::to_string(number), control}, {{"VIDEO_FORMAT", "NTSC"}}};
+  add.input_file = stream;
+  add.output_file = folder.path("text" + std::to_string(number) + ".mpg");
+  const finished added = run(add);
+  EXPECT_EQ(added.status, 0) << added.out;
+  return add.output_file;
+}
+
+/// Makes a disc of one title with two subtitle streams: German at the bottom, French at the top
+/// left.
+void make_subtitle_disc(const temporary_folder& folder) {
+  const std::string plain = folder.path("plain.mpg");
+  const finished mux = run(
+      {{"mplex", "-v", "0", "-f", "8", "-o", plain, media("clip-ntsc.m2v"), media("clip.ac3")}});
+  ASSERT_EQ(mux.status, 0) << mux.out;
+  const std::string margins =
+      "\" left-margin=\"60\" right-margin=\"60\" top-margin=\"30\" bottom-margin=\"30\"";
+  const std::string one =
+      with_text(folder, plain, 0, "1\n00:00:01,500 --> 00:00:03,000\nÄpfel\n\n",
+                "horizontal-alignment=\"center\" vertical-alignment=\"bottom" + margins);
+  const std::string two =
+      with_text(folder, one, 1, "1\n00:00:02,000 --> 00:00:04,000\nÉté\n\n",
+                "horizontal-alignment=\"left\" vertical-alignment=\"top" + margins);
+  folder.add("c.xml", "<dvdauthor dest=\"" + folder.path("disc") +
+                          "\"><vmgm/><titleset><titles><subpicture lang=\"de\"/>"
+                          "<subpicture lang=\"fr\"/><pgc><vob file=\"" +
+                          two + "\"/><post>exit;</post></pgc></titles></titleset></dvdauthor>");
+  const finished author =
+      run({{"dvdauthor", "-x", folder.path("c.xml")}, {{"VIDEO_FORMAT", "NTSC"}}});
+  ASSERT_EQ(author.status, 0) << author.out;
+}
+
+TEST(disc_reader, subtitles_are_read_with_their_language_time_and_place) {
+  const temporary_folder folder;
+  make_subtitle_disc(folder);
+  const auto disc = read_disc(folder.path("disc"));
+  ASSERT_TRUE(disc) << disc.error;
+  ASSERT_EQ(disc->titles.size(), 1u);
+  const std::vector<subpicture_stream>& streams = disc->titles[0].subpictures;
+  ASSERT_EQ(streams.size(), 2u);
+  EXPECT_EQ(streams[0].language, "de");
+  EXPECT_EQ(streams[1].language, "fr");
+  ASSERT_TRUE(streams[0].first && streams[1].first);
+  constexpr double picture = 1001 / 30000.0;
+  EXPECT_NEAR(streams[0].first->begins, 1.5, picture);
+  EXPECT_NEAR(streams[0].first->ends, 3, picture);
+  EXPECT_NEAR(streams[1].first->begins, 2, picture);
+  EXPECT_NEAR(streams[1].first->ends, 4, picture);
+  const auto german = seen_at_rest(streams[0].first->picture);
+  const auto french = seen_at_rest(streams[1].first->picture);
+  ASSERT_TRUE(german && french);
+  EXPECT_GT(german->y0, 320);
+  EXPECT_LT(german->y1, 480);
+  EXPECT_GT(german->x0, 240);
+  EXPECT_LT(german->x1, 480);
+  EXPECT_LT(french->y1, 160);
+  EXPECT_LT(french->x1, 240);
+}
+
+TEST(disc_reader, units_of_video_are_those_of_the_groups_of_pictures) {
+  const temporary_folder folder;
+  make_disc(folder);
+  const auto disc = read_disc(folder.path("disc"));
+  ASSERT_TRUE(disc) << disc.error;
+  const std::vector<double>& units = disc->titles.at(0).units;
+  ASSERT_EQ(units.size(), 12u);  // 180 pictures in groups of 16
+  for (std::size_t i = 0; i < units.size(); ++i)
+    EXPECT_NEAR(units[i], static_cast<double>(i) * 16 * 1001 / 30000, 0.001);
+}
+
+TEST(disc_report, subtitles_as_asked_agree_and_any_others_do_not) {
+  const temporary_folder folder;
+  make_subtitle_disc(folder);
+  const auto disc = read_disc(folder.path("disc"));
+  ASSERT_TRUE(disc) << disc.error;
+  asked_disc asked;
+  asked.region = "NTSC";
+  asked.firstplay = "<default>";
+  asked.subtitle_languages = {"de", "fr"};
+  asked.titles.resize(1);
+  asked_title& title = asked.titles[0];
+  title.files = {media("clip-ntsc.m2v"), media("clip.ac3")};
+  title.chapters = {0};
+  title.seconds = 6;
+  title.post = "exit";
+  title.subtitles = {{"de.srt", "center", "bottom", 1.5, 3}, {"fr.srt", "left", "top", 2, 4}};
+  const auto agrees = [&](const asked_disc& a) { return all_agree(report(*disc, &a, nullptr)); };
+  EXPECT_TRUE(agrees(asked)) << table(report(*disc, &asked, nullptr), true);
+
+  const auto with = [&](auto change) {
+    asked_disc other = asked;
+    change(other, other.titles[0].subtitles);
+    return other;
+  };
+  using subtitles = std::vector<asked_subtitle>;
+  EXPECT_FALSE(agrees(with([](asked_disc& a, subtitles&) { a.subtitle_languages[0] = "en"; })));
+  EXPECT_FALSE(agrees(with([](asked_disc& a, subtitles&) { a.subtitle_languages.clear(); })));
+  EXPECT_FALSE(agrees(with([](asked_disc&, subtitles& s) { std::swap(s[0], s[1]); })));
+  EXPECT_FALSE(agrees(with([](asked_disc&, subtitles& s) { s.pop_back(); })));
+  EXPECT_FALSE(agrees(with([](asked_disc&, subtitles& s) { s.push_back(s[1]); })));
+  EXPECT_FALSE(agrees(with([](asked_disc&, subtitles& s) { s[0].begins += 0.05; })));
+  EXPECT_FALSE(agrees(with([](asked_disc&, subtitles& s) { s[1].ends += 0.05; })));
+  EXPECT_FALSE(agrees(with([](asked_disc&, subtitles& s) { s[0].vertical = "top"; })));
+  EXPECT_FALSE(agrees(with([](asked_disc&, subtitles& s) { s[0].vertical = "center"; })));
+  EXPECT_FALSE(agrees(with([](asked_disc&, subtitles& s) { s[0].horizontal = "left"; })));
+  EXPECT_FALSE(agrees(with([](asked_disc&, subtitles& s) { s[1].horizontal = "right"; })));
+}
+
+/// What the reader makes of a project file with two subtitle files, one of which is SubRip.
+TEST(disc_report, subtitles_that_a_project_asks_for_are_read) {
+  const temporary_folder folder;
+  folder.add("de.srt", "1\r\n00:00:02,500 --> 00:01:05,250\r\nText\r\n");
+  folder.add("fr.sub", "{10}{20}Texte");
+  const std::string project = folder.add(
+      "p.cvp", "Corvane 0.997 - 1/2/2005\r\n" + stored_media("clip-ntsc.m2v") + "/" +
+                   stored_media("clip.ac3") +
+                   "\r\n***\r\n00:00:00.00\r\n***\r\n0\r\n***\r\n"
+                   "Subtitle tag:\tGERMAN DE \r\nAudio tag:\tENGLISH EN\r\n"
+                   "Subtitle tag:\tFRENCH FR\r\n***\r\n***\r\n***\r\n***\r\n***\r\n" +
+                   folder.stored("de.srt") + "/" + folder.stored("fr.sub") +
+                   "\r\n***\r\nleft,top,1,2,3,4,5,6,7,8,9,10|\r\n***\r\n<default>\r\nNTSC\r\n"
+                   "False\r\nFalse\r\n");
+  const auto asked = read_asked(project);
+  ASSERT_TRUE(asked) << asked.error;
+  EXPECT_THAT(asked->audio_languages, ElementsAre("en"));
+  EXPECT_THAT(asked->subtitle_languages, ElementsAre("de", "fr"));
+  ASSERT_EQ(asked->titles.size(), 1u);
+  const std::vector<asked_subtitle>& subtitles = asked->titles[0].subtitles;
+  ASSERT_EQ(subtitles.size(), 2u);
+  EXPECT_EQ(subtitles[0].file, folder.path("de.srt"));
+  EXPECT_EQ(subtitles[0].vertical, "top");
+  EXPECT_DOUBLE_EQ(subtitles[0].begins, 2.5);
+  EXPECT_DOUBLE_EQ(subtitles[0].ends, 65.25);
+  EXPECT_EQ(subtitles[1].horizontal, "left") << "the last settings serve";
+  EXPECT_EQ(subtitles[1].ends, 0) << "its times are not known";
 }
 
 /// A project of the disc that make_disc makes, as a file.

@@ -71,8 +71,39 @@ void add_languages(const std::vector<std::string>& tags, asked_disc& asked) {
     words >> name >> code;
     std::transform(code.begin(), code.end(), code.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    if (tag.rfind("Aud", 0) == 0)
-      asked.audio_languages.push_back(code);
+    (tag.rfind("Aud", 0) == 0 ? asked.audio_languages : asked.subtitle_languages).push_back(code);
+  }
+}
+
+/// The times of the first subtitle of a SubRip file: "00:00:02,000 --> 00:00:05,500".
+void read_first_times(asked_subtitle& subtitle) {
+  const auto text = read_file(subtitle.file, std::uintmax_t{1} << 24);
+  const std::size_t arrow = text ? text->find("-->") : std::string::npos;
+  if (arrow == std::string::npos)
+    return;
+  const std::size_t line = text->find_last_of("\r\n", arrow) + 1;
+  const auto seconds = [](std::string time) {
+    std::replace(time.begin(), time.end(), ',', '.');
+    return seconds_of_chapter(time);
+  };
+  subtitle.begins = seconds(text->substr(line, arrow - line));
+  subtitle.ends = seconds(text->substr(arrow + 3, 16));
+}
+
+/// Rows "a.srt/b.srt" and "center,bottom,...|center,bottom,...|"; the last settings serve files
+/// that have none.
+void add_subtitles(const std::string& row, const std::string& settings, asked_title& title) {
+  if (row == "<none>")
+    return;
+  const std::vector<std::string> all = split(settings, '|');
+  for (const std::string& file : split(row, '/')) {
+    std::vector<std::string> fields;
+    if (!all.empty())
+      fields = split(all[std::min(title.subtitles.size(), all.size() - 1)], ',');
+    fields.resize(12);
+    asked_subtitle subtitle{native_from_stored(file), fields[0], fields[1]};
+    read_first_times(subtitle);
+    title.subtitles.push_back(std::move(subtitle));
   }
 }
 
@@ -180,9 +211,7 @@ result<asked_disc> read_asked(const std::string& native_project_path) {
   for (std::size_t i = 0; i < menus.size(); ++i)
     asked.menus.push_back(menu_of(menus[i], i < options.size() ? options[i] : ""));
   add_buttons(lines.section(), asked);
-  const auto posts = lines.section();
-  lines.section();
-  lines.section();
+  const auto posts = lines.section(), subtitles = lines.section(), settings = lines.section();
   for (std::size_t i = 0; i < asked.titles.size(); ++i) {
     asked_title& title = asked.titles[i];
     if (i < chapters.size())
@@ -192,6 +221,8 @@ result<asked_disc> read_asked(const std::string& native_project_path) {
       title.delay_ms = std::atoi(delays[i].c_str());
     if (i < posts.size())
       title.post = trimmed(posts[i]);
+    if (i < subtitles.size() && i < settings.size() && !title.is_ready())
+      add_subtitles(subtitles[i], settings[i], title);
   }
   asked.firstplay = lines.line();
   asked.region = lines.line();

@@ -11,9 +11,16 @@
 
 namespace corvane::disc {
 
+struct asked_subtitle {
+  std::string file;                  ///< native path
+  std::string horizontal, vertical;  ///< where its text stands: "center", "bottom"
+  double begins = 0, ends = 0;       ///< of its first subtitle, seconds; 0: not known
+};
+
 struct asked_title {
   std::vector<std::string> files;  ///< native paths, video first; one alone: ready as it is
   std::vector<double> chapters;    ///< seconds, as asked
+  std::vector<asked_subtitle> subtitles;
   int delay_ms = 0;
   std::string post;    ///< command, blanks trimmed; empty: not set
   double seconds = 0;  ///< length of its video, measured; 0: could not be
@@ -34,7 +41,8 @@ struct asked_menu {
 
 struct asked_disc {
   std::vector<asked_title> titles;
-  std::vector<std::string> audio_languages;  ///< two letters, lower case, per audio stream
+  std::vector<std::string> audio_languages;     ///< two letters, lower case, per audio stream
+  std::vector<std::string> subtitle_languages;  ///< the same, per subtitle stream
   std::vector<asked_menu> menus;
   std::string firstplay, region;
   bool iso = false, jumptable = false, hand_edited = false;

@@ -144,14 +144,57 @@ std::vector<audio_stream> audio_of(const vtsi_mat_t& vts, const pgc_t& pgc,
   return all;
 }
 
-std::vector<std::string> subpictures_of(const vtsi_mat_t& vts, const pgc_t& pgc) {
-  std::vector<std::string> all;
+/// The first subtitle of a stream, timed by the first picture of the chain.
+std::optional<cue> first_cue(const streams_of& streams, const pgc_t& pgc, unsigned stream) {
+  if (pgc.cell_playback == nullptr || pgc.nr_of_cells == 0)
+    return std::nullopt;
+  const cell_playback_t& first = pgc.cell_playback[0];
+  const cell_playback_t& last = pgc.cell_playback[pgc.nr_of_cells - 1];
+  const auto origin = streams.navigation(first.first_sector);
+  const auto unit = streams.first_subpicture(static_cast<std::uint8_t>(0x20 + stream),
+                                             first.first_sector, last.last_sector);
+  if (!origin || !unit)
+    return std::nullopt;
+  const auto picture = decode_subpicture(unit->bytes);
+  if (!picture)
+    return std::nullopt;
+  const double at =
+      static_cast<std::int32_t>(unit->time - origin->pci.pci_gi.vobu_s_ptm) / ticks_a_second;
+  return cue{at + picture->begins, at + picture->ends, *picture};
+}
+
+std::vector<subpicture_stream> subpictures_of(const vtsi_mat_t& vts, const pgc_t& pgc,
+                                              const streams_of& streams) {
+  std::vector<subpicture_stream> all;
   for (int i = 0; i < vts.nr_of_vts_subp_streams && i < 32; ++i) {
     const subp_attr_t& attributes = vts.vts_subp_attr[i];
-    if ((pgc.subp_control[i] & 0x80000000u) != 0)
-      all.push_back(attributes.type == 1 ? language(attributes.lang_code) : std::string());
+    const std::uint32_t control = pgc.subp_control[i];
+    if ((control & 0x80000000u) != 0)
+      all.push_back({attributes.type == 1 ? language(attributes.lang_code) : std::string(),
+                     first_cue(streams, pgc, control >> 24 & 31)});
   }
   return all;
+}
+
+/// Start times of the units of video of all cells.
+std::vector<double> units_of(const streams_of& streams, const pgc_t& pgc) {
+  std::vector<double> units;
+  const std::vector<double> cells = cell_times(streams, pgc);
+  for (std::size_t i = 0; i + 1 < cells.size(); ++i) {
+    const cell_playback_t& cell = pgc.cell_playback[i];
+    std::optional<std::uint32_t> origin;
+    for (std::uint32_t sector = cell.first_sector; sector <= cell.last_vobu_start_sector;) {
+      const auto packet = streams.navigation(sector);
+      if (!packet)
+        break;
+      const std::uint32_t time = packet->pci.pci_gi.vobu_s_ptm;
+      if (!origin)
+        origin = time;
+      units.push_back(cells[i] + (time - *origin) / ticks_a_second);
+      sector += packet->dsi.dsi_gi.vobu_ea + 1;
+    }
+  }
+  return units;
 }
 
 /// The program chain that a title starts with; null when the tables lead nowhere.
@@ -196,7 +239,8 @@ bool read_titles(dvd_reader_t* disc, const ifo_handle_t& vts, int titleset, cont
     t.chain = chain_of(&streams, *pgc);
     t.chapters = chapters_of(parts, *pgc, streams);
     t.audio = audio_of(*vts.vtsi_mat, *pgc, streams);
-    t.subpictures = subpictures_of(*vts.vtsi_mat, *pgc);
+    t.subpictures = subpictures_of(*vts.vtsi_mat, *pgc, streams);
+    t.units = units_of(streams, *pgc);
   }
   return true;
 }

@@ -24,6 +24,17 @@ struct audio_stream {
   double begins = 0;     ///< first sound against the first picture; negative: sound is earlier
 };
 
+/// A subtitle of a title.
+struct cue {
+  double begins = 0, ends = 0;  ///< seconds of the title
+  subpicture picture;
+};
+
+struct subpicture_stream {
+  std::string language;      ///< two letters; empty: not stated
+  std::optional<cue> first;  ///< nothing: the stream holds none that can be read
+};
+
 struct picture_format {
   std::string standard;  ///< "NTSC" or "PAL"
   std::string aspect;    ///< "4:3" or "16:9"
@@ -45,7 +56,8 @@ struct title {
   program_chain chain;
   std::vector<double> chapters;  ///< start times; the first is 0
   std::vector<audio_stream> audio;
-  std::vector<std::string> subpictures;  ///< languages; empty text: not stated
+  std::vector<subpicture_stream> subpictures;
+  std::vector<double> units;  ///< start times of its units of video (VOBU)
 };
 
 struct button {

@@ -88,6 +88,31 @@ std::map<int, stream_start> streams_of::starts(std::uint32_t first, int count) c
   return found;
 }
 
+std::optional<timed_unit> streams_of::first_subpicture(std::uint8_t substream, std::uint32_t first,
+                                                       std::uint32_t last) const {
+  std::optional<timed_unit> found;
+  const auto whole = [&found] {
+    return found && found->bytes.size() >= 2 &&
+           found->bytes.size() >= found->bytes[0] * std::size_t{256} + found->bytes[1];
+  };
+  sector_bytes s{};
+  for (std::uint32_t sector = first; file_ && sector <= last && !whole(); ++sector) {
+    if (DVDReadBlocks(file_.get(), static_cast<int>(sector), 1, s.data()) != 1)
+      break;
+    each_packet(s, [&](std::size_t at, std::size_t end) {
+      const std::size_t payload = at + 9 + s[at + 8];
+      if (s[at + 3] != 0xbd || payload >= end || s[payload] != substream)
+        return;
+      const bool timed = (s[at + 7] & 0x80) != 0;  // a unit begins here
+      if (!found && timed)
+        found = timed_unit{time_stamp(s.data() + at + 9), {}};
+      if (found && !whole())
+        found->bytes.insert(found->bytes.end(), s.data() + payload + 1, s.data() + end);
+    });
+  }
+  return whole() ? found : std::nullopt;
+}
+
 std::vector<std::uint8_t> streams_of::private_bytes(std::uint8_t substream, std::uint32_t first,
                                                     std::uint32_t last, std::size_t enough) const {
   std::vector<std::uint8_t> found;

@@ -22,6 +22,12 @@ struct stream_start {
   int packets = 0;
 };
 
+/// A subpicture as its packets carry it.
+struct timed_unit {
+  std::uint32_t time = 0;  ///< presentation time of its first packet, 90 kHz
+  std::vector<std::uint8_t> bytes;
+};
+
 /// The menu or title streams of one titleset (0: the disc's own menus).
 class streams_of {
  public:
@@ -36,6 +42,11 @@ class streams_of {
   /// 0xc0.. MPEG audio); for private streams by 0xbd00 + substream (0x80.. AC-3, 0x20..
   /// subpictures).
   std::map<int, stream_start> starts(std::uint32_t first, int count) const;
+
+  /// The first unit of a subpicture stream in the sectors from `first` to `last`; nothing when
+  /// there is none or it is cut off.
+  std::optional<timed_unit> first_subpicture(std::uint8_t substream, std::uint32_t first,
+                                             std::uint32_t last) const;
 
   /// What the packets of a private stream (by its first byte, which is left out) carry in the
   /// sectors from `first` to `last`, joined; only as much as `enough` bytes when there is more.

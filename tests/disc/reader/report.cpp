@@ -2,6 +2,7 @@
 
 #include "menu_report.h"
 #include "platform/paths.h"
+#include "track_report.h"
 
 #include <algorithm>
 #include <array>
@@ -36,14 +37,6 @@ std::string texts_of(const std::vector<vm_command>& commands) {
   for (const vm_command& c : commands)
     texts.push_back(c.text());
   return texts.empty() ? "-" : joined(texts, "; ");
-}
-
-std::string times_text(const std::vector<double>& times) {
-  std::vector<std::string> texts;
-  texts.reserve(times.size());
-  for (const double t : times)
-    texts.push_back(clock_text(t));
-  return joined(texts, "  ");
 }
 
 std::string name_in(const std::string& native) {
@@ -88,6 +81,11 @@ class reporter {
            verdict says = verdict::not_compared) {
     rows_.push_back({std::move(name), std::move(asked), std::move(found),
                      comparable() ? says : verdict::not_compared});
+  }
+
+  void add_all(std::vector<report_row> more) {
+    for (report_row& row : more)
+      add(std::move(row.name), std::move(row.asked), std::move(row.found), row.says);
   }
 
   void add_disc() {
@@ -136,23 +134,14 @@ class reporter {
         t.picture.size + " " + t.picture.aspect);
     add("  length", a && a->seconds > 0 ? clock_text(a->seconds) : "", clock_text(t.chain.seconds),
         agreement(a && std::fabs(a->seconds - t.chain.seconds) < length_tolerance));
-    add("  chapters", a ? times_text(a->chapters) : "", times_text(t.chapters),
-        agreement(a && same_chapters(*a, t)));
+    add_all(chapter_rows(t, a));
     for (std::size_t i = 0; i < std::max(t.audio.size(), a ? a->files.size() - 1 : 0); ++i)
       add_audio(t, a, i);
     if (a && !a->is_ready() && !t.audio.empty())
       add("  delay", std::to_string(a->delay_ms) + " ms", delay_text(t),
           agreement(std::fabs(t.audio[0].begins + a->delay_ms / 1000.0) < 0.04));
+    add_all(subtitle_rows(t, a, asked_));
     add_post(t, a);
-  }
-
-  static bool same_chapters(const asked_title& a, const title& t) {
-    if (a.chapters.size() != t.chapters.size())
-      return false;
-    for (std::size_t i = 0; i < a.chapters.size(); ++i)
-      if (std::fabs(a.chapters[i] - t.chapters[i]) > chapter_tolerance)
-        return false;
-    return true;
   }
 
   static std::string delay_text(const title& t) {

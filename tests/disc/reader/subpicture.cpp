@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <optional>
 
 namespace corvane::disc {
 
@@ -63,6 +62,7 @@ struct commands {
   subpicture picture;
   std::size_t even_lines = 0, odd_lines = 0;
   bool has_area = false, has_picture = false;
+  double now = 0;  ///< time of the list that is obeyed, in seconds
 };
 
 /// How many bytes of arguments a command has; nothing for one that is not known.
@@ -88,8 +88,11 @@ void obey(const bytes& unit, std::size_t at, unsigned command, commands& c) {
   const auto at_most_12_bits = [&](std::size_t byte, bool first) {
     return first ? unit[byte] << 4 | unit[byte + 1] >> 4 : (unit[byte] & 15) << 8 | unit[byte + 1];
   };
-  if (command == 0) {
-    c.picture.forced = true;
+  if (command == 0 || command == 1) {
+    c.picture.forced = c.picture.forced || command == 0;
+    c.picture.begins = c.now;
+  } else if (command == 2) {
+    c.picture.ends = c.now;
   } else if (command == 3) {
     c.picture.at_rest.colour = by_code(unit, at);
   } else if (command == 4) {
@@ -124,8 +127,10 @@ bool obey_list(const bytes& unit, std::size_t at, commands& c) {
 
 /// All lists: each begins with its time and the place of the next one, the last names itself.
 bool obey_lists(const bytes& unit, std::size_t first, commands& c) {
+  constexpr double seconds_a_tick = 1024 / 90000.0;
   for (std::size_t at = first;;) {
-    const auto next = number_at(unit, at + 2);
+    const auto time = number_at(unit, at), next = number_at(unit, at + 2);
+    c.now = static_cast<double>(time.value_or(0)) * seconds_a_tick;
     if (!next || !obey_list(unit, at + 4, c))
       return false;
     if (*next == at)
@@ -166,6 +171,22 @@ int subpicture::code_at(int x, int y) const {
     return -1;
   const auto width = static_cast<std::size_t>(x1 - x0 + 1);
   return codes[static_cast<std::size_t>(y - y0) * width + static_cast<std::size_t>(x - x0)];
+}
+
+std::optional<area> seen_at_rest(const subpicture& picture) {
+  std::optional<area> seen;
+  for (int y = picture.y0; y <= picture.y1; ++y)
+    for (int x = picture.x0; x <= picture.x1; ++x) {
+      const auto code = static_cast<std::size_t>(picture.code_at(x, y));
+      if (picture.at_rest.opacity[code] == 0)
+        continue;
+      if (!seen)
+        seen = area{x, y, x, y};
+      seen->x0 = std::min(seen->x0, x);
+      seen->x1 = std::max(seen->x1, x);
+      seen->y1 = y;
+    }
+  return seen;
 }
 
 result<subpicture> decode_subpicture(const std::vector<std::uint8_t>& unit) {

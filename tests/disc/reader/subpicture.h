@@ -1,5 +1,5 @@
-// The picture of a menu's buttons as the disc has it: a subpicture, and what a player makes of it
-// when a button is highlighted or pressed.
+// A subpicture as the disc has it: the picture of a menu's buttons, and what a player makes of it
+// when a button is highlighted or pressed; or a text subtitle.
 //
 // A subpicture unit holds a run-length encoded picture of four codes (its odd lines after its even
 // ones) and a list of timed commands. Its own colours are those of a menu at rest. A player that
@@ -12,6 +12,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace corvane::disc {
@@ -31,10 +32,19 @@ struct subpicture {
   bool forced = false;                   ///< shown even when subpictures are switched off
   code_looks at_rest;
   std::vector<std::uint8_t> codes;  ///< 0 to 3, line by line
+  double begins = 0, ends = 0;      ///< seconds from its packet's time on; no end stated: 0
 
   /// The code at a place; -1 outside of the picture.
   int code_at(int x, int y) const;
 };
+
+/// A part of the picture in pixels, right and bottom edge included.
+struct area {
+  int x0 = 0, y0 = 0, x1 = 0, y1 = 0;
+};
+
+/// The part in which anything is to be seen at rest; nothing when all of it is transparent.
+std::optional<area> seen_at_rest(const subpicture& picture);
 
 /// Decodes one unit. Fails when it is cut off or its picture leads out of it.
 result<subpicture> decode_subpicture(const std::vector<std::uint8_t>& unit);
