@@ -9,9 +9,10 @@
 # a chapter on a disc can only begin where such a group does.
 #
 # Made are: the media of the sample projects (garden.*, tour.vob; main-menu.* moves and sounds,
-# chapter-menu.* does neither and has arrow.bmp for buttons), short clips for the tests (clip-*,
-# muxed-*, short-*, menu-*), sample.cvp (NTSC) and sample-pal.cvp. Project files hold the absolute
-# paths of this machine, which is why they are made here and not kept.
+# chapter-menu.* is a still of one picture and has arrow.bmp for buttons), subtitles for the garden
+# (German in ISO-8859-1, French in CP1252), short clips for the tests (clip-*, muxed-*, short-*,
+# menu-*), sample.cvp (NTSC) and sample-pal.cvp. Project files hold the absolute paths of this
+# machine, which is why they are made here and not kept.
 #
 # A second run with nothing changed only compares a stamp.
 set -eu
@@ -24,7 +25,7 @@ font=/usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf
 say() { printf '%s\n' "$*"; }
 fail() { printf 'samples/make.sh: %s\n' "$*" >&2; exit 1; }
 
-for tool in ffmpeg mplex dvdauthor sha256sum; do
+for tool in ffmpeg mplex jpeg2yuv mpeg2enc dvdauthor iconv sha256sum; do
   command -v "$tool" >/dev/null 2>&1 || fail "$tool is not installed (scripts/setup.sh installs it)"
 done
 [ -r "$font" ] || fail "no font $font (Debian package fonts-dejavu-core)"
@@ -46,7 +47,7 @@ ff() { ffmpeg -nostdin -v error -y -bitexact "$@"; }
 video() {
   measures "$2"
   clock="drawtext=fontfile=$font:fontsize=56:fontcolor=white:box=1:boxcolor=black@0.6:boxborderw=12"
-  clock="$clock:x=(w-tw)/2:y=h-110:text='%{pts\\:hms}'"
+  clock="$clock:x=(w-tw)/2:y=140:text='%{pts\\:hms}'"
   name="drawtext=fontfile=$font:fontsize=40:fontcolor=white:box=1:boxcolor=black@0.6"
   name="$name:boxborderw=12:x=(w-tw)/2:y=60:text='$4'"
   encode "$1" "$5=size=$size:rate=$rate" "$3" "$name,$clock" "${6:-2500}"
@@ -74,21 +75,48 @@ label() {
     "$font" "$1" "$2" "$3" "$4"
 }
 
-# menu_video FILE NTSC|PAL SECONDS HEADING ENTRY...: a menu's picture, a slowly turning background
-# with a heading and its entries one below the other, 80 lines from one to the next.
+# menu_video FILE NTSC|PAL SECONDS HEADING ENTRY...: a menu that moves.
 menu_video() {
   file=$1 seconds=$3
   measures "$2"
+  shift 3
+  menu_picture "$@"
+  encode "$file" "$source" "$seconds" "$filters" 1500
+}
+
+# still_menu NAME NTSC|PAL HEADING ENTRY...: a menu of one picture, NAME.jpg, and the video that
+# "create m2v still" makes of it.
+still_menu() {
+  name=$1
+  measures "$2"
+  case $2 in
+    NTSC) frame_rate=29.97 norm=n ;;
+    PAL) frame_rate=25 norm=p ;;
+  esac
+  shift 2
+  menu_picture "$@"
+  ff -f lavfi -i "$source" -frames:v 1 -vf "$filters" -pix_fmt yuvj420p -q:v 3 -update 1 \
+    "$media/$name.jpg"
+  # A pattern for numbered files to jpeg2yuv.
+  pattern=$(printf %s "$media/$name.jpg" | sed 's/%/%%/g')
+  jpeg2yuv -v 0 -n 1 -I p -f "$frame_rate" -j "$pattern" |
+    mpeg2enc -v 0 -f 8 -n "$norm" -o "$media/$name.m2v" >"$media/$name.log" 2>&1 &&
+    [ -s "$media/$name.m2v" ] || { cat "$media/$name.log" >&2; fail "making $name.m2v failed"; }
+  rm "$media/$name.log"
+}
+
+# menu_picture HEADING ENTRY...: sets source and filters to a slowly turning background with a
+# heading and its entries one below the other, 80 lines from one to the next.
+menu_picture() {
   source="gradients=size=$size:rate=$rate:nb_colors=2:c0=0x0c1a33:c1=0x27508f:x0=0:y0=0:x1=719"
   source="$source:y1=479:seed=7:speed=0.02"
-  filters="drawbox=x=60:y=130:w=420:h=270:color=black@0.35:t=fill,$(label 44 90 60 "$4")"
-  shift 4
+  filters="drawbox=x=60:y=130:w=420:h=270:color=black@0.35:t=fill,$(label 44 90 60 "$1")"
+  shift
   line=163
   for entry; do
     filters="$filters,$(label 30 130 $line "$entry")"
     line=$((line + 80))
   done
-  encode "$file" "$source" "$seconds" "$filters" 1500
 }
 
 # arrow FILE RED GREEN BLUE: an arrow of that colour, 30 x 32 pixels, on the colour that a button
@@ -144,6 +172,9 @@ muxed() {
   rm -r "$work"
 }
 
+# subtitles FILE CHARACTER-SET: a text subtitle file (SubRip) from standard input.
+subtitles() { iconv -f UTF-8 -t "$2" >"$media/$1" || fail "making $1 failed"; }
+
 # stored PATH: the way a project file writes a path, with "\" between folders.
 stored() { printf %s "$1" | tr / '\\'; }
 
@@ -166,8 +197,8 @@ menu_rows() {
   printf '***\n'
 }
 
-# project FILE NTSC|PAL VIDEO AUDIO1 AUDIO2 MUXED MENU1 MENU2: the project file of a sample, lines
-# ended by CR LF, sections by "***".
+# project FILE NTSC|PAL VIDEO AUDIO1 AUDIO2 MUXED MENU1 MENU2 CHAPTERS: the project file of a sample,
+# lines ended by CR LF, sections by "***".
 project() {
   root=$(stored "$media/")
   tab=$(printf '\t')
@@ -177,18 +208,23 @@ project() {
   {
     printf '%s\n' "Corvane 0.997 - 1/2/2005"
     printf '%s\n' "$root$3/$root$4/$root$5" "$root$6" '***'
-    printf '%s\n' 00:00:00.00,00:00:08.00,00:00:16.00 00:00:00.00,00:00:06.00 '***'
+    printf '%s\n' "$9" 00:00:00.00,00:00:06.00 '***'
     printf '%s\n' 120 0 '***'
-    printf '%s\n' "Audio tag:${tab}ENGLISH EN" "Audio tag:${tab}GERMAN DE " '***'
+    printf '%s\n' "Audio tag:${tab}ENGLISH EN" "Audio tag:${tab}GERMAN DE " \
+      "Subtitle tag:${tab}GERMAN DE " "Subtitle tag:${tab}FRENCH FR" '***'
     menu_rows "$7" "$8"
     printf '%-25s\n' 'call last menu' 'call menu 2'
     printf '%s\n' '***'
-    printf '%s\n' '<none>' '<none>' '***'
+    printf '%s\n' "${root}garden-german.srt/${root}garden-french.srt" '<none>' '***'
     case $2 in
-      NTSC) options='center,bottom,60,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|' ;;
-      PAL) options='center,bottom,60,60,30,30,28.0,arial.ttf,720,574,25,ISO-8859-1|' ;;
+      NTSC) frame=720,478,29.97 ;;
+      PAL) frame=720,574,25 ;;
     esac
-    printf '%s\n' "$options" "$options" '***'
+    place='center,bottom,60,60,30,30,28.0'
+    printf '%s|%s|\n' "$place,dejavusans.ttf,$frame,ISO-8859-1" \
+      "$place,dejavuserif.ttf,$frame,CP1252"
+    printf '%s|\n' "$place,arial.ttf,$frame,ISO-8859-1"
+    printf '***\n'
     printf '%s\n' '<default>' "$2" True True
   } | sed 's/$/\r/' >"$media/$1"
 }
@@ -200,7 +236,7 @@ audio garden-english.ac3 24 880 ac3 192
 audio garden-german.mp2 24 587 mp2 192
 menu_video main-menu.m2v NTSC 8 "Corvane sample" "The garden" "The tour" "Chapters"
 audio main-menu.ac3 8 220 ac3 192
-menu_video chapter-menu.m2v NTSC 1 "The garden" "From 8 seconds" "From 16 seconds" "Back"
+still_menu chapter-menu NTSC "The garden" "From 8 seconds" "From 16 seconds" "Back"
 arrow arrow.bmp 255 165 0
 arrow arrow-pressed.bmp 255 255 255
 video tour.m2v NTSC 12 "Corvane sample - title 2" mandelbrot
@@ -211,9 +247,39 @@ say "  PAL"
 video garden-pal.m2v PAL 24 "Corvane sample - title 1, PAL" testsrc2
 video tour-pal.m2v PAL 12 "Corvane sample - title 2, PAL" mandelbrot
 menu_video main-menu-pal.m2v PAL 8 "Corvane sample, PAL" "The garden" "The tour" "Chapters"
-menu_video chapter-menu-pal.m2v PAL 1 "The garden" "From 8 seconds" "From 16 seconds" "Back"
+still_menu chapter-menu-pal PAL "The garden" "From 8 seconds" "From 16 seconds" "Back"
 muxed tour-pal.vob PAL tour-pal.m2v tour-english.ac3 tour-german.mp2
 rm -f "$media"/tour.m2v "$media"/tour-pal.m2v "$media"/tour-english.ac3 "$media"/tour-german.mp2
+
+say "  subtitles"
+subtitles garden-german.srt ISO-8859-1 <<'END'
+1
+00:00:02,000 --> 00:00:05,000
+Süße Äpfel, grüne Flächen:
+Frühling über den Gärten.
+
+2
+00:00:09,000 --> 00:00:12,500
+Öde Plätze gibt es hier nicht.
+
+3
+00:00:17,000 --> 00:00:20,000
+Auf Wiedersehen, bis später!
+END
+subtitles garden-french.srt CP1252 <<'END'
+1
+00:00:03,000 --> 00:00:06,000
+Où êtes-vous, chère sœur ?
+Voilà déjà l'été.
+
+2
+00:00:09,500 --> 00:00:13,000
+Les forêts, là-bas, s'éveillent…
+
+3
+00:00:18,000 --> 00:00:21,000
+À bientôt, cœur léger !
+END
 
 say "  clips for the tests"
 video clip-ntsc.m2v NTSC 6 "clip" testsrc2 1200
@@ -228,11 +294,12 @@ muxed muxed-ntsc.vob NTSC clip-ntsc.m2v clip.ac3
 muxed muxed-pal.vob PAL clip-pal.m2v clip.ac3
 muxed short-ntsc.vob NTSC menu-ntsc.m2v menu.ac3
 
+# The second chapter begins with a group of pictures, the third and fourth lie within one.
 say "  projects"
 project sample.cvp NTSC garden.m2v garden-english.ac3 garden-german.mp2 tour.vob \
-  main-menu.m2v chapter-menu.m2v
+  main-menu.m2v chapter-menu.m2v 00:00:00.00,00:00:08.01,00:00:16.00,00:00:20.25
 project sample-pal.cvp PAL garden-pal.m2v garden-english.ac3 garden-german.mp2 tour-pal.vob \
-  main-menu-pal.m2v chapter-menu-pal.m2v
+  main-menu-pal.m2v chapter-menu-pal.m2v 00:00:00.00,00:00:08.32,00:00:16.00,00:00:20.25
 
 printf '%s\n' "$stamp" >"$media/.stamp"
 say "done: $(du -sh "$media" | cut -f 1)"
