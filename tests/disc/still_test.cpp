@@ -122,6 +122,34 @@ TEST(still_on_disc, jpeg_check_agrees_with_jpeg2yuv) {
   }
 }
 
+TEST(still_on_disc, grey_picture_stays_as_bright_as_it_was) {
+  const testing_support::temporary_folder folder;
+  const std::string jpeg = folder.path("grey.jpg"), out = folder.path("grey.m2v");
+  const finished drawn = run({{"/usr/bin/convert", "-size", "360x480", "xc:gray(50)",
+                               "xc:gray(200)", "+append", "-colorspace", "Gray", jpeg}});
+  ASSERT_EQ(drawn.status, 0) << drawn.out;
+  EXPECT_EQ(why_not_for_jpeg2yuv(*read_file(jpeg, 1u << 24)), std::nullopt);
+  const std::string log = make_still(program_folder_in(folder), {jpeg, out, 480, 1});
+  EXPECT_THAT(log, Not(HasSubstr("ERR")));
+  EXPECT_THAT(colour_at(out, 100), testing::Each(testing::AllOf(testing::Gt(42), testing::Lt(58))));
+  EXPECT_THAT(colour_at(out, 600),
+              testing::Each(testing::AllOf(testing::Gt(192), testing::Lt(208))));
+}
+
+/// The sample script has the tools' command line a second time.
+TEST(still_on_disc, stills_of_the_samples_are_what_the_program_makes) {
+  const testing_support::temporary_folder folder;
+  const std::string app = program_folder_in(folder);
+  for (const auto& [name, height] : {std::pair<std::string, int>{"chapter-menu", 480},
+                                     std::pair<std::string, int>{"chapter-menu-pal", 576}}) {
+    const std::string out = folder.path(name + ".m2v");
+    make_still(app, {media(name + ".jpg"), out, height, 1});
+    const auto made = read_file(out, 1u << 24), sample = read_file(media(name + ".m2v"), 1u << 24);
+    ASSERT_TRUE(made && sample) << name;
+    EXPECT_TRUE(*made == *sample) << name;
+  }
+}
+
 /// A disc whose one menu is a still of so many pictures.
 contents disc_with_still(const studio& s, int height, int frames, const std::string& audio) {
   const std::string out = s.folder().path("work/menu.m2v");
