@@ -39,6 +39,7 @@ tr -d '\r' <"$CORVANE_HOME/process.bat" | sed \
   -e '/^@echo off$/d' \
   -e "/^echo/s/'/'\\\\''/g" -e "s/^echo \(.*\)/echo '\1'/" \
   -e 's/^mkdir /mkdir -p /' -e "s/ #010101 / '#010101' /" \
+  -e 's|^rename "\(.*\)/\([^/]*\)" \(.*\)$|mv "\1/\2" "\1/\3"|' \
   -e 's|^erase "\(.*\)/\*\.mpg"|rm "\1"/*.mpg|' -e 's/^erase /rm /' >"$work/by-hand.sh"
 grep -q dvdauthor "$work/by-hand.sh" || fail "the work script has no tool in it"
 export VIDEO_FORMAT=NTSC
