@@ -13,7 +13,7 @@
 namespace corvane {
 namespace {
 
-constexpr std::size_t errors_kept = std::size_t{64} * 1024;
+constexpr std::size_t errors_kept = std::size_t{1} << 20;
 
 /// A handle of ours, closed at the end.
 class handle {

@@ -1,6 +1,7 @@
 #include "runner/script_interpreter.h"
 
 #include "platform/paths.h"
+#include "runner/subtitle_complaints.h"
 
 #include <algorithm>
 #include <array>
@@ -111,11 +112,15 @@ class interpreter {
         return;
       }
     }
-    p.watch_errors = p.programs.size() == 1 && name_of(p.programs[0][0]) == "gm.exe";
+    const auto subtitle = subtitle_of(c.pipeline[0]);
+    p.watch_errors = p.programs.size() == 1 && (subtitle || name_of(p.programs[0][0]) == "gm.exe");
     const menu_overlay overlay = overlay_of(c);
     announce(overlay);
-    tell(c, host_.run(p));
+    const pipeline_result r = host_.run(p);
+    tell(c, r);
     look_at(overlay, c.output);
+    if (subtitle)
+      judge(*subtitle, c.pipeline[0], r);
   }
 
   void tell(const script_command& c, const pipeline_result& r) {
@@ -155,6 +160,22 @@ class interpreter {
     const std::string why = overlay.buttons > 0 ? host_.why_no_buttons_seen(stream) : "";
     if (!why.empty())
       complain("the buttons of menu " + overlay.menu + " will not be seen: " + why);
+  }
+
+  /// The lines among spumux's output that matter do not say whose subtitle it was.
+  void judge(const text_subtitle& subtitle, const script_words& words, const pipeline_result& r) {
+    if (r.ends.empty())
+      return;  // it has been told why it did not run
+    const std::string control = host_.control_text(words.back());
+    const std::string about = "subtitle " + subtitle.number + " of title " + subtitle.title + " (" +
+                              subtitle_file_in(control) + ")";
+    const std::string end = complaint_about(name_of(words[0]), r.ends[0]);
+    const std::string why = why_not_subtitled(r.errors + (end.empty() ? "" : "\nERR:  " + end));
+    const std::string missing = what_is_missing(r.errors, control);
+    if (!why.empty())
+      complain(about + " is not on the disc: " + why);
+    else if (!missing.empty())
+      complain(about + " is not as it should be: " + missing);
   }
 
   script_host& host_;
@@ -204,6 +225,19 @@ std::string menu_of_overlay(const script_words& program) {
   if (!name.starts_with(before) || !name.ends_with(after))
     return {};
   return name.substr(before.size(), name.size() - before.size() - after.size());
+}
+
+std::optional<text_subtitle> subtitle_of(const script_words& program) {
+  constexpr std::string_view before = "sub", after = ".xml";
+  const std::string name = name_of(program.back());
+  if (name_of(program[0]) != "spumux.exe" || !name.starts_with(before) || !name.ends_with(after))
+    return std::nullopt;
+  const std::string numbers =
+      name.substr(before.size(), name.size() - before.size() - after.size());
+  const auto dash = numbers.find('-');
+  if (dash == std::string::npos)
+    return std::nullopt;
+  return text_subtitle{numbers.substr(0, dash), numbers.substr(dash + 1)};
 }
 
 bool run_script(std::string_view script, script_host& host) {

@@ -8,6 +8,7 @@
 #include "platform/spawn.h"
 #include "runner/script_line.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -41,6 +42,9 @@ class script_host {
 
   /// How many buttons a control file asks for (runner/overlay_check.h).
   virtual int buttons_asked_for(const std::string& control_file) = 0;
+
+  /// The text of a control file; empty when it cannot be read.
+  virtual std::string control_text(const std::string& control_file) = 0;
 };
 
 /// Runs the whole script. Each thing that goes wrong is printed as a line that begins "ERR:", after
@@ -60,6 +64,13 @@ bool is_harmless_refusal(const std::string& name, const program_end& end, std::s
 /// argument, "<app>/menu<m>.xml". Empty for every other program.
 std::string menu_of_overlay(const script_words& program);
 
+/// The text subtitle that the program puts into a title's stream, if it is such a one: spumux with
+/// the control file "<app>/sub<t>-<s>.xml" as its last argument.
+struct text_subtitle {
+  std::string title, number;  ///< as in the control file's name
+};
+std::optional<text_subtitle> subtitle_of(const script_words& program);
+
 /// The system's host. `own_folder` is the folder conspawn was started from: programs there, other
 /// than conspawn itself, are the ones that scripts may start.
 class system_script_host : public script_host {
@@ -74,6 +85,7 @@ class system_script_host : public script_host {
   pipeline_result run(const pipeline& programs) override;
   std::string why_no_buttons_seen(const std::string& menu_stream) override;
   int buttons_asked_for(const std::string& control_file) override;
+  std::string control_text(const std::string& control_file) override;
 
  private:
   std::string own_folder_;

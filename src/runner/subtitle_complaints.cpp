@@ -1,5 +1,7 @@
 #include "runner/subtitle_complaints.h"
 
+#include "project/text.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -8,51 +10,97 @@ namespace corvane {
 namespace {
 
 /// What a line holds, and what it means.
-struct known_complaint {
-  std::string_view line;
+struct known_line {
+  std::string_view holds;
   std::string_view meaning;
 };
 
-constexpr std::array<known_complaint, 8> known = {{
+constexpr std::array<known_line, 11> failures = {{
     {"Could not determine format", "it is in none of the subtitle formats that spumux reads"},
+    {"load file", "spumux found no text in it"},
+    {"opening subtitle file", "it cannot be opened"},
     {"opening iconv descriptor", "spumux does not know the character set"},
-    {"Invalid or incomplete multibyte", "it holds bytes that the character set does not have"},
     {"decoding subtitle file", "it holds bytes that the character set does not have"},
     {"New_Face failed", "spumux cannot read the font"},
     {"supply the text font file", "spumux cannot read the font"},
-    {"was ended by", "spumux crashed on it; a font that is too large is a known cause"},
+    {"was ended by", "spumux crashed on it; text that is larger than the screen can be the cause"},
     {"could not be started", "spumux could not be started"},
+    {"no video format specified", "spumux was not told whether it is NTSC or PAL"},
+    {"ended with status", "spumux failed and did not say why"},
 }};
 
-bool is_complaint(std::string_view line) {
-  return line.starts_with("ERR:");
+constexpr std::array<known_line, 3> losses = {{
+    {"Out of screen", "lines of its text are missing, since they do not fit on the screen"},
+    {"too long!",
+     "letters of its text are missing: a word is wider than the space between the "
+     "margins"},
+    {"Text out of range", "letters of its text are missing, since they stand beyond the margins"},
+}};
+
+// spumux places it by the left margin, whatever the right one is.
+constexpr std::string_view about_right =
+    ".  spumux does not place text at the right as it should; align it left with a larger left "
+    "margin instead";
+
+template <std::size_t Count>
+std::string meaning_of(std::string_view line, const std::array<known_line, Count>& lines) {
+  const auto found = std::find_if(lines.begin(), lines.end(), [line](const known_line& known) {
+    return line.find(known.holds) != std::string_view::npos;
+  });
+  return found == lines.end() ? std::string() : std::string(found->meaning);
 }
 
-std::string_view without_prefix(std::string_view line) {
-  line.remove_prefix(std::min(line.find_first_not_of(' ', 4), line.size()));
-  return line;
-}
-
-std::string meaning_of(std::string_view line) {
-  const auto* const k =
-      std::find_if(known.begin(), known.end(), [line](const known_complaint& complaint) {
-        return line.find(complaint.line) != std::string_view::npos;
-      });
-  return k != known.end() ? std::string(k->meaning)
-                          : "spumux says \"" + std::string(without_prefix(line)) + "\"";
+/// "INFO: 5 subtitles added, 0 subtitles skipped, ...".
+bool says_added(std::string_view line) {
+  return line.find(" subtitles added") != std::string_view::npos;
 }
 
 }  // namespace
 
+std::string_view take_printed_line(std::string_view& text) {
+  const std::size_t end = text.find_first_of("\r\n");
+  const std::string_view line = text.substr(0, end);
+  text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+  return line;
+}
+
 std::string why_not_subtitled(std::string_view printed) {
+  constexpr std::string_view mark = "ERR:";
   while (!printed.empty()) {
-    const std::size_t end = printed.find_first_of("\r\n");
-    const std::string_view line = printed.substr(0, end);
-    printed.remove_prefix(end == std::string_view::npos ? printed.size() : end + 1);
-    if (is_complaint(line))
-      return meaning_of(line);
+    const std::string_view line = take_printed_line(printed);
+    if (!line.starts_with(mark))
+      continue;
+    const std::string meaning = meaning_of(line, failures);
+    return meaning.empty() ? "spumux says \"" + std::string(trim(line.substr(mark.size()))) + "\""
+                           : meaning;
   }
   return {};
+}
+
+std::string what_is_missing(std::string_view printed, std::string_view control) {
+  bool none_added = false;
+  while (!printed.empty()) {
+    const std::string_view line = take_printed_line(printed);
+    const std::string loss =
+        line.find("WARN:") != std::string_view::npos ? meaning_of(line, losses) : std::string();
+    if (!loss.empty())
+      return loss + (control.find("horizontal-alignment=\"right\"") != std::string_view::npos
+                         ? std::string(about_right)
+                         : std::string());
+    // After what is left of the line of a progress report.
+    if (says_added(line))
+      none_added = line.find("INFO: 0 ") != std::string_view::npos;
+  }
+  return none_added ? "spumux added nothing" : "";
+}
+
+std::string subtitle_file_in(std::string_view control) {
+  constexpr std::string_view before = "<textsub filename=\"";
+  const std::size_t at = control.find(before);
+  if (at == std::string_view::npos)
+    return {};
+  const std::string_view rest = control.substr(at + before.size());
+  return replace_all(rest.substr(0, rest.find('"')), "&amp;", "&");
 }
 
 }  // namespace corvane

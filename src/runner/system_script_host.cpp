@@ -4,6 +4,7 @@
 #include "runner/overlay_check.h"
 #include "runner/script_interpreter.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <system_error>
 
@@ -78,6 +79,11 @@ std::string system_script_host::why_no_buttons_seen(const std::string& menu_stre
 
 int system_script_host::buttons_asked_for(const std::string& control_file) {
   return corvane::buttons_asked_for(control_file);
+}
+
+std::string system_script_host::control_text(const std::string& control_file) {
+  const result<std::string> text = read_file(control_file, std::uintmax_t{1} << 20);
+  return text ? *text : std::string();
 }
 
 }  // namespace corvane

@@ -1,6 +1,7 @@
 #include "runner/script_interpreter.h"
 
 #include "project/text.h"
+#include "runner/subtitle_complaints.h"
 
 #include <gtest/gtest.h>
 
@@ -24,6 +25,7 @@ class noting_host : public script_host {
   pipeline last;
   std::string why_no_buttons;  ///< of the last menu looked at
   int buttons = 1;             ///< that a control file asks for
+  std::string control;         ///< text of a control file
 
   void print(const std::string& text) override { notes += replace_all(text, "\r\n", "\n"); }
   failure make_folder(const std::string& path) override { return note("mkdir " + path); }
@@ -49,6 +51,10 @@ class noting_host : public script_host {
     return why_no_buttons;
   }
   int buttons_asked_for(const std::string& /*control_file*/) override { return buttons; }
+  std::string control_text(const std::string& control_file) override {
+    note("read " + control_file);
+    return control;
+  }
 
  private:
   failure note(const std::string& what) {
@@ -235,6 +241,97 @@ TEST(HarmlessRefusal, GivesNoErrorLineInAScript) {
   EXPECT_TRUE(run_script("bin/gm.exe mogrify", host));
   EXPECT_TRUE(host.last.watch_errors);
   EXPECT_EQ(host.notes, "[run /own/gm.exe,mogrify]\n");
+}
+
+const char* const subtitle_line =
+    "bin/spumux.exe -s 1 \"/app/sub3-2.xml\" <\"/o/presub.mpg\" > \"/o/title3.mpg\"\necho next\n";
+const char* const ran_and_read =
+    "[run /own/spumux.exe,-s,1,/app/sub3-2.xml]\n[read /app/sub3-2.xml]\n";
+
+TEST(TextSubtitle, WhoseSpumuxAddedItIsNoError) {
+  noting_host host;
+  host.result_of_run.errors =
+      "STAT: 0:00:01.000INFO: 5 subtitles added, 0 subtitles skipped, stream: 33, offset: 0.13\n";
+  EXPECT_TRUE(run_script(subtitle_line, host));
+  EXPECT_TRUE(host.last.watch_errors);
+  EXPECT_EQ(host.notes, std::string(ran_and_read) + "next\n");
+}
+
+TEST(TextSubtitle, ThatCannotBeReadIsNamedWithItsFileAndTheReason) {
+  noting_host host;
+  host.control = "    <textsub filename=\"/in/a & b.srt\"\r\n";
+  host.ends = {{kind::exited, 1, ""}};
+  host.result_of_run.errors =
+      "INFO: default video format is NTSC\n"
+      "ERR:  Could not determine format of subtitle file \"/in/a & b.srt\"\n";
+  EXPECT_FALSE(run_script(subtitle_line, host));
+  EXPECT_EQ(host.notes,
+            "[run /own/spumux.exe,-s,1,/app/sub3-2.xml]\n\nERR:  spumux.exe ended with status 1\n"
+            "[read /app/sub3-2.xml]\n\nERR:  subtitle 2 of title 3 (/in/a & b.srt) is not on the "
+            "disc: it is in none of the subtitle formats that spumux reads\nnext\n");
+}
+
+TEST(TextSubtitle, OfWhichNothingWasAddedIsAnErrorThoughSpumuxEndedWell) {
+  noting_host host;
+  host.control = "<textsub filename=\"/in/a.srt\"";
+  host.result_of_run.errors =
+      "STAT: 0:00:01.000INFO: 0 subtitles added, 0 subtitles skipped, stream: 33, offset: 0.13\n";
+  EXPECT_FALSE(run_script(subtitle_line, host));
+  EXPECT_EQ(host.notes, std::string(ran_and_read) +
+                            "\nERR:  subtitle 2 of title 3 (/in/a.srt) is not as it should be: "
+                            "spumux added nothing\nnext\n");
+}
+
+TEST(TextSubtitle, OnWhichSpumuxCrashedIsNamed) {
+  noting_host host;
+  host.control = "<textsub filename=\"/in/a.srt\"";
+  host.ends = {{kind::by_signal, 11, "Segmentation fault"}};
+  host.result_of_run.errors = "WARN: Out of screen at Y: 186\n";
+  EXPECT_FALSE(run_script(subtitle_line, host));
+  EXPECT_NE(host.notes.find("subtitle 2 of title 3 (/in/a.srt) is not on the disc: spumux crashed "
+                            "on it; text that is larger than the screen can be the cause"),
+            std::string::npos)
+      << host.notes;
+}
+
+TEST(TextSubtitle, OfWhichLettersAreMissingIsAnError) {
+  noting_host host;
+  host.control = "<textsub filename=\"/in/a.srt\"";
+  host.result_of_run.errors =
+      "WARN: Subtitle word 'Donau' too long!\n"
+      "INFO: 5 subtitles added, 0 subtitles skipped, stream: 33, offset: 0.13\n";
+  EXPECT_FALSE(run_script(subtitle_line, host));
+  EXPECT_NE(host.notes.find("letters of its text are missing: a word is wider than the space "
+                            "between the margins\n"),
+            std::string::npos)
+      << host.notes;
+}
+
+TEST(TextSubtitle, AtTheRightThatLosesLettersTellsWhatToDoInstead) {
+  const std::string warning = "WARN: Text out of range: bbox [57 496 362 451], txt [-119 -90 365]";
+  EXPECT_EQ(what_is_missing(warning, "horizontal-alignment=\"center\""),
+            "letters of its text are missing, since they stand beyond the margins");
+  EXPECT_EQ(what_is_missing(warning, "horizontal-alignment=\"right\""),
+            "letters of its text are missing, since they stand beyond the margins.  spumux does "
+            "not place text at the right as it should; align it left with a larger left margin "
+            "instead");
+}
+
+TEST(TextSubtitle, ComplaintThatIsNotKnownIsToldAsItStands) {
+  EXPECT_EQ(why_not_subtitled("INFO: a\rERR:  Unknown horizontal-alignment type middle\r\n"),
+            "spumux says \"Unknown horizontal-alignment type middle\"");
+  EXPECT_EQ(why_not_subtitled("INFO: 5 subtitles added\nWARN: x\n"), "");
+}
+
+TEST(TextSubtitle, NoOtherProgramIsOne) {
+  const auto found = subtitle_of({"/app/bin/spumux.exe", "-s", "0", "/app/sub12-3.xml"});
+  ASSERT_TRUE(found);
+  EXPECT_EQ(found->title, "12");
+  EXPECT_EQ(found->number, "3");
+  EXPECT_FALSE(subtitle_of({"/app/bin/spumux.exe", "/app/menu7.xml"}));
+  EXPECT_FALSE(subtitle_of({"/app/bin/spumux.exe", "/app/sub7.xml"}));
+  EXPECT_FALSE(subtitle_of({"/app/bin/spumux.exe"}));
+  EXPECT_FALSE(subtitle_of({"/app/bin/gm.exe", "/app/sub1-1.xml"}));
 }
 
 }  // namespace
