@@ -29,6 +29,10 @@ std::optional<std::string> why_not_these_bitmaps(const project& p, path_style st
 /// standard, with which dvdauthor would fill the disc without an error.
 std::optional<std::string> why_not_these_menu_streams(const project& p, path_style style);
 
+/// Why a title's text subtitle is refused: its file is gone, empty or no text, in no format that
+/// spumux reads, or in other characters than its settings say.
+std::optional<std::string> why_not_these_subtitles(const project& p, path_style style);
+
 /// Why hand-edited XML is refused: a file name that dvdauthor would run as a command (it ends in
 /// "|"), declarations or an encoding that could hide one, or an output folder that is not where
 /// the script expects it (second line, first attribute).

@@ -42,6 +42,8 @@ ending check_project(workbench& w, const author_equipment& e) {
     return refuse(w, *why);
   if (const auto why = why_not_these_menu_streams(w.p, native_style()))
     return refuse(w, *why);
+  if (const auto why = why_not_these_subtitles(w.p, native_style()))
+    return refuse(w, *why);
   if (const auto why = why_not_these_bitmaps(w.p, native_style()))
     return refuse(w, *why);
   return std::nullopt;

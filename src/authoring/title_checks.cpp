@@ -1,7 +1,9 @@
+#include "authoring/checks.h"
 #include "authoring/row_checks.h"
 #include "authoring/rows.h"
 #include "project/numbers.h"
 #include "project/subtitle_checks.h"
+#include "project/subtitle_file.h"
 #include "project/subtitle_rows.h"
 #include "project/text.h"
 
@@ -75,7 +77,41 @@ refusal why_not_subtitles(const project& p, int title, path_style style) {
   return std::nullopt;
 }
 
+// What to do depends on what is wrong: a file that is Unicode is one whose settings are.
+std::string advice_about(const subtitle_file& file, const std::string& charset) {
+  if (!file.unicode().empty() && charset != file.unicode())
+    return "Please reset the title's subtitles, add the file again and have it read as " +
+           file.unicode() + ".";
+  return "Please reset the title's subtitles and add one that can be read.";
+}
+
+refusal why_not_this_subtitle(const project& p, int title, int subtitle, const std::string& path) {
+  const std::string subject = "Subtitle " + trimmed(subtitle) + " of title " + trimmed(title) +
+                              " cannot be authored: the file " + shown_quoted(path) +
+                              " cannot be used, since ";
+  const result<subtitle_file> file = subtitle_file::read(path);
+  if (!file)
+    return subject + file.error +
+           ".  Please put it back, or reset the title's subtitles and add another one.";
+  const std::string charset = parse_subtitle_settings(
+      subtitle_settings_row(p, title, subtitle))[subtitle_field::character_set];
+  if (const refusal why = file->why_not(charset))
+    return subject + *why + ".  " + advice_about(*file, charset);
+  return std::nullopt;
+}
+
 }  // namespace
+
+refusal why_not_these_subtitles(const project& p, path_style style) {
+  for (int title = 1; title <= title_count(p); ++title) {
+    const std::vector<std::string> files = subtitle_files(p, title, style);
+    for (int s = 1; s <= static_cast<int>(files.size()); ++s)
+      if (const refusal why =
+              why_not_this_subtitle(p, title, s, files[static_cast<std::size_t>(s) - 1]))
+        return why;
+  }
+  return std::nullopt;
+}
 
 refusal why_not_titles(const project& p, path_style style) {
   if (p.List11.size() > most_titles)

@@ -6,6 +6,7 @@
 #include "platform/scratch_folder.h"
 #include "project/subtitle_checks.h"
 #include "project/subtitle_control.h"
+#include "project/subtitle_file.h"
 #include "runner/subtitle_complaints.h"
 #include "tools/cue_stream.h"
 
@@ -56,8 +57,11 @@ drawing_source source_of(const preview_request& r) {
 
 /// Why spumux need not be started, as the end of a sentence.
 refusal why_not_started(const preview_request& r, const std::string& app) {
-  if (!file_exists(r.file))
-    return "it is missing";
+  const auto file = subtitle_file::read(r.file);
+  if (!file)
+    return file.error;
+  if (const refusal why = file->why_not(r.settings[subtitle_field::character_set]))
+    return why;
   if (const refusal why = why_not_usable_path(r.file, native_style()))
     return "its name " + *why;
   if (const refusal why = why_not_drawable(r.settings))

@@ -2,6 +2,7 @@
 
 #include "platform/paths.h"
 #include "project/messages.h"
+#include "project/subtitle_file.h"
 #include "project/text.h"
 #include "project/title_rows.h"
 
@@ -24,6 +25,22 @@ std::string& row_at(std::vector<std::string>& list, std::size_t title, const std
   if (title >= list.size())
     list.resize(title + 1, missing);
   return list[title];
+}
+
+/// The character set of a file that tells its own, if the user wants it read so. Read as the set
+/// that stands in the settings it would show wrong letters without a word.
+std::optional<std::string> agreed_unicode(workbench& w, const std::string& stored,
+                                          const std::string& charset) {
+  const std::string path = native_from_stored(stored);
+  const auto file = subtitle_file::read(path);
+  if (!file || file->unicode().empty() || file->unicode() == charset || !file->why_not(charset))
+    return std::nullopt;
+  const std::string set = file->unicode();
+  const bool agreed =
+      w.ask.message({"\"" + shown(path) + "\" is " + set + " text.  Read it as " + set +
+                         " instead of " + shown_short(charset) + "?",
+                     icon::exclamation, buttons::yes_no, program_name}) == answer::yes;
+  return agreed ? std::optional(set) : std::nullopt;
 }
 
 }  // namespace
@@ -123,6 +140,14 @@ void Subtitles::add_file() {
   }
   row = with_subtitle(row, *file);
   w_->p.saved = 0;
+  std::string& settings_row = suboptions_[files];
+  subtitle_settings settings = parse_subtitle_settings(settings_row);
+  std::string& charset = settings[subtitle_field::character_set];
+  if (const auto unicode = agreed_unicode(*w_, *file, charset)) {
+    charset = *unicode;
+    settings_row = subtitle_settings_text(settings);
+    select(selected_);
+  }
 }
 
 void Subtitles::reset() {

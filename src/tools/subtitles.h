@@ -52,7 +52,8 @@ class Subtitles {
   void pick_font(std::size_t row);
 
   /// `Command1`, "add text subtitle": asks for a file. The first one takes the settings that are
-  /// there, a further one a copy of the last ones.
+  /// there, a further one a copy of the last ones. A file that is UTF-8 or UTF-16 is asked about
+  /// ("Read it as UTF-8 instead of ISO-8859-1?"); with yes that becomes its character set.
   void add_file();
 
   /// `Command2`, "reset subtitles to none": the last settings stay, for the next file.

@@ -172,7 +172,7 @@ TEST_F(AuthorProgram, AFileOfTheRunThatCannotBeWrittenGivesStatusTwo) {
 
 TEST_F(AuthorProgram, WhatAStoppedRunLeftDoesNotSpoilTheNext) {
   project p = one_title(folder_);
-  folder_.add("words.srt");
+  folder_.add("words.srt", "1\n00:00:01,000 --> 00:00:02,000\nText\n");
   p.subtitledata = {folder_.stored("words.srt")};
   add_tool("spumux", "/bin/cat\n");
   folder_.add("disc/presub.mpg", "left");

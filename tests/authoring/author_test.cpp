@@ -23,6 +23,8 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
+const char* const subtitle_text = "1\n00:00:01,000 --> 00:00:02,000\nText\n";
+
 const file_dialog folder_question = {"enter a folder name to create the dvd", "", "folder"};
 
 class Author : public ::testing::Test {
@@ -57,6 +59,12 @@ class Author : public ::testing::Test {
     make_folders(in(out, "VIDEO_TS"));
     EXPECT_FALSE(write_file(file, "x"));
     return file;
+  }
+  /// Two subtitles of the title that can be read.
+  void add_subtitles() {
+    for (const char* name : {"a.srt", "b.srt"})
+      folder.add(name, subtitle_text);
+    p.subtitledata = {folder.stored("a.srt") + "/" + folder.stored("b.srt")};
   }
   std::string replace_question() {
     return "The folder \"" + out +
@@ -99,7 +107,7 @@ TEST_F(Author, ACancelledFolderQuestionEndsInSilence) {
 TEST_F(Author, WritesEveryFileAndStartsTheScript) {
   const environment_variable format("VIDEO_FORMAT", "");
   p.globalregion = "PAL";
-  p.subtitledata = {folder.stored("a.srt") + "/" + folder.stored("b.srt")};
+  add_subtitles();
   folder.add("m.m2v");
   p.menulist = {folder.stored("m.m2v") + "/"};
   expect_folder_question();
@@ -126,13 +134,52 @@ TEST_F(Author, FontsAreAskedForOnceAndOnlyWhenThereAreSubtitles) {
   expect_folder_question();
   EXPECT_EQ(prepare_run(w, e, run), author_result::prepared);
   EXPECT_EQ(asked, 0);
-  p.subtitledata = {folder.stored("a.srt") + "/" + folder.stored("b.srt")};
+  add_subtitles();
   expect_folder_question();
   EXPECT_EQ(prepare_run(w, e, run), author_result::prepared);
   EXPECT_EQ(asked, 1);
   const bool windows = native_style() == path_style::windows;
   EXPECT_THAT(folder.read(in("app", "sub1-1.xml")),
               HasSubstr(windows ? "font=\"arial.ttf\"" : "font=\"/fonts/Arial.TTF\""));
+}
+
+TEST_F(Author, ASubtitleThatIsGoneOrEmptyIsNamedBeforeTheFolderQuestion) {
+  add_subtitles();
+  folder.add("b.srt", "");
+  const std::string subject = "Subtitle 2 of title 1 cannot be authored: the file \"" +
+                              folder.path("b.srt") + "\" cannot be used, since it is ";
+  const std::string advice =
+      ".  Please put it back, or reset the title's subtitles and add another one.";
+  ask.expect(told(subject + "empty" + advice, icon::exclamation));
+  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+  std::filesystem::remove(path_of(folder.path("b.srt")));
+  ask.expect(told(subject + "missing" + advice, icon::exclamation));
+  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+  EXPECT_THAT(launcher.started, IsEmpty());
+}
+
+TEST_F(Author, ASubtitleInNoKnownFormatIsRefused) {
+  add_subtitles();
+  folder.add("a.srt", "Dear reader,\nthis is a letter.\n");
+  ask.expect(told("Subtitle 1 of title 1 cannot be authored: the file \"" + folder.path("a.srt") +
+                      "\" cannot be used, since it is in none of the subtitle formats that spumux "
+                      "reads.  Please reset the title's subtitles and add one that can be read.",
+                  icon::exclamation));
+  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+}
+
+TEST_F(Author, AUtf8SubtitleThatWouldBeReadAsAnotherSetIsRefusedWithTheWayOut) {
+  add_subtitles();
+  folder.add("a.srt", "1\n00:00:01,000 --> 00:00:02,000\nCaf\xC3\xA9\n");
+  ask.expect(told("Subtitle 1 of title 1 cannot be authored: the file \"" + folder.path("a.srt") +
+                      "\" cannot be used, since it is UTF-8 text, but its character set is "
+                      "ISO-8859-1, so its letters would come out wrong.  Please reset the title's "
+                      "subtitles, add the file again and have it read as UTF-8.",
+                  icon::exclamation));
+  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+  p.subtitleoptions = {"center,bottom,60,60,30,30,28.0,arial.ttf,720,478,29.97,UTF-8|"};
+  expect_folder_question();
+  EXPECT_EQ(prepare_run(w, e, run), author_result::prepared);
 }
 
 TEST_F(Author, PreparingStartsNothing) {

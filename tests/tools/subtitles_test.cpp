@@ -160,6 +160,59 @@ TEST_F(SubtitlesDialog, TheSecondFilesSettingsStartAsACopyOfTheFirstsCurrentOnes
             "center,bottom,99,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|");
 }
 
+TEST_F(SubtitlesDialog, AUtf8FileIsAskedAboutAndYesMakesItItsCharacterSet) {
+  Subtitles dialog = edit();
+  add(dialog, "plain.srt");
+  const std::string accents = folder.add("accents.srt", "1\n00:00:01,000 --> x\nCaf\xC3\xA9\n");
+  expect_file(accents);
+  ask.expect({"\"" + accents + "\" is UTF-8 text.  Read it as UTF-8 instead of ISO-8859-1?",
+              icon::exclamation, buttons::yes_no, "Corvane"},
+             answer::yes);
+  dialog.add_file();
+  EXPECT_EQ(dialog.suboptions(), rows({ntsc_row, std::string(ntsc_row).replace(55, 10, "UTF-8")}));
+  EXPECT_EQ(dialog.shown()[subtitle_field::character_set], "ISO-8859-1");
+  dialog.select(1);
+  EXPECT_EQ(dialog.shown()[subtitle_field::character_set], "UTF-8");
+}
+
+TEST_F(SubtitlesDialog, TheFirstFilesSetIsShownAtOnceWhenItBecomesUtf8) {
+  Subtitles dialog = edit();
+  const std::string file = folder.add("a.srt",
+                                      "\xEF\xBB\xBF"
+                                      "1\n00:00:01 --> x\nCaf\xC3\xA9\n");
+  expect_file(file);
+  ask.expect({"\"" + file + "\" is UTF-8 text.  Read it as UTF-8 instead of ISO-8859-1?",
+              icon::exclamation, buttons::yes_no, "Corvane"},
+             answer::yes);
+  dialog.add_file();
+  EXPECT_EQ(dialog.shown()[subtitle_field::character_set], "UTF-8");
+}
+
+TEST_F(SubtitlesDialog, WithNoTheCharacterSetStays) {
+  Subtitles dialog = edit();
+  const std::string file = folder.add("a.srt", std::string("\xFF\xFE"
+                                                           "1\0\n\0",
+                                                           6));
+  expect_file(file);
+  ask.expect({"\"" + file + "\" is UTF-16 text.  Read it as UTF-16 instead of ISO-8859-1?",
+              icon::exclamation, buttons::yes_no, "Corvane"},
+             answer::no);
+  dialog.add_file();
+  EXPECT_EQ(dialog.suboptions(), rows({ntsc_row}));
+  EXPECT_EQ(files(), stored_from_native(file));
+}
+
+TEST_F(SubtitlesDialog, AFileThatCannotTellItsCharactersIsNotAskedAbout) {
+  Subtitles dialog = edit();
+  for (const char* const text : {"", "1\n00:00:01,000 --> x\nCaf\xE9\n",
+                                 "\xEF\xBB\xBF"
+                                 "1\nCafe\n"}) {
+    expect_file(folder.add("a.srt", text));
+    dialog.add_file();
+  }
+  EXPECT_EQ(dialog.suboptions(), rows({ntsc_row, ntsc_row, ntsc_row}));
+}
+
 TEST_F(SubtitlesDialog, CancellingTheFileDialogChangesNothing) {
   Subtitles dialog = edit();
   expect_file("");
