@@ -153,6 +153,13 @@ std::int64_t video_file::first_of_gop(std::int64_t gop) const {
   return static_cast<std::int64_t>(state_->index().first_shown(static_cast<std::size_t>(known)));
 }
 
+std::int64_t video_file::begin_of_gop(std::int64_t gop) const {
+  if (gops() == 0)
+    return 0;
+  const std::int64_t known = std::clamp<std::int64_t>(gop, 0, gops() - 1);
+  return static_cast<std::int64_t>(state_->index().begin_shown(static_cast<std::size_t>(known)));
+}
+
 std::uint64_t video_file::decoded() const {
   return state_->decoder->decoded();
 }

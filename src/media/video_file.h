@@ -11,6 +11,7 @@
 #pragma once
 
 #include "media/picture.h"
+#include "media/picture_times.h"
 #include "media/video_headers.h"
 #include "platform/result.h"
 
@@ -27,12 +28,12 @@ struct scan_progress {
   bool finished = false;
 };
 
-class video_file {
+class video_file final : public picture_times {
  public:
   /// Opens a file (native path). Reads its head only: quick for any size. Fails on anything that
   /// does not begin with MPEG-1 or MPEG-2 video that can be decoded.
   static result<std::unique_ptr<video_file>> open(const std::string& path);
-  ~video_file();
+  ~video_file() override;
   video_file(const video_file&) = delete;
   video_file& operator=(const video_file&) = delete;
 
@@ -51,22 +52,22 @@ class video_file {
 
   // The following know the pictures that have been scanned: all of them once that has finished.
 
-  std::int64_t pictures() const;
-  /// In seconds.
-  double length() const;
+  std::int64_t pictures() const override;
+  double length() const override;
   /// Fails when there is no such picture (0-based) or it cannot be decoded or read.
   result<picture> picture_number(std::int64_t number);
   /// The picture on the screen at a time in seconds; the first or last one outside of the video.
   result<picture> picture_at(double seconds);
-  std::int64_t number_at(double seconds) const;
-  /// When a picture comes up, in seconds.
-  double time_of(std::int64_t number) const;
+  std::int64_t number_at(double seconds) const override;
+  double time_of(std::int64_t number) const override;
 
   /// Groups of pictures: how many, which one (0-based) a picture belongs to, and which picture one
   /// begins with: its I picture, which is what a player shows when it jumps there.
-  std::int64_t gops() const;
+  std::int64_t gops() const override;
   std::int64_t gop_of(std::int64_t number) const;
   std::int64_t first_of_gop(std::int64_t gop) const;
+  /// The picture that a group shows first: in an open group a B picture, before its I picture.
+  std::int64_t begin_of_gop(std::int64_t gop) const override;
 
   /// How many pictures have been decoded so far: what all of the above has cost.
   std::uint64_t decoded() const;

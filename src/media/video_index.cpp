@@ -44,6 +44,13 @@ std::size_t video_index::group_shown(std::size_t shown) const {
                                        : static_cast<std::size_t>(after - first_shown_.begin()) - 1;
 }
 
+std::size_t video_index::begin_shown(std::size_t group) const {
+  std::size_t shown = first_shown(group);
+  while (shown > 0 && leading(coded_of(shown - 1)) && group_of(coded_of(shown - 1)) == group)
+    --shown;
+  return shown;
+}
+
 std::uint64_t video_index::fields_before(std::size_t shown) const {
   return fields_.empty() ? std::uint64_t{2} * shown : fields_.at(shown);
 }

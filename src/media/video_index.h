@@ -64,6 +64,9 @@ class video_index {
   std::size_t group_shown(std::size_t shown) const;
   /// The I picture that a group begins with, as a number on the screen.
   std::size_t first_shown(std::size_t group) const { return first_shown_.at(group); }
+  /// The picture that is on the screen first of a group: its I picture, or the first of the B
+  /// pictures shown before it.
+  std::size_t begin_shown(std::size_t group) const;
   /// How many groups have one.
   std::size_t groups_shown() const { return first_shown_.size(); }
 
