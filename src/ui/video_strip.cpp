@@ -1,6 +1,5 @@
 #include "ui/video_strip.h"
 
-#include "media/video_file.h"
 #include "ui/control_name.h"
 #include "ui/file_pictures.h"
 #include "ui/layout.h"
@@ -18,8 +17,6 @@
 namespace corvane {
 namespace {
 
-constexpr int slice_milliseconds = 12;      // less than a redraw apart
-constexpr int patience_milliseconds = 400;  // a bar that comes and goes at once only flickers
 constexpr int progress_steps = 1000;
 
 wxString time_text(double seconds) {
@@ -46,8 +43,6 @@ video_strip::video_strip(wxWindow* parent, std::function<void(const wxImage&)> s
   Bind(wxEVT_IDLE, &video_strip::on_idle, this);
 }
 
-video_strip::~video_strip() = default;
-
 void video_strip::arrange() {
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   const wxSizerFlags gap =
@@ -65,62 +60,49 @@ void video_strip::arrange() {
 }
 
 result<wxSize> video_strip::open(const std::string& path) {
-  result<std::unique_ptr<video_file>> opened = video_file::open(path);
-  if (!opened)
-    return result<wxSize>::fail(opened.error);
-  video_ = std::move(*opened);
-  const result<picture> first = video_->first_picture();
-  if (!first) {
-    video_.reset();
+  const result<picture> first = loader_.open(path);
+  if (!first)
     return result<wxSize>::fail(first.error);
-  }
   show_(image_of(*first));
-  scanning_ = true;
-  scan_time_.Start();
-  return result<wxSize>::ok(wxSize(video_->shape().width, video_->shape().height));
+  const video_shape& shape = loader_.video()->shape();
+  return result<wxSize>::ok(wxSize(shape.width, shape.height));
 }
 
 void video_strip::release() {
-  scanning_ = false;
-  video_.reset();
+  loader_.close();
 }
 
 void video_strip::on_idle(wxIdleEvent& event) {
   event.Skip();
-  if (!video_)
-    return;
-  if (scanning_) {
+  if (loader_.scanning()) {
     scan();
     event.RequestMore();
-  } else if (wanted_ != shown_) {
+  } else if (loader_.video() != nullptr && wanted_ != shown_) {
     show_wanted();
   }
 }
 
 void video_strip::scan() {
-  const result<scan_progress> progress = video_->scan(slice_milliseconds);
-  if (!progress)
-    position_->SetToolTip(shown(progress.error));
-  if (!progress || progress->finished) {
-    scanned();  // what was read of a file that cannot be read to its end can still be shown
+  loader_.scan();
+  if (loader_.unread())
+    position_->SetToolTip(shown(*loader_.unread()));
+  if (!loader_.scanning()) {
+    scanned();
     return;
   }
-  if (!progress_->IsShown() && scan_time_.Time() > patience_milliseconds) {
+  if (!progress_->IsShown() && loader_.takes_long()) {
     position_->Hide();
     progress_->Show();
     Layout();
   }
-  const double part = static_cast<double>(progress->done) /
-                      static_cast<double>(std::max<std::uint64_t>(progress->total, 1));
-  progress_->SetValue(static_cast<int>(std::clamp(part, 0.0, 1.0) * progress_steps));
+  progress_->SetValue(static_cast<int>(loader_.part() * progress_steps));
 }
 
 void video_strip::scanned() {
-  scanning_ = false;
   progress_->Hide();
   position_->Show();
   const std::int64_t last =
-      std::min<std::int64_t>(video_->pictures() - 1, std::numeric_limits<int>::max());
+      std::min<std::int64_t>(loader_.video()->pictures() - 1, std::numeric_limits<int>::max());
   if (last > 0) {
     position_->SetRange(0, static_cast<int>(last));
     position_->SetPageSize(std::max(1, static_cast<int>(last / 20)));
@@ -133,7 +115,7 @@ void video_strip::scanned() {
 // The slider may have moved on over many pictures: only the one where it stands now is decoded.
 void video_strip::show_wanted() {
   shown_ = wanted_;
-  const result<picture> p = video_->picture_number(shown_);
+  const result<picture> p = loader_.video()->picture_number(shown_);
   show_time();
   if (p)
     show_(image_of(*p));
@@ -142,7 +124,8 @@ void video_strip::show_wanted() {
 }
 
 void video_strip::show_time() {
-  time_->SetLabel(time_text(video_->time_of(shown_)) + " of " + time_text(video_->length()));
+  time_->SetLabel(time_text(loader_.video()->time_of(shown_)) + " of " +
+                  time_text(loader_.video()->length()));
   Layout();
 }
 

@@ -1,19 +1,18 @@
 // Which picture of a video is shown: a slider with the time, below the picture.
 //
-// It owns the open video. The pictures that the slider can reach are found by reading the file,
+// The pictures that the slider can reach are found by reading the file,
 // in slices whenever nothing else is to do, so that the window stays live; a bar tells how far that
 // is when it takes long. Destroying the strip in the middle of it is safe.
 #pragma once
 
+#include "media/video_loader.h"
 #include "platform/result.h"
 
 #include <wx/image.h>
 #include <wx/panel.h>
-#include <wx/stopwatch.h>
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <string>
 
 class wxGauge;
@@ -22,13 +21,10 @@ class wxStaticText;
 
 namespace corvane {
 
-class video_file;
-
 class video_strip : public wxPanel {
  public:
   /// `show` gets each picture to be shown.
   video_strip(wxWindow* parent, std::function<void(const wxImage&)> show);
-  ~video_strip() override;
 
   /// Opens a video (native path), shows its first picture and gives the video's size in pixels.
   result<wxSize> open(const std::string& path);
@@ -45,9 +41,7 @@ class video_strip : public wxPanel {
   void show_time();
 
   std::function<void(const wxImage&)> show_;
-  std::unique_ptr<video_file> video_;
-  bool scanning_ = false;
-  wxStopWatch scan_time_;
+  video_loader loader_;
   std::int64_t shown_ = 0;   ///< number of the picture shown, 0-based
   std::int64_t wanted_ = 0;  ///< of the one that the slider stands at
   wxStaticText* label_;
