@@ -5,6 +5,7 @@
 #include "project/project_file.h"
 #include "project/title_commands.h"
 #include "tools/still_video.h"
+#include "ui/chapter_window.h"
 #include "ui/main_window.h"
 #include "ui/menu_windows.h"
 #include "ui/stream_windows.h"
@@ -113,7 +114,7 @@ const std::vector<tool>& main_tools() {
        "chapters",
        "add chapter points to the selected title",
        "add chapter points to the selected title",
-       nullptr,
+       edit_chapters,
        {}},
       {"nav-commands",
        "nav cmds",

@@ -26,6 +26,10 @@ inline constexpr int tags_height = 160;
 inline constexpr int subtitles_height = 90;  ///< least height of the list of subtitle files
 inline constexpr int font_width = 260;       ///< most that a long name of a font asks for
 
+inline constexpr int chapters_width = 260;       ///< of the title that chapters are typed for
+inline constexpr int chapters_height = 220;      ///< least height of the typed chapter times
+inline constexpr int chapter_times_width = 150;  ///< least width of the list beside the player
+
 inline constexpr int log_width = 720;
 inline constexpr int log_height = 460;
 inline constexpr int log_least_width = 320;

@@ -6,6 +6,7 @@
 #include "project/project_file.h"
 #include "project/title_commands.h"
 #include "tools/still_video.h"
+#include "ui/chapter_window.h"
 #include "ui/command_bars.h"
 #include "ui/control_name.h"
 #include "ui/file_drop.h"
@@ -99,17 +100,21 @@ void main_window::make_controls() {
 void main_window::bind_keys() {
   const int up = wxWindow::NewControlId();
   const int down = wxWindow::NewControlId();
+  const int chapters = wxWindow::NewControlId();
   const int nav_commands = wxWindow::NewControlId();
   Bind(
       wxEVT_MENU, [this](wxCommandEvent&) { run(titleup_command); }, up);
   Bind(
       wxEVT_MENU, [this](wxCommandEvent&) { run(titledown_command); }, down);
   Bind(
+      wxEVT_MENU, [this](wxCommandEvent&) { edit_chapters(*this); }, chapters);
+  Bind(
       wxEVT_MENU, [this](wxCommandEvent&) { edit_navcommands(*this); }, nav_commands);
   Bind(
       wxEVT_MENU, [this](wxCommandEvent&) { Close(); }, wxID_EXIT);
   const wxAcceleratorEntry keys[] = {{wxACCEL_ALT, WXK_UP, up},
                                      {wxACCEL_ALT, WXK_DOWN, down},
+                                     {wxACCEL_CTRL, 'H', chapters},
                                      {wxACCEL_CTRL, 'N', nav_commands},
                                      {wxACCEL_CTRL, 'Q', wxID_EXIT}};
   SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(std::size(keys)), keys));

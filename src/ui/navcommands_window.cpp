@@ -3,12 +3,12 @@
 #include "project/text.h"
 #include "ui/control_name.h"
 #include "ui/dialog_buttons.h"
+#include "ui/fixed_pitch.h"
 #include "ui/layout.h"
 #include "ui/shown_text.h"
 
 #include <wx/button.h>
 #include <wx/combobox.h>
-#include <wx/fontenum.h>
 #include <wx/listbox.h>
 #include <wx/sizer.h>
 #include <wx/statbox.h>
@@ -33,14 +33,6 @@ wxArrayString shown_items(const std::vector<std::string>& items) {
   for (const std::string& item : items)
     all.push_back(shown(item));
   return all;
-}
-
-wxFont fixed_pitch(const wxFont& like) {
-  wxFontInfo info(like.GetFractionalPointSize());
-  info.Family(wxFONTFAMILY_TELETYPE);
-  if (wxFontEnumerator::IsValidFacename("Courier New"))
-    info.FaceName("Courier New");
-  return wxFont(info);
 }
 
 }  // namespace

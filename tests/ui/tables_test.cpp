@@ -74,7 +74,7 @@ const std::vector<expected_tool> expected_tools = {
     {"chapters",
      "add chapter points to the selected title",
      "add chapter points to the selected title",
-     false,
+     true,
      {}},
     {"nav cmds",
      "change the command executed after the selected title has finished",

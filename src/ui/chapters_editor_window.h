@@ -1,0 +1,54 @@
+// The window "chapters editor" (`vchapters`): plays a title's video and takes chapter times from
+// the playing position. A view of the model `vchapters`, which has the rules.
+//
+// Modeless; owns itself. The dialog that opened it is disabled as long as it is there. Closing it
+// without "accept" discards its list.
+#pragma once
+
+#include "tools/visual_chapters.h"
+
+#include <wx/frame.h>
+
+#include <functional>
+
+class wxButton;
+class wxListBox;
+class wxPanel;
+class wxSizer;
+
+namespace corvane {
+
+class video_player;
+
+class chapters_editor_window : public wxFrame {
+ public:
+  /// Shows itself over `dialog`, which it disables. When the user leaves it, it enables `dialog`
+  /// and calls `closed`; when it goes with `dialog`, it does neither.
+  chapters_editor_window(wxWindow* dialog, vchapters model, std::function<void()> closed);
+
+ private:
+  void make_controls();
+  wxSizer* make_right(wxWindow* parent);
+  wxButton* make_button(wxWindow* parent, const char* name, const wxString& label,
+                        void (chapters_editor_window::*clicked)());
+  void bind_controls();
+  void fit();
+  void on_key(wxKeyEvent& event);
+  void show_rows();
+  void show_marks();
+  void add();
+  void remove();
+  void seek();
+  void accept();
+  void leave();
+
+  vchapters model_;
+  std::function<void()> closed_;
+  bool leaving_ = false;
+  wxPanel* panel_ = nullptr;
+  video_player* player_ = nullptr;
+  wxListBox* List1_ = nullptr;
+  wxButton* Command1_ = nullptr;
+};
+
+}  // namespace corvane

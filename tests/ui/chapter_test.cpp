@@ -1,0 +1,246 @@
+// The dialog "chapters" with a real pointer and real keys.
+#include "ui/gtk_sight.h"
+#include "ui/main_window.h"
+#include "ui/shown_text.h"
+#include "ui/window_fixture.h"
+
+#include <gmock/gmock.h>
+#include <wx/control.h>
+#include <wx/textctrl.h>
+
+#include <utility>
+
+namespace corvane::testing_support {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr const char* dialog = "chapter";
+constexpr const char* typo = "There appears to be a typo in the chapters list, please correct.";
+
+class chapters : public window_test {
+ protected:
+  const project& shown_project() const { return window_->shown_project(); }
+
+  /// Two titles; the second one, with these chapters, is selected.
+  void load_two(const std::string& second = "00:00:00.00,00:05:10.25") {
+    project p = project_with_menus(2);
+    p.chapters[1] = second;
+    load(p);
+    click_row(1);
+  }
+  static void open() {
+    click_tool("chapters");
+    ASSERT_TRUE(window_comes(dialog));
+  }
+  static wxTextCtrl& text() { return *dynamic_cast<wxTextCtrl*>(control("RichTextBox1", dialog)); }
+  static std::string typed() {
+    return ask_ui([] { return utf8_of(text().GetValue()); });
+  }
+  /// As if pasted.
+  static void set_text(const std::string& value) {
+    on_ui([&] { text().SetValue(corvane::shown(value)); });
+  }
+  /// Without the mark of its key.
+  static std::string caption_of(const char* name) {
+    return utf8_of(wxControl::GetLabelText(control(name, dialog)->GetLabel()));
+  }
+  static bool gone() { return window_goes(dialog); }
+  bool main_is_enabled() {
+    return ask_ui([this] { return window_->IsEnabled(); });
+  }
+};
+
+TEST_F(chapters, without_a_selected_title_nothing_opens) {
+  load(project_with_menus(1));
+  click_tool("chapters");
+  const seen_dialog seen = answer_message("Please select a title to add chapters to.", "OK");
+  EXPECT_EQ(seen.picture, "warning");
+  EXPECT_EQ(seen.title, "Corvane");
+  EXPECT_THAT(seen.buttons, ElementsAre("OK"));
+  EXPECT_FALSE(ask_ui([] { return wxWindow::FindWindowByName(dialog) != nullptr; }));
+  EXPECT_TRUE(main_is_enabled());
+}
+
+TEST_F(chapters, dialog_shows_the_title_and_its_times_one_a_line) {
+  load_two();
+  open();
+  screenshot("chapters");
+  EXPECT_EQ(ask_ui([] { return utf8_of(control(dialog)->GetLabel()); }), "chapters");
+  for (const auto& [name, label] : {std::pair{"Frame1", "add chapters for:"},
+                                    {"Label2", "2"},
+                                    {"Label3", "title2:b.m2v/b.ac3"},
+                                    {"Label4", "the format is HH:MM:SS"}})
+    EXPECT_EQ(ask_ui([&] { return caption_of(name); }), label);
+  EXPECT_EQ(typed(), "00:00:00.00\n00:05:10.25\n");
+  on_ui([] {
+    for (const char* name :
+         {"Frame1", "Label2", "Label3", "RichTextBox1", "Label4", "vedit", "Command2"})
+      EXPECT_EQ(accessible_name(*control(name, dialog)), name);
+    EXPECT_EQ(caption_of("vedit"), "visual editor");
+    EXPECT_TRUE(text().IsMultiLine());
+    EXPECT_TRUE(text().GetFont().IsFixedWidth());
+    EXPECT_TRUE(text().HasFocus());
+  });
+  EXPECT_FALSE(main_is_enabled());
+  press("Escape");
+  EXPECT_TRUE(gone());
+  EXPECT_TRUE(main_is_enabled());
+}
+
+TEST_F(chapters, all_of_it_goes_with_the_keys_alone) {
+  load_two("");
+  press("ctrl+h");
+  ASSERT_TRUE(window_comes(dialog));
+  type_text("00:00:00.00");
+  press("Return");
+  type_text("00:07:00.00");
+  press("ctrl+Return");
+  EXPECT_TRUE(gone());
+  EXPECT_EQ(shown_project().chapters[1], "00:00:00.00,00:07:00.00");
+  press("ctrl+h");
+  ASSERT_TRUE(window_comes(dialog));
+  press("ctrl+End");
+  type_text("00:08:00.00");
+  press("Tab");  // leaves the text
+  press("alt+a");
+  EXPECT_TRUE(gone());
+  EXPECT_EQ(shown_project().chapters[1], "00:00:00.00,00:07:00.00,00:08:00.00");
+}
+
+TEST_F(chapters, accepting_stores_the_times_of_this_title_and_enables_the_main_window) {
+  load_two();
+  open();
+  set_text("00:12:30.50\n00:00:00.00\n00:12:30.50\n");
+  click_control("Command2", dialog);
+  EXPECT_TRUE(gone());
+  EXPECT_THAT(shown_project().chapters,
+              ElementsAre("00:00:00.00", "00:12:30.50,00:00:00.00,00:12:30.50"));
+  EXPECT_EQ(shown_project().saved, 0);
+  EXPECT_TRUE(main_is_enabled());
+  EXPECT_EQ(selection(), 1);
+}
+
+struct accepted_text {
+  const char* name;
+  const char* typed;
+  const char* stored;
+};
+
+class accepted_chapters : public chapters, public testing::WithParamInterface<accepted_text> {};
+
+TEST_P(accepted_chapters, are_stored) {
+  load_two();
+  open();
+  set_text(GetParam().typed);
+  click_control("Command2", dialog);
+  EXPECT_TRUE(gone());
+  EXPECT_EQ(shown_project().chapters[1], GetParam().stored);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    chapters, accepted_chapters,
+    testing::Values(accepted_text{"blanks_around_a_time_are_cut", " 00:05:00.00\n00:05:00.00   ",
+                                  "00:05:00.00,00:05:00.00"},
+                    accepted_text{"only_the_first_12_characters_count", "00:05:00.0099",
+                                  "00:05:00.009"},
+                    accepted_text{"only_the_separators_are_checked", "ab:cd:ef.gh", "ab:cd:ef.gh"},
+                    accepted_text{"blank_lines_vanish", "00:00:00.00\n\n00:10:00.00",
+                                  "00:00:00.00,00:10:00.00"},
+                    accepted_text{"lines_of_fewer_than_9_characters_are_dropped",
+                                  "0:05:00\n00:10:00.00\nxyz", "00:10:00.00"},
+                    accepted_text{"an_empty_text_clears_the_chapters", "", ""}),
+    [](const auto& test) { return std::string(test.param.name); });
+
+TEST_F(chapters, one_hour_digit_is_a_typo_that_can_be_corrected) {
+  load_two();
+  open();
+  set_text("00:00:00.00\n0:05:00.00\n0:06:00.00\n");
+  click_control("Command2", dialog);
+  const seen_dialog seen = answer_message(typo, "OK");
+  EXPECT_EQ(seen.picture, "warning");
+  EXPECT_EQ(seen.title, "Corvane");
+  EXPECT_THAT(seen.buttons, ElementsAre("OK"));
+  EXPECT_TRUE(window_comes(dialog));
+  EXPECT_EQ(typed(), "00:00:00.00\n0:05:00.00\n0:06:00.00\n");
+  EXPECT_EQ(shown_project().chapters[1], "00:00:00.00,00:05:10.25");
+  EXPECT_EQ(shown_project().saved, 1);
+  EXPECT_FALSE(main_is_enabled());
+  set_text("00:00:00.00\n00:05:00.00\n");
+  click_control("Command2", dialog);
+  EXPECT_TRUE(gone());
+  EXPECT_EQ(shown_project().chapters[1], "00:00:00.00,00:05:00.00");
+}
+
+TEST_F(chapters, closing_stores_nothing_and_enables_the_main_window) {
+  load_two();
+  for (const std::string way : {"Escape", "cancel", "close"}) {
+    open();
+    EXPECT_EQ(typed(), "00:00:00.00\n00:05:10.25\n") << way;
+    set_text("00:09:00.00");
+    if (way == "close")
+      close(dialog);
+    else if (way == "cancel")
+      click_button("cancel");
+    else
+      press("Escape");
+    EXPECT_TRUE(gone()) << way;
+    EXPECT_EQ(shown_project().chapters[1], "00:00:00.00,00:05:10.25") << way;
+    EXPECT_EQ(shown_project().saved, 1) << way;
+    EXPECT_TRUE(main_is_enabled()) << way;
+  }
+}
+
+TEST_F(chapters, main_window_rests_while_the_dialog_is_open) {
+  load_two();
+  open();
+  on_ui([this] {
+    window_->author();
+    window_->drop({folder_.path("x.m2v")});
+  });
+  press("F5");
+  press("ctrl+h");
+  close("main");
+  EXPECT_TRUE(window_comes("main"));
+  EXPECT_TRUE(window_comes(dialog));
+  close(dialog);
+  EXPECT_TRUE(gone());
+  EXPECT_TRUE(no_dialog());
+}
+
+TEST_F(chapters, end_of_the_session_closes_the_dialog_too) {
+  load_two();
+  open();
+  on_ui([this] { window_->CallAfter([this] { window_->Close(true); }); });
+  EXPECT_TRUE(window_goes("main"));
+  EXPECT_TRUE(gone());
+}
+
+TEST_F(chapters, end_of_the_session_waits_for_the_message_of_the_dialog) {
+  load_two();
+  open();
+  set_text("0:05:00.00");
+  click_control("Command2", dialog);
+  ASSERT_TRUE(wait_until([] { return look_at_dialog() && look_at_dialog()->text == typo; }));
+  end_session();
+  answer_message(typo, "OK");
+  EXPECT_TRUE(window_goes("main"));
+  EXPECT_TRUE(gone());
+}
+
+TEST_F(chapters, dialog_does_not_close_under_its_message) {
+  load_two();
+  open();
+  set_text("0:05:00.00");
+  click_control("Command2", dialog);
+  ASSERT_TRUE(wait_until([] { return look_at_dialog() && look_at_dialog()->text == typo; }));
+  close(dialog);
+  answer_message(typo, "OK");
+  EXPECT_TRUE(window_comes(dialog));
+  EXPECT_EQ(typed(), "0:05:00.00");
+  close(dialog);
+  EXPECT_TRUE(gone());
+}
+
+}  // namespace
+}  // namespace corvane::testing_support
