@@ -17,6 +17,7 @@ struct jpeg_header {
   std::optional<int> adobe_transform;  // 0: the components are RGB or CMYK as they stand
   int coding = -1;                     // number of the frame's marker: 0 baseline, 2 progressive
   int bits = 0;
+  std::size_t end = 0;  // first byte behind the frame header
   std::vector<component> components;
 };
 
@@ -68,6 +69,7 @@ jpeg_header read_header(std::string_view bytes) {
       break;
     read_segment(bytes.substr(at + 4, length - 2), marker, header);
     at += 2 + length;
+    header.end = at;
   }
   return header;
 }
@@ -97,6 +99,13 @@ std::string factors_of(const jpeg_header& h) {
 }
 
 }  // namespace
+
+bool is_cut_off_jpeg(std::string_view jpeg) {
+  // Within the coded picture, this pair of bytes stands at its end only; what stands before the
+  // frame header may be a whole JPEG itself, a thumbnail.
+  const jpeg_header h = read_header(jpeg);
+  return h.coding < 0 || jpeg.find("\xFF\xD9", h.end) == std::string_view::npos;
+}
 
 std::optional<std::string> why_not_for_jpeg2yuv(std::string_view jpeg) {
   if (byte_at(jpeg, 0) != 0xFF || byte_at(jpeg, 1) != 0xD8)

@@ -67,6 +67,8 @@ std::optional<still_result> choose_jpeg(workbench& w, const still_equipment& e,
   if (const auto why = why_not_for_jpeg2yuv(*bytes))
     return refuse("it " + *why + ", which jpeg2yuv cannot take.  Please save it as a plain JPEG " +
                   "(YCbCr colours, 4:2:0)");
+  if (is_cut_off_jpeg(*bytes))
+    return refuse("it is cut off; the rest of the picture is missing");
   return std::nullopt;
 }
 

@@ -98,6 +98,17 @@ TEST(JpegCheck, TheFrameIsFoundBehindOtherSegments) {
             std::nullopt);
 }
 
+TEST(JpegCheck, AFileWithoutItsEndIsCutOff) {
+  const std::string thumbnail = segment(0xE1, "Exif\xFF\xD8\xFF\xD9");
+  const std::string head = "\xFF\xD8" + jfif() + thumbnail + frame(plain);
+  const std::string scan = segment(0xDA, "x") + std::string("\x12\xFF\x00\x34\xFF\xD0\x56", 7);
+  const std::string whole = head + scan + "\xFF\xD9";
+  EXPECT_FALSE(is_cut_off_jpeg(whole));
+  EXPECT_FALSE(is_cut_off_jpeg(whole + "and more"));
+  for (std::size_t length = 0; length < whole.size(); ++length)
+    EXPECT_TRUE(is_cut_off_jpeg(whole.substr(0, length))) << length;
+}
+
 TEST(JpegCheck, WhatIsNoJpegOrCutOffIsRefused) {
   EXPECT_EQ(why_not_for_jpeg2yuv(""), "is not a JPEG file");
   EXPECT_EQ(why_not_for_jpeg2yuv("BM6"), "is not a JPEG file");

@@ -33,7 +33,7 @@ std::string jpeg_head(const std::string& factors) {
   return std::string("\xFF\xD8\xFF\xC0\0", 5) + static_cast<char>(frame.size() + 2) + frame;
 }
 
-const std::string plain_head = jpeg_head("\x22\x11\x11");
+const std::string plain_jpeg = jpeg_head("\x22\x11\x11") + "\xFF\xD9";
 
 class StillVideo : public testing_support::command_test {
  protected:
@@ -47,7 +47,7 @@ class StillVideo : public testing_support::command_test {
   }
 
   std::string add_jpeg(const std::string& name, int width, int height) {
-    const std::string file = folder.add(name, plain_head);
+    const std::string file = folder.add(name, plain_jpeg);
     pictures.sizes[file] = {width, height};
     return file;
   }
@@ -201,6 +201,16 @@ TEST_F(StillVideo, APictureThatJpeg2yuvCannotTakeIsRefusedBeforeTheRun) {
   EXPECT_FALSE(script_written());
 }
 
+TEST_F(StillVideo, APictureThatIsCutOffIsRefused) {
+  const std::string file = folder.add("menu.jpg", jpeg_head("\x22\x11\x11"));
+  pictures.sizes[file] = {720, 480};
+  expect_jpeg(file);
+  expect_refusal("\"" + file +
+                 "\" cannot be used: it is cut off; the rest of the picture is missing.");
+  EXPECT_EQ(still_command(w, e), still_result::refused);
+  EXPECT_FALSE(script_written());
+}
+
 TEST_F(StillVideo, CancellingTheSaveDialogStillAsksForAndStoresTheFrameCount) {
   expect_questions(add_jpeg("menu.jpg", 720, 480), "");
   expect_frames("1", "25");
@@ -271,7 +281,7 @@ TEST_F(StillVideo, ThePictureItselfIsNeverTheOutput) {
   expect_save("");
   expect_frames("1", "1");
   EXPECT_EQ(still_command(w, e), still_result::cancelled);
-  EXPECT_EQ(folder.read("menu.jpg"), plain_head);
+  EXPECT_EQ(folder.read("menu.jpg"), plain_jpeg);
 }
 
 TEST_F(StillVideo, MissingToolsAreToldBeforeAnythingIsAsked) {

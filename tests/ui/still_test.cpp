@@ -224,6 +224,24 @@ TEST_F(stills, file_that_is_no_picture_is_told) {
   EXPECT_TRUE(no_dialog());
 }
 
+TEST_F(stills, picture_that_is_cut_off_is_refused) {
+  const std::string jpeg = draw("menu.jpg", 720, 480);
+  std::filesystem::resize_file(path_of(jpeg), *file_size(jpeg) / 2);
+  choose(jpeg);
+  answer_message(
+      "\"" + jpeg + "\" cannot be used: it is cut off; the rest of the picture is missing.", "OK");
+  EXPECT_TRUE(no_dialog());
+}
+
+TEST_F(stills, run_cleans_up_and_leaves_the_video) {
+  click_menu("file", "clean up files after authoring");
+  const std::string out = folder_.path("menu.m2v");
+  make(draw("menu.jpg", 720, 480), out, "1");
+  answer_message(success_text, "Cancel");
+  EXPECT_FALSE(script_written());
+  EXPECT_TRUE(file_exists(out));
+}
+
 TEST_F(stills, tool_that_crashes_is_told_as_an_error) {
   replace_tool("jpeg2yuv", "kill -SEGV $$\n");
   make(draw("menu.jpg", 720, 480), folder_.path("menu.m2v"), "1");
