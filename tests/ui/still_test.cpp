@@ -242,6 +242,26 @@ TEST_F(stills, run_cleans_up_and_leaves_the_video) {
   EXPECT_TRUE(file_exists(out));
 }
 
+TEST_F(stills, video_of_one_picture_becomes_a_menu_of_the_disc) {
+  const std::string out = folder_.path("menu.m2v");
+  make(draw("menu.jpg", 720, 480), out, "1");
+  answer_message(success_text, "Cancel");
+  add_title(real_video(), real_audio());
+  press("ctrl+m");
+  answer_file("select video stream", out);
+  cancel_dialog("select audio stream (If no audio is needed for the menu, press cancel)");
+  ASSERT_TRUE(window_comes("tsmenu"));
+  click_control("Command1", "tsmenu");
+  screenshot("still-menu");
+  click_control("Command2", "tsmenu");
+  ASSERT_TRUE(window_goes("tsmenu"));
+  press("F5");
+  answer_file("enter a folder name to create the dvd", folder_.path("disc"));
+  EXPECT_TRUE(wait_until([] { return look_at_dialog().has_value(); }, 60));
+  answer_message(success_text, "Cancel");
+  EXPECT_TRUE(file_exists(folder_.path("disc/VIDEO_TS/VTS_01_0.VOB")));  // the titleset's menus
+}
+
 TEST_F(stills, tool_that_crashes_is_told_as_an_error) {
   replace_tool("jpeg2yuv", "kill -SEGV $$\n");
   make(draw("menu.jpg", 720, 480), folder_.path("menu.m2v"), "1");
