@@ -240,6 +240,8 @@ bool read_titles(dvd_reader_t* disc, const ifo_handle_t& vts, int titleset, cont
     t.chapters = chapters_of(parts, *pgc, streams);
     t.audio = audio_of(*vts.vtsi_mat, *pgc, streams);
     t.subpictures = subpictures_of(*vts.vtsi_mat, *pgc, streams);
+    for (std::size_t colour = 0; colour < t.palette.size(); ++colour)
+      t.palette[colour] = pgc->palette[colour];  // packed: no reference to the whole array
     t.units = units_of(streams, *pgc);
   }
   return true;

@@ -10,6 +10,7 @@
 #include "vm_command.h"
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -57,7 +58,8 @@ struct title {
   std::vector<double> chapters;  ///< start times; the first is 0
   std::vector<audio_stream> audio;
   std::vector<subpicture_stream> subpictures;
-  std::vector<double> units;  ///< start times of its units of video (VOBU)
+  std::array<std::uint32_t, 16> palette{};  ///< of the subpictures, 00 Y Cr Cb
+  std::vector<double> units;                ///< start times of its units of video (VOBU)
 };
 
 struct button {
