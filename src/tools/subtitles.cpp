@@ -98,6 +98,21 @@ std::vector<std::string> Subtitles::list1() const {
   return names;
 }
 
+std::optional<std::string> Subtitles::file() const {
+  const std::vector<std::string> paths = subtitle_paths(w_->p.subtitledata[title_]);
+  const auto row = static_cast<std::size_t>(selected_);
+  return row < paths.size() ? std::optional(native_from_stored(paths[row])) : std::nullopt;
+}
+
+std::string Subtitles::video() const {
+  const std::string& streams = w_->p.List11[title_];
+  return native_from_stored(std::string_view(streams).substr(0, streams.find('/')));
+}
+
+const std::string& Subtitles::region() const {
+  return w_->p.globalregion;
+}
+
 std::optional<std::size_t> Subtitles::fontface() const {
   return fonts_.index_of(shown_[subtitle_field::font_file]);
 }

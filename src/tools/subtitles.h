@@ -38,6 +38,11 @@ class Subtitles {
   const font_list& fonts() const { return fonts_; }          ///< rows of `fontface`
   std::optional<std::size_t> fontface() const;  ///< the row that is selected; nothing: none
 
+  // For the preview, paths native.
+  std::optional<std::string> file() const;  ///< of the selected row; nothing: "<none>"
+  std::string video() const;                ///< of the title
+  const std::string& region() const;        ///< "NTSC" or "PAL"
+
   /// The settings rows, of each file one; one when there is no file.
   const std::vector<std::string>& suboptions() const { return suboptions_; }
 

@@ -57,6 +57,7 @@ class main_window : public wxFrame {
   void tell(const std::string& text);
 
   const project& shown_project() const { return p_; }
+  const std::string& app() const { return app_; }  ///< the program folder
   const command_bars& bars() const { return *bars_; }
 
   // For the runner's screen.

@@ -28,7 +28,7 @@ void edit_subtitles(main_window& main) {
   main.run([&model](workbench& w) { model = Subtitles::open(w, fonts_of_system()); });
   if (model)
     main.lend([&](workbench&, std::function<void()> closed) -> wxTopLevelWindow* {
-      auto* dialog = new subtitles_window(&main, std::move(*model), std::move(closed));
+      auto* dialog = new subtitles_window(&main, main.app(), std::move(*model), std::move(closed));
       dialog->Show();
       return dialog;
     });

@@ -1,6 +1,7 @@
 #include "ui/subtitles_window.h"
 
 #include "ui/control_name.h"
+#include "ui/cue_preview.h"
 #include "ui/dialog_buttons.h"
 #include "ui/labelled.h"
 #include "ui/layout.h"
@@ -15,14 +16,17 @@
 
 namespace corvane {
 
-subtitles_window::subtitles_window(wxWindow* main, Subtitles model, std::function<void()> closed)
+subtitles_window::subtitles_window(wxWindow* main, const std::string& app, Subtitles model,
+                                   std::function<void()> closed)
     : wxDialog(main, wxID_ANY, "Corvane - subtitles", wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "Subtitles"),
       model_(std::move(model)),
       closed_(std::move(closed)) {
   name_control(*this, "Subtitles");
   auto* columns = new wxBoxSizer(wxHORIZONTAL);
-  columns->Add(make_left(), wxSizerFlags(1).Expand());
+  columns->Add(make_left(), wxSizerFlags().Expand());
+  preview_ = new cue_preview(this, app, model_.fonts(), model_.video());
+  columns->Add(preview_, wxSizerFlags(1).Expand().Border(wxLEFT, FromDIP(layout::group_gap)));
   auto* whole = new wxBoxSizer(wxVERTICAL);
   const int border = FromDIP(layout::window_border);
   whole->Add(columns, wxSizerFlags(1).Expand().Border(wxALL, border));
@@ -115,6 +119,7 @@ void subtitles_window::tell(const subtitle_event& event) {
 void subtitles_window::show_model() {
   show_files();
   options_->show(model_);
+  preview_->show(model_.file(), model_.shown(), model_.region());
 }
 
 void subtitles_window::show_files() {
@@ -141,6 +146,7 @@ void subtitles_window::leave() {
   if (leaving_)
     return;
   leaving_ = true;
+  preview_->release();
   GetParent()->Enable();
   Hide();
   closed_();

@@ -20,11 +20,14 @@ class wxSizer;
 
 namespace corvane {
 
+class cue_preview;
+
 class subtitles_window : public wxDialog {
  public:
-  /// Disables `main`. When the user leaves the dialog, it enables `main` and calls `closed`; when
-  /// it goes with `main`, it does neither.
-  subtitles_window(wxWindow* main, Subtitles model, std::function<void()> closed);
+  /// `app`: the program folder. Disables `main`. When the user leaves the dialog, it enables `main`
+  /// and calls `closed`; when it goes with `main`, it does neither.
+  subtitles_window(wxWindow* main, const std::string& app, Subtitles model,
+                   std::function<void()> closed);
 
  private:
   wxSizer* make_left();
@@ -45,6 +48,7 @@ class subtitles_window : public wxDialog {
   bool leaving_ = false;
   wxListBox* list1_ = nullptr;
   subtitle_options_panel* options_ = nullptr;
+  cue_preview* preview_ = nullptr;
 };
 
 }  // namespace corvane

@@ -1,11 +1,14 @@
 // The dialog of the text subtitles with a real pointer and real keys.
+#include "media/video_file.h"
 #include "project/subtitle_rows.h"
 #include "support/environment_variable.h"
 #include "tools/subtitles.h"
+#include "ui/file_pictures.h"
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
 #include "ui/search_list.h"
 #include "ui/shown_text.h"
+#include "ui/still_view.h"
 #include "ui/window_fixture.h"
 
 #include <gmock/gmock.h>
@@ -13,6 +16,7 @@
 #include <wx/listbox.h>
 #include <wx/textctrl.h>
 
+#include <algorithm>
 #include <filesystem>
 
 namespace corvane::testing_support {
@@ -425,6 +429,200 @@ TEST_F(subtitles_dialog, system_without_fonts_offers_none_and_keeps_the_stored_o
   type_into("tmargin", "31");
   accept();
   EXPECT_EQ(options(), "center,bottom,60,60,31,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|");
+}
+
+// The preview ------------------------------------------------------------------------------------
+
+constexpr const char* two_cues =
+    "1\n00:00:00,500 --> 00:00:01,500\nF\xEDrst\n\n2\n00:00:02,000 --> 00:00:02,800\nSecond\n";
+
+class subtitles_preview : public subtitles_dialog {
+ protected:
+  /// A project of one title with a real video and a subtitle file.
+  project previewed(const std::string& subtitles,
+                    const std::string& settings = default_subtitleoptions("NTSC")) {
+    project p = with_files({}, settings);
+    std::filesystem::copy_file(real_video(), folder_.path("a.m2v"),
+                               std::filesystem::copy_options::overwrite_existing);
+    folder_.add("film.srt", subtitles);
+    p.subtitledata = {folder_.stored("film.srt")};
+    return p;
+  }
+
+  static const still_view& view() { return *dynamic_cast<still_view*>(control("preview", dialog)); }
+  static wxImage picture() {
+    return ask_ui([] { return view().picture().Copy(); });
+  }
+  static std::string note() {
+    return ask_ui([] { return utf8_of(control("cuetime", dialog)->GetLabel()); });
+  }
+  static bool note_becomes(const std::string& text) {
+    return wait_until([&] { return utf8_of(control("cuetime", dialog)->GetLabel()) == text; });
+  }
+  static bool reason_comes() {
+    return wait_until([] { return !view().reason().empty(); });
+  }
+  static std::string reason() {
+    return ask_ui([] { return utf8_of(view().reason()); });
+  }
+  /// Waits until the picture is no longer that one.
+  static bool picture_changes(const wxImage& from) {
+    return wait_until([&] {
+      const wxImage& now = view().picture();
+      return now.IsOk() && !same(now, from);
+    });
+  }
+  static bool same(const wxImage& a, const wxImage& b) {
+    return a.GetSize() == b.GetSize() &&
+           std::equal(a.GetData(), a.GetData() + 3 * a.GetWidth() * a.GetHeight(), b.GetData());
+  }
+
+  /// The picture of the video at a time.
+  static wxImage video_at(double seconds) {
+    const auto video = video_file::open(real_video());
+    EXPECT_TRUE(video);
+    while (!(*video)->scan(100)->finished) {
+    }
+    return image_of(*(*video)->picture_at(seconds));
+  }
+  /// The rectangle of all pixels that differ; empty when none does.
+  static wxRect difference(const wxImage& a, const wxImage& b) {
+    wxRect all;
+    EXPECT_EQ(a.GetSize(), b.GetSize());
+    for (int y = 0; y < a.GetHeight(); ++y)
+      for (int x = 0; x < a.GetWidth(); ++x)
+        if (a.GetRed(x, y) != b.GetRed(x, y) || a.GetGreen(x, y) != b.GetGreen(x, y) ||
+            a.GetBlue(x, y) != b.GetBlue(x, y))
+          all.Union(wxRect(x, y, 1, 1));
+    return all;
+  }
+};
+
+TEST_F(subtitles_preview, first_cue_stands_over_the_picture_of_its_time) {
+  load(previewed(two_cues));
+  open();
+  EXPECT_TRUE(note_becomes("0:00:00.500 - 0:00:01.500")) << note() << reason();
+  const wxImage video = video_at(0.5);
+  ASSERT_TRUE(wait_until([&] {  // the video's first picture serves until this one is found
+    return difference(view().picture(), video).y > 320;
+  }));
+  screenshot("subtitles-preview");
+  const wxRect text = difference(picture(), video);
+  EXPECT_GT(text.width, 20);
+  EXPECT_GT(text.height, 10);
+  EXPECT_NEAR(text.x + text.width / 2, 360, 20);  // centred
+  leave();
+}
+
+TEST_F(subtitles_preview, follows_the_alignment) {
+  load(previewed(two_cues));
+  open();
+  const wxImage video = video_at(0.5);
+  ASSERT_TRUE(wait_until([&] { return difference(view().picture(), video).y > 320; }));
+  pick("valign", "top", "top");
+  EXPECT_TRUE(wait_until([&] {
+    const wxRect text = difference(view().picture(), video);
+    return !text.IsEmpty() && text.GetBottom() < 160;
+  }));
+  pick("halign", "left", "left");
+  EXPECT_TRUE(wait_until([&] {
+    const wxRect text = difference(view().picture(), video);
+    return !text.IsEmpty() && text.GetRight() < 300;
+  }));
+  leave();
+}
+
+TEST_F(subtitles_preview, steps_to_the_next_cue_and_tells_its_time) {
+  load(previewed(two_cues));
+  open();
+  EXPECT_TRUE(note_becomes("0:00:00.500 - 0:00:01.500")) << note() << reason();
+  const wxImage first = picture();
+  press("alt+u");
+  press("Up");
+  EXPECT_TRUE(note_becomes("0:00:02.000 - 0:00:02.800")) << note() << reason();
+  EXPECT_TRUE(picture_changes(first));
+  press("Up");
+  EXPECT_TRUE(reason_comes());
+  EXPECT_EQ(reason(), "\"film.srt\" cannot be shown: it has 2 subtitles, no number 3.");
+  press("Down");
+  EXPECT_TRUE(note_becomes("0:00:02.000 - 0:00:02.800"));
+  leave();
+}
+
+TEST_F(subtitles_preview, file_that_is_none_tells_its_reason_and_another_one_recovers) {
+  project p = previewed("no subtitles at all\n");
+  folder_.add("good.srt", two_cues);
+  p.subtitledata[0] = with_subtitle(p.subtitledata[0], folder_.stored("good.srt"));
+  load(p);
+  open();
+  ASSERT_TRUE(reason_comes());
+  screenshot("subtitles-reason");
+  EXPECT_THAT(reason(), testing::HasSubstr("\"film.srt\" cannot be shown: "));
+  EXPECT_EQ(note(), "");
+  click_file(1);
+  EXPECT_TRUE(note_becomes("0:00:00.500 - 0:00:01.500")) << reason();
+  EXPECT_EQ(reason(), "");
+  leave();
+}
+
+TEST_F(subtitles_preview, settings_that_cannot_be_drawn_tell_their_reason) {
+  load(previewed(two_cues));
+  open();
+  EXPECT_TRUE(note_becomes("0:00:00.500 - 0:00:01.500"));
+  type_into("fontsiz", "big");
+  ASSERT_TRUE(reason_comes());
+  EXPECT_THAT(reason(), testing::HasSubstr("film.srt"));
+  type_into("fontsiz", "40");
+  EXPECT_TRUE(wait_until([] { return view().picture().IsOk(); }));
+  leave();
+}
+
+TEST_F(subtitles_preview, title_without_subtitles_shows_the_video_alone) {
+  project p = previewed(two_cues);
+  p.subtitledata = {"<none>"};
+  load(p);
+  open();
+  EXPECT_TRUE(note_becomes("no subtitles"));
+  EXPECT_TRUE(same(picture(), video_at(0)));
+  EXPECT_FALSE(ask_ui([] { return control("cuenumber", dialog)->IsEnabled(); }));
+  click_control("Command1", dialog);
+  answer_file(chooser, folder_.path("film.srt"));
+  EXPECT_TRUE(note_becomes("0:00:00.500 - 0:00:01.500")) << reason();
+  click_control("Command2", dialog);
+  EXPECT_TRUE(note_becomes("no subtitles"));
+  EXPECT_TRUE(same(picture(), video_at(0)));
+  leave();
+}
+
+TEST_F(subtitles_preview, text_stands_over_grey_when_the_video_cannot_be_read) {
+  project p = previewed(two_cues);
+  folder_.add("a.m2v", "x");
+  load(p);
+  open();
+  EXPECT_TRUE(note_becomes("0:00:00.500 - 0:00:01.500")) << reason();
+  const wxImage shown = picture();
+  wxImage grey(720, 480);
+  std::fill_n(grey.GetData(), 720 * 480 * 3, static_cast<unsigned char>(shown.GetRed(0, 0)));
+  EXPECT_GT(difference(shown, grey).y, 320);
+  leave();
+}
+
+TEST_F(subtitles_preview, window_can_be_left_while_the_cue_is_being_drawn) {
+  std::string many;
+  for (int i = 1; i <= 2000; ++i)
+    many += std::to_string(i) + "\n00:" + std::to_string(10 + i / 60) + ":" +
+            std::to_string(10 + i % 50) + ",000 --> 00:59:00,500\ncue\n\n";
+  load(previewed(many));
+  open();
+  leave();
+  open();
+  press("alt+u");
+  press("ctrl+a");
+  type_text("1999");
+  press("Return");
+  EXPECT_TRUE(note_becomes("drawing ...")) << note() << reason();
+  leave();
+  EXPECT_TRUE(ask_ui([this] { return window_->IsEnabled(); }));
 }
 
 // The window among the others --------------------------------------------------------------------

@@ -1,0 +1,43 @@
+// The picture of a video at a time, as what something else is drawn over. Without a video that can
+// be read there is none, and that is no failure.
+//
+// The video is looked through in slices when nothing else is to do, and only as far as it must be;
+// until then its first picture serves.
+#pragma once
+
+#include <wx/gdicmn.h>
+#include <wx/image.h>
+
+#include <memory>
+#include <string>
+
+namespace corvane {
+
+class video_file;
+
+class video_backdrop {
+ public:
+  /// `path` is native. Reads the head of the file only.
+  explicit video_backdrop(const std::string& path);
+  ~video_backdrop();
+  video_backdrop(const video_backdrop&) = delete;
+  video_backdrop& operator=(const video_backdrop&) = delete;
+
+  /// Looks through a slice of the file. False when the picture at that time (in seconds) is known
+  /// or cannot be.
+  bool search(double seconds);
+
+  /// The picture at a time; the first one until it is known; a null image when there is none.
+  wxImage at(double seconds);
+
+  /// 16 x 9 or, as the disc shows all other videos, 4 x 3.
+  wxSize proportions() const;
+
+ private:
+  bool known(double seconds) const;
+
+  std::unique_ptr<video_file> video_;
+  bool searched_all_ = false;
+};
+
+}  // namespace corvane
