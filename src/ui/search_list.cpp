@@ -1,6 +1,11 @@
 #include "ui/search_list.h"
 
 #include "ui/control_name.h"
+#include "ui/layout.h"
+
+#include <wx/dcclient.h>
+#include <wx/renderer.h>
+#include <wx/settings.h>
 
 #include <utility>
 
@@ -17,6 +22,9 @@ search_list::search_list(wxWindow* parent, const char* name, const wxArrayString
                          std::function<void(int)> picked) {
   Create(parent, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, entries, wxCB_READONLY);
   name_control(*this, name);
+#ifdef __WXGTK__
+  Bind(wxEVT_PAINT, &search_list::on_paint, this);
+#endif
   Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& event) {
     end_search();
     event.Skip();
@@ -31,6 +39,26 @@ void search_list::DoSetPopupControl(wxComboPopup* popup) {
   if (popup == nullptr)
     popup = list_ = new entry_list;
   wxOwnerDrawnComboBox::DoSetPopupControl(popup);
+}
+
+// As GTK draws its own drop-down lists; the toolkit would draw a field with an arrow beside it.
+void search_list::on_paint(wxPaintEvent&) {
+  wxPaintDC dc(this);
+  const int state = !IsEnabled() ? wxCONTROL_DISABLED
+                    : HasFocus() ? wxCONTROL_FOCUSED
+                                 : wxCONTROL_NONE;
+  wxRendererNative& draw = wxRendererNative::Get();
+  wxRect rest = GetClientRect();
+  draw.DrawPushButton(this, dc, rest, state);
+  rest.Deflate(FromDIP(layout::box_border), 0);
+  const int arrow = FromDIP(layout::button_icon);
+  rest.width -= arrow;
+  draw.DrawDropArrow(this, dc, wxRect(rest.GetRight() + 1, rest.y, arrow, rest.height), state);
+  dc.SetFont(GetFont());
+  dc.SetTextForeground(
+      wxSystemSettings::GetColour(IsEnabled() ? wxSYS_COLOUR_BTNTEXT : wxSYS_COLOUR_GRAYTEXT));
+  dc.DrawLabel(Ellipsize(GetValue(), dc, wxELLIPSIZE_END, rest.width), rest,
+               wxALIGN_CENTRE_VERTICAL);
 }
 
 void search_list::end_search() {

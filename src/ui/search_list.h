@@ -36,6 +36,8 @@ class search_list : public wxOwnerDrawnComboBox {
   /// What is typed next is a new search.
   void end_search();
 
+  void on_paint(wxPaintEvent& event);
+
   entry_list* list_ = nullptr;
 };
 

@@ -46,20 +46,23 @@ wxRect still_view::place() const {
 
 void still_view::on_paint(wxPaintEvent&) {
   wxAutoBufferedPaintDC dc(this);
-  dc.SetBackground(wxBrush(wxColour(52, 56, 64)));
+  dc.SetBackground(wxBrush(GetParent()->GetBackgroundColour()));
   dc.Clear();
+  const wxRect to = place();
   if (!picture_.IsOk()) {
-    paint_reason(dc);
+    paint_reason(dc, to);
     return;
   }
-  const wxRect to = place();
   if (!scaled_.IsOk() || scaled_.GetSize() != to.GetSize())
     scaled_ = wxBitmap(picture_.Scale(to.width, to.height, wxIMAGE_QUALITY_BILINEAR));
   dc.DrawBitmap(scaled_, to.GetTopLeft());
 }
 
-void still_view::paint_reason(wxDC& dc) const {
-  const wxRect room = wxRect(GetClientSize()).Deflate(FromDIP(2 * layout::window_border));
+void still_view::paint_reason(wxDC& dc, const wxRect& to) const {
+  dc.SetPen(*wxTRANSPARENT_PEN);
+  dc.SetBrush(wxBrush(wxColour(52, 56, 64)));
+  dc.DrawRectangle(to);
+  const wxRect room = wxRect(to).Deflate(FromDIP(2 * layout::window_border));
   dc.SetFont(GetFont());
   dc.SetTextForeground(wxColour(230, 230, 230));
   dc.DrawLabel(wrapped(dc, reason_, room.width), room, wxALIGN_CENTRE);

@@ -23,7 +23,7 @@ class still_view : public wxWindow {
 
  private:
   void on_paint(wxPaintEvent& event);
-  void paint_reason(wxDC& dc) const;
+  void paint_reason(wxDC& dc, const wxRect& to) const;
   wxRect place() const;
 
   wxImage picture_;

@@ -17,6 +17,7 @@
 #include <wx/textctrl.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 
 namespace corvane::testing_support {
@@ -30,6 +31,17 @@ constexpr const char* dialog = "Subtitles";
 constexpr const char* chooser = "open compatible text subtitles";
 constexpr const char* fresh = "center,bottom,60,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|";
 constexpr const char* installed_font = "/usr/share/fonts/truetype/dejavu/DejaVuSerif.ttf";
+
+/// A system without fonts for the length of a test. Programs that are started see it.
+class no_fonts {
+ public:
+  explicit no_fonts(const std::string& configuration) {
+    setenv("FONTCONFIG_FILE", configuration.c_str(), 1);
+  }
+  ~no_fonts() { unsetenv("FONTCONFIG_FILE"); }  // an empty one would count
+  no_fonts(const no_fonts&) = delete;
+  no_fonts& operator=(const no_fonts&) = delete;
+};
 
 class subtitles_dialog : public window_test {
  protected:
@@ -419,8 +431,7 @@ TEST_F(subtitles_dialog, only_truetype_fonts_are_offered) {
 }
 
 TEST_F(subtitles_dialog, system_without_fonts_offers_none_and_keeps_the_stored_one) {
-  const environment_variable none("FONTCONFIG_FILE",
-                                  folder_.add("fonts.conf", "<fontconfig></fontconfig>"));
+  const no_fonts none(folder_.add("fonts.conf", "<fontconfig></fontconfig>"));
   load(titles_only(1));
   open();
   EXPECT_TRUE(entries("fontface").empty());
