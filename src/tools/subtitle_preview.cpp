@@ -23,9 +23,6 @@ namespace {
 
 using clock = std::chrono::steady_clock;
 
-/// spumux is given up when it has drawn no cue for so long.
-constexpr std::chrono::seconds patience{15};
-
 /// How many cues are drawn beyond the one that is wanted: the user will look at the next ones.
 constexpr std::size_t cues_ahead = 100;
 
@@ -66,8 +63,10 @@ refusal why_not_started(const preview_request& r, const std::string& app) {
     return "its name " + *why;
   if (const refusal why = why_not_drawable(r.settings))
     return "its settings have " + *why;
-  const std::string missing = missing_tools(app, {"spumux"});
-  return missing.empty() ? std::nullopt : refusal(missing);
+  for (const char* const tool : {"spumux", "conspawn"})
+    if (!tool_is_there(app, tool))
+      return std::string(tool) + ", which draws it, is not installed";
+  return std::nullopt;
 }
 
 /// A spumux that draws the cues of a file, from the first one on.
@@ -115,7 +114,9 @@ class drawing {
 
   bool running() const { return child_ != nullptr; }
   bool stopped() const { return stopped_; }  ///< before its end
-  bool stuck() const { return running() && clock::now() - last_news_ > patience; }
+  bool stuck(clock::duration patience) const {
+    return running() && clock::now() - last_news_ > patience;
+  }
   const std::vector<stream_cue>& cues() const { return stream_.cues(); }
   const std::string& output() const { return output_; }
 
@@ -166,8 +167,8 @@ class drawing {
 }  // namespace
 
 struct subtitle_preview::work {
-  work(std::string program_folder, font_list offered, process_launcher* l)
-      : app(std::move(program_folder)), fonts(std::move(offered)), launcher(l) {}
+  work(std::string program_folder, font_list offered, clock::duration longest_wait)
+      : app(std::move(program_folder)), fonts(std::move(offered)), patience(longest_wait) {}
 
   void want(const preview_request& r);
   void poll();
@@ -178,8 +179,8 @@ struct subtitle_preview::work {
 
   std::string app;
   font_list fonts;
-  std::unique_ptr<process_launcher> own_launcher;
-  process_launcher* launcher;
+  clock::duration patience;
+  std::unique_ptr<process_launcher> launcher = make_process_launcher();
   preview_request request;
   drawing_source source;
   std::unique_ptr<drawing> drawn;  // of the source; nothing when it failed
@@ -233,7 +234,7 @@ void subtitle_preview::work::poll() {
     finish();
   else if (!drawn->running())
     give_up();
-  else if (drawn->stuck()) {
+  else if (drawn->stuck(patience)) {
     drawn.reset();
     fail("spumux did not finish drawing it");
   }
@@ -265,14 +266,9 @@ void subtitle_preview::work::give_up() {
          ", no number " + std::to_string(request.cue));
 }
 
-subtitle_preview::subtitle_preview(std::string app, font_list fonts)
-    : w_(std::make_unique<work>(std::move(app), std::move(fonts), nullptr)) {
-  w_->own_launcher = make_process_launcher();
-  w_->launcher = w_->own_launcher.get();
-}
-
-subtitle_preview::subtitle_preview(std::string app, font_list fonts, process_launcher& launcher)
-    : w_(std::make_unique<work>(std::move(app), std::move(fonts), &launcher)) {}
+subtitle_preview::subtitle_preview(std::string app, font_list fonts,
+                                   std::chrono::milliseconds patience)
+    : w_(std::make_unique<work>(std::move(app), std::move(fonts), patience)) {}
 
 subtitle_preview::~subtitle_preview() = default;
 

@@ -10,12 +10,11 @@
 #include "project/subtitle_rows.h"
 #include "tools/drawn_cue.h"
 
+#include <chrono>
 #include <memory>
 #include <string>
 
 namespace corvane {
-
-class process_launcher;  // platform/process.h
 
 struct preview_request {
   std::string file;            ///< the subtitle file, native path
@@ -26,10 +25,10 @@ struct preview_request {
 
 class subtitle_preview {
  public:
-  /// `app` is the program folder, whose bin has spumux and conspawn. The second form takes a
-  /// launcher, which must live as long.
-  subtitle_preview(std::string app, font_list fonts);
-  subtitle_preview(std::string app, font_list fonts, process_launcher& launcher);
+  /// `app` is the program folder, whose bin has spumux and conspawn. A spumux that has drawn no cue
+  /// for as long as `patience` is ended.
+  subtitle_preview(std::string app, font_list fonts,
+                   std::chrono::milliseconds patience = std::chrono::seconds(15));
 
   /// Ends a spumux that is running and removes the temporary files.
   ~subtitle_preview();

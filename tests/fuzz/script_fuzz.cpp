@@ -66,6 +66,10 @@ class checking_host : public corvane::script_host {
     check_name(control_file);
     return static_cast<int>(control_file.size() % 3);
   }
+  std::string control_text(const std::string& control_file) override {
+    check_name(control_file);
+    return "<textsub filename=\"" + control_file + "\"";
+  }
   std::string why_no_buttons_seen(const std::string& menu_stream) override {
     return menu_stream.size() % 2 != 0 ? "odd" : "";
   }

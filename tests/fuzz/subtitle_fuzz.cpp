@@ -1,0 +1,43 @@
+// Any bytes as a text subtitle file, and as the subpicture that is drawn in the preview. The first
+// byte picks the character set.
+#include "platform/utf8.h"
+#include "project/subtitle_file.h"
+#include "tools/drawn_cue.h"
+#include "tools/subtitles.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+void check(bool holds) {
+  if (!holds)
+    std::abort();
+}
+
+void look_at_file(const std::string& bytes, const std::string& charset) {
+  const corvane::subtitle_file file("a.srt", bytes);
+  check(file.unicode() != "UTF-8" || corvane::is_utf8(bytes));
+  const auto why = file.why_not(charset);
+  check(!why || (!why->empty() && corvane::is_utf8(*why)));
+}
+
+void paint(const std::string& bytes) {
+  corvane::drawn_cue cue;
+  const bool painted = !corvane::paint_unit(bytes, {{16, 128, 128}, {235, 128, 128}}, cue);
+  const bool whole = cue.rgba.size() == std::size_t{720} * 480 * 4;
+  check(painted ? whole : whole || cue.rgba.empty());
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  if (size == 0)
+    return 0;
+  const std::string text(reinterpret_cast<const char*>(bytes) + 1, size - 1);
+  look_at_file(text, std::string(corvane::charact_items[bytes[0] % corvane::charact_items.size()]));
+  paint(text);
+  return 0;
+}
