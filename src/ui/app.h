@@ -17,6 +17,10 @@ class corvane_app : public wxApp {
 
   bool OnInit() override;
 
+  /// The windows' texts are English in every locale. The toolkit would look the locale up in a
+  /// table of all languages, which takes as long as making the menus and the toolbar.
+  wxLayoutDirection GetLayoutDirection() const override { return wxLayout_LeftToRight; }
+
  private:
   /// The command line as one native path, absolute; empty when there is none.
   std::string project_argument() const;

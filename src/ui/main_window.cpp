@@ -57,7 +57,8 @@ main_window::main_window(std::string app, const std::string& media_folder)
       launcher_(make_process_launcher()),
       runner_(screen_, ask_, *launcher_, lock_, app_) {
   name_control(*this, "main");
-  SetIcons(program_icon());
+  // Drawn while the display brings the window up: only the desktop shows them.
+  CallAfter([this] { SetIcons(program_icon()); });
   make_controls();
   bind_keys();
   Timer1_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {

@@ -44,10 +44,11 @@ wxSizer* project_view::make_titles() {
   auto* box = new wxStaticBoxSizer(wxHORIZONTAL, this, "0 titles loaded");
   Frame1_ = box->GetStaticBox();
   name_control(*Frame1_, "Frame1");
-  List1_ = new wxListBox(Frame1_, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, nullptr,
+  // Its least size; made without one, it would be measured for nothing.
+  const wxSize least = FromDIP(wxSize(layout::list_height, layout::list_height));
+  List1_ = new wxListBox(Frame1_, wxID_ANY, wxDefaultPosition, least, 0, nullptr,
                          wxLB_SINGLE | wxLB_HSCROLL | wxLB_NEEDED_SB);
   name_control(*List1_, "List1");
-  List1_->SetMinSize(FromDIP(wxSize(layout::list_height, layout::list_height)));
   List1_->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { on_.select(List1_->GetSelection()); });
   List1_->Bind(wxEVT_KEY_DOWN, &project_view::on_key, this);
   auto* movers = new wxBoxSizer(wxVERTICAL);
