@@ -24,7 +24,7 @@ using steady = std::chrono::steady_clock;
 
 /// A pass that finds output looks for more for this long: a tool that prints faster than ten
 /// pipefuls a second is not held up, and the windows stay answering.
-constexpr auto pass_time = std::chrono::milliseconds(3);
+constexpr auto pass_time = std::chrono::milliseconds(2);
 
 /// Read at once at most: a part of what a pass can work through in its time.
 constexpr std::size_t largest_piece = std::size_t{64} * 1024;
