@@ -60,9 +60,10 @@ TEST(icons, every_picture_of_the_window_is_embedded) {
   std::vector<std::string> names;
   for (const embedded_icon& icon : embedded_icons())
     names.emplace_back(icon.name);
-  EXPECT_THAT(names, testing::UnorderedElementsAre("add-title", "remove-title", "chapters",
-                                                   "nav-commands", "menus", "extras", "author-dvd",
-                                                   "up", "down", "stop", "corvane"));
+  EXPECT_THAT(names, testing::UnorderedElementsAre(
+                         "add-title", "remove-title", "chapters", "nav-commands", "menus", "extras",
+                         "author-dvd", "up", "down", "remove", "stop", "play", "pause", "gop-back",
+                         "gop-forward", "picture-back", "picture-forward", "corvane"));
 }
 
 }  // namespace
