@@ -4,7 +4,7 @@
 #include "ui/labelled.h"
 #include "ui/layout.h"
 #include "ui/shown_text.h"
-#include "ui/still_view.h"
+#include "ui/video_picture.h"
 
 #include <wx/sizer.h>
 #include <wx/spinctrl.h>
@@ -60,9 +60,13 @@ cue_preview::cue_preview(wxWindow* parent, const std::string& app, const font_li
       engine_(std::make_unique<subtitle_preview>(app, fonts)),
       video_(std::make_unique<video_backdrop>(video)) {
   auto* box = new wxStaticBoxSizer(wxVERTICAL, this, "preview");
-  picture_ = new still_view(box->GetStaticBox(), "preview");
-  picture_->SetMinSize(FromDIP(wxSize(layout::preview_width, layout::preview_height)));
+  picture_ = new video_picture(box->GetStaticBox());
+  name_control(*picture_, "preview");
+  picture_->SetMinSize(FromDIP(wxSize(layout::preview_least_width, layout::preview_least_height)));
   const int border = FromDIP(layout::box_border);
+  const wxSize proportions = video_->proportions();
+  picture_->set_full_size(
+      wxSize(layout::preview_width, layout::preview_width * proportions.y / proportions.x));
   box->Add(picture_, wxSizerFlags(1).Expand().Border(wxALL, border));
   box->Add(make_choice(box->GetStaticBox()),
            wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, border));
@@ -159,7 +163,7 @@ void cue_preview::show_picture() {
   wxImage frame = frame_of(video_->at(time()), size);
   if (cue_)
     lay_over(frame, *cue_);
-  picture_->show(frame, video_->proportions());
+  picture_->show_picture(frame);
   searching_ = true;
 }
 

@@ -22,7 +22,7 @@ class wxStaticText;
 
 namespace corvane {
 
-class still_view;
+class video_picture;
 
 class cue_preview : public wxPanel {
  public:
@@ -60,7 +60,7 @@ class cue_preview : public wxPanel {
   bool waiting_ = false;    ///< for the engine
   bool searching_ = false;  ///< for the picture of the video
   bool searched_ = false;   ///< which was not known when the cue was shown
-  still_view* picture_ = nullptr;
+  video_picture* picture_ = nullptr;
   wxSpinCtrl* number_ = nullptr;
   wxStaticText* note_ = nullptr;
 };

@@ -25,8 +25,9 @@ inline constexpr int tags_height = 160;
 
 inline constexpr int subtitles_height = 90;  ///< least height of the list of subtitle files
 inline constexpr int font_width = 260;       ///< most that a long name of a font asks for
-inline constexpr int preview_width = 480;    ///< least size of the preview
-inline constexpr int preview_height = 360;
+inline constexpr int preview_width = 480;    ///< of the preview, where the screen is large enough
+inline constexpr int preview_least_width = 320;
+inline constexpr int preview_least_height = 240;
 
 inline constexpr int chapters_width = 260;       ///< of the title that chapters are typed for
 inline constexpr int chapters_height = 220;      ///< least height of the typed chapter times

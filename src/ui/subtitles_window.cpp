@@ -8,6 +8,7 @@
 #include "ui/shown_text.h"
 
 #include <wx/button.h>
+#include <wx/display.h>
 #include <wx/listbox.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
@@ -33,10 +34,21 @@ subtitles_window::subtitles_window(wxWindow* main, const std::string& app, Subti
   whole->Add(make_buttons(), wxSizerFlags().Right().Border(wxLEFT | wxRIGHT | wxBOTTOM, border));
   show_model();
   SetSizerAndFit(whole);
+  widen();
   bind_controls();
   CentreOnParent();
   main->Disable();
   list1_->SetFocus();
+}
+
+/// For a large preview, as far as the screen allows.
+void subtitles_window::widen() {
+  wxSize size = GetClientSize();
+  size.x += FromDIP(layout::preview_width - layout::preview_least_width);
+  const wxSize around = GetSize() - GetClientSize();
+  size.DecTo(wxDisplay(GetParent()).GetClientArea().GetSize() - around);
+  size.IncTo(GetClientSize());
+  SetClientSize(size);
 }
 
 wxSizer* subtitles_window::make_left() {

@@ -30,6 +30,7 @@ class subtitles_window : public wxDialog {
                    std::function<void()> closed);
 
  private:
+  void widen();
   wxSizer* make_left();
   wxSizer* make_heading();
   wxSizer* make_commands();

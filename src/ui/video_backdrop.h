@@ -5,23 +5,19 @@
 // until then its first picture serves.
 #pragma once
 
+#include "media/video_loader.h"
+
 #include <wx/gdicmn.h>
 #include <wx/image.h>
 
-#include <memory>
 #include <string>
 
 namespace corvane {
-
-class video_file;
 
 class video_backdrop {
  public:
   /// `path` is native. Reads the head of the file only.
   explicit video_backdrop(const std::string& path);
-  ~video_backdrop();
-  video_backdrop(const video_backdrop&) = delete;
-  video_backdrop& operator=(const video_backdrop&) = delete;
 
   /// Looks through a slice of the file. False when the picture at that time (in seconds) is known
   /// or cannot be.
@@ -36,8 +32,8 @@ class video_backdrop {
  private:
   bool known(double seconds) const;
 
-  std::unique_ptr<video_file> video_;
-  bool searched_all_ = false;
+  video_loader loader_;
+  wxImage first_;
 };
 
 }  // namespace corvane

@@ -1,5 +1,7 @@
 #include "ui/video_picture.h"
 
+#include "ui/wrapped_text.h"
+
 #include <wx/dcbuffer.h>
 #include <wx/dcgraph.h>
 
@@ -54,7 +56,8 @@ void video_picture::on_paint() {
   } else {
     paint.SetFont(GetFont());
     paint.SetTextForeground(wxColour(230, 230, 230));
-    paint.DrawLabel(reason_, wxRect(GetClientSize()).Deflate(FromDIP(20)), wxALIGN_CENTRE);
+    const wxRect room = wxRect(GetClientSize()).Deflate(FromDIP(20));
+    paint.DrawLabel(wrapped(paint, reason_, room.width), room, wxALIGN_CENTRE);
   }
 }
 

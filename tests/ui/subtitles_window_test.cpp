@@ -8,11 +8,14 @@
 #include "ui/main_window.h"
 #include "ui/search_list.h"
 #include "ui/shown_text.h"
-#include "ui/still_view.h"
+#include "ui/video_picture.h"
 #include "ui/window_fixture.h"
+#include "ui/wrapped_text.h"
 
 #include <gmock/gmock.h>
+#include <wx/arrstr.h>
 #include <wx/control.h>
+#include <wx/dcclient.h>
 #include <wx/listbox.h>
 #include <wx/textctrl.h>
 
@@ -258,6 +261,25 @@ TEST_F(subtitles_dialog, file_added_to_a_fresh_title_and_accepted) {
   EXPECT_EQ(shown().saved, 0);
 }
 
+TEST_F(subtitles_dialog, file_in_unicode_is_read_so_when_the_user_agrees) {
+  load(titles_only(1));
+  folder_.add("uml.srt", "1\n00:00:01,000 --> 00:00:02,000\nf\xC3\xBCnf\n");
+  const std::string question =
+      "\"" + folder_.path("uml.srt") + "\" is UTF-8 text.  Read it as UTF-8 instead of ISO-8859-1?";
+  open();
+  click_control("Command1", dialog);
+  answer_file(chooser, folder_.path("uml.srt"));
+  answer_message(question, "No");
+  EXPECT_TRUE(value_becomes("charact", "ISO-8859-1"));
+  click_control("Command2", dialog);
+  click_control("Command1", dialog);
+  answer_file(chooser, folder_.path("uml.srt"));
+  answer_message(question, "Yes");
+  EXPECT_TRUE(value_becomes("charact", "UTF-8"));
+  accept();
+  EXPECT_EQ(options(), "center,bottom,60,60,30,30,28.0,arial.ttf,720,478,29.97,UTF-8|");
+}
+
 TEST_F(subtitles_dialog, chooser_offers_the_subtitle_files_only) {
   load(titles_only(1));
   open();
@@ -460,9 +482,11 @@ class subtitles_preview : public subtitles_dialog {
     return p;
   }
 
-  static const still_view& view() { return *dynamic_cast<still_view*>(control("preview", dialog)); }
+  static const video_picture& view() {
+    return *dynamic_cast<video_picture*>(control("preview", dialog));
+  }
   static wxImage picture() {
-    return ask_ui([] { return view().picture().Copy(); });
+    return ask_ui([] { return view().shown_picture().Copy(); });
   }
   static std::string note() {
     return ask_ui([] { return utf8_of(control("cuetime", dialog)->GetLabel()); });
@@ -479,7 +503,7 @@ class subtitles_preview : public subtitles_dialog {
   /// Waits until the picture is no longer that one.
   static bool picture_changes(const wxImage& from) {
     return wait_until([&] {
-      const wxImage& now = view().picture();
+      const wxImage& now = view().shown_picture();
       return now.IsOk() && !same(now, from);
     });
   }
@@ -515,7 +539,7 @@ TEST_F(subtitles_preview, first_cue_stands_over_the_picture_of_its_time) {
   EXPECT_TRUE(note_becomes("0:00:00.500 - 0:00:01.500")) << note() << reason();
   const wxImage video = video_at(0.5);
   ASSERT_TRUE(wait_until([&] {  // the video's first picture serves until this one is found
-    return difference(view().picture(), video).y > 320;
+    return difference(view().shown_picture(), video).y > 320;
   }));
   screenshot("subtitles-preview");
   const wxRect text = difference(picture(), video);
@@ -529,15 +553,15 @@ TEST_F(subtitles_preview, follows_the_alignment) {
   load(previewed(two_cues));
   open();
   const wxImage video = video_at(0.5);
-  ASSERT_TRUE(wait_until([&] { return difference(view().picture(), video).y > 320; }));
+  ASSERT_TRUE(wait_until([&] { return difference(view().shown_picture(), video).y > 320; }));
   pick("valign", "top", "top");
   EXPECT_TRUE(wait_until([&] {
-    const wxRect text = difference(view().picture(), video);
+    const wxRect text = difference(view().shown_picture(), video);
     return !text.IsEmpty() && text.GetBottom() < 160;
   }));
   pick("halign", "left", "left");
   EXPECT_TRUE(wait_until([&] {
-    const wxRect text = difference(view().picture(), video);
+    const wxRect text = difference(view().shown_picture(), video);
     return !text.IsEmpty() && text.GetRight() < 300;
   }));
   leave();
@@ -584,7 +608,7 @@ TEST_F(subtitles_preview, settings_that_cannot_be_drawn_tell_their_reason) {
   ASSERT_TRUE(reason_comes());
   EXPECT_THAT(reason(), testing::HasSubstr("film.srt"));
   type_into("fontsiz", "40");
-  EXPECT_TRUE(wait_until([] { return view().picture().IsOk(); }));
+  EXPECT_TRUE(wait_until([] { return view().shown_picture().IsOk(); }));
   leave();
 }
 
@@ -634,6 +658,38 @@ TEST_F(subtitles_preview, window_can_be_left_while_the_cue_is_being_drawn) {
   EXPECT_TRUE(note_becomes("drawing ...")) << note() << reason();
   leave();
   EXPECT_TRUE(ask_ui([this] { return window_->IsEnabled(); }));
+}
+
+TEST_F(subtitles_preview, long_reasons_are_wrapped_and_long_names_cut) {
+  on_ui([this] {
+    wxClientDC dc(window_);
+    dc.SetFont(window_->GetFont());
+    const wxString text = "one two " + wxString('x', 200) + " three\nfour";
+    const wxString lines = wrapped(dc, text, 150);
+    for (const wxString& line : wxSplit(lines, '\n', '\0'))
+      EXPECT_LE(dc.GetTextExtent(line).x, 150) << line;
+    wxString joined = lines;
+    joined.Replace("\n", "");
+    wxString all = text;
+    all.Replace("\n", "");
+    joined.Replace(" ", "");
+    all.Replace(" ", "");
+    EXPECT_EQ(joined, all);  // nothing is lost
+    EXPECT_EQ(utf8_of(wrapped(dc, "short", 150)), "short");
+    EXPECT_EQ(utf8_of(wrapped(dc, "", 150)), "");
+    EXPECT_EQ(wrapped(dc, "wide", 1).Freq('\n'), 3u);  // ends even where nothing fits
+  });
+}
+
+TEST_F(subtitles_preview, window_fits_a_small_screen) {
+  load(previewed(two_cues));
+  open();
+  on_ui([] {
+    const wxSize least = control(dialog)->GetMinSize();
+    EXPECT_LE(least.x, 1000) << least.x;
+    EXPECT_LE(least.y, 600) << least.y;
+  });
+  leave();
 }
 
 // The window among the others --------------------------------------------------------------------
