@@ -29,7 +29,9 @@ constexpr std::array<known_line, 11> failures = {{
     {"ended with status", "spumux failed and did not say why"},
 }};
 
-constexpr std::array<known_line, 3> losses = {{
+constexpr std::array<known_line, 4> losses = {{
+    {"subtitle line too long",
+     "text is missing, since a line of the file is longer than spumux reads"},
     {"Out of screen", "lines of its text are missing, since they do not fit on the screen"},
     {"too long!",
      "letters of its text are missing: a word is wider than the space between the "

@@ -23,8 +23,11 @@ namespace {
 
 using clock = std::chrono::steady_clock;
 
-/// How many cues are drawn beyond the one that is wanted: the user will look at the next ones.
-constexpr std::size_t cues_ahead = 100;
+/// How many cues are drawn when this one is wanted: the user will look at the next ones, and spumux
+/// can only begin with the first one again.
+constexpr std::size_t enough_for(std::size_t number) {
+  return 2 * number + 100;
+}
 
 /// What of spumux's output can be the reason of a failure is at its end.
 constexpr std::size_t longest_output = 1u << 16;
@@ -226,7 +229,7 @@ void subtitle_preview::work::poll() {
     return;
   drawn->look();
   const auto number = static_cast<std::size_t>(std::max(request.cue, 1));
-  if (drawn->cues().size() >= number + cues_ahead)
+  if (drawn->cues().size() >= enough_for(number))
     drawn->stop();
   if (now != state::drawing)
     return;

@@ -317,6 +317,14 @@ TEST(TextSubtitle, AtTheRightThatLosesLettersTellsWhatToDoInstead) {
             "instead");
 }
 
+TEST(TextSubtitle, EachWarningThatTextIsLostHasItsReason) {
+  EXPECT_EQ(what_is_missing("WARN: Out of screen at Y: 186\n", ""),
+            "lines of its text are missing, since they do not fit on the screen");
+  EXPECT_EQ(what_is_missing("WARN: input subtitle line too long on line 3\n", ""),
+            "text is missing, since a line of the file is longer than spumux reads");
+  EXPECT_EQ(what_is_missing("WARN: Subtitles requested but not found.\n", ""), "");
+}
+
 TEST(TextSubtitle, ComplaintThatIsNotKnownIsToldAsItStands) {
   EXPECT_EQ(why_not_subtitled("INFO: a\rERR:  Unknown horizontal-alignment type middle\r\n"),
             "spumux says \"Unknown horizontal-alignment type middle\"");
