@@ -100,7 +100,9 @@ class drawing {
 
   /// Takes what has been drawn and printed until now.
   void look() {
-    const bool ended = child_ && !take_output();
+    if (!running())
+      return;
+    const bool ended = !take_output();
     if (stream_.read(folder_->path(drawn_name)))
       last_news_ = clock::now();
     else if (ended)

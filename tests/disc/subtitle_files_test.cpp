@@ -265,8 +265,9 @@ TEST(SubtitleFileDrawn, InAFontTooLargeForTheScreenIsAReasonOrIsDrawn) {
   preview_request r = text_studio::request(studio.folder().add(
       "a.srt", subrip("A line that is quite long for the screen, and that goes on and on")));
   r.settings[subtitle_field::font_size] = "127";
-  EXPECT_THAT(studio.refused(r), HasSubstr("spumux crashed on it; text that is larger than the "
-                                           "screen can be the cause"));
+  EXPECT_THAT(studio.refused(r),
+              HasSubstr("spumux crashed on it, as it does on text larger than the "
+                        "screen and on some JACOsub files"));
   r.file = studio.folder().add("b.srt", subrip("Hi"));
   EXPECT_GE(seen(studio.drawn(r)).x1, 0);
 }

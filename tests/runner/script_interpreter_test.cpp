@@ -289,7 +289,8 @@ TEST(TextSubtitle, OnWhichSpumuxCrashedIsNamed) {
   host.result_of_run.errors = "WARN: Out of screen at Y: 186\n";
   EXPECT_FALSE(run_script(subtitle_line, host));
   EXPECT_NE(host.notes.find("subtitle 2 of title 3 (/in/a.srt) is not on the disc: spumux crashed "
-                            "on it; text that is larger than the screen can be the cause"),
+                            "on it, as it does on text larger than the "
+                            "screen and on some JACOsub files"),
             std::string::npos)
       << host.notes;
 }
