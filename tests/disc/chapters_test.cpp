@@ -1,0 +1,145 @@
+// Where the chapters of a title really begin on the disc: at the groups of pictures that the visual
+// chapter editor tells.
+#include "media/playback.h"
+#include "media/time_text.h"
+#include "media/video_file.h"
+#include "studio.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <iterator>
+#include <memory>
+
+namespace corvane::disc {
+namespace {
+
+using testing::DoubleNear;
+using testing::Pointwise;
+
+constexpr double clock_rounding = 0.0005;  // of the 90 kHz clock, twice
+
+std::unique_ptr<video_file> scanned(const std::string& path) {
+  auto video = video_file::open(path);
+  EXPECT_TRUE(video && (*video)->scan(60'000)) << video.error;
+  return video ? std::move(*video) : nullptr;
+}
+
+/// A time in every other group, so that no two lead to the same one: behind the middle, before
+/// it, the middle itself, the very beginning, and so on.
+std::vector<double> telling_times(const video_file& video) {
+  std::vector<double> times{0};
+  std::size_t kind = 0;
+  for (std::int64_t gop = 0; gop + 1 < video.gops() && times.size() < 60; gop += 2, ++kind) {
+    const std::int64_t begin = video.begin_of_gop(gop), next = video.begin_of_gop(gop + 1);
+    const double middle = (video.time_of(begin) + video.time_of(next)) / 2;
+    const double each[] = {middle + 0.02, middle - 0.02, middle, video.time_of(begin)};
+    times.push_back(each[kind % std::size(each)]);
+  }
+  return times;
+}
+
+/// What the editor tells of chapters at these times, each beginning once.
+std::vector<double> landings(const video_file& video, const std::vector<double>& times) {
+  const playback editor(video);
+  std::vector<double> begins;
+  for (const double time : times) {
+    const double begin = video.time_of(editor.landing_of(time));
+    if (begins.empty() || begin > begins.back())
+      begins.push_back(begin);
+  }
+  return begins;
+}
+
+/// Authors a title with chapters at telling times, and expects them on the disc where the editor
+/// says. `streams` are native paths, video first.
+void expect_landings(const std::vector<std::string>& streams, const std::string& region = "NTSC",
+                     const std::string& delay = "0") {
+  const auto video = scanned(streams.front());
+  ASSERT_TRUE(video);
+  ASSERT_GT(video->gops(), 3);
+  const std::vector<double> asked = telling_times(*video);
+  std::string chapters;
+  for (const double time : asked)
+    chapters += (chapters.empty() ? "" : ",") + time_text(time);
+  std::vector<std::string> stored;
+  for (const std::string& stream : streams)
+    stored.push_back(stored_from_native(stream));
+  project p;
+  p.globalregion = region;
+  add_title(p, stored, chapters, delay);
+  const studio s;
+  const contents disc = s.authored(p);
+  ASSERT_EQ(disc.titles.size(), 1u);
+  EXPECT_THAT(disc.titles[0].chapters,
+              Pointwise(DoubleNear(clock_rounding), landings(*video, asked)))
+      << chapters;
+}
+
+/// A test with streams of its own kinds.
+class disc_chapters : public testing::Test {
+ protected:
+  /// Makes a video of five seconds with FFmpeg's encoder.
+  std::string encoded(const std::string& rate_and_size, const std::string& options) {
+    const std::string path = folder_.path("video.m2v");
+    make("ffmpeg -nostdin -v error -y -f lavfi -i testsrc2=" + rate_and_size +
+         " -t 5 -c:v mpeg2video -pix_fmt yuv420p -threads 1 -sc_threshold 1000000000 -b:v 2500k "
+         "-maxrate 6000k -bufsize 1835k -aspect 4:3 " +
+         options + " -f mpeg2video '" + path + "'");
+    return path;
+  }
+  /// A shorter one with mpeg2enc, which is slow.
+  std::string by_mpeg2enc(const std::string& rate_and_size, const std::string& options) {
+    const std::string path = folder_.path("video.m2v");
+    make("ffmpeg -nostdin -v error -f lavfi -i testsrc2=" + rate_and_size +
+         " -t 3.5 -vf setfield=prog,setsar=1 -pix_fmt yuv420p -f yuv4mpegpipe - | mpeg2enc -v 0 " +
+         options + " -o '" + path + "'");
+    return path;
+  }
+  static void make(const std::string& line) {
+    const finished done = run({{"sh", "-c", line}});
+    EXPECT_EQ(done.status, 0) << line << "\n" << done.out;
+  }
+
+  testing_support::temporary_folder folder_;
+};
+
+TEST_F(disc_chapters, begin_where_the_editor_says_in_closed_groups) {
+  expect_landings({media("clip-ntsc.m2v"), media("clip.ac3")});
+}
+
+TEST_F(disc_chapters, begin_where_the_editor_says_on_a_pal_disc) {
+  expect_landings({media("clip-pal.m2v"), media("clip.mp2")}, "PAL");
+}
+
+TEST_F(disc_chapters, begin_where_the_editor_says_in_open_groups) {
+  expect_landings({encoded("size=720x480:rate=30000/1001", "-g 15 -bf 2"), media("clip.ac3")});
+}
+
+TEST_F(disc_chapters, begin_where_the_editor_says_when_half_way_is_a_hundredth) {
+  expect_landings({encoded("size=720x576:rate=25", "-g 12 -bf 2 -flags +cgop"), media("clip.ac3")},
+                  "PAL");
+}
+
+TEST_F(disc_chapters, begin_where_the_editor_says_with_one_sequence_header) {
+  expect_landings({by_mpeg2enc("size=352x240:rate=30000/1001", "-f 3 -b 2500 -g 15 -G 15 -R 2"),
+                   media("clip.ac3")});
+}
+
+TEST_F(disc_chapters, begin_where_the_editor_says_in_a_film_with_repeated_fields) {
+  expect_landings({by_mpeg2enc("size=352x240:rate=24000/1001", "-f 8 -p -b 2500 -g 12 -G 12 -R 2"),
+                   media("clip.ac3")});
+}
+
+TEST_F(disc_chapters, begin_where_the_editor_says_with_a_delay) {
+  expect_landings({media("clip-ntsc.m2v"), media("clip.ac3")}, "NTSC", "200");
+  expect_landings({media("clip-ntsc.m2v"), media("clip.ac3")}, "NTSC", "-150");
+}
+
+TEST_F(disc_chapters, begin_where_the_editor_says_in_a_ready_stream) {
+  expect_landings({media("muxed-ntsc.vob")});
+}
+
+}  // namespace
+}  // namespace corvane::disc
