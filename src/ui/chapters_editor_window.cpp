@@ -96,7 +96,10 @@ wxButton* chapters_editor_window::make_button(wxWindow* parent, const char* name
 void chapters_editor_window::bind_controls() {
   List1_->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { model_.select(List1_->GetSelection()); });
   List1_->Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { seek(); });
-  Bind(wxEVT_CHAR_HOOK, &chapters_editor_window::on_key, this);
+  Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+    if (!use_key(event))
+      event.Skip();
+  });
   Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { leave(); });
 }
 
@@ -115,23 +118,25 @@ void chapters_editor_window::fit() {
 }
 
 // A text field keeps its keys, a list those that move in it, a button its Space.
-void chapters_editor_window::on_key(wxKeyEvent& event) {
+bool chapters_editor_window::use_key(const wxKeyEvent& event) {
   const wxWindow* focus = FindFocus();
   const int key = event.GetKeyCode();
-  const bool types = dynamic_cast<const wxTextCtrl*>(focus) != nullptr;
-  const bool presses = dynamic_cast<const wxButton*>(focus) != nullptr && key == WXK_SPACE;
-  const bool moves = focus == List1_ && (key == WXK_HOME || key == WXK_END || key == WXK_PAGEUP ||
-                                         key == WXK_PAGEDOWN);
-  if (types || presses || moves)
-    event.Skip();
-  else if (key == WXK_INSERT)
+  const bool in_list = focus != nullptr && focus == List1_;
+  if (dynamic_cast<const wxTextCtrl*>(focus) != nullptr)
+    return false;
+  if (dynamic_cast<const wxButton*>(focus) != nullptr && key == WXK_SPACE)
+    return false;
+  if (in_list && (key == WXK_HOME || key == WXK_END || key == WXK_PAGEUP || key == WXK_PAGEDOWN))
+    return false;
+  if (key == WXK_INSERT)
     add();
   else if (key == WXK_DELETE)
     remove();
-  else if (focus == List1_ && (key == WXK_RETURN || key == WXK_NUMPAD_ENTER))
+  else if (in_list && (key == WXK_RETURN || key == WXK_NUMPAD_ENTER))
     seek();
-  else if (!player_->use_key(event))
-    event.Skip();
+  else
+    return player_->use_key(event);
+  return true;
 }
 
 void chapters_editor_window::show_rows() {

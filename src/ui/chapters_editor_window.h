@@ -33,7 +33,7 @@ class chapters_editor_window : public wxFrame {
                         void (chapters_editor_window::*clicked)());
   void bind_controls();
   void fit();
-  void on_key(wxKeyEvent& event);
+  bool use_key(const wxKeyEvent& event);
   void show_rows();
   void show_marks();
   void add();

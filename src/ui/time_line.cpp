@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <utility>
 
 namespace corvane {
@@ -61,7 +62,7 @@ int time_line::margin() const {
 int time_line::place_of(double seconds) const {
   const int width = std::max(1, GetClientSize().x - 2 * margin());
   const double part = length_ > 0 ? std::clamp(seconds / length_, 0.0, 1.0) : 0;
-  return margin() + static_cast<int>(part * width + 0.5);
+  return margin() + static_cast<int>(std::lround(part * width));
 }
 
 double time_line::time_at(int x) const {

@@ -6,6 +6,7 @@
 #include <wx/dcgraph.h>
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 
 namespace corvane {
@@ -40,8 +41,10 @@ wxRect video_picture::place() const {
   const wxSize room = GetClientSize();
   const double scale = std::min(static_cast<double>(room.x) / full_size_.x,
                                 static_cast<double>(room.y) / full_size_.y);
-  const wxSize size(std::max(1, static_cast<int>(full_size_.x * scale + 0.5)),
-                    std::max(1, static_cast<int>(full_size_.y * scale + 0.5)));
+  const auto scaled = [scale](int length) {
+    return std::max(1, static_cast<int>(std::lround(length * scale)));
+  };
+  const wxSize size(scaled(full_size_.x), scaled(full_size_.y));
   return {wxPoint((room.x - size.x) / 2, (room.y - size.y) / 2), size};
 }
 

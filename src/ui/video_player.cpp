@@ -122,7 +122,9 @@ wxSizer* video_player::make_transport() {
 }
 
 wxSizer* video_player::make_landing() {
-  landing_ = new wxStaticText(this, wxID_ANY, "A chapter here begins at 00:00:00.00 on the disc");
+  landing_ = new wxStaticText(this, wxID_ANY, "A player lands at 00:00:00.00");
+  landing_->SetToolTip(
+      "A chapter begins with a group of pictures (GOP), the one nearest to its time.");
   name_control(*landing_, "landing");
   auto* go = new wxButton(this, wxID_ANY, "&go there");
   go->SetToolTip("shows the picture with which a player begins");

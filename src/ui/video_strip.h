@@ -1,8 +1,8 @@
 // Which picture of a video is shown: a slider with the time, below the picture.
 //
-// The pictures that the slider can reach are found by reading the file,
-// in slices whenever nothing else is to do, so that the window stays live; a bar tells how far that
-// is when it takes long. Destroying the strip in the middle of it is safe.
+// The pictures that the slider can reach are found by reading the file, in slices whenever nothing
+// else is to do, so that the window stays live; a bar tells how far that is when it takes long.
+// Destroying the strip in the middle of it is safe.
 #pragma once
 
 #include "media/video_loader.h"

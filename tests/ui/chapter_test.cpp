@@ -8,8 +8,6 @@
 #include <wx/control.h>
 #include <wx/textctrl.h>
 
-#include <utility>
-
 namespace corvane::testing_support {
 namespace {
 
@@ -67,11 +65,11 @@ TEST_F(chapters, dialog_shows_the_title_and_its_times_one_a_line) {
   open();
   screenshot("chapters");
   EXPECT_EQ(ask_ui([] { return utf8_of(control(dialog)->GetLabel()); }), "chapters");
-  for (const auto& [name, label] : {std::pair{"Frame1", "add chapters for:"},
-                                    {"Label2", "2"},
-                                    {"Label3", "title2:b.m2v/b.ac3"},
-                                    {"Label4", "the format is HH:MM:SS"}})
-    EXPECT_EQ(ask_ui([&] { return caption_of(name); }), label);
+  const auto caption = [](const char* name) { return ask_ui([=] { return caption_of(name); }); };
+  EXPECT_EQ(caption("Frame1"), "add chapters for:");
+  EXPECT_EQ(caption("Label2"), "2");
+  EXPECT_EQ(caption("Label3"), "title2:b.m2v/b.ac3");
+  EXPECT_EQ(caption("Label4"), "the format is HH:MM:SS");
   EXPECT_EQ(typed(), "00:00:00.00\n00:05:10.25\n");
   on_ui([] {
     for (const char* name :
@@ -240,6 +238,18 @@ TEST_F(chapters, dialog_does_not_close_under_its_message) {
   EXPECT_EQ(typed(), "0:05:00.00");
   close(dialog);
   EXPECT_TRUE(gone());
+}
+
+TEST_F(chapters, hand_edited_xml_is_kept_when_the_user_says_so) {
+  project p = project_with_menus(1);
+  p.customxml = "<dvdauthor>\r\n</dvdauthor>\r\n";
+  load(p);
+  click_row(0);
+  click_tool("chapters");
+  answer_message("You have edited the XML manually, do you want to discard these changes?",
+                 "Cancel");
+  EXPECT_FALSE(ask_ui([] { return wxWindow::FindWindowByName(dialog) != nullptr; }));
+  EXPECT_FALSE(shown_project().customxml.empty());
 }
 
 }  // namespace
