@@ -191,7 +191,10 @@ std::vector<double> units_of(const streams_of& streams, const pgc_t& pgc) {
       if (!origin)
         origin = time;
       units.push_back(cells[i] + (time - *origin) / ticks_a_second);
-      sector += packet->dsi.dsi_gi.vobu_ea + 1;
+      const std::uint32_t next = sector + packet->dsi.dsi_gi.vobu_ea + 1;
+      if (next <= sector)  // a damaged disc
+        break;
+      sector = next;
     }
   }
   return units;
