@@ -91,8 +91,13 @@ std::string subtitle_file::found_unicode() const {
   return beyond && is_utf8(bytes_) ? "UTF-8" : "";
 }
 
+std::string subtitle_file::set_read(const std::string& charset) const {
+  const std::string set = lower(charset);
+  return is_named_utf8(name_) || set == "utf-8" || set == "utf8" ? "UTF-8" : charset;
+}
+
 refusal subtitle_file::why_not(const std::string& charset) const {
-  const std::string set = is_named_utf8(name_) ? "UTF-8" : charset;
+  const std::string set = set_read(charset);
   if (unicode_ == "UTF-16")
     return set == "UTF-16" ? std::nullopt
                            : refusal("it is UTF-16 text, but its character set is " + set);
@@ -124,7 +129,8 @@ refusal subtitle_file::why_not_a_format() const {
 }
 
 refusal subtitle_file::why_not_charset(const std::string& charset) const {
-  if (unicode_ == "UTF-8" && is_single_byte(charset))
+  const bool is_surely_utf8 = bytes_.starts_with(utf8_mark) || is_single_byte(charset);
+  if (unicode_ == "UTF-8" && charset != "UTF-8" && is_surely_utf8)
     return "it is UTF-8 text, but its character set is " + charset +
            ", so its letters would come out wrong";
   const decoded_bytes d = charset.empty() ? decoded_bytes() : decode(bytes_, charset);

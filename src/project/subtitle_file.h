@@ -29,6 +29,9 @@ class subtitle_file {
   /// Empty when they do not: they are ASCII, or in a set that only the user knows.
   const std::string& unicode() const { return unicode_; }
 
+  /// The set in which spumux reads it when it is told this one: UTF-8 for files of some names.
+  std::string set_read(const std::string& charset) const;
+
   /// Why spumux cannot draw it when it reads it in this character set, or would draw wrong letters
   /// without a word, as the end of a sentence; nothing when no reason is sure. Names of lines count
   /// from 1.

@@ -33,7 +33,7 @@ std::optional<std::string> agreed_unicode(workbench& w, const std::string& store
                                           const std::string& charset) {
   const std::string path = native_from_stored(stored);
   const auto file = subtitle_file::read(path);
-  if (!file || file->unicode().empty() || file->unicode() == charset || !file->why_not(charset))
+  if (!file || file->unicode().empty() || file->unicode() == file->set_read(charset))
     return std::nullopt;
   const std::string set = file->unicode();
   const bool agreed =

@@ -89,7 +89,11 @@ TEST(SubtitleFile, ThatIsUtf8IsRefusedWhereItWouldBeReadAsAnotherSet) {
   for (const char* const set : {"ISO-8859-1", "CP1250", "KOI8-R", "MACINTOSH", "CP850"})
     EXPECT_EQ(why_not(cafe, set), std::string("it is UTF-8 text, but its character set is ") + set +
                                       ", so its letters would come out wrong");
-  EXPECT_EQ(why_not(cafe, "UTF-8"), "");
+  EXPECT_EQ(why_not("\xEF\xBB\xBF" + cafe, "SHIFT_JIS"),
+            "it is UTF-8 text, but its character set is SHIFT_JIS, so its letters would come out "
+            "wrong");
+  for (const char* const set : {"UTF-8", "utf-8", "utf8"})
+    EXPECT_EQ(why_not("\xEF\xBB\xBF" + cafe, set), "");
 }
 
 TEST(SubtitleFile, NamedUtf8IsReadAsThatWhateverTheSet) {

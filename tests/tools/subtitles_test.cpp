@@ -188,6 +188,25 @@ TEST_F(SubtitlesDialog, TheFirstFilesSetIsShownAtOnceWhenItBecomesUtf8) {
   EXPECT_EQ(dialog.shown()[subtitle_field::character_set], "UTF-8");
 }
 
+TEST_F(SubtitlesDialog, AUtf8FileIsAskedAboutWhateverTheSetThatStands) {
+  options() = std::string(ntsc_row).replace(55, 10, "SHIFT_JIS") + "|";
+  Subtitles dialog = edit();
+  const std::string file = folder.add("a.srt", "1\n00:00:01 --> x\nCaf\xC3\xA9\n");
+  expect_file(file);
+  ask.expect({"\"" + file + "\" is UTF-8 text.  Read it as UTF-8 instead of SHIFT_JIS?",
+              icon::exclamation, buttons::yes_no, "Corvane"},
+             answer::no);
+  dialog.add_file();
+  EXPECT_EQ(dialog.shown()[subtitle_field::character_set], "SHIFT_JIS");
+}
+
+TEST_F(SubtitlesDialog, AFileThatIsReadAsUtf8ByItsNameIsNotAskedAbout) {
+  Subtitles dialog = edit();
+  expect_file(folder.add("a.utf8", "1\n00:00:01 --> x\nCaf\xC3\xA9\n"));
+  dialog.add_file();
+  EXPECT_EQ(dialog.suboptions(), rows({ntsc_row}));
+}
+
 TEST_F(SubtitlesDialog, WithNoTheCharacterSetStays) {
   Subtitles dialog = edit();
   const std::string file = folder.add("a.srt", std::string("\xFF\xFE"
