@@ -5,9 +5,11 @@
 #include "project/project_file.h"
 #include "project/title_commands.h"
 #include "tools/still_video.h"
+#include "tools/xml_editor.h"
 #include "ui/chapter_window.h"
 #include "ui/main_window.h"
 #include "ui/menu_windows.h"
+#include "ui/side_documents.h"
 #include "ui/stream_windows.h"
 
 namespace corvane {
@@ -55,7 +57,7 @@ menu file_menu() {
            command("showlog", "show log", show_log, "Ctrl+L"),
            command("clearlog", "clear log", clear_log), label("empty", "---settings----"),
            check("isocreate", "create iso after authoring", core<isocreate_command>),
-           check("editxml", "edit xml before authoring", nullptr),
+           check("editxml", "edit xml before authoring", core<editxml_command>),
            check("cleanup", "clean up files after authoring", core<cleanup_command>)}};
 }
 
@@ -67,7 +69,7 @@ menu menus_menu() {
            command("remove", "remove titleset menu", remove_menu),
            command("still", "create m2v still", still, "Ctrl+I"),
            command("framecount", "set m2v framecount", core<framecount_command>),
-           command("avisynth", "create motion menu script", nullptr)}};
+           command("avisynth", "create motion menu script", create_avisynth_script, "Ctrl+Y")}};
 }
 
 menu extras_menu() {
@@ -84,8 +86,8 @@ menu tools_menu() {
   return {"tools",
           "tools",
           {check("jumptable", "use JumpTable", core<jumptable_command>),
-           command("layoutprint", "generate layout report", nullptr),
-           command("register", "register .cvp extension", nullptr),
+           command("layoutprint", "generate layout report", print_layout, "Ctrl+R"),
+           command("register", "register .cvp extension", register_extension),
            command("mnuabout", "about", core<about_command>, "F1")}};
 }
 

@@ -33,6 +33,10 @@ inline constexpr int chapters_width = 260;       ///< of the title that chapters
 inline constexpr int chapters_height = 220;      ///< least height of the typed chapter times
 inline constexpr int chapter_times_width = 150;  ///< least width of the list beside the player
 
+inline constexpr int xml_width = 820;
+inline constexpr int xml_height = 560;
+inline constexpr int place_width = 170;  ///< of the status bar's "line 1234, column 123"
+
 inline constexpr int log_width = 720;
 inline constexpr int log_height = 460;
 inline constexpr int log_least_width = 320;

@@ -1,11 +1,13 @@
 #include "ui/main_window.h"
 
 #include "authoring/author.h"
+#include "authoring/navigation_xml.h"
 #include "project/dropped_files.h"
 #include "project/preferences.h"
 #include "project/project_file.h"
 #include "project/title_commands.h"
 #include "tools/still_video.h"
+#include "tools/xml_editor.h"
 #include "ui/chapter_window.h"
 #include "ui/command_bars.h"
 #include "ui/control_name.h"
@@ -16,6 +18,7 @@
 #include "ui/menu_windows.h"
 #include "ui/project_view.h"
 #include "ui/shown_text.h"
+#include "ui/xmleditor_window.h"
 
 #include <wx/accel.h>
 #include <wx/menu.h>
@@ -55,6 +58,7 @@ main_window::main_window(std::string app, const std::string& media_folder)
       lock_(app_),
       screen_(*this, [this] { stop_run(); }),
       launcher_(make_process_launcher()),
+      user_desktop_(make_desktop()),
       runner_(screen_, ask_, *launcher_, lock_, app_) {
   name_control(*this, "main");
   // Drawn while the display brings the window up: only the desktop shows them.
@@ -147,11 +151,43 @@ void main_window::lend(
 }
 
 void main_window::author() {
-  run([this](workbench& w) {
-    author_equipment equipment{app_, lock_, screen_, runner_, {}, {}};
-    prepared_run prepared;
+  prepared_run prepared;
+  bool edit = false;
+  run([&](workbench& w) {
+    author_equipment equipment{app_, lock_, screen_, runner_, [&edit] { edit = true; }, {}};
     stop_question_ = "Stop authoring?  The disc will not be complete.";
     author_command(w, equipment, prepared);
+  });
+  if (edit)
+    edit_xml(prepared);
+}
+
+void main_window::edit_xml(const prepared_run& prepared) {
+  bool opened = false;
+  lend([&](workbench& w, std::function<void()> closed) -> wxTopLevelWindow* {
+    opened = true;
+    const auto generated = [&w, where = prepared.where] {
+      project unedited = w.p;
+      unedited.customxml.clear();
+      return config_xml(unedited, where);
+    };
+    auto* editor = new xmleditor_window(this, xmleditor(w, {app_, lock_, generated}),
+                                        [this, prepared, closed = std::move(closed)](bool proceed) {
+                                          closed();
+                                          if (proceed)
+                                            start(prepared);
+                                        });
+    editor->Show();
+    return editor;
+  });
+  if (!opened)
+    lock_.release();
+}
+
+void main_window::start(const prepared_run& prepared) {
+  run([&](workbench& w) {
+    author_equipment equipment{app_, lock_, screen_, runner_, {}, {}};
+    authordvd(w, equipment, prepared);
   });
 }
 

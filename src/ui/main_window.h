@@ -3,6 +3,7 @@
 // left in the project is shown.
 #pragma once
 
+#include "platform/desktop.h"
 #include "platform/folder_lock.h"
 #include "platform/process.h"
 #include "platform/settings.h"
@@ -24,6 +25,7 @@
 namespace corvane {
 
 class command_bars;
+struct prepared_run;
 class project_view;
 
 class main_window : public wxFrame {
@@ -59,6 +61,7 @@ class main_window : public wxFrame {
   const project& shown_project() const { return p_; }
   const std::string& app() const { return app_; }  ///< the program folder
   const command_bars& bars() const { return *bars_; }
+  desktop& user_desktop() { return *user_desktop_; }
 
   // For the runner's screen.
   void let_commands(bool enabled);
@@ -73,6 +76,8 @@ class main_window : public wxFrame {
   bool stop_run();
   void end();
   bool may_command() const;
+  void edit_xml(const prepared_run& prepared);
+  void start(const prepared_run& prepared);
 
   project p_;
   std::unique_ptr<settings> prefs_;
@@ -82,6 +87,7 @@ class main_window : public wxFrame {
   folder_lock lock_;
   window_screen screen_;
   std::unique_ptr<process_launcher> launcher_;
+  std::unique_ptr<desktop> user_desktop_;
   shelled runner_;
   const char* stop_question_ = "";  ///< what is asked before the run that is on is stopped
   wxTimer Timer1_;

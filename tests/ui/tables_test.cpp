@@ -34,7 +34,7 @@ const std::vector<expected_menu> expected_menus = {
       {"clearlog", "clear log", true, false},
       {"empty", "---settings----", false, false},
       {"isocreate", "create iso after authoring", true, true},
-      {"editxml", "edit xml before authoring", false, true},
+      {"editxml", "edit xml before authoring", true, true},
       {"cleanup", "clean up files after authoring", true, true}}},
     {"menus",
      {{"addmenu", "add new titleset menu", true, false},
@@ -42,7 +42,7 @@ const std::vector<expected_menu> expected_menus = {
       {"remove", "remove titleset menu", true, false},
       {"still", "create m2v still", true, false},
       {"framecount", "set m2v framecount", true, false},
-      {"avisynth", "create motion menu script", false, false}}},
+      {"avisynth", "create motion menu script", true, false}}},
     {"extras",
      {{"notice", "--highlight a title before selecting these options", false, false},
       {"addaudiostream", "add audio stream", true, false},
@@ -51,8 +51,8 @@ const std::vector<expected_menu> expected_menus = {
       {"editdelay", "edit A/V delay", true, false}}},
     {"tools",
      {{"jumptable", "use JumpTable", true, true},
-      {"layoutprint", "generate layout report", false, false},
-      {"register", "register .cvp extension", false, false},
+      {"layoutprint", "generate layout report", true, false},
+      {"register", "register .cvp extension", true, false},
       {"mnuabout", "about", true, false}}},
 };
 

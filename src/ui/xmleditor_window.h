@@ -1,0 +1,47 @@
+// The window `xmleditor`: the navigation XML between a prepared run and its start, in a text editor
+// with line numbers, colours, undo and find. A view of the model xmleditor, which has the rules and
+// asks the questions when it closes.
+//
+// Modeless; owns itself. While it is open the main window is disabled.
+#pragma once
+
+#include "tools/xml_editor.h"
+
+#include <wx/frame.h>
+#include <wx/timer.h>
+
+#include <functional>
+#include <string>
+
+class wxCloseEvent;
+class wxStyledTextCtrl;
+
+namespace corvane {
+
+class find_bar;
+
+class xmleditor_window : public wxFrame {
+ public:
+  /// Disables `main`. When the user leaves the window, it enables `main` and calls `closed` with
+  /// whether the prepared run is to start; when it goes with `main`, it does neither.
+  xmleditor_window(wxWindow* main, xmleditor model, std::function<void(bool proceed)> closed);
+
+ private:
+  void make_menus();
+  void bind_controls();
+  void take_text();
+  void show_status();
+  void go_to_fault();
+  void on_close(wxCloseEvent& event);
+  void leave(bool proceed);
+
+  xmleditor model_;
+  const std::string opened_;
+  std::function<void(bool)> closed_;
+  bool closing_ = false;
+  wxStyledTextCtrl* Text1_ = nullptr;
+  find_bar* find_ = nullptr;
+  wxTimer rested_;  ///< runs out when nothing was typed for a moment
+};
+
+}  // namespace corvane

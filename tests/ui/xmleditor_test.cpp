@@ -1,0 +1,204 @@
+// The navigation XML editor: from the switch in the menu to the disc that shows the edit.
+#include "ui/command_bars.h"
+#include "ui/gtk_sight.h"
+#include "ui/main_window.h"
+#include "ui/shown_text.h"
+#include "ui/window_fixture.h"
+
+#include <gmock/gmock.h>
+#include <wx/frame.h>
+#include <wx/menu.h>
+#include <wx/statusbr.h>
+#include <wx/stc/stc.h>
+
+#include <algorithm>
+
+namespace corvane::testing_support {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr const char* switch_text =
+    "This will allow you to customize the config.xml file, before the authoring process begins.  "
+    "(This is useful if you wish to label the audio/subtitle streams, move titles to different "
+    "titlesets, etc.)  For more information on the tags, read the DVDAuthor documentation, found "
+    "here:  https://dvdauthor.sourceforge.net/doc/dvdauthor.html";
+constexpr const char* success_text =
+    "Process complete.  Please review the log for more information (recommended).";
+
+class xml_editors : public window_test {
+ protected:
+  void switch_on() {
+    click_menu("file", "edit xml before authoring");
+    EXPECT_EQ(answer_message(switch_text, "OK").picture, "info");
+  }
+  /// A project of one title whose sound is tagged, switched to edit, and authored up to the editor.
+  void open_editor() {
+    project p;
+    p.List11 = {stored_from_native(real_video()) + "/" + stored_from_native(real_audio())};
+    p.chapters = {"00:00:00.00"};
+    p.delay = {"0"};
+    p.subtitledata = {"<none>"};
+    p.subtitleoptions = {""};
+    p.languagetags = {"Audio tag:\tENGLISH EN"};
+    rebuild_List1(p);
+    load(p);
+    switch_on();
+    author();
+  }
+  void author() {
+    press("F5");
+    answer_file("enter a folder name to create the dvd", folder_.path("disc"));
+    EXPECT_TRUE(window_comes("xmleditor"));
+  }
+  void replace(const std::string& words, const std::string& by) {
+    press("ctrl+f");
+    type_text(words);
+    press("Return");
+    press("Escape");
+    type_text(by);
+  }
+  static std::string shown_xml() {
+    return ask_ui([] {
+      return utf8_of(dynamic_cast<wxStyledTextCtrl*>(control("Text1", "xmleditor"))->GetText());
+    });
+  }
+  static std::string status(int pane) {
+    return ask_ui([pane] {
+      return utf8_of(
+          dynamic_cast<wxFrame*>(control("xmleditor"))->GetStatusBar()->GetStatusText(pane));
+    });
+  }
+  void close_editor(const char* save, const char* proceed) {
+    close("xmleditor");
+    const seen_dialog asked = answer_message("Save changes?", save);
+    EXPECT_EQ(asked.picture, "info");
+    EXPECT_THAT(asked.buttons, testing::UnorderedElementsAre("Yes", "No"));
+    answer_message("Proceed with Authoring?", proceed);
+    EXPECT_TRUE(window_goes("xmleditor"));
+  }
+  /// The language of the disc's first audio stream.
+  std::string language_on_disc() {
+    const std::string ifo = folder_.read("disc/VIDEO_TS/VTS_01_0.IFO");
+    return ifo.size() < 0x208 ? "(no disc)" : ifo.substr(0x206, 2);
+  }
+  std::string customxml() {
+    return ask_ui([this] { return window_->shown_project().customxml; });
+  }
+  std::string config() { return folder_.read("program/config.xml"); }
+};
+
+TEST_F(xml_editors, switch_is_checked_and_unchecked) {
+  const auto checked = [this] {
+    return ask_ui([this] { return window_->bars().item("editxml")->IsChecked(); });
+  };
+  EXPECT_FALSE(checked());
+  switch_on();
+  EXPECT_TRUE(checked());
+  click_menu("file", "edit xml before authoring");
+  EXPECT_TRUE(no_dialog());
+  EXPECT_FALSE(checked());
+}
+
+TEST_F(xml_editors, edited_language_is_on_the_disc) {
+  open_editor();
+  EXPECT_EQ(shown_xml(), config());
+  EXPECT_FALSE(ask_ui([this] { return window_->IsEnabled(); }));
+  EXPECT_EQ(status(1), "well formed");
+  replace("\"EN\"", "\"fr\"");
+  EXPECT_THAT(shown_xml(), HasSubstr("<audio lang=\"fr\" />\r\n"));
+  screenshot("xmleditor");
+  const std::string edited = shown_xml();
+  close_editor("Yes", "Yes");
+  answer_message(success_text, "Cancel");
+  EXPECT_EQ(language_on_disc(), "fr");
+  EXPECT_EQ(config(), edited + "\r\n");
+  EXPECT_EQ(customxml(), edited);
+}
+
+TEST_F(xml_editors, unsaved_edit_is_not_on_the_disc) {
+  open_editor();
+  const std::string generated = config();
+  replace("\"EN\"", "\"fr\"");
+  close_editor("No", "Yes");
+  answer_message(success_text, "Cancel");
+  EXPECT_EQ(language_on_disc(), "en");
+  EXPECT_EQ(config(), generated);
+  EXPECT_EQ(customxml(), "");
+}
+
+TEST_F(xml_editors, saved_edit_stays_when_authoring_is_declined_and_comes_back) {
+  open_editor();
+  replace("\"EN\"", "\"fr\"");
+  const std::string edited = shown_xml();
+  close_editor("Yes", "No");
+  EXPECT_TRUE(ask_ui([this] { return window_->IsEnabled(); }));
+  EXPECT_FALSE(file_exists(folder_.path("disc/VIDEO_TS/VTS_01_0.IFO")));
+  EXPECT_EQ(config(), edited + "\r\n");
+  EXPECT_EQ(customxml(), edited);
+
+  press("F5");
+  EXPECT_TRUE(window_comes("xmleditor"));
+  EXPECT_EQ(shown_xml(), edited);
+  close_editor("No", "Yes");
+  answer_message(success_text, "Cancel");
+  EXPECT_EQ(language_on_disc(), "fr");
+}
+
+TEST_F(xml_editors, fault_is_told_with_its_place_and_the_caret_goes_there) {
+  open_editor();
+  press("ctrl+End");
+  type_text("<");
+  EXPECT_TRUE(wait_until([] {
+    return dynamic_cast<wxFrame*>(control("xmleditor"))->GetStatusBar()->GetStatusText(1) !=
+           "well formed";
+  }));
+  press("ctrl+Home");
+  close("xmleditor");
+  const std::string text = config();
+  const std::string lines = std::to_string(std::count(text.begin(), text.end(), '\n') + 1);
+  answer_message("The XML is not well formed.  Line " + lines +
+                     ", column 1: a \"<\" begins no tag; a plain one is written \"&lt;\"."
+                     "\n\nClose the editor nevertheless?",
+                 "Cancel");
+  EXPECT_EQ(status(0), "line " + lines + ", column 1");
+  press("ctrl+z");
+  EXPECT_EQ(shown_xml(), config());
+  close_editor("No", "No");
+}
+
+TEST_F(xml_editors, finds_onwards_backwards_and_around_the_end) {
+  open_editor();
+  const auto selected_from = [] {
+    return ask_ui([] {
+      return dynamic_cast<wxStyledTextCtrl*>(control("Text1", "xmleditor"))->GetSelectionStart();
+    });
+  };
+  const std::string text = config();
+  const auto first = static_cast<int>(text.find("vmgm"));
+  const auto second = static_cast<int>(text.find("vmgm", text.find("vmgm") + 1));
+  press("ctrl+f");
+  type_text("VMGM");
+  press("Return");
+  EXPECT_EQ(selected_from(), first);
+  press("F3");
+  EXPECT_EQ(selected_from(), second);
+  press("F3");
+  EXPECT_EQ(selected_from(), first);
+  press("shift+F3");
+  EXPECT_EQ(selected_from(), second);
+  press("Escape");
+  close_editor("No", "No");
+}
+
+TEST_F(xml_editors, end_of_the_session_while_it_asks_ends_the_program) {
+  open_editor();
+  close("xmleditor");
+  ASSERT_TRUE(wait_until([] { return look_at_dialog().has_value(); }));
+  end_session();
+  answer_message("Save changes?", "No");
+  EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("main") == nullptr; }));
+}
+
+}  // namespace
+}  // namespace corvane::testing_support
