@@ -11,7 +11,6 @@
 #include <wx/statbox.h>
 #include <wx/stattext.h>
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -37,7 +36,7 @@ wxImage frame_of(const wxImage& video, wxSize size) {
   if (video.IsOk())
     return video.GetSize() == size ? video : video.Scale(size.x, size.y, wxIMAGE_QUALITY_BILINEAR);
   wxImage grey(size, false);
-  std::fill_n(grey.GetData(), static_cast<std::size_t>(size.x) * size.y * 3, std::uint8_t{112});
+  grey.SetRGB(wxRect(size), 112, 112, 112);
   return grey;
 }
 

@@ -55,10 +55,11 @@ void search_list::on_paint(wxPaintEvent&) {
   rest.width -= arrow;
   draw.DrawDropArrow(this, dc, wxRect(rest.GetRight() + 1, rest.y, arrow, rest.height), state);
   dc.SetFont(GetFont());
+  const bool faint = !IsEnabled() || GetValue().empty();
   dc.SetTextForeground(
-      wxSystemSettings::GetColour(IsEnabled() ? wxSYS_COLOUR_BTNTEXT : wxSYS_COLOUR_GRAYTEXT));
-  dc.DrawLabel(Ellipsize(GetValue(), dc, wxELLIPSIZE_END, rest.width), rest,
-               wxALIGN_CENTRE_VERTICAL);
+      wxSystemSettings::GetColour(faint ? wxSYS_COLOUR_GRAYTEXT : wxSYS_COLOUR_BTNTEXT));
+  const wxString text = GetValue().empty() ? hint_ : GetValue();
+  dc.DrawLabel(Ellipsize(text, dc, wxELLIPSIZE_END, rest.width), rest, wxALIGN_CENTRE_VERTICAL);
 }
 
 void search_list::end_search() {
@@ -74,6 +75,17 @@ void search_list::show(const wxString& text) {
   SetSelection(entry);
   if (entry == wxNOT_FOUND)
     SetText(text);
+}
+
+wxCoord search_list::OnMeasureItem(std::size_t) const {
+  return GetCharHeight() + FromDIP(layout::control_gap);
+}
+
+void search_list::set_hint(const wxString& hint) {
+  if (hint_ == hint)
+    return;
+  hint_ = hint;
+  Refresh();
 }
 
 void search_list::show_entry(int entry) {

@@ -8,6 +8,7 @@
 #include <wx/odcombo.h>
 #include <wx/string.h>
 
+#include <cstddef>
 #include <functional>
 
 namespace corvane {
@@ -24,11 +25,16 @@ class search_list : public wxOwnerDrawnComboBox {
   /// Shows an entry (0-based), or with wxNOT_FOUND nothing.
   void show_entry(int entry);
 
+  /// A text that is shown in grey while there is no other.
+  void set_hint(const wxString& hint);
+  const wxString& hint() const { return hint_; }
+
   /// Leaves the keys of labels and menus alone, which the toolkit would search for.
   bool ProcessEvent(wxEvent& event) override;
 
  protected:
   void DoSetPopupControl(wxComboPopup* popup) override;
+  wxCoord OnMeasureItem(std::size_t entry) const override;
 
  private:
   class entry_list;
@@ -39,6 +45,7 @@ class search_list : public wxOwnerDrawnComboBox {
   void on_paint(wxPaintEvent& event);
 
   entry_list* list_ = nullptr;
+  wxString hint_;
 };
 
 }  // namespace corvane

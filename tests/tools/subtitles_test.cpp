@@ -47,6 +47,21 @@ class SubtitlesDialog : public testing_support::command_test {
   std::string& options() { return p.subtitleoptions[1]; }
 };
 
+TEST_F(SubtitlesDialog, TellsTheFilesForThePreview) {
+  p.globalregion = "PAL";
+  Subtitles dialog = edit();
+  EXPECT_EQ(dialog.file(), std::nullopt);
+  EXPECT_EQ(dialog.video(), folder.path("two.m2v"));
+  EXPECT_EQ(dialog.region(), "PAL");
+  add(dialog, "one.srt");
+  add(dialog, "two.srt");
+  EXPECT_EQ(dialog.file(), folder.path("one.srt"));
+  dialog.select(1);
+  EXPECT_EQ(dialog.file(), folder.path("two.srt"));
+  dialog.reset();
+  EXPECT_EQ(dialog.file(), std::nullopt);
+}
+
 // Opening ----------------------------------------------------------------------------------------
 
 TEST_F(SubtitlesDialog, WithoutATitleSelectedIsRefused) {

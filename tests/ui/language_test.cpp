@@ -180,6 +180,7 @@ TEST_F(language_dialog, picked_language_is_stored_with_its_trailing_blank) {
   click_control("Command1", dialog);
   click_control("Combo1", dialog);
   type_text("afri");
+  screenshot("language-list");
   press("Return");
   EXPECT_TRUE(language_becomes("AFRIKAANS AF "));
   EXPECT_THAT(list_rows(dialog), ElementsAre("Audio tag:\tAFRIKAANS AF "));

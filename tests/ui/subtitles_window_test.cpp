@@ -420,6 +420,10 @@ TEST_F(subtitles_dialog, texts_of_the_project_that_no_list_offers_are_shown_and_
   open();
   EXPECT_EQ(fields(), row);
   EXPECT_EQ(value("fontface"), "");
+  EXPECT_EQ(ask_ui([] {
+              return utf8_of(dynamic_cast<search_list*>(control("fontface", dialog))->hint());
+            }),
+            "nowhere.ttf is not installed");
   accept();
   EXPECT_EQ(options(), row + "|");
 }
@@ -626,6 +630,32 @@ TEST_F(subtitles_preview, title_without_subtitles_shows_the_video_alone) {
   click_control("Command2", dialog);
   EXPECT_TRUE(note_becomes("no subtitles"));
   EXPECT_TRUE(same(picture(), video_at(0)));
+  leave();
+}
+
+TEST_F(subtitles_preview, frame_of_a_pal_disc_has_576_lines) {
+  project p = previewed(two_cues, default_subtitleoptions("PAL"));
+  p.globalregion = "PAL";
+  std::filesystem::copy_file(real_pal_video(), folder_.path("a.m2v"),
+                             std::filesystem::copy_options::overwrite_existing);
+  load(p);
+  open();
+  EXPECT_TRUE(note_becomes("0:00:00.500 - 0:00:01.500")) << note() << reason();
+  EXPECT_EQ(picture().GetSize(), wxSize(720, 576));
+  leave();
+}
+
+TEST_F(subtitles_preview, picked_font_changes_the_text) {
+  load(previewed(two_cues));
+  open();
+  EXPECT_TRUE(note_becomes("0:00:00.500 - 0:00:01.500")) << note() << reason();
+  const wxImage video = video_at(0.5);
+  ASSERT_TRUE(wait_until([&] { return difference(view().shown_picture(), video).y > 320; }));
+  const wxImage before = picture();
+  pick("fontface", "dejavu serif bold", "DejaVu Serif Bold");
+  EXPECT_TRUE(picture_changes(before));
+  EXPECT_GT(difference(picture(), video).y, 320);
+  screenshot("subtitles-font");
   leave();
 }
 
