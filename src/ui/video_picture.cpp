@@ -2,6 +2,7 @@
 
 #include "ui/wrapped_text.h"
 
+#include <wx/control.h>
 #include <wx/dcbuffer.h>
 #include <wx/dcgraph.h>
 

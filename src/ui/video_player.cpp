@@ -89,7 +89,8 @@ wxSizer* video_player::make_transport() {
            next);
   play_ = new wxButton(this, wxID_ANY, "pause");
   play_->SetBitmap(icon_picture("pause", layout::button_icon));
-  play_->SetMinSize(play_->GetBestSize());
+  play_->SetMinSize(play_->GetBestSize());  // of the longer label
+  show_play_label();
   play_->SetToolTip("play or pause (Space)");
   name_control(*play_, "play");
   play_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { toggle(); });
@@ -116,6 +117,8 @@ wxSizer* video_player::make_transport() {
   controls_.push_back(time_);
   row->Add(time_, next);
   length_ = new wxStaticText(this, wxID_ANY, "of 00:00:00.00");
+  length_->SetMinSize(length_->GetBestSize());
+  length_->SetLabel("");
   name_control(*length_, "length");
   row->Add(length_, wxSizerFlags().CentreVertical());
   return row;
@@ -123,6 +126,8 @@ wxSizer* video_player::make_transport() {
 
 wxSizer* video_player::make_landing() {
   landing_ = new wxStaticText(this, wxID_ANY, "A player lands at 00:00:00.00");
+  landing_->SetMinSize(landing_->GetBestSize());
+  landing_->SetLabel("");
   landing_->SetToolTip(
       "A chapter begins with a group of pictures (GOP), the one nearest to its time.");
   name_control(*landing_, "landing");
@@ -147,8 +152,11 @@ void video_player::arrange(wxSizer* transport, wxSizer* landing) {
   const wxSizerFlags below = wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::control_gap));
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(MediaPlayer1_, wxSizerFlags(1).Expand());
-  whole->Add(line_, below);
-  whole->Add(progress_, below);
+  auto* line = new wxBoxSizer(wxHORIZONTAL);  // of one height, whichever of the two it shows
+  line->SetMinSize(wxSize(-1, line_->GetBestSize().y));
+  line->Add(line_, wxSizerFlags(1).Expand());
+  line->Add(progress_, wxSizerFlags(1).CentreVertical());
+  whole->Add(line, below);
   whole->Add(transport, below);
   whole->Add(landing, below);
   whole->Add(note_, below);
@@ -334,11 +342,15 @@ void video_player::show_state() {
   const wxString lands = "A player lands at " + shown(time_text(landing));
   if (landing_->GetLabel() != lands)
     landing_->SetLabel(lands);
+  show_play_label();
+}
+
+void video_player::show_play_label() {
   const wxString label = playing() ? "pause" : "play";
-  if (play_->GetLabel() != label) {
-    play_->SetLabel(label);
-    play_->SetBitmap(icon_picture(utf8_of(label), layout::button_icon));
-  }
+  if (play_->GetLabel() == label)
+    return;
+  play_->SetLabel(label);
+  play_->SetBitmap(icon_picture(utf8_of(label), layout::button_icon));
 }
 
 void video_player::show_picture() {

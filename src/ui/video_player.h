@@ -78,6 +78,7 @@ class video_player : public wxPanel {
   void forget_typed();
   void act(const std::function<void(playback&)>& action);
   void show_state();
+  void show_play_label();
   void show_picture();
   void note(const wxString& text);
 

@@ -1,6 +1,7 @@
 // The window "chapters editor" with a real pointer and real keys, on real streams.
 #include "media/time_text.h"
 #include "media/video_file.h"
+#include "platform/files.h"
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
 #include "ui/shown_text.h"
@@ -319,6 +320,9 @@ TEST_F(chapters_editor, plays_by_the_clock_and_pauses) {
   const std::string paused = text_of("time");
   std::this_thread::sleep_for(std::chrono::milliseconds(300));
   EXPECT_EQ(text_of("time"), paused);
+  const auto video = scanned(real_video());
+  const std::int64_t number = video->number_at(typed_time(paused).value_or(0) + 0.005);
+  EXPECT_TRUE(shown_picture().rgb == by_ffmpeg(real_video(), number, 720, 480).rgb) << number;
   press("space");                                // the focus is still on the button
   EXPECT_TRUE(comes_to("time", "00:00:02.97"));  // it stops at the end
   EXPECT_TRUE(comes_to("play", "play"));
@@ -434,11 +438,23 @@ TEST_F(chapters_editor, twenty_random_pictures_are_exactly_those_of_the_stream) 
   leave_all();
 }
 
-TEST_F(chapters_editor, picture_has_the_proportions_of_the_disc) {
-  load_title(real_video());
-  open();
-  EXPECT_EQ(ask_ui([] { return control("MediaPlayer1", editor)->GetSize(); }), wxSize(640, 480));
-  leave_all();
+TEST_F(chapters_editor, picture_has_the_proportions_that_the_video_tells) {
+  const auto wide = [this] {  // the same video, its sequence headers changed to 16:9
+    std::string bytes = read_file(real_video(), 1u << 30).value.value_or("");
+    const std::string start("\0\0\1\xb3", 4);
+    for (std::size_t at = bytes.find(start); at != std::string::npos;
+         at = bytes.find(start, at + 4))
+      bytes[at + 7] = static_cast<char>((bytes[at + 7] & 0x0f) | 0x30);
+    return folder_.add("wide", bytes);
+  };
+  const std::pair<std::string, wxSize> videos[] = {
+      {real_video(), {640, 480}}, {real_pal_video(), {768, 576}}, {wide(), {853, 480}}};
+  for (const auto& [video, size] : videos) {
+    load_title(video);
+    open();
+    EXPECT_EQ(ask_ui([] { return control("MediaPlayer1", editor)->GetSize(); }), size) << video;
+    leave_all();
+  }
 }
 
 // Videos that cannot be shown --------------------------------------------------------------------
