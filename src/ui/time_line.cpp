@@ -35,6 +35,12 @@ time_line::time_line(wxWindow* parent, std::function<void(double)> choose)
     });
 }
 
+// The window may close in the middle of a drag.
+time_line::~time_line() {
+  if (HasCapture())
+    ReleaseMouse();
+}
+
 void time_line::set_length(double seconds) {
   length_ = seconds;
   Refresh(false);

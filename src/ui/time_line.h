@@ -13,6 +13,7 @@ class time_line : public wxWindow {
  public:
   /// `choose` gets the time that the user points at. All times are in seconds.
   time_line(wxWindow* parent, std::function<void(double)> choose);
+  ~time_line() override;
 
   void set_length(double seconds);
   void set_position(double seconds, double landing);

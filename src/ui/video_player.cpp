@@ -46,6 +46,12 @@ video_player::video_player(wxWindow* parent, std::function<void()> ready)
   timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { on_timer(); });
 }
 
+// A field that goes may still tell that it loses the focus: it must find everything in its place.
+video_player::~video_player() {
+  release();
+  DestroyChildren();
+}
+
 void video_player::make_controls() {
   MediaPlayer1_ = new video_picture(this);
   line_ = new time_line(this, [this](double seconds) {
@@ -273,18 +279,20 @@ void video_player::set_marks(const std::vector<double>& chapters) {
 void video_player::jump_to_typed() {
   const std::string typed = utf8_of(time_->GetValue());
   const std::optional<double> seconds = typed_time(typed);
+  time_->SelectAll();
   if (seconds) {
     typing_ = false;
     seek(*seconds);
   } else
     note("\"" + shown(typed) + "\" is no time; the format is HH:MM:SS.ss");
-  time_->SelectAll();
 }
 
 void video_player::forget_typed() {
   typing_ = false;
-  if (playback_)
-    show_state();
+  CallAfter([this] {  // the field still counts as having the focus
+    if (playback_)
+      show_state();
+  });
 }
 
 bool video_player::use_key(const wxKeyEvent& event) {
@@ -336,13 +344,23 @@ void video_player::show_state() {
   const double position = playback_->position();
   const double landing = loader_.video()->time_of(playback_->landing());
   line_->set_position(position, landing);
-  const wxString now = shown(time_text(position));
-  if (!typing_ && time_->GetValue() != now)
-    time_->ChangeValue(now);
+  show_time(shown(time_text(position)));
   const wxString lands = "A player lands at " + shown(time_text(landing));
   if (landing_->GetLabel() != lands)
     landing_->SetLabel(lands);
   show_play_label();
+}
+
+// Nothing changes under the hands of somebody who is about to type; a text that is selected as a
+// whole stays so.
+void video_player::show_time(const wxString& now) {
+  const bool focus = time_->HasFocus();
+  const bool all = time_->GetStringSelection() == time_->GetValue();
+  if (typing_ || (focus && !all) || time_->GetValue() == now)
+    return;
+  time_->ChangeValue(now);
+  if (focus)
+    time_->SelectAll();
 }
 
 void video_player::show_play_label() {

@@ -33,6 +33,7 @@ class video_player : public wxPanel {
  public:
   /// `ready` is called when the video can be played.
   video_player(wxWindow* parent, std::function<void()> ready);
+  ~video_player() override;
 
   /// Opens a video by its native path and shows its first picture.
   void open(const std::string& path);
@@ -78,6 +79,7 @@ class video_player : public wxPanel {
   void forget_typed();
   void act(const std::function<void(playback&)>& action);
   void show_state();
+  void show_time(const wxString& now);
   void show_play_label();
   void show_picture();
   void note(const wxString& text);

@@ -222,6 +222,30 @@ TEST_F(chapters_editor, end_of_the_session_waits_for_the_note) {
   EXPECT_TRUE(window_goes(editor));
 }
 
+TEST_F(chapters_editor, end_of_the_session_closes_both_windows_while_a_time_is_typed) {
+  load_title(real_video());
+  open();
+  click_control("time", editor);
+  type_text("00:0");
+  on_ui([this] { window_->CallAfter([this] { window_->Close(true); }); });
+  EXPECT_TRUE(window_goes("main"));
+  EXPECT_TRUE(window_goes(editor));
+}
+
+TEST_F(chapters_editor, time_being_typed_stays_while_it_plays_and_is_forgotten_when_left) {
+  load_title(real_video());
+  open();
+  press("space");
+  click_control("time", editor);
+  press("ctrl+a");
+  type_text("0:0");
+  EXPECT_TRUE(comes_to("play", "play"));  // it has reached the end
+  EXPECT_EQ(text_of("time"), "0:0");
+  click_row(0, editor);
+  EXPECT_TRUE(comes_to("time", "00:00:02.97"));
+  leave_all();
+}
+
 // The list ---------------------------------------------------------------------------------------
 
 TEST_F(chapters_editor, chapters_are_added_at_the_position_and_stored_by_the_dialog) {
