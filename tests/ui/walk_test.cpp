@@ -1,0 +1,166 @@
+// Every item of menu bar, toolbar and drop-downs, clicked one after the other over a project with a
+// title and two menus: what it opens is seen, and closed again.
+#include "menus/menu_picker.h"
+#include "support/environment_variable.h"
+#include "ui/command_bars.h"
+#include "ui/commands.h"
+#include "ui/gtk_sight.h"
+#include "ui/main_window.h"
+#include "ui/window_fixture.h"
+
+#include <wx/menuitem.h>
+#include <wx/textctrl.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string_view>
+
+namespace corvane::testing_support {
+namespace {
+
+class walk : public window_test {
+ protected:
+  void SetUp() override {
+    window_test::SetUp();
+    const std::string program =
+        folder_.add("bin/xdg-open", "#!/bin/sh\necho \"$1\" >>'" + folder_.path("opened") + "'\n");
+    std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    load(project_with_menus(1));
+    click_row(0, "main");
+  }
+
+  static void expect_window(const char* name) {
+    EXPECT_TRUE(window_comes(name)) << name;
+    close(name);
+    EXPECT_TRUE(window_goes(name)) << name;
+  }
+  static void expect_message(const std::string& begin) {
+    ASSERT_TRUE(wait_until([&] {
+      const auto dialog = look_at_dialog();
+      return dialog && dialog->text.starts_with(begin);
+    })) << begin;
+    press("Return");
+    EXPECT_TRUE(wait_until([&] {
+      const auto dialog = look_at_dialog();
+      return !dialog || !dialog->text.starts_with(begin);
+    })) << begin;
+  }
+  void expect_check(const char* item, bool project::*flag) {
+    EXPECT_TRUE(wait_until([&] { return window_->shown_project().*flag; })) << item;
+    EXPECT_TRUE(ask_ui([&] { return window_->bars().item(item)->IsChecked(); })) << item;
+  }
+  static wxTextCtrl* log_text() { return dynamic_cast<wxTextCtrl*>(control("Text1", "log")); }
+
+  /// What an item does, by its name, its caption or its key in the tables.
+  std::map<std::string, std::function<void()>> effects() {
+    const auto file = [](const char* title) { return [title] { cancel_dialog(title); }; };
+    const auto opens = [](const char* name) { return [name] { expect_window(name); }; };
+    const auto says = [](const char* begin) { return [begin] { expect_message(begin); }; };
+    std::map<std::string, std::function<void()>> all = {
+        {"open", file("select video stream")},
+        {"author", file("enter a folder name to create the dvd")},
+        {"loadproject",
+         [] {
+           expect_message("overwrite currect project?");
+           cancel_dialog("load corvane project");
+         }},
+        {"saveproject", file("save corvane project")},
+        {"showlog",
+         [] {
+           EXPECT_TRUE(window_comes("log"));
+           on_ui([] {
+             log_text()->ChangeValue("of an earlier run");
+             control("log")->Hide();  // it may lie over the menus
+           });
+         }},
+        {"clearlog",
+         [] {
+           EXPECT_TRUE(
+               wait_until([] { return log_text()->GetValue() == "Corvane 0.997 - 1/2/2005\n"; }));
+         }},
+        {"isocreate", [this] { expect_check("isocreate", &project::isocreate); }},
+        {"editxml",
+         [this] {
+           expect_message("This will allow you to customize the config.xml file");
+           expect_check("editxml", &project::editxml);
+         }},
+        {"cleanup", [this] { expect_check("cleanup", &project::cleanup); }},
+        {"addmenu", file("select video stream")},
+        {"editmenu", file(picker_edit_caption)},
+        {"remove", file(picker_erase_caption)},
+        {"still", file("select a 720x480 or 720x576 jpeg image")},
+        {"framecount", file("m2v still framecount")},
+        {"avisynth",
+         [] {
+           expect_message("This will generate a simple avisynth script");
+           cancel_dialog("save the avisynth script");
+         }},
+        {"addaudiostream", file("select audio stream")},
+        {"addsubs", opens("Subtitles")},
+        {"edittags", opens("language")},
+        {"editdelay", file("A/V sync delay")},
+        {"jumptable", says("Jumptable cannot be enabled/disabled")},
+        {"layoutprint",
+         [this] {
+           EXPECT_TRUE(wait_until([this] { return file_exists(folder_.path("opened")); }));
+           EXPECT_EQ(folder_.read("opened"), app_ + "/layout.html\n");
+         }},
+        {"register", says("Project files (.cvp) are now opened with Corvane.")},
+        {"mnuabout", says("This is a simple graphical front end written for the dvdauthor")},
+        {"chapters", opens("chapter")},
+        {"nav cmds", opens("navcommands")},
+    };
+    all["add title"] = all["open"];
+    all["author dvd"] = all["author"];
+    all["menus"] = all["edit"] = all["editmenu"];
+    all["add"] = all["addmenu"];
+    all["addaudio"] = all["addaudiostream"];
+    all["subtitles"] = all["addsubs"];
+    return all;
+  }
+
+  environment_variable path_{"PATH", folder_.path("bin") + ":" + std::getenv("PATH")};
+  environment_variable data_{"XDG_DATA_HOME", folder_.path("data")};
+};
+
+TEST_F(walk, over_the_menu_bar) {
+  const auto all = effects();
+  for (const menu& m : main_menus())
+    for (const menu_item& item : m.items) {
+      if (item.kind == item_kind::label)
+        continue;
+      SCOPED_TRACE(item.name);
+      ASSERT_TRUE(all.contains(item.name));
+      ASSERT_NE(item.run, nullptr);
+      click_menu(m.caption, item.caption);
+      all.at(item.name)();
+      ASSERT_TRUE(no_dialog());
+    }
+}
+
+TEST_F(walk, over_the_toolbar_and_its_drop_downs) {
+  const auto all = effects();
+  for (const tool& t : main_tools()) {
+    SCOPED_TRACE(t.caption);
+    if (std::string_view(t.caption) != "remove title" && std::string_view(t.caption) != "extras") {
+      click_tool(t.caption);
+      all.at(t.caption)();
+      ASSERT_TRUE(no_dialog());
+    }
+    for (const drop_item& item : t.drop) {
+      SCOPED_TRACE(item.key);
+      click_tool_arrow(t.caption);
+      click_menu_item(item.caption);
+      all.at(item.key)();
+      ASSERT_TRUE(no_dialog());
+    }
+  }
+  click_row(0, "main");
+  click_tool("remove title");
+  EXPECT_TRUE(wait_until([this] { return window_->shown_project().List1.empty(); }));
+}
+
+}  // namespace
+}  // namespace corvane::testing_support
