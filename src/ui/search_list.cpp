@@ -25,14 +25,21 @@ search_list::search_list(wxWindow* parent, const char* name, const wxArrayString
 #ifdef __WXGTK__
   Bind(wxEVT_PAINT, &search_list::on_paint, this);
 #endif
-  Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& event) {
-    end_search();
-    event.Skip();
-  });
+  Bind(wxEVT_KILL_FOCUS, &search_list::on_kill_focus, this);
   Bind(wxEVT_COMBOBOX, [this, picked = std::move(picked)](wxCommandEvent&) {
     if (const int entry = GetSelection(); entry != wxNOT_FOUND)
       picked(entry);
   });
+}
+
+// The list is gone before the window, which may still lose the focus then.
+search_list::~search_list() {
+  Unbind(wxEVT_KILL_FOCUS, &search_list::on_kill_focus, this);
+}
+
+void search_list::on_kill_focus(wxFocusEvent& event) {
+  end_search();
+  event.Skip();
 }
 
 void search_list::DoSetPopupControl(wxComboPopup* popup) {

@@ -19,6 +19,8 @@ class search_list : public wxOwnerDrawnComboBox {
   search_list(wxWindow* parent, const char* name, const wxArrayString& entries,
               std::function<void(int)> picked);
 
+  ~search_list() override;
+
   /// Shows a text; when it is one of the entries, that one is selected.
   void show(const wxString& text);
 
@@ -42,6 +44,7 @@ class search_list : public wxOwnerDrawnComboBox {
   /// What is typed next is a new search.
   void end_search();
 
+  void on_kill_focus(wxFocusEvent& event);
   void on_paint(wxPaintEvent& event);
 
   entry_list* list_ = nullptr;
