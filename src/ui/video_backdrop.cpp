@@ -23,7 +23,7 @@ bool video_backdrop::search(double seconds) {
   if (known(seconds))
     return false;
   loader_.scan();
-  return !known(seconds);
+  return true;
 }
 
 wxImage video_backdrop::at(double seconds) {

@@ -19,8 +19,8 @@ class video_backdrop {
   /// `path` is native. Reads the head of the file only.
   explicit video_backdrop(const std::string& path);
 
-  /// Looks through a slice of the file. False when the picture at that time (in seconds) is known
-  /// or cannot be.
+  /// Looks through a slice of the file; false when there was no need: the picture at that time (in
+  /// seconds) is known or cannot be.
   bool search(double seconds);
 
   /// The picture at a time; the first one until it is known; a null image when there is none.
