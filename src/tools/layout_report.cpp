@@ -37,7 +37,9 @@ std::string numbered(std::string_view character) {
   std::uint32_t code = first & (0xFFu >> (character.size() + 1));
   for (const char c : character.substr(1))
     code = code << 6 | (static_cast<unsigned char>(c) & 0x3Fu);
-  return "&#" + std::to_string(code) + ";";
+  // Browsers read the numbers of these control characters as those of windows-1252: 128 is a Euro.
+  const bool control = code < 0xA0;
+  return control ? std::string(unknown_character) : "&#" + std::to_string(code) + ";";
 }
 
 std::string ascii_text(char c) {

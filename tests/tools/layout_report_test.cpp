@@ -148,6 +148,9 @@ TEST(HtmlText, WritesCharactersOutsideAsciiAsNumbers) {
 
 TEST(HtmlText, ReplacesWhatNoPageMayHold) {
   EXPECT_EQ(html_text(std::string("a\0b\x1B", 4)), "a&#65533;b&#65533;");
+  EXPECT_EQ(html_text("a\xC2\x80"
+                      "b\xC2\x9F\xC2\xA0"),
+            "a&#65533;b&#65533;&#160;");
   EXPECT_EQ(html_text("caf\xE9"), "caf&#65533;");
   EXPECT_EQ(html_text("\xF0\x9F"), "&#65533;&#65533;");
 }
