@@ -17,14 +17,14 @@ ffmpeg libavcodec-dev libswscale-dev fonts-dejavu-core libdvdread-dev libdvdnav-
 "
 
 # GoogleTest (its source too, for Windows), the other compilers, a display without a screen, Wine,
-# a desktop's own programs.
+# a desktop's own programs, a browser.
 test_packages="
 libgtest-dev libgmock-dev googletest libbenchmark-dev
 clang clang-format clang-tidy libclang-rt-14-dev llvm
 g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64
 xvfb xauth xdotool openbox x11-utils x11-apps imagemagick librsvg2-common adwaita-icon-theme
 libx11-dev dpkg-dev file procps util-linux
-xdg-utils desktop-file-utils shared-mime-info libglib2.0-bin
+xdg-utils desktop-file-utils shared-mime-info libglib2.0-bin chromium
 "
 
 fail() {
