@@ -24,7 +24,7 @@ clang clang-format clang-tidy libclang-rt-14-dev llvm
 g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64
 xvfb xauth xdotool openbox x11-utils x11-apps imagemagick librsvg2-common adwaita-icon-theme
 libx11-dev dpkg-dev file procps util-linux
-xdg-utils desktop-file-utils shared-mime-info libglib2.0-bin chromium
+xdg-utils desktop-file-utils shared-mime-info libglib2.0-bin libfile-mimeinfo-perl chromium
 "
 
 fail() {

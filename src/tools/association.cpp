@@ -72,6 +72,15 @@ std::string quoted_in_entry(std::string_view program) {
   return text + '"';
 }
 
+/// The program as a command's first word. Without quotes where it needs none: on a plain window
+/// manager xdg-open takes quotes for a part of the program's name.
+std::string word_in_entry(std::string_view program) {
+  constexpr std::string_view reserved = " \t\n\"'\\><~|&;$*?#()`%";
+  if (program.find_first_of(reserved) == std::string_view::npos)
+    return std::string(program);
+  return quoted_in_entry(program);
+}
+
 struct user_file {
   std::string path, text;
 };
@@ -231,7 +240,7 @@ std::string desktop_entry(std::string_view program) {
          "GenericName=DVD authoring\n"
          "Comment=Author DVD-Video discs\n"
          "Exec=" +
-         quoted_in_entry(program) +
+         word_in_entry(program) +
          " %f\n"
          "Icon=corvane\n"
          "Terminal=false\n"

@@ -61,6 +61,14 @@ TEST(DesktopEntry, StartsTheProgramWithTheFileAsFirstArgument) {
       holds(desktop_entry("/opt/my programs/corvane"), "\nExec=\"/opt/my programs/corvane\" %f\n"));
 }
 
+// xdg-open of a plain window manager would look for a program whose name has quotes in it.
+TEST(DesktopEntry, HasNoQuotesWhereTheProgramNeedsNone) {
+  EXPECT_TRUE(holds(desktop_entry("/opt/corvane-0.997/bin/corvane"),
+                    "\nExec=/opt/corvane-0.997/bin/corvane %f\n"));
+  for (const char special : std::string_view(" \t\n\"'\\><~|&;$*?#()`%"))
+    EXPECT_TRUE(holds(desktop_entry(std::string("/a") + special + "b"), "\nExec=\"/a")) << special;
+}
+
 TEST(DesktopEntry, QuotesWhatIsSpecialInACommand) {
   EXPECT_TRUE(holds(desktop_entry("/a$b/`c`/\"d\"/e\\f/50%/corvane"),
                     "\nExec=\"/a\\\\$b/\\\\`c\\\\`/\\\\\"d\\\\\"/e\\\\\\\\f/50%%/corvane\" %f\n"));

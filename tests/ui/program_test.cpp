@@ -31,16 +31,27 @@ bool window_comes(const std::string& title) {
   return wait_for([&] { return std::system(command.c_str()) == 0; });
 }
 
+/// Whether no such window is left, waited for.
+bool window_goes(const std::string& title) {
+  const std::string command = "xdotool search --name '^" + title + "$' >/dev/null 2>&1";
+  return wait_for([&] { return std::system(command.c_str()) != 0; });
+}
+
 class program : public testing::Test {
  protected:
+  /// Variables, as the shell sets them, that keep what is started in the test's folder.
+  std::string surroundings() const {
+    return "CORVANE_HOME='" + folder_.path("program") + "' XDG_CONFIG_HOME='" +
+           folder_.path("config") + "' XDG_DATA_HOME='" + folder_.path("data") + "' ";
+  }
+
   /// Starts corvane in the test's folder with these arguments (as the shell reads them).
   void start(const std::string& arguments, const std::string& locale = "C.UTF-8") {
     const std::string own = own_executable();
     const std::string corvane = own.substr(0, own.rfind('/')) + "/corvane";
-    const std::string command =
-        "cd '" + folder_.path() + "' && CORVANE_HOME='" + folder_.path("program") +
-        "' XDG_CONFIG_HOME='" + folder_.path("config") + "' LC_ALL=" + locale + " '" + corvane +
-        "' " + arguments + " >output 2>&1 & echo $! >'" + folder_.path("pid") + "'";
+    const std::string command = "cd '" + folder_.path() + "' && " + surroundings() +
+                                "LC_ALL=" + locale + " '" + corvane + "' " + arguments +
+                                " >output 2>&1 & echo $! >'" + folder_.path("pid") + "'";
     ASSERT_EQ(std::system(command.c_str()), 0);
     ASSERT_TRUE(window_comes("Corvane 0.997 - 1/2/2005")) << folder_.read("output");
     std::this_thread::sleep_for(std::chrono::milliseconds(500));
@@ -129,6 +140,60 @@ TEST_F(program, opens_a_name_beyond_ascii_in_a_locale_without_it) {
   EXPECT_EQ(saved_again(), project_text());
   press("ctrl+q");
   EXPECT_TRUE(ends());
+}
+
+/// The program where the desktop's own programs know what opens its projects.
+class associated_program : public program {
+ protected:
+  /// Chooses "register .cvp extension" by the keys and accepts what it says.
+  void register_extension() {
+    for (const char* const key :
+         {"F10", "Right", "Right", "Right", "Down", "Down", "Down", "Return"})
+      press(key);
+    EXPECT_TRUE(window_comes("Corvane"));
+    press("Return");
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  }
+  /// Runs a command (as the shell reads it) in the test's folder.
+  std::string output_of(const std::string& command) {
+    const std::string whole = "cd '" + folder_.path() +
+                              "' && exec >answer 2>&1 </dev/null && env -u DESKTOP_SESSION -u "
+                              "KDE_FULL_SESSION BROWSER=false " +
+                              surroundings() + command;
+    EXPECT_EQ(std::system(whole.c_str()), 0) << whole;
+    return folder_.read("answer");
+  }
+  void associate() {
+    start("");
+    register_extension();
+    press("ctrl+q");
+    EXPECT_TRUE(ends());
+    EXPECT_EQ(folder_.read("output"), "");
+    EXPECT_EQ(output_of("xdg-mime query default application/x-corvane-project"),
+              "corvane.desktop\n");
+  }
+  /// Has the desktop open the project, and sees it in the program's window.
+  void expect_opened(const std::string& desktop) {
+    folder_.add("my disc.cvp", project_text());
+    EXPECT_EQ(output_of(desktop + " xdg-mime query filetype 'my disc.cvp'"),
+              "application/x-corvane-project\n");
+    output_of(desktop + " xdg-open '" + folder_.path("my disc.cvp") + "' &");
+    ASSERT_TRUE(window_comes("Corvane 0.997 - 1/2/2005")) << folder_.read("answer");
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    EXPECT_EQ(saved_again(), project_text());
+    press("ctrl+q");
+    EXPECT_TRUE(window_goes("Corvane 0.997 - 1/2/2005"));
+  }
+};
+
+TEST_F(associated_program, opens_a_project_from_the_file_manager) {
+  associate();
+  expect_opened("XDG_CURRENT_DESKTOP=GNOME");
+}
+
+TEST_F(associated_program, opens_a_project_on_a_plain_window_manager) {
+  associate();
+  expect_opened("XDG_CURRENT_DESKTOP=X-Generic");
 }
 
 TEST_F(program, names_a_program_folder_that_cannot_be_used) {
