@@ -1,5 +1,5 @@
-// Every item of menu bar, toolbar and drop-downs, clicked one after the other over a project with a
-// title and two menus: what it opens is seen, and closed again.
+// Every item of menu bar, toolbar and drop-downs, clicked one after the other, over a project with
+// a title and two menus and over an empty one: what it opens is seen, and closed again.
 #include "menus/menu_picker.h"
 #include "support/environment_variable.h"
 #include "ui/command_bars.h"
@@ -27,8 +27,6 @@ class walk : public window_test {
     const std::string program =
         folder_.add("bin/xdg-open", "#!/bin/sh\necho \"$1\" >>'" + folder_.path("opened") + "'\n");
     std::filesystem::permissions(program, std::filesystem::perms::owner_all);
-    load(project_with_menus(1));
-    click_row(0, "main");
   }
 
   static void expect_window(const char* name) {
@@ -53,12 +51,19 @@ class walk : public window_test {
   }
   static wxTextCtrl* log_text() { return dynamic_cast<wxTextCtrl*>(control("Text1", "log")); }
 
-  /// What an item does, by its name, its caption or its key in the tables.
-  std::map<std::string, std::function<void()>> effects() {
+  static void expect_nothing() {
+    EXPECT_FALSE(top_dialog());
+    EXPECT_TRUE(ask_ui([] { return control("main")->IsEnabled(); }));
+  }
+
+  using effect_map = std::map<std::string, std::function<void()>>;
+
+  /// What an item does to a project, by its name, its caption or its key in the tables.
+  effect_map effects() {
     const auto file = [](const char* title) { return [title] { cancel_dialog(title); }; };
     const auto opens = [](const char* name) { return [name] { expect_window(name); }; };
     const auto says = [](const char* begin) { return [begin] { expect_message(begin); }; };
-    std::map<std::string, std::function<void()>> all = {
+    effect_map all = {
         {"open", file("select video stream")},
         {"author", file("enter a folder name to create the dvd")},
         {"loadproject",
@@ -111,14 +116,99 @@ class walk : public window_test {
         {"mnuabout", says("This is a simple graphical front end written for the dvdauthor")},
         {"chapters", opens("chapter")},
         {"nav cmds", opens("navcommands")},
+        {"extras",
+         [] {
+           click_menu_item("add/edit subtitles");
+           expect_window("Subtitles");
+         }},
+        {"remove title",
+         [this] {
+           EXPECT_TRUE(wait_until([this] { return window_->shown_project().List1.empty(); }));
+         }},
     };
-    all["add title"] = all["open"];
-    all["author dvd"] = all["author"];
-    all["menus"] = all["edit"] = all["editmenu"];
-    all["add"] = all["addmenu"];
-    all["addaudio"] = all["addaudiostream"];
-    all["subtitles"] = all["addsubs"];
+    all["menus"] = all["editmenu"];
     return all;
+  }
+
+  /// The same without a title and a menu.
+  effect_map effects_on_nothing() {
+    const auto says = [](const char* begin) { return [begin] { expect_message(begin); }; };
+    effect_map all = effects();
+    all["author"] = all["avisynth"] = says("please add more titles");
+    all["loadproject"] = [] { cancel_dialog("load corvane project"); };
+    all["editmenu"] = all["remove"] = expect_nothing;
+    all["addaudiostream"] = says("Please select a title to add an audio stream to.");
+    all["addsubs"] = says("Please select a title to add a subtitle to.");
+    all["editdelay"] = says("Please select a title to adjust delays.");
+    all["jumptable"] = [this] {
+      expect_message("This will allow titles to jump to any menu");
+      expect_check("jumptable", &project::jumptable);
+    };
+    all["chapters"] = says("Please select a title to add chapters to.");
+    all["remove title"] = says("Please select a title first to remove.");
+    all["menus"] = all["addmenu"];
+    all["extras"] = [] {
+      click_menu_item("edit language tags");
+      expect_window("language");
+    };
+    return all;
+  }
+
+  /// Adds what goes by several names.
+  static effect_map with_namesakes(effect_map all) {
+    for (const auto& [other, name] :
+         std::map<std::string, std::string>{{"add title", "open"},
+                                            {"author dvd", "author"},
+                                            {"add", "addmenu"},
+                                            {"edit", "editmenu"},
+                                            {"addaudio", "addaudiostream"},
+                                            {"subtitles", "addsubs"}})
+      all[other] = all.at(name);
+    return all;
+  }
+
+  void load_project() {
+    load(project_with_menus(1));
+    click_row(0, "main");
+  }
+
+  /// Clicks on every item of the menu bar.
+  static void click_menu_bar(const effect_map& all) {
+    for (const menu& m : main_menus())
+      for (const menu_item& item : m.items) {
+        if (item.kind == item_kind::label)
+          continue;
+        SCOPED_TRACE(item.name);
+        ASSERT_TRUE(all.contains(item.name));
+        ASSERT_NE(item.run, nullptr);
+        click_menu(m.caption, item.caption);
+        all.at(item.name)();
+        ASSERT_TRUE(no_dialog());
+      }
+  }
+
+  /// Clicks on every button and every item of its drop-down; "remove title" comes last.
+  static void click_toolbar(const effect_map& all) {
+    constexpr std::string_view last = "remove title";
+    for (const tool& t : main_tools()) {
+      SCOPED_TRACE(t.caption);
+      ASSERT_TRUE(all.contains(t.caption));
+      if (t.caption != last) {
+        click_tool(t.caption);
+        all.at(t.caption)();
+        ASSERT_TRUE(no_dialog());
+      }
+      for (const drop_item& item : t.drop) {
+        SCOPED_TRACE(item.key);
+        ASSERT_TRUE(all.contains(item.key));
+        click_tool_arrow(t.caption);
+        click_menu_item(item.caption);
+        all.at(item.key)();
+        ASSERT_TRUE(no_dialog());
+      }
+    }
+    click_tool(std::string(last));
+    all.at(std::string(last))();
   }
 
   environment_variable path_{"PATH", folder_.path("bin") + ":" + std::getenv("PATH")};
@@ -126,40 +216,21 @@ class walk : public window_test {
 };
 
 TEST_F(walk, over_the_menu_bar) {
-  const auto all = effects();
-  for (const menu& m : main_menus())
-    for (const menu_item& item : m.items) {
-      if (item.kind == item_kind::label)
-        continue;
-      SCOPED_TRACE(item.name);
-      ASSERT_TRUE(all.contains(item.name));
-      ASSERT_NE(item.run, nullptr);
-      click_menu(m.caption, item.caption);
-      all.at(item.name)();
-      ASSERT_TRUE(no_dialog());
-    }
+  load_project();
+  click_menu_bar(with_namesakes(effects()));
+}
+
+TEST_F(walk, over_the_menu_bar_without_a_project) {
+  click_menu_bar(with_namesakes(effects_on_nothing()));
 }
 
 TEST_F(walk, over_the_toolbar_and_its_drop_downs) {
-  const auto all = effects();
-  for (const tool& t : main_tools()) {
-    SCOPED_TRACE(t.caption);
-    if (std::string_view(t.caption) != "remove title" && std::string_view(t.caption) != "extras") {
-      click_tool(t.caption);
-      all.at(t.caption)();
-      ASSERT_TRUE(no_dialog());
-    }
-    for (const drop_item& item : t.drop) {
-      SCOPED_TRACE(item.key);
-      click_tool_arrow(t.caption);
-      click_menu_item(item.caption);
-      all.at(item.key)();
-      ASSERT_TRUE(no_dialog());
-    }
-  }
-  click_row(0, "main");
-  click_tool("remove title");
-  EXPECT_TRUE(wait_until([this] { return window_->shown_project().List1.empty(); }));
+  load_project();
+  click_toolbar(with_namesakes(effects()));
+}
+
+TEST_F(walk, over_the_toolbar_and_its_drop_downs_without_a_project) {
+  click_toolbar(with_namesakes(effects_on_nothing()));
 }
 
 }  // namespace

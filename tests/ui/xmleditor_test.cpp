@@ -145,6 +145,50 @@ TEST_F(xml_editors, saved_edit_stays_when_authoring_is_declined_and_comes_back) 
   EXPECT_EQ(language_on_disc(), "fr");
 }
 
+TEST_F(xml_editors, saved_edit_is_kept_in_the_project_file_and_authored_from_there) {
+  open_editor();
+  replace("\"EN\"", "\"fr\"");
+  const std::string edited = shown_xml();
+  close_editor("Yes", "No");
+  press("ctrl+s");
+  answer_file("save corvane project", folder_.path("edited.cvp"));
+  load(project());
+  EXPECT_EQ(customxml(), "");
+
+  press("ctrl+o");
+  answer_file("load corvane project", folder_.path("edited.cvp"));
+  EXPECT_TRUE(wait_until([&] { return window_->shown_project().customxml == edited; }));
+  press("F5");
+  EXPECT_TRUE(window_comes("xmleditor"));
+  EXPECT_EQ(shown_xml(), edited);
+  close_editor("No", "Yes");
+  answer_message(success_text, "Cancel");
+  EXPECT_EQ(language_on_disc(), "fr");
+}
+
+TEST_F(xml_editors, change_of_the_project_asks_before_it_discards_the_edit) {
+  open_editor();
+  replace("\"EN\"", "\"fr\"");
+  const std::string edited = shown_xml();
+  close_editor("Yes", "No");
+  const char* const guard =
+      "You have edited the XML manually, do you want to discard these changes?";
+  click_tool("add title");
+  const seen_dialog asked = answer_message(guard, "Cancel");
+  EXPECT_EQ(asked.picture, "warning");
+  EXPECT_THAT(asked.buttons, testing::UnorderedElementsAre("OK", "Cancel"));
+  EXPECT_TRUE(no_dialog());
+  EXPECT_EQ(customxml(), edited);
+
+  click_tool("add title");
+  answer_message(guard, "OK");
+  cancel_dialog("select video stream");
+  EXPECT_EQ(customxml(), "");
+  author();
+  EXPECT_THAT(shown_xml(), HasSubstr("<audio lang=\"EN\" />\r\n"));
+  close_editor("No", "No");
+}
+
 TEST_F(xml_editors, fault_is_told_with_its_place_and_the_caret_goes_there) {
   open_editor();
   press("ctrl+End");
