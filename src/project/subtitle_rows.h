@@ -30,6 +30,10 @@ enum class subtitle_field : std::size_t {
 };
 inline constexpr std::size_t subtitle_field_count = 12;
 
+/// The alignments that there are.
+inline constexpr std::array<std::string_view, 3> halign_items = {"left", "center", "right"};
+inline constexpr std::array<std::string_view, 3> valign_items = {"top", "center", "bottom"};
+
 /// The field as messages call it: "left margin".
 const char* name_of(subtitle_field field);
 

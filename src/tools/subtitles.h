@@ -19,9 +19,7 @@
 
 namespace corvane {
 
-// What the drop-downs offer.
-inline constexpr std::array<std::string_view, 3> halign_items = {"left", "center", "right"};
-inline constexpr std::array<std::string_view, 3> valign_items = {"top", "center", "bottom"};
+// What the drop-downs offer; for the alignments see project/subtitle_rows.h.
 inline constexpr std::array<std::string_view, 3> mfps_items = {"23.976", "25", "29.97"};
 extern const std::array<std::string_view, 23> charact_items;
 
