@@ -1,5 +1,6 @@
 #include "runner/subtitle_complaints.h"
 
+#include "project/numbers.h"
 #include "project/text.h"
 
 #include <algorithm>
@@ -53,9 +54,21 @@ std::string meaning_of(std::string_view line, const std::array<known_line, Count
   return found == lines.end() ? std::string() : std::string(found->meaning);
 }
 
-/// "INFO: 5 subtitles added, 0 subtitles skipped, ...".
-bool says_added(std::string_view line) {
-  return line.find(" subtitles added") != std::string_view::npos;
+/// What the line "INFO: 5 subtitles added, 0 subtitles skipped, ..." tells is missing, after what
+/// is left of the line of a progress report.
+std::string loss_counted(std::string_view line) {
+  constexpr std::string_view info = "INFO: ", added = " subtitles added, ";
+  const std::size_t at = line.find(added);
+  const std::size_t begin = line.find(info);
+  if (at == std::string_view::npos || begin == std::string_view::npos || begin > at)
+    return {};
+  if (line.substr(begin + info.size(), at - begin - info.size()) == "0")
+    return "spumux added nothing";
+  const std::string skipped = leading_number_text(line.substr(at + added.size()));
+  if (skipped == "0")
+    return {};
+  return skipped + (skipped == "1" ? " text of it that lasts no time is missing"
+                                   : " texts of it that last no time are missing");
 }
 
 }  // namespace
@@ -81,7 +94,7 @@ std::string why_not_subtitled(std::string_view printed) {
 }
 
 std::string what_is_missing(std::string_view printed, std::string_view control) {
-  bool none_added = false;
+  std::string counted;
   while (!printed.empty()) {
     const std::string_view line = take_printed_line(printed);
     const std::string loss =
@@ -90,11 +103,10 @@ std::string what_is_missing(std::string_view printed, std::string_view control) 
       return loss + (control.find("horizontal-alignment=\"right\"") != std::string_view::npos
                          ? std::string(about_right)
                          : std::string());
-    // After what is left of the line of a progress report.
-    if (says_added(line))
-      none_added = line.find("INFO: 0 ") != std::string_view::npos;
+    if (const std::string loss_of_line = loss_counted(line); !loss_of_line.empty())
+      counted = loss_of_line;
   }
-  return none_added ? "spumux added nothing" : "";
+  return counted;
 }
 
 std::string subtitle_file_in(std::string_view control) {

@@ -14,8 +14,8 @@ namespace corvane {
 std::string why_not_subtitled(std::string_view printed);
 
 /// What is wrong with a text subtitle whose spumux ended well, likewise: nothing was added, or
-/// letters or lines are missing. `printed` is what spumux printed, or as much of it as was kept;
-/// `control` the text of its control file. Empty when all is well.
+/// texts, lines or letters are missing. `printed` is what spumux printed, or as much of it as was
+/// kept; `control` the text of its control file. Empty when all is well.
 std::string what_is_missing(std::string_view printed, std::string_view control);
 
 /// The native path of the subtitle file that a control file's text names; empty when it names none.

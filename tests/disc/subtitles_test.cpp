@@ -177,6 +177,19 @@ TEST_F(SubtitledDisc, FileThatSpumuxCannotReadEndsTheRunWithItsNameAndTheReason)
                               "spumux reads"));
 }
 
+TEST_F(SubtitledDisc, TextThatLastsNoTimeIsMissingWhichTheRunCallsAnError) {
+  const char* const brief =
+      "1\n00:00:01,500 --> 00:00:01,500\nHello\n\n"
+      "2\n00:00:01,500 --> 00:00:03,000\ndisc\n\n";
+  const finished done = s_.author(subtitled({brief}, row + "|"));
+  EXPECT_EQ(done.status, 1) << done.out;
+  const auto log = read_file(join_path(s_.app(), log_file_name), std::uintmax_t{1} << 20);
+  ASSERT_TRUE(log) << log.error;
+  EXPECT_THAT(*log, HasSubstr("ERR:  subtitle 1 of title 1 (" + files_[0] +
+                              ") is not as it should be: 1 text of it that lasts no time is "
+                              "missing"));
+}
+
 TEST_F(SubtitledDisc, WithoutSubtitlesHasNoStream) {
   const contents disc = s_.authored(subtitled({}, row + "|"));
   ASSERT_EQ(disc.titles.size(), 1u);

@@ -326,6 +326,19 @@ TEST(TextSubtitle, EachWarningThatTextIsLostHasItsReason) {
   EXPECT_EQ(what_is_missing("WARN: Subtitles requested but not found.\n", ""), "");
 }
 
+TEST(TextSubtitle, TextsThatSpumuxSkippedAreCounted) {
+  const auto told = [](const std::string& counts) {
+    return what_is_missing("STAT: 0:00:01.000INFO: " + counts + ", stream: 33, offset: 0.13\r\n",
+                           "");
+  };
+  EXPECT_EQ(told("3 subtitles added, 0 subtitles skipped"), "");
+  EXPECT_EQ(told("30 subtitles added, 1 subtitles skipped"),
+            "1 text of it that lasts no time is missing");
+  EXPECT_EQ(told("10 subtitles added, 20 subtitles skipped"),
+            "20 texts of it that last no time are missing");
+  EXPECT_EQ(told("0 subtitles added, 2 subtitles skipped"), "spumux added nothing");
+}
+
 TEST(TextSubtitle, ComplaintThatIsNotKnownIsToldAsItStands) {
   EXPECT_EQ(why_not_subtitled("INFO: a\rERR:  Unknown horizontal-alignment type middle\r\n"),
             "spumux says \"Unknown horizontal-alignment type middle\"");
