@@ -24,6 +24,11 @@ class picture_times {
   /// The picture that a group shows first.
   virtual std::int64_t begin_of_gop(std::int64_t gop) const = 0;
 
+  /// Units (VOBUs), with which chapters can begin: groups, unless the stream tells others.
+  virtual std::int64_t units() const { return gops(); }
+  /// The picture that a unit shows first.
+  virtual std::int64_t begin_of_unit(std::int64_t unit) const { return begin_of_gop(unit); }
+
  protected:
   picture_times() = default;
   picture_times(const picture_times&) = default;

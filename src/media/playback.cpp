@@ -13,6 +13,17 @@ double in_hundredths(double seconds) {
   return std::round(seconds * 100) / 100;
 }
 
+/// Which of `count` things, beginning with the pictures that `begin` gives, holds a picture.
+template <typename Begin>
+std::int64_t last_not_behind(std::int64_t number, std::int64_t count, Begin begin) {
+  std::int64_t first = 0, after = count;
+  while (after - first > 1) {
+    const std::int64_t middle = first + (after - first) / 2;
+    (begin(middle) <= number ? first : after) = middle;
+  }
+  return first;
+}
+
 }  // namespace
 
 std::int64_t playback::last() const {
@@ -67,21 +78,18 @@ void playback::previous_gop() {
 }
 
 std::int64_t playback::gop_of(std::int64_t number) const {
-  std::int64_t first = 0, after = video_->gops();
-  while (after - first > 1) {
-    const std::int64_t middle = first + (after - first) / 2;
-    (video_->begin_of_gop(middle) <= number ? first : after) = middle;
-  }
-  return first;
+  return last_not_behind(number, video_->gops(),
+                         [this](std::int64_t gop) { return video_->begin_of_gop(gop); });
 }
 
 std::int64_t playback::landing_of(double seconds) const {
   const double wanted = in_hundredths(seconds);
-  const std::int64_t gop = gop_of(video_->number_at(wanted));
-  const std::int64_t begin = video_->begin_of_gop(gop);
-  if (gop + 1 >= video_->gops())
+  const auto begin_of = [this](std::int64_t unit) { return video_->begin_of_unit(unit); };
+  const std::int64_t unit = last_not_behind(video_->number_at(wanted), video_->units(), begin_of);
+  const std::int64_t begin = begin_of(unit);
+  if (unit + 1 >= video_->units())
     return begin;
-  const std::int64_t next = video_->begin_of_gop(gop + 1);
+  const std::int64_t next = begin_of(unit + 1);
   const double back = wanted - video_->time_of(begin), on = video_->time_of(next) - wanted;
   return on + hair < back ? next : begin;
 }

@@ -47,8 +47,8 @@ class playback {
   std::int64_t gop_of(std::int64_t number) const;
 
   /// The picture with which a chapter at this position begins on the disc. A chapter cannot begin
-  /// anywhere but with a group (its VOBU); the authoring tool takes the group whose beginning is
-  /// nearest to the chapter's time, which has been rounded to hundredths.
+  /// anywhere but with a unit (VOBU); the authoring tool takes the one whose beginning is nearest
+  /// to the chapter's time, which has been rounded to hundredths.
   std::int64_t landing() const { return landing_of(position()); }
   std::int64_t landing_of(double seconds) const;
 

@@ -69,6 +69,12 @@ stream_packet read_packet(const std::uint8_t* data, std::size_t size) {
   return packet;
 }
 
+bool is_navigation(const stream_packet& packet) {
+  constexpr std::uint8_t private_stream_2 = 0xBF;
+  constexpr std::size_t presentation_control = 6 + 0x03D4;
+  return packet.stream == private_stream_2 && packet.size == presentation_control;
+}
+
 std::size_t bytes_to_packet(const std::uint8_t* data, std::size_t size) {
   for (std::size_t at = 2; at < size; ++at) {
     const auto* one = static_cast<const std::uint8_t*>(std::memchr(data + at, 1, size - at));

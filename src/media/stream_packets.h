@@ -28,6 +28,10 @@ struct stream_packet {
 /// when more bytes are needed.
 stream_packet read_packet(const std::uint8_t* data, std::size_t size);
 
+/// Whether a whole packet is the first one of those that a unit (VOBU) of a disc begins with: the
+/// presentation control packet, which is known by its length.
+bool is_navigation(const stream_packet& packet);
+
 /// How many bytes to skip to reach one with which a packet may begin; `size` when none does.
 std::size_t bytes_to_packet(const std::uint8_t* data, std::size_t size);
 

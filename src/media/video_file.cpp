@@ -9,6 +9,7 @@
 #include <cmath>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace corvane {
 
@@ -18,6 +19,7 @@ struct video_file::state {
   std::optional<group_decoder> decoder;
   byte_vector piece;
   bool finished = false;
+  std::vector<std::uint32_t> units;  // the groups they begin with, once finished; empty: all
 
   const video_index& index() const { return builder.index(); }
 
@@ -30,8 +32,23 @@ struct video_file::state {
     if (!*more) {
       builder.finish();
       finished = true;
+      find_units();
     }
     return std::nullopt;
+  }
+
+  /// The first group behind each navigation packet.
+  void find_units() {
+    std::size_t group = 0;
+    for (const std::uint64_t position : source->units()) {
+      const auto before = [&] {
+        return index().bytes_of(index().groups()[group].first_coded).position < position;
+      };
+      while (group < index().groups_shown() && before())
+        ++group;
+      if (group < index().groups_shown() && (units.empty() || units.back() != group))
+        units.push_back(static_cast<std::uint32_t>(group));
+    }
   }
 
   /// Until the first picture on the screen is known.
@@ -158,6 +175,17 @@ std::int64_t video_file::begin_of_gop(std::int64_t gop) const {
     return 0;
   const std::int64_t known = std::clamp<std::int64_t>(gop, 0, gops() - 1);
   return static_cast<std::int64_t>(state_->index().begin_shown(static_cast<std::size_t>(known)));
+}
+
+std::int64_t video_file::units() const {
+  return state_->units.empty() ? gops() : static_cast<std::int64_t>(state_->units.size());
+}
+
+std::int64_t video_file::begin_of_unit(std::int64_t unit) const {
+  if (state_->units.empty())
+    return begin_of_gop(unit);
+  return begin_of_gop(
+      state_->units[static_cast<std::size_t>(std::clamp<std::int64_t>(unit, 0, units() - 1))]);
 }
 
 std::uint64_t video_file::decoded() const {

@@ -69,6 +69,11 @@ class video_file final : public picture_times {
   /// The picture that a group shows first: in an open group a B picture, before its I picture.
   std::int64_t begin_of_gop(std::int64_t gop) const override;
 
+  /// In a stream that is ready for a disc, the groups behind a navigation packet; in any other
+  /// one, which is still to be multiplexed, all of them.
+  std::int64_t units() const override;
+  std::int64_t begin_of_unit(std::int64_t unit) const override;
+
   /// How many pictures have been decoded so far: what all of the above has cost.
   std::uint64_t decoded() const;
 

@@ -145,14 +145,10 @@ bool video_index_builder::second_field() const {
          (half_->structure == kind::top_field ? kind::bottom_field : kind::top_field);
 }
 
-// A group begins where headers say so. Where a stream has no more headers, any I picture will do
-// from time to time, or every picture would cost decoding the whole stream before it.
+// At every I picture, whether headers stand before it or not: with any of them decoding can begin,
+// and multiplexers begin a VOBU.
 bool video_index_builder::begins_group() const {
-  constexpr std::size_t longest = 36;  // twice what a disc allows
-  if (headers_->kind != picture_kind::intra)
-    return false;
-  return headers_->sequence || headers_->group || index_.groups_.empty() ||
-         index_.coded_.size() - index_.groups_.back().first_coded >= longest;
+  return headers_->kind == picture_kind::intra;
 }
 
 void video_index_builder::begin_group() {

@@ -23,8 +23,7 @@
 
 namespace corvane {
 
-/// What decoding can begin with: the headers and the I picture that a group of pictures begins
-/// with.
+/// What decoding can begin with: an I picture and the headers before it, if it has any.
 struct picture_group {
   std::uint64_t sequence_position = 0;  // of the sequence header in force
   std::uint32_t first_coded = 0;

@@ -43,12 +43,14 @@ class elementary_stream : public video_source {
     return result<byte_vector>::ok(std::move(bytes));
   }
 
+  const std::vector<std::uint64_t>& units() const override { return no_units_; }
   std::uint64_t done() const override { return done_; }
   std::uint64_t total() const override { return file_.size(); }
 
  private:
   source_file file_;
   std::uint64_t done_ = 0;
+  std::vector<std::uint64_t> no_units_;
 };
 
 /// The stream is in packets of the file. Where every so many bytes of it stand is remembered, so
@@ -59,14 +61,16 @@ class packeted_stream : public video_source {
 
   result<bool> next(byte_vector& bytes) override;
   result<byte_vector> read(std::uint64_t position, std::size_t count) override;
+  const std::vector<std::uint64_t>& units() const override { return units_; }
   std::uint64_t done() const override { return done_; }
   std::uint64_t total() const override { return file_.size(); }
 
  private:
   // Packets one after the other from a place in the file; `video` is called with the payload of
-  // each one of the stream and its place in the file, and says whether to go on.
-  template <typename Video>
-  failure walk(std::uint64_t& place, Video video);
+  // each one of the stream and its place in the file, and says whether to go on; `navigation` for
+  // each one that begins a unit.
+  template <typename Video, typename Navigation>
+  failure walk(std::uint64_t& place, Video video, Navigation navigation);
   bool ours(std::uint8_t stream);
 
   struct landmark {
@@ -79,6 +83,7 @@ class packeted_stream : public video_source {
   std::uint64_t position_ = 0;
   std::optional<std::uint8_t> stream_;  // the first video stream that was met
   std::vector<landmark> landmarks_;
+  std::vector<std::uint64_t> units_;
   byte_vector block_;
 };
 
@@ -89,8 +94,8 @@ bool packeted_stream::ours(std::uint8_t stream) {
 }
 
 // One block of the file; `place` is moved behind the last whole packet in it.
-template <typename Video>
-failure packeted_stream::walk(std::uint64_t& place, Video video) {
+template <typename Video, typename Navigation>
+failure packeted_stream::walk(std::uint64_t& place, Video video, Navigation navigation) {
   if (failure why = file_.read(place, block, block_))
     return why;
   if (block_.empty())
@@ -108,6 +113,8 @@ failure packeted_stream::walk(std::uint64_t& place, Video video) {
     cut = packet.found == stream_packet::state::cut;
     if (cut)
       break;
+    if (is_navigation(packet))
+      navigation();
     if (ours(packet.stream) &&
         !video(data + packet.payload, packet.size - packet.payload, place + at))
       break;
@@ -131,7 +138,12 @@ result<bool> packeted_stream::next(byte_vector& bytes) {
     position_ += size;
     return true;
   };
-  if (const failure why = walk(done_, keep))
+  // A unit without video is none that a picture could begin.
+  const auto begin_unit = [&] {
+    if (units_.empty() || units_.back() != position_)
+      units_.push_back(position_);
+  };
+  if (const failure why = walk(done_, keep, begin_unit))
     return result<bool>::fail(*why);
   return result<bool>::ok(true);
 }
@@ -158,7 +170,7 @@ result<byte_vector> packeted_stream::read(std::uint64_t position, std::size_t co
   while (bytes.size() < count && place < done_) {
     if (place - from.place > longest_gap)
       return result<byte_vector>::fail("the stream is interrupted there");
-    if (const failure why = walk(place, take))
+    if (const failure why = walk(place, take, [] {}))
       return result<byte_vector>::fail(*why);
   }
   return result<byte_vector>::ok(std::move(bytes));

@@ -29,6 +29,11 @@ class video_source {
   /// has become shorter.
   virtual result<byte_vector> read(std::uint64_t position, std::size_t count) = 0;
 
+  /// Where the video begins in each unit (VOBU) of a stream that is ready for a disc: the position
+  /// behind each navigation packet that `next` has been through, in order. None in any other
+  /// stream.
+  virtual const std::vector<std::uint64_t>& units() const = 0;
+
   /// How much of the file `next` has been through, and the file's size when it was opened.
   virtual std::uint64_t done() const = 0;
   virtual std::uint64_t total() const = 0;

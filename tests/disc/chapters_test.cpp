@@ -3,14 +3,20 @@
 #include "media/playback.h"
 #include "media/time_text.h"
 #include "media/video_file.h"
+#include "platform/files.h"
 #include "studio.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace corvane::disc {
 namespace {
@@ -26,13 +32,13 @@ std::unique_ptr<video_file> scanned(const std::string& path) {
   return video ? std::move(*video) : nullptr;
 }
 
-/// A time in every other group, so that no two lead to the same one: behind the middle, before
+/// A time in every other unit, so that no two lead to the same one: behind the middle, before
 /// it, the middle itself, the very beginning, and so on.
 std::vector<double> telling_times(const video_file& video) {
   std::vector<double> times{0};
   std::size_t kind = 0;
-  for (std::int64_t gop = 0; gop + 1 < video.gops() && times.size() < 60; gop += 2, ++kind) {
-    const std::int64_t begin = video.begin_of_gop(gop), next = video.begin_of_gop(gop + 1);
+  for (std::int64_t unit = 0; unit + 1 < video.units() && times.size() < 60; unit += 2, ++kind) {
+    const std::int64_t begin = video.begin_of_unit(unit), next = video.begin_of_unit(unit + 1);
     const double middle = (video.time_of(begin) + video.time_of(next)) / 2;
     const double each[] = {middle + 0.02, middle - 0.02, middle, video.time_of(begin)};
     times.push_back(each[kind % std::size(each)]);
@@ -50,6 +56,46 @@ std::vector<double> landings(const video_file& video, const std::vector<double>&
       begins.push_back(begin);
   }
   return begins;
+}
+
+std::string read_all(const std::string& path) {
+  const auto bytes = read_file(path, std::uintmax_t{1} << 30);
+  EXPECT_TRUE(bytes) << bytes.error;
+  return bytes ? *bytes : std::string();
+}
+
+/// A video stream without the headers of groups, and without those of sequences but the first.
+std::string without_headers(const std::string& stream) {
+  constexpr char sequence = '\xB3', group = '\xB8', picture = '\0';
+  std::string bytes;
+  std::size_t begin = 0;
+  while (begin < stream.size()) {
+    std::size_t end = stream.find(std::string_view("\0\0\1", 3), begin + 3);
+    while (end != std::string::npos && end + 3 < stream.size() && stream[end + 3] != sequence &&
+           stream[end + 3] != group && stream[end + 3] != picture)
+      end = stream.find(std::string_view("\0\0\1", 3), end + 3);
+    end = std::min(end, stream.size());
+    if (begin == 0 || stream[begin + 3] == picture)
+      bytes.append(stream, begin, end - begin);
+    begin = end;
+  }
+  return bytes;
+}
+
+/// A program stream of packs without every other one of its navigation packs.
+std::string with_half_the_units(const std::string& stream) {
+  constexpr std::size_t pack = 2048, at_packet = 0x26;
+  std::string bytes;
+  bool drop = true;
+  for (std::size_t at = 0; at + pack <= stream.size(); at += pack) {
+    if (stream.compare(at + at_packet, 6, std::string_view("\0\0\1\xBF\x03\xD4", 6)) == 0) {
+      drop = !drop;
+      if (drop)
+        continue;
+    }
+    bytes.append(stream, at, pack);
+  }
+  return bytes;
 }
 
 /// Authors a title with chapters at telling times, and expects them on the disc where the editor
@@ -139,6 +185,18 @@ TEST_F(disc_chapters, begin_where_the_editor_says_with_a_delay) {
 
 TEST_F(disc_chapters, begin_where_the_editor_says_in_a_ready_stream) {
   expect_landings({media("muxed-ntsc.vob")});
+}
+
+TEST_F(disc_chapters, begin_where_the_editor_says_without_headers_of_groups) {
+  const std::string stream =
+      folder_.add("bare.m2v", without_headers(read_all(media("clip-ntsc.m2v"))));
+  EXPECT_EQ(scanned(stream)->gops(), scanned(media("clip-ntsc.m2v"))->gops());
+  expect_landings({stream, media("clip.ac3")});
+}
+
+TEST_F(disc_chapters, begin_where_the_editor_says_in_a_ready_stream_of_long_units) {
+  expect_landings(
+      {folder_.add("long.vob", with_half_the_units(read_all(media("muxed-ntsc.vob"))))});
 }
 
 }  // namespace

@@ -183,6 +183,26 @@ TEST(Playback, ChapterLandsOnTheNearestGroupAndHalfWayOnTheEarlierOne) {
   EXPECT_EQ(p.landing_of(1.39), 30);  // no group follows
 }
 
+/// Two groups in each unit, as a stream may have that is ready for a disc.
+class pictures_in_units : public even_pictures {
+ public:
+  using even_pictures::even_pictures;
+  std::int64_t units() const override { return (gops() + 1) / 2; }
+  std::int64_t begin_of_unit(std::int64_t unit) const override { return begin_of_gop(2 * unit); }
+};
+
+TEST(Playback, ChapterLandsOnTheNearestUnitWhereGroupsShareOne) {
+  const pictures_in_units video(25, 45, 10);  // units at 0, 0.8 and 1.6 s
+  playback p(video);
+  EXPECT_EQ(p.landing_of(0.39), 0);
+  EXPECT_EQ(p.landing_of(0.4), 0);
+  EXPECT_EQ(p.landing_of(0.41), 20);
+  EXPECT_EQ(p.landing_of(1.21), 40);
+  EXPECT_EQ(p.landing_of(1.79), 40);
+  p.next_gop();
+  EXPECT_EQ(p.number(), 10);
+}
+
 TEST(Playback, LandingIsThatOfTheTimeAsItIsStored) {
   const even_pictures video(ntsc, 48, 16);
   const playback p(video);

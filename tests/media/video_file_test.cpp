@@ -13,6 +13,7 @@
 #include <limits>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace corvane {
 namespace {
@@ -271,6 +272,44 @@ TEST(VideoFile, AGroupWithoutASequenceHeaderIsDecodedAfterAnyOther) {
     ASSERT_TRUE(p) << p.error;
     EXPECT_EQ(p->width, n < 10 ? 32 : 64);
     expect_grey(p, (n % 2 == 0 ? 40 : 140) + n / 2);
+  }
+}
+
+/// The first packet of those that a unit of a disc begins with.
+std::string navigation_packet() {
+  constexpr std::size_t length = 0x03D4;
+  return std::string("\0\0\1\xBF\x03\xD4", 6) + std::string(length, '\0');
+}
+
+TEST(VideoFile, UnitsOfAReadyStreamBeginBehindItsNavigationPackets) {
+  std::vector<std::string> groups;
+  for (int i = 0; i < 5; ++i) {
+    tiny_stream group;
+    group.sequence().group(true).add('I', 40 + i).add('P', 140 + i);
+    groups.push_back(group.bytes);
+  }
+  // In front of every other one, and twice: one of them begins a unit without video.
+  std::string file;
+  for (std::size_t i = 0; i < groups.size(); ++i)
+    file += media_test::in_packets(groups[i], 100) +
+            (i % 2 == 1 ? navigation_packet() + navigation_packet() : "");
+  const temporary_folder folder;
+  const auto video = scanned(folder.add("a.vob", file));
+  ASSERT_TRUE(video);
+  EXPECT_EQ(video->gops(), 5);
+  ASSERT_EQ(video->units(), 2);
+  EXPECT_EQ(video->begin_of_unit(0), 4);
+  EXPECT_EQ(video->begin_of_unit(1), 8);
+  EXPECT_EQ(video->begin_of_unit(99), 8);
+}
+
+TEST(VideoFile, UnitsOfAnyOtherStreamAreItsGroups) {
+  for (const char* const name : {"open.m2v", "open.vob"}) {
+    const auto video = scanned(stream(name));
+    ASSERT_TRUE(video);
+    ASSERT_EQ(video->units(), video->gops()) << name;
+    for (std::int64_t gop = 0; gop < video->gops(); ++gop)
+      EXPECT_EQ(video->begin_of_unit(gop), video->begin_of_gop(gop)) << name;
   }
 }
 

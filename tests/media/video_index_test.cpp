@@ -213,12 +213,26 @@ TEST(VideoIndex, AGroupWithoutItsOwnSequenceHeaderKnowsTheOneInForce) {
   EXPECT_EQ(index.shape()->width, 32);
 }
 
-TEST(VideoIndex, AStreamWithoutFurtherHeadersStillHasGroups) {
+TEST(VideoIndex, AnIPictureWithoutHeadersBeginsAGroupToo) {
+  tiny_stream stream;
+  add(stream.sequence().group(true), "IBBPBB");
+  add(stream, "IBBPBB");
+  const video_index index = index_of(stream.bytes);
+  ASSERT_EQ(index.groups_shown(), 2u);
+  EXPECT_FALSE(index.groups()[1].sequence_here);
+  EXPECT_FALSE(index.groups()[1].closed);
+  // Its leading B pictures may need the group before.
+  EXPECT_EQ(order(index), (numbers{1, 2, 0, 4, 5, 3, 7, 8, 6, 10, 11, 9}));
+  EXPECT_TRUE(index.leading(7));
+  EXPECT_EQ(index.begin_shown(1), 6u);
+}
+
+TEST(VideoIndex, AStreamWithoutFurtherHeadersHasAGroupForEachIPicture) {
   tiny_stream stream;
   add(stream.sequence(), std::string(200, 'I'));
   const video_index index = index_of(stream.bytes);
   EXPECT_EQ(index.shown(), 200u);
-  EXPECT_EQ(index.groups().size(), 6u);
+  EXPECT_EQ(index.groups().size(), 200u);
 }
 
 TEST(VideoIndex, APictureWithoutSlicesIsNone) {
