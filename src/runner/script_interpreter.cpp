@@ -1,6 +1,7 @@
 #include "runner/script_interpreter.h"
 
 #include "platform/paths.h"
+#include "runner/chapter_order.h"
 #include "runner/subtitle_complaints.h"
 
 #include <algorithm>
@@ -32,6 +33,11 @@ std::string hexadecimal(std::uint32_t number) {
   std::array<char, 16> text{};
   std::snprintf(text.data(), text.size(), "0x%08X", static_cast<unsigned>(number));
   return text.data();
+}
+
+/// Whether a program is dvdauthor with a navigation XML.
+bool is_authoring(const script_words& program) {
+  return name_of(program[0]) == "dvdauthor.exe" && program.size() == 3 && program[1] == "-x";
 }
 
 /// From here on a menu can take spumux more than a second.
@@ -116,6 +122,8 @@ class interpreter {
     p.watch_errors = p.programs.size() == 1 && (subtitle || name_of(p.programs[0][0]) == "gm.exe");
     const menu_overlay overlay = overlay_of(c);
     announce(overlay);
+    if (is_authoring(c.pipeline[0]))
+      announce_left_out(c.pipeline[0].back());
     const pipeline_result r = host_.run(p);
     tell(c, r);
     look_at(overlay, c.output);
@@ -152,6 +160,15 @@ class interpreter {
     if (overlay.buttons >= many_buttons)
       host_.print("INFO: menu " + overlay.menu + " has " + std::to_string(overlay.buttons) +
                   " buttons; when their colours are many too, this takes some minutes" +
+                  std::string(line_end));
+  }
+
+  /// dvdauthor leaves them out without a word. It is what the user asked for, so no error.
+  void announce_left_out(const std::string& navigation) {
+    for (const left_out_chapter& chapter : chapters_left_out(host_.control_text(navigation)))
+      host_.print("INFO: the chapter " + chapter.time + " of title " +
+                  std::to_string(chapter.title) +
+                  " is not on the disc, since it stands behind the later one " + chapter.after +
                   std::string(line_end));
   }
 

@@ -1,7 +1,6 @@
-#include "ui/time_line.h"
-
-#include "media/time_text.h"
+#include "project/time_text.h"
 #include "ui/shown_text.h"
+#include "ui/time_line.h"
 
 #include <wx/dcclient.h>
 #include <wx/dcgraph.h>

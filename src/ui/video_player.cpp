@@ -1,6 +1,4 @@
-#include "ui/video_player.h"
-
-#include "media/time_text.h"
+#include "project/time_text.h"
 #include "ui/control_name.h"
 #include "ui/file_pictures.h"
 #include "ui/icons.h"
@@ -8,6 +6,7 @@
 #include "ui/shown_text.h"
 #include "ui/time_line.h"
 #include "ui/video_picture.h"
+#include "ui/video_player.h"
 
 #include <wx/bmpbuttn.h>
 #include <wx/gauge.h>

@@ -248,6 +248,17 @@ const char* const subtitle_line =
 const char* const ran_and_read =
     "[run /own/spumux.exe,-s,1,/app/sub3-2.xml]\n[read /app/sub3-2.xml]\n";
 
+TEST(Chapters, ThatDvdauthorWillLeaveOutAreToldBeforeItRunsAndAreNoError) {
+  noting_host host;
+  host.control = "<vob file=\"/o/title1.mpg\" chapters=\"00:00:00.00,00:02:00.00,00:01:00.00\" />";
+  EXPECT_TRUE(run_script("\"bin/dvdauthor.exe\" -x \"/app/config.xml\"", host));
+  EXPECT_EQ(host.notes,
+            "[read /app/config.xml]\n"
+            "INFO: the chapter 00:01:00.00 of title 1 is not on the disc, since it stands behind "
+            "the later one 00:02:00.00\n"
+            "[run /own/dvdauthor.exe,-x,/app/config.xml]\n");
+}
+
 TEST(TextSubtitle, WhoseSpumuxAddedItIsNoError) {
   noting_host host;
   host.result_of_run.errors =

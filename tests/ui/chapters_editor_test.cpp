@@ -1,7 +1,7 @@
 // The window "chapters editor" with a real pointer and real keys, on real streams.
-#include "media/time_text.h"
 #include "media/video_file.h"
 #include "platform/files.h"
+#include "project/time_text.h"
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
 #include "ui/shown_text.h"

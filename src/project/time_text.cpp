@@ -1,4 +1,4 @@
-#include "media/time_text.h"
+#include "project/time_text.h"
 
 #include "project/numbers.h"
 #include "project/text.h"

@@ -1,5 +1,5 @@
 // Positions as a person reads and types them.
-#include "media/time_text.h"
+#include "project/time_text.h"
 
 #include <gtest/gtest.h>
 

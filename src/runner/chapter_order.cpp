@@ -1,0 +1,43 @@
+#include "runner/chapter_order.h"
+
+#include "project/text.h"
+#include "project/time_text.h"
+
+#include <cstddef>
+#include <optional>
+
+namespace corvane {
+namespace {
+
+constexpr std::string_view attribute = " chapters=\"";
+
+void look_at_title(int title, std::string_view chapters, std::vector<left_out_chapter>& found) {
+  double latest = 0;
+  std::string latest_time;
+  for (const std::string& time : split(chapters, ',')) {
+    const std::optional<double> seconds = typed_time(time);
+    if (!seconds)
+      continue;
+    if (*seconds < latest) {
+      found.push_back({title, std::string(trim(time)), latest_time});
+    } else {
+      latest = *seconds;
+      latest_time = trim(time);
+    }
+  }
+}
+
+}  // namespace
+
+std::vector<left_out_chapter> chapters_left_out(std::string_view navigation_xml) {
+  std::vector<left_out_chapter> found;
+  int title = 0;
+  for (std::size_t at = navigation_xml.find(attribute); at != std::string_view::npos;
+       at = navigation_xml.find(attribute, at + 1)) {
+    const std::string_view rest = navigation_xml.substr(at + attribute.size());
+    look_at_title(++title, rest.substr(0, rest.find('"')), found);
+  }
+  return found;
+}
+
+}  // namespace corvane
