@@ -32,15 +32,6 @@ bool begins_a_character(char c) {
   return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
 }
 
-/// The first `count` characters of UTF-8 text.
-std::string_view first_characters(std::string_view text, std::size_t count) {
-  std::size_t end = 0;
-  for (; end < text.size(); ++end)
-    if (begins_a_character(text[end]) && count-- == 0)
-      break;
-  return text.substr(0, end);
-}
-
 /// The text with one byte for each character, so that places in it are those of characters.
 std::string one_byte_each(std::string_view text) {
   std::string bytes;
@@ -72,6 +63,14 @@ bool is_plain_number(std::string_view text) {
 }
 
 }  // namespace
+
+std::string_view first_characters(std::string_view text, std::size_t count) {
+  std::size_t end = 0;
+  for (; end < text.size(); ++end)
+    if (begins_a_character(text[end]) && count-- == 0)
+      break;
+  return text.substr(0, end);
+}
 
 std::string chapter_time(double seconds) {
   // Later than any video; also what the arithmetic below can hold.

@@ -11,9 +11,9 @@ vchapters::vchapters(workbench& w, chapter& dialog) : dialog_(&dialog) {
   say(w, icon::information,
       "This visual editor uses the same method that Windows Media Player uses to determine time.  "
       "If WMP reports time incorrectly, then this visual editor will not be accurate.");
-  constexpr std::size_t too_short = 3;
+  constexpr std::size_t too_short = 3;  // in characters, of one or more bytes each
   for (std::string& line : chapter_lines(dialog.RichTextBox1()))
-    if (line.size() > too_short)
+    if (first_characters(line, too_short).size() < line.size())
       List1_.push_back(std::move(line));
 }
 
@@ -30,6 +30,16 @@ std::optional<double> vchapters::position_of(int row) const {
   if (row < 0 || row >= static_cast<int>(List1_.size()))
     return std::nullopt;
   return chapter_seconds(List1_[static_cast<std::size_t>(row)]);
+}
+
+bool vchapters::left_out(int row) const {
+  const std::optional<double> seconds = position_of(row);
+  if (!seconds)
+    return false;
+  for (int before = 0; before < row; ++before)
+    if (const auto earlier_row = position_of(before); earlier_row && *earlier_row > *seconds)
+      return true;
+  return false;
 }
 
 void vchapters::remove() {

@@ -36,6 +36,9 @@ class vchapters {
   /// or no time.
   std::optional<double> position_of(int row) const;
 
+  /// Whether a disc will not have the chapter of a row, which stands behind one of a later time.
+  bool left_out(int row) const;
+
   /// `remove`: the selected row goes, but never the first one.
   void remove();
 

@@ -46,10 +46,7 @@ void chapters_editor_window::make_controls() {
   auto* frame = new wxStaticBoxSizer(wxHORIZONTAL, panel_, "visual chapters editor");
   wxStaticBox* Frame1 = frame->GetStaticBox();
   name_control(*Frame1, "Frame1");
-  player_ = new video_player(Frame1, [this] {
-    Command1_->Enable();
-    player_->focus();
-  });
+  player_ = new video_player(Frame1, [this] { ready(); });
   const int border = FromDIP(layout::box_border);
   frame->Add(player_, wxSizerFlags(1).Expand().Border(wxALL, border));
   frame->Add(make_right(Frame1),
@@ -103,15 +100,17 @@ void chapters_editor_window::bind_controls() {
   Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { leave(); });
 }
 
-// As large as the video wants; on a smaller screen the picture gets smaller.
+// As large as the video wants; on a smaller screen the picture gets smaller. The user can make it
+// half as large, as long as nothing below it is cut.
 void chapters_editor_window::fit() {
   const wxSize added_by_window_managers = FromDIP(wxSize(8, 48));
   const wxSize most = wxDisplay(this).GetClientArea().GetSize() - added_by_window_managers;
   wxSize wanted = GetSizer()->CalcMin();
   wxSize least = wanted - player_->picture_size() / 2;
+  player_->let_shrink();
+  least.IncTo(GetSizer()->CalcMin());
   wanted.DecTo(most);
   least.DecTo(most);
-  player_->let_shrink();
   SetMinClientSize(least);
   SetClientSize(wanted);
   Layout();
@@ -139,6 +138,15 @@ bool chapters_editor_window::use_key(const wxKeyEvent& event) {
   return true;
 }
 
+// The keys are the player's, unless the user has begun to work with the list; its first row is
+// selected by the toolkit.
+void chapters_editor_window::ready() {
+  Command1_->Enable();
+  const wxWindow* focus = FindFocus();
+  if ((focus == nullptr || focus == List1_) && model_.selected() <= 0)
+    player_->focus();
+}
+
 void chapters_editor_window::show_rows() {
   List1_->Set(shown_rows(model_.List1()));
   show_marks();
@@ -158,8 +166,12 @@ void chapters_editor_window::add() {
     return;
   model_.add(*position);
   List1_->Append(shown(model_.List1().back()));
-  List1_->EnsureVisible(static_cast<int>(List1_->GetCount()) - 1);
+  const int row = static_cast<int>(List1_->GetCount()) - 1;
+  List1_->EnsureVisible(row);
   show_marks();
+  player_->note(model_.left_out(row)
+                    ? "A disc leaves it out: a later time stands above. Sort the dialog's lines."
+                    : "");
 }
 
 void chapters_editor_window::remove() {

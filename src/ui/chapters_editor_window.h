@@ -34,6 +34,7 @@ class chapters_editor_window : public wxFrame {
   void bind_controls();
   void fit();
   bool use_key(const wxKeyEvent& event);
+  void ready();
   void show_rows();
   void show_marks();
   void add();

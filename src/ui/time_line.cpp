@@ -1,6 +1,7 @@
+#include "ui/time_line.h"
+
 #include "project/time_text.h"
 #include "ui/shown_text.h"
-#include "ui/time_line.h"
 
 #include <wx/dcclient.h>
 #include <wx/dcgraph.h>
@@ -22,7 +23,7 @@ const wxColour landing_colour(214, 130, 28);
 time_line::time_line(wxWindow* parent, std::function<void(double)> choose)
     : choose_(std::move(choose)) {
   Create(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-         wxBORDER_NONE | wxWANTS_CHARS | wxFULL_REPAINT_ON_RESIZE);
+         wxBORDER_NONE | wxFULL_REPAINT_ON_RESIZE);
   Bind(wxEVT_PAINT, [this](wxPaintEvent&) { on_paint(); });
   for (const auto& type : {wxEVT_LEFT_DOWN, wxEVT_LEFT_DCLICK, wxEVT_LEFT_UP, wxEVT_MOTION})
     Bind(type, &time_line::on_pointer, this);

@@ -24,6 +24,9 @@ class video_picture : public wxWindow {
   const wxImage& shown_picture() const { return picture_; }
   const wxString& reason() const { return reason_; }
 
+  /// Nothing is done to it by key.
+  bool AcceptsFocus() const override { return false; }
+
  protected:
   wxSize DoGetBestClientSize() const override { return full_size_; }
 

@@ -1,3 +1,5 @@
+#include "ui/video_player.h"
+
 #include "project/time_text.h"
 #include "ui/control_name.h"
 #include "ui/file_pictures.h"
@@ -6,7 +8,6 @@
 #include "ui/shown_text.h"
 #include "ui/time_line.h"
 #include "ui/video_picture.h"
-#include "ui/video_player.h"
 
 #include <wx/bmpbuttn.h>
 #include <wx/gauge.h>
@@ -219,6 +220,8 @@ void video_player::scan() {
 void video_player::scanned() {
   progress_->Hide();
   line_->Show();
+  if (loader_.unread())
+    note("The video cannot be read to its end: " + shown(*loader_.unread()));
   if (loader_.video()->pictures() == 0)
     return;
   playback_.emplace(*loader_.video());
@@ -226,8 +229,6 @@ void video_player::scanned() {
   length_->SetLabel("of " + shown(time_text(loader_.video()->length())));
   for (wxWindow* control : controls_)
     control->Enable();
-  if (loader_.unread())
-    note("The video cannot be read to its end: " + shown(*loader_.unread()));
   show_state();
   Layout();
   ready_();

@@ -57,6 +57,9 @@ class video_player : public wxPanel {
 
   bool playing() const { return playback_ && playback_->playing(); }
 
+  /// Shows a text below the controls until the user does the next thing.
+  void note(const wxString& text);
+
   /// From now on the picture may become smaller than it asks for.
   void let_shrink();
 
@@ -82,7 +85,6 @@ class video_player : public wxPanel {
   void show_time(const wxString& now);
   void show_play_label();
   void show_picture();
-  void note(const wxString& text);
 
   std::function<void()> ready_;
   video_loader loader_;

@@ -41,6 +41,22 @@ TEST_F(VisualChapters, LinesOf3CharactersOrFewerAreNotListed) {
   EXPECT_EQ(edit().List1(), (rows{"00:00:00.00", "0:5:1"}));
 }
 
+TEST_F(VisualChapters, CharactersAreCountedAndNotBytes) {
+  dialog->set_text(
+      "00:00:00.00\r\n\xC3\xA4\xC3\xB6\xC3\xBC\r\n\xC3\xA4\xC3\xB6\xC3\xBC\xC3\xA4\r\n");
+  EXPECT_EQ(edit().List1(), (rows{"00:00:00.00", "\xC3\xA4\xC3\xB6\xC3\xBC\xC3\xA4"}));
+}
+
+TEST_F(VisualChapters, ARowBehindALaterOneIsLeftOutOfTheDisc) {
+  vchapters editor = edit();
+  editor.add(300);
+  editor.add(600);
+  editor.add(601);
+  for (const int row : {0, 1, 2, 4, 5, 6, -1})
+    EXPECT_FALSE(editor.left_out(row)) << row;
+  EXPECT_TRUE(editor.left_out(3));
+}
+
 TEST_F(VisualChapters, TakesWhatIsTypedAndNotYetStored) {
   p.chapters = {"00:00:33.00"};
   EXPECT_EQ(edit().List1().front(), "00:00:00.00");

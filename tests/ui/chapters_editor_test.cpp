@@ -271,6 +271,24 @@ TEST_F(chapters_editor, chapters_are_added_at_the_position_and_stored_by_the_dia
   EXPECT_EQ(window_->shown_project().chapters[0], "00:00:00.00,00:00:01.50,00:00:02.00");
 }
 
+TEST_F(chapters_editor, chapter_that_a_disc_will_leave_out_is_told) {
+  load_title(real_video(), "00:00:00.00,00:00:02.00");
+  open();
+  go_to("1");
+  ASSERT_TRUE(comes_to("time", "00:00:01.00"));
+  click_control("Command1", editor);
+  EXPECT_TRUE(comes_to(
+      "note", "A disc leaves it out: a later time stands above. Sort the dialog's lines."));
+  screenshot("chapters-editor-order");
+  EXPECT_THAT(rows(), ElementsAre("00:00:00.00", "00:00:02.00", "00:00:01.00"));
+  go_to("2.5");
+  EXPECT_TRUE(comes_to("note", ""));
+  click_control("Command1", editor);
+  EXPECT_EQ(rows().size(), 4u);
+  EXPECT_EQ(text_of("note"), "");
+  leave_all();
+}
+
 TEST_F(chapters_editor, first_row_stays_and_another_selected_one_is_removed) {
   load_title(real_video(), "00:00:00.00,00:00:01.00,00:00:02.00");
   open();
@@ -481,6 +499,42 @@ TEST_F(chapters_editor, picture_has_the_proportions_that_the_video_tells) {
   }
 }
 
+TEST_F(chapters_editor, tab_goes_from_the_time_line_to_the_buttons_and_past_the_picture) {
+  load_title(real_video());
+  open();
+  const auto has_focus = [](const char* name) {
+    return wait_until([=] { return control(name, editor)->HasFocus(); }, 5);
+  };
+  EXPECT_TRUE(has_focus("position"));
+  press("Tab");
+  EXPECT_TRUE(has_focus("gopback"));
+  press("shift+Tab");
+  EXPECT_TRUE(has_focus("position"));
+  press("shift+Tab");
+  EXPECT_TRUE(has_focus("accept"));
+  leave_all();
+}
+
+TEST_F(chapters_editor, smallest_window_cuts_nothing_below_the_picture) {
+  load_title(real_video());
+  open();
+  on_ui([] {
+    auto* window = dynamic_cast<wxTopLevelWindow*>(control(editor));
+    window->SetSize(window->GetMinSize());
+  });
+  const auto fits = [] {
+    const wxWindow* length = control("length", editor);
+    const wxWindow* time = control("time", editor);
+    const int width = control("MediaPlayer1", editor)->GetSize().x;
+    return width < 640 && time->GetSize().x >= time->GetMinSize().x &&
+           length->GetSize().x >= length->GetBestSize().x &&
+           length->GetRect().GetRight() <= length->GetParent()->GetClientSize().x;
+  };
+  EXPECT_TRUE(wait_until(fits, 5));
+  screenshot("chapters-editor-small");
+  leave_all();
+}
+
 // Videos that cannot be shown --------------------------------------------------------------------
 
 TEST_F(chapters_editor, missing_video_is_told_in_its_place_and_the_list_can_be_edited) {
@@ -516,6 +570,31 @@ TEST_F(chapters_editor, file_that_is_no_video_is_told_too) {
   })) << ask_ui([] {
     return utf8_of(dynamic_cast<video_picture*>(control("MediaPlayer1", editor))->reason());
   });
+  leave_all();
+}
+
+TEST_F(chapters_editor, list_keeps_the_keys_of_a_user_who_works_with_it_meanwhile) {
+  load_title(real_video(), "00:00:00.00,00:00:01.00");
+  std::filesystem::resize_file(path_of(folder_.path("a.m2v")), 1'500'000'000);  // a hole
+  start();
+  click_row(1, editor);
+  ASSERT_FALSE(is_enabled("play"));
+  ASSERT_TRUE(wait_until([] { return control("play", editor)->IsEnabled(); }, 60));
+  EXPECT_TRUE(ask_ui([] { return control("List1", editor)->HasFocus(); }));
+  leave_all();
+}
+
+TEST_F(chapters_editor, video_that_is_cut_off_meanwhile_is_told_and_keeps_the_last_picture) {
+  load_title(real_video());
+  open();
+  std::filesystem::resize_file(path_of(folder_.path("a.m2v")), 1000);
+  press("End");
+  EXPECT_TRUE(comes_to("note",
+                       "This picture cannot be shown: the file has become shorter since it was "
+                       "opened"));
+  EXPECT_EQ(shown_picture().width, 720);
+  press("Insert");
+  EXPECT_THAT(rows(), ElementsAre("00:00:00.00", "00:00:02.97"));
   leave_all();
 }
 
