@@ -269,6 +269,20 @@ TEST_F(stills, tool_that_crashes_is_told_as_an_error) {
   EXPECT_THAT(folder_.read("program/CorvaneLOG.txt"), testing::HasSubstr("jpeg2yuv"));
 }
 
+TEST_F(stills, video_that_cannot_be_written_is_told_as_an_error) {
+  const std::filesystem::path gone = path_of(folder_.path("gone"));
+  std::filesystem::create_directory(gone);
+  choose(draw("menu.jpg", 720, 480));
+  answer_message(compliant_text, "OK");
+  answer_file(save_title, folder_.path("gone/menu.m2v"));
+  ASSERT_TRUE(wait_until([] { return stands(frames_title); }));
+  std::filesystem::remove_all(gone);
+  answer_frames("1");
+  EXPECT_EQ(answer_message(failure_text, "Cancel").picture, "error");
+  EXPECT_THAT(folder_.read("program/CorvaneLOG.txt"),
+              testing::HasSubstr("ERR:  mpeg2enc.exe ended with status 1"));
+}
+
 TEST_F(stills, stopping_asks_and_leaves_no_process) {
   replace_tool("jpeg2yuv", "echo $$ > '" + folder_.path("pid") + "'\nexec sleep 300\n");
   make(draw("menu.jpg", 720, 480), folder_.path("menu.m2v"), "1");
