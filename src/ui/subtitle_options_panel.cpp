@@ -162,7 +162,7 @@ void subtitle_options_panel::show(const Subtitles& model) {
     fontfac_->ChangeValue(file);
   const std::optional<std::size_t> face = model.fontface();
   fontface_->show_entry(face ? static_cast<int>(*face) : wxNOT_FOUND);
-  fontface_->set_hint(face ? wxString() : file + " is not installed");
+  fontface_->set_hint(face || file.empty() ? wxString() : file + " is not installed");
 }
 
 }  // namespace corvane

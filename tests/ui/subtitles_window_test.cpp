@@ -428,6 +428,19 @@ TEST_F(subtitles_dialog, texts_of_the_project_that_no_list_offers_are_shown_and_
   EXPECT_EQ(options(), row + "|");
 }
 
+TEST_F(subtitles_dialog, row_of_three_settings_shows_the_others_empty_and_is_kept) {
+  load(with_files({"a.srt"}, "left,top,3|"));
+  open();
+  EXPECT_EQ(fields(), "left,top,3,,,,,,,,,");
+  EXPECT_EQ(value("fontface"), "");
+  EXPECT_EQ(ask_ui([] {
+              return utf8_of(dynamic_cast<search_list*>(control("fontface", dialog))->hint());
+            }),
+            "");  // no font is named that could be missing
+  accept();
+  EXPECT_EQ(options(), "left,top,3|");
+}
+
 // Fonts ------------------------------------------------------------------------------------------
 
 TEST_F(subtitles_dialog, font_whose_file_is_in_capitals_is_stored_in_lower_case) {
