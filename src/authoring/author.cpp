@@ -24,7 +24,7 @@ std::optional<std::string> why_not_edited_xml(const project& p, const prepared_r
     return std::nullopt;
   if (const auto why = why_not_safe_xml(p.customxml))
     return why;
-  if (folder_of_custom_xml(p.customxml) != run.where.out)
+  if (output_folder(folder_of_custom_xml(p.customxml)) != run.where.out)
     return "The edited XML names another output folder than \"" + run.where.out +
            "\", for which this run was prepared.  Please author again.";
   return std::nullopt;

@@ -5,6 +5,7 @@
 #include "project/font_list.h"
 
 #include <string>
+#include <string_view>
 
 namespace corvane {
 
@@ -21,5 +22,12 @@ struct places {
     return join_path(join_path(app, "bin", style), name + ".exe", style);
   }
 };
+
+/// The output folder as a run has it, from one as the user or hand-edited XML names it: no
+/// separator last. Empty for the top folder of a disk that has no letter.
+inline std::string output_folder(std::string_view named) {
+  const char* const separators = native_style() == path_style::windows ? "\\/" : "/";
+  return std::string(named.substr(0, named.find_last_not_of(separators) + 1));
+}
 
 }  // namespace corvane

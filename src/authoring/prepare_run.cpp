@@ -64,16 +64,11 @@ std::string named_folder(workbench& w) {
   return w.ask.save_file({"enter a folder name to create the dvd", "", "folder"});
 }
 
-std::string without_separators_at_the_end(const std::string& folder) {
-  const char* const separators = native_style() == path_style::windows ? "\\/" : "/";
-  return folder.substr(0, folder.find_last_not_of(separators) + 1);
-}
-
 ending choose_folder(workbench& w, prepared_run& run) {
   const std::string named = named_folder(w);
   if (named.empty())
     return author_result::cancelled;
-  run.where.out = without_separators_at_the_end(named);
+  run.where.out = output_folder(named);
   if (const auto why = why_not_this_folder(w.p, run.where))
     return refuse(w, *why);
   return std::nullopt;

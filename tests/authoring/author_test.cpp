@@ -448,6 +448,14 @@ TEST_F(Author, HandEditedXmlNamesTheFolderAndIsWrittenAsItStands) {
   EXPECT_THAT(folder.read(in("app", "process.bat")), HasSubstr("mkdir \"" + out + "\"\r\n"));
 }
 
+TEST_F(Author, HandEditedXmlMayNameItsFolderWithASeparatorLast) {
+  p.customxml = edited_xml(out + separator(native_style()));
+  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_EQ(run.where.out, out);
+  EXPECT_EQ(folder.read(in("app", "config.xml")), p.customxml);
+  EXPECT_EQ(launcher.started.size(), 1u);
+}
+
 TEST_F(Author, HandEditedXmlWithoutAFolderIsRefused) {
   p.customxml = "<?xml version=\"1.0\"?>\r\n<dvdauthor>\r\n</dvdauthor>\r\n";
   ask.expect(
