@@ -20,6 +20,7 @@ struct message_box {
   icon picture = icon::none;
   buttons choice = buttons::ok;
   std::string caption = program_name;
+  bool enter_answers_yes = false;  ///< of a yes_no question in which No is what loses something
 };
 
 struct file_dialog {
@@ -38,8 +39,8 @@ class prompts {
  public:
   virtual ~prompts() = default;
 
-  /// Shows the box and waits. Closing it without a button is `cancel` (`no` for yes_no, `ok` for
-  /// a box with OK alone).
+  /// Shows the box and waits. Closing it without a button is `cancel`, also for yes_no (`ok` for a
+  /// box with OK alone).
   virtual answer message(const message_box& box) = 0;
 
   /// A native path, absolute; empty when the user cancelled. An open dialog gives existing files

@@ -4,6 +4,7 @@
 #include "platform/paths.h"
 #include "project/line_reader.h"
 #include "project/messages.h"
+#include "project/project_file.h"
 #include "project/text.h"
 
 #include <cstdint>
@@ -12,13 +13,15 @@
 namespace corvane {
 namespace {
 
-constexpr std::uintmax_t largest_xml = 64u << 20;
+// A project file with more could be saved, but not loaded again.
+constexpr std::uintmax_t largest_xml = largest_project_file / 2;
 
-answer ask_yes_no(workbench& w, const std::string& text) {
+answer ask_yes_no(workbench& w, const std::string& text, bool enter_answers_yes) {
   message_box question;
   question.text = text;
   question.picture = icon::information;
   question.choice = buttons::yes_no;
+  question.enter_answers_yes = enter_answers_yes;
   return w.ask.message(question);
 }
 
@@ -56,9 +59,10 @@ void xmleditor::set_Text1(std::string_view text) {
 xmleditor_end xmleditor::close() {
   if (!may_close_with_fault())
     return xmleditor_end::stays_open;
-  if (ask_yes_no(*w_, "Save changes?") == answer::yes && !save())
+  const answer wants_it_saved = ask_yes_no(*w_, "Save changes?", true);
+  if (wants_it_saved == answer::cancel || (wants_it_saved == answer::yes && !save()))
     return xmleditor_end::stays_open;
-  if (ask_yes_no(*w_, "Proceed with Authoring?") == answer::yes)
+  if (ask_yes_no(*w_, "Proceed with Authoring?", false) == answer::yes)
     return xmleditor_end::proceed;
   e_.lock.release();
   return xmleditor_end::declined;
@@ -82,6 +86,12 @@ bool xmleditor::may_close_with_fault() {
 
 bool xmleditor::save() {
   const bool edited = !is_blank(Text1_);
+  if (edited && Text1_.size() > largest_xml) {
+    say(*w_, icon::critical,
+        "The text is too large for a project: it has more than " +
+            std::to_string(largest_xml >> 20) + " megabytes.");
+    return false;
+  }
   const std::string text = edited ? Text1_ + std::string(crlf) : e_.generated();
   const std::string file = config_file(e_.app);
   if (const failure why = write_file(file, text)) {

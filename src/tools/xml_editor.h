@@ -25,7 +25,7 @@ struct xmleditor_equipment {
 
 /// What closing the editor comes to.
 enum class xmleditor_end {
-  stays_open,  ///< the user wants to mend the text, or it could not be saved; nothing is changed
+  stays_open,  ///< the user wants back to the text, or it could not be saved; nothing is changed
   declined,    ///< the files stay as they are; the lock is released
   proceed,     ///< the window is to close, and the prepared run to start; the lock is held
 };
@@ -46,7 +46,8 @@ class xmleditor {
   std::optional<xml_fault> fault() const { return first_xml_fault(Text1_); }
 
   /// Asks whether to close with a fault, if there is one; then "Save changes?" and "Proceed with
-  /// Authoring?". Saving puts the text into config.xml and the project; a text without anything in
+  /// Authoring?"; the first of these closed without an answer leads back to the text, since its No
+  /// would lose what was typed. Saving puts the text into config.xml and the project; a text without anything in
   /// it takes the edit back, and config.xml is what the project gives.
   xmleditor_end close();
 

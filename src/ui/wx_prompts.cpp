@@ -30,13 +30,13 @@ long picture_style(icon picture) {
 }
 
 /// A plain yes/no question guards something that cannot be undone (a file overwritten, a disc
-/// replaced, a run stopped), so Enter answers No.
-long button_style(buttons choice) {
-  switch (choice) {
+/// replaced, a run stopped), so Enter answers No where the question does not say otherwise.
+long button_style(const message_box& box) {
+  switch (box.choice) {
     case buttons::ok_cancel:
       return wxOK | wxCANCEL;
     case buttons::yes_no:
-      return wxYES_NO | wxNO_DEFAULT;
+      return wxYES_NO | (box.enter_answers_yes ? wxYES_DEFAULT : wxNO_DEFAULT);
     case buttons::yes_no_cancel:
       return wxYES_NO | wxCANCEL;
     case buttons::ok:
@@ -54,9 +54,7 @@ answer answer_of(int id, buttons choice) {
     case wxID_NO:
       return answer::no;
     default:  // closed without a button
-      if (choice == buttons::ok)
-        return answer::ok;
-      return choice == buttons::yes_no ? answer::no : answer::cancel;
+      return choice == buttons::ok ? answer::ok : answer::cancel;
   }
 }
 
@@ -82,7 +80,7 @@ int wx_prompts::show(wxDialog& dialog) {
 
 answer wx_prompts::message(const message_box& box) {
   wxMessageDialog dialog(parent(), shown_lines(box.text), shown(box.caption),
-                         button_style(box.choice) | picture_style(box.picture) | wxCENTRE);
+                         button_style(box) | picture_style(box.picture) | wxCENTRE);
   return answer_of(show(dialog), box.choice);
 }
 

@@ -25,7 +25,9 @@ class XmlEditor : public testing_support::command_test {
   }
 
   void expect_save(answer reply) {
-    ask.expect(box("Save changes?", icon::information, buttons::yes_no), reply);
+    message_box question = box("Save changes?", icon::information, buttons::yes_no);
+    question.enter_answers_yes = true;
+    ask.expect(question, reply);
   }
   void expect_proceed(answer reply) {
     ask.expect(box("Proceed with Authoring?", icon::information, buttons::yes_no), reply);
@@ -166,6 +168,28 @@ TEST_F(XmlEditor, AFaultyTextIsSavedWhenTheUserWantsIt) {
   expect_proceed(answer::no);
   EXPECT_EQ(editor.close(), xmleditor_end::declined);
   EXPECT_EQ(p.customxml, "<dvdauthor>");
+}
+
+TEST_F(XmlEditor, ASaveQuestionClosedWithoutAButtonLeadsBackToTheText) {
+  xmleditor editor = opened();
+  editor.set_Text1(edited);
+  expect_save(answer::cancel);
+  EXPECT_EQ(editor.close(), xmleditor_end::stays_open);
+  EXPECT_EQ(editor.Text1(), edited);
+  EXPECT_EQ(config(), generated);
+  EXPECT_TRUE(lock->held());
+}
+
+// A project with it could be saved, and never loaded again.
+TEST_F(XmlEditor, ATextTooLargeForAProjectFileIsNotSaved) {
+  xmleditor editor = opened();
+  editor.set_Text1("<dvdauthor>" + std::string(33u << 20, ' ') + "</dvdauthor>");
+  expect_save(answer::yes);
+  expect_error("The text is too large for a project: it has more than 32 megabytes.");
+  EXPECT_EQ(editor.close(), xmleditor_end::stays_open);
+  EXPECT_EQ(config(), generated);
+  EXPECT_EQ(p.customxml, "");
+  EXPECT_TRUE(lock->held());
 }
 
 TEST_F(XmlEditor, AnEmptyTextTakesTheEditBack) {

@@ -211,6 +211,33 @@ TEST_F(xml_editors, fault_is_told_with_its_place_and_the_caret_goes_there) {
   close_editor("No", "No");
 }
 
+// Neither key loses what was typed.
+TEST_F(xml_editors, escape_at_the_save_question_leads_back_and_enter_saves) {
+  open_editor();
+  replace("\"EN\"", "\"fr\"");
+  const std::string edited = shown_xml();
+  const auto asks = [](const std::string& text) {
+    return wait_until([&text] {
+      const auto dialog = look_at_dialog();
+      return dialog && dialog->text == text;
+    });
+  };
+  close("xmleditor");
+  ASSERT_TRUE(asks("Save changes?"));
+  press("Escape");
+  EXPECT_TRUE(no_dialog());
+  EXPECT_EQ(shown_xml(), edited);
+  EXPECT_EQ(customxml(), "");
+
+  close("xmleditor");
+  ASSERT_TRUE(asks("Save changes?"));
+  press("Return");
+  ASSERT_TRUE(asks("Proceed with Authoring?"));
+  press("Escape");
+  EXPECT_TRUE(window_goes("xmleditor"));
+  EXPECT_EQ(customxml(), edited);
+}
+
 TEST_F(xml_editors, finds_onwards_backwards_and_around_the_end) {
   open_editor();
   const auto selected_from = [] {
