@@ -57,4 +57,8 @@ decoded_bytes decode(std::string_view bytes, const std::string& charset) {
   return d;
 }
 
+std::optional<std::string> in_system_charset(std::string_view text) {
+  return std::string(text);
+}
+
 }  // namespace corvane

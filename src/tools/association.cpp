@@ -1,5 +1,6 @@
 #include "tools/association.h"
 
+#include "platform/charset.h"
 #include "platform/files.h"
 #include "project/messages.h"
 #include "project/text.h"
@@ -35,7 +36,11 @@ std::string doubled(std::string_view app) {
 
 association_result register_on_windows(workbench& w, const association_equipment& e) {
   const std::string script = join_path(e.app, "extension.reg");
-  failure why = written(script, registry_script(e.app));
+  // A script of this kind holds 8-bit text, and the registry editor knows no UTF-8.
+  const auto text = in_system_charset(registry_script(e.app));
+  failure why = text ? written(script, *text)
+                     : "the name of the program's folder, \"" + shown(e.app) +
+                           "\", has characters that a registry script cannot hold";
   if (!why)
     why = written(join_path(e.app, "removeextension.reg"), registry_removal_script());
   if (!why && (why = e.user_desktop.import_registry(script)))
