@@ -29,7 +29,7 @@ class desktop {
   virtual failure show_page(const std::string& file) = 0;
 
   /// Opens a text in the user's editor, whatever its name ends in: notepad.exe; what the desktop
-  /// opens plain text with, and without such a program xdg-open.
+  /// opens plain text with, and xdg-open where that cannot be started.
   virtual failure edit_text(const std::string& file) = 0;
 
   /// Windows: hands a registry script to regedit, which asks the user. Declining is no failure.

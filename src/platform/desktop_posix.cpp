@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <optional>
 #include <spawn.h>
 #include <string_view>
 #include <sys/wait.h>
@@ -51,7 +52,9 @@ class posix_desktop : public desktop {
   failure edit_text(const std::string& file) override {
     const std::string entry = text_editor_entry();
     if (!entry.empty() && command_on_path("gtk-launch"))
-      return start({"gtk-launch", entry, file});
+      // Whether the entry leads to a program that is installed, only gtk-launch finds out.
+      return start(
+          {"/bin/sh", "-c", R"(gtk-launch "$1" "$2" || exec xdg-open "$2")", "sh", entry, file});
     return start({"xdg-open", file});
   }
 
@@ -79,7 +82,8 @@ class posix_desktop : public desktop {
   // In a session of its own and without our terminal: it outlives both, and holds neither up.
   failure start(std::vector<std::string> words) {
     reap();
-    const auto path = command_on_path(words[0]);
+    const auto path =
+        is_absolute(words[0]) ? std::optional<std::string>(words[0]) : command_on_path(words[0]);
     if (!path)
       return not_installed(words[0]);
     std::vector<char*> pointers;

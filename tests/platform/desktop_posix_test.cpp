@@ -70,6 +70,15 @@ TEST_F(Desktop, EditsATextWithXdgOpenWhenNothingOpensPlainText) {
   EXPECT_EQ(noted(), "xdg-open\n/menu.avs\n");
 }
 
+// The default may name an entry of a program that is no longer installed.
+TEST_F(Desktop, EditsATextWithXdgOpenWhenTheEditorCannotBeStarted) {
+  add_program("xdg-mime", "echo gone.desktop");
+  add_program("gtk-launch", "exit 1");
+  add_noting("xdg-open");
+  EXPECT_EQ(user_desktop->edit_text("/a b/$m;'e'.avs"), std::nullopt);
+  EXPECT_EQ(noted(), "xdg-open\n/a b/$m;'e'.avs\n");
+}
+
 TEST_F(Desktop, RunsAProgramAndWaits) {
   add_noting("update-mime-database");
   EXPECT_EQ(user_desktop->run({"update-mime-database", "/my data/mime"}), std::nullopt);
