@@ -76,8 +76,10 @@ void fill_xml_text(wxStyledTextCtrl& editor, std::string_view text) {
   editor.GotoPos(0);
 }
 
-std::string text_of(const wxStyledTextCtrl& editor) {
-  return utf8_of(editor.GetText());
+// Its own bytes: as a string of the toolkit, a text of 100 megabytes would take four times that.
+std::string text_of(wxStyledTextCtrl& editor) {
+  const wxCharBuffer bytes = editor.GetTextRaw();
+  return {bytes.data(), bytes.length()};
 }
 
 bool find_in(wxStyledTextCtrl& editor, const std::string& words, bool backwards) {

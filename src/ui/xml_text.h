@@ -14,7 +14,7 @@ wxStyledTextCtrl* make_xml_text(wxWindow* parent);
 
 /// Fills the editor (UTF-8, lines ended by CR LF): nothing to undo, the caret at the start.
 void fill_xml_text(wxStyledTextCtrl& editor, std::string_view text);
-std::string text_of(const wxStyledTextCtrl& editor);
+std::string text_of(wxStyledTextCtrl& editor);
 
 /// Selects the next or the last place where the words stand, from the selection on and around the
 /// end, whatever the case of letters. False when there is none.

@@ -125,6 +125,11 @@ void xmleditor_window::go_to_fault() {
 }
 
 void xmleditor_window::on_close(wxCloseEvent& event) {
+  if (!event.CanVeto()) {  // the session ends, and the main window with it
+    if (!closing_)
+      leave(false);
+    return;
+  }
   if (closing_) {
     event.Veto();
     return;

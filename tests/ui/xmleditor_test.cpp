@@ -271,5 +271,21 @@ TEST_F(xml_editors, end_of_the_session_while_it_asks_ends_the_program) {
   EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("main") == nullptr; }));
 }
 
+TEST_F(xml_editors, end_of_the_session_with_the_editor_open_asks_nothing) {
+  open_editor();
+  press("ctrl+Home");
+  type_text("<");
+  // As the toolkit does it: every window, the main one first.
+  on_ui([this] {
+    window_->CallAfter([] {
+      const std::vector<wxWindow*> all(wxTopLevelWindows.begin(), wxTopLevelWindows.end());
+      for (wxWindow* const w : all)
+        w->Close(true);
+    });
+  });
+  EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("main") == nullptr; }));
+  EXPECT_FALSE(file_exists(folder_.path("disc/VIDEO_TS/VTS_01_0.IFO")));
+}
+
 }  // namespace
 }  // namespace corvane::testing_support
