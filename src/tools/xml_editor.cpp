@@ -46,9 +46,10 @@ std::string lines_of(std::string_view text) {
 
 xmleditor::xmleditor(workbench& w, xmleditor_equipment e) : w_(&w), e_(std::move(e)) {
   if (!w.p.customxml.empty())
-    Text1_ = w.p.customxml;
+    opened_ = w.p.customxml;
   else if (const auto text = read_file(config_file(e_.app), largest_xml))
-    Text1_ = lines_of(*text);
+    opened_ = lines_of(*text);
+  take_back();
 }
 
 void xmleditor::set_Text1(std::string_view text) {
@@ -59,7 +60,7 @@ void xmleditor::set_Text1(std::string_view text) {
 xmleditor_end xmleditor::close() {
   if (!may_close_with_fault())
     return xmleditor_end::stays_open;
-  const answer wants_it_saved = ask_yes_no(*w_, "Save changes?", true);
+  const answer wants_it_saved = ask_yes_no(*w_, "Save changes?", Text1_ != opened_);
   if (wants_it_saved == answer::cancel || (wants_it_saved == answer::yes && !save()))
     return xmleditor_end::stays_open;
   if (ask_yes_no(*w_, "Proceed with Authoring?", false) == answer::yes)

@@ -42,13 +42,17 @@ class xmleditor {
   /// What the user has typed; whatever its line ends, they become CR LF.
   void set_Text1(std::string_view text);
 
+  /// Nothing is typed, or all of it undone: the text is what was opened, also where a window cannot
+  /// show it.
+  void take_back() { Text1_ = opened_; }
+
   /// Where the text is not well formed, for the window to lead there.
   std::optional<xml_fault> fault() const { return first_xml_fault(Text1_); }
 
   /// Asks whether to close with a fault, if there is one; then "Save changes?" and "Proceed with
   /// Authoring?"; the first of these closed without an answer leads back to the text, since its No
-  /// would lose what was typed. Saving puts the text into config.xml and the project; a text without anything in
-  /// it takes the edit back, and config.xml is what the project gives.
+  /// would lose what was typed. Saving puts the text into config.xml and the project; a text
+  /// without anything in it takes the edit back, and config.xml is what the project gives.
   xmleditor_end close();
 
  private:
@@ -57,6 +61,7 @@ class xmleditor {
 
   workbench* w_;
   xmleditor_equipment e_;
+  std::string opened_;
   std::string Text1_;
 };
 

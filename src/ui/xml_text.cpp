@@ -12,6 +12,7 @@ namespace {
 
 constexpr int numbers_margin = 0, marks_margin = 1;
 constexpr int indentation = 2;
+constexpr int left_gap = 4;  // the caret at the start of a line stands apart from the numbers
 
 struct colours {
   const char *tag, *attribute, *value, *comment, *entity;
@@ -64,6 +65,7 @@ wxStyledTextCtrl* make_xml_text(wxWindow* parent) {
   editor->SetMarginType(numbers_margin, wxSTC_MARGIN_NUMBER);
   editor->SetMarginWidth(numbers_margin, editor->TextWidth(wxSTC_STYLE_LINENUMBER, "_99999"));
   editor->SetMarginWidth(marks_margin, 0);
+  editor->SetMarginLeft(editor->FromDIP(left_gap));
   return editor;
 }
 

@@ -31,7 +31,6 @@ xmleditor_window::xmleditor_window(wxWindow* main, xmleditor model,
     : wxFrame(main, wxID_ANY, "navigation XML editor", wxDefaultPosition, wxDefaultSize,
               wxDEFAULT_FRAME_STYLE, "xmleditor"),
       model_(std::move(model)),
-      opened_(model_.Text1()),
       closed_(std::move(closed)) {
   name_control(*this, "xmleditor");
   SetIcons(program_icon());
@@ -101,9 +100,10 @@ void xmleditor_window::bind_controls() {
 }
 
 void xmleditor_window::take_text() {
-  // Untouched, or with everything undone, it is what was opened: bytes that the control cannot show
-  // stay.
-  model_.set_Text1(Text1_->GetModify() ? text_of(*Text1_) : opened_);
+  if (Text1_->GetModify())
+    model_.set_Text1(text_of(*Text1_));
+  else
+    model_.take_back();
 }
 
 void xmleditor_window::show_status() {

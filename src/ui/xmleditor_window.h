@@ -11,7 +11,6 @@
 #include <wx/timer.h>
 
 #include <functional>
-#include <string>
 
 class wxCloseEvent;
 class wxStyledTextCtrl;
@@ -36,7 +35,6 @@ class xmleditor_window : public wxFrame {
   void leave(bool proceed);
 
   xmleditor model_;
-  const std::string opened_;
   std::function<void(bool)> closed_;
   bool closing_ = false;
   wxStyledTextCtrl* Text1_ = nullptr;

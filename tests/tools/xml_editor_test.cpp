@@ -24,9 +24,9 @@ class XmlEditor : public testing_support::command_test {
     return {w, {app, *lock, [] { return generated; }}};
   }
 
-  void expect_save(answer reply) {
+  void expect_save(answer reply, bool changed = true) {
     message_box question = box("Save changes?", icon::information, buttons::yes_no);
-    question.enter_answers_yes = true;
+    question.enter_answers_yes = changed;
     ask.expect(question, reply);
   }
   void expect_proceed(answer reply) {
@@ -115,7 +115,7 @@ TEST_F(XmlEditor, DecliningLetsAnotherRunHaveTheProgramFolder) {
   xmleditor editor = opened();
   folder_lock other(app);
   EXPECT_FALSE(other.take());
-  expect_save(answer::no);
+  expect_save(answer::no, false);
   expect_proceed(answer::no);
   EXPECT_EQ(editor.close(), xmleditor_end::declined);
   EXPECT_FALSE(lock->held());
@@ -137,7 +137,7 @@ TEST_F(XmlEditor, NeitherSavedNorProceedingChangesNothing) {
 TEST_F(XmlEditor, SavingTheSameEditAgainIsNoChangeOfTheProject) {
   p.customxml = edited;
   xmleditor editor = opened();
-  expect_save(answer::yes);
+  expect_save(answer::yes, false);
   expect_proceed(answer::yes);
   EXPECT_EQ(editor.close(), xmleditor_end::proceed);
   EXPECT_EQ(p.customxml, edited);
@@ -168,6 +168,31 @@ TEST_F(XmlEditor, AFaultyTextIsSavedWhenTheUserWantsIt) {
   expect_proceed(answer::no);
   EXPECT_EQ(editor.close(), xmleditor_end::declined);
   EXPECT_EQ(p.customxml, "<dvdauthor>");
+}
+
+// A press of Enter must not make an edit of what the program wrote itself.
+TEST_F(XmlEditor, EnterSavesOnlyATextThatWasChanged) {
+  xmleditor editor = opened();
+  editor.set_Text1(edited);
+  editor.take_back();
+  expect_save(answer::no, false);
+  expect_proceed(answer::no);
+  EXPECT_EQ(editor.close(), xmleditor_end::declined);
+  EXPECT_EQ(p.customxml, "");
+}
+
+TEST_F(XmlEditor, ATextTakenBackIsSavedByteByByteAsItWasOpened) {
+  p.customxml = "<a>\r<b/>\n</a>\r\n";
+  const std::string before = p.customxml;
+  xmleditor editor = opened();
+  editor.set_Text1("<a/>");
+  editor.take_back();
+  EXPECT_EQ(editor.Text1(), before);
+  expect_save(answer::yes, false);
+  expect_proceed(answer::no);
+  EXPECT_EQ(editor.close(), xmleditor_end::declined);
+  EXPECT_EQ(p.customxml, before);
+  EXPECT_EQ(p.saved, 1);
 }
 
 TEST_F(XmlEditor, ASaveQuestionClosedWithoutAButtonLeadsBackToTheText) {
