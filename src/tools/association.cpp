@@ -131,6 +131,15 @@ void refresh_databases(const association_equipment& e, std::vector<std::string>&
        e.user_desktop.run({"update-desktop-database", below(e.folders.data, "applications")}));
 }
 
+// xdg-mime ends with status 0 also when it could not write its list.
+failure set_default(const association_equipment& e) {
+  failure why = e.user_desktop.run(
+      {"xdg-mime", "default", std::string(desktop_entry_name), std::string(project_mime_type)});
+  if (!why && !is_default_in(text_of_file(mimeapps_of(e))))
+    why = "the file \"" + mimeapps_of(e) + "\" does not name Corvane: xdg-mime did not write it";
+  return why;
+}
+
 association_result outcome(workbench& w, association_result done, const std::string& text,
                            const std::vector<std::string>& trouble) {
   if (trouble.empty()) {
@@ -154,8 +163,7 @@ association_result associate(workbench& w, const association_equipment& e) {
   if (trouble.empty()) {
     refresh_databases(e, trouble);
     note(trouble, make_folders(e.folders.config));
-    note(trouble, e.user_desktop.run({"xdg-mime", "default", std::string(desktop_entry_name),
-                                      std::string(project_mime_type)}));
+    note(trouble, set_default(e));
   }
   return outcome(w, association_result::associated,
                  "Project files (.cvp) are now opened with Corvane.", trouble);

@@ -5,7 +5,9 @@
 #include "platform/desktop.h"
 #include "project/text.h"
 
+#include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,12 +21,17 @@ class recorded_desktop : public desktop {
   failure run(const std::vector<std::string>& words) override {
     asked.push_back(join(words, " "));
     const auto bad = broken.find(words[0]);
-    return bad == broken.end() ? failure() : failure(bad->second);
+    if (bad != broken.end())
+      return bad->second;
+    if (const auto found = effects.find(words[0]); found != effects.end())
+      found->second();
+    return std::nullopt;
   }
 
-  std::vector<std::string> asked;             ///< "show FILE", or the words of a command
-  failure fails;                              ///< what show, edit and import end with
-  std::map<std::string, std::string> broken;  ///< commands that fail, and why
+  std::vector<std::string> asked;                        ///< "show FILE", or the words of a command
+  failure fails;                                         ///< what show, edit and import end with
+  std::map<std::string, std::string> broken;             ///< commands that fail, and why
+  std::map<std::string, std::function<void()>> effects;  ///< what the others do
 
  private:
   failure keep(const std::string& what) {

@@ -107,6 +107,9 @@ TEST(Mimeapps, WithoutCorvaneKeepsEverythingElse) {
 
 class Association : public testing_support::command_test {
  protected:
+  Association() {
+    user_desktop.effects["xdg-mime"] = [this] { set_default(); };
+  }
   association_equipment equipment(path_style style) {
     return {app,          "/opt/corvane/corvane",
             "<svg/>",     {folder.path("data"), folder.path("config")},
@@ -248,6 +251,15 @@ TEST_F(Association, OnLinuxProgramsThatFailAreAllTold) {
       "The association of project files is not complete:\r\n"
       "update-mime-database ended with status 1\r\n"
       "xdg-mime is not installed");
+  EXPECT_EQ(on_linux(), association_result::incomplete);
+}
+
+// xdg-mime ends with status 0 also when it could not write its list.
+TEST_F(Association, OnLinuxADefaultThatWasNotNotedIsTold) {
+  user_desktop.effects.clear();
+  expect_refusal("The association of project files is not complete:\r\nthe file \"" +
+                 folder.path("config/mimeapps.list") +
+                 "\" does not name Corvane: xdg-mime did not write it");
   EXPECT_EQ(on_linux(), association_result::incomplete);
 }
 
