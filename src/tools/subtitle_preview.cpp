@@ -290,6 +290,14 @@ const drawn_cue& subtitle_preview::cue() const {
   return w_->cue;
 }
 
+std::string subtitle_preview::missing() const {
+  if (!w_->drawn)
+    return {};
+  return what_is_missing(
+      w_->drawn->output(),
+      subtitle_control_text(w_->source.file, w_->source.settings, w_->fonts, native_style()));
+}
+
 const std::string& subtitle_preview::reason() const {
   return w_->reason;
 }

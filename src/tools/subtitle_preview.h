@@ -54,6 +54,10 @@ class subtitle_preview {
   /// When ready.
   const drawn_cue& cue() const;
 
+  /// When ready: what the disc will lack of the texts drawn until now ("letters of its text are
+  /// missing, ..."); empty when nothing. May come a moment after the cue.
+  std::string missing() const;
+
   /// When failed: a sentence for the user that names the file and the reason.
   const std::string& reason() const;
 

@@ -5,7 +5,9 @@
 #include "ui/layout.h"
 #include "ui/shown_text.h"
 #include "ui/video_picture.h"
+#include "ui/wrapped_text.h"
 
+#include <wx/dcclient.h>
 #include <wx/sizer.h>
 #include <wx/spinctrl.h>
 #include <wx/statbox.h>
@@ -69,6 +71,10 @@ cue_preview::cue_preview(wxWindow* parent, const std::string& app, const font_li
   box->Add(picture_, wxSizerFlags(1).Expand().Border(wxALL, border));
   box->Add(make_choice(box->GetStaticBox()),
            wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, border));
+  missing_ = new wxStaticText(box->GetStaticBox(), wxID_ANY, wxString());
+  name_control(*missing_, "cuemissing");
+  missing_->Hide();
+  box->Add(missing_, wxSizerFlags().Border(wxLEFT | wxRIGHT | wxBOTTOM, border));
   SetSizer(box);
   number_->Bind(wxEVT_SPINCTRL, [this](wxSpinEvent&) { draw_soon(step_milliseconds); });
   draw_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { draw(); });
@@ -123,6 +129,7 @@ void cue_preview::draw() {
   waiting_ = request_.has_value();
   if (!request_) {
     cue_.reset();
+    show_missing({});
     show_picture();
     note_->SetLabel("no subtitles");
     return;
@@ -135,8 +142,10 @@ void cue_preview::draw() {
 
 void cue_preview::look() {
   const subtitle_preview::state now = engine_->poll();
-  if (!waiting_)
+  if (!waiting_) {
+    show_missing(cue_ ? engine_->missing() : std::string());
     return;
+  }
   if (now == subtitle_preview::state::drawing) {
     if (drawing_for_.Time() > patience_milliseconds)
       note_->SetLabel("drawing ...");
@@ -147,13 +156,27 @@ void cue_preview::look() {
   if (now == subtitle_preview::state::ready) {
     cue_ = engine_->cue();
     show_picture();
+    show_missing(engine_->missing());
     note_->SetLabel(time_text(cue_->begin) + " - " + time_text(cue_->end));
   } else {
     cue_.reset();
+    show_missing({});
     searching_ = false;
     picture_->show_reason(shown_lines(engine_->reason()));
     note_->SetLabel("");
   }
+}
+
+// The picture makes room for it.
+void cue_preview::show_missing(const std::string& what) {
+  if (what == missing_text_)
+    return;
+  missing_text_ = what;
+  wxClientDC dc(missing_);
+  dc.SetFont(missing_->GetFont());
+  missing_->SetLabelText(wrapped(dc, shown("On the disc " + what + "."), picture_->GetSize().x));
+  missing_->Show(!what.empty());
+  Layout();
 }
 
 void cue_preview::show_picture() {

@@ -1,8 +1,9 @@
 // The preview of text subtitles: one cue over the picture of the video that is on the screen when
 // it comes up. spumux draws the cue (tools/subtitle_preview.h), so it looks as on the disc.
 //
-// It draws when nothing has changed for a moment, and shows in the picture's place why there is
-// none. The window stays live meanwhile, and closing it ends the drawing.
+// It draws when nothing has changed for a moment, shows in the picture's place why there is none,
+// and tells below it when text will be missing on the disc. The window stays live meanwhile, and
+// closing it ends the drawing.
 #pragma once
 
 #include "tools/subtitle_preview.h"
@@ -46,6 +47,7 @@ class cue_preview : public wxPanel {
   void draw();
   void look();
   void show_picture();
+  void show_missing(const std::string& what);
   void on_idle(wxIdleEvent& event);
   double time() const { return cue_ ? cue_->begin : 0; }
 
@@ -63,6 +65,8 @@ class cue_preview : public wxPanel {
   video_picture* picture_ = nullptr;
   wxSpinCtrl* number_ = nullptr;
   wxStaticText* note_ = nullptr;
+  wxStaticText* missing_ = nullptr;  ///< there only when it says something
+  std::string missing_text_;
 };
 
 }  // namespace corvane

@@ -102,6 +102,25 @@ TEST(SubtitlePreview, SettingsThatWouldBreakTheControlFileAreAReason) {
       "contains a quote.");
 }
 
+TEST(SubtitlePreview, TextThatWillBeMissingOnTheDiscIsTold) {
+  text_studio studio;
+  preview_request r = text_studio::request(studio.folder().add("a.srt", two_cues));
+  subtitle_preview preview(studio.app(), {});
+  EXPECT_EQ(preview.missing(), "");
+  preview.want(r);
+  ASSERT_EQ(text_studio::settle(preview), state::ready) << preview.reason();
+  EXPECT_EQ(preview.missing(), "");
+  r.settings[subtitle_field::bottom_margin] = "470";
+  preview.want(r);
+  ASSERT_EQ(text_studio::settle(preview), state::ready) << preview.reason();
+  for (int i = 0; i < 100 && preview.missing().empty(); ++i) {  // it may come after the cue
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    preview.poll();
+  }
+  EXPECT_EQ(preview.missing(),
+            "lines of its text are missing, since they do not fit on the screen");
+}
+
 TEST(SubtitlePreview, AToolThatIsMissingIsAReason) {
   text_studio studio;
   std::filesystem::remove(path_of(tool_path(studio.app(), "spumux")));

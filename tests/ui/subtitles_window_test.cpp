@@ -629,6 +629,24 @@ TEST_F(subtitles_preview, settings_that_cannot_be_drawn_tell_their_reason) {
   leave();
 }
 
+TEST_F(subtitles_preview, text_that_will_be_missing_is_told_below_the_picture) {
+  load(previewed("1\n00:00:00,500 --> 00:00:01,500\nLetters that get lost\n\n"));
+  open();
+  EXPECT_TRUE(note_becomes("0:00:00.500 - 0:00:01.500")) << note() << reason();
+  EXPECT_FALSE(ask_ui([] { return control("cuemissing", dialog)->IsShown(); }));
+  pick("halign", "r", "right");
+  EXPECT_TRUE(wait_until([] { return control("cuemissing", dialog)->IsShown(); }));
+  std::string told = ask_ui([] { return utf8_of(control("cuemissing", dialog)->GetLabel()); });
+  std::replace(told.begin(), told.end(), '\n', ' ');
+  EXPECT_THAT(told, testing::StartsWith("On the disc letters of its text are missing"));
+  EXPECT_THAT(told, testing::HasSubstr("align it left"));
+  screenshot("subtitles-missing");
+  press("Up");
+  EXPECT_TRUE(value_becomes("halign", "center"));
+  EXPECT_TRUE(wait_until([] { return !control("cuemissing", dialog)->IsShown(); }));
+  leave();
+}
+
 TEST_F(subtitles_preview, title_without_subtitles_shows_the_video_alone) {
   project p = previewed(two_cues);
   p.subtitledata = {"<none>"};
