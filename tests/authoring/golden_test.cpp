@@ -1,16 +1,14 @@
-// Every text of the sample projects against the files in golden/, byte for byte, in both path
-// styles. With CORVANE_WRITE_GOLDEN set in the environment the files are written instead, and the
-// test fails so that nobody takes that for a check; read the difference before committing it.
+// Every text of the sample projects against the files in golden/, in both path styles.
+#include "support/golden.h"
+
 #include "authoring/menu_overlays.h"
 #include "authoring/navigation_xml.h"
 #include "authoring/sample_projects.h"
 #include "authoring/subtitle_xml.h"
 #include "authoring/work_script.h"
-#include "platform/files.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <map>
 
 namespace corvane::testing_support {
@@ -33,31 +31,13 @@ class Golden : public ::testing::TestWithParam<path_style> {};
 
 TEST_P(Golden, TextsAreTheExpectedBytes) {
   const std::string style = GetParam() == path_style::windows ? "windows" : "linux";
-  for (const sample& s : all_samples(GetParam())) {
-    const std::string folder = std::string(CORVANE_GOLDEN_FOLDER) + "/" + style + "/" + s.name;
-    std::vector<std::string> names;
-    for (const auto& [name, text] : texts_of(s)) {
-      SCOPED_TRACE(folder + "/" + name);
-      names.push_back(name);
-      if (std::getenv("CORVANE_WRITE_GOLDEN") != nullptr) {
-        make_folders(folder);
-        ASSERT_FALSE(write_file(folder + "/" + name, text));
-        ADD_FAILURE() << "written, not checked";
-        continue;
-      }
-      const auto expected = read_file(folder + "/" + name, 1u << 20);
-      ASSERT_TRUE(expected) << expected.error;
-      EXPECT_EQ(*expected, text);
-    }
-    EXPECT_EQ(files_in(folder), names) << "a text that is expected is not made";
-  }
+  for (const sample& s : all_samples(GetParam()))
+    expect_golden(std::string(CORVANE_GOLDEN_FOLDER) + "/" + style + "/" + s.name, texts_of(s));
 }
 
 INSTANTIATE_TEST_SUITE_P(BothStyles, Golden,
                          ::testing::Values(path_style::windows, path_style::posix),
-                         [](const auto& style) {
-                           return style.param == path_style::windows ? "Windows" : "Linux";
-                         });
+                         golden_style_name);
 
 }  // namespace
 }  // namespace corvane::testing_support
