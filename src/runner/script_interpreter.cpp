@@ -37,7 +37,8 @@ std::string hexadecimal(std::uint32_t number) {
 
 /// Whether a program is dvdauthor with a navigation XML.
 bool is_authoring(const script_words& program) {
-  return name_of(program[0]) == "dvdauthor.exe" && program.size() == 3 && program[1] == "-x";
+  return name_of(program[0]) == "dvdauthor.exe" && program.size() == 3 && program[1] == "-x" &&
+         !program[2].empty();
 }
 
 /// From here on a menu can take spumux more than a second.

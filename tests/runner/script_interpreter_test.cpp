@@ -259,6 +259,12 @@ TEST(Chapters, ThatDvdauthorWillLeaveOutAreToldBeforeItRunsAndAreNoError) {
             "[run /own/dvdauthor.exe,-x,/app/config.xml]\n");
 }
 
+TEST(Chapters, AreNotLookedForWhenNoNavigationXmlIsNamed) {
+  noting_host host;
+  run_script("\"bin/dvdauthor.exe\" -x \"\"", host);
+  EXPECT_EQ(host.notes.find("[read "), std::string::npos) << host.notes;
+}
+
 TEST(TextSubtitle, WhoseSpumuxAddedItIsNoError) {
   noting_host host;
   host.result_of_run.errors =

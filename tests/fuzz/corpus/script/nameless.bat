@@ -1,0 +1,3 @@
+@echo off
+"bin/dvdauthor.exe" -x ""
+"bin/spumux.exe" -s 0 "" <"" > ""
