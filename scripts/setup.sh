@@ -5,6 +5,7 @@
 #   scripts/setup.sh          everything (the same as --test)
 #   scripts/setup.sh --run    what ./scripts/run.sh and ./scripts/author-sample.sh need
 #   scripts/setup.sh --test   that, and what ./scripts/test.sh and ./scripts/bench.sh need
+#   scripts/setup.sh --windows  that of --run, and what ./scripts/build-windows.sh needs
 #   scripts/setup.sh --list   prints the names of all packages, one a line, and installs nothing
 set -eu
 
@@ -21,10 +22,17 @@ ffmpeg libavcodec-dev libswscale-dev fonts-dejavu-core libdvdread-dev libdvdnav-
 test_packages="
 libgtest-dev libgmock-dev googletest libbenchmark-dev
 clang clang-format clang-tidy libclang-rt-14-dev llvm
-g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64
 xvfb xauth xdotool openbox x11-utils x11-apps imagemagick librsvg2-common adwaita-icon-theme
 libx11-dev dpkg-dev file procps util-linux
 xdg-utils desktop-file-utils shared-mime-info libglib2.0-bin libfile-mimeinfo-perl chromium
+"
+
+# The cross-compiler, what builds sources of the distribution (dpkg-dev, patch, nasm, the autotools),
+# the installer's compiler, Wine, and a display for its windows.
+windows_packages="
+g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 libz-mingw-w64-dev wine wine64
+dpkg-dev patch nasm autoconf automake libtool nsis zip unzip librsvg2-bin icoutils
+googletest xvfb xauth xdotool openbox x11-utils imagemagick file util-linux
 "
 
 fail() {
@@ -56,13 +64,14 @@ as_root() {
 
 case "${1:---test}" in
   --run) packages="$run_packages" ;;
-  --test) packages="$run_packages $test_packages" ;;
+  --windows) packages="$run_packages $windows_packages" ;;
+  --test) packages="$run_packages $test_packages $windows_packages" ;;
   --list)
     # shellcheck disable=SC2086
-    printf '%s\n' $run_packages $test_packages
+    printf '%s\n' $run_packages $test_packages $windows_packages
     exit 0
     ;;
-  *) fail "unknown argument \"$1\" (--run, --test or --list)." ;;
+  *) fail "unknown argument \"$1\" (--run, --windows, --test or --list)." ;;
 esac
 
 if ! command -v dpkg-query >/dev/null 2>&1 || ! command -v apt-get >/dev/null 2>&1; then

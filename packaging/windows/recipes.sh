@@ -1,0 +1,221 @@
+#!/bin/sh
+# Cross-builds, from the distribution's source packages, what the Windows programs link and the
+# outside tools that they run.  Each thing is a recipe (recipes/NAME.sh) and is built once into a
+# folder of the cache; it is built anew when its recipe, a patch of it or something that it needs
+# changes.  Needs what `scripts/setup.sh --windows` installs, and the network for what is not there.
+#
+#   packaging/windows/recipes.sh NAME...           builds these and all that they need
+#   packaging/windows/recipes.sh --where NAME      prints the folder that NAME is (or will be) in
+#   packaging/windows/recipes.sh --sources FOLDER NAME...
+#                                                  copies the source packages that these and all
+#                                                  that they need were built from, with our patches
+#
+# The cache is $CORVANE_CACHE, or corvane in $XDG_CACHE_HOME (~/.cache).  $CORVANE_JOBS: programs run
+# at once (default: the number of processors).
+#
+# A recipe is read by the shell and sets
+#   source      the Debian source package; empty when the source is in our own tree
+#   upstream    its upstream version as in "2.1.0": any Debian revision of it is taken, newest first
+#   needs       names of recipes that it is built upon (optional)
+#   licences    files of the source to keep beside what is built (optional)
+#   build       a function: run in the unpacked source, patched by Debian and by patches/NAME/*.patch,
+#               installs into $prefix.  $host is the cross compilers' prefix, $jobs the number of
+#               programs; `where NAME` gives a needed thing's folder; PKG_CONFIG_LIBDIR, CPPFLAGS
+#               and LDFLAGS lead to all of them, and CC, CXX, AR, RANLIB, STRIP and WINDRES are set.
+set -eu
+
+rooms=$(CDPATH='' cd -- "$(dirname -- "$0")" && pwd)
+cache=${CORVANE_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/corvane}
+jobs=${CORVANE_JOBS:-$(nproc)}
+host=x86_64-w64-mingw32
+
+fail() {
+  echo "recipes.sh: $*" >&2
+  exit 1
+}
+
+# Prints what the recipe says of itself: `told NAME needs`.
+told() (
+  needs='' licences='' source='' upstream=''
+  # shellcheck disable=SC1090
+  . "$rooms/recipes/$1.sh"
+  eval "printf '%s' \"\$$2\""
+)
+
+known() {
+  [ -f "$rooms/recipes/$1.sh" ] || fail "there is no recipe \"$1\"."
+}
+
+# A recipe's key: what it is made by, and the keys of what it needs.
+key() (
+  {
+    cat "$rooms/recipes.sh" "$rooms/recipes/$1.sh"
+    find "$rooms/patches/$1" "$rooms/files/$1" -type f 2>/dev/null | LC_ALL=C sort | xargs -r cat
+    for need in $(told "$1" needs); do
+      key "$need"
+    done
+  } | sha256sum | cut -c 1-12
+)
+
+where() {
+  known "$1"
+  echo "$cache/windows/$1-$(told "$1" upstream)-$(key "$1")"
+}
+
+# All that a recipe needs, itself last, each once and after what it needs itself.
+closure() {
+  for name in "$@"; do
+    known "$name"
+    # shellcheck disable=SC2046
+    closure $(told "$name" needs)
+    echo "$name"
+  done | awk '!seen[$0]++'
+}
+
+# An apt of our own: the machine's own places, asked for sources, without touching its lists.
+apt_folder=$cache/apt
+with_apt() {
+  tool=$1
+  shift
+  "$tool" -q -o Dir::Etc::sourcelist="$apt_folder/sources.list" \
+    -o Dir::Etc::sourceparts="$apt_folder/sources.d" -o Dir::State::lists="$apt_folder/lists" \
+    -o Dir::Cache="$apt_folder/cache" -o APT::Sandbox::User=root -o Acquire::Retries=3 "$@"
+}
+
+prepare_apt() {
+  [ ! -e "$apt_folder/.asked" ] || return 0
+  rm -rf "$apt_folder"
+  mkdir -p "$apt_folder/lists/partial" "$apt_folder/cache/archives/partial" "$apt_folder/sources.d"
+  : >"$apt_folder/sources.list"
+  for list in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
+    [ -f "$list" ] || continue
+    sed -n 's/^[[:space:]]*deb[[:space:]]/deb-src /p' "$list" >>"$apt_folder/sources.list"
+  done
+  for list in /etc/apt/sources.list.d/*.sources; do
+    [ -f "$list" ] || continue
+    sed 's/^Types:.*/Types: deb-src/' "$list" >"$apt_folder/sources.d/$(basename -- "$list")"
+  done
+  with_apt apt-get update >"$apt_folder/update.log" 2>&1 </dev/null || {
+    cat "$apt_folder/update.log" >&2
+    fail "the lists of source packages could not be fetched: is there a network?"
+  }
+  : >"$apt_folder/.asked"
+}
+
+# Fetches a source package into the current folder: the newest revision of the upstream version
+# that is still there.  (A list may name one whose file is gone already.)
+fetch() {
+  source=$1 upstream=$2
+  prepare_apt
+  versions=$(with_apt apt-cache showsrc "$source" 2>/dev/null |
+    awk -v name="$source" '/^Package: /{ ours = $2 == name } /^Version: /{ if (ours) print $2 }' |
+    sort -u -V -r)
+  [ -n "$versions" ] || fail "there is no source package \"$source\": is there a deb-src line for it?"
+  for version in $versions; do
+    bare=${version#*:}
+    case $bare in
+      "$upstream"[-+~.]* | "$upstream") ;;
+      *) continue ;;
+    esac
+    if with_apt apt-get source --download-only "$source=$version" >fetch.log 2>&1 </dev/null; then
+      return 0
+    fi
+    rm -f ./*.dsc
+  done
+  cat fetch.log >&2 2>/dev/null || true
+  fail "no version $upstream of the source package \"$source\" could be fetched (there are:" $versions")."
+}
+
+build_one() (
+  name=$1
+  prefix=$(where "$name")
+  # Two runs may want the same thing at once.
+  exec 9>"$cache/windows/.$name.lock"
+  flock 9
+  [ ! -e "$prefix/.built" ] || exit 0
+  echo "Building $name for Windows"
+  rm -rf "$prefix"
+  mkdir -p "$prefix"
+  work=$(mktemp -d)
+  trap 'rm -rf "$work"' EXIT
+  trap 'exit 130' INT TERM
+  log=$prefix/build.log
+
+  needs='' licences='' source='' upstream=''
+  # shellcheck disable=SC1090
+  . "$rooms/recipes/$name.sh"
+  cd "$work"
+  if [ -n "$source" ]; then
+    mkdir "$prefix/source"
+    (cd "$prefix/source" && fetch "$source" "$upstream")
+    dpkg-source --no-check -x "$prefix"/source/*.dsc "$work/unpacked" >"$log" 2>&1 || {
+      cat "$log" >&2
+      fail "the source of $name could not be unpacked."
+    }
+  else
+    mkdir unpacked
+    cp -R "$rooms/files/$name/." unpacked/
+  fi
+  cd unpacked
+  for patch in "$rooms/patches/$name"/*.patch; do
+    [ -f "$patch" ] || continue
+    patch -p1 <"$patch" >>"$log" 2>&1 || fail "$(basename -- "$patch") does not apply to $name."
+  done
+
+  PKG_CONFIG_PATH='' PKG_CONFIG_LIBDIR='' CPPFLAGS='' LDFLAGS='-static -s'
+  # shellcheck disable=SC2086  # a list of names
+  needed=$(closure $needs)
+  for need in $needed; do
+    folder=$(where "$need")
+    PKG_CONFIG_LIBDIR=$PKG_CONFIG_LIBDIR:$folder/lib/pkgconfig
+    CPPFLAGS="$CPPFLAGS -I$folder/include"
+    LDFLAGS="-L$folder/lib $LDFLAGS"
+  done
+  # The cross compilers' own headers and libraries (zlib) come with the distribution.
+  CC=$host-gcc-posix CXX=$host-g++-posix AR=$host-ar RANLIB=$host-ranlib
+  STRIP=$host-strip WINDRES=$host-windres CFLAGS='-O2' CXXFLAGS='-O2'
+  ! command -v ccache >/dev/null 2>&1 || CC="ccache $CC" CXX="ccache $CXX"
+  export CC CXX AR RANLIB STRIP WINDRES CFLAGS CXXFLAGS CPPFLAGS LDFLAGS PKG_CONFIG_PATH PKG_CONFIG_LIBDIR
+  unset CMAKE_PREFIX_PATH LIBRARY_PATH CPATH
+
+  # In the background, since a shell whose status is asked for does not end at what fails in it.
+  (set -eux; build) >>"$log" 2>&1 </dev/null &
+  wait $! || {
+    tail -n 60 "$log" >&2
+    fail "building $name failed; all of it is in $log"
+  }
+  mkdir -p "$prefix/licences/$name"
+  for licence in $licences; do
+    cp "$licence" "$prefix/licences/$name/" || fail "$name has no file $licence."
+  done
+  [ -z "$source" ] || basename "$prefix"/source/*.dsc .dsc | sed 's/_/ /' >"$prefix/licences/$name/VERSION"
+  : >"$prefix/.built"
+)
+
+case "${1:-}" in
+  '')
+    echo "usage: recipes.sh NAME... | --where NAME | --sources FOLDER NAME..." >&2
+    exit 2
+    ;;
+  --where)
+    where "$2"
+    ;;
+  --sources)
+    folder=$2
+    shift 2
+    for name in $(closure "$@"); do
+      [ -d "$(where "$name")/source" ] || continue
+      mkdir -p "$folder/$name"
+      find "$(where "$name")/source" -type f ! -name '*.log' -exec cp {} "$folder/$name/" \;
+      cp "$rooms/recipes/$name.sh" "$folder/$name/"
+      [ ! -d "$rooms/patches/$name" ] || cp -R "$rooms/patches/$name" "$folder/$name/patches"
+    done
+    ;;
+  *)
+    mkdir -p "$cache/windows"
+    names=$(closure "$@")
+    for name in $names; do
+      build_one "$name"
+    done
+    ;;
+esac
