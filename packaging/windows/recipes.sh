@@ -14,14 +14,16 @@
 # at once (default: the number of processors).
 #
 # A recipe is read by the shell and sets
-#   source      the Debian source package; empty when the source is in our own tree
+#   source      the Debian source package; empty when all of the source is our own
 #   upstream    its upstream version as in "2.1.0": any Debian revision of it is taken, newest first
+#   pristine    "yes": upstream's own source, without Debian's changes to it (optional)
 #   needs       names of recipes that it is built upon (optional)
 #   licences    files of the source to keep beside what is built (optional)
-#   build       a function: run in the unpacked source, patched by Debian and by patches/NAME/*.patch,
-#               installs into $prefix.  $host is the cross compilers' prefix, $jobs the number of
-#               programs; `where NAME` gives a needed thing's folder; PKG_CONFIG_LIBDIR, CPPFLAGS
-#               and LDFLAGS lead to all of them, and CC, CXX, AR, RANLIB, STRIP and WINDRES are set.
+#   build       a function: run in the source, patched by Debian and by patches/NAME/*.patch, with
+#               files/NAME/ put into it; installs into $prefix.  $host is the cross compilers' prefix,
+#               $jobs the number of programs; `where NAME` gives a needed thing's folder;
+#               PKG_CONFIG_LIBDIR, CPPFLAGS and LDFLAGS lead to all of them, and CC, CXX, AR, RANLIB,
+#               STRIP and WINDRES are set.
 set -eu
 
 rooms=$(CDPATH='' cd -- "$(dirname -- "$0")" && pwd)
@@ -36,7 +38,7 @@ fail() {
 
 # Prints what the recipe says of itself: `told NAME needs`.
 told() (
-  needs='' licences='' source='' upstream=''
+  needs='' licences='' source='' upstream='' pristine=''
   # shellcheck disable=SC1090
   . "$rooms/recipes/$1.sh"
   eval "printf '%s' \"\$$2\""
@@ -102,6 +104,16 @@ prepare_apt() {
   : >"$apt_folder/.asked"
 }
 
+# Fetches one version of a source package, or only what is upstream's in it.
+fetch_version() {
+  if [ "$pristine" = yes ]; then
+    with_apt apt-get source --download-only --dsc-only "$1" &&
+      with_apt apt-get source --download-only --tar-only "$1"
+  else
+    with_apt apt-get source --download-only "$1"
+  fi
+}
+
 # Fetches a source package into the current folder: the newest revision of the upstream version
 # that is still there.  (A list may name one whose file is gone already.)
 fetch() {
@@ -117,13 +129,23 @@ fetch() {
       "$upstream"[-+~.]* | "$upstream") ;;
       *) continue ;;
     esac
-    if with_apt apt-get source --download-only "$source=$version" >fetch.log 2>&1 </dev/null; then
+    if fetch_version "$source=$version" >fetch.log 2>&1 </dev/null; then
       return 0
     fi
     rm -f ./*.dsc
   done
   cat fetch.log >&2 2>/dev/null || true
   fail "no version $upstream of the source package \"$source\" could be fetched (there are:" $versions")."
+}
+
+# Makes the folder "unpacked" of a source package's files.
+unpack() {
+  if [ "$pristine" = yes ]; then
+    mkdir unpacked
+    tar -x -f "$(find "$1" -name '*.orig.tar.*' ! -name '*.asc')" -C unpacked --strip-components=1
+  else
+    dpkg-source --no-check -x "$1"/*.dsc unpacked
+  fi
 }
 
 build_one() (
@@ -141,22 +163,22 @@ build_one() (
   trap 'exit 130' INT TERM
   log=$prefix/build.log
 
-  needs='' licences='' source='' upstream=''
+  needs='' licences='' source='' upstream='' pristine=''
   # shellcheck disable=SC1090
   . "$rooms/recipes/$name.sh"
   cd "$work"
   if [ -n "$source" ]; then
     mkdir "$prefix/source"
     (cd "$prefix/source" && fetch "$source" "$upstream")
-    dpkg-source --no-check -x "$prefix"/source/*.dsc "$work/unpacked" >"$log" 2>&1 || {
+    unpack "$prefix/source" >"$log" 2>&1 || {
       cat "$log" >&2
       fail "the source of $name could not be unpacked."
     }
   else
     mkdir unpacked
-    cp -R "$rooms/files/$name/." unpacked/
   fi
   cd unpacked
+  [ ! -d "$rooms/files/$name" ] || cp -R "$rooms/files/$name/." .
   for patch in "$rooms/patches/$name"/*.patch; do
     [ -f "$patch" ] || continue
     patch -p1 <"$patch" >>"$log" 2>&1 || fail "$(basename -- "$patch") does not apply to $name."
@@ -204,11 +226,12 @@ case "${1:-}" in
     folder=$2
     shift 2
     for name in $(closure "$@"); do
-      [ -d "$(where "$name")/source" ] || continue
       mkdir -p "$folder/$name"
-      find "$(where "$name")/source" -type f ! -name '*.log' -exec cp {} "$folder/$name/" \;
+      [ ! -d "$(where "$name")/source" ] ||
+        find "$(where "$name")/source" -type f ! -name '*.log' -exec cp {} "$folder/$name/" \;
       cp "$rooms/recipes/$name.sh" "$folder/$name/"
       [ ! -d "$rooms/patches/$name" ] || cp -R "$rooms/patches/$name" "$folder/$name/patches"
+      [ ! -d "$rooms/files/$name" ] || cp -R "$rooms/files/$name" "$folder/$name/files"
     done
     ;;
   *)
