@@ -20,10 +20,10 @@ int menu_picture::faint_under(wxPoint p) const {
   const std::vector<faint_button> others = editor_.others();
   const int exact = editor_.button_at(at.x, at.y);
   const picture_scale to = scale();
-  const auto near = std::find_if(others.rbegin(), others.rend(), [&](const faint_button& button) {
+  const auto met = std::find_if(others.rbegin(), others.rend(), [&](const faint_button& button) {
     return outline_near(shown_rectangle(to.to_picture(button.edges)), unit()).Contains(p);
   });
-  return exact >= 0 || near == others.rend() ? exact : near->index;
+  return exact >= 0 || met == others.rend() ? exact : met->index;
 }
 
 /// The button that a click at `p` is about; -1: none. One that was just added lies over the one it

@@ -3,7 +3,7 @@
 #include "project/time_text.h"
 #include "ui/shown_text.h"
 
-#include <wx/dcclient.h>
+#include <wx/dcbuffer.h>
 #include <wx/dcgraph.h>
 #include <wx/settings.h>
 
@@ -22,6 +22,7 @@ const wxColour landing_colour(214, 130, 28);
 
 time_line::time_line(wxWindow* parent, std::function<void(double)> choose)
     : choose_(std::move(choose)) {
+  SetBackgroundStyle(wxBG_STYLE_PAINT);  // all of it is drawn, in one go
   Create(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
          wxBORDER_NONE | wxFULL_REPAINT_ON_RESIZE);
   Bind(wxEVT_PAINT, [this](wxPaintEvent&) { on_paint(); });
@@ -94,7 +95,9 @@ void time_line::on_pointer(wxMouseEvent& event) {
 // From the top: the marks of chapters, the line with the part before the position filled, the place
 // where a chapter would land, the thumb.
 void time_line::on_paint() {
-  wxPaintDC paint(this);
+  wxAutoBufferedPaintDC paint(this);
+  paint.SetBackground(wxBrush(GetParent()->GetBackgroundColour()));
+  paint.Clear();
   wxGCDC dc(paint);
   const wxSize size = GetClientSize();
   const int unit = FromDIP(1), middle = size.y * 3 / 5, half = FromDIP(3);

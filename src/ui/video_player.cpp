@@ -298,16 +298,16 @@ void video_player::forget_typed() {
 bool video_player::use_key(const wxKeyEvent& event) {
   if (!playback_ || event.AltDown())
     return false;
-  const bool far = event.ControlDown() || event.ShiftDown();
+  const bool by_gop = event.ControlDown() || event.ShiftDown();
   switch (event.GetKeyCode()) {
     case WXK_SPACE:
       toggle();
       break;
     case WXK_LEFT:
-      act([far](playback& p) { far ? p.previous_gop() : p.step(-1); });
+      act([by_gop](playback& p) { by_gop ? p.previous_gop() : p.step(-1); });
       break;
     case WXK_RIGHT:
-      act([far](playback& p) { far ? p.next_gop() : p.step(1); });
+      act([by_gop](playback& p) { by_gop ? p.next_gop() : p.step(1); });
       break;
     case WXK_PAGEUP:
       act([](playback& p) { p.previous_gop(); });
