@@ -1,12 +1,21 @@
 # Switches of the build and the flags every target of ours is compiled with.
 
+# Where `packaging/windows/recipes.sh --where wx` and `--where ffmpeg` say.
+set(CORVANE_WX "" CACHE PATH "The cross-built wxWidgets that the Windows program links")
+set(CORVANE_FFMPEG "" CACHE PATH "The cross-built FFmpeg libraries that the Windows program links")
 if(WIN32)
+  set(corvane_disc_default OFF)
+else()
+  set(corvane_disc_default ON)
+endif()
+if(WIN32 AND NOT (CORVANE_WX AND CORVANE_FFMPEG))
   set(corvane_ui_default OFF)
 else()
   set(corvane_ui_default ON)
 endif()
 option(CORVANE_UI "Build the windows (needs wxWidgets 3.2)" ${corvane_ui_default})
-option(CORVANE_DISC_TESTS "Build the tests that author discs with the real tools and read them back" ${corvane_ui_default})
+option(CORVANE_DISC_TESTS "Build the tests that author discs with the real tools and read them back"
+       ${corvane_disc_default})
 option(CORVANE_BENCH "Build the benchmarks" OFF)
 option(CORVANE_FUZZ "Build the libFuzzer targets (needs clang)" OFF)
 option(CORVANE_SANITIZE "Address and undefined-behaviour sanitizers" OFF)
