@@ -31,7 +31,7 @@ xdg-utils desktop-file-utils shared-mime-info libglib2.0-bin libfile-mimeinfo-pe
 # the installer's compiler, Wine, and a display for its windows.
 windows_packages="
 g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 libz-mingw-w64-dev wine wine64
-dpkg-dev patch nasm autoconf automake libtool nsis zip unzip librsvg2-bin icoutils
+dpkg-dev patch nasm bison flex autoconf automake libtool nsis zip unzip librsvg2-bin icoutils
 googletest xvfb xauth xdotool openbox x11-utils imagemagick file util-linux
 "
 
