@@ -35,8 +35,8 @@ class program_file {
  public:
   explicit program_file(const std::string& name)
       : bytes_(*read_file(path_of_program(name), largest_program)),
-        headers_(at<IMAGE_NT_HEADERS64>(
-            static_cast<std::size_t>(at<IMAGE_DOS_HEADER>(0).e_lfanew))) {}
+        headers_(
+            at<IMAGE_NT_HEADERS64>(static_cast<std::size_t>(at<IMAGE_DOS_HEADER>(0).e_lfanew))) {}
 
   WORD subsystem() const { return headers_.OptionalHeader.Subsystem; }
 
