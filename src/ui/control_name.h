@@ -5,8 +5,8 @@ class wxWindow;
 
 namespace corvane {
 
-/// Gives the control its name, for wxWindow::FindWindowByName and, where the toolkit's own
-/// accessibility has names (GTK), for that too.
+/// Gives the control its name, for wxWindow::FindWindowByName and for screen readers. Windows reads
+/// out labels and captions; there, only what has neither is given the name.
 void name_control(wxWindow& control, const char* name);
 
 }  // namespace corvane

@@ -1,17 +1,21 @@
 #include "ui/open_text_file.h"
 
+#ifdef _WIN32
+#include "platform/desktop.h"
+#else
 #include "ui/shown_text.h"
 
 #include <wx/log.h>
 #include <wx/utils.h>
+#endif
 
 namespace corvane {
 
 bool open_text_file(const std::string& path) {
-  const wxLogNull quiet;  // the caller tells the user, in its own words
 #ifdef _WIN32
-  return wxExecute("notepad.exe \"" + shown(path) + "\"", wxEXEC_ASYNC) != 0;
+  return !make_desktop()->edit_text(path);
 #else
+  const wxLogNull quiet;  // the caller tells the user, in its own words
   return wxLaunchDefaultApplication(shown(path));
 #endif
 }
