@@ -9,16 +9,16 @@ build() {
   cd cross
   # shellcheck disable=SC2046
   ../configure --host=$host --build="$(dpkg-architecture -qDEB_BUILD_GNU_TYPE)" --prefix="$prefix" \
-    --disable-shared --enable-monolithic=no --with-cxx=17 \
+    --disable-shared --enable-monolithic=no --enable-accessibility --with-cxx=17 \
     --disable-debug_info --disable-debug_flag --disable-precomp-headers \
     --disable-sys-libs --without-libpng --without-libjpeg --without-libtiff --without-expat \
     --without-zlib --without-liblzma --without-opengl \
     $(printf -- '--disable-%s ' \
       tests webrequest sockets protocol ipc fs_archive fs_inet xrc html htmlhelp aui propgrid ribbon \
       richtext mediactrl webview docview printarch svg postscript dbghelp joystick sound help mdi \
-      mdidoc debugreport dialupman wizarddlg tarstream zipstream calendar richmsgdlg treelist \
+      mdidoc debugreport dialupman wizarddlg tarstream zipstream calendar datepick timepick richmsgdlg treelist \
       animatectrl bannerwindow dirpicker filepicker editablebox hyperlink infobar aboutdlg splash \
-      tipdlg progressdlg fontdlg coldlg dirdlg finddlg)
+      tipdlg progressdlg)
   make -j"$jobs"
   make install
 }
