@@ -106,6 +106,14 @@ text_xml() {
 XML
 }
 
+# The navigation of a disc of one title: `disc_xml FOLDER VIDEO`.
+disc_xml() {
+  cat <<XML
+<dvdauthor dest="$1"><vmgm><fpc>jump title 1;</fpc></vmgm>
+<titleset><titles><pgc><vob file="$2" pause="inf"/></pgc></titles></titleset></dvdauthor>
+XML
+}
+
 subtitles() {
   printf '1\r\n00:00:00,500 --> 00:00:02,000\r\n%s\r\n' "$1"
 }
@@ -118,9 +126,9 @@ test_imports() {
     x86_64-w64-mingw32-objdump -p "$(tool "${name%.exe}")" |
       sed -n 's/^[[:space:]]*DLL Name: \(.*\)\.dll$/\1/Ip' | tr '[:upper:]' '[:lower:]' >imports
     [ -s imports ] || fail "$name imports nothing: is it a program?"
-    for library in $(cat imports); do
+    while read -r library; do
       case " $systems " in *" $library "*) ;; *) fail "$name needs $library.dll" ;; esac
-    done
+    done <imports
   done <"$here/packaging/windows/tools.txt"
 }
 
@@ -170,6 +178,32 @@ test_spumux_missing_picture() {
   menu_xml there.xml 'Z:\no\highlight.png' 'Z:\no\select.png'
   under_wine spumux there.xml <in.mpg >there.mpg 2>there.log
   says there.log 'ERR:  Unable to open file Z:\no\highlight.png'
+}
+
+# A still as its work script makes it, run by Windows' own interpreter and by ours.
+test_stills() {
+  conspawn=${CORVANE_CONSPAWN:-$here/build/windows/bin/conspawn.exe}
+  mkdir 'the bin'
+  for program in "$conspawn" "$(tool jpeg2yuv)" "$(tool mpeg2enc)"; do
+    cp "$program" 'the bin/' || fail "$program is not built"
+  done
+  bin=$(named "$work/the bin")
+  while read -r name rate norm; do
+    jpeg2yuv -n 3 -I p -f "$rate" -j "$media/$name.jpg" 2>here.log |
+      mpeg2enc -f 8 -n "$norm" -o here.m2v >>here.log 2>&1
+    printf '@echo off\r\n"%s" -n 3 -I p -f %s -j "%s" | "%s" -f 8 -n %s -o "%s"\r\necho *process complete' \
+      "$bin\\jpeg2yuv.exe" "$rate" "$(named "$media/$name.jpg")" \
+      "$bin\\mpeg2enc.exe" "$norm" "$(named "$work/there.m2v")" >process.bat
+    rm -f there.m2v
+    "$wine" cmd /c "$(named "$work/process.bat")" >cmd.log 2>&1 </dev/null
+    same here.m2v there.m2v
+    rm there.m2v
+    "$wine" 'the bin/conspawn.exe' "$(named "$work/process.bat")" >conspawn.log 2>&1 </dev/null
+    same here.m2v there.m2v
+  done <<'STILLS'
+chapter-menu 29.97 n
+chapter-menu-pal 25 p
+STILLS
 }
 
 # A text of letters that all 23 sets have, and one of each set's own.
@@ -317,11 +351,7 @@ XML
 }
 
 test_dvdauthor_refusals() {
-  cat >config.xml <<'XML'
-<dvdauthor dest="out"><vmgm/><titleset><titles>
-<pgc><vob file="Z:\no\such.vob"/></pgc>
-</titles></titleset></dvdauthor>
-XML
+  disc_xml out 'Z:\no\such.vob' >config.xml
   status=0
   VIDEO_FORMAT=NTSC under_wine dvdauthor -x config.xml 2>log || status=$?
   [ "$status" = 1 ] || fail "status $status for a missing file"
@@ -330,6 +360,32 @@ XML
   under_wine dvdauthor -x 'Z:\no\config.xml' 2>log || status=$?
   [ "$status" = 1 ] || fail "status $status without a control file"
   says log 'ERR:  '
+}
+
+# Names of more than 260 characters, through all of a run. (Not the folder of the disc itself: Wine
+# makes none of such a name.)
+test_long_names() {
+  part="long$(printf ' long%.0s' 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20)"
+  folder="$work/$part/$part/$part"
+  mkdir -p "$folder"
+  draw_menu
+  cp highlight.png select.png "$media/chapter-menu.jpg" "$folder/"
+  wide=$(named "$folder")
+  [ "${#wide}" -gt 260 ] || fail 'the name is not long'
+  menu_xml "$folder/menu.xml" "$wide\\highlight.png" "$wide\\select.png"
+  under_wine jpeg2yuv -n 1 -I p -f 29.97 -j "$wide\\chapter-menu.jpg" 2>log >still.y4m
+  under_wine mpeg2enc -f 8 -n n -o "$wide\\still.m2v" 2>>log <still.y4m
+  under_wine mplex -f 8 -o "$wide\\menu.mpg" "$wide\\still.m2v" 2>>log
+  under_wine spumux "$wide\\menu.xml" <"$folder/menu.mpg" >"$folder/menusub.mpg" 2>>log
+  menu_xml menu.xml highlight.png select.png
+  spumux menu.xml <"$folder/menu.mpg" >here.mpg 2>here.log
+  same here.mpg "$folder/menusub.mpg"
+  disc_xml "$(named "$work/there")" "$wide\\menu.mpg" >"$folder/config.xml"
+  under_wine dvdauthor -x "$wide\\config.xml" 2>>log
+  disc_xml here "$folder/menu.mpg" >config.xml
+  dvdauthor -x config.xml 2>here.log
+  [ "$(find here -type f | wc -l)" -ge 5 ] || fail 'the tool of this machine made no disc'
+  diff -r here there || fail 'the disc is another'
 }
 
 if [ "${1:-}" = --prepare ]; then
@@ -348,5 +404,6 @@ mkdir -p "$work"
 work=$(CDPATH='' cd -- "$work" && pwd)
 cd "$work"
 export VIDEO_FORMAT=NTSC
+trap '[ $? = 0 ] || tail -v -n 5 ./*log >&2' EXIT
 "test_$1"
 echo "$1: passed"
