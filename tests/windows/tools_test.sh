@@ -388,13 +388,18 @@ test_long_names() {
   diff -r here there || fail 'the disc is another'
 }
 
+# shellcheck source=tests/windows/gm_tests.sh
+. "$here/tests/windows/gm_tests.sh"
+# shellcheck source=tests/windows/mkisofs_tests.sh
+. "$here/tests/windows/mkisofs_tests.sh"
+
 if [ "${1:-}" = --prepare ]; then
   "$here/samples/make.sh"
   # shellcheck disable=SC2046  # a list of names
   "$recipes" $(awk '/^[^#]/ { print $2 }' "$here/packaging/windows/tools.txt" | sort -u)
   exit 0
 fi
-case " $(sed -n 's/^test_\([a-z_]*\)() {$/\1/p' "$0" | tr '\n' ' ') " in
+case " $(sed -n 's/^test_\([a-z_0-9]*\)() {.*$/\1/p' "$here"/tests/windows/*_test*.sh | tr '\n' ' ') " in
   *" ${1:-none} "*) ;;
   *) fail "there is no test \"${1:-}\"" ;;
 esac
