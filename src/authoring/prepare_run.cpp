@@ -7,7 +7,7 @@
 #include "authoring/subtitle_xml.h"
 #include "authoring/work_script.h"
 #include "platform/files.h"
-#include "platform/program_folder.h"
+#include "project/missing_tools.h"
 #include "project/numbers.h"
 
 #include <optional>

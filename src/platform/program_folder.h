@@ -17,6 +17,7 @@ struct outside_tool {
   std::string name;                    ///< "mplex": bin holds it as name + ".exe"
   std::vector<std::string> installed;  ///< names under which systems have it, best first
   std::string package;                 ///< Debian package that has it
+  std::string page;                    ///< web address of its project
 };
 
 /// mplex, mpeg2enc, jpeg2yuv (mjpegtools), gm (graphicsmagick), spumux, dvdauthor (dvdauthor),
@@ -36,10 +37,6 @@ std::string tool_path(const std::string& folder, const std::string& name);
 
 /// Whether the tool can be started: the file (links followed) exists and may be executed.
 bool tool_is_there(const std::string& folder, const std::string& name);
-
-/// A message that names the tools of `names` that cannot be started and the packages they come
-/// with, a line each; empty when all are there.
-std::string missing_tools(const std::string& folder, const std::vector<std::string>& names);
 
 /// Full path of the running executable.
 std::string own_executable();

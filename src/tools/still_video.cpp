@@ -3,6 +3,7 @@
 #include "platform/files.h"
 #include "platform/program_folder.h"
 #include "project/messages.h"
+#include "project/missing_tools.h"
 #include "project/numbers.h"
 #include "project/text.h"
 #include "tools/jpeg_check.h"

@@ -11,16 +11,13 @@
 
 namespace corvane {
 
-main_window* start_main_window() {
+main_window* start_main_window(const std::string& project) {
   show_message_pictures();
   const std::string started_in = absolute_path(".");
   const std::string app = program_folder();
   const failure unusable = enter_program_folder(app);
   auto* window = new main_window(app, started_in);
-  if (unusable)
-    window->CallAfter([window, app, why = *unusable] {
-      window->tell("The program folder " + app + " cannot be used: " + why + ".");
-    });
+  window->CallAfter([window, project, unusable] { window->begin(unusable, project); });
   return window;
 }
 
@@ -38,11 +35,9 @@ bool corvane_app::OnInit() {
   SetAppName("corvane");
   SetAppDisplayName("Corvane");
   const std::string path = project_argument();  // relative to where the user stands, so first
-  main_window* window = start_main_window();
+  main_window* window = start_main_window(path);
   SetTopWindow(window);
   window->Show();
-  if (!path.empty())
-    window->CallAfter([window, path] { window->load(path); });
   return true;
 }
 

@@ -28,8 +28,9 @@ class corvane_app : public wxApp {
   std::vector<std::string> arguments_;
 };
 
-/// Enters the program folder and makes the main window, not yet shown. A folder that cannot be used
-/// is told when the window is shown.
-main_window* start_main_window();
+/// Enters the program folder and makes the main window, not yet shown. When it is shown, it tells
+/// that the folder cannot be used or which outside tools are missing, and then loads the project
+/// (native, absolute; empty for none).
+main_window* start_main_window(const std::string& project = {});
 
 }  // namespace corvane

@@ -3,6 +3,7 @@
 #include "authoring/author.h"
 #include "authoring/navigation_xml.h"
 #include "project/dropped_files.h"
+#include "project/missing_tools.h"
 #include "project/preferences.h"
 #include "project/project_file.h"
 #include "project/title_commands.h"
@@ -211,6 +212,19 @@ void main_window::clear_log() {
 void main_window::drop_down(const std::string& tool_caption) {
   if (wxMenu* menu = bars_->drop_down(tool_caption); menu != nullptr && may_command())
     GetToolBar()->PopupMenu(menu);
+}
+
+// One after the other: what is told stands until it was read, and a project that came meanwhile
+// would be refused as any command is then.
+void main_window::begin(const failure& unusable, const std::string& project) {
+  run([&](workbench& w) {
+    if (unusable)
+      tell("The program folder " + app_ + " cannot be used: " + *unusable + ".");
+    else
+      tell_missing_tools(w, app_);
+  });
+  if (!project.empty())
+    load(project);
 }
 
 void main_window::load(const std::string& path) {

@@ -6,6 +6,7 @@
 #include "platform/desktop.h"
 #include "platform/folder_lock.h"
 #include "platform/process.h"
+#include "platform/result.h"
 #include "platform/settings.h"
 #include "project/project.h"
 #include "project/workbench.h"
@@ -49,14 +50,15 @@ class main_window : public wxFrame {
   /// one disabled.
   void lend(const std::function<wxTopLevelWindow*(workbench&, std::function<void()>)>& open);
 
-  /// Loads a project named on the command line (native, absolute).
+  /// What follows once the window is shown: why the program folder cannot be used, or which outside
+  /// tools are missing; then the project named on the command line (native, absolute; or empty).
+  void begin(const failure& unusable, const std::string& project);
+
+  /// Loads a project (native, absolute).
   void load(const std::string& path);
 
   /// Files dropped on the window (native paths).
   void drop(const std::vector<std::string>& paths);
-
-  /// Says something that needs no answer.
-  void tell(const std::string& text);
 
   const project& shown_project() const { return p_; }
   const std::string& app() const { return app_; }  ///< the program folder
@@ -64,6 +66,7 @@ class main_window : public wxFrame {
   desktop& user_desktop() { return *user_desktop_; }
 
   // For the runner's screen.
+  void tell(const std::string& text);  ///< says something that needs no answer
   void let_commands(bool enabled);
   void let_timer(bool enabled);
 

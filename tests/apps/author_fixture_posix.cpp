@@ -38,6 +38,9 @@ AuthorProgram::AuthorProgram() {
            "while [ \"$1\" != -o ]; do shift; done\n"
            "echo image >\"$2\"\n"
            "echo ' 67.91% done, estimate finish Sat Nov 21 02:00:00 2026' >&2\n");
+  // So that none is told to be missing.
+  for (const char* const name : {"gm", "spumux", "mpeg2enc", "jpeg2yuv"})
+    add_tool(name, "");
   project_ = save(one_title(folder_));
 }
 

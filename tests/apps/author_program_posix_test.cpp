@@ -236,6 +236,25 @@ TEST_F(AuthorProgram, AToolThatTheProjectDoesNotNeedMayBeMissing) {
   EXPECT_EQ(run({project_, out()}), 0) << stderr_;
 }
 
+TEST_F(AuthorProgram, MissingToolsAreToldOnceAndBeforeAnythingElse) {
+  remove_tool("gm");
+  remove_tool("mpeg2enc");
+  remove_tool("jpeg2yuv");
+  EXPECT_EQ(run({project_, out()}), 0) << stderr_;
+  const std::string notice =
+      "Corvane runs tools that are not installed:\n\n"
+      "mpeg2enc, jpeg2yuv: package mjpegtools\n"
+      "gm: package graphicsmagick\n";
+  EXPECT_THAT(stderr_, HasSubstr(notice));
+  EXPECT_EQ(stderr_.find("Corvane runs tools"), stderr_.rfind("Corvane runs tools"));
+  EXPECT_LT(stderr_.find("Corvane runs tools"), stderr_.find("Process complete."));
+}
+
+TEST_F(AuthorProgram, NothingIsToldOfToolsWhenAllAreThere) {
+  EXPECT_EQ(run({project_, out()}), 0) << stderr_;
+  EXPECT_THAT(stderr_, Not(HasSubstr("not installed")));
+}
+
 TEST_F(AuthorProgram, PrepareWritesAndNamesTheFilesAndRunsNothing) {
   folder_.add("disc/VIDEO_TS/old.vob", "old");
   EXPECT_EQ(run({"--prepare", "--replace", project_, out()}), 0) << stderr_;

@@ -150,7 +150,9 @@ TEST_F(AuthorProgram, AToolThatFailsGivesStatusOne) {
 TEST_F(AuthorProgram, AToolThatIsNotThereGivesStatusThree) {
   fs::remove(path_of(folder_.path(in_program("bin\\dvdauthor.exe"))));
   EXPECT_EQ(run("\"film ü.cvp\" disc"), 3u);
-  EXPECT_THAT(stderr_, HasSubstr("dvdauthor is not installed."));
+  EXPECT_THAT(stderr_, HasSubstr("dvdauthor.exe: https://dvdauthor.sourceforge.net\n"));
+  EXPECT_THAT(stderr_, HasSubstr("dvdauthor.exe is not in the folder \"" +
+                                 folder_.path(in_program("bin")) + "\".  It comes from "));
   EXPECT_FALSE(file_exists(folder_.path(in_program("bin\\calls"))));
 }
 

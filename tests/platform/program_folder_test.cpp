@@ -16,12 +16,13 @@ namespace {
 using testing::HasSubstr;
 using testing_support::temporary_folder;
 
-TEST(ProgramFolder, EveryToolHasANameAndAPackage) {
+TEST(ProgramFolder, EveryToolHasANameAPackageAndAPage) {
   EXPECT_EQ(outside_tools().size(), 7u);
   for (const outside_tool& tool : outside_tools()) {
     EXPECT_FALSE(tool.name.empty());
     EXPECT_FALSE(tool.installed.empty()) << tool.name;
     EXPECT_FALSE(tool.package.empty()) << tool.name;
+    EXPECT_FALSE(tool.page.empty()) << tool.name;
   }
 }
 

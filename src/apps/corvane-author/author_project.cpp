@@ -10,6 +10,7 @@
 #include "platform/paths.h"
 #include "platform/process.h"
 #include "platform/program_folder.h"
+#include "project/missing_tools.h"
 #include "project/preferences.h"
 #include "project/project_file.h"
 
@@ -169,6 +170,7 @@ int author_project(const author_arguments& arguments, report& out) {
   memory_settings prefs;
   console_prompts ask(out, output);
   workbench w{p, ask, prefs};
+  tell_missing_tools(w, app);
   // Makes the lock's file: loading looks for any file in the program folder.
   folder_lock lock(app);
   if (!load(w, arguments, path))
