@@ -1,0 +1,82 @@
+#include "apps/program_windows.h"
+
+#include "platform/program_folder.h"
+#include "platform/wide_windows.h"
+
+namespace corvane::testing_support {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Inherited by the program; closed by us once it runs.
+HANDLE output_file(const std::string& path) {
+  SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
+  return ::CreateFileW(wide(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit, CREATE_ALWAYS,
+                       FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+std::string without_returns(std::string text) {
+  std::erase(text, '\r');
+  return text;
+}
+
+}  // namespace
+
+running_program::running_program(const program_start& start) {
+  STARTUPINFOW how{};
+  how.cb = sizeof how;
+  how.dwFlags = STARTF_USESTDHANDLES;
+  how.hStdOutput = output_file(said_.path("out"));
+  how.hStdError = output_file(said_.path("err"));
+  std::wstring line = wide("\"" + start.program + "\" " + start.arguments);
+  EXPECT_TRUE(::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE,
+                               CREATE_NEW_PROCESS_GROUP, nullptr, wide(start.folder).c_str(), &how,
+                               &info_))
+      << start.program << ": " << ::GetLastError();
+  ::CloseHandle(how.hStdOutput);
+  ::CloseHandle(how.hStdError);
+}
+
+running_program::~running_program() {
+  kill(1000);
+  ::WaitForSingleObject(info_.hProcess, 10'000);
+  ::CloseHandle(info_.hProcess);
+  ::CloseHandle(info_.hThread);
+}
+
+void running_program::press(DWORD key) const {
+  EXPECT_TRUE(::GenerateConsoleCtrlEvent(key, info_.dwProcessId)) << ::GetLastError();
+}
+
+DWORD running_program::wait() {
+  EXPECT_EQ(::WaitForSingleObject(info_.hProcess, 120'000), WAIT_OBJECT_0);
+  DWORD status = 0;
+  ::GetExitCodeProcess(info_.hProcess, &status);
+  out_ = without_returns(said_.read("out"));
+  err_ = without_returns(said_.read("err"));
+  return status;
+}
+
+DWORD run_program(const program_start& start, std::string* out, std::string* err) {
+  running_program program(start);
+  const DWORD status = program.wait();
+  if (out != nullptr)
+    *out = program.out();
+  if (err != nullptr)
+    *err = program.err();
+  return status;
+}
+
+void install_author(const std::string& folder, const std::string& stand_in) {
+  const fs::path built = path_of(own_executable()).parent_path();
+  const auto copy = [&](const std::string& program, const std::string& name) {
+    fs::copy_file(built / path_of(program), path_of(join_path(folder, name)));
+  };
+  make_folders(join_path(folder, "bin"));
+  copy("corvane-author.exe", "corvane-author.exe");
+  copy("conspawn.exe", "bin\\conspawn.exe");
+  for (const outside_tool& tool : outside_tools())
+    copy(stand_in, "bin\\" + tool.name + ".exe");
+}
+
+}  // namespace corvane::testing_support
