@@ -178,3 +178,19 @@ test_gm_names() {
   same_picture here.png there.png
   [ "$(find "$folder" -type f | wc -l)" = 2 ] || fail 'something is left beside the picture'
 }
+
+# More than the 260 characters that Windows once ended at.
+test_gm_long_names() {
+  part="long$(printf ' long%.0s' 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20)"
+  folder="$work/$part/$part/$part"
+  mkdir -p "$folder"
+  cp "$media/arrow.bmp" "$folder/"
+  wide=$(named "$folder")
+  [ "${#wide}" -gt 260 ] || fail 'the name is not long'
+  gm convert -size 720x480 null:#010101 here.png
+  gm composite -geometry +84+162 "$media/arrow.bmp" here.png here.png
+  under_wine gm convert -size 720x480 null:#010101 "$wide\\menu.png"
+  under_wine gm composite -geometry +84+162 "$wide\\arrow.bmp" "$wide\\menu.png" "$wide\\menu.png"
+  cp "$folder/menu.png" there.png
+  same_picture here.png there.png
+}

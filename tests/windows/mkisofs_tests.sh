@@ -95,3 +95,17 @@ test_mkisofs_refusals() {
   refused 'Z:\no\x.iso' "$(named "$work/disc")" 2 \
     "No such file or directory. Unable to open disc image file 'Z:\\no\\x.iso'."
 }
+
+# More than the 260 characters that Windows once ended at.
+test_mkisofs_long_names() {
+  make_disc
+  part="long$(printf ' long%.0s' 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20)"
+  folder="$work/$part/$part/$part"
+  mkdir -p "$folder"
+  mv disc "$folder/disc"
+  wide=$(named "$folder")
+  [ "${#wide}" -gt 260 ] || fail 'the name is not long'
+  under_wine mkisofs -dvd-video -V DVDVideo -udf -o "$wide\\disc.iso" "$wide\\disc" 2>there.log
+  isoinfo -i "$folder/disc.iso" -x '/VIDEO_TS/VTS_01_1.VOB;1' >back
+  cmp "$folder/disc/VIDEO_TS/VTS_01_1.VOB" back
+}

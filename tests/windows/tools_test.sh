@@ -390,6 +390,8 @@ test_long_names() {
 
 # shellcheck source=tests/windows/gm_tests.sh
 . "$here/tests/windows/gm_tests.sh"
+# shellcheck source=tests/windows/licence_tests.sh
+. "$here/tests/windows/licence_tests.sh"
 # shellcheck source=tests/windows/mkisofs_tests.sh
 . "$here/tests/windows/mkisofs_tests.sh"
 

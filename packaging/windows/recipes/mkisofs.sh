@@ -23,12 +23,13 @@ build() {
     stdio/fdown stdio/ffileread stdio/ffilewrite stdio/fgetline stdio/file_raise stdio/fileclose \
     stdio/filemopen stdio/fileopen stdio/filepos stdio/fileread stdio/fileseek stdio/filewrite \
     stdio/flag stdio/flush stdio/niread stdio/niwrite stdio/nixread stdio/nixwrite >>sources
-  printf '%s.c\n' elsewhere iconv no_jigdo >>sources
+  printf '%s.c\n' elsewhere folders iconv no_jigdo >>sources
   # A source this old: variables defined in many files, functions that nobody declared.
   # shellcheck disable=SC2016  # the inner shell's own $0
   xargs -a sources -P "$jobs" -n 1 sh -c '
-    case $0 in elsewhere.c | iconv.c | no_jigdo.c) dialect="-std=gnu11 -Wall -Wextra -Werror" ;;
-      *) dialect="-std=gnu89 -fcommon -w" ;;
+    case $0 in
+      */*) dialect="-std=gnu89 -fcommon -w" ;;
+      *) dialect="-std=gnu11 -Wall -Wextra -Werror" ;;
     esac
     $CC $CPPFLAGS $CFLAGS $dialect -D_FILE_OFFSET_BITS=64 -DHAVE_CONFIG_H -DUSE_LIBSCHILY \
       -DUSE_LARGEFILES -DUSE_ICONV -DABORT_DEEP_ISO_ONLY -DAPPLE_HYB -DUDF -DDVD_VIDEO -DSORTING -D_WIN \

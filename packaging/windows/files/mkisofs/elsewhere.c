@@ -17,14 +17,36 @@ static time_t seconds_of(FILETIME when) {
   return (time_t)(ticks / 10000000u) - 11644473600;
 }
 
-static int told_by_system(const char* name, BY_HANDLE_FILE_INFORMATION* told) {
-  const HANDLE file =
-      CreateFileA(name, FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                  NULL, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, NULL);
-  if (file == INVALID_HANDLE_VALUE) {
-    errno = GetLastError() == ERROR_ACCESS_DENIED ? EACCES : ENOENT;
-    return 0;
+/* The file or folder, for that kind of access; INVALID_HANDLE_VALUE and errno when it cannot be had. */
+static HANDLE opened(const char* name, DWORD access_wanted) {
+  /* The system's own conversion of a name may end at 260 characters. */
+  wchar_t wide[PATH_MAX];
+  if (MultiByteToWideChar(CP_UTF8, 0, name, -1, wide, PATH_MAX) == 0) {
+    errno = ENAMETOOLONG;
+    return INVALID_HANDLE_VALUE;
   }
+  const HANDLE file =
+      CreateFileW(wide, access_wanted, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, NULL,
+                  OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, NULL);
+  if (file == INVALID_HANDLE_VALUE) {
+    const DWORD error = GetLastError();
+    errno = error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION ? EACCES : ENOENT;
+  }
+  return file;
+}
+
+int file_access(const char* name) {
+  const HANDLE file = opened(name, GENERIC_READ);
+  if (file == INVALID_HANDLE_VALUE)
+    return -1;
+  CloseHandle(file);
+  return 0;
+}
+
+static int told_by_system(const char* name, BY_HANDLE_FILE_INFORMATION* told) {
+  const HANDLE file = opened(name, FILE_READ_ATTRIBUTES);
+  if (file == INVALID_HANDLE_VALUE)
+    return 0;
   const BOOL known = GetFileInformationByHandle(file, told);
   CloseHandle(file);
   if (!known)

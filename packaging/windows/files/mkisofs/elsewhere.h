@@ -3,9 +3,9 @@
 #ifndef ELSEWHERE_H
 #define ELSEWHERE_H
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <io.h>
+#include <limits.h>
 #include <stdint.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -40,6 +40,32 @@ int file_status(const char* name, struct file_status* status);
 #undef stat
 #define stat file_status
 #define lstat file_status
+
+/* 0 when the file or folder can be read, which is all that is asked; else -1 and errno. */
+int file_access(const char* name);
+#define access(name, mode) file_access(name)
+
+/* Folders, with names of any length and in UTF-8, which is up to three times as long. */
+#undef PATH_MAX
+#define PATH_MAX 4096
+#undef NAME_MAX
+#define NAME_MAX 1023
+#undef FILENAME_MAX
+#define FILENAME_MAX PATH_MAX
+
+struct folder_entry {
+  char d_name[NAME_MAX + 1];
+};
+struct folder;
+struct folder* open_folder(const char* name);
+struct folder_entry* read_folder(struct folder* from);
+int close_folder(struct folder* from);
+#define _DIRENT_H_
+#define DIR struct folder
+#define dirent folder_entry
+#define opendir open_folder
+#define readdir read_folder
+#define closedir close_folder
 
 /* The time, or $SOURCE_DATE_EPOCH, in seconds since 1970: what an image says it was made at. */
 time_t image_time(time_t* when);
