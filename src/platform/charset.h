@@ -8,14 +8,14 @@
 
 namespace corvane {
 
-/// What the system's converter makes of bytes in a character set.
+/// What the converter makes of bytes in a character set.
 struct decoded_bytes {
-  bool is_known = false;           ///< the system has the set; false: nothing can be said
+  bool is_known = false;           ///< it has the set; false: nothing can be said
   std::optional<std::size_t> bad;  ///< where the first bytes are that the set does not have
 };
 
-/// Decodes bytes in a character set named as iconv names it ("ISO-8859-2", "SHIFT_JIS"). On Windows
-/// no set is known: its converter has other tables than the one that subtitles are read with.
+/// Decodes bytes in a character set named as iconv names it ("ISO-8859-2", "SHIFT_JIS"), by the
+/// same tables that subtitles are read with on either system.
 decoded_bytes decode(std::string_view bytes, const std::string& charset);
 
 /// UTF-8 text in the system's own 8-bit set, for a program that reads its files so: on Windows the

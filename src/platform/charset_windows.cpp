@@ -26,10 +26,6 @@ bool is_ascii(std::string_view text) {
 
 }  // namespace
 
-decoded_bytes decode(std::string_view /*bytes*/, const std::string& /*charset*/) {
-  return {};
-}
-
 std::optional<std::string> in_system_charset(std::string_view text) {
   const UINT page = system_code_page();
   if (is_ascii(text) || page == CP_UTF8)

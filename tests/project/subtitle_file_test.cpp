@@ -102,7 +102,6 @@ TEST(SubtitleFile, NamedUtf8IsReadAsThatWhateverTheSet) {
   }
 }
 
-#ifndef _WIN32
 TEST(SubtitleFile, WithBytesThatItsSetDoesNotHaveIsRefusedWithTheLine) {
   EXPECT_EQ(why_not(head + "Caf\xE9\n", "UTF-8"),
             "its line 3 holds bytes that its character set, UTF-8, does not have");
@@ -115,7 +114,6 @@ TEST(SubtitleFile, InASetThatTheSystemDoesNotKnowIsLeftToSpumux) {
   EXPECT_EQ(why_not(head + "Caf\xE9\n", "KLINGON"), "");
   EXPECT_EQ(why_not(head + "Caf\xE9\n", ""), "");
 }
-#endif
 
 }  // namespace
 }  // namespace corvane
