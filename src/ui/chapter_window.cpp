@@ -6,6 +6,7 @@
 #include "ui/control_name.h"
 #include "ui/dialog_buttons.h"
 #include "ui/fixed_pitch.h"
+#include "ui/icons.h"
 #include "ui/layout.h"
 #include "ui/main_window.h"
 #include "ui/shown_text.h"
@@ -40,6 +41,7 @@ chapter_window::chapter_window(wxWindow* main, workbench& w, chapter model,
       model_(std::move(model)),
       closed_(std::move(closed)) {
   name_control(*this, "chapter");
+  SetIcons(program_icon());
   const int gap = FromDIP(layout::group_gap);
   auto* groups = new wxBoxSizer(wxVERTICAL);
   groups->Add(make_title(), wxSizerFlags().Expand());

@@ -35,6 +35,7 @@ language_window::language_window(wxWindow* main, language model, std::function<v
       model_(std::move(model)),
       closed_(std::move(closed)) {
   name_control(*this, "language");
+  SetIcons(program_icon());
   auto* groups = new wxBoxSizer(wxVERTICAL);
   groups->Add(make_tags(), wxSizerFlags(1).Expand());
   groups->Add(make_buttons(), wxSizerFlags().Right().Border(wxTOP, FromDIP(layout::group_gap)));

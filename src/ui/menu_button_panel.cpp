@@ -134,7 +134,9 @@ void menu_button_panel::add_size(wxGridBagSizer* grid, int row, const char* labe
   text->MoveBeforeInTabOrder(slides);
   grid->Add(text, wxGBPosition(row, 0), wxDefaultSpan, wxALIGN_CENTRE_VERTICAL);
   grid->Add(slides, wxGBPosition(row, 1), wxGBSpan(1, 2), wxEXPAND);
-  grid->Add(field, wxGBPosition(row, 3), wxDefaultSpan, wxEXPAND);
+  auto* middle = new wxBoxSizer(wxHORIZONTAL);  // a slider may be higher
+  middle->Add(field, wxSizerFlags(1).CentreVertical());
+  grid->Add(middle, wxGBPosition(row, 3), wxDefaultSpan, wxEXPAND);
 }
 
 void menu_button_panel::add_action(wxGridBagSizer* grid) {

@@ -3,6 +3,7 @@
 #include "menus/menu_picker.h"
 #include "ui/control_name.h"
 #include "ui/dialog_buttons.h"
+#include "ui/icons.h"
 #include "ui/layout.h"
 #include "ui/shown_text.h"
 
@@ -43,6 +44,7 @@ menuselect::menuselect(wxWindow* main, const menu_picker& picker)
                            shown_rows(picker.entries()),
                            wxLB_SINGLE | wxLB_HSCROLL | wxLB_NEEDED_SB)) {
   name_control(*this, "menuselect");
+  SetIcons(program_icon());
   name_control(*List1_, "List1");
   if (!List1_->IsEmpty())
     List1_->SetSelection(0);

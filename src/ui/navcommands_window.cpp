@@ -4,6 +4,7 @@
 #include "ui/control_name.h"
 #include "ui/dialog_buttons.h"
 #include "ui/fixed_pitch.h"
+#include "ui/icons.h"
 #include "ui/layout.h"
 #include "ui/shown_text.h"
 
@@ -44,6 +45,7 @@ navcommands_window::navcommands_window(wxWindow* main, navcommands model,
       model_(std::move(model)),
       closed_(std::move(closed)) {
   name_control(*this, "navcommands");
+  SetIcons(program_icon());
   auto* groups = new wxBoxSizer(wxVERTICAL);
   const wxSizerFlags below = wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::group_gap));
   groups->Add(make_titles(), wxSizerFlags(1).Expand());

@@ -3,6 +3,7 @@
 #include "ui/control_name.h"
 #include "ui/cue_preview.h"
 #include "ui/dialog_buttons.h"
+#include "ui/icons.h"
 #include "ui/labelled.h"
 #include "ui/layout.h"
 #include "ui/shown_text.h"
@@ -24,6 +25,7 @@ subtitles_window::subtitles_window(wxWindow* main, const std::string& app, Subti
       model_(std::move(model)),
       closed_(std::move(closed)) {
   name_control(*this, "Subtitles");
+  SetIcons(program_icon());
   auto* columns = new wxBoxSizer(wxHORIZONTAL);
   columns->Add(make_left(), wxSizerFlags().Expand());
   preview_ = new cue_preview(this, app, model_.fonts(), model_.video());
