@@ -25,18 +25,22 @@ both() {
   }
 }
 
+# A project's commands of gm for this machine and a shell, drawing into "here": `script_for_here PROJECT`.
+# A colour is quoted, since a shell would take "#010101" for a comment.
+script_for_here() {
+  grep 'gm\.exe"' "$here/tests/authoring/golden/linux/$1/process.bat" | tr -d '\r' |
+    sed -e 's|"[^"]*gm\.exe"|gm|' -e "s|\"/home/anna/.local/share/corvane|\"$work/here|g" \
+      -e "s|\"/media/play|\"$media/arrow|" -e "s|\"/media/pressed|\"$media/arrow-pressed|" \
+      -e "s|-fill \\([^ ]*\\)|-fill '\\1'|"
+}
+
 # All that the script of a project draws: `run_script PROJECT`. The commands are the scripts' own, for
 # either system; only the folders in them are others.
 run_script() {
   mkdir -p here there
   rm -f here/*.png there/*.png
-  golden=$here/tests/authoring/golden
-  # A colour is quoted, since a shell would take "#010101" for a comment.
-  grep 'gm\.exe"' "$golden/linux/$1/process.bat" | tr -d '\r' |
-    sed -e 's|"[^"]*gm\.exe"|gm|' -e "s|\"/home/anna/.local/share/corvane|\"$work/here|g" \
-      -e "s|\"/media/play|\"$media/arrow|" -e "s|\"/media/pressed|\"$media/arrow-pressed|" \
-      -e "s|-fill \\([^ ]*\\)|-fill '\\1'|" >here.sh
-  grep 'gm\.exe"' "$golden/windows/$1/process.bat" | tr -d '\r' | tr '\\' '/' |
+  script_for_here "$1" >here.sh
+  grep 'gm\.exe"' "$here/tests/authoring/golden/windows/$1/process.bat" | tr -d '\r' | tr '\\' '/' |
     sed -e 's|"[^"]*gm\.exe"|under_wine gm|' -e "s|\"C:/Program Files/Corvane|\"Z:$work/there|g" \
       -e "s|\"C:/media/play|\"Z:$media/arrow|" -e "s|\"C:/media/pressed|\"Z:$media/arrow-pressed|" \
       -e "s|-fill \\([^ ]*\\)|-fill '\\1'|" -e ':again' -e 's|\("Z:[^"]*\)/|\1\\|' -e 'tagain' >there.sh

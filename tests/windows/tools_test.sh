@@ -408,6 +408,8 @@ test_long_names() {
 . "$here/tests/windows/licence_tests.sh"
 # shellcheck source=tests/windows/mkisofs_tests.sh
 . "$here/tests/windows/mkisofs_tests.sh"
+# shellcheck source=tests/windows/script_tests.sh
+. "$here/tests/windows/script_tests.sh"
 
 if [ "${1:-}" = --prepare ]; then
   "$here/samples/make.sh"
