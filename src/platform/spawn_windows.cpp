@@ -154,8 +154,10 @@ handle start(const std::vector<std::string>& words, const standard_handles& file
   return handle(info.hProcess);
 }
 
-/// Statuses from here on are those of an exception that ended the program.
-constexpr DWORD first_exception = 0xC0000000;
+/// Statuses from here on are those of an exception that ended the program, but for the last ones:
+/// those are negative numbers that a program written for other systems gave, where a byte of them
+/// counts: -1 is 255.
+constexpr DWORD first_exception = 0xC0000000, first_negative = 0xFFFFFF00;
 
 program_end wait_for(const handle& process) {
   DWORD status = 0;
@@ -164,6 +166,8 @@ program_end wait_for(const handle& process) {
     return not_started(::GetLastError());
   if (status < first_exception)
     return {program_end::kind::exited, status, {}};
+  if (status >= first_negative)
+    return {program_end::kind::exited, status & 0xFF, {}};
   return {program_end::kind::by_exception, status,
           status == 0xC0000005 ? "access violation" : "it crashed"};
 }

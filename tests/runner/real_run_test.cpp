@@ -35,6 +35,12 @@ TEST(RealRun, Status1WithoutAWordIsFailure) {
             head + "\nERR:  mplex.exe ended with status 1\n" + tail);
 }
 
+TEST(RealRun, NegativeStatusIsItsLowestByteOnEverySystem) {
+  real_run run;
+  EXPECT_EQ(run.fails(run.tool("mkisofs") + " status -1\r\n"),
+            head + "\nERR:  mkisofs.exe ended with status 255\n" + tail);
+}
+
 TEST(RealRun, CrashIsFailure) {
   real_run run;
   const std::string log = run.fails(run.tool("spumux") + " print half crash\r\n");
