@@ -10,12 +10,16 @@
 # build/wine-utf8, a Windows whose own code pages are UTF-8: Wine's cmd.exe reads scripts in the
 # system's code page, where that of Windows takes the console's, which "chcp 65001" sets.
 #
-# Drive D: of either is an empty folder.
+# With CORVANE_WINE_DISPLAY=1 it is build/wine-display, where programs have the display of the caller:
+# Wine would give none to later programs of a folder whose first had none.
+#
+# Drive D: of each is an empty folder.
 set -eu
 
 repository=$(CDPATH='' cd -- "$(dirname -- "$0")/../.." && pwd)
 utf8=${CORVANE_WINE_UTF8:+-utf8}
-WINEPREFIX=${CORVANE_WINEPREFIX:-$repository/build/wine$utf8}
+display=${CORVANE_WINE_DISPLAY:+-display}
+WINEPREFIX=${CORVANE_WINEPREFIX:-$repository/build/wine$utf8$display}
 WINEDEBUG=-all
 WINEARCH=win64
 # No .NET, no HTML engine, no debugger that would ask, no desktop entries for installed programs.
@@ -23,7 +27,8 @@ WINEDLLOVERRIDES='mscoree,mshtml=;winedbg.exe=d;winemenubuilder.exe=d'
 # Wine takes the bytes of file names by the locale; without one it has no names but ASCII ones.
 LC_ALL=C.UTF-8
 export WINEPREFIX WINEDEBUG WINEARCH WINEDLLOVERRIDES LC_ALL
-unset DISPLAY WAYLAND_DISPLAY
+[ -n "$display" ] || unset DISPLAY
+unset WAYLAND_DISPLAY
 if [ -n "$utf8" ]; then
   # Of a country whose language no 8-bit code page can write, Wine takes UTF-8. The name is all it
   # looks at, so the C locale under that name will do.
@@ -42,13 +47,13 @@ prepare() {
   [ ! -e "$WINEPREFIX/.ready" ] || return 0
   mkdir -p "$WINEPREFIX/drive_d" "$WINEPREFIX/locale"
   ln -sfn /usr/lib/locale/C.utf8 "$WINEPREFIX/locale/hi_IN.UTF-8"
-  "$wine" wineboot -i >/dev/null 2>&1 </dev/null || {
+  DISPLAY='' "$wine" wineboot -i >/dev/null 2>&1 </dev/null || {
     echo "wine.sh: wineboot could not make $WINEPREFIX." >&2
     exit 1
   }
   ln -sfn ../drive_d "$WINEPREFIX/dosdevices/d:"
   # The programs are made for Windows 10 and later; Wine's own default is an older one.
-  "$wine" reg add 'HKCU\Software\Wine' /v Version /d win10 /f >/dev/null 2>&1 </dev/null
+  DISPLAY='' "$wine" reg add 'HKCU\Software\Wine' /v Version /d win10 /f >/dev/null 2>&1 </dev/null
   "$server" -w
   : >"$WINEPREFIX/.ready"
 }
