@@ -18,8 +18,9 @@ test_tools_are_told_of() {
     [ -n "$version" ] || fail "$recipe has no version"
     says "$told" "$version"
     says "$told" "licences\\$recipe"
-    [ "$(find "$("$recipes" --where "$recipe")/licences/$recipe" -type f -size +200c | wc -l)" -ge 1 ] ||
-      fail "$recipe has no licence"
+    licences=$("$recipes" --where "$recipe")/licences/$recipe
+    [ -s "$licences/copyright" ] || fail "$recipe has not what Debian tells of its authors"
+    [ "$(find "$licences" -type f -size +500c | wc -l)" -ge 2 ] || fail "$recipe has no licence"
     find "$folder" -name '*.orig.tar.*' | grep -q . || fail "$recipe has no source"
     [ -z "$(ls "$here/packaging/windows/patches/$recipe" 2>/dev/null)" ] || [ -d "$folder/patches" ] ||
       fail "$recipe's source has not our patches"

@@ -5,7 +5,7 @@ source=dvdauthor
 upstream=0.7.2
 pristine=yes
 needs='tool iconv png freetype fribidi libxml2'
-licences='COPYING'
+licences='COPYING /usr/share/doc/dvdauthor/copyright'
 
 # Where both programs are told what there is, and what the build machine makes of the grammar.
 prepare() {

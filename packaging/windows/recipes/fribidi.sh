@@ -1,7 +1,7 @@
 # FriBidi: spumux orders the letters of Arabic and Hebrew subtitles with it.
 source=fribidi
 upstream=1.0.8
-licences='COPYING'
+licences='COPYING debian/copyright'
 
 build() {
   ./configure --host=$host --prefix="$prefix" --disable-shared --enable-static \

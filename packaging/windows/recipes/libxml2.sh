@@ -2,7 +2,7 @@
 # itself, as it does UTF-16 and ISO-8859-1.
 source=libxml2
 upstream=2.9.14
-licences='Copyright'
+licences='Copyright debian/copyright'
 
 build() {
   # As upstream made them: after a patch to Makefile.am make would want the very automake of then.

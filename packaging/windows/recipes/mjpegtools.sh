@@ -4,7 +4,7 @@ source=mjpegtools
 upstream=2.1.0
 pristine=yes
 needs='tool jpeg'
-licences='COPYING'
+licences='COPYING /usr/share/doc/mjpegtools/copyright'
 
 # What the configure script cannot know.
 adjust() {
