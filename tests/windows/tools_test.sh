@@ -427,6 +427,6 @@ mkdir -p "$work"
 work=$(CDPATH='' cd -- "$work" && pwd)
 cd "$work"
 export VIDEO_FORMAT=NTSC
-trap '[ $? = 0 ] || tail -v -n 5 ./*log >&2' EXIT
+trap '[ $? = 0 ] || tail -v -n 5 ./*log >&2 2>/dev/null' EXIT
 "test_$1"
 echo "$1: passed"
