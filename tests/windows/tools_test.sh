@@ -3,8 +3,8 @@
 # command on the same files must leave the same bytes.
 #
 #   tests/windows/tools_test.sh TEST [FOLDER]      (default folder: build/windows/tools_test/TEST)
-#   tests/windows/tools_test.sh --prepare          makes what the tests need and is not there: the tools
-#                                                  and the sample media
+#   tests/windows/tools_test.sh --prepare          makes what the tests need and is not there: the tools,
+#                                                  the sample media and the programs of this machine
 #
 # The tools are those that packaging/windows/recipes.sh made, the media those of samples/make.sh.
 set -eu
@@ -410,11 +410,14 @@ test_long_names() {
 . "$here/tests/windows/mkisofs_tests.sh"
 # shellcheck source=tests/windows/script_tests.sh
 . "$here/tests/windows/script_tests.sh"
+# shellcheck source=tests/windows/sample_tests.sh
+. "$here/tests/windows/sample_tests.sh"
 
 if [ "${1:-}" = --prepare ]; then
   "$here/samples/make.sh"
   # shellcheck disable=SC2046  # a list of names
   "$recipes" $(awk '/^[^#]/ { print $2 }' "$here/packaging/windows/tools.txt" | sort -u)
+  prepare_programs
   exit 0
 fi
 case " $(sed -n 's/^test_\([a-z_0-9]*\)() {.*$/\1/p' "$here"/tests/windows/*_test*.sh | tr '\n' ' ') " in
