@@ -54,14 +54,14 @@ VIAddVersionKey LegalCopyright "(C) 2026 The Corvane developers, GNU GPL 2 or la
 !define MUI_UNICON "${ICON}"
 !define MUI_ABORTWARNING
 !define MUI_COMPONENTSPAGE_SMALLDESC
-!define MUI_FINISHPAGE_NOAUTOCLOSE
 !define MUI_FINISHPAGE_RUN
 !define MUI_FINISHPAGE_RUN_TEXT "Start Corvane"
 !define MUI_FINISHPAGE_RUN_FUNCTION StartProgram
 
 ; The licence grants rights and asks for no consent.
-!define MUI_LICENSEPAGE_TEXT_TOP "Corvane is free software.  You may use it for any purpose, and \
-    this is what you may do beyond that:"
+!define MUI_PAGE_HEADER_TEXT "Licence"
+!define MUI_PAGE_HEADER_SUBTEXT "Corvane is free software."
+!define MUI_LICENSEPAGE_TEXT_TOP "You may use it for any purpose.  What you may do beyond that:"
 !define MUI_LICENSEPAGE_TEXT_BOTTOM "Nothing has to be accepted in order to use the program."
 !define MUI_LICENSEPAGE_BUTTON "$(^NextBtn)"
 !insertmacro MUI_PAGE_LICENSE "${LICENCE}"
