@@ -5,6 +5,8 @@
 ;   KILOBYTES  what will be installed
 ;   FILES      a file of macros with the names of all that is installed and removed
 ;   ICON       corvane.ico
+;   SIDE       a picture of 164x314 for the last page
+;   LICENCE    the text of the first page
 ;   OUTPUT     the installer
 ;   TOOLS      defined when the outside tools are in it
 ;
@@ -52,6 +54,7 @@ VIAddVersionKey LegalCopyright "(C) 2026 The Corvane developers, GNU GPL 2 or la
 
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${SIDE}"
 !define MUI_ABORTWARNING
 !define MUI_COMPONENTSPAGE_SMALLDESC
 !define MUI_FINISHPAGE_RUN
@@ -226,6 +229,14 @@ Function .onInit
 FunctionEnd
 
 ; Uninstalling ------------------------------------------------------------------------------------
+
+; The folder is compared with what the entries say.
+Function un.onInit
+  StrCpy $0 "$INSTDIR" 1 -1
+  ${If} $0 == "\"
+    StrCpy $INSTDIR "$INSTDIR" -1
+  ${EndIf}
+FunctionEnd
 
 ; What the program writes into its folder, by name: anything else there is somebody's own.
 Function un.RemoveMade

@@ -136,12 +136,15 @@ write_macros() {
   printf '!macroend\n'
 }
 
-make_icon() {
+make_pictures() {
   for edge in 16 24 32 48 64 256; do
     rsvg-convert -w $edge -h $edge -o "$work/icon-$edge.png" "$repository/packaging/icons/corvane.svg"
   done
   icotool --create --output="$work/corvane.ico" "$work/icon-16.png" "$work/icon-24.png" \
     "$work/icon-32.png" "$work/icon-48.png" "$work/icon-64.png" --raw="$work/icon-256.png"
+  rsvg-convert -w 112 -h 112 -o "$work/icon-112.png" "$repository/packaging/icons/corvane.svg"
+  convert -size 164x314 'gradient:#dbe6f5-#ffffff' "$work/icon-112.png" -geometry +26+40 -composite \
+    "BMP3:$work/side.bmp"
 }
 
 # make_installer FILE KILOBYTES [-DNAME...]
@@ -150,7 +153,7 @@ make_installer() {
   kilobytes=$2
   shift 2
   makensis -V2 -WX "-DVERSION=$version" "-DNUMBERS=$version.0.0" "-DKILOBYTES=$kilobytes" \
-    "-DFILES=$work/files.nsh" "-DICON=$work/corvane.ico" "-DLICENCE=$work/COPYING.txt" \
+    "-DFILES=$work/files.nsh" "-DICON=$work/corvane.ico" "-DSIDE=$work/side.bmp" "-DLICENCE=$work/COPYING.txt" \
     "-DOUTPUT=$to.part" "$@" "$here/corvane.nsi" </dev/null >"$work/makensis.log" 2>&1 || {
     cat "$work/makensis.log" >&2
     fail "the installer could not be compiled."
@@ -207,7 +210,7 @@ if [ "$(cat "$packages/.key" 2>/dev/null)" != "$now" ] || [ ! -f "$full" ] || [ 
   echo "Packing Corvane $version for Windows"
   rm -f "$packages/.key"
   write_macros >"$work/files.nsh"
-  make_icon
+  make_pictures
   sed 's/$/\r/' "$repository/COPYING" >"$work/COPYING.txt"
   make_installer "$full" "$(sizes_of "$work/program" "$work/tools")" -DTOOLS
   make_installer "$bare" "$(sizes_of "$work/program")"

@@ -169,7 +169,11 @@ removes_itself_and_what_the_program_made() {
   done
   local menu
   menu=$(menu_folder)
-  uninstall
+  # From within its folder, as the file manager starts it.
+  cd "$folder"
+  wine uninstall.exe /S
+  cd /
+  for _ in $(seq 300); do [ -e "$folder/uninstall.exe" ] || break; sleep 0.1; done
   for _ in $(seq 50); do [ -e "$folder" ] || break; sleep 0.1; done
   [ ! -e "$folder" ] || fail "left: $(find "$folder")"
   expect_gone "$menu"
@@ -228,7 +232,8 @@ earlier_setup() {
   sed -e "/^!macro InstallProgram/a SetOutPath \"\$INSTDIR\"\\nFile \"$work/earlier/old.txt\"" \
     -e '/^!macro RemoveProgram/a Delete "$INSTDIR\\old.txt"' "$tree/pack/files.nsh" >"$work/files.nsh"
   makensis -V1 -DVERSION=0.9 -DNUMBERS=0.9.0.0 -DKILOBYTES=1 "-DFILES=$work/files.nsh" \
-    "-DICON=$tree/pack/corvane.ico" "-DLICENCE=$tree/pack/COPYING.txt" \
+    "-DICON=$tree/pack/corvane.ico" "-DSIDE=$tree/pack/side.bmp" \
+    "-DLICENCE=$tree/pack/COPYING.txt" \
     "-DOUTPUT=$work/earlier/setup.exe" "$@" "$repository/packaging/windows/corvane.nsi" >&2
   echo "$work/earlier/setup.exe"
 }
