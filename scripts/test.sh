@@ -35,8 +35,7 @@ build() {
 build debug -DCORVANE_UI=ON -DCORVANE_DISC_TESTS=ON
 build sanitize
 build fuzz
-build windows
-./packaging/windows/pack.sh
+./scripts/build-windows.sh --without-tests
 
 # One CTest run over all trees, so that there is one closing line. The names of the other trees'
 # tests begin with "sanitize.", "wine." and "fuzz.".
