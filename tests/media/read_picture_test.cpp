@@ -154,6 +154,7 @@ TEST_F(ReadPicture, EveryWidthKeepsItsLastColumn) {
   }
 }
 
+#ifndef _WIN32  // FFmpeg's program, which tells what is right, is this machine's
 TEST_F(ReadPicture, Jpeg) {
   const auto p = read_picture(media_test::stream("foreign/picture.jpg"));
   ASSERT_TRUE(p) << p.error;
@@ -162,6 +163,7 @@ TEST_F(ReadPicture, Jpeg) {
   ASSERT_EQ(expected.size(), 1u);
   EXPECT_TRUE(media_test::same(*p, expected[0]));
 }
+#endif
 
 TEST_F(ReadPicture, PicturesTooLargeForAButtonStillHaveTheirSize) {
   const bitmap b{5000, 3000, 4, run_length_4, {red}, "\0\1"s};

@@ -210,6 +210,7 @@ TEST(VideoFile, StepsByGroups) {
   EXPECT_EQ(video->first_of_gop(-1), 0);
 }
 
+#ifndef _WIN32  // FFmpeg's program, which tells what is right, is this machine's
 TEST(VideoFile, FieldPicturesMakeOnePictureOfAlternatingRows) {
   using kind = picture_extension::structure_kind;
   const temporary_folder folder;
@@ -236,6 +237,7 @@ TEST(VideoFile, FieldPicturesMakeOnePictureOfAlternatingRows) {
     EXPECT_TRUE(media_test::same(*p, expected[static_cast<std::size_t>(n)])) << n;
   }
 }
+#endif
 
 TEST(VideoFile, PicturesOfChangingSizeComeInTheirOwn) {
   const temporary_folder folder;

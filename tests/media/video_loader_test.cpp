@@ -13,6 +13,7 @@ using media_test::pictures_by_ffmpeg;
 using media_test::same;
 using media_test::stream;
 
+#ifndef _WIN32  // FFmpeg's program, which tells what is right, is this machine's
 TEST(VideoLoader, GivesTheFirstPictureAndKnowsAllAfterTheLastSlice) {
   video_loader loader;
   const auto first = loader.open(stream("closed.m2v"));
@@ -29,6 +30,7 @@ TEST(VideoLoader, GivesTheFirstPictureAndKnowsAllAfterTheLastSlice) {
   loader.scan();  // nothing more to do
   EXPECT_EQ(loader.video()->pictures(), 70);
 }
+#endif
 
 TEST(VideoLoader, FileThatCannotBeShownLeavesNoVideo) {
   const testing_support::temporary_folder folder;
