@@ -127,6 +127,13 @@ bool windows_forbids(std::string_view native) {
   return behind_drive.find_first_of(":*?>") != std::string_view::npos;
 }
 
+// The longest path that a run makes in a folder.
+refusal why_too_long_in(const std::string& folder, const char* inner, const char* name,
+                        path_style style) {
+  const refusal why = why_too_long(join_path(join_path(folder, inner, style), name, style), style);
+  return why ? refusal("the path of " + std::string(name) + " in it " + *why) : std::nullopt;
+}
+
 refusal why_not_path(const places& where) {
   const std::string folder = "The output folder " + shown_quoted(where.out);
   if (where.out.empty() || is_bare_drive(where))
@@ -136,6 +143,11 @@ refusal why_not_path(const places& where) {
   if (where.style == path_style::windows && windows_forbids(where.out))
     return folder + " cannot be used: it contains a character that is not allowed in names." +
            advice;
+  if (const refusal why = why_too_long_in(where.out, "VIDEO_TS", "VTS_01_0.IFO", where.style))
+    return folder + " cannot be used: " + *why + "." + advice;
+  if (const refusal why = why_too_long_in(where.app, "bin", "dvdauthor.exe", where.style))
+    return "The program folder " + shown_quoted(where.app) + " cannot be used: " + *why +
+           ".  Please let the program work in another folder.";
   if (const refusal why = why_not_usable_path(where.app, where.style))
     return "The program folder " + shown_quoted(where.app) + " cannot be used: it " + *why +
            ".  Please let the program work in another folder.";

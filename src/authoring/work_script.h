@@ -8,7 +8,10 @@
 
 namespace corvane {
 
-/// The whole text, every line ended by CR LF. An honest batch file: conspawn and cmd.exe run it.
+/// The whole text, every line ended by CR LF. An honest batch file: conspawn and cmd.exe run it. It
+/// is UTF-8, and cmd.exe reads it in its console's code page: when names hold other letters than
+/// ASCII's, "chcp 65001" has to be said there first. Names with "%" and lines of more than 8191
+/// characters are for conspawn alone.
 std::string work_script(const project& p, const places& where);
 
 /// A path as mplex's -o takes it: that option is a printf pattern, so "%" is doubled.

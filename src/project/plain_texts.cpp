@@ -1,5 +1,6 @@
 #include "project/plain_texts.h"
 
+#include "platform/long_paths.h"
 #include "platform/utf8.h"
 #include "project/messages.h"
 #include "project/text.h"
@@ -17,6 +18,15 @@ std::string shown_quoted(std::string_view text) {
   return "\"" + shown_short(text, 200) + "\"";
 }
 
+refusal why_too_long(std::string_view native, path_style style) {
+  const auto most = style == native_style() ? longest_path() : std::nullopt;
+  const std::size_t length = windows_length(native);
+  if (!most || length <= *most)
+    return std::nullopt;
+  return "has " + std::to_string(length) + " characters, but this Windows takes " +
+         std::to_string(*most) + " (long paths are not enabled in it)";
+}
+
 refusal why_not_usable_path(std::string_view native, path_style style) {
   if (native.empty())
     return "is empty";
@@ -24,7 +34,7 @@ refusal why_not_usable_path(std::string_view native, path_style style) {
     return why;
   if (!is_absolute(native, style))
     return "is not a full path";
-  return std::nullopt;
+  return why_too_long(native, style);
 }
 
 refusal why_not_plain_text(std::string_view text) {

@@ -15,6 +15,9 @@ using refusal = std::optional<std::string>;
 /// Any text as a message can show it, in double quotes: what cannot be shown as "?", long ones cut.
 std::string shown_quoted(std::string_view text);
 
+/// Why a native path is more than Windows takes, as a clause ("has 271 characters, but ...").
+refusal why_too_long(std::string_view native, path_style style);
+
 /// Why a native path cannot go into script and XML, as a clause ("is not a full path").
 refusal why_not_usable_path(std::string_view native, path_style style);
 
