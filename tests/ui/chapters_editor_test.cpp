@@ -579,7 +579,7 @@ TEST_F(chapters_editor, list_keeps_the_keys_of_a_user_who_works_with_it_meanwhil
   start();
   click_row(1, editor);
   ASSERT_FALSE(is_enabled("play"));
-  ASSERT_TRUE(wait_until([] { return control("play", editor)->IsEnabled(); }, 60));
+  ASSERT_TRUE(wait_until([] { return control("play", editor)->IsEnabled(); }, 120));
   EXPECT_TRUE(ask_ui([] { return control("List1", editor)->HasFocus(); }));
   leave_all();
 }

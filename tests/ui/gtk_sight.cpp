@@ -152,6 +152,15 @@ std::optional<seen_dialog> look_at_dialog() {
   return seen;
 }
 
+bool dialog_has_the_keys() {
+  GtkWindow* window = dialog_on_top();
+  return window != nullptr && gtk_window_has_toplevel_focus(window) != FALSE;
+}
+
+void take_from_display() {
+  gdk_display_sync(gdk_display_get_default());
+}
+
 int list_row_height(const wxWindow& list) {
   int height = 24;
   walk(list.GetHandle(), [&](GtkWidget* widget) {

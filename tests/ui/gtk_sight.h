@@ -22,6 +22,13 @@ std::optional<wxPoint> find_tool_arrow(const std::string& caption);
 /// The dialog on top.
 std::optional<seen_dialog> look_at_dialog();
 
+/// Whether the dialog on top has the keyboard.
+bool dialog_has_the_keys();
+
+/// Takes from the display's connection whatever the display has sent so far; the main loop then
+/// deals with it before anything that is called after.
+void take_from_display();
+
 /// Height of a row of a list box.
 int list_row_height(const wxWindow& list);
 

@@ -205,6 +205,7 @@ TEST_F(language_dialog, all_of_it_goes_with_the_keys_alone) {
   press("ctrl+g");
   ASSERT_TRUE(window_comes(dialog));
   press("alt+a");
+  EXPECT_TRUE(language_becomes("ENGLISH EN"));
   press("alt+l");
   EXPECT_TRUE(has_focus("Combo1"));
   type_text("swe");

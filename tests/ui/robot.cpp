@@ -1,5 +1,6 @@
 #include "ui/robot.h"
 
+#include "ui/display_order.h"
 #include "ui/gtk_sight.h"
 #include "ui/shown_text.h"
 
@@ -8,6 +9,7 @@
 #include <wx/clipbrd.h>
 #include <wx/dataobj.h>
 #include <wx/listbox.h>
+#include <wx/toplevel.h>
 #include <wx/window.h>
 
 #include <algorithm>
@@ -34,8 +36,30 @@ void xdotool(const std::string& arguments) {
   ASSERT_EQ(std::system(command.c_str()), 0) << command;
 }
 
+/// Returns when the windows have dealt with what the pointer and the keys did: the window manager
+/// passed it on, the toolkit took it from the display and drew what came of it.
+void let_it_happen() {
+  wait_for_window_manager();
+  on_ui([] { take_from_display(); });
+  on_ui([] {});                              // after the events taken
+  pause_for(std::chrono::milliseconds(20));  // one picture of the toolkit's clock, and a bit
+  on_ui([] {});
+}
+
 std::string at(wxPoint p) {
   return std::to_string(p.x) + " " + std::to_string(p.y);
+}
+
+/// Two clicks at one place are a double click to the toolkit unless this much time is between them.
+void keep_from_double_click(wxPoint screen) {
+  using std::chrono::steady_clock;
+  static wxPoint last;
+  static steady_clock::time_point free_from;
+  const wxPoint moved = screen - last;
+  if (std::abs(moved.x) <= 5 && std::abs(moved.y) <= 5)
+    std::this_thread::sleep_until(free_from);
+  last = screen;
+  free_from = steady_clock::now() + std::chrono::milliseconds(420);
 }
 
 /// Waits until something has stood at one place of the screen for a moment (a window manager moves
@@ -63,7 +87,7 @@ bool wait_for_dialog(const std::string& title) {
     return dialog && dialog->title == title;
   });
   EXPECT_TRUE(seen) << "no dialog \"" << title << '"';
-  pause_for(std::chrono::milliseconds(200));  // until the window manager has given it the keys
+  wait_until(dialog_has_the_keys, 1);
   return seen;
 }
 
@@ -119,7 +143,7 @@ bool wait_until(const std::function<bool()>& condition, double seconds) {
       return true;
     if (std::chrono::steady_clock::now() > end)
       return false;
-    pause_for(std::chrono::milliseconds(25));
+    pause_for(std::chrono::milliseconds(15));
   }
 }
 
@@ -128,41 +152,48 @@ void hover_at(wxPoint screen) {
 }
 
 void click_at(wxPoint screen) {
+  keep_from_double_click(screen);
   xdotool("mousemove " + at(screen));
-  pause_for(std::chrono::milliseconds(60));
-  xdotool("click 1");
-  pause_for(std::chrono::milliseconds(120));
+  let_it_happen();
+  xdotool("mousedown 1 mouseup 1");
+  let_it_happen();
 }
 
 void double_click_at(wxPoint screen) {
+  keep_from_double_click(screen);
   xdotool("mousemove " + at(screen));
-  pause_for(std::chrono::milliseconds(60));
+  let_it_happen();
   xdotool("click --repeat 2 --delay 60 1");
-  pause_for(std::chrono::milliseconds(120));
+  let_it_happen();
 }
 
 void drag(wxPoint from, wxPoint to) {
   constexpr int steps = 5;
+  keep_from_double_click(from);
   xdotool("mousemove " + at(from));
-  pause_for(std::chrono::milliseconds(60));
+  let_it_happen();
   xdotool("mousedown 1");
   for (int step = 1; step <= steps; ++step) {
     pause_for(std::chrono::milliseconds(20));
     xdotool("mousemove " + at(from + (to - from) * step / steps));
   }
-  pause_for(std::chrono::milliseconds(60));
+  let_it_happen();
   xdotool("mouseup 1");
-  pause_for(std::chrono::milliseconds(120));
+  let_it_happen();
 }
 
 void press(const std::string& keys) {
   xdotool("key --clearmodifiers " + quoted(keys));
-  pause_for(std::chrono::milliseconds(120));
+  // The toolkit shows a button pressed for a quarter of a second before it does what a key of its
+  // label asks for, and has the keyboard meanwhile.
+  if (keys.rfind("alt+", 0) == 0)
+    pause_for(std::chrono::milliseconds(260));
+  let_it_happen();
 }
 
 void type_text(const std::string& text) {
   xdotool("type --clearmodifiers --delay 8 -- " + quoted(text));
-  pause_for(std::chrono::milliseconds(120));
+  let_it_happen();
 }
 
 wxWindow* control(const std::string& name, const std::string& window) {
@@ -202,7 +233,14 @@ bool window_comes(const std::string& name) {
     const wxWindow* window = wxWindow::FindWindowByName(name);
     return window != nullptr && window->IsShownOnScreen();
   });
-  pause_for(std::chrono::milliseconds(200));  // until the window manager has given it the keys
+  let_it_happen();
+  // Not every window gets the keys, and the window manager gives them after it has shown it.
+  wait_until(
+      [&] {
+        auto* window = dynamic_cast<wxTopLevelWindow*>(wxWindow::FindWindowByName(name));
+        return window == nullptr || window->IsActive();
+      },
+      0.2);
   return seen;
 }
 
@@ -254,7 +292,6 @@ seen_dialog answer_message(const std::string& text, const std::string& button) {
                     << (seen ? "\"" + seen->text + "\" " + seen->title : std::string("none"));
   if (!came)
     return seen.value_or(seen_dialog());
-  pause_for(std::chrono::milliseconds(100));
   click_at(middle_of(button, label_place::button));
   EXPECT_TRUE(wait_until([&] {
     const auto now = look_at_dialog();

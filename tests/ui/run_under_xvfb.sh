@@ -25,9 +25,10 @@ finish() {
 trap finish EXIT
 trap 'exit 130' INT TERM
 
-# With -displayfd the server picks a free number and tells it when it is ready.
+# With -displayfd the server picks a free number and tells it when it is ready; with -r it repeats no
+# key that is held, as the keys of a robot on a busy machine are.
 mkfifo "$work/display"
-Xvfb -displayfd 3 -screen 0 "${CORVANE_TEST_SCREEN:-1280x1024x24}" -nolisten tcp -noreset \
+Xvfb -r -displayfd 3 -screen 0 "${CORVANE_TEST_SCREEN:-1280x1024x24}" -nolisten tcp -noreset \
   3>"$work/display" >"$work/xvfb.log" 2>&1 &
 xvfb=$!
 number=$(timeout 20 head -n 1 "$work/display")

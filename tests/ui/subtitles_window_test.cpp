@@ -569,6 +569,7 @@ TEST_F(subtitles_preview, first_cue_stands_over_the_picture_of_its_time) {
 TEST_F(subtitles_preview, follows_the_alignment) {
   load(previewed(two_cues));
   open();
+  EXPECT_TRUE(note_becomes("0:00:00.500 - 0:00:01.500")) << note() << reason();
   const wxImage video = video_at(0.5);
   ASSERT_TRUE(wait_until([&] { return difference(view().shown_picture(), video).y > 320; }));
   pick("valign", "top", "top");

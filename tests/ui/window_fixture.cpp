@@ -14,23 +14,27 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <thread>
+#include <unistd.h>
 
 namespace corvane::testing_support {
 namespace {
 
-/// Media that all tests of this program share.
-const temporary_folder& media() {
-  static const temporary_folder folder;
-  return folder;
-}
-
+/// Media that all window tests share stand beside the programs and are made once, by the test that
+/// is first: it moves them there when they are whole, since others may run at the same time.
 std::string made(const std::string& name, const std::string& ffmpeg_arguments) {
-  const std::string path = media().path(name);
+  const std::filesystem::path folder = path_of(own_executable()).parent_path() /
+                                       "window-test-media" /
+                                       std::to_string(std::hash<std::string>()(ffmpeg_arguments));
+  const std::string path = text_of(folder / name);
   if (!file_exists(path)) {
+    std::filesystem::create_directories(folder);
+    const std::string begun = text_of(folder / (std::to_string(getpid()) + "-" + name));
     const std::string command =
-        "ffmpeg -v error -nostdin " + ffmpeg_arguments + " '" + path + "' </dev/null";
+        "ffmpeg -v error -nostdin " + ffmpeg_arguments + " '" + begun + "' </dev/null";
     EXPECT_EQ(std::system(command.c_str()), 0) << command;
+    std::filesystem::rename(path_of(begun), path_of(path));
   }
   return path;
 }
