@@ -2,6 +2,7 @@
 #include "tools/still_video.h"
 
 #include "platform/program_folder.h"
+#include "project/missing_tools.h"
 #include "support/command_test.h"
 #include "support/recorded_start.h"
 
@@ -287,9 +288,8 @@ TEST_F(StillVideo, ThePictureItselfIsNeverTheOutput) {
 TEST_F(StillVideo, MissingToolsAreToldBeforeAnythingIsAsked) {
   std::filesystem::remove(path_of(folder.path("app/bin/jpeg2yuv.exe")));
   std::filesystem::remove(path_of(folder.path("app/bin/mpeg2enc.exe")));
-  expect_error(
-      "jpeg2yuv is not installed.  It comes with the package mjpegtools.\n"
-      "mpeg2enc is not installed.  It comes with the package mjpegtools.");
+  // In the words of the system.
+  expect_error(missing_tools(app, {"jpeg2yuv", "mpeg2enc"}));
   EXPECT_EQ(still_command(w, e), still_result::tool_missing);
 }
 
