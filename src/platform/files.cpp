@@ -2,9 +2,6 @@
 
 #include "platform/durable_write.h"
 
-#include <algorithm>
-#include <array>
-#include <cstdio>
 #include <fstream>
 #include <system_error>
 
@@ -38,17 +35,6 @@ std::optional<std::uintmax_t> file_size(std::string_view native) {
   if (error)
     return std::nullopt;
   return size;
-}
-
-bool current_folder_holds_a_file() {
-  std::error_code error;
-  for (fs::directory_iterator entry(fs::path("."), error), end; !error && entry != end;
-       entry.increment(error)) {
-    std::error_code ignored;
-    if (entry->is_regular_file(ignored))
-      return true;
-  }
-  return false;
 }
 
 result<std::string> first_bytes(std::string_view native, std::size_t count) {
@@ -103,44 +89,12 @@ failure write_file(std::string_view native, std::string_view text) {
   return std::nullopt;
 }
 
-std::vector<std::string> files_in(std::string_view native_folder) {
-  std::vector<std::string> names;
-  std::error_code error;
-  for (fs::directory_iterator entry(path_of(native_folder), error), end; !error && entry != end;
-       entry.increment(error)) {
-    std::error_code ignored;
-    if (!entry->is_directory(ignored))
-      names.push_back(text_of(entry->path().filename()));
-  }
-  std::sort(names.begin(), names.end());
-  return names;
-}
-
-failure remove_all(std::string_view native) {
-  std::error_code error;
-  fs::remove_all(path_of(native), error);
-  if (error)
-    return error.message();
-  return std::nullopt;
-}
-
 failure make_folders(std::string_view native) {
   std::error_code error;
   fs::create_directories(path_of(native), error);
   if (error)
     return error.message();
   return std::nullopt;
-}
-
-std::string absolute_path(std::string_view native) {
-  std::error_code error;
-  fs::path path = fs::absolute(path_of(native), error);
-  if (error)
-    return std::string(native);
-  path = path.lexically_normal();
-  if (!path.has_filename() && path != path.root_path())
-    path = path.parent_path();
-  return text_of(path);
 }
 
 bool same_place(std::string_view a, std::string_view b) {

@@ -25,8 +25,7 @@ bool run(const corvane::invocation& own) {
     corvane::write_output("\nERR:  conspawn needs its own path and one script\n");
     return false;
   }
-  const std::string folder =
-      corvane::text_of(std::filesystem::absolute(program).parent_path().lexically_normal());
+  const std::string folder = corvane::absolute_path(corvane::text_of(program.parent_path()));
   const corvane::result<std::string> script = corvane::read_file(own.arguments[0], largest_script);
   if (!script) {
     corvane::write_output("\nERR:  the work script cannot be read: " + script.error + "\n");
