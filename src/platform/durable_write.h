@@ -16,7 +16,8 @@ std::filesystem::path unused_name_beside(const std::filesystem::path& target);
 failure write_durably(const std::filesystem::path& path, std::string_view text);
 
 /// Renames `from` over `to`, replacing it in one step; keeps `to`'s access rights where there was
-/// such a file.
+/// such a file (on Windows it has those that its folder gives). What another program has open is
+/// tried again for half a second there.
 failure replace_durably(const std::filesystem::path& from, const std::filesystem::path& to);
 
 }  // namespace corvane

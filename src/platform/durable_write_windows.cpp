@@ -8,8 +8,25 @@
 namespace corvane {
 namespace {
 
+std::string message_of(DWORD error) {
+  return std::system_category().message(static_cast<int>(error));
+}
+
 std::string last_error() {
-  return std::system_category().message(static_cast<int>(::GetLastError()));
+  return message_of(::GetLastError());
+}
+
+/// Virus scanners and the search index open files that were just written, for a moment each.
+constexpr int tries = 10;
+constexpr DWORD pause = 50;  // ms
+
+/// Whether another program may have a file open that stands in the way. The system calls it a
+/// sharing violation or a denied access, according to the program.
+bool may_pass(DWORD error, const std::filesystem::path& target) {
+  if (error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION)
+    return true;
+  return error == ERROR_ACCESS_DENIED &&
+         ::GetFileAttributesW(target.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
 }  // namespace
@@ -41,10 +58,19 @@ failure write_durably(const std::filesystem::path& path, std::string_view text) 
 }
 
 failure replace_durably(const std::filesystem::path& from, const std::filesystem::path& to) {
-  if (::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) ==
-      0)
-    return last_error();
-  return std::nullopt;
+  // Not every system keeps a file from being replaced because it is marked so.
+  const DWORD kind = ::GetFileAttributesW(to.c_str());
+  if (kind != INVALID_FILE_ATTRIBUTES && (kind & FILE_ATTRIBUTE_READONLY) != 0)
+    return "the file is read-only";
+  for (int left = tries;; --left) {
+    if (::MoveFileExW(from.c_str(), to.c_str(),
+                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0)
+      return std::nullopt;
+    const DWORD error = ::GetLastError();
+    if (left == 1 || !may_pass(error, to))
+      return message_of(error);
+    ::Sleep(pause);
+  }
 }
 
 }  // namespace corvane

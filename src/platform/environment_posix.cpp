@@ -27,4 +27,11 @@ std::vector<std::string> utf8_arguments(int argc, char** argv) {
   return arguments;
 }
 
+std::string argument_text(int argc, char** argv) {
+  std::string text;
+  for (int i = 1; i < argc; ++i)
+    text += (i == 1 ? "" : " ") + std::string(argv[i]);
+  return text;
+}
+
 }  // namespace corvane

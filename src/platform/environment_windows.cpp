@@ -41,4 +41,8 @@ std::vector<std::string> utf8_arguments(int, char**) {
   return arguments;
 }
 
+std::string argument_text(int, char**) {
+  return std::string(after_program(narrow(::GetCommandLineW())));
+}
+
 }  // namespace corvane

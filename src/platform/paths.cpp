@@ -11,6 +11,34 @@ bool is_ascii_letter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
+/// Windows takes these names for devices, in every folder and with any extension.
+bool names_device(std::string_view name) {
+  std::string stem(name.substr(0, name.find('.')));
+  while (stem.ends_with(' '))
+    stem.pop_back();
+  for (char& c : stem)
+    if (is_ascii_letter(c))
+      c = static_cast<char>(c & ~0x20);
+  if (stem == "CON" || stem == "PRN" || stem == "AUX" || stem == "NUL")
+    return true;
+  return stem.size() == 4 && (stem.starts_with("COM") || stem.starts_with("LPT")) &&
+         stem[3] >= '1' && stem[3] <= '9';
+}
+
+/// As a clause; nothing when no folder and no file on the path has such a name.
+std::optional<std::string> why_device(std::string_view path) {
+  // "\\.\CON" is what the system makes of "C:\films\con" itself.
+  if (path.starts_with("\\\\.\\"))
+    return "is that of a device";
+  while (!path.empty()) {
+    const std::string_view name = path.substr(0, path.find('\\'));
+    if (names_device(name))
+      return "has \"" + std::string(name) + "\" in it, which Windows takes for a device";
+    path.remove_prefix(std::min(path.size(), name.size() + 1));
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 char separator(path_style style) {
@@ -81,6 +109,8 @@ std::optional<std::string> why_not_storable(std::string_view native, path_style 
     if (style == path_style::windows && c == '/')
       return "contains a slash (/)";
   }
+  if (style == path_style::windows)
+    return why_device(native);
   return std::nullopt;
 }
 

@@ -107,6 +107,7 @@ class windows_launcher : public process_launcher {
       r.error = ::GetLastError();
       return r;
     }
+    ::SetHandleInformation(read_end, HANDLE_FLAG_INHERIT, 0);
     STARTUPINFOA how{};
     how.cb = sizeof how;
     how.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;

@@ -21,4 +21,16 @@ std::string tool_path(const std::string& folder, const std::string& name) {
   return join_path(join_path(folder, "bin"), name + ".exe");
 }
 
+std::string_view after_program(std::string_view command_line) {
+  const bool in_quotes = command_line.starts_with('"');
+  const auto end = command_line.find_first_of(in_quotes ? "\"" : " \t", 1);
+  if (end == std::string_view::npos)
+    return {};
+  command_line.remove_prefix(end + 1);
+  const auto first = command_line.find_first_not_of(" \t");
+  if (first == std::string_view::npos)
+    return {};
+  return command_line.substr(first, command_line.find_last_not_of(" \t") + 1 - first);
+}
+
 }  // namespace corvane

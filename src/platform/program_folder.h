@@ -9,6 +9,7 @@
 #include "platform/result.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace corvane {
@@ -28,8 +29,8 @@ const std::vector<outside_tool>& outside_tools();
 std::string program_folder();
 
 /// Makes the folder, its bin with the links (Linux), and makes it the current folder. A link in bin
-/// that leads elsewhere or nowhere is set anew; a real file there is left alone. Paths from the
-/// command line must have been made absolute before.
+/// that leads elsewhere or nowhere is set anew; a real file there is left alone. Fails also where
+/// nothing can be written into it. Paths from the command line must have been made absolute before.
 failure enter_program_folder(const std::string& folder);
 
 /// Path of a tool in the folder's bin: join of folder, "bin", name + ".exe".
@@ -47,5 +48,12 @@ void set_environment(const std::string& name, const std::string& value);
 /// The process's arguments as UTF-8, without the program's name. On Windows read from the system,
 /// whatever main was given.
 std::vector<std::string> utf8_arguments(int argc, char** argv);
+
+/// The same as one text: on Windows as it was written, all blanks and double quotes included (the
+/// association's command has no quotes around the path), elsewhere with one blank between two.
+std::string argument_text(int argc, char** argv);
+
+/// What stands after the program's name in a command line of Windows.
+std::string_view after_program(std::string_view command_line);
 
 }  // namespace corvane

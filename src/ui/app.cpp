@@ -3,7 +3,6 @@
 #include "platform/files.h"
 #include "platform/program_folder.h"
 #include "project/project_file.h"
-#include "project/text.h"
 #include "ui/main_window.h"
 #include "ui/message_pictures.h"
 
@@ -21,10 +20,10 @@ main_window* start_main_window(const std::string& project) {
   return window;
 }
 
-corvane_app::corvane_app(std::vector<std::string> arguments) : arguments_(std::move(arguments)) {}
+corvane_app::corvane_app(std::string arguments) : arguments_(std::move(arguments)) {}
 
 std::string corvane_app::project_argument() const {
-  const std::string path = path_from_command_line(join(arguments_, " "));
+  const std::string path = path_from_command_line(arguments_);
   return path.empty() ? path : absolute_path(path);
 }
 

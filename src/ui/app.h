@@ -4,7 +4,6 @@
 #include <wx/app.h>
 
 #include <string>
-#include <vector>
 
 namespace corvane {
 
@@ -12,8 +11,8 @@ class main_window;
 
 class corvane_app : public wxApp {
  public:
-  /// The program's arguments (UTF-8), its name not among them.
-  explicit corvane_app(std::vector<std::string> arguments);
+  /// The program's arguments as one text (UTF-8), its name not among them.
+  explicit corvane_app(std::string arguments);
 
   bool OnInit() override;
 
@@ -25,7 +24,7 @@ class corvane_app : public wxApp {
   /// The command line as one native path, absolute; empty when there is none.
   std::string project_argument() const;
 
-  std::vector<std::string> arguments_;
+  std::string arguments_;
 };
 
 /// Enters the program folder and makes the main window, not yet shown. When it is shown, it tells

@@ -65,5 +65,18 @@ TEST(Paths, NamesThatCannotBeStoredSayWhy) {
   EXPECT_EQ(why_not_storable("C:/a", win), "contains a slash (/)");
 }
 
+TEST(Paths, NamesOfDevicesAreNoFiles) {
+  for (const auto* path :
+       {"C:\\dvd\\con", "C:\\dvd\\Nul.cvp", "C:\\aux\\a.m2v", "lpt9", "C:\\PRN .x.y"})
+    EXPECT_TRUE(why_not_storable(path, win)) << path;
+  EXPECT_EQ(why_not_storable("C:\\dvd\\com1.iso", win),
+            "has \"com1.iso\" in it, which Windows takes for a device");
+  EXPECT_EQ(why_not_storable("\\\\.\\con", win), "is that of a device");
+  for (const auto* path : {"C:\\dvd\\const", "C:\\com0", "C:\\com", "C:\\a.con", "C:\\com10\\a",
+                           "\\\\server\\share\\a", "..\\a", "C:\\"})
+    EXPECT_FALSE(why_not_storable(path, win)) << path;
+  EXPECT_FALSE(why_not_storable("/home/con/nul", posix));
+}
+
 }  // namespace
 }  // namespace corvane

@@ -71,6 +71,19 @@ TEST(ProgramFolder, AnAbsentToolIsNotThere) {
   EXPECT_FALSE(tool_is_there(folder.path(), "mplex"));
 }
 
+TEST(ProgramFolder, TheCommandLineGoesOnAfterTheProgram) {
+  EXPECT_EQ(after_program("\"C:\\my programs\\corvane.exe\" C:\\my  films\\a   b.cvp"),
+            "C:\\my  films\\a   b.cvp");
+  EXPECT_EQ(after_program("corvane.exe \t\"C:\\a b.cvp\" "), "\"C:\\a b.cvp\"");
+  EXPECT_EQ(after_program("corvane.exe"), "");
+  EXPECT_EQ(after_program("corvane.exe  "), "");
+  EXPECT_EQ(after_program("\"corvane.exe\""), "");
+  EXPECT_EQ(after_program("\"corvane.exe\""
+                          "a.cvp"),
+            "a.cvp");
+  EXPECT_EQ(after_program(""), "");
+}
+
 TEST(Environment, WhatIsSetIsReadBack) {
   const testing_support::environment_variable set("CORVANE_TEST_VALUE", "PAL");
   ASSERT_NE(std::getenv("CORVANE_TEST_VALUE"), nullptr);

@@ -14,6 +14,6 @@ int main(int argc, char** argv) {
   // Pango reads the fonts in a thread of its own; begun here, it does so while GTK starts.
   pango_cairo_font_map_get_default();
 #endif
-  wxApp::SetInstance(new corvane::corvane_app(corvane::utf8_arguments(argc, argv)));
+  wxApp::SetInstance(new corvane::corvane_app(corvane::argument_text(argc, argv)));
   return wxEntry(argc, argv);
 }
