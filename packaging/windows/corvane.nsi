@@ -14,7 +14,7 @@
 ; their uninstallers remove whole folders.  This program folder may hold a person's own files.
 ;
 ; Exit status of a silent run ("/S", with "/D=folder" last for another folder): 0 done, 1 or 2
-; cancelled or failed, 3 the program is running, 4 not a folder of its own.
+; cancelled or failed, 3 the program is running, 4 not a folder of its own, 5 Windows is too old.
 
 Target amd64-unicode
 SetCompressor /SOLID lzma
@@ -27,6 +27,7 @@ AllowSkipFiles off
 !include LogicLib.nsh
 !include MUI2.nsh
 !include Sections.nsh
+!include WinVer.nsh
 !include "${FILES}"
 
 !define ENTRY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Corvane"
@@ -219,6 +220,13 @@ SectionEnd
 
 ; Whoever has given project files to another program since keeps it so.
 Function .onInit
+  ; Earlier ones give no program UTF-8 as its code page (src/platform/system_version.h).
+  ${IfNot} ${AtLeastWin10}
+  ${OrIfNot} ${AtLeastBuild} 18362
+    MessageBox MB_OK|MB_ICONSTOP "Corvane needs Windows 10, version 1903, or later." /SD IDOK
+    SetErrorLevel 5
+    Quit
+  ${EndIf}
   ReadRegStr $0 HKCU "${ENTRY}" InstallLocation
   ReadRegStr $1 HKCU "${CLASSES}\.cvp" ""
   ${If} $0 != ""

@@ -2,9 +2,13 @@
 
 #include "platform/files.h"
 #include "platform/program_folder.h"
+#include "platform/system_version.h"
 #include "project/project_file.h"
 #include "ui/main_window.h"
 #include "ui/message_pictures.h"
+#include "ui/shown_text.h"
+
+#include <wx/msgdlg.h>
 
 #include <utility>
 
@@ -33,6 +37,10 @@ bool corvane_app::OnInit() {
 #endif
   SetAppName("corvane");
   SetAppDisplayName("Corvane");
+  if (const failure why = why_system_is_too_old()) {
+    wxMessageBox(shown(*why), "Corvane", wxOK | wxICON_ERROR);
+    return false;
+  }
   const std::string path = project_argument();  // relative to where the user stands, so first
   main_window* window = start_main_window(path);
   SetTopWindow(window);

@@ -5,6 +5,7 @@
 #include "platform/console.h"
 #include "platform/interrupt.h"
 #include "platform/program_folder.h"
+#include "platform/system_version.h"
 
 #include <cstdio>
 #include <exception>
@@ -22,6 +23,10 @@ int main(int argc, char** argv) {
     std::fputs((arguments->help ? corvane::author_help() : corvane::author_version()).c_str(),
                stdout);
     return 0;
+  }
+  if (const corvane::failure why = corvane::why_system_is_too_old()) {
+    report.message(*why);
+    return corvane::not_authorable;
   }
   corvane::catch_interrupts();
   try {
