@@ -19,12 +19,15 @@
 namespace corvane {
 
 project_view::project_view(wxWindow* parent, handlers on) : wxPanel(parent), on_(std::move(on)) {
+  // The list is made first: it is where the focus goes at start, not the region, which a turn of
+  // the wheel would change.
+  wxSizer* titles = make_titles();
   auto* lower = new wxBoxSizer(wxHORIZONTAL);
   lower->Add(make_statistics(), wxSizerFlags(1).Expand());
   lower->Add(make_region(),
              wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::group_gap)));
   auto* groups = new wxBoxSizer(wxVERTICAL);
-  groups->Add(make_titles(), wxSizerFlags(1).Expand());
+  groups->Add(titles, wxSizerFlags(1).Expand());
   groups->Add(lower, wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::group_gap)));
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(groups, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::window_border)));

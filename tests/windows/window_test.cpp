@@ -38,7 +38,8 @@ std::string short_video() {
 class CorvaneWindow : public testing::Test {
  protected:
   /// Opens a project with one title, whose name no 8-bit code page can write.
-  void start_with_title() {
+  void start_with_title(const std::string& name = "projekt ü 電影.cvp",
+                        const std::string& quote = "\"") {
     const testing_support::temporary_folder& folder = program_.folder();
     folder.add("film ü 電影.m2v", short_video());
     folder.add("film ü 電影.ac3");
@@ -51,8 +52,8 @@ class CorvaneWindow : public testing::Test {
     p.postinfo = {};
     rebuild_List1(p);
     row_ = p.List1[0];
-    const std::string file = folder.add("projekt ü 電影.cvp", project_text(p));
-    program_.start("\"" + file + "\"");
+    const std::string file = folder.add(name, project_text(p));
+    program_.start(quote + file + quote);
     titles_ = find_control(program_.main(), "ListBox");
     wait_until([this] { return !rows_of(titles_).empty(); }, "the title");
   }
@@ -74,6 +75,23 @@ TEST_F(CorvaneWindow, OpensTheProjectOfTheCommandLineUnderANameOfAnyLanguage) {
   EXPECT_THAT(rows_of(titles_), ElementsAre(row_));
   EXPECT_THAT(row_, HasSubstr("film ü 電影.m2v"));
   EXPECT_NE(find_control(program_.main(), "Button", "1 titles loaded"), nullptr);
+  EXPECT_TRUE(program_.close());
+}
+
+TEST_F(CorvaneWindow, OpensAProjectGivenWithoutQuotesHoweverManyBlanksItsNameHas) {
+  start_with_title("mein   projekt.cvp", "");
+  EXPECT_THAT(rows_of(titles_), ElementsAre(row_));
+  EXPECT_TRUE(program_.close());
+}
+
+TEST_F(CorvaneWindow, BeginsWithTheFocusInTheListOfTitles) {
+  program_.start();
+  GUITHREADINFO keys{};
+  keys.cbSize = sizeof keys;
+  const DWORD thread = ::GetWindowThreadProcessId(program_.main(), nullptr);
+  wait_until([&] { return ::GetGUIThreadInfo(thread, &keys) != 0 && keys.hwndFocus != nullptr; },
+             "a focus");
+  EXPECT_EQ(keys.hwndFocus, find_control(program_.main(), "ListBox"));
   EXPECT_TRUE(program_.close());
 }
 
