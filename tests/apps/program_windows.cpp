@@ -44,10 +44,6 @@ running_program::~running_program() {
   ::CloseHandle(info_.hThread);
 }
 
-void running_program::press(DWORD key) const {
-  EXPECT_TRUE(::GenerateConsoleCtrlEvent(key, info_.dwProcessId)) << ::GetLastError();
-}
-
 DWORD running_program::wait() {
   EXPECT_EQ(::WaitForSingleObject(info_.hProcess, 120'000), WAIT_OBJECT_0);
   DWORD status = 0;

@@ -26,9 +26,6 @@ class running_program {
   /// Ends it with this exit status, without asking it.
   void kill(DWORD status) const { ::TerminateProcess(info_.hProcess, status); }
 
-  /// Presses Ctrl-Break (CTRL_BREAK_EVENT) or Ctrl-C (CTRL_C_EVENT) in its console.
-  void press(DWORD key) const;
-
   /// Waits until it has ended, at most two minutes, and gives its exit status. Fails the test when
   /// the time runs out.
   DWORD wait();
