@@ -67,14 +67,6 @@ BOOL CALLBACK look_at_window(HWND window, LPARAM to) {
   return FALSE;
 }
 
-void press(WORD key, DWORD flags) {
-  INPUT input{};
-  input.type = INPUT_KEYBOARD;
-  input.ki.wVk = key;
-  input.ki.dwFlags = flags;
-  ::SendInput(1, &input, sizeof input);
-}
-
 }  // namespace
 
 std::string text_of_window(HWND window) {
@@ -159,13 +151,6 @@ HWND window_program::window(const std::string& caption) const {
 
 bool window_program::has_window(const std::string& caption) const {
   return find(caption) != nullptr;
-}
-
-void window_program::press_control(char key) {
-  press(VK_CONTROL, 0);
-  press(static_cast<WORD>(key), 0);
-  press(static_cast<WORD>(key), KEYEVENTF_KEYUP);
-  press(VK_CONTROL, KEYEVENTF_KEYUP);
 }
 
 // Not waited for: what it does may be a dialog.

@@ -44,8 +44,6 @@ class window_program {
   HWND window(const std::string& caption) const;
   bool has_window(const std::string& caption) const;
 
-  /// Presses a key with the control key held down, in the window that is in front.
-  static void press_control(char key);
   static void click(HWND button);
 
   /// Closes the main window; whether the program then ended.

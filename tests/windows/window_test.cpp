@@ -4,7 +4,7 @@
 #include "platform/settings.h"
 #include "project/project_file.h"
 #include "project/subtitle_rows.h"
-#include "windows/window_program.h"
+#include "windows/keys_and_screen.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -19,6 +19,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing_support::entries_of;
 using testing_support::find_control;
+using testing_support::press;
 using testing_support::rows_of;
 using testing_support::text_of_window;
 using testing_support::wait_until;
@@ -97,7 +98,7 @@ TEST_F(CorvaneWindow, BeginsWithTheFocusInTheListOfTitles) {
 
 TEST_F(CorvaneWindow, TellsInTheSystemsOwnBoxWhatItRefuses) {
   program_.start();
-  program_.press_control('H');
+  press({VK_CONTROL, 'H'});
   const HWND box = program_.window("Corvane");
   EXPECT_NE(find_control(box, "Static", "Please select a title to add chapters to."), nullptr);
   const HWND ok = find_control(box, "Button", "OK");
@@ -131,7 +132,7 @@ TEST_F(CorvaneWindow, KeepsTheRegionInTheRegistryAndShowsItAfterARestart) {
 TEST_F(CorvaneWindow, TakesAChapterFromTheVideoAndStoresItWithTheOthers) {
   start_with_title();
   select_title();
-  program_.press_control('H');
+  press({VK_CONTROL, 'H'});
   const HWND chapters = program_.window("chapters");
   EXPECT_EQ(text_of_window(find_control(chapters, "Edit")), "00:00:00.00\r\n00:00:01.00\r\n");
 
@@ -156,7 +157,7 @@ TEST_F(CorvaneWindow, TakesAChapterFromTheVideoAndStoresItWithTheOthers) {
 TEST_F(CorvaneWindow, AsksToSaveAndStaysWhenTheAnswerIsCancel) {
   start_with_title();
   select_title();
-  program_.press_control('D');
+  press({VK_CONTROL, 'D'});
   const HWND delay = program_.window("A/V sync delay");
   program_.click(find_control(delay, "Button", "OK"));
   wait_until([this] { return !program_.has_window("A/V sync delay"); }, "the end of the box");

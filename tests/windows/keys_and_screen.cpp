@@ -1,4 +1,4 @@
-#include "windows/hand.h"
+#include "windows/keys_and_screen.h"
 
 #include "platform/paths.h"
 #include "platform/wide_windows.h"
@@ -118,8 +118,9 @@ pixels picture_file(const std::string& path) {
   return picture;
 }
 
-/// The mean difference of the colours of `seen` to those of `wanted` at the same place.
 double difference(const pixels& seen, const pixels& wanted) {
+  if (seen.rgb.empty() || wanted.rgb.empty())
+    return 255;
   double sum = 0;
   for (int y = 0; y < seen.height; ++y)
     for (int x = 0; x < seen.width; ++x) {

@@ -6,7 +6,7 @@
 #include "platform/paths.h"
 #include "project/project_file.h"
 #include "project/subtitle_rows.h"
-#include "windows/hand.h"
+#include "windows/keys_and_screen.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -76,7 +76,8 @@ class CorvaneUse : public testing::Test {
 
   /// Whether one of the window's parts that the program draws itself shows this picture.
   static bool shows_picture(HWND window, const char* variable) {
-    const pixels wanted = picture_file(std::getenv(variable));
+    const char* path = std::getenv(variable);
+    const pixels wanted = picture_file(path == nullptr ? std::string() : path);
     std::vector<HWND> all = shown_controls(window, "wxWindow");
     for (HWND control : shown_controls(window, "wxWindowNR"))
       all.push_back(control);

@@ -37,7 +37,7 @@ pixels pixels_of(HWND control);
 pixels picture_file(const std::string& path);
 
 /// The mean difference (0 to 255) of the colours of `seen` to those of `wanted`, brought to its
-/// size.
+/// size; 255 when either could not be had.
 double difference(const pixels& seen, const pixels& wanted);
 
 /// Writes what the screen shows to NAME.ppm in the folder that CORVANE_SCREENSHOTS names; without
