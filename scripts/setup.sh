@@ -68,7 +68,7 @@ case "${1:---test}" in
   --test) packages="$run_packages $test_packages $windows_packages" ;;
   --list)
     # shellcheck disable=SC2086
-    printf '%s\n' $run_packages $test_packages $windows_packages
+    printf '%s\n' $run_packages $test_packages $windows_packages | sort -u
     exit 0
     ;;
   *) fail "unknown argument \"$1\" (--run, --windows, --test or --list)." ;;
