@@ -3,6 +3,7 @@
 #include "platform/paths.h"
 
 namespace corvane {
+
 const std::vector<outside_tool>& outside_tools() {
   static const std::vector<outside_tool> tools{
       {"mplex", {"mplex"}, "mjpegtools", "https://mjpeg.sourceforge.io"},
