@@ -43,9 +43,10 @@ told() {
 # `same_discs PROJECT`: the discs and images in here/ and there/.
 same_discs() {
   project=$1
-  mkdir -p here there 'Program & Töols 字' "$prefix/drive_c/windows/Fonts"
-  cp /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf /usr/share/fonts/truetype/dejavu/DejaVuSerif.ttf \
-    "$prefix/drive_c/windows/Fonts/"
+  mkdir -p here there 'Program & Töols 字'
+  for name in DejaVuSans.ttf DejaVuSerif.ttf; do
+    give_font "$(dirname "$font")/$name" "$prefix/drive_c/windows/Fonts"
+  done
   CORVANE_HOME=$work/home "$linux_bin/corvane-author" --iso "$media/$project" here/disc >here.log 2>&1 ||
     fail 'the program of this machine failed'
   windows_program 'Program & Töols 字'
