@@ -12,6 +12,7 @@
 
 #include <cstdlib>
 #include <functional>
+#include <iostream>
 #include <map>
 #include <string>
 
@@ -131,8 +132,11 @@ class Cmd : public testing::Test {
                     const std::function<void()>& spoil = nothing) {
     const tree conspawn = left_by(false, write, spoil);
     std::string lost = "x";
-    for (int attempt = 0; attempt < 3 && !lost.empty(); ++attempt)
+    for (int attempt = 0; attempt < 3 && !lost.empty(); ++attempt) {
       lost = difference(conspawn, left_by(true, write, spoil));
+      if (!lost.empty())
+        std::cout << "cmd.exe, attempt " << attempt + 1 << ": " << lost << out_ << err_;
+    }
     EXPECT_EQ(lost, "") << "cmd.exe said:\n" << out_ << err_;
     return conspawn;
   }
