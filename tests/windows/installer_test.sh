@@ -285,8 +285,11 @@ refuses_while_the_program_runs() {
   install_with "$bare" || status=$?
   [ $status = 3 ] || fail "installing ended with $status"
   diff "$bundle/bin/conspawn.exe" "$folder/bin/conspawn.exe"
-  wine "$folder/uninstall.exe" /S
-  sleep 3
+  # From its own folder and not as a copy, so that its end can be waited for.
+  status=0
+  # shellcheck disable=SC2046  # as the installer takes a folder
+  wine "$folder/uninstall.exe" /S $(printf '_?=%s' "$(windows_path "$folder")") || status=$?
+  [ $status = 3 ] || fail "uninstalling ended with $status"
   expect_there "$folder/corvane-author.exe"
   [ -n "$(registry "$entry")" ] || fail "the entry is gone"
   end_something
