@@ -47,6 +47,7 @@ copy_licences() {
     [ -d "$source" ] || continue
     cp -R "$("$recipes" --where "$(basename -- "$source")")/licences/." "$to/"
   done
+  rm -rf "$work/closure"
 }
 
 # What the cross compiler puts into every program.
@@ -162,7 +163,7 @@ make_installer() {
 }
 
 make_portable() {
-  rm -rf "$work/zip"
+  rm -rf "$work/zip" "$portable.part"
   mkdir "$work/zip"
   cp -R "$bundle" "$work/zip/Corvane"
   sed 's/$/\r/' "$here/PORTABLE.txt" >"$work/zip/Corvane/PORTABLE.txt"
@@ -171,11 +172,16 @@ make_portable() {
   rm -rf "$work/zip"
 }
 
+# The recipes of all that is in the packages.
+packed_recipes() {
+  [ ! -f "$work/program/corvane.exe" ] || printf 'wx\nffmpeg\n'
+  tools 2
+}
+
 copy_sources() {
   rm -rf "$packages/sources"
   mkdir -p "$packages/sources"
-  names=$(tools 2)
-  [ ! -f "$work/program/corvane.exe" ] || names="wx ffmpeg $names"
+  names=$(packed_recipes)
   # shellcheck disable=SC2086  # a list of names
   [ -z "$names" ] || "$recipes" --sources "$packages/sources" $names
 }
@@ -184,10 +190,13 @@ sizes_of() {
   du -sk --apparent-size "$@" | awk '{ sum += $1 } END { print sum }'
 }
 
-# What the packages are made of.
+# What the packages are made of: the bundle, and the recipes, since the sources have those with them.
 key() {
   {
     (cd "$bundle" && find . -type f | LC_ALL=C sort | xargs -d '\n' sha256sum)
+    for name in $(packed_recipes); do
+      "$recipes" --where "$name"
+    done
     cat "$here/pack.sh" "$here/corvane.nsi" "$here/PORTABLE.txt" "$repository/packaging/icons/corvane.svg"
   } | sha256sum
 }
@@ -206,7 +215,7 @@ cp -R "$work/program/." "$work/tools/." "$bundle/"
 
 now=$(key)
 if [ "$(cat "$packages/.key" 2>/dev/null)" != "$now" ] || [ ! -f "$full" ] || [ ! -f "$bare" ] ||
-  [ ! -f "$portable" ]; then
+  [ ! -f "$portable" ] || [ ! -d "$packages/sources" ]; then
   echo "Packing Corvane $version for Windows"
   rm -f "$packages/.key"
   write_macros >"$work/files.nsh"
