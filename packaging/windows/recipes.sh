@@ -52,7 +52,9 @@ known() {
 key() (
   {
     cat "$rooms/recipes.sh" "$rooms/recipes/$1.sh"
-    find "$rooms/patches/$1" "$rooms/files/$1" -type f 2>/dev/null | LC_ALL=C sort | xargs -r cat
+    for folder in patches files; do
+      [ ! -d "$rooms/$folder/$1" ] || (cd "$rooms/$folder/$1" && find . -type f | LC_ALL=C sort | xargs sha256sum)
+    done
     for need in $(told "$1" needs); do
       key "$need"
     done
@@ -84,9 +86,17 @@ with_apt() {
     -o Dir::Cache="$apt_folder/cache" -o APT::Sandbox::User=root -o Acquire::Retries=3 "$@"
 }
 
+# Asks for the lists of source packages; "again" when those from last time are out of date.
 prepare_apt() {
-  [ ! -e "$apt_folder/.asked" ] || return 0
-  rm -rf "$apt_folder"
+  mkdir -p "$apt_folder"
+  # Two recipes may begin at once.
+  exec 8>"$apt_folder/.lock"
+  flock 8
+  if [ "${1:-}" != again ] && [ -e "$apt_folder/.asked" ]; then
+    exec 8>&-
+    return 0
+  fi
+  rm -rf "$apt_folder/lists" "$apt_folder/cache" "$apt_folder/sources.d" "$apt_folder/.asked"
   mkdir -p "$apt_folder/lists/partial" "$apt_folder/cache/archives/partial" "$apt_folder/sources.d"
   : >"$apt_folder/sources.list"
   for list in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
@@ -102,6 +112,7 @@ prepare_apt() {
     fail "the lists of source packages could not be fetched: is there a network?"
   }
   : >"$apt_folder/.asked"
+  exec 8>&-
 }
 
 # Fetches one version of a source package, or only what is upstream's in it.
@@ -116,26 +127,32 @@ fetch_version() {
 
 # Fetches a source package into the current folder: the newest revision of the upstream version
 # that is still there.  (A list may name one whose file is gone already.)
-fetch() {
-  source=$1 upstream=$2
-  prepare_apt
-  versions=$(with_apt apt-cache showsrc "$source" 2>/dev/null |
-    awk -v name="$source" '/^Package: /{ ours = $2 == name } /^Version: /{ if (ours) print $2 }' |
+fetch_newest() {
+  versions=$(with_apt apt-cache showsrc "$1" 2>/dev/null |
+    awk -v name="$1" '/^Package: /{ ours = $2 == name } /^Version: /{ if (ours) print $2 }' |
     sort -u -V -r)
-  [ -n "$versions" ] || fail "there is no source package \"$source\": is there a deb-src line for it?"
   for version in $versions; do
     bare=${version#*:}
     case $bare in
-      "$upstream"[-+~.]* | "$upstream") ;;
+      "$2"[-+~.]* | "$2") ;;
       *) continue ;;
     esac
-    if fetch_version "$source=$version" >fetch.log 2>&1 </dev/null; then
+    if fetch_version "$1=$version" >fetch.log 2>&1 </dev/null; then
       return 0
     fi
     rm -f ./*.dsc
   done
+  return 1
+}
+
+# The same; asks for new lists when those of last time lead nowhere.
+fetch() {
+  prepare_apt
+  fetch_newest "$1" "$2" && return 0
+  prepare_apt again
+  fetch_newest "$1" "$2" && return 0
   cat fetch.log >&2 2>/dev/null || true
-  fail "no version $upstream of the source package \"$source\" could be fetched (there are:" $versions")."
+  fail "no version $2 of the source package \"$1\" could be fetched (there are:" $versions")."
 }
 
 # Makes the folder "unpacked" of a source package's files.
