@@ -212,6 +212,8 @@ find "$work/program" "$work/tools" -mindepth 1 -type d -empty -delete
 rm -rf "$bundle"
 mkdir "$bundle"
 cp -R "$work/program/." "$work/tools/." "$bundle/"
+same=$(cd "$bundle" && find . | tr '[:upper:]' '[:lower:]' | sort | uniq -d)
+[ -z "$same" ] || fail "Windows would take two names for one: $same"
 
 now=$(key)
 if [ "$(cat "$packages/.key" 2>/dev/null)" != "$now" ] || [ ! -f "$full" ] || [ ! -f "$bare" ] ||

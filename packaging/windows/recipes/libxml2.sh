@@ -2,7 +2,7 @@
 # itself, as it does UTF-16 and ISO-8859-1.
 source=libxml2
 upstream=2.9.14
-licences='Copyright debian/copyright'
+licences='debian/copyright'
 
 build() {
   # As upstream made them: after a patch to Makefile.am make would want the very automake of then.
@@ -14,4 +14,7 @@ build() {
     --without-schematron --without-catalog --without-threads
   make -j"$jobs" libxml2.la
   make install-libLTLIBRARIES install-data
+  # Upstream calls it Copyright, which Windows takes for the name of Debian's file.
+  mkdir -p "$prefix/licences/libxml2"
+  cp Copyright "$prefix/licences/libxml2/LICENCE"
 }
