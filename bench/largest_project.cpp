@@ -1,10 +1,10 @@
 #include "largest_project.h"
 
-#include "menus/button_record.h"
-#include "platform/files.h"
-#include "platform/paths.h"
+#include "formats/text.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
+#include "project/menu_rows.h"
 #include "project/subtitle_rows.h"
-#include "project/text.h"
 
 #include <filesystem>
 #include <fstream>

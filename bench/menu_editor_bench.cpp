@@ -5,12 +5,12 @@
 //
 // Prints redraws a second and the longest pause between two. Needs an X server at $DISPLAY with a
 // window manager, and xdotool: scripts/bench.sh starts them.
-#include "menus/button_record.h"
-#include "platform/files.h"
-#include "platform/paths.h"
-#include "platform/settings.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
+#include "platform/settings/settings.h"
+#include "project/menu_rows.h"
 #include "project/workbench.h"
-#include "ui/menu_editor_window.h"
+#include "ui/editor/menu_editor_window.h"
 #include "ui/wx_prompts.h"
 
 #include <wx/app.h>

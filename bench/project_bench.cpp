@@ -5,9 +5,9 @@
 //   project_bench --write FOLDER        makes FOLDER/largest.cvp and the (empty) files it names
 //   project_bench --peak FOLDER         loads that once; prints resident kB before, and the peak
 #include "largest_project.h"
-#include "platform/files.h"
-#include "platform/paths.h"
-#include "platform/settings.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
+#include "platform/settings/settings.h"
 #include "project/project_file.h"
 #include "project/project_text.h"
 #include "project/workbench.h"

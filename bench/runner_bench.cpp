@@ -4,10 +4,10 @@
 //
 //   runner_bench [SECONDS]                5 seconds
 //   runner_bench --flood SECONDS FILE     the tool: prints, then writes how many bytes to FILE
-#include "platform/files.h"
-#include "platform/folder_lock.h"
-#include "platform/paths.h"
-#include "platform/process.h"
+#include "platform/files/files.h"
+#include "platform/files/folder_lock.h"
+#include "platform/files/paths.h"
+#include "platform/processes/process.h"
 #include "runner/run_screen.h"
 #include "runner/shelled.h"
 

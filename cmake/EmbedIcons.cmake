@@ -1,6 +1,6 @@
 # Turns SVG files into one C++ source: cmake -DOUT=icons.cpp -DICONS="a.svg;b.svg" -P EmbedIcons.cmake
 # A file "add-title.svg" becomes the entry named "add-title".
-set(text "// Made by cmake/EmbedIcons.cmake from packaging/icons.\n#include \"ui/icons.h\"\n\n")
+set(text "// Made by cmake/EmbedIcons.cmake from packaging/icons.\n#include \"ui/widgets/icons.h\"\n\n")
 string(APPEND text "namespace corvane {\n\nconst std::vector<embedded_icon>& embedded_icons() {\n")
 string(APPEND text "  static const std::vector<embedded_icon> icons = {\n")
 foreach(icon IN LISTS ICONS)

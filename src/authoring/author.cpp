@@ -2,9 +2,9 @@
 
 #include "authoring/checks.h"
 #include "authoring/navigation_xml.h"
-#include "platform/files.h"
-#include "platform/program_folder.h"
-#include "project/text.h"
+#include "formats/text.h"
+#include "platform/files/files.h"
+#include "platform/files/program_folder.h"
 
 #include <optional>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "authoring/places.h"
-#include "platform/folder_lock.h"
+#include "platform/files/folder_lock.h"
 #include "project/workbench.h"
 #include "runner/run_screen.h"
 #include "runner/shelled.h"

@@ -3,9 +3,10 @@
 #include "authoring/row_checks.h"
 #include "authoring/rows.h"
 #include "authoring/subtitle_xml.h"
-#include "authoring/video_standard.h"
-#include "platform/files.h"
-#include "project/numbers.h"
+#include "formats/numbers.h"
+#include "formats/sanitized.h"
+#include "formats/video_standard.h"
+#include "platform/files/files.h"
 
 namespace corvane {
 namespace {
@@ -15,16 +16,16 @@ refusal why_not_bitmap(const std::string& stored, path_style style) {
   const std::string file = native_from_stored(stored, style);
   const std::string advice = ".  Please edit the menu.";
   if (!file_exists(file))
-    return "the bitmap " + shown_quoted(file) +
+    return "the bitmap " + sanitized_quoted(file) +
            " is missing.  Please put it back, or edit the menu.";
   constexpr std::size_t bits_at = 28;  // of a pixel, in the file's second header
   const result<std::string> start = first_bytes(file, bits_at + 1);
   if (!start)
-    return "the bitmap " + shown_quoted(file) + " cannot be used: " + start.error + advice;
+    return "the bitmap " + sanitized_quoted(file) + " cannot be used: " + start.error + advice;
   if (!start->starts_with("BM"))
-    return "the file " + shown_quoted(file) + " is not a bitmap" + advice;
+    return "the file " + sanitized_quoted(file) + " is not a bitmap" + advice;
   if (start->size() > bits_at && (*start)[bits_at] == 2)
-    return "the bitmap " + shown_quoted(file) +
+    return "the bitmap " + sanitized_quoted(file) +
            " has 2 bits a pixel, which the drawing tool does not read.  Please save it with 1 or 4 "
            "bits" +
            advice;
@@ -41,11 +42,11 @@ refusal why_not_menu_streams_of(const project& p, int menu, path_style style) {
   const std::string name = "Menu " + trimmed(menu);
   for (const std::string& file : {streams.video, streams.audio})
     if (!file.empty() && !file_exists(file))
-      return name + " cannot be authored: the file " + shown_quoted(file) +
+      return name + " cannot be authored: the file " + sanitized_quoted(file) +
              " is missing.  Please put it back, or remove the menu and add it again.";
   const std::string standard = video_standard_of(first_of(streams.video));
   if (!standard.empty() && standard != p.globalregion)
-    return name + " cannot be authored: its video " + shown_quoted(streams.video) + " is " +
+    return name + " cannot be authored: its video " + sanitized_quoted(streams.video) + " is " +
            standard + ", but the project is " + p.globalregion +
            ".  Please remove the menu and add it with a video of the project's standard.";
   return std::nullopt;
@@ -55,7 +56,7 @@ refusal why_not_menu_streams_of(const project& p, int menu, path_style style) {
 
 std::optional<std::string> why_not_these_rows(const project& p, path_style style) {
   if (p.globalregion != "NTSC" && p.globalregion != "PAL")
-    return "The project's video standard is " + shown_quoted(p.globalregion) +
+    return "The project's video standard is " + sanitized_quoted(p.globalregion) +
            ", which is neither NTSC nor PAL.  Please choose one.";
   if (const refusal why = why_not_titles(p, style))
     return why;

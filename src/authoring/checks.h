@@ -51,7 +51,7 @@ std::vector<std::string> earlier_disc(const project& p, const places& where);
 /// title to it.
 std::vector<std::string> leftovers(const places& where);
 
-/// Names of the outside tools (platform/program_folder.h) that the project's run starts.
+/// Names of the outside tools (platform/files/program_folder.h) that the project's run starts.
 std::vector<std::string> needed_tools(const project& p);
 
 }  // namespace corvane

@@ -7,7 +7,7 @@
 // with many of both it takes years.
 #pragma once
 
-#include "menus/button_record.h"
+#include "project/menu_rows.h"
 
 #include <vector>
 

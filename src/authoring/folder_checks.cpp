@@ -1,8 +1,9 @@
 #include "authoring/checks.h"
 #include "authoring/row_checks.h"
 #include "authoring/rows.h"
-#include "platform/files.h"
-#include "project/text.h"
+#include "formats/sanitized.h"
+#include "formats/text.h"
+#include "platform/files/files.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -135,7 +136,7 @@ refusal why_too_long_in(const std::string& folder, const char* inner, const char
 }
 
 refusal why_not_path(const places& where) {
-  const std::string folder = "The output folder " + shown_quoted(where.out);
+  const std::string folder = "The output folder " + sanitized_quoted(where.out);
   if (where.out.empty() || is_bare_drive(where))
     return "The top folder of a disk cannot be the output folder." + advice;
   if (const refusal why = why_not_usable_path(where.out, where.style))
@@ -146,10 +147,10 @@ refusal why_not_path(const places& where) {
   if (const refusal why = why_too_long_in(where.out, "VIDEO_TS", "VTS_01_0.IFO", where.style))
     return folder + " cannot be used: " + *why + "." + advice;
   if (const refusal why = why_too_long_in(where.app, "bin", "dvdauthor.exe", where.style))
-    return "The program folder " + shown_quoted(where.app) + " cannot be used: " + *why +
+    return "The program folder " + sanitized_quoted(where.app) + " cannot be used: " + *why +
            ".  Please let the program work in another folder.";
   if (const refusal why = why_not_usable_path(where.app, where.style))
-    return "The program folder " + shown_quoted(where.app) + " cannot be used: it " + *why +
+    return "The program folder " + sanitized_quoted(where.app) + " cannot be used: it " + *why +
            ".  Please let the program work in another folder.";
   return std::nullopt;
 }
@@ -201,7 +202,7 @@ refusal why_not_contents(const places& where, const std::vector<std::string>& fi
       continue;
     const std::string mpg = where.in_out(name);
     if (!is_a_runs_own(name, where.style))
-      return "The output folder holds the file " + shown_quoted(mpg) +
+      return "The output folder holds the file " + sanitized_quoted(mpg) +
              ", and authoring erases all .mpg files there.  Please move the file or choose "
              "another folder.";
     if (const refusal why = why_not_written_through(mpg, files))

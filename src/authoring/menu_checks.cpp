@@ -1,9 +1,10 @@
 #include "authoring/colour_groups.h"
 #include "authoring/row_checks.h"
 #include "authoring/rows.h"
-#include "project/numbers.h"
+#include "formats/numbers.h"
+#include "formats/sanitized.h"
+#include "formats/text.h"
 #include "project/project_file.h"
-#include "project/text.h"
 
 #include <algorithm>
 #include <iterator>
@@ -28,7 +29,7 @@ std::string button_named(int menu, int button) {
 
 refusal why_not_menu_file(int menu, const std::string& file, path_style style) {
   if (const refusal why = why_not_usable_path(file, style))
-    return menu_named(menu) + " cannot be authored: the file name " + shown_quoted(file) + " " +
+    return menu_named(menu) + " cannot be authored: the file name " + sanitized_quoted(file) + " " +
            *why + ".  Please remove the menu, rename the file and add the menu again.";
   return std::nullopt;
 }
@@ -44,7 +45,7 @@ refusal why_not_options(const project& p, int menu) {
   const menu_options options = options_of(p, menu);
   for (const std::string& time : {options.spu_begin, options.spu_end})
     if (time.empty() || time.find_first_not_of("0123456789:.") != std::string::npos)
-      return menu_named(menu) + " has the button time " + shown_quoted(time) +
+      return menu_named(menu) + " has the button time " + sanitized_quoted(time) +
              ", which is not of the form 00:00:00.0.  Please edit the menu.";
   // The inside of a frame without lines would clear what is around it.
   if (options.thickness < 0)
@@ -62,7 +63,7 @@ bool is_too_small_to_draw(double width, double height) {
 refusal why_not_edges(const project& p, int menu, int button, const button_record& b) {
   for (const std::string& edge : {b.x0, b.y0, b.x1, b.y1})
     if (!is_decimal(edge))
-      return button_named(menu, button) + " has the position " + shown_quoted(edge) +
+      return button_named(menu, button) + " has the position " + sanitized_quoted(edge) +
              ", which is not a number.  Please edit the menu.";
   const double height = p.globalregion == "PAL" ? 576 : 480;
   const double x0 = leading_number(b.x0), x1 = leading_number(b.x1);
@@ -84,7 +85,7 @@ refusal why_not_bitmap_name(int menu, int button, const std::string& file, path_
   if (!why)
     return std::nullopt;
   return button_named(menu, button) + " cannot be authored: the bitmap's file name " +
-         shown_quoted(file) + " " + *why + ".  Please rename the file and edit the menu.";
+         sanitized_quoted(file) + " " + *why + ".  Please rename the file and edit the menu.";
 }
 
 refusal why_not_look(int menu, int button, const button_record& b, path_style style) {
@@ -95,7 +96,7 @@ refusal why_not_look(int menu, int button, const button_record& b, path_style st
         return why;
     } else if (std::find(button_colours.begin(), button_colours.end(), look) ==
                button_colours.end()) {
-      return button_named(menu, button) + " has the colour " + shown_quoted(look) +
+      return button_named(menu, button) + " has the colour " + sanitized_quoted(look) +
              ", which is none of those a button can have.  Please edit the menu.";
     }
   }

@@ -2,8 +2,8 @@
 
 #include "authoring/navigation_xml.h"
 #include "authoring/rows.h"
-#include "project/numbers.h"
-#include "project/text.h"
+#include "formats/numbers.h"
+#include "formats/text.h"
 
 #include <algorithm>
 #include <cmath>

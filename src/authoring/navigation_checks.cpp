@@ -3,8 +3,9 @@
 #include "authoring/navigation_command.h"
 #include "authoring/row_checks.h"
 #include "authoring/rows.h"
-#include "project/numbers.h"
-#include "project/text.h"
+#include "formats/numbers.h"
+#include "formats/sanitized.h"
+#include "formats/text.h"
 
 #include <algorithm>
 #include <utility>
@@ -55,7 +56,7 @@ refusal why_not_letters(std::string_view text) {
                        is_interpreted(text) != is_interpreted(small) ||
                        (trim(small) == "exit" && trim(text) != "exit");
   if (is_lost)
-    return "must be in small letters, as in " + shown_quoted(trim(small));
+    return "must be in small letters, as in " + sanitized_quoted(trim(small));
   return std::nullopt;
 }
 
@@ -144,8 +145,8 @@ refusal why_not_commands_of_titles(const project& p) {
     if (!why)
       why = why_not_post(p, interpreted(text), parse_command(text));
     if (why)
-      return "The command after title " + trimmed(title) + ", " + shown_quoted(text) + ", " + *why +
-             ".  Please change it in the navigation commands.";
+      return "The command after title " + trimmed(title) + ", " + sanitized_quoted(text) + ", " +
+             *why + ".  Please change it in the navigation commands.";
   }
   return std::nullopt;
 }
@@ -160,7 +161,7 @@ refusal why_not_commands_of_menus(const project& p) {
         why = why_not_action(p, interpreted(b.action), parse_command(b.action));
       if (why)
         return "The action of button " + trimmed(number) + " of menu " + trimmed(menu) + ", " +
-               shown_quoted(b.action) + ", " + *why + ".  Please edit the menu.";
+               sanitized_quoted(b.action) + ", " + *why + ".  Please edit the menu.";
     }
   }
   return std::nullopt;
@@ -206,7 +207,7 @@ refusal why_not_first_command(const project& p) {
     why = why_not_first_play(p, parse_command(p.firstplay));
   if (!why)
     return std::nullopt;
-  return "The first-play command, " + shown_quoted(p.firstplay) + ", " + *why +
+  return "The first-play command, " + sanitized_quoted(p.firstplay) + ", " + *why +
          ".  Please change it in the navigation commands.";
 }
 
@@ -217,7 +218,7 @@ refusal why_not_chapters(const project& p) {
                        std::count(time.begin(), time.end(), '.') > 1 ||
                        time.find_first_of("0123456789") == std::string::npos;
       if (odd)
-        return "Title " + trimmed(title) + " has the chapter time " + shown_quoted(time) +
+        return "Title " + trimmed(title) + " has the chapter time " + sanitized_quoted(time) +
                ", which is not of the form 00:00:00.00.  Please edit the title's chapters.";
     }
     if (chapter_count(p, title) > most_chapters)
@@ -240,7 +241,7 @@ refusal why_not_languages(const project& p) {
     audio += tag.audio ? 1 : 0;
     subpictures += tag.subpicture ? 1 : 0;
     if ((tag.audio || tag.subpicture) && !is_language_code(tag.code))
-      return "The language tag " + shown_quoted(row) +
+      return "The language tag " + sanitized_quoted(row) +
              " does not end in a language code of two letters.  Please edit the language tags.";
   }
   if (audio > 8 || subpictures > 32)

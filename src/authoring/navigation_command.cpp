@@ -1,7 +1,7 @@
 #include "authoring/navigation_command.h"
 
-#include "project/numbers.h"
-#include "project/text.h"
+#include "formats/numbers.h"
+#include "formats/text.h"
 
 #include <algorithm>
 #include <vector>

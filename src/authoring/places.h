@@ -1,7 +1,7 @@
 // The folders and fonts of one authoring run and how their paths are written.
 #pragma once
 
-#include "platform/paths.h"
+#include "platform/files/paths.h"
 #include "project/font_list.h"
 
 #include <string>

@@ -6,9 +6,9 @@
 #include "authoring/rows.h"
 #include "authoring/subtitle_xml.h"
 #include "authoring/work_script.h"
-#include "platform/files.h"
+#include "formats/numbers.h"
+#include "platform/files/files.h"
 #include "project/missing_tools.h"
-#include "project/numbers.h"
 
 #include <optional>
 #include <utility>

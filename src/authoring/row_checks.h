@@ -2,7 +2,7 @@
 // nothing when all is well.
 #pragma once
 
-#include "platform/paths.h"
+#include "platform/files/paths.h"
 #include "project/plain_texts.h"
 #include "project/project.h"
 

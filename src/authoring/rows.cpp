@@ -1,7 +1,7 @@
 #include "authoring/rows.h"
 
+#include "formats/text.h"
 #include "project/subtitle_rows.h"
-#include "project/text.h"
 
 namespace corvane {
 

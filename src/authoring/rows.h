@@ -3,8 +3,8 @@
 // new title or menu starts with, so that every builder has a text for every project.
 #pragma once
 
-#include "menus/button_record.h"
-#include "platform/paths.h"
+#include "platform/files/paths.h"
+#include "project/menu_rows.h"
 #include "project/project.h"
 
 #include <string>

@@ -1,7 +1,7 @@
 #include "authoring/subtitle_xml.h"
 
 #include "authoring/rows.h"
-#include "project/numbers.h"
+#include "formats/numbers.h"
 #include "project/subtitle_control.h"
 #include "project/subtitle_rows.h"
 

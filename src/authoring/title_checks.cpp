@@ -1,11 +1,12 @@
 #include "authoring/checks.h"
 #include "authoring/row_checks.h"
 #include "authoring/rows.h"
-#include "project/numbers.h"
+#include "formats/numbers.h"
+#include "formats/sanitized.h"
+#include "formats/text.h"
 #include "project/subtitle_checks.h"
 #include "project/subtitle_file.h"
 #include "project/subtitle_rows.h"
-#include "project/text.h"
 
 namespace corvane {
 namespace {
@@ -30,7 +31,7 @@ refusal why_not_streams(const project& p, int title, path_style style) {
            "again with fewer.";
   for (const std::string& stream : streams)
     if (const refusal why = why_not_usable_path(stream, style))
-      return title_named(title) + " cannot be authored: the file name " + shown_quoted(stream) +
+      return title_named(title) + " cannot be authored: the file name " + sanitized_quoted(stream) +
              " " + *why + ".  Please remove the title, rename the file and add the title again.";
   return std::nullopt;
 }
@@ -40,7 +41,7 @@ refusal why_not_delay(const project& p, int title) {
   const std::string delay = row_of(p.delay, title, "0");
   if (!is_multiplexed_here(p, title) || leading_number_text(delay) == delay)
     return std::nullopt;
-  return title_named(title) + " has the A/V delay " + shown_quoted(delay) +
+  return title_named(title) + " has the A/V delay " + sanitized_quoted(delay) +
          ", which is not a number of milliseconds.  Please set the delay again.";
 }
 
@@ -69,7 +70,7 @@ refusal why_not_subtitles(const project& p, int title, path_style style) {
     const std::string& file = files[static_cast<std::size_t>(s) - 1];
     if (const refusal why = why_not_usable_path(file, style))
       return "Subtitle " + trimmed(s) + " of title " + trimmed(title) +
-             " cannot be authored: the file name " + shown_quoted(file) + " " + *why +
+             " cannot be authored: the file name " + sanitized_quoted(file) + " " + *why +
              ".  Please rename the file and add the subtitle again.";
     if (const refusal why = why_not_settings(p, title, s))
       return why;
@@ -87,7 +88,7 @@ std::string advice_about(const subtitle_file& file, const std::string& charset) 
 
 refusal why_not_this_subtitle(const project& p, int title, int subtitle, const std::string& path) {
   const std::string subject = "Subtitle " + trimmed(subtitle) + " of title " + trimmed(title) +
-                              " cannot be authored: the file " + shown_quoted(path) +
+                              " cannot be authored: the file " + sanitized_quoted(path) +
                               " cannot be used, since ";
   const result<subtitle_file> file = subtitle_file::read(path);
   if (!file)

@@ -3,8 +3,8 @@
 #include "authoring/menu_overlays.h"
 #include "authoring/rows.h"
 #include "authoring/subtitle_xml.h"
-#include "project/numbers.h"
-#include "project/text.h"
+#include "formats/numbers.h"
+#include "formats/text.h"
 
 namespace corvane {
 namespace {

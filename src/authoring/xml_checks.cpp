@@ -1,7 +1,8 @@
 #include "authoring/checks.h"
 #include "authoring/navigation_xml.h"
 #include "authoring/row_checks.h"
-#include "authoring/xml_tags.h"
+#include "formats/sanitized.h"
+#include "formats/xml_tags.h"
 
 #include <algorithm>
 
@@ -20,8 +21,8 @@ refusal why_not_attributes(const std::vector<xml_tag>& tags) {
     for (const xml_attribute& a : tag.attributes) {
       const auto last = a.value.find_last_not_of(" \t\r\n");
       if (last != std::string::npos && a.value[last] == '|')
-        return refused("the attribute " + shown_quoted(a.name) + " of " + shown_quoted(tag.name) +
-                       ", " + shown_quoted(a.value) +
+        return refused("the attribute " + sanitized_quoted(a.name) + " of " +
+                       sanitized_quoted(tag.name) + ", " + sanitized_quoted(a.value) +
                        ", ends in a vertical bar (|), which would run it as a command");
     }
   return std::nullopt;

@@ -1,8 +1,8 @@
 // The decoders are in a shared object, which is found where the program's other parts are.
 #include "media/decoder_module.h"
-#include "platform/files.h"
-#include "platform/paths.h"
-#include "platform/program_folder.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
+#include "platform/files/program_folder.h"
 
 #include <dlfcn.h>
 #include <filesystem>

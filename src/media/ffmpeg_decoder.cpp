@@ -1,4 +1,5 @@
 // FFmpeg's decoders: a file of the module.
+#include "formats/still_header.h"
 #include "media/decoder_module.h"
 #include "media/ffmpeg_handles.h"
 

@@ -1,8 +1,8 @@
 // Single pictures of a stream, decoded from the beginning of their group.
 #pragma once
 
+#include "formats/video_index.h"
 #include "media/picture_decoder.h"
-#include "media/video_index.h"
 #include "media/video_source.h"
 #include "platform/result.h"
 

@@ -1,6 +1,6 @@
 #include "media/source_file.h"
 
-#include "platform/files.h"
+#include "platform/files/files.h"
 
 #include <algorithm>
 #include <filesystem>

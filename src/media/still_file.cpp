@@ -1,7 +1,7 @@
+#include "formats/still_header.h"
 #include "media/picture.h"
 #include "media/picture_decoder.h"
-#include "media/still_header.h"
-#include "platform/files.h"
+#include "platform/files/files.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 #include "media/video_file.h"
 
+#include "formats/video_index.h"
 #include "media/group_decoder.h"
-#include "media/video_index.h"
 #include "media/video_source.h"
 
 #include <algorithm>

@@ -10,9 +10,9 @@
 // makes the object unusable.
 #pragma once
 
+#include "formats/video_headers.h"
 #include "media/picture.h"
 #include "media/picture_times.h"
-#include "media/video_headers.h"
 #include "platform/result.h"
 
 #include <cstdint>

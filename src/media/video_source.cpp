@@ -1,8 +1,8 @@
 #include "media/video_source.h"
 
+#include "formats/stream_packets.h"
+#include "formats/video_headers.h"
 #include "media/source_file.h"
-#include "media/stream_packets.h"
-#include "media/video_headers.h"
 
 #include <algorithm>
 #include <optional>

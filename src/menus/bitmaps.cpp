@@ -1,8 +1,9 @@
 #include "menus/bitmaps.h"
 
-#include "menus/button_record.h"
-#include "platform/files.h"
-#include "platform/paths.h"
+#include "formats/sanitized.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
+#include "project/menu_rows.h"
 #include "project/messages.h"
 
 #include <cstddef>
@@ -24,8 +25,8 @@ file_dialog bitmap_dialog() {
 
 void tell_unreadable(workbench& w, const std::string& stored, const std::string& why) {
   say(w, icon::critical,
-      "\"" + shown(native_from_stored(stored)) + "\" cannot be used as a bitmap: " + shown(why) +
-          ".");
+      "\"" + sanitized(native_from_stored(stored)) +
+          "\" cannot be used as a bitmap: " + sanitized(why) + ".");
 }
 
 /// The decoded size of a file.

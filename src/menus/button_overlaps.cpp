@@ -1,8 +1,8 @@
 #include "menus/button_overlaps.h"
 
+#include "formats/numbers.h"
 #include "menus/menu_geometry.h"
 #include "project/messages.h"
-#include "project/numbers.h"
 
 #include <cstddef>
 

@@ -1,12 +1,12 @@
 #include "menus/menu_editor.h"
 
-#include "menus/button_data.h"
+#include "formats/numbers.h"
+#include "formats/text.h"
 #include "menus/button_overlaps.h"
-#include "menus/button_record.h"
-#include "platform/paths.h"
+#include "platform/files/paths.h"
+#include "project/button_data.h"
+#include "project/menu_rows.h"
 #include "project/messages.h"
-#include "project/numbers.h"
-#include "project/text.h"
 
 #include <algorithm>
 #include <cstddef>

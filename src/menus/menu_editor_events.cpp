@@ -1,9 +1,10 @@
 // The editor's events of fields, lists and buttons.
-#include "menus/button_record.h"
+#include "formats/numbers.h"
+#include "formats/sanitized.h"
+#include "formats/text.h"
 #include "menus/menu_editor.h"
+#include "project/menu_rows.h"
 #include "project/messages.h"
-#include "project/numbers.h"
-#include "project/text.h"
 
 #include <algorithm>
 
@@ -65,7 +66,7 @@ bool menu_editor::refuse_field(const std::string& name, const std::string& text)
     return false;
   ++refusals_;
   say(w_, icon::exclamation,
-      "The " + name + " \"" + shown_short(text) + "\" cannot be used: it " + *why + ".");
+      "The " + name + " \"" + sanitized_short(text) + "\" cannot be used: it " + *why + ".");
   return true;
 }
 

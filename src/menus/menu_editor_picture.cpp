@@ -1,7 +1,7 @@
 // The editor's picture: what is drawn over it, and changes of the place of a button, whether they
 // come from there, from scroll bars, sliders or fields.
+#include "formats/text.h"
 #include "menus/menu_editor.h"
-#include "project/text.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,8 +1,8 @@
 #include "menus/menu_entries.h"
 
-#include "menus/button_record.h"
+#include "formats/numbers.h"
+#include "project/menu_rows.h"
 #include "project/messages.h"
-#include "project/numbers.h"
 #include "project/project_file.h"
 #include "project/stream_dialogs.h"
 

@@ -1,7 +1,7 @@
 #include "menus/menu_geometry.h"
 
-#include "menus/button_record.h"
-#include "project/numbers.h"
+#include "formats/numbers.h"
+#include "project/menu_rows.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 #include "menus/menu_picker.h"
 
-#include "menus/button_record.h"
-#include "platform/paths.h"
-#include "project/numbers.h"
+#include "formats/numbers.h"
+#include "platform/files/paths.h"
+#include "project/menu_rows.h"
 
 #include <cstddef>
 #include <utility>

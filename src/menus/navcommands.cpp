@@ -1,8 +1,9 @@
 #include "menus/navcommands.h"
 
+#include "formats/numbers.h"
+#include "formats/sanitized.h"
+#include "formats/text.h"
 #include "project/messages.h"
-#include "project/numbers.h"
-#include "project/text.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -33,7 +34,7 @@ bool refuse(workbench& w, const std::string& text) {
   if (!holds_control_character(text))
     return false;
   say(w, icon::exclamation,
-      "The command \"" + shown_short(text) +
+      "The command \"" + sanitized_short(text) +
           "\" cannot be used: it contains a line break, a tab or another control character.");
   return true;
 }
@@ -94,8 +95,8 @@ void navcommands::fill_firstplay() {
 std::vector<std::string> navcommands::List1() const {
   std::vector<std::string> texts;
   for (const title_row& r : rows_)
-    texts.push_back(padded(shown(r.title), title_width) + "\t" +
-                    padded(shown(r.command), command_width));
+    texts.push_back(padded(sanitized(r.title), title_width) + "\t" +
+                    padded(sanitized(r.command), command_width));
   return texts;
 }
 
@@ -104,8 +105,8 @@ void navcommands::select(int row) {
     return;
   selected_ = row;
   const auto& [title, command] = rows_[static_cast<std::size_t>(row)];
-  Text1_ = trim_right(padded(shown(title), title_width));
-  Combo1_ = trim_right(padded(shown(command), command_width));
+  Text1_ = trim_right(padded(sanitized(title), title_width));
+  Combo1_ = trim_right(padded(sanitized(command), command_width));
 }
 
 void navcommands::set_command(const std::string& text) {

@@ -1,10 +1,11 @@
 #include "project/dropped_files.h"
 
-#include "platform/files.h"
-#include "platform/paths.h"
+#include "formats/numbers.h"
+#include "formats/sanitized.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
 #include "project/dropped_match.h"
 #include "project/messages.h"
-#include "project/numbers.h"
 #include "project/project_file.h"
 #include "project/title_commands.h"
 
@@ -77,7 +78,7 @@ void add_dropped_title(workbench& w, const dropped_title& title) {
 void name_unusable(workbench& w, const std::vector<std::string>& files) {
   std::string text = "These files are neither streams nor a project:\r\n";
   for (std::size_t i = 0; i < files.size() && i < most_named_files; ++i)
-    text += shown(files[i]) + "\r\n";
+    text += sanitized(files[i]) + "\r\n";
   if (files.size() > most_named_files)
     text +=
         "and " + trimmed(static_cast<std::int64_t>(files.size() - most_named_files)) + " more\r\n";

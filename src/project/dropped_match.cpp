@@ -1,8 +1,8 @@
 #include "project/dropped_match.h"
 
-#include "platform/files.h"
-#include "platform/paths.h"
-#include "project/text.h"
+#include "formats/text.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "project/file_lookup.h"
 
-#include "platform/files.h"
-#include "platform/paths.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
 
 namespace corvane {
 

@@ -1,7 +1,7 @@
 #include "project/font_list.h"
 
+#include "formats/text.h"
 #include "project/subtitle_rows.h"
-#include "project/text.h"
 
 #include <algorithm>
 #include <cstddef>

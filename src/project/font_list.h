@@ -2,8 +2,8 @@
 // settings row names.
 #pragma once
 
-#include "platform/fonts.h"
-#include "platform/paths.h"
+#include "platform/files/paths.h"
+#include "platform/text/fonts.h"
 
 #include <optional>
 #include <string>

@@ -17,11 +17,4 @@ void say_missing(workbench& w, std::string_view part);
 /// "File exists.  Overwrite?"
 bool may_overwrite(workbench& w);
 
-/// Text that may hold anything, as a message can carry it: control characters and bytes that are
-/// not UTF-8 become "?".
-std::string shown(std::string_view text);
-
-/// The same, shortened with "..." when it is longer than `most` bytes.
-std::string shown_short(std::string_view text, std::size_t most = 60);
-
 }  // namespace corvane

@@ -1,6 +1,7 @@
 #include "project/missing_tools.h"
 
-#include "platform/program_folder.h"
+#include "formats/sanitized.h"
+#include "platform/files/program_folder.h"
 #include "project/messages.h"
 
 #include <algorithm>
@@ -26,7 +27,7 @@ std::string origin(const outside_tool& tool, path_style style) {
 std::string why_missing(const outside_tool& tool, const std::string& app, path_style style) {
   if (style == path_style::windows)
     return called(tool.name, style) + " is not in the folder \"" +
-           shown(join_path(app, "bin", style)) + "\".  It comes from " + tool.page +
+           sanitized(join_path(app, "bin", style)) + "\".  It comes from " + tool.page +
            " and with the full installer of Corvane.";
   return tool.name + " is not installed.  It comes with the package " + tool.package + ".";
 }
@@ -66,7 +67,7 @@ std::string missing_tools_notice(const std::string& app, path_style style) {
     return missing;
   if (style == path_style::windows)
     return "Corvane runs tools that are not in its folder \"" +
-           shown(join_path(app, "bin", style)) + "\":\n\n" + missing +
+           sanitized(join_path(app, "bin", style)) + "\":\n\n" + missing +
            "\n\nThe full installer of Corvane has all of them.  Until they are there, what needs "
            "one of them is refused; everything else works.";
   return "Corvane runs tools that are not installed:\n\n" + missing +

@@ -5,7 +5,7 @@
 // all. Linux: the Debian package; the program looks for tools on PATH when it starts.
 #pragma once
 
-#include "platform/paths.h"
+#include "platform/files/paths.h"
 #include "project/workbench.h"
 
 #include <string>

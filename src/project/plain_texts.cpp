@@ -1,9 +1,9 @@
 #include "project/plain_texts.h"
 
-#include "platform/long_paths.h"
-#include "platform/utf8.h"
+#include "formats/text.h"
+#include "platform/files/long_paths.h"
+#include "platform/text/utf8.h"
 #include "project/messages.h"
-#include "project/text.h"
 
 namespace corvane {
 namespace {
@@ -13,10 +13,6 @@ bool is_control(char c) {
 }
 
 }  // namespace
-
-std::string shown_quoted(std::string_view text) {
-  return "\"" + shown_short(text, 200) + "\"";
-}
 
 refusal why_too_long(std::string_view native, path_style style) {
   const auto most = style == native_style() ? longest_path() : std::nullopt;

@@ -1,7 +1,7 @@
 // What texts of rows may hold when a tool reads them, and how they are shown when they hold more.
 #pragma once
 
-#include "platform/paths.h"
+#include "platform/files/paths.h"
 
 #include <optional>
 #include <string>
@@ -11,9 +11,6 @@ namespace corvane {
 
 /// Why something is refused, for the user; nothing when it is not.
 using refusal = std::optional<std::string>;
-
-/// Any text as a message can show it, in double quotes: what cannot be shown as "?", long ones cut.
-std::string shown_quoted(std::string_view text);
 
 /// Why a native path is more than Windows takes, as a clause ("has 271 characters, but ...").
 refusal why_too_long(std::string_view native, path_style style);

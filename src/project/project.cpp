@@ -1,8 +1,8 @@
 #include "project/project.h"
 
-#include "platform/paths.h"
-#include "project/numbers.h"
-#include "project/text.h"
+#include "formats/numbers.h"
+#include "formats/text.h"
+#include "platform/files/paths.h"
 
 namespace corvane {
 

@@ -2,8 +2,8 @@
 //
 // The row texts stand in the project file and are read by authoring exactly as they are here.
 // Row i of each per-title list belongs to title i+1; row j of each per-menu list to menu j+1.
-// Paths in rows are in stored form (platform/paths.h). There is one project a process; the window
-// shows it, commands change it.
+// Paths in rows are in stored form (platform/files/paths.h). There is one project a process; the
+// window shows it, commands change it.
 #pragma once
 
 #include <string>

@@ -1,9 +1,10 @@
 #include "project/project_file.h"
 
-#include "platform/files.h"
-#include "platform/paths.h"
+#include "formats/numbers.h"
+#include "formats/sanitized.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
 #include "project/messages.h"
-#include "project/numbers.h"
 #include "project/project_load.h"
 #include "project/project_text.h"
 #include "project/stream_dialogs.h"
@@ -33,7 +34,7 @@ file_dialog project_dialog(const char* title) {
 
 bool refuse_file(workbench& w, const std::string& path, const std::string& reason) {
   say(w, icon::critical,
-      "\"" + shown(path) + "\" is not a project file that can be loaded: " + reason + ".");
+      "\"" + sanitized(path) + "\" is not a project file that can be loaded: " + reason + ".");
   return false;
 }
 
@@ -61,7 +62,7 @@ save_outcome save_project(workbench& w) {
     return save_outcome::given_up;
   if (const failure why = write_file(path, project_text(w.p))) {
     say(w, icon::critical,
-        "The project could not be saved to \"" + shown(path) + "\": " + *why +
+        "The project could not be saved to \"" + sanitized(path) + "\": " + *why +
             ".  The file is as it was.");
     return save_outcome::failed;
   }

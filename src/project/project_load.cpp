@@ -1,11 +1,11 @@
 #include "project/project_load.h"
 
-#include "menus/button_record.h"
+#include "formats/numbers.h"
+#include "formats/text.h"
 #include "project/file_lookup.h"
+#include "project/menu_rows.h"
 #include "project/messages.h"
-#include "project/numbers.h"
 #include "project/subtitle_rows.h"
-#include "project/text.h"
 
 #include <cstdint>
 #include <string>

@@ -1,11 +1,12 @@
 #include "project/project_text.h"
 
-#include "platform/utf8.h"
-#include "project/line_reader.h"
+#include "formats/line_reader.h"
+#include "formats/numbers.h"
+#include "formats/sanitized.h"
+#include "formats/text.h"
+#include "platform/text/utf8.h"
 #include "project/messages.h"
-#include "project/numbers.h"
 #include "project/project_file.h"
-#include "project/text.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -155,7 +156,7 @@ bool project_reader::button_row(std::string_view line) {
       std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; });
   const int menu = two_digits ? leading_whole(digits) : 0;
   if (menu < 1)
-    return fail_line("names menu \"" + shown_short(digits) + "\"");
+    return fail_line("names menu \"" + sanitized_short(digits) + "\"");
   // Buttons of menus that are gone stand in files too: a load that is taken back for missing
   // files leaves them.
   auto& elements = loaded.menubuttons;
@@ -174,7 +175,7 @@ bool project_reader::check_mark(const char* name, bool& mark) {
   mark = line == "True";
   if (mark || line == "False")
     return true;
-  return fail_line("reads \"" + shown_short(line) + "\" instead of True or False");
+  return fail_line("reads \"" + sanitized_short(line) + "\" instead of True or False");
 }
 
 bool project_reader::settings_lines() {
@@ -185,7 +186,7 @@ bool project_reader::settings_lines() {
   if (!next_row(line, "before the region"))
     return false;
   if (line != "NTSC" && line != "PAL")
-    return fail("the region is \"" + shown_short(line) + "\"");
+    return fail("the region is \"" + sanitized_short(line) + "\"");
   loaded.globalregion = line;
   return check_mark("the ISO switch", loaded.isocreate) &&
          check_mark("the JumpTable switch", loaded.jumptable);

@@ -1,8 +1,8 @@
-#include "project/line_reader.h"
-#include "project/numbers.h"
+#include "formats/line_reader.h"
+#include "formats/numbers.h"
+#include "formats/text.h"
 #include "project/project_file.h"
 #include "project/project_text.h"
-#include "project/text.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,7 +1,7 @@
+#include "formats/numbers.h"
+#include "formats/text.h"
 #include "project/file_lookup.h"
 #include "project/messages.h"
-#include "project/numbers.h"
-#include "project/text.h"
 #include "project/workbench.h"
 
 #include <cmath>

@@ -1,7 +1,8 @@
 #include "project/subtitle_checks.h"
 
-#include "project/numbers.h"
-#include "project/text.h"
+#include "formats/numbers.h"
+#include "formats/sanitized.h"
+#include "formats/text.h"
 
 #include <algorithm>
 #include <array>
@@ -64,7 +65,8 @@ refusal why_not_a_value(subtitle_field field, std::string_view text) {
 refusal why_not_drawable(const subtitle_settings& s) {
   for (std::size_t i = 0; i < subtitle_field_count; ++i) {
     const auto field = static_cast<subtitle_field>(i);
-    const std::string setting = std::string("the ") + name_of(field) + " " + shown_quoted(s[field]);
+    const std::string setting =
+        std::string("the ") + name_of(field) + " " + sanitized_quoted(s[field]);
     if (const refusal why = why_not_plain_text(s[field]))
       return setting + ", which " + *why;
     if (const refusal why = why_not_a_value(field, s[field]))

@@ -1,6 +1,6 @@
 #include "project/subtitle_control.h"
 
-#include "project/text.h"
+#include "formats/text.h"
 
 namespace corvane {
 namespace {

@@ -1,7 +1,7 @@
 // The control file that tells spumux to draw one text subtitle file.
 #pragma once
 
-#include "platform/paths.h"
+#include "platform/files/paths.h"
 #include "project/font_list.h"
 #include "project/subtitle_rows.h"
 

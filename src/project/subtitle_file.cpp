@@ -1,10 +1,10 @@
 #include "project/subtitle_file.h"
 
-#include "platform/charset.h"
-#include "platform/files.h"
-#include "platform/paths.h"
-#include "platform/utf8.h"
-#include "project/text.h"
+#include "formats/text.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
+#include "platform/text/charset.h"
+#include "platform/text/utf8.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "project/subtitle_rows.h"
 
-#include "project/text.h"
+#include "formats/text.h"
 
 #include <algorithm>
 

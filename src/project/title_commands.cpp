@@ -1,12 +1,12 @@
 #include "project/title_commands.h"
 
-#include "platform/files.h"
-#include "platform/paths.h"
+#include "formats/numbers.h"
+#include "formats/text.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
 #include "project/messages.h"
-#include "project/numbers.h"
 #include "project/project_file.h"
 #include "project/stream_dialogs.h"
-#include "project/text.h"
 #include "project/title_rows.h"
 
 namespace corvane {

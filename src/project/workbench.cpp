@@ -1,6 +1,7 @@
 #include "project/workbench.h"
 
-#include "platform/paths.h"
+#include "formats/sanitized.h"
+#include "platform/files/paths.h"
 #include "project/messages.h"
 
 namespace corvane {
@@ -28,7 +29,7 @@ std::optional<std::string> pick_file(workbench& w, const file_dialog& dialog) {
 std::optional<std::string> stored_or_told(workbench& w, const std::string& native) {
   if (const auto why = why_not_storable(native)) {
     say(w, icon::exclamation,
-        "\"" + shown(native) + "\" cannot be used: its name " + *why + ".  Please rename it.");
+        "\"" + sanitized(native) + "\" cannot be used: its name " + *why + ".  Please rename it.");
     return std::nullopt;
   }
   return stored_from_native(native);

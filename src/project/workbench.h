@@ -1,7 +1,7 @@
 // What every command works on: the project, the user, the settings store.
 #pragma once
 
-#include "platform/settings.h"
+#include "platform/settings/settings.h"
 #include "project/project.h"
 #include "project/prompts.h"
 

@@ -1,7 +1,7 @@
 #include "runner/chapter_order.h"
 
-#include "project/text.h"
-#include "project/time_text.h"
+#include "formats/text.h"
+#include "formats/time_text.h"
 
 #include <cstddef>
 #include <optional>

@@ -1,8 +1,8 @@
 #include "runner/output_text.h"
 
-#include "platform/utf8.h"
-#include "project/numbers.h"
-#include "project/text.h"
+#include "formats/numbers.h"
+#include "formats/text.h"
+#include "platform/text/utf8.h"
 
 #include <algorithm>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "runner/overlay_check.h"
 
-#include "platform/files.h"
+#include "platform/files/files.h"
 
 #include <algorithm>
 #include <array>

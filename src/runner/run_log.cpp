@@ -1,7 +1,7 @@
 #include "runner/run_log.h"
 
-#include "platform/files.h"
-#include "project/text.h"
+#include "formats/text.h"
+#include "platform/files/files.h"
 #include "runner/output_text.h"
 
 #include <algorithm>

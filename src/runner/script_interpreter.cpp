@@ -1,6 +1,6 @@
 #include "runner/script_interpreter.h"
 
-#include "platform/paths.h"
+#include "platform/files/paths.h"
 #include "runner/chapter_order.h"
 #include "runner/subtitle_complaints.h"
 

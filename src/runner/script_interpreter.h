@@ -4,8 +4,8 @@
 // every message can be tested without files and programs.
 #pragma once
 
+#include "platform/processes/spawn.h"
 #include "platform/result.h"
-#include "platform/spawn.h"
 #include "runner/script_line.h"
 
 #include <optional>

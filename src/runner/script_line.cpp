@@ -1,7 +1,7 @@
 #include "runner/script_line.h"
 
-#include "platform/utf8.h"
-#include "project/text.h"
+#include "formats/text.h"
+#include "platform/text/utf8.h"
 
 #include <algorithm>
 #include <utility>

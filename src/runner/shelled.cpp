@@ -1,10 +1,10 @@
 #include "runner/shelled.h"
 
-#include "platform/files.h"
-#include "platform/folder_lock.h"
-#include "platform/paths.h"
-#include "platform/process.h"
-#include "project/text.h"
+#include "formats/text.h"
+#include "platform/files/files.h"
+#include "platform/files/folder_lock.h"
+#include "platform/files/paths.h"
+#include "platform/processes/process.h"
 #include "runner/output_text.h"
 #include "runner/run_log.h"
 

@@ -11,8 +11,8 @@
 
 namespace corvane {
 
-class process_launcher;  // platform/process.h
-class folder_lock;       // platform/folder_lock.h
+class process_launcher;  // platform/processes/process.h
+class folder_lock;       // platform/files/folder_lock.h
 
 enum class run_outcome { none, running, success, failed, stopped };
 

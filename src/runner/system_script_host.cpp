@@ -1,6 +1,6 @@
-#include "platform/files.h"
-#include "platform/paths.h"
-#include "project/text.h"
+#include "formats/text.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
 #include "runner/overlay_check.h"
 #include "runner/script_interpreter.h"
 

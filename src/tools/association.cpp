@@ -1,9 +1,10 @@
 #include "tools/association.h"
 
-#include "platform/charset.h"
-#include "platform/files.h"
+#include "formats/sanitized.h"
+#include "formats/text.h"
+#include "platform/files/files.h"
+#include "platform/text/charset.h"
 #include "project/messages.h"
-#include "project/text.h"
 
 #include <cstdint>
 
@@ -18,7 +19,7 @@ void tell(workbench& w, icon picture, const std::string& text) {
 
 failure written(const std::string& file, const std::string& text) {
   if (const failure why = write_file(file, text))
-    return "the file \"" + shown(file) + "\" could not be written: " + *why;
+    return "the file \"" + sanitized(file) + "\" could not be written: " + *why;
   return std::nullopt;
 }
 
@@ -39,7 +40,7 @@ association_result register_on_windows(workbench& w, const association_equipment
   // A script of this kind holds 8-bit text, and the registry editor knows no UTF-8.
   const auto text = in_system_charset(registry_script(e.app));
   failure why = text ? written(script, *text)
-                     : "the name of the program's folder, \"" + shown(e.app) +
+                     : "the name of the program's folder, \"" + sanitized(e.app) +
                            "\", has characters that a registry script cannot hold";
   if (!why)
     why = written(join_path(e.app, "removeextension.reg"), registry_removal_script());
@@ -48,7 +49,7 @@ association_result register_on_windows(workbench& w, const association_equipment
   if (!why)
     return association_result::associated;
   tell(w, icon::critical,
-       "Project files could not be associated with Corvane: " + shown(*why) + ".");
+       "Project files could not be associated with Corvane: " + sanitized(*why) + ".");
   return association_result::incomplete;
 }
 
@@ -122,7 +123,7 @@ bool stands_already(const association_equipment& e) {
 
 void note(std::vector<std::string>& trouble, const failure& why) {
   if (why)
-    trouble.push_back(shown(*why));
+    trouble.push_back(sanitized(*why));
 }
 
 void refresh_databases(const association_equipment& e, std::vector<std::string>& trouble) {

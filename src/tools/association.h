@@ -6,8 +6,8 @@
 // default in mimeapps.list; doing it again when all that stands offers to take it away.
 #pragma once
 
-#include "platform/desktop.h"
-#include "platform/paths.h"
+#include "platform/files/paths.h"
+#include "platform/processes/desktop.h"
 #include "project/workbench.h"
 
 #include <string>

@@ -1,9 +1,9 @@
 #include "tools/chapters.h"
 
-#include "platform/paths.h"
+#include "formats/numbers.h"
+#include "formats/text.h"
+#include "platform/files/paths.h"
 #include "project/messages.h"
-#include "project/numbers.h"
-#include "project/text.h"
 #include "project/title_rows.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "tools/cue_stream.h"
 
-#include "platform/files.h"
+#include "platform/files/files.h"
 
 #include <algorithm>
 #include <fstream>

@@ -1,6 +1,6 @@
 #include "tools/language_tags.h"
 
-#include "project/text.h"
+#include "formats/text.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,12 +1,13 @@
 #include "tools/still_video.h"
 
-#include "platform/files.h"
-#include "platform/program_folder.h"
+#include "formats/jpeg_check.h"
+#include "formats/numbers.h"
+#include "formats/sanitized.h"
+#include "formats/text.h"
+#include "platform/files/files.h"
+#include "platform/files/program_folder.h"
 #include "project/messages.h"
 #include "project/missing_tools.h"
-#include "project/numbers.h"
-#include "project/text.h"
-#include "tools/jpeg_check.h"
 
 #include <cstdint>
 #include <optional>
@@ -54,11 +55,11 @@ std::optional<still_result> choose_jpeg(workbench& w, const still_equipment& e,
   still.jpeg = native_from_stored(*stored);
   const auto refuse = [&](const std::string& why) {
     return tell(w, still_result::refused, icon::exclamation,
-                "\"" + shown(still.jpeg) + "\" cannot be used: " + why + ".");
+                "\"" + sanitized(still.jpeg) + "\" cannot be used: " + why + ".");
   };
   const auto size = e.pictures.size_of(still.jpeg);
   if (!size)
-    return refuse(shown(size.error));
+    return refuse(sanitized(size.error));
   if (size->width != dvd_width || (size->height != ntsc_height && size->height != pal_height))
     return tell(w, still_result::refused, icon::exclamation, "jpg is not 720x480 or 720x576");
   still.height = size->height;
@@ -118,7 +119,7 @@ std::optional<int> store_frames(workbench& w, const std::string& text) {
     w.prefs.set("framecount", trimmed(*frames));
   else
     say(w, icon::exclamation,
-        "The frame count \"" + shown_short(text) + "\" is not a whole number from 1 to 99999.");
+        "The frame count \"" + sanitized_short(text) + "\" is not a whole number from 1 to 99999.");
   return frames;
 }
 

@@ -2,9 +2,9 @@
 // jpeg2yuv and mpeg2enc, run as a work script as authoring is.
 #pragma once
 
-#include "menus/bitmaps.h"
-#include "platform/folder_lock.h"
-#include "platform/paths.h"
+#include "platform/files/folder_lock.h"
+#include "platform/files/paths.h"
+#include "project/picture_loader.h"
 #include "project/workbench.h"
 #include "runner/run_screen.h"
 #include "runner/shelled.h"

@@ -1,9 +1,10 @@
 #include "tools/subtitle_preview.h"
 
-#include "platform/files.h"
-#include "platform/process.h"
-#include "platform/program_folder.h"
-#include "platform/scratch_folder.h"
+#include "formats/sanitized.h"
+#include "platform/files/files.h"
+#include "platform/files/program_folder.h"
+#include "platform/files/scratch_folder.h"
+#include "platform/processes/process.h"
 #include "project/subtitle_checks.h"
 #include "project/subtitle_control.h"
 #include "project/subtitle_file.h"
@@ -196,8 +197,8 @@ struct subtitle_preview::work {
 
 void subtitle_preview::work::fail(const std::string& why) {
   now = state::failed;
-  reason =
-      shown_quoted(text_of(path_of(request.file).filename())) + " cannot be shown: " + why + ".";
+  reason = sanitized_quoted(text_of(path_of(request.file).filename())) +
+           " cannot be shown: " + why + ".";
 }
 
 void subtitle_preview::work::want(const preview_request& r) {

@@ -1,9 +1,10 @@
 #include "tools/subtitles.h"
 
-#include "platform/paths.h"
+#include "formats/sanitized.h"
+#include "formats/text.h"
+#include "platform/files/paths.h"
 #include "project/messages.h"
 #include "project/subtitle_file.h"
-#include "project/text.h"
 #include "project/title_rows.h"
 
 #include <utility>
@@ -37,8 +38,8 @@ std::optional<std::string> agreed_unicode(workbench& w, const std::string& store
     return std::nullopt;
   const std::string set = file->unicode();
   const bool agreed =
-      w.ask.message({"\"" + shown(path) + "\" is " + set + " text.  Read it as " + set +
-                         " instead of " + shown_short(charset) + "?",
+      w.ask.message({"\"" + sanitized(path) + "\" is " + set + " text.  Read it as " + set +
+                         " instead of " + sanitized_short(charset) + "?",
                      icon::exclamation, buttons::yes_no, program_name}) == answer::yes;
   return agreed ? std::optional(set) : std::nullopt;
 }
@@ -129,7 +130,7 @@ void Subtitles::change(subtitle_field field, const std::string& text) {
     return;
   if (const auto why = why_not_a_subtitle_field(text)) {
     say(*w_, icon::exclamation,
-        std::string("The ") + name_of(field) + " \"" + shown_short(text) +
+        std::string("The ") + name_of(field) + " \"" + sanitized_short(text) +
             "\" cannot be used: it " + *why + ".");
     return;
   }

@@ -1,7 +1,7 @@
 #include "tools/visual_chapters.h"
 
+#include "formats/text.h"
 #include "project/messages.h"
-#include "project/text.h"
 
 #include <cstddef>
 

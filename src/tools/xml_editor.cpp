@@ -1,11 +1,12 @@
 #include "tools/xml_editor.h"
 
-#include "platform/files.h"
-#include "platform/paths.h"
-#include "project/line_reader.h"
+#include "formats/line_reader.h"
+#include "formats/sanitized.h"
+#include "formats/text.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
 #include "project/messages.h"
 #include "project/project_file.h"
-#include "project/text.h"
 
 #include <cstdint>
 #include <utility>
@@ -97,7 +98,7 @@ bool xmleditor::save() {
   const std::string file = config_file(e_.app);
   if (const failure why = write_file(file, text)) {
     say(*w_, icon::critical,
-        "The file \"" + shown(file) + "\" could not be written: " + *why + ".");
+        "The file \"" + sanitized(file) + "\" could not be written: " + *why + ".");
     return false;
   }
   const std::string customxml = edited ? Text1_ : std::string();

@@ -6,9 +6,9 @@
 // config.xml; declining lets it go.
 #pragma once
 
-#include "platform/folder_lock.h"
+#include "formats/xml_check.h"
+#include "platform/files/folder_lock.h"
 #include "project/workbench.h"
-#include "tools/xml_check.h"
 
 #include <functional>
 #include <optional>

@@ -1,12 +1,12 @@
 #include "ui/app.h"
 
-#include "platform/files.h"
-#include "platform/program_folder.h"
+#include "platform/files/files.h"
+#include "platform/files/program_folder.h"
 #include "platform/system_version.h"
 #include "project/project_file.h"
 #include "ui/main_window.h"
-#include "ui/message_pictures.h"
-#include "ui/shown_text.h"
+#include "ui/widgets/message_pictures.h"
+#include "ui/widgets/wx_text.h"
 
 #include <wx/msgdlg.h>
 
@@ -38,7 +38,7 @@ bool corvane_app::OnInit() {
   SetAppName("corvane");
   SetAppDisplayName("Corvane");
   if (const failure why = why_system_is_too_old()) {
-    wxMessageBox(shown(*why), "Corvane", wxOK | wxICON_ERROR);
+    wxMessageBox(wx_text(*why), "Corvane", wxOK | wxICON_ERROR);
     return false;
   }
   const std::string path = project_argument();  // relative to where the user stands, so first

@@ -1,9 +1,9 @@
 #include "ui/command_bars.h"
 
-#include "ui/control_name.h"
-#include "ui/icons.h"
-#include "ui/layout.h"
 #include "ui/main_window.h"
+#include "ui/widgets/control_name.h"
+#include "ui/widgets/icons.h"
+#include "ui/widgets/layout.h"
 
 #include <wx/menu.h>
 #include <wx/toolbar.h>

@@ -6,11 +6,11 @@
 #include "project/title_commands.h"
 #include "tools/still_video.h"
 #include "tools/xml_editor.h"
-#include "ui/chapter_window.h"
+#include "ui/disc/side_documents.h"
+#include "ui/editor/menu_windows.h"
 #include "ui/main_window.h"
-#include "ui/menu_windows.h"
-#include "ui/side_documents.h"
 #include "ui/stream_windows.h"
+#include "ui/video/chapter_window.h"
 
 namespace corvane {
 namespace {

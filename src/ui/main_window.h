@@ -3,15 +3,15 @@
 // left in the project is shown.
 #pragma once
 
-#include "platform/desktop.h"
-#include "platform/folder_lock.h"
-#include "platform/process.h"
+#include "platform/files/folder_lock.h"
+#include "platform/processes/desktop.h"
+#include "platform/processes/process.h"
 #include "platform/result.h"
-#include "platform/settings.h"
+#include "platform/settings/settings.h"
 #include "project/project.h"
 #include "project/workbench.h"
 #include "runner/shelled.h"
-#include "ui/window_screen.h"
+#include "ui/disc/window_screen.h"
 #include "ui/wx_prompts.h"
 
 #include <wx/frame.h>

@@ -1,9 +1,9 @@
 #include "ui/project_view.h"
 
-#include "ui/control_name.h"
-#include "ui/icons.h"
-#include "ui/layout.h"
-#include "ui/shown_text.h"
+#include "ui/widgets/control_name.h"
+#include "ui/widgets/icons.h"
+#include "ui/widgets/layout.h"
+#include "ui/widgets/wx_text.h"
 
 #include <wx/bmpbuttn.h>
 #include <wx/choice.h>
@@ -109,18 +109,18 @@ void project_view::on_key(wxKeyEvent& event) {
 void project_view::show_project(const project& p) {
   show_titles(p);
   show_statistics(p);
-  globalregion_->SetLabel(shown(p.globalregion));
+  globalregion_->SetLabel(wx_text(p.globalregion));
   Comboregion_->SetSelection(p.globalregion == "PAL" ? 1 : 0);
   Comboregion_->Enable(p.Comboregion_enabled);
   Layout();
 }
 
 void project_view::show_titles(const project& p) {
-  if (Frame1_->GetLabel() != shown(p.Frame1))
-    Frame1_->SetLabel(shown(p.Frame1));
+  if (Frame1_->GetLabel() != wx_text(p.Frame1))
+    Frame1_->SetLabel(wx_text(p.Frame1));
   wxArrayString rows;
   for (const std::string& row : p.List1)
-    rows.push_back(shown(row));
+    rows.push_back(wx_text(row));
   if (rows != List1_->GetStrings())  // setting them anew would lose the scroll position
     List1_->Set(rows);
   if (List1_->GetSelection() != p.selected)
@@ -130,7 +130,7 @@ void project_view::show_titles(const project& p) {
 }
 
 void project_view::show_statistics(const project& p) {
-  dvdsizetext_->SetLabel(shown_lines(p.dvdsizetext));
+  dvdsizetext_->SetLabel(wx_lines(p.dvdsizetext));
   dvdsizetext_->SetForegroundColour(
       p.dvdsizetext_red ? *wxRED : wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOWTEXT));
 }

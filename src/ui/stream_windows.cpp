@@ -3,9 +3,9 @@
 #include "project/font_list.h"
 #include "tools/language_tags.h"
 #include "tools/subtitles.h"
-#include "ui/language_window.h"
 #include "ui/main_window.h"
-#include "ui/subtitles_window.h"
+#include "ui/subtitles/language_window.h"
+#include "ui/subtitles/subtitles_window.h"
 
 #include <wx/utils.h>
 

@@ -1,9 +1,9 @@
 #include "ui/wx_prompts.h"
 
-#include "platform/files.h"
-#include "ui/file_filter.h"
-#include "ui/folder_dialog.h"
-#include "ui/shown_text.h"
+#include "platform/files/files.h"
+#include "ui/widgets/file_filter.h"
+#include "ui/widgets/folder_dialog.h"
+#include "ui/widgets/wx_text.h"
 
 #include <wx/filedlg.h>
 #include <wx/msgdlg.h>
@@ -79,14 +79,14 @@ int wx_prompts::show(wxDialog& dialog) {
 }
 
 answer wx_prompts::message(const message_box& box) {
-  wxMessageDialog dialog(parent(), shown_lines(box.text), shown(box.caption),
+  wxMessageDialog dialog(parent(), wx_lines(box.text), wx_text(box.caption),
                          button_style(box) | picture_style(box.picture) | wxCENTRE);
   return answer_of(show(dialog), box.choice);
 }
 
 std::string wx_prompts::choose(const file_dialog& dialog, long style) {
-  wxFileDialog chooser(parent(), shown(dialog.title), shown(last_folder_), shown(dialog.preset),
-                       shown(toolkit_filter(dialog.filter)), style);
+  wxFileDialog chooser(parent(), wx_text(dialog.title), wx_text(last_folder_),
+                       wx_text(dialog.preset), wx_text(toolkit_filter(dialog.filter)), style);
   if ((style & wxFD_SAVE) != 0 && dialog.filter.empty())  // no kind of file: it names a folder
     let_name_folder(chooser, dialog.preset);
   if (show(chooser) != wxID_OK)
@@ -106,7 +106,7 @@ std::string wx_prompts::save_file(const file_dialog& dialog) {
 }
 
 std::string wx_prompts::input(const input_box& box) {
-  wxTextEntryDialog dialog(parent(), shown_lines(box.prompt), shown(box.title), shown(box.preset));
+  wxTextEntryDialog dialog(parent(), wx_lines(box.prompt), wx_text(box.title), wx_text(box.preset));
   return show(dialog) == wxID_OK ? utf8_of(dialog.GetValue()) : std::string();
 }
 

@@ -1,6 +1,6 @@
 #include "apps/author_fixture_posix.h"
 
-#include "platform/program_folder.h"
+#include "platform/files/program_folder.h"
 #include "project/project_file.h"
 #include "project/subtitle_rows.h"
 

@@ -1,6 +1,6 @@
 // corvane-author as a person starts it: exit statuses, what it says and what it leaves alone.
 #include "apps/author_fixture_posix.h"
-#include "platform/program_folder.h"
+#include "platform/files/program_folder.h"
 #include "runner/shelled.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 // corvane-author.exe in a folder of its own, with stand-ins for the outside tools in its bin.
 #include "apps/program_windows.h"
-#include "platform/program_folder.h"
+#include "platform/files/program_folder.h"
 #include "project/project_file.h"
 #include "project/subtitle_rows.h"
 

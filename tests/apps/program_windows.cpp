@@ -1,7 +1,7 @@
 #include "apps/program_windows.h"
 
-#include "platform/program_folder.h"
-#include "platform/wide_windows.h"
+#include "platform/files/program_folder.h"
+#include "platform/text/wide_windows.h"
 
 namespace corvane::testing_support {
 namespace {

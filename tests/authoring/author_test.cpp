@@ -2,10 +2,10 @@
 #include "authoring/author.h"
 
 #include "authoring/sample_projects.h"
-#include "platform/files.h"
-#include "platform/program_folder.h"
+#include "formats/text.h"
+#include "platform/files/files.h"
+#include "platform/files/program_folder.h"
 #include "project/missing_tools.h"
-#include "project/text.h"
 #include "support/environment_variable.h"
 #include "support/recorded_start.h"
 #include "support/scripted_prompts.h"

@@ -1,7 +1,7 @@
 // Output folders in which a run would destroy something.
 #include "authoring/checks.h"
 #include "authoring/sample_projects.h"
-#include "platform/files.h"
+#include "platform/files/files.h"
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>

@@ -3,7 +3,7 @@
 #include "authoring/checks.h"
 #include "authoring/colour_groups.h"
 #include "authoring/sample_projects.h"
-#include "authoring/video_standard.h"
+#include "formats/video_standard.h"
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>

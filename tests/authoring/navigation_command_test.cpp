@@ -5,7 +5,7 @@
 #include "authoring/navigation_xml.h"
 #include "authoring/row_checks.h"
 #include "authoring/sample_projects.h"
-#include "project/text.h"
+#include "formats/text.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

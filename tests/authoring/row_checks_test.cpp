@@ -4,8 +4,9 @@
 
 #include "authoring/checks.h"
 #include "authoring/sample_projects.h"
-#include "menus/button_record.h"
-#include "platform/files.h"
+#include "formats/sanitized.h"
+#include "platform/files/files.h"
+#include "project/menu_rows.h"
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
@@ -544,10 +545,10 @@ TEST(NavigationChecks, HandEditedXmlHasCommandsOfItsOwn) {
 // Messages, bitmaps, tools ----------------------------------------------------------------------
 
 TEST(RowChecks, MessagesShowHostileTextHarmlessly) {
-  EXPECT_EQ(shown_quoted("a\r\nb\x1b[0m\x7f"), "\"a??b?[0m?\"");
-  EXPECT_EQ(shown_quoted("\xff\xfe"), "\"??\"");
-  EXPECT_EQ(shown_quoted("äöü"), "\"äöü\"");
-  EXPECT_EQ(shown_quoted(std::string(500, 'x')), "\"" + std::string(200, 'x') + "...\"");
+  EXPECT_EQ(sanitized_quoted("a\r\nb\x1b[0m\x7f"), "\"a??b?[0m?\"");
+  EXPECT_EQ(sanitized_quoted("\xff\xfe"), "\"??\"");
+  EXPECT_EQ(sanitized_quoted("äöü"), "\"äöü\"");
+  EXPECT_EQ(sanitized_quoted(std::string(500, 'x')), "\"" + std::string(200, 'x') + "...\"");
 }
 
 TEST(BitmapChecks, OnlyBitmapFilesAreGivenToGm) {

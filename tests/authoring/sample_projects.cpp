@@ -1,6 +1,6 @@
 #include "authoring/sample_projects.h"
 
-#include "project/text.h"
+#include "formats/text.h"
 
 namespace corvane::testing_support {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "authoring/sample_projects.h"
 #include "authoring/work_script.h"
-#include "project/text.h"
+#include "formats/text.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

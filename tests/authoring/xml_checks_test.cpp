@@ -1,7 +1,7 @@
 #include "authoring/checks.h"
 #include "authoring/navigation_xml.h"
 #include "authoring/sample_projects.h"
-#include "authoring/xml_tags.h"
+#include "formats/xml_tags.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 // Where the chapters of a title really begin on the disc: at the groups of pictures that the visual
 // chapter editor tells.
+#include "formats/time_text.h"
 #include "media/playback.h"
 #include "media/video_file.h"
-#include "platform/files.h"
-#include "project/time_text.h"
+#include "platform/files/files.h"
 #include "studio.h"
 
 #include <gmock/gmock.h>

@@ -1,8 +1,8 @@
 // The sample media that the disc tests author from (samples/make.sh).
 #pragma once
 
-#include "platform/files.h"
-#include "platform/paths.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
 
 #include <string>
 #include <string_view>

@@ -1,6 +1,6 @@
 // Menus at the edge of what a disc can hold, and beyond: a right disc, or a message that names the
 // menu.
-#include "project/text.h"
+#include "formats/text.h"
 #include "shown_overlays.h"
 #include "walk.h"
 

@@ -1,6 +1,6 @@
 #include "picture_file.h"
 
-#include "platform/files.h"
+#include "platform/files/files.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Still menu videos made with the real tools, and the menu that one becomes.
-#include "platform/program_folder.h"
+#include "formats/jpeg_check.h"
+#include "platform/files/program_folder.h"
 #include "studio.h"
-#include "tools/jpeg_check.h"
 #include "tools/still_video.h"
 #include "walk.h"
 

@@ -1,6 +1,6 @@
 // Text subtitles on discs that corvane-author made, read back: streams, languages, times, and every
 // dot of the first picture against the preview's.
-#include "platform/paths.h"
+#include "platform/files/paths.h"
 #include "runner/shelled.h"
 #include "studio.h"
 #include "text_studio.h"

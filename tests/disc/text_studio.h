@@ -2,8 +2,8 @@
 // own.
 #pragma once
 
-#include "platform/files.h"
-#include "platform/program_folder.h"
+#include "platform/files/files.h"
+#include "platform/files/program_folder.h"
 #include "support/temporary_folder.h"
 #include "tools/subtitle_preview.h"
 

@@ -1,6 +1,6 @@
 // Any bytes as a project file: they are refused with a reason, or they are a project whose own text
 // reads back as the same.
-#include "project/numbers.h"
+#include "formats/numbers.h"
 #include "project/project_file.h"
 #include "project/project_text.h"
 

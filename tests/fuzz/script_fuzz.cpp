@@ -1,6 +1,6 @@
 // Work scripts of any bytes through the interpreter behind conspawn. The host touches nothing; it
 // checks that what reaches it could be handed to the system.
-#include "platform/utf8.h"
+#include "platform/text/utf8.h"
 #include "runner/script_interpreter.h"
 
 #include <cstddef>

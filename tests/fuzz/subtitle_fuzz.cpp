@@ -1,6 +1,6 @@
 // Any bytes as a text subtitle file, and as the subpicture that is drawn in the preview. The first
 // byte picks the character set.
-#include "platform/utf8.h"
+#include "platform/text/utf8.h"
 #include "project/subtitle_file.h"
 #include "tools/drawn_cue.h"
 #include "tools/subtitles.h"

@@ -1,5 +1,5 @@
 // Any bytes as hand-edited XML: the check ends, and names a place in the text.
-#include "tools/xml_check.h"
+#include "formats/xml_check.h"
 
 #include <algorithm>
 #include <cstddef>

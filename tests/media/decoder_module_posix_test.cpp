@@ -1,7 +1,7 @@
 // The module with the decoders: loaded with the first picture, found beside the program or in the
 // library folder, and told when it is not there. Shown with the program first_picture, put there.
 #include "media/streams.h"
-#include "platform/program_folder.h"
+#include "platform/files/program_folder.h"
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>

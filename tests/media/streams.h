@@ -3,7 +3,7 @@
 #pragma once
 
 #include "media/picture.h"
-#include "platform/paths.h"
+#include "platform/files/paths.h"
 
 #include <string>
 #include <string_view>

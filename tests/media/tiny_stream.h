@@ -1,7 +1,7 @@
 // MPEG streams made bit by bit: small grey pictures of any kind and order, right and wrong.
 #pragma once
 
-#include "media/video_headers.h"
+#include "formats/video_headers.h"
 
 #include <cstdint>
 #include <string>

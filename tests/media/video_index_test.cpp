@@ -1,5 +1,5 @@
 // What the index says of streams of every build, right and wrong.
-#include "media/video_index.h"
+#include "formats/video_index.h"
 
 #include "media/tiny_stream.h"
 

@@ -1,7 +1,7 @@
 // The bytes of the video stream, out of a plain file and out of a program stream.
 #include "media/video_source.h"
 
-#include "media/stream_packets.h"
+#include "formats/stream_packets.h"
 #include "media/tiny_stream.h"
 #include "support/temporary_folder.h"
 

@@ -1,8 +1,8 @@
 // What the tests of the menu editor share: a project with a menu, a picture loader, an editor.
 #pragma once
 
-#include "menus/button_record.h"
 #include "menus/menu_editor.h"
+#include "project/menu_rows.h"
 #include "support/command_test.h"
 
 #include <map>

@@ -1,9 +1,9 @@
 // The menu editor on records and rows that no editor wrote: a project file can hold anything.
 #include "editor_test.h"
-#include "menus/button_data.h"
+#include "formats/numbers.h"
+#include "formats/text.h"
 #include "menus/menu_editor.h"
-#include "project/numbers.h"
-#include "project/text.h"
+#include "project/button_data.h"
 
 namespace corvane {
 namespace {

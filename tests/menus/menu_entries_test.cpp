@@ -1,8 +1,8 @@
 // The commands on menus: adding, the way to the picker, the jump table.
 #include "menus/menu_entries.h"
 
-#include "menus/button_record.h"
 #include "menus/menu_picker.h"
+#include "project/menu_rows.h"
 #include "project/project_file.h"
 #include "project/title_commands.h"
 #include "support/command_test.h"

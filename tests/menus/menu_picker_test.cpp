@@ -1,7 +1,7 @@
 // The menu picker: its entries, picking to edit, erasing.
 #include "menus/menu_picker.h"
 
-#include "menus/button_record.h"
+#include "project/menu_rows.h"
 #include "support/command_test.h"
 
 namespace corvane {

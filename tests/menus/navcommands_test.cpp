@@ -1,7 +1,7 @@
 // The navigation commands dialog: what it is prepared with, its rows, what accept writes.
 #include "menus/navcommands.h"
 
-#include "menus/button_record.h"
+#include "project/menu_rows.h"
 #include "project/project_file.h"
 #include "support/command_test.h"
 

@@ -1,5 +1,5 @@
 // The converter is another one on Windows; what it says must be the same.
-#include "platform/charset.h"
+#include "platform/text/charset.h"
 
 #include <gtest/gtest.h>
 

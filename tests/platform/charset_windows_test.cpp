@@ -1,4 +1,4 @@
-#include "platform/charset.h"
+#include "platform/text/charset.h"
 
 #include <gtest/gtest.h>
 

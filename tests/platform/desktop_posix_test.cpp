@@ -1,5 +1,5 @@
 // The desktop's programs, with stand-ins on PATH that write down how they were called.
-#include "platform/desktop.h"
+#include "platform/processes/desktop.h"
 #include "support/environment_variable.h"
 #include "support/temporary_folder.h"
 

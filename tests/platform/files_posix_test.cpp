@@ -1,5 +1,5 @@
 // Writing files on POSIX systems: links, access rights, a disk that is full.
-#include "platform/files.h"
+#include "platform/files/files.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>

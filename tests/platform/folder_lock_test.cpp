@@ -1,4 +1,4 @@
-#include "platform/folder_lock.h"
+#include "platform/files/folder_lock.h"
 
 #include "support/temporary_folder.h"
 

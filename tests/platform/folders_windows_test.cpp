@@ -1,5 +1,5 @@
-#include "platform/files.h"
-#include "platform/wide_windows.h"
+#include "platform/files/files.h"
+#include "platform/text/wide_windows.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>

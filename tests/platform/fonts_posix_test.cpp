@@ -1,6 +1,6 @@
 // With the real fontconfig on a folder of the test's own.
-#include "platform/files.h"
-#include "platform/fonts.h"
+#include "platform/files/files.h"
+#include "platform/text/fonts.h"
 #include "support/environment_variable.h"
 #include "support/temporary_folder.h"
 

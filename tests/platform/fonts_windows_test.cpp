@@ -1,6 +1,6 @@
-#include "platform/fonts_windows.h"
+#include "platform/text/fonts_windows.h"
 
-#include "platform/settings_store.h"
+#include "platform/settings/settings_store.h"
 #include "support/settings_place.h"
 
 #include <gmock/gmock.h>

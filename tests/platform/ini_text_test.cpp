@@ -1,4 +1,4 @@
-#include "platform/ini_text.h"
+#include "platform/settings/ini_text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The links in the program folder's bin.
-#include "platform/program_folder.h"
+#include "platform/files/program_folder.h"
 #include "support/environment_variable.h"
 #include "support/temporary_folder.h"
 

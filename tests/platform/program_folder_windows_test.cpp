@@ -1,6 +1,6 @@
 // The program folder of Windows, and what other programs do to files there.
-#include "platform/program_folder.h"
-#include "platform/wide_windows.h"
+#include "platform/files/program_folder.h"
+#include "platform/text/wide_windows.h"
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>

@@ -1,5 +1,5 @@
 // The settings file: where it stands, and what happens to one that is not as we wrote it.
-#include "platform/settings_store.h"
+#include "platform/settings/settings_store.h"
 #include "support/environment_variable.h"
 #include "support/temporary_folder.h"
 

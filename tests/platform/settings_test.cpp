@@ -1,5 +1,5 @@
 // The user's settings store, in a place of the test's own.
-#include "platform/settings_store.h"
+#include "platform/settings/settings_store.h"
 #include "support/settings_place.h"
 
 #include <gtest/gtest.h>

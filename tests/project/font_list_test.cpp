@@ -1,6 +1,6 @@
 #include "project/font_list.h"
 
-#include "platform/paths.h"
+#include "platform/files/paths.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

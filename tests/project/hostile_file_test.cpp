@@ -1,6 +1,6 @@
 // Project files from strangers: loaded or refused with a message, never a crash, never a wait.
+#include "formats/text.h"
 #include "project/project_file.h"
-#include "project/text.h"
 #include "sample_project.h"
 #include "support/command_test.h"
 

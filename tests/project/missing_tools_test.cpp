@@ -1,7 +1,7 @@
 // What is told of tools that are not there, in the words of both systems.
 #include "project/missing_tools.h"
 
-#include "platform/program_folder.h"
+#include "platform/files/program_folder.h"
 #include "support/command_test.h"
 
 #include <filesystem>

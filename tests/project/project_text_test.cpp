@@ -1,8 +1,8 @@
 // The project file's text: golden texts, and what is not a project file and why.
 #include "project/project_text.h"
 
+#include "formats/text.h"
 #include "project/project_file.h"
-#include "project/text.h"
 #include "sample_project.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "sample_project.h"
 
-#include "project/numbers.h"
-#include "project/text.h"
+#include "formats/numbers.h"
+#include "formats/text.h"
 #include "project/title_rows.h"
 
 #include <random>

@@ -1,6 +1,7 @@
 // The guard of hand-edited XML and the picking of files.
 #include "project/workbench.h"
 
+#include "formats/sanitized.h"
 #include "project/messages.h"
 #include "support/command_test.h"
 
@@ -54,23 +55,23 @@ TEST_F(Workbench, NamesThatARowCannotHoldAreRefusedWithTheReason) {
   for (const auto& [name, why] : table) {
     const std::string path = folder.path(name);
     ask.expect_open({"title", "all|*.*", ""}, path);
-    expect_refusal("\"" + shown(path) + "\" cannot be used: its name " + why +
+    expect_refusal("\"" + sanitized(path) + "\" cannot be used: its name " + why +
                    ".  Please rename it.");
     EXPECT_EQ(pick_file(w, {"title", "all|*.*", ""}), std::nullopt) << name;
   }
 }
 
 TEST(Messages, ShownTextIsReadableWhateverTheBytes) {
-  EXPECT_EQ(shown("M\xC3\xBCller"), "M\xC3\xBCller");
-  EXPECT_EQ(shown("a\tb\x01\x7f"), "a?b??");
-  EXPECT_EQ(shown("M\xC3\xBCller\xFF"), "M??ller?");
+  EXPECT_EQ(sanitized("M\xC3\xBCller"), "M\xC3\xBCller");
+  EXPECT_EQ(sanitized("a\tb\x01\x7f"), "a?b??");
+  EXPECT_EQ(sanitized("M\xC3\xBCller\xFF"), "M??ller?");
 }
 
 TEST(Messages, LongTextIsShortenedBetweenCharacters) {
-  EXPECT_EQ(shown_short("abc", 3), "abc");
-  EXPECT_EQ(shown_short("abcd", 3), "abc...");
-  EXPECT_EQ(shown_short("ab\xC3\xBC\xC3\xBC", 3), "ab...");
-  EXPECT_EQ(shown_short("ab\xC3\xBC\xC3\xBC", 4), "ab\xC3\xBC...");
+  EXPECT_EQ(sanitized_short("abc", 3), "abc");
+  EXPECT_EQ(sanitized_short("abcd", 3), "abc...");
+  EXPECT_EQ(sanitized_short("ab\xC3\xBC\xC3\xBC", 3), "ab...");
+  EXPECT_EQ(sanitized_short("ab\xC3\xBC\xC3\xBC", 4), "ab\xC3\xBC...");
 }
 
 }  // namespace

@@ -2,9 +2,9 @@
 // output the test feeds.
 #pragma once
 
-#include "platform/folder_lock.h"
-#include "platform/process.h"
-#include "project/text.h"
+#include "formats/text.h"
+#include "platform/files/folder_lock.h"
+#include "platform/processes/process.h"
 #include "runner/run_screen.h"
 #include "runner/shelled.h"
 #include "support/scripted_prompts.h"

@@ -1,6 +1,6 @@
 #include "runner/script_interpreter.h"
 
-#include "project/text.h"
+#include "formats/text.h"
 #include "runner/subtitle_complaints.h"
 
 #include <gtest/gtest.h>

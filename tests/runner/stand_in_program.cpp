@@ -2,10 +2,10 @@
 // script "process.bat" in it as the current folder, polls until the run has ended, and ends.
 //
 //   stand_in_program FOLDER
-#include "platform/files.h"
-#include "platform/folder_lock.h"
-#include "platform/paths.h"
-#include "platform/process.h"
+#include "platform/files/files.h"
+#include "platform/files/folder_lock.h"
+#include "platform/files/paths.h"
+#include "platform/processes/process.h"
 #include "runner/run_screen.h"
 #include "runner/shelled.h"
 

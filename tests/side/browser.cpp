@@ -1,7 +1,7 @@
 #include "side/browser.h"
 
 #include "disc/command.h"
-#include "platform/files.h"
+#include "platform/files/files.h"
 #include "side/dom.h"
 
 #include <gtest/gtest.h>

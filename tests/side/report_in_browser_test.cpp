@@ -1,13 +1,14 @@
 // The layout report as a real browser shows it.
+#include "authoring/layout_report.h"
 #include "disc/command.h"
-#include "platform/files.h"
+#include "formats/sanitized.h"
+#include "platform/files/files.h"
 #include "side/browser.h"
 #include "side/dom.h"
 #include "side/made_report.h"
 #include "side/shown_report.h"
 #include "support/command_test.h"
 #include "support/recorded_desktop.h"
-#include "tools/layout_report.h"
 
 #include <cstdlib>
 
@@ -38,7 +39,7 @@ class ReportInBrowser : public testing_support::command_test {
     EXPECT_TRUE(root) << why;
     return root.value_or(element());
   }
-  element shown(const std::string& file) { return parsed(reader.page(file).value_or("")); }
+  element sanitized(const std::string& file) { return parsed(reader.page(file).value_or("")); }
 
   recorded_desktop user_desktop;
   browser reader{folder.path()};
@@ -76,7 +77,7 @@ TEST_F(ReportInBrowser, FileNameWithHtmlInItIsShownAsText) {
   const std::string script = "<script>document.title=2<b>";
   add_title(p, "\\v\\" + picture + ".m2v/\\v\\" + script + ".ac3");
   p.postinfo = {"exit"};
-  const element page = shown(page_of(p, "app"));
+  const element page = sanitized(page_of(p, "app"));
   std::string why;
   const auto report = read_report(page, why);
   ASSERT_TRUE(report) << why;
@@ -90,7 +91,7 @@ TEST_F(ReportInBrowser, FileNameWithHtmlInItIsShownAsText) {
 TEST_F(ReportInBrowser, NoteLeadsToTheEditedXml) {
   p.customxml = "<dvdauthor dest=\"d\"><titleset><audio lang=\"fr\"/></titleset></dvdauthor>";
   const std::string file = page_of(p, "app");
-  const element page = shown(file);
+  const element page = sanitized(file);
   const element* const link = find(page, "a");
   ASSERT_NE(link, nullptr);
   EXPECT_EQ(link->text, "Preview the edited XML");

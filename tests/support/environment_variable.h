@@ -1,7 +1,7 @@
 // A variable of this process's environment for the length of a test.
 #pragma once
 
-#include "platform/program_folder.h"
+#include "platform/files/program_folder.h"
 
 #include <cstdlib>
 #include <optional>

@@ -4,8 +4,8 @@
 // fails so that nobody takes that for a check; read the difference before committing it.
 #pragma once
 
-#include "platform/files.h"
-#include "platform/paths.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
 
 #include <gtest/gtest.h>
 

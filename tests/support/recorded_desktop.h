@@ -2,8 +2,8 @@
 // nothing.
 #pragma once
 
-#include "platform/desktop.h"
-#include "project/text.h"
+#include "formats/text.h"
+#include "platform/processes/desktop.h"
 
 #include <functional>
 #include <map>

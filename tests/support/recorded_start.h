@@ -1,7 +1,7 @@
 // Stand-ins for what starts a run: they keep what they were asked for, and start nothing.
 #pragma once
 
-#include "platform/process.h"
+#include "platform/processes/process.h"
 #include "project/project.h"
 #include "runner/run_screen.h"
 

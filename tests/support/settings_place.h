@@ -4,7 +4,7 @@
 #include "support/temporary_folder.h"
 
 #ifdef _WIN32
-#include "platform/wide_windows.h"
+#include "platform/text/wide_windows.h"
 
 #include <windows.h>
 #endif

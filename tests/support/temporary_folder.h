@@ -1,8 +1,8 @@
 // A folder of a test's own, removed at its end.
 #pragma once
 
-#include "platform/files.h"
-#include "platform/paths.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // The texts written beside the disc against the files in golden/, in both path styles.
+#include "authoring/avisynth_script.h"
+#include "authoring/layout_report.h"
 #include "authoring/sample_projects.h"
 #include "support/golden.h"
 #include "tools/association.h"
-#include "tools/avisynth_script.h"
-#include "tools/layout_report.h"
 
 #include <gtest/gtest.h>
 

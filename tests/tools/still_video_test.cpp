@@ -1,7 +1,7 @@
 // The whole conversation of the still video and its script, with a launcher that starts nothing.
 #include "tools/still_video.h"
 
-#include "platform/program_folder.h"
+#include "platform/files/program_folder.h"
 #include "project/missing_tools.h"
 #include "support/command_test.h"
 #include "support/recorded_start.h"

@@ -1,7 +1,7 @@
 // The dialog "chapters" with a real pointer and real keys.
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
-#include "ui/shown_text.h"
+#include "ui/widgets/wx_text.h"
 #include "ui/window_fixture.h"
 
 #include <gmock/gmock.h>
@@ -37,7 +37,7 @@ class chapters : public window_test {
   }
   /// As if pasted.
   static void set_text(const std::string& value) {
-    on_ui([&] { text().SetValue(corvane::shown(value)); });
+    on_ui([&] { text().SetValue(wx_text(value)); });
   }
   /// Without the mark of its key.
   static std::string caption_of(const char* name) {

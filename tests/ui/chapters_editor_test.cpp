@@ -1,12 +1,12 @@
 // The window "chapters editor" with a real pointer and real keys, on real streams.
+#include "formats/time_text.h"
 #include "media/video_file.h"
-#include "platform/files.h"
-#include "project/time_text.h"
+#include "platform/files/files.h"
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
-#include "ui/shown_text.h"
-#include "ui/time_line.h"
-#include "ui/video_picture.h"
+#include "ui/video/time_line.h"
+#include "ui/video/video_picture.h"
+#include "ui/widgets/wx_text.h"
 #include "ui/window_fixture.h"
 
 #include <gmock/gmock.h>

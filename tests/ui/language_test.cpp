@@ -2,8 +2,8 @@
 #include "tools/language_tags.h"
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
-#include "ui/search_list.h"
-#include "ui/shown_text.h"
+#include "ui/widgets/search_list.h"
+#include "ui/widgets/wx_text.h"
 #include "ui/window_fixture.h"
 
 #include <gmock/gmock.h>

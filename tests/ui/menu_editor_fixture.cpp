@@ -1,12 +1,12 @@
 #include "ui/menu_editor_fixture.h"
 
-#include "menus/button_record.h"
+#include "formats/numbers.h"
+#include "formats/text.h"
 #include "menus/menu_geometry.h"
-#include "project/numbers.h"
-#include "project/text.h"
+#include "project/menu_rows.h"
+#include "ui/editor/menu_editor_window.h"
 #include "ui/main_window.h"
-#include "ui/menu_editor_window.h"
-#include "ui/shown_text.h"
+#include "ui/widgets/wx_text.h"
 
 #include <wx/choice.h>
 #include <wx/combobox.h>

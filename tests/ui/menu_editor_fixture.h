@@ -1,7 +1,7 @@
 // A test with the menu editor's window over the main window, on a project of its own.
 #pragma once
 
-#include "platform/settings.h"
+#include "platform/settings/settings.h"
 #include "project/workbench.h"
 #include "ui/window_fixture.h"
 #include "ui/wx_prompts.h"

@@ -1,8 +1,8 @@
 // What the menu editor shows in its picture, and the bitmaps of buttons.
 #include "media/video_file.h"
+#include "ui/editor/menu_picture_area.h"
 #include "ui/gtk_sight.h"
 #include "ui/menu_editor_fixture.h"
-#include "ui/menu_picture_area.h"
 
 #include <gmock/gmock.h>
 

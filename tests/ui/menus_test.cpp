@@ -1,10 +1,10 @@
 // Menus from the main window: adding, the picker, the jump-table switch, and what rests meanwhile.
 // (The editor itself: menu_editor_test.cpp.)
-#include "menus/button_record.h"
+#include "project/menu_rows.h"
 #include "ui/command_bars.h"
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
-#include "ui/shown_text.h"
+#include "ui/widgets/wx_text.h"
 #include "ui/window_fixture.h"
 
 #include <gmock/gmock.h>

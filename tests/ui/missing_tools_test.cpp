@@ -1,5 +1,5 @@
 // What the window tells of missing tools when it starts.
-#include "platform/program_folder.h"
+#include "platform/files/program_folder.h"
 #include "ui/main_window.h"
 #include "ui/window_fixture.h"
 

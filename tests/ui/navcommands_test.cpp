@@ -1,7 +1,7 @@
 // The navigation commands dialog with a real pointer and real keys.
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
-#include "ui/shown_text.h"
+#include "ui/widgets/wx_text.h"
 #include "ui/window_fixture.h"
 
 #include <gmock/gmock.h>

@@ -1,5 +1,5 @@
 // What a press on the outline of a button takes hold of.
-#include "ui/outline_grip.h"
+#include "ui/editor/outline_grip.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The program itself, started as a user starts it.
-#include "platform/program_folder.h"
+#include "platform/files/program_folder.h"
 #include "support/temporary_folder.h"
 #include "ui/robot.h"
 

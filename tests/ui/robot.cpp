@@ -2,7 +2,7 @@
 
 #include "ui/display_order.h"
 #include "ui/gtk_sight.h"
-#include "ui/shown_text.h"
+#include "ui/widgets/wx_text.h"
 
 #include <gtest/gtest.h>
 #include <wx/app.h>
@@ -115,7 +115,7 @@ void enter_text(const std::string& text) {
   }
   on_ui([&text] {
     const wxClipboardLocker open;
-    wxTheClipboard->SetData(new wxTextDataObject(shown(text)));
+    wxTheClipboard->SetData(new wxTextDataObject(wx_text(text)));
   });
   press("ctrl+v");
 }

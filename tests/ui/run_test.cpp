@@ -1,6 +1,6 @@
 // Authoring from the window: the log window, its progress, stopping, and the outcome.
 #include "ui/main_window.h"
-#include "ui/shown_text.h"
+#include "ui/widgets/wx_text.h"
 #include "ui/window_fixture.h"
 
 #include <gmock/gmock.h>

@@ -1,5 +1,5 @@
 // The report, the script for a menu and the association of project files, from the window.
-#include "platform/program_folder.h"
+#include "platform/files/program_folder.h"
 #include "support/environment_variable.h"
 #include "tools/association.h"
 #include "ui/main_window.h"

@@ -1,7 +1,7 @@
 // Still menu videos from the window: a JPEG becomes a video with the real tools, or a message says
 // why not.
 #include "media/video_file.h"
-#include "platform/settings.h"
+#include "platform/settings/settings.h"
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
 #include "ui/window_fixture.h"

@@ -3,14 +3,14 @@
 #include "project/subtitle_rows.h"
 #include "support/environment_variable.h"
 #include "tools/subtitles.h"
-#include "ui/file_pictures.h"
+#include "ui/editor/file_pictures.h"
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
-#include "ui/search_list.h"
-#include "ui/shown_text.h"
-#include "ui/video_picture.h"
+#include "ui/video/video_picture.h"
+#include "ui/widgets/search_list.h"
+#include "ui/widgets/wrapped_text.h"
+#include "ui/widgets/wx_text.h"
 #include "ui/window_fixture.h"
-#include "ui/wrapped_text.h"
 
 #include <gmock/gmock.h>
 #include <wx/arrstr.h>

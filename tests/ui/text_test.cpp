@@ -1,7 +1,7 @@
 // What of the windows needs no display.
-#include "ui/file_filter.h"
-#include "ui/icons.h"
-#include "ui/shown_text.h"
+#include "ui/widgets/file_filter.h"
+#include "ui/widgets/icons.h"
+#include "ui/widgets/wx_text.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -45,15 +45,15 @@ TEST(file_filter, an_extension_is_implied_only_by_a_single_pattern) {
 }
 
 TEST(shown_text, damaged_text_is_shown_but_for_the_damaged_bytes) {
-  EXPECT_EQ(utf8_of(shown("größe 漢")), "größe 漢");
-  EXPECT_EQ(utf8_of(shown("a\xFFz")), "a\xEF\xBF\xBDz");
-  EXPECT_EQ(utf8_of(shown("\xC3")), "\xEF\xBF\xBD");
-  EXPECT_EQ(utf8_of(shown("gr\xF6\xDF")), "gr\xEF\xBF\xBD\xEF\xBF\xBD");
-  EXPECT_EQ(utf8_of(shown("")), "");
+  EXPECT_EQ(utf8_of(wx_text("größe 漢")), "größe 漢");
+  EXPECT_EQ(utf8_of(wx_text("a\xFFz")), "a\xEF\xBF\xBDz");
+  EXPECT_EQ(utf8_of(wx_text("\xC3")), "\xEF\xBF\xBD");
+  EXPECT_EQ(utf8_of(wx_text("gr\xF6\xDF")), "gr\xEF\xBF\xBD\xEF\xBF\xBD");
+  EXPECT_EQ(utf8_of(wx_text("")), "");
 }
 
 TEST(shown_text, carriage_returns_before_line_feeds_go) {
-  EXPECT_EQ(utf8_of(shown_lines("a\r\nb\r\n")), "a\nb\n");
+  EXPECT_EQ(utf8_of(wx_lines("a\r\nb\r\n")), "a\nb\n");
 }
 
 TEST(icons, every_picture_of_the_window_is_embedded) {

@@ -1,5 +1,5 @@
 // The picture of a video at a time, without a window around it.
-#include "ui/video_backdrop.h"
+#include "ui/editor/video_backdrop.h"
 
 #include "ui/window_fixture.h"
 

@@ -1,13 +1,13 @@
 #include "ui/window_fixture.h"
 
-#include "menus/button_record.h"
-#include "platform/program_folder.h"
+#include "platform/files/program_folder.h"
+#include "project/menu_rows.h"
 #include "project/project_file.h"
 #include "project/subtitle_rows.h"
 #include "ui/app.h"
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
-#include "ui/shown_text.h"
+#include "ui/widgets/wx_text.h"
 
 #include <wx/listbox.h>
 

@@ -2,8 +2,8 @@
 // registry.
 #include "tools/association.h"
 
-#include "platform/desktop.h"
-#include "platform/wide_windows.h"
+#include "platform/processes/desktop.h"
+#include "platform/text/wide_windows.h"
 #include "support/command_test.h"
 
 #include <chrono>

@@ -2,10 +2,10 @@
 // conspawn.exe. Here the scripts are those of corvane-author.exe, run once by either.
 #include "apps/program_windows.h"
 #include "authoring/sample_projects.h"
-#include "platform/files.h"
-#include "platform/paths.h"
+#include "formats/text.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
 #include "project/project_file.h"
-#include "project/text.h"
 #include "tools/still_video.h"
 
 #include <gtest/gtest.h>

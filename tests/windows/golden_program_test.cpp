@@ -2,7 +2,7 @@
 // texts name, against those texts byte for byte.
 #include "apps/program_windows.h"
 #include "authoring/sample_projects.h"
-#include "platform/program_folder.h"
+#include "platform/files/program_folder.h"
 #include "project/project_file.h"
 #include "support/golden.h"
 

@@ -1,7 +1,7 @@
 #include "windows/keys_and_screen.h"
 
-#include "platform/paths.h"
-#include "platform/wide_windows.h"
+#include "platform/files/paths.h"
+#include "platform/text/wide_windows.h"
 
 #include <gtest/gtest.h>
 

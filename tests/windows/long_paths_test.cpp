@@ -1,11 +1,11 @@
 // Paths longer than the 259 characters that Windows takes by itself: refused by corvane-author.exe
 // before anything is done, and used when long paths are enabled in Windows. (Wine always takes
 // them; only what our programs make of the setting shows here.)
-#include "platform/long_paths.h"
+#include "platform/files/long_paths.h"
 
 #include "apps/program_windows.h"
 #include "authoring/checks.h"
-#include "platform/files.h"
+#include "platform/files/files.h"
 #include "project/project_file.h"
 #include "project/subtitle_rows.h"
 

@@ -1,9 +1,9 @@
 // What stands in the Windows programs beside their code: what they need of the system, their
 // manifest, what Explorer tells of them, their icon.
-#include "platform/files.h"
-#include "platform/paths.h"
-#include "platform/program_folder.h"
-#include "platform/wide_windows.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
+#include "platform/files/program_folder.h"
+#include "platform/text/wide_windows.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,11 +2,11 @@
 // it was told and what it read, so that whoever calls it otherwise gets other files.
 //
 // A file "fails-NAME" beside it makes the tool of that name end with status 1, its work half done.
-#include "platform/files.h"
-#include "platform/paths.h"
-#include "platform/program_folder.h"
-#include "platform/spawn.h"
-#include "project/text.h"
+#include "formats/text.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
+#include "platform/files/program_folder.h"
+#include "platform/processes/spawn.h"
 
 #include <cstdio>
 #include <fcntl.h>

@@ -2,8 +2,8 @@
 //
 // Variables: CORVANE_SAMPLE_VIDEO, a PAL video; CORVANE_FIRST_PICTURE and CORVANE_LATER_PICTURE,
 // two of its pictures as ffmpeg gives them (PPM).
-#include "platform/files.h"
-#include "platform/paths.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
 #include "project/project_file.h"
 #include "project/subtitle_rows.h"
 #include "windows/keys_and_screen.h"

@@ -1,7 +1,7 @@
 #include "windows/window_program.h"
 
-#include "platform/program_folder.h"
-#include "platform/wide_windows.h"
+#include "platform/files/program_folder.h"
+#include "platform/text/wide_windows.h"
 
 #include <array>
 #include <chrono>

@@ -1,7 +1,7 @@
 // The windows of corvane.exe, as far as they are the system's own: what the controls show, boxes,
 // keys, the registry. What the windows do is tested where they were written first (tests/ui).
 #include "media/tiny_stream.h"
-#include "platform/settings.h"
+#include "platform/settings/settings.h"
 #include "project/project_file.h"
 #include "project/subtitle_rows.h"
 #include "windows/keys_and_screen.h"

@@ -6,8 +6,8 @@
 // status 0 when everything went well, 1 when something did not (each such thing has had its line
 // beginning "ERR:").
 
-#include "platform/files.h"
-#include "platform/spawn.h"
+#include "platform/files/files.h"
+#include "platform/processes/spawn.h"
 #include "runner/script_interpreter.h"
 
 #include <cstdint>

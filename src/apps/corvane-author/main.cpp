@@ -2,9 +2,9 @@
 #include "apps/corvane-author/arguments.h"
 #include "apps/corvane-author/author_project.h"
 #include "apps/corvane-author/report.h"
-#include "platform/console.h"
-#include "platform/interrupt.h"
-#include "platform/program_folder.h"
+#include "platform/files/program_folder.h"
+#include "platform/processes/console.h"
+#include "platform/processes/interrupt.h"
 #include "platform/system_version.h"
 
 #include <cstdio>

@@ -1,6 +1,6 @@
 #include "apps/corvane-author/report.h"
 
-#include "project/text.h"
+#include "formats/text.h"
 
 #include <algorithm>
 #include <cstddef>

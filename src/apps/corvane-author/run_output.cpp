@@ -1,6 +1,6 @@
 #include "apps/corvane-author/run_output.h"
 
-#include "project/text.h"
+#include "formats/text.h"
 
 #include <utility>
 

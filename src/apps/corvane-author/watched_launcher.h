@@ -4,7 +4,7 @@
 // no step may be lost, so the steps are taken from the output itself.
 #pragma once
 
-#include "platform/process.h"
+#include "platform/processes/process.h"
 
 #include <functional>
 #include <string>

@@ -1,5 +1,5 @@
 // corvane: the windows.
-#include "platform/program_folder.h"
+#include "platform/files/program_folder.h"
 #include "ui/app.h"
 
 #include <wx/init.h>

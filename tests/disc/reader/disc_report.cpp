@@ -4,7 +4,7 @@
 // beside what the project asks for. The buttons of its menus are pressed on a player's machine.
 // Status 0: read (and as asked for); 1: disc and project disagree, or the image it asks for is not
 // among the discs; 2: bad arguments or nothing to read.
-#include "platform/files.h"
+#include "platform/files/files.h"
 #include "report.h"
 #include "walk.h"
 

@@ -1,6 +1,6 @@
 #include "iso_volume.h"
 
-#include "platform/files.h"
+#include "platform/files/files.h"
 
 #include <cstdint>
 #include <string_view>

@@ -1,7 +1,7 @@
 #include "menu_report.h"
 
 #include "drawn_colours.h"
-#include "platform/paths.h"
+#include "platform/files/paths.h"
 
 #include <array>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "report.h"
 
 #include "menu_report.h"
-#include "platform/paths.h"
+#include "platform/files/paths.h"
 #include "track_report.h"
 
 #include <algorithm>

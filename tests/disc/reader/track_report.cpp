@@ -1,6 +1,6 @@
 #include "track_report.h"
 
-#include "platform/paths.h"
+#include "platform/files/paths.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,0 +1,194 @@
+#include "authoring/layout_report.h"
+
+#include "formats/numbers.h"
+#include "formats/sanitized.h"
+#include "formats/text.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
+#include "platform/text/utf8.h"
+#include "project/menu_rows.h"
+#include "project/messages.h"
+
+#include <cstdint>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+constexpr const char* page_name = "layout.html";
+constexpr const char* xml_copy_name = "layoutconfig.xml";
+constexpr std::string_view unknown_character = "&#65533;";
+
+class page {
+ public:
+  void line(const std::string& text) { text_ += text + std::string(crlf); }
+  std::string take() { return std::move(text_); }
+
+ private:
+  std::string text_;
+};
+
+/// How many bytes the character has that begins with `first`, in well-formed UTF-8.
+std::size_t length_of_character(unsigned char first) {
+  return first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+}
+
+std::string numbered(std::string_view character) {
+  const auto first = static_cast<unsigned char>(character[0]);
+  std::uint32_t code = first & (0xFFu >> (character.size() + 1));
+  for (const char c : character.substr(1))
+    code = code << 6 | (static_cast<unsigned char>(c) & 0x3Fu);
+  // Browsers read the numbers of these control characters as those of windows-1252: 128 is a Euro.
+  const bool control = code < 0xA0;
+  return control ? std::string(unknown_character) : "&#" + std::to_string(code) + ";";
+}
+
+std::string ascii_text(char c) {
+  switch (c) {
+    case '<':
+      return "&lt;";
+    case '>':
+      return "&gt;";
+    case '&':
+      return "&amp;";
+    case '"':
+      return "&quot;";
+    case '\'':
+      return "&#39;";
+    case '\t':
+    case '\r':
+    case '\n':
+      return {c};
+    default:
+      break;
+  }
+  const bool control = static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+  return control ? std::string(unknown_character) : std::string{c};
+}
+
+/// The files of a menu without their folders.
+std::string menu_files(const std::string& row) {
+  const menu_streams streams = parse_menu_row(row);
+  std::string names(file_name_of(streams.video));
+  if (!streams.audio.empty())
+    names += "/" + std::string(file_name_of(streams.audio));
+  return names;
+}
+
+int menu_total(const project& p) {
+  return static_cast<int>(p.menulist.size());
+}
+
+std::string row_of_title(const std::vector<std::string>& list, std::size_t title) {
+  return title < list.size() ? list[title] : std::string();
+}
+
+void add_contents(page& html, const project& p) {
+  html.line("<ul><li>This DVD contains:" + html_text(p.dvdsizetext) + "<br>Titles include:<ul>");
+  for (std::size_t title = 0; title < p.List1.size(); ++title) {
+    const auto chapters = split(row_of_title(p.chapters, title), ',').size();
+    html.line("<li type=disc>" + html_text(p.List1[title]) + " (" + std::to_string(chapters) +
+              " chapters)");
+  }
+  html.line("</ul><br>Menus include:<ul>");
+  for (int menu = 1; menu <= menu_total(p); ++menu)
+    html.line("<li type=disc>menu" + trimmed(menu) + ":" +
+              html_text(menu_files(p.menulist[static_cast<std::size_t>(menu - 1)])) + "  (" +
+              std::to_string(button_records(p, menu).size()) + " buttons)");
+  html.line("</ul><br><br>");
+}
+
+std::string first_play(const project& p) {
+  if (p.firstplay != "<default>")
+    return p.firstplay;
+  return p.menulist.empty() ? "Title 1" : "Menu 1";
+}
+
+std::string button_line(const std::string& record, int number) {
+  const button_record b = parse_button(record);
+  const auto edge = [](const std::string& text) { return html_text(trim(text)); };
+  return "<li type=disc>Button" + trimmed(number) + "(" + edge(b.x0) + "x" + edge(b.y0) + "," +
+         edge(b.x1) + "x" + edge(b.y1) + ") goes to:" + html_text(b.action);
+}
+
+void add_menu_targets(page& html, const project& p) {
+  html.line("<ul><li type=disc>Menus:<ul>");
+  for (int menu = 1; menu <= menu_total(p); ++menu) {
+    html.line("<li type=disc>Menu" + trimmed(menu) + "<ul>");
+    int number = 0;
+    for (const std::string& record : button_records(p, menu))
+      html.line(button_line(record, ++number));
+    html.line("</ul>");
+  }
+}
+
+// A post command is shown as it reads, whichever its kind: jumps and exit begin with their words.
+void add_title_targets(page& html, const project& p) {
+  html.line("</ul></ul><br><ul><li type=disc>Titles:<ul>");
+  for (std::size_t title = 0; title < p.List1.size(); ++title)
+    html.line("<li type=disc>Title" + std::to_string(title + 1) +
+              " goes to: " + html_text(trim(row_of_title(p.postinfo, title))));
+  html.line("</ul></ul>");
+}
+
+failure write_or_tell(workbench& w, const std::string& file, const std::string& text) {
+  const failure why = write_file(file, text);
+  if (why)
+    say(w, icon::critical, "The file \"" + file + "\" could not be written: " + *why + ".");
+  return why;
+}
+
+}  // namespace
+
+std::string html_text(std::string_view text) {
+  const bool readable = is_utf8(text);
+  std::string html;
+  while (!text.empty()) {
+    const bool ascii = static_cast<unsigned char>(text[0]) < 0x80;
+    const std::size_t length =
+        readable ? length_of_character(static_cast<unsigned char>(text[0])) : 1;
+    if (ascii)
+      html += ascii_text(text[0]);
+    else
+      html += readable ? numbered(text.substr(0, length)) : std::string(unknown_character);
+    text.remove_prefix(length);
+  }
+  return html;
+}
+
+std::string layout_html(const project& p) {
+  const std::string name = html_text(version_title);
+  page html;
+  html.line("<html><head><title>DVD Layout - " + name +
+            "</title></head><body bgcolor=\"lightgrey\" topmargin=0 marginheight=0>");
+  html.line("<font size=-1 face=\"verdana\"><center><b>DVD Layout, auto-generated from<br>" + name +
+            "</center></b><br><br>");
+  add_contents(html, p);
+  html.line("<li>The DVD will begin with " + html_text(first_play(p)));
+  add_menu_targets(html, p);
+  add_title_targets(html, p);
+  if (!p.customxml.empty())
+    html.line(
+        "<br><br>The XML has been modified so the above data may be partially incorrect "
+        "(depending on the modifications).  <br><a href=\"" +
+        std::string(xml_copy_name) + "\">Preview the edited XML</a><br>");
+  return html.take();
+}
+
+report_result layoutprint_command(workbench& w, const std::string& app, desktop& user_desktop) {
+  const std::string file = join_path(app, page_name);
+  // The copy first: a page that leads to it is there only with it.
+  if (!w.p.customxml.empty() && write_or_tell(w, join_path(app, xml_copy_name), w.p.customxml))
+    return report_result::not_written;
+  if (write_or_tell(w, file, layout_html(w.p)))
+    return report_result::not_written;
+  if (const failure why = user_desktop.show_page(file)) {
+    say(w, icon::exclamation,
+        "The report was written, but the browser could not be started: " + sanitized(*why) +
+            ".\r\nIt is the file \"" + file + "\".");
+    return report_result::not_shown;
+  }
+  return report_result::shown;
+}
+
+}  // namespace corvane

@@ -1,0 +1,34 @@
+// The layout report: the disc's structure as one HTML page, and the command that shows it.
+//
+// The page reflects the project's lists as they stand, not what authoring would write. Whatever
+// they hold is shown as text: no name can put markup into the page.
+#pragma once
+
+#include "platform/processes/desktop.h"
+#include "project/workbench.h"
+
+#include <string>
+#include <string_view>
+
+namespace corvane {
+
+/// The page; each of its lines ends with CR LF, all of it is ASCII.
+std::string layout_html(const project& p);
+
+/// Text as HTML shows it: "<", ">", "&" and quotes as entities, characters outside ASCII as
+/// numbers, so that the page needs to name no encoding. What no page may hold (control characters,
+/// bytes that are not UTF-8) becomes U+FFFD.
+std::string html_text(std::string_view text);
+
+enum class report_result {
+  shown,        ///< the browser was started
+  not_written,  ///< a file could not be written; told with a message
+  not_shown,    ///< written, but the browser could not be started; told with a message
+};
+
+/// "generate layout report": writes layout.html into the program folder `app` (native), beside it
+/// the hand-edited XML as layoutconfig.xml when there is one, and shows the page. The project is
+/// not touched.
+report_result layoutprint_command(workbench& w, const std::string& app, desktop& user_desktop);
+
+}  // namespace corvane

@@ -1,0 +1,95 @@
+#include "formats/video_headers.h"
+
+#include <array>
+#include <utility>
+
+namespace corvane {
+
+namespace {
+
+// extension_start_code_identifier: the first four bits of an extension.
+constexpr int sequence_extension_id = 1;
+constexpr int picture_coding_extension_id = 8;
+
+// frame_rate_code 1 to 8.
+constexpr std::array<std::pair<int, int>, 8> rates{
+    {{24000, 1001}, {24, 1}, {25, 1}, {30000, 1001}, {30, 1}, {50, 1}, {60000, 1001}, {60, 1}}};
+
+// MPEG-1 numbers the shapes of pixels, MPEG-2 the shapes of the screen; what MPEG-1 calls 8 and 12
+// are the pixels of a 4:3 screen of 625 and 525 lines, 3 and 6 those of a 16:9 one.
+void set_proportions(video_shape& shape) {
+  const int code = shape.aspect_code;
+  const bool wide = shape.mpeg2 ? code == 3 : code == 3 || code == 6;
+  const bool narrow = shape.mpeg2 ? code == 2 : code == 8 || code == 12;
+  shape.aspect_width = wide ? 16 : narrow ? 4 : 0;
+  shape.aspect_height = wide ? 9 : narrow ? 3 : 0;
+}
+
+}  // namespace
+
+std::optional<video_shape> read_sequence_header(const std::uint8_t* bytes) {
+  video_shape shape;
+  shape.width = bytes[0] << 4 | bytes[1] >> 4;
+  shape.height = (bytes[1] & 0x0F) << 8 | bytes[2];
+  shape.aspect_code = bytes[3] >> 4;
+  const unsigned rate = bytes[3] & 0x0Fu;
+  const bool marker = (bytes[6] & 0x20) != 0;
+  if (shape.width == 0 || shape.height == 0 || shape.aspect_code == 0 || shape.aspect_code == 15 ||
+      rate == 0 || rate > rates.size() || !marker)
+    return std::nullopt;
+  shape.rate_numerator = rates.at(rate - 1).first;
+  shape.rate_denominator = rates.at(rate - 1).second;
+  shape.progressive_sequence = true;
+  set_proportions(shape);
+  return shape;
+}
+
+bool read_sequence_extension(const std::uint8_t* bytes, video_shape& shape) {
+  if (bytes[0] >> 4 != sequence_extension_id)
+    return false;
+  shape.mpeg2 = true;
+  set_proportions(shape);
+  shape.progressive_sequence = (bytes[1] & 0x08) != 0;
+  shape.width |= ((bytes[1] & 0x01) << 1 | bytes[2] >> 7) << 12;
+  shape.height |= ((bytes[2] >> 5) & 0x03) << 12;
+  shape.rate_numerator *= ((bytes[5] >> 5) & 0x03) + 1;
+  shape.rate_denominator *= (bytes[5] & 0x1F) + 1;
+  return true;
+}
+
+bool read_closed_gop(const std::uint8_t* bytes) {
+  return (bytes[3] & 0x40) != 0;
+}
+
+picture_kind read_picture_kind(const std::uint8_t* bytes) {
+  switch ((bytes[1] >> 3) & 0x07) {
+    case 1:
+      return picture_kind::intra;
+    case 2:
+      return picture_kind::predicted;
+    case 3:
+      return picture_kind::bidirectional;
+    default:
+      return picture_kind::other;
+  }
+}
+
+std::optional<picture_extension> read_picture_extension(const std::uint8_t* bytes) {
+  if (bytes[0] >> 4 != picture_coding_extension_id)
+    return std::nullopt;
+  picture_extension extension;
+  extension.structure = static_cast<picture_extension::structure_kind>(bytes[2] & 0x03);
+  extension.top_field_first = (bytes[3] & 0x80) != 0;
+  extension.repeat_first_field = (bytes[3] & 0x02) != 0;
+  return extension;
+}
+
+int shown_fields(const video_shape& shape, const picture_extension& extension) {
+  if (!extension.repeat_first_field)
+    return 2;
+  if (!shape.progressive_sequence)
+    return 3;
+  return extension.top_field_first ? 6 : 4;
+}
+
+}  // namespace corvane

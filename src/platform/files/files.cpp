@@ -1,0 +1,105 @@
+#include "platform/files/files.h"
+
+#include "platform/files/durable_write.h"
+
+#include <fstream>
+#include <system_error>
+
+namespace corvane {
+
+namespace fs = std::filesystem;
+
+fs::path path_of(std::string_view native) {
+  return fs::path(std::u8string(native.begin(), native.end()));
+}
+
+std::string text_of(const fs::path& path) {
+  const std::u8string text = path.u8string();
+  return std::string(text.begin(), text.end());
+}
+
+bool file_exists(std::string_view native) {
+  std::error_code error;
+  return fs::is_regular_file(path_of(native), error);
+}
+
+bool folder_exists(std::string_view native) {
+  std::error_code error;
+  return fs::is_directory(path_of(native), error);
+}
+
+std::optional<std::uintmax_t> file_size(std::string_view native) {
+  std::error_code error;
+  // One question to the system, not two: libstdc++ gives a size for regular files only.
+  const auto size = fs::file_size(path_of(native), error);
+  if (error)
+    return std::nullopt;
+  return size;
+}
+
+result<std::string> first_bytes(std::string_view native, std::size_t count) {
+  std::ifstream file(path_of(native), std::ios::binary);
+  if (!file)
+    return result<std::string>::fail("the file cannot be opened");
+  std::string bytes(count, '\0');
+  file.read(bytes.data(), static_cast<std::streamsize>(count));
+  if (file.bad())
+    return result<std::string>::fail("the file cannot be read");
+  bytes.resize(static_cast<std::size_t>(file.gcount()));
+  return result<std::string>::ok(std::move(bytes));
+}
+
+result<std::string> read_file(std::string_view native, std::uintmax_t limit) {
+  const auto size = file_size(native);
+  if (!size)
+    return result<std::string>::fail(folder_exists(native) ? "it is a folder, not a file"
+                                                           : "the file does not exist");
+  if (*size > limit)
+    return result<std::string>::fail("the file is too large");
+  std::ifstream file(path_of(native), std::ios::binary);
+  if (!file)
+    return result<std::string>::fail("the file cannot be opened");
+  std::string bytes(static_cast<std::size_t>(*size), '\0');
+  file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  if (file.bad())
+    return result<std::string>::fail("the file cannot be read");
+  bytes.resize(static_cast<std::size_t>(file.gcount()));
+  return result<std::string>::ok(std::move(bytes));
+}
+
+failure write_file(std::string_view native, std::string_view text) {
+  std::error_code error;
+  fs::path target = path_of(native);
+  if (fs::is_symlink(target, error)) {
+    const fs::path end = fs::weakly_canonical(target, error);
+    if (!error)
+      target = end;
+  }
+  if (fs::exists(target, error) && !fs::is_regular_file(target, error))
+    return fs::is_directory(target, error) ? "it is a folder, not a file" : "it is not a file";
+  const fs::path beside = unused_name_beside(target);
+  if (failure why = write_durably(beside, text)) {
+    fs::remove(beside, error);
+    return why;
+  }
+  if (failure why = replace_durably(beside, target)) {
+    fs::remove(beside, error);
+    return why;
+  }
+  return std::nullopt;
+}
+
+failure make_folders(std::string_view native) {
+  std::error_code error;
+  fs::create_directories(path_of(native), error);
+  if (error)
+    return error.message();
+  return std::nullopt;
+}
+
+bool same_place(std::string_view a, std::string_view b) {
+  std::error_code error;
+  return fs::equivalent(path_of(a), path_of(b), error) && !error;
+}
+
+}  // namespace corvane

@@ -1,9 +1,0 @@
-#include "platform/long_paths.h"
-
-namespace corvane {
-
-std::optional<std::size_t> longest_path() {
-  return std::nullopt;
-}
-
-}  // namespace corvane

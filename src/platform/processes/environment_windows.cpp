@@ -1,0 +1,48 @@
+#include "platform/files/program_folder.h"
+#include "platform/text/wide_windows.h"
+
+#include <cstddef>
+#include <cwchar>
+#include <windows.h>
+// After windows.h, whose types it uses.
+#include <shellapi.h>
+
+namespace corvane {
+
+std::string own_executable() {
+  std::wstring path(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length =
+        ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    if (length < path.size()) {
+      path.resize(length);
+      return narrow(path);
+    }
+    path.resize(path.size() * 2);
+  }
+}
+
+void set_environment(const std::string& name, const std::string& value) {
+  // The run-time library keeps a copy of the environment, which getenv reads; it takes an empty
+  // value as "remove", so the system itself is told last.
+  ::_wputenv_s(wide(name).c_str(), wide(value).c_str());
+  ::SetEnvironmentVariableW(wide(name).c_str(), wide(value).c_str());
+}
+
+std::vector<std::string> utf8_arguments(int, char**) {
+  std::vector<std::string> arguments;
+  int count = 0;
+  wchar_t** const words = ::CommandLineToArgvW(::GetCommandLineW(), &count);
+  if (words == nullptr)
+    return arguments;
+  for (int i = 1; i < count; ++i)
+    arguments.push_back(narrow(words[i]));
+  ::LocalFree(words);
+  return arguments;
+}
+
+std::string argument_text(int, char**) {
+  return std::string(after_program(narrow(::GetCommandLineW())));
+}
+
+}  // namespace corvane

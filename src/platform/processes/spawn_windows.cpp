@@ -1,0 +1,276 @@
+#include "platform/files/files.h"
+#include "platform/processes/spawn.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <system_error>
+#include <utility>
+#include <windows.h>
+// After windows.h, which it needs.
+#include <shellapi.h>
+
+namespace corvane {
+namespace {
+
+constexpr std::size_t errors_kept = std::size_t{1} << 20;
+
+/// A handle of ours, closed at the end.
+class handle {
+ public:
+  handle() = default;
+  explicit handle(HANDLE h) : h_(h == INVALID_HANDLE_VALUE ? nullptr : h) {}
+  ~handle() { close(); }
+  handle(handle&& other) noexcept : h_(other.h_) { other.h_ = nullptr; }
+  handle& operator=(handle&& other) noexcept {
+    std::swap(h_, other.h_);
+    return *this;
+  }
+  HANDLE get() const { return h_; }
+  bool is_open() const { return h_ != nullptr; }
+  void close() {
+    if (h_ != nullptr)
+      ::CloseHandle(h_);
+    h_ = nullptr;
+  }
+
+ private:
+  HANDLE h_ = nullptr;
+};
+
+struct two_ends {
+  handle read_end, write_end;
+};
+
+/// Neither end is inherited until it is made inheritable for one program.
+two_ends make_pipe() {
+  HANDLE read_end = nullptr;
+  HANDLE write_end = nullptr;
+  if (::CreatePipe(&read_end, &write_end, nullptr, 0) == 0)
+    return {};
+  return {handle(read_end), handle(write_end)};
+}
+
+std::string message_of(DWORD error) {
+  std::string text = std::system_category().message(static_cast<int>(error));
+  while (!text.empty() && (text.back() == '\n' || text.back() == '\r' || text.back() == '.'))
+    text.pop_back();
+  return text;
+}
+
+/// One word as the C runtime of the started program will read it back: in double quotes where
+/// needed, backslashes before a double quote doubled.
+std::wstring quoted(const std::wstring& word) {
+  if (!word.empty() && word.find_first_of(L" \t\n\v\"") == std::wstring::npos)
+    return word;
+  std::wstring text = L"\"";
+  std::size_t backslashes = 0;
+  for (const wchar_t c : word) {
+    if (c == L'\\') {
+      ++backslashes;
+      continue;
+    }
+    text.append(c == L'"' ? 2 * backslashes + 1 : backslashes, L'\\');
+    text += c;
+    backslashes = 0;
+  }
+  text.append(2 * backslashes, L'\\');
+  return text + L'"';
+}
+
+std::wstring command_line_of(const std::vector<std::string>& words) {
+  std::wstring line;
+  for (const std::string& word : words) {
+    if (!line.empty())
+      line += L' ';
+    line += quoted(path_of(word).wstring());
+  }
+  return line;
+}
+
+/// What one program of a pipeline gets as its standard handles; null: it gets none.
+struct standard_handles {
+  HANDLE in, out, err;
+};
+
+/// The list of handles that the program inherits, and no others.
+class inherited_handles {
+ public:
+  explicit inherited_handles(const standard_handles& files) {
+    for (const HANDLE h : {files.in, files.out, files.err})
+      if (h != nullptr && std::find(list_.begin(), list_.end(), h) == list_.end()) {
+        ::SetHandleInformation(h, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
+        list_.push_back(h);
+      }
+    SIZE_T size = 0;
+    ::InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
+    room_.resize(size);
+    ready_ = ::InitializeProcThreadAttributeList(attributes(), 1, 0, &size) != 0;
+    if (ready_)
+      ::UpdateProcThreadAttribute(attributes(), 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, list_.data(),
+                                  list_.size() * sizeof(HANDLE), nullptr, nullptr);
+  }
+  ~inherited_handles() {
+    if (ready_)
+      ::DeleteProcThreadAttributeList(attributes());
+  }
+  inherited_handles(const inherited_handles&) = delete;
+  inherited_handles& operator=(const inherited_handles&) = delete;
+
+  LPPROC_THREAD_ATTRIBUTE_LIST attributes() {
+    return reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(room_.data());
+  }
+
+ private:
+  std::vector<HANDLE> list_;
+  std::vector<char> room_;
+  bool ready_ = false;
+};
+
+program_end not_started(DWORD error) {
+  return {program_end::kind::not_started, error, message_of(error)};
+}
+
+/// Starts one program. Its handle, or a closed one and `end` told.
+handle start(const std::vector<std::string>& words, const standard_handles& files,
+             program_end& end) {
+  inherited_handles inherited(files);
+  STARTUPINFOEXW how{};
+  how.StartupInfo.cb = sizeof how;
+  how.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
+  how.StartupInfo.hStdInput = files.in;
+  how.StartupInfo.hStdOutput = files.out;
+  how.StartupInfo.hStdError = files.err;
+  how.lpAttributeList = inherited.attributes();
+  PROCESS_INFORMATION info{};
+  std::wstring line = command_line_of(words);
+  if (::CreateProcessW(path_of(words[0]).c_str(), line.data(), nullptr, nullptr, TRUE,
+                       EXTENDED_STARTUPINFO_PRESENT, nullptr, nullptr, &how.StartupInfo,
+                       &info) == 0) {
+    end = not_started(::GetLastError());
+    return {};
+  }
+  ::CloseHandle(info.hThread);
+  return handle(info.hProcess);
+}
+
+/// Statuses from here on are those of an exception that ended the program, but for the last ones:
+/// those are negative numbers that a program written for other systems gave, where a byte of them
+/// counts: -1 is 255.
+constexpr DWORD first_exception = 0xC0000000, first_negative = 0xFFFFFF00;
+
+program_end wait_for(const handle& process) {
+  DWORD status = 0;
+  ::WaitForSingleObject(process.get(), INFINITE);
+  if (::GetExitCodeProcess(process.get(), &status) == 0)
+    return not_started(::GetLastError());
+  if (status < first_exception)
+    return {program_end::kind::exited, status, {}};
+  if (status >= first_negative)
+    return {program_end::kind::exited, status & 0xFF, {}};
+  return {program_end::kind::by_exception, status,
+          status == 0xC0000005 ? "access violation" : "it crashed"};
+}
+
+void write_all(HANDLE file, std::string_view text) {
+  while (!text.empty()) {
+    DWORD written = 0;
+    const DWORD want = static_cast<DWORD>(std::min<std::size_t>(text.size(), 1u << 20));
+    if (::WriteFile(file, text.data(), want, &written, nullptr) == 0)
+      return;
+    text.remove_prefix(written);
+  }
+}
+
+/// Passes standard error on until the program has closed it; keeps its beginning.
+std::string pass_on(HANDLE from) {
+  std::string kept;
+  std::array<char, 4096> buffer{};
+  DWORD got = 0;
+  while (::ReadFile(from, buffer.data(), static_cast<DWORD>(buffer.size()), &got, nullptr) != 0 &&
+         got > 0) {
+    const std::string_view piece(buffer.data(), got);
+    write_all(::GetStdHandle(STD_ERROR_HANDLE), piece);
+    kept += piece.substr(0, errors_kept - kept.size());
+  }
+  return kept;
+}
+
+handle open_input(const std::string& path) {
+  return handle(::CreateFileW(path.empty() ? L"NUL" : path_of(path).c_str(), GENERIC_READ,
+                              FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                              FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+handle open_output(const std::string& path) {
+  return handle(::CreateFileW(path_of(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                              CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+}  // namespace
+
+pipeline_result run_pipeline(const pipeline& p) {
+  pipeline_result r;
+  const auto unusable = [&r](const std::string& file) {
+    r.unusable_file = file;
+    r.why_unusable = message_of(::GetLastError());
+    return r;
+  };
+  handle in = open_input(p.input);
+  if (!in.is_open())
+    return unusable(p.input.empty() ? "NUL" : p.input);
+  handle out = p.output.empty() ? handle() : open_output(p.output);
+  if (!p.output.empty() && !out.is_open())
+    return unusable(p.output);
+  const HANDLE own_out = ::GetStdHandle(STD_OUTPUT_HANDLE);
+  const HANDLE own_err = ::GetStdHandle(STD_ERROR_HANDLE);
+  two_ends errors = p.watch_errors ? make_pipe() : two_ends();
+  std::vector<handle> processes;
+  for (std::size_t i = 0; i < p.programs.size(); ++i) {
+    const bool last = i + 1 == p.programs.size();
+    two_ends next = last ? two_ends() : make_pipe();
+    const HANDLE to = !last ? next.write_end.get() : out.is_open() ? out.get() : own_out;
+    processes.push_back(
+        start(p.programs[i],
+              {in.get(), to, errors.write_end.is_open() ? errors.write_end.get() : own_err},
+              r.ends.emplace_back()));
+    in = std::move(next.read_end);
+  }
+  in.close();
+  errors.write_end.close();
+  if (errors.read_end.is_open())
+    r.errors = pass_on(errors.read_end.get());
+  for (std::size_t i = 0; i < processes.size(); ++i)
+    if (processes[i].is_open())
+      r.ends[i] = wait_for(processes[i]);
+  return r;
+}
+
+void write_output(std::string_view text) {
+  write_all(::GetStdHandle(STD_OUTPUT_HANDLE), text);
+}
+
+invocation own_invocation(int /*argc*/, char** /*argv*/) {
+  invocation own;
+  std::wstring path(32768, L'\0');
+  path.resize(::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  own.program = text_of(std::filesystem::path(path));
+  int count = 0;
+  const std::unique_ptr<LPWSTR, decltype(&::LocalFree)> words(
+      ::CommandLineToArgvW(::GetCommandLineW(), &count), ::LocalFree);
+  for (int i = 1; words && i < count; ++i)
+    own.arguments.push_back(text_of(std::filesystem::path(words.get()[i])));
+  return own;
+}
+
+void begin_as_script_runner() {
+  // The handle stays open on purpose: the system closes it when this process ends, and with it
+  // ends what still runs in the job.
+  const HANDLE job = ::CreateJobObjectW(nullptr, nullptr);
+  JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+  limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+  ::SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof limits);
+  ::AssignProcessToJobObject(job, ::GetCurrentProcess());
+}
+
+}  // namespace corvane

@@ -1,0 +1,99 @@
+#include "project/menu_rows.h"
+
+#include "formats/numbers.h"
+#include "formats/text.h"
+#include "project/project.h"
+
+namespace corvane {
+namespace {
+
+/// Piece `index`, or nothing where the row has fewer.
+std::string piece(const std::vector<std::string>& pieces, std::size_t index,
+                  const std::string& otherwise = {}) {
+  return index < pieces.size() ? pieces[index] : otherwise;
+}
+
+/// The element of a menu (1-based); empty where the array has none.
+std::string_view element_of(const project& p, int menu) {
+  if (menu < 1 || menu - 1 > UUBound(p.menubuttons))
+    return {};
+  return p.menubuttons[static_cast<std::size_t>(menu) - 1];
+}
+
+}  // namespace
+
+const std::vector<std::string> button_colours = {"black", "brown", "orange", "yellow",  "green",
+                                                 "blue",  "white", "grey",   "magenta", "cyan"};
+
+button_record parse_button(std::string_view record) {
+  const std::vector<std::string> f = split(record, '/');
+  return {piece(f, 0), piece(f, 1), piece(f, 2), piece(f, 3),
+          piece(f, 4), piece(f, 5), piece(f, 6)};
+}
+
+std::string button_text(const button_record& button) {
+  return join(
+      {button.x0, button.y0, button.x1, button.y1, button.action, button.highlight, button.select},
+      "/");
+}
+
+button_record button_with_edges(int x0, int y0, int x1, int y1) {
+  button_record button;
+  button.x0 = leading_blank(x0);
+  button.y0 = leading_blank(y0);
+  button.x1 = leading_blank(x1);
+  button.y1 = leading_blank(y1);
+  return button;
+}
+
+std::optional<std::string> why_not_a_field(std::string_view text) {
+  if (holds_control_character(text))
+    return "contains a line break, a tab or another control character";
+  for (const char c : {'/', '|', '\\'})
+    if (text.find(c) != std::string_view::npos)
+      return std::string("contains \"") + c + '"';
+  return std::nullopt;
+}
+
+bool is_bitmap(std::string_view value) {
+  return value.find('\\') != std::string_view::npos;
+}
+
+menu_options parse_menu_options(std::string_view row) {
+  const std::vector<std::string> f = split(row, '\t');
+  const menu_options fresh;
+  menu_options options;
+  options.loop = leading_number_text(piece(f, 0)) == "1";
+  options.spu_begin = piece(f, 1, fresh.spu_begin);
+  options.spu_end = piece(f, 2, fresh.spu_end);
+  if (f.size() > 3)
+    options.thickness = leading_whole(f[3]);
+  return options;
+}
+
+std::string menu_options_text(const menu_options& options) {
+  return join({leading_blank(options.loop ? 1 : 0), options.spu_begin, options.spu_end,
+               leading_blank(options.thickness)},
+              "\t");
+}
+
+menu_streams parse_menu_row(std::string_view row) {
+  const std::vector<std::string> f = split(row, '/');
+  return {piece(f, 0), piece(f, 1)};
+}
+
+std::string menu_row_text(const menu_streams& streams) {
+  return streams.video + "/" + streams.audio;
+}
+
+std::vector<std::string> button_records(const project& p, int menu) {
+  std::vector<std::string> records = split(element_of(p, menu), '|');
+  std::erase_if(records, [](const std::string& record) { return trim(record).empty(); });
+  return records;
+}
+
+int buttoncount(const project& p, int menu) {
+  return static_cast<int>(split(element_of(p, menu), '|').size());
+}
+
+}  // namespace corvane

@@ -1,0 +1,202 @@
+#include "ui/disc/navcommands_window.h"
+
+#include "formats/text.h"
+#include "ui/widgets/control_name.h"
+#include "ui/widgets/dialog_buttons.h"
+#include "ui/widgets/fixed_pitch.h"
+#include "ui/widgets/icons.h"
+#include "ui/widgets/layout.h"
+#include "ui/widgets/wx_text.h"
+
+#include <wx/button.h>
+#include <wx/combobox.h>
+#include <wx/listbox.h>
+#include <wx/sizer.h>
+#include <wx/statbox.h>
+#include <wx/stattext.h>
+#include <wx/textctrl.h>
+
+#include <utility>
+
+namespace corvane {
+namespace {
+
+constexpr int row_letters = 52;           // a whole row and a scroll bar
+constexpr int most_command_letters = 25;  // more than a row keeps
+
+/// A row as the list shows it: its padding lines the commands up, so the TAB needs no stop.
+wxString shown_row(const std::string& row) {
+  return wx_text(replace_all(row, "\t", "   "));
+}
+
+wxArrayString shown_items(const std::vector<std::string>& items) {
+  wxArrayString all;
+  for (const std::string& item : items)
+    all.push_back(wx_text(item));
+  return all;
+}
+
+}  // namespace
+
+navcommands_window::navcommands_window(wxWindow* main, navcommands model,
+                                       std::function<void()> closed)
+    : wxDialog(main, wxID_ANY, "navigation commands editor", wxDefaultPosition, wxDefaultSize,
+               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "navcommands"),
+      model_(std::move(model)),
+      closed_(std::move(closed)) {
+  name_control(*this, "navcommands");
+  SetIcons(program_icon());
+  auto* groups = new wxBoxSizer(wxVERTICAL);
+  const wxSizerFlags below = wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::group_gap));
+  groups->Add(make_titles(), wxSizerFlags(1).Expand());
+  groups->Add(make_command(), below);
+  groups->Add(make_first_play(), below);
+  groups->Add(make_buttons(), wxSizerFlags().Right().Border(wxTOP, FromDIP(layout::group_gap)));
+  auto* whole = new wxBoxSizer(wxVERTICAL);
+  whole->Add(groups, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::window_border)));
+  SetSizerAndFit(whole);
+  bind_controls();
+  CentreOnParent();
+  main->Disable();
+  List1_->SetFocus();
+}
+
+wxSizer* navcommands_window::make_titles() {
+  List1_ = new wxListBox(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, nullptr,
+                         wxLB_SINGLE | wxLB_HSCROLL | wxLB_NEEDED_SB);
+  name_control(*List1_, "List1");
+  List1_->SetToolTip(
+      "double click on the entry to modify the command after the title is finished (post command)");
+  List1_->SetFont(fixed_pitch(List1_->GetFont()));
+  for (const std::string& row : model_.List1())
+    List1_->Append(shown_row(row));
+  List1_->SetMinSize(
+      wxSize(row_letters * List1_->GetCharWidth(), FromDIP(layout::commands_height)));
+  auto* titles = new wxBoxSizer(wxVERTICAL);
+  titles->Add(List1_, wxSizerFlags(1).Expand());
+  return titles;
+}
+
+wxSizer* navcommands_window::make_command() {
+  auto* name_label = new wxStaticText(this, wxID_ANY, "Title name");
+  Text1_ =
+      new wxTextCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, wxTE_READONLY);
+  name_control(*Text1_, "Text1");
+  auto* command_label = new wxStaticText(this, wxID_ANY, "&Post command");
+  Combo1_ = new wxComboBox(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                           shown_items(model_.Combo1_items()), wxCB_DROPDOWN | wxTE_PROCESS_ENTER);
+  name_control(*Combo1_, "Combo1");
+  Combo1_->SetMaxLength(most_command_letters);
+  Combo1_->ChangeValue(wx_text(model_.Combo1()));
+  Combo1_->Disable();  // until there is a row that it belongs to
+
+  auto* columns = new wxFlexGridSizer(2, FromDIP(layout::control_gap), FromDIP(layout::group_gap));
+  columns->AddGrowableCol(0, 1);
+  columns->AddGrowableCol(1, 1);
+  columns->Add(name_label);
+  columns->Add(command_label);
+  columns->Add(Text1_, wxSizerFlags().Expand());
+  columns->Add(Combo1_, wxSizerFlags().Expand());
+  return columns;
+}
+
+wxSizer* navcommands_window::make_first_play() {
+  auto* box = new wxStaticBoxSizer(wxVERTICAL, this, "first play");
+  firstplay_ =
+      new wxComboBox(box->GetStaticBox(), wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                     shown_items(model_.firstplay_items()), wxCB_DROPDOWN | wxTE_PROCESS_ENTER);
+  name_control(*firstplay_, "firstplay");
+  firstplay_->SetToolTip("sets the first thing that is played when the dvd begins.");
+  firstplay_->ChangeValue(wx_text(model_.firstplay()));
+  box->Add(firstplay_, wxSizerFlags().Expand().Border(wxALL, FromDIP(layout::box_border)));
+  return box;
+}
+
+wxSizer* navcommands_window::make_buttons() {
+  auto* Command1 = new wxButton(this, wxID_OK, "&accept");
+  name_control(*Command1, "Command1");
+  return dialog_buttons(Command1, new wxButton(this, wxID_CANCEL, "&cancel"));
+}
+
+void navcommands_window::bind_controls() {
+  List1_->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { select(); });
+  // After the event: GTK takes Enter on a row for a double click, and then activates what has the
+  // focus.
+  List1_->Bind(wxEVT_LISTBOX_DCLICK,
+               [this](wxCommandEvent&) { CallAfter([this] { edit_command(); }); });
+  List1_->Bind(wxEVT_CHAR_HOOK, &navcommands_window::on_list_key, this);
+  Combo1_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { change_command(); });
+  Combo1_->Bind(wxEVT_COMBOBOX, [this](wxCommandEvent&) { change_command(); });
+  // Back to the list, so that Enter, a command, Enter, Down goes through all titles. That is why
+  // there is no default button.
+  Combo1_->Bind(wxEVT_TEXT_ENTER, [this](wxCommandEvent&) { List1_->SetFocus(); });
+  firstplay_->Bind(wxEVT_TEXT_ENTER, [this](wxCommandEvent&) { accept(); });
+  Bind(
+      wxEVT_BUTTON, [this](wxCommandEvent&) { accept(); }, wxID_OK);
+  Bind(
+      wxEVT_BUTTON, [this](wxCommandEvent&) { leave(); }, wxID_CANCEL);
+  Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { leave(); });
+}
+
+void navcommands_window::on_list_key(wxKeyEvent& event) {
+  const int key = event.GetKeyCode();
+  const bool none = List1_->GetSelection() == wxNOT_FOUND;
+  if (key == WXK_RETURN || key == WXK_NUMPAD_ENTER)
+    edit_command();
+  else if (key == WXK_DOWN && none && !List1_->IsEmpty()) {  // GTK would go to the second row
+    List1_->SetSelection(0);
+    select();
+  } else
+    event.Skip();
+}
+
+void navcommands_window::select() {
+  const int row = List1_->GetSelection();
+  Combo1_->Enable(row != wxNOT_FOUND);
+  if (row == wxNOT_FOUND)
+    return;
+  model_.select(row);
+  Text1_->ChangeValue(wx_text(model_.Text1()));
+  Combo1_->ChangeValue(wx_text(model_.Combo1()));
+}
+
+void navcommands_window::edit_command() {
+  select();
+  if (!Combo1_->IsEnabled())
+    return;
+  Combo1_->SetFocus();
+  Combo1_->SelectAll();
+}
+
+void navcommands_window::change_command() {
+  const int row = List1_->GetSelection();
+  if (row == wxNOT_FOUND)
+    return;
+  const std::string text = utf8_of(Combo1_->GetValue());
+  model_.set_command(text);
+  if (model_.Combo1() != text)  // refused
+    Combo1_->ChangeValue(wx_text(model_.Combo1()));
+  List1_->SetString(static_cast<unsigned>(row),
+                    shown_row(model_.List1()[static_cast<std::size_t>(row)]));
+}
+
+void navcommands_window::accept() {
+  const std::string first = utf8_of(firstplay_->GetValue());
+  model_.set_firstplay(first);
+  if (model_.firstplay() != first) {  // refused
+    firstplay_->ChangeValue(wx_text(model_.firstplay()));
+    return;
+  }
+  model_.accept();
+  leave();
+}
+
+// The main window first: a disabled one would not get the focus back.
+void navcommands_window::leave() {
+  GetParent()->Enable();
+  Hide();
+  closed_();
+  Destroy();
+}
+
+}  // namespace corvane

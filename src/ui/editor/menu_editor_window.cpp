@@ -1,0 +1,197 @@
+#include "ui/editor/menu_editor_window.h"
+
+#include "platform/files/paths.h"
+#include "ui/editor/menu_button_panel.h"
+#include "ui/editor/menu_options_panel.h"
+#include "ui/editor/menu_picture.h"
+#include "ui/editor/menu_picture_area.h"
+#include "ui/video/video_strip.h"
+#include "ui/widgets/control_name.h"
+#include "ui/widgets/icons.h"
+#include "ui/widgets/layout.h"
+#include "ui/widgets/wx_text.h"
+
+#include <wx/button.h>
+#include <wx/display.h>
+#include <wx/panel.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace corvane {
+
+tsmenu::tsmenu(wxWindow* main, workbench& w, bool recall, std::function<void()> closed)
+    : wxFrame(main, wxID_ANY, "titleset menu", wxDefaultPosition, wxDefaultSize,
+              wxDEFAULT_FRAME_STYLE | wxFRAME_FLOAT_ON_PARENT, "tsmenu"),
+      main_(main),
+      closed_(std::move(closed)),
+      editor_(w, pictures_) {
+  name_control(*this, "tsmenu");
+  SetIcons(program_icon());
+  if (recall)
+    editor_.recallbuttondata();
+  make_controls();
+  Fit();  // gives those a size that are hidden at first
+  load_video();
+  show_controls();
+  fit();
+  CentreOnScreen();
+  Bind(wxEVT_CLOSE_WINDOW, &tsmenu::on_close, this);
+  main_->Disable();
+  Show();
+  panel_->SetFocus();  // on the first control, and on by one
+  Navigate();
+  // Told over the window that it is about.
+  CallAfter([this] {
+    tell([this](menu_editor& editor) { editor.playback_check(video_size_.x, video_size_.y); });
+  });
+}
+
+void tsmenu::make_controls() {
+  panel_ = new wxPanel(this);
+  const tell_event to_model = [this](const menu_event& event) { tell(event); };
+  buttons_ = new menu_button_panel(panel_, to_model);
+  options_ = new menu_options_panel(panel_, to_model);
+  area_ = new menu_picture_area(panel_, editor_, to_model);
+  auto* columns = new wxBoxSizer(wxHORIZONTAL);
+  columns->Add(area_, wxSizerFlags(1).Expand());
+  columns->Add(make_right(), wxSizerFlags().Expand().Border(wxLEFT, FromDIP(layout::group_gap)));
+  auto* whole = new wxBoxSizer(wxVERTICAL);
+  whole->Add(columns, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::window_border)));
+  panel_->SetSizer(whole);
+  auto* around = new wxBoxSizer(wxVERTICAL);
+  around->Add(panel_, wxSizerFlags(1).Expand());
+  SetSizer(around);
+}
+
+wxSizer* tsmenu::make_right() {
+  auto* Command2 = new wxButton(panel_, wxID_ANY, "acc&ept");
+  name_control(*Command2, "Command2");
+  Command2->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { accept(); });
+  const int gap = FromDIP(layout::group_gap);
+  right_ = new wxBoxSizer(wxVERTICAL);
+  right_->Add(make_heading(), wxSizerFlags().Expand());
+  right_->Add(buttons_, wxSizerFlags().Expand().Border(wxTOP, gap));
+  right_->Add(options_, wxSizerFlags().Expand().Border(wxTOP, gap));
+  right_->AddStretchSpacer();
+  right_->Add(Command2, wxSizerFlags().Right().Border(wxTOP, gap));
+  return right_;
+}
+
+/// "menu", `indexer` and the name of the video.
+wxSizer* tsmenu::make_heading() {
+  auto* number =
+      new wxStaticText(panel_, wxID_ANY, wxString::Format("%d", editor_.controls().indexer));
+  number->SetFont(number->GetFont().Bold());
+  name_control(*number, "indexer");
+  const std::string video = stored_from_native(editor_.video());
+  auto* name = new wxStaticText(panel_, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                                wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_MIDDLE);
+  name->SetLabelText(wx_text(file_name_of(video)));
+  name->SetToolTip(wx_text(editor_.video()));
+  name_control(*name, "video");
+  const int gap = FromDIP(layout::control_gap);
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(new wxStaticText(panel_, wxID_ANY, "menu"));
+  row->Add(number, wxSizerFlags().Border(wxLEFT, gap));
+  row->Add(name, wxSizerFlags(1).Border(wxLEFT, 2 * gap));
+  return row;
+}
+
+void tsmenu::load_video() {
+  const result<wxSize> opened = area_->strip().open(editor_.video());
+  if (!opened) {
+    area_->picture().show_reason("The video cannot be shown.\n\n" + wx_text(editor_.video()) +
+                                 "\n" + wx_text(opened.error));
+    return;
+  }
+  video_size_ = *opened;
+  // A video of another size is shown as large as the disc's player shows it.
+  const int height =
+      video_size_.y == 480 || video_size_.y == 576 ? video_size_.y : editor_.ymax() + 1;
+  area_->set_full_size(wxSize(largest_x + 1, height));
+}
+
+// The window is as large as its controls and the video want. On a screen that is too small for it
+// the picture gets smaller.
+void tsmenu::fit() {
+  const wxSize added_by_window_managers = FromDIP(wxSize(8, 48));
+  const wxRect screen = wxDisplay(this).GetClientArea();
+  const wxSize most = screen.GetSize() - added_by_window_managers;
+  wxSize wanted = GetSizer()->CalcMin();
+  wxSize least = wanted - area_->GetBestSize() / 2;
+  least.y = std::max(least.y, right_->CalcMin().y + 2 * FromDIP(layout::window_border));
+  wanted.DecTo(most);
+  least.DecTo(most);
+  SetMinClientSize(least);
+  if (IsShown())
+    wanted.IncTo(GetClientSize());  // the user may have made it larger
+  if (wanted != GetClientSize())
+    SetClientSize(wanted);
+  if (IsShown() && GetRect().GetBottom() > screen.GetBottom())
+    Move(GetPosition().x, std::max(screen.y, screen.GetBottom() - GetSize().y));
+  Layout();
+}
+
+// While a message stands, the window is not disabled on every system: what happens meanwhile would
+// come in the middle of the event that the message is about. A field that is left because the
+// window closes is discarded with it.
+void tsmenu::tell(const menu_event& event) {
+  if (in_event_ || closing_)
+    return;
+  in_event_ = true;
+  buttons_->apply(editor_);
+  options_->apply(editor_);
+  if (event)
+    event(editor_);
+  if (show_controls())
+    fit();
+  in_event_ = false;
+}
+
+/// True when the controls need another room.
+bool tsmenu::show_controls() {
+  const menu_editor_controls& c = editor_.controls();
+  const bool other_buttons = buttons_->show(c);
+  const bool other_options = options_->show(c);
+  area_->picture().show_look(buttons_->highlight());
+  area_->show(c);
+  return other_buttons || other_options;
+}
+
+// What stood typed in a field may have been refused just now; the user was told, and sees what the
+// field holds instead before it is accepted.
+void tsmenu::accept() {
+  bool accepted = false;
+  const int refusals = editor_.refusals();
+  tell([&accepted, refusals](menu_editor& editor) {
+    accepted = editor.refusals() == refusals && editor.accept();
+  });
+  if (accepted)
+    close();
+}
+
+// A message or file dialog of an event would delete the window under the event.
+void tsmenu::on_close(wxCloseEvent& event) {
+  if (!in_event_)
+    close();
+  else if (event.CanVeto())
+    event.Veto();
+}
+
+// Hiding takes the focus from a field, which tells.
+void tsmenu::close() {
+  if (closing_)
+    return;
+  closing_ = true;
+  area_->strip().release();
+  main_->Enable();
+  Hide();
+  main_->Raise();
+  Destroy();
+  closed_();
+}
+
+}  // namespace corvane

@@ -1,0 +1,123 @@
+// The pointer and the keys on the picture of a menu.
+#include "ui/editor/menu_drawing.h"
+#include "ui/editor/menu_picture.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+outline_grip menu_picture::grip_under(wxPoint p) const {
+  const std::optional<menu_rectangle> edges = editor_.outline();
+  if (!edges)
+    return {};
+  return grip_at(shown_rectangle(scale().to_picture(*edges)), p, editor_.controls().sizes_enabled,
+                 unit());
+}
+
+/// The faint button at `p`; lines of three pixels are met from a little way off.
+int menu_picture::faint_under(wxPoint p) const {
+  const menu_point at = scale().to_menu(p.x, p.y);
+  const std::vector<faint_button> others = editor_.others();
+  const int exact = editor_.button_at(at.x, at.y);
+  const picture_scale to = scale();
+  const auto met = std::find_if(others.rbegin(), others.rend(), [&](const faint_button& button) {
+    return outline_near(shown_rectangle(to.to_picture(button.edges)), unit()).Contains(p);
+  });
+  return exact >= 0 || met == others.rend() ? exact : met->index;
+}
+
+/// The button that a click at `p` is about; -1: none. One that was just added lies over the one it
+/// is a copy of, and is what the user means.
+int menu_picture::button_under(wxPoint p) const {
+  const menu_point at = scale().to_menu(p.x, p.y);
+  const int chosen = editor_.controls().Combo2_index;
+  for (const faint_button& button : editor_.others())
+    if (button.index == chosen && button.edges.contains(at.x, at.y))
+      return chosen;
+  const std::optional<menu_rectangle> outlined = editor_.outline();
+  if (outlined && grip_under(p).holds())
+    return editor_.button_at(outlined->x0, outlined->y0);
+  return faint_under(p);
+}
+
+bool menu_picture::is_outlined(int index) const {
+  const std::vector<faint_button> others = editor_.others();
+  return editor_.outline() &&
+         std::none_of(others.begin(), others.end(),
+                      [index](const faint_button& button) { return button.index == index; });
+}
+
+// A press on another button picks it, and the drag goes on with that one.
+void menu_picture::on_down(wxMouseEvent& event) {
+  SetFocus();
+  const wxPoint p = event.GetPosition();
+  const int index = button_under(p);
+  if (index < 0 || HasCapture())
+    return;
+  if (index != editor_.controls().Combo2_index || !is_outlined(index))
+    tell_([index](menu_editor& editor) { editor.choose(index); });
+  const outline_grip grip = grip_under(p);
+  const std::optional<menu_rectangle> edges = editor_.outline();
+  if (!grip.holds() || !edges)
+    return;
+  drag_ = drag{grip, scale().to_menu(p.x, p.y), *edges};
+  CaptureMouse();
+}
+
+void menu_picture::on_motion(wxMouseEvent& event) {
+  if (drag_ && !event.LeftIsDown())
+    end_drag();
+  if (drag_) {
+    drag_to(event.GetPosition());
+    return;
+  }
+  const wxPoint p = event.GetPosition();
+  const outline_grip grip = grip_under(p);
+  if (grip.holds()) {
+    SetCursor(cursor_of(grip));
+    return;
+  }
+  SetCursor(faint_under(p) < 0 ? wxCURSOR_ARROW : wxCURSOR_HAND);
+}
+
+void menu_picture::drag_to(wxPoint p) {
+  const drag d = *drag_;
+  const menu_point at = scale().to_menu(p.x, p.y);
+  const int dx = at.x - d.from.x;
+  const int dy = at.y - d.from.y;
+  if (d.grip.moves) {
+    tell_([&](menu_editor& editor) { editor.move_to(d.edges.x0 + dx, d.edges.y0 + dy); });
+    return;
+  }
+  const dragged_edges which{d.grip.left, d.grip.top, d.grip.right, d.grip.bottom};
+  const int x = (d.grip.left ? d.edges.x0 : d.edges.x1) + dx;
+  const int y = (d.grip.top ? d.edges.y0 : d.edges.y1) + dy;
+  tell_([&](menu_editor& editor) { editor.drag_edges(which, x, y); });
+}
+
+void menu_picture::end_drag() {
+  drag_.reset();
+  if (HasCapture())
+    ReleaseMouse();
+}
+
+void menu_picture::on_key(wxKeyEvent& event) {
+  const int key = event.GetKeyCode();
+  if (key == WXK_TAB) {
+    Navigate(event.ShiftDown() ? wxNavigationKeyEvent::IsBackward
+                               : wxNavigationKeyEvent::IsForward);
+    return;
+  }
+  const int dx = key == WXK_RIGHT ? 1 : key == WXK_LEFT ? -1 : 0;
+  const int dy = key == WXK_DOWN ? 1 : key == WXK_UP ? -1 : 0;
+  if ((dx == 0 && dy == 0) || (event.GetModifiers() & ~wxMOD_SHIFT) != 0) {
+    event.Skip();
+    return;
+  }
+  if (event.ShiftDown())
+    tell_([dx, dy](menu_editor& editor) { editor.size_by(dx, dy); });
+  else
+    tell_([dx, dy](menu_editor& editor) { editor.move_by(dx, dy); });
+}
+
+}  // namespace corvane

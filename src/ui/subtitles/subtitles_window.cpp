@@ -1,0 +1,170 @@
+#include "ui/subtitles/subtitles_window.h"
+
+#include "ui/subtitles/cue_preview.h"
+#include "ui/widgets/control_name.h"
+#include "ui/widgets/dialog_buttons.h"
+#include "ui/widgets/icons.h"
+#include "ui/widgets/labelled.h"
+#include "ui/widgets/layout.h"
+#include "ui/widgets/wx_text.h"
+
+#include <wx/button.h>
+#include <wx/display.h>
+#include <wx/listbox.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+
+#include <utility>
+
+namespace corvane {
+
+subtitles_window::subtitles_window(wxWindow* main, const std::string& app, Subtitles model,
+                                   std::function<void()> closed)
+    : wxDialog(main, wxID_ANY, "Corvane - subtitles", wxDefaultPosition, wxDefaultSize,
+               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "Subtitles"),
+      model_(std::move(model)),
+      closed_(std::move(closed)) {
+  name_control(*this, "Subtitles");
+  SetIcons(program_icon());
+  auto* columns = new wxBoxSizer(wxHORIZONTAL);
+  columns->Add(make_left(), wxSizerFlags().Expand());
+  preview_ = new cue_preview(this, app, model_.fonts(), model_.video());
+  columns->Add(preview_, wxSizerFlags(1).Expand().Border(wxLEFT, FromDIP(layout::group_gap)));
+  auto* whole = new wxBoxSizer(wxVERTICAL);
+  const int border = FromDIP(layout::window_border);
+  whole->Add(columns, wxSizerFlags(1).Expand().Border(wxALL, border));
+  whole->Add(make_buttons(), wxSizerFlags().Right().Border(wxLEFT | wxRIGHT | wxBOTTOM, border));
+  show_model();
+  SetSizerAndFit(whole);
+  widen();
+  bind_controls();
+  CentreOnParent();
+  main->Disable();
+  list1_->SetFocus();
+}
+
+/// For a large preview, as far as the screen allows.
+void subtitles_window::widen() {
+  wxSize size = GetClientSize();
+  size.x += FromDIP(layout::preview_width - layout::preview_least_width);
+  const wxSize around = GetSize() - GetClientSize();
+  size.DecTo(wxDisplay(GetParent()).GetClientArea().GetSize() - around);
+  size.IncTo(GetClientSize());
+  SetClientSize(size);
+}
+
+wxSizer* subtitles_window::make_left() {
+  const int gap = FromDIP(layout::control_gap);
+  auto* left = new wxBoxSizer(wxVERTICAL);
+  left->Add(make_heading(), wxSizerFlags().Expand());
+  list1_ = new wxListBox(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, nullptr,
+                         wxLB_SINGLE | wxLB_HSCROLL | wxLB_NEEDED_SB);
+  name_control(*list1_, "list1");
+  list1_->SetMinSize(FromDIP(wxSize(layout::list_height, layout::subtitles_height)));
+  left->Add(list1_, wxSizerFlags(1).Expand().Border(wxTOP, gap));
+  left->Add(make_commands(), wxSizerFlags().Expand().Border(wxTOP, gap));
+  options_ = new subtitle_options_panel(this, model_,
+                                        [this](const subtitle_event& event) { tell(event); });
+  left->Add(options_, wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::group_gap)));
+  return left;
+}
+
+wxSizer* subtitles_window::make_heading() {
+  auto* Label1 = new wxStaticText(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                                  wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_MIDDLE);
+  name_control(*Label1, "Label1");
+  Label1->SetLabelText(wx_text(model_.label()));
+  Label1->SetToolTip(wx_text(model_.label()));
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(Label1, wxSizerFlags(1));
+  return row;
+}
+
+wxSizer* subtitles_window::make_commands() {
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(make_command("Command1", "&add text subtitle", &Subtitles::add_file), wxSizerFlags(1));
+  row->Add(make_command("Command2", "reset subtitles to &none", &Subtitles::reset),
+           wxSizerFlags(1).Border(wxLEFT, FromDIP(layout::control_gap)));
+  return row;
+}
+
+wxButton* subtitles_window::make_command(const char* name, const char* label,
+                                         void (Subtitles::*command)()) {
+  auto* button = new wxButton(this, wxID_ANY, label);
+  name_control(*button, name);
+  button->Bind(wxEVT_BUTTON, [this, command](wxCommandEvent&) { tell(command); });
+  return button;
+}
+
+wxSizer* subtitles_window::make_buttons() {
+  auto* accept = new wxButton(this, wxID_OK, "acc&ept");
+  name_control(*accept, "accept");
+  return dialog_buttons(accept, new wxButton(this, wxID_CANCEL, "&cancel"));
+}
+
+void subtitles_window::bind_controls() {
+  list1_->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) {
+    const int row = list1_->GetSelection();
+    tell([row](Subtitles& model) { model.select(row); });
+  });
+  Bind(
+      wxEVT_BUTTON, [this](wxCommandEvent&) { accept(); }, wxID_OK);
+  Bind(
+      wxEVT_BUTTON, [this](wxCommandEvent&) { Close(); }, wxID_CANCEL);
+  Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
+    if (in_event_ && event.CanVeto())
+      event.Veto();
+    else
+      leave();
+  });
+}
+
+// While a message stands, the window is not disabled on every system: what happens meanwhile would
+// come in the middle of the event that the message is about.
+void subtitles_window::tell(const subtitle_event& event) {
+  if (in_event_ || leaving_)
+    return;
+  in_event_ = true;
+  event(model_);
+  show_model();
+  in_event_ = false;
+}
+
+void subtitles_window::show_model() {
+  show_files();
+  options_->show(model_);
+  preview_->show(model_.file(), model_.shown(), model_.region());
+}
+
+void subtitles_window::show_files() {
+  const wxArrayString names = wx_rows(model_.list1());
+  if (names != list1_->GetStrings())
+    list1_->Set(names);
+  if (list1_->GetSelection() != model_.selected())
+    list1_->SetSelection(model_.selected());
+  list1_->EnsureVisible(model_.selected());
+}
+
+// A file that is missing is told then, over this window.
+void subtitles_window::accept() {
+  if (in_event_ || leaving_)
+    return;
+  in_event_ = true;
+  model_.accept();
+  in_event_ = false;
+  leave();
+}
+
+// The main window first: a disabled one would not get the focus back.
+void subtitles_window::leave() {
+  if (leaving_)
+    return;
+  leaving_ = true;
+  preview_->release();
+  GetParent()->Enable();
+  Hide();
+  closed_();
+  Destroy();
+}
+
+}  // namespace corvane

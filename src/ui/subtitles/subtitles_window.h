@@ -1,0 +1,55 @@
+// The dialog `Subtitles`: the text subtitle files of one title, and how each is drawn, with a
+// preview. A view of the model `Subtitles`, which has the rules.
+//
+// Modeless; owns itself. While it is open the main window is disabled. Files that are added are the
+// project's at once, how they are drawn with "accept" alone. It does not close while a message or
+// file dialog of its own stands.
+#pragma once
+
+#include "tools/subtitles.h"
+#include "ui/subtitles/subtitle_options_panel.h"
+
+#include <wx/dialog.h>
+
+#include <functional>
+#include <string>
+
+class wxButton;
+class wxListBox;
+class wxSizer;
+
+namespace corvane {
+
+class cue_preview;
+
+class subtitles_window : public wxDialog {
+ public:
+  /// `app`: the program folder. Disables `main`. When the user leaves the dialog, it enables `main`
+  /// and calls `closed`; when it goes with `main`, it does neither.
+  subtitles_window(wxWindow* main, const std::string& app, Subtitles model,
+                   std::function<void()> closed);
+
+ private:
+  void widen();
+  wxSizer* make_left();
+  wxSizer* make_heading();
+  wxSizer* make_commands();
+  wxButton* make_command(const char* name, const char* label, void (Subtitles::*command)());
+  wxSizer* make_buttons();
+  void bind_controls();
+  void tell(const subtitle_event& event);
+  void show_model();
+  void show_files();
+  void accept();
+  void leave();
+
+  Subtitles model_;
+  std::function<void()> closed_;
+  bool in_event_ = false;
+  bool leaving_ = false;
+  wxListBox* list1_ = nullptr;
+  subtitle_options_panel* options_ = nullptr;
+  cue_preview* preview_ = nullptr;
+};
+
+}  // namespace corvane

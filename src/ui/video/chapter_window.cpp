@@ -1,0 +1,183 @@
+#include "ui/video/chapter_window.h"
+
+#include "formats/text.h"
+#include "tools/visual_chapters.h"
+#include "ui/main_window.h"
+#include "ui/video/chapters_editor_window.h"
+#include "ui/widgets/control_name.h"
+#include "ui/widgets/dialog_buttons.h"
+#include "ui/widgets/fixed_pitch.h"
+#include "ui/widgets/icons.h"
+#include "ui/widgets/layout.h"
+#include "ui/widgets/wx_text.h"
+
+#include <wx/button.h>
+#include <wx/sizer.h>
+#include <wx/statbox.h>
+#include <wx/stattext.h>
+#include <wx/textctrl.h>
+
+#include <optional>
+#include <utility>
+
+namespace corvane {
+
+void edit_chapters(main_window& main) {
+  std::optional<chapter> model;
+  main.run([&model](workbench& w) { model = chapter::open(w); });
+  if (model)
+    main.lend([&](workbench& w, std::function<void()> closed) -> wxTopLevelWindow* {
+      auto* dialog = new chapter_window(&main, w, std::move(*model), std::move(closed));
+      dialog->Show();
+      return dialog;
+    });
+}
+
+chapter_window::chapter_window(wxWindow* main, workbench& w, chapter model,
+                               std::function<void()> closed)
+    : wxDialog(main, wxID_ANY, "chapters", wxDefaultPosition, wxDefaultSize,
+               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "chapter"),
+      w_(&w),
+      model_(std::move(model)),
+      closed_(std::move(closed)) {
+  name_control(*this, "chapter");
+  SetIcons(program_icon());
+  const int gap = FromDIP(layout::group_gap);
+  auto* groups = new wxBoxSizer(wxVERTICAL);
+  groups->Add(make_title(), wxSizerFlags().Expand());
+  groups->Add(make_times(), wxSizerFlags(1).Expand().Border(wxTOP, gap));
+  groups->Add(make_buttons(), wxSizerFlags().Expand().Border(wxTOP, gap));
+  auto* whole = new wxBoxSizer(wxVERTICAL);
+  whole->Add(groups, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::window_border)));
+  SetSizerAndFit(whole);
+  bind_controls();
+  CentreOnParent();
+  main->Disable();
+  RichTextBox1_->SetFocus();
+}
+
+// The editor works on the model.
+chapter_window::~chapter_window() {
+  if (editor_ != nullptr)
+    delete editor_.get();
+}
+
+/// `Frame1` with the title's number and row.
+wxSizer* chapter_window::make_title() {
+  auto* frame = new wxStaticBoxSizer(wxHORIZONTAL, this, "add chapters for:");
+  wxStaticBox* Frame1 = frame->GetStaticBox();
+  name_control(*Frame1, "Frame1");
+  auto* Label2 = new wxStaticText(Frame1, wxID_ANY, wx_text(model_.Label2()));
+  Label2->SetFont(Label2->GetFont().Bold());
+  name_control(*Label2, "Label2");
+  auto* Label3 = new wxStaticText(Frame1, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                                  wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
+  Label3->SetLabelText(wx_text(model_.Label3()));
+  Label3->SetToolTip(wx_text(model_.Label3()));
+  Label3->SetMinSize(wxSize(FromDIP(layout::chapters_width), -1));
+  name_control(*Label3, "Label3");
+  const int border = FromDIP(layout::box_border);
+  frame->Add(Label2, wxSizerFlags().Border(wxALL, border));
+  frame->Add(Label3, wxSizerFlags(1).Border(wxTOP | wxRIGHT | wxBOTTOM, border));
+  return frame;
+}
+
+wxSizer* chapter_window::make_times() {
+  RichTextBox1_ = new wxTextCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                                 wxTE_MULTILINE | wxTE_DONTWRAP);
+  name_control(*RichTextBox1_, "RichTextBox1");
+  RichTextBox1_->SetToolTip("one time a line; Ctrl+Enter accepts");
+  RichTextBox1_->SetFont(fixed_pitch(RichTextBox1_->GetFont()));
+  RichTextBox1_->SetMinSize(wxSize(-1, FromDIP(layout::chapters_height)));
+  RichTextBox1_->ChangeValue(wx_lines(model_.RichTextBox1()));
+  auto* Label4 = new wxStaticText(this, wxID_ANY, "the format is HH:MM:SS");
+  name_control(*Label4, "Label4");
+  auto* column = new wxBoxSizer(wxVERTICAL);
+  column->Add(RichTextBox1_, wxSizerFlags(1).Expand());
+  column->Add(Label4, wxSizerFlags().Border(wxTOP, FromDIP(layout::control_gap)));
+  return column;
+}
+
+wxSizer* chapter_window::make_buttons() {
+  auto* vedit = new wxButton(this, wxID_ANY, "&visual editor");
+  vedit->SetToolTip("plays the title's video and takes chapter points from it");
+  name_control(*vedit, "vedit");
+  vedit->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { edit_visually(); });
+  auto* Command2 = new wxButton(this, wxID_OK, "&accept");
+  name_control(*Command2, "Command2");
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(vedit);
+  row->AddStretchSpacer();
+  row->Add(dialog_buttons(Command2, new wxButton(this, wxID_CANCEL, "&cancel")),
+           wxSizerFlags().Border(wxLEFT, FromDIP(layout::group_gap)));
+  return row;
+}
+
+void chapter_window::bind_controls() {
+  RichTextBox1_->Bind(wxEVT_CHAR_HOOK, &chapter_window::on_text_key, this);
+  Bind(
+      wxEVT_BUTTON, [this](wxCommandEvent&) { accept(); }, wxID_OK);
+  Bind(
+      wxEVT_BUTTON, [this](wxCommandEvent&) { leave(); }, wxID_CANCEL);
+  Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { leave(); });
+}
+
+// Enter alone begins a new line.
+void chapter_window::on_text_key(wxKeyEvent& event) {
+  const int key = event.GetKeyCode();
+  if (event.ControlDown() && (key == WXK_RETURN || key == WXK_NUMPAD_ENTER))
+    accept();
+  else
+    event.Skip();
+}
+
+void chapter_window::take_typed() {
+  model_.set_text(replace_all(utf8_of(RichTextBox1_->GetValue()), "\n", crlf));
+}
+
+// The editor opens with a message; what happens while that stands is about no dialog any more.
+void chapter_window::edit_visually() {
+  if (telling_)
+    return;
+  take_typed();
+  telling_ = true;
+  vchapters editor(*w_, model_);
+  telling_ = false;
+  editor_ = new chapters_editor_window(this, std::move(editor), [this] { editor_closed(); });
+}
+
+void chapter_window::editor_closed() {
+  const wxString text = wx_lines(model_.RichTextBox1());
+  if (RichTextBox1_->GetValue() != text)
+    RichTextBox1_->ChangeValue(text);
+  RichTextBox1_->SetFocus();
+}
+
+void chapter_window::accept() {
+  if (telling_)
+    return;
+  take_typed();
+  telling_ = true;
+  const bool accepted = model_.accept();
+  telling_ = false;
+  if (accepted)
+    leave();
+  else
+    RichTextBox1_->SetFocus();
+}
+
+// The main window first: a disabled one would not get the focus back.
+void chapter_window::leave() {
+  if (telling_)
+    return;
+  if (editor_ != nullptr) {
+    editor_->Raise();
+    return;
+  }
+  GetParent()->Enable();
+  Hide();
+  closed_();
+  Destroy();
+}
+
+}  // namespace corvane

@@ -1,0 +1,132 @@
+#include "ui/video/video_strip.h"
+
+#include "ui/editor/file_pictures.h"
+#include "ui/widgets/control_name.h"
+#include "ui/widgets/layout.h"
+#include "ui/widgets/wx_text.h"
+
+#include <wx/gauge.h>
+#include <wx/sizer.h>
+#include <wx/slider.h>
+#include <wx/stattext.h>
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+constexpr int progress_steps = 1000;
+
+wxString time_text(double seconds) {
+  const auto tenths = static_cast<long long>(seconds * 10 + 0.001);
+  return wxString::Format("%lld:%02lld:%02lld.%lld", tenths / 36000, tenths / 600 % 60,
+                          tenths / 10 % 60, tenths % 10);
+}
+
+}  // namespace
+
+video_strip::video_strip(wxWindow* parent, std::function<void(const wxImage&)> show)
+    : wxPanel(parent), show_(std::move(show)) {
+  label_ = new wxStaticText(this, wxID_ANY, "&picture");
+  position_ = new wxSlider(this, wxID_ANY, 0, 0, 1);
+  position_->SetToolTip("which picture of the video is shown");
+  time_ = new wxStaticText(this, wxID_ANY, "0:00:00.0 of 0:00:00.0");
+  progress_ = new wxGauge(this, wxID_ANY, progress_steps);
+  progress_->SetToolTip("how much of the video has been looked through");
+  name_control(*position_, "position");
+  name_control(*time_, "positiontime");
+  name_control(*progress_, "videoprogress");
+  arrange();
+  position_->Bind(wxEVT_SLIDER, [this](wxCommandEvent&) { wanted_ = position_->GetValue(); });
+  Bind(wxEVT_IDLE, &video_strip::on_idle, this);
+}
+
+void video_strip::arrange() {
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  const wxSizerFlags gap =
+      wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(layout::control_gap));
+  time_->SetMinSize(time_->GetBestSize());
+  progress_->SetMinSize(wxSize(position_->GetBestSize().x, FromDIP(layout::control_gap)));
+  row->Add(label_, gap);
+  row->Add(position_, wxSizerFlags(gap).Proportion(1));
+  row->Add(progress_, wxSizerFlags(gap).Proportion(1));
+  row->Add(time_, wxSizerFlags().CentreVertical());
+  SetSizer(row);
+  progress_->Hide();
+  position_->Disable();
+  time_->SetLabel("");
+}
+
+result<wxSize> video_strip::open(const std::string& path) {
+  const result<picture> first = loader_.open(path);
+  if (!first)
+    return result<wxSize>::fail(first.error);
+  show_(image_of(*first));
+  const video_shape& shape = loader_.video()->shape();
+  return result<wxSize>::ok(wxSize(shape.width, shape.height));
+}
+
+void video_strip::release() {
+  loader_.close();
+}
+
+void video_strip::on_idle(wxIdleEvent& event) {
+  event.Skip();
+  if (loader_.scanning()) {
+    scan();
+    event.RequestMore();
+  } else if (loader_.video() != nullptr && wanted_ != shown_) {
+    show_wanted();
+  }
+}
+
+void video_strip::scan() {
+  loader_.scan();
+  if (loader_.unread())
+    position_->SetToolTip(wx_text(*loader_.unread()));
+  if (!loader_.scanning()) {
+    scanned();
+    return;
+  }
+  if (!progress_->IsShown() && loader_.takes_long()) {
+    position_->Hide();
+    progress_->Show();
+    Layout();
+  }
+  progress_->SetValue(static_cast<int>(loader_.part() * progress_steps));
+}
+
+void video_strip::scanned() {
+  progress_->Hide();
+  position_->Show();
+  const std::int64_t last =
+      std::min<std::int64_t>(loader_.video()->pictures() - 1, std::numeric_limits<int>::max());
+  if (last > 0) {
+    position_->SetRange(0, static_cast<int>(last));
+    position_->SetPageSize(std::max(1, static_cast<int>(last / 20)));
+    position_->Enable();
+  }
+  show_time();
+  Layout();
+}
+
+// The slider may have moved on over many pictures: only the one where it stands now is decoded.
+void video_strip::show_wanted() {
+  shown_ = wanted_;
+  const result<picture> p = loader_.video()->picture_number(shown_);
+  show_time();
+  if (p)
+    show_(image_of(*p));
+  else
+    time_->SetLabel(wx_text(p.error));
+}
+
+void video_strip::show_time() {
+  time_->SetLabel(time_text(loader_.video()->time_of(shown_)) + " of " +
+                  time_text(loader_.video()->length()));
+  Layout();
+}
+
+}  // namespace corvane
