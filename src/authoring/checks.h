@@ -33,9 +33,9 @@ std::optional<std::string> why_not_these_menu_streams(const project& p, path_sty
 /// spumux reads, or in other characters than its settings say.
 std::optional<std::string> why_not_these_subtitles(const project& p, path_style style);
 
-/// Why hand-edited XML is refused: a file name that dvdauthor would run as a command (it ends in
-/// "|"), declarations or an encoding that could hide one, or an output folder that is not where
-/// the script expects it (second line, first attribute).
+/// Why hand-edited XML is refused: it is not well formed, it has a file name that dvdauthor would
+/// run as a command (it ends in "|"), declarations or an encoding that could hide one, or its
+/// output folder is not where the script expects it (second line, first attribute).
 std::optional<std::string> why_not_safe_xml(std::string_view customxml);
 
 /// Why the output folder is refused: it would lose the project's own files or somebody's .mpg files

@@ -2,7 +2,7 @@
 #include "authoring/navigation_xml.h"
 #include "authoring/row_checks.h"
 #include "formats/sanitized.h"
-#include "formats/xml_tags.h"
+#include "formats/xml_reader.h"
 
 #include <algorithm>
 
@@ -16,8 +16,8 @@ std::string refused(const std::string& clause) {
 
 // dvdauthor starts what a file name that ends in "|" names as a shell command, for every kind of
 // file; no attribute has another reason to end so.
-refusal why_not_attributes(const std::vector<xml_tag>& tags) {
-  for (const xml_tag& tag : tags)
+refusal why_not_attributes(const std::vector<xml_element>& tags) {
+  for (const xml_element& tag : tags)
     for (const xml_attribute& a : tag.attributes) {
       const auto last = a.value.find_last_not_of(" \t\r\n");
       if (last != std::string::npos && a.value[last] == '|')
@@ -37,7 +37,7 @@ std::size_t second_line(std::string_view text) {
 
 // Script and dvdauthor must mean the same folder: the first tag stands on the second line, and no
 // other names one.
-refusal why_not_folder_line(std::string_view text, const std::vector<xml_tag>& tags) {
+refusal why_not_folder_line(std::string_view text, const std::vector<xml_element>& tags) {
   const std::string other = "its second line is not the one that names the output folder";
   if (tags.empty() || tags[0].name != "dvdauthor" || tags[0].at != second_line(text))
     return refused(other);
@@ -55,12 +55,12 @@ refusal why_not_folder_line(std::string_view text, const std::vector<xml_tag>& t
 }  // namespace
 
 std::optional<std::string> why_not_safe_xml(std::string_view customxml) {
-  const result<std::vector<xml_tag>> tags = xml_start_tags(customxml);
-  if (!tags)
-    return refused(tags.error);
-  if (const refusal why = why_not_attributes(*tags))
+  const xml_reading xml = read_xml(customxml);
+  if (xml.fault)
+    return refused("in line " + std::to_string(xml.fault->line) + ", " + xml.fault->what);
+  if (const refusal why = why_not_attributes(xml.elements))
     return why;
-  return why_not_folder_line(customxml, *tags);
+  return why_not_folder_line(customxml, xml.elements);
 }
 
 }  // namespace corvane

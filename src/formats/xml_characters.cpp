@@ -32,22 +32,6 @@ bool is_allowed(std::uint32_t code) {
 
 }  // namespace
 
-xml_character character_at(std::string_view text, std::size_t at) {
-  if (at >= text.size())
-    return {0, 1};
-  const auto first = static_cast<unsigned char>(text[at]);
-  if (first < 0x80)
-    return {first, 1};
-  const std::size_t length = first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-  const std::string_view bytes = text.substr(at, length);
-  if (bytes.size() < length || !is_utf8(bytes))
-    return {0, 1};
-  std::uint32_t code = first & (0xFFu >> (length + 1));
-  for (const char c : bytes.substr(1))
-    code = code << 6 | (static_cast<unsigned char>(c) & 0x3Fu);
-  return {code, length};
-}
-
 bool begins_name(std::uint32_t code) {
   return in_one_of(name_start, code);
 }
@@ -56,18 +40,19 @@ bool continues_name(std::uint32_t code) {
   return begins_name(code) || in_one_of(name_more, code);
 }
 
-bool is_allowed_number(std::string_view digits, int base) {
+std::optional<std::uint32_t> character_numbered(std::string_view digits, int base) {
   std::uint32_t code = 0;
   const auto [end, error] =
       std::from_chars(digits.data(), digits.data() + digits.size(), code, base);
-  return !digits.empty() && error == std::errc() && end == digits.data() + digits.size() &&
-         is_allowed(code);
+  if (error != std::errc() || end != digits.data() + digits.size() || !is_allowed(code))
+    return std::nullopt;
+  return code;
 }
 
 std::size_t first_character_not_allowed(std::string_view text) {
   for (std::size_t at = 0; at < text.size();) {
-    const xml_character c = character_at(text, at);
-    if (!is_allowed(c.code))
+    const utf8_character c = first_character(text.substr(at));
+    if (c.length == 0 || !is_allowed(c.code))
       return at;
     at += c.length;
   }

@@ -3,23 +3,16 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace corvane {
 
-struct xml_character {
-  std::uint32_t code;
-  std::size_t length;  ///< bytes
-};
-
-/// The character at a byte; what is not UTF-8 there, or the end, is code 0 of one byte.
-xml_character character_at(std::string_view text, std::size_t at);
-
 bool begins_name(std::uint32_t code);
 bool continues_name(std::uint32_t code);
 
-/// Whether digits are the number of a character that XML allows.
-bool is_allowed_number(std::string_view digits, int base);
+/// The character whose number the digits are; nullopt: they are not that of one that XML allows.
+std::optional<std::uint32_t> character_numbered(std::string_view digits, int base);
 
 /// The first byte that is not UTF-8, or begins a character that XML does not allow; npos: none.
 std::size_t first_character_not_allowed(std::string_view text);

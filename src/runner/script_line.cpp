@@ -129,13 +129,6 @@ script_verb builtin_of(const std::string& word) {
   return script_verb::run;
 }
 
-std::string_view first_character(std::string_view text) {
-  std::size_t length = 1;
-  while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
-    ++length;
-  return text.substr(0, length);
-}
-
 bool same_character(std::string_view a, std::string_view b) {
 #ifdef _WIN32
   return lower(a) == lower(b);
@@ -176,8 +169,8 @@ bool matches_wildcard(std::string_view pattern, std::string_view name) {
   std::optional<std::string_view> after_star;
   std::string_view from;
   while (!name.empty()) {
-    const std::string_view c = first_character(name);
-    const std::string_view p = first_character(pattern);
+    const std::string_view c = first_sequence(name);
+    const std::string_view p = first_sequence(pattern);
     if (!pattern.empty() && pattern[0] == '*') {
       pattern.remove_prefix(1);
       after_star = pattern;
@@ -186,7 +179,7 @@ bool matches_wildcard(std::string_view pattern, std::string_view name) {
       pattern.remove_prefix(p.size());
       name.remove_prefix(c.size());
     } else if (after_star) {
-      from.remove_prefix(first_character(from).size());
+      from.remove_prefix(first_sequence(from).size());
       name = from;
       pattern = *after_star;
     } else {

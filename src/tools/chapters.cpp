@@ -3,6 +3,7 @@
 #include "formats/numbers.h"
 #include "formats/text.h"
 #include "platform/files/paths.h"
+#include "platform/text/utf8.h"
 #include "project/messages.h"
 #include "project/title_rows.h"
 
@@ -28,15 +29,11 @@ std::int64_t hundredths(double seconds) {
   return (nanoseconds + nanoseconds_each / 2) / nanoseconds_each;
 }
 
-bool begins_a_character(char c) {
-  return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-}
-
 /// The text with one byte for each character, so that places in it are those of characters.
 std::string one_byte_each(std::string_view text) {
   std::string bytes;
   for (const char c : text)
-    if (begins_a_character(c))
+    if (!continues_character(c))
       bytes += static_cast<unsigned char>(c) < 0x80 ? c : '?';
   return bytes;
 }
@@ -63,14 +60,6 @@ bool is_plain_number(std::string_view text) {
 }
 
 }  // namespace
-
-std::string_view first_characters(std::string_view text, std::size_t count) {
-  std::size_t end = 0;
-  for (; end < text.size(); ++end)
-    if (begins_a_character(text[end]) && count-- == 0)
-      break;
-  return text.substr(0, end);
-}
 
 std::string chapter_time(double seconds) {
   // Later than any video; also what the arithmetic below can hold.

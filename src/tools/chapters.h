@@ -26,9 +26,6 @@ std::optional<double> chapter_seconds(std::string_view time);
 /// The lines of a chapter text. Lines end in CR LF, and a LF alone ends one too.
 std::vector<std::string> chapter_lines(std::string_view text);
 
-/// The first `count` characters of UTF-8 text.
-std::string_view first_characters(std::string_view text, std::size_t count);
-
 /// Chapter string to chapter text: each time followed by CR LF.
 std::string chapter_text(std::string_view chapter_string);
 

@@ -1,6 +1,7 @@
 #include "tools/visual_chapters.h"
 
 #include "formats/text.h"
+#include "platform/text/utf8.h"
 #include "project/messages.h"
 
 #include <cstddef>

@@ -6,7 +6,7 @@
 // config.xml; declining lets it go.
 #pragma once
 
-#include "formats/xml_check.h"
+#include "formats/xml_reader.h"
 #include "platform/files/folder_lock.h"
 #include "project/workbench.h"
 

@@ -485,7 +485,7 @@ TEST_F(Author, AnEditThatCannotBeAuthoredOpensInTheEditorAndIsRefusedAtTheStart)
   bool opened = false;
   e.edit_xml = [&] { opened = true; };
   p.editxml = true;
-  p.customxml = edited_xml(out) + "</titleset>";
+  p.customxml = edited_xml(out);
   p.customxml.insert(p.customxml.find("</dvdauthor>"), "<vob file=\"x|\"/>");
   EXPECT_EQ(author_command(w, e, run), author_result::started);
   EXPECT_TRUE(opened);

@@ -538,7 +538,7 @@ TEST(NavigationChecks, HandEditedXmlHasCommandsOfItsOwn) {
   p.chapters[0] = "ab:cd:ef.gh";
   p.customxml = "<?xml version=\"1.0\"?>\r\n<dvdauthor dest=\"/dvd\">\r\n</dvdauthor>\r\n";
   EXPECT_EQ(refusal_of(p), "(authorable)");
-  p.customxml += "<vob file=\"touch x|\"/>";
+  p.customxml.insert(p.customxml.find("</dvdauthor>"), "<vob file=\"touch x|\"/>");
   EXPECT_THAT(refusal_of(p), HasSubstr("vertical bar"));
 }
 

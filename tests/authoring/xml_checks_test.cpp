@@ -1,7 +1,6 @@
 #include "authoring/checks.h"
 #include "authoring/navigation_xml.h"
 #include "authoring/sample_projects.h"
-#include "formats/xml_tags.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -46,7 +45,7 @@ TEST(XmlChecks, FileNamesThatWouldRunAsCommands) {
         "<vob file=\"touch x&#x7C;\"/>", "<vob file=\"touch x&#0000124;\"/>",
         "<vob file=\"touch x&#x000000007c;\"/>", "<vob file = \n\"touch x|\"/>",
         "<vob file=\"touch x| \"/>", "<vob file=\"touch x|&#32;\"/>", "<vob file=\"|\"/>",
-        "<VOB FILE=\"touch x|\"/>", "<pgc palette=\"touch x|\">", "<v:vob v:file=\"x|\"/>",
+        "<VOB FILE=\"touch x|\"/>", "<pgc palette=\"touch x|\"/>", "<v:vob v:file=\"x|\"/>",
         "<vob pause=\"0\" file=\"x|\"/>", "<!-- --><vob file=\"x|\"/>",
         "<!--> <vob file=\"a\"/> --><vob file=\"x|\"/>",
         "<![CDATA[<!--]]><vob file=\"x|\"/><!-- -->", "<?note <!-- ?><vob file=\"x|\"/><!-- -->"})
@@ -57,71 +56,64 @@ TEST(XmlChecks, DeclarationsThatCouldHideThem) {
   for (const char* first : {"<!DOCTYPE dvdauthor [<!ENTITY x \"touch y|\">]>",
                             "<?xml version=\"1.0\"?><!DOCTYPE d SYSTEM \"http://x/y\">",
                             "<!ENTITY x \"|\">", "<!ATTLIST vob file CDATA \"x|\">"})
-    EXPECT_THAT(refusal_of(edited("", first)), HasSubstr("has a declaration")) << first;
+    EXPECT_THAT(refusal_of(edited("", first)), HasSubstr("declarations such as \"<!DOCTYPE\""))
+        << first;
   EXPECT_THAT(refusal_of(edited("<vob file=\"&x;\"/>")), HasSubstr("entity"));
-  EXPECT_THAT(refusal_of(edited("<vob file=\"x&#124\"/>")), HasSubstr("entity"));
-  EXPECT_THAT(refusal_of(edited("<vob file=\"x&#xd800;\"/>")), HasSubstr("entity"));
-  EXPECT_THAT(refusal_of(edited("<vob file=\"x&#99999999999;\"/>")), HasSubstr("entity"));
+  for (const char* more :
+       {"<vob file=\"x&#124\"/>", "<vob file=\"x&#xd800;\"/>", "<vob file=\"x&#99999999999;\"/>"})
+    EXPECT_THAT(refusal_of(edited(more)), HasSubstr("reference is not that of a character"))
+        << more;
 }
 
 TEST(XmlChecks, EncodingsThatCouldHideThem) {
   for (const char* first :
        {"<?xml version=\"1.0\" encoding=\"UTF-7\"?>", "<?xml version=\"1.0\" encoding='utf-16'?>",
-        "<?xml version=\"1.0\" encoding=\"UTF-8-not\"?>",
-        "<?xml version=\"1.0\" encoding = EBCDIC ?>",
-        "<?xml version=\"encoding='utf-8'\" encoding=\"UTF-7\"?>"})
+        "<?xml version=\"1.0\" encoding=\"UTF-8-not\"?>"})
     EXPECT_THAT(refusal_of(edited("", first)), HasSubstr("encoding is not UTF-8")) << first;
-  EXPECT_EQ(refusal_of(edited("", "<?xml version='1.0' encoding='utf-8'?>")), "(safe)");
-  EXPECT_EQ(refusal_of(edited("", "<?xml version='1.0'?>")), "(safe)");
-  EXPECT_THAT(refusal_of(edited("\xff")), HasSubstr("not UTF-8"));
-  EXPECT_THAT(refusal_of(edited(std::string(1, '\0'))), HasSubstr("control character"));
-  EXPECT_THAT(refusal_of(edited("\x1b")), HasSubstr("control character"));
+  EXPECT_THAT(refusal_of(edited("", "<?xml version=\"1.0\" encoding = EBCDIC ?>")),
+              HasSubstr("declaration is not well formed"));
+  EXPECT_THAT(refusal_of(edited("", "<?xml version=\"encoding='utf-8'\" encoding=\"UTF-7\"?>")),
+              HasSubstr("does not name version 1.0"));
+  for (const char* first :
+       {"<?xml version='1.0' encoding='utf-8'?>", "<?xml version='1.0'?>",
+        "<?xml version='1.0'?><?xml-stylesheet href=\"a\" encoding=\"utf-16\"?>"})
+    EXPECT_EQ(refusal_of(edited("", first)), "(safe)") << first;
+  for (const std::string& more : {std::string("\xff"), std::string(1, '\0'), std::string("\x1b")})
+    EXPECT_THAT(refusal_of(edited(more)), HasSubstr("character or byte that XML does not allow"));
 }
 
 TEST(XmlChecks, WhatIsNotWellFormedIsRefusedWithItsLine) {
   for (const char* more :
        {"<vob file=\"x", "<vob file=x|>", "<vob file>", "<vob file=\"a\"file=\"b\"/>", "<",
         "< vob>", "<!-- open", "<![CDATA[ open", "<? open", "<vob \"x\">", "<vob file=\"a<b\"/>",
-        "<vob / file=\"x|\">", "<vob =\"x\">", "<=\"\">"})
-    EXPECT_THAT(refusal_of(edited(more)), HasSubstr(" in line 4")) << more;
+        "<vob / file=\"x|\">", "<vob =\"x\">", "<=\"\">", "<a><b></a></b>", "&foo;",
+        "<vob file=\"a\" file=\"b\"/>", "a & b", "</pgc>"})
+    EXPECT_THAT(refusal_of(edited(more)),
+                HasSubstr("The hand-edited XML cannot be authored: in line 4, "))
+        << more;
+  EXPECT_EQ(refusal_of(edited("<vob>")),
+            "The hand-edited XML cannot be authored: in line 4, the end tag is that of "
+            "\"titleset\", but \"vob\", opened in line 4, is still open.  Please edit the XML "
+            "again, or discard the edit by changing the project.");
 }
 
 TEST(XmlChecks, ScriptAndDvdauthorMustMeanTheSameFolder) {
   const std::string xml = "<?xml version=\"1.0\"?>";
   for (const char* second :
        {"<dvdauthor jumppad=\"1\" dest=\"/dvd\">", "<dvdauthor dest='/a' x=\"/b\">", "<dvdauthor>",
-        "<other dest=\"/dvd\">", "<dvdauthor dest=\"/d&#118;d\">", "<dvdauthor dest=\"/a&quot;b\">",
-        "", "<!-- x --><dvdauthor dest=\"/dvd\">", "<vmgm/><dvdauthor dest=\"/dvd\">"})
+        "<dvdauthor dest=\"/d&#118;d\">", "<dvdauthor dest=\"/a&quot;b\">",
+        "<dvdauthor dest=\"/a\tb\">", "<!-- x --><dvdauthor dest=\"/dvd\">"})
     EXPECT_THAT(refusal_of(edited("", xml, second)), HasSubstr("second line is not")) << second;
+  for (const char* rest : {"<other dest=\"/dvd\"/>", "\r\n<dvdauthor dest=\"/dvd\"/>",
+                           "<vmgm>\r\n<dvdauthor dest=\"/dvd\"/></vmgm>"})
+    EXPECT_THAT(refusal_of(xml + "\r\n" + rest), HasSubstr("second line is not")) << rest;
   EXPECT_THAT(refusal_of(edited("", xml + "<!--",
                                 "<dvdauthor dest=\"/dvd\">-->\r\n"
                                 "<dvdauthor dest=\"/home\">")),
               HasSubstr("second line is not"));
   EXPECT_THAT(refusal_of(edited("<dvdauthor dest=\"/home\"/>")), HasSubstr("more than one output"));
   EXPECT_EQ(refusal_of(edited("", xml, "  <dvdauthor dest=\"/a&amp;b\" jumppad=\"1\">")), "(safe)");
-  EXPECT_EQ(refusal_of(xml + "\n<dvdauthor dest=\"/a\">\n"), "(safe)");
-}
-
-TEST(XmlTags, GivesNamesValuesAndPlaces) {
-  const auto tags =
-      xml_start_tags("<a x=\"1 &lt;&gt;&apos;&quot;&amp;\" y='&#228;&#x20ac;'/>\n<b>");
-  ASSERT_TRUE(tags) << tags.error;
-  ASSERT_EQ(tags->size(), 2u);
-  EXPECT_EQ((*tags)[0].name, "a");
-  ASSERT_EQ((*tags)[0].attributes.size(), 2u);
-  EXPECT_EQ((*tags)[0].attributes[0].value, "1 <>'\"&");
-  EXPECT_EQ((*tags)[0].attributes[1].value, "ä€");
-  EXPECT_EQ((*tags)[1].name, "b");
-  EXPECT_EQ((*tags)[1].at, 56u);
-}
-
-TEST(XmlTags, AnyTextCutAnywhereIsReadOrRefused) {
-  const std::string text = edited(
-      "<!-- c --><![CDATA[ d ]]><?p i?><vob file='/a&amp;b' chapters=\"0\"/></vob><x "
-      "y=\"&#x7c;\">");
-  for (std::size_t end = 0; end <= text.size(); ++end)
-    for (std::size_t begin = 0; begin < end; begin += 7)
-      xml_start_tags(text.substr(begin, end - begin));
+  EXPECT_EQ(refusal_of(xml + "\n<dvdauthor dest=\"/a\"/>\n"), "(safe)");
 }
 
 }  // namespace

@@ -1,8 +1,5 @@
 #include "platform/text/utf8.h"
 
-#include <cstddef>
-#include <cstdint>
-
 namespace corvane {
 namespace {
 
@@ -30,23 +27,58 @@ bool in_range(std::size_t length, std::uint32_t code) {
 }  // namespace
 
 bool is_utf8(std::string_view text) {
-  for (std::size_t i = 0; i < text.size();) {
-    const auto lead = static_cast<unsigned char>(text[i]);
-    const std::size_t length = sequence_length(lead);
-    if (length == 0 || text.size() - i < length)
+  while (!text.empty()) {
+    const std::size_t length = first_character(text).length;
+    if (length == 0)
       return false;
-    std::uint32_t code = length == 1 ? lead : lead & (0x7Fu >> length);
-    for (std::size_t k = 1; k < length; ++k) {
-      const auto next = static_cast<unsigned char>(text[i + k]);
-      if ((next & 0xC0) != 0x80)
-        return false;
-      code = (code << 6) | (next & 0x3F);
-    }
-    if (!in_range(length, code))
-      return false;
-    i += length;
+    text.remove_prefix(length);
   }
   return true;
+}
+
+utf8_character first_character(std::string_view text) {
+  if (text.empty())
+    return {};
+  const auto lead = static_cast<unsigned char>(text[0]);
+  const std::size_t length = sequence_length(lead);
+  if (length == 0 || text.size() < length)
+    return {};
+  std::uint32_t code = length == 1 ? lead : lead & (0x7Fu >> length);
+  for (const char c : text.substr(1, length - 1)) {
+    if (!continues_character(c))
+      return {};
+    code = (code << 6) | (static_cast<unsigned char>(c) & 0x3Fu);
+  }
+  if (!in_range(length, code))
+    return {};
+  return {code, length};
+}
+
+std::string_view first_sequence(std::string_view text) {
+  std::size_t end = text.empty() ? 0 : 1;
+  while (end < text.size() && continues_character(text[end]))
+    ++end;
+  return text.substr(0, end);
+}
+
+std::string_view first_characters(std::string_view text, std::size_t count) {
+  std::size_t end = 0;
+  for (; end < text.size(); ++end)
+    if (!continues_character(text[end]) && count-- == 0)
+      break;
+  return text.substr(0, end);
+}
+
+std::string utf8_text(std::uint32_t code) {
+  const auto byte = [](std::uint32_t b) { return static_cast<char>(b); };
+  const auto next = [code, byte](unsigned shift) { return byte(0x80 | (code >> shift & 0x3F)); };
+  if (code < 0x80)
+    return {byte(code)};
+  if (code < 0x800)
+    return {byte(0xC0 | code >> 6), next(0)};
+  if (code < 0x10000)
+    return {byte(0xE0 | code >> 12), next(6), next(0)};
+  return {byte(0xF0 | code >> 18), next(12), next(6), next(0)};
 }
 
 }  // namespace corvane

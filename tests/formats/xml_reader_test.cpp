@@ -1,5 +1,5 @@
-// Well-formedness of XML: what is a fault, and its line and column.
-#include "formats/xml_check.h"
+// What a text of XML holds; what is a fault, and its line and column.
+#include "formats/xml_reader.h"
 
 #include "authoring/navigation_xml.h"
 #include "authoring/sample_projects.h"
@@ -12,7 +12,9 @@
 namespace corvane {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 
 /// "LINE:COLUMN what", or "(fine)".
 std::string fault_of(std::string_view text) {
@@ -22,13 +24,13 @@ std::string fault_of(std::string_view text) {
              : "(fine)";
 }
 
-TEST(XmlCheck, GeneratedTextsAreWellFormed) {
+TEST(XmlReader, GeneratedTextsAreWellFormed) {
   for (const path_style style : {path_style::windows, path_style::posix})
     for (const testing_support::sample& s : testing_support::all_samples(style))
       EXPECT_EQ(fault_of(config_xml(s.p, s.where)), "(fine)") << s.name;
 }
 
-TEST(XmlCheck, AcceptsWhatXmlAllows) {
+TEST(XmlReader, AcceptsWhatXmlAllows) {
   for (const char* const text :
        {"<a/>", "<a></a>", "<a ></a >", "<a b='1' c = \"2\"\n/>", "<a><b/>text &amp; more<b/></a>",
         "<?xml version=\"1.0\"?><a/>",
@@ -41,7 +43,7 @@ TEST(XmlCheck, AcceptsWhatXmlAllows) {
     EXPECT_EQ(fault_of(text), "(fine)") << text;
 }
 
-TEST(XmlCheck, NamesTheFirstFaultWithLineAndColumn) {
+TEST(XmlReader, NamesTheFirstFaultWithLineAndColumn) {
   const std::pair<const char*, const char*> cases[] = {
       {"", "1:1 there is no element"},
       {"\r\n<!-- -->\r\n", "3:1 there is no element"},
@@ -101,7 +103,7 @@ TEST(XmlCheck, NamesTheFirstFaultWithLineAndColumn) {
     EXPECT_EQ(fault_of(text), fault) << text;
 }
 
-TEST(XmlCheck, CharactersThatXmlDoesNotAllowAreFaults) {
+TEST(XmlReader, CharactersThatXmlDoesNotAllowAreFaults) {
   const std::string what = "there is a character or byte that XML does not allow";
   EXPECT_EQ(fault_of(std::string("<a>\0</a>", 8)), "1:4 " + what);
   EXPECT_EQ(fault_of("<a>\n \x1B</a>"), "2:2 " + what);
@@ -111,27 +113,110 @@ TEST(XmlCheck, CharactersThatXmlDoesNotAllowAreFaults) {
   EXPECT_EQ(fault_of("<a b='\x01'/><<"), "1:7 " + what);
 }
 
-TEST(XmlCheck, AnEarlierFaultHidesALaterCharacter) {
+TEST(XmlReader, AnEarlierFaultHidesALaterCharacter) {
   EXPECT_THAT(fault_of("<a><b></a>\x01"), HasSubstr("1:7 the end tag"));
 }
 
-TEST(XmlCheck, HostileTextsTakeNeitherStackNorTime) {
+TEST(XmlReader, HostileTextsTakeNeitherStackNorTime) {
   const auto begin = std::chrono::steady_clock::now();
   std::string deep;
   std::string attributes = "<a";
+  std::string lines = "<a>";
   for (int i = 0; i < 200000; ++i) {
     deep += "<a>";
     attributes += " a" + std::to_string(i) + "=''";
+    lines += "\n<b/>";
   }
   EXPECT_THAT(fault_of(deep), HasSubstr("1:600001 the element \"a\""));
   EXPECT_EQ(fault_of(attributes + "/>"), "(fine)");
+  EXPECT_EQ(read_xml(lines + "</a>").elements.back().line, 200001);
+  std::string ends;
+  for (int i = 0; i < 200000; ++i)
+    ends += "</a>";
+  EXPECT_EQ(read_xml(deep + ends).elements.back().parent, 199998u);
   EXPECT_THAT(fault_of("<a>" + std::string(1000000, '&')), HasSubstr("1:4 "));
   EXPECT_THAT(fault_of("<" + std::string(1000000, 'n')), HasSubstr("1:1 the tag of \"nnn"));
   EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
 }
 
-TEST(XmlCheck, LongNamesAreShortenedInWhatIsTold) {
+TEST(XmlReader, LongNamesAreShortenedInWhatIsTold) {
   EXPECT_LT(fault_of("<" + std::string(1000000, 'n')).size(), 120u);
+}
+
+/// "NAME(PARENT) at BYTE in line LINE" of each element.
+std::vector<std::string> elements_of(std::string_view text) {
+  std::vector<std::string> told;
+  const xml_reading xml = read_xml(text);
+  for (const xml_element& e : xml.elements)
+    told.push_back(e.name + "(" +
+                   (e.parent == no_xml_parent ? std::string() : xml.elements.at(e.parent).name) +
+                   ") at " + std::to_string(e.at) + " in line " + std::to_string(e.line));
+  return told;
+}
+
+/// The first element's text.
+std::string text_of(std::string_view text) {
+  const xml_reading xml = read_xml(text);
+  return xml.fault ? xml.fault->what : xml.elements.at(0).text;
+}
+
+/// The first element's attribute x.
+std::string value_of(std::string_view quoted_value) {
+  const xml_reading xml = read_xml("<a x=" + std::string(quoted_value) + "/>");
+  return xml.fault ? xml.fault->what : *attribute_of(xml.elements.at(0), "x");
+}
+
+TEST(XmlReader, ElementsHaveParentsAndPlaces) {
+  EXPECT_THAT(elements_of("<?xml version='1.0'?>\r\n<a><b/>\r<c><d></d>\n\n</c\n><v:e/></a>"),
+              ElementsAre("a() at 23 in line 2", "b(a) at 26 in line 2", "c(a) at 31 in line 3",
+                          "d(c) at 34 in line 3", "v:e(a) at 48 in line 6"));
+  EXPECT_THAT(elements_of("\xEF\xBB\xBF<a/>"), ElementsAre("a() at 3 in line 1"));
+}
+
+TEST(XmlReader, AFaultLeavesNoElements) {
+  EXPECT_THAT(elements_of("<a><b/><c></a>"), IsEmpty());
+}
+
+TEST(XmlReader, TextIsThatOfTheElementItself) {
+  EXPECT_EQ(text_of("<a> if (g1 &lt; 2) <b>not this</b>x<!-- nor this --><?nor this?>&#228; </a>"),
+            " if (g1 < 2) x\xC3\xA4 ");
+  EXPECT_EQ(text_of("<a>1<![CDATA[ <b> &amp; ]] ]]>2</a>"), "1 <b> &amp; ]] 2");
+  EXPECT_EQ(text_of("<a>1\r\n2\r3\n\t4&#13;\n<![CDATA[\r\n]]></a>"), "1\n2\n3\n\t4\r\n\n");
+  EXPECT_EQ(text_of("<a/>"), "");
+}
+
+TEST(XmlReader, AttributesAreDecodedAndNormalized) {
+  EXPECT_EQ(value_of("\"1 &lt;&gt;&apos;&quot;&amp;\""), "1 <>'\"&");
+  EXPECT_EQ(value_of("'&#228;&#x20ac;&#x1F4C0;&#0000124;'"),
+            "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x93\x80|");
+  EXPECT_EQ(value_of("'&amp;lt;'"), "&lt;");
+  EXPECT_EQ(value_of("'1\t2\n3\r4\r\n5'"), "1 2 3 4 5");
+  EXPECT_EQ(value_of("'1&#9;2&#10;3&#xD;4&#13;\n5'"), "1\t2\n3\r4\r 5");
+  EXPECT_EQ(value_of("'\"'"), "\"");
+  EXPECT_EQ(value_of("''"), "");
+}
+
+TEST(XmlReader, AttributesAreFoundByName) {
+  const xml_reading xml = read_xml("<a x='1' y=\"2\" X=''><b/></a>");
+  ASSERT_EQ(xml.elements.size(), 2u);
+  EXPECT_EQ(*attribute_of(xml.elements[0], "y"), "2");
+  EXPECT_EQ(*attribute_of(xml.elements[0], "X"), "");
+  EXPECT_EQ(attribute_of(xml.elements[0], "z"), nullptr);
+  EXPECT_EQ(attribute_of(xml.elements[1], "x"), nullptr);
+  EXPECT_EQ(xml.elements[0].attributes[2].name, "X");
+}
+
+TEST(XmlReader, AnyTextCutAnywhereIsReadOrRefused) {
+  const std::string text =
+      "<?xml version='1.0'?><r><!-- c --><![CDATA[ d ]]><?p i?><vob file='/a&amp;b' "
+      "chapters=\"0\"/><x y=\"&#x7c;\n\">\xC3\xA9\r</x></r>";
+  EXPECT_EQ(fault_of(text), "(fine)");
+  for (std::size_t end = 0; end <= text.size(); ++end)
+    for (std::size_t begin = 0; begin < end; ++begin) {
+      const std::string_view cut = std::string_view(text).substr(begin, end - begin);
+      const xml_reading xml = read_xml(cut);
+      EXPECT_EQ(xml.fault.has_value(), xml.elements.empty()) << cut;
+    }
 }
 
 }  // namespace
