@@ -5,6 +5,7 @@
 #include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/program_folder.h"
+#include "runner/run_files.h"
 
 #include <optional>
 
@@ -65,7 +66,7 @@ author_result authordvd(workbench& w, author_equipment& e, const prepared_run& r
   set_environment("VIDEO_FORMAT", w.p.globalregion);
   e.screen.show_log();
   e.screen.set_log_text(version_title + std::string(crlf));
-  e.runner.ExecuteCommand(run.where.in_app("process.bat"));
+  e.runner.ExecuteCommand(run.where.in_app(run_file::script));
   return e.runner.running() ? author_result::started : author_result::not_started;
 }
 

@@ -4,6 +4,7 @@
 #include "formats/sanitized.h"
 #include "formats/text.h"
 #include "platform/files/files.h"
+#include "runner/run_files.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -74,19 +75,9 @@ bool is_mpg(const std::string& name, path_style style) {
   return (style == path_style::windows ? lower(name) : name).ends_with(".mpg");
 }
 
-bool is_numbered(std::string_view name, std::string_view before) {
-  if (!name.starts_with(before) || !name.ends_with(".mpg"))
-    return false;
-  const std::string_view number =
-      name.substr(before.size(), name.size() - before.size() - std::string_view(".mpg").size());
-  return !number.empty() && number.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
 // Names that the script itself makes; a run that was stopped leaves such files.
 bool is_a_runs_own(const std::string& name, path_style style) {
-  const std::string n = style == path_style::windows ? lower(name) : name;
-  return n == "presub.mpg" || is_numbered(n, "title") || is_numbered(n, "menu") ||
-         is_numbered(n, "menusub");
+  return run_file::is_stream(style == path_style::windows ? lower(name) : name);
 }
 
 std::filesystem::file_type type_of(const std::string& native) {

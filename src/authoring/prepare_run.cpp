@@ -6,9 +6,9 @@
 #include "authoring/rows.h"
 #include "authoring/subtitle_xml.h"
 #include "authoring/work_script.h"
-#include "formats/numbers.h"
 #include "platform/files/files.h"
 #include "project/missing_tools.h"
+#include "runner/run_files.h"
 
 #include <optional>
 #include <utility>
@@ -108,13 +108,13 @@ using named_text = std::pair<std::string, std::string>;
 std::vector<named_text> texts_of_run(const project& p, const places& where) {
   std::vector<named_text> texts;
   for (int menu = 1; menu <= menu_count(p); ++menu)
-    texts.emplace_back("menu" + trimmed(menu) + ".xml", menu_subpicture_xml(p, where, menu));
+    texts.emplace_back(run_file::menu_control(menu), menu_subpicture_xml(p, where, menu));
   for (int title = 1; title <= title_count(p); ++title)
     for (int subtitle = 1; subtitle <= subtitle_count(p, title); ++subtitle)
-      texts.emplace_back("sub" + trimmed(title) + "-" + trimmed(subtitle) + ".xml",
+      texts.emplace_back(run_file::subtitle_control(title, subtitle),
                          subtitle_xml(p, where, title, subtitle));
-  texts.emplace_back("process.bat", work_script(p, where));
-  texts.emplace_back("config.xml", config_xml(p, where));
+  texts.emplace_back(run_file::script, work_script(p, where));
+  texts.emplace_back(run_file::navigation, config_xml(p, where));
   return texts;
 }
 
@@ -135,7 +135,7 @@ ending write_texts(workbench& w, author_equipment& e, prepared_run& run) {
       return tell(w, author_result::not_written,
                   "The file \"" + file + "\" could not be written: " + *why + ".", icon::critical);
     }
-    run.files.insert(name == "process.bat" ? run.files.begin() : run.files.end(), file);
+    run.files.insert(name == run_file::script ? run.files.begin() : run.files.end(), file);
   }
   return std::nullopt;
 }

@@ -181,7 +181,8 @@ class interpreter {
   }
 
   /// The lines among spumux's output that matter do not say whose subtitle it was.
-  void judge(const text_subtitle& subtitle, const script_words& words, const pipeline_result& r) {
+  void judge(const run_file::subtitle_name& subtitle, const script_words& words,
+             const pipeline_result& r) {
     if (r.ends.empty())
       return;  // it has been told why it did not run
     const std::string control = host_.control_text(words.back());
@@ -236,26 +237,15 @@ bool is_harmless_refusal(const std::string& name, const program_end& end, std::s
 }
 
 std::string menu_of_overlay(const script_words& program) {
-  constexpr std::string_view before = "menu", after = ".xml";
   if (program.size() != 2 || name_of(program[0]) != "spumux.exe")
     return {};
-  const std::string name = name_of(program[1]);
-  if (!name.starts_with(before) || !name.ends_with(after))
-    return {};
-  return name.substr(before.size(), name.size() - before.size() - after.size());
+  return run_file::menu_of_control(name_of(program[1])).value_or("");
 }
 
-std::optional<text_subtitle> subtitle_of(const script_words& program) {
-  constexpr std::string_view before = "sub", after = ".xml";
-  const std::string name = name_of(program.back());
-  if (name_of(program[0]) != "spumux.exe" || !name.starts_with(before) || !name.ends_with(after))
+std::optional<run_file::subtitle_name> subtitle_of(const script_words& program) {
+  if (name_of(program[0]) != "spumux.exe")
     return std::nullopt;
-  const std::string numbers =
-      name.substr(before.size(), name.size() - before.size() - after.size());
-  const auto dash = numbers.find('-');
-  if (dash == std::string::npos)
-    return std::nullopt;
-  return text_subtitle{numbers.substr(0, dash), numbers.substr(dash + 1)};
+  return run_file::subtitle_of_control(name_of(program.back()));
 }
 
 bool run_script(std::string_view script, script_host& host) {

@@ -6,6 +6,7 @@
 
 #include "platform/processes/spawn.h"
 #include "platform/result.h"
+#include "runner/run_files.h"
 #include "runner/script_line.h"
 
 #include <optional>
@@ -66,10 +67,7 @@ std::string menu_of_overlay(const script_words& program);
 
 /// The text subtitle that the program puts into a title's stream, if it is such a one: spumux with
 /// the control file "<app>/sub<t>-<s>.xml" as its last argument.
-struct text_subtitle {
-  std::string title, number;  ///< as in the control file's name
-};
-std::optional<text_subtitle> subtitle_of(const script_words& program);
+std::optional<run_file::subtitle_name> subtitle_of(const script_words& program);
 
 /// The system's host. `own_folder` is the folder conspawn was started from: programs there, other
 /// than conspawn itself, are the ones that scripts may start.

@@ -6,6 +6,7 @@
 #include "platform/files/paths.h"
 #include "platform/processes/process.h"
 #include "runner/output_text.h"
+#include "runner/run_files.h"
 #include "runner/run_log.h"
 
 #include <algorithm>
@@ -50,8 +51,8 @@ bool ended_well(const std::optional<exit_status>& status) {
 /// Removes every .xml, .bat and .png file of the folder. The two copies first: so each kind has a
 /// file to remove, whatever the run wrote.
 void clean_up(const std::string& app) {
-  for (const char* copy : {"fake.png", "fake.xml"})
-    fs::copy_file(path_of(join_path(app, "process.bat")), path_of(join_path(app, copy)),
+  for (const char* copy : run_file::copies_of_script)
+    fs::copy_file(path_of(join_path(app, run_file::script)), path_of(join_path(app, copy)),
                   fs::copy_options::overwrite_existing);
   for (const std::string& name : files_in(app)) {
     const std::string extension = lower_extension_of(name);
@@ -74,7 +75,7 @@ struct shelled::state {
   line_end_normalizer normalize{};
   run_outcome outcome = run_outcome::none;
 
-  std::string log_path() const { return join_path(app, log_file_name); }
+  std::string log_path() const { return join_path(app, run_file::log); }
 
   void refuse(const std::string& text);
   void not_started(const start_result& start);
@@ -234,7 +235,7 @@ void shelled::state::unexpected(int number, const std::string& description) {
   const std::string about =
       std::to_string(number) + " in the update code." + std::string(crlf) + description;
   screen.enable_timer(false);
-  log.copy_to(join_path(app, update_code_log_name), "Unexpected error in gui" + about);
+  log.copy_to(join_path(app, run_file::unexpected_error), "Unexpected error in gui" + about);
   ask.message({"Unexpected error" + about});
 }
 

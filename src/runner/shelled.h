@@ -50,8 +50,4 @@ class shelled {
   std::unique_ptr<state> s_;
 };
 
-/// The log file's name in the program folder, and that of the report of an unexpected error.
-inline constexpr const char* log_file_name = "CorvaneLOG.txt";
-inline constexpr const char* update_code_log_name = "updatecodelog.txt";
-
 }  // namespace corvane

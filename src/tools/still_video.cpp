@@ -8,6 +8,8 @@
 #include "platform/files/program_folder.h"
 #include "project/messages.h"
 #include "project/missing_tools.h"
+#include "runner/output_text.h"
+#include "runner/run_files.h"
 
 #include <cstdint>
 #include <optional>
@@ -140,7 +142,7 @@ still_result run(workbench& w, still_equipment& e, const still_video& still) {
     return tell(w, still_result::folder_in_use, icon::critical,
                 "Another run is using the program folder \"" + e.app +
                     "\".  Please wait until it has finished.");
-  const std::string script = join_path(e.app, "process.bat");
+  const std::string script = join_path(e.app, run_file::script);
   if (const failure why = write_file(script, still_script(e.app, still))) {
     e.lock.release();
     return tell(w, still_result::not_written, icon::critical,
@@ -163,7 +165,7 @@ std::string still_script(const std::string& app, const still_video& still, path_
                                    " -I p -f " + (ntsc ? "29.97" : "25") + " -j " + quoted(jpeg) +
                                    " | " + tool(app, "mpeg2enc", style) + " -f 8 -n " +
                                    (ntsc ? "n" : "p") + " -o " + quoted(still.m2v),
-                               "echo *process complete"};
+                               "echo " + std::string(end_marker)};
   std::string text;
   for (const std::string& line : lines)
     text += line + std::string(crlf);

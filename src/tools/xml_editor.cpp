@@ -7,6 +7,7 @@
 #include "platform/files/paths.h"
 #include "project/messages.h"
 #include "project/project_file.h"
+#include "runner/run_files.h"
 
 #include <cstdint>
 #include <utility>
@@ -31,7 +32,7 @@ bool is_blank(std::string_view text) {
 }
 
 std::string config_file(const std::string& app) {
-  return join_path(app, "config.xml");
+  return join_path(app, run_file::navigation);
 }
 
 /// Each line followed by CR LF.

@@ -1,7 +1,7 @@
 // corvane-author as a person starts it: exit statuses, what it says and what it leaves alone.
 #include "apps/author_fixture_posix.h"
 #include "platform/files/program_folder.h"
-#include "runner/shelled.h"
+#include "runner/run_files.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -36,7 +36,7 @@ TEST_F(AuthorProgram, ADiscIsAuthored) {
   EXPECT_THAT(calls(), ElementsAre("mplex", "dvdauthor"));
   EXPECT_THAT(lines_of(stdout_),
               ElementsAre("please wait while the titles are multiplexed", "multiplexing title: 1",
-                          "authoring title(s)", "process complete", "log: " + app(log_file_name)));
+                          "authoring title(s)", "process complete", "log: " + app(run_file::log)));
   EXPECT_EQ(stderr_,
             "corvane-author: Process complete.  Please review the log for more information "
             "(recommended).\n");
@@ -55,7 +55,7 @@ TEST_F(AuthorProgram, OnATerminalThereIsOneLineWithThePercentage) {
   EXPECT_EQ(run_as(how), 0) << stderr_;
   EXPECT_THAT(stdout_, HasSubstr("\rmultiplexing title: 1"));
   EXPECT_THAT(stdout_, HasSubstr("\rgenerating udf iso  67 %"));
-  EXPECT_THAT(stdout_, HasSubstr("\r\nlog: " + app(log_file_name) + "\r\n"));
+  EXPECT_THAT(stdout_, HasSubstr("\r\nlog: " + app(run_file::log) + "\r\n"));
   const std::string first = stdout_.substr(0, stdout_.find("\r\n"));
   EXPECT_THAT(first, HasSubstr("\rprocess complete"));
   std::istringstream in(first);
@@ -83,7 +83,7 @@ TEST_F(AuthorProgram, CleanUpHappensWhenItIsAskedFor) {
   EXPECT_EQ(run({"--replace", "--cleanup", project_, out()}), 0) << stderr_;
   EXPECT_FALSE(file_exists(app("process.bat")));
   EXPECT_FALSE(file_exists(app("config.xml")));
-  EXPECT_TRUE(file_exists(app(log_file_name)));
+  EXPECT_TRUE(file_exists(app(run_file::log)));
 }
 
 TEST_F(AuthorProgram, AToolsErrorIsToldAndGivesStatusOne) {
@@ -91,7 +91,7 @@ TEST_F(AuthorProgram, AToolsErrorIsToldAndGivesStatusOne) {
   EXPECT_EQ(run({project_, out()}), 1);
   EXPECT_THAT(stderr_, HasSubstr("There was an error.  Please review the log.\n"));
   EXPECT_THAT(stderr_, HasSubstr("corvane-author: ERR:  no VOBUs found.\n"));
-  EXPECT_THAT(stdout_, EndsWith("log: " + app(log_file_name) + "\n"));
+  EXPECT_THAT(stdout_, EndsWith("log: " + app(run_file::log) + "\n"));
   EXPECT_THAT(folder_.read("app/CorvaneLOG.txt"), HasSubstr("ERR:  no VOBUs found."));
 }
 
@@ -264,7 +264,7 @@ TEST_F(AuthorProgram, PrepareWritesAndNamesTheFilesAndRunsNothing) {
   EXPECT_EQ(stderr_, "");
   EXPECT_THAT(calls(), IsEmpty());
   EXPECT_EQ(folder_.read("disc/VIDEO_TS/old.vob"), "old");
-  EXPECT_FALSE(file_exists(app(log_file_name)));
+  EXPECT_FALSE(file_exists(app(run_file::log)));
 }
 
 TEST_F(AuthorProgram, HandEditedXmlNamesTheFolderItself) {

@@ -1,6 +1,6 @@
 // corvane-author when it is interrupted, killed, started twice, or left alone by its reader.
 #include "apps/author_fixture_posix.h"
-#include "runner/shelled.h"
+#include "runner/run_files.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -41,8 +41,8 @@ TEST_F(AuthorSignals, CtrlCEndsTheToolsToo) {
   const pid_t tool = tool_process("mplex");
   EXPECT_TRUE(wait_until([&] { return !process_runs(tool); }));
   EXPECT_THAT(stderr_, HasSubstr("stopped"));
-  EXPECT_THAT(stdout_, EndsWith("log: " + app(log_file_name) + "\n"));
-  EXPECT_TRUE(file_exists(app(log_file_name)));
+  EXPECT_THAT(stdout_, EndsWith("log: " + app(run_file::log) + "\n"));
+  EXPECT_TRUE(file_exists(app(run_file::log)));
   EXPECT_THAT(calls(), ElementsAre("mplex")) << "the script did not go on";
 }
 

@@ -1,7 +1,7 @@
 // Discs authored with the real tools by corvane-author, read back.
 #include "iso_volume.h"
 #include "report.h"
-#include "runner/shelled.h"
+#include "runner/run_files.h"
 #include "studio.h"
 #include "walk.h"
 
@@ -341,7 +341,7 @@ project with_font(const studio& s, const std::string& font) {
 TEST(authored_disc, text_subtitles_are_drawn_in_the_font_whose_file_is_stored_in_lower_case) {
   const studio s;
   s.authored(with_font(s, "dejavusans.ttf"));
-  const std::string log = *read_file(s.app() + "/" + log_file_name, 1u << 20);
+  const std::string log = *read_file(s.app() + "/" + run_file::log, 1u << 20);
   EXPECT_THAT(log, ContainsRegex("display height of the font /[^ ]*/DejaVuSans\\.ttf was"));
   EXPECT_THAT(log, Not(HasSubstr("matches font file")));
 }
@@ -349,7 +349,7 @@ TEST(authored_disc, text_subtitles_are_drawn_in_the_font_whose_file_is_stored_in
 TEST(authored_disc, log_says_which_font_serves_for_one_that_is_not_installed) {
   const studio s;
   s.authored(with_font(s, "no such font.ttf"));
-  EXPECT_THAT(*read_file(s.app() + "/" + log_file_name, 1u << 20),
+  EXPECT_THAT(*read_file(s.app() + "/" + run_file::log, 1u << 20),
               ContainsRegex("font name \"no such font\\.ttf\" matches font file /[^ ]+"));
 }
 

@@ -1,7 +1,7 @@
 // Text subtitles on discs that corvane-author made, read back: streams, languages, times, and every
 // dot of the first picture against the preview's.
 #include "platform/files/paths.h"
-#include "runner/shelled.h"
+#include "runner/run_files.h"
 #include "studio.h"
 #include "text_studio.h"
 
@@ -143,7 +143,7 @@ TEST_F(SubtitledDisc, TextAtTheLeftOfALargeMarginStandsInTheRightThird) {
 TEST_F(SubtitledDisc, TextAtTheRightLosesLettersWhichTheRunCallsAnError) {
   const finished done = s_.author(subtitled({english}, aligned("right", "bottom") + "|"));
   EXPECT_EQ(done.status, 1) << done.out;
-  const auto log = read_file(join_path(s_.app(), log_file_name), std::uintmax_t{1} << 20);
+  const auto log = read_file(join_path(s_.app(), run_file::log), std::uintmax_t{1} << 20);
   ASSERT_TRUE(log) << log.error;
   EXPECT_THAT(*log, HasSubstr("ERR:  subtitle 1 of title 1 (" + files_[0] +
                               ") is not as it should be: letters of its text are missing, since "
@@ -170,7 +170,7 @@ TEST_F(SubtitledDisc, FileThatSpumuxCannotReadEndsTheRunWithItsNameAndTheReason)
   const finished done =
       s_.author(subtitled({"[0][25]a\n[30][55]MPL2, which spumux does not read\n"}, row + "|"));
   EXPECT_EQ(done.status, 1) << done.out;
-  const auto log = read_file(join_path(s_.app(), log_file_name), std::uintmax_t{1} << 20);
+  const auto log = read_file(join_path(s_.app(), run_file::log), std::uintmax_t{1} << 20);
   ASSERT_TRUE(log) << log.error;
   EXPECT_THAT(*log, HasSubstr("ERR:  subtitle 1 of title 1 (" + files_[0] +
                               ") is not on the disc: it is in none of the subtitle formats that "
@@ -183,7 +183,7 @@ TEST_F(SubtitledDisc, TextThatLastsNoTimeIsMissingWhichTheRunCallsAnError) {
       "2\n00:00:01,500 --> 00:00:03,000\ndisc\n\n";
   const finished done = s_.author(subtitled({brief}, row + "|"));
   EXPECT_EQ(done.status, 1) << done.out;
-  const auto log = read_file(join_path(s_.app(), log_file_name), std::uintmax_t{1} << 20);
+  const auto log = read_file(join_path(s_.app(), run_file::log), std::uintmax_t{1} << 20);
   ASSERT_TRUE(log) << log.error;
   EXPECT_THAT(*log, HasSubstr("ERR:  subtitle 1 of title 1 (" + files_[0] +
                               ") is not as it should be: 1 text of it that lasts no time is "

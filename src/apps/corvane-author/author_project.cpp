@@ -13,6 +13,7 @@
 #include "project/missing_tools.h"
 #include "project/preferences.h"
 #include "project/project_file.h"
+#include "runner/run_files.h"
 
 #include <chrono>
 #include <string_view>
@@ -134,7 +135,7 @@ int start_and_watch(run& r) {
   r.report_.end_progress();
   if (status == tool_reported_error)
     say_errors(r);
-  r.report_.line("log: " + join_path(r.equipment.app, log_file_name));
+  r.report_.line("log: " + join_path(r.equipment.app, run_file::log));
   return status;
 }
 

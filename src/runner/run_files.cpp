@@ -1,0 +1,89 @@
+#include "runner/run_files.h"
+
+#include "formats/numbers.h"
+
+namespace corvane::run_file {
+namespace {
+
+/// A name with a number in it.
+struct numbered_name {
+  std::string_view before, after;
+
+  std::string of(int number) const {
+    return std::string(before) + trimmed(number) + std::string(after);
+  }
+  /// What stands between the two; nullopt when the name is another.
+  std::optional<std::string_view> middle_of(std::string_view name) const {
+    if (name.size() < before.size() + after.size() || !name.starts_with(before) ||
+        !name.ends_with(after))
+      return std::nullopt;
+    return name.substr(before.size(), name.size() - before.size() - after.size());
+  }
+};
+
+constexpr numbered_name menu_controls{"menu", ".xml"}, subtitle_controls{"sub", ".xml"},
+    highlights{"highlight", ".png"}, selects{"select", ".png"}, titles{"title", ".mpg"},
+    menus{"menu", ".mpg"}, menus_with_buttons{"menusub", ".mpg"};
+
+bool is_number(std::string_view text) {
+  return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+}  // namespace
+
+std::string menu_control(int menu) {
+  return menu_controls.of(menu);
+}
+
+std::string highlight_picture(int menu) {
+  return highlights.of(menu);
+}
+
+std::string select_picture(int menu) {
+  return selects.of(menu);
+}
+
+std::string subtitle_control(int title, int subtitle) {
+  return std::string(subtitle_controls.before) + trimmed(title) + "-" + trimmed(subtitle) +
+         std::string(subtitle_controls.after);
+}
+
+std::optional<std::string> menu_of_control(std::string_view name) {
+  const auto number = menu_controls.middle_of(name);
+  if (!number || !is_number(*number))
+    return std::nullopt;
+  return std::string(*number);
+}
+
+std::optional<subtitle_name> subtitle_of_control(std::string_view name) {
+  const auto numbers = subtitle_controls.middle_of(name);
+  const auto dash = numbers ? numbers->find('-') : std::string_view::npos;
+  if (dash == std::string_view::npos || !is_number(numbers->substr(0, dash)) ||
+      !is_number(numbers->substr(dash + 1)))
+    return std::nullopt;
+  return subtitle_name{std::string(numbers->substr(0, dash)),
+                       std::string(numbers->substr(dash + 1))};
+}
+
+std::string title_stream(int title) {
+  return titles.of(title);
+}
+
+std::string menu_stream(int menu) {
+  return menus.of(menu);
+}
+
+std::string menu_with_buttons(int menu) {
+  return menus_with_buttons.of(menu);
+}
+
+bool is_stream(std::string_view name) {
+  if (name == before_subtitle)
+    return true;
+  for (const numbered_name& made : {titles, menus, menus_with_buttons})
+    if (const auto number = made.middle_of(name); number && is_number(*number))
+      return true;
+  return false;
+}
+
+}  // namespace corvane::run_file

@@ -1,0 +1,55 @@
+// The names of the files of a run: builders write them, the script runner and the clean-up know
+// them again. Each stands here and nowhere else.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace corvane::run_file {
+
+// In the program folder -------------------------------------------------------------------------
+
+inline constexpr const char* script = "process.bat";
+inline constexpr const char* navigation = "config.xml";
+inline constexpr const char* log = "CorvaneLOG.txt";
+
+/// What had been printed when the runner met an unexpected error, and the error.
+inline constexpr const char* unexpected_error = "updatecodelog.txt";
+
+/// Copies of the script that the clean-up makes and removes.
+inline constexpr const char* copies_of_script[] = {"fake.png", "fake.xml"};
+
+/// The page that the layout report writes, and the copy of hand-edited XML beside it.
+inline constexpr const char* layout_page = "layout.html";
+inline constexpr const char* layout_xml = "layoutconfig.xml";
+
+std::string menu_control(int menu);  ///< "menu<m>.xml": the menu's buttons, for spumux
+std::string highlight_picture(int menu);
+std::string select_picture(int menu);
+std::string subtitle_control(int title, int subtitle);  ///< "sub<t>-<s>.xml", for spumux
+
+/// The number in the name of a menu's control file, as it stands there; nullopt for every other
+/// name.
+std::optional<std::string> menu_of_control(std::string_view name);
+
+/// A text subtitle as the name of its control file has it.
+struct subtitle_name {
+  std::string title, number;
+};
+std::optional<subtitle_name> subtitle_of_control(std::string_view name);
+
+// In the output folder --------------------------------------------------------------------------
+
+/// A title's stream while spumux puts a subtitle into it.
+inline constexpr const char* before_subtitle = "presub.mpg";
+
+std::string title_stream(int title);      ///< "title<t>.mpg"
+std::string menu_stream(int menu);        ///< "menu<m>.mpg", without its buttons
+std::string menu_with_buttons(int menu);  ///< "menusub<m>.mpg"
+
+/// Whether the script itself makes a file of this name in the output folder. A run that was stopped
+/// leaves such files.
+bool is_stream(std::string_view name);
+
+}  // namespace corvane::run_file
