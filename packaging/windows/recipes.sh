@@ -19,8 +19,10 @@
 #   pristine    "yes": upstream's own source, without Debian's changes to it (optional)
 #   needs       names of recipes that it is built upon (optional)
 #   licences    files of the source to keep beside what is built (optional)
+#   files       the folder, from the top of this repository, of our files that are put into the source
+#               (optional; packaging/windows/files/NAME if there is one)
 #   build       a function: run in the source, patched by Debian and by patches/NAME/*.patch, with
-#               files/NAME/ put into it; installs into $prefix.  $host is the cross compilers' prefix,
+#               our files put into it; installs into $prefix.  $host is the cross compilers' prefix,
 #               $jobs the number of programs; `where NAME` gives a needed thing's folder;
 #               PKG_CONFIG_LIBDIR, CPPFLAGS and LDFLAGS lead to all of them, and CC, CXX, AR, RANLIB,
 #               STRIP and WINDRES are set.
@@ -38,7 +40,7 @@ fail() {
 
 # Prints what the recipe says of itself: `told NAME needs`.
 told() (
-  needs='' licences='' source='' upstream='' pristine=''
+  needs='' licences='' source='' upstream='' pristine='' files=''
   # shellcheck disable=SC1090
   . "$rooms/recipes/$1.sh"
   eval "printf '%s' \"\$$2\""
@@ -48,12 +50,18 @@ known() {
   [ -f "$rooms/recipes/$1.sh" ] || fail "there is no recipe \"$1\"."
 }
 
+# The folder of our files for a recipe; it need not be there.
+files_of() {
+  files_told=$(told "$1" files)
+  echo "$rooms/../../${files_told:-packaging/windows/files/$1}"
+}
+
 # A recipe's key: what it is made by, and the keys of what it needs.
 key() (
   {
     cat "$rooms/recipes.sh" "$rooms/recipes/$1.sh"
-    for folder in patches files; do
-      [ ! -d "$rooms/$folder/$1" ] || (cd "$rooms/$folder/$1" && find . -type f | LC_ALL=C sort | xargs sha256sum)
+    for folder in "$rooms/patches/$1" "$(files_of "$1")"; do
+      [ ! -d "$folder" ] || (cd "$folder" && find . -type f | LC_ALL=C sort | xargs sha256sum)
     done
     for need in $(told "$1" needs); do
       key "$need"
@@ -195,7 +203,8 @@ build_one() (
     mkdir unpacked
   fi
   cd unpacked
-  [ ! -d "$rooms/files/$name" ] || cp -R "$rooms/files/$name/." .
+  ours=$(files_of "$name")
+  [ ! -d "$ours" ] || cp -R "$ours/." .
   for patch in "$rooms/patches/$name"/*.patch; do
     [ -f "$patch" ] || continue
     patch -p1 <"$patch" >>"$log" 2>&1 || fail "$(basename -- "$patch") does not apply to $name."
@@ -248,7 +257,8 @@ case "${1:-}" in
         find "$(where "$name")/source" -type f ! -name '*.log' -exec cp {} "$folder/$name/" \;
       cp "$rooms/recipes/$name.sh" "$folder/$name/"
       [ ! -d "$rooms/patches/$name" ] || cp -R "$rooms/patches/$name" "$folder/$name/patches"
-      [ ! -d "$rooms/files/$name" ] || cp -R "$rooms/files/$name" "$folder/$name/files"
+      ours=$(files_of "$name")
+      [ ! -d "$ours" ] || cp -R "$ours" "$folder/$name/files"
     done
     ;;
   *)
