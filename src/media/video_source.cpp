@@ -1,6 +1,6 @@
 #include "media/video_source.h"
 
-#include "formats/stream_packets.h"
+#include "formats/program_stream.h"
 #include "formats/video_headers.h"
 #include "media/source_file.h"
 

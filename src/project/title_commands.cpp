@@ -1,6 +1,7 @@
 #include "project/title_commands.h"
 
 #include "formats/numbers.h"
+#include "formats/program_stream.h"
 #include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"

@@ -28,11 +28,7 @@ void about_command(workbench& w);
 /// save; Yes saves first (and ends also when the save dialog was cancelled).
 bool close_command(workbench& w);
 
-/// Whether the block carries DVD navigation packets: a PCI packet header 00 00 01 BF 03 D4 and a
-/// DSI packet header 00 00 01 BF 03 FA (private stream 2, lengths 980 and 1018).
-bool carries_nav_packets(std::string_view block);
-
-/// How many bytes of a program stream are searched for them.
+/// How many bytes of a program stream are searched for navigation packets.
 inline constexpr std::size_t nav_search_bytes = 16384;
 
 }  // namespace corvane

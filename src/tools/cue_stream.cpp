@@ -1,18 +1,18 @@
 #include "tools/cue_stream.h"
 
+#include "formats/program_stream.h"
 #include "platform/files/files.h"
 
 #include <algorithm>
 #include <fstream>
 #include <initializer_list>
+#include <span>
 #include <utility>
 
 namespace corvane {
 namespace {
 
-constexpr std::size_t pack_size = 2048, pack_header = 14, packet_header = 6;
 constexpr std::size_t packs_at_once = 2048;
-constexpr unsigned padding_stream = 0xBE, private_stream_1 = 0xBD, first_subpicture = 0x20;
 
 unsigned byte_at(std::string_view bytes, std::size_t at) {
   return at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : 0;
@@ -37,30 +37,25 @@ std::string text_of_bytes(std::initializer_list<unsigned> bytes) {
 bool cue_stream::read(const std::string& file) {
   std::ifstream in(path_of(file), std::ios::binary);
   in.seekg(static_cast<std::streamoff>(position_));
-  std::string bytes(pack_size * packs_at_once, '\0');
+  std::string bytes(disc_pack_size * packs_at_once, '\0');
   in.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  const std::size_t packs = static_cast<std::size_t>(in.gcount()) / pack_size;
+  const std::size_t packs = static_cast<std::size_t>(in.gcount()) / disc_pack_size;
   for (std::size_t i = 0; i < packs; ++i)
-    take_pack(std::string_view(bytes).substr(i * pack_size, pack_size));
-  position_ += packs * pack_size;
+    take_pack(std::string_view(bytes).substr(i * disc_pack_size, disc_pack_size));
+  position_ += packs * disc_pack_size;
   return packs > 0;
 }
 
 void cue_stream::take_pack(std::string_view pack) {
-  // The pack header ends with stuffing bytes, whose number its last three bits tell.
-  std::size_t at = pack_header + (byte_at(pack, pack_header - 1) & 7);
-  while (at + packet_header <= pack.size() && number_at(pack, at, 3) == 1) {
-    const std::size_t length = number_at(pack, at + 4, 2);
-    const std::string_view packet = pack.substr(at + packet_header, length);
-    const unsigned stream = byte_at(pack, at + 3);
-    const std::size_t payload = 3 + byte_at(packet, 2);
-    if (stream == padding_stream)
-      take_data(packet);
-    else if (stream == private_stream_1 && payload < packet.size() &&
-             byte_at(packet, payload) == first_subpicture)
-      take_subpicture(packet.substr(payload + 1));
-    at += packet_header + length;
-  }
+  each_packet_in_pack({reinterpret_cast<const std::uint8_t*>(pack.data()), pack.size()},
+                      [this](const stream_packet& packet, std::span<const std::uint8_t> payload) {
+                        const std::string_view bytes(reinterpret_cast<const char*>(payload.data()),
+                                                     payload.size());
+                        if (packet.stream == padding_stream)
+                          take_data(bytes);
+                        else if (packet.substream == first_subpicture)
+                          take_subpicture(bytes.substr(1));
+                      });
 }
 
 // After the mark: version, kind, substream, begin, end, then sections; that of the colours has the
@@ -95,16 +90,17 @@ void cue_stream::take_subpicture(std::string_view payload) {
 }
 
 std::string stream_for_cues() {
-  constexpr std::size_t length = pack_size - pack_header - packet_header;
+  constexpr std::size_t headers = 14 + 6;  // of the pack, of the packet
+  constexpr std::size_t length = disc_pack_size - headers;
   constexpr unsigned high = length >> 8, low = length & 255;
   // 10 Mbit/s, the clock at 0; a video packet with the presentation time 0.
   std::string stream = text_of_bytes({0, 0, 1, 0xBA, 0x44, 0, 4, 0, 4, 1, 1, 0x89, 0xC3, 0xF8}) +
                        text_of_bytes({0, 0, 1, 0xE0, high, low, 0x80, 0x80, 5, 0x21, 0, 1, 0, 1});
-  stream.resize(pack_size, '\0');
+  stream.resize(disc_pack_size, '\0');
   // The clock at 1 s; padding.
   stream += text_of_bytes({0, 0, 1, 0xBA, 0x44, 0, 0x16, 0xFC, 0x84, 1, 1, 0x89, 0xC3, 0xF8}) +
             text_of_bytes({0, 0, 1, 0xBE, high, low});
-  stream.resize(2 * pack_size, '\xFF');
+  stream.resize(2 * disc_pack_size, '\xFF');
   return stream;
 }
 

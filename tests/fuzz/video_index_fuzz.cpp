@@ -2,7 +2,7 @@
 // that lie in the stream one after the other, each of them shown once or not at all, and it does
 // not depend on the slices.
 #include "formats/sanitized.h"
-#include "formats/stream_packets.h"
+#include "formats/program_stream.h"
 #include "formats/video_index.h"
 
 #include <algorithm>

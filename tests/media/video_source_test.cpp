@@ -1,7 +1,6 @@
 // The bytes of the video stream, out of a plain file and out of a program stream.
 #include "media/video_source.h"
 
-#include "formats/stream_packets.h"
 #include "media/tiny_stream.h"
 #include "support/temporary_folder.h"
 
@@ -19,10 +18,6 @@ namespace {
 using namespace std::string_literals;
 using media_test::in_packets;
 using testing_support::temporary_folder;
-
-stream_packet packet_of(const std::string& bytes) {
-  return read_packet(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
-}
 
 // A stream as far as its bytes are not looked at.
 std::string noise(std::size_t size) {
@@ -55,70 +50,6 @@ std::string all_of(video_source& source) {
 std::string text(const result<byte_vector>& bytes) {
   EXPECT_TRUE(bytes) << bytes.error;
   return bytes ? std::string(bytes->begin(), bytes->end()) : std::string();
-}
-
-TEST(StreamPackets, PackHeadersOfBothStandards) {
-  const auto two = packet_of("\0\0\1\xBA\x44\0\4\0\4\1\0\0\3\xFA\xFF\xFF"s);
-  EXPECT_EQ(two.found, stream_packet::state::whole);
-  EXPECT_EQ(two.size, 16u);
-  const auto one = packet_of("\0\0\1\xBA\x21\0\1\0\1\x80\0\1"s);
-  EXPECT_EQ(one.found, stream_packet::state::whole);
-  EXPECT_EQ(one.size, 12u);
-  EXPECT_EQ(packet_of("\0\0\1\xBA\x81\0\1\0\1\x80\0\1\0\0"s).found, stream_packet::state::none);
-}
-
-TEST(StreamPackets, VideoPayloadBeginsBehindTheHeader) {
-  struct {
-    const char* what;
-    std::string header;
-  } const rows[] = {
-      {"MPEG-2, no fields", "\x81\0\0"s},
-      {"MPEG-2, time stamp and stuffing", "\x81\x80\x07\x21\0\1\0\1\xFF\xFF"s},
-      {"MPEG-1, nothing", "\x0F"s},
-      {"MPEG-1, stuffing", "\xFF\xFF\xFF\x0F"s},
-      {"MPEG-1, buffer size", "\x60\x20\x0F"s},
-      {"MPEG-1, one time stamp", "\x21\0\1\0\1"s},
-      {"MPEG-1, stuffing, buffer size, two time stamps", "\xFF\x60\x20\x31\0\1\0\1\x11\0\1\0\1"s},
-  };
-  for (const auto& row : rows) {
-    const std::string body = row.header + "payload";
-    const auto p = packet_of("\0\0\1\xE0\0"s + static_cast<char>(body.size()) + body + "next");
-    EXPECT_EQ(p.found, stream_packet::state::whole) << row.what;
-    EXPECT_EQ(p.size, 6 + body.size()) << row.what;
-    EXPECT_EQ(p.payload, 6 + row.header.size()) << row.what;
-  }
-}
-
-TEST(StreamPackets, AHeaderLongerThanItsPacketLeavesNoPayload) {
-  for (const std::string& body : {"\x81\0\xFF..."s, "\xFF\xFF\xFF\xFF"s, "\x60"s, "\x31\0"s, ""s}) {
-    const auto p = packet_of("\0\0\1\xE0\0"s + static_cast<char>(body.size()) + body + "next....");
-    EXPECT_EQ(p.found, stream_packet::state::whole);
-    EXPECT_EQ(p.payload, p.size);
-  }
-}
-
-TEST(StreamPackets, EveryBeginningOfAPacketIsCut) {
-  const std::string packet = "\0\0\1\xE0\0\x08\x81\0\0video"s;
-  for (std::size_t size = 0; size < packet.size(); ++size)
-    EXPECT_EQ(packet_of(packet.substr(0, size)).found, stream_packet::state::cut) << size;
-  EXPECT_EQ(packet_of(packet).found, stream_packet::state::whole);
-}
-
-TEST(StreamPackets, StartCodesOfVideoAreNoPackets) {
-  EXPECT_EQ(packet_of("\0\0\1\xB3\0\x08\x81\0\0video"s).found, stream_packet::state::none);
-  EXPECT_EQ(packet_of("\0\0\2\xE0\0\x08\x81\0\0video"s).found, stream_packet::state::none);
-}
-
-TEST(StreamPackets, AfterDamageTheNextPacketIsFound) {
-  const auto skip = [](const std::string& bytes) {
-    return bytes_to_packet(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
-  };
-  EXPECT_EQ(skip("damage\0\0\1\xE0\0\x01"s), 6u);
-  EXPECT_EQ(skip("damage\0\0\1\x12..\0\0\1\xE0\0\x01"s), 12u);
-  EXPECT_EQ(skip("damage\0\0\1"s), 6u);
-  EXPECT_EQ(skip("damage\0\0"s), 6u);
-  EXPECT_EQ(skip("damage\0"s), 6u);
-  EXPECT_EQ(skip("damage"s), 6u);
 }
 
 TEST(VideoSource, APlainFileIsTheStream) {

@@ -200,17 +200,5 @@ TEST_F(OpenTitle, ANameThatIsNotTextIsRefusedInReadableWords) {
   EXPECT_TRUE(p.List1.empty());
 }
 
-TEST(NavPackets, BothHeadersMustBeThere) {
-  using namespace std::string_view_literals;
-  const auto pci = "\x00\x00\x01\xBF\x03\xD4"sv;
-  const auto dsi = "\x00\x00\x01\xBF\x03\xFA"sv;
-  EXPECT_FALSE(carries_nav_packets(""));
-  EXPECT_FALSE(carries_nav_packets(pci));
-  EXPECT_FALSE(carries_nav_packets(dsi));
-  EXPECT_TRUE(carries_nav_packets(std::string(pci) + std::string(dsi)));
-  EXPECT_TRUE(carries_nav_packets(std::string(dsi) + "x" + std::string(pci)));
-  EXPECT_FALSE(carries_nav_packets(std::string(pci.substr(0, 5)) + std::string(dsi)));
-}
-
 }  // namespace
 }  // namespace corvane

@@ -1,63 +1,56 @@
 #include "packets.h"
 
+#include "formats/program_stream.h"
+
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <dvdread/nav_read.h>
+#include <span>
 
 namespace corvane::disc {
 
 namespace {
 
-using sector_bytes = std::array<unsigned char, DVD_VIDEO_LB_LEN>;
+using sector_bytes = std::array<std::uint8_t, DVD_VIDEO_LB_LEN>;
+static_assert(DVD_VIDEO_LB_LEN == disc_pack_size);
 
+/// Where the control and search data stand in a navigation pack.
 constexpr std::size_t pci_at = 0x2d, dsi_at = 0x407;
-constexpr unsigned char pack_start[] = {0, 0, 1, 0xba};
-constexpr unsigned char private_2_start[] = {0, 0, 1, 0xbf};
 
-bool starts_with(const sector_bytes& s, std::size_t at, const unsigned char (&mark)[4]) {
-  return std::memcmp(s.data() + at, mark, sizeof mark) == 0;
+using payload_bytes = std::span<const std::uint8_t>;
+
+/// Time stamps have 33 bits; navigation packets hold 32 of them.
+std::uint32_t cut_time(stream_time time) {
+  return static_cast<std::uint32_t>(time);
 }
 
-/// The 33 bits of a time stamp in five bytes, cut to 32 as navigation packets hold them.
-std::uint32_t time_stamp(const unsigned char* p) {
-  const auto bits = [p](int at, unsigned mask) { return std::uint32_t{p[at]} & mask; };
-  return bits(0, 0x0e) << 29 | bits(1, 0xff) << 22 | bits(2, 0xfe) << 14 | bits(3, 0xff) << 7 |
-         bits(4, 0xfe) >> 1;
-}
-
-/// Calls `take` with the place of each packet of one pack, which follow its 14-byte header and
-/// stuffing, and with the place behind it.
-template <typename Take>
-void each_packet(const sector_bytes& s, Take take) {
-  if (!starts_with(s, 0, pack_start))
-    return;
-  std::size_t at = 14 + (s[13] & 7u);
-  while (at + 9 < s.size() && s[at] == 0 && s[at + 1] == 0 && s[at + 2] == 1) {
-    const std::size_t end = at + 6 + s[at + 4] * 256u + s[at + 5];
-    take(at, std::min(end, s.size()));
-    at = end;
-  }
+bool carries_stream(const stream_packet& packet) {
+  return packet.stream == private_stream_1 ||
+         (packet.stream >= first_sound_stream && packet.stream <= last_video_stream);
 }
 
 void add_packets(const sector_bytes& s, std::map<int, stream_start>& found) {
-  each_packet(s, [&](std::size_t at, std::size_t /*end*/) {
-    const int id = s[at + 3];
-    const bool carries_stream = id == 0xbd || (id >= 0xc0 && id <= 0xef);
-    if (!carries_stream)
+  each_packet_in_pack(s, [&](const stream_packet& packet, payload_bytes /*payload*/) {
+    if (!carries_stream(packet))
       return;
-    const std::size_t payload = at + 9 + s[at + 8];
-    const bool timed = (s[at + 7] & 0x80) != 0 && at + 14 < s.size();
-    int key = id;
-    if (id == 0xbd)
-      key = payload < s.size() ? 0xbd00 + s[payload] : 0xbd00;
+    int key = packet.stream;
+    if (packet.stream == private_stream_1)
+      key = 0xbd00 + packet.substream.value_or(0);
     stream_start& stream = found[key];
     ++stream.packets;
-    if (timed && !stream.timed) {
+    if (packet.shown && !stream.timed) {
       stream.timed = true;
-      stream.first = time_stamp(s.data() + at + 9);
+      stream.first = cut_time(*packet.shown);
     }
   });
+}
+
+bool holds_navigation(const sector_bytes& s) {
+  bool found = false;
+  each_packet_in_pack(s, [&found](const stream_packet& packet, payload_bytes /*payload*/) {
+    found = found || is_navigation(packet);
+  });
+  return found;
 }
 
 }  // namespace
@@ -69,7 +62,7 @@ std::optional<navigation_packet> streams_of::navigation(std::uint32_t sector) co
   sector_bytes s{};
   if (!file_ || DVDReadBlocks(file_.get(), static_cast<int>(sector), 1, s.data()) != 1)
     return std::nullopt;
-  if (!starts_with(s, 0, pack_start) || !starts_with(s, pci_at - 7, private_2_start))
+  if (!holds_navigation(s))
     return std::nullopt;
   navigation_packet packet{};
   navRead_PCI(&packet.pci, s.data() + pci_at);
@@ -99,15 +92,13 @@ std::optional<timed_unit> streams_of::first_subpicture(std::uint8_t substream, s
   for (std::uint32_t sector = first; file_ && sector <= last && !whole(); ++sector) {
     if (DVDReadBlocks(file_.get(), static_cast<int>(sector), 1, s.data()) != 1)
       break;
-    each_packet(s, [&](std::size_t at, std::size_t end) {
-      const std::size_t payload = at + 9 + s[at + 8];
-      if (s[at + 3] != 0xbd || payload >= end || s[payload] != substream)
+    each_packet_in_pack(s, [&](const stream_packet& packet, payload_bytes payload) {
+      if (packet.substream != substream)
         return;
-      const bool timed = (s[at + 7] & 0x80) != 0;  // a unit begins here
-      if (!found && timed)
-        found = timed_unit{time_stamp(s.data() + at + 9), {}};
+      if (!found && packet.shown)  // a unit begins here
+        found = timed_unit{cut_time(*packet.shown), {}};
       if (found && !whole())
-        found->bytes.insert(found->bytes.end(), s.data() + payload + 1, s.data() + end);
+        found->bytes.insert(found->bytes.end(), payload.begin() + 1, payload.end());
     });
   }
   return whole() ? found : std::nullopt;
@@ -120,10 +111,9 @@ std::vector<std::uint8_t> streams_of::private_bytes(std::uint8_t substream, std:
   for (std::uint32_t sector = first; file_ && sector <= last && found.size() < enough; ++sector) {
     if (DVDReadBlocks(file_.get(), static_cast<int>(sector), 1, s.data()) != 1)
       break;
-    each_packet(s, [&](std::size_t at, std::size_t end) {
-      const std::size_t payload = at + 9 + s[at + 8];
-      if (s[at + 3] == 0xbd && payload < end && s[payload] == substream)
-        found.insert(found.end(), s.data() + payload + 1, s.data() + end);
+    each_packet_in_pack(s, [&](const stream_packet& packet, payload_bytes payload) {
+      if (packet.substream == substream)
+        found.insert(found.end(), payload.begin() + 1, payload.end());
     });
   }
   return found;
