@@ -8,8 +8,8 @@
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "platform/settings/settings.h"
+#include "project/document.h"
 #include "project/menu_rows.h"
-#include "project/workbench.h"
 #include "ui/editor/menu_editor_window.h"
 #include "ui/wx_prompts.h"
 
@@ -63,7 +63,7 @@ class bench_app : public wxApp {
     p_.menubuttons = {all_buttons()};
     p_.indexer = 1;
     ask_ = std::make_unique<corvane::wx_prompts>(*main_, ".");
-    bench_ = std::make_unique<corvane::workbench>(corvane::workbench{p_, *ask_, prefs_});
+    bench_ = std::make_unique<corvane::document>(corvane::document{p_, *ask_, prefs_});
     new corvane::tsmenu(main_, *bench_, true, [] {});
     picture_ = wxWindow::FindWindowByName("MediaPlayer1");
     leftpos_ = dynamic_cast<wxTextCtrl*>(wxWindow::FindWindowByName("leftpos"));
@@ -131,7 +131,7 @@ class bench_app : public wxApp {
   corvane::project p_;
   corvane::memory_settings prefs_;
   std::unique_ptr<corvane::wx_prompts> ask_;
-  std::unique_ptr<corvane::workbench> bench_;
+  std::unique_ptr<corvane::document> bench_;
   wxFrame* main_ = nullptr;
   wxWindow* picture_ = nullptr;
   wxTextCtrl* leftpos_ = nullptr;

@@ -8,9 +8,9 @@
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "platform/settings/settings.h"
+#include "project/document.h"
 #include "project/project_file.h"
 #include "project/project_text.h"
-#include "project/workbench.h"
 
 #include <benchmark/benchmark.h>
 
@@ -79,8 +79,8 @@ void load(benchmark::State& state) {
     corvane::project p;
     corvane::memory_settings prefs;
     saving_prompts ask("");
-    corvane::workbench w{p, ask, prefs};
-    if (!corvane::loadprojectf(w, largest.file) || p.List11 != largest.p.List11)
+    corvane::document doc{p, ask, prefs};
+    if (!corvane::loadprojectf(doc, largest.file) || p.List11 != largest.p.List11)
       state.SkipWithError("the project did not load");
     benchmark::DoNotOptimize(p);
   }
@@ -91,9 +91,9 @@ void save(benchmark::State& state) {
   bench_project largest(own_folder(titles_of(state)), titles_of(state));
   corvane::memory_settings prefs;
   saving_prompts ask(largest.file);
-  corvane::workbench w{largest.p, ask, prefs};
+  corvane::document doc{largest.p, ask, prefs};
   for (auto _ : state)
-    if (corvane::save_project(w) != corvane::save_outcome::saved)
+    if (corvane::save_project(doc) != corvane::save_outcome::saved)
       state.SkipWithError("the project was not saved");
   state.SetComplexityN(state.range(0));
 }
@@ -141,8 +141,8 @@ int peak(const std::string& folder) {
   corvane::project p;
   corvane::memory_settings prefs;
   saving_prompts ask("");
-  corvane::workbench w{p, ask, prefs};
-  if (!corvane::loadprojectf(w, corvane::join_path(folder, "largest.cvp")))
+  corvane::document doc{p, ask, prefs};
+  if (!corvane::loadprojectf(doc, corvane::join_path(folder, "largest.cvp")))
     return 1;
   std::cout << "peak" << status_line("VmHWM") << "\n";
   return 0;

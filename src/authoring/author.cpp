@@ -12,10 +12,10 @@
 namespace corvane {
 namespace {
 
-author_result not_started(workbench& w, author_equipment& e, author_result end,
+author_result not_started(document& doc, author_equipment& e, author_result end,
                           const std::string& text) {
   e.lock.release();
-  w.ask.message({text, icon::critical, buttons::ok, program_name});
+  doc.ask.message({text, icon::critical, buttons::ok, program_name});
   return end;
 }
 
@@ -50,35 +50,35 @@ failure remove_earlier_disc(const prepared_run& run) {
 
 }  // namespace
 
-author_result authordvd(workbench& w, author_equipment& e, const prepared_run& run) {
+author_result authordvd(document& doc, author_equipment& e, const prepared_run& run) {
   if (!e.lock.take())
-    return not_started(w, e, author_result::folder_in_use,
+    return not_started(doc, e, author_result::folder_in_use,
                        "Another authoring run is using the program folder \"" + e.app +
                            "\".  Please wait until it has finished.");
-  if (const auto why = why_not_edited_xml(w.p, run))
-    return not_started(w, e, author_result::refused, *why);
+  if (const auto why = why_not_edited_xml(doc.p, run))
+    return not_started(doc, e, author_result::refused, *why);
   if (const failure why = remove_leftovers(run))
-    return not_started(w, e, author_result::refused, *why);
+    return not_started(doc, e, author_result::refused, *why);
   if (const failure why = remove_earlier_disc(run))
-    return not_started(w, e, author_result::refused, *why);
+    return not_started(doc, e, author_result::refused, *why);
 
   // spumux and dvdauthor stop without a default video format.
-  set_environment("VIDEO_FORMAT", w.p.globalregion);
+  set_environment("VIDEO_FORMAT", doc.p.globalregion);
   e.screen.show_log();
   e.screen.set_log_text(version_title + std::string(crlf));
   e.runner.ExecuteCommand(run.where.in_app(run_file::script));
   return e.runner.running() ? author_result::started : author_result::not_started;
 }
 
-author_result author_command(workbench& w, author_equipment& e, prepared_run& run) {
-  const author_result prepared = prepare_run(w, e, run);
+author_result author_command(document& doc, author_equipment& e, prepared_run& run) {
+  const author_result prepared = prepare_run(doc, e, run);
   if (prepared != author_result::prepared)
     return prepared;
-  if (w.p.editxml && e.edit_xml) {
+  if (doc.p.editxml && e.edit_xml) {
     e.edit_xml();
     return author_result::started;
   }
-  return authordvd(w, e, run);
+  return authordvd(doc, e, run);
 }
 
 }  // namespace corvane

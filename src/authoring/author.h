@@ -1,9 +1,9 @@
 // The authoring driver: from "author dvd..." to the started script.
 #pragma once
 
-#include "authoring/places.h"
+#include "authoring/run_paths.h"
 #include "platform/files/folder_lock.h"
-#include "project/workbench.h"
+#include "project/document.h"
 #include "runner/run_screen.h"
 #include "runner/shelled.h"
 
@@ -44,20 +44,20 @@ struct author_equipment {
 
 /// What a run wrote and will do, from the driver to the start.
 struct prepared_run {
-  places where;
+  run_paths where;
   std::vector<std::string> files;    ///< native paths of all files written, the script first
   std::vector<std::string> replace;  ///< folders and files of an earlier disc, removed at the start
 };
 
 /// Asks for the output folder, checks, and writes every file of a run into the program folder. On
-/// `prepared` the lock is held. Questions and refusals go through the workbench's prompts.
-author_result prepare_run(workbench& w, author_equipment& e, prepared_run& run);
+/// `prepared` the lock is held. Questions and refusals go through the document's prompts.
+author_result prepare_run(document& doc, author_equipment& e, prepared_run& run);
 
 /// Removes what stopped runs left in the output folder and the earlier disc, shows the log window
 /// and starts the prepared script.
-author_result authordvd(workbench& w, author_equipment& e, const prepared_run& run);
+author_result authordvd(document& doc, author_equipment& e, const prepared_run& run);
 
 /// "author dvd...": the two above, or the XML editor in between.
-author_result author_command(workbench& w, author_equipment& e, prepared_run& run);
+author_result author_command(document& doc, author_equipment& e, prepared_run& run);
 
 }  // namespace corvane

@@ -170,19 +170,19 @@ bool is_a_stream(const project& p, const std::string& file) {
 }
 
 /// The script's native path; empty when the user cancelled.
-std::string choose_file(workbench& w) {
+std::string choose_file(document& doc) {
   for (;;) {
-    const std::string file = w.ask.save_file(script_dialog());
+    const std::string file = doc.ask.save_file(script_dialog());
     if (file.empty() || !file_exists(file))
       return file;
-    if (is_a_stream(w.p, file))
-      say(w, icon::exclamation, "The script cannot be written over a stream of the project.");
-    else if (may_overwrite(w))
+    if (is_a_stream(doc.p, file))
+      say(doc, icon::exclamation, "The script cannot be written over a stream of the project.");
+    else if (may_overwrite(doc))
       return file;
   }
 }
 
-void offer_to_edit(workbench& w, desktop& user_desktop, const std::string& file) {
+void offer_to_edit(document& doc, desktop& user_desktop, const std::string& file) {
   message_box question;
   question.text =
       "Script created.  Make sure that the latest Avisynth (2.5.5 or greater) is installed and "
@@ -193,10 +193,10 @@ void offer_to_edit(workbench& w, desktop& user_desktop, const std::string& file)
       "located at the bottom of the script.\r\n   Edit script now?";
   question.picture = icon::information;
   question.choice = buttons::ok_cancel;
-  if (w.ask.message(question) != answer::ok)
+  if (doc.ask.message(question) != answer::ok)
     return;
   if (const failure why = user_desktop.edit_text(file))
-    say(w, icon::exclamation,
+    say(doc, icon::exclamation,
         "The editor could not be started: " + sanitized(*why) + ".\r\nThe script is the file \"" +
             sanitized(file) + "\".");
 }
@@ -223,28 +223,28 @@ std::string avisynth_script(const project& p, path_style style) {
   return s.text();
 }
 
-avisynth_result avisynth_command(workbench& w, desktop& user_desktop) {
-  if (w.p.List11.empty()) {
-    say(w, icon::exclamation, "please add more titles");
+avisynth_result avisynth_command(document& doc, desktop& user_desktop) {
+  if (doc.p.List11.empty()) {
+    say(doc, icon::exclamation, "please add more titles");
     return avisynth_result::no_title;
   }
-  if (const auto why = why_not_in_script(w.p)) {
-    say(w, icon::exclamation, *why);
+  if (const auto why = why_not_in_script(doc.p)) {
+    say(doc, icon::exclamation, *why);
     return avisynth_result::refused;
   }
-  say(w, icon::information,
+  say(doc, icon::information,
       "This will generate a simple avisynth script based on the titles that are loaded.  Be sure "
       "to edit this script for your needs, then encode in an mpeg encoder to an mpeg2 elementry "
       "stream.");
-  const std::string file = choose_file(w);
+  const std::string file = choose_file(doc);
   if (file.empty())
     return avisynth_result::cancelled;
-  if (const failure why = write_file(file, avisynth_script(w.p))) {
-    say(w, icon::critical,
+  if (const failure why = write_file(file, avisynth_script(doc.p))) {
+    say(doc, icon::critical,
         "The file \"" + sanitized(file) + "\" could not be written: " + sanitized(*why) + ".");
     return avisynth_result::not_written;
   }
-  offer_to_edit(w, user_desktop, file);
+  offer_to_edit(doc, user_desktop, file);
   return avisynth_result::written;
 }
 

@@ -4,7 +4,7 @@
 
 #include "platform/files/paths.h"
 #include "platform/processes/desktop.h"
-#include "project/workbench.h"
+#include "project/document.h"
 
 #include <string>
 
@@ -25,6 +25,6 @@ enum class avisynth_result {
 
 /// "create motion menu script": asks for the file, writes the script, offers to edit it. The
 /// project is not touched.
-avisynth_result avisynth_command(workbench& w, desktop& user_desktop);
+avisynth_result avisynth_command(document& doc, desktop& user_desktop);
 
 }  // namespace corvane

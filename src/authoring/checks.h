@@ -2,7 +2,7 @@
 // tool do what the project did not ask for, and folders whose files authoring would destroy.
 #pragma once
 
-#include "authoring/places.h"
+#include "authoring/run_paths.h"
 #include "project/project.h"
 
 #include <optional>
@@ -40,16 +40,16 @@ std::optional<std::string> why_not_safe_xml(std::string_view customxml);
 
 /// Why the output folder is refused: it would lose the project's own files or somebody's .mpg files
 /// (the script erases *.mpg there), or its path cannot be written.
-std::optional<std::string> why_not_this_folder(const project& p, const places& where);
+std::optional<std::string> why_not_this_folder(const project& p, const run_paths& where);
 
 /// What of an earlier disc stands there: VIDEO_TS, AUDIO_TS and, with `isocreate`, the image beside
 /// the folder (native paths).
-std::vector<std::string> earlier_disc(const project& p, const places& where);
+std::vector<std::string> earlier_disc(const project& p, const run_paths& where);
 
 /// What a run that was stopped or killed left in the output folder: files of the names that only
 /// the script makes (native paths). A presub.mpg among them would keep the script from renaming a
 /// title to it.
-std::vector<std::string> leftovers(const places& where);
+std::vector<std::string> leftovers(const run_paths& where);
 
 /// Names of the outside tools (platform/files/program_folder.h) that the project's run starts.
 std::vector<std::string> needed_tools(const project& p);

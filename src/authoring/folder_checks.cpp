@@ -109,7 +109,7 @@ std::vector<std::string> project_files(const project& p, path_style style) {
 const std::string advice = "  Please choose another folder.";
 
 // "C:\\" has lost its separator as any folder named with one.
-bool is_bare_drive(const places& where) {
+bool is_bare_drive(const run_paths& where) {
   return where.style == path_style::windows && where.out.size() == 2 && where.out[1] == ':';
 }
 
@@ -126,7 +126,7 @@ refusal why_too_long_in(const std::string& folder, const char* inner, const char
   return why ? refusal("the path of " + std::string(name) + " in it " + *why) : std::nullopt;
 }
 
-refusal why_not_path(const places& where) {
+refusal why_not_path(const run_paths& where) {
   const std::string folder = "The output folder " + sanitized_quoted(where.out);
   if (where.out.empty() || is_bare_drive(where))
     return "The top folder of a disk cannot be the output folder." + advice;
@@ -146,7 +146,7 @@ refusal why_not_path(const places& where) {
   return std::nullopt;
 }
 
-refusal why_not_place(const places& where) {
+refusal why_not_place(const run_paths& where) {
   const std::string folder = "The output folder \"" + where.out + "\"";
   const auto type = type_of(where.out);
   if (type != std::filesystem::file_type::not_found && !folder_exists(where.out))
@@ -157,7 +157,7 @@ refusal why_not_place(const places& where) {
   return std::nullopt;
 }
 
-refusal why_not_a_project_file(const std::string& file, const project& p, const places& where) {
+refusal why_not_a_project_file(const std::string& file, const project& p, const run_paths& where) {
   const path_style style = where.style;
   const std::string subject = "The project uses the file \"" + file + "\", ";
   const bool in_out = is_the_same(parent_of(file, style), where.out, style) ||
@@ -187,7 +187,7 @@ refusal why_not_written_through(const std::string& mpg, const std::vector<std::s
   return std::nullopt;
 }
 
-refusal why_not_contents(const places& where, const std::vector<std::string>& files) {
+refusal why_not_contents(const run_paths& where, const std::vector<std::string>& files) {
   for (const std::string& name : files_in(where.out)) {
     if (!is_mpg(name, where.style))
       continue;
@@ -204,7 +204,7 @@ refusal why_not_contents(const places& where, const std::vector<std::string>& fi
 
 }  // namespace
 
-std::optional<std::string> why_not_this_folder(const project& p, const places& where) {
+std::optional<std::string> why_not_this_folder(const project& p, const run_paths& where) {
   if (const refusal why = why_not_path(where))
     return why;
   if (const refusal why = why_not_place(where))
@@ -216,7 +216,7 @@ std::optional<std::string> why_not_this_folder(const project& p, const places& w
   return why_not_contents(where, files);
 }
 
-std::vector<std::string> leftovers(const places& where) {
+std::vector<std::string> leftovers(const run_paths& where) {
   std::vector<std::string> found;
   for (const std::string& name : files_in(where.out))
     if (is_a_runs_own(name, where.style))
@@ -224,7 +224,7 @@ std::vector<std::string> leftovers(const places& where) {
   return found;
 }
 
-std::vector<std::string> earlier_disc(const project& p, const places& where) {
+std::vector<std::string> earlier_disc(const project& p, const run_paths& where) {
   std::vector<std::string> found;
   for (const char* folder : {"VIDEO_TS", "AUDIO_TS"})
     if (type_of(where.in_out(folder)) != std::filesystem::file_type::not_found)

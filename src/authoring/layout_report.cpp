@@ -131,10 +131,10 @@ void add_title_targets(page& html, const project& p) {
   html.line("</ul></ul>");
 }
 
-failure write_or_tell(workbench& w, const std::string& file, const std::string& text) {
+failure write_or_tell(document& doc, const std::string& file, const std::string& text) {
   const failure why = write_file(file, text);
   if (why)
-    say(w, icon::critical, "The file \"" + file + "\" could not be written: " + *why + ".");
+    say(doc, icon::critical, "The file \"" + file + "\" could not be written: " + *why + ".");
   return why;
 }
 
@@ -175,15 +175,16 @@ std::string layout_html(const project& p) {
   return html.take();
 }
 
-report_result layoutprint_command(workbench& w, const std::string& app, desktop& user_desktop) {
+report_result layoutprint_command(document& doc, const std::string& app, desktop& user_desktop) {
   const std::string file = join_path(app, page_name);
   // The copy first: a page that leads to it is there only with it.
-  if (!w.p.customxml.empty() && write_or_tell(w, join_path(app, xml_copy_name), w.p.customxml))
+  if (!doc.p.customxml.empty() &&
+      write_or_tell(doc, join_path(app, xml_copy_name), doc.p.customxml))
     return report_result::not_written;
-  if (write_or_tell(w, file, layout_html(w.p)))
+  if (write_or_tell(doc, file, layout_html(doc.p)))
     return report_result::not_written;
   if (const failure why = user_desktop.show_page(file)) {
-    say(w, icon::exclamation,
+    say(doc, icon::exclamation,
         "The report was written, but the browser could not be started: " + sanitized(*why) +
             ".\r\nIt is the file \"" + file + "\".");
     return report_result::not_shown;

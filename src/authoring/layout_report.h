@@ -5,7 +5,7 @@
 #pragma once
 
 #include "platform/processes/desktop.h"
-#include "project/workbench.h"
+#include "project/document.h"
 
 #include <string>
 #include <string_view>
@@ -29,6 +29,6 @@ enum class report_result {
 /// "generate layout report": writes layout.html into the program folder `app` (native), beside it
 /// the hand-edited XML as layoutconfig.xml when there is one, and shows the page. The project is
 /// not touched.
-report_result layoutprint_command(workbench& w, const std::string& app, desktop& user_desktop);
+report_result layoutprint_command(document& doc, const std::string& app, desktop& user_desktop);
 
 }  // namespace corvane

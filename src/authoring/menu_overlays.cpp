@@ -30,17 +30,17 @@ rectangle rectangle_of(const button_record& b) {
   return {rounded(b.x0), rounded(b.y0), rounded(b.x1), rounded(b.y1)};
 }
 
-std::string picture(const places& where, const char* kind, int menu) {
+std::string picture(const run_paths& where, const char* kind, int menu) {
   return where.in_app(kind + trimmed(menu) + ".png");
 }
 
-std::string blank_picture(const project& p, const places& where, const std::string& target) {
+std::string blank_picture(const project& p, const run_paths& where, const std::string& target) {
   return quoted(where.tool("gm")) + " convert -size " + video_size(p) + " null:" + transparent +
          " " + quoted(target);
 }
 
 // `corners` is what stands after "roundrectangle "; 2,3 are the radii of the rounded corners.
-std::string drawing(const places& where, const std::string& colour, const std::string& corners,
+std::string drawing(const run_paths& where, const std::string& colour, const std::string& corners,
                     const std::string& target) {
   return quoted(where.tool("gm")) + " mogrify +antialias -fill " + colour + " -draw " +
          quoted("roundrectangle " + corners + ", 2,3") + " " + quoted(target);
@@ -59,7 +59,7 @@ std::string inner_corners(const rectangle& r, int thickness) {
          leading_blank(r.right - 3 - t) + "," + leading_blank(r.bottom - 2 - t);
 }
 
-void add_coloured_button(std::string& text, const places& where, const rectangle& r,
+void add_coloured_button(std::string& text, const run_paths& where, const rectangle& r,
                          const std::string& colour, int thickness, const std::string& target) {
   add_line(text, drawing(where, colour, filled_corners(r), target));
   // A bar of 3 lines or less stays solid; of a taller button only a frame is left. A frame thicker
@@ -68,7 +68,7 @@ void add_coloured_button(std::string& text, const places& where, const rectangle
     add_line(text, drawing(where, transparent, inner_corners(r, thickness), target));
 }
 
-void add_bitmap_button(std::string& text, const places& where, const rectangle& r,
+void add_bitmap_button(std::string& text, const run_paths& where, const rectangle& r,
                        const std::string& bitmap, const std::string& target) {
   const std::string pasted = native_from_stored(bitmap, where.style);
   add_line(text, quoted(where.tool("gm")) + " composite -geometry +" + trimmed(r.left) + "+" +
@@ -76,7 +76,7 @@ void add_bitmap_button(std::string& text, const places& where, const rectangle& 
                      quoted(target));
 }
 
-void add_button(std::string& text, const project& p, const places& where, int menu,
+void add_button(std::string& text, const project& p, const run_paths& where, int menu,
                 const button_record& b, const std::string& value, const std::string& target) {
   if (is_bitmap(value))
     add_bitmap_button(text, where, rectangle_of(b), value, target);
@@ -85,7 +85,7 @@ void add_button(std::string& text, const project& p, const places& where, int me
 }
 
 // All buttons of one picture: `kind` is "highlight" or "select", `value` the record's field of it.
-void add_picture(std::string& text, const project& p, const places& where, int menu,
+void add_picture(std::string& text, const project& p, const run_paths& where, int menu,
                  const char* kind, std::string button_record::*value) {
   int number = 0;
   for (const button_record& b : buttons_of(p, menu)) {
@@ -109,7 +109,7 @@ std::string video_size(const project& p) {
   return p.globalregion == "PAL" ? "720x576" : "720x480";
 }
 
-std::string menu_subpicture_xml(const project& p, const places& where, int menu) {
+std::string menu_subpicture_xml(const project& p, const run_paths& where, int menu) {
   const menu_options options = options_of(p, menu);
   const auto path = [&](const char* kind) {
     return quoted(escape_ampersands(picture(where, kind, menu)));
@@ -133,7 +133,7 @@ std::string menu_subpicture_xml(const project& p, const places& where, int menu)
   return text;
 }
 
-std::string button_image_commands(const project& p, const places& where, int menu) {
+std::string button_image_commands(const project& p, const run_paths& where, int menu) {
   std::string text;
   for (const char* kind : {"highlight", "select"})
     add_line(text, blank_picture(p, where, picture(where, kind, menu)));

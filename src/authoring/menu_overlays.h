@@ -1,7 +1,7 @@
 // Menu subpictures: spumux control files and the gm commands that draw the button pictures.
 #pragma once
 
-#include "authoring/places.h"
+#include "authoring/run_paths.h"
 #include "project/project.h"
 
 #include <string>
@@ -12,9 +12,9 @@ namespace corvane {
 std::string video_size(const project& p);
 
 /// Text of <app>/menu<m>.xml for menu `menu` (1-based).
-std::string menu_subpicture_xml(const project& p, const places& where, int menu);
+std::string menu_subpicture_xml(const project& p, const run_paths& where, int menu);
 
 /// The script lines that draw highlight<m>.png and select<m>.png, each ended by CR LF.
-std::string button_image_commands(const project& p, const places& where, int menu);
+std::string button_image_commands(const project& p, const run_paths& where, int menu);
 
 }  // namespace corvane

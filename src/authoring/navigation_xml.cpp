@@ -52,7 +52,7 @@ void add_jump_table(std::string& text, int menus) {
   add_line(text, "        </pre>");
 }
 
-void add_menu(std::string& text, const project& p, const places& where, int menu) {
+void add_menu(std::string& text, const project& p, const run_paths& where, int menu) {
   const bool loop = options_of(p, menu).loop;
   add_line(text, loop ? R"(      <pgc pause="5">)" : R"(      <pgc pause="inf">)");
   if (menu == 1 && p.jumptable && menu_count(p) >= 2)
@@ -66,7 +66,7 @@ void add_menu(std::string& text, const project& p, const places& where, int menu
   add_line(text, "      </pgc>");
 }
 
-void add_menus(std::string& text, const project& p, const places& where) {
+void add_menus(std::string& text, const project& p, const run_paths& where) {
   if (menu_count(p) == 0)
     return;
   add_line(text, "    <menus>");
@@ -85,7 +85,7 @@ void add_languages(std::string& text, const project& p) {
   }
 }
 
-std::string title_file(const project& p, const places& where, int title) {
+std::string title_file(const project& p, const run_paths& where, int title) {
   if (is_multiplexed_here(p, title))
     return where.in_out("title" + trimmed(title) + ".mpg");
   return native_from_stored(row_of(p.List11, title, {}), where.style);
@@ -109,7 +109,7 @@ std::string title_post(const project& p, int title) {
   return "          <post>" + post_command(p, command) + ";</post>";
 }
 
-void add_titles(std::string& text, const project& p, const places& where) {
+void add_titles(std::string& text, const project& p, const run_paths& where) {
   add_line(text, "      <titles>");
   add_line(text, "       <video format=" + quoted(lower(p.globalregion)) + " />");
   add_languages(text, p);
@@ -125,7 +125,7 @@ void add_titles(std::string& text, const project& p, const places& where) {
 
 }  // namespace
 
-std::string navigation_xml(const project& p, const places& where) {
+std::string navigation_xml(const project& p, const run_paths& where) {
   std::string text;
   add_line(text, R"(<?xml version="1.0" encoding="UTF-8"?>)");
   add_line(text, "<dvdauthor dest=" + quoted(where.out) + ">");
@@ -143,7 +143,7 @@ std::string escape_ampersands(std::string_view text) {
   return replace_all(text, "&", "&amp;");
 }
 
-std::string config_xml(const project& p, const places& where) {
+std::string config_xml(const project& p, const run_paths& where) {
   return p.customxml.empty() ? escape_ampersands(navigation_xml(p, where)) : p.customxml;
 }
 

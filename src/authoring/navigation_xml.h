@@ -1,7 +1,7 @@
 // The navigation file config.xml that dvdauthor reads.
 #pragma once
 
-#include "authoring/places.h"
+#include "authoring/run_paths.h"
 #include "project/project.h"
 
 #include <string>
@@ -10,13 +10,13 @@
 namespace corvane {
 
 /// The generated text before escaping, every line ended by CR LF.
-std::string navigation_xml(const project& p, const places& where);
+std::string navigation_xml(const project& p, const run_paths& where);
 
 /// The escaping pass: every "&" becomes "&amp;".
 std::string escape_ampersands(std::string_view text);
 
 /// The text of config.xml: the hand-edited one as it stands, else the generated one, escaped.
-std::string config_xml(const project& p, const places& where);
+std::string config_xml(const project& p, const run_paths& where);
 
 /// The output folder that hand-edited XML names: the text between the first two double quotes of
 /// its second line, "&amp;" turned back into "&". Empty when there is none.

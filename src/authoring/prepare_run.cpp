@@ -19,13 +19,13 @@ namespace {
 /// What ends the conversation early; nothing when it goes on.
 using ending = std::optional<author_result>;
 
-ending tell(workbench& w, author_result end, const std::string& text, icon picture) {
-  w.ask.message({text, picture, buttons::ok, program_name});
+ending tell(document& doc, author_result end, const std::string& text, icon picture) {
+  doc.ask.message({text, picture, buttons::ok, program_name});
   return end;
 }
 
-ending refuse(workbench& w, const std::string& text) {
-  return tell(w, author_result::refused, text, icon::exclamation);
+ending refuse(document& doc, const std::string& text) {
+  return tell(doc, author_result::refused, text, icon::exclamation);
 }
 
 // An edit that cannot be authored as it stands is mended in the editor, which therefore has to
@@ -34,49 +34,49 @@ bool is_edited_first(const project& p, const author_equipment& e) {
   return p.editxml && e.edit_xml && !p.customxml.empty();
 }
 
-ending check_project(workbench& w, const author_equipment& e) {
-  if (title_count(w.p) == 0)
-    return tell(w, author_result::nothing_to_author, "please add more titles", icon::exclamation);
-  const auto why_not = is_edited_first(w.p, e) ? why_not_these_rows : why_not_authorable;
-  if (const auto why = why_not(w.p, native_style()))
-    return refuse(w, *why);
-  if (const auto why = why_not_these_menu_streams(w.p, native_style()))
-    return refuse(w, *why);
-  if (const auto why = why_not_these_subtitles(w.p, native_style()))
-    return refuse(w, *why);
-  if (const auto why = why_not_these_bitmaps(w.p, native_style()))
-    return refuse(w, *why);
+ending check_project(document& doc, const author_equipment& e) {
+  if (title_count(doc.p) == 0)
+    return tell(doc, author_result::nothing_to_author, "please add more titles", icon::exclamation);
+  const auto why_not = is_edited_first(doc.p, e) ? why_not_these_rows : why_not_authorable;
+  if (const auto why = why_not(doc.p, native_style()))
+    return refuse(doc, *why);
+  if (const auto why = why_not_these_menu_streams(doc.p, native_style()))
+    return refuse(doc, *why);
+  if (const auto why = why_not_these_subtitles(doc.p, native_style()))
+    return refuse(doc, *why);
+  if (const auto why = why_not_these_bitmaps(doc.p, native_style()))
+    return refuse(doc, *why);
   return std::nullopt;
 }
 
-ending check_tools(workbench& w, const std::string& app) {
-  const std::string missing = missing_tools(app, needed_tools(w.p));
+ending check_tools(document& doc, const std::string& app) {
+  const std::string missing = missing_tools(app, needed_tools(doc.p));
   if (missing.empty())
     return std::nullopt;
-  return tell(w, author_result::tool_missing, missing, icon::critical);
+  return tell(doc, author_result::tool_missing, missing, icon::critical);
 }
 
 // Hand-edited XML names its folder itself; any other run asks, and so does one whose edit has lost
 // that line.
-std::string named_folder(workbench& w) {
-  if (names_folder(w.p.customxml))
-    return folder_of_custom_xml(w.p.customxml);
-  return w.ask.save_file({"enter a folder name to create the dvd", "", "folder"});
+std::string named_folder(document& doc) {
+  if (names_folder(doc.p.customxml))
+    return folder_of_custom_xml(doc.p.customxml);
+  return doc.ask.save_file({"enter a folder name to create the dvd", "", "folder"});
 }
 
-ending choose_folder(workbench& w, prepared_run& run) {
-  const std::string named = named_folder(w);
+ending choose_folder(document& doc, prepared_run& run) {
+  const std::string named = named_folder(doc);
   if (named.empty())
     return author_result::cancelled;
   run.where.out = output_folder(named);
-  if (const auto why = why_not_this_folder(w.p, run.where))
-    return refuse(w, *why);
+  if (const auto why = why_not_this_folder(doc.p, run.where))
+    return refuse(doc, *why);
   return std::nullopt;
 }
 
 // dvdauthor adds a second titleset to a disc that it finds, so the earlier one goes or stays whole.
-ending check_earlier_disc(workbench& w, const author_equipment& e, prepared_run& run) {
-  run.replace = earlier_disc(w.p, run.where);
+ending check_earlier_disc(document& doc, const author_equipment& e, prepared_run& run) {
+  run.replace = earlier_disc(doc.p, run.where);
   if (run.replace.empty())
     return std::nullopt;
   if (e.replace_earlier_disc)
@@ -88,15 +88,15 @@ ending check_earlier_disc(workbench& w, const author_equipment& e, prepared_run&
   text += "  Replace it?\n\nThis will be removed:";
   for (const std::string& path : run.replace)
     text += "\n" + path;
-  if (w.ask.message({text, icon::exclamation, buttons::yes_no, program_name}) == answer::yes)
+  if (doc.ask.message({text, icon::exclamation, buttons::yes_no, program_name}) == answer::yes)
     return std::nullopt;
   return author_result::holds_disc;
 }
 
-ending take_folder(workbench& w, author_equipment& e) {
+ending take_folder(document& doc, author_equipment& e) {
   if (e.lock.take())
     return std::nullopt;
-  return tell(w, author_result::folder_in_use,
+  return tell(doc, author_result::folder_in_use,
               "Another authoring run is using the program folder \"" + e.app +
                   "\".  Please wait until it has finished.",
               icon::critical);
@@ -105,7 +105,7 @@ ending take_folder(workbench& w, author_equipment& e) {
 using named_text = std::pair<std::string, std::string>;
 
 // In the order in which they are written.
-std::vector<named_text> texts_of_run(const project& p, const places& where) {
+std::vector<named_text> texts_of_run(const project& p, const run_paths& where) {
   std::vector<named_text> texts;
   for (int menu = 1; menu <= menu_count(p); ++menu)
     texts.emplace_back(run_file::menu_control(menu), menu_subpicture_xml(p, where, menu));
@@ -125,14 +125,14 @@ bool has_subtitles(const project& p) {
   return false;
 }
 
-ending write_texts(workbench& w, author_equipment& e, prepared_run& run) {
-  if (has_subtitles(w.p))
+ending write_texts(document& doc, author_equipment& e, prepared_run& run) {
+  if (has_subtitles(doc.p))
     run.where.fonts = e.fonts();
-  for (const auto& [name, text] : texts_of_run(w.p, run.where)) {
+  for (const auto& [name, text] : texts_of_run(doc.p, run.where)) {
     const std::string file = run.where.in_app(name);
     if (const failure why = write_file(file, text)) {
       e.lock.release();
-      return tell(w, author_result::not_written,
+      return tell(doc, author_result::not_written,
                   "The file \"" + file + "\" could not be written: " + *why + ".", icon::critical);
     }
     run.files.insert(name == run_file::script ? run.files.begin() : run.files.end(), file);
@@ -142,20 +142,20 @@ ending write_texts(workbench& w, author_equipment& e, prepared_run& run) {
 
 }  // namespace
 
-author_result prepare_run(workbench& w, author_equipment& e, prepared_run& run) {
+author_result prepare_run(document& doc, author_equipment& e, prepared_run& run) {
   run = {};
   run.where.app = e.app;
-  if (const ending end = check_project(w, e))
+  if (const ending end = check_project(doc, e))
     return *end;
-  if (const ending end = check_tools(w, e.app))
+  if (const ending end = check_tools(doc, e.app))
     return *end;
-  if (const ending end = choose_folder(w, run))
+  if (const ending end = choose_folder(doc, run))
     return *end;
-  if (const ending end = check_earlier_disc(w, e, run))
+  if (const ending end = check_earlier_disc(doc, e, run))
     return *end;
-  if (const ending end = take_folder(w, e))
+  if (const ending end = take_folder(doc, e))
     return *end;
-  if (const ending end = write_texts(w, e, run))
+  if (const ending end = write_texts(doc, e, run))
     return *end;
   return author_result::prepared;
 }

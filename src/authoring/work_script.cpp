@@ -13,7 +13,7 @@ std::string numbered(std::string_view before, int number, std::string_view after
   return std::string(before) + trimmed(number) + std::string(after);
 }
 
-void add_opening(std::string& text, const places& where) {
+void add_opening(std::string& text, const run_paths& where) {
   add_line(text, "@echo off");
   add_line(text,
            "echo Send problems with Corvane to the Corvane developers, corvane-bugs@example.org");
@@ -22,7 +22,7 @@ void add_opening(std::string& text, const places& where) {
 }
 
 // Format 8 is mplex's DVD format with navigation packs, -O the offset of the audio.
-std::string title_command(const project& p, const places& where, int title) {
+std::string title_command(const project& p, const run_paths& where, int title) {
   const std::string target = mplex_pattern(where.in_out(numbered("title", title, ".mpg")));
   std::string command = quoted(where.tool("mplex")) + " -f 8 -O " + row_of(p.delay, title, "0") +
                         "ms -o " + quoted(target) + " ";
@@ -31,7 +31,7 @@ std::string title_command(const project& p, const places& where, int title) {
   return command;
 }
 
-void add_titles(std::string& text, const project& p, const places& where) {
+void add_titles(std::string& text, const project& p, const run_paths& where) {
   for (int title = 1; title <= title_count(p); ++title) {
     if (!is_multiplexed_here(p, title))
       continue;
@@ -40,7 +40,7 @@ void add_titles(std::string& text, const project& p, const places& where) {
   }
 }
 
-void add_menu(std::string& text, const project& p, const places& where, int menu) {
+void add_menu(std::string& text, const project& p, const run_paths& where, int menu) {
   const std::string plain = where.in_out(numbered("menu", menu, ".mpg"));
   const std::string with_buttons = where.in_out(numbered("menusub", menu, ".mpg"));
   const std::string control = where.in_app(numbered("menu", menu, ".xml"));
@@ -55,7 +55,7 @@ void add_menu(std::string& text, const project& p, const places& where, int menu
   add_line(text, "erase " + quoted(plain));
 }
 
-void add_menus(std::string& text, const project& p, const places& where) {
+void add_menus(std::string& text, const project& p, const run_paths& where) {
   if (menu_count(p) == 0)
     return;
   add_line(text, "echo *generating button images.......");
@@ -65,18 +65,18 @@ void add_menus(std::string& text, const project& p, const places& where) {
     add_menu(text, p, where, menu);
 }
 
-void add_subtitles(std::string& text, const project& p, const places& where) {
+void add_subtitles(std::string& text, const project& p, const run_paths& where) {
   for (int title = 1; title <= title_count(p); ++title)
     for (int subtitle = 1; subtitle <= subtitle_count(p, title); ++subtitle)
       text += subtitle_commands(where, title, subtitle);
 }
 
 // The pattern stands outside the quotes, where cmd.exe too reads it as one.
-std::string every_mpg(const places& where) {
+std::string every_mpg(const run_paths& where) {
   return quoted(where.out) + separator(where.style) + "*.mpg";
 }
 
-void add_disc(std::string& text, const project& p, const places& where) {
+void add_disc(std::string& text, const project& p, const run_paths& where) {
   add_line(text, "echo *authoring title(s).....");
   add_line(text, "");
   add_line(text, quoted(where.tool("dvdauthor")) + " -x " + quoted(where.in_app("config.xml")));
@@ -90,7 +90,7 @@ void add_disc(std::string& text, const project& p, const places& where) {
 
 }  // namespace
 
-std::string work_script(const project& p, const places& where) {
+std::string work_script(const project& p, const run_paths& where) {
   std::string text;
   add_opening(text, where);
   add_titles(text, p, where);

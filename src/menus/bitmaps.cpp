@@ -23,69 +23,70 @@ file_dialog bitmap_dialog() {
   return dialog;
 }
 
-void tell_unreadable(workbench& w, const std::string& stored, const std::string& why) {
-  say(w, icon::critical,
+void tell_unreadable(document& doc, const std::string& stored, const std::string& why) {
+  say(doc, icon::critical,
       "\"" + sanitized(native_from_stored(stored)) +
           "\" cannot be used as a bitmap: " + sanitized(why) + ".");
 }
 
 /// The decoded size of a file.
-std::optional<pixel_size> measured(workbench& w, const picture_loader& pictures,
+std::optional<pixel_size> measured(document& doc, const picture_loader& pictures,
                                    const std::string& stored) {
   const auto size = pictures.size_of(native_from_stored(stored));
   if (size && size->width > 0 && size->height > 0)
     return *size;
-  tell_unreadable(w, stored, size ? "it is empty" : size.error);
+  tell_unreadable(doc, stored, size ? "it is empty" : size.error);
   return std::nullopt;
 }
 
 /// Whether the file says that it has few enough bits a pixel.
-bool is_shallow(workbench& w, const std::string& stored) {
+bool is_shallow(document& doc, const std::string& stored) {
   const auto head = first_bytes(native_from_stored(stored), bytes_read);
   if (!head || head->size() <= depth_at) {
-    tell_unreadable(w, stored, head ? "the file is too short" : head.error);
+    tell_unreadable(doc, stored, head ? "the file is too short" : head.error);
     return false;
   }
   if (static_cast<unsigned char>((*head)[depth_at]) <= most_bits)
     return true;
-  say(w, icon::exclamation, "Color depth is not 4BPP or less, please reduce the number of colors.");
+  say(doc, icon::exclamation,
+      "Color depth is not 4BPP or less, please reduce the number of colors.");
   return false;
 }
 
 }  // namespace
 
-std::optional<picked_bitmap> pick_highlight_bitmap(workbench& w, const picture_loader& pictures) {
-  const auto file = pick_file(w, bitmap_dialog());
+std::optional<picked_bitmap> pick_highlight_bitmap(document& doc, const picture_loader& pictures) {
+  const auto file = pick_file(doc, bitmap_dialog());
   if (!file)
     return std::nullopt;
-  const auto size = measured(w, pictures, *file);
-  if (!size || !is_shallow(w, *file))
+  const auto size = measured(doc, pictures, *file);
+  if (!size || !is_shallow(doc, *file))
     return std::nullopt;
   if (size->width < too_wide && size->height < too_high)
     return picked_bitmap{*file, *size};
-  say(w, icon::none, "image is larger than 700x300.");
+  say(doc, icon::none, "image is larger than 700x300.");
   return std::nullopt;
 }
 
-picked_select pick_select_bitmap(workbench& w, const picture_loader& pictures,
+picked_select pick_select_bitmap(document& doc, const picture_loader& pictures,
                                  const std::string& highlight) {
-  const auto file = pick_file(w, bitmap_dialog());
+  const auto file = pick_file(doc, bitmap_dialog());
   if (!file)
     return {};
-  const auto size = measured(w, pictures, *file);
+  const auto size = measured(doc, pictures, *file);
   if (!size)
     return {};
   std::optional<pixel_size> wanted;
   if (is_bitmap(highlight)) {
-    wanted = measured(w, pictures, highlight);
+    wanted = measured(doc, pictures, highlight);
     if (!wanted)
       return {};
   }
   if (size != wanted) {
-    say(w, icon::none, "the select image must be the same size as the highlight image");
+    say(doc, icon::none, "the select image must be the same size as the highlight image");
     return {std::nullopt, true};
   }
-  return {is_shallow(w, *file) ? file : std::nullopt, false};
+  return {is_shallow(doc, *file) ? file : std::nullopt, false};
 }
 
 }  // namespace corvane

@@ -2,8 +2,8 @@
 // what was picked into the button (menus/menu_editor.h).
 #pragma once
 
+#include "project/document.h"
 #include "project/picture_loader.h"
-#include "project/workbench.h"
 
 #include <optional>
 #include <string>
@@ -17,7 +17,7 @@ struct picked_bitmap {
 
 /// Asks for a highlight bitmap: at most 4 bits a pixel, less than 700 wide and 300 high. Nothing
 /// when the user cancelled or the file was refused, which is told.
-std::optional<picked_bitmap> pick_highlight_bitmap(workbench& w, const picture_loader& pictures);
+std::optional<picked_bitmap> pick_highlight_bitmap(document& doc, const picture_loader& pictures);
 
 struct picked_select {
   std::optional<std::string> file;  ///< stored path; nothing when cancelled or refused
@@ -26,7 +26,7 @@ struct picked_select {
 
 /// Asks for a select bitmap of the size of `highlight` (stored path) and at most 4 bits a pixel. A
 /// refused file is told. A highlight that is no bitmap has no size that the select could share.
-picked_select pick_select_bitmap(workbench& w, const picture_loader& pictures,
+picked_select pick_select_bitmap(document& doc, const picture_loader& pictures,
                                  const std::string& highlight);
 
 }  // namespace corvane

@@ -40,10 +40,10 @@ std::vector<button_pair> overlapping_buttons(const std::vector<std::string>& rec
   return pairs;
 }
 
-std::string Checkbuttons(workbench& w, const std::vector<std::string>& records) {
+std::string Checkbuttons(document& doc, const std::vector<std::string>& records) {
   std::string told;
   const auto tell = [&](const std::string& text) {
-    say(w, icon::exclamation, text);
+    say(doc, icon::exclamation, text);
     told += text + "\n";
   };
   std::size_t messages = 0;

@@ -1,7 +1,7 @@
 // `Checkbuttons`: which buttons of a menu overlap.
 #pragma once
 
-#include "project/workbench.h"
+#include "project/document.h"
 
 #include <string>
 #include <vector>
@@ -21,6 +21,6 @@ std::vector<button_pair> overlapping_buttons(const std::vector<std::string>& rec
 
 /// Shows a message for each overlapping pair. Returns what was told, one line each; empty when no
 /// buttons overlap. After a hundred messages one more stands for the rest.
-std::string Checkbuttons(workbench& w, const std::vector<std::string>& records);
+std::string Checkbuttons(document& doc, const std::vector<std::string>& records);
 
 }  // namespace corvane

@@ -54,9 +54,9 @@ void set_range(scroll_bar& bar, int maximum, int large_step) {
 
 }  // namespace
 
-menu_editor::menu_editor(workbench& w, const picture_loader& pictures)
-    : w_(w), pictures_(pictures), ymax_(largest_y(w.p.globalregion)) {
-  c_.indexer = w.p.indexer;
+menu_editor::menu_editor(document& doc, const picture_loader& pictures)
+    : doc_(doc), pictures_(pictures), ymax_(largest_y(doc.p.globalregion)) {
+  c_.indexer = doc.p.indexer;
   load_options();
   load_actions();
   show_no_button();
@@ -64,7 +64,7 @@ menu_editor::menu_editor(workbench& w, const picture_loader& pictures)
 
 void menu_editor::load_options() {
   const menu_options options =
-      parse_menu_options(row_at(w_.p.moremenuoptions, c_.indexer, new_menu_options));
+      parse_menu_options(row_at(doc_.p.moremenuoptions, c_.indexer, new_menu_options));
   c_.Check1 = options.loop;
   c_.spubegin = options.spu_begin;
   c_.spuend = options.spu_end;
@@ -76,15 +76,15 @@ void menu_editor::load_options() {
 }
 
 void menu_editor::load_actions() {
-  const int titles = UUBound(w_.p.List1) + 1;
+  const int titles = UUBound(doc_.p.List1) + 1;
   for (int title = 1; title <= titles; ++title) {
-    const int chapters = static_cast<int>(split(row_at(w_.p.chapters, title, {}), ',').size());
+    const int chapters = static_cast<int>(split(row_at(doc_.p.chapters, title, {}), ',').size());
     for (int chapter = 1; chapter <= chapters; ++chapter)
       c_.Combo1_items.push_back("jump title" + leading_blank(title) + " chapter " +
                                 leading_blank(chapter));
   }
   c_.Combo1_items.emplace_back("exit");
-  for (int menu = 1; menu <= UUBound(w_.p.menulist) + 1; ++menu)
+  for (int menu = 1; menu <= UUBound(doc_.p.menulist) + 1; ++menu)
     c_.Combo1_items.push_back("jump menu" + leading_blank(menu));
 }
 
@@ -106,26 +106,26 @@ void menu_editor::show_no_button() {
 }
 
 std::string menu_editor::video() const {
-  return native_from_stored(parse_menu_row(row_at(w_.p.menulist, c_.indexer, {})).video);
+  return native_from_stored(parse_menu_row(row_at(doc_.p.menulist, c_.indexer, {})).video);
 }
 
 void menu_editor::playback_check(int width, int height) {
   constexpr int hardly_a_picture = 100, between_the_regions = 550;
-  const std::string& region = w_.p.globalregion;
+  const std::string& region = doc_.p.globalregion;
   if (width <= hardly_a_picture)
-    say(w_, icon::exclamation,
+    say(doc_, icon::exclamation,
         "It appears you do not have a mpeg2 directshow filter installed.  Please install one to "
         "accurately use the menu editor.");
   else if (region == "PAL" && height < between_the_regions)
-    say(w_, icon::exclamation,
+    say(doc_, icon::exclamation,
         "selected menu appears to not be PAL (720x576), but continuing anyway.");
   else if (region == "NTSC" && height > between_the_regions)
-    say(w_, icon::exclamation,
+    say(doc_, icon::exclamation,
         "selected menu appears to not be NTSC (720x480), but continuing anyway.");
 }
 
 void menu_editor::recallbuttondata() {
-  c_.List1 = corvane::recallbuttondata(w_.p, static_cast<std::int16_t>(c_.indexer));
+  c_.List1 = corvane::recallbuttondata(doc_.p, static_cast<std::int16_t>(c_.indexer));
   c_.Combo2.clear();
   for (std::size_t i = 0; i < c_.List1.size(); ++i)
     c_.Combo2.push_back(chooser_entry(static_cast<std::int64_t>(i) + 1));
@@ -188,7 +188,7 @@ bool menu_editor::button_chosen() {
   if (c_.Combo2_index >= 0)
     return true;
   ++refusals_;
-  say(w_, icon::information, "Please add/select a button first");
+  say(doc_, icon::information, "Please add/select a button first");
   return false;
 }
 
@@ -235,13 +235,13 @@ void menu_editor::show_fields() {
 }
 
 bool menu_editor::accept() {
-  if (!Checkbuttons(w_, c_.List1).empty())
+  if (!Checkbuttons(doc_, c_.List1).empty())
     return false;
   const std::string options =
       menu_options_text({c_.Check1, c_.spubegin, c_.spuend, c_.thickness.value});
-  store_edited_menu(w_.p, static_cast<std::int16_t>(c_.indexer), c_.List1, options);
-  w_.p.saved = 0;
-  dvdsize(w_);
+  store_edited_menu(doc_.p, static_cast<std::int16_t>(c_.indexer), c_.List1, options);
+  doc_.p.saved = 0;
+  dvdsize(doc_);
   return true;
 }
 

@@ -18,7 +18,7 @@
 #include "menus/bitmaps.h"
 #include "menus/menu_editor_controls.h"
 #include "menus/menu_geometry.h"
-#include "project/workbench.h"
+#include "project/document.h"
 
 #include <optional>
 #include <string>
@@ -40,7 +40,7 @@ struct faint_button {
 class menu_editor {
  public:
   /// Load.
-  menu_editor(workbench& w, const picture_loader& pictures);
+  menu_editor(document& doc, const picture_loader& pictures);
   menu_editor(const menu_editor&) = delete;
   menu_editor& operator=(const menu_editor&) = delete;
 
@@ -138,7 +138,7 @@ class menu_editor {
   void set_place(const place& p);
   bool refuse_field(const std::string& name, const std::string& text);
 
-  workbench& w_;
+  document& doc_;
   const picture_loader& pictures_;
   menu_editor_controls c_;
   int ymax_;

@@ -65,7 +65,7 @@ bool menu_editor::refuse_field(const std::string& name, const std::string& text)
   if (!why)
     return false;
   ++refusals_;
-  say(w_, icon::exclamation,
+  say(doc_, icon::exclamation,
       "The " + name + " \"" + sanitized_short(text) + "\" cannot be used: it " + *why + ".");
   return true;
 }
@@ -108,7 +108,7 @@ void menu_editor::set_spuend(const std::string& text) {
 }
 
 void menu_editor::bmphighlight() {
-  const auto bitmap = pick_highlight_bitmap(w_, pictures_);
+  const auto bitmap = pick_highlight_bitmap(doc_, pictures_);
   if (bitmap && c_.Combo2_index >= 0) {
     c_.Colorhighlight = c_.ColorSelect = bitmap->file;
     set_sizes(bitmap->size.width, bitmap->size.height);
@@ -117,7 +117,7 @@ void menu_editor::bmphighlight() {
 }
 
 void menu_editor::bmpselect() {
-  const picked_select picked = pick_select_bitmap(w_, pictures_, c_.Colorhighlight);
+  const picked_select picked = pick_select_bitmap(doc_, pictures_, c_.Colorhighlight);
   if (picked.of_another_size)
     c_.Image2 = c_.Image1;  // until the button is changed or picked again
   if (!picked.file)

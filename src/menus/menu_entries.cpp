@@ -22,14 +22,14 @@ file_dialog menu_video_dialog() {
 
 /// The audio's stored path; empty when the user wants none. A file whose name cannot be stored is
 /// not "none": the user is asked again.
-std::string pick_menu_audio(workbench& w) {
+std::string pick_menu_audio(document& doc) {
   file_dialog dialog = audio_dialog();
   dialog.title = "select audio stream (If no audio is needed for the menu, press cancel)";
   for (;;) {
-    const std::string native = w.ask.open_file(dialog);
+    const std::string native = doc.ask.open_file(dialog);
     if (native.empty())
       return {};
-    if (const auto stored = stored_or_told(w, native))
+    if (const auto stored = stored_or_told(doc, native))
       return *stored;
   }
 }
@@ -51,44 +51,44 @@ void add_menu(project& p, const menu_streams& streams) {
 
 }  // namespace
 
-bool addmenu_command(workbench& w) {
-  if (custom(w) != 1)
+bool addmenu_command(document& doc) {
+  if (custom(doc) != 1)
     return false;
-  if (w.p.menulist.size() >= static_cast<std::size_t>(most_menus)) {
-    say(w, icon::exclamation,
+  if (doc.p.menulist.size() >= static_cast<std::size_t>(most_menus)) {
+    say(doc, icon::exclamation,
         "A project holds at most " + trimmed(most_menus) + " menus.  Please remove one first.");
     return false;
   }
-  const auto video = pick_file(w, menu_video_dialog());
+  const auto video = pick_file(doc, menu_video_dialog());
   if (!video)
     return false;
-  add_menu(w.p, {*video, pick_menu_audio(w)});
-  w.p.saved = 0;
-  dvdsize(w);
+  add_menu(doc.p, {*video, pick_menu_audio(doc)});
+  doc.p.saved = 0;
+  dvdsize(doc);
   return true;
 }
 
-bool editmenu_command(workbench& w) {
-  return custom(w) == 1 && !w.p.menulist.empty();
+bool editmenu_command(document& doc) {
+  return custom(doc) == 1 && !doc.p.menulist.empty();
 }
 
-bool remove_menu_command(workbench& w) {
-  return custom(w) == 1 && !w.p.menulist.empty();
+bool remove_menu_command(document& doc) {
+  return custom(doc) == 1 && !doc.p.menulist.empty();
 }
 
-void jumptable_command(workbench& w) {
-  if (!w.p.menulist.empty()) {
-    say(w, icon::exclamation,
+void jumptable_command(document& doc) {
+  if (!doc.p.menulist.empty()) {
+    say(doc, icon::exclamation,
         "Jumptable cannot be enabled/disabled, since menus have already been created");
     return;
   }
-  if (!w.p.jumptable)
-    say(w, icon::information,
+  if (!doc.p.jumptable)
+    say(doc, icon::information,
         "This will allow titles to jump to any menu, instead of just the first menu.  It uses "
         "virtual machine scripting in the XML(instead of using jumppad)");
-  w.p.jumptable = !w.p.jumptable;
-  w.p.saved = 0;
-  w.prefs.set("jumptable", w.p.jumptable ? "True" : "False");
+  doc.p.jumptable = !doc.p.jumptable;
+  doc.p.saved = 0;
+  doc.prefs.set("jumptable", doc.p.jumptable ? "True" : "False");
 }
 
 }  // namespace corvane

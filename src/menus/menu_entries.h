@@ -3,21 +3,21 @@
 // `menulist`, its options in `moremenuoptions`, its buttons in `menubuttons`.
 #pragma once
 
-#include "project/workbench.h"
+#include "project/document.h"
 
 namespace corvane {
 
 /// "add new titleset menu": asks for the video and for the audio, which may be none, and adds the
 /// menu without buttons. True: the editor is to be shown for the new menu, whose number is in
 /// project::indexer. False: the user cancelled or was refused; nothing has changed.
-bool addmenu_command(workbench& w);
+bool addmenu_command(document& doc);
 
 /// "edit existing titleset menu", "remove titleset menu": true when the picker is to be shown with
 /// its caption for it (menus/menu_picker.h). False, without a word, when there are no menus.
-bool editmenu_command(workbench& w);
-bool remove_menu_command(workbench& w);
+bool editmenu_command(document& doc);
+bool remove_menu_command(document& doc);
 
 /// "use JumpTable": toggles the check mark and the preference while the project has no menus.
-void jumptable_command(workbench& w);
+void jumptable_command(document& doc);
 
 }  // namespace corvane

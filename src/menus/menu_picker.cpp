@@ -28,13 +28,14 @@ void erase_menu(project& p, int i) {
 
 }  // namespace
 
-menu_picker::menu_picker(workbench& w, std::string caption) : w_(w), caption_(std::move(caption)) {
-  for (int menu = 1; menu <= UUBound(w.p.menulist) + 1; ++menu)
-    entries_.push_back(entry(w.p, menu));
+menu_picker::menu_picker(document& doc, std::string caption)
+    : doc_(doc), caption_(std::move(caption)) {
+  for (int menu = 1; menu <= UUBound(doc.p.menulist) + 1; ++menu)
+    entries_.push_back(entry(doc.p, menu));
 }
 
 bool menu_picker::confirm(int i) {
-  project& p = w_.p;
+  project& p = doc_.p;
   if (i < 0 || i > UUBound(p.menulist))
     return false;
   const bool erase = caption_ == picker_erase_caption;
@@ -47,7 +48,7 @@ bool menu_picker::confirm(int i) {
   // Also after picking a menu to edit: without titles the region is free again, menus or not.
   if (p.List1.empty() && p.buttondata.empty())
     p.Comboregion_enabled = true;
-  dvdsize(w_);
+  dvdsize(doc_);
   return !erase;
 }
 

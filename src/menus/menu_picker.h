@@ -4,7 +4,7 @@
 // window is disabled meanwhile, so that the list stays right.
 #pragma once
 
-#include "project/workbench.h"
+#include "project/document.h"
 
 #include <string>
 #include <vector>
@@ -18,7 +18,7 @@ inline constexpr const char* picker_erase_caption = "Please select menu to erase
 
 class menu_picker {
  public:
-  explicit menu_picker(workbench& w, std::string caption = picker_default_caption);
+  explicit menu_picker(document& doc, std::string caption = picker_default_caption);
 
   const std::string& caption() const { return caption_; }
 
@@ -31,7 +31,7 @@ class menu_picker {
   bool confirm(int i);
 
  private:
-  workbench& w_;
+  document& doc_;
   std::string caption_;
   std::vector<std::string> entries_;
 };

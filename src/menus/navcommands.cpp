@@ -30,10 +30,10 @@ std::string command_of(const project& p, int title, int titles) {
                                           : default_command(title, titles);
 }
 
-bool refuse(workbench& w, const std::string& text) {
+bool refuse(document& doc, const std::string& text) {
   if (!holds_control_character(text))
     return false;
-  say(w, icon::exclamation,
+  say(doc, icon::exclamation,
       "The command \"" + sanitized_short(text) +
           "\" cannot be used: it contains a line break, a tab or another control character.");
   return true;
@@ -51,30 +51,30 @@ std::string padded(std::string_view text, std::size_t width) {
   return std::string(text.substr(0, end)) + std::string(width - characters, ' ');
 }
 
-std::optional<navcommands> navcommands::prepare(workbench& w, bool already_shown) {
-  if (custom(w) != 1 || already_shown)
+std::optional<navcommands> navcommands::prepare(document& doc, bool already_shown) {
+  if (custom(doc) != 1 || already_shown)
     return std::nullopt;
-  return navcommands(w);
+  return navcommands(doc);
 }
 
-navcommands::navcommands(workbench& w) : w_(&w) {
-  const int titles = UUBound(w.p.List1) + 1;
+navcommands::navcommands(document& doc) : doc_(&doc) {
+  const int titles = UUBound(doc.p.List1) + 1;
   for (int title = 1; title <= titles; ++title)
     rows_.push_back(
-        {w.p.List1[static_cast<std::size_t>(title) - 1], command_of(w.p, title, titles)});
+        {doc.p.List1[static_cast<std::size_t>(title) - 1], command_of(doc.p, title, titles)});
   fill_commands();
   fill_firstplay();
 }
 
 void navcommands::fill_commands() {
-  const int titles = UUBound(w_->p.List1) + 1, menus = UUBound(w_->p.menulist) + 1;
+  const int titles = UUBound(doc_->p.List1) + 1, menus = UUBound(doc_->p.menulist) + 1;
   for (int title = 1; title <= titles; ++title)
     Combo1_items_.push_back("jump title" + leading_blank(title));
   Combo1_items_.emplace_back("exit");
   Combo1_ = "exit";
   if (menus == 0)
     return;
-  if (!w_->p.jumptable) {
+  if (!doc_->p.jumptable) {
     Combo1_items_.emplace_back("call menu");
     return;
   }
@@ -84,12 +84,12 @@ void navcommands::fill_commands() {
 }
 
 void navcommands::fill_firstplay() {
-  for (int title = 1; title <= UUBound(w_->p.List1) + 1; ++title)
+  for (int title = 1; title <= UUBound(doc_->p.List1) + 1; ++title)
     firstplay_items_.push_back("jump title" + leading_blank(title));
-  if (!w_->p.menulist.empty())
+  if (!doc_->p.menulist.empty())
     firstplay_items_.emplace_back("jump titleset 1 menu");
   firstplay_items_.emplace_back(no_firstplay);
-  firstplay_ = w_->p.firstplay;
+  firstplay_ = doc_->p.firstplay;
 }
 
 std::vector<std::string> navcommands::List1() const {
@@ -110,7 +110,7 @@ void navcommands::select(int row) {
 }
 
 void navcommands::set_command(const std::string& text) {
-  if (text == Combo1_ || refuse(*w_, text))
+  if (text == Combo1_ || refuse(*doc_, text))
     return;
   Combo1_ = text;
   if (selected_ >= 0)
@@ -118,12 +118,12 @@ void navcommands::set_command(const std::string& text) {
 }
 
 void navcommands::set_firstplay(const std::string& text) {
-  if (text != firstplay_ && !refuse(*w_, text))
+  if (text != firstplay_ && !refuse(*doc_, text))
     firstplay_ = text;
 }
 
 void navcommands::accept() {
-  project& p = w_->p;
+  project& p = doc_->p;
   if (firstplay_.empty())
     firstplay_ = no_firstplay;
   p.postinfo.resize(std::max(p.postinfo.size(), rows_.size()));

@@ -6,7 +6,7 @@
 // The project is written by accept() alone.
 #pragma once
 
-#include "project/workbench.h"
+#include "project/document.h"
 
 #include <optional>
 #include <string>
@@ -19,7 +19,7 @@ class navcommands {
  public:
   /// What the dialog starts with. Nothing when the guard `custom` does not allow it, or when the
   /// dialog is shown already.
-  static std::optional<navcommands> prepare(workbench& w, bool already_shown = false);
+  static std::optional<navcommands> prepare(document& doc, bool already_shown = false);
 
   /// `List1`: for each title its entry in the title list, 20 characters, TAB, its post command, 25
   /// characters; both padded with blanks or cut.
@@ -47,11 +47,11 @@ class navcommands {
     std::string title, command;  // as long as they are stored, not yet cut or padded
   };
 
-  explicit navcommands(workbench& w);
+  explicit navcommands(document& doc);
   void fill_commands();
   void fill_firstplay();
 
-  workbench* w_;
+  document* doc_;
   std::vector<title_row> rows_;
   int selected_ = -1;
   std::string Text1_, Combo1_, firstplay_;

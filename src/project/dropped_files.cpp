@@ -41,41 +41,41 @@ class dropped_answers : public prompts {
 };
 
 /// Runs a command whose open dialogs are answered with `files`.
-void run_with(workbench& w, void (*command)(workbench&), std::deque<std::string> files) {
-  dropped_answers ask(w.ask, std::move(files));
-  workbench answered{w.p, ask, w.prefs};
+void run_with(document& doc, void (*command)(document&), std::deque<std::string> files) {
+  dropped_answers ask(doc.ask, std::move(files));
+  document answered{doc.p, ask, doc.prefs};
   command(answered);
 }
 
 /// Adds audio to the selected title until one is not taken (the command has said why).
-void add_audio(workbench& w, const std::vector<std::string>& audio) {
+void add_audio(document& doc, const std::vector<std::string>& audio) {
   for (const std::string& file : audio) {
-    const auto before = w.p.List11;
-    run_with(w, addaudiostream_command, {file});
-    if (w.p.List11 == before)
+    const auto before = doc.p.List11;
+    run_with(doc, addaudiostream_command, {file});
+    if (doc.p.List11 == before)
       return;
   }
 }
 
 /// Adds a title; its first audio goes with the video, the others are added to it.
-void add_dropped_title(workbench& w, const dropped_title& title) {
+void add_dropped_title(document& doc, const dropped_title& title) {
   std::deque<std::string> answers{title.video};
   std::vector<std::string> further = title.audio;
   if (!title.muxed && !further.empty()) {
     answers.push_back(further.front());
     further.erase(further.begin());
   }
-  const std::size_t before = w.p.List1.size();
-  run_with(w, open_command, std::move(answers));
-  if (w.p.List1.size() == before)
+  const std::size_t before = doc.p.List1.size();
+  run_with(doc, open_command, std::move(answers));
+  if (doc.p.List1.size() == before)
     return;
-  const int selected = w.p.selected;
-  w.p.selected = static_cast<int>(before);
-  add_audio(w, further);
-  w.p.selected = selected;
+  const int selected = doc.p.selected;
+  doc.p.selected = static_cast<int>(before);
+  add_audio(doc, further);
+  doc.p.selected = selected;
 }
 
-void name_unusable(workbench& w, const std::vector<std::string>& files) {
+void name_unusable(document& doc, const std::vector<std::string>& files) {
   std::string text = "These files are neither streams nor a project:\r\n";
   for (std::size_t i = 0; i < files.size() && i < most_named_files; ++i)
     text += sanitized(files[i]) + "\r\n";
@@ -85,28 +85,28 @@ void name_unusable(workbench& w, const std::vector<std::string>& files) {
   text +=
       "Video (*.m2v, *.m1v, *.mpv), video with NAV packets (*.vob, *.mpg, *.mpeg), audio (*.ac3, "
       "*.mp2, *.mpa) and one project file (*.cvp) can be dropped here.";
-  say(w, icon::exclamation, std::move(text));
+  say(doc, icon::exclamation, std::move(text));
 }
 
-void add_dropped_streams(workbench& w, const dropped_set& dropped) {
+void add_dropped_streams(document& doc, const dropped_set& dropped) {
   // Asked once here, so that a user who keeps the hand-edited XML is not asked for every file.
-  if (custom(w) != 1)
+  if (custom(doc) != 1)
     return;
   for (const dropped_title& title : dropped.titles)
-    add_dropped_title(w, title);
-  add_audio(w, dropped.audio);
+    add_dropped_title(doc, title);
+  add_audio(doc, dropped.audio);
 }
 
 }  // namespace
 
-void drop_files(workbench& w, const std::vector<std::string>& native_paths) {
+void drop_files(document& doc, const std::vector<std::string>& native_paths) {
   const dropped_set dropped = sort_dropped(native_paths);
   if (!dropped.project.empty())
-    run_with(w, loadproject_command, {dropped.project});
+    run_with(doc, loadproject_command, {dropped.project});
   if (!dropped.titles.empty() || !dropped.audio.empty())
-    add_dropped_streams(w, dropped);
+    add_dropped_streams(doc, dropped);
   if (!dropped.unusable.empty())
-    name_unusable(w, dropped.unusable);
+    name_unusable(doc, dropped.unusable);
 }
 
 }  // namespace corvane

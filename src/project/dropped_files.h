@@ -1,7 +1,7 @@
 // Files dropped on the window, turned into the commands a user would have chosen.
 #pragma once
 
-#include "project/workbench.h"
+#include "project/document.h"
 
 #include <string>
 #include <vector>
@@ -13,6 +13,6 @@ namespace corvane {
 /// then movie.de.ac3 as further streams), asking for the audio where none was dropped; audio alone
 /// is added to the selected title. Every question and refusal is the command's own. Files of other
 /// kinds are named in one message.
-void drop_files(workbench& w, const std::vector<std::string>& native_paths);
+void drop_files(document& doc, const std::vector<std::string>& native_paths);
 
 }  // namespace corvane

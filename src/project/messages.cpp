@@ -7,23 +7,23 @@
 
 namespace corvane {
 
-void say(workbench& w, icon picture, std::string text) {
+void say(document& doc, icon picture, std::string text) {
   message_box box;
   box.text = std::move(text);
   box.picture = picture;
-  w.ask.message(box);
+  doc.ask.message(box);
 }
 
-void say_missing(workbench& w, std::string_view part) {
-  say(w, icon::critical, sanitized(native_from_stored(part)) + " appears to be missing");
+void say_missing(document& doc, std::string_view part) {
+  say(doc, icon::critical, sanitized(native_from_stored(part)) + " appears to be missing");
 }
 
-bool may_overwrite(workbench& w) {
+bool may_overwrite(document& doc) {
   message_box question;
   question.text = "File exists.  Overwrite?";
   question.picture = icon::exclamation;
   question.choice = buttons::yes_no;
-  return w.ask.message(question) == answer::yes;
+  return doc.ask.message(question) == answer::yes;
 }
 
 }  // namespace corvane

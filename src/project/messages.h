@@ -1,7 +1,7 @@
 // The message boxes of this room's commands, in short.
 #pragma once
 
-#include "project/workbench.h"
+#include "project/document.h"
 
 #include <string>
 #include <string_view>
@@ -9,12 +9,12 @@
 namespace corvane {
 
 /// A box with the one button OK.
-void say(workbench& w, icon picture, std::string text);
+void say(document& doc, icon picture, std::string text);
 
 /// "<part> appears to be missing", critical; `part` in stored form.
-void say_missing(workbench& w, std::string_view part);
+void say_missing(document& doc, std::string_view part);
 
 /// "File exists.  Overwrite?"
-bool may_overwrite(workbench& w);
+bool may_overwrite(document& doc);
 
 }  // namespace corvane

@@ -75,9 +75,9 @@ std::string missing_tools_notice(const std::string& app, path_style style) {
          "Until then, what needs one of them is refused; everything else works.";
 }
 
-void tell_missing_tools(workbench& w, const std::string& app, path_style style) {
+void tell_missing_tools(document& doc, const std::string& app, path_style style) {
   if (const std::string text = missing_tools_notice(app, style); !text.empty())
-    say(w, icon::exclamation, text);
+    say(doc, icon::exclamation, text);
 }
 
 }  // namespace corvane

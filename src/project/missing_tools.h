@@ -6,7 +6,7 @@
 #pragma once
 
 #include "platform/files/paths.h"
-#include "project/workbench.h"
+#include "project/document.h"
 
 #include <string>
 #include <vector>
@@ -24,6 +24,6 @@ std::string missing_tools(const std::string& app, const std::vector<std::string>
 std::string missing_tools_notice(const std::string& app, path_style style = native_style());
 
 /// Tells it in one box. Nothing is said when all tools are there.
-void tell_missing_tools(workbench& w, const std::string& app, path_style style = native_style());
+void tell_missing_tools(document& doc, const std::string& app, path_style style = native_style());
 
 }  // namespace corvane

@@ -1,7 +1,7 @@
 // The preferences at start and the commands that change them.
 #pragma once
 
-#include "project/workbench.h"
+#include "project/document.h"
 
 namespace corvane {
 
@@ -9,16 +9,16 @@ namespace corvane {
 /// "NTSC"), then sets `jumptable`, `cleanup` (only for "yes") and `globalregion` from the store.
 /// A stored region that is neither "NTSC" nor "PAL" counts as absent. Also sets the status text
 /// the window starts with.
-void start_up(workbench& w);
+void start_up(document& doc);
 
 /// `cleanup`: toggles the check mark and the preference ("yes" or empty).
-void cleanup_command(workbench& w);
+void cleanup_command(document& doc);
 
 /// `isocreate`: toggles the check mark.
-void isocreate_command(workbench& w);
+void isocreate_command(document& doc);
 
 /// `Comboregion`: the region becomes "NTSC" or "PAL" and the preference "dvdregion". Does nothing
 /// while `Comboregion_enabled` is off.
-void region_command(workbench& w, const std::string& region);
+void region_command(document& doc, const std::string& region);
 
 }  // namespace corvane

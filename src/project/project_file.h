@@ -6,7 +6,7 @@
 #pragma once
 
 #include "platform/result.h"
-#include "project/workbench.h"
+#include "project/document.h"
 
 #include <cstdint>
 #include <string>
@@ -24,21 +24,21 @@ inline constexpr int most_menus = 99;
 std::string project_text(const project& p);
 
 /// "save project...": asks for the file, asks before overwriting, writes it all or nothing.
-void saveproject_command(workbench& w);
+void saveproject_command(document& doc);
 
 /// What came of a save: `given_up` when the user chose no file or kept the one that is there.
 enum class save_outcome { saved, given_up, failed };
 
 /// The same command for callers that must know how it ended.
-save_outcome save_project(workbench& w);
+save_outcome save_project(document& doc);
 
 /// "load project...": asks before replacing titles, asks for the file, loads it.
-void loadproject_command(workbench& w);
+void loadproject_command(document& doc);
 
 /// Loads a project file (native path). Whatever is wrong with it is told with a message. Returns
 /// whether a project is now loaded: false when the file was refused (the project is as it was) or
 /// when files it names are missing (the load was rolled back).
-bool loadprojectf(workbench& w, const std::string& path);
+bool loadprojectf(document& doc, const std::string& path);
 
 /// What a command line names: every double quote removed.
 std::string path_from_command_line(std::string_view command_line);

@@ -53,7 +53,7 @@ class prompts {
 
   /// False once the program is ending: each question is then answered as if it was closed at once.
   /// Whoever asks until there is an answer looks here first.
-  virtual bool somebody_answers() const { return true; }
+  virtual bool can_ask() const { return true; }
 };
 
 }  // namespace corvane

@@ -1,8 +1,8 @@
 #include "formats/numbers.h"
 #include "formats/text.h"
+#include "project/document.h"
 #include "project/file_lookup.h"
 #include "project/messages.h"
-#include "project/workbench.h"
 
 #include <cmath>
 #include <cstdint>
@@ -19,24 +19,24 @@ struct files_found {
   bool missing = false;
 };
 
-void add_file(workbench& w, file_lookup& files, const std::string& part, files_found& found) {
+void add_file(document& doc, file_lookup& files, const std::string& part, files_found& found) {
   if (const auto size = files.size_of(part)) {
     found.bytes += static_cast<double>(*size);
   } else {
-    say_missing(w, part);
+    say_missing(doc, part);
     found.missing = true;
   }
 }
 
-files_found look_at_all_files(workbench& w, file_lookup& files) {
+files_found look_at_all_files(document& doc, file_lookup& files) {
   files_found found;
-  for (const std::string& row : w.p.List11)
+  for (const std::string& row : doc.p.List11)
     for (const std::string& part : split(row, '/'))
-      add_file(w, files, part, found);
-  for (const std::string& row : w.p.menulist)
+      add_file(doc, files, part, found);
+  for (const std::string& row : doc.p.menulist)
     for (const std::string& part : split(row, '/'))
       if (!part.empty())  // a menu without audio
-        add_file(w, files, part, found);
+        add_file(doc, files, part, found);
   return found;
 }
 
@@ -55,16 +55,16 @@ std::string row_count(const std::vector<std::string>& rows) {
 
 }  // namespace
 
-void dvdsize(workbench& w) {
+void dvdsize(document& doc) {
   file_lookup files;
-  dvdsize(w, files);
+  dvdsize(doc, files);
 }
 
-void dvdsize(workbench& w, file_lookup& files) {
-  const files_found found = look_at_all_files(w, files);
+void dvdsize(document& doc, file_lookup& files) {
+  const files_found found = look_at_all_files(doc, files);
   if (found.missing)
     return;
-  project& p = w.p;
+  project& p = doc.p;
   p.dvdsizetext_red = found.bytes > bytes_of_a_disc;
   p.dvdsizetext = row_count(p.List1) + " titles\r\n" + row_count(p.menulist) + " menus\r\n" +
                   gigs(found.bytes) + " gig total";

@@ -21,133 +21,134 @@ bool is_program_stream(const std::string& stored) {
 }
 
 /// Whether a program stream can be a title as it stands; why not is told.
-bool has_nav_packets(workbench& w, const std::string& stored) {
+bool has_nav_packets(document& doc, const std::string& stored) {
   const std::string native = native_from_stored(stored);
   const auto block = first_bytes(native, nav_search_bytes);
   if (!block) {
-    say(w, icon::critical, "\"" + native + "\" cannot be read: " + block.error + ".");
+    say(doc, icon::critical, "\"" + native + "\" cannot be read: " + block.error + ".");
     return false;
   }
   if (carries_nav_packets(*block))
     return true;
-  say(w, icon::critical,
+  say(doc, icon::critical,
       "NAV packets are not detected in " + std::string(file_name_of(stored)) +
           ".  Please demultiplex.");
   return false;
 }
 
-void move_title(workbench& w, int by) {
-  if (custom(w) != 1)
+void move_title(document& doc, int by) {
+  if (custom(doc) != 1)
     return;
-  const auto row = selected_title(w.p);
+  const auto row = selected_title(doc.p);
   if (!row)
     return;
-  const int target = w.p.selected + by;
-  if (target < 0 || target >= static_cast<int>(w.p.List1.size()))
+  const int target = doc.p.selected + by;
+  if (target < 0 || target >= static_cast<int>(doc.p.List1.size()))
     return;
-  swap_titles(w.p, *row, static_cast<std::size_t>(target));
-  w.p.selected = target;
-  dvdsize(w);
+  swap_titles(doc.p, *row, static_cast<std::size_t>(target));
+  doc.p.selected = target;
+  dvdsize(doc);
 }
 
 }  // namespace
 
-void open_command(workbench& w) {
-  if (custom(w) != 1)
+void open_command(document& doc) {
+  if (custom(doc) != 1)
     return;
-  const auto video = pick_file(w, video_dialog(true));
+  const auto video = pick_file(doc, video_dialog(true));
   if (!video)
     return;
   const bool muxed = is_program_stream(*video);
   std::string streams = *video;
   if (!muxed) {
-    const auto audio = pick_file(w, audio_dialog());
+    const auto audio = pick_file(doc, audio_dialog());
     if (!audio)
       return;
     streams += "/" + *audio;
   }
   // A program stream that is refused next still leaves these two changed.
-  w.p.Comboregion_enabled = false;
-  w.p.postinfo.clear();
-  if (muxed && !has_nav_packets(w, *video))
+  doc.p.Comboregion_enabled = false;
+  doc.p.postinfo.clear();
+  if (muxed && !has_nav_packets(doc, *video))
     return;
-  add_title(w.p, streams);
-  w.p.saved = 0;
-  dvdsize(w);
+  add_title(doc.p, streams);
+  doc.p.saved = 0;
+  dvdsize(doc);
 }
 
-void remove_title_command(workbench& w) {
-  if (custom(w) != 1)
+void remove_title_command(document& doc) {
+  if (custom(doc) != 1)
     return;
-  w.p.saved = 0;
-  const auto row = selected_title(w.p);
+  doc.p.saved = 0;
+  const auto row = selected_title(doc.p);
   if (!row) {
-    say(w, icon::exclamation, "Please select a title first to remove.");
+    say(doc, icon::exclamation, "Please select a title first to remove.");
     return;
   }
-  remove_title(w.p, *row);
-  dvdsize(w);
+  remove_title(doc.p, *row);
+  dvdsize(doc);
 }
 
-void titleup_command(workbench& w) {
-  move_title(w, -1);
+void titleup_command(document& doc) {
+  move_title(doc, -1);
 }
 
-void titledown_command(workbench& w) {
-  move_title(w, 1);
+void titledown_command(document& doc) {
+  move_title(doc, 1);
 }
 
-void addaudiostream_command(workbench& w) {
-  if (custom(w) != 1)
+void addaudiostream_command(document& doc) {
+  if (custom(doc) != 1)
     return;
-  w.p.saved = 0;
-  const auto row = selected_title(w.p);
+  doc.p.saved = 0;
+  const auto row = selected_title(doc.p);
   if (!row) {
-    say(w, icon::exclamation, "Please select a title to add an audio stream to.");
+    say(doc, icon::exclamation, "Please select a title to add an audio stream to.");
     return;
   }
-  if (is_muxed(w.p.List1[*row])) {
-    say(w, icon::exclamation,
+  if (is_muxed(doc.p.List1[*row])) {
+    say(doc, icon::exclamation,
         "Unable to add audio streams to already muxed files, please de-mux if you wish to add an "
         "audio stream.");
     return;
   }
-  if (split(w.p.List1[*row], '/').size() > most_audio_streams) {  // the video is one of them
-    say(w, icon::exclamation, "Only eight audio streams allowed.");
+  if (split(doc.p.List1[*row], '/').size() > most_audio_streams) {  // the video is one of them
+    say(doc, icon::exclamation, "Only eight audio streams allowed.");
     return;
   }
-  const auto audio = pick_file(w, audio_dialog());
+  const auto audio = pick_file(doc, audio_dialog());
   if (!audio)
     return;
-  w.p.List1[*row] += "/" + std::string(file_name_of(*audio));
-  w.p.List11[*row] += "/" + *audio;
-  dvdsize(w);
+  doc.p.List1[*row] += "/" + std::string(file_name_of(*audio));
+  doc.p.List11[*row] += "/" + *audio;
+  dvdsize(doc);
 }
 
-void editdelay_command(workbench& w) {
-  if (custom(w) != 1)
+void editdelay_command(document& doc) {
+  if (custom(doc) != 1)
     return;
-  w.p.saved = 0;
-  const auto row = selected_title(w.p);
+  doc.p.saved = 0;
+  const auto row = selected_title(doc.p);
   if (!row) {
-    say(w, icon::exclamation, "Please select a title to adjust delays.");
+    say(doc, icon::exclamation, "Please select a title to adjust delays.");
     return;
   }
-  if (is_muxed(w.p.List1[*row])) {
-    say(w, icon::exclamation, "Unable to adjust delays to already muxed files, please demultiplex");
+  if (is_muxed(doc.p.List1[*row])) {
+    say(doc, icon::exclamation,
+        "Unable to adjust delays to already muxed files, please demultiplex");
     return;
   }
   input_box box;
   box.title = "A/V sync delay";
   box.prompt = "Set the A/V delay for this title.";
-  box.preset = w.p.delay[*row] + " ms";
-  const std::string text = w.ask.input(box);
+  box.preset = doc.p.delay[*row] + " ms";
+  const std::string text = doc.ask.input(box);
   if (!text.empty())
-    w.p.delay[*row] = leading_number_text(text);
+    doc.p.delay[*row] = leading_number_text(text);
 }
 
-void about_command(workbench& w) {
-  say(w, icon::information,
+void about_command(document& doc) {
+  say(doc, icon::information,
       "This is a simple graphical front end written for the dvdauthor package.  The projects that "
       "it uses are:\r\n"
       "-dvdauthor https://dvdauthor.sourceforge.net\r\n"
@@ -156,17 +157,17 @@ void about_command(workbench& w) {
       "-mkisofs http://cdrtools.sourceforge.net");
 }
 
-bool close_command(workbench& w) {
-  const bool holds_something = !w.p.List1.empty() || !w.p.menulist.empty();
-  if (!holds_something || w.p.saved != 0)
+bool close_command(document& doc) {
+  const bool holds_something = !doc.p.List1.empty() || !doc.p.menulist.empty();
+  if (!holds_something || doc.p.saved != 0)
     return true;
   message_box question;
   question.text = "Do you want to save project?";
   question.picture = icon::exclamation;
   question.choice = buttons::yes_no_cancel;
-  switch (w.ask.message(question)) {
+  switch (doc.ask.message(question)) {
     case answer::yes:
-      return save_project(w) != save_outcome::failed;
+      return save_project(doc) != save_outcome::failed;
     case answer::no:
       return true;
     default:

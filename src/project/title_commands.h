@@ -2,7 +2,7 @@
 // command leaves the project as its text says. Selection: project::selected.
 #pragma once
 
-#include "project/workbench.h"
+#include "project/document.h"
 
 #include <string>
 #include <string_view>
@@ -10,23 +10,23 @@
 namespace corvane {
 
 /// Adds a title: asks for the video and, for an elementary stream, the audio.
-void open_command(workbench& w);
+void open_command(document& doc);
 
-void remove_title_command(workbench& w);
-void titleup_command(workbench& w);
-void titledown_command(workbench& w);
+void remove_title_command(document& doc);
+void titleup_command(document& doc);
+void titledown_command(document& doc);
 
 /// Adds an audio stream to the selected title.
-void addaudiostream_command(workbench& w);
+void addaudiostream_command(document& doc);
 
 /// Sets the selected title's A/V delay.
-void editdelay_command(workbench& w);
+void editdelay_command(document& doc);
 
-void about_command(workbench& w);
+void about_command(document& doc);
 
 /// Whether the program may end: asks "Do you want to save project?" when there is something to
 /// save; Yes saves first (and ends also when the save dialog was cancelled).
-bool close_command(workbench& w);
+bool close_command(document& doc);
 
 /// How many bytes of a program stream are searched for navigation packets.
 inline constexpr std::size_t nav_search_bytes = 16384;

@@ -13,8 +13,8 @@ namespace {
 
 constexpr std::uintmax_t largest_list = 1u << 20;
 
-void tell(workbench& w, icon picture, const std::string& text) {
-  say(w, picture, text);
+void tell(document& doc, icon picture, const std::string& text) {
+  say(doc, picture, text);
 }
 
 failure written(const std::string& file, const std::string& text) {
@@ -35,7 +35,7 @@ std::string doubled(std::string_view app) {
   return text;
 }
 
-association_result register_on_windows(workbench& w, const association_equipment& e) {
+association_result register_on_windows(document& doc, const association_equipment& e) {
   const std::string script = join_path(e.app, "extension.reg");
   // A script of this kind holds 8-bit text, and the registry editor knows no UTF-8.
   const auto text = in_system_charset(registry_script(e.app));
@@ -48,7 +48,7 @@ association_result register_on_windows(workbench& w, const association_equipment
     why = "the registry editor could not be started: " + *why;
   if (!why)
     return association_result::associated;
-  tell(w, icon::critical,
+  tell(doc, icon::critical,
        "Project files could not be associated with Corvane: " + sanitized(*why) + ".");
   return association_result::incomplete;
 }
@@ -141,18 +141,18 @@ failure set_default(const association_equipment& e) {
   return why;
 }
 
-association_result outcome(workbench& w, association_result done, const std::string& text,
+association_result outcome(document& doc, association_result done, const std::string& text,
                            const std::vector<std::string>& trouble) {
   if (trouble.empty()) {
-    tell(w, icon::information, text);
+    tell(doc, icon::information, text);
     return done;
   }
-  tell(w, icon::exclamation,
+  tell(doc, icon::exclamation,
        "The association of project files is not complete:\r\n" + join(trouble, "\r\n"));
   return association_result::incomplete;
 }
 
-association_result associate(workbench& w, const association_equipment& e) {
+association_result associate(document& doc, const association_equipment& e) {
   std::vector<std::string> trouble;
   for (const user_file& file : files_of(e)) {
     const std::string folder = file.path.substr(0, file.path.rfind('/'));
@@ -166,11 +166,11 @@ association_result associate(workbench& w, const association_equipment& e) {
     note(trouble, make_folders(e.folders.config));
     note(trouble, set_default(e));
   }
-  return outcome(w, association_result::associated,
+  return outcome(doc, association_result::associated,
                  "Project files (.cvp) are now opened with Corvane.", trouble);
 }
 
-association_result take_away(workbench& w, const association_equipment& e) {
+association_result take_away(document& doc, const association_equipment& e) {
   std::vector<std::string> trouble;
   const std::string list = mimeapps_of(e);
   note(trouble, written(list, without_corvane(text_of_file(list))));
@@ -178,20 +178,20 @@ association_result take_away(workbench& w, const association_equipment& e) {
     if (const failure why = remove_all(file.path))
       note(trouble, "the file \"" + file.path + "\" could not be removed: " + *why);
   refresh_databases(e, trouble);
-  return outcome(w, association_result::removed,
+  return outcome(doc, association_result::removed,
                  "Project files (.cvp) are no longer opened with Corvane.", trouble);
 }
 
-association_result register_on_linux(workbench& w, const association_equipment& e) {
+association_result register_on_linux(document& doc, const association_equipment& e) {
   if (!stands_already(e))
-    return associate(w, e);
+    return associate(doc, e);
   message_box question;
   question.text = "Project files (.cvp) are opened with Corvane already.  Remove this association?";
   question.picture = icon::information;
   question.choice = buttons::yes_no;
-  if (w.ask.message(question) != answer::yes)
+  if (doc.ask.message(question) != answer::yes)
     return association_result::kept;
-  return take_away(w, e);
+  return take_away(doc, e);
 }
 
 /// The value of a mimeapps.list line that is about project files; nothing for any other line.
@@ -303,8 +303,8 @@ std::string without_corvane(std::string_view mimeapps) {
   return join(kept, "\n");
 }
 
-association_result register_command(workbench& w, const association_equipment& e) {
-  return e.style == path_style::windows ? register_on_windows(w, e) : register_on_linux(w, e);
+association_result register_command(document& doc, const association_equipment& e) {
+  return e.style == path_style::windows ? register_on_windows(doc, e) : register_on_linux(doc, e);
 }
 
 }  // namespace corvane

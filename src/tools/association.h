@@ -8,7 +8,7 @@
 
 #include "platform/files/paths.h"
 #include "platform/processes/desktop.h"
-#include "project/workbench.h"
+#include "project/document.h"
 
 #include <string>
 #include <string_view>
@@ -54,6 +54,6 @@ enum class association_result {
 };
 
 /// "register .cvp extension". The project is not touched.
-association_result register_command(workbench& w, const association_equipment& e);
+association_result register_command(document& doc, const association_equipment& e);
 
 }  // namespace corvane

@@ -118,27 +118,28 @@ std::optional<std::string> chapter_string(std::string_view text) {
   return join(times, ",");
 }
 
-std::optional<chapter> chapter::open(workbench& w) {
-  if (custom(w) != 1)
+std::optional<chapter> chapter::open(document& doc) {
+  if (custom(doc) != 1)
     return std::nullopt;
-  if (const auto row = selected_title(w.p))
-    return chapter(w, *row);
-  say(w, icon::exclamation, "Please select a title to add chapters to.");
+  if (const auto row = selected_title(doc.p))
+    return chapter(doc, *row);
+  say(doc, icon::exclamation, "Please select a title to add chapters to.");
   return std::nullopt;
 }
 
-chapter::chapter(workbench& w, std::size_t row)
-    : w_(&w),
+chapter::chapter(document& doc, std::size_t row)
+    : doc_(&doc),
       Label2_(trimmed(static_cast<std::int64_t>(row) + 1)),
-      Label3_(w.p.List1[row]),
-      RichTextBox1_(row < w.p.chapters.size() ? chapter_text(w.p.chapters[row]) : std::string()) {}
+      Label3_(doc.p.List1[row]),
+      RichTextBox1_(row < doc.p.chapters.size() ? chapter_text(doc.p.chapters[row])
+                                                : std::string()) {}
 
 std::size_t chapter::row() const {
   return static_cast<std::size_t>(leading_whole(Label2_)) - 1;
 }
 
 std::string chapter::video() const {
-  const std::vector<std::string>& streams = w_->p.List11;
+  const std::vector<std::string>& streams = doc_->p.List11;
   if (row() >= streams.size())
     return {};
   return native_from_stored(streams[row()].substr(0, streams[row()].find('/')));
@@ -147,15 +148,16 @@ std::string chapter::video() const {
 bool chapter::accept() {
   const auto times = chapter_string(RichTextBox1_);
   if (!times) {
-    say(*w_, icon::exclamation, "There appears to be a typo in the chapters list, please correct.");
+    say(*doc_, icon::exclamation,
+        "There appears to be a typo in the chapters list, please correct.");
     return false;
   }
-  std::vector<std::string>& chapters = w_->p.chapters;
+  std::vector<std::string>& chapters = doc_->p.chapters;
   if (row() >= chapters.size())
     chapters.resize(row() + 1);
   chapters[row()] = *times;
-  w_->p.saved = 0;
-  dvdsize(*w_);
+  doc_->p.saved = 0;
+  dvdsize(*doc_);
   return true;
 }
 

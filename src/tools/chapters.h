@@ -6,7 +6,7 @@
 // one time a line, in the person's order: nothing is sorted and nothing removed.
 #pragma once
 
-#include "project/workbench.h"
+#include "project/document.h"
 
 #include <cstddef>
 #include <optional>
@@ -41,7 +41,7 @@ class chapter {
  public:
   /// For the selected title. Nothing when hand-edited XML is to stay, or when no title is selected,
   /// which is told.
-  static std::optional<chapter> open(workbench& w);
+  static std::optional<chapter> open(document& doc);
 
   const std::string& Label2() const { return Label2_; }  ///< title number
   const std::string& Label3() const { return Label3_; }  ///< the title's row
@@ -56,10 +56,10 @@ class chapter {
   bool accept();
 
  private:
-  chapter(workbench& w, std::size_t row);
+  chapter(document& doc, std::size_t row);
   std::size_t row() const;
 
-  workbench* w_;
+  document* doc_;
   std::string Label2_, Label3_, RichTextBox1_;
 };
 

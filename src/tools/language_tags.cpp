@@ -55,13 +55,13 @@ const std::array<std::string_view, 139> language_entries = {
     "VOLAPUK VO",        "WELSH CY",          "WOLOF WO",        "XHOSA XH ",
     "YIDDISH JI ",       "YORUBA YO ",        "ZULU ZU"};
 
-std::optional<language> language::open(workbench& w) {
-  if (custom(w) != 1)
+std::optional<language> language::open(document& doc) {
+  if (custom(doc) != 1)
     return std::nullopt;
-  return language(w);
+  return language(doc);
 }
 
-language::language(workbench& w) : w_(&w), List1_(w.p.languagetags) {}
+language::language(document& doc) : doc_(&doc), List1_(doc.p.languagetags) {}
 
 void language::select(int row) {
   if (row < 0 || row >= static_cast<int>(List1_.size()))
@@ -112,9 +112,9 @@ void language::remove() {
 }
 
 void language::accept() {
-  w_->p.languagetags = List1_;
-  w_->p.saved = 0;
-  dvdsize(*w_);
+  doc_->p.languagetags = List1_;
+  doc_->p.saved = 0;
+  dvdsize(*doc_);
 }
 
 }  // namespace corvane

@@ -5,7 +5,7 @@
 // live as long. The tags are written by accept() alone.
 #pragma once
 
-#include "project/workbench.h"
+#include "project/document.h"
 
 #include <array>
 #include <optional>
@@ -25,7 +25,7 @@ inline constexpr std::string_view new_language = "ENGLISH EN";
 class language {
  public:
   /// "edit language tags". Nothing when hand-edited XML is to stay.
-  static std::optional<language> open(workbench& w);
+  static std::optional<language> open(document& doc);
 
   /// `List1`: "Audio tag:" or "Subtitle tag:", TAB, language. The n-th audio tag is the n-th audio
   /// stream's, the n-th subtitle tag the n-th subtitle stream's.
@@ -54,10 +54,10 @@ class language {
   void accept();
 
  private:
-  explicit language(workbench& w);
+  explicit language(document& doc);
   void add(std::string_view kind);
 
-  workbench* w_;
+  document* doc_;
   std::vector<std::string> List1_;
   int selected_ = -1;
   std::string Combo1_;

@@ -43,27 +43,27 @@ std::string tool(const std::string& app, const char* name, path_style style) {
   return quoted(join_path(join_path(app, "bin", style), std::string(name) + ".exe", style));
 }
 
-still_result tell(workbench& w, still_result end, icon picture, const std::string& text) {
-  say(w, picture, text);
+still_result tell(document& doc, still_result end, icon picture, const std::string& text) {
+  say(doc, picture, text);
   return end;
 }
 
 /// Asks for the picture and checks it. Gives its path and height, or why the command ends.
-std::optional<still_result> choose_jpeg(workbench& w, const still_equipment& e,
+std::optional<still_result> choose_jpeg(document& doc, const still_equipment& e,
                                         still_video& still) {
-  const auto stored = pick_file(w, jpeg_dialog());
+  const auto stored = pick_file(doc, jpeg_dialog());
   if (!stored)
     return still_result::cancelled;
   still.jpeg = native_from_stored(*stored);
   const auto refuse = [&](const std::string& why) {
-    return tell(w, still_result::refused, icon::exclamation,
+    return tell(doc, still_result::refused, icon::exclamation,
                 "\"" + sanitized(still.jpeg) + "\" cannot be used: " + why + ".");
   };
   const auto size = e.pictures.size_of(still.jpeg);
   if (!size)
     return refuse(sanitized(size.error));
   if (size->width != dvd_width || (size->height != ntsc_height && size->height != pal_height))
-    return tell(w, still_result::refused, icon::exclamation, "jpg is not 720x480 or 720x576");
+    return tell(doc, still_result::refused, icon::exclamation, "jpg is not 720x480 or 720x576");
   still.height = size->height;
   const auto bytes = read_file(still.jpeg, largest_jpeg);
   if (!bytes)
@@ -78,16 +78,16 @@ std::optional<still_result> choose_jpeg(workbench& w, const still_equipment& e,
 
 /// The output file's native path; empty when the user cancelled. A file that cannot be the output
 /// is told, and the user is asked again.
-std::string choose_m2v(workbench& w, const still_video& still) {
+std::string choose_m2v(document& doc, const still_video& still) {
   for (;;) {
-    const std::string file = w.ask.save_file(m2v_dialog());
+    const std::string file = doc.ask.save_file(m2v_dialog());
     if (file.empty())
       return {};
-    if (!stored_or_told(w, file))
+    if (!stored_or_told(doc, file))
       continue;
     if (same_place(file, still.jpeg))
-      say(w, icon::exclamation, "The video cannot be written over the picture it is made of.");
-    else if (!file_exists(file) || may_overwrite(w))
+      say(doc, icon::exclamation, "The video cannot be written over the picture it is made of.");
+    else if (!file_exists(file) || may_overwrite(doc))
       return file;
   }
 }
@@ -103,49 +103,49 @@ std::optional<int> frames_of(std::string_view text) {
 }
 
 /// The answer without blanks at its ends; empty when there is none.
-std::string ask_frames(workbench& w) {
+std::string ask_frames(document& doc) {
   input_box box;
   box.title = "m2v still framecount";
   box.prompt =
       "Set the number of frames encoded for the m2v still creation.\r\n"
       "See the readme for more information.\r\n"
       "default is: 1";
-  box.preset = w.prefs.get("framecount");
-  return std::string(trim(w.ask.input(box)));
+  box.preset = doc.prefs.get("framecount");
+  return std::string(trim(doc.ask.input(box)));
 }
 
 /// Keeps an answer that is a number; what is none would become another argument of the tool.
-std::optional<int> store_frames(workbench& w, const std::string& text) {
+std::optional<int> store_frames(document& doc, const std::string& text) {
   const auto frames = frames_of(text);
   if (frames)
-    w.prefs.set("framecount", trimmed(*frames));
+    doc.prefs.set("framecount", trimmed(*frames));
   else
-    say(w, icon::exclamation,
+    say(doc, icon::exclamation,
         "The frame count \"" + sanitized_short(text) + "\" is not a whole number from 1 to 99999.");
   return frames;
 }
 
 /// Asks until there is a number; nothing when the program ends meanwhile.
-std::optional<int> choose_frames(workbench& w) {
-  while (w.ask.somebody_answers()) {
-    const std::string text = ask_frames(w);
+std::optional<int> choose_frames(document& doc) {
+  while (doc.ask.can_ask()) {
+    const std::string text = ask_frames(doc);
     if (text.empty())
       continue;
-    if (const auto frames = store_frames(w, text))
+    if (const auto frames = store_frames(doc, text))
       return frames;
   }
   return std::nullopt;
 }
 
-still_result run(workbench& w, still_equipment& e, const still_video& still) {
+still_result run(document& doc, still_equipment& e, const still_video& still) {
   if (!e.lock.take())
-    return tell(w, still_result::folder_in_use, icon::critical,
+    return tell(doc, still_result::folder_in_use, icon::critical,
                 "Another run is using the program folder \"" + e.app +
                     "\".  Please wait until it has finished.");
   const std::string script = join_path(e.app, run_file::script);
   if (const failure why = write_file(script, still_script(e.app, still))) {
     e.lock.release();
-    return tell(w, still_result::not_written, icon::critical,
+    return tell(doc, still_result::not_written, icon::critical,
                 "The file \"" + script + "\" could not be written: " + *why + ".");
   }
   e.screen.set_log_text({});
@@ -172,27 +172,27 @@ std::string still_script(const std::string& app, const still_video& still, path_
   return text;
 }
 
-still_result still_command(workbench& w, still_equipment& e) {
+still_result still_command(document& doc, still_equipment& e) {
   if (const std::string missing = missing_tools(e.app, {"jpeg2yuv", "mpeg2enc"}); !missing.empty())
-    return tell(w, still_result::tool_missing, icon::critical, missing);
+    return tell(doc, still_result::tool_missing, icon::critical, missing);
   still_video still;
-  if (const auto end = choose_jpeg(w, e, still))
+  if (const auto end = choose_jpeg(doc, e, still))
     return *end;
-  say(w, icon::information,
+  say(doc, icon::information,
       "image appears to be compliant.  Please select where to save the m2v still");
-  still.m2v = choose_m2v(w, still);
+  still.m2v = choose_m2v(doc, still);
   // Asked for and kept even when there is nowhere to save the video.
-  const auto frames = choose_frames(w);
+  const auto frames = choose_frames(doc);
   if (still.m2v.empty() || !frames)
     return still_result::cancelled;
   still.frames = *frames;
-  return run(w, e, still);
+  return run(doc, e, still);
 }
 
-void framecount_command(workbench& w) {
-  std::string text = ask_frames(w);
-  while (!text.empty() && !store_frames(w, text))
-    text = ask_frames(w);
+void framecount_command(document& doc) {
+  std::string text = ask_frames(doc);
+  while (!text.empty() && !store_frames(doc, text))
+    text = ask_frames(doc);
 }
 
 }  // namespace corvane

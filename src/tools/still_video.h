@@ -4,8 +4,8 @@
 
 #include "platform/files/folder_lock.h"
 #include "platform/files/paths.h"
+#include "project/document.h"
 #include "project/picture_loader.h"
-#include "project/workbench.h"
 #include "runner/run_screen.h"
 #include "runner/shelled.h"
 
@@ -46,9 +46,9 @@ struct still_equipment {
 
 /// "create m2v still": asks for the picture, the output file and the number of frames, writes the
 /// script and starts it. The project is not touched; the number is kept as preference "framecount".
-still_result still_command(workbench& w, still_equipment& e);
+still_result still_command(document& doc, still_equipment& e);
 
 /// "set m2v framecount": asks for the number alone; a box without an answer keeps what is stored.
-void framecount_command(workbench& w);
+void framecount_command(document& doc);
 
 }  // namespace corvane

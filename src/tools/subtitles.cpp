@@ -30,7 +30,7 @@ std::string& row_at(std::vector<std::string>& list, std::size_t title, const std
 
 /// The character set of a file that tells its own, if the user wants it read so. Read as the set
 /// that stands in the settings it would show wrong letters without a word.
-std::optional<std::string> agreed_unicode(workbench& w, const std::string& stored,
+std::optional<std::string> agreed_unicode(document& doc, const std::string& stored,
                                           const std::string& charset) {
   const std::string path = native_from_stored(stored);
   const auto file = subtitle_file::read(path);
@@ -38,9 +38,9 @@ std::optional<std::string> agreed_unicode(workbench& w, const std::string& store
     return std::nullopt;
   const std::string set = file->unicode();
   const bool agreed =
-      w.ask.message({"\"" + sanitized(path) + "\" is " + set + " text.  Read it as " + set +
-                         " instead of " + sanitized_short(charset) + "?",
-                     icon::exclamation, buttons::yes_no, program_name}) == answer::yes;
+      doc.ask.message({"\"" + sanitized(path) + "\" is " + set + " text.  Read it as " + set +
+                           " instead of " + sanitized_short(charset) + "?",
+                       icon::exclamation, buttons::yes_no, program_name}) == answer::yes;
   return agreed ? std::optional(set) : std::nullopt;
 }
 
@@ -52,27 +52,27 @@ const std::array<std::string_view, 23> charact_items = {
     "SHIFT_JIS",  "ISO-2022-JP", "EUC-JP",      "CP1250",      "CP1251",      "CP1252",
     "CP1254",     "CP850",       "MACINTOSH",   "BIG5",        "BIG5-HKSCS"};
 
-std::optional<Subtitles> Subtitles::open(workbench& w, font_list fonts) {
-  if (custom(w) != 1)
+std::optional<Subtitles> Subtitles::open(document& doc, font_list fonts) {
+  if (custom(doc) != 1)
     return std::nullopt;
-  const auto row = selected_title(w.p);
+  const auto row = selected_title(doc.p);
   if (!row) {
-    say(w, icon::exclamation, "Please select a title to add a subtitle to.");
+    say(doc, icon::exclamation, "Please select a title to add a subtitle to.");
     return std::nullopt;
   }
-  if (is_muxed(w.p.List1[*row])) {
-    say(w, icon::exclamation,
+  if (is_muxed(doc.p.List1[*row])) {
+    say(doc, icon::exclamation,
         "Unable to add subtitles to already muxed files, please de-mux if you wish to add "
         "subtitles.");
     return std::nullopt;
   }
-  return Subtitles(w, *row, std::move(fonts));
+  return Subtitles(doc, *row, std::move(fonts));
 }
 
-Subtitles::Subtitles(workbench& w, std::size_t title, font_list fonts)
-    : w_(&w), title_(title), fonts_(std::move(fonts)) {
-  const std::string fresh = default_subtitleoptions(w.p.globalregion);
-  suboptions_ = subtitle_settings_rows(row_at(w.p.subtitleoptions, title, fresh));
+Subtitles::Subtitles(document& doc, std::size_t title, font_list fonts)
+    : doc_(&doc), title_(title), fonts_(std::move(fonts)) {
+  const std::string fresh = default_subtitleoptions(doc.p.globalregion);
+  suboptions_ = subtitle_settings_rows(row_at(doc.p.subtitleoptions, title, fresh));
   if (suboptions_.empty())
     suboptions_ = subtitle_settings_rows(fresh);
   // Files that were added and then not accepted have no settings: the last ones serve.
@@ -83,15 +83,15 @@ Subtitles::Subtitles(workbench& w, std::size_t title, font_list fonts)
 }
 
 std::string& Subtitles::files_row() {
-  return row_at(w_->p.subtitledata, title_, std::string(no_subtitles));
+  return row_at(doc_->p.subtitledata, title_, std::string(no_subtitles));
 }
 
 std::string Subtitles::label() const {
-  return "Subtitles for: " + w_->p.List1[title_];
+  return "Subtitles for: " + doc_->p.List1[title_];
 }
 
 std::vector<std::string> Subtitles::list1() const {
-  std::vector<std::string> names = subtitle_paths(w_->p.subtitledata[title_]);
+  std::vector<std::string> names = subtitle_paths(doc_->p.subtitledata[title_]);
   for (std::string& name : names)
     name = std::string(file_name_of(name));
   if (names.empty())
@@ -100,18 +100,18 @@ std::vector<std::string> Subtitles::list1() const {
 }
 
 std::optional<std::string> Subtitles::file() const {
-  const std::vector<std::string> paths = subtitle_paths(w_->p.subtitledata[title_]);
+  const std::vector<std::string> paths = subtitle_paths(doc_->p.subtitledata[title_]);
   const auto row = static_cast<std::size_t>(selected_);
   return row < paths.size() ? std::optional(native_from_stored(paths[row])) : std::nullopt;
 }
 
 std::string Subtitles::video() const {
-  const std::string& streams = w_->p.List11[title_];
+  const std::string& streams = doc_->p.List11[title_];
   return native_from_stored(std::string_view(streams).substr(0, streams.find('/')));
 }
 
 const std::string& Subtitles::region() const {
-  return w_->p.globalregion;
+  return doc_->p.globalregion;
 }
 
 std::optional<std::size_t> Subtitles::fontface() const {
@@ -129,7 +129,7 @@ void Subtitles::change(subtitle_field field, const std::string& text) {
   if (text == shown_[field])
     return;
   if (const auto why = why_not_a_subtitle_field(text)) {
-    say(*w_, icon::exclamation,
+    say(*doc_, icon::exclamation,
         std::string("The ") + name_of(field) + " \"" + sanitized_short(text) +
             "\" cannot be used: it " + *why + ".");
     return;
@@ -144,7 +144,7 @@ void Subtitles::pick_font(std::size_t row) {
 }
 
 void Subtitles::add_file() {
-  const auto file = pick_file(*w_, subtitle_dialog());
+  const auto file = pick_file(*doc_, subtitle_dialog());
   if (!file)
     return;
   std::string& row = files_row();
@@ -155,11 +155,11 @@ void Subtitles::add_file() {
     suboptions_.push_back(std::string(suboptions_.back()));
   }
   row = with_subtitle(row, *file);
-  w_->p.saved = 0;
+  doc_->p.saved = 0;
   std::string& settings_row = suboptions_[files];
   subtitle_settings settings = parse_subtitle_settings(settings_row);
   std::string& charset = settings[subtitle_field::character_set];
-  if (const auto unicode = agreed_unicode(*w_, *file, charset)) {
+  if (const auto unicode = agreed_unicode(*doc_, *file, charset)) {
     charset = *unicode;
     settings_row = subtitle_settings_text(settings);
     select(selected_);
@@ -170,13 +170,13 @@ void Subtitles::reset() {
   files_row() = no_subtitles;
   suboptions_.erase(suboptions_.begin(), suboptions_.end() - 1);
   select(0);
-  w_->p.saved = 0;
+  doc_->p.saved = 0;
 }
 
 void Subtitles::accept() {
-  row_at(w_->p.subtitleoptions, title_, {}) = subtitle_options_text(suboptions_);
-  w_->p.saved = 0;
-  dvdsize(*w_);
+  row_at(doc_->p.subtitleoptions, title_, {}) = subtitle_options_text(suboptions_);
+  doc_->p.saved = 0;
+  dvdsize(*doc_);
 }
 
 }  // namespace corvane

@@ -6,9 +6,9 @@
 // accept() alone.
 #pragma once
 
+#include "project/document.h"
 #include "project/font_list.h"
 #include "project/subtitle_rows.h"
-#include "project/workbench.h"
 
 #include <array>
 #include <cstddef>
@@ -27,7 +27,7 @@ class Subtitles {
  public:
   /// "add/edit subtitles", for the selected title. Nothing when hand-edited XML is to stay, or when
   /// none is selected or the title is an already multiplexed file, which is told.
-  static std::optional<Subtitles> open(workbench& w, font_list fonts);
+  static std::optional<Subtitles> open(document& doc, font_list fonts);
 
   std::string label() const;                  ///< "Subtitles for: title1:movie.m2v/movie.ac3"
   std::vector<std::string> list1() const;     ///< names of the files, or "<none>"
@@ -67,10 +67,10 @@ class Subtitles {
   void accept();
 
  private:
-  Subtitles(workbench& w, std::size_t title, font_list fonts);
+  Subtitles(document& doc, std::size_t title, font_list fonts);
   std::string& files_row();
 
-  workbench* w_;
+  document* doc_;
   std::size_t title_;  // row of the title, 0-based
   font_list fonts_;
   std::vector<std::string> suboptions_;

@@ -8,8 +8,8 @@
 
 namespace corvane {
 
-vchapters::vchapters(workbench& w, chapter& dialog) : dialog_(&dialog) {
-  say(w, icon::information,
+vchapters::vchapters(document& doc, chapter& dialog) : dialog_(&dialog) {
+  say(doc, icon::information,
       "This visual editor uses the same method that Windows Media Player uses to determine time.  "
       "If WMP reports time incorrectly, then this visual editor will not be accurate.");
   constexpr std::size_t too_short = 3;  // in characters, of one or more bytes each

@@ -5,7 +5,7 @@
 // accept() replaces, and the prompts must live as long.
 #pragma once
 
-#include "project/workbench.h"
+#include "project/document.h"
 #include "tools/chapters.h"
 
 #include <optional>
@@ -18,7 +18,7 @@ class vchapters {
  public:
   /// `vedit`: shows the note on how exact times are, then lists the dialog's lines that are longer
   /// than 3 characters.
-  vchapters(workbench& w, chapter& dialog);
+  vchapters(document& doc, chapter& dialog);
 
   /// Native path of the video to play.
   std::string video() const { return dialog_->video(); }

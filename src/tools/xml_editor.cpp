@@ -18,13 +18,13 @@ namespace {
 // A project file with more could be saved, but not loaded again.
 constexpr std::uintmax_t largest_xml = largest_project_file / 2;
 
-answer ask_yes_no(workbench& w, const std::string& text, bool enter_answers_yes) {
+answer ask_yes_no(document& doc, const std::string& text, bool enter_answers_yes) {
   message_box question;
   question.text = text;
   question.picture = icon::information;
   question.choice = buttons::yes_no;
   question.enter_answers_yes = enter_answers_yes;
-  return w.ask.message(question);
+  return doc.ask.message(question);
 }
 
 bool is_blank(std::string_view text) {
@@ -46,12 +46,12 @@ std::string lines_of(std::string_view text) {
 
 }  // namespace
 
-xmleditor::xmleditor(workbench& w, xmleditor_equipment e) : w_(&w), e_(std::move(e)) {
-  if (!w.p.customxml.empty())
-    opened_ = w.p.customxml;
+xmleditor::xmleditor(document& doc, xmleditor_equipment e) : doc_(&doc), e_(std::move(e)) {
+  if (!doc.p.customxml.empty())
+    opened_ = doc.p.customxml;
   else if (const auto text = read_file(config_file(e_.app), largest_xml))
     opened_ = lines_of(*text);
-  take_back();
+  restore();
 }
 
 void xmleditor::set_Text1(std::string_view text) {
@@ -62,10 +62,10 @@ void xmleditor::set_Text1(std::string_view text) {
 xmleditor_end xmleditor::close() {
   if (!may_close_with_fault())
     return xmleditor_end::stays_open;
-  const answer wants_it_saved = ask_yes_no(*w_, "Save changes?", Text1_ != opened_);
+  const answer wants_it_saved = ask_yes_no(*doc_, "Save changes?", Text1_ != opened_);
   if (wants_it_saved == answer::cancel || (wants_it_saved == answer::yes && !save()))
     return xmleditor_end::stays_open;
-  if (ask_yes_no(*w_, "Proceed with Authoring?", false) == answer::yes)
+  if (ask_yes_no(*doc_, "Proceed with Authoring?", false) == answer::yes)
     return xmleditor_end::proceed;
   e_.lock.release();
   return xmleditor_end::declined;
@@ -84,13 +84,13 @@ bool xmleditor::may_close_with_fault() {
                   ".\r\n\r\nClose the editor nevertheless?";
   question.picture = icon::exclamation;
   question.choice = buttons::ok_cancel;
-  return w_->ask.message(question) == answer::ok;
+  return doc_->ask.message(question) == answer::ok;
 }
 
 bool xmleditor::save() {
   const bool edited = !is_blank(Text1_);
   if (edited && Text1_.size() > largest_xml) {
-    say(*w_, icon::critical,
+    say(*doc_, icon::critical,
         "The text is too large for a project: it has more than " +
             std::to_string(largest_xml >> 20) + " megabytes.");
     return false;
@@ -98,25 +98,25 @@ bool xmleditor::save() {
   const std::string text = edited ? Text1_ + std::string(crlf) : e_.generated();
   const std::string file = config_file(e_.app);
   if (const failure why = write_file(file, text)) {
-    say(*w_, icon::critical,
+    say(*doc_, icon::critical,
         "The file \"" + sanitized(file) + "\" could not be written: " + *why + ".");
     return false;
   }
   const std::string customxml = edited ? Text1_ : std::string();
-  if (w_->p.customxml != customxml)
-    w_->p.saved = 0;
-  w_->p.customxml = customxml;
+  if (doc_->p.customxml != customxml)
+    doc_->p.saved = 0;
+  doc_->p.customxml = customxml;
   return true;
 }
 
-void editxml_command(workbench& w) {
-  if (!w.p.editxml)
-    say(w, icon::information,
+void editxml_command(document& doc) {
+  if (!doc.p.editxml)
+    say(doc, icon::information,
         "This will allow you to customize the config.xml file, before the authoring process "
         "begins.  (This is useful if you wish to label the audio/subtitle streams, move titles to "
         "different titlesets, etc.)  For more information on the tags, read the DVDAuthor "
         "documentation, found here:  https://dvdauthor.sourceforge.net/doc/dvdauthor.html");
-  w.p.editxml = !w.p.editxml;
+  doc.p.editxml = !doc.p.editxml;
 }
 
 }  // namespace corvane

@@ -8,7 +8,7 @@
 
 #include "formats/xml_reader.h"
 #include "platform/files/folder_lock.h"
-#include "project/workbench.h"
+#include "project/document.h"
 
 #include <functional>
 #include <optional>
@@ -34,7 +34,7 @@ class xmleditor {
  public:
   /// Opens with the project's hand-edited XML; without one with config.xml, and empty when that
   /// cannot be read.
-  xmleditor(workbench& w, xmleditor_equipment e);
+  xmleditor(document& doc, xmleditor_equipment e);
 
   /// The text, lines ended by CR LF.
   const std::string& Text1() const { return Text1_; }
@@ -44,7 +44,7 @@ class xmleditor {
 
   /// Nothing is typed, or all of it undone: the text is what was opened, also where a window cannot
   /// show it.
-  void take_back() { Text1_ = opened_; }
+  void restore() { Text1_ = opened_; }
 
   /// Where the text is not well formed, for the window to lead there.
   std::optional<xml_fault> fault() const { return first_xml_fault(Text1_); }
@@ -59,13 +59,13 @@ class xmleditor {
   bool may_close_with_fault();
   bool save();
 
-  workbench* w_;
+  document* doc_;
   xmleditor_equipment e_;
   std::string opened_;
   std::string Text1_;
 };
 
 /// `editxml`: toggles the check mark; tells what it is for before setting it.
-void editxml_command(workbench& w);
+void editxml_command(document& doc);
 
 }  // namespace corvane

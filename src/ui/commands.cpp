@@ -16,7 +16,7 @@ namespace corvane {
 namespace {
 
 /// A command of the core, followed by a refresh of the window.
-template <void (*command)(workbench&)>
+template <void (*command)(document&)>
 void core(main_window& window) {
   window.run(command);
 }

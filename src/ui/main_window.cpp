@@ -54,7 +54,7 @@ main_window::main_window(std::string app, const std::string& media_folder)
               wxDEFAULT_FRAME_STYLE, "main"),
       prefs_(user_settings()),
       ask_(*this, media_folder),
-      bench_{p_, ask_, *prefs_},
+      document_{p_, ask_, *prefs_},
       app_(std::move(app)),
       lock_(app_),
       screen_(*this, [this] { stop_run(); }),
@@ -72,14 +72,14 @@ main_window::main_window(std::string app, const std::string& media_folder)
   });
   end_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { end(); });
   Bind(wxEVT_CLOSE_WINDOW, &main_window::on_close, this);
-  start_up(bench_);
+  start_up(document_);
   refresh();
 }
 
 // A window that works on the project must not outlive it.
 main_window::~main_window() {
-  if (borrower_ != nullptr)
-    delete borrower_.get();
+  if (editor_ != nullptr)
+    delete editor_.get();
 }
 
 void main_window::make_controls() {
@@ -92,7 +92,7 @@ void main_window::make_controls() {
   on.insert = [this] { run(open_command); };
   on.remove = [this] { run(remove_title_command); };
   on.region = [this](const std::string& region) {
-    run([&region](workbench& w) { region_command(w, region); });
+    run([&region](document& doc) { region_command(doc, region); });
   };
   view_ = new project_view(this, std::move(on));
   view_->SetDropTarget(new file_drop([this](const std::vector<std::string>& p) { drop(p); }));
@@ -127,26 +127,26 @@ void main_window::bind_keys() {
 }
 
 bool main_window::may_command() const {
-  return !in_command_ && !lent_ && !ending_ && !runner_.running();
+  return !in_command_ && !editor_is_open_ && !ending_ && !runner_.running();
 }
 
-void main_window::run(const std::function<void(workbench&)>& command) {
+void main_window::run(const std::function<void(document&)>& command) {
   if (!may_command())
     return;
   {
     const raised in_command(in_command_);
-    command(bench_);
+    command(document_);
   }
   refresh();
 }
 
-void main_window::lend(
-    const std::function<wxTopLevelWindow*(workbench&, std::function<void()>)>& open) {
+void main_window::open_editor(
+    const std::function<wxTopLevelWindow*(document&, std::function<void()>)>& open) {
   if (!may_command())
     return;
-  lent_ = true;
-  borrower_ = open(bench_, [this] {
-    lent_ = false;
+  editor_is_open_ = true;
+  editor_ = open(document_, [this] {
+    editor_is_open_ = false;
     focus_titles();
   });
 }
@@ -154,10 +154,10 @@ void main_window::lend(
 void main_window::author() {
   prepared_run prepared;
   bool edit = false;
-  run([&](workbench& w) {
+  run([&](document& doc) {
     author_equipment equipment{app_, lock_, screen_, runner_, [&edit] { edit = true; }, {}};
     stop_question_ = "Stop authoring?  The disc will not be complete.";
-    author_command(w, equipment, prepared);
+    author_command(doc, equipment, prepared);
   });
   if (edit)
     edit_xml(prepared);
@@ -165,14 +165,14 @@ void main_window::author() {
 
 void main_window::edit_xml(const prepared_run& prepared) {
   bool opened = false;
-  lend([&](workbench& w, std::function<void()> closed) -> wxTopLevelWindow* {
+  open_editor([&](document& doc, std::function<void()> closed) -> wxTopLevelWindow* {
     opened = true;
-    const auto generated = [&w, where = prepared.where] {
-      project unedited = w.p;
+    const auto generated = [&doc, where = prepared.where] {
+      project unedited = doc.p;
       unedited.customxml.clear();
       return config_xml(unedited, where);
     };
-    auto* editor = new xmleditor_window(this, xmleditor(w, {app_, lock_, generated}),
+    auto* editor = new xmleditor_window(this, xmleditor(doc, {app_, lock_, generated}),
                                         [this, prepared, closed = std::move(closed)](bool proceed) {
                                           closed();
                                           if (proceed)
@@ -186,18 +186,18 @@ void main_window::edit_xml(const prepared_run& prepared) {
 }
 
 void main_window::start(const prepared_run& prepared) {
-  run([&](workbench& w) {
+  run([&](document& doc) {
     author_equipment equipment{app_, lock_, screen_, runner_, {}, {}};
-    authordvd(w, equipment, prepared);
+    authordvd(doc, equipment, prepared);
   });
 }
 
 void main_window::still() {
-  run([this](workbench& w) {
+  run([this](document& doc) {
     const media_pictures pictures;
     still_equipment equipment{app_, lock_, screen_, runner_, pictures};
     stop_question_ = "Stop making the still?  The video will not be complete.";
-    still_command(w, equipment);
+    still_command(doc, equipment);
   });
 }
 
@@ -217,22 +217,22 @@ void main_window::drop_down(const std::string& tool_caption) {
 // One after the other: what is told stands until it was read, and a project that came meanwhile
 // would be refused as any command is then.
 void main_window::begin(const failure& unusable, const std::string& project) {
-  run([&](workbench& w) {
+  run([&](document& doc) {
     if (unusable)
       tell("The program folder " + app_ + " cannot be used: " + *unusable + ".");
     else
-      tell_missing_tools(w, app_);
+      tell_missing_tools(doc, app_);
   });
   if (!project.empty())
     load(project);
 }
 
 void main_window::load(const std::string& path) {
-  run([&path](workbench& w) { loadprojectf(w, path); });
+  run([&path](document& doc) { loadprojectf(doc, path); });
 }
 
 void main_window::drop(const std::vector<std::string>& paths) {
-  run([&paths](workbench& w) { drop_files(w, paths); });
+  run([&paths](document& doc) { drop_files(doc, paths); });
 }
 
 void main_window::tell(const std::string& text) {
@@ -305,7 +305,7 @@ bool main_window::stop_run() {
 // A command that comes back may have started a run.
 void main_window::end() {
   ending_ = true;
-  ask_.fall_silent();
+  ask_.stop_asking();
   if (runner_.running())
     runner_.stop();
   if (in_command_ || ask_.asking())
@@ -319,16 +319,16 @@ void main_window::on_close(wxCloseEvent& event) {
     end();
     return;
   }
-  if (in_command_ || lent_ || !stop_run()) {
-    if (lent_ && borrower_ != nullptr)
-      borrower_->Raise();
+  if (in_command_ || editor_is_open_ || !stop_run()) {
+    if (editor_is_open_ && editor_ != nullptr)
+      editor_->Raise();
     event.Veto();
     return;
   }
   bool may_end = false;
   {
     const raised in_command(in_command_);
-    may_end = close_command(bench_);
+    may_end = close_command(document_);
   }
   if (may_end)
     end();

@@ -8,8 +8,8 @@
 #include "platform/processes/process.h"
 #include "platform/result.h"
 #include "platform/settings/settings.h"
+#include "project/document.h"
 #include "project/project.h"
-#include "project/workbench.h"
 #include "runner/shelled.h"
 #include "ui/disc/window_screen.h"
 #include "ui/wx_prompts.h"
@@ -38,7 +38,7 @@ class main_window : public wxFrame {
 
   // What the items of the tables do. None does anything while a run or another command is on, or
   // another window has the project.
-  void run(const std::function<void(workbench&)>& command);
+  void run(const std::function<void(document&)>& command);
   void author();
   void still();
   void show_log();
@@ -48,7 +48,7 @@ class main_window : public wxFrame {
   /// Lends the project to a window that `open` makes and shows, and runs no command until that
   /// window calls the function it was given: then it is gone, or about to go. The window keeps this
   /// one disabled.
-  void lend(const std::function<wxTopLevelWindow*(workbench&, std::function<void()>)>& open);
+  void open_editor(const std::function<wxTopLevelWindow*(document&, std::function<void()>)>& open);
 
   /// What follows once the window is shown: why the program folder cannot be used, or which outside
   /// tools are missing; then the project named on the command line (native, absolute; or empty).
@@ -85,7 +85,7 @@ class main_window : public wxFrame {
   project p_;
   std::unique_ptr<settings> prefs_;
   wx_prompts ask_;
-  workbench bench_;
+  document document_;
   std::string app_;
   folder_lock lock_;
   window_screen screen_;
@@ -98,10 +98,10 @@ class main_window : public wxFrame {
   std::unique_ptr<command_bars> bars_;
   project_view* view_ = nullptr;
   bool in_command_ = false;
-  bool lent_ = false;
+  bool editor_is_open_ = false;
   bool ending_ = false;
   wxTimer end_timer_;
-  wxWeakRef<wxTopLevelWindow> borrower_;
+  wxWeakRef<wxTopLevelWindow> editor_;
 };
 
 }  // namespace corvane

@@ -25,9 +25,9 @@ font_list fonts_of_system() {
 
 void edit_subtitles(main_window& main) {
   std::optional<Subtitles> model;
-  main.run([&model](workbench& w) { model = Subtitles::open(w, fonts_of_system()); });
+  main.run([&model](document& doc) { model = Subtitles::open(doc, fonts_of_system()); });
   if (model)
-    main.lend([&](workbench&, std::function<void()> closed) -> wxTopLevelWindow* {
+    main.open_editor([&](document&, std::function<void()> closed) -> wxTopLevelWindow* {
       auto* dialog = new subtitles_window(&main, main.app(), std::move(*model), std::move(closed));
       dialog->Show();
       return dialog;
@@ -36,9 +36,9 @@ void edit_subtitles(main_window& main) {
 
 void edit_tags(main_window& main) {
   std::optional<language> model;
-  main.run([&model](workbench& w) { model = language::open(w); });
+  main.run([&model](document& doc) { model = language::open(doc); });
   if (model)
-    main.lend([&](workbench&, std::function<void()> closed) -> wxTopLevelWindow* {
+    main.open_editor([&](document&, std::function<void()> closed) -> wxTopLevelWindow* {
       auto* dialog = new language_window(&main, std::move(*model), std::move(closed));
       dialog->Show();
       return dialog;

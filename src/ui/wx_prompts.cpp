@@ -70,7 +70,7 @@ wxWindow* wx_prompts::parent() const {
 
 /// The id of the button that ended the dialog.
 int wx_prompts::show(wxDialog& dialog) {
-  if (silent_)
+  if (asking_stopped_)
     return wxID_CANCEL;
   ++asking_;
   const int id = dialog.ShowModal();

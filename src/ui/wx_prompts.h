@@ -20,13 +20,13 @@ class wx_prompts : public prompts {
   std::string open_file(const file_dialog& dialog) override;
   std::string save_file(const file_dialog& dialog) override;
   std::string input(const input_box& box) override;
-  bool somebody_answers() const override { return !silent_; }
+  bool can_ask() const override { return !asking_stopped_; }
 
   /// Whether a box or dialog stands: whoever asked is in the middle of it.
   bool asking() const { return asking_ > 0; }
 
   /// From now on nothing is shown: each box and dialog is answered as if it was closed at once.
-  void fall_silent() { silent_ = true; }
+  void stop_asking() { asking_stopped_ = true; }
 
  private:
   wxWindow* parent() const;
@@ -36,7 +36,7 @@ class wx_prompts : public prompts {
   wxWindow& owner_;
   std::string last_folder_;
   int asking_ = 0;
-  bool silent_ = false;
+  bool asking_stopped_ = false;
 };
 
 }  // namespace corvane

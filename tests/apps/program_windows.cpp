@@ -1,7 +1,7 @@
 #include "apps/program_windows.h"
 
 #include "platform/files/program_folder.h"
-#include "platform/text/wide_windows.h"
+#include "platform/text/utf16_windows.h"
 
 namespace corvane::testing_support {
 namespace {
@@ -11,7 +11,7 @@ namespace fs = std::filesystem;
 /// Inherited by the program; closed by us once it runs.
 HANDLE output_file(const std::string& path) {
   SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
-  return ::CreateFileW(wide(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit, CREATE_ALWAYS,
+  return ::CreateFileW(utf16(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit, CREATE_ALWAYS,
                        FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
@@ -28,9 +28,9 @@ running_program::running_program(const program_start& start) {
   how.dwFlags = STARTF_USESTDHANDLES;
   how.hStdOutput = output_file(said_.path("out"));
   how.hStdError = output_file(said_.path("err"));
-  std::wstring line = wide("\"" + start.program + "\" " + start.arguments);
+  std::wstring line = utf16("\"" + start.program + "\" " + start.arguments);
   EXPECT_TRUE(::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE,
-                               CREATE_NEW_PROCESS_GROUP, nullptr, wide(start.folder).c_str(), &how,
+                               CREATE_NEW_PROCESS_GROUP, nullptr, utf16(start.folder).c_str(), &how,
                                &info_))
       << start.program << ": " << ::GetLastError();
   ::CloseHandle(how.hStdOutput);

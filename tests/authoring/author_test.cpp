@@ -81,7 +81,7 @@ class Author : public ::testing::Test {
   project p;
   scripted_prompts ask;
   memory_settings prefs;
-  workbench w{p, ask, prefs};
+  document doc{p, ask, prefs};
   bool made = (make_folders(app), true);
   folder_lock lock{app};
   recording_screen screen;
@@ -94,13 +94,13 @@ class Author : public ::testing::Test {
 TEST_F(Author, AnEmptyTitleListIsRefused) {
   p.List11.clear();
   ask.expect({"please add more titles", icon::exclamation, buttons::ok, "Corvane"});
-  EXPECT_EQ(author_command(w, e, run), author_result::nothing_to_author);
+  EXPECT_EQ(author_command(doc, e, run), author_result::nothing_to_author);
   EXPECT_FALSE(lock.held());
 }
 
 TEST_F(Author, ACancelledFolderQuestionEndsInSilence) {
   ask.expect_save(folder_question, "");
-  EXPECT_EQ(author_command(w, e, run), author_result::cancelled);
+  EXPECT_EQ(author_command(doc, e, run), author_result::cancelled);
   EXPECT_FALSE(lock.held());
   EXPECT_FALSE(file_exists(in(app, "process.bat")));
 }
@@ -112,7 +112,7 @@ TEST_F(Author, WritesEveryFileAndStartsTheScript) {
   folder.add("m.m2v");
   p.menulist = {folder.stored("m.m2v") + "/"};
   expect_folder_question();
-  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_EQ(author_command(doc, e, run), author_result::started);
   EXPECT_THAT(run.files,
               ElementsAre(in(app, "process.bat"), in(app, "menu1.xml"), in(app, "sub1-1.xml"),
                           in(app, "sub1-2.xml"), in(app, "config.xml")));
@@ -133,11 +133,11 @@ TEST_F(Author, FontsAreAskedForOnceAndOnlyWhenThereAreSubtitles) {
     return font_list({{"Arial", "Arial.TTF", "/fonts/Arial.TTF"}}, path_style::posix);
   };
   expect_folder_question();
-  EXPECT_EQ(prepare_run(w, e, run), author_result::prepared);
+  EXPECT_EQ(prepare_run(doc, e, run), author_result::prepared);
   EXPECT_EQ(asked, 0);
   add_subtitles();
   expect_folder_question();
-  EXPECT_EQ(prepare_run(w, e, run), author_result::prepared);
+  EXPECT_EQ(prepare_run(doc, e, run), author_result::prepared);
   EXPECT_EQ(asked, 1);
   const bool windows = native_style() == path_style::windows;
   EXPECT_THAT(folder.read(in("app", "sub1-1.xml")),
@@ -152,10 +152,10 @@ TEST_F(Author, ASubtitleThatIsGoneOrEmptyIsNamedBeforeTheFolderQuestion) {
   const std::string advice =
       ".  Please put it back, or reset the title's subtitles and add another one.";
   ask.expect(told(subject + "empty" + advice, icon::exclamation));
-  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+  EXPECT_EQ(author_command(doc, e, run), author_result::refused);
   std::filesystem::remove(path_of(folder.path("b.srt")));
   ask.expect(told(subject + "missing" + advice, icon::exclamation));
-  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+  EXPECT_EQ(author_command(doc, e, run), author_result::refused);
   EXPECT_THAT(launcher.started, IsEmpty());
 }
 
@@ -166,7 +166,7 @@ TEST_F(Author, ASubtitleInNoKnownFormatIsRefused) {
                       "\" cannot be used, since it is in none of the subtitle formats that spumux "
                       "reads.  Please reset the title's subtitles and add one that can be read.",
                   icon::exclamation));
-  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+  EXPECT_EQ(author_command(doc, e, run), author_result::refused);
 }
 
 TEST_F(Author, AUtf8SubtitleThatWouldBeReadAsAnotherSetIsRefusedWithTheWayOut) {
@@ -177,15 +177,15 @@ TEST_F(Author, AUtf8SubtitleThatWouldBeReadAsAnotherSetIsRefusedWithTheWayOut) {
                       "ISO-8859-1, so its letters would come out wrong.  Please reset the title's "
                       "subtitles, add the file again and have it read as UTF-8.",
                   icon::exclamation));
-  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+  EXPECT_EQ(author_command(doc, e, run), author_result::refused);
   p.subtitleoptions = {"center,bottom,60,60,30,30,28.0,arial.ttf,720,478,29.97,UTF-8|"};
   expect_folder_question();
-  EXPECT_EQ(prepare_run(w, e, run), author_result::prepared);
+  EXPECT_EQ(prepare_run(doc, e, run), author_result::prepared);
 }
 
 TEST_F(Author, PreparingStartsNothing) {
   expect_folder_question();
-  EXPECT_EQ(prepare_run(w, e, run), author_result::prepared);
+  EXPECT_EQ(prepare_run(doc, e, run), author_result::prepared);
   EXPECT_THAT(launcher.started, IsEmpty());
   EXPECT_THAT(screen.log, IsEmpty());
   EXPECT_TRUE(lock.held());
@@ -196,7 +196,7 @@ TEST_F(Author, AnEarlierScriptIsReplacedAndNothingElseInTheProgramFolder) {
   ASSERT_FALSE(write_file(in(app, "process.bat"), std::string(100000, 'x')));
   ASSERT_FALSE(write_file(in(app, "menu9.xml"), "kept"));
   expect_folder_question();
-  EXPECT_EQ(prepare_run(w, e, run), author_result::prepared);
+  EXPECT_EQ(prepare_run(doc, e, run), author_result::prepared);
   EXPECT_THAT(folder.read(in("app", "process.bat")), StartsWith("@echo off\r\n"));
   EXPECT_LT(folder.read(in("app", "process.bat")).size(), 10000u);
   EXPECT_EQ(folder.read(in("app", "menu9.xml")), "kept");
@@ -205,7 +205,7 @@ TEST_F(Author, AnEarlierScriptIsReplacedAndNothingElseInTheProgramFolder) {
 TEST_F(Author, SeparatorsAtTheFoldersEndAreDropped) {
   const std::string asked = out + separator(native_style()) + separator(native_style());
   ask.expect_save(folder_question, asked);
-  EXPECT_EQ(prepare_run(w, e, run), author_result::prepared);
+  EXPECT_EQ(prepare_run(doc, e, run), author_result::prepared);
   EXPECT_EQ(run.where.out, out);
   EXPECT_THAT(folder.read(in("app", "process.bat")), HasSubstr("mkdir \"" + out + "\"\r\n"));
 }
@@ -216,7 +216,7 @@ TEST_F(Author, TheTopFolderOfADiskIsRefused) {
       told("The top folder of a disk cannot be the output folder.  Please choose another "
            "folder.",
            icon::exclamation));
-  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+  EXPECT_EQ(author_command(doc, e, run), author_result::refused);
 }
 
 TEST_F(Author, ARowThatCannotBeAuthoredIsToldBeforeAnythingIsAsked) {
@@ -225,7 +225,7 @@ TEST_F(Author, ARowThatCannotBeAuthoredIsToldBeforeAnythingIsAsked) {
       told("Title 1 has the A/V delay \"0 & calc\", which is not a number of milliseconds.  "
            "Please set the delay again.",
            icon::exclamation));
-  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+  EXPECT_EQ(author_command(doc, e, run), author_result::refused);
 }
 
 TEST_F(Author, ABitmapThatIsNoneIsToldBeforeAnythingIsAsked) {
@@ -236,7 +236,7 @@ TEST_F(Author, ABitmapThatIsNoneIsToldBeforeAnythingIsAsked) {
   ask.expect(told("Button 1 of menu 1 cannot be authored: the file \"" + file +
                       "\" is not a bitmap.  Please edit the menu.",
                   icon::exclamation));
-  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+  EXPECT_EQ(author_command(doc, e, run), author_result::refused);
 }
 
 TEST_F(Author, ABitmapThatHasGoneIsToldBeforeAnythingIsAsked) {
@@ -246,7 +246,7 @@ TEST_F(Author, ABitmapThatHasGoneIsToldBeforeAnythingIsAsked) {
   ask.expect(told("Button 2 of menu 1 cannot be authored: the bitmap \"" + folder.path("b.bmp") +
                       "\" is missing.  Please put it back, or edit the menu.",
                   icon::exclamation));
-  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+  EXPECT_EQ(author_command(doc, e, run), author_result::refused);
 }
 
 TEST_F(Author, AMenuSoundThatHasGoneIsToldBeforeAnythingIsAsked) {
@@ -255,7 +255,7 @@ TEST_F(Author, AMenuSoundThatHasGoneIsToldBeforeAnythingIsAsked) {
   ask.expect(told("Menu 1 cannot be authored: the file \"" + folder.path("m.ac3") +
                       "\" is missing.  Please put it back, or remove the menu and add it again.",
                   icon::exclamation));
-  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+  EXPECT_EQ(author_command(doc, e, run), author_result::refused);
 }
 
 TEST_F(Author, AMenuVideoThatHasGoneIsToldBeforeAnythingIsAsked) {
@@ -263,7 +263,7 @@ TEST_F(Author, AMenuVideoThatHasGoneIsToldBeforeAnythingIsAsked) {
   ask.expect(told("Menu 1 cannot be authored: the file \"" + folder.path("m.m2v") +
                       "\" is missing.  Please put it back, or remove the menu and add it again.",
                   icon::exclamation));
-  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+  EXPECT_EQ(author_command(doc, e, run), author_result::refused);
 }
 
 TEST_F(Author, AMenuVideoOfTheOtherStandardIsToldBeforeAnythingIsAsked) {
@@ -275,7 +275,7 @@ TEST_F(Author, AMenuVideoOfTheOtherStandardIsToldBeforeAnythingIsAsked) {
                "\" is PAL, but the project is NTSC.  Please remove the menu and add it with a "
                "video of the project's standard.",
            icon::exclamation));
-  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+  EXPECT_EQ(author_command(doc, e, run), author_result::refused);
 }
 
 TEST_F(Author, MissingToolsAreNamedInOneMessage) {
@@ -288,7 +288,7 @@ TEST_F(Author, MissingToolsAreNamedInOneMessage) {
   ASSERT_NE(text.find("mplex"), std::string::npos);
   ASSERT_NE(text.find("mkisofs"), std::string::npos);
   ask.expect(told(text, icon::critical));
-  EXPECT_EQ(author_command(w, e, run), author_result::tool_missing);
+  EXPECT_EQ(author_command(doc, e, run), author_result::tool_missing);
   EXPECT_FALSE(lock.held());
 }
 
@@ -300,7 +300,7 @@ TEST_F(Author, AFolderWhoseFilesWouldBeLostIsRefused) {
                       "\", and authoring erases all .mpg files there.  Please move the file or "
                       "choose another folder.",
                   icon::exclamation));
-  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+  EXPECT_EQ(author_command(doc, e, run), author_result::refused);
   EXPECT_FALSE(lock.held());
 }
 
@@ -308,7 +308,7 @@ TEST_F(Author, AnEarlierDiscIsKeptOnNo) {
   const std::string kept = add_disc();
   expect_folder_question();
   ask.expect({replace_question(), icon::exclamation, buttons::yes_no, "Corvane"}, answer::no);
-  EXPECT_EQ(author_command(w, e, run), author_result::holds_disc);
+  EXPECT_EQ(author_command(doc, e, run), author_result::holds_disc);
   EXPECT_TRUE(file_exists(kept));
   EXPECT_FALSE(file_exists(in(app, "process.bat")));
   EXPECT_FALSE(lock.held());
@@ -319,9 +319,9 @@ TEST_F(Author, AnEarlierDiscGoesOnYesWhenTheRunStarts) {
   ASSERT_FALSE(write_file(in(out, "notes.txt"), "kept"));
   expect_folder_question();
   ask.expect({replace_question(), icon::exclamation, buttons::yes_no, "Corvane"}, answer::yes);
-  EXPECT_EQ(prepare_run(w, e, run), author_result::prepared);
+  EXPECT_EQ(prepare_run(doc, e, run), author_result::prepared);
   EXPECT_TRUE(file_exists(gone));
-  EXPECT_EQ(authordvd(w, e, run), author_result::started);
+  EXPECT_EQ(authordvd(doc, e, run), author_result::started);
   EXPECT_FALSE(file_exists(gone));
   EXPECT_FALSE(folder_exists(in(out, "VIDEO_TS")));
   EXPECT_TRUE(file_exists(in(out, "notes.txt")));
@@ -334,10 +334,10 @@ TEST_F(Author, LeftoversOfAStoppedRunGoInSilenceWhenTheRunStarts) {
     ASSERT_FALSE(write_file(in(out, name), "x"));
   ASSERT_FALSE(write_file(in(out, "title.mpeg"), "kept"));
   expect_folder_question();
-  ASSERT_EQ(prepare_run(w, e, run), author_result::prepared);
+  ASSERT_EQ(prepare_run(doc, e, run), author_result::prepared);
   for (const std::string& name : left)
     EXPECT_TRUE(file_exists(in(out, name))) << name << " is gone before the start";
-  EXPECT_EQ(authordvd(w, e, run), author_result::started);
+  EXPECT_EQ(authordvd(doc, e, run), author_result::started);
   EXPECT_THAT(files_in(out), ElementsAre("title.mpeg"));
 }
 
@@ -351,7 +351,7 @@ TEST_F(Author, AnImageAloneIsAskedForToo) {
                   out + ".iso",
               icon::exclamation, buttons::yes_no, "Corvane"},
              answer::yes);
-  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_EQ(author_command(doc, e, run), author_result::started);
   EXPECT_FALSE(file_exists(out + ".iso"));
 }
 
@@ -359,11 +359,11 @@ TEST_F(Author, WhatWasDecidedBeforehandIsNotAsked) {
   const std::string disc = add_disc();
   e.replace_earlier_disc = false;
   expect_folder_question();
-  EXPECT_EQ(author_command(w, e, run), author_result::holds_disc);
+  EXPECT_EQ(author_command(doc, e, run), author_result::holds_disc);
   EXPECT_TRUE(file_exists(disc));
   e.replace_earlier_disc = true;
   expect_folder_question();
-  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_EQ(author_command(doc, e, run), author_result::started);
   EXPECT_FALSE(file_exists(disc));
 }
 
@@ -376,7 +376,7 @@ TEST_F(Author, ALinkToADiscIsRemovedWithoutWhatItLeadsTo) {
                                             path_of(in(out, "VIDEO_TS")));
   e.replace_earlier_disc = true;
   expect_folder_question();
-  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_EQ(author_command(doc, e, run), author_result::started);
   EXPECT_FALSE(folder_exists(in(out, "VIDEO_TS")));
   EXPECT_TRUE(file_exists(folder.path(in("elsewhere", "VIDEO_TS.IFO"))));
 }
@@ -389,11 +389,11 @@ TEST_F(Author, ASecondRunInTheProgramFolderIsRefused) {
   ask.expect(told("Another authoring run is using the program folder \"" + app +
                       "\".  Please wait until it has finished.",
                   icon::critical));
-  EXPECT_EQ(author_command(w, e, run), author_result::folder_in_use);
+  EXPECT_EQ(author_command(doc, e, run), author_result::folder_in_use);
   EXPECT_FALSE(file_exists(in(app, "process.bat")));
   other.release();
   expect_folder_question();
-  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_EQ(author_command(doc, e, run), author_result::started);
 }
 
 /// Expects the next message to hold these words; its reason is the system's own.
@@ -417,7 +417,7 @@ class not_written_prompts : public prompts {
 TEST_F(Author, AFileThatCannotBeWrittenIsNamedAndTheLockReleased) {
   make_folders(in(app, "config.xml"));
   not_written_prompts answers(out);
-  workbench other{p, answers, prefs};
+  document other{p, answers, prefs};
   EXPECT_EQ(author_command(other, e, run), author_result::not_written);
   ASSERT_EQ(answers.told.size(), 1u);
   EXPECT_THAT(answers.told[0],
@@ -430,7 +430,7 @@ TEST_F(Author, ARunnerThatCannotStartTellsItself) {
   launcher.works = false;
   expect_folder_question();
   ask.expect(told("Binaries not found, please reinstall the program.", icon::critical));
-  EXPECT_EQ(author_command(w, e, run), author_result::not_started);
+  EXPECT_EQ(author_command(doc, e, run), author_result::not_started);
   EXPECT_FALSE(lock.held());
 }
 
@@ -444,7 +444,7 @@ std::string edited_xml(const std::string& dest) {
 TEST_F(Author, HandEditedXmlNamesTheFolderAndIsWrittenAsItStands) {
   out = folder.path("this & that");
   p.customxml = edited_xml(out);
-  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_EQ(author_command(doc, e, run), author_result::started);
   EXPECT_EQ(run.where.out, out);
   EXPECT_EQ(folder.read(in("app", "config.xml")), p.customxml);
   EXPECT_THAT(folder.read(in("app", "process.bat")), HasSubstr("mkdir \"" + out + "\"\r\n"));
@@ -452,7 +452,7 @@ TEST_F(Author, HandEditedXmlNamesTheFolderAndIsWrittenAsItStands) {
 
 TEST_F(Author, HandEditedXmlMayNameItsFolderWithASeparatorLast) {
   p.customxml = edited_xml(out + separator(native_style()));
-  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_EQ(author_command(doc, e, run), author_result::started);
   EXPECT_EQ(run.where.out, out);
   EXPECT_EQ(folder.read(in("app", "config.xml")), p.customxml);
   EXPECT_EQ(launcher.started.size(), 1u);
@@ -465,7 +465,7 @@ TEST_F(Author, HandEditedXmlWithoutAFolderIsRefused) {
            "names the output folder.  Please edit the XML again, or discard the edit by "
            "changing the project.",
            icon::exclamation));
-  EXPECT_EQ(author_command(w, e, run), author_result::refused);
+  EXPECT_EQ(author_command(doc, e, run), author_result::refused);
 }
 
 TEST_F(Author, TheXmlEditorOpensInsteadOfTheRun) {
@@ -473,11 +473,11 @@ TEST_F(Author, TheXmlEditorOpensInsteadOfTheRun) {
   e.edit_xml = [&] { ++opened; };
   p.editxml = true;
   expect_folder_question();
-  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_EQ(author_command(doc, e, run), author_result::started);
   EXPECT_EQ(opened, 1);
   EXPECT_THAT(launcher.started, IsEmpty());
   EXPECT_TRUE(lock.held());
-  EXPECT_EQ(authordvd(w, e, run), author_result::started);
+  EXPECT_EQ(authordvd(doc, e, run), author_result::started);
   EXPECT_EQ(launcher.started.size(), 1u);
 }
 
@@ -487,7 +487,7 @@ TEST_F(Author, AnEditThatCannotBeAuthoredOpensInTheEditorAndIsRefusedAtTheStart)
   p.editxml = true;
   p.customxml = edited_xml(out);
   p.customxml.insert(p.customxml.find("</dvdauthor>"), "<vob file=\"x|\"/>");
-  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_EQ(author_command(doc, e, run), author_result::started);
   EXPECT_TRUE(opened);
   EXPECT_EQ(run.where.out, out);
   EXPECT_EQ(folder.read(in("app", "config.xml")), p.customxml);
@@ -496,7 +496,7 @@ TEST_F(Author, AnEditThatCannotBeAuthoredOpensInTheEditorAndIsRefusedAtTheStart)
       "in a vertical bar (|), which would run it as a command.  Please edit the XML again, or "
       "discard the edit by changing the project.",
       icon::critical));
-  EXPECT_EQ(authordvd(w, e, run), author_result::refused);
+  EXPECT_EQ(authordvd(doc, e, run), author_result::refused);
   EXPECT_FALSE(lock.held());
   EXPECT_THAT(launcher.started, IsEmpty());
 }
@@ -509,7 +509,7 @@ TEST_F(Author, AnEditThatHasLostItsFolderAsksForOneBeforeTheEditor) {
        {"just text", "<x>\r\n<y a=\"/dest\"/>\r\n</x>", "<?xml?>\r\n<dvdauthor dest=\"\">"}) {
     p.customxml = edit;
     expect_folder_question();
-    EXPECT_EQ(author_command(w, e, run), author_result::started) << edit;
+    EXPECT_EQ(author_command(doc, e, run), author_result::started) << edit;
     EXPECT_EQ(run.where.out, out);
   }
   EXPECT_TRUE(opened);
@@ -518,18 +518,18 @@ TEST_F(Author, AnEditThatHasLostItsFolderAsksForOneBeforeTheEditor) {
 TEST_F(Author, WithoutAnEditorTheOptionStartsTheRun) {
   p.editxml = true;
   expect_folder_question();
-  EXPECT_EQ(author_command(w, e, run), author_result::started);
+  EXPECT_EQ(author_command(doc, e, run), author_result::started);
   EXPECT_EQ(launcher.started.size(), 1u);
 }
 
 TEST_F(Author, WhatTheEditorLeftIsCheckedAgain) {
   expect_folder_question();
-  ASSERT_EQ(prepare_run(w, e, run), author_result::prepared);
+  ASSERT_EQ(prepare_run(doc, e, run), author_result::prepared);
   p.customxml = edited_xml(folder.path("other"));
   ask.expect(told("The edited XML names another output folder than \"" + out +
                       "\", for which this run was prepared.  Please author again.",
                   icon::critical));
-  EXPECT_EQ(authordvd(w, e, run), author_result::refused);
+  EXPECT_EQ(authordvd(doc, e, run), author_result::refused);
   EXPECT_FALSE(lock.held());
   EXPECT_THAT(launcher.started, IsEmpty());
 }

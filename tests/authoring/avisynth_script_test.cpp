@@ -43,7 +43,7 @@ class AvisynthScript : public testing_support::command_test {
   void expect_created(answer reply) {
     ask.expect(box(created, icon::information, buttons::ok_cancel), reply);
   }
-  avisynth_result create() { return avisynth_command(w, user_desktop); }
+  avisynth_result create() { return avisynth_command(doc, user_desktop); }
 
   recorded_desktop user_desktop;
 };

@@ -44,7 +44,7 @@ class FolderChecks : public ::testing::Test {
 
   temporary_folder folder;
   project p;
-  places where;
+  run_paths where;
 };
 
 TEST_F(FolderChecks, AFolderThatIsNotThereYetIsFine) {
@@ -204,7 +204,7 @@ TEST_F(FolderChecks, TheProgramFolderMustBeWritableIntoScriptsToo) {
 TEST(FolderChecksOfWindows, CompareWithoutRegardToCase) {
   project p;
   p.isocreate = true;
-  const places where = {"C:\\Corvane", "D:\\Dvd", path_style::windows};
+  const run_paths where = {"C:\\Corvane", "D:\\Dvd", path_style::windows};
   const std::pair<const char*, const char*> table[] = {
       {"D:\\media\\a.vob", "(fine)"},
       {"d:\\dvd\\A.MPG", "erases all .mpg files"},

@@ -1,10 +1,10 @@
 // The layout report: its lines, what hostile names do to it, and the command's conversation.
 #include "authoring/layout_report.h"
 
+#include "authoring/html_lists.h"
 #include "project/menu_rows.h"
 #include "support/command_test.h"
 #include "support/recorded_desktop.h"
-#include "authoring/html_lists.h"
 
 #include <algorithm>
 #include <random>
@@ -22,7 +22,7 @@ bool holds(const std::string& text, const std::string& part) {
 
 class LayoutReport : public testing_support::command_test {
  protected:
-  report_result print() { return layoutprint_command(w, folder.path("app"), user_desktop); }
+  report_result print() { return layoutprint_command(doc, folder.path("app"), user_desktop); }
   void add_menu(const std::string& row, const std::string& buttons) {
     if (p.menulist.empty())
       p.menubuttons.clear();

@@ -92,7 +92,7 @@ TEST(NavigationCommands, EveryButtonThatPassesTheCheckIsRewrittenByTheJumpTable)
     if (why_not_navigation(p))
       continue;
     const std::string written =
-        last_between(navigation_xml(p, sample_places(posix)), "<button> ", "; </button>");
+        last_between(navigation_xml(p, sample_run_paths(posix)), "<button> ", "; </button>");
     ASSERT_EQ(dense(written), expected_button(text)) << '"' << text << '"';
     menus += written.find("; jump menu") != std::string::npos;
     titles += written.starts_with("g1=2; jump title");
@@ -119,7 +119,7 @@ TEST(NavigationCommands, EveryTitleCommandThatPassesTheCheckIsRewrittenByTheJump
     if (why_not_navigation(p))
       continue;
     const std::string written =
-        last_between(navigation_xml(p, sample_places(posix)), "<post>", ";</post>");
+        last_between(navigation_xml(p, sample_run_paths(posix)), "<post>", ";</post>");
     ASSERT_EQ(dense(written), expected_post(text)) << '"' << text << '"';
     calls += written.starts_with("g1=");
     last += written == "call menu";

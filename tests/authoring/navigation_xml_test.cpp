@@ -87,7 +87,7 @@ TEST(NavigationXml, ButtonCommandsInBothModes) {
       {"g3=1;  jump  menu 1", "g3=1;  jump  menu 1", "g3=1;  jump  menu 1"},
       {"g3=1; jump menu 1", "g3=1; jump menu 1", "g3=1; jump menu 1"}};
   for (const rewrite& row : table) {
-    sample s{"", {}, sample_places(posix)};
+    sample s{"", {}, sample_run_paths(posix)};
     add_title(s.p, posix, {"a.m2v", "a.ac3"});
     add_menu(s.p, posix, "1.m2v", "", "0\t00:00:00.0\t00:00:00.0\t1", "");
     add_menu(s.p, posix, "2.m2v", "", "0\t00:00:00.0\t00:00:00.0\t1",
@@ -116,7 +116,7 @@ TEST(NavigationXml, PostCommandsInBothModes) {
                            {"exit                     ", "exit", "exit"},
                            {"call menu", "call menu", "g1=; call menu"}};
   for (const rewrite& row : table) {
-    sample s{"", {}, sample_places(posix)};
+    sample s{"", {}, sample_run_paths(posix)};
     add_title(s.p, posix, {"a.m2v", "a.ac3"});
     s.p.postinfo = {row.stored};
     EXPECT_THAT(xml_lines(s), Contains(std::string("          <post>") + row.plain + ";</post>"));

@@ -15,7 +15,7 @@ std::string stored_media(const std::string& name, path_style style) {
   return (style == path_style::windows ? "C:\\media\\" : "\\media\\") + name;
 }
 
-places sample_places(path_style style) {
+run_paths sample_run_paths(path_style style) {
   if (style == path_style::windows)
     return {"C:\\Program Files\\Corvane", "D:\\discs\\my dvd", style};
   return {"/home/anna/.local/share/corvane", "/home/anna/discs/my dvd", style};
@@ -43,7 +43,7 @@ void add_menu(project& p, path_style style, const std::string& video, const std:
 }
 
 sample elementary_titles(path_style style) {
-  sample s{"elementary_titles", {}, sample_places(style)};
+  sample s{"elementary_titles", {}, sample_run_paths(style)};
   add_title(s.p, style, {"movie.m2v", "english.ac3", "french.mp2"});
   add_title(s.p, style, {"vts_01_1.vob"});
   add_title(s.p, style, {"extra.mpv", "extra.mpa"});
@@ -56,14 +56,14 @@ sample elementary_titles(path_style style) {
 }
 
 sample muxed_titles(path_style style) {
-  sample s{"muxed_titles", {}, sample_places(style)};
+  sample s{"muxed_titles", {}, sample_run_paths(style)};
   add_title(s.p, style, {"one.vob"});
   add_title(s.p, style, {"two & a half.mpg"});
   return s;
 }
 
 sample plain_menus(path_style style) {
-  sample s{"plain_menus", {}, sample_places(style)};
+  sample s{"plain_menus", {}, sample_run_paths(style)};
   s.p.globalregion = "PAL";
   add_title(s.p, style, {"movie.m2v", "movie.ac3"});
   add_title(s.p, style, {"extra.m2v", "extra.ac3"});
@@ -78,7 +78,7 @@ sample plain_menus(path_style style) {
 }
 
 sample jump_table(path_style style) {
-  sample s{"jump_table", {}, sample_places(style)};
+  sample s{"jump_table", {}, sample_run_paths(style)};
   s.where.out += " & more";
   s.p.jumptable = true;
   s.p.isocreate = true;
@@ -103,7 +103,7 @@ sample jump_table(path_style style) {
 }
 
 sample one_menu(path_style style) {
-  sample s{"one_menu", {}, sample_places(style)};
+  sample s{"one_menu", {}, sample_run_paths(style)};
   s.p.jumptable = true;
   add_title(s.p, style, {"movie.m2v", "movie.ac3"});
   add_menu(s.p, style, "main.m2v", "", "0\t00:00:00.0\t00:00:00.0\t1",
@@ -112,7 +112,7 @@ sample one_menu(path_style style) {
 }
 
 sample subtitles(path_style style) {
-  sample s{"subtitles", {}, sample_places(style)};
+  sample s{"subtitles", {}, sample_run_paths(style)};
   add_title(s.p, style, {"silent.m2v", "silent.ac3"});
   add_title(s.p, style, {"movie.m2v", "movie.ac3"});
   s.p.subtitledata[1] =

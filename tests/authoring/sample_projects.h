@@ -1,7 +1,7 @@
 // Projects for the tests of the builders, with paths in either style.
 #pragma once
 
-#include "authoring/places.h"
+#include "authoring/run_paths.h"
 #include "project/project.h"
 
 #include <string>
@@ -13,14 +13,14 @@ namespace corvane::testing_support {
 struct sample {
   std::string name;  ///< folder of its expected texts
   project p;
-  places where;
+  run_paths where;
 };
 
 /// `C:\media\<name>` or `\media\<name>`: a path as rows hold it.
 std::string stored_media(const std::string& name, path_style style);
 
 /// Program folder and output folder "dvd" of the style.
-places sample_places(path_style style);
+run_paths sample_run_paths(path_style style);
 
 /// Appends a title with the row's defaults; `streams` are names in the media folder.
 void add_title(project& p, path_style style, const std::vector<std::string>& streams);

@@ -24,7 +24,7 @@ TEST(SubtitleXml, TitleWithoutSubtitlesHasNoFilesAndNoLines) {
 }
 
 TEST(SubtitleXml, SecondSubtitleReadsTheOutputOfTheFirst) {
-  const places where = {"C:\\app", "D:\\dvd", windows};
+  const run_paths where = {"C:\\app", "D:\\dvd", windows};
   const char* const lines[] = {
       "echo *processing subtitles for title: 2 sub 2...",
       R"(rename "D:\dvd\title2.mpg" presub.mpg)",

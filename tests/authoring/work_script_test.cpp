@@ -133,7 +133,7 @@ TEST(WorkScript, EveryLineEndsInCarriageReturnAndLineFeed) {
 }
 
 TEST(WorkScript, AProjectWithShortStoresStillHasAText) {
-  sample s{"", {}, sample_places(posix)};
+  sample s{"", {}, sample_run_paths(posix)};
   s.p.List11 = {"\\a.m2v/\\a.ac3"};
   EXPECT_THAT(script_lines(s), Contains(HasSubstr(" -O 0ms -o ")));
 }

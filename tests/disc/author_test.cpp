@@ -48,15 +48,15 @@ void expect_sample(const std::string& name) {
   EXPECT_TRUE(volume->udf());
 }
 
-TEST(authored_disc, sample_is_what_its_project_asks_for) {
+TEST(AuthoredDisc, SampleIsWhatItsProjectAsksFor) {
   expect_sample("sample.cvp");
 }
 
-TEST(authored_disc, pal_sample_is_what_its_project_asks_for) {
+TEST(AuthoredDisc, PalSampleIsWhatItsProjectAsksFor) {
   expect_sample("sample-pal.cvp");
 }
 
-TEST(authored_disc, pal_disc_has_pal_pictures) {
+TEST(AuthoredDisc, PalDiscHasPalPictures) {
   project p;
   p.globalregion = "PAL";
   add_title(p, {stored_media("clip-pal.m2v"), stored_media("clip.mp2")}, "00:00:00.00,00:00:03.00");
@@ -68,7 +68,7 @@ TEST(authored_disc, pal_disc_has_pal_pictures) {
   expect_chapters(disc.titles[0], {0, 3});
 }
 
-TEST(authored_disc, chapters_begin_within_one_unit_of_video_of_the_times_asked_for) {
+TEST(AuthoredDisc, ChaptersBeginWithinOneUnitOfVideoOfTheTimesAskedFor) {
   project p;
   const std::vector<std::string> streams{stored_media("clip-ntsc.m2v"), stored_media("clip.ac3")};
   add_title(p, streams, "00:00:00.00,00:00:01.50,00:00:03.25,00:00:05.00");
@@ -84,7 +84,7 @@ TEST(authored_disc, chapters_begin_within_one_unit_of_video_of_the_times_asked_f
     EXPECT_NEAR(t.chain.seconds, 6, 0.1);
 }
 
-TEST(authored_disc, audio_streams_keep_their_formats_channels_and_languages) {
+TEST(AuthoredDisc, AudioStreamsKeepTheirFormatsChannelsAndLanguages) {
   project p;
   p.languagetags = {"Audio tag:\tENGLISH EN", "Audio tag:\tGERMAN DE ", "Audio tag:\tFRENCH FR"};
   add_title(p, {stored_media("clip-ntsc.m2v"), stored_media("clip.ac3"),
@@ -107,7 +107,7 @@ TEST(authored_disc, audio_streams_keep_their_formats_channels_and_languages) {
     EXPECT_GT(stream.packets, 0) << stream.language;
 }
 
-TEST(authored_disc, eight_audio_streams_are_all_there) {
+TEST(AuthoredDisc, EightAudioStreamsAreAllThere) {
   project p;
   add_title(p, {stored_media("clip-ntsc.m2v"), stored_media("clip.ac3"), stored_media("clip.ac3"),
                 stored_media("clip.ac3"), stored_media("clip.ac3"), stored_media("clip.ac3"),
@@ -120,7 +120,7 @@ TEST(authored_disc, eight_audio_streams_are_all_there) {
     EXPECT_GT(stream.packets, 0);
 }
 
-TEST(authored_disc, delay_moves_the_picture_against_the_sound) {
+TEST(AuthoredDisc, DelayMovesThePictureAgainstTheSound) {
   for (const int delay : {0, 200, -150}) {
     project p;
     add_title(p, {stored_media("clip-ntsc.m2v"), stored_media("clip.ac3")}, "00:00:00.00",
@@ -133,7 +133,7 @@ TEST(authored_disc, delay_moves_the_picture_against_the_sound) {
   }
 }
 
-TEST(authored_disc, muxed_title_alone_is_used_as_it_stands) {
+TEST(AuthoredDisc, MuxedTitleAloneIsUsedAsItStands) {
   project p;
   add_title(p, {stored_media("muxed-ntsc.vob")}, "00:00:00.00,00:00:02.00");
   const studio s;
@@ -146,7 +146,7 @@ TEST(authored_disc, muxed_title_alone_is_used_as_it_stands) {
 }
 
 /// mplex writes navigation packets too, though empty ones.
-TEST(authored_disc, stream_straight_from_mplex_is_a_ready_title) {
+TEST(AuthoredDisc, StreamStraightFromMplexIsAReadyTitle) {
   const studio s;
   const std::string stream = s.folder().path("ready.mpg");
   const finished mux = run(
@@ -160,7 +160,7 @@ TEST(authored_disc, stream_straight_from_mplex_is_a_ready_title) {
   EXPECT_TRUE(file_exists(stream));
 }
 
-TEST(authored_disc, ninety_nine_titles_are_all_there) {
+TEST(AuthoredDisc, NinetyNineTitlesAreAllThere) {
   project p;
   for (int i = 0; i < 99; ++i)
     add_title(p, {stored_media("short-ntsc.vob")});
@@ -172,7 +172,7 @@ TEST(authored_disc, ninety_nine_titles_are_all_there) {
   EXPECT_THAT(texts(disc.titles[98].chain.post), ElementsAre("Exit"));
 }
 
-TEST(authored_disc, clean_up_leaves_disc_and_log_and_no_control_files) {
+TEST(AuthoredDisc, CleanUpLeavesDiscAndLogAndNoControlFiles) {
   const studio s;
   const contents disc = s.authored(short_project(), {"--cleanup"});
   EXPECT_EQ(disc.titles.size(), 1u);
@@ -183,7 +183,7 @@ TEST(authored_disc, clean_up_leaves_disc_and_log_and_no_control_files) {
         << name;
 }
 
-TEST(authored_disc, without_post_commands_titles_follow_each_other_and_the_last_one_ends) {
+TEST(AuthoredDisc, WithoutPostCommandsTitlesFollowEachOtherAndTheLastOneEnds) {
   project p = short_project();
   add_title(p, {stored_media("muxed-ntsc.vob")});
   add_title(p, {stored_media("clip-ntsc.m2v"), stored_media("clip.mp2")});
@@ -195,7 +195,7 @@ TEST(authored_disc, without_post_commands_titles_follow_each_other_and_the_last_
   EXPECT_THAT(texts(disc.titles[2].chain.post), ElementsAre("Exit"));
 }
 
-TEST(authored_disc, post_commands_stand_on_the_disc_as_the_project_has_them) {
+TEST(AuthoredDisc, PostCommandsStandOnTheDiscAsTheProjectHasThem) {
   project p = short_project();
   add_title(p, {stored_media("muxed-ntsc.vob")}, "00:00:00.00,00:00:02.00,00:00:04.00");
   add_title(p, {stored_media("muxed-ntsc.vob")});
@@ -209,7 +209,7 @@ TEST(authored_disc, post_commands_stand_on_the_disc_as_the_project_has_them) {
   EXPECT_THAT(texts(disc.titles[2].chain.post), ElementsAre("JumpVTS_TT 1"));
 }
 
-TEST(authored_disc, first_play_is_title_one_by_default_and_what_is_asked_for_otherwise) {
+TEST(AuthoredDisc, FirstPlayIsTitleOneByDefaultAndWhatIsAskedForOtherwise) {
   project p = short_project();
   add_title(p, {stored_media("muxed-ntsc.vob")});
   const studio by_default;
@@ -224,7 +224,7 @@ TEST(authored_disc, first_play_is_title_one_by_default_and_what_is_asked_for_oth
   EXPECT_THAT(texts(disc.first_play->pre), ElementsAre("JumpTT 2"));
 }
 
-TEST(authored_disc, image_is_made_when_the_project_or_the_command_line_asks_for_it) {
+TEST(AuthoredDisc, ImageIsMadeWhenTheProjectOrTheCommandLineAsksForIt) {
   project p = short_project();
   const studio without;
   without.authored(p);
@@ -246,7 +246,7 @@ TEST(authored_disc, image_is_made_when_the_project_or_the_command_line_asks_for_
   EXPECT_FALSE(file_exists(refused.image()));
 }
 
-TEST(authored_disc, multiplexed_streams_do_not_stay_beside_the_disc) {
+TEST(AuthoredDisc, MultiplexedStreamsDoNotStayBesideTheDisc) {
   const studio s;
   s.authored(short_project());
   EXPECT_THAT(files_in(s.out()), ElementsAre());
@@ -262,7 +262,7 @@ std::map<std::string, std::string> everything_in(const std::string& folder) {
   return files;
 }
 
-TEST(authored_disc, folder_that_holds_a_disc_is_refused_and_left_as_it_was) {
+TEST(AuthoredDisc, FolderThatHoldsADiscIsRefusedAndLeftAsItWas) {
   const studio s;
   s.authored(short_project(), {"--iso"});
   project other = short_project();
@@ -279,7 +279,7 @@ TEST(authored_disc, folder_that_holds_a_disc_is_refused_and_left_as_it_was) {
   EXPECT_EQ(disc->titles.size(), 1u);
 }
 
-TEST(authored_disc, replaced_disc_has_one_titleset_and_other_files_of_the_folder_stay) {
+TEST(AuthoredDisc, ReplacedDiscHasOneTitlesetAndOtherFilesOfTheFolderStay) {
   const studio s;
   s.authored(short_project(), {"--iso"});
   s.folder().add("work/disc/notes.txt", "keep me");
@@ -294,7 +294,7 @@ TEST(authored_disc, replaced_disc_has_one_titleset_and_other_files_of_the_folder
   EXPECT_EQ(image->titles.size(), 2u);
 }
 
-TEST(authored_disc, hand_edited_xml_is_what_is_authored) {
+TEST(AuthoredDisc, HandEditedXmlIsWhatIsAuthored) {
   const studio s;
   project p = short_project();
   add_title(p, {stored_media("muxed-ntsc.vob")});
@@ -315,7 +315,7 @@ TEST(authored_disc, hand_edited_xml_is_what_is_authored) {
   EXPECT_THAT(texts(disc.first_play->pre), ElementsAre("JumpTT 2"));
 }
 
-TEST(authored_disc, text_subtitles_become_a_subpicture_with_its_language) {
+TEST(AuthoredDisc, TextSubtitlesBecomeASubpictureWithItsLanguage) {
   const studio s;
   s.folder().add("work/subtitles.srt", "1\n00:00:01,000 --> 00:00:03,000\nHello\n");
   project p = short_project();
@@ -338,7 +338,7 @@ project with_font(const studio& s, const std::string& font) {
   return p;
 }
 
-TEST(authored_disc, text_subtitles_are_drawn_in_the_font_whose_file_is_stored_in_lower_case) {
+TEST(AuthoredDisc, TextSubtitlesAreDrawnInTheFontWhoseFileIsStoredInLowerCase) {
   const studio s;
   s.authored(with_font(s, "dejavusans.ttf"));
   const std::string log = *read_file(s.app() + "/" + run_file::log, 1u << 20);
@@ -346,7 +346,7 @@ TEST(authored_disc, text_subtitles_are_drawn_in_the_font_whose_file_is_stored_in
   EXPECT_THAT(log, Not(HasSubstr("matches font file")));
 }
 
-TEST(authored_disc, log_says_which_font_serves_for_one_that_is_not_installed) {
+TEST(AuthoredDisc, LogSaysWhichFontServesForOneThatIsNotInstalled) {
   const studio s;
   s.authored(with_font(s, "no such font.ttf"));
   EXPECT_THAT(*read_file(s.app() + "/" + run_file::log, 1u << 20),

@@ -124,7 +124,7 @@ void expect_landings(const std::vector<std::string>& streams, const std::string&
 }
 
 /// A test with streams of its own kinds.
-class disc_chapters : public testing::Test {
+class DiscChapters : public testing::Test {
  protected:
   /// Makes a video of five seconds with FFmpeg's encoder.
   std::string encoded(const std::string& rate_and_size, const std::string& options) {
@@ -151,50 +151,50 @@ class disc_chapters : public testing::Test {
   testing_support::temporary_folder folder_;
 };
 
-TEST_F(disc_chapters, begin_where_the_editor_says_in_closed_groups) {
+TEST_F(DiscChapters, BeginWhereTheEditorSaysInClosedGroups) {
   expect_landings({media("clip-ntsc.m2v"), media("clip.ac3")});
 }
 
-TEST_F(disc_chapters, begin_where_the_editor_says_on_a_pal_disc) {
+TEST_F(DiscChapters, BeginWhereTheEditorSaysOnAPalDisc) {
   expect_landings({media("clip-pal.m2v"), media("clip.mp2")}, "PAL");
 }
 
-TEST_F(disc_chapters, begin_where_the_editor_says_in_open_groups) {
+TEST_F(DiscChapters, BeginWhereTheEditorSaysInOpenGroups) {
   expect_landings({encoded("size=720x480:rate=30000/1001", "-g 15 -bf 2"), media("clip.ac3")});
 }
 
-TEST_F(disc_chapters, begin_where_the_editor_says_when_half_way_is_a_hundredth) {
+TEST_F(DiscChapters, BeginWhereTheEditorSaysWhenHalfWayIsAHundredth) {
   expect_landings({encoded("size=720x576:rate=25", "-g 12 -bf 2 -flags +cgop"), media("clip.ac3")},
                   "PAL");
 }
 
-TEST_F(disc_chapters, begin_where_the_editor_says_with_one_sequence_header) {
+TEST_F(DiscChapters, BeginWhereTheEditorSaysWithOneSequenceHeader) {
   expect_landings({by_mpeg2enc("size=352x240:rate=30000/1001", "-f 3 -b 2500 -g 15 -G 15 -R 2"),
                    media("clip.ac3")});
 }
 
-TEST_F(disc_chapters, begin_where_the_editor_says_in_a_film_with_repeated_fields) {
+TEST_F(DiscChapters, BeginWhereTheEditorSaysInAFilmWithRepeatedFields) {
   expect_landings({by_mpeg2enc("size=352x240:rate=24000/1001", "-f 8 -p -b 2500 -g 12 -G 12 -R 2"),
                    media("clip.ac3")});
 }
 
-TEST_F(disc_chapters, begin_where_the_editor_says_with_a_delay) {
+TEST_F(DiscChapters, BeginWhereTheEditorSaysWithADelay) {
   expect_landings({media("clip-ntsc.m2v"), media("clip.ac3")}, "NTSC", "200");
   expect_landings({media("clip-ntsc.m2v"), media("clip.ac3")}, "NTSC", "-150");
 }
 
-TEST_F(disc_chapters, begin_where_the_editor_says_in_a_ready_stream) {
+TEST_F(DiscChapters, BeginWhereTheEditorSaysInAReadyStream) {
   expect_landings({media("muxed-ntsc.vob")});
 }
 
-TEST_F(disc_chapters, begin_where_the_editor_says_without_headers_of_groups) {
+TEST_F(DiscChapters, BeginWhereTheEditorSaysWithoutHeadersOfGroups) {
   const std::string stream =
       folder_.add("bare.m2v", without_headers(read_all(media("clip-ntsc.m2v"))));
   EXPECT_EQ(scanned(stream)->gops(), scanned(media("clip-ntsc.m2v"))->gops());
   expect_landings({stream, media("clip.ac3")});
 }
 
-TEST_F(disc_chapters, begin_where_the_editor_says_in_a_ready_stream_of_long_units) {
+TEST_F(DiscChapters, BeginWhereTheEditorSaysInAReadyStreamOfLongUnits) {
   expect_landings(
       {folder_.add("long.vob", with_half_the_units(read_all(media("muxed-ntsc.vob"))))});
 }

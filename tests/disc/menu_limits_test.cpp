@@ -129,7 +129,7 @@ void expect_refused(const studio& s, const project& p, const std::string& words)
   EXPECT_FALSE(folder_exists(s.out()));
 }
 
-TEST(menu_limits, menu_without_buttons_is_shown) {
+TEST(MenuLimits, MenuWithoutButtonsIsShown) {
   const studio s;
   const contents disc = s.authored(with_menu({}));
   ASSERT_FALSE(disc.menus.empty());
@@ -138,12 +138,12 @@ TEST(menu_limits, menu_without_buttons_is_shown) {
   EXPECT_EQ(disc.menus[0].chain.still_seconds, 255);
 }
 
-TEST(menu_limits, menu_without_buttons_may_have_any_times) {
+TEST(MenuLimits, MenuWithoutButtonsMayHaveAnyTimes) {
   const studio s;
   s.authored(with_menu({}, " 0\t00:00:20.0\t00:00:00.0\t 1"));
 }
 
-TEST(menu_limits, thirty_six_buttons_are_all_seen_and_all_lead_somewhere) {
+TEST(MenuLimits, ThirtySixButtonsAreAllSeenAndAllLeadSomewhere) {
   const studio s;
   contents disc = s.authored(with_menu(bars(36, 3)));
   expect_disc_shows_what_was_drawn(s, disc);
@@ -153,7 +153,7 @@ TEST(menu_limits, thirty_six_buttons_are_all_seen_and_all_lead_somewhere) {
     EXPECT_EQ(disc.menus[0].buttons[i].leads_to, i % 2 == 0 ? "title 1 chapter 1" : "stopped") << i;
 }
 
-TEST(menu_limits, thirty_six_buttons_that_remember_their_menu_all_lead_to_their_title) {
+TEST(MenuLimits, ThirtySixButtonsThatRememberTheirMenuAllLeadToTheirTitle) {
   const studio s;
   project p = with_menu(bars(36, 3));
   p.menubuttons[0] = replace_all(p.menubuttons[0], "/exit/", "/jump  title 1 chapter 1/");
@@ -183,7 +183,7 @@ project with_many_commands(int menus, int titles) {
   return p;
 }
 
-TEST(menu_limits, menu_of_128_commands_is_authored) {
+TEST(MenuLimits, MenuOf128CommandsIsAuthored) {
   const studio s;
   contents disc = s.authored(with_many_commands(30, 32));
   ASSERT_GE(disc.menus.size(), 30u);
@@ -195,31 +195,31 @@ TEST(menu_limits, menu_of_128_commands_is_authored) {
   EXPECT_EQ(disc.menus[0].buttons[32].leads_to, "menu 30");
 }
 
-TEST(menu_limits, menu_of_129_commands_is_refused) {
+TEST(MenuLimits, MenuOf129CommandsIsRefused) {
   expect_refused(studio(), with_many_commands(31, 32), "Menu 1 needs 129 commands");
   expect_refused(studio(), with_many_commands(34, 32), "Menu 1 needs 132 commands");
 }
 
-TEST(menu_limits, thirty_seven_buttons_are_refused) {
+TEST(MenuLimits, ThirtySevenButtonsAreRefused) {
   expect_refused(studio(), with_menu(bars(37, 1)),
                  "Button 37 of menu 1 is one too many: the menu has 37 buttons");
 }
 
-TEST(menu_limits, nine_colours_are_all_shown) {
+TEST(MenuLimits, NineColoursAreAllShown) {
   const studio s;
   expect_right_menu(s, with_menu(bars(9, 9)));
 }
 
-TEST(menu_limits, ten_colours_are_refused) {
+TEST(MenuLimits, TenColoursAreRefused) {
   expect_refused(studio(), with_menu(bars(10, 10)),
                  "Button 10 of menu 1 cannot be shown: with it the menu uses 10");
 }
 
-TEST(menu_limits, colours_that_would_take_hours_are_refused) {
+TEST(MenuLimits, ColoursThatWouldTakeHoursAreRefused) {
   expect_refused(studio(), with_menu(bars(36, 9)), "Menu 1 has 36 buttons in 9 combinations");
 }
 
-TEST(menu_limits, frame_thicker_than_its_button_is_a_bar) {
+TEST(MenuLimits, FrameThickerThanItsButtonIsABar) {
   const studio s;
   const contents disc = s.authored(with_menu({record(100, 100, 160, 110, "exit", "white", "grey")},
                                              " 0\t00:00:00.0\t00:00:00.0\t 9"));
@@ -229,7 +229,7 @@ TEST(menu_limits, frame_thicker_than_its_button_is_a_bar) {
     EXPECT_FALSE(drawn.is_clear(x, 105)) << x;
 }
 
-TEST(menu_limits, frame_of_thickness_nought_is_one_pixel_thick) {
+TEST(MenuLimits, FrameOfThicknessNoughtIsOnePixelThick) {
   const studio s;
   expect_right_menu(s, with_menu({record(100, 100, 160, 130, "exit", "white", "grey")},
                                  " 0\t00:00:00.0\t00:00:00.0\t 0"));
@@ -238,14 +238,14 @@ TEST(menu_limits, frame_of_thickness_nought_is_one_pixel_thick) {
   EXPECT_TRUE(drawn.is_clear(101, 115));
 }
 
-TEST(menu_limits, smallest_buttons_are_seen) {
+TEST(MenuLimits, SmallestButtonsAreSeen) {
   const studio s;
   expect_right_menu(s, with_menu({record(100, 100, 106, 102, "exit", "white", "grey"),
                                   record(100, 200, 104, 203, "exit", "white", "grey"),
                                   record(714, 478, 720, 480, "exit", "white", "grey")}));
 }
 
-TEST(menu_limits, bitmaps_of_one_and_four_bits_are_shown) {
+TEST(MenuLimits, BitmapsOfOneAndFourBitsAreShown) {
   const studio s;
   expect_right_menu(
       s,
@@ -253,27 +253,27 @@ TEST(menu_limits, bitmaps_of_one_and_four_bits_are_shown) {
                  bitmap_button(s, "four.bmp", bitmap(40, 30, 4, four_colours, stripes(3)), 300)}));
 }
 
-TEST(menu_limits, run_length_encoded_bitmap_is_shown) {
+TEST(MenuLimits, RunLengthEncodedBitmapIsShown) {
   const studio s;
   const std::string arrow = stored_media("arrow.bmp");
   expect_right_menu(s, with_menu({record(100, 100, 130, 132, "exit", arrow, arrow)}));
 }
 
-TEST(menu_limits, bitmap_of_two_bits_is_refused) {
+TEST(MenuLimits, BitmapOfTwoBitsIsRefused) {
   const studio s;
   expect_refused(
       s, with_menu({bitmap_button(s, "two.bmp", bitmap(40, 30, 2, four_colours, stripes(3)))}),
       "Button 1 of menu 1 cannot be authored: the bitmap");
 }
 
-TEST(menu_limits, bitmap_that_has_gone_is_refused) {
+TEST(MenuLimits, BitmapThatHasGoneIsRefused) {
   const studio s;
   const std::string gone = s.folder().stored("work/gone.bmp");
   expect_refused(s, with_menu({record(100, 100, 140, 130, "exit", "white", gone)}),
                  "gone.bmp appears to be missing");
 }
 
-TEST(menu_limits, bitmap_that_has_grown_since_is_shown_as_far_as_the_button_goes) {
+TEST(MenuLimits, BitmapThatHasGrownSinceIsShownAsFarAsTheButtonGoes) {
   const studio s;
   const contents disc = s.authored(
       with_menu({bitmap_button(s, "a.bmp", bitmap(80, 60, 4, four_colours, stripes(3)))}));
@@ -292,7 +292,7 @@ TEST(menu_limits, bitmap_that_has_grown_since_is_shown_as_far_as_the_button_goes
   EXPECT_FALSE(drawn.is_clear(120, 140)) << "the picture goes on";
 }
 
-TEST(menu_limits, bitmaps_at_the_edges_are_shown) {
+TEST(MenuLimits, BitmapsAtTheEdgesAreShown) {
   const studio s;
   expect_right_menu(
       s, with_menu(
@@ -300,7 +300,7 @@ TEST(menu_limits, bitmaps_at_the_edges_are_shown) {
               bitmap_button(s, "b.bmp", bitmap(40, 30, 4, four_colours, stripes(2)), 680, 450)}));
 }
 
-TEST(menu_limits, bitmap_of_more_colours_than_a_button_can_show_fails_the_run) {
+TEST(MenuLimits, BitmapOfMoreColoursThanAButtonCanShowFailsTheRun) {
   const studio s;
   std::vector<rgb> palette{nothing};
   for (int i = 1; i < 16; ++i)
@@ -311,7 +311,7 @@ TEST(menu_limits, bitmap_of_more_colours_than_a_button_can_show_fails_the_run) {
                     "ERR:  the buttons of menu 1 will not be seen: no picture of them was added");
 }
 
-TEST(menu_limits, colour_and_bitmap_in_one_button_are_shown) {
+TEST(MenuLimits, ColourAndBitmapInOneButtonAreShown) {
   const studio s;
   bitmap_button(s, "one.bmp", bitmap(40, 30, 1, {nothing, {255, 0, 0}}, stripes(1)));
   const std::string file = s.folder().stored("work/one.bmp");
@@ -319,7 +319,7 @@ TEST(menu_limits, colour_and_bitmap_in_one_button_are_shown) {
                                   record(300, 100, 340, 130, "exit", file, "cyan")}));
 }
 
-TEST(menu_limits, second_menu_whose_picture_cannot_be_made_is_the_one_that_is_named) {
+TEST(MenuLimits, SecondMenuWhosePictureCannotBeMadeIsTheOneThatIsNamed) {
   const studio s;
   bitmap_button(s, "many.bmp", bitmap(40, 30, 4, four_colours, stripes(3)));
   project p = with_menu(bars(2, 2));
@@ -329,7 +329,7 @@ TEST(menu_limits, second_menu_whose_picture_cannot_be_made_is_the_one_that_is_na
                     "ERR:  the buttons of menu 2 will not be seen: no picture of them was added");
 }
 
-TEST(menu_limits, buttons_that_come_after_the_end_of_the_menu_fail_the_run) {
+TEST(MenuLimits, ButtonsThatComeAfterTheEndOfTheMenuFailTheRun) {
   const studio s;
   expect_failed_run(
       s, with_menu(bars(2, 1), " 0\t00:00:20.0\t00:00:00.0\t 1"),
@@ -337,13 +337,13 @@ TEST(menu_limits, buttons_that_come_after_the_end_of_the_menu_fail_the_run) {
       "end of the menu");
 }
 
-TEST(menu_limits, buttons_that_end_before_they_begin_fail_the_run) {
+TEST(MenuLimits, ButtonsThatEndBeforeTheyBeginFailTheRun) {
   const studio s;
   expect_failed_run(s, with_menu(bars(2, 1), " 0\t00:00:01.0\t00:00:00.5\t 1"),
                     "ERR:  the buttons of menu 1 will not be seen: no picture of them was added");
 }
 
-TEST(menu_limits, buttons_may_come_later) {
+TEST(MenuLimits, ButtonsMayComeLater) {
   const studio s;
   contents disc = s.authored(with_menu(bars(2, 1), " 0\t00:00:01.0\t00:00:00.0\t 1"));
   expect_disc_shows_what_was_drawn(s, disc);
@@ -351,7 +351,7 @@ TEST(menu_limits, buttons_may_come_later) {
   EXPECT_EQ(disc.menus[0].buttons.at(0).leads_to, "title 1 chapter 1");
 }
 
-TEST(menu_limits, streams_that_have_gone_are_refused) {
+TEST(MenuLimits, StreamsThatHaveGoneAreRefused) {
   const studio s;
   const std::string here = s.copy_media("menu-ntsc.m2v", "menu.m2v");
   const std::string gone = s.folder().stored("work/gone.m2v");
@@ -363,7 +363,7 @@ TEST(menu_limits, streams_that_have_gone_are_refused) {
   expect_refused(s, p, "gone.ac3 appears to be missing");
 }
 
-TEST(menu_limits, video_of_the_other_standard_is_refused) {
+TEST(MenuLimits, VideoOfTheOtherStandardIsRefused) {
   project p = short_project();
   add_menu(p, stored_media("menu-pal.m2v"), "", bars(1, 1));
   expect_refused(studio(), p, "is PAL, but the project is NTSC");

@@ -51,7 +51,7 @@ void expect_place(const button& b, int x0, int y0, int x1, int y1) {
   EXPECT_EQ(b.y1, y1);
 }
 
-TEST(menus_on_disc, buttons_stand_where_the_project_has_them_and_are_walked_in_rows) {
+TEST(MenusOnDisc, ButtonsStandWhereTheProjectHasThemAndAreWalkedInRows) {
   const studio s;
   const std::vector<menu> menus = shown(s.authored(with_two_menus()));
   ASSERT_EQ(menus.size(), 2u);
@@ -69,7 +69,7 @@ TEST(menus_on_disc, buttons_stand_where_the_project_has_them_and_are_walked_in_r
   EXPECT_EQ(menus[0].buttons[2].up, 2);
 }
 
-TEST(menus_on_disc, plain_buttons_carry_their_commands) {
+TEST(MenusOnDisc, PlainButtonsCarryTheirCommands) {
   const studio s;
   const contents disc = s.authored(with_two_menus());
   const std::vector<menu> menus = shown(disc);
@@ -83,7 +83,7 @@ TEST(menus_on_disc, plain_buttons_carry_their_commands) {
               ElementsAre("JumpSS VTSM titleset 1, title 1, root menu"));
 }
 
-TEST(menus_on_disc, jump_table_remembers_the_menu_in_g1) {
+TEST(MenusOnDisc, JumpTableRemembersTheMenuInG1) {
   project p = with_two_menus();
   p.jumptable = true;
   p.postinfo = {"call menu 2              ", "call last menu           "};
@@ -110,7 +110,7 @@ TEST(menus_on_disc, jump_table_remembers_the_menu_in_g1) {
   EXPECT_THAT(texts(disc.titles[1].chain.post), ElementsAre(HasSubstr("CallSS VTSM")));
 }
 
-TEST(menus_on_disc, title_calls_the_menu_in_plain_mode) {
+TEST(MenusOnDisc, TitleCallsTheMenuInPlainMode) {
   project p = with_two_menus();
   p.postinfo = {"call menu                ", "exit                     "};
   const studio s;
@@ -133,7 +133,7 @@ project with_three_menus(bool jumptable, const std::string& second_options) {
   return p;
 }
 
-TEST(menus_on_disc, jump_table_forwards_from_the_first_menu_to_each_other_one) {
+TEST(MenusOnDisc, JumpTableForwardsFromTheFirstMenuToEachOtherOne) {
   const studio s;
   const std::vector<menu> menus = shown(s.authored(with_three_menus(true, looping)));
   ASSERT_EQ(menus.size(), 3u);
@@ -149,7 +149,7 @@ TEST(menus_on_disc, jump_table_forwards_from_the_first_menu_to_each_other_one) {
       ElementsAre("g14 = g15", "g15 = 0", "if (g14 != 1) LinkPGCN 2", "g1 = 2", "JumpVTS_TT 1"));
 }
 
-TEST(menus_on_disc, plain_menus_forward_nowhere_and_stay) {
+TEST(MenusOnDisc, PlainMenusForwardNowhereAndStay) {
   const studio s;
   const std::vector<menu> menus =
       shown(s.authored(with_three_menus(false, "0\t00:00:00.0\t00:00:00.0\t1")));
@@ -162,7 +162,7 @@ TEST(menus_on_disc, plain_menus_forward_nowhere_and_stay) {
   }
 }
 
-TEST(menus_on_disc, single_menu_of_a_jump_table_forwards_nowhere) {
+TEST(MenusOnDisc, SingleMenuOfAJumpTableForwardsNowhere) {
   project p = short_project();
   p.jumptable = true;
   p.postinfo = {"call menu 1              "};
@@ -173,7 +173,7 @@ TEST(menus_on_disc, single_menu_of_a_jump_table_forwards_nowhere) {
   EXPECT_EQ(texts(menus[0].chain.pre), first_button_lit);
 }
 
-TEST(menus_on_disc, looping_menu_pauses_five_seconds_and_starts_again) {
+TEST(MenusOnDisc, LoopingMenuPausesFiveSecondsAndStartsAgain) {
   const studio s;
   const std::vector<menu> menus = shown(s.authored(with_two_menus(looping)));
   ASSERT_EQ(menus.size(), 2u);
@@ -182,7 +182,7 @@ TEST(menus_on_disc, looping_menu_pauses_five_seconds_and_starts_again) {
   EXPECT_EQ(menus[1].chain.still_seconds, 255);
 }
 
-TEST(menus_on_disc, first_play_may_be_the_menu) {
+TEST(MenusOnDisc, FirstPlayMayBeTheMenu) {
   project p = with_two_menus();
   p.firstplay = "jump titleset 1 menu";
   const studio s;
@@ -192,7 +192,7 @@ TEST(menus_on_disc, first_play_may_be_the_menu) {
               ElementsAre("JumpSS VTSM titleset 1, title 1, root menu"));
 }
 
-TEST(menus_on_disc, first_play_may_pass_the_menu_by) {
+TEST(MenusOnDisc, FirstPlayMayPassTheMenuBy) {
   project p = with_two_menus();
   p.firstplay = "jump title 2";
   const studio s;
@@ -201,7 +201,7 @@ TEST(menus_on_disc, first_play_may_pass_the_menu_by) {
   EXPECT_THAT(texts(disc.first_play->pre), ElementsAre("JumpTT 2"));
 }
 
-TEST(menus_on_disc, pal_menu_reaches_the_lower_edge) {
+TEST(MenusOnDisc, PalMenuReachesTheLowerEdge) {
   project p;
   p.globalregion = "PAL";
   add_title(p, {stored_media("clip-pal.m2v"), stored_media("clip.ac3")});
@@ -215,7 +215,7 @@ TEST(menus_on_disc, pal_menu_reaches_the_lower_edge) {
 }
 
 /// A frame whose thickness leaves no inside: gm refuses to clear it, and the button stays a bar.
-TEST(menus_on_disc, frame_without_an_inside_does_not_fail_the_run) {
+TEST(MenusOnDisc, FrameWithoutAnInsideDoesNotFailTheRun) {
   project p = short_project();
   add_menu(p, stored_media("menu-ntsc.m2v"), "", {" 100/ 100/ 120/ 110/jump title 1/white/grey"},
            " 0\t00:00:00.0\t00:00:00.0\t 9");
@@ -226,7 +226,7 @@ TEST(menus_on_disc, frame_without_an_inside_does_not_fail_the_run) {
   EXPECT_EQ(menus[0].buttons[0].command.text(), "JumpVTS_TT 1");
 }
 
-TEST(menus_on_disc, bitmap_highlights_become_buttons) {
+TEST(MenusOnDisc, BitmapHighlightsBecomeButtons) {
   const studio s;
   for (const char* name : {"work/a b.bmp", "work/c d.bmp"}) {
     const finished drawn = run(
@@ -244,7 +244,7 @@ TEST(menus_on_disc, bitmap_highlights_become_buttons) {
 }
 
 /// Bars two pixels high, which take one drawing command instead of two.
-TEST(menus_on_disc, thirty_six_buttons_fit_on_a_menu) {
+TEST(MenusOnDisc, ThirtySixButtonsFitOnAMenu) {
   project p = short_project();
   std::vector<std::string> buttons;
   for (int i = 0; i < 36; ++i) {

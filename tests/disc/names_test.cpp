@@ -32,43 +32,43 @@ void expect_disc_under(const std::string& name) {
   EXPECT_EQ(files_in(s.folder().path()), std::vector<std::string>());
 }
 
-TEST(odd_names, blanks_author_a_disc) {
+TEST(OddNames, BlanksAuthorADisc) {
   expect_disc_under("my  holiday film");
 }
-TEST(odd_names, ampersands_author_a_disc) {
+TEST(OddNames, AmpersandsAuthorADisc) {
   expect_disc_under("Tom & Jerry &amp; co");
 }
-TEST(odd_names, apostrophes_author_a_disc) {
+TEST(OddNames, ApostrophesAuthorADisc) {
   expect_disc_under("it's a 'film'");
 }
-TEST(odd_names, per_cent_signs_author_a_disc) {
+TEST(OddNames, PerCentSignsAuthorADisc) {
   expect_disc_under("50% of %d %s %PATH% 100%");
 }
-TEST(odd_names, exclamation_marks_author_a_disc) {
+TEST(OddNames, ExclamationMarksAuthorADisc) {
   expect_disc_under("wow! !PATH! !!");
 }
-TEST(odd_names, hash_marks_author_a_disc) {
+TEST(OddNames, HashMarksAuthorADisc) {
   expect_disc_under("#1 film #2");
 }
-TEST(odd_names, carets_author_a_disc) {
+TEST(OddNames, CaretsAuthorADisc) {
   expect_disc_under("2^10 ^^");
 }
-TEST(odd_names, dollar_signs_author_a_disc) {
+TEST(OddNames, DollarSignsAuthorADisc) {
   expect_disc_under("$HOME $(id) ${x}");
 }
-TEST(odd_names, backquotes_author_a_disc) {
+TEST(OddNames, BackquotesAuthorADisc) {
   expect_disc_under("`id` film`");
 }
-TEST(odd_names, umlauts_author_a_disc) {
+TEST(OddNames, UmlautsAuthorADisc) {
   expect_disc_under("\u00c4\u00e4\u00f6\u00fc\u00df \u00e9t\u00e9");
 }
-TEST(odd_names, chinese_japanese_and_korean_author_a_disc) {
+TEST(OddNames, ChineseJapaneseAndKoreanAuthorADisc) {
   expect_disc_under("\u6f22\u5b57 \u304b\u306a \ud55c\uad6d");
 }
-TEST(odd_names, brackets_and_the_rest_author_a_disc) {
+TEST(OddNames, BracketsAndTheRestAuthorADisc) {
   expect_disc_under("a (1) [2] {3} ~ * ? , ; = + @ - .x");
 }
-TEST(odd_names, everything_at_once_authors_a_disc) {
+TEST(OddNames, EverythingAtOnceAuthorsADisc) {
   expect_disc_under("-a & 'b' 50%d !c #1 ^2 $HOME `id` \u00fc\u6f22");
 }
 

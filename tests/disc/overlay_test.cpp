@@ -106,7 +106,7 @@ void expect_menu_drawn(const studio& s, int menu, const std::vector<drawn_button
 }
 
 /// All ten colours as bars of three lines and as frames of three thicknesses.
-TEST(menu_overlays_on_disc, bars_and_frames_have_their_place_thickness_and_colour) {
+TEST(MenuOverlaysOnDisc, BarsAndFramesHaveTheirPlaceThicknessAndColour) {
   const std::vector<std::pair<int, int>> heights_and_thicknesses{{3, 1}, {40, 1}, {40, 3}, {60, 8}};
   project p = short_project();
   for (const auto& [height, thickness] : heights_and_thicknesses)
@@ -119,7 +119,7 @@ TEST(menu_overlays_on_disc, bars_and_frames_have_their_place_thickness_and_colou
   expect_disc_shows_what_was_drawn(s, disc);
 }
 
-TEST(menu_overlays_on_disc, pal_menu_shows_its_buttons_down_to_the_last_line) {
+TEST(MenuOverlaysOnDisc, PalMenuShowsItsButtonsDownToTheLastLine) {
   project p;
   p.globalregion = "PAL";
   add_title(p, {stored_media("clip-pal.m2v"), stored_media("clip.ac3")});
@@ -129,7 +129,7 @@ TEST(menu_overlays_on_disc, pal_menu_shows_its_buttons_down_to_the_last_line) {
   expect_disc_shows_what_was_drawn(s, s.authored(p), 576);
 }
 
-TEST(menu_overlays_on_disc, buttons_at_odd_lines_are_shown_where_they_were_drawn) {
+TEST(MenuOverlaysOnDisc, ButtonsAtOddLinesAreShownWhereTheyWereDrawn) {
   project p = short_project();
   add_drawn_menu(
       p, {{100, 101, 301, 142, 3, 9}, {101, 201, 300, 204, 4, 8}, {99, 300, 301, 303, 5, 1}}, 2);
@@ -138,7 +138,7 @@ TEST(menu_overlays_on_disc, buttons_at_odd_lines_are_shown_where_they_were_drawn
   expect_disc_shows_what_was_drawn(s, disc);
 }
 
-TEST(menu_overlays_on_disc, samples_show_what_was_drawn) {
+TEST(MenuOverlaysOnDisc, SamplesShowWhatWasDrawn) {
   for (const char* sample : {"sample.cvp", "sample-pal.cvp"}) {
     const studio s;
     const finished done =

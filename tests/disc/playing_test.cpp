@@ -30,7 +30,7 @@ project with_menus(bool jumptable, const std::vector<std::string>& posts) {
   return p;
 }
 
-TEST(played_disc, titles_follow_each_other_and_the_player_stops) {
+TEST(PlayedDisc, TitlesFollowEachOtherAndThePlayerStops) {
   project p = short_project();
   add_title(p, {stored_media("muxed-ntsc.vob")}, "00:00:00.00,00:00:03.00");
   const studio s;
@@ -41,7 +41,7 @@ TEST(played_disc, titles_follow_each_other_and_the_player_stops) {
   EXPECT_EQ(plays.play_to_end(), "stopped");
 }
 
-TEST(played_disc, post_command_leads_into_a_chapter) {
+TEST(PlayedDisc, PostCommandLeadsIntoAChapter) {
   project p = short_project();
   add_title(p, {stored_media("muxed-ntsc.vob")}, "00:00:00.00,00:00:03.00");
   p.postinfo = {"jump title 2 chapter 2   ", "exit                     "};
@@ -56,7 +56,7 @@ TEST(played_disc, post_command_leads_into_a_chapter) {
   }
 }
 
-TEST(played_disc, plain_menus_lead_to_titles_and_titles_call_the_first_menu) {
+TEST(PlayedDisc, PlainMenusLeadToTitlesAndTitlesCallTheFirstMenu) {
   const studio s;
   s.authored(with_menus(false, {"call menu                ", "call menu                "}));
   player plays(s.out());
@@ -70,7 +70,7 @@ TEST(played_disc, plain_menus_lead_to_titles_and_titles_call_the_first_menu) {
   EXPECT_EQ(plays.press(3), "stopped");
 }
 
-TEST(played_disc, jump_table_brings_titles_back_to_the_menu_they_were_played_from) {
+TEST(PlayedDisc, JumpTableBringsTitlesBackToTheMenuTheyWerePlayedFrom) {
   const studio s;
   s.authored(with_menus(true, {"call last menu           ", "call last menu           "}));
   player plays(s.out());
@@ -83,7 +83,7 @@ TEST(played_disc, jump_table_brings_titles_back_to_the_menu_they_were_played_fro
   EXPECT_EQ(plays.play_to_end(), "menu 1");
 }
 
-TEST(played_disc, jump_table_lets_a_title_call_any_menu) {
+TEST(PlayedDisc, JumpTableLetsATitleCallAnyMenu) {
   const studio s;
   s.authored(with_menus(true, {"call menu 2              ", "call menu 1              "}));
   player plays(s.out());
@@ -94,7 +94,7 @@ TEST(played_disc, jump_table_lets_a_title_call_any_menu) {
   EXPECT_EQ(plays.play_to_end(), "menu 1");
 }
 
-TEST(played_disc, jump_table_understands_commands_with_any_blanks) {
+TEST(PlayedDisc, JumpTableUnderstandsCommandsWithAnyBlanks) {
   project p = with_menus(true, {"call  menu   2           ", "  call  last  menu       "});
   p.menubuttons[0] = bar(0, " jump  title 1 ") + "|" + bar(1, "jump  menu  2");
   p.menubuttons[1] = bar(0, "jump   title 2  chapter 2") + "|" + bar(1, " jump menu 1");
@@ -137,7 +137,7 @@ project with_all_commands(bool jumptable, const std::vector<std::string>& posts)
   return p;
 }
 
-TEST(played_disc, every_button_leads_to_its_target_in_plain_mode) {
+TEST(PlayedDisc, EveryButtonLeadsToItsTargetInPlainMode) {
   const studio s;
   EXPECT_THAT(all_ways(s, with_all_commands(false, {"call menu", "jump title 1 chapter 1"})),
               ElementsAre(ElementsAre("title 1 chapter 1, menu 1", "menu 2", "menu 3"),
@@ -146,7 +146,7 @@ TEST(played_disc, every_button_leads_to_its_target_in_plain_mode) {
                                       "title 2 chapter 2, title 1 chapter 1", "menu 1")));
 }
 
-TEST(played_disc, every_button_leads_to_its_target_with_the_jump_table) {
+TEST(PlayedDisc, EveryButtonLeadsToItsTargetWithTheJumpTable) {
   const studio s;
   // "jump titleset 1 menu" of a button remembers its menu too, to which the first one forwards.
   EXPECT_THAT(
@@ -156,7 +156,7 @@ TEST(played_disc, every_button_leads_to_its_target_with_the_jump_table) {
                   ElementsAre("title 1 chapter 1, menu 3", "title 2 chapter 2, menu 3", "menu 3")));
 }
 
-TEST(played_disc, last_menu_is_remembered_over_several_titles) {
+TEST(PlayedDisc, LastMenuIsRememberedOverSeveralTitles) {
   project p = with_menus(true, {"jump title 2             ", "call last menu           "});
   p.menubuttons[1] = bar(0, "jump title 1");
   const studio s;
@@ -169,7 +169,7 @@ TEST(played_disc, last_menu_is_remembered_over_several_titles) {
   EXPECT_EQ(plays.play_to_end(), "menu 2");
 }
 
-TEST(played_disc, first_play_that_passes_the_menu_by_leaves_it_to_the_menu_key) {
+TEST(PlayedDisc, FirstPlayThatPassesTheMenuByLeavesItToTheMenuKey) {
   project p = with_menus(false, {"exit                     ", "exit                     "});
   p.firstplay = "jump title 2";
   const studio s;
@@ -180,7 +180,7 @@ TEST(played_disc, first_play_that_passes_the_menu_by_leaves_it_to_the_menu_key) 
   EXPECT_EQ(disc.menus[0].buttons.at(0).leads_to, "title 1 chapter 1");
 }
 
-TEST(played_disc, looping_menu_stays_shown_until_a_button_is_pressed) {
+TEST(PlayedDisc, LoopingMenuStaysShownUntilAButtonIsPressed) {
   project p = with_menus(false, {});
   p.moremenuoptions[0] = " 1\t00:00:00.0\t00:00:00.0\t 1";
   const studio s;
@@ -191,7 +191,7 @@ TEST(played_disc, looping_menu_stays_shown_until_a_button_is_pressed) {
   EXPECT_EQ(plays.press(1), "title 1 chapter 1");
 }
 
-TEST(played_disc, place_without_a_disc_is_told) {
+TEST(PlayedDisc, PlaceWithoutADiscIsTold) {
   player plays("/nonexistent");
   EXPECT_EQ(plays.start().rfind("failed: ", 0), 0u);
 }

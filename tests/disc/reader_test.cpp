@@ -68,7 +68,7 @@ void expect_the_disc(const contents& disc) {
   EXPECT_TRUE(disc.menus.empty());
 }
 
-TEST(disc_reader, disc_in_a_folder_is_read) {
+TEST(DiscReader, DiscInAFolderIsRead) {
   const temporary_folder folder;
   make_disc(folder);
   const auto disc = read_disc(folder.path("disc"));
@@ -76,7 +76,7 @@ TEST(disc_reader, disc_in_a_folder_is_read) {
   expect_the_disc(*disc);
 }
 
-TEST(disc_reader, disc_in_an_image_is_read_with_its_volume) {
+TEST(DiscReader, DiscInAnImageIsReadWithItsVolume) {
   const temporary_folder folder;
   make_disc(folder);
   make_image(folder);
@@ -90,7 +90,7 @@ TEST(disc_reader, disc_in_an_image_is_read_with_its_volume) {
   EXPECT_GT(volume->sectors, 1000u);
 }
 
-TEST(disc_reader, image_without_udf_is_told_from_one_with_it) {
+TEST(DiscReader, ImageWithoutUdfIsToldFromOneWithIt) {
   const temporary_folder folder;
   folder.add("content/file");
   const finished image = run({{"genisoimage", "-quiet", "-V", "PLAIN", "-o",
@@ -102,13 +102,13 @@ TEST(disc_reader, image_without_udf_is_told_from_one_with_it) {
   EXPECT_FALSE(volume->udf());
 }
 
-TEST(disc_reader, folder_without_a_disc_fails_with_a_reason) {
+TEST(DiscReader, FolderWithoutADiscFailsWithAReason) {
   const temporary_folder folder;
   EXPECT_NE(read_disc(folder.path()).error, "");
   EXPECT_NE(read_disc(folder.path("nowhere")).error, "");
 }
 
-TEST(disc_reader, file_that_is_no_image_fails_with_a_reason) {
+TEST(DiscReader, FileThatIsNoImageFailsWithAReason) {
   const temporary_folder folder;
   for (const std::size_t size : {0u, 10u, 32768u, 40000u, 700000u}) {
     const std::string file = folder.add("f" + std::to_string(size), std::string(size, 'x'));
@@ -117,7 +117,7 @@ TEST(disc_reader, file_that_is_no_image_fails_with_a_reason) {
   }
 }
 
-TEST(disc_reader, cut_off_tables_fail_with_a_reason) {
+TEST(DiscReader, CutOffTablesFailWithAReason) {
   const temporary_folder folder;
   make_disc(folder);
   for (const char* name : {"VTS_01_0.IFO", "VTS_01_0.BUP"})
@@ -125,19 +125,19 @@ TEST(disc_reader, cut_off_tables_fail_with_a_reason) {
   EXPECT_THAT(read_disc(folder.path("disc")).error, HasSubstr("titleset 1"));
 }
 
-TEST(disc_reader, lengths_of_streams_are_measured) {
+TEST(DiscReader, LengthsOfStreamsAreMeasured) {
   EXPECT_NEAR(measured_seconds(media("clip-ntsc.m2v")), 180 * 1001 / 30000.0, 0.001);
   EXPECT_NEAR(measured_seconds(media("clip-pal.m2v")), 6, 0.001);
   EXPECT_NEAR(measured_seconds(media("muxed-ntsc.vob")), 6, 0.1);
   EXPECT_EQ(measured_seconds(media("clip.ac3")), 0);
 }
 
-TEST(disc_reader, chapter_times_are_read_as_seconds) {
+TEST(DiscReader, ChapterTimesAreReadAsSeconds) {
   EXPECT_DOUBLE_EQ(seconds_of_chapter("00:00:00.00"), 0);
   EXPECT_DOUBLE_EQ(seconds_of_chapter("01:02:03.50"), 3723.5);
 }
 
-TEST(disc_report, disc_as_asked_agrees_and_any_other_does_not) {
+TEST(DiscReport, DiscAsAskedAgreesAndAnyOtherDoesNot) {
   const temporary_folder folder;
   make_disc(folder);
   const auto disc = read_disc(folder.path("disc"));
@@ -221,7 +221,7 @@ void make_subtitle_disc(const temporary_folder& folder) {
   ASSERT_EQ(author.status, 0) << author.out;
 }
 
-TEST(disc_reader, subtitles_are_read_with_their_language_time_and_place) {
+TEST(DiscReader, SubtitlesAreReadWithTheirLanguageTimeAndPlace) {
   const temporary_folder folder;
   make_subtitle_disc(folder);
   const auto disc = read_disc(folder.path("disc"));
@@ -248,7 +248,7 @@ TEST(disc_reader, subtitles_are_read_with_their_language_time_and_place) {
   EXPECT_LT(french->x1, 240);
 }
 
-TEST(disc_reader, units_of_video_are_those_of_the_groups_of_pictures) {
+TEST(DiscReader, UnitsOfVideoAreThoseOfTheGroupsOfPictures) {
   const temporary_folder folder;
   make_disc(folder);
   const auto disc = read_disc(folder.path("disc"));
@@ -259,7 +259,7 @@ TEST(disc_reader, units_of_video_are_those_of_the_groups_of_pictures) {
     EXPECT_NEAR(units[i], static_cast<double>(i) * 16 * 1001 / 30000, 0.001);
 }
 
-TEST(disc_report, subtitles_as_asked_agree_and_any_others_do_not) {
+TEST(DiscReport, SubtitlesAsAskedAgreeAndAnyOthersDoNot) {
   const temporary_folder folder;
   make_subtitle_disc(folder);
   const auto disc = read_disc(folder.path("disc"));
@@ -298,7 +298,7 @@ TEST(disc_report, subtitles_as_asked_agree_and_any_others_do_not) {
 }
 
 /// What the reader makes of a project file with two subtitle files, one of which is SubRip.
-TEST(disc_report, subtitles_that_a_project_asks_for_are_read) {
+TEST(DiscReport, SubtitlesThatAProjectAsksForAreRead) {
   const temporary_folder folder;
   folder.add("de.srt", "1\r\n00:00:02,500 --> 00:01:05,250\r\nText\r\n");
   folder.add("fr.sub", "{10}{20}Texte");
@@ -339,7 +339,7 @@ std::string project_file(const temporary_folder& folder, const std::string& chap
                                  iso + "\r\nFalse\r\n");
 }
 
-TEST(disc_report, program_ends_with_what_it_found) {
+TEST(DiscReport, ProgramEndsWithWhatItFound) {
   const temporary_folder folder;
   make_disc(folder);
   const auto status = [](const std::string& project, const std::string& place) {
@@ -407,7 +407,7 @@ asked_disc asked_of_menu_disc() {
   return asked;
 }
 
-TEST(disc_report, menu_as_asked_agrees_and_any_other_does_not) {
+TEST(DiscReport, MenuAsAskedAgreesAndAnyOtherDoesNot) {
   const temporary_folder folder;
   make_menu_disc(folder, true);
   auto disc = read_disc(folder.path("disc"));
@@ -438,7 +438,7 @@ TEST(disc_report, menu_as_asked_agrees_and_any_other_does_not) {
 }
 
 /// The count of its buttons would not show it: they are all there.
-TEST(disc_report, menu_to_which_no_picture_of_its_buttons_was_added_is_found_out) {
+TEST(DiscReport, MenuToWhichNoPictureOfItsButtonsWasAddedIsFoundOut) {
   const temporary_folder folder;
   make_menu_disc(folder, false);
   auto disc = read_disc(folder.path("disc"));
@@ -456,7 +456,7 @@ TEST(disc_report, menu_to_which_no_picture_of_its_buttons_was_added_is_found_out
   EXPECT_EQ(row->says, verdict::differs);
 }
 
-TEST(disc_report, commands_lead_where_the_navigation_mode_has_them_lead) {
+TEST(DiscReport, CommandsLeadWhereTheNavigationModeHasThemLead) {
   asked_disc plain = asked_of_menu_disc();
   plain.menus.push_back(plain.menus[0]);
   plain.menus.emplace_back();
@@ -491,7 +491,7 @@ std::vector<std::uint8_t> small_subpicture() {
           0x06, 0,    4,    0,    6,    0xff};       // places of the lines
 }
 
-TEST(subpicture, runs_and_commands_are_read) {
+TEST(Subpicture, RunsAndCommandsAreRead) {
   const auto picture = decode_subpicture(small_subpicture());
   ASSERT_TRUE(picture) << picture.error;
   EXPECT_TRUE(picture->forced);
@@ -507,7 +507,7 @@ TEST(subpicture, runs_and_commands_are_read) {
   EXPECT_EQ(picture->code_at(13, 22), -1);
 }
 
-TEST(subpicture, cut_off_units_fail_with_a_reason) {
+TEST(Subpicture, CutOffUnitsFailWithAReason) {
   std::vector<std::uint8_t> unit = small_subpicture();
   ASSERT_TRUE(decode_subpicture(unit));
   for (std::size_t size = 0; size < unit.size(); ++size)
@@ -519,7 +519,7 @@ TEST(subpicture, cut_off_units_fail_with_a_reason) {
   EXPECT_EQ(decode_subpicture(unit).error, "the subpicture's commands cannot be read");
 }
 
-TEST(subpicture, palette_is_turned_into_colours) {
+TEST(Subpicture, PaletteIsTurnedIntoColours) {
   const auto text = [](std::uint32_t entry) {
     const dot d = colour_of(entry);
     return std::to_string(d.red) + " " + std::to_string(d.green) + " " + std::to_string(d.blue);
@@ -529,7 +529,7 @@ TEST(subpicture, palette_is_turned_into_colours) {
   EXPECT_EQ(text(0x00d29210), "255 255 0");
 }
 
-TEST(disc_report, image_of_another_name_differs) {
+TEST(DiscReport, ImageOfAnotherNameDiffers) {
   iso_volume image;
   image.udf_anchor = image.udf_recognised = true;
   image.name = "OTHER";
@@ -541,7 +541,7 @@ TEST(disc_report, image_of_another_name_differs) {
   EXPECT_EQ(report({}, &asked, &image).back().says, verdict::differs);
 }
 
-TEST(disc_report, post_commands_as_the_machine_has_them) {
+TEST(DiscReport, PostCommandsAsTheMachineHasThem) {
   EXPECT_EQ(machine_command("exit"), "Exit");
   EXPECT_EQ(machine_command("jump title 12"), "JumpVTS_TT 12");
   EXPECT_EQ(machine_command("jump title 2 chapter 3"), "JumpVTS_PTT 2:3");
@@ -549,7 +549,7 @@ TEST(disc_report, post_commands_as_the_machine_has_them) {
   EXPECT_FALSE(machine_command("jump title 1; exit"));
 }
 
-TEST(disc_report, column_of_names_stays_straight_under_letters_of_several_bytes) {
+TEST(DiscReport, ColumnOfNamesStaysStraightUnderLettersOfSeveralBytes) {
   const std::string text =
       table({{"a", "\u00fc", "x", verdict::agrees}, {"b", "u", "x", verdict::agrees}}, true);
   EXPECT_THAT(text, HasSubstr("a   \u00fc           x"));

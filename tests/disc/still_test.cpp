@@ -74,7 +74,7 @@ void expect_red_and_blue(const std::string& m2v) {
   EXPECT_GT(right[2], 200);
 }
 
-TEST(still_on_disc, ntsc_picture_becomes_a_video_of_its_colours) {
+TEST(StillOnDisc, NtscPictureBecomesAVideoOfItsColours) {
   const testing_support::temporary_folder folder;
   const std::string out = folder.path("men\xC3\xBC 100%d.m2v");
   const std::string log = make_still(program_folder_in(folder),
@@ -84,7 +84,7 @@ TEST(still_on_disc, ntsc_picture_becomes_a_video_of_its_colours) {
   expect_red_and_blue(out);
 }
 
-TEST(still_on_disc, pal_picture_becomes_a_video_of_15_frames) {
+TEST(StillOnDisc, PalPictureBecomesAVideoOf15Frames) {
   const testing_support::temporary_folder folder;
   const std::string out = folder.path("menu.m2v");
   const std::string log =
@@ -95,7 +95,7 @@ TEST(still_on_disc, pal_picture_becomes_a_video_of_15_frames) {
 }
 
 /// Both ways: nothing is refused that would work, and nothing run that would not.
-TEST(still_on_disc, jpeg_check_agrees_with_jpeg2yuv) {
+TEST(StillOnDisc, JpegCheckAgreesWithJpeg2yuv) {
   const testing_support::temporary_folder folder;
   const std::string app = program_folder_in(folder), drawn = draw_jpeg(folder, "drawn.jpg", 480);
   const std::pair<std::vector<std::string>, bool> kinds[] = {
@@ -122,7 +122,7 @@ TEST(still_on_disc, jpeg_check_agrees_with_jpeg2yuv) {
   }
 }
 
-TEST(still_on_disc, grey_picture_stays_as_bright_as_it_was) {
+TEST(StillOnDisc, GreyPictureStaysAsBrightAsItWas) {
   const testing_support::temporary_folder folder;
   const std::string jpeg = folder.path("grey.jpg"), out = folder.path("grey.m2v");
   const finished drawn = run({{"/usr/bin/convert", "-size", "360x480", "xc:gray(50)",
@@ -137,7 +137,7 @@ TEST(still_on_disc, grey_picture_stays_as_bright_as_it_was) {
 }
 
 /// The sample script has the tools' command line a second time.
-TEST(still_on_disc, stills_of_the_samples_are_what_the_program_makes) {
+TEST(StillOnDisc, StillsOfTheSamplesAreWhatTheProgramMakes) {
   const testing_support::temporary_folder folder;
   const std::string app = program_folder_in(folder);
   for (const auto& [name, height] : {std::pair<std::string, int>{"chapter-menu", 480},
@@ -181,14 +181,14 @@ void expect_menu_works(const contents& disc) {
   EXPECT_LT(lit.blue, 60);
 }
 
-TEST(still_on_disc, one_picture_is_enough_for_a_menu) {
+TEST(StillOnDisc, OnePictureIsEnoughForAMenu) {
   for (const int height : {480, 576}) {
     const studio s;
     expect_menu_works(disc_with_still(s, height, 1, ""));
   }
 }
 
-TEST(still_on_disc, one_picture_is_enough_for_a_menu_with_sound) {
+TEST(StillOnDisc, OnePictureIsEnoughForAMenuWithSound) {
   for (const int height : {480, 576}) {
     const studio s;
     const contents disc = disc_with_still(s, height, 1, "menu.ac3");
@@ -197,7 +197,7 @@ TEST(still_on_disc, one_picture_is_enough_for_a_menu_with_sound) {
   }
 }
 
-TEST(still_on_disc, many_pictures_are_a_menu_too) {
+TEST(StillOnDisc, ManyPicturesAreAMenuToo) {
   for (const int height : {480, 576}) {
     const studio s;
     const contents disc = disc_with_still(s, height, 15, "");

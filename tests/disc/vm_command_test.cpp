@@ -17,7 +17,7 @@ void expect_all(const std::vector<pattern>& patterns) {
     EXPECT_EQ(decoded(p.bytes), p.text) << hex(p.bytes);
 }
 
-TEST(vm_command, jumps_between_titles_and_out) {
+TEST(VmCommand, JumpsBetweenTitlesAndOut) {
   expect_all({
       {{0x30, 0x01, 0, 0, 0, 0, 0, 0}, "Exit"},
       {{0x30, 0x02, 0, 0, 0, 0x05, 0, 0}, "JumpTT 5"},
@@ -27,7 +27,7 @@ TEST(vm_command, jumps_between_titles_and_out) {
   });
 }
 
-TEST(vm_command, jumps_and_calls_to_menus) {
+TEST(VmCommand, JumpsAndCallsToMenus) {
   expect_all({
       {{0x30, 0x06, 0, 0x01, 0x01, 0x83, 0, 0}, "JumpSS VTSM titleset 1, title 1, root menu"},
       {{0x30, 0x06, 0, 0, 0, 0x42, 0, 0}, "JumpSS VMGM title menu"},
@@ -39,7 +39,7 @@ TEST(vm_command, jumps_and_calls_to_menus) {
   });
 }
 
-TEST(vm_command, links_within_menus) {
+TEST(VmCommand, LinksWithinMenus) {
   expect_all({
       {{0x20, 0x04, 0, 0, 0, 0, 0, 0x01}, "LinkPGCN 1"},
       {{0x20, 0x01, 0, 0, 0, 0, 0, 0x0d}, "LinkTailPGC"},
@@ -51,7 +51,7 @@ TEST(vm_command, links_within_menus) {
   });
 }
 
-TEST(vm_command, comparisons_before_links) {
+TEST(VmCommand, ComparisonsBeforeLinks) {
   expect_all({
       {{0x20, 0xa4, 0, 0x01, 0, 0x02, 0, 0x02}, "if (g1 == 2) LinkPGCN 2"},
       {{0x20, 0xb4, 0, 0x0e, 0, 0x01, 0, 0x01}, "if (g14 != 1) LinkPGCN 1"},
@@ -62,7 +62,7 @@ TEST(vm_command, comparisons_before_links) {
   });
 }
 
-TEST(vm_command, registers_are_set) {
+TEST(VmCommand, RegistersAreSet) {
   expect_all({
       {{0x71, 0, 0, 0x01, 0, 0x02, 0, 0}, "g1 = 2"},
       {{0x61, 0, 0, 0x0e, 0, 0x0f, 0, 0}, "g14 = g15"},
@@ -75,7 +75,7 @@ TEST(vm_command, registers_are_set) {
   });
 }
 
-TEST(vm_command, register_is_set_and_link_taken_in_one_command) {
+TEST(VmCommand, RegisterIsSetAndLinkTakenInOneCommand) {
   expect_all({
       {{0x71, 0x04, 0, 0x01, 0, 0x02, 0, 0x02}, "g1 = 2, LinkPGCN 2"},
       {{0x71, 0x01, 0, 0x0f, 0, 0x01, 0, 0x0d}, "g15 = 1, LinkTailPGC"},
@@ -86,17 +86,17 @@ TEST(vm_command, register_is_set_and_link_taken_in_one_command) {
   });
 }
 
-TEST(vm_command, empty_command_does_nothing) {
+TEST(VmCommand, EmptyCommandDoesNothing) {
   expect_all({{{0, 0, 0, 0, 0, 0, 0, 0}, "Nop"}, {{0x20, 0x01, 0, 0, 0, 0, 0, 0}, "Nop"}});
 }
 
-TEST(vm_command, pattern_that_is_no_command_is_shown_as_bytes) {
+TEST(VmCommand, PatternThatIsNoCommandIsShownAsBytes) {
   EXPECT_EQ(decoded({0xff, 0, 0, 0, 0, 0, 0, 0x01}), "unknown ff 00 00 00 00 00 00 01");
   EXPECT_EQ(decoded({0x30, 0x0f, 0, 0, 0, 0, 0, 0}), "unknown 30 0f 00 00 00 00 00 00");
   EXPECT_EQ(decoded({0x20, 0, 0, 0, 0, 0, 0, 0}), "unknown 20 00 00 00 00 00 00 00");
 }
 
-TEST(vm_command, no_pattern_is_too_odd_to_decode) {
+TEST(VmCommand, NoPatternIsTooOddToDecode) {
   for (unsigned high = 0; high < 256; ++high)
     for (unsigned second = 0; second < 256; second += 5)
       for (const std::uint8_t rest : vm_bytes{0x00, 0x5a, 0xff, 0x01, 0x80}) {

@@ -59,14 +59,14 @@ TEST(ButtonOverlaps, CoordinatesAreReadAsWholeNumbers) {
 class Checkbuttons_ : public testing_support::command_test {};
 
 TEST_F(Checkbuttons_, ButtonsApartSayNothing) {
-  EXPECT_EQ(Checkbuttons(w, {record_at(0, 0, 100, 3), record_at(0, 4, 100, 7)}), "");
+  EXPECT_EQ(Checkbuttons(doc, {record_at(0, 0, 100, 3), record_at(0, 4, 100, 7)}), "");
 }
 
 TEST_F(Checkbuttons_, EachPairGetsAMessage) {
   expect_refusal("button1 intersects with button3");
   expect_refusal("button2 intersects with button1");
-  EXPECT_EQ(Checkbuttons(w, {record_at(0, 0, 100, 100), record_at(10, 10, 20, 20),
-                             record_at(90, 90, 200, 200)}),
+  EXPECT_EQ(Checkbuttons(doc, {record_at(0, 0, 100, 100), record_at(10, 10, 20, 20),
+                               record_at(90, 90, 200, 200)}),
             "button1 intersects with button3\nbutton2 intersects with button1\n");
 }
 
@@ -79,7 +79,7 @@ TEST_F(Checkbuttons_, AfterAHundredMessagesOneStandsForTheRest) {
         expect_refusal("button" + std::to_string(a) + " intersects with button" +
                        std::to_string(b));
   expect_refusal("More buttons intersect");
-  EXPECT_NE(Checkbuttons(w, records), "");
+  EXPECT_NE(Checkbuttons(doc, records), "");
 }
 
 }  // namespace

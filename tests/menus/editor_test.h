@@ -42,7 +42,7 @@ class editor_test : public command_test {
   /// The editor for menu 1, which has these records (joined by "|").
   menu_editor& edit(const std::string& records = {}) {
     p.menubuttons[0] = records;
-    editor_ = std::make_unique<menu_editor>(w, pictures);
+    editor_ = std::make_unique<menu_editor>(doc, pictures);
     editor_->recallbuttondata();
     return *editor_;
   }

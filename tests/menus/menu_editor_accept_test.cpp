@@ -41,7 +41,7 @@ TEST_F(MenuEditorAccept, OfTheSecondMenuLeavesTheFirstAlone) {
   p.moremenuoptions.emplace_back(new_menu_options);
   p.menubuttons = {record_at(1, 2, 3, 4), "", ""};
   p.indexer = 2;
-  menu_editor e(w, pictures);
+  menu_editor e(doc, pictures);
   e.recallbuttondata();
   e.add_button();
   EXPECT_TRUE(e.accept());

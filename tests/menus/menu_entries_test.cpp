@@ -27,7 +27,7 @@ class MenuEntries : public testing_support::command_test {
   bool add(const std::string& video, const std::string& audio = {}) {
     expect_menu_video(folder.add(video));
     expect_menu_audio(audio.empty() ? audio : folder.add(audio));
-    return addmenu_command(w);
+    return addmenu_command(doc);
   }
 };
 
@@ -54,14 +54,14 @@ TEST_F(MenuEntries, AudioDialogOfTitlesHasItsOwnTitleAfterwards) {
   add("m.m2v");
   expect_video(folder.add("t.m2v"));
   expect_audio(folder.add("t.ac3"));
-  open_command(w);
+  open_command(doc);
   EXPECT_EQ(p.List1, rows{"title1:t.m2v/t.ac3"});
 }
 
 TEST_F(MenuEntries, CancelledVideoDialogChangesNothing) {
   p.saved = 1;
   expect_menu_video("");
-  EXPECT_FALSE(addmenu_command(w));
+  EXPECT_FALSE(addmenu_command(doc));
   EXPECT_TRUE(p.menulist.empty());
   EXPECT_TRUE(p.moremenuoptions.empty());
   EXPECT_EQ(p.menubuttons, rows{""});
@@ -90,7 +90,7 @@ TEST_F(MenuEntries, AddingGrowsTheButtonArrayByOneAndUsesElement0ForTheFirstMenu
 TEST_F(MenuEntries, AddingAfterTheOnlyMenuWasErasedUsesElement0OfTwo) {
   add("one.m2v");
   p.menubuttons[0] = "1/a";
-  menu_picker(w, picker_erase_caption).confirm(0);
+  menu_picker(doc, picker_erase_caption).confirm(0);
   EXPECT_EQ(p.menubuttons, rows{""});
   add("two.m2v");
   EXPECT_EQ(p.menubuttons, (rows{"", ""}));
@@ -99,7 +99,7 @@ TEST_F(MenuEntries, AddingAfterTheOnlyMenuWasErasedUsesElement0OfTwo) {
 
 TEST_F(MenuEntries, MenuThatWasNeverAcceptedIsListedWithNoButtons) {
   add("m.m2v");
-  EXPECT_EQ(menu_picker(w).entries(), rows{"menu 1:m.m2v(no audio) (0 buttons)"});
+  EXPECT_EQ(menu_picker(doc).entries(), rows{"menu 1:m.m2v(no audio) (0 buttons)"});
 }
 
 TEST_F(MenuEntries, NewMenuDoesNotInheritButtonsThatARolledBackLoadLeft) {
@@ -127,7 +127,7 @@ TEST_F(MenuEntries, GuardRefusesEveryCommandOnMenus) {
     p.customxml = "<dvdauthor/>";
     p.saved = 1;
     expect_guard(answer::cancel);
-    EXPECT_FALSE(command(w));
+    EXPECT_FALSE(command(doc));
     EXPECT_EQ(p.menulist.size(), 1u);
     EXPECT_EQ(p.customxml, "<dvdauthor/>");
     EXPECT_EQ(p.saved, 1);
@@ -142,7 +142,7 @@ TEST_F(MenuEntries, GuardThatIsAgreedToLetsTheCommandsGoOn) {
   for (auto* const command : {editmenu_command, remove_menu_command}) {
     p.customxml = "<dvdauthor/>";
     expect_guard(answer::ok);
-    EXPECT_TRUE(command(w));
+    EXPECT_TRUE(command(doc));
     EXPECT_EQ(p.customxml, "");
   }
 }
@@ -152,7 +152,7 @@ TEST_F(MenuEntries, VideoWhoseNameCannotBeStoredIsRefused) {
   expect_menu_video(name);
   expect_refusal("\"" + name +
                  "\" cannot be used: its name contains a vertical bar (|).  Please rename it.");
-  EXPECT_FALSE(addmenu_command(w));
+  EXPECT_FALSE(addmenu_command(doc));
   EXPECT_TRUE(p.menulist.empty());
 }
 
@@ -163,7 +163,7 @@ TEST_F(MenuEntries, AudioWhoseNameCannotBeStoredIsAskedForAgain) {
   expect_refusal("\"" + name +
                  "\" cannot be used: its name contains a vertical bar (|).  Please rename it.");
   expect_menu_audio(folder.add("good.ac3"));
-  EXPECT_TRUE(addmenu_command(w));
+  EXPECT_TRUE(addmenu_command(doc));
   EXPECT_EQ(p.menulist, rows{folder.stored("m.m2v") + "/" + folder.stored("good.ac3")});
 }
 
@@ -171,7 +171,7 @@ TEST_F(MenuEntries, HundredthMenuIsRefused) {
   folder.add("m.m2v");
   p.menulist.assign(99, folder.stored("m.m2v") + "/");
   expect_refusal("A project holds at most 99 menus.  Please remove one first.");
-  EXPECT_FALSE(addmenu_command(w));
+  EXPECT_FALSE(addmenu_command(doc));
   EXPECT_EQ(p.menulist.size(), 99u);
 }
 
@@ -181,7 +181,7 @@ TEST_F(MenuEntries, MissingFileOfAnotherMenuIsToldButTheMenuIsAdded) {
   expect_menu_video(folder.add("m.m2v"));
   expect_menu_audio("");
   expect_missing(folder.path("gone.m2v"));
-  EXPECT_TRUE(addmenu_command(w));
+  EXPECT_TRUE(addmenu_command(doc));
   EXPECT_EQ(p.menulist.size(), 2u);
 }
 
@@ -190,7 +190,7 @@ TEST_F(MenuEntries, AddedMenusSurviveTheProjectFile) {
   add("two.m2v");
   p.menubuttons[1] = " 0/ 0/ 100/ 3/jump menu 1/black/black";
   const project before = p;
-  EXPECT_TRUE(loadprojectf(w, folder.add("menus.cvp", project_text(p))));
+  EXPECT_TRUE(loadprojectf(doc, folder.add("menus.cvp", project_text(p))));
   EXPECT_EQ(p.menulist, before.menulist);
   EXPECT_EQ(p.moremenuoptions, before.moremenuoptions);
   EXPECT_EQ(p.menubuttons[0], "");
@@ -201,16 +201,16 @@ TEST_F(MenuEntries, AddedMenusSurviveTheProjectFile) {
 
 TEST_F(MenuEntries, WithoutMenusEditAndRemoveDoNothingAndShowNothing) {
   p.saved = 1;
-  EXPECT_FALSE(editmenu_command(w));
-  EXPECT_FALSE(remove_menu_command(w));
+  EXPECT_FALSE(editmenu_command(doc));
+  EXPECT_FALSE(remove_menu_command(doc));
   EXPECT_EQ(p.saved, 1);
 }
 
 TEST_F(MenuEntries, WithMenusEditAndRemoveLeadToThePickerAndChangeNothing) {
   add("m.m2v");
   p.saved = 1;
-  EXPECT_TRUE(editmenu_command(w));
-  EXPECT_TRUE(remove_menu_command(w));
+  EXPECT_TRUE(editmenu_command(doc));
+  EXPECT_TRUE(remove_menu_command(doc));
   EXPECT_EQ(p.menulist.size(), 1u);
   EXPECT_EQ(p.saved, 1);
 }
@@ -230,7 +230,7 @@ class JumpTable : public MenuEntries {
 TEST_F(JumpTable, IsExplainedAndRememberedWhenItIsTurnedOn) {
   p.saved = 1;
   expect_explanation();
-  jumptable_command(w);
+  jumptable_command(doc);
   EXPECT_TRUE(p.jumptable);
   EXPECT_EQ(prefs.get("jumptable"), "True");
   EXPECT_EQ(p.saved, 0);
@@ -239,7 +239,7 @@ TEST_F(JumpTable, IsExplainedAndRememberedWhenItIsTurnedOn) {
 TEST_F(JumpTable, IsTurnedOffWithoutAWord) {
   p.jumptable = true;
   prefs.set("jumptable", "True");
-  jumptable_command(w);
+  jumptable_command(doc);
   EXPECT_FALSE(p.jumptable);
   EXPECT_EQ(prefs.get("jumptable"), "False");
 }
@@ -250,7 +250,7 @@ TEST_F(JumpTable, CannotBeSwitchedWhileThereAreMenus) {
     p.jumptable = on;
     p.saved = 1;
     expect_refusal("Jumptable cannot be enabled/disabled, since menus have already been created");
-    jumptable_command(w);
+    jumptable_command(doc);
     EXPECT_EQ(p.jumptable, on);
     EXPECT_EQ(prefs.get("jumptable"), "");
     EXPECT_EQ(p.saved, 1);
@@ -259,9 +259,9 @@ TEST_F(JumpTable, CannotBeSwitchedWhileThereAreMenus) {
 
 TEST_F(JumpTable, CanBeSwitchedAgainOnceTheMenusAreGone) {
   add("m.m2v");
-  menu_picker(w, picker_erase_caption).confirm(0);
+  menu_picker(doc, picker_erase_caption).confirm(0);
   expect_explanation();
-  jumptable_command(w);
+  jumptable_command(doc);
   EXPECT_TRUE(p.jumptable);
 }
 

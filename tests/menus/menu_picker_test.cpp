@@ -36,22 +36,22 @@ class MenuPicker : public testing_support::command_test {
 
 TEST_F(MenuPicker, EntriesNameNumberVideoAudioAndButtonCount) {
   add_three_menus();
-  const menu_picker picker(w);
+  const menu_picker picker(doc);
   EXPECT_EQ(picker.entries(), (rows{"menu 1:intro.m2v(with audio) (3 buttons)",
                                     "menu 2:two.mpv(no audio) (0 buttons)",
                                     "menu 3:three.m2v(no audio) (1 buttons)"}));
 }
 
 TEST_F(MenuPicker, DefaultCaption) {
-  EXPECT_EQ(menu_picker(w).caption(), "please select menu");
-  EXPECT_EQ(menu_picker(w, picker_edit_caption).caption(), "Please select menu to edit");
-  EXPECT_EQ(menu_picker(w, picker_erase_caption).caption(), "Please select menu to erase");
+  EXPECT_EQ(menu_picker(doc).caption(), "please select menu");
+  EXPECT_EQ(menu_picker(doc, picker_edit_caption).caption(), "Please select menu to edit");
+  EXPECT_EQ(menu_picker(doc, picker_erase_caption).caption(), "Please select menu to erase");
 }
 
 TEST_F(MenuPicker, PickingToEditSetsTheIndexerAndChangesNothingElse) {
   add_three_menus();
   const project before = p;
-  EXPECT_TRUE(menu_picker(w, picker_edit_caption).confirm(1));
+  EXPECT_TRUE(menu_picker(doc, picker_edit_caption).confirm(1));
   EXPECT_EQ(p.indexer, 2);
   EXPECT_EQ(p.menulist, before.menulist);
   EXPECT_EQ(p.menubuttons, before.menubuttons);
@@ -62,7 +62,7 @@ TEST_F(MenuPicker, PickingToEditSetsTheIndexerAndChangesNothingElse) {
 
 TEST_F(MenuPicker, DefaultCaptionPicksToEdit) {
   add_three_menus();
-  EXPECT_TRUE(menu_picker(w).confirm(2));
+  EXPECT_TRUE(menu_picker(doc).confirm(2));
   EXPECT_EQ(p.indexer, 3);
   EXPECT_EQ(p.menulist.size(), 3u);
 }
@@ -70,7 +70,7 @@ TEST_F(MenuPicker, DefaultCaptionPicksToEdit) {
 TEST_F(MenuPicker, ErasingRemovesTheMenuFromAllThreeLists) {
   add_three_menus();
   const rows menulist = p.menulist;
-  EXPECT_FALSE(menu_picker(w, picker_erase_caption).confirm(1));
+  EXPECT_FALSE(menu_picker(doc, picker_erase_caption).confirm(1));
   EXPECT_EQ(p.menulist, (rows{menulist[0], menulist[2]}));
   EXPECT_EQ(p.moremenuoptions, (rows{"options of intro.m2v", "options of three.m2v"}));
   EXPECT_EQ(p.menubuttons, (rows{"1/a|2/b|3/jump menu 3", "3/c", ""}));
@@ -81,14 +81,14 @@ TEST_F(MenuPicker, ErasingRemovesTheMenuFromAllThreeLists) {
 TEST_F(MenuPicker, CommandsThatNameMenusKeepTheirNumbersWhenAnEarlierMenuIsErased) {
   add_three_menus();
   p.menubuttons[2] = "1/2/3/4/jump menu 3/black/black";
-  menu_picker(w, picker_erase_caption).confirm(0);
+  menu_picker(doc, picker_erase_caption).confirm(0);
   EXPECT_EQ(p.menubuttons[1], "1/2/3/4/jump menu 3/black/black");
   EXPECT_EQ(p.postinfo, rows{"call menu 3              "});
 }
 
 TEST_F(MenuPicker, ErasingTheOnlyMenuLeavesOneEmptyElement) {
   add_menu("only.m2v", "", "1/a");
-  menu_picker(w, picker_erase_caption).confirm(0);
+  menu_picker(doc, picker_erase_caption).confirm(0);
   EXPECT_EQ(p.menubuttons, rows{""});
   EXPECT_TRUE(p.menulist.empty());
   EXPECT_TRUE(p.moremenuoptions.empty());
@@ -96,14 +96,14 @@ TEST_F(MenuPicker, ErasingTheOnlyMenuLeavesOneEmptyElement) {
   // As a loaded project has it: an element for each menu and none more.
   add_menu("only.m2v", "", "");
   p.menubuttons = {"1/a"};
-  menu_picker(w, picker_erase_caption).confirm(0);
+  menu_picker(doc, picker_erase_caption).confirm(0);
   EXPECT_EQ(p.menubuttons, rows{""});
 }
 
 TEST_F(MenuPicker, RegionStaysFrozenWhileThereAreTitles) {
   add_three_menus();
   for (int i = 0; i < 3; ++i)
-    menu_picker(w, picker_erase_caption).confirm(0);
+    menu_picker(doc, picker_erase_caption).confirm(0);
   EXPECT_TRUE(p.menulist.empty());
   EXPECT_FALSE(p.Comboregion_enabled);
 }
@@ -114,7 +114,7 @@ TEST_F(MenuPicker, RegionIsFreedWithoutTitlesEvenWhenMenusAreLeft) {
     add_menu("a.m2v", "", "");
     add_menu("b.m2v", "", "");
     p.Comboregion_enabled = false;
-    menu_picker(w, caption).confirm(0);
+    menu_picker(doc, caption).confirm(0);
     EXPECT_TRUE(p.Comboregion_enabled) << caption;
   }
 }
@@ -123,7 +123,7 @@ TEST_F(MenuPicker, RegionStaysFrozenWhileButtonsAreBeingMoved) {
   add_menu("a.m2v", "", "");
   p.Comboregion_enabled = false;
   p.buttondata = {"1/a"};
-  menu_picker(w, picker_edit_caption).confirm(0);
+  menu_picker(doc, picker_edit_caption).confirm(0);
   EXPECT_FALSE(p.Comboregion_enabled);
 }
 
@@ -131,8 +131,8 @@ TEST_F(MenuPicker, EntryThatIsNotThereChangesNothing) {
   add_three_menus();
   const project before = p;
   for (const int i : {-1, 3, 1000}) {
-    EXPECT_FALSE(menu_picker(w, picker_erase_caption).confirm(i)) << i;
-    EXPECT_FALSE(menu_picker(w, picker_edit_caption).confirm(i)) << i;
+    EXPECT_FALSE(menu_picker(doc, picker_erase_caption).confirm(i)) << i;
+    EXPECT_FALSE(menu_picker(doc, picker_edit_caption).confirm(i)) << i;
   }
   EXPECT_EQ(p.menulist, before.menulist);
   EXPECT_EQ(p.menubuttons, before.menubuttons);
@@ -144,7 +144,7 @@ TEST_F(MenuPicker, ErasingAMenuWithoutOptionsRowOrButtonsIsSafe) {
   add_three_menus();
   p.moremenuoptions.clear();
   p.menubuttons = {"1/a"};
-  menu_picker(w, picker_erase_caption).confirm(2);
+  menu_picker(doc, picker_erase_caption).confirm(2);
   EXPECT_EQ(p.menulist.size(), 2u);
   EXPECT_EQ(p.menubuttons, rows{"1/a"});  // those of the other menus
 }

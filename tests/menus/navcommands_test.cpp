@@ -30,7 +30,7 @@ class Navcommands : public testing_support::command_test {
     p.moremenuoptions.assign(static_cast<std::size_t>(count), new_menu_options);
   }
   navcommands open() {
-    auto dialog = navcommands::prepare(w);
+    auto dialog = navcommands::prepare(doc);
     EXPECT_TRUE(dialog);
     return *dialog;
   }
@@ -130,16 +130,16 @@ TEST_F(Navcommands, GuardDecidesWhetherTheDialogOpens) {
   add_titles(1);
   p.customxml = "<dvdauthor/>";
   expect_guard(answer::cancel);
-  EXPECT_FALSE(navcommands::prepare(w));
+  EXPECT_FALSE(navcommands::prepare(doc));
   EXPECT_EQ(p.customxml, "<dvdauthor/>");
   expect_guard(answer::ok);
-  EXPECT_TRUE(navcommands::prepare(w));
+  EXPECT_TRUE(navcommands::prepare(doc));
   EXPECT_EQ(p.customxml, "");
 }
 
 TEST_F(Navcommands, DialogThatIsShownAlreadyIsNotPreparedAgain) {
   add_titles(1);
-  EXPECT_FALSE(navcommands::prepare(w, true));
+  EXPECT_FALSE(navcommands::prepare(doc, true));
 }
 
 // In the dialog ----------------------------------------------------------------------------------
@@ -276,7 +276,7 @@ TEST_F(Navcommands, AcceptedCommandsSurviveTheProjectFile) {
   dialog.accept();
   const rows before = p.postinfo;
   p.List1.clear();
-  EXPECT_TRUE(loadprojectf(w, folder.add("nav.cvp", project_text(p))));
+  EXPECT_TRUE(loadprojectf(doc, folder.add("nav.cvp", project_text(p))));
   EXPECT_EQ(p.postinfo, before);
 }
 

@@ -1,5 +1,5 @@
 #include "platform/files/files.h"
-#include "platform/text/wide_windows.h"
+#include "platform/text/utf16_windows.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -57,7 +57,7 @@ TEST(FoldersOfWindows, AFolderWithALongPathIsListedAndRemoved) {
 TEST(FoldersOfWindows, WhatIsInUseIsNotRemovedAndSaysSo) {
   const temporary_folder folder;
   const std::string file = folder.add("disc\\a");
-  const HANDLE used = ::CreateFileW(wide(file).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+  const HANDLE used = ::CreateFileW(utf16(file).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                     OPEN_EXISTING, 0, nullptr);
   ASSERT_NE(used, INVALID_HANDLE_VALUE);
   EXPECT_TRUE(remove_all(folder.path("disc")));

@@ -1,6 +1,6 @@
 // The program folder of Windows, and what other programs do to files there.
 #include "platform/files/program_folder.h"
-#include "platform/text/wide_windows.h"
+#include "platform/text/utf16_windows.h"
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
@@ -35,8 +35,8 @@ TEST(ProgramFolderOfWindows, WhereNothingCanBeWrittenIsTold) {
 
 /// Opens the file as a virus scanner does, so that it cannot be replaced.
 HANDLE open_alone(const std::string& file) {
-  return ::CreateFileW(wide(file).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0,
-                       nullptr);
+  return ::CreateFileW(utf16(file).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                       0, nullptr);
 }
 
 TEST(WritingOnWindows, WaitsForAProgramThatLooksAtTheFile) {
@@ -67,9 +67,9 @@ TEST(WritingOnWindows, GivesUpOnAFileThatStaysOpen) {
 TEST(WritingOnWindows, DoesNotReplaceAReadOnlyFile) {
   const temporary_folder folder;
   const std::string file = folder.add("a", "old");
-  ASSERT_NE(::SetFileAttributesW(wide(file).c_str(), FILE_ATTRIBUTE_READONLY), 0);
+  ASSERT_NE(::SetFileAttributesW(utf16(file).c_str(), FILE_ATTRIBUTE_READONLY), 0);
   EXPECT_EQ(write_file(file, "new"), "the file is read-only");
-  ::SetFileAttributesW(wide(file).c_str(), FILE_ATTRIBUTE_NORMAL);
+  ::SetFileAttributesW(utf16(file).c_str(), FILE_ATTRIBUTE_NORMAL);
   EXPECT_EQ(folder.read("a"), "old");
 }
 

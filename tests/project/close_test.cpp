@@ -18,43 +18,43 @@ class Close : public testing_support::command_test {
 };
 
 TEST_F(Close, ANeverChangedProjectIsNotAskedAbout) {
-  EXPECT_TRUE(close_command(w));
+  EXPECT_TRUE(close_command(doc));
 }
 
 TEST_F(Close, ASavedProjectIsNotAskedAbout) {
   add_files_and_title({"a.m2v", "a.ac3"});
   p.saved = 1;
-  EXPECT_TRUE(close_command(w));
+  EXPECT_TRUE(close_command(doc));
 }
 
 TEST_F(Close, AProjectWithoutTitlesAndMenusIsNotAskedAboutEvenWhenChanged) {
   p.languagetags = {"Audio tag:\tenglish en"};
-  EXPECT_TRUE(close_command(w));
+  EXPECT_TRUE(close_command(doc));
 }
 
 TEST_F(Close, NoEndsTheProgram) {
   add_files_and_title({"a.m2v", "a.ac3"});
   expect_question(answer::no);
-  EXPECT_TRUE(close_command(w));
+  EXPECT_TRUE(close_command(doc));
 }
 
 TEST_F(Close, CancelKeepsTheWindowOpen) {
   add_files_and_title({"a.m2v", "a.ac3"});
   expect_question(answer::cancel);
-  EXPECT_FALSE(close_command(w));
+  EXPECT_FALSE(close_command(doc));
 }
 
 TEST_F(Close, MenusAloneAreAskedAboutToo) {
   p.menulist = {folder.stored("menu.m2v") + "/"};
   expect_question(answer::cancel);
-  EXPECT_FALSE(close_command(w));
+  EXPECT_FALSE(close_command(doc));
 }
 
 TEST_F(Close, YesSavesAndEnds) {
   add_files_and_title({"a.m2v", "a.ac3"});
   expect_question(answer::yes);
   expect_save_dialog(folder.path("disc.cvp"));
-  EXPECT_TRUE(close_command(w));
+  EXPECT_TRUE(close_command(doc));
   EXPECT_EQ(folder.read("disc.cvp"), project_text(p));
 }
 
@@ -62,7 +62,7 @@ TEST_F(Close, YesEndsAlsoWhenTheSaveDialogIsCancelled) {
   add_files_and_title({"a.m2v", "a.ac3"});
   expect_question(answer::yes);
   expect_save_dialog("");
-  EXPECT_TRUE(close_command(w));
+  EXPECT_TRUE(close_command(doc));
   EXPECT_EQ(p.saved, 0);
 }
 
@@ -71,7 +71,7 @@ TEST_F(Close, YesEndsAlsoWhenTheUserKeepsTheFileThatIsThere) {
   expect_question(answer::yes);
   expect_save_dialog(folder.add("disc.cvp", "old"));
   ask.expect(box("File exists.  Overwrite?", icon::exclamation, buttons::yes_no), answer::no);
-  EXPECT_TRUE(close_command(w));
+  EXPECT_TRUE(close_command(doc));
   EXPECT_EQ(folder.read("disc.cvp"), "old");
 }
 
@@ -84,7 +84,7 @@ TEST_F(Close, YesDoesNotEndWhenTheSaveFails) {
   expect_save_dialog(target);
   expect_error("The project could not be saved to \"" + target + "\": " + *why +
                ".  The file is as it was.");
-  EXPECT_FALSE(close_command(w));
+  EXPECT_FALSE(close_command(doc));
   EXPECT_EQ(p.saved, 0);
 }
 
@@ -92,7 +92,7 @@ TEST_F(Close, YesDoesNotEndWhenTheProjectHasMoreMenusThanAFileHolds) {
   p.menulist.assign(100, "C:\\m.m2v/");
   expect_question(answer::yes);
   expect_error("A project file holds at most 99 menus; this project has 100.  Nothing was saved.");
-  EXPECT_FALSE(close_command(w));
+  EXPECT_FALSE(close_command(doc));
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ TEST_F(DroppedFilesPosix, NameThatCannotBeStoredIsRefusedByTheCommand) {
   const std::string video = folder.add("a|b.m2v");
   expect_refusal("\"" + video +
                  "\" cannot be used: its name contains a vertical bar (|).  Please rename it.");
-  drop_files(w, {video});
+  drop_files(doc, {video});
   EXPECT_TRUE(p.List1.empty());
 }
 

@@ -30,20 +30,20 @@ class DroppedFiles : public testing_support::command_test {
 };
 
 TEST_F(DroppedFiles, VideoTakesTheAudioOfItsName) {
-  drop_files(w, add_all({"movie.ac3", "movie.m2v"}));
+  drop_files(doc, add_all({"movie.ac3", "movie.m2v"}));
   EXPECT_EQ(p.List1, rows{"title1:movie.m2v/movie.ac3"});
   EXPECT_EQ(p.List11, rows{folder.stored("movie.m2v") + "/" + folder.stored("movie.ac3")});
 }
 
 TEST_F(DroppedFiles, PlainlyNamedAudioIsFirstAndTheOthersFollow) {
   p.selected = -1;
-  drop_files(w, add_all({"movie.de.ac3", "movie.m2v", "movie.fr.mp2", "movie.ac3"}));
+  drop_files(doc, add_all({"movie.de.ac3", "movie.m2v", "movie.fr.mp2", "movie.ac3"}));
   EXPECT_EQ(p.List1, rows{"title1:movie.m2v/movie.ac3/movie.de.ac3/movie.fr.mp2"});
   EXPECT_EQ(p.selected, -1);
 }
 
 TEST_F(DroppedFiles, EachVideoTakesItsOwnAndTheLongestStemWins) {
-  drop_files(w, add_all({"a.m2v", "a.b.m2v", "a.b.ac3", "a.c.ac3", "a.b.d.ac3"}));
+  drop_files(doc, add_all({"a.m2v", "a.b.m2v", "a.b.ac3", "a.c.ac3", "a.b.d.ac3"}));
   EXPECT_EQ(p.List1, (rows{"title1:a.m2v/a.c.ac3", "title2:a.b.m2v/a.b.ac3/a.b.d.ac3"}));
 }
 
@@ -70,32 +70,32 @@ TEST_F(DroppedFiles, ANameThatOnlyBeginsLikeTheVideoDoesNotGoWithIt) {
 }
 
 TEST_F(DroppedFiles, OneVideoAloneTakesAllAudio) {
-  drop_files(w, add_all({"english.ac3", "movie.m2v", "french.mp2"}));
+  drop_files(doc, add_all({"english.ac3", "movie.m2v", "french.mp2"}));
   EXPECT_EQ(p.List1, rows{"title1:movie.m2v/english.ac3/french.mp2"});
 }
 
 TEST_F(DroppedFiles, AudioIsAskedForWhereNoneWasDropped) {
   const rows files = add_all({"movie.m2v"});
   expect_audio(folder.add("elsewhere.ac3"));
-  drop_files(w, files);
+  drop_files(doc, files);
   EXPECT_EQ(p.List1, rows{"title1:movie.m2v/elsewhere.ac3"});
 }
 
 TEST_F(DroppedFiles, CancellingThatQuestionSkipsThisVideoOnly) {
   const rows files = add_all({"a.m2v", "b.m2v", "b.ac3"});
   expect_audio("");
-  drop_files(w, files);
+  drop_files(doc, files);
   EXPECT_EQ(p.List1, rows{"title1:b.m2v/b.ac3"});
 }
 
 TEST_F(DroppedFiles, ProgramStreamIsATitleOfItsOwn) {
-  drop_files(w, {folder.add("a.vob", nav_block())});
+  drop_files(doc, {folder.add("a.vob", nav_block())});
   EXPECT_EQ(p.List1, rows{"title1:a.vob"});
 }
 
 TEST_F(DroppedFiles, ProgramStreamWithoutNavPacketsIsRefusedByTheCommand) {
   expect_error("NAV packets are not detected in a.vob.  Please demultiplex.");
-  drop_files(w, {folder.add("a.vob")});
+  drop_files(doc, {folder.add("a.vob")});
   EXPECT_TRUE(p.List1.empty());
 }
 
@@ -103,14 +103,14 @@ TEST_F(DroppedFiles, AudioForAProgramStreamIsRefusedOnce) {
   expect_refusal(
       "Unable to add audio streams to already muxed files, please de-mux if you wish to add an "
       "audio stream.");
-  drop_files(w, {folder.add("a.vob", nav_block()), folder.add("a.ac3"), folder.add("a.de.ac3")});
+  drop_files(doc, {folder.add("a.vob", nav_block()), folder.add("a.ac3"), folder.add("a.de.ac3")});
   EXPECT_EQ(p.List1, rows{"title1:a.vob"});
 }
 
 TEST_F(DroppedFiles, AudioAloneIsAddedToTheSelectedTitle) {
   add_files_and_title({"a.m2v", "a.ac3"});
   p.selected = 0;
-  drop_files(w, add_all({"x.ac3", "y.mp2"}));
+  drop_files(doc, add_all({"x.ac3", "y.mp2"}));
   EXPECT_EQ(p.List1, rows{"title1:a.m2v/a.ac3/x.ac3/y.mp2"});
   EXPECT_EQ(p.selected, 0);
 }
@@ -118,20 +118,20 @@ TEST_F(DroppedFiles, AudioAloneIsAddedToTheSelectedTitle) {
 TEST_F(DroppedFiles, AudioAloneWithoutASelectionIsRefusedOnce) {
   add_files_and_title({"a.m2v", "a.ac3"});
   expect_refusal("Please select a title to add an audio stream to.");
-  drop_files(w, add_all({"x.ac3", "y.mp2"}));
+  drop_files(doc, add_all({"x.ac3", "y.mp2"}));
 }
 
 TEST_F(DroppedFiles, NinthAudioStreamIsRefusedOnce) {
   expect_refusal("Only eight audio streams allowed.");
-  drop_files(w, add_all({"m.m2v", "1.ac3", "2.ac3", "3.ac3", "4.ac3", "5.ac3", "6.ac3", "7.ac3",
-                         "8.ac3", "9.ac3", "10.ac3"}));
+  drop_files(doc, add_all({"m.m2v", "1.ac3", "2.ac3", "3.ac3", "4.ac3", "5.ac3", "6.ac3", "7.ac3",
+                           "8.ac3", "9.ac3", "10.ac3"}));
   EXPECT_EQ(p.List1, rows{"title1:m.m2v/1.ac3/2.ac3/3.ac3/4.ac3/5.ac3/6.ac3/7.ac3/8.ac3"});
 }
 
 TEST_F(DroppedFiles, UnmatchedAudioOfSeveralVideosGoesToTheSelectedTitle) {
   add_files_and_title({"s.m2v", "s.ac3"});
   p.selected = 0;
-  drop_files(w, add_all({"a.m2v", "a.ac3", "b.m2v", "b.ac3", "left.ac3"}));
+  drop_files(doc, add_all({"a.m2v", "a.ac3", "b.m2v", "b.ac3", "left.ac3"}));
   EXPECT_EQ(p.List1,
             (rows{"title1:s.m2v/s.ac3/left.ac3", "title2:a.m2v/a.ac3", "title3:b.m2v/b.ac3"}));
 }
@@ -140,7 +140,7 @@ TEST_F(DroppedFiles, ProjectFileIsLoaded) {
   folder.add("a.vob");
   project one;
   add_title(one, folder.stored("a.vob"));
-  drop_files(w, {folder.add("disc.cvp", project_text(one))});
+  drop_files(doc, {folder.add("disc.cvp", project_text(one))});
   EXPECT_EQ(p.List1, rows{"title1:a.vob"});
   EXPECT_EQ(p.saved, 1);
 }
@@ -149,14 +149,14 @@ TEST_F(DroppedFiles, ProjectFileAsksBeforeItReplacesTitles) {
   add_files_and_title({"a.m2v", "a.ac3"});
   ask.expect(box("overwrite currect project?", icon::information, buttons::ok_cancel),
              answer::cancel);
-  drop_files(w, {folder.add("disc.cvp", project_text(project()))});
+  drop_files(doc, {folder.add("disc.cvp", project_text(project()))});
   EXPECT_EQ(p.List1.size(), 1u);
 }
 
 TEST_F(DroppedFiles, HandEditedXmlIsAskedAboutOnce) {
   p.customxml = "<a/>";
   expect_guard(answer::ok);
-  drop_files(w, add_all({"a.m2v", "a.ac3", "b.m2v", "b.ac3"}));
+  drop_files(doc, add_all({"a.m2v", "a.ac3", "b.m2v", "b.ac3"}));
   EXPECT_EQ(p.List1.size(), 2u);
   EXPECT_EQ(p.customxml, "");
 }
@@ -164,7 +164,7 @@ TEST_F(DroppedFiles, HandEditedXmlIsAskedAboutOnce) {
 TEST_F(DroppedFiles, HandEditedXmlThatIsKeptStopsTheStreams) {
   p.customxml = "<a/>";
   expect_guard(answer::cancel);
-  drop_files(w, add_all({"a.m2v", "a.ac3", "b.m2v", "b.ac3"}));
+  drop_files(doc, add_all({"a.m2v", "a.ac3", "b.m2v", "b.ac3"}));
   EXPECT_TRUE(p.List1.empty());
 }
 
@@ -173,7 +173,7 @@ TEST_F(DroppedFiles, OtherKindsAndFoldersAreNamedInOneMessage) {
   const std::string text = folder.add("a.txt");
   const std::string gone = native("gone.m2v");
   expect_other_kinds(text + "\r\n" + native("folder.m2v") + "\r\n" + gone + "\r\n");
-  drop_files(w, {text, native("folder.m2v"), folder.add("m.m2v"), folder.add("m.ac3"), gone});
+  drop_files(doc, {text, native("folder.m2v"), folder.add("m.m2v"), folder.add("m.ac3"), gone});
   EXPECT_EQ(p.List1, rows{"title1:m.m2v/m.ac3"});
 }
 
@@ -181,7 +181,7 @@ TEST_F(DroppedFiles, SecondProjectFileIsNotLoaded) {
   const std::string first = folder.add("1.cvp", project_text(project()));
   const std::string second = folder.add("2.cvp", project_text(project()));
   expect_other_kinds(second + "\r\n");
-  drop_files(w, {first, second});
+  drop_files(doc, {first, second});
 }
 
 TEST_F(DroppedFiles, ManyOtherFilesAreCountedAfterTheTenth) {
@@ -193,12 +193,12 @@ TEST_F(DroppedFiles, ManyOtherFilesAreCountedAfterTheTenth) {
       list += files.back() + "\r\n";
   }
   expect_other_kinds(list + "and 15 more\r\n");
-  drop_files(w, files);
+  drop_files(doc, files);
 }
 
 TEST_F(DroppedFiles, NothingDroppedDoesNothing) {
   p.customxml = "<a/>";
-  drop_files(w, {});
+  drop_files(doc, {});
 }
 
 }  // namespace

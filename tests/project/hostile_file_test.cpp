@@ -38,7 +38,7 @@ class HostileFile : public testing_support::command_test {
     p.menulist.clear();
     const loaded_project before = contents_of(p);
     user.messages.clear();
-    workbench patient{p, user, prefs};
+    document patient{p, user, prefs};
     const bool loaded = loadprojectf(patient, file);
     EXPECT_EQ(loaded, user.messages.empty());
     const bool taken_back = !loaded && p.saved == 1;
@@ -80,7 +80,7 @@ TEST_F(HostileFile, OneLineOfAGigabyteIsRefusedUnread) {
   const std::string file = folder.add("huge.cvp", "Corvane 0.997 - 1/2/2005");
   std::filesystem::resize_file(path_of(file), 1u << 30);
   expect_error("\"" + file + "\" is not a project file that can be loaded: the file is too large.");
-  EXPECT_FALSE(loadprojectf(w, file));
+  EXPECT_FALSE(loadprojectf(doc, file));
 }
 
 TEST_F(HostileFile, EmptyFileGetsTheVersionMessage) {

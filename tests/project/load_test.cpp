@@ -36,7 +36,7 @@ class LoadProject : public testing_support::command_test {
 
 TEST_F(LoadProject, FillsTheStoresAndWhatTheWindowShows) {
   expect_load_dialog(add_sample());
-  loadproject_command(w);
+  loadproject_command(doc);
   const project sample = sample_project(root());
   EXPECT_EQ(contents_of(p), contents_of(sample));
   EXPECT_EQ(p.List1, sample.List1);
@@ -48,39 +48,39 @@ TEST_F(LoadProject, FillsTheStoresAndWhatTheWindowShows) {
 }
 
 TEST_F(LoadProject, LoadThenSaveGivesTheSameBytes) {
-  EXPECT_TRUE(loadprojectf(w, add_sample()));
+  EXPECT_TRUE(loadprojectf(doc, add_sample()));
   EXPECT_EQ(project_text(p), folder.read("disc.cvp"));
 }
 
 TEST_F(LoadProject, CancelledDialogDoesNothing) {
   expect_load_dialog("");
-  loadproject_command(w);
+  loadproject_command(doc);
   EXPECT_EQ(p.saved, 0);
 }
 
 TEST_F(LoadProject, TitlesAreReplacedOnlyOnOk) {
   const std::string row = add_files_and_title({"a.m2v", "a.ac3"});
   expect_replace_question(answer::cancel);
-  loadproject_command(w);
+  loadproject_command(doc);
   EXPECT_EQ(p.List11, rows{row});
 
   expect_replace_question(answer::ok);
   expect_load_dialog(add_sample());
-  loadproject_command(w);
+  loadproject_command(doc);
   EXPECT_EQ(p.List11, sample_project(root()).List11);
 }
 
 TEST_F(LoadProject, MenusAloneAreReplacedUnasked) {
   p.menulist = {"C:\\m.m2v/"};
   expect_load_dialog(add_sample());
-  loadproject_command(w);
+  loadproject_command(doc);
   EXPECT_EQ(p.menulist, sample_project(root()).menulist);
 }
 
 TEST_F(LoadProject, EverythingOfTheOldProjectGoesButItsLanguageTags) {
   p = testing_support::random_project(7);
   p.languagetags = {"Audio tag:\tolder od"};
-  EXPECT_TRUE(loadprojectf(w, add_sample()));
+  EXPECT_TRUE(loadprojectf(doc, add_sample()));
   loaded_project expected = contents_of(sample_project(root()));
   expected.languagetags = {"Audio tag:\tolder od", "Audio tag:\tenglish en",
                            "Subtitle tag:\tgerman de"};
@@ -89,8 +89,8 @@ TEST_F(LoadProject, EverythingOfTheOldProjectGoesButItsLanguageTags) {
 
 TEST_F(LoadProject, LoadingTwiceDoublesTheLanguageTags) {
   const std::string file = add_sample();
-  EXPECT_TRUE(loadprojectf(w, file));
-  EXPECT_TRUE(loadprojectf(w, file));
+  EXPECT_TRUE(loadprojectf(doc, file));
+  EXPECT_TRUE(loadprojectf(doc, file));
   EXPECT_EQ(p.languagetags.size(), 4u);
 }
 
@@ -101,19 +101,19 @@ TEST_F(LoadProject, MenusWithoutTitlesLeaveTheRegionSelectable) {
   menus.moremenuoptions = {"0\t00:00:00.0\t00:00:00.0\t1"};
   menus.globalregion = "PAL";
   const std::string file = folder.add("menus.cvp", project_text(menus));
-  EXPECT_TRUE(loadprojectf(w, file));
+  EXPECT_TRUE(loadprojectf(doc, file));
   EXPECT_TRUE(p.Comboregion_enabled);
   EXPECT_EQ(p.globalregion, "PAL");
 }
 
 TEST_F(LoadProject, AFrozenRegionStaysFrozen) {
   p.Comboregion_enabled = false;
-  EXPECT_TRUE(loadprojectf(w, folder.add("empty.cvp", project_text(project()))));
+  EXPECT_TRUE(loadprojectf(doc, folder.add("empty.cvp", project_text(project()))));
   EXPECT_FALSE(p.Comboregion_enabled);
 }
 
 TEST_F(LoadProject, RegionOfTheFileIsNotRemembered) {
-  EXPECT_TRUE(loadprojectf(w, add_sample()));
+  EXPECT_TRUE(loadprojectf(doc, add_sample()));
   EXPECT_EQ(p.globalregion, "PAL");
   EXPECT_EQ(prefs.get("dvdregion"), "");
   EXPECT_EQ(prefs.get("jumptable"), "");
@@ -134,7 +134,7 @@ TEST_F(LoadProject, VersionBefore0996IsRefusedWithItsNumber) {
     p.dvdsizetext = "as it was";
     expect_refusal("Sorry, but this project file is from Corvane" + std::string(number) +
                    " and is incompatible with the lastest version.");
-    EXPECT_FALSE(loadprojectf(w, file)) << line;
+    EXPECT_FALSE(loadprojectf(doc, file)) << line;
     EXPECT_EQ(p.dvdsizetext, "2 titles\r\n0 menus\r\n0.000 gig total");
     EXPECT_EQ(p.List1, before.List1);
     EXPECT_EQ(p.chapters, before.chapters);
@@ -146,7 +146,7 @@ TEST_F(LoadProject, VersionBefore0996IsRefusedWithItsNumber) {
 TEST_F(LoadProject, Version0996Loads) {
   std::string text = project_text(project());
   text.replace(text.find("0.997"), 5, "0.996");
-  EXPECT_TRUE(loadprojectf(w, folder.add("disc.cvp", text)));
+  EXPECT_TRUE(loadprojectf(doc, folder.add("disc.cvp", text)));
   EXPECT_EQ(p.saved, 1);
 }
 
@@ -154,7 +154,7 @@ TEST_F(LoadProject, AMissingAudioFileIsNamedAndTheProjectEndsWithoutTitles) {
   const std::string file = add_sample();
   take_away("english.ac3");
   expect_missing(folder.path("english.ac3"));
-  EXPECT_FALSE(loadprojectf(w, file));
+  EXPECT_FALSE(loadprojectf(doc, file));
   EXPECT_TRUE(p.List1.empty());
   EXPECT_TRUE(p.List11.empty());
   EXPECT_EQ(p.Frame1, "0 titles loaded");
@@ -164,7 +164,7 @@ TEST_F(LoadProject, WhatATakenBackLoadEmptiesAndWhatItLeaves) {
   const std::string file = add_sample();
   take_away("vts_01_1.vob");
   expect_missing(folder.path("vts_01_1.vob"));
-  EXPECT_FALSE(loadprojectf(w, file));
+  EXPECT_FALSE(loadprojectf(doc, file));
   const project sample = sample_project(root());
   for (const rows* list : {&p.List1, &p.List11, &p.chapters, &p.menulist, &p.moremenuoptions,
                            &p.postinfo, &p.subtitledata, &p.subtitleoptions})
@@ -190,7 +190,7 @@ TEST_F(LoadProject, EveryMissingFileIsNamedInTheOrderOfTheFile) {
     take_away(name);
     expect_missing(folder.path(name));
   }
-  EXPECT_FALSE(loadprojectf(w, file));
+  EXPECT_FALSE(loadprojectf(doc, file));
 }
 
 TEST_F(LoadProject, AFolderInPlaceOfAStreamIsMissing) {
@@ -198,7 +198,7 @@ TEST_F(LoadProject, AFolderInPlaceOfAStreamIsMissing) {
   take_away("movie.m2v");
   ASSERT_FALSE(make_folders(folder.path("movie.m2v")));
   expect_missing(folder.path("movie.m2v"));
-  EXPECT_FALSE(loadprojectf(w, file));
+  EXPECT_FALSE(loadprojectf(doc, file));
 }
 
 TEST_F(LoadProject, AnEmptyStreamPathIsMissing) {
@@ -206,7 +206,7 @@ TEST_F(LoadProject, AnEmptyStreamPathIsMissing) {
   add_title(half, folder.stored("a.m2v") + "/");
   folder.add("a.m2v");
   expect_missing("");
-  EXPECT_FALSE(loadprojectf(w, folder.add("half.cvp", project_text(half))));
+  EXPECT_FALSE(loadprojectf(doc, folder.add("half.cvp", project_text(half))));
 }
 
 TEST_F(LoadProject, MoreThanAHundredMissingFilesAreSummedUp) {
@@ -216,7 +216,7 @@ TEST_F(LoadProject, MoreThanAHundredMissingFilesAreSummedUp) {
   for (int i = 0; i < 100; ++i)
     expect_missing(folder.path("gone" + std::to_string(i) + ".vob"));
   expect_error("50 more files appear to be missing");
-  EXPECT_FALSE(loadprojectf(w, folder.add("big.cvp", project_text(big))));
+  EXPECT_FALSE(loadprojectf(doc, folder.add("big.cvp", project_text(big))));
   EXPECT_TRUE(p.List11.empty());
 }
 
@@ -229,7 +229,7 @@ TEST_F(LoadProject, ADamagedFileIsRefusedWithItsReasonAndChangesNothing) {
   const std::string file = folder.add("damaged.cvp", text);
   expect_error("\"" + file +
                "\" is not a project file that can be loaded: the region is \"SECAM\".");
-  EXPECT_FALSE(loadprojectf(w, file));
+  EXPECT_FALSE(loadprojectf(doc, file));
   EXPECT_EQ(contents_of(p), contents_of(before));
   EXPECT_EQ(p.List1, before.List1);
   EXPECT_EQ(p.dvdsizetext, before.dvdsizetext);
@@ -240,10 +240,10 @@ TEST_F(LoadProject, WhatIsNoFileIsRefusedWithTheReason) {
   const std::string gone = folder.path("gone.cvp");
   expect_error("\"" + gone +
                "\" is not a project file that can be loaded: the file does not exist.");
-  EXPECT_FALSE(loadprojectf(w, gone));
+  EXPECT_FALSE(loadprojectf(doc, gone));
   expect_error("\"" + folder.path() +
                "\" is not a project file that can be loaded: it is a folder, not a file.");
-  EXPECT_FALSE(loadprojectf(w, folder.path()));
+  EXPECT_FALSE(loadprojectf(doc, folder.path()));
   EXPECT_EQ(p.saved, 0);
 }
 

@@ -36,7 +36,7 @@ class MenuAudio : public testing_support::command_test {
 TEST_F(MenuAudio, IsNotMissedWhileTheCurrentFolderHoldsAFile) {
   const std::string file = add_menu_without_audio();
   const current_folder here(folder.path());
-  EXPECT_TRUE(loadprojectf(w, file));
+  EXPECT_TRUE(loadprojectf(doc, file));
   EXPECT_EQ(p.menulist.size(), 1u);
 }
 
@@ -45,7 +45,7 @@ TEST_F(MenuAudio, IsMissedWhereTheCurrentFolderHoldsNone) {
   ASSERT_FALSE(make_folders(folder.path("none")));
   const current_folder here(folder.path("none"));
   expect_missing("");
-  EXPECT_FALSE(loadprojectf(w, file));
+  EXPECT_FALSE(loadprojectf(doc, file));
   EXPECT_TRUE(p.menulist.empty());
 }
 

@@ -28,7 +28,7 @@ class MissingTools : public testing_support::command_test {
 TEST_F(MissingTools, NothingIsToldWhenAllAreThere) {
   EXPECT_EQ(missing_tools_notice(folder.path(), path_style::posix), "");
   EXPECT_EQ(missing_tools_notice(folder.path(), path_style::windows), "");
-  tell_missing_tools(w, folder.path());
+  tell_missing_tools(doc, folder.path());
 }
 
 TEST_F(MissingTools, OnLinuxThePackagesAreNamedOnce) {
@@ -42,7 +42,7 @@ TEST_F(MissingTools, OnLinuxThePackagesAreNamedOnce) {
           "Install these packages (the tools must be on the PATH), and start Corvane again.  "
           "Until then, what needs one of them is refused; everything else works.",
           icon::exclamation));
-  tell_missing_tools(w, folder.path(), path_style::posix);
+  tell_missing_tools(doc, folder.path(), path_style::posix);
 }
 
 TEST_F(MissingTools, OnWindowsTheFilesTheirProjectsAndTheFullInstallerAreNamed) {
@@ -57,7 +57,7 @@ TEST_F(MissingTools, OnWindowsTheFilesTheirProjectsAndTheFullInstallerAreNamed) 
               "The full installer of Corvane has all of them.  Until they are there, what needs "
               "one of them is refused; everything else works.",
           icon::exclamation));
-  tell_missing_tools(w, folder.path(), path_style::windows);
+  tell_missing_tools(doc, folder.path(), path_style::windows);
 }
 
 TEST_F(MissingTools, AllOfThemAreToldInOneBox) {

@@ -14,7 +14,7 @@ TEST_F(OpenTitle, AddsAnElementaryTitleWithTheDefaultsOfANewOne) {
   p.saved = 1;
   expect_video(folder.add("movie.m2v"));
   expect_audio(folder.add("movie.ac3"));
-  open_command(w);
+  open_command(doc);
   EXPECT_EQ(p.List1, rows{"title1:movie.m2v/movie.ac3"});
   EXPECT_EQ(p.List11, rows{folder.stored("movie.m2v") + "/" + folder.stored("movie.ac3")});
   EXPECT_EQ(p.chapters, rows{"00:00:00.00"});
@@ -32,7 +32,7 @@ TEST_F(OpenTitle, TakesThePalSubtitleOptionsInAPalProject) {
   p.globalregion = "PAL";
   expect_video(folder.add("movie.m1v"));
   expect_audio(folder.add("movie.mp2"));
-  open_command(w);
+  open_command(doc);
   EXPECT_EQ(p.subtitleoptions,
             rows{"center,bottom,60,60,30,30,28.0,arial.ttf,720,574,25,ISO-8859-1|"});
 }
@@ -41,7 +41,7 @@ TEST_F(OpenTitle, NumbersTheSecondTitleTwo) {
   add_files_and_title({"a.m2v", "a.ac3"});
   expect_video(folder.add("b.m2v"));
   expect_audio(folder.add("b.ac3"));
-  open_command(w);
+  open_command(doc);
   EXPECT_EQ(p.List1.back(), "title2:b.m2v/b.ac3");
   EXPECT_EQ(p.Frame1, "2 titles loaded");
 }
@@ -51,7 +51,7 @@ TEST_F(OpenTitle, EmptiesThePostCommandsOfAllTitles) {
   p.postinfo = {"jump title 1             ", "exit                     "};
   expect_video(folder.add("b.m2v"));
   expect_audio(folder.add("b.ac3"));
-  open_command(w);
+  open_command(doc);
   EXPECT_TRUE(p.postinfo.empty());
 }
 
@@ -59,7 +59,7 @@ TEST_F(OpenTitle, CancelInTheVideoDialogChangesNothing) {
   p.saved = 1;
   p.postinfo = {"exit"};
   expect_video("");
-  open_command(w);
+  open_command(doc);
   EXPECT_TRUE(p.List1.empty());
   EXPECT_EQ(p.postinfo, rows{"exit"});
   EXPECT_TRUE(p.Comboregion_enabled);
@@ -71,7 +71,7 @@ TEST_F(OpenTitle, CancelInTheAudioDialogAddsNothingAndLeavesPostCommands) {
   p.postinfo = {"exit"};
   expect_video(folder.add("movie.m2v"));
   expect_audio("");
-  open_command(w);
+  open_command(doc);
   EXPECT_TRUE(p.List11.empty());
   EXPECT_EQ(p.postinfo, rows{"exit"});
   EXPECT_TRUE(p.Comboregion_enabled);
@@ -81,7 +81,7 @@ TEST_F(OpenTitle, CancelInTheAudioDialogAddsNothingAndLeavesPostCommands) {
 TEST_F(OpenTitle, KeepsHandEditedXmlWhenTheUserWantsTo) {
   p.customxml = "<dvdauthor/>";
   expect_guard(answer::cancel);
-  open_command(w);
+  open_command(doc);
   EXPECT_EQ(p.customxml, "<dvdauthor/>");
 }
 
@@ -89,14 +89,14 @@ TEST_F(OpenTitle, DiscardsHandEditedXmlWhenTheUserAgrees) {
   p.customxml = "<dvdauthor/>";
   expect_guard(answer::ok);
   expect_video("");
-  open_command(w);
+  open_command(doc);
   EXPECT_EQ(p.customxml, "");
 }
 
 TEST_F(OpenTitle, ProgramStreamWithNavPacketsIsAMuxedTitleWithoutAudioDialog) {
   for (const std::string name : {"a.vob", "b.mpg", "c.mpeg", "D.VOB", "e.Mpg"}) {
     expect_video(folder.add(name, nav_block()));
-    open_command(w);
+    open_command(doc);
     EXPECT_EQ(p.List11.back(), folder.stored(name));
   }
   EXPECT_EQ(p.List1, (rows{"title1:a.vob", "title2:b.mpg", "title3:c.mpeg", "title4:D.VOB",
@@ -109,7 +109,7 @@ TEST_F(OpenTitle, ProgramStreamWithoutNavPacketsIsRefusedAndLeavesPostCommandsEm
   p.postinfo = {"exit"};
   expect_video(folder.add("plain.vob", std::string(40000, '\0')));
   expect_error("NAV packets are not detected in plain.vob.  Please demultiplex.");
-  open_command(w);
+  open_command(doc);
   EXPECT_TRUE(p.List1.empty());
   EXPECT_TRUE(p.List11.empty());
   EXPECT_TRUE(p.postinfo.empty());
@@ -120,14 +120,14 @@ TEST_F(OpenTitle, ProgramStreamWithoutNavPacketsIsRefusedAndLeavesPostCommandsEm
 TEST_F(OpenTitle, UpperCaseExtensionIsLookedIntoForNavPackets) {
   expect_video(folder.add("PLAIN.VOB", "no packets"));
   expect_error("NAV packets are not detected in PLAIN.VOB.  Please demultiplex.");
-  open_command(w);
+  open_command(doc);
   EXPECT_TRUE(p.List1.empty());
 }
 
 TEST_F(OpenTitle, EmptyProgramStreamIsRefused) {
   expect_video(folder.add("empty.mpg", ""));
   expect_error("NAV packets are not detected in empty.mpg.  Please demultiplex.");
-  open_command(w);
+  open_command(doc);
   EXPECT_TRUE(p.List1.empty());
 }
 
@@ -136,25 +136,25 @@ TEST_F(OpenTitle, NavPacketsCountOnlyWhereTheFileBegins) {
   // The last header ends with byte 16384, then one byte later.
   const std::size_t fits = nav_search_bytes - packet_of_data_search - 6;
   expect_video(folder.add("fits.vob", nav_block(fits)));
-  open_command(w);
+  open_command(doc);
   EXPECT_EQ(p.List1, rows{"title1:fits.vob"});
   expect_video(folder.add("late.vob", nav_block(fits + 1)));
   expect_error("NAV packets are not detected in late.vob.  Please demultiplex.");
-  open_command(w);
+  open_command(doc);
   EXPECT_EQ(p.List1.size(), 1u);
 }
 
 TEST_F(OpenTitle, FileThatCannotBeReadIsToldSo) {
   expect_video(folder.path("gone.vob"));
   expect_error("\"" + folder.path("gone.vob") + "\" cannot be read: the file cannot be opened.");
-  open_command(w);
+  open_command(doc);
   EXPECT_TRUE(p.List1.empty());
 }
 
 TEST_F(OpenTitle, AnyOtherExtensionIsAnElementaryStream) {
   expect_video(folder.add("movie"));
   expect_audio(folder.add("movie.wav"));
-  open_command(w);
+  open_command(doc);
   EXPECT_EQ(p.List1, rows{"title1:movie/movie.wav"});
 }
 
@@ -162,7 +162,7 @@ TEST_F(OpenTitle, NamesWithBlanksAndOtherLettersAreKept) {
   const std::string video = "M\xC3\xBCller & S\xC3\xB6hne \xE6\x98\xA0\xE7\x94\xBB 100%!.m2v";
   expect_video(folder.add(video));
   expect_audio(folder.add("it's.ac3"));
-  open_command(w);
+  open_command(doc);
   EXPECT_EQ(p.List1, rows{"title1:" + video + "/it's.ac3"});
 }
 
@@ -172,7 +172,7 @@ TEST_F(OpenTitle, VideoWhoseNameCannotBeStoredIsRefusedLikeACancel) {
   expect_video(video);
   expect_refusal("\"" + video +
                  "\" cannot be used: its name contains a vertical bar (|).  Please rename it.");
-  open_command(w);
+  open_command(doc);
   EXPECT_TRUE(p.List1.empty());
   EXPECT_EQ(p.postinfo, rows{"exit"});
   EXPECT_TRUE(p.Comboregion_enabled);
@@ -185,7 +185,7 @@ TEST_F(OpenTitle, AudioWhoseNameCannotBeStoredIsRefusedLikeACancel) {
   expect_audio(audio);
   expect_refusal("\"" + audio +
                  "\" cannot be used: its name contains a double quote (\").  Please rename it.");
-  open_command(w);
+  open_command(doc);
   EXPECT_TRUE(p.List1.empty());
   EXPECT_EQ(p.postinfo, rows{"exit"});
 }
@@ -196,7 +196,7 @@ TEST_F(OpenTitle, ANameThatIsNotTextIsRefusedInReadableWords) {
   expect_refusal("\"" + folder.path("a??.m2v") +
                  "\" cannot be used: its name contains bytes that are not UTF-8 text.  Please "
                  "rename it.");
-  open_command(w);
+  open_command(doc);
   EXPECT_TRUE(p.List1.empty());
 }
 

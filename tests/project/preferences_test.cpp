@@ -9,7 +9,7 @@ namespace {
 class Preferences : public testing_support::command_test {};
 
 TEST_F(Preferences, StartWithAnEmptyStoreWritesTheDefaults) {
-  start_up(w);
+  start_up(doc);
   EXPECT_EQ(prefs.get("framecount"), "1");
   EXPECT_EQ(prefs.get("jumptable"), "False");
   EXPECT_EQ(prefs.get("dvdregion"), "NTSC");
@@ -25,7 +25,7 @@ TEST_F(Preferences, StartTakesWhatIsStored) {
   prefs.set("jumptable", "True");
   prefs.set("cleanup", "yes");
   prefs.set("dvdregion", "PAL");
-  start_up(w);
+  start_up(doc);
   EXPECT_EQ(prefs.get("framecount"), "25");
   EXPECT_TRUE(p.jumptable);
   EXPECT_TRUE(p.cleanup);
@@ -35,7 +35,7 @@ TEST_F(Preferences, StartTakesWhatIsStored) {
 TEST_F(Preferences, CleanupIsCheckedOnlyForYes) {
   for (const std::string value : {"no", "True", "1", "YES", " yes"}) {
     prefs.set("cleanup", value);
-    start_up(w);
+    start_up(doc);
     EXPECT_FALSE(p.cleanup) << value;
   }
 }
@@ -43,7 +43,7 @@ TEST_F(Preferences, CleanupIsCheckedOnlyForYes) {
 TEST_F(Preferences, JumptableIsCheckedOnlyForTrue) {
   for (const std::string value : {"true", "yes", "1"}) {
     prefs.set("jumptable", value);
-    start_up(w);
+    start_up(doc);
     EXPECT_FALSE(p.jumptable) << value;
   }
 }
@@ -51,7 +51,7 @@ TEST_F(Preferences, JumptableIsCheckedOnlyForTrue) {
 TEST_F(Preferences, AStoredRegionThatIsNoneBecomesTheDefault) {
   for (const std::string value : {"SECAM", "pal", "", "NTSC "}) {
     prefs.set("dvdregion", value);
-    start_up(w);
+    start_up(doc);
     EXPECT_EQ(p.globalregion, "NTSC") << value;
     EXPECT_EQ(prefs.get("dvdregion"), "NTSC") << value;
   }
@@ -63,47 +63,47 @@ TEST_F(Preferences, AStoreThatKeepsNothingStillLeavesARegion) {
     std::string get(std::string_view) const override { return {}; }
     void set(std::string_view, std::string_view) override {}
   } deaf;
-  workbench without_store{p, ask, deaf};
+  document without_store{p, ask, deaf};
   p.globalregion = "";
   start_up(without_store);
   EXPECT_EQ(p.globalregion, "NTSC");
 }
 
 TEST_F(Preferences, CleanupTogglesMarkAndPreference) {
-  cleanup_command(w);
+  cleanup_command(doc);
   EXPECT_TRUE(p.cleanup);
   EXPECT_EQ(prefs.get("cleanup"), "yes");
-  cleanup_command(w);
+  cleanup_command(doc);
   EXPECT_FALSE(p.cleanup);
   EXPECT_EQ(prefs.get("cleanup"), "");
 }
 
 TEST_F(Preferences, IsocreateTogglesTheMarkAlone) {
-  isocreate_command(w);
+  isocreate_command(doc);
   EXPECT_TRUE(p.isocreate);
-  isocreate_command(w);
+  isocreate_command(doc);
   EXPECT_FALSE(p.isocreate);
   EXPECT_EQ(prefs.get("isocreate"), "");
 }
 
 TEST_F(Preferences, RegionIsSetInTheProjectAndRemembered) {
-  region_command(w, "PAL");
+  region_command(doc, "PAL");
   EXPECT_EQ(p.globalregion, "PAL");
   EXPECT_EQ(prefs.get("dvdregion"), "PAL");
-  region_command(w, "NTSC");
+  region_command(doc, "NTSC");
   EXPECT_EQ(p.globalregion, "NTSC");
   EXPECT_EQ(prefs.get("dvdregion"), "NTSC");
 }
 
 TEST_F(Preferences, RegionCannotChangeUnderTitles) {
   p.Comboregion_enabled = false;
-  region_command(w, "PAL");
+  region_command(doc, "PAL");
   EXPECT_EQ(p.globalregion, "NTSC");
   EXPECT_EQ(prefs.get("dvdregion"), "");
 }
 
 TEST_F(Preferences, ATextThatIsNoRegionIsIgnored) {
-  region_command(w, "SECAM");
+  region_command(doc, "SECAM");
   EXPECT_EQ(p.globalregion, "NTSC");
   EXPECT_EQ(prefs.get("dvdregion"), "");
 }

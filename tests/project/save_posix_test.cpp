@@ -54,7 +54,7 @@ TEST_F(SaveProjectPosix, AFullDiskLeavesTheOldFileWholeAndNothingBesideIt) {
   expect_failure(target, std::strerror(EFBIG));
   {
     const small_disk disk(8192);
-    EXPECT_EQ(save_project(w), save_outcome::failed);
+    EXPECT_EQ(save_project(doc), save_outcome::failed);
   }
   EXPECT_EQ(folder.read("disc.cvp"), old);
   EXPECT_EQ(files_in(folder.path()), std::vector<std::string>{"disc.cvp"});
@@ -67,7 +67,7 @@ TEST_F(SaveProjectPosix, ADeviceIsNotReplaced) {
   ASSERT_EQ(mkfifo(target.c_str(), 0600), 0);
   expect_save_over(target);
   expect_failure(target, "it is not a file");
-  EXPECT_EQ(save_project(w), save_outcome::failed);
+  EXPECT_EQ(save_project(doc), save_outcome::failed);
   EXPECT_TRUE(std::filesystem::is_fifo(target));
 }
 
@@ -76,7 +76,7 @@ TEST_F(SaveProjectPosix, ALinkStaysALink) {
   const std::string link = folder.path("link.cvp");
   std::filesystem::create_symlink(target, link);
   expect_save_over(link);
-  EXPECT_EQ(save_project(w), save_outcome::saved);
+  EXPECT_EQ(save_project(doc), save_outcome::saved);
   EXPECT_TRUE(std::filesystem::is_symlink(link));
   EXPECT_EQ(folder.read("real.cvp"), project_text(p));
 }
@@ -84,8 +84,8 @@ TEST_F(SaveProjectPosix, ALinkStaysALink) {
 TEST_F(SaveProjectPosix, NamesThatARowCannotHoldAreFineForProjectFiles) {
   const std::string target = folder.path("a|b\\c\".cvp");
   expect_save_over(target);
-  EXPECT_EQ(save_project(w), save_outcome::saved);
-  EXPECT_TRUE(loadprojectf(w, target));
+  EXPECT_EQ(save_project(doc), save_outcome::saved);
+  EXPECT_TRUE(loadprojectf(doc, target));
 }
 
 }  // namespace

@@ -28,7 +28,7 @@ class SaveProject : public testing_support::command_test {
 TEST_F(SaveProject, WritesTheWholeTextAndSetsTheSavedFlag) {
   p = sample_project("C:\\dvd");
   expect_save_dialog(folder.path("disc.cvp"));
-  saveproject_command(w);
+  saveproject_command(doc);
   EXPECT_EQ(folder.read("disc.cvp"), sample_project_text("C:\\dvd"));
   EXPECT_EQ(p.saved, 1);
   EXPECT_EQ(files_in(folder.path()), std::vector<std::string>{"disc.cvp"});
@@ -36,7 +36,7 @@ TEST_F(SaveProject, WritesTheWholeTextAndSetsTheSavedFlag) {
 
 TEST_F(SaveProject, CancelledDialogDoesNothing) {
   expect_save_dialog("");
-  saveproject_command(w);
+  saveproject_command(doc);
   EXPECT_EQ(p.saved, 0);
 }
 
@@ -44,13 +44,13 @@ TEST_F(SaveProject, ExistingFileIsReplacedOnlyOnYes) {
   const std::string target = folder.add("disc.cvp", "old");
   expect_save_dialog(target);
   expect_overwrite_question(answer::no);
-  saveproject_command(w);
+  saveproject_command(doc);
   EXPECT_EQ(folder.read("disc.cvp"), "old");
   EXPECT_EQ(p.saved, 0);
 
   expect_save_dialog(target);
   expect_overwrite_question(answer::yes);
-  saveproject_command(w);
+  saveproject_command(doc);
   EXPECT_EQ(folder.read("disc.cvp"), project_text(p));
   EXPECT_EQ(p.saved, 1);
 }
@@ -58,7 +58,7 @@ TEST_F(SaveProject, ExistingFileIsReplacedOnlyOnYes) {
 TEST_F(SaveProject, TheNameIsTakenAsItIs) {
   const std::string name = "M\xC3\xBCller & S\xC3\xB6hne, it's 100% (1)";
   expect_save_dialog(folder.path(name));
-  saveproject_command(w);
+  saveproject_command(doc);
   EXPECT_EQ(folder.read(name), project_text(p));
 }
 
@@ -68,7 +68,7 @@ TEST_F(SaveProject, AFolderThatIsNotThereIsToldAndTheProjectStaysUnsaved) {
   ASSERT_TRUE(why);
   expect_save_dialog(target);
   expect_failure(target, *why);
-  saveproject_command(w);
+  saveproject_command(doc);
   EXPECT_EQ(p.saved, 0);
 }
 
@@ -77,7 +77,7 @@ TEST_F(SaveProject, AFailedSaveLeavesTheSavedFlagOfAnEarlierOne) {
   const std::string target = join_path(folder.path("gone"), "disc.cvp");
   expect_save_dialog(target);
   expect_failure(target, *write_file(target, ""));
-  saveproject_command(w);
+  saveproject_command(doc);
   EXPECT_EQ(p.saved, 1);
 }
 
@@ -86,7 +86,7 @@ TEST_F(SaveProject, AFolderOfThatNameIsNoTarget) {
   std::filesystem::create_directories(path_of(target));
   expect_save_dialog(target);
   expect_failure(target, "it is a folder, not a file");
-  saveproject_command(w);
+  saveproject_command(doc);
   EXPECT_TRUE(folder_exists(target));
   EXPECT_EQ(p.saved, 0);
 }
@@ -94,7 +94,7 @@ TEST_F(SaveProject, AFolderOfThatNameIsNoTarget) {
 TEST_F(SaveProject, AHundredMenusAreRefusedBeforeAnythingIsAsked) {
   p.menulist.assign(100, "C:\\m.m2v/");
   expect_error("A project file holds at most 99 menus; this project has 100.  Nothing was saved.");
-  EXPECT_EQ(save_project(w), save_outcome::failed);
+  EXPECT_EQ(save_project(doc), save_outcome::failed);
   EXPECT_EQ(p.saved, 0);
 }
 
@@ -102,17 +102,17 @@ TEST_F(SaveProject, ButtonsBeyondTheLastMenuNumberAreRefusedToo) {
   p.menubuttons.assign(120, "");
   p.menubuttons[104] = " 0/0/100/3/exit/black/black";
   expect_error("A project file holds at most 99 menus; this project has 105.  Nothing was saved.");
-  EXPECT_EQ(save_project(w), save_outcome::failed);
+  EXPECT_EQ(save_project(doc), save_outcome::failed);
 }
 
 TEST_F(SaveProject, OutcomesAreToldApart) {
   expect_save_dialog("");
-  EXPECT_EQ(save_project(w), save_outcome::given_up);
+  EXPECT_EQ(save_project(doc), save_outcome::given_up);
   expect_save_dialog(folder.add("disc.cvp"));
   expect_overwrite_question(answer::no);
-  EXPECT_EQ(save_project(w), save_outcome::given_up);
+  EXPECT_EQ(save_project(doc), save_outcome::given_up);
   expect_save_dialog(folder.path("new.cvp"));
-  EXPECT_EQ(save_project(w), save_outcome::saved);
+  EXPECT_EQ(save_project(doc), save_outcome::saved);
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ class SizeEstimate : public testing_support::command_test {
 TEST_F(SizeEstimate, EmptyProjectHasNoTitlesNoMenusAndNoSize) {
   p.dvdsizetext = start_up_dvdsizetext;
   EXPECT_EQ(p.dvdsizetext, "0 titles\r\n0 menus\r\n0 gig total");
-  dvdsize(w);
+  dvdsize(doc);
   EXPECT_EQ(p.dvdsizetext, "0 titles\r\n0 menus\r\n0.000 gig total");
 }
 
@@ -28,7 +28,7 @@ TEST_F(SizeEstimate, CountsTheFilesOfTitlesAndMenusInBinaryGigs) {
   p.List11 = {add_sized("a.m2v", gig) + "/" + add_sized("a.ac3", gig / 2), add_sized("b.vob", gig)};
   p.List1 = {"title1:a.m2v/a.ac3", "title2:b.vob"};
   p.menulist = {add_sized("m.m2v", gig / 4) + "/" + add_sized("m.ac3", gig / 4)};
-  dvdsize(w);
+  dvdsize(doc);
   EXPECT_EQ(p.dvdsizetext, "2 titles\r\n1 menus\r\n3.000 gig total");
   EXPECT_FALSE(p.dvdsizetext_red);
 }
@@ -39,27 +39,27 @@ TEST_F(SizeEstimate, ThreeDecimalsAreRoundedHalfUp) {
       {1073204953, "0.999"}, {1073204954, "1.000"}, {10737418240, "10.000"}};
   for (const auto& [bytes, gigs] : table) {
     p.List11 = {add_sized("a.vob", bytes)};
-    dvdsize(w);
+    dvdsize(doc);
     EXPECT_EQ(p.dvdsizetext, "0 titles\r\n0 menus\r\n" + std::string(gigs) + " gig total") << bytes;
   }
 }
 
 TEST_F(SizeEstimate, MoreThanADiscTurnsRedAndBackToBlack) {
   p.List11 = {add_sized("a.vob", 4700000000)};
-  dvdsize(w);
+  dvdsize(doc);
   EXPECT_FALSE(p.dvdsizetext_red);
   add_sized("a.vob", 4700000001);
-  dvdsize(w);
+  dvdsize(doc);
   EXPECT_TRUE(p.dvdsizetext_red);
   EXPECT_EQ(p.dvdsizetext, "0 titles\r\n0 menus\r\n4.377 gig total");
   add_sized("a.vob", 1);
-  dvdsize(w);
+  dvdsize(doc);
   EXPECT_FALSE(p.dvdsizetext_red);
 }
 
 TEST_F(SizeEstimate, MenuWithoutAudioMissesNothing) {
   p.menulist = {add_sized("m.m2v", 5) + "/"};
-  dvdsize(w);
+  dvdsize(doc);
   EXPECT_EQ(p.dvdsizetext, "0 titles\r\n1 menus\r\n0.000 gig total");
 }
 
@@ -72,7 +72,7 @@ TEST_F(SizeEstimate, EveryMissingFileGetsAMessageEachTimeAndTheStatusStays) {
     expect_missing(folder.path("gone.m2v"));
     expect_missing(folder.path("gone menu.m2v"));
     expect_missing(folder.path("gone menu.ac3"));
-    dvdsize(w);
+    dvdsize(doc);
     EXPECT_EQ(p.dvdsizetext, "as it was");
     EXPECT_TRUE(p.dvdsizetext_red);
   }
@@ -82,13 +82,13 @@ TEST_F(SizeEstimate, AFolderIsNoFile) {
   std::filesystem::create_directories(path_of(folder.path("folder.vob")));
   p.List11 = {folder.stored("folder.vob")};
   expect_missing(folder.path("folder.vob"));
-  dvdsize(w);
+  dvdsize(doc);
 }
 
 TEST_F(SizeEstimate, AnEmptyStreamPathIsMissing) {
   p.List11 = {add_sized("a.m2v", 1) + "/"};
   expect_missing("");
-  dvdsize(w);
+  dvdsize(doc);
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ class TitleCommands : public testing_support::command_test {
 TEST_F(TitleCommands, RemovingATitleRenumbersTheOnesAfterIt) {
   add_three_titles();
   p.selected = 1;
-  remove_title_command(w);
+  remove_title_command(doc);
   EXPECT_EQ(p.List1, (rows{"title1:one.m2v/one.ac3", "title2:three.vob"}));
   EXPECT_EQ(p.List11, (rows{folder.stored("one.m2v") + "/" + folder.stored("one.ac3"),
                             folder.stored("three.vob")}));
@@ -49,7 +49,7 @@ TEST_F(TitleCommands, RemovingATitleRenumbersTheOnesAfterIt) {
 TEST_F(TitleCommands, RemovingATitleKeepsPostCommandsAndLanguageTagsWhereTheyAre) {
   add_three_titles();
   p.selected = 0;
-  remove_title_command(w);
+  remove_title_command(doc);
   EXPECT_EQ(p.postinfo, (rows{"p1", "p2", "p3"}));
   EXPECT_EQ(p.languagetags, rows{"Audio tag:\tenglish en"});
 }
@@ -60,7 +60,7 @@ TEST_F(TitleCommands, RemovingTheLastTitleFreesTheRegionOnlyWithoutMenus) {
   p.selected = 0;
   folder.add("menu.m2v");
   p.menulist = {folder.stored("menu.m2v") + "/"};
-  remove_title_command(w);
+  remove_title_command(doc);
   EXPECT_TRUE(p.List1.empty());
   EXPECT_FALSE(p.Comboregion_enabled);
   EXPECT_EQ(p.Frame1, "0 titles loaded");
@@ -68,14 +68,14 @@ TEST_F(TitleCommands, RemovingTheLastTitleFreesTheRegionOnlyWithoutMenus) {
   p.menulist.clear();
   add_files_and_title({"one.m2v", "one.ac3"});
   p.selected = 0;
-  remove_title_command(w);
+  remove_title_command(doc);
   EXPECT_TRUE(p.Comboregion_enabled);
 }
 
 TEST_F(TitleCommands, RemovingWithoutASelectionIsRefusedButCountsAsAChange) {
   add_three_titles();
   expect_refusal("Please select a title first to remove.");
-  remove_title_command(w);
+  remove_title_command(doc);
   EXPECT_EQ(p.List1.size(), 3u);
   EXPECT_EQ(p.saved, 0);
 }
@@ -84,7 +84,7 @@ TEST_F(TitleCommands, ASelectionBeyondTheListIsNone) {
   add_three_titles();
   p.selected = 3;
   expect_refusal("Please select a title first to remove.");
-  remove_title_command(w);
+  remove_title_command(doc);
   EXPECT_EQ(p.List1.size(), 3u);
 }
 
@@ -97,7 +97,7 @@ TEST_F(TitleCommands, GuardRefusesEveryCommandThatChangesTitles) {
     p.customxml = "<dvdauthor/>";
     p.selected = 1;
     expect_guard(answer::cancel);
-    command(w);
+    command(doc);
     EXPECT_EQ(p.customxml, "<dvdauthor/>");
     EXPECT_EQ(p.List11, before.List11);
     EXPECT_EQ(p.delay, before.delay);
@@ -108,11 +108,11 @@ TEST_F(TitleCommands, GuardRefusesEveryCommandThatChangesTitles) {
 TEST_F(TitleCommands, RefusedCommandsChangeNothingButTheSavedFlag) {
   add_three_titles();
   const project before = p;
-  const auto refused = [&](int selected, void (*command)(workbench&), const std::string& text) {
+  const auto refused = [&](int selected, void (*command)(document&), const std::string& text) {
     p.saved = 1;
     p.selected = selected;
     expect_refusal(text);
-    command(w);
+    command(doc);
     EXPECT_EQ(contents_of(p), contents_of(before)) << text;
     EXPECT_EQ(p.List1, before.List1) << text;
     EXPECT_EQ(p.Frame1, before.Frame1) << text;
@@ -135,7 +135,7 @@ TEST_F(TitleCommands, RefusedCommandsChangeNothingButTheSavedFlag) {
 TEST_F(TitleCommands, MovingUpSwapsAllSixListsAndTheSelectionFollows) {
   add_three_titles();
   p.selected = 1;
-  titleup_command(w);
+  titleup_command(doc);
   EXPECT_EQ(p.List1, (rows{"title1:two.m2v/two.ac3/deux.mp2", "title2:one.m2v/one.ac3",
                            "title3:three.vob"}));
   EXPECT_EQ(p.chapters, (rows{"c2", "c1", "c3"}));
@@ -149,7 +149,7 @@ TEST_F(TitleCommands, MovingUpSwapsAllSixListsAndTheSelectionFollows) {
 TEST_F(TitleCommands, MovingDownSwapsWithTheNextTitle) {
   add_three_titles();
   p.selected = 1;
-  titledown_command(w);
+  titledown_command(doc);
   EXPECT_EQ(p.List1, (rows{"title1:one.m2v/one.ac3", "title2:three.vob",
                            "title3:two.m2v/two.ac3/deux.mp2"}));
   EXPECT_EQ(p.delay, (rows{"1", "3", "2"}));
@@ -159,9 +159,9 @@ TEST_F(TitleCommands, MovingDownSwapsWithTheNextTitle) {
 TEST_F(TitleCommands, AMoveDoesNotCountAsAChange) {
   add_three_titles();
   p.selected = 1;
-  titleup_command(w);
+  titleup_command(doc);
   EXPECT_EQ(p.saved, 1);
-  titledown_command(w);
+  titledown_command(doc);
   EXPECT_EQ(p.saved, 1);
 }
 
@@ -169,14 +169,14 @@ TEST_F(TitleCommands, FirstTitleDoesNotMoveUpNorTheLastDown) {
   add_three_titles();
   const rows before = p.List11;
   p.selected = 0;
-  titleup_command(w);
+  titleup_command(doc);
   EXPECT_EQ(p.selected, 0);
   p.selected = 2;
-  titledown_command(w);
+  titledown_command(doc);
   EXPECT_EQ(p.selected, 2);
   p.selected = -1;
-  titleup_command(w);
-  titledown_command(w);
+  titleup_command(doc);
+  titledown_command(doc);
   EXPECT_EQ(p.selected, -1);
   EXPECT_EQ(p.List11, before);
 }
@@ -185,7 +185,7 @@ TEST_F(TitleCommands, AudioIsAppendedToBothRowsOfTheSelectedTitle) {
   add_three_titles();
   p.selected = 0;
   expect_audio(folder.add("uno.mpa"));
-  addaudiostream_command(w);
+  addaudiostream_command(doc);
   EXPECT_EQ(p.List1[0], "title1:one.m2v/one.ac3/uno.mpa");
   EXPECT_EQ(p.List11[0], folder.stored("one.m2v") + "/" + folder.stored("one.ac3") + "/" +
                              folder.stored("uno.mpa"));
@@ -198,7 +198,7 @@ TEST_F(TitleCommands, CancelledAudioDialogAddsNothing) {
   add_three_titles();
   p.selected = 0;
   expect_audio("");
-  addaudiostream_command(w);
+  addaudiostream_command(doc);
   EXPECT_EQ(p.List1[0], "title1:one.m2v/one.ac3");
   EXPECT_EQ(p.saved, 0);
 }
@@ -206,7 +206,7 @@ TEST_F(TitleCommands, CancelledAudioDialogAddsNothing) {
 TEST_F(TitleCommands, AddingAudioWithoutASelectionIsRefused) {
   add_three_titles();
   expect_refusal("Please select a title to add an audio stream to.");
-  addaudiostream_command(w);
+  addaudiostream_command(doc);
   EXPECT_EQ(p.saved, 0);
 }
 
@@ -216,7 +216,7 @@ TEST_F(TitleCommands, MuxedTitleTakesNoAudio) {
   expect_refusal(
       "Unable to add audio streams to already muxed files, please de-mux if you wish to add an "
       "audio stream.");
-  addaudiostream_command(w);
+  addaudiostream_command(doc);
   EXPECT_EQ(p.List11[2], folder.stored("three.vob"));
   EXPECT_EQ(p.saved, 0);
 }
@@ -225,10 +225,10 @@ TEST_F(TitleCommands, EighthAudioStreamIsTakenAndTheNinthRefused) {
   add_files_and_title({"v.m2v", "1.ac3", "2.ac3", "3.ac3", "4.ac3", "5.ac3", "6.ac3", "7.ac3"});
   p.selected = 0;
   expect_audio(folder.add("8.ac3"));
-  addaudiostream_command(w);
+  addaudiostream_command(doc);
   EXPECT_EQ(std::count(p.List11[0].begin(), p.List11[0].end(), '/'), 8);
   expect_refusal("Only eight audio streams allowed.");
-  addaudiostream_command(w);
+  addaudiostream_command(doc);
   EXPECT_EQ(std::count(p.List11[0].begin(), p.List11[0].end(), '/'), 8);
 }
 
@@ -242,7 +242,7 @@ TEST_F(TitleCommands, DelayIsAskedWithTheOldOneAndStoredAsANumber) {
     p.saved = 1;
     ask.expect_input({"A/V sync delay", "Set the A/V delay for this title.", p.delay[1] + " ms"},
                      text);
-    editdelay_command(w);
+    editdelay_command(doc);
     EXPECT_EQ(p.delay, (rows{"1", stored, "3"})) << text;
     EXPECT_EQ(p.saved, 0);
   }
@@ -252,7 +252,7 @@ TEST_F(TitleCommands, DelayOfLettersOnlyIsZero) {
   add_three_titles();
   p.selected = 0;
   ask.expect_input({"A/V sync delay", "Set the A/V delay for this title.", "1 ms"}, "soon");
-  editdelay_command(w);
+  editdelay_command(doc);
   EXPECT_EQ(p.delay[0], "0");
 }
 
@@ -263,7 +263,7 @@ TEST_F(TitleCommands, TheOfferedDelayTakenAsItIsGivesItselfBack) {
     p.delay[0] = delay;
     ask.expect_input({"A/V sync delay", "Set the A/V delay for this title.", delay + " ms"},
                      delay + " ms");
-    editdelay_command(w);
+    editdelay_command(doc);
     EXPECT_EQ(p.delay[0], delay);
   }
 }
@@ -272,14 +272,14 @@ TEST_F(TitleCommands, CancelledDelayKeepsTheOldOne) {
   add_three_titles();
   p.selected = 0;
   ask.expect_input({"A/V sync delay", "Set the A/V delay for this title.", "1 ms"}, "");
-  editdelay_command(w);
+  editdelay_command(doc);
   EXPECT_EQ(p.delay, (rows{"1", "2", "3"}));
 }
 
 TEST_F(TitleCommands, DelayWithoutASelectionIsRefused) {
   add_three_titles();
   expect_refusal("Please select a title to adjust delays.");
-  editdelay_command(w);
+  editdelay_command(doc);
   EXPECT_EQ(p.saved, 0);
 }
 
@@ -287,7 +287,7 @@ TEST_F(TitleCommands, MuxedTitleTakesNoDelay) {
   add_three_titles();
   p.selected = 2;
   expect_refusal("Unable to adjust delays to already muxed files, please demultiplex");
-  editdelay_command(w);
+  editdelay_command(doc);
   EXPECT_EQ(p.delay[2], "3");
   EXPECT_EQ(p.saved, 0);
 }
@@ -300,7 +300,7 @@ TEST_F(TitleCommands, AMissingStreamIsToldAfterEveryCommandAndTheStatusStays) {
   p.selected = 1;
   for (int i = 0; i < 2; ++i) {
     expect_missing(folder.path("one.ac3"));
-    (i == 0 ? titleup_command : titledown_command)(w);
+    (i == 0 ? titleup_command : titledown_command)(doc);
     EXPECT_EQ(p.dvdsizetext, "as it was");
   }
 }
@@ -314,7 +314,7 @@ TEST_F(TitleCommands, AboutNamesEachToolWithItsAddress) {
           "-graphicsmagick http://www.graphicsmagick.org\r\n"
           "-mkisofs http://cdrtools.sourceforge.net",
           icon::information));
-  about_command(w);
+  about_command(doc);
 }
 
 }  // namespace

@@ -26,7 +26,7 @@ class ReportInBrowser : public testing_support::command_test {
  protected:
   /// Has the command write the report of a project, and gives the page's path.
   std::string page_of(project made, const std::string& name) {
-    workbench made_bench{made, ask, prefs};
+    document made_bench{made, ask, prefs};
     const std::string app = folder.path(name);
     EXPECT_FALSE(make_folders(app));
     EXPECT_EQ(layoutprint_command(made_bench, app, user_desktop), report_result::shown);

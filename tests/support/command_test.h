@@ -1,8 +1,8 @@
 // What the tests of commands share: a project, a script of answers, settings, a folder of files.
 #pragma once
 
+#include "project/document.h"
 #include "project/title_rows.h"
-#include "project/workbench.h"
 #include "support/scripted_prompts.h"
 #include "support/temporary_folder.h"
 
@@ -71,7 +71,7 @@ class command_test : public testing::Test {
   testing_support::scripted_prompts ask;
   memory_settings prefs;
   project p;
-  workbench w{p, ask, prefs};
+  document doc{p, ask, prefs};
 };
 
 /// A block as a program stream with navigation packets begins.

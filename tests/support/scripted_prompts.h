@@ -64,7 +64,7 @@ class scripted_prompts : public prompts {
     EXPECT_EQ(s.input.preset, box.preset);
     return s.reply;
   }
-  bool somebody_answers() const override { return !leaves_ || !steps_.empty(); }
+  bool can_ask() const override { return !leaves_ || !steps_.empty(); }
 
  private:
   struct step {

@@ -4,7 +4,7 @@
 #include "support/temporary_folder.h"
 
 #ifdef _WIN32
-#include "platform/text/wide_windows.h"
+#include "platform/text/utf16_windows.h"
 
 #include <windows.h>
 #endif
@@ -19,7 +19,7 @@ class settings_place {
 #ifdef _WIN32
   settings_place() : name_("Software\\Corvane-test-" + std::to_string(std::random_device()())) {}
   ~settings_place() {
-    ::RegDeleteTreeW(HKEY_CURRENT_USER, wide(name_).c_str());
+    ::RegDeleteTreeW(HKEY_CURRENT_USER, utf16(name_).c_str());
   }
 #else
   settings_place() : name_(folder_.path("corvane/preferences")) {}

@@ -115,8 +115,8 @@ class Association : public testing_support::command_test {
             "<svg/>",     {folder.path("data"), folder.path("config")},
             user_desktop, style};
   }
-  association_result on_windows() { return register_command(w, equipment(path_style::windows)); }
-  association_result on_linux() { return register_command(w, equipment(path_style::posix)); }
+  association_result on_windows() { return register_command(doc, equipment(path_style::windows)); }
+  association_result on_linux() { return register_command(doc, equipment(path_style::posix)); }
 
   void expect_note(const std::string& text) { ask.expect(box(text, icon::information)); }
   void expect_done() { expect_note("Project files (.cvp) are now opened with Corvane."); }

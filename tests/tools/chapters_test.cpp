@@ -156,14 +156,14 @@ TEST(ChapterString, LineFeedsAloneEndLinesToo) {
 TEST_F(Chapter, WithoutATitleSelectedIsRefused) {
   p.selected = -1;
   expect_refusal("Please select a title to add chapters to.");
-  EXPECT_FALSE(chapter::open(w));
+  EXPECT_FALSE(chapter::open(doc));
 }
 
 TEST_F(Chapter, HandEditedXmlStaysWhenTheUserKeepsIt) {
   p.customxml = "<dvdauthor/>";
   p.selected = -1;  // is not looked at
   expect_guard(answer::cancel);
-  EXPECT_FALSE(chapter::open(w));
+  EXPECT_FALSE(chapter::open(doc));
   EXPECT_EQ(p.customxml, "<dvdauthor/>");
   EXPECT_EQ(p.saved, 1);
 }
@@ -173,19 +173,19 @@ TEST_F(Chapter, HandEditedXmlIsAskedAboutBeforeTheTitle) {
   p.selected = -1;
   expect_guard(answer::ok);
   expect_refusal("Please select a title to add chapters to.");
-  EXPECT_FALSE(chapter::open(w));
+  EXPECT_FALSE(chapter::open(doc));
   EXPECT_EQ(p.customxml, "");
 }
 
 TEST_F(Chapter, HandEditedXmlGoesWhenTheUserAgrees) {
   p.customxml = "<dvdauthor/>";
   expect_guard(answer::ok);
-  EXPECT_TRUE(chapter::open(w));
+  EXPECT_TRUE(chapter::open(doc));
   EXPECT_EQ(p.customxml, "");
 }
 
 TEST_F(Chapter, ShowsNumberRowAndTimesOfTheSelectedTitle) {
-  const auto dialog = chapter::open(w);
+  const auto dialog = chapter::open(doc);
   ASSERT_TRUE(dialog);
   EXPECT_EQ(dialog->Label2(), "2");
   EXPECT_EQ(dialog->Label3(), "title2:two.m2v/two.ac3");
@@ -195,11 +195,11 @@ TEST_F(Chapter, ShowsNumberRowAndTimesOfTheSelectedTitle) {
 
 TEST_F(Chapter, VideoOfAMuxedTitleIsItsFile) {
   p.List11[1] = folder.stored("two.vob");
-  EXPECT_EQ(chapter::open(w)->video(), folder.path("two.vob"));
+  EXPECT_EQ(chapter::open(doc)->video(), folder.path("two.vob"));
 }
 
 TEST_F(Chapter, AcceptingStoresTheTimesOfThisTitleAlone) {
-  auto dialog = chapter::open(w);
+  auto dialog = chapter::open(doc);
   dialog->set_text("00:00:00.00\r\n\r\n00:10:00.00 \r\n");
   EXPECT_TRUE(dialog->accept());
   EXPECT_EQ(p.chapters, (testing_support::rows{"00:00:00.00", "00:00:00.00,00:10:00.00"}));
@@ -208,13 +208,13 @@ TEST_F(Chapter, AcceptingStoresTheTimesOfThisTitleAlone) {
 
 TEST_F(Chapter, AcceptingRefreshesTheStatus) {
   p.dvdsizetext = "old";
-  EXPECT_TRUE(chapter::open(w)->accept());
+  EXPECT_TRUE(chapter::open(doc)->accept());
   EXPECT_EQ(p.dvdsizetext, "2 titles\r\n0 menus\r\n0.000 gig total");
 }
 
 TEST_F(Chapter, AcceptingWithAMissingStreamTellsSoAndStoresTheTimes) {
   p.List11[0] = folder.stored("gone.m2v");
-  auto dialog = chapter::open(w);
+  auto dialog = chapter::open(doc);
   dialog->set_text("00:10:00.00");
   expect_missing(folder.path("gone.m2v"));
   EXPECT_TRUE(dialog->accept());
@@ -222,7 +222,7 @@ TEST_F(Chapter, AcceptingWithAMissingStreamTellsSoAndStoresTheTimes) {
 }
 
 TEST_F(Chapter, ATypoIsToldOnceAndNothingIsStored) {
-  auto dialog = chapter::open(w);
+  auto dialog = chapter::open(doc);
   dialog->set_text("00:00:00.00\r\n0:05:00.00\r\n0:06:00.00\r\n");
   expect_refusal("There appears to be a typo in the chapters list, please correct.");
   EXPECT_FALSE(dialog->accept());
@@ -235,21 +235,21 @@ TEST_F(Chapter, ATypoIsToldOnceAndNothingIsStored) {
 }
 
 TEST_F(Chapter, AcceptingAnEmptyTextClearsTheChapters) {
-  auto dialog = chapter::open(w);
+  auto dialog = chapter::open(doc);
   dialog->set_text("");
   EXPECT_TRUE(dialog->accept());
   EXPECT_EQ(p.chapters[1], "");
 }
 
 TEST_F(Chapter, ClosingWithoutAcceptStoresNothing) {
-  { chapter::open(w)->set_text("00:10:00.00"); }
+  { chapter::open(doc)->set_text("00:10:00.00"); }
   EXPECT_EQ(p.chapters[1], "00:00:00.00,00:05:10.25");
   EXPECT_EQ(p.saved, 1);
 }
 
 TEST_F(Chapter, TitleWithoutAChaptersRowGetsOne) {
   p.chapters.clear();
-  auto dialog = chapter::open(w);
+  auto dialog = chapter::open(doc);
   EXPECT_EQ(dialog->RichTextBox1(), "");
   dialog->set_text("00:10:00.00");
   EXPECT_TRUE(dialog->accept());

@@ -18,7 +18,7 @@ class Language : public testing_support::command_test {
   }
 
   language edit() {
-    auto dialog = language::open(w);
+    auto dialog = language::open(doc);
     EXPECT_TRUE(dialog);
     return *dialog;
   }
@@ -80,7 +80,7 @@ TEST_F(Language, OpensWithTheProjectsTagsInOrderAndNoneSelected) {
 TEST_F(Language, HandEditedXmlStaysWhenTheUserKeepsIt) {
   p.customxml = "<dvdauthor/>";
   expect_guard(answer::cancel);
-  EXPECT_FALSE(language::open(w));
+  EXPECT_FALSE(language::open(doc));
   EXPECT_EQ(p.customxml, "<dvdauthor/>");
   EXPECT_EQ(p.saved, 1);
 }
@@ -88,7 +88,7 @@ TEST_F(Language, HandEditedXmlStaysWhenTheUserKeepsIt) {
 TEST_F(Language, HandEditedXmlGoesWhenTheUserAgrees) {
   p.customxml = "<dvdauthor/>";
   expect_guard(answer::ok);
-  EXPECT_TRUE(language::open(w));
+  EXPECT_TRUE(language::open(doc));
   EXPECT_EQ(p.customxml, "");
 }
 

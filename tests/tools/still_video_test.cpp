@@ -132,7 +132,7 @@ TEST_F(StillVideo, WritesTheScriptClearsAndShowsTheLogAndRunsIt) {
   const std::string jpeg = add_jpeg("menu.jpg", 720, 480);
   expect_questions(jpeg, out);
   expect_frames("1", "1");
-  EXPECT_EQ(still_command(w, e), still_result::started);
+  EXPECT_EQ(still_command(doc, e), still_result::started);
   EXPECT_EQ(script(), still_script(app, {jpeg, out, 480, 1}));
   EXPECT_EQ(launcher.started, rows{"bin/conspawn.exe \"" + join_path(app, "process.bat") + "\""});
   ASSERT_GE(screen.log.size(), 2u);
@@ -145,7 +145,7 @@ TEST_F(StillVideo, PalPictureWithFramecount15GivesItsArguments) {
   const std::string jpeg = add_jpeg("menu.jpg", 720, 576);
   expect_questions(jpeg, out);
   expect_frames("1", "15");
-  EXPECT_EQ(still_command(w, e), still_result::started);
+  EXPECT_EQ(still_command(doc, e), still_result::started);
   EXPECT_NE(script().find(" -n 15 -I p -f 25 -j "), std::string::npos);
   EXPECT_NE(script().find(" -f 8 -n p -o "), std::string::npos);
   EXPECT_EQ(prefs.get("framecount"), "15");
@@ -155,14 +155,14 @@ TEST_F(StillVideo, EarlierScriptIsReplaced) {
   folder.add("app/process.bat", std::string(10000, 'x'));
   expect_questions(add_jpeg("menu.jpg", 720, 480), out);
   expect_frames("1", "1");
-  EXPECT_EQ(still_command(w, e), still_result::started);
+  EXPECT_EQ(still_command(doc, e), still_result::started);
   EXPECT_TRUE(script().starts_with("@echo off\r\n"));
   EXPECT_TRUE(script().ends_with("echo *process complete\r\n"));
 }
 
 TEST_F(StillVideo, NoPictureChosenEndsInSilence) {
   expect_jpeg("");
-  EXPECT_EQ(still_command(w, e), still_result::cancelled);
+  EXPECT_EQ(still_command(doc, e), still_result::cancelled);
   EXPECT_FALSE(script_written());
 }
 
@@ -171,7 +171,7 @@ TEST_F(StillVideo, PicturesOfAnotherSizeAreRefused) {
        {std::pair{704, 480}, {720, 481}, {720, 540}, {480, 720}, {1440, 960}}) {
     expect_jpeg(add_jpeg("menu.jpg", width, height));
     expect_refusal("jpg is not 720x480 or 720x576");
-    EXPECT_EQ(still_command(w, e), still_result::refused);
+    EXPECT_EQ(still_command(doc, e), still_result::refused);
     EXPECT_TRUE(ask.all_asked()) << width << "x" << height;
   }
   EXPECT_FALSE(script_written());
@@ -181,7 +181,7 @@ TEST_F(StillVideo, AFileThatIsNoPictureIsRefusedWithItsReason) {
   const std::string file = folder.add("menu.jpg");
   expect_jpeg(file);
   expect_refusal("\"" + file + "\" cannot be used: it is no picture.");
-  EXPECT_EQ(still_command(w, e), still_result::refused);
+  EXPECT_EQ(still_command(doc, e), still_result::refused);
 }
 
 TEST_F(StillVideo, APictureThatJpeg2yuvCannotTakeIsRefusedBeforeTheRun) {
@@ -196,7 +196,7 @@ TEST_F(StillVideo, APictureThatJpeg2yuvCannotTakeIsRefusedBeforeTheRun) {
     pictures.sizes[file] = {720, 480};
     expect_jpeg(file);
     expect_refusal("\"" + file + "\" cannot be used: " + why + advice);
-    EXPECT_EQ(still_command(w, e), still_result::refused);
+    EXPECT_EQ(still_command(doc, e), still_result::refused);
     EXPECT_TRUE(ask.all_asked()) << why;
   }
   EXPECT_FALSE(script_written());
@@ -208,14 +208,14 @@ TEST_F(StillVideo, APictureThatIsCutOffIsRefused) {
   expect_jpeg(file);
   expect_refusal("\"" + file +
                  "\" cannot be used: it is cut off; the rest of the picture is missing.");
-  EXPECT_EQ(still_command(w, e), still_result::refused);
+  EXPECT_EQ(still_command(doc, e), still_result::refused);
   EXPECT_FALSE(script_written());
 }
 
 TEST_F(StillVideo, CancellingTheSaveDialogStillAsksForAndStoresTheFrameCount) {
   expect_questions(add_jpeg("menu.jpg", 720, 480), "");
   expect_frames("1", "25");
-  EXPECT_EQ(still_command(w, e), still_result::cancelled);
+  EXPECT_EQ(still_command(doc, e), still_result::cancelled);
   EXPECT_EQ(prefs.get("framecount"), "25");
   EXPECT_FALSE(script_written());
   EXPECT_TRUE(launcher.started.empty());
@@ -228,7 +228,7 @@ TEST_F(StillVideo, AnEmptyFrameCountIsAskedForAgainWithTheStoredOne) {
   expect_frames("12", "");
   expect_frames("12", "  ");
   expect_frames("12", "30");
-  EXPECT_EQ(still_command(w, e), still_result::started);
+  EXPECT_EQ(still_command(doc, e), still_result::started);
   EXPECT_EQ(prefs.get("framecount"), "30");
 }
 
@@ -236,7 +236,7 @@ TEST_F(StillVideo, WhenTheProgramEndsNothingIsAskedAgain) {
   expect_questions(add_jpeg("menu.jpg", 720, 480), out);
   expect_frames("1", "");
   ask.leave_after_last();
-  EXPECT_EQ(still_command(w, e), still_result::cancelled);
+  EXPECT_EQ(still_command(doc, e), still_result::cancelled);
   EXPECT_FALSE(script_written());
   EXPECT_EQ(prefs.get("framecount"), "1");
 }
@@ -249,7 +249,7 @@ TEST_F(StillVideo, AFrameCountThatIsNoSaneNumberIsToldAndAskedForAgain) {
                    "\" is not a whole number from 1 to 99999.");
   }
   expect_frames("1", " 007 ");
-  EXPECT_EQ(still_command(w, e), still_result::started);
+  EXPECT_EQ(still_command(doc, e), still_result::started);
   EXPECT_NE(script().find(" -n 7 -I p "), std::string::npos);
   EXPECT_EQ(prefs.get("framecount"), "7");
 }
@@ -260,7 +260,7 @@ TEST_F(StillVideo, AnOutputNameThatScriptsCannotHoldIsToldAndAskedForAgain) {
                  "\" cannot be used: its name contains a vertical bar (|).  Please rename it.");
   expect_save(out);
   expect_frames("1", "1");
-  EXPECT_EQ(still_command(w, e), still_result::started);
+  EXPECT_EQ(still_command(doc, e), still_result::started);
 }
 
 TEST_F(StillVideo, AnExistingFileIsReplacedOnlyWhenTheUserAgrees) {
@@ -270,7 +270,7 @@ TEST_F(StillVideo, AnExistingFileIsReplacedOnlyWhenTheUserAgrees) {
   expect_save(replaced);
   ask.expect(box("File exists.  Overwrite?", icon::exclamation, buttons::yes_no), answer::yes);
   expect_frames("1", "1");
-  EXPECT_EQ(still_command(w, e), still_result::started);
+  EXPECT_EQ(still_command(doc, e), still_result::started);
   EXPECT_NE(script().find(replaced), std::string::npos);
   EXPECT_EQ(script().find(kept), std::string::npos);
 }
@@ -281,7 +281,7 @@ TEST_F(StillVideo, ThePictureItselfIsNeverTheOutput) {
   expect_refusal("The video cannot be written over the picture it is made of.");
   expect_save("");
   expect_frames("1", "1");
-  EXPECT_EQ(still_command(w, e), still_result::cancelled);
+  EXPECT_EQ(still_command(doc, e), still_result::cancelled);
   EXPECT_EQ(folder.read("menu.jpg"), plain_jpeg);
 }
 
@@ -290,7 +290,7 @@ TEST_F(StillVideo, MissingToolsAreToldBeforeAnythingIsAsked) {
   std::filesystem::remove(path_of(folder.path("app/bin/mpeg2enc.exe")));
   // In the words of the system.
   expect_error(missing_tools(app, {"jpeg2yuv", "mpeg2enc"}));
-  EXPECT_EQ(still_command(w, e), still_result::tool_missing);
+  EXPECT_EQ(still_command(doc, e), still_result::tool_missing);
 }
 
 TEST_F(StillVideo, WhileAnotherRunUsesTheProgramFolderNothingIsWritten) {
@@ -300,7 +300,7 @@ TEST_F(StillVideo, WhileAnotherRunUsesTheProgramFolderNothingIsWritten) {
   expect_frames("1", "1");
   expect_error("Another run is using the program folder \"" + app +
                "\".  Please wait until it has finished.");
-  EXPECT_EQ(still_command(w, e), still_result::folder_in_use);
+  EXPECT_EQ(still_command(doc, e), still_result::folder_in_use);
   EXPECT_FALSE(script_written());
 }
 
@@ -312,7 +312,7 @@ TEST_F(StillVideo, AScriptThatCannotBeWrittenIsTold) {
   ASSERT_TRUE(why);
   expect_error("The file \"" + join_path(app, "process.bat") + "\" could not be written: " + *why +
                ".");
-  EXPECT_EQ(still_command(w, e), still_result::not_written);
+  EXPECT_EQ(still_command(doc, e), still_result::not_written);
   EXPECT_FALSE(lock.held());
   EXPECT_TRUE(launcher.started.empty());
 }
@@ -322,7 +322,7 @@ TEST_F(StillVideo, ARunThatDoesNotStartLetsTheProgramFolderGo) {
   expect_questions(add_jpeg("menu.jpg", 720, 480), out);
   expect_frames("1", "1");
   expect_error("Binaries not found, please reinstall the program.");
-  EXPECT_EQ(still_command(w, e), still_result::not_started);
+  EXPECT_EQ(still_command(doc, e), still_result::not_started);
   EXPECT_FALSE(lock.held());
 }
 
@@ -332,14 +332,14 @@ TEST_F(StillVideo, FramecountIsAskedForAndStored) {
   expect_frames("1", "ten");
   expect_refusal("The frame count \"ten\" is not a whole number from 1 to 99999.");
   expect_frames("1", "10");
-  framecount_command(w);
+  framecount_command(doc);
   EXPECT_EQ(prefs.get("framecount"), "10");
 }
 
 TEST_F(StillVideo, FramecountWithoutAnAnswerStaysAsItIs) {
   prefs.set("framecount", "12");
   expect_frames("12", "");
-  framecount_command(w);
+  framecount_command(doc);
   EXPECT_EQ(prefs.get("framecount"), "12");
 }
 

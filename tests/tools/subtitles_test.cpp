@@ -28,7 +28,7 @@ class SubtitlesDialog : public testing_support::command_test {
     return font_list(installed);
   }
   Subtitles edit() {
-    auto dialog = Subtitles::open(w, fonts());
+    auto dialog = Subtitles::open(doc, fonts());
     EXPECT_TRUE(dialog);
     return *dialog;
   }
@@ -67,14 +67,14 @@ TEST_F(SubtitlesDialog, TellsTheFilesForThePreview) {
 TEST_F(SubtitlesDialog, WithoutATitleSelectedIsRefused) {
   p.selected = -1;
   expect_refusal("Please select a title to add a subtitle to.");
-  EXPECT_FALSE(Subtitles::open(w, fonts()));
+  EXPECT_FALSE(Subtitles::open(doc, fonts()));
 }
 
 TEST_F(SubtitlesDialog, HandEditedXmlStaysWhenTheUserKeepsIt) {
   p.customxml = "<dvdauthor/>";
   p.selected = -1;  // is not looked at
   expect_guard(answer::cancel);
-  EXPECT_FALSE(Subtitles::open(w, fonts()));
+  EXPECT_FALSE(Subtitles::open(doc, fonts()));
   EXPECT_EQ(p.customxml, "<dvdauthor/>");
   EXPECT_EQ(p.saved, 1);
 }
@@ -84,7 +84,7 @@ TEST_F(SubtitlesDialog, HandEditedXmlIsAskedAboutBeforeTheTitle) {
   p.selected = -1;
   expect_guard(answer::ok);
   expect_refusal("Please select a title to add a subtitle to.");
-  EXPECT_FALSE(Subtitles::open(w, fonts()));
+  EXPECT_FALSE(Subtitles::open(doc, fonts()));
   EXPECT_EQ(p.customxml, "");
 }
 
@@ -101,7 +101,7 @@ TEST_F(SubtitlesDialog, ForAMuxedTitleIsRefused) {
   expect_refusal(
       "Unable to add subtitles to already muxed files, please de-mux if you wish to add "
       "subtitles.");
-  EXPECT_FALSE(Subtitles::open(w, fonts()));
+  EXPECT_FALSE(Subtitles::open(doc, fonts()));
 }
 
 TEST_F(SubtitlesDialog, OfATitleWithoutSubtitlesShowsNoneAndItsSettings) {
@@ -443,7 +443,7 @@ TEST_F(SubtitlesDialog, SelectingAFileSelectsItsFont) {
 }
 
 TEST_F(SubtitlesDialog, WithoutFontsTheStoredFileIsKept) {
-  const auto dialog = Subtitles::open(w, font_list());
+  const auto dialog = Subtitles::open(doc, font_list());
   ASSERT_TRUE(dialog);
   EXPECT_TRUE(dialog->fonts().fonts().empty());
   EXPECT_EQ(dialog->fontface(), std::nullopt);

@@ -12,7 +12,7 @@ class VisualChapters : public testing_support::command_test {
   VisualChapters() {
     add_files_and_title({"one.m2v", "one.ac3"});
     p.selected = 0;
-    dialog = chapter::open(w);
+    dialog = chapter::open(doc);
     dialog->set_text("00:00:00.00\r\n00:05:00.00\r\n00:10:00.00\r\n");
   }
 
@@ -22,7 +22,7 @@ class VisualChapters : public testing_support::command_test {
             "determine time.  If WMP reports time incorrectly, then this visual editor will "
             "not be accurate.",
             icon::information));
-    return {w, *dialog};
+    return {doc, *dialog};
   }
 
   std::optional<chapter> dialog;

@@ -21,7 +21,7 @@ class XmlEditor : public testing_support::command_test {
     p.saved = 1;
   }
   xmleditor opened() {
-    return {w, {app, *lock, [] { return generated; }}};
+    return {doc, {app, *lock, [] { return generated; }}};
   }
 
   void expect_save(answer reply, bool changed = true) {
@@ -174,7 +174,7 @@ TEST_F(XmlEditor, AFaultyTextIsSavedWhenTheUserWantsIt) {
 TEST_F(XmlEditor, EnterSavesOnlyATextThatWasChanged) {
   xmleditor editor = opened();
   editor.set_Text1(edited);
-  editor.take_back();
+  editor.restore();
   expect_save(answer::no, false);
   expect_proceed(answer::no);
   EXPECT_EQ(editor.close(), xmleditor_end::declined);
@@ -186,7 +186,7 @@ TEST_F(XmlEditor, ATextTakenBackIsSavedByteByByteAsItWasOpened) {
   const std::string before = p.customxml;
   xmleditor editor = opened();
   editor.set_Text1("<a/>");
-  editor.take_back();
+  editor.restore();
   EXPECT_EQ(editor.Text1(), before);
   expect_save(answer::yes, false);
   expect_proceed(answer::no);
@@ -256,13 +256,13 @@ TEST_F(XmlEditor, TheSwitchTellsWhatItIsForAndIsSet) {
           "tags, read the DVDAuthor documentation, found here:  "
           "https://dvdauthor.sourceforge.net/doc/dvdauthor.html",
           icon::information));
-  editxml_command(w);
+  editxml_command(doc);
   EXPECT_TRUE(p.editxml);
 }
 
 TEST_F(XmlEditor, TheSwitchIsUnsetWithoutAWord) {
   p.editxml = true;
-  editxml_command(w);
+  editxml_command(doc);
   EXPECT_FALSE(p.editxml);
 }
 

@@ -16,7 +16,7 @@ using testing::ElementsAre;
 constexpr const char* dialog = "chapter";
 constexpr const char* typo = "There appears to be a typo in the chapters list, please correct.";
 
-class chapters : public window_test {
+class Chapters : public window_test {
  protected:
   const project& shown_project() const { return window_->shown_project(); }
 
@@ -49,7 +49,7 @@ class chapters : public window_test {
   }
 };
 
-TEST_F(chapters, without_a_selected_title_nothing_opens) {
+TEST_F(Chapters, WithoutASelectedTitleNothingOpens) {
   load(project_with_menus(1));
   click_tool("chapters");
   const seen_dialog seen = answer_message("Please select a title to add chapters to.", "OK");
@@ -60,7 +60,7 @@ TEST_F(chapters, without_a_selected_title_nothing_opens) {
   EXPECT_TRUE(main_is_enabled());
 }
 
-TEST_F(chapters, dialog_shows_the_title_and_its_times_one_a_line) {
+TEST_F(Chapters, DialogShowsTheTitleAndItsTimesOneALine) {
   load_two();
   open();
   screenshot("chapters");
@@ -86,7 +86,7 @@ TEST_F(chapters, dialog_shows_the_title_and_its_times_one_a_line) {
   EXPECT_TRUE(main_is_enabled());
 }
 
-TEST_F(chapters, all_of_it_goes_with_the_keys_alone) {
+TEST_F(Chapters, AllOfItGoesWithTheKeysAlone) {
   load_two("");
   press("ctrl+h");
   ASSERT_TRUE(window_comes(dialog));
@@ -106,7 +106,7 @@ TEST_F(chapters, all_of_it_goes_with_the_keys_alone) {
   EXPECT_EQ(shown_project().chapters[1], "00:00:00.00,00:07:00.00,00:08:00.00");
 }
 
-TEST_F(chapters, accepting_stores_the_times_of_this_title_and_enables_the_main_window) {
+TEST_F(Chapters, AcceptingStoresTheTimesOfThisTitleAndEnablesTheMainWindow) {
   load_two();
   open();
   set_text("00:12:30.50\n00:00:00.00\n00:12:30.50\n");
@@ -125,9 +125,9 @@ struct accepted_text {
   const char* stored;
 };
 
-class accepted_chapters : public chapters, public testing::WithParamInterface<accepted_text> {};
+class AcceptedChapters : public Chapters, public testing::WithParamInterface<accepted_text> {};
 
-TEST_P(accepted_chapters, are_stored) {
+TEST_P(AcceptedChapters, AreStored) {
   load_two();
   open();
   set_text(GetParam().typed);
@@ -137,20 +137,19 @@ TEST_P(accepted_chapters, are_stored) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    chapters, accepted_chapters,
-    testing::Values(accepted_text{"blanks_around_a_time_are_cut", " 00:05:00.00\n00:05:00.00   ",
+    Chapters, AcceptedChapters,
+    testing::Values(accepted_text{"BlanksAroundATimeAreCut", " 00:05:00.00\n00:05:00.00   ",
                                   "00:05:00.00,00:05:00.00"},
-                    accepted_text{"only_the_first_12_characters_count", "00:05:00.0099",
-                                  "00:05:00.009"},
-                    accepted_text{"only_the_separators_are_checked", "ab:cd:ef.gh", "ab:cd:ef.gh"},
-                    accepted_text{"blank_lines_vanish", "00:00:00.00\n\n00:10:00.00",
+                    accepted_text{"OnlyTheFirst12CharactersCount", "00:05:00.0099", "00:05:00.009"},
+                    accepted_text{"OnlyTheSeparatorsAreChecked", "ab:cd:ef.gh", "ab:cd:ef.gh"},
+                    accepted_text{"BlankLinesVanish", "00:00:00.00\n\n00:10:00.00",
                                   "00:00:00.00,00:10:00.00"},
-                    accepted_text{"lines_of_fewer_than_9_characters_are_dropped",
+                    accepted_text{"LinesOfFewerThan9CharactersAreDropped",
                                   "0:05:00\n00:10:00.00\nxyz", "00:10:00.00"},
-                    accepted_text{"an_empty_text_clears_the_chapters", "", ""}),
+                    accepted_text{"AnEmptyTextClearsTheChapters", "", ""}),
     [](const auto& test) { return std::string(test.param.name); });
 
-TEST_F(chapters, one_hour_digit_is_a_typo_that_can_be_corrected) {
+TEST_F(Chapters, OneHourDigitIsATypoThatCanBeCorrected) {
   load_two();
   open();
   set_text("00:00:00.00\n0:05:00.00\n0:06:00.00\n");
@@ -170,7 +169,7 @@ TEST_F(chapters, one_hour_digit_is_a_typo_that_can_be_corrected) {
   EXPECT_EQ(shown_project().chapters[1], "00:00:00.00,00:05:00.00");
 }
 
-TEST_F(chapters, closing_stores_nothing_and_enables_the_main_window) {
+TEST_F(Chapters, ClosingStoresNothingAndEnablesTheMainWindow) {
   load_two();
   for (const std::string way : {"Escape", "cancel", "close"}) {
     open();
@@ -189,7 +188,7 @@ TEST_F(chapters, closing_stores_nothing_and_enables_the_main_window) {
   }
 }
 
-TEST_F(chapters, main_window_rests_while_the_dialog_is_open) {
+TEST_F(Chapters, MainWindowRestsWhileTheDialogIsOpen) {
   load_two();
   open();
   on_ui([this] {
@@ -206,7 +205,7 @@ TEST_F(chapters, main_window_rests_while_the_dialog_is_open) {
   EXPECT_TRUE(no_dialog());
 }
 
-TEST_F(chapters, end_of_the_session_closes_the_dialog_too) {
+TEST_F(Chapters, EndOfTheSessionClosesTheDialogToo) {
   load_two();
   open();
   on_ui([this] { window_->CallAfter([this] { window_->Close(true); }); });
@@ -214,7 +213,7 @@ TEST_F(chapters, end_of_the_session_closes_the_dialog_too) {
   EXPECT_TRUE(gone());
 }
 
-TEST_F(chapters, end_of_the_session_waits_for_the_message_of_the_dialog) {
+TEST_F(Chapters, EndOfTheSessionWaitsForTheMessageOfTheDialog) {
   load_two();
   open();
   set_text("0:05:00.00");
@@ -226,7 +225,7 @@ TEST_F(chapters, end_of_the_session_waits_for_the_message_of_the_dialog) {
   EXPECT_TRUE(gone());
 }
 
-TEST_F(chapters, dialog_does_not_close_under_its_message) {
+TEST_F(Chapters, DialogDoesNotCloseUnderItsMessage) {
   load_two();
   open();
   set_text("0:05:00.00");
@@ -240,7 +239,7 @@ TEST_F(chapters, dialog_does_not_close_under_its_message) {
   EXPECT_TRUE(gone());
 }
 
-TEST_F(chapters, hand_edited_xml_is_kept_when_the_user_says_so) {
+TEST_F(Chapters, HandEditedXmlIsKeptWhenTheUserSaysSo) {
   project p = project_with_menus(1);
   p.customxml = "<dvdauthor>\r\n</dvdauthor>\r\n";
   load(p);

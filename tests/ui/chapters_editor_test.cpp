@@ -32,7 +32,7 @@ constexpr const char* note =
     "This visual editor uses the same method that Windows Media Player uses to determine time.  "
     "If WMP reports time incorrectly, then this visual editor will not be accurate.";
 
-class chapters_editor : public window_test {
+class ChaptersEditor : public window_test {
  protected:
   /// A project of one title, whose video this file is.
   void load_title(const std::string& video, const std::string& chapters = "00:00:00.00") {
@@ -136,7 +136,7 @@ std::unique_ptr<video_file> scanned(const std::string& path) {
 
 // Opening and closing ----------------------------------------------------------------------------
 
-TEST_F(chapters_editor, opens_with_a_note_over_the_dialog_which_rests) {
+TEST_F(ChaptersEditor, OpensWithANoteOverTheDialogWhichRests) {
   load_title(real_video(), "00:00:00.00,00:00:01.50");
   click_tool("chapters");
   ASSERT_TRUE(window_comes(dialog));
@@ -160,7 +160,7 @@ TEST_F(chapters_editor, opens_with_a_note_over_the_dialog_which_rests) {
   leave_all();
 }
 
-TEST_F(chapters_editor, closing_discards_its_list_and_enables_the_dialog) {
+TEST_F(ChaptersEditor, ClosingDiscardsItsListAndEnablesTheDialog) {
   load_title(real_video());
   open();
   press("Insert");
@@ -174,7 +174,7 @@ TEST_F(chapters_editor, closing_discards_its_list_and_enables_the_dialog) {
   EXPECT_TRUE(ask_ui([this] { return window_->IsEnabled(); }));
 }
 
-TEST_F(chapters_editor, lines_of_3_characters_or_fewer_are_not_listed) {
+TEST_F(ChaptersEditor, LinesOf3CharactersOrFewerAreNotListed) {
   load_title(real_video());
   click_tool("chapters");
   ASSERT_TRUE(window_comes(dialog));
@@ -189,7 +189,7 @@ TEST_F(chapters_editor, lines_of_3_characters_or_fewer_are_not_listed) {
   leave_all();
 }
 
-TEST_F(chapters_editor, dialog_stays_as_long_as_the_editor_does) {
+TEST_F(ChaptersEditor, DialogStaysAsLongAsTheEditorDoes) {
   load_title(real_video());
   open();
   close(dialog);
@@ -199,7 +199,7 @@ TEST_F(chapters_editor, dialog_stays_as_long_as_the_editor_does) {
   leave_all();
 }
 
-TEST_F(chapters_editor, end_of_the_session_closes_both_windows_even_while_it_plays) {
+TEST_F(ChaptersEditor, EndOfTheSessionClosesBothWindowsEvenWhileItPlays) {
   load_title(real_video());
   open();
   press("space");
@@ -209,7 +209,7 @@ TEST_F(chapters_editor, end_of_the_session_closes_both_windows_even_while_it_pla
   EXPECT_TRUE(window_goes(dialog));
 }
 
-TEST_F(chapters_editor, end_of_the_session_waits_for_the_note) {
+TEST_F(ChaptersEditor, EndOfTheSessionWaitsForTheNote) {
   load_title(real_video());
   click_tool("chapters");
   ASSERT_TRUE(window_comes(dialog));
@@ -222,7 +222,7 @@ TEST_F(chapters_editor, end_of_the_session_waits_for_the_note) {
   EXPECT_TRUE(window_goes(editor));
 }
 
-TEST_F(chapters_editor, end_of_the_session_closes_both_windows_while_a_time_is_typed) {
+TEST_F(ChaptersEditor, EndOfTheSessionClosesBothWindowsWhileATimeIsTyped) {
   load_title(real_video());
   open();
   click_control("time", editor);
@@ -232,7 +232,7 @@ TEST_F(chapters_editor, end_of_the_session_closes_both_windows_while_a_time_is_t
   EXPECT_TRUE(window_goes(editor));
 }
 
-TEST_F(chapters_editor, time_being_typed_stays_while_it_plays_and_is_forgotten_when_left) {
+TEST_F(ChaptersEditor, TimeBeingTypedStaysWhileItPlaysAndIsForgottenWhenLeft) {
   load_title(real_video());
   open();
   press("space");
@@ -248,7 +248,7 @@ TEST_F(chapters_editor, time_being_typed_stays_while_it_plays_and_is_forgotten_w
 
 // The list ---------------------------------------------------------------------------------------
 
-TEST_F(chapters_editor, chapters_are_added_at_the_position_and_stored_by_the_dialog) {
+TEST_F(ChaptersEditor, ChaptersAreAddedAtThePositionAndStoredByTheDialog) {
   load_title(real_video());
   open();
   go_to("00:00:01.5");
@@ -271,7 +271,7 @@ TEST_F(chapters_editor, chapters_are_added_at_the_position_and_stored_by_the_dia
   EXPECT_EQ(window_->shown_project().chapters[0], "00:00:00.00,00:00:01.50,00:00:02.00");
 }
 
-TEST_F(chapters_editor, chapter_that_a_disc_will_leave_out_is_told) {
+TEST_F(ChaptersEditor, ChapterThatADiscWillLeaveOutIsTold) {
   load_title(real_video(), "00:00:00.00,00:00:02.00");
   open();
   go_to("1");
@@ -289,7 +289,7 @@ TEST_F(chapters_editor, chapter_that_a_disc_will_leave_out_is_told) {
   leave_all();
 }
 
-TEST_F(chapters_editor, first_row_stays_and_another_selected_one_is_removed) {
+TEST_F(ChaptersEditor, FirstRowStaysAndAnotherSelectedOneIsRemoved) {
   load_title(real_video(), "00:00:00.00,00:00:01.00,00:00:02.00");
   open();
   click_row(0, editor);
@@ -310,7 +310,7 @@ TEST_F(chapters_editor, first_row_stays_and_another_selected_one_is_removed) {
   EXPECT_TRUE(window_goes(dialog));
 }
 
-TEST_F(chapters_editor, double_click_on_a_row_shows_the_very_picture_it_was_taken_from) {
+TEST_F(ChaptersEditor, DoubleClickOnARowShowsTheVeryPictureItWasTakenFrom) {
   load_title(real_video());
   open();
   for (int i = 0; i < 7; ++i)
@@ -329,7 +329,7 @@ TEST_F(chapters_editor, double_click_on_a_row_shows_the_very_picture_it_was_take
   leave_all();
 }
 
-TEST_F(chapters_editor, rows_that_are_no_times_lead_nowhere) {
+TEST_F(ChaptersEditor, RowsThatAreNoTimesLeadNowhere) {
   load_title(real_video(), "00:00:00.00,ab:cd:ef.gh");
   open();
   press("End");
@@ -344,7 +344,7 @@ TEST_F(chapters_editor, rows_that_are_no_times_lead_nowhere) {
 
 // The player -------------------------------------------------------------------------------------
 
-TEST_F(chapters_editor, plays_by_the_clock_and_pauses) {
+TEST_F(ChaptersEditor, PlaysByTheClockAndPauses) {
   load_title(real_video());
   open();
   click_control("play", editor);
@@ -371,7 +371,7 @@ TEST_F(chapters_editor, plays_by_the_clock_and_pauses) {
   leave_all();
 }
 
-TEST_F(chapters_editor, steps_by_picture_and_by_group) {
+TEST_F(ChaptersEditor, StepsByPictureAndByGroup) {
   load_title(real_video());
   const auto video = scanned(real_video());
   ASSERT_TRUE(video);
@@ -407,7 +407,7 @@ TEST_F(chapters_editor, steps_by_picture_and_by_group) {
   leave_all();
 }
 
-TEST_F(chapters_editor, typed_time_that_is_none_is_told) {
+TEST_F(ChaptersEditor, TypedTimeThatIsNoneIsTold) {
   load_title(real_video());
   open();
   go_to("00:00:01.00");
@@ -425,7 +425,7 @@ TEST_F(chapters_editor, typed_time_that_is_none_is_told) {
   leave_all();
 }
 
-TEST_F(chapters_editor, landing_is_told_and_stepped_to) {
+TEST_F(ChaptersEditor, LandingIsToldAndSteppedTo) {
   load_title(real_video());
   const auto video = scanned(real_video());
   ASSERT_TRUE(video);
@@ -441,7 +441,7 @@ TEST_F(chapters_editor, landing_is_told_and_stepped_to) {
   leave_all();
 }
 
-TEST_F(chapters_editor, time_line_is_clicked_and_dragged) {
+TEST_F(ChaptersEditor, TimeLineIsClickedAndDragged) {
   load_title(real_video());
   open();
   const auto place = [](double seconds) {
@@ -462,7 +462,7 @@ TEST_F(chapters_editor, time_line_is_clicked_and_dragged) {
   leave_all();
 }
 
-TEST_F(chapters_editor, twenty_random_pictures_are_exactly_those_of_the_stream) {
+TEST_F(ChaptersEditor, TwentyRandomPicturesAreExactlyThoseOfTheStream) {
   load_title(real_video());
   const auto video = scanned(real_video());
   ASSERT_TRUE(video);
@@ -480,7 +480,7 @@ TEST_F(chapters_editor, twenty_random_pictures_are_exactly_those_of_the_stream) 
   leave_all();
 }
 
-TEST_F(chapters_editor, picture_has_the_proportions_that_the_video_tells) {
+TEST_F(ChaptersEditor, PictureHasTheProportionsThatTheVideoTells) {
   const auto wide = [this] {  // the same video, its sequence headers changed to 16:9
     std::string bytes = read_file(real_video(), 1u << 30).value.value_or("");
     const std::string start("\0\0\1\xb3", 4);
@@ -499,7 +499,7 @@ TEST_F(chapters_editor, picture_has_the_proportions_that_the_video_tells) {
   }
 }
 
-TEST_F(chapters_editor, tab_goes_from_the_time_line_to_the_buttons_and_past_the_picture) {
+TEST_F(ChaptersEditor, TabGoesFromTheTimeLineToTheButtonsAndPastThePicture) {
   load_title(real_video());
   open();
   const auto has_focus = [](const char* name) {
@@ -515,7 +515,7 @@ TEST_F(chapters_editor, tab_goes_from_the_time_line_to_the_buttons_and_past_the_
   leave_all();
 }
 
-TEST_F(chapters_editor, smallest_window_cuts_nothing_below_the_picture) {
+TEST_F(ChaptersEditor, SmallestWindowCutsNothingBelowThePicture) {
   load_title(real_video());
   open();
   on_ui([] {
@@ -537,7 +537,7 @@ TEST_F(chapters_editor, smallest_window_cuts_nothing_below_the_picture) {
 
 // Videos that cannot be shown --------------------------------------------------------------------
 
-TEST_F(chapters_editor, missing_video_is_told_in_its_place_and_the_list_can_be_edited) {
+TEST_F(ChaptersEditor, MissingVideoIsToldInItsPlaceAndTheListCanBeEdited) {
   load_title(real_video(), "00:00:00.00,00:00:01.00");
   std::filesystem::remove(path_of(folder_.path("a.m2v")));
   start();
@@ -561,7 +561,7 @@ TEST_F(chapters_editor, missing_video_is_told_in_its_place_and_the_list_can_be_e
   EXPECT_TRUE(window_goes(dialog));
 }
 
-TEST_F(chapters_editor, file_that_is_no_video_is_told_too) {
+TEST_F(ChaptersEditor, FileThatIsNoVideoIsToldToo) {
   load_title(folder_.add("text", "no video at all"));
   start();
   EXPECT_FALSE(is_enabled("play"));
@@ -573,7 +573,7 @@ TEST_F(chapters_editor, file_that_is_no_video_is_told_too) {
   leave_all();
 }
 
-TEST_F(chapters_editor, list_keeps_the_keys_of_a_user_who_works_with_it_meanwhile) {
+TEST_F(ChaptersEditor, ListKeepsTheKeysOfAUserWhoWorksWithItMeanwhile) {
   load_title(real_video(), "00:00:00.00,00:00:01.00");
   std::filesystem::resize_file(path_of(folder_.path("a.m2v")), 1'500'000'000);  // a hole
   start();
@@ -584,7 +584,7 @@ TEST_F(chapters_editor, list_keeps_the_keys_of_a_user_who_works_with_it_meanwhil
   leave_all();
 }
 
-TEST_F(chapters_editor, video_that_is_cut_off_meanwhile_is_told_and_keeps_the_last_picture) {
+TEST_F(ChaptersEditor, VideoThatIsCutOffMeanwhileIsToldAndKeepsTheLastPicture) {
   load_title(real_video());
   open();
   std::filesystem::resize_file(path_of(folder_.path("a.m2v")), 1000);
@@ -598,7 +598,7 @@ TEST_F(chapters_editor, video_that_is_cut_off_meanwhile_is_told_and_keeps_the_la
   leave_all();
 }
 
-TEST_F(chapters_editor, closing_while_the_video_is_looked_through_is_clean) {
+TEST_F(ChaptersEditor, ClosingWhileTheVideoIsLookedThroughIsClean) {
   load_title(real_video(), "00:00:00.00,00:00:01.00");
   std::filesystem::resize_file(path_of(folder_.path("a.m2v")), 400'000'000'000);  // a hole
   start();

@@ -18,7 +18,7 @@ using testing::IsEmpty;
 
 constexpr const char* dialog = "language";
 
-class language_dialog : public window_test {
+class LanguageDialog : public window_test {
  protected:
   const project& shown() const { return window_->shown_project(); }
 
@@ -57,7 +57,7 @@ class language_dialog : public window_test {
   }
 };
 
-TEST_F(language_dialog, audio_tag_added_to_an_empty_list_is_one_english_row_selected) {
+TEST_F(LanguageDialog, AudioTagAddedToAnEmptyListIsOneEnglishRowSelected) {
   open();
   EXPECT_THAT(list_rows(dialog), IsEmpty());
   EXPECT_EQ(row(), -1);
@@ -69,7 +69,7 @@ TEST_F(language_dialog, audio_tag_added_to_an_empty_list_is_one_english_row_sele
   EXPECT_THAT(shown().languagetags, ElementsAre("Audio tag:\tENGLISH EN"));
 }
 
-TEST_F(language_dialog, controls_have_their_names_and_captions) {
+TEST_F(LanguageDialog, ControlsHaveTheirNamesAndCaptions) {
   load(tagged({"Audio tag:\tENGLISH EN", "Subtitle tag:\tGERMAN DE ", "Audio tag:\tFRENCH FR"}));
   open();
   click_row(1, dialog);
@@ -92,7 +92,7 @@ TEST_F(language_dialog, controls_have_their_names_and_captions) {
   EXPECT_TRUE(window_goes(dialog));
 }
 
-TEST_F(language_dialog, offers_the_139_languages_with_their_blanks) {
+TEST_F(LanguageDialog, OffersThe139LanguagesWithTheirBlanks) {
   open();
   on_ui([] {
     ASSERT_EQ(combo().GetCount(), language_entries.size());
@@ -103,7 +103,7 @@ TEST_F(language_dialog, offers_the_139_languages_with_their_blanks) {
   EXPECT_TRUE(window_goes(dialog));
 }
 
-TEST_F(language_dialog, language_picked_with_no_row_selected_changes_nothing) {
+TEST_F(LanguageDialog, LanguagePickedWithNoRowSelectedChangesNothing) {
   load(tagged({"Audio tag:\tFRENCH FR"}));
   open();
   EXPECT_EQ(row(), -1);
@@ -115,7 +115,7 @@ TEST_F(language_dialog, language_picked_with_no_row_selected_changes_nothing) {
   EXPECT_THAT(shown().languagetags, ElementsAre("Audio tag:\tFRENCH FR"));
 }
 
-TEST_F(language_dialog, selected_row_shows_its_language_and_its_stream) {
+TEST_F(LanguageDialog, SelectedRowShowsItsLanguageAndItsStream) {
   load(tagged({"Audio tag:\tENGLISH EN", "Subtitle tag:\tGERMAN DE ", "Audio tag:\tSPANISH ES"}));
   open();
   EXPECT_EQ(stream(), "");
@@ -131,7 +131,7 @@ TEST_F(language_dialog, selected_row_shows_its_language_and_its_stream) {
   EXPECT_TRUE(window_goes(dialog));
 }
 
-TEST_F(language_dialog, removing_the_only_row_leaves_an_empty_list_without_selection) {
+TEST_F(LanguageDialog, RemovingTheOnlyRowLeavesAnEmptyListWithoutSelection) {
   open();
   click_control("Command2", dialog);
   EXPECT_TRUE(wait_until([] { return control("Command3", dialog)->IsEnabled(); }));
@@ -144,7 +144,7 @@ TEST_F(language_dialog, removing_the_only_row_leaves_an_empty_list_without_selec
   EXPECT_THAT(shown().languagetags, IsEmpty());
 }
 
-TEST_F(language_dialog, removing_a_middle_row_selects_the_last_one) {
+TEST_F(LanguageDialog, RemovingAMiddleRowSelectsTheLastOne) {
   load(tagged({"Audio tag:\tENGLISH EN", "Audio tag:\tFRENCH FR", "Audio tag:\tLATIN LA",
                "Audio tag:\tZULU ZU"}));
   open();
@@ -162,7 +162,7 @@ TEST_F(language_dialog, removing_a_middle_row_selects_the_last_one) {
   EXPECT_THAT(shown().languagetags, ElementsAre("Audio tag:\tLATIN LA", "Audio tag:\tZULU ZU"));
 }
 
-TEST_F(language_dialog, accepting_an_emptied_list_clears_the_tags_of_the_project) {
+TEST_F(LanguageDialog, AcceptingAnEmptiedListClearsTheTagsOfTheProject) {
   load(tagged({"Audio tag:\tENGLISH EN", "Subtitle tag:\tGERMAN DE "}));
   open();
   click_row(0, dialog);
@@ -175,7 +175,7 @@ TEST_F(language_dialog, accepting_an_emptied_list_clears_the_tags_of_the_project
   EXPECT_EQ(shown().saved, 0);
 }
 
-TEST_F(language_dialog, picked_language_is_stored_with_its_trailing_blank) {
+TEST_F(LanguageDialog, PickedLanguageIsStoredWithItsTrailingBlank) {
   open();
   click_control("Command1", dialog);
   click_control("Combo1", dialog);
@@ -188,7 +188,7 @@ TEST_F(language_dialog, picked_language_is_stored_with_its_trailing_blank) {
   EXPECT_THAT(shown().languagetags, ElementsAre("Audio tag:\tAFRIKAANS AF "));
 }
 
-TEST_F(language_dialog, typing_goes_to_the_first_language_that_begins_so) {
+TEST_F(LanguageDialog, TypingGoesToTheFirstLanguageThatBeginsSo) {
   open();
   click_control("Command1", dialog);
   on_ui([] { combo().SetFocus(); });
@@ -201,7 +201,7 @@ TEST_F(language_dialog, typing_goes_to_the_first_language_that_begins_so) {
   accept();
 }
 
-TEST_F(language_dialog, all_of_it_goes_with_the_keys_alone) {
+TEST_F(LanguageDialog, AllOfItGoesWithTheKeysAlone) {
   press("ctrl+g");
   ASSERT_TRUE(window_comes(dialog));
   press("alt+a");
@@ -221,7 +221,7 @@ TEST_F(language_dialog, all_of_it_goes_with_the_keys_alone) {
               ElementsAre("Audio tag:\tSWEDISH SV", "Subtitle tag:\tFINNISH FI"));
 }
 
-TEST_F(language_dialog, language_of_a_project_that_is_none_of_the_list_is_shown_and_kept) {
+TEST_F(LanguageDialog, LanguageOfAProjectThatIsNoneOfTheListIsShownAndKept) {
   load(tagged({"Audio tag:\tKLINGON XX", "Audio tag:\tENGLISH EN"}));
   open();
   click_row(0, dialog);
@@ -235,7 +235,7 @@ TEST_F(language_dialog, language_of_a_project_that_is_none_of_the_list_is_shown_
               ElementsAre("Audio tag:\tKLINGON XX", "Audio tag:\tENGLISH EN"));
 }
 
-TEST_F(language_dialog, closing_without_accept_changes_nothing) {
+TEST_F(LanguageDialog, ClosingWithoutAcceptChangesNothing) {
   load(tagged({"Audio tag:\tFRENCH FR"}));
   for (const char* way : {"Escape", "cancel", "close"}) {
     open();
@@ -253,7 +253,7 @@ TEST_F(language_dialog, closing_without_accept_changes_nothing) {
   }
 }
 
-TEST_F(language_dialog, main_window_rests_while_the_dialog_is_open) {
+TEST_F(LanguageDialog, MainWindowRestsWhileTheDialogIsOpen) {
   click_tool_arrow("extras");
   click_menu_item("edit language tags");
   ASSERT_TRUE(window_comes(dialog));
@@ -266,14 +266,14 @@ TEST_F(language_dialog, main_window_rests_while_the_dialog_is_open) {
   EXPECT_TRUE(ask_ui([this] { return window_->IsEnabled(); }));
 }
 
-TEST_F(language_dialog, end_of_the_session_closes_the_dialog_too) {
+TEST_F(LanguageDialog, EndOfTheSessionClosesTheDialogToo) {
   open();
   on_ui([this] { window_->CallAfter([this] { window_->Close(true); }); });
   EXPECT_TRUE(window_goes("main"));
   EXPECT_TRUE(window_goes(dialog));
 }
 
-TEST_F(language_dialog, hand_edited_xml_is_kept_when_the_user_says_so) {
+TEST_F(LanguageDialog, HandEditedXmlIsKeptWhenTheUserSaysSo) {
   project p = tagged({"Audio tag:\tFRENCH FR"});
   p.customxml = "<dvdauthor>\r\n</dvdauthor>\r\n";
   load(p);

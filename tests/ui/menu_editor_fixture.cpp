@@ -22,7 +22,7 @@ void menu_editor_test::SetUp() {
   window_test::SetUp();
   p_.chapters = {"0,1.5"};
   ask_ = ask_ui([this] { return std::make_unique<wx_prompts>(*window_, folder_.path()); });
-  bench_ = std::make_unique<workbench>(workbench{p_, *ask_, prefs_});
+  bench_ = std::make_unique<document>(document{p_, *ask_, prefs_});
 }
 
 void menu_editor_test::TearDown() {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/settings/settings.h"
-#include "project/workbench.h"
+#include "project/document.h"
 #include "ui/window_fixture.h"
 #include "ui/wx_prompts.h"
 
@@ -53,7 +53,7 @@ class menu_editor_test : public window_test {
  private:
   std::unique_ptr<wx_prompts> ask_;
   memory_settings prefs_;
-  std::unique_ptr<workbench> bench_;
+  std::unique_ptr<document> bench_;
 };
 
 /// A Windows bitmap of one colour (0xRRGGBB) with so many bits a pixel, as bytes.

@@ -12,7 +12,7 @@ const char* const box1 = " 100/ 100/ 300/ 160/jump title 1 chapter  1/yellow/whi
 const char* const box2 = " 100/ 200/ 300/ 260/exit/cyan/white";
 const char* const line3 = " 100/ 300/ 300/ 303/jump menu 1/orange/white";
 
-class menu_editor_window : public menu_editor_test {
+class MenuEditorWindow : public menu_editor_test {
  protected:
   void open_new() {
     add_menu(real_video());
@@ -31,7 +31,7 @@ class menu_editor_window : public menu_editor_test {
   }
 };
 
-TEST_F(menu_editor_window, disables_the_main_window_while_it_is_open) {
+TEST_F(MenuEditorWindow, DisablesTheMainWindowWhileItIsOpen) {
   open_new();
   EXPECT_EQ(ask_ui([] {
               return dynamic_cast<wxTopLevelWindow*>(control("tsmenu"))->GetTitle().ToStdString();
@@ -44,7 +44,7 @@ TEST_F(menu_editor_window, disables_the_main_window_while_it_is_open) {
   EXPECT_EQ(closed_, 1);
 }
 
-TEST_F(menu_editor_window, focus_stands_on_the_second_control) {
+TEST_F(MenuEditorWindow, FocusStandsOnTheSecondControl) {
   open_new();
   EXPECT_TRUE(wait_until([] {
     const wxWindow* focus = wxWindow::FindFocus();
@@ -52,7 +52,7 @@ TEST_F(menu_editor_window, focus_stands_on_the_second_control) {
   }));
 }
 
-TEST_F(menu_editor_window, goes_with_the_main_window_without_a_word) {
+TEST_F(MenuEditorWindow, GoesWithTheMainWindowWithoutAWord) {
   open_new();
   on_ui([this] { window_->Close(true); });
   EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("main") == nullptr; }));
@@ -60,13 +60,13 @@ TEST_F(menu_editor_window, goes_with_the_main_window_without_a_word) {
   EXPECT_EQ(closed_, 0);
 }
 
-TEST_F(menu_editor_window, escape_does_not_close_it) {
+TEST_F(MenuEditorWindow, EscapeDoesNotCloseIt) {
   open_new();
   press("Escape");
   EXPECT_TRUE(is_open());
 }
 
-TEST_F(menu_editor_window, every_control_has_its_name_for_screen_readers) {
+TEST_F(MenuEditorWindow, EveryControlHasItsNameForScreenReaders) {
   open_new();
   click_control("Check2");
   for (const char* name :
@@ -80,7 +80,7 @@ TEST_F(menu_editor_window, every_control_has_its_name_for_screen_readers) {
   }
 }
 
-TEST_F(menu_editor_window, tips_say_what_the_controls_are_for) {
+TEST_F(MenuEditorWindow, TipsSayWhatTheControlsAreFor) {
   open_new();
   const auto tip = [](const char* name) {
     return ask_ui([&] { return std::string(control(name)->GetToolTipText().utf8_str()); });
@@ -94,7 +94,7 @@ TEST_F(menu_editor_window, tips_say_what_the_controls_are_for) {
   EXPECT_EQ(tip("Combo1"), "the command that is executed when the button is pressed");
 }
 
-TEST_F(menu_editor_window, first_button_is_a_thin_black_line_in_the_corner) {
+TEST_F(MenuEditorWindow, FirstButtonIsAThinBlackLineInTheCorner) {
   open_new();
   click_control("Command1");
   EXPECT_EQ(text_of("Combo2"), "button1");
@@ -106,7 +106,7 @@ TEST_F(menu_editor_window, first_button_is_a_thin_black_line_in_the_corner) {
   EXPECT_FALSE(is_enabled("thickness"));
 }
 
-TEST_F(menu_editor_window, second_button_as_it_was_added_is_refused_at_accept) {
+TEST_F(MenuEditorWindow, SecondButtonAsItWasAddedIsRefusedAtAccept) {
   open_new();
   click_control("Command1");
   click_control("Command1");
@@ -128,7 +128,7 @@ TEST_F(menu_editor_window, second_button_as_it_was_added_is_refused_at_accept) {
   EXPECT_EQ(closed_, 1);
 }
 
-TEST_F(menu_editor_window, button_that_stands_in_the_chooser_can_be_picked_again) {
+TEST_F(MenuEditorWindow, ButtonThatStandsInTheChooserCanBePickedAgain) {
   open_new();
   click_control("Command1");
   EXPECT_EQ(place(), "0 0 100 3");
@@ -140,7 +140,7 @@ TEST_F(menu_editor_window, button_that_stands_in_the_chooser_can_be_picked_again
   EXPECT_EQ(place(), "0 0 100 3");
 }
 
-TEST_F(menu_editor_window, closing_without_accept_changes_nothing) {
+TEST_F(MenuEditorWindow, ClosingWithoutAcceptChangesNothing) {
   open_three();
   const project before = p_;
   choose(1);
@@ -154,7 +154,7 @@ TEST_F(menu_editor_window, closing_without_accept_changes_nothing) {
   EXPECT_EQ(closed_, 1);
 }
 
-TEST_F(menu_editor_window, closing_with_a_place_typed_says_nothing) {
+TEST_F(MenuEditorWindow, ClosingWithAPlaceTypedSaysNothing) {
   open_new();  // without a button, a place is refused with a message
   stand_typed("leftpos", "44");
   close();
@@ -164,7 +164,7 @@ TEST_F(menu_editor_window, closing_with_a_place_typed_says_nothing) {
   EXPECT_EQ(closed_, 1);
 }
 
-TEST_F(menu_editor_window, closing_with_an_action_typed_says_nothing) {
+TEST_F(MenuEditorWindow, ClosingWithAnActionTypedSaysNothing) {
   open_three();
   const std::string before = stored();
   choose(1);
@@ -176,7 +176,7 @@ TEST_F(menu_editor_window, closing_with_an_action_typed_says_nothing) {
   EXPECT_EQ(closed_, 1);
 }
 
-TEST_F(menu_editor_window, does_not_close_under_its_own_message) {
+TEST_F(MenuEditorWindow, DoesNotCloseUnderItsOwnMessage) {
   open_new();
   type_into("leftpos", "44");
   ASSERT_TRUE(wait_until([] { return look_at_dialog().has_value(); }));
@@ -190,7 +190,7 @@ TEST_F(menu_editor_window, does_not_close_under_its_own_message) {
   EXPECT_EQ(closed_, 1);
 }
 
-TEST_F(menu_editor_window, does_not_close_under_its_own_file_dialog) {
+TEST_F(MenuEditorWindow, DoesNotCloseUnderItsOwnFileDialog) {
   open_three();
   choose(1);
   click_control("Check2");
@@ -204,7 +204,7 @@ TEST_F(menu_editor_window, does_not_close_under_its_own_file_dialog) {
   EXPECT_EQ(closed_, 1);
 }
 
-TEST_F(menu_editor_window, existing_buttons_are_recalled_and_shown_when_picked) {
+TEST_F(MenuEditorWindow, ExistingButtonsAreRecalledAndShownWhenPicked) {
   open_three();
   EXPECT_EQ(text_of("Combo2"), "");
   EXPECT_EQ(text_of("button"), "");
@@ -221,7 +221,7 @@ TEST_F(menu_editor_window, existing_buttons_are_recalled_and_shown_when_picked) 
   EXPECT_TRUE(is_enabled("thickness"));
 }
 
-TEST_F(menu_editor_window, dragging_moves_the_button) {
+TEST_F(MenuEditorWindow, DraggingMovesTheButton) {
   open_three();
   choose(1);
   drag(on_picture(200, 130), on_picture(260, 100));
@@ -230,21 +230,21 @@ TEST_F(menu_editor_window, dragging_moves_the_button) {
   EXPECT_EQ(scroll_bar("VScroll1"), 70);
 }
 
-TEST_F(menu_editor_window, dragging_ends_at_the_picture) {
+TEST_F(MenuEditorWindow, DraggingEndsAtThePicture) {
   open_three();
   choose(1);
   drag(on_picture(200, 130), on_picture(40, 120));
   EXPECT_EQ(place(), "0 90 200 60");
 }
 
-TEST_F(menu_editor_window, button_cannot_be_moved_below_the_picture) {
+TEST_F(MenuEditorWindow, ButtonCannotBeMovedBelowThePicture) {
   open_three();
   choose(1);
   drag(on_picture(200, 130), on_picture(200, 470));
   EXPECT_EQ(place(), "100 419 200 60");  // 479 - 60
 }
 
-TEST_F(menu_editor_window, dragging_edges_and_corners_sizes_the_button) {
+TEST_F(MenuEditorWindow, DraggingEdgesAndCornersSizesTheButton) {
   open_three();
   choose(1);
   drag(on_picture(300, 130), on_picture(350, 130));
@@ -257,14 +257,14 @@ TEST_F(menu_editor_window, dragging_edges_and_corners_sizes_the_button) {
   EXPECT_EQ(slider("Slider2"), 110);
 }
 
-TEST_F(menu_editor_window, dragging_an_edge_over_the_other_keeps_the_least_size) {
+TEST_F(MenuEditorWindow, DraggingAnEdgeOverTheOtherKeepsTheLeastSize) {
   open_three();
   choose(1);
   drag(on_picture(300, 130), on_picture(20, 130));
   EXPECT_EQ(place(), "100 100 6 60");
 }
 
-TEST_F(menu_editor_window, arrow_keys_move_by_a_pixel_and_with_shift_size_by_one) {
+TEST_F(MenuEditorWindow, ArrowKeysMoveByAPixelAndWithShiftSizeByOne) {
   open_three();
   choose(1);
   click_at(on_picture(200, 130));
@@ -283,7 +283,7 @@ TEST_F(menu_editor_window, arrow_keys_move_by_a_pixel_and_with_shift_size_by_one
   EXPECT_EQ(place(), "101 100 200 60");
 }
 
-TEST_F(menu_editor_window, click_on_another_button_picks_it) {
+TEST_F(MenuEditorWindow, ClickOnAnotherButtonPicksIt) {
   open_three();
   choose(1);
   click_at(on_picture(200, 230));
@@ -294,7 +294,7 @@ TEST_F(menu_editor_window, click_on_another_button_picks_it) {
   EXPECT_EQ(place(), "100 300 200 3");
 }
 
-TEST_F(menu_editor_window, press_on_another_button_drags_that_one) {
+TEST_F(MenuEditorWindow, PressOnAnotherButtonDragsThatOne) {
   open_three();
   choose(1);
   drag(on_picture(200, 230), on_picture(500, 230));
@@ -304,7 +304,7 @@ TEST_F(menu_editor_window, press_on_another_button_drags_that_one) {
   EXPECT_EQ(place(), "100 100 200 60");
 }
 
-TEST_F(menu_editor_window, added_button_is_dragged_away_from_the_one_it_copies) {
+TEST_F(MenuEditorWindow, AddedButtonIsDraggedAwayFromTheOneItCopies) {
   open_three();
   choose(3);
   click_control("Command1");
@@ -315,7 +315,7 @@ TEST_F(menu_editor_window, added_button_is_dragged_away_from_the_one_it_copies) 
   EXPECT_EQ(place(), "100 300 200 3");
 }
 
-TEST_F(menu_editor_window, typed_places_apply_on_enter_and_on_leaving) {
+TEST_F(MenuEditorWindow, TypedPlacesApplyOnEnterAndOnLeaving) {
   open_three();
   choose(1);
   type_into("leftpos", "33");
@@ -328,7 +328,7 @@ TEST_F(menu_editor_window, typed_places_apply_on_enter_and_on_leaving) {
   EXPECT_EQ(slider("Slider2"), 66);
 }
 
-TEST_F(menu_editor_window, typed_places_out_of_bounds_are_ignored) {
+TEST_F(MenuEditorWindow, TypedPlacesOutOfBoundsAreIgnored) {
   open_three();
   choose(1);
   type_into("heightpos", "300");
@@ -343,7 +343,7 @@ TEST_F(menu_editor_window, typed_places_out_of_bounds_are_ignored) {
   EXPECT_EQ(place(), "100 100 618 299");
 }
 
-TEST_F(menu_editor_window, what_stands_typed_in_a_field_counts_at_accept) {
+TEST_F(MenuEditorWindow, WhatStandsTypedInAFieldCountsAtAccept) {
   open_three();
   choose(1);
   click_control("leftpos");
@@ -355,7 +355,7 @@ TEST_F(menu_editor_window, what_stands_typed_in_a_field_counts_at_accept) {
             " 7/ 100/ 207/ 160/jump title 1 chapter  1/yellow/white");
 }
 
-TEST_F(menu_editor_window, action_refused_at_accept_keeps_the_editor_open) {
+TEST_F(MenuEditorWindow, ActionRefusedAtAcceptKeepsTheEditorOpen) {
   open_three();
   choose(1);
   stand_typed("Combo1", "a/b");
@@ -372,7 +372,7 @@ TEST_F(menu_editor_window, action_refused_at_accept_keeps_the_editor_open) {
   EXPECT_EQ(stored(), std::string(box1) + "|" + box2 + "|" + line3);
 }
 
-TEST_F(menu_editor_window, place_refused_at_accept_keeps_the_editor_open) {
+TEST_F(MenuEditorWindow, PlaceRefusedAtAcceptKeepsTheEditorOpen) {
   open_three();
   stand_typed("leftpos", "44");
   press("alt+e");
@@ -382,7 +382,7 @@ TEST_F(menu_editor_window, place_refused_at_accept_keeps_the_editor_open) {
   EXPECT_EQ(closed_, 0);
 }
 
-TEST_F(menu_editor_window, place_out_of_bounds_at_accept_is_ignored) {
+TEST_F(MenuEditorWindow, PlaceOutOfBoundsAtAcceptIsIgnored) {
   open_three();
   choose(1);
   stand_typed("leftpos", "900");
@@ -392,7 +392,7 @@ TEST_F(menu_editor_window, place_out_of_bounds_at_accept_is_ignored) {
   EXPECT_EQ(stored(), std::string(box1) + "|" + box2 + "|" + line3);
 }
 
-TEST_F(menu_editor_window, scroll_bars_and_sliders_work_on_the_selected_button) {
+TEST_F(MenuEditorWindow, ScrollBarsAndSlidersWorkOnTheSelectedButton) {
   open_three();
   choose(1);
   click_control("Slider1");
@@ -409,7 +409,7 @@ TEST_F(menu_editor_window, scroll_bars_and_sliders_work_on_the_selected_button) 
   EXPECT_EQ(std::stoi(text_of("leftpos")), scroll_bar("HScroll1"));
 }
 
-TEST_F(menu_editor_window, action_is_picked_or_typed) {
+TEST_F(MenuEditorWindow, ActionIsPickedOrTyped) {
   open_three();
   choose(1);
   type_into("Combo1", "jump menu 7");
@@ -425,7 +425,7 @@ TEST_F(menu_editor_window, action_is_picked_or_typed) {
   EXPECT_EQ(text_of("Combo1"), "call me");
 }
 
-TEST_F(menu_editor_window, action_that_would_break_the_record_is_refused) {
+TEST_F(MenuEditorWindow, ActionThatWouldBreakTheRecordIsRefused) {
   open_three();
   choose(1);
   type_into("Combo1", "jump/title");
@@ -436,7 +436,7 @@ TEST_F(menu_editor_window, action_that_would_break_the_record_is_refused) {
   EXPECT_EQ(text_of("Combo1"), "jump title 1 chapter  1");
 }
 
-TEST_F(menu_editor_window, colours_are_picked_from_the_lists) {
+TEST_F(MenuEditorWindow, ColoursArePickedFromTheLists) {
   open_three();
   choose(1);
   for (const char* list : {"Colorhighlight", "ColorSelect"}) {
@@ -449,7 +449,7 @@ TEST_F(menu_editor_window, colours_are_picked_from_the_lists) {
             " 100/ 100/ 300/ 160/jump title 1 chapter  1/cyan/cyan");
 }
 
-TEST_F(menu_editor_window, options_of_the_menu_are_written_back) {
+TEST_F(MenuEditorWindow, OptionsOfTheMenuAreWrittenBack) {
   open_three();
   EXPECT_FALSE(is_shown("spubegin"));
   EXPECT_FALSE(is_shown("advanced"));
@@ -471,7 +471,7 @@ TEST_F(menu_editor_window, options_of_the_menu_are_written_back) {
   EXPECT_EQ(p_.moremenuoptions[0], " 1\t00:00:01.5\t00:00:09.0\t 2");
 }
 
-TEST_F(menu_editor_window, deleting_renumbers_the_others) {
+TEST_F(MenuEditorWindow, DeletingRenumbersTheOthers) {
   open_three();
   choose(2);
   click_control("deletebutton");
@@ -483,7 +483,7 @@ TEST_F(menu_editor_window, deleting_renumbers_the_others) {
   EXPECT_EQ(stored(), std::string(box1) + "|" + line3);
 }
 
-TEST_F(menu_editor_window, without_a_chosen_button_it_asks_for_one) {
+TEST_F(MenuEditorWindow, WithoutAChosenButtonItAsksForOne) {
   open_new();
   type_into("leftpos", "20");
   const seen_dialog seen = answer_message("Please add/select a button first", "OK");
@@ -493,7 +493,7 @@ TEST_F(menu_editor_window, without_a_chosen_button_it_asks_for_one) {
   EXPECT_EQ(place(), "0 0 100 3");
 }
 
-TEST_F(menu_editor_window, keyboard_alone_adds_a_button_and_accepts) {
+TEST_F(MenuEditorWindow, KeyboardAloneAddsAButtonAndAccepts) {
   open_new();
   press("alt+a");
   press("alt+l");
@@ -504,7 +504,7 @@ TEST_F(menu_editor_window, keyboard_alone_adds_a_button_and_accepts) {
   EXPECT_EQ(stored(), " 40/ 0/ 140/ 3/exit/black/black");
 }
 
-TEST_F(menu_editor_window, thirty_six_buttons_stand_in_the_picture) {
+TEST_F(MenuEditorWindow, ThirtySixButtonsStandInThePicture) {
   std::vector<std::string> records;
   for (int i = 0; i < 36; ++i) {
     const int x = 20 + i % 6 * 115;

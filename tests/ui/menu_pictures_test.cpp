@@ -14,7 +14,7 @@ namespace {
 
 const char* const box1 = " 100/ 100/ 300/ 160/exit/yellow/white";
 
-class menu_pictures : public menu_editor_test {
+class MenuPictures : public menu_editor_test {
  protected:
   void use_bitmap(const std::string& file) {
     click_control("bmphighlight");
@@ -48,7 +48,7 @@ int agreeing(const picture& wanted, wxPoint at) {
   return agree;
 }
 
-TEST_F(menu_pictures, video_is_shown_pixel_by_pixel) {
+TEST_F(MenuPictures, VideoIsShownPixelByPixel) {
   add_menu(real_video());
   open();
   const wxRect place = ask_ui([] { return control("MediaPlayer1")->GetScreenRect(); });
@@ -61,7 +61,7 @@ TEST_F(menu_pictures, video_is_shown_pixel_by_pixel) {
   screenshot("menu-editor-new");
 }
 
-TEST_F(menu_pictures, position_slider_chooses_another_picture) {
+TEST_F(MenuPictures, PositionSliderChoosesAnotherPicture) {
   add_menu(real_video());
   open();
   EXPECT_EQ(text_of("positiontime"), "0:00:00.0 of 0:00:03.0");
@@ -79,7 +79,7 @@ TEST_F(menu_pictures, position_slider_chooses_another_picture) {
   EXPECT_TRUE(wait_until([&] { return agreeing(*last, place.GetTopLeft()) == 7; }));
 }
 
-TEST_F(menu_pictures, pal_video_in_an_ntsc_project_is_warned_of) {
+TEST_F(MenuPictures, PalVideoInAnNtscProjectIsWarnedOf) {
   add_menu(real_pal_video());
   start();
   const seen_dialog seen = answer_message(
@@ -90,7 +90,7 @@ TEST_F(menu_pictures, pal_video_in_an_ntsc_project_is_warned_of) {
   EXPECT_TRUE(is_open());
 }
 
-TEST_F(menu_pictures, ntsc_video_in_a_pal_project_is_warned_of) {
+TEST_F(MenuPictures, NtscVideoInAPalProjectIsWarnedOf) {
   p_.globalregion = "PAL";
   add_menu(real_video());
   start();
@@ -100,7 +100,7 @@ TEST_F(menu_pictures, ntsc_video_in_a_pal_project_is_warned_of) {
   EXPECT_TRUE(is_open());
 }
 
-TEST_F(menu_pictures, pal_menu_reaches_down_to_575) {
+TEST_F(MenuPictures, PalMenuReachesDownTo575) {
   p_.globalregion = "PAL";
   add_menu(real_pal_video(), {box1});
   open();
@@ -111,7 +111,7 @@ TEST_F(menu_pictures, pal_menu_reaches_down_to_575) {
   screenshot("menu-editor-pal");
 }
 
-TEST_F(menu_pictures, missing_video_is_told_and_the_buttons_can_still_be_placed) {
+TEST_F(MenuPictures, MissingVideoIsToldAndTheButtonsCanStillBePlaced) {
   add_menu(folder_.path("gone.m2v"), {box1});
   start();
   const seen_dialog seen = answer_message(
@@ -126,7 +126,7 @@ TEST_F(menu_pictures, missing_video_is_told_and_the_buttons_can_still_be_placed)
   screenshot("menu-editor-missing");
 }
 
-TEST_F(menu_pictures, file_that_is_no_video_is_told_too) {
+TEST_F(MenuPictures, FileThatIsNoVideoIsToldToo) {
   add_menu(folder_.add("text.m2v", "no video at all"));
   start();
   answer_message(
@@ -136,7 +136,7 @@ TEST_F(menu_pictures, file_that_is_no_video_is_told_too) {
   EXPECT_TRUE(is_open());
 }
 
-TEST_F(menu_pictures, outline_is_seen_around_the_selected_button) {
+TEST_F(MenuPictures, OutlineIsSeenAroundTheSelectedButton) {
   add_menu(real_video(), {box1});
   open();
   choose(1);
@@ -149,7 +149,7 @@ TEST_F(menu_pictures, outline_is_seen_around_the_selected_button) {
   screenshot("menu-editor-box");
 }
 
-TEST_F(menu_pictures, bitmap_becomes_the_button_with_its_size) {
+TEST_F(MenuPictures, BitmapBecomesTheButtonWithItsSize) {
   open_with_button(real_video());
   const std::string file = folder_.add("on.bmp", bmp(120, 40, 4));
   use_bitmap(file);
@@ -176,7 +176,7 @@ TEST_F(menu_pictures, bitmap_becomes_the_button_with_its_size) {
   EXPECT_EQ(place(), "100 100 120 40");
 }
 
-TEST_F(menu_pictures, transparent_colour_of_a_bitmap_lets_the_video_through) {
+TEST_F(MenuPictures, TransparentColourOfABitmapLetsTheVideoThrough) {
   open_with_button(real_video());
   const wxPoint middle = on_picture(160, 120);
   const wxColour video = ask_ui([middle] { return colour_at(middle); });
@@ -185,7 +185,7 @@ TEST_F(menu_pictures, transparent_colour_of_a_bitmap_lets_the_video_through) {
   EXPECT_TRUE(wait_until([&] { return near(colour_at(middle), video); }));
 }
 
-TEST_F(menu_pictures, select_bitmap_is_changed_alone) {
+TEST_F(MenuPictures, SelectBitmapIsChangedAlone) {
   open_with_button(real_video());
   use_bitmap(folder_.add("on.bmp", bmp(120, 40, 4)));
   click_control("bmpselect");
@@ -202,7 +202,7 @@ TEST_F(menu_pictures, select_bitmap_is_changed_alone) {
                           folder_.stored("pressed.bmp"));
 }
 
-TEST_F(menu_pictures, bitmaps_that_do_not_fit_are_refused) {
+TEST_F(MenuPictures, BitmapsThatDoNotFitAreRefused) {
   open_with_button(real_video());
   use_bitmap(folder_.add("deep.bmp", bmp(120, 40, 8)));
   EXPECT_EQ(
@@ -218,7 +218,7 @@ TEST_F(menu_pictures, bitmaps_that_do_not_fit_are_refused) {
   EXPECT_EQ(place(), "20 100 699 299");
 }
 
-TEST_F(menu_pictures, cancelled_bitmap_dialog_changes_nothing) {
+TEST_F(MenuPictures, CancelledBitmapDialogChangesNothing) {
   open_with_button(real_video());
   click_control("bmphighlight");
   cancel_dialog("select a 4 bit bitmap image");
@@ -227,7 +227,7 @@ TEST_F(menu_pictures, cancelled_bitmap_dialog_changes_nothing) {
   EXPECT_EQ(place(), "100 100 200 60");
 }
 
-TEST_F(menu_pictures, closing_in_the_middle_of_a_scan_is_clean) {
+TEST_F(MenuPictures, ClosingInTheMiddleOfAScanIsClean) {
   const std::string large = folder_.path("large.m2v");
   std::filesystem::copy_file(real_video(), large);
   std::filesystem::resize_file(large, 400'000'000'000);  // takes no room on the disk, but time

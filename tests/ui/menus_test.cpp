@@ -28,7 +28,7 @@ constexpr const char* erase_caption = "Please select menu to erase";
 constexpr const char* discard_question =
     "You have edited the XML manually, do you want to discard these changes?";
 
-class menus : public window_test {
+class Menus : public window_test {
  protected:
   const project& shown() const { return window_->shown_project(); }
 
@@ -74,7 +74,7 @@ class menus : public window_test {
   std::string preferences() const { return folder_.read("config/corvane/preferences"); }
 };
 
-TEST_F(menus, toolbar_button_adds_the_first_menu_and_edits_afterwards) {
+TEST_F(Menus, ToolbarButtonAddsTheFirstMenuAndEditsAfterwards) {
   click_tool("menus");
   choose_streams(real_video(), real_audio());
   leave_editor();
@@ -88,7 +88,7 @@ TEST_F(menus, toolbar_button_adds_the_first_menu_and_edits_afterwards) {
   EXPECT_TRUE(picker_goes());
 }
 
-TEST_F(menus, drop_down_adds_edits_and_removes) {
+TEST_F(Menus, DropDownAddsEditsAndRemoves) {
   click_tool_arrow("menus");
   click_menu_item("add titleset menu");
   choose_streams(real_video());
@@ -116,7 +116,7 @@ TEST_F(menus, drop_down_adds_edits_and_removes) {
                                             stored_from_native(real_audio())));
 }
 
-TEST_F(menus, menu_bar_adds_edits_and_removes) {
+TEST_F(Menus, MenuBarAddsEditsAndRemoves) {
   click_menu("menus", "add new titleset menu");
   choose_streams(real_video());
   leave_editor();
@@ -132,7 +132,7 @@ TEST_F(menus, menu_bar_adds_edits_and_removes) {
   EXPECT_EQ(label_of("dvdsizetext").substr(0, 16), "0 titles\n0 menus");
 }
 
-TEST_F(menus, cancelled_video_dialog_adds_nothing) {
+TEST_F(Menus, CancelledVideoDialogAddsNothing) {
   press("ctrl+m");
   cancel_dialog(video_title);
   EXPECT_TRUE(no_dialog());
@@ -141,7 +141,7 @@ TEST_F(menus, cancelled_video_dialog_adds_nothing) {
   EXPECT_TRUE(ask_ui([this] { return window_->IsEnabled(); }));
 }
 
-TEST_F(menus, without_menus_edit_and_remove_show_nothing) {
+TEST_F(Menus, WithoutMenusEditAndRemoveShowNothing) {
   click_menu("menus", "edit existing titleset menu");
   EXPECT_FALSE(picker_is_shown());
   click_menu("menus", "remove titleset menu");
@@ -149,7 +149,7 @@ TEST_F(menus, without_menus_edit_and_remove_show_nothing) {
   EXPECT_FALSE(top_dialog().has_value());
 }
 
-TEST_F(menus, picker_lists_every_menu_and_preselects_the_first) {
+TEST_F(Menus, PickerListsEveryMenuAndPreselectsTheFirst) {
   load(project_with_menus(1));
   press("ctrl+e");
   ASSERT_TRUE(picker_comes(edit_caption));
@@ -164,7 +164,7 @@ TEST_F(menus, picker_lists_every_menu_and_preselects_the_first) {
   EXPECT_TRUE(picker_goes());
 }
 
-TEST_F(menus, double_click_on_an_entry_edits_that_menu_with_its_buttons) {
+TEST_F(Menus, DoubleClickOnAnEntryEditsThatMenuWithItsButtons) {
   load(project_with_menus(1));
   for (const int menu : {2, 1}) {
     press("ctrl+e");
@@ -180,7 +180,7 @@ TEST_F(menus, double_click_on_an_entry_edits_that_menu_with_its_buttons) {
   }
 }
 
-TEST_F(menus, accepted_button_is_counted_in_the_picker) {
+TEST_F(Menus, AcceptedButtonIsCountedInThePicker) {
   press("ctrl+m");
   choose_streams(real_video());
   ASSERT_TRUE(window_comes("tsmenu"));
@@ -197,7 +197,7 @@ TEST_F(menus, accepted_button_is_counted_in_the_picker) {
   EXPECT_TRUE(picker_goes());
 }
 
-TEST_F(menus, menu_made_in_the_windows_is_on_the_disc) {
+TEST_F(Menus, MenuMadeInTheWindowsIsOnTheDisc) {
   add_title(real_video(), real_audio());
   press("ctrl+m");
   choose_streams(real_video(), real_audio());
@@ -223,7 +223,7 @@ TEST_F(menus, menu_made_in_the_windows_is_on_the_disc) {
   EXPECT_THAT(xml, testing::HasSubstr("<post>call menu"));
 }
 
-TEST_F(menus, new_menu_stays_without_buttons_when_the_editor_is_closed) {
+TEST_F(Menus, NewMenuStaysWithoutButtonsWhenTheEditorIsClosed) {
   press("ctrl+m");
   choose_streams(real_video());
   ASSERT_TRUE(window_comes("tsmenu"));
@@ -234,7 +234,7 @@ TEST_F(menus, new_menu_stays_without_buttons_when_the_editor_is_closed) {
   EXPECT_THAT(shown().moremenuoptions, ElementsAre(new_menu_options));
 }
 
-TEST_F(menus, closing_the_picker_changes_nothing) {
+TEST_F(Menus, ClosingThePickerChangesNothing) {
   const project before = project_with_menus(1);
   load(before);
   for (const char* way : {"Escape", "cancel", "close"}) {
@@ -254,7 +254,7 @@ TEST_F(menus, closing_the_picker_changes_nothing) {
   EXPECT_EQ(shown().saved, 1);
 }
 
-TEST_F(menus, erased_menu_is_gone_at_once_and_the_other_keeps_its_numbers) {
+TEST_F(Menus, ErasedMenuIsGoneAtOnceAndTheOtherKeepsItsNumbers) {
   project p = project_with_menus(1);
   p.menubuttons[1] = " 0/ 0/ 100/ 3/jump menu 2/black/black";
   load(p);
@@ -271,7 +271,7 @@ TEST_F(menus, erased_menu_is_gone_at_once_and_the_other_keeps_its_numbers) {
   EXPECT_EQ(answer_message("Do you want to save project?", "Cancel").picture, "warning");
 }
 
-TEST_F(menus, what_erasing_has_to_tell_stands_over_the_main_window) {
+TEST_F(Menus, WhatErasingHasToTellStandsOverTheMainWindow) {
   load(project_with_menus(0));
   std::filesystem::remove(folder_.path("second.m2v"));
   click_menu("menus", "remove titleset menu");
@@ -282,7 +282,7 @@ TEST_F(menus, what_erasing_has_to_tell_stands_over_the_main_window) {
   EXPECT_THAT(shown().menulist, ElementsAre(folder_.stored("second.m2v") + "/"));
 }
 
-TEST_F(menus, region_is_frozen_by_the_first_menu_and_freed_with_the_last) {
+TEST_F(Menus, RegionIsFrozenByTheFirstMenuAndFreedWithTheLast) {
   EXPECT_TRUE(region_enabled());
   press("ctrl+m");
   choose_streams(real_video());
@@ -295,7 +295,7 @@ TEST_F(menus, region_is_frozen_by_the_first_menu_and_freed_with_the_last) {
   EXPECT_TRUE(region_enabled());
 }
 
-TEST_F(menus, region_stays_frozen_while_titles_remain) {
+TEST_F(Menus, RegionStaysFrozenWhileTitlesRemain) {
   load(project_with_menus(1));
   ASSERT_FALSE(region_enabled());
   for (int left = 2; left > 0; --left) {
@@ -308,7 +308,7 @@ TEST_F(menus, region_stays_frozen_while_titles_remain) {
   EXPECT_FALSE(region_enabled());
 }
 
-TEST_F(menus, nothing_else_runs_while_the_editor_is_open) {
+TEST_F(Menus, NothingElseRunsWhileTheEditorIsOpen) {
   press("ctrl+m");
   choose_streams(real_video());
   ASSERT_TRUE(window_comes("tsmenu"));
@@ -326,7 +326,7 @@ TEST_F(menus, nothing_else_runs_while_the_editor_is_open) {
   answer_message("please add more titles", "OK");
 }
 
-TEST_F(menus, nothing_else_runs_while_the_picker_is_open) {
+TEST_F(Menus, NothingElseRunsWhileThePickerIsOpen) {
   const project before = project_with_menus(1);
   load(before);
   click_tool("menus");
@@ -343,7 +343,7 @@ TEST_F(menus, nothing_else_runs_while_the_picker_is_open) {
   EXPECT_EQ(shown().List11, before.List11);
 }
 
-TEST_F(menus, main_window_does_not_close_under_the_editor) {
+TEST_F(Menus, MainWindowDoesNotCloseUnderTheEditor) {
   press("ctrl+m");
   choose_streams(real_video());
   ASSERT_TRUE(window_comes("tsmenu"));
@@ -354,7 +354,7 @@ TEST_F(menus, main_window_does_not_close_under_the_editor) {
   leave_editor();
 }
 
-TEST_F(menus, end_of_the_session_closes_the_editor_too) {
+TEST_F(Menus, EndOfTheSessionClosesTheEditorToo) {
   press("ctrl+m");
   choose_streams(real_video());
   ASSERT_TRUE(window_comes("tsmenu"));
@@ -363,7 +363,7 @@ TEST_F(menus, end_of_the_session_closes_the_editor_too) {
   EXPECT_TRUE(window_goes("tsmenu"));
 }
 
-TEST_F(menus, end_of_the_session_waits_for_the_message_of_the_editor) {
+TEST_F(Menus, EndOfTheSessionWaitsForTheMessageOfTheEditor) {
   press("ctrl+m");
   choose_streams(real_video());
   ASSERT_TRUE(window_comes("tsmenu"));
@@ -378,7 +378,7 @@ TEST_F(menus, end_of_the_session_waits_for_the_message_of_the_editor) {
   EXPECT_TRUE(window_goes("tsmenu"));
 }
 
-TEST_F(menus, end_of_the_session_waits_for_the_file_dialog_of_the_editor) {
+TEST_F(Menus, EndOfTheSessionWaitsForTheFileDialogOfTheEditor) {
   press("ctrl+m");
   choose_streams(real_video());
   ASSERT_TRUE(window_comes("tsmenu"));
@@ -393,7 +393,7 @@ TEST_F(menus, end_of_the_session_waits_for_the_file_dialog_of_the_editor) {
   EXPECT_TRUE(window_goes("tsmenu"));
 }
 
-TEST_F(menus, end_of_the_session_says_nothing_of_what_stands_typed) {
+TEST_F(Menus, EndOfTheSessionSaysNothingOfWhatStandsTyped) {
   press("ctrl+m");
   choose_streams(real_video());
   ASSERT_TRUE(window_comes("tsmenu"));
@@ -406,7 +406,7 @@ TEST_F(menus, end_of_the_session_says_nothing_of_what_stands_typed) {
   EXPECT_FALSE(top_dialog().has_value());
 }
 
-TEST_F(menus, end_of_the_session_waits_for_the_picker_and_opens_no_editor) {
+TEST_F(Menus, EndOfTheSessionWaitsForThePickerAndOpensNoEditor) {
   load(project_with_menus(1));
   click_tool("menus");
   ASSERT_TRUE(picker_comes(edit_caption));
@@ -416,7 +416,7 @@ TEST_F(menus, end_of_the_session_waits_for_the_picker_and_opens_no_editor) {
   EXPECT_FALSE(ask_ui([] { return wxWindow::FindWindowByName("tsmenu") != nullptr; }));
 }
 
-TEST_F(menus, end_of_the_session_asks_for_no_further_file) {
+TEST_F(Menus, EndOfTheSessionAsksForNoFurtherFile) {
   press("ctrl+m");
   ASSERT_TRUE(
       wait_until([&] { return look_at_dialog() && look_at_dialog()->title == video_title; }));
@@ -426,7 +426,7 @@ TEST_F(menus, end_of_the_session_asks_for_no_further_file) {
   EXPECT_FALSE(top_dialog().has_value());
 }
 
-TEST_F(menus, hand_edited_xml_is_kept_when_the_user_says_so) {
+TEST_F(Menus, HandEditedXmlIsKeptWhenTheUserSaysSo) {
   project p = project_with_menus(1);
   p.customxml = "<dvdauthor>\r\n</dvdauthor>\r\n";
   load(p);
@@ -446,7 +446,7 @@ TEST_F(menus, hand_edited_xml_is_kept_when_the_user_says_so) {
   EXPECT_TRUE(picker_goes());
 }
 
-TEST_F(menus, jump_table_is_explained_checked_and_remembered) {
+TEST_F(Menus, JumpTableIsExplainedCheckedAndRemembered) {
   EXPECT_FALSE(jumptable_checked());
   click_menu("tools", "use JumpTable");
   const seen_dialog told = answer_message(
@@ -467,7 +467,7 @@ TEST_F(menus, jump_table_is_explained_checked_and_remembered) {
   EXPECT_THAT(preferences(), testing::HasSubstr("jumptable = False"));
 }
 
-TEST_F(menus, jump_table_stays_as_it_is_once_there_are_menus) {
+TEST_F(Menus, JumpTableStaysAsItIsOnceThereAreMenus) {
   project p = project_with_menus(1);
   for (const bool on : {true, false}) {
     p.jumptable = on;

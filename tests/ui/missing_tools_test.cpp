@@ -6,7 +6,7 @@
 namespace corvane::testing_support {
 namespace {
 
-class missing_tools_window : public window_test {
+class MissingToolsWindow : public window_test {
  protected:
   void SetUp() override {
     // Files that cannot be started; what stands in bin itself is left alone at the start.
@@ -22,7 +22,7 @@ class missing_tools_window : public window_test {
       "Until then, what needs one of them is refused; everything else works.";
 };
 
-TEST_F(missing_tools_window, are_told_once_at_the_start) {
+TEST_F(MissingToolsWindow, AreToldOnceAtTheStart) {
   const seen_dialog box = answer_message(notice_, "OK");
   EXPECT_EQ(box.title, "Corvane");
   EXPECT_EQ(box.picture, "warning");

@@ -21,7 +21,7 @@ constexpr const char* refusal =
     "The command \"jump?title 2\" cannot be used: it contains a line break, a tab or another "
     "control character.";
 
-class navigation : public window_test {
+class Navigation : public window_test {
  protected:
   const project& shown() const { return window_->shown_project(); }
 
@@ -78,7 +78,7 @@ class navigation : public window_test {
   }
 };
 
-TEST_F(navigation, dialog_offers_the_defaults_of_three_titles) {
+TEST_F(Navigation, DialogOffersTheDefaultsOfThreeTitles) {
   load(titles_only(3));
   open();
   screenshot("navcommands");
@@ -97,7 +97,7 @@ TEST_F(navigation, dialog_offers_the_defaults_of_three_titles) {
   EXPECT_TRUE(window_goes(dialog));
 }
 
-TEST_F(navigation, controls_have_their_names_tips_and_a_fixed_pitch) {
+TEST_F(Navigation, ControlsHaveTheirNamesTipsAndAFixedPitch) {
   load(titles_only(1));
   open();
   on_ui([] {
@@ -118,7 +118,7 @@ TEST_F(navigation, controls_have_their_names_tips_and_a_fixed_pitch) {
   EXPECT_TRUE(window_goes(dialog));
 }
 
-TEST_F(navigation, selected_row_is_shown_and_a_picked_command_rewrites_it) {
+TEST_F(Navigation, SelectedRowIsShownAndAPickedCommandRewritesIt) {
   load(titles_only(3));
   open();
   EXPECT_FALSE(ask_ui([] { return combo("Combo1").IsEnabled(); }));
@@ -138,7 +138,7 @@ TEST_F(navigation, selected_row_is_shown_and_a_picked_command_rewrites_it) {
   EXPECT_EQ(shown().firstplay, "<default>");
 }
 
-TEST_F(navigation, typed_command_of_30_characters_is_kept_to_its_first_25) {
+TEST_F(Navigation, TypedCommandOf30CharactersIsKeptToItsFirst25) {
   load(titles_only(2));
   open();
   double_click_row(0, dialog);
@@ -150,7 +150,7 @@ TEST_F(navigation, typed_command_of_30_characters_is_kept_to_its_first_25) {
   EXPECT_THAT(shown().postinfo, ElementsAre("abcdefghijklmnopqrstuvwxy", stored("exit")));
 }
 
-TEST_F(navigation, all_of_it_goes_with_the_keys_alone) {
+TEST_F(Navigation, AllOfItGoesWithTheKeysAlone) {
   load(titles_only(2));
   press("ctrl+n");
   ASSERT_TRUE(window_comes(dialog));
@@ -170,7 +170,7 @@ TEST_F(navigation, all_of_it_goes_with_the_keys_alone) {
   EXPECT_EQ(shown().firstplay, "jump title 2");
 }
 
-TEST_F(navigation, first_play_is_kept_and_an_emptied_one_is_the_default) {
+TEST_F(Navigation, FirstPlayIsKeptAndAnEmptiedOneIsTheDefault) {
   load(project_with_menus(1));
   open();
   EXPECT_THAT(items("firstplay"), ElementsAre("jump title 1", "jump titleset 1 menu", "<default>"));
@@ -188,7 +188,7 @@ TEST_F(navigation, first_play_is_kept_and_an_emptied_one_is_the_default) {
   EXPECT_EQ(shown().firstplay, "<default>");
 }
 
-TEST_F(navigation, menus_are_offered_as_the_jump_table_allows) {
+TEST_F(Navigation, MenusAreOfferedAsTheJumpTableAllows) {
   project p = project_with_menus(1);
   load(p);
   open();
@@ -205,7 +205,7 @@ TEST_F(navigation, menus_are_offered_as_the_jump_table_allows) {
   ASSERT_TRUE(window_goes(dialog));
 }
 
-TEST_F(navigation, closing_without_accept_changes_nothing) {
+TEST_F(Navigation, ClosingWithoutAcceptChangesNothing) {
   load(titles_only(2));
   for (const char* way : {"Escape", "cancel", "close"}) {
     open();
@@ -231,7 +231,7 @@ TEST_F(navigation, closing_without_accept_changes_nothing) {
   }
 }
 
-TEST_F(navigation, main_window_rests_while_the_dialog_is_open) {
+TEST_F(Navigation, MainWindowRestsWhileTheDialogIsOpen) {
   load(titles_only(2));
   open();
   EXPECT_FALSE(ask_ui([this] { return window_->IsEnabled(); }));
@@ -253,7 +253,7 @@ TEST_F(navigation, main_window_rests_while_the_dialog_is_open) {
   EXPECT_EQ(selection(), -1);
 }
 
-TEST_F(navigation, end_of_the_session_closes_the_dialog_too) {
+TEST_F(Navigation, EndOfTheSessionClosesTheDialogToo) {
   load(titles_only(1));
   open();
   on_ui([this] { window_->CallAfter([this] { window_->Close(true); }); });
@@ -261,7 +261,7 @@ TEST_F(navigation, end_of_the_session_closes_the_dialog_too) {
   EXPECT_TRUE(window_goes(dialog));
 }
 
-TEST_F(navigation, end_of_the_session_waits_for_the_message_of_the_dialog) {
+TEST_F(Navigation, EndOfTheSessionWaitsForTheMessageOfTheDialog) {
   load(titles_only(2));
   open();
   click_row(0, dialog);
@@ -273,7 +273,7 @@ TEST_F(navigation, end_of_the_session_waits_for_the_message_of_the_dialog) {
   EXPECT_TRUE(window_goes(dialog));
 }
 
-TEST_F(navigation, hand_edited_xml_is_kept_when_the_user_says_so) {
+TEST_F(Navigation, HandEditedXmlIsKeptWhenTheUserSaysSo) {
   project p = titles_only(1);
   p.customxml = "<dvdauthor>\r\n</dvdauthor>\r\n";
   load(p);
@@ -284,7 +284,7 @@ TEST_F(navigation, hand_edited_xml_is_kept_when_the_user_says_so) {
   EXPECT_FALSE(shown().customxml.empty());
 }
 
-TEST_F(navigation, text_that_no_row_can_hold_is_refused) {
+TEST_F(Navigation, TextThatNoRowCanHoldIsRefused) {
   load(titles_only(2));
   open();
   click_row(0, dialog);
@@ -303,7 +303,7 @@ TEST_F(navigation, text_that_no_row_can_hold_is_refused) {
   EXPECT_EQ(shown().firstplay, "<default>");
 }
 
-TEST_F(navigation, project_without_titles_still_has_a_first_play) {
+TEST_F(Navigation, ProjectWithoutTitlesStillHasAFirstPlay) {
   open();
   EXPECT_THAT(list_rows(dialog), IsEmpty());
   EXPECT_THAT(items("Combo1"), ElementsAre("exit"));
@@ -314,7 +314,7 @@ TEST_F(navigation, project_without_titles_still_has_a_first_play) {
   EXPECT_THAT(shown().postinfo, IsEmpty());
 }
 
-TEST_F(navigation, long_names_are_cut_between_characters) {
+TEST_F(Navigation, LongNamesAreCutBetweenCharacters) {
   project p = titles_only(1);
   file("größere Prüfung.m2v");
   file("größere Prüfung.ac3");
@@ -328,7 +328,7 @@ TEST_F(navigation, long_names_are_cut_between_characters) {
   accept();
 }
 
-TEST_F(navigation, stored_commands_are_shown_again) {
+TEST_F(Navigation, StoredCommandsAreShownAgain) {
   project p = titles_only(2);
   p.postinfo = {stored("exit"), stored("call menu")};
   load(p);

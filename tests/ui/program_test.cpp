@@ -37,7 +37,7 @@ bool window_goes(const std::string& title) {
   return wait_for([&] { return std::system(command.c_str()) != 0; });
 }
 
-class program : public testing::Test {
+class Program : public testing::Test {
  protected:
   /// Variables, as the shell sets them, that keep what is started in the test's folder.
   std::string surroundings() const {
@@ -98,7 +98,7 @@ class program : public testing::Test {
   temporary_folder folder_;
 };
 
-TEST_F(program, starts_without_a_project_and_ends_without_asking) {
+TEST_F(Program, StartsWithoutAProjectAndEndsWithoutAsking) {
   start("");
   press("ctrl+q");
   EXPECT_TRUE(ends());
@@ -107,7 +107,7 @@ TEST_F(program, starts_without_a_project_and_ends_without_asking) {
 }
 
 // The libraries are many, and most sessions start without a picture.
-TEST_F(program, starts_without_the_libraries_that_decode_pictures) {
+TEST_F(Program, StartsWithoutTheLibrariesThatDecodePictures) {
   start("");
   std::ifstream maps("/proc/" + std::to_string(pid()) + "/maps");
   const std::string in_memory((std::istreambuf_iterator<char>(maps)), {});
@@ -118,7 +118,7 @@ TEST_F(program, starts_without_the_libraries_that_decode_pictures) {
   EXPECT_TRUE(ends());
 }
 
-TEST_F(program, opens_the_project_named_on_the_command_line) {
+TEST_F(Program, OpensTheProjectNamedOnTheCommandLine) {
   folder_.add("my disc.cvp", project_text());
   start("'my disc.cvp'");
   EXPECT_EQ(saved_again(), project_text());
@@ -126,7 +126,7 @@ TEST_F(program, opens_the_project_named_on_the_command_line) {
   EXPECT_TRUE(ends());
 }
 
-TEST_F(program, opens_a_project_with_quotes_around_its_name_and_unquoted_blanks) {
+TEST_F(Program, OpensAProjectWithQuotesAroundItsNameAndUnquotedBlanks) {
   folder_.add("my disc.cvp", project_text());
   start("'\"my' 'disc.cvp\"'");
   EXPECT_EQ(saved_again(), project_text());
@@ -134,7 +134,7 @@ TEST_F(program, opens_a_project_with_quotes_around_its_name_and_unquoted_blanks)
   EXPECT_TRUE(ends());
 }
 
-TEST_F(program, opens_a_name_beyond_ascii_in_a_locale_without_it) {
+TEST_F(Program, OpensANameBeyondAsciiInALocaleWithoutIt) {
   folder_.add("größe 漢.cvp", project_text());
   start("'größe 漢.cvp'", "C");
   EXPECT_EQ(saved_again(), project_text());
@@ -143,7 +143,7 @@ TEST_F(program, opens_a_name_beyond_ascii_in_a_locale_without_it) {
 }
 
 /// The program where the desktop's own programs know what opens its projects.
-class associated_program : public program {
+class AssociatedProgram : public Program {
  protected:
   /// Chooses "register .cvp extension" by the keys and accepts what it says.
   void register_extension() {
@@ -186,17 +186,17 @@ class associated_program : public program {
   }
 };
 
-TEST_F(associated_program, opens_a_project_from_the_file_manager) {
+TEST_F(AssociatedProgram, OpensAProjectFromTheFileManager) {
   associate();
   expect_opened("XDG_CURRENT_DESKTOP=GNOME");
 }
 
-TEST_F(associated_program, opens_a_project_on_a_plain_window_manager) {
+TEST_F(AssociatedProgram, OpensAProjectOnAPlainWindowManager) {
   associate();
   expect_opened("XDG_CURRENT_DESKTOP=X-Generic");
 }
 
-TEST_F(program, names_a_program_folder_that_cannot_be_used) {
+TEST_F(Program, NamesAProgramFolderThatCannotBeUsed) {
   folder_.add("program", "a file, not a folder");
   start("");
   EXPECT_TRUE(window_comes("Corvane"));

@@ -26,7 +26,7 @@ bool log_is_shown() {
   return log != nullptr && log->IsShown();
 }
 
-class runs : public window_test {
+class Runs : public window_test {
  protected:
   /// A tool that tells its process number and then takes its time, as does a program it starts.
   void slow_mplex() {
@@ -78,13 +78,13 @@ watched watch_until_message() {
   return seen;
 }
 
-TEST_F(runs, without_titles_authoring_is_refused) {
+TEST_F(Runs, WithoutTitlesAuthoringIsRefused) {
   press("F5");
   EXPECT_EQ(answer_message("please add more titles", "OK").picture, "warning");
   EXPECT_TRUE(commands_enabled());
 }
 
-TEST_F(runs, two_titles_become_a_disc) {
+TEST_F(Runs, TwoTitlesBecomeADisc) {
   // The real tool, held back a little: it is done before the first look at its output else.
   replace_tool("mplex", "sleep 0.5\nexec mplex \"$@\"\n");
   add_title(real_video(), real_audio());
@@ -107,7 +107,7 @@ TEST_F(runs, two_titles_become_a_disc) {
                              testing::HasSubstr("*process complete")));
 }
 
-TEST_F(runs, disc_in_the_folder_is_replaced_when_the_user_agrees) {
+TEST_F(Runs, DiscInTheFolderIsReplacedWhenTheUserAgrees) {
   folder_.add("disc/VIDEO_TS/VTS_09_1.VOB");
   folder_.add("disc/kept.txt");
   add_title(real_video(), real_audio());
@@ -122,7 +122,7 @@ TEST_F(runs, disc_in_the_folder_is_replaced_when_the_user_agrees) {
   EXPECT_TRUE(file_exists(folder_.path("disc/kept.txt")));
 }
 
-TEST_F(runs, commands_rest_while_a_run_is_on) {
+TEST_F(Runs, CommandsRestWhileARunIsOn) {
   slow_mplex();
   add_title(real_video(), real_audio());
   start_authoring();
@@ -147,7 +147,7 @@ TEST_F(runs, commands_rest_while_a_run_is_on) {
   EXPECT_TRUE(commands_enabled());
 }
 
-TEST_F(runs, stop_asks_and_no_goes_on) {
+TEST_F(Runs, StopAsksAndNoGoesOn) {
   replace_tool("mplex", "sleep 2\n");
   add_title(real_video(), real_audio());
   start_authoring();
@@ -160,7 +160,7 @@ TEST_F(runs, stop_asks_and_no_goes_on) {
   EXPECT_FALSE(ask_ui(log_is_shown));
 }
 
-TEST_F(runs, closing_during_a_run_asks_and_leaves_no_process) {
+TEST_F(Runs, ClosingDuringARunAsksAndLeavesNoProcess) {
   slow_mplex();
   add_title(real_video(), real_audio());
   start_authoring();
@@ -175,7 +175,7 @@ TEST_F(runs, closing_during_a_run_asks_and_leaves_no_process) {
   EXPECT_TRUE(slow_mplex_is_gone());
 }
 
-TEST_F(runs, tool_that_fails_is_told_as_an_error) {
+TEST_F(Runs, ToolThatFailsIsToldAsAnError) {
   replace_tool("dvdauthor", "echo 'ERR:  no luck' >&2\nexit 1\n");
   add_title(real_video(), real_audio());
   start_authoring();
@@ -183,7 +183,7 @@ TEST_F(runs, tool_that_fails_is_told_as_an_error) {
   EXPECT_THAT(folder_.read("program/CorvaneLOG.txt"), testing::HasSubstr(" ERR:  no luck"));
 }
 
-TEST_F(runs, progress_bar_follows_the_percentages) {
+TEST_F(Runs, ProgressBarFollowsThePercentages) {
   replace_tool("mplex",
                "i=0; while [ $i -lt 10 ]; do i=$((i+1)); "
                "echo \"STAT: fixing ($i/10, ${i}0.5%)\"; sleep 0.3; done\n");

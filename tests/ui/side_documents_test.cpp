@@ -13,7 +13,7 @@
 namespace corvane::testing_support {
 namespace {
 
-class side_documents : public window_test {
+class SideDocuments : public window_test {
  protected:
   /// A program on PATH that notes its arguments, a line each, and appears as a whole.
   void add_noting(const std::string& name) {
@@ -37,7 +37,7 @@ class side_documents : public window_test {
   environment_variable data_{"XDG_DATA_HOME", folder_.path("data")};
 };
 
-TEST_F(side_documents, report_opens_in_the_browser) {
+TEST_F(SideDocuments, ReportOpensInTheBrowser) {
   add_noting("xdg-open");
   load(project_with_menus(2));
   press("ctrl+r");
@@ -49,7 +49,7 @@ TEST_F(side_documents, report_opens_in_the_browser) {
   EXPECT_TRUE(no_dialog());
 }
 
-TEST_F(side_documents, menu_script_opens_in_the_editor) {
+TEST_F(SideDocuments, MenuScriptOpensInTheEditor) {
   add_noting("gtk-launch");
   const std::string answers = folder_.add("bin/xdg-mime", "#!/bin/sh\necho editor.desktop\n");
   std::filesystem::permissions(answers, std::filesystem::perms::owner_all);
@@ -74,12 +74,12 @@ TEST_F(side_documents, menu_script_opens_in_the_editor) {
   EXPECT_THAT(folder_.read("menu.avs"), testing::HasSubstr("TitleText1=\"our summer\"\r\n"));
 }
 
-TEST_F(side_documents, menu_script_without_a_title_is_refused) {
+TEST_F(SideDocuments, MenuScriptWithoutATitleIsRefused) {
   press("ctrl+y");
   EXPECT_EQ(answer_message("please add more titles", "OK").picture, "warning");
 }
 
-TEST_F(side_documents, project_files_are_associated_and_taken_back) {
+TEST_F(SideDocuments, ProjectFilesAreAssociatedAndTakenBack) {
   const std::string ask_default = "xdg-mime query default application/x-corvane-project";
   click_menu("tools", "register .cvp extension");
   answer_message("Project files (.cvp) are now opened with Corvane.", "OK");

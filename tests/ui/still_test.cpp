@@ -39,7 +39,7 @@ void answer_frames(const std::string& text) {
   EXPECT_TRUE(wait_until([] { return !stands(frames_title); }));
 }
 
-class stills : public window_test {
+class Stills : public window_test {
  protected:
   /// Draws a JPEG, its left half red and its right half blue; `options` are those of the program
   /// that writes it.
@@ -94,7 +94,7 @@ void expect_video(const std::string& file, int height, double rate, int pictures
   EXPECT_GT(channel(600, 2), 200) << file;
 }
 
-TEST_F(stills, ntsc_picture_becomes_a_video) {
+TEST_F(Stills, NtscPictureBecomesAVideo) {
   const std::string jpeg = draw("menu.jpg", 720, 480), out = folder_.path("menu.m2v");
   make(jpeg, out, "15");
   const seen_dialog told = answer_message(success_text, "Cancel");
@@ -107,7 +107,7 @@ TEST_F(stills, ntsc_picture_becomes_a_video) {
   EXPECT_TRUE(ask_ui([] { return control("List1")->IsEnabled(); }));
 }
 
-TEST_F(stills, pal_picture_becomes_a_video_by_the_keyboard) {
+TEST_F(Stills, PalPictureBecomesAVideoByTheKeyboard) {
   const std::string jpeg = draw("menu.jpeg", 720, 576), out = folder_.path("menu.m2v");
   press("ctrl+i");
   answer_file(open_title, jpeg);
@@ -119,7 +119,7 @@ TEST_F(stills, pal_picture_becomes_a_video_by_the_keyboard) {
   expect_video(out, 576, 25, 2);
 }
 
-TEST_F(stills, file_dialogs_offer_their_kind_of_file) {
+TEST_F(Stills, FileDialogsOfferTheirKindOfFile) {
   click_menu("menus", "create m2v still");
   ASSERT_TRUE(wait_until([] { return stands(open_title); }));
   EXPECT_FALSE(top_dialog()->saves);
@@ -141,14 +141,14 @@ TEST_F(stills, file_dialogs_offer_their_kind_of_file) {
   EXPECT_TRUE(no_dialog());
 }
 
-TEST_F(stills, picture_of_another_size_is_refused) {
+TEST_F(Stills, PictureOfAnotherSizeIsRefused) {
   choose(draw("menu.jpg", 704, 480));
   EXPECT_EQ(answer_message("jpg is not 720x480 or 720x576", "OK").picture, "warning");
   EXPECT_TRUE(no_dialog());
   EXPECT_FALSE(script_written());
 }
 
-TEST_F(stills, cancelled_save_dialog_still_asks_for_the_frame_count) {
+TEST_F(Stills, CancelledSaveDialogStillAsksForTheFrameCount) {
   choose(draw("menu.jpg", 720, 480));
   answer_message(compliant_text, "OK");
   cancel_dialog(save_title);
@@ -158,7 +158,7 @@ TEST_F(stills, cancelled_save_dialog_still_asks_for_the_frame_count) {
   EXPECT_FALSE(script_written());
 }
 
-TEST_F(stills, cancelled_frame_count_is_asked_for_again) {
+TEST_F(Stills, CancelledFrameCountIsAskedForAgain) {
   choose(draw("menu.jpg", 720, 480));
   answer_message(compliant_text, "OK");
   cancel_dialog(save_title);
@@ -169,7 +169,7 @@ TEST_F(stills, cancelled_frame_count_is_asked_for_again) {
   EXPECT_EQ(stored_frames(), "3");
 }
 
-TEST_F(stills, cmyk_picture_is_refused_and_not_called_a_success) {
+TEST_F(Stills, CmykPictureIsRefusedAndNotCalledASuccess) {
   const std::string jpeg = draw("print.jpg", 720, 480, "-colorspace CMYK");
   choose(jpeg);
   answer_message("\"" + jpeg +
@@ -180,7 +180,7 @@ TEST_F(stills, cmyk_picture_is_refused_and_not_called_a_success) {
   EXPECT_FALSE(script_written());
 }
 
-TEST_F(stills, other_samplings_become_videos_of_the_right_colours) {
+TEST_F(Stills, OtherSamplingsBecomeVideosOfTheRightColours) {
   for (const char* const sampling : {"2x1", "1x1", "1x2"}) {
     const std::string name(sampling), out = folder_.path(name + ".m2v");
     make(draw(name + ".jpg", 720, 480, "-sampling-factor " + name), out, "1");
@@ -189,7 +189,7 @@ TEST_F(stills, other_samplings_become_videos_of_the_right_colours) {
   }
 }
 
-TEST_F(stills, sampling_that_would_give_a_green_video_is_refused) {
+TEST_F(Stills, SamplingThatWouldGiveAGreenVideoIsRefused) {
   const std::string jpeg = draw("odd.jpg", 720, 480, "-sampling-factor 4x1");
   choose(jpeg);
   answer_message("\"" + jpeg +
@@ -199,7 +199,7 @@ TEST_F(stills, sampling_that_would_give_a_green_video_is_refused) {
   EXPECT_FALSE(script_written());
 }
 
-TEST_F(stills, names_with_percent_signs_blanks_accents_and_quotes_work) {
+TEST_F(Stills, NamesWithPercentSignsBlanksAccentsAndQuotesWork) {
   const std::string jpeg = draw("50% of d\xC3\xA9j\xC3\xA0 'vu' %d.jpg", 720, 480);
   const std::string out = folder_.path("m\xC3\xBCll's 100% & more.m2v");
   make(jpeg, out, "1");
@@ -207,7 +207,7 @@ TEST_F(stills, names_with_percent_signs_blanks_accents_and_quotes_work) {
   expect_video(out, 480, 30000 / 1001.0, 1);
 }
 
-TEST_F(stills, name_that_scripts_cannot_hold_is_told) {
+TEST_F(Stills, NameThatScriptsCannotHoldIsTold) {
   const std::string jpeg = draw("the \"garden\".jpg", 720, 480);
   choose(jpeg);
   answer_message(
@@ -216,7 +216,7 @@ TEST_F(stills, name_that_scripts_cannot_hold_is_told) {
   EXPECT_TRUE(no_dialog());
 }
 
-TEST_F(stills, file_that_is_no_picture_is_told) {
+TEST_F(Stills, FileThatIsNoPictureIsTold) {
   choose(file("notes.jpg"));
   answer_message("\"" + folder_.path("notes.jpg") +
                      "\" cannot be used: it is neither a bitmap nor a JPEG picture.",
@@ -224,7 +224,7 @@ TEST_F(stills, file_that_is_no_picture_is_told) {
   EXPECT_TRUE(no_dialog());
 }
 
-TEST_F(stills, picture_that_is_cut_off_is_refused) {
+TEST_F(Stills, PictureThatIsCutOffIsRefused) {
   const std::string jpeg = draw("menu.jpg", 720, 480);
   std::filesystem::resize_file(path_of(jpeg), *file_size(jpeg) / 2);
   choose(jpeg);
@@ -233,7 +233,7 @@ TEST_F(stills, picture_that_is_cut_off_is_refused) {
   EXPECT_TRUE(no_dialog());
 }
 
-TEST_F(stills, run_cleans_up_and_leaves_the_video) {
+TEST_F(Stills, RunCleansUpAndLeavesTheVideo) {
   click_menu("file", "clean up files after authoring");
   const std::string out = folder_.path("menu.m2v");
   make(draw("menu.jpg", 720, 480), out, "1");
@@ -242,7 +242,7 @@ TEST_F(stills, run_cleans_up_and_leaves_the_video) {
   EXPECT_TRUE(file_exists(out));
 }
 
-TEST_F(stills, video_of_one_picture_becomes_a_menu_of_the_disc) {
+TEST_F(Stills, VideoOfOnePictureBecomesAMenuOfTheDisc) {
   const std::string out = folder_.path("menu.m2v");
   make(draw("menu.jpg", 720, 480), out, "1");
   answer_message(success_text, "Cancel");
@@ -262,14 +262,14 @@ TEST_F(stills, video_of_one_picture_becomes_a_menu_of_the_disc) {
   EXPECT_TRUE(file_exists(folder_.path("disc/VIDEO_TS/VTS_01_0.VOB")));  // the titleset's menus
 }
 
-TEST_F(stills, tool_that_crashes_is_told_as_an_error) {
+TEST_F(Stills, ToolThatCrashesIsToldAsAnError) {
   replace_tool("jpeg2yuv", "kill -SEGV $$\n");
   make(draw("menu.jpg", 720, 480), folder_.path("menu.m2v"), "1");
   EXPECT_EQ(answer_message(failure_text, "Cancel").picture, "error");
   EXPECT_THAT(folder_.read("program/CorvaneLOG.txt"), testing::HasSubstr("jpeg2yuv"));
 }
 
-TEST_F(stills, video_that_cannot_be_written_is_told_as_an_error) {
+TEST_F(Stills, VideoThatCannotBeWrittenIsToldAsAnError) {
   const std::filesystem::path gone = path_of(folder_.path("gone"));
   std::filesystem::create_directory(gone);
   choose(draw("menu.jpg", 720, 480));
@@ -283,7 +283,7 @@ TEST_F(stills, video_that_cannot_be_written_is_told_as_an_error) {
               testing::HasSubstr("ERR:  mpeg2enc.exe ended with status 1"));
 }
 
-TEST_F(stills, stopping_asks_and_leaves_no_process) {
+TEST_F(Stills, StoppingAsksAndLeavesNoProcess) {
   replace_tool("jpeg2yuv", "echo $$ > '" + folder_.path("pid") + "'\nexec sleep 300\n");
   make(draw("menu.jpg", 720, 480), folder_.path("menu.m2v"), "1");
   ASSERT_TRUE(wait_until([this] { return file_size(folder_.path("pid")).value_or(0) > 0; }));
@@ -303,7 +303,7 @@ TEST_F(stills, stopping_asks_and_leaves_no_process) {
 }
 
 /// The question that is asked until it has an answer must not hold the end of the session up.
-TEST_F(stills, end_of_the_session_ends_the_question_for_the_frame_count) {
+TEST_F(Stills, EndOfTheSessionEndsTheQuestionForTheFrameCount) {
   choose(draw("menu.jpg", 720, 480));
   answer_message(compliant_text, "OK");
   cancel_dialog(save_title);
@@ -313,7 +313,7 @@ TEST_F(stills, end_of_the_session_ends_the_question_for_the_frame_count) {
   EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("main") == nullptr; }));
 }
 
-TEST_F(stills, frame_count_alone_is_asked_for_and_kept) {
+TEST_F(Stills, FrameCountAloneIsAskedForAndKept) {
   click_menu("menus", "set m2v framecount");
   answer_frames("ten");
   answer_message("The frame count \"ten\" is not a whole number from 1 to 99999.", "OK");

@@ -46,7 +46,7 @@ class no_fonts {
   no_fonts& operator=(const no_fonts&) = delete;
 };
 
-class subtitles_dialog : public window_test {
+class SubtitlesDialog : public window_test {
  protected:
   const project& shown() const { return window_->shown_project(); }
   const std::string& files(std::size_t title = 0) const { return shown().subtitledata[title]; }
@@ -166,14 +166,14 @@ class subtitles_dialog : public window_test {
 
 // Opening ----------------------------------------------------------------------------------------
 
-TEST_F(subtitles_dialog, title_must_be_selected) {
+TEST_F(SubtitlesDialog, TitleMustBeSelected) {
   load(titles_only(1));
   click_menu("extras", "add/edit subtitles");
   EXPECT_EQ(answer_message("Please select a title to add a subtitle to.", "OK").picture, "warning");
   EXPECT_FALSE(ask_ui([] { return wxWindow::FindWindowByName(dialog) != nullptr; }));
 }
 
-TEST_F(subtitles_dialog, multiplexed_title_is_refused) {
+TEST_F(SubtitlesDialog, MultiplexedTitleIsRefused) {
   project p = titles_only(1);
   file("film.vob");
   p.List11 = {folder_.stored("film.vob")};
@@ -188,7 +188,7 @@ TEST_F(subtitles_dialog, multiplexed_title_is_refused) {
   EXPECT_FALSE(ask_ui([] { return wxWindow::FindWindowByName(dialog) != nullptr; }));
 }
 
-TEST_F(subtitles_dialog, hand_edited_xml_is_kept_when_the_user_says_so) {
+TEST_F(SubtitlesDialog, HandEditedXmlIsKeptWhenTheUserSaysSo) {
   project p = titles_only(1);
   p.customxml = "<dvdauthor>\r\n</dvdauthor>\r\n";
   load(p);
@@ -201,7 +201,7 @@ TEST_F(subtitles_dialog, hand_edited_xml_is_kept_when_the_user_says_so) {
   EXPECT_FALSE(shown().customxml.empty());
 }
 
-TEST_F(subtitles_dialog, controls_have_their_names_and_captions) {
+TEST_F(SubtitlesDialog, ControlsHaveTheirNamesAndCaptions) {
   load(titles_only(2));
   open(1);
   screenshot("subtitles");
@@ -228,7 +228,7 @@ TEST_F(subtitles_dialog, controls_have_their_names_and_captions) {
   leave();
 }
 
-TEST_F(subtitles_dialog, lists_offer_what_they_should) {
+TEST_F(SubtitlesDialog, ListsOfferWhatTheyShould) {
   load(titles_only(1));
   open();
   EXPECT_THAT(entries("halign"), ElementsAre("left", "center", "right"));
@@ -238,7 +238,7 @@ TEST_F(subtitles_dialog, lists_offer_what_they_should) {
   leave();
 }
 
-TEST_F(subtitles_dialog, pal_title_starts_with_the_values_of_pal) {
+TEST_F(SubtitlesDialog, PalTitleStartsWithTheValuesOfPal) {
   project p = titles_only(1);
   p.subtitleoptions = {default_subtitleoptions("PAL")};
   load(p);
@@ -249,7 +249,7 @@ TEST_F(subtitles_dialog, pal_title_starts_with_the_values_of_pal) {
 
 // Files ------------------------------------------------------------------------------------------
 
-TEST_F(subtitles_dialog, file_added_to_a_fresh_title_and_accepted) {
+TEST_F(SubtitlesDialog, FileAddedToAFreshTitleAndAccepted) {
   load(titles_only(1));
   open();
   EXPECT_EQ(fields() + "|", fresh);
@@ -261,7 +261,7 @@ TEST_F(subtitles_dialog, file_added_to_a_fresh_title_and_accepted) {
   EXPECT_EQ(shown().saved, 0);
 }
 
-TEST_F(subtitles_dialog, file_in_unicode_is_read_so_when_the_user_agrees) {
+TEST_F(SubtitlesDialog, FileInUnicodeIsReadSoWhenTheUserAgrees) {
   load(titles_only(1));
   folder_.add("uml.srt", "1\n00:00:01,000 --> 00:00:02,000\nf\xC3\xBCnf\n");
   const std::string question =
@@ -280,7 +280,7 @@ TEST_F(subtitles_dialog, file_in_unicode_is_read_so_when_the_user_agrees) {
   EXPECT_EQ(options(), "center,bottom,60,60,30,30,28.0,arial.ttf,720,478,29.97,UTF-8|");
 }
 
-TEST_F(subtitles_dialog, chooser_offers_the_subtitle_files_only) {
+TEST_F(SubtitlesDialog, ChooserOffersTheSubtitleFilesOnly) {
   load(titles_only(1));
   open();
   click_control("Command1", dialog);
@@ -298,7 +298,7 @@ TEST_F(subtitles_dialog, chooser_offers_the_subtitle_files_only) {
   EXPECT_EQ(shown().saved, 1);
 }
 
-TEST_F(subtitles_dialog, second_file_starts_with_the_current_settings_of_the_first) {
+TEST_F(SubtitlesDialog, SecondFileStartsWithTheCurrentSettingsOfTheFirst) {
   load(titles_only(1));
   open();
   add("one.srt");
@@ -318,7 +318,7 @@ TEST_F(subtitles_dialog, second_file_starts_with_the_current_settings_of_the_fir
             "center,top,10,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|");
 }
 
-TEST_F(subtitles_dialog, reset_after_three_files_leaves_the_last_settings) {
+TEST_F(SubtitlesDialog, ResetAfterThreeFilesLeavesTheLastSettings) {
   load(with_files({"a.srt", "b.srt", "c.srt"},
                   "left,top,1,1,1,1,20.0,a.ttf,720,478,29.97,CP850|"
                   "left,top,2,2,2,2,20.0,b.ttf,720,478,29.97,CP850|"
@@ -334,7 +334,7 @@ TEST_F(subtitles_dialog, reset_after_three_files_leaves_the_last_settings) {
   EXPECT_EQ(options(), "right,center,3,3,3,3,30.0,c.ttf,640,470,25,KOI8-R|");
 }
 
-TEST_F(subtitles_dialog, closing_keeps_the_files_and_drops_the_settings) {
+TEST_F(SubtitlesDialog, ClosingKeepsTheFilesAndDropsTheSettings) {
   load(titles_only(1));
   for (const char* way : {"Escape", "cancel", "close"}) {
     open();
@@ -361,7 +361,7 @@ TEST_F(subtitles_dialog, closing_keeps_the_files_and_drops_the_settings) {
 
 // Fields -----------------------------------------------------------------------------------------
 
-TEST_F(subtitles_dialog, fields_are_stored_as_they_are_typed) {
+TEST_F(SubtitlesDialog, FieldsAreStoredAsTheyAreTyped) {
   load(titles_only(1));
   open();
   add("film.srt");
@@ -377,7 +377,7 @@ TEST_F(subtitles_dialog, fields_are_stored_as_they_are_typed) {
   EXPECT_EQ(options(), "left,center,1,two, 3,4.5,twelve,arial.ttf,704,470,15,KOI8-R|");
 }
 
-TEST_F(subtitles_dialog, emptied_field_is_stored_empty) {
+TEST_F(SubtitlesDialog, EmptiedFieldIsStoredEmpty) {
   load(titles_only(1));
   open();
   type_into("fontsiz", "");
@@ -387,7 +387,7 @@ TEST_F(subtitles_dialog, emptied_field_is_stored_empty) {
   EXPECT_EQ(options(), "center,bottom,60,60,30,30,,arial.ttf,720,478,29.97,ISO-8859-1|");
 }
 
-TEST_F(subtitles_dialog, frame_rate_is_picked_from_its_list) {
+TEST_F(SubtitlesDialog, FrameRateIsPickedFromItsList) {
   load(titles_only(1));
   open();
   click_control("mfps", dialog);
@@ -399,7 +399,7 @@ TEST_F(subtitles_dialog, frame_rate_is_picked_from_its_list) {
   EXPECT_EQ(options(), "center,bottom,60,60,30,30,28.0,arial.ttf,720,478,23.976,ISO-8859-1|");
 }
 
-TEST_F(subtitles_dialog, text_that_would_cut_the_row_is_refused) {
+TEST_F(SubtitlesDialog, TextThatWouldCutTheRowIsRefused) {
   load(titles_only(1));
   open();
   set_value("lmargin", "6,0");
@@ -414,7 +414,7 @@ TEST_F(subtitles_dialog, text_that_would_cut_the_row_is_refused) {
   EXPECT_EQ(options(), fresh);
 }
 
-TEST_F(subtitles_dialog, texts_of_the_project_that_no_list_offers_are_shown_and_kept) {
+TEST_F(SubtitlesDialog, TextsOfTheProjectThatNoListOffersAreShownAndKept) {
   const std::string row = "middle,bottom,60,60,30,30,28.0,nowhere.ttf,720,478,30,UTF-8";
   load(with_files({"a.srt"}, row + "|"));
   open();
@@ -428,7 +428,7 @@ TEST_F(subtitles_dialog, texts_of_the_project_that_no_list_offers_are_shown_and_
   EXPECT_EQ(options(), row + "|");
 }
 
-TEST_F(subtitles_dialog, row_of_three_settings_shows_the_others_empty_and_is_kept) {
+TEST_F(SubtitlesDialog, RowOfThreeSettingsShowsTheOthersEmptyAndIsKept) {
   load(with_files({"a.srt"}, "left,top,3|"));
   open();
   EXPECT_EQ(fields(), "left,top,3,,,,,,,,,");
@@ -443,7 +443,7 @@ TEST_F(subtitles_dialog, row_of_three_settings_shows_the_others_empty_and_is_kep
 
 // Fonts ------------------------------------------------------------------------------------------
 
-TEST_F(subtitles_dialog, font_whose_file_is_in_capitals_is_stored_in_lower_case) {
+TEST_F(SubtitlesDialog, FontWhoseFileIsInCapitalsIsStoredInLowerCase) {
   const environment_variable data("XDG_DATA_HOME", folder_.path("data"));
   std::filesystem::create_directories(folder_.path("data/fonts"));
   std::filesystem::copy_file(installed_font, folder_.path("data/fonts/times.TTF"));
@@ -460,7 +460,7 @@ TEST_F(subtitles_dialog, font_whose_file_is_in_capitals_is_stored_in_lower_case)
   leave();
 }
 
-TEST_F(subtitles_dialog, only_truetype_fonts_are_offered) {
+TEST_F(SubtitlesDialog, OnlyTruetypeFontsAreOffered) {
   load(titles_only(1));
   open();
   const std::vector<std::string> fonts = entries("fontface");
@@ -469,7 +469,7 @@ TEST_F(subtitles_dialog, only_truetype_fonts_are_offered) {
   leave();
 }
 
-TEST_F(subtitles_dialog, system_without_fonts_offers_none_and_keeps_the_stored_one) {
+TEST_F(SubtitlesDialog, SystemWithoutFontsOffersNoneAndKeepsTheStoredOne) {
   const no_fonts none(folder_.add("fonts.conf", "<fontconfig></fontconfig>"));
   load(titles_only(1));
   open();
@@ -486,7 +486,7 @@ TEST_F(subtitles_dialog, system_without_fonts_offers_none_and_keeps_the_stored_o
 constexpr const char* two_cues =
     "1\n00:00:00,500 --> 00:00:01,500\nF\xEDrst\n\n2\n00:00:02,000 --> 00:00:02,800\nSecond\n";
 
-class subtitles_preview : public subtitles_dialog {
+class SubtitlesPreview : public SubtitlesDialog {
  protected:
   /// A project of one title with a real video and a subtitle file.
   project previewed(const std::string& subtitles,
@@ -550,7 +550,7 @@ class subtitles_preview : public subtitles_dialog {
   }
 };
 
-TEST_F(subtitles_preview, first_cue_stands_over_the_picture_of_its_time) {
+TEST_F(SubtitlesPreview, FirstCueStandsOverThePictureOfItsTime) {
   load(previewed(two_cues));
   open();
   EXPECT_TRUE(note_becomes("0:00:00.500 - 0:00:01.500")) << note() << reason();
@@ -566,7 +566,7 @@ TEST_F(subtitles_preview, first_cue_stands_over_the_picture_of_its_time) {
   leave();
 }
 
-TEST_F(subtitles_preview, follows_the_alignment) {
+TEST_F(SubtitlesPreview, FollowsTheAlignment) {
   load(previewed(two_cues));
   open();
   EXPECT_TRUE(note_becomes("0:00:00.500 - 0:00:01.500")) << note() << reason();
@@ -585,7 +585,7 @@ TEST_F(subtitles_preview, follows_the_alignment) {
   leave();
 }
 
-TEST_F(subtitles_preview, steps_to_the_next_cue_and_tells_its_time) {
+TEST_F(SubtitlesPreview, StepsToTheNextCueAndTellsItsTime) {
   load(previewed(two_cues));
   open();
   EXPECT_TRUE(note_becomes("0:00:00.500 - 0:00:01.500")) << note() << reason();
@@ -602,7 +602,7 @@ TEST_F(subtitles_preview, steps_to_the_next_cue_and_tells_its_time) {
   leave();
 }
 
-TEST_F(subtitles_preview, file_that_is_none_tells_its_reason_and_another_one_recovers) {
+TEST_F(SubtitlesPreview, FileThatIsNoneTellsItsReasonAndAnotherOneRecovers) {
   project p = previewed("no subtitles at all\n");
   folder_.add("good.srt", two_cues);
   p.subtitledata[0] = with_subtitle(p.subtitledata[0], folder_.stored("good.srt"));
@@ -618,7 +618,7 @@ TEST_F(subtitles_preview, file_that_is_none_tells_its_reason_and_another_one_rec
   leave();
 }
 
-TEST_F(subtitles_preview, settings_that_cannot_be_drawn_tell_their_reason) {
+TEST_F(SubtitlesPreview, SettingsThatCannotBeDrawnTellTheirReason) {
   load(previewed(two_cues));
   open();
   EXPECT_TRUE(note_becomes("0:00:00.500 - 0:00:01.500"));
@@ -630,7 +630,7 @@ TEST_F(subtitles_preview, settings_that_cannot_be_drawn_tell_their_reason) {
   leave();
 }
 
-TEST_F(subtitles_preview, text_that_will_be_missing_is_told_below_the_picture) {
+TEST_F(SubtitlesPreview, TextThatWillBeMissingIsToldBelowThePicture) {
   load(previewed("1\n00:00:00,500 --> 00:00:01,500\nLetters that get lost\n\n"));
   open();
   EXPECT_TRUE(note_becomes("0:00:00.500 - 0:00:01.500")) << note() << reason();
@@ -648,7 +648,7 @@ TEST_F(subtitles_preview, text_that_will_be_missing_is_told_below_the_picture) {
   leave();
 }
 
-TEST_F(subtitles_preview, title_without_subtitles_shows_the_video_alone) {
+TEST_F(SubtitlesPreview, TitleWithoutSubtitlesShowsTheVideoAlone) {
   project p = previewed(two_cues);
   p.subtitledata = {"<none>"};
   load(p);
@@ -665,7 +665,7 @@ TEST_F(subtitles_preview, title_without_subtitles_shows_the_video_alone) {
   leave();
 }
 
-TEST_F(subtitles_preview, frame_of_a_pal_disc_has_576_lines) {
+TEST_F(SubtitlesPreview, FrameOfAPalDiscHas576Lines) {
   project p = previewed(two_cues, default_subtitleoptions("PAL"));
   p.globalregion = "PAL";
   std::filesystem::copy_file(real_pal_video(), folder_.path("a.m2v"),
@@ -677,7 +677,7 @@ TEST_F(subtitles_preview, frame_of_a_pal_disc_has_576_lines) {
   leave();
 }
 
-TEST_F(subtitles_preview, picked_font_changes_the_text) {
+TEST_F(SubtitlesPreview, PickedFontChangesTheText) {
   load(previewed(two_cues));
   open();
   EXPECT_TRUE(note_becomes("0:00:00.500 - 0:00:01.500")) << note() << reason();
@@ -691,7 +691,7 @@ TEST_F(subtitles_preview, picked_font_changes_the_text) {
   leave();
 }
 
-TEST_F(subtitles_preview, text_stands_over_grey_when_the_video_cannot_be_read) {
+TEST_F(SubtitlesPreview, TextStandsOverGreyWhenTheVideoCannotBeRead) {
   project p = previewed(two_cues);
   folder_.add("a.m2v", "x");
   load(p);
@@ -704,7 +704,7 @@ TEST_F(subtitles_preview, text_stands_over_grey_when_the_video_cannot_be_read) {
   leave();
 }
 
-TEST_F(subtitles_preview, window_can_be_left_while_the_cue_is_being_drawn) {
+TEST_F(SubtitlesPreview, WindowCanBeLeftWhileTheCueIsBeingDrawn) {
   std::string many;
   for (int i = 1; i <= 2000; ++i)
     many += std::to_string(i) + "\n00:" + std::to_string(10 + i / 60) + ":" +
@@ -722,7 +722,7 @@ TEST_F(subtitles_preview, window_can_be_left_while_the_cue_is_being_drawn) {
   EXPECT_TRUE(ask_ui([this] { return window_->IsEnabled(); }));
 }
 
-TEST_F(subtitles_preview, long_reasons_are_wrapped_and_long_names_cut) {
+TEST_F(SubtitlesPreview, LongReasonsAreWrappedAndLongNamesCut) {
   on_ui([this] {
     wxClientDC dc(window_);
     dc.SetFont(window_->GetFont());
@@ -743,7 +743,7 @@ TEST_F(subtitles_preview, long_reasons_are_wrapped_and_long_names_cut) {
   });
 }
 
-TEST_F(subtitles_preview, window_fits_a_small_screen) {
+TEST_F(SubtitlesPreview, WindowFitsASmallScreen) {
   load(previewed(two_cues));
   open();
   on_ui([] {
@@ -756,7 +756,7 @@ TEST_F(subtitles_preview, window_fits_a_small_screen) {
 
 // The window among the others --------------------------------------------------------------------
 
-TEST_F(subtitles_dialog, main_window_rests_while_the_dialog_is_open) {
+TEST_F(SubtitlesDialog, MainWindowRestsWhileTheDialogIsOpen) {
   load(titles_only(1));
   open();
   EXPECT_FALSE(ask_ui([this] { return window_->IsEnabled(); }));
@@ -767,7 +767,7 @@ TEST_F(subtitles_dialog, main_window_rests_while_the_dialog_is_open) {
   EXPECT_TRUE(ask_ui([this] { return window_->IsEnabled(); }));
 }
 
-TEST_F(subtitles_dialog, end_of_the_session_closes_the_dialog_too) {
+TEST_F(SubtitlesDialog, EndOfTheSessionClosesTheDialogToo) {
   load(titles_only(1));
   open();
   on_ui([this] { window_->CallAfter([this] { window_->Close(true); }); });
@@ -775,7 +775,7 @@ TEST_F(subtitles_dialog, end_of_the_session_closes_the_dialog_too) {
   EXPECT_TRUE(window_goes(dialog));
 }
 
-TEST_F(subtitles_dialog, end_of_the_session_waits_for_the_message_of_the_dialog) {
+TEST_F(SubtitlesDialog, EndOfTheSessionWaitsForTheMessageOfTheDialog) {
   load(titles_only(1));
   open();
   set_value("lmargin", "6,0");
@@ -789,7 +789,7 @@ TEST_F(subtitles_dialog, end_of_the_session_waits_for_the_message_of_the_dialog)
   EXPECT_TRUE(window_goes(dialog));
 }
 
-TEST_F(subtitles_dialog, all_of_it_goes_with_the_keys_alone) {
+TEST_F(SubtitlesDialog, AllOfItGoesWithTheKeysAlone) {
   load(titles_only(1));
   click_row(0);
   press("ctrl+b");

@@ -97,9 +97,9 @@ const std::vector<expected_tool> expected_tools = {
     {"author dvd", "author the dvd", "begin the authoring process", true, {}},
 };
 
-class tables : public window_test {};
+class Tables : public window_test {};
 
-TEST_F(tables, menu_bar_holds_every_item_in_order) {
+TEST_F(Tables, MenuBarHoldsEveryItemInOrder) {
   on_ui([this] {
     const wxMenuBar* bar = window_->GetMenuBar();
     ASSERT_EQ(bar->GetMenuCount(), expected_menus.size());
@@ -119,7 +119,7 @@ TEST_F(tables, menu_bar_holds_every_item_in_order) {
   });
 }
 
-TEST_F(tables, toolbar_holds_every_button_in_order) {
+TEST_F(Tables, ToolbarHoldsEveryButtonInOrder) {
   on_ui([this] {
     const wxToolBar* bar = window_->GetToolBar();
     EXPECT_EQ(utf8_of(bar->GetName()), "Toolbar1");
@@ -143,7 +143,7 @@ TEST_F(tables, toolbar_holds_every_button_in_order) {
   });
 }
 
-TEST_F(tables, every_control_has_its_name_for_accessibility_tools_too) {
+TEST_F(Tables, EveryControlHasItsNameForAccessibilityToolsToo) {
   on_ui([] {
     for (const char* name : {"main", "List1", "titleup", "titledown", "Frame1", "Frame2",
                              "dvdsizetext", "Label1", "globalregion", "Comboregion", "Toolbar1"})
@@ -151,7 +151,7 @@ TEST_F(tables, every_control_has_its_name_for_accessibility_tools_too) {
   });
 }
 
-TEST_F(tables, window_starts_as_an_empty_project) {
+TEST_F(Tables, WindowStartsAsAnEmptyProject) {
   EXPECT_EQ(ask_ui([this] { return utf8_of(window_->GetTitle()); }), "Corvane 0.997 - 1/2/2005");
   EXPECT_EQ(label_of("Frame1"), "0 titles loaded");
   EXPECT_EQ(label_of("Frame2"), "statistics");
@@ -163,7 +163,7 @@ TEST_F(tables, window_starts_as_an_empty_project) {
   EXPECT_TRUE(rows().empty());
 }
 
-TEST_F(tables, description_of_a_tool_is_shown_in_the_status_bar) {
+TEST_F(Tables, DescriptionOfAToolIsShownInTheStatusBar) {
   std::optional<wxPoint> tool;
   ASSERT_TRUE(wait_until([&] {
     tool = find_label("author dvd", label_place::toolbar);
@@ -176,7 +176,7 @@ TEST_F(tables, description_of_a_tool_is_shown_in_the_status_bar) {
   }));
 }
 
-TEST_F(tables, about_names_the_projects_that_are_used) {
+TEST_F(Tables, AboutNamesTheProjectsThatAreUsed) {
   click_menu("tools", "about");
   ASSERT_TRUE(wait_until([] { return look_at_dialog().has_value(); }));
   const auto about = top_dialog();
@@ -188,7 +188,7 @@ TEST_F(tables, about_names_the_projects_that_are_used) {
   EXPECT_TRUE(no_dialog());
 }
 
-TEST_F(tables, check_marks_follow_the_project) {
+TEST_F(Tables, CheckMarksFollowTheProject) {
   const auto checked = [this](const char* name) {
     return ask_ui([&] { return window_->bars().item(name)->IsChecked(); });
   };

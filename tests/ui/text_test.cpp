@@ -15,7 +15,7 @@ constexpr const char* video_filter =
     "mpeg elementry stream(*.m2v, *.m1v,*.mpv)|*.m2v;*.m1v;*.mpv|mpeg with NAV packets(*.vob, "
     "*.mpg, *.mpeg)|*.vob; *.mpg; *.mpeg";
 
-TEST(file_filter, entries_lose_blanks_around_patterns_only) {
+TEST(FileFilter, EntriesLoseBlanksAroundPatternsOnly) {
   const std::vector<filter_entry> entries = filter_entries(video_filter);
   ASSERT_EQ(entries.size(), 2u);
   EXPECT_EQ(entries[0].text, "mpeg elementry stream(*.m2v, *.m1v,*.mpv)");
@@ -24,14 +24,14 @@ TEST(file_filter, entries_lose_blanks_around_patterns_only) {
   EXPECT_THAT(entries[1].patterns, ElementsAre("*.vob", "*.mpg", "*.mpeg"));
 }
 
-TEST(file_filter, patterns_heed_no_case_where_the_toolkit_would) {
+TEST(FileFilter, PatternsHeedNoCaseWhereTheToolkitWould) {
   EXPECT_EQ(toolkit_filter("film|*.m2v; *.VOB", path_style::posix),
             "film|*.[mM]2[vV];*.[vV][oO][bB]");
   EXPECT_EQ(toolkit_filter("film|*.m2v; *.VOB", path_style::windows), "film|*.m2v;*.VOB");
   EXPECT_EQ(toolkit_filter("", path_style::posix), "");
 }
 
-TEST(file_filter, an_extension_is_implied_only_by_a_single_pattern) {
+TEST(FileFilter, AnExtensionIsImpliedOnlyByASinglePattern) {
   constexpr const char* project_filter = "corvane project file(*.cvp)|*.cvp";
   EXPECT_EQ(with_implied_extension("/a/disc", project_filter), "/a/disc.cvp");
   EXPECT_EQ(with_implied_extension("/a.b/disc", project_filter), "/a.b/disc.cvp");
@@ -44,7 +44,7 @@ TEST(file_filter, an_extension_is_implied_only_by_a_single_pattern) {
   EXPECT_EQ(with_implied_extension("/a/folder", ""), "/a/folder");
 }
 
-TEST(shown_text, damaged_text_is_shown_but_for_the_damaged_bytes) {
+TEST(WxText, DamagedTextIsShownButForTheDamagedBytes) {
   EXPECT_EQ(utf8_of(wx_text("größe 漢")), "größe 漢");
   EXPECT_EQ(utf8_of(wx_text("a\xFFz")), "a\xEF\xBF\xBDz");
   EXPECT_EQ(utf8_of(wx_text("\xC3")), "\xEF\xBF\xBD");
@@ -52,11 +52,11 @@ TEST(shown_text, damaged_text_is_shown_but_for_the_damaged_bytes) {
   EXPECT_EQ(utf8_of(wx_text("")), "");
 }
 
-TEST(shown_text, carriage_returns_before_line_feeds_go) {
+TEST(WxText, CarriageReturnsBeforeLineFeedsGo) {
   EXPECT_EQ(utf8_of(wx_lines("a\r\nb\r\n")), "a\nb\n");
 }
 
-TEST(icons, every_picture_of_the_window_is_embedded) {
+TEST(Icons, EveryPictureOfTheWindowIsEmbedded) {
   std::vector<std::string> names;
   for (const embedded_icon& icon : embedded_icons())
     names.emplace_back(icon.name);

@@ -17,7 +17,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class titles : public window_test {
+class Titles : public window_test {
  protected:
   void SetUp() override {
     window_test::SetUp();
@@ -31,7 +31,7 @@ class titles : public window_test {
   }
 };
 
-TEST_F(titles, added_through_the_dialogs_stand_in_the_list) {
+TEST_F(Titles, AddedThroughTheDialogsStandInTheList) {
   add_two();
   EXPECT_THAT(rows(), ElementsAre("title1:a.m2v/a.ac3", "title2:b.m2v/b.ac3"));
   EXPECT_EQ(label_of("Frame1"), "2 titles loaded");
@@ -39,7 +39,7 @@ TEST_F(titles, added_through_the_dialogs_stand_in_the_list) {
   EXPECT_FALSE(ask_ui([] { return control("Comboregion")->IsEnabled(); }));
 }
 
-TEST_F(titles, cancelling_the_audio_dialog_adds_nothing) {
+TEST_F(Titles, CancellingTheAudioDialogAddsNothing) {
   click_tool("add title");
   answer_file("select video stream", path("a.m2v"));
   cancel_dialog("select audio stream");
@@ -47,7 +47,7 @@ TEST_F(titles, cancelling_the_audio_dialog_adds_nothing) {
   EXPECT_THAT(rows(), IsEmpty());
 }
 
-TEST_F(titles, file_dialog_offers_upper_case_names_and_both_filters) {
+TEST_F(Titles, FileDialogOffersUpperCaseNamesAndBothFilters) {
   press("ctrl+t");
   ASSERT_TRUE(wait_until([] { return look_at_dialog().has_value(); }));
   on_ui([] {
@@ -59,7 +59,7 @@ TEST_F(titles, file_dialog_offers_upper_case_names_and_both_filters) {
   cancel_dialog("select video stream");
 }
 
-TEST_F(titles, stream_without_navigation_packets_is_refused_with_a_message) {
+TEST_F(Titles, StreamWithoutNavigationPacketsIsRefusedWithAMessage) {
   const std::string plain = folder_.add("plain.VOB", "no packets");
   click_menu("file", "add new title...");
   answer_file("select video stream", plain);
@@ -70,7 +70,7 @@ TEST_F(titles, stream_without_navigation_packets_is_refused_with_a_message) {
   EXPECT_THAT(rows(), IsEmpty());
 }
 
-TEST_F(titles, move_with_the_buttons_and_with_the_keys) {
+TEST_F(Titles, MoveWithTheButtonsAndWithTheKeys) {
   add_two();
   click_row(0);
   ASSERT_EQ(selection(), 0);
@@ -86,7 +86,7 @@ TEST_F(titles, move_with_the_buttons_and_with_the_keys) {
   EXPECT_THAT(rows(), ElementsAre("title1:a.m2v/a.ac3", "title2:b.m2v/b.ac3"));
 }
 
-TEST_F(titles, removed_by_the_button_and_by_the_delete_key) {
+TEST_F(Titles, RemovedByTheButtonAndByTheDeleteKey) {
   add_two();
   add_title(path("a.m2v"), path("c.mp2"));
   click_row(1);
@@ -99,7 +99,7 @@ TEST_F(titles, removed_by_the_button_and_by_the_delete_key) {
   EXPECT_EQ(label_of("Frame1"), "1 titles loaded");
 }
 
-TEST_F(titles, removing_the_last_title_frees_the_region) {
+TEST_F(Titles, RemovingTheLastTitleFreesTheRegion) {
   add_title(path("a.m2v"), path("a.ac3"));
   click_row(0);
   press("Delete");
@@ -107,18 +107,18 @@ TEST_F(titles, removing_the_last_title_frees_the_region) {
   EXPECT_TRUE(ask_ui([] { return control("Comboregion")->IsEnabled(); }));
 }
 
-TEST_F(titles, removing_without_a_selection_asks_for_one) {
+TEST_F(Titles, RemovingWithoutASelectionAsksForOne) {
   click_tool("remove title");
   EXPECT_EQ(answer_message("Please select a title first to remove.", "OK").picture, "warning");
 }
 
-TEST_F(titles, insert_key_on_the_list_adds_a_title) {
+TEST_F(Titles, InsertKeyOnTheListAddsATitle) {
   click_control("List1");
   press("Insert");
   cancel_dialog("select video stream");
 }
 
-TEST_F(titles, audio_stream_is_added_from_the_drop_down) {
+TEST_F(Titles, AudioStreamIsAddedFromTheDropDown) {
   add_title(path("a.m2v"), path("a.ac3"));
   click_row(0);
   click_tool_arrow("extras");
@@ -128,13 +128,13 @@ TEST_F(titles, audio_stream_is_added_from_the_drop_down) {
   EXPECT_THAT(rows(), ElementsAre("title1:a.m2v/a.ac3/c.mp2"));
 }
 
-TEST_F(titles, button_extras_opens_its_drop_down) {
+TEST_F(Titles, ButtonExtrasOpensItsDropDown) {
   click_tool("extras");
   click_menu_item("edit A/V delay");
   answer_message("Please select a title to adjust delays.", "OK");
 }
 
-TEST_F(titles, delay_is_asked_for_and_kept) {
+TEST_F(Titles, DelayIsAskedForAndKept) {
   add_title(path("a.m2v"), path("a.ac3"));
   click_row(0);
   click_menu("extras", "edit A/V delay");
@@ -148,7 +148,7 @@ TEST_F(titles, delay_is_asked_for_and_kept) {
   EXPECT_THAT(window_->shown_project().delay, ElementsAre("0"));
 }
 
-TEST_F(titles, region_is_chosen_shown_and_remembered) {
+TEST_F(Titles, RegionIsChosenShownAndRemembered) {
   click_control("Comboregion");
   press("Down");
   press("Return");
@@ -157,7 +157,7 @@ TEST_F(titles, region_is_chosen_shown_and_remembered) {
       << folder_.read("config/corvane/preferences");
 }
 
-TEST_F(titles, statistics_turn_red_above_what_a_disc_holds) {
+TEST_F(Titles, StatisticsTurnRedAboveWhatADiscHolds) {
   const auto colour = [] {
     return ask_ui([] { return control("dvdsizetext")->GetForegroundColour(); });
   };
@@ -172,7 +172,7 @@ TEST_F(titles, statistics_turn_red_above_what_a_disc_holds) {
   EXPECT_NE(colour(), *wxRED);
 }
 
-TEST_F(titles, project_is_saved_and_loaded_again) {
+TEST_F(Titles, ProjectIsSavedAndLoadedAgain) {
   add_two();
   press("ctrl+s");
   answer_file("save corvane project", path("disc"));
@@ -188,7 +188,7 @@ TEST_F(titles, project_is_saved_and_loaded_again) {
   EXPECT_THAT(rows(), ElementsAre("title1:a.m2v/a.ac3", "title2:b.m2v/b.ac3"));
 }
 
-TEST_F(titles, saving_over_a_file_asks_and_enter_keeps_it) {
+TEST_F(Titles, SavingOverAFileAsksAndEnterKeepsIt) {
   folder_.add("disc.cvp", "old");
   add_title(path("a.m2v"), path("a.ac3"));
   press("ctrl+s");
@@ -206,7 +206,7 @@ TEST_F(titles, saving_over_a_file_asks_and_enter_keeps_it) {
   EXPECT_NE(folder_.read("disc.cvp"), "old");
 }
 
-TEST_F(titles, missing_file_of_a_project_is_named) {
+TEST_F(Titles, MissingFileOfAProjectIsNamed) {
   add_title(path("a.m2v"), path("a.ac3"));
   press("ctrl+s");
   answer_file("save corvane project", path("disc.cvp"));
@@ -218,18 +218,18 @@ TEST_F(titles, missing_file_of_a_project_is_named) {
   EXPECT_EQ(label_of("Frame1"), "0 titles loaded");
 }
 
-TEST_F(titles, dropped_streams_become_a_title) {
+TEST_F(Titles, DroppedStreamsBecomeATitle) {
   on_ui([this] { window_->CallAfter([this] { window_->drop({path("a.m2v"), path("a.ac3")}); }); });
   EXPECT_TRUE(wait_until([this] { return !window_->shown_project().List1.empty(); }));
   EXPECT_THAT(rows(), ElementsAre("title1:a.m2v/a.ac3"));
 }
 
-TEST_F(titles, closing_an_unchanged_project_does_not_ask) {
+TEST_F(Titles, ClosingAnUnchangedProjectDoesNotAsk) {
   on_ui([this] { window_->Close(); });
   EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("main") == nullptr; }));
 }
 
-TEST_F(titles, closing_a_changed_project_asks_and_cancel_keeps_the_window) {
+TEST_F(Titles, ClosingAChangedProjectAsksAndCancelKeepsTheWindow) {
   add_title(path("a.m2v"), path("a.ac3"));
   press("alt+F4");
   const seen_dialog seen = answer_message("Do you want to save project?", "Cancel");
@@ -241,7 +241,7 @@ TEST_F(titles, closing_a_changed_project_asks_and_cancel_keeps_the_window) {
   EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("main") == nullptr; }));
 }
 
-TEST_F(titles, closing_with_yes_saves_first) {
+TEST_F(Titles, ClosingWithYesSavesFirst) {
   add_title(path("a.m2v"), path("a.ac3"));
   press("ctrl+q");
   answer_message("Do you want to save project?", "Yes");
@@ -250,7 +250,7 @@ TEST_F(titles, closing_with_yes_saves_first) {
   EXPECT_TRUE(file_exists(path("last.cvp")));
 }
 
-TEST_F(titles, log_window_is_shown_cleared_and_not_closed) {
+TEST_F(Titles, LogWindowIsShownClearedAndNotClosed) {
   press("ctrl+l");
   ASSERT_TRUE(wait_until([] {
     const wxWindow* log = wxWindow::FindWindowByName("log");

@@ -17,7 +17,7 @@ bool same(const wxImage& a, const wxImage& b) {
 
 // Who searches shows the picture once nothing is left to search: a slice that finds it at once must
 // count, too.
-TEST(video_backdrop, tells_of_every_slice_that_it_looked_through) {
+TEST(VideoBackdrop, TellsOfEverySliceThatItLookedThrough) {
   video_backdrop backdrop(real_video());
   const wxImage first = backdrop.at(2.9);
   EXPECT_TRUE(backdrop.search(2.9));
@@ -27,7 +27,7 @@ TEST(video_backdrop, tells_of_every_slice_that_it_looked_through) {
   EXPECT_FALSE(backdrop.search(0.1));  // on the way there
 }
 
-TEST(video_backdrop, of_a_file_that_is_no_video_is_none) {
+TEST(VideoBackdrop, OfAFileThatIsNoVideoIsNone) {
   video_backdrop backdrop(__FILE__);
   EXPECT_FALSE(backdrop.search(2.9));
   EXPECT_FALSE(backdrop.at(0.5).IsOk());

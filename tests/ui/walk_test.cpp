@@ -20,7 +20,7 @@
 namespace corvane::testing_support {
 namespace {
 
-class walk : public window_test {
+class Walk : public window_test {
  protected:
   void SetUp() override {
     window_test::SetUp();
@@ -215,21 +215,21 @@ class walk : public window_test {
   environment_variable data_{"XDG_DATA_HOME", folder_.path("data")};
 };
 
-TEST_F(walk, over_the_menu_bar) {
+TEST_F(Walk, OverTheMenuBar) {
   load_project();
   click_menu_bar(with_namesakes(effects()));
 }
 
-TEST_F(walk, over_the_menu_bar_without_a_project) {
+TEST_F(Walk, OverTheMenuBarWithoutAProject) {
   click_menu_bar(with_namesakes(effects_on_nothing()));
 }
 
-TEST_F(walk, over_the_toolbar_and_its_drop_downs) {
+TEST_F(Walk, OverTheToolbarAndItsDropDowns) {
   load_project();
   click_toolbar(with_namesakes(effects()));
 }
 
-TEST_F(walk, over_the_toolbar_and_its_drop_downs_without_a_project) {
+TEST_F(Walk, OverTheToolbarAndItsDropDownsWithoutAProject) {
   click_toolbar(with_namesakes(effects_on_nothing()));
 }
 

@@ -26,7 +26,7 @@ constexpr const char* switch_text =
 constexpr const char* success_text =
     "Process complete.  Please review the log for more information (recommended).";
 
-class xml_editors : public window_test {
+class XmlEditors : public window_test {
  protected:
   void switch_on() {
     click_menu("file", "edit xml before authoring");
@@ -88,7 +88,7 @@ class xml_editors : public window_test {
   std::string config() { return folder_.read("program/config.xml"); }
 };
 
-TEST_F(xml_editors, switch_is_checked_and_unchecked) {
+TEST_F(XmlEditors, SwitchIsCheckedAndUnchecked) {
   const auto checked = [this] {
     return ask_ui([this] { return window_->bars().item("editxml")->IsChecked(); });
   };
@@ -100,7 +100,7 @@ TEST_F(xml_editors, switch_is_checked_and_unchecked) {
   EXPECT_FALSE(checked());
 }
 
-TEST_F(xml_editors, edited_language_is_on_the_disc) {
+TEST_F(XmlEditors, EditedLanguageIsOnTheDisc) {
   open_editor();
   EXPECT_EQ(shown_xml(), config());
   EXPECT_FALSE(ask_ui([this] { return window_->IsEnabled(); }));
@@ -116,7 +116,7 @@ TEST_F(xml_editors, edited_language_is_on_the_disc) {
   EXPECT_EQ(customxml(), edited);
 }
 
-TEST_F(xml_editors, unsaved_edit_is_not_on_the_disc) {
+TEST_F(XmlEditors, UnsavedEditIsNotOnTheDisc) {
   open_editor();
   const std::string generated = config();
   replace("\"EN\"", "\"fr\"");
@@ -127,7 +127,7 @@ TEST_F(xml_editors, unsaved_edit_is_not_on_the_disc) {
   EXPECT_EQ(customxml(), "");
 }
 
-TEST_F(xml_editors, saved_edit_stays_when_authoring_is_declined_and_comes_back) {
+TEST_F(XmlEditors, SavedEditStaysWhenAuthoringIsDeclinedAndComesBack) {
   open_editor();
   replace("\"EN\"", "\"fr\"");
   const std::string edited = shown_xml();
@@ -145,7 +145,7 @@ TEST_F(xml_editors, saved_edit_stays_when_authoring_is_declined_and_comes_back) 
   EXPECT_EQ(language_on_disc(), "fr");
 }
 
-TEST_F(xml_editors, saved_edit_is_kept_in_the_project_file_and_authored_from_there) {
+TEST_F(XmlEditors, SavedEditIsKeptInTheProjectFileAndAuthoredFromThere) {
   open_editor();
   replace("\"EN\"", "\"fr\"");
   const std::string edited = shown_xml();
@@ -166,7 +166,7 @@ TEST_F(xml_editors, saved_edit_is_kept_in_the_project_file_and_authored_from_the
   EXPECT_EQ(language_on_disc(), "fr");
 }
 
-TEST_F(xml_editors, change_of_the_project_asks_before_it_discards_the_edit) {
+TEST_F(XmlEditors, ChangeOfTheProjectAsksBeforeItDiscardsTheEdit) {
   open_editor();
   replace("\"EN\"", "\"fr\"");
   const std::string edited = shown_xml();
@@ -189,7 +189,7 @@ TEST_F(xml_editors, change_of_the_project_asks_before_it_discards_the_edit) {
   close_editor("No", "No");
 }
 
-TEST_F(xml_editors, fault_is_told_with_its_place_and_the_caret_goes_there) {
+TEST_F(XmlEditors, FaultIsToldWithItsPlaceAndTheCaretGoesThere) {
   open_editor();
   press("ctrl+End");
   type_text("<");
@@ -212,7 +212,7 @@ TEST_F(xml_editors, fault_is_told_with_its_place_and_the_caret_goes_there) {
 }
 
 // Neither key loses what was typed.
-TEST_F(xml_editors, escape_at_the_save_question_leads_back_and_enter_saves) {
+TEST_F(XmlEditors, EscapeAtTheSaveQuestionLeadsBackAndEnterSaves) {
   open_editor();
   replace("\"EN\"", "\"fr\"");
   const std::string edited = shown_xml();
@@ -238,7 +238,7 @@ TEST_F(xml_editors, escape_at_the_save_question_leads_back_and_enter_saves) {
   EXPECT_EQ(customxml(), edited);
 }
 
-TEST_F(xml_editors, finds_onwards_backwards_and_around_the_end) {
+TEST_F(XmlEditors, FindsOnwardsBackwardsAndAroundTheEnd) {
   open_editor();
   const auto selected_from = [] {
     return ask_ui([] {
@@ -262,7 +262,7 @@ TEST_F(xml_editors, finds_onwards_backwards_and_around_the_end) {
   close_editor("No", "No");
 }
 
-TEST_F(xml_editors, end_of_the_session_while_it_asks_ends_the_program) {
+TEST_F(XmlEditors, EndOfTheSessionWhileItAsksEndsTheProgram) {
   open_editor();
   close("xmleditor");
   ASSERT_TRUE(wait_until([] { return look_at_dialog().has_value(); }));
@@ -271,7 +271,7 @@ TEST_F(xml_editors, end_of_the_session_while_it_asks_ends_the_program) {
   EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("main") == nullptr; }));
 }
 
-TEST_F(xml_editors, end_of_the_session_with_the_editor_open_asks_nothing) {
+TEST_F(XmlEditors, EndOfTheSessionWithTheEditorOpenAsksNothing) {
   open_editor();
   press("ctrl+Home");
   type_text("<");

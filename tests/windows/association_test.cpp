@@ -3,7 +3,7 @@
 #include "tools/association.h"
 
 #include "platform/processes/desktop.h"
-#include "platform/text/wide_windows.h"
+#include "platform/text/utf16_windows.h"
 #include "support/command_test.h"
 
 #include <chrono>
@@ -23,7 +23,7 @@ std::optional<std::string> value(const std::wstring& key, const std::wstring& na
                      text.data(), &bytes) != ERROR_SUCCESS)
     return std::nullopt;
   text.resize(bytes / sizeof(wchar_t) - 1);
-  return narrow(text);
+  return utf8_of_utf16(text);
 }
 
 std::optional<DWORD> number(const std::wstring& key, const std::wstring& name) {

@@ -14,7 +14,7 @@
 namespace corvane::testing_support {
 namespace {
 
-const places where = sample_places(path_style::windows);
+const run_paths where = sample_run_paths(path_style::windows);
 const std::string media = "C:\\media";
 
 /// Enough of each kind of file for it not to be refused: a sequence header, a bitmap's first bytes,

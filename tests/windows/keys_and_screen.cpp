@@ -1,7 +1,7 @@
 #include "windows/keys_and_screen.h"
 
 #include "platform/files/paths.h"
-#include "platform/text/wide_windows.h"
+#include "platform/text/utf16_windows.h"
 
 #include <gtest/gtest.h>
 
@@ -73,7 +73,7 @@ BOOL CALLBACK look_at(HWND control, LPARAM to) {
 }  // namespace
 
 std::vector<HWND> shown_controls(HWND window, const std::string& kind) {
-  wanted_controls wanted{wide(kind), {}};
+  wanted_controls wanted{utf16(kind), {}};
   ::EnumChildWindows(window, look_at, reinterpret_cast<LPARAM>(&wanted));
   return wanted.found;
 }
@@ -89,7 +89,7 @@ void press(std::initializer_list<WORD> keys) {
 
 void type_text(const std::string& text) {
   std::vector<INPUT> inputs;
-  for (const wchar_t character : wide(text))
+  for (const wchar_t character : utf16(text))
     for (const DWORD flag : {DWORD{0}, DWORD{KEYEVENTF_KEYUP}})
       inputs.push_back(key(0, static_cast<WORD>(character), KEYEVENTF_UNICODE | flag));
   send(inputs);

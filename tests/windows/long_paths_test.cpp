@@ -89,7 +89,7 @@ TEST_F(LongPaths, OfTheDiscsFilesCountsNotOnlyThatOfItsFolder) {
 
 // Where it is so deep that the tools in it could not be started, though the program was.
 TEST_F(LongPaths, OfTheProgramFolderIsRefused) {
-  places where{home_.path(), home_.path("disc")};
+  run_paths where{home_.path(), home_.path("disc")};
   where.app += "\\" + std::string(259 - windows_length(home_.path("\\bin\\dvdauthor.exe")), 'p');
   EXPECT_EQ(why_not_this_folder({}, where), std::nullopt);
   where.app += "p";

@@ -3,7 +3,7 @@
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "platform/files/program_folder.h"
-#include "platform/text/wide_windows.h"
+#include "platform/text/utf16_windows.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -84,7 +84,7 @@ class program_file {
 class program_resources {
  public:
   explicit program_resources(const std::string& name)
-      : module_(::LoadLibraryExW(wide(path_of_program(name)).c_str(), nullptr,
+      : module_(::LoadLibraryExW(utf16(path_of_program(name)).c_str(), nullptr,
                                  LOAD_LIBRARY_AS_DATAFILE)) {}
 
   std::string bytes(const wchar_t* name, const wchar_t* type) const {
@@ -104,7 +104,7 @@ class program_resources {
           auto* list = reinterpret_cast<std::vector<std::string>*>(to);
           list->push_back(IS_INTRESOURCE(name)
                               ? "#" + std::to_string(reinterpret_cast<std::uintptr_t>(name))
-                              : narrow(name));
+                              : utf8_of_utf16(name));
           return TRUE;
         },
         reinterpret_cast<LONG_PTR>(&all));
@@ -120,16 +120,16 @@ class program_resources {
 
 /// What Explorer shows of a program under a name such as "ProductName".
 std::string told(const std::string& program, const std::string& what) {
-  const std::wstring path = wide(path_of_program(program));
+  const std::wstring path = utf16(path_of_program(program));
   std::vector<char> block(::GetFileVersionInfoSizeW(path.c_str(), nullptr));
   void* text = nullptr;
   UINT length = 0;
-  const std::wstring entry = wide("\\StringFileInfo\\040904B0\\" + what);
+  const std::wstring entry = utf16("\\StringFileInfo\\040904B0\\" + what);
   if (block.empty() ||
       ::GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(block.size()), block.data()) == 0 ||
       ::VerQueryValueW(block.data(), entry.c_str(), &text, &length) == 0)
     return {};
-  return narrow(static_cast<const wchar_t*>(text));
+  return utf8_of_utf16(static_cast<const wchar_t*>(text));
 }
 
 class WindowsPrograms : public testing::TestWithParam<std::string> {};

@@ -1,7 +1,7 @@
 #include "windows/window_program.h"
 
 #include "platform/files/program_folder.h"
-#include "platform/text/wide_windows.h"
+#include "platform/text/utf16_windows.h"
 
 #include <array>
 #include <chrono>
@@ -28,7 +28,7 @@ LRESULT ask(HWND window, UINT message, WPARAM first = 0, LPARAM second = 0) {
 std::string class_of(HWND window) {
   std::array<wchar_t, 256> name{};
   ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-  return narrow(name.data());
+  return utf8_of_utf16(name.data());
 }
 
 std::vector<std::string> texts_of(HWND list, UINT count, UINT length, UINT get) {
@@ -38,7 +38,7 @@ std::vector<std::string> texts_of(HWND list, UINT count, UINT length, UINT get) 
     const auto number = static_cast<WPARAM>(row);
     std::wstring text(static_cast<std::size_t>(ask(list, length, number)) + 1, L'\0');
     ask(list, get, number, reinterpret_cast<LPARAM>(text.data()));
-    all.push_back(narrow(text.c_str()));
+    all.push_back(utf8_of_utf16(text.c_str()));
   }
   return all;
 }
@@ -72,7 +72,7 @@ BOOL CALLBACK look_at_window(HWND window, LPARAM to) {
 std::string text_of_window(HWND window) {
   std::wstring text(static_cast<std::size_t>(ask(window, WM_GETTEXTLENGTH)) + 1, L'\0');
   ask(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
-  return narrow(text.c_str());
+  return utf8_of_utf16(text.c_str());
 }
 
 std::vector<std::string> rows_of(HWND list) {
@@ -121,11 +121,11 @@ window_program::~window_program() {
 
 void window_program::start(const std::string& arguments) {
   const std::string program = folder_.path("program\\corvane.exe");
-  std::wstring line = wide("\"" + program + "\" " + arguments);
+  std::wstring line = utf16("\"" + program + "\" " + arguments);
   STARTUPINFOW how{};
   how.cb = sizeof how;
-  ASSERT_NE(::CreateProcessW(wide(program).c_str(), line.data(), nullptr, nullptr, FALSE, 0,
-                             nullptr, wide(folder_.path()).c_str(), &how, &info_),
+  ASSERT_NE(::CreateProcessW(utf16(program).c_str(), line.data(), nullptr, nullptr, FALSE, 0,
+                             nullptr, utf16(folder_.path()).c_str(), &how, &info_),
             0);
   ::CloseHandle(info_.hThread);
   main_ = window(main_caption);

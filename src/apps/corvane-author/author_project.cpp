@@ -27,13 +27,13 @@ using namespace std::chrono_literals;
 constexpr auto polling_interval = 100ms;
 
 /// Loads the project and puts the options over its own switches. False when it was refused.
-bool load(workbench& w, const author_arguments& arguments, const std::string& path) {
-  start_up(w);
-  if (!loadprojectf(w, path))
+bool load(document& doc, const author_arguments& arguments, const std::string& path) {
+  start_up(doc);
+  if (!loadprojectf(doc, path))
     return false;
-  w.p.isocreate = arguments.iso.value_or(w.p.isocreate);
-  w.p.cleanup = arguments.cleanup;
-  w.p.editxml = false;
+  doc.p.isocreate = arguments.iso.value_or(doc.p.isocreate);
+  doc.p.cleanup = arguments.cleanup;
+  doc.p.editxml = false;
   return true;
 }
 
@@ -71,18 +71,18 @@ int status_of(author_result result) {
 
 /// Everything one run needs, made in the order of need.
 struct run {
-  run(report& out, workbench& bench, folder_lock& app_lock, const std::string& app)
+  run(report& out, document& opened, folder_lock& app_lock, const std::string& app)
       : report_(out),
-        w(bench),
+        doc(opened),
         lock(app_lock),
-        screen(out, output, bench.p.cleanup),
+        screen(out, output, opened.p.cleanup),
         launcher(make_process_launcher()),
         watched(*launcher, [this](std::string_view piece) { screen.new_output(piece); }),
-        runner(screen, bench.ask, watched, lock, app),
+        runner(screen, opened.ask, watched, lock, app),
         equipment{app, lock, screen, runner, {}, {}} {}
 
   report& report_;
-  workbench& w;
+  document& doc;
   folder_lock& lock;
   run_output output;
   console_screen screen;
@@ -128,7 +128,7 @@ int start_and_watch(run& r) {
     r.lock.release();
     return 128 + interrupt_number();
   }
-  const author_result started = authordvd(r.w, r.equipment, r.prepared);
+  const author_result started = authordvd(r.doc, r.equipment, r.prepared);
   if (started != author_result::started)
     return status_of(started);
   const int status = watch(r);
@@ -141,7 +141,7 @@ int start_and_watch(run& r) {
 
 int prepare_and_run(const author_arguments& arguments, run& r) {
   r.equipment.replace_earlier_disc = arguments.replace;
-  const author_result prepared = prepare_run(r.w, r.equipment, r.prepared);
+  const author_result prepared = prepare_run(r.doc, r.equipment, r.prepared);
   if (prepared == author_result::holds_disc)
     r.report_.message("\"" + r.prepared.where.out +
                       "\" already holds a DVD or its image.  Give --replace to replace it.");
@@ -170,17 +170,17 @@ int author_project(const author_arguments& arguments, report& out) {
   // The window's preferences are the user's; a run without it neither reads nor changes them.
   memory_settings prefs;
   console_prompts ask(out, output);
-  workbench w{p, ask, prefs};
-  tell_missing_tools(w, app);
+  document doc{p, ask, prefs};
+  tell_missing_tools(doc, app);
   // Makes the lock's file: loading looks for any file in the program folder.
   folder_lock lock(app);
-  if (!load(w, arguments, path))
+  if (!load(doc, arguments, path))
     return not_authorable;
   if (const failure why = why_not_there(p, output)) {
     out.message(*why);
     return not_authorable;
   }
-  run r(out, w, lock, app);
+  run r(out, doc, lock, app);
   return prepare_and_run(arguments, r);
 }
 

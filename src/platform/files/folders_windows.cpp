@@ -1,7 +1,7 @@
 // By the system itself: the compiler's library takes "\\server\share" for folders of the current
 // drive, lists no folder with a long path, and removes what a junction leads to.
 #include "platform/files/files.h"
-#include "platform/text/wide_windows.h"
+#include "platform/text/utf16_windows.h"
 
 #include <algorithm>
 #include <cwchar>
@@ -61,22 +61,22 @@ bool current_folder_holds_a_file() {
 
 std::vector<std::string> files_in(std::string_view native_folder) {
   std::vector<std::string> names;
-  for (const folder_entry& entry : entries_of(wide(native_folder)))
+  for (const folder_entry& entry : entries_of(utf16(native_folder)))
     if (!entry.is_folder)
-      names.push_back(narrow(entry.name));
+      names.push_back(utf8_of_utf16(entry.name));
   std::sort(names.begin(), names.end());
   return names;
 }
 
 failure remove_all(std::string_view native) {
-  const DWORD error = remove_with_contents(wide(native));
+  const DWORD error = remove_with_contents(utf16(native));
   if (error == 0 || error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND)
     return std::nullopt;
   return std::system_category().message(static_cast<int>(error));
 }
 
 std::string absolute_path(std::string_view native) {
-  const std::wstring given = wide(native);
+  const std::wstring given = utf16(native);
   std::wstring path(::GetFullPathNameW(given.c_str(), 0, nullptr, nullptr), L'\0');
   // The room includes the zero at the end, the length does not.
   const DWORD length =
@@ -88,7 +88,7 @@ std::string absolute_path(std::string_view native) {
   const bool root = path.size() == 3 && path[1] == L':';
   if (path.back() == L'\\' && !root)
     path.pop_back();
-  return narrow(path);
+  return utf8_of_utf16(path);
 }
 
 }  // namespace corvane

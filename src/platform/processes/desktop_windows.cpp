@@ -1,5 +1,5 @@
 #include "platform/processes/desktop.h"
-#include "platform/text/wide_windows.h"
+#include "platform/text/utf16_windows.h"
 
 #include <system_error>
 #include <windows.h>
@@ -11,7 +11,7 @@ namespace {
 
 // Through the shell, because regedit wants rights that a plain start of a process cannot give.
 failure start(const wchar_t* program, const std::string& file, int show) {
-  const std::wstring quoted = wide("\"" + file + "\"");
+  const std::wstring quoted = utf16("\"" + file + "\"");
   SHELLEXECUTEINFOW how{};
   how.cbSize = sizeof how;
   how.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
@@ -23,7 +23,7 @@ failure start(const wchar_t* program, const std::string& file, int show) {
   const DWORD error = ::GetLastError();
   if (error == ERROR_CANCELLED)  // the user declined
     return std::nullopt;
-  return narrow(program) + ": " + std::system_category().message(static_cast<int>(error));
+  return utf8_of_utf16(program) + ": " + std::system_category().message(static_cast<int>(error));
 }
 
 class windows_desktop : public desktop {

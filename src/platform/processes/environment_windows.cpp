@@ -1,5 +1,5 @@
 #include "platform/files/program_folder.h"
-#include "platform/text/wide_windows.h"
+#include "platform/text/utf16_windows.h"
 
 #include <cstddef>
 #include <cwchar>
@@ -16,7 +16,7 @@ std::string own_executable() {
         ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
     if (length < path.size()) {
       path.resize(length);
-      return narrow(path);
+      return utf8_of_utf16(path);
     }
     path.resize(path.size() * 2);
   }
@@ -25,8 +25,8 @@ std::string own_executable() {
 void set_environment(const std::string& name, const std::string& value) {
   // The run-time library keeps a copy of the environment, which getenv reads; it takes an empty
   // value as "remove", so the system itself is told last.
-  ::_wputenv_s(wide(name).c_str(), wide(value).c_str());
-  ::SetEnvironmentVariableW(wide(name).c_str(), wide(value).c_str());
+  ::_wputenv_s(utf16(name).c_str(), utf16(value).c_str());
+  ::SetEnvironmentVariableW(utf16(name).c_str(), utf16(value).c_str());
 }
 
 std::vector<std::string> utf8_arguments(int, char**) {
@@ -36,13 +36,13 @@ std::vector<std::string> utf8_arguments(int, char**) {
   if (words == nullptr)
     return arguments;
   for (int i = 1; i < count; ++i)
-    arguments.push_back(narrow(words[i]));
+    arguments.push_back(utf8_of_utf16(words[i]));
   ::LocalFree(words);
   return arguments;
 }
 
 std::string argument_text(int, char**) {
-  return std::string(after_program(narrow(::GetCommandLineW())));
+  return std::string(after_program(utf8_of_utf16(::GetCommandLineW())));
 }
 
 }  // namespace corvane

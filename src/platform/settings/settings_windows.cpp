@@ -1,5 +1,5 @@
 #include "platform/settings/settings_store.h"
-#include "platform/text/wide_windows.h"
+#include "platform/text/utf16_windows.h"
 
 #include <cstddef>
 #include <map>
@@ -36,7 +36,7 @@ class registry_key {
     // Stored with the zero that ends it, unless another program left it out.
     if (!value.empty() && value.back() == L'\0')
       value.pop_back();
-    return narrow(value);
+    return utf8_of_utf16(value);
   }
 
   bool set_text(const std::wstring& name, const std::wstring& value) const {
@@ -52,7 +52,7 @@ class registry_key {
 
 class registry_settings : public settings {
  public:
-  explicit registry_settings(const std::string& place) : place_(wide(place)) {}
+  explicit registry_settings(const std::string& place) : place_(utf16(place)) {}
 
   std::string get(std::string_view key) const override {
     if (const auto own = unwritten_.find(key); own != unwritten_.end())
@@ -61,7 +61,7 @@ class registry_settings : public settings {
     if (::RegOpenKeyExW(HKEY_CURRENT_USER, place_.c_str(), 0, KEY_QUERY_VALUE, &handle) !=
         ERROR_SUCCESS)
       return {};
-    return registry_key(handle).text(wide(key)).value_or(std::string());
+    return registry_key(handle).text(utf16(key)).value_or(std::string());
   }
 
   void set(std::string_view key, std::string_view value) override {
@@ -69,7 +69,7 @@ class registry_settings : public settings {
     if (::RegCreateKeyExW(HKEY_CURRENT_USER, place_.c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr,
                           &handle, nullptr) != ERROR_SUCCESS)
       handle = nullptr;
-    if (registry_key(handle).set_text(wide(key), wide(value)))
+    if (registry_key(handle).set_text(utf16(key), utf16(value)))
       unwritten_.erase(std::string(key));
     else
       unwritten_[std::string(key)] = value;

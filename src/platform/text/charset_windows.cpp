@@ -1,5 +1,5 @@
 #include "platform/text/charset.h"
-#include "platform/text/wide_windows.h"
+#include "platform/text/utf16_windows.h"
 
 #include <algorithm>
 #include <cwchar>
@@ -32,7 +32,7 @@ std::optional<std::string> in_system_charset(std::string_view text) {
     return std::string(text);
   if (page == 0)
     return std::nullopt;
-  const std::wstring all = wide(text);
+  const std::wstring all = utf16(text);
   const int length = static_cast<int>(all.size());
   const auto convert = [&](char* to, int room, BOOL* lacks) {
     return ::WideCharToMultiByte(page, WC_NO_BEST_FIT_CHARS, all.data(), length, to, room, nullptr,

@@ -1,6 +1,6 @@
 #include "platform/text/fonts_windows.h"
 
-#include "platform/text/wide_windows.h"
+#include "platform/text/utf16_windows.h"
 
 #include <array>
 #include <cstddef>
@@ -17,7 +17,7 @@ class open_key {
   explicit open_key(std::string_view place) {
     constexpr std::string_view machine = "HKEY_LOCAL_MACHINE\\", user = "HKEY_CURRENT_USER\\";
     const HKEY root = place.starts_with(machine) ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
-    const std::wstring path = wide(place.substr(place.find('\\') + 1));
+    const std::wstring path = utf16(place.substr(place.find('\\') + 1));
     const bool known = place.starts_with(machine) || place.starts_with(user);
     if (!known || ::RegOpenKeyExW(root, path.c_str(), 0, KEY_QUERY_VALUE, &key_) != ERROR_SUCCESS)
       key_ = nullptr;
@@ -42,10 +42,10 @@ class open_key {
                                         reinterpret_cast<BYTE*>(text.data()), &bytes);
     if (end != ERROR_SUCCESS && end != ERROR_MORE_DATA)
       return false;
-    name = narrow({name_text.data(), name_length});
+    name = utf8_of_utf16({name_text.data(), name_length});
     const bool is_text = end == ERROR_SUCCESS && (type == REG_SZ || type == REG_EXPAND_SZ);
     std::wstring_view data_text(text.data(), is_text ? bytes / sizeof(wchar_t) : 0);
-    data = narrow(data_text.substr(0, data_text.find(L'\0')));
+    data = utf8_of_utf16(data_text.substr(0, data_text.find(L'\0')));
     return true;
   }
 

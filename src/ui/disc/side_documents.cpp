@@ -22,17 +22,17 @@ std::string program_picture() {
 }  // namespace
 
 void print_layout(main_window& main) {
-  main.run([&main](workbench& w) { layoutprint_command(w, main.app(), main.user_desktop()); });
+  main.run([&main](document& doc) { layoutprint_command(doc, main.app(), main.user_desktop()); });
 }
 
 void create_avisynth_script(main_window& main) {
-  main.run([&main](workbench& w) { avisynth_command(w, main.user_desktop()); });
+  main.run([&main](document& doc) { avisynth_command(doc, main.user_desktop()); });
 }
 
 void register_extension(main_window& main) {
-  main.run([&main](workbench& w) {
-    register_command(w, {main.app(), own_executable(), program_picture(), user_desktop_folders(),
-                         main.user_desktop()});
+  main.run([&main](document& doc) {
+    register_command(doc, {main.app(), own_executable(), program_picture(), user_desktop_folders(),
+                           main.user_desktop()});
   });
 }
 

@@ -103,7 +103,7 @@ void xmleditor_window::take_text() {
   if (Text1_->GetModify())
     model_.set_Text1(text_of(*Text1_));
   else
-    model_.take_back();
+    model_.restore();
 }
 
 void xmleditor_window::show_status() {

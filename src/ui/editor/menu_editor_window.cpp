@@ -22,12 +22,12 @@
 
 namespace corvane {
 
-tsmenu::tsmenu(wxWindow* main, workbench& w, bool recall, std::function<void()> closed)
+tsmenu::tsmenu(wxWindow* main, document& doc, bool recall, std::function<void()> closed)
     : wxFrame(main, wxID_ANY, "titleset menu", wxDefaultPosition, wxDefaultSize,
               wxDEFAULT_FRAME_STYLE | wxFRAME_FLOAT_ON_PARENT, "tsmenu"),
       main_(main),
       closed_(std::move(closed)),
-      editor_(w, pictures_) {
+      editor_(doc, pictures_) {
   name_control(*this, "tsmenu");
   SetIcons(program_icon());
   if (recall)

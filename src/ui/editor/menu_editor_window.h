@@ -28,7 +28,7 @@ class tsmenu : public wxFrame {
   /// Opens for menu project::indexer and shows itself over `main`, which is disabled as long as it
   /// is there. `recall`: the menu existed before, so its buttons are shown. `closed` is called when
   /// the window has gone and `main` is enabled again, accepted or not; not when `main` itself goes.
-  tsmenu(wxWindow* main, workbench& w, bool recall, std::function<void()> closed);
+  tsmenu(wxWindow* main, document& doc, bool recall, std::function<void()> closed);
 
  private:
   void make_controls();

@@ -16,26 +16,27 @@ namespace {
 
 /// `recall`: the menu is not new.
 void show_editor(main_window& main, bool recall) {
-  main.lend([&main, recall](workbench& w, std::function<void()> closed) -> wxTopLevelWindow* {
-    return new tsmenu(&main, w, recall, std::move(closed));
-  });
+  main.open_editor(
+      [&main, recall](document& doc, std::function<void()> closed) -> wxTopLevelWindow* {
+        return new tsmenu(&main, doc, recall, std::move(closed));
+      });
 }
 
 }  // namespace
 
 void add_menu(main_window& main) {
   bool added = false;
-  main.run([&added](workbench& w) { added = addmenu_command(w); });
+  main.run([&added](document& doc) { added = addmenu_command(doc); });
   if (added)
     show_editor(main, false);
 }
 
 void edit_menu(main_window& main) {
   bool picked = false;
-  main.run([&](workbench& w) {
-    if (!editmenu_command(w))
+  main.run([&](document& doc) {
+    if (!editmenu_command(doc))
       return;
-    menu_picker picker(w, picker_edit_caption);
+    menu_picker picker(doc, picker_edit_caption);
     picked = show_menuselect(&main, picker);
   });
   if (picked)
@@ -43,10 +44,10 @@ void edit_menu(main_window& main) {
 }
 
 void remove_menu(main_window& main) {
-  main.run([&main](workbench& w) {
-    if (!remove_menu_command(w))
+  main.run([&main](document& doc) {
+    if (!remove_menu_command(doc))
       return;
-    menu_picker picker(w, picker_erase_caption);
+    menu_picker picker(doc, picker_erase_caption);
     show_menuselect(&main, picker);
   });
 }
@@ -60,9 +61,9 @@ void add_or_edit_menu(main_window& main) {
 
 void edit_navcommands(main_window& main) {
   std::optional<navcommands> model;
-  main.run([&model](workbench& w) { model = navcommands::prepare(w); });
+  main.run([&model](document& doc) { model = navcommands::prepare(doc); });
   if (model)
-    main.lend([&](workbench&, std::function<void()> closed) -> wxTopLevelWindow* {
+    main.open_editor([&](document&, std::function<void()> closed) -> wxTopLevelWindow* {
       auto* dialog = new navcommands_window(&main, std::move(*model), std::move(closed));
       dialog->Show();
       return dialog;

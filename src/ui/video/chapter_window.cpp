@@ -24,20 +24,20 @@ namespace corvane {
 
 void edit_chapters(main_window& main) {
   std::optional<chapter> model;
-  main.run([&model](workbench& w) { model = chapter::open(w); });
+  main.run([&model](document& doc) { model = chapter::open(doc); });
   if (model)
-    main.lend([&](workbench& w, std::function<void()> closed) -> wxTopLevelWindow* {
-      auto* dialog = new chapter_window(&main, w, std::move(*model), std::move(closed));
+    main.open_editor([&](document& doc, std::function<void()> closed) -> wxTopLevelWindow* {
+      auto* dialog = new chapter_window(&main, doc, std::move(*model), std::move(closed));
       dialog->Show();
       return dialog;
     });
 }
 
-chapter_window::chapter_window(wxWindow* main, workbench& w, chapter model,
+chapter_window::chapter_window(wxWindow* main, document& doc, chapter model,
                                std::function<void()> closed)
     : wxDialog(main, wxID_ANY, "chapters", wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "chapter"),
-      w_(&w),
+      doc_(&doc),
       model_(std::move(model)),
       closed_(std::move(closed)) {
   name_control(*this, "chapter");
@@ -141,7 +141,7 @@ void chapter_window::edit_visually() {
     return;
   take_typed();
   telling_ = true;
-  vchapters editor(*w_, model_);
+  vchapters editor(*doc_, model_);
   telling_ = false;
   editor_ = new chapters_editor_window(this, std::move(editor), [this] { editor_closed(); });
 }

@@ -28,7 +28,7 @@ class chapter_window : public wxDialog {
  public:
   /// Disables `main`. When the user leaves the dialog, it enables `main` and calls `closed`; when
   /// it goes with `main`, it does neither.
-  chapter_window(wxWindow* main, workbench& w, chapter model, std::function<void()> closed);
+  chapter_window(wxWindow* main, document& doc, chapter model, std::function<void()> closed);
   ~chapter_window() override;
 
  private:
@@ -43,7 +43,7 @@ class chapter_window : public wxDialog {
   void accept();
   void leave();
 
-  workbench* w_;
+  document* doc_;
   chapter model_;
   std::function<void()> closed_;
   bool telling_ = false;  ///< a message of the dialog stands

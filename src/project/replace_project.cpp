@@ -1,4 +1,4 @@
-#include "project/project_load.h"
+#include "project/replace_project.h"
 
 #include "formats/numbers.h"
 #include "formats/text.h"
@@ -17,13 +17,13 @@ namespace {
 /// The files that a loaded project names, looked up one by one.
 class file_check {
  public:
-  file_check(workbench& w, file_lookup& files) : w_(w), files_(files) {}
+  file_check(document& doc, file_lookup& files) : doc_(doc), files_(files) {}
 
   void stream(const std::string& part) {
     if (files_.size_of(part))
       return;
     if (++missing_ <= most_messages)
-      say_missing(w_, part);
+      say_missing(doc_, part);
   }
   /// The audio of a menu without one is empty, and is looked up as any file in the current folder.
   void menu_part(const std::string& part, bool audio) {
@@ -38,7 +38,7 @@ class file_check {
   /// Whether any was missing. Tells how many went without a message of their own.
   bool any_missing() {
     if (missing_ > most_messages)
-      say(w_, icon::critical,
+      say(doc_, icon::critical,
           trimmed(missing_ - most_messages) + " more files appear to be missing");
     return missing_ > 0;
   }
@@ -47,7 +47,7 @@ class file_check {
   // A damaged or hostile file could name a million; nobody can click those away.
   static constexpr std::int64_t most_messages = 100;
 
-  workbench& w_;
+  document& doc_;
   file_lookup& files_;
   std::int64_t missing_ = 0;
 };
@@ -102,7 +102,7 @@ void fill(project& p, loaded_project loaded) {
 }
 
 /// Back to a project without titles and menus. What is not named here stays as it was loaded.
-void take_back(project& p) {
+void reset_project(project& p) {
   for (auto* list : {&p.List1, &p.List11, &p.chapters, &p.menulist, &p.moremenuoptions, &p.postinfo,
                      &p.subtitledata, &p.subtitleoptions})
     list->clear();
@@ -112,21 +112,21 @@ void take_back(project& p) {
 
 }  // namespace
 
-bool take_over(workbench& w, loaded_project loaded) {
-  fill(w.p, std::move(loaded));
+bool replace_project(document& doc, loaded_project loaded) {
+  fill(doc.p, std::move(loaded));
   file_lookup files;  // a button's bitmap may be named thousands of times
-  file_check check(w, files);
-  check_titles(w.p, check);
-  check_menus(w.p, check);
-  check_buttons(w.p, check);
-  check_subtitles(w.p, check);
-  if (!w.p.List1.empty() || !w.p.buttondata.empty())
-    w.p.Comboregion_enabled = false;
-  w.p.saved = 1;
+  file_check check(doc, files);
+  check_titles(doc.p, check);
+  check_menus(doc.p, check);
+  check_buttons(doc.p, check);
+  check_subtitles(doc.p, check);
+  if (!doc.p.List1.empty() || !doc.p.buttondata.empty())
+    doc.p.Comboregion_enabled = false;
+  doc.p.saved = 1;
   const bool missing = check.any_missing();
   if (missing)
-    take_back(w.p);
-  dvdsize(w, files);
+    reset_project(doc.p);
+  dvdsize(doc, files);
   return !missing;
 }
 

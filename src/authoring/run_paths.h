@@ -10,7 +10,7 @@
 namespace corvane {
 
 /// What the text builders need besides the project. The texts are pure functions of both.
-struct places {
+struct run_paths {
   std::string app;  ///< program folder, native in `style`, no separator last
   std::string out;  ///< output folder, likewise
   path_style style = native_style();

@@ -1,5 +1,5 @@
 // The guard of hand-edited XML and the picking of files.
-#include "project/workbench.h"
+#include "project/document.h"
 
 #include "formats/sanitized.h"
 #include "project/messages.h"
@@ -11,32 +11,32 @@ namespace {
 class Workbench : public testing_support::command_test {};
 
 TEST_F(Workbench, WithoutHandEditedXmlTheGuardAsksNothing) {
-  EXPECT_EQ(custom(w), 1);
+  EXPECT_EQ(custom(doc), 1);
 }
 
 TEST_F(Workbench, GuardEmptiesTheXmlOnOk) {
   p.customxml = "<dvdauthor/>";
   expect_guard(answer::ok);
-  EXPECT_EQ(custom(w), 1);
+  EXPECT_EQ(custom(doc), 1);
   EXPECT_EQ(p.customxml, "");
 }
 
 TEST_F(Workbench, GuardKeepsTheXmlOnCancel) {
   p.customxml = "<dvdauthor/>";
   expect_guard(answer::cancel);
-  EXPECT_EQ(custom(w), 2);
+  EXPECT_EQ(custom(doc), 2);
   EXPECT_EQ(p.customxml, "<dvdauthor/>");
 }
 
 TEST_F(Workbench, PickedFileComesInStoredForm) {
   const file_dialog dialog{"title", "all|*.*", "preset"};
   ask.expect_open(dialog, folder.path("a b.m2v"));
-  EXPECT_EQ(pick_file(w, dialog), folder.stored("a b.m2v"));
+  EXPECT_EQ(pick_file(doc, dialog), folder.stored("a b.m2v"));
 }
 
 TEST_F(Workbench, CancelledDialogPicksNothing) {
   ask.expect_open({"title", "all|*.*", ""}, "");
-  EXPECT_EQ(pick_file(w, {"title", "all|*.*", ""}), std::nullopt);
+  EXPECT_EQ(pick_file(doc, {"title", "all|*.*", ""}), std::nullopt);
 }
 
 TEST_F(Workbench, NamesThatARowCannotHoldAreRefusedWithTheReason) {
@@ -57,7 +57,7 @@ TEST_F(Workbench, NamesThatARowCannotHoldAreRefusedWithTheReason) {
     ask.expect_open({"title", "all|*.*", ""}, path);
     expect_refusal("\"" + sanitized(path) + "\" cannot be used: its name " + why +
                    ".  Please rename it.");
-    EXPECT_EQ(pick_file(w, {"title", "all|*.*", ""}), std::nullopt) << name;
+    EXPECT_EQ(pick_file(doc, {"title", "all|*.*", ""}), std::nullopt) << name;
   }
 }
 

@@ -1,11 +1,11 @@
-#include "platform/text/wide_windows.h"
+#include "platform/text/utf16_windows.h"
 
 #include <cstddef>
 #include <windows.h>
 
 namespace corvane {
 
-std::wstring wide(std::string_view text) {
+std::wstring utf16(std::string_view text) {
   const int length = static_cast<int>(text.size());
   const int needed = ::MultiByteToWideChar(CP_UTF8, 0, text.data(), length, nullptr, 0);
   std::wstring out(static_cast<std::size_t>(needed), L'\0');
@@ -13,7 +13,7 @@ std::wstring wide(std::string_view text) {
   return out;
 }
 
-std::string narrow(std::wstring_view text) {
+std::string utf8_of_utf16(std::wstring_view text) {
   const int length = static_cast<int>(text.size());
   const int needed =
       ::WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);

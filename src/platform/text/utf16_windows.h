@@ -7,9 +7,9 @@
 namespace corvane {
 
 /// Bytes that are not UTF-8 become U+FFFD; nothing fails.
-std::wstring wide(std::string_view text);
+std::wstring utf16(std::string_view text);
 
 /// Lone surrogates become U+FFFD; nothing fails.
-std::string narrow(std::wstring_view text);
+std::string utf8_of_utf16(std::wstring_view text);
 
 }  // namespace corvane
