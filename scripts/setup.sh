@@ -18,13 +18,14 @@ ffmpeg libavcodec-dev libswscale-dev fonts-dejavu-core libdvdread-dev libdvdnav-
 "
 
 # GoogleTest (its source too, for Windows), the other compilers, a display without a screen, Wine,
-# a desktop's own programs, a browser.
+# a desktop's own programs, a browser, libxml2's reader.
 test_packages="
 libgtest-dev libgmock-dev googletest libbenchmark-dev
 clang clang-format clang-tidy libclang-rt-14-dev llvm
 xvfb xauth xdotool openbox x11-utils x11-apps imagemagick librsvg2-common adwaita-icon-theme
 libx11-dev dpkg-dev file procps util-linux
-xdg-utils desktop-file-utils shared-mime-info libglib2.0-bin libfile-mimeinfo-perl chromium
+xdg-utils desktop-file-utils shared-mime-info libglib2.0-bin libfile-mimeinfo-perl
+chromium libxml2-utils
 "
 
 # The cross-compiler, what builds sources of the distribution (dpkg-dev, patch, nasm, the autotools),
