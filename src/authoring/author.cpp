@@ -6,6 +6,7 @@
 #include "platform/files/files.h"
 #include "platform/files/program_folder.h"
 #include "runner/run_files.h"
+#include "runner/video_format.h"
 
 #include <optional>
 
@@ -62,11 +63,9 @@ author_result authordvd(document& doc, author_equipment& e, const prepared_run& 
   if (const failure why = remove_earlier_disc(run))
     return not_started(doc, e, author_result::refused, *why);
 
-  // spumux and dvdauthor stop without a default video format.
-  set_environment("VIDEO_FORMAT", doc.p.globalregion);
   e.screen.show_log();
   e.screen.set_log_text(version_title + std::string(crlf));
-  e.runner.ExecuteCommand(run.where.in_app(run_file::script));
+  e.runner.ExecuteCommand(run.where.in_app(run_file::script), {video_format(doc.p.globalregion)});
   return e.runner.running() ? author_result::started : author_result::not_started;
 }
 

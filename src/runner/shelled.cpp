@@ -245,7 +245,8 @@ shelled::shelled(run_screen& screen, prompts& ask, process_launcher& launcher, f
 
 shelled::~shelled() = default;
 
-void shelled::ExecuteCommand(std::string_view command_line) {
+void shelled::ExecuteCommand(std::string_view command_line,
+                             const std::vector<child_variable>& variables) {
   if (running())
     return;
   s_->log.begin(s_->log_path());
@@ -260,7 +261,7 @@ void shelled::ExecuteCommand(std::string_view command_line) {
     s_->refuse("Command Line empty");
     return;
   }
-  start_result start = s_->launcher.start("bin/conspawn.exe \"" + CommandLine + "\"");
+  start_result start = s_->launcher.start("bin/conspawn.exe \"" + CommandLine + "\"", variables);
   if (!start.child) {
     s_->not_started(start);
     return;

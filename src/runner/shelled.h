@@ -2,17 +2,18 @@
 // feeds the log window, keeps the log file, tells the user the outcome. Never blocks.
 #pragma once
 
+#include "platform/processes/process.h"
 #include "project/prompts.h"
 #include "runner/run_screen.h"
 
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace corvane {
 
-class process_launcher;  // platform/processes/process.h
-class folder_lock;       // platform/files/folder_lock.h
+class folder_lock;  // platform/files/folder_lock.h
 
 enum class run_outcome { none, running, success, failed, stopped };
 
@@ -29,8 +30,10 @@ class shelled {
   /// The stored command line: the native path of the script to run.
   std::string CommandLine;
 
-  /// Starts the command; a non-empty argument replaces the stored one first.
-  void ExecuteCommand(std::string_view command_line = {});
+  /// Starts the command; a non-empty argument replaces the stored one first. The command's
+  /// environment is ours with `variables` in it.
+  void ExecuteCommand(std::string_view command_line = {},
+                      const std::vector<child_variable>& variables = {});
 
   /// One polling pass; the tick of Timer1 calls it.
   void update();

@@ -9,6 +9,7 @@
 #include "project/subtitle_control.h"
 #include "project/subtitle_file.h"
 #include "runner/subtitle_complaints.h"
+#include "runner/video_format.h"
 #include "tools/cue_stream.h"
 
 #include <algorithm>
@@ -87,9 +88,9 @@ class drawing {
     std::unique_ptr<drawing> d(new drawing(std::move(*folder)));
     if (const failure why = d->write_files(r, app, fonts))
       return started::fail(*why);
-    set_environment("VIDEO_FORMAT", r.region);
-    start_result s = launcher.start(quoted(tool_path(app, "conspawn")) + " " +
-                                    quoted(d->folder_->path(script_name)));
+    start_result s = launcher.start(
+        quoted(tool_path(app, "conspawn")) + " " + quoted(d->folder_->path(script_name)),
+        {video_format(r.region)});
     if (!s.child)
       return started::fail("conspawn could not be started");
     d->child_ = std::move(s.child);

@@ -36,8 +36,8 @@ class subtitle_preview {
   subtitle_preview& operator=(const subtitle_preview&) = delete;
 
   /// Starts to draw, in place of what was being drawn. Another cue of the same file with the same
-  /// settings is taken from what has been drawn already, if it is among it. Sets the environment's
-  /// VIDEO_FORMAT to the region.
+  /// settings is taken from what has been drawn already, if it is among it. spumux is
+  /// told the region in its environment.
   void want(const preview_request& r);
 
   enum class state {

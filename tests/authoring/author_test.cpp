@@ -6,7 +6,6 @@
 #include "platform/files/files.h"
 #include "platform/files/program_folder.h"
 #include "project/missing_tools.h"
-#include "support/environment_variable.h"
 #include "support/recorded_start.h"
 #include "support/scripted_prompts.h"
 #include "support/temporary_folder.h"
@@ -106,7 +105,6 @@ TEST_F(Author, ACancelledFolderQuestionEndsInSilence) {
 }
 
 TEST_F(Author, WritesEveryFileAndStartsTheScript) {
-  const environment_variable format("VIDEO_FORMAT", "");
   p.globalregion = "PAL";
   add_subtitles();
   folder.add("m.m2v");
@@ -119,7 +117,7 @@ TEST_F(Author, WritesEveryFileAndStartsTheScript) {
   for (const std::string& file : run.files)
     EXPECT_TRUE(file_exists(file)) << file;
   EXPECT_THAT(launcher.started, ElementsAre("bin/conspawn.exe \"" + in(app, "process.bat") + "\""));
-  EXPECT_EQ(launcher.video_format, "PAL");
+  EXPECT_THAT(launcher.variables, ElementsAre(child_variable{"VIDEO_FORMAT", "PAL"}));
   EXPECT_TRUE(lock.held());
   ASSERT_GE(screen.log.size(), 2u);
   EXPECT_EQ(screen.log[0], "show");

@@ -1,4 +1,5 @@
 // The preview of text subtitles, drawn by the real spumux.
+#include "support/environment_variable.h"
 #include "text_studio.h"
 
 #include <array>
@@ -133,13 +134,11 @@ class HangingSpumux : public testing::Test {
  protected:
   HangingSpumux() {
     make_folders(temporary_);
-    set_environment("TMPDIR", temporary_);
     const std::string tool = tool_path(studio_.app(), "spumux");
     std::filesystem::remove(path_of(tool));
     std::ofstream(tool) << "#!/bin/sh\necho $$ >>" << pids_ << "\nexec sleep 600\n";
     std::filesystem::permissions(path_of(tool), std::filesystem::perms::all);
   }
-  ~HangingSpumux() override { set_environment("TMPDIR", before_); }
 
   preview_request request(const std::string& name) {
     return text_studio::request(studio_.folder().add(name, two_cues));
@@ -171,7 +170,7 @@ class HangingSpumux : public testing::Test {
 
   text_studio studio_;
   std::string temporary_ = studio_.folder().path("tmp"), pids_ = studio_.folder().path("pids");
-  std::string before_ = text_of(std::filesystem::temp_directory_path());
+  const testing_support::environment_variable folder_of_ours_{"TMPDIR", temporary_};
 };
 
 TEST_F(HangingSpumux, IsEndedAfterAWhileAndAReason) {

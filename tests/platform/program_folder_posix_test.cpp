@@ -15,6 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 using testing_support::environment_variable;
+using testing_support::set_environment;
 using testing_support::temporary_folder;
 
 /// A folder with tools that PATH leads to, and a program folder to enter.

@@ -90,11 +90,14 @@ class fake_launcher : public process_launcher {
  public:
   std::shared_ptr<fake_output> output;  ///< of the command started last
   std::vector<std::string> started;
+  std::vector<child_variable> variables;  ///< those that the last one was started with
   start_result::step fails = start_result::step::none;
   std::uint32_t error = 0;
 
-  start_result start(const std::string& command_line) override {
+  start_result start(const std::string& command_line,
+                     const std::vector<child_variable>& with) override {
     started.push_back(command_line);
+    variables = with;
     start_result r;
     r.failed = fails;
     r.error = error;

@@ -207,7 +207,7 @@ TEST(ProcessEnd, NoDescriptorLeftIsAPipeThatCannotBeMade) {
   std::vector<int> taken;
   for (int file = ::open("/dev/null", O_RDONLY); file >= 0; file = ::open("/dev/null", O_RDONLY))
     taken.push_back(file);
-  const start_result start = run.launcher->start("bin/conspawn.exe \"x\"");
+  const start_result start = run.launcher->start("bin/conspawn.exe \"x\"", {});
   for (const int file : taken)
     ::close(file);
   EXPECT_EQ(start.failed, start_result::step::pipe);

@@ -38,11 +38,11 @@ class real_run {
   }
 
   /// Writes the script: the usual first lines, these lines, the marker; and starts it.
-  void start(const std::string& lines) {
+  void start(const std::string& lines, const std::vector<child_variable>& variables = {}) {
     app.add("process.bat", "@echo off\r\necho Send problems to us\r\necho *first step\r\n" + lines +
                                "echo *process complete\r\n");
     ASSERT_TRUE(lock.take());
-    runner.ExecuteCommand(app.path("process.bat"));
+    runner.ExecuteCommand(app.path("process.bat"), variables);
   }
 
   /// Polls until the run has ended. Gives the log without title line, CR and the blanks that the
@@ -65,11 +65,12 @@ class real_run {
   }
 
   /// What a run of these lines must tell, and its log.
-  std::string succeeds(const std::string& lines) {
+  std::string succeeds(const std::string& lines,
+                       const std::vector<child_variable>& variables = {}) {
     ask.expect({"Process complete.  Please review the log for more information (recommended).",
                 icon::information, buttons::ok_cancel, "Corvane"},
                answer::cancel);
-    start(lines);
+    start(lines, variables);
     const std::string text = finish();
     EXPECT_EQ(runner.outcome(), run_outcome::success);
     return text;

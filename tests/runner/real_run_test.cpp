@@ -2,11 +2,15 @@
 #include "real_run.h"
 
 #include "menu_stream.h"
+#include "support/environment_variable.h"
+
+#include <cstdlib>
 
 namespace corvane {
 namespace {
 
 using testing_support::buttons_at;
+using testing_support::environment_variable;
 using testing_support::picture_at;
 using testing_support::real_run;
 using testing_support::sound_at;
@@ -204,6 +208,26 @@ TEST(RealRun, ArgumentsArriveAsTheScriptHoldsThem) {
 TEST(RealRun, StandardInputIsEmpty) {
   real_run run;
   EXPECT_EQ(run.succeeds(run.tool("gm") + " copy print end\\n\r\n"), head + "end\n" + tail);
+}
+
+TEST(RealRun, VariablesOfAStartReachTheToolsInPlaceOfOursOfTheSameNames) {
+  const environment_variable format("VIDEO_FORMAT", "NTSC");
+  const environment_variable other("VIDEO_FORMAT_OTHER", "ours");
+  real_run run;
+  EXPECT_EQ(run.succeeds(run.tool("gm") + " variable VIDEO_FORMAT print \", \" variable " +
+                             "VIDEO_FORMAT_OTHER print \", \" variable ADDED print \\n\r\n",
+                         {{"VIDEO_FORMAT", "PAL"}, {"ADDED", "a=b c"}}),
+            head + "PAL, ours, a=b c\n" + tail);
+}
+
+TEST(RealRun, VariablesOfAStartDoNotGetIntoOurEnvironment) {
+  const environment_variable format("VIDEO_FORMAT", "NTSC");
+  real_run run;
+  run.succeeds("", {{"VIDEO_FORMAT", "PAL"}, {"ADDED", "x"}});
+  EXPECT_STREQ(std::getenv("VIDEO_FORMAT"), "NTSC");
+  EXPECT_EQ(std::getenv("ADDED"), nullptr);
+  EXPECT_EQ(run.succeeds(run.tool("gm") + " variable VIDEO_FORMAT print \\n\r\n"),
+            head + "NTSC\n" + tail);
 }
 
 TEST(RealRun, RedirectionFromAMissingFileIsFailureAndNothingRuns) {

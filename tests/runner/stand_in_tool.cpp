@@ -13,6 +13,7 @@
 //   copy             standard input to standard output
 //   FILE.xml         the same: what a subpicture tool does that adds nothing
 //   write FILE TEXT  makes a file
+//   variable NAME    prints the value of a variable of its environment, or "(none)"
 //   process FILE     writes its process number there
 //   arguments ...    the remaining ones, each as a line [argument]
 #include <chrono>
@@ -125,6 +126,9 @@ void act(const std::string& what, words& w) {
   } else if (what == "write") {
     const std::string file = w.next();
     std::ofstream(file, std::ios::binary) << w.next();
+  } else if (what == "variable") {
+    const char* const value = std::getenv(w.next().c_str());
+    print(stdout, value == nullptr ? "(none)" : value);
   } else if (what == "process") {
     // Whole once it is there under its name.
     const std::string file = w.next();

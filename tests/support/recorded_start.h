@@ -5,7 +5,6 @@
 #include "project/project.h"
 #include "runner/run_screen.h"
 
-#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <string>
@@ -22,19 +21,19 @@ class silent_child : public child_process {
   std::optional<exit_status> ended() override { return std::nullopt; }
 };
 
-/// Keeps what it was asked to start, and what VIDEO_FORMAT was then.
+/// Keeps what it was asked to start, and with which variables the last time.
 class recording_launcher : public process_launcher {
  public:
-  start_result start(const std::string& command_line) override {
+  start_result start(const std::string& command_line,
+                     const std::vector<child_variable>& with) override {
     started.push_back(command_line);
-    const char* const format = std::getenv("VIDEO_FORMAT");
-    video_format = format == nullptr ? "" : format;
+    variables = with;
     if (!works)
       return {nullptr, start_result::step::process, 2};
     return {std::make_unique<silent_child>(), start_result::step::none, 0};
   }
   std::vector<std::string> started;
-  std::string video_format;
+  std::vector<child_variable> variables;
   bool works = true;
 };
 

@@ -27,8 +27,9 @@ class watched_process : public child_process {
 
 }  // namespace
 
-start_result watched_launcher::start(const std::string& command_line) {
-  start_result started = launcher_.start(command_line);
+start_result watched_launcher::start(const std::string& command_line,
+                                     const std::vector<child_variable>& variables) {
+  start_result started = launcher_.start(command_line, variables);
   if (started.child)
     started.child = std::make_unique<watched_process>(std::move(started.child), on_output_);
   return started;

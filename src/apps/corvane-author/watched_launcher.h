@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace corvane {
 
@@ -21,7 +22,8 @@ class watched_launcher : public process_launcher {
   watched_launcher(process_launcher& launcher, listener on_output)
       : launcher_(launcher), on_output_(std::move(on_output)) {}
 
-  start_result start(const std::string& command_line) override;
+  start_result start(const std::string& command_line,
+                     const std::vector<child_variable>& variables) override;
 
  private:
   process_launcher& launcher_;

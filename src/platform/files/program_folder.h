@@ -42,9 +42,6 @@ bool tool_is_there(const std::string& folder, const std::string& name);
 /// Full path of the running executable.
 std::string own_executable();
 
-/// Sets a variable of this process's environment, which children inherit.
-void set_environment(const std::string& name, const std::string& value);
-
 /// The process's arguments as UTF-8, without the program's name. On Windows read from the system,
 /// whatever main was given.
 std::vector<std::string> utf8_arguments(int argc, char** argv);

@@ -16,10 +16,6 @@ std::string own_executable() {
   return std::string(path.data(), static_cast<std::size_t>(length));
 }
 
-void set_environment(const std::string& name, const std::string& value) {
-  ::setenv(name.c_str(), value.c_str(), 1);
-}
-
 std::vector<std::string> utf8_arguments(int argc, char** argv) {
   std::vector<std::string> arguments;
   for (int i = 1; i < argc; ++i)

@@ -22,13 +22,6 @@ std::string own_executable() {
   }
 }
 
-void set_environment(const std::string& name, const std::string& value) {
-  // The run-time library keeps a copy of the environment, which getenv reads; it takes an empty
-  // value as "remove", so the system itself is told last.
-  ::_wputenv_s(utf16(name).c_str(), utf16(value).c_str());
-  ::SetEnvironmentVariableW(utf16(name).c_str(), utf16(value).c_str());
-}
-
 std::vector<std::string> utf8_arguments(int, char**) {
   std::vector<std::string> arguments;
   int count = 0;

@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace corvane {
 
@@ -47,14 +48,22 @@ struct start_result {
   std::uint32_t error = 0;
 };
 
+/// A variable of a command's environment (UTF-8). The name is not empty and holds no "=".
+struct child_variable {
+  std::string name, value;
+  bool operator==(const child_variable&) const = default;
+};
+
 class process_launcher {
  public:
   virtual ~process_launcher() = default;
 
   /// Starts a command line (UTF-8): the program's path, which may be relative to the current
   /// folder, then arguments; blanks separate them, double quotes hold them together. Its standard
-  /// input is empty.
-  virtual start_result start(const std::string& command_line) = 0;
+  /// input is empty. Its environment is ours with `variables` in it, in place of those of the same
+  /// names; ours stays as it is.
+  virtual start_result start(const std::string& command_line,
+                             const std::vector<child_variable>& variables) = 0;
 };
 
 /// The system's launcher. Commands that still run when it is destroyed go on until this program

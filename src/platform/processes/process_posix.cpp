@@ -134,13 +134,19 @@ bool open_pipe(std::array<int, 2>& ends) {
   return true;
 }
 
-std::vector<std::string> environment_with_parent() {
-  const std::string name = std::string(parent_variable) + "=";
+/// Our environment with these variables in it.
+std::vector<std::string> environment_with(const std::vector<child_variable>& added) {
+  const auto is_replaced = [&added](std::string_view variable) {
+    return std::any_of(added.begin(), added.end(), [variable](const child_variable& one) {
+      return variable.starts_with(one.name + "=");
+    });
+  };
   std::vector<std::string> variables;
   for (char** variable = environ; variable != nullptr && *variable != nullptr; ++variable)
-    if (std::string_view(*variable).substr(0, name.size()) != name)
+    if (!is_replaced(*variable))
       variables.emplace_back(*variable);
-  variables.push_back(name + std::to_string(::getpid()));
+  for (const child_variable& one : added)
+    variables.push_back(one.name + "=" + one.value);
   return variables;
 }
 
@@ -154,7 +160,8 @@ std::vector<char*> pointers_to(std::vector<std::string>& texts) {
 }
 
 /// Own process group, no signals blocked or ignored, no descriptor but the three standard ones.
-int spawn(std::vector<std::string> words, int write_end, pid_t& pid) {
+int spawn(std::vector<std::string> words, std::vector<child_variable> added, int write_end,
+          pid_t& pid) {
   posix_spawn_file_actions_t files;
   posix_spawnattr_t how;
   ::posix_spawn_file_actions_init(&files);
@@ -172,7 +179,8 @@ int spawn(std::vector<std::string> words, int write_end, pid_t& pid) {
   ::posix_spawnattr_setpgroup(&how, 0);
   ::posix_spawnattr_setflags(
       &how, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-  std::vector<std::string> variables = environment_with_parent();
+  added.push_back({parent_variable, std::to_string(::getpid())});
+  std::vector<std::string> variables = environment_with(added);
   const int error = ::posix_spawn(&pid, words[0].c_str(), &files, &how, pointers_to(words).data(),
                                   pointers_to(variables).data());
   ::posix_spawnattr_destroy(&how);
@@ -182,7 +190,8 @@ int spawn(std::vector<std::string> words, int write_end, pid_t& pid) {
 
 class posix_launcher : public process_launcher {
  public:
-  start_result start(const std::string& command_line) override {
+  start_result start(const std::string& command_line,
+                     const std::vector<child_variable>& variables) override {
     rest_->reap();
     start_result r;
     std::array<int, 2> ends{};
@@ -193,7 +202,7 @@ class posix_launcher : public process_launcher {
     }
     std::vector<std::string> words = words_of(command_line);
     pid_t pid = 0;
-    const int error = words.empty() ? ENOENT : spawn(std::move(words), ends[1], pid);
+    const int error = words.empty() ? ENOENT : spawn(std::move(words), variables, ends[1], pid);
     ::close(ends[1]);
     if (error != 0) {
       ::close(ends[0]);

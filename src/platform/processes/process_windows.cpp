@@ -1,5 +1,9 @@
 #include "platform/processes/process.h"
+#include "platform/text/utf16_windows.h"
 
+#include <algorithm>
+#include <cwchar>
+#include <string_view>
 #include <utility>
 #include <vector>
 #include <windows.h>
@@ -94,9 +98,52 @@ class windows_child : public child_process {
   std::shared_ptr<leftovers> rest_;
 };
 
+/// The name in "NAME=value". One that begins with "=" (a drive's current folder) has that in it.
+std::wstring_view name_of(std::wstring_view variable) {
+  return variable.substr(0, variable.find(L'=', 1));
+}
+
+/// As the system orders and compares names: by code units, whatever their case.
+int compare(std::wstring_view a, std::wstring_view b) {
+  return ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(),
+                                static_cast<int>(b.size()), TRUE) -
+         CSTR_EQUAL;
+}
+
+std::vector<std::wstring> own_environment() {
+  std::vector<std::wstring> variables;
+  wchar_t* const block = ::GetEnvironmentStringsW();
+  for (const wchar_t* at = block; at != nullptr && *at != L'\0'; at += std::wcslen(at) + 1)
+    variables.emplace_back(at);
+  if (block != nullptr)
+    ::FreeEnvironmentStringsW(block);
+  return variables;
+}
+
+/// Our environment with these variables in it, as CreateProcess takes it: sorted by name, each
+/// ended by a NUL, and one NUL more.
+std::wstring environment_with(const std::vector<child_variable>& added) {
+  std::vector<std::wstring> variables = own_environment();
+  for (const child_variable& one : added) {
+    const std::wstring name = utf16(one.name);
+    std::erase_if(variables,
+                  [&name](const std::wstring& v) { return compare(name_of(v), name) == 0; });
+    variables.push_back(name + L"=" + utf16(one.value));
+  }
+  std::stable_sort(variables.begin(), variables.end(),
+                   [](const std::wstring& a, const std::wstring& b) {
+                     return compare(name_of(a), name_of(b)) < 0;
+                   });
+  std::wstring block;
+  for (const std::wstring& variable : variables)
+    block += variable + L'\0';
+  return block + L'\0';
+}
+
 class windows_launcher : public process_launcher {
  public:
-  start_result start(const std::string& command_line) override {
+  start_result start(const std::string& command_line,
+                     const std::vector<child_variable>& variables) override {
     rest_->reap();
     start_result r;
     SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
@@ -117,8 +164,10 @@ class windows_launcher : public process_launcher {
     PROCESS_INFORMATION info{};
     // The call may write into the text. With the program's manifest, ANSI is UTF-8.
     std::string line = command_line;
+    std::wstring environment = environment_with(variables);
     const BOOL started = ::CreateProcessA(nullptr, line.data(), &inheritable, &inheritable, TRUE,
-                                          NORMAL_PRIORITY_CLASS, nullptr, nullptr, &how, &info);
+                                          NORMAL_PRIORITY_CLASS | CREATE_UNICODE_ENVIRONMENT,
+                                          environment.data(), nullptr, &how, &info);
     r.error = started == TRUE ? 0 : ::GetLastError();
     ::CloseHandle(write_end);
     if (started != TRUE) {
