@@ -1,8 +1,8 @@
 #include "runner/script_interpreter.h"
 
 #include "platform/files/paths.h"
-#include "runner/chapter_order.h"
-#include "runner/subtitle_complaints.h"
+#include "runner/tools/dvdauthor.h"
+#include "runner/tools/spumux_subtitles.h"
 
 #include <algorithm>
 #include <array>

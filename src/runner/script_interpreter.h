@@ -38,10 +38,10 @@ class script_host {
   virtual std::string allowed_program(const std::string& path) = 0;
   virtual pipeline_result run(const pipeline& programs) = 0;
 
-  /// Why the buttons of the menu in a stream would not be seen (runner/overlay_check.h).
+  /// Why the buttons of the menu in a stream would not be seen (runner/tools/spumux_buttons.h).
   virtual std::string why_no_buttons_seen(const std::string& menu_stream) = 0;
 
-  /// How many buttons a control file asks for (runner/overlay_check.h).
+  /// How many buttons a control file asks for (runner/tools/spumux_buttons.h).
   virtual int buttons_asked_for(const std::string& control_file) = 0;
 
   /// The text of a control file; empty when it cannot be read.

@@ -1,7 +1,7 @@
 #include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
-#include "runner/overlay_check.h"
+#include "runner/tools/spumux_buttons.h"
 #include "runner/script_interpreter.h"
 
 #include <cstdint>

@@ -8,7 +8,7 @@
 #include "project/subtitle_checks.h"
 #include "project/subtitle_control.h"
 #include "project/subtitle_file.h"
-#include "runner/subtitle_complaints.h"
+#include "runner/tools/spumux_subtitles.h"
 #include "runner/video_format.h"
 #include "tools/cue_stream.h"
 

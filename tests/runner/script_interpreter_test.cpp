@@ -1,7 +1,7 @@
 #include "runner/script_interpreter.h"
 
 #include "formats/text.h"
-#include "runner/subtitle_complaints.h"
+#include "runner/tools/spumux_subtitles.h"
 
 #include <gtest/gtest.h>
 

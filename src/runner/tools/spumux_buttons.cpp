@@ -1,4 +1,4 @@
-#include "runner/overlay_check.h"
+#include "runner/tools/spumux_buttons.h"
 
 #include "formats/program_stream.h"
 #include "platform/files/files.h"

@@ -1,4 +1,4 @@
-#include "runner/overlay_check.h"
+#include "runner/tools/spumux_buttons.h"
 
 #include "menu_stream.h"
 #include "support/temporary_folder.h"

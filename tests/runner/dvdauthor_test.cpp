@@ -1,4 +1,4 @@
-#include "runner/chapter_order.h"
+#include "runner/tools/dvdauthor.h"
 
 #include <gtest/gtest.h>
 

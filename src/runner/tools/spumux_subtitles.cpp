@@ -1,4 +1,4 @@
-#include "runner/subtitle_complaints.h"
+#include "runner/tools/spumux_subtitles.h"
 
 #include "formats/numbers.h"
 #include "formats/text.h"

@@ -1,4 +1,4 @@
-#include "runner/chapter_order.h"
+#include "runner/tools/dvdauthor.h"
 
 #include "formats/text.h"
 #include "formats/time_text.h"
