@@ -6,10 +6,9 @@
 
 #include "platform/processes/spawn.h"
 #include "platform/result.h"
-#include "runner/run_files.h"
 #include "runner/script_line.h"
+#include "runner/tools/tool_ways.h"
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -17,10 +16,8 @@
 
 namespace corvane {
 
-class script_host {
+class script_host : public tool_files {
  public:
-  virtual ~script_host() = default;
-
   /// Prints a text to standard output, in one write.
   virtual void print(const std::string& text) = 0;
 
@@ -37,37 +34,12 @@ class script_host {
   /// scripts may start.
   virtual std::string allowed_program(const std::string& path) = 0;
   virtual pipeline_result run(const pipeline& programs) = 0;
-
-  /// Why the buttons of the menu in a stream would not be seen (runner/tools/spumux_buttons.h).
-  virtual std::string why_no_buttons_seen(const std::string& menu_stream) = 0;
-
-  /// How many buttons a control file asks for (runner/tools/spumux_buttons.h).
-  virtual int buttons_asked_for(const std::string& control_file) = 0;
-
-  /// The text of a control file; empty when it cannot be read.
-  virtual std::string control_text(const std::string& control_file) = 0;
 };
 
 /// Runs the whole script. Each thing that goes wrong is printed as a line that begins "ERR:", after
 /// a line break of its own, since a tool may have left its last line open; then the next line is
 /// run, as scripts do. True when nothing went wrong.
 bool run_script(std::string_view script, script_host& host);
-
-/// What went wrong with a program, after "ERR:  ": "mplex.exe ended with status 1". Empty when
-/// nothing did.
-std::string complaint_about(const std::string& name, const program_end& end);
-
-/// Whether gm ended with status 1 for nothing but a drawing it refuses as empty, which happens when
-/// the frame of a button leaves no inside to clear. The picture is right as it stands.
-bool is_harmless_refusal(const std::string& name, const program_end& end, std::string_view errors);
-
-/// The number of the menu whose buttons the program puts into its stream: that of spumux's one
-/// argument, "<app>/menu<m>.xml". Empty for every other program.
-std::string menu_of_overlay(const script_words& program);
-
-/// The text subtitle that the program puts into a title's stream, if it is such a one: spumux with
-/// the control file "<app>/sub<t>-<s>.xml" as its last argument.
-std::optional<run_file::subtitle_name> subtitle_of(const script_words& program);
 
 /// The system's host. `own_folder` is the folder conspawn was started from: programs there, other
 /// than conspawn itself, are the ones that scripts may start.

@@ -27,7 +27,24 @@ void look_at_title(int title, std::string_view chapters, std::vector<left_out_ch
   }
 }
 
+/// Its navigation XML, where it is called with one.
+std::string navigation_of(const script_words& words) {
+  return words.size() == 3 && words[1] == "-x" ? words[2] : std::string();
+}
+
 }  // namespace
+
+std::vector<std::string> dvdauthor_ways::announce(const tool_call& call, tool_files& files) const {
+  const std::string navigation = navigation_of(call.words);
+  if (navigation.empty())
+    return {};
+  std::vector<std::string> lines;
+  for (const left_out_chapter& chapter : chapters_left_out(files.control_text(navigation)))
+    lines.push_back("INFO: the chapter " + chapter.time + " of title " +
+                    std::to_string(chapter.title) +
+                    " is not on the disc, since it stands behind the later one " + chapter.after);
+  return lines;
+}
 
 std::vector<left_out_chapter> chapters_left_out(std::string_view navigation_xml) {
   std::vector<left_out_chapter> found;

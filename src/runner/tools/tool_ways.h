@@ -1,0 +1,75 @@
+// What the script runner knows of single tools, beyond starting them and telling how they ended:
+// what takes long or is left out without a word, and what their exit status does not say.
+//
+// A tool with such ways has a file of its own here.
+#pragma once
+
+#include "platform/processes/spawn.h"
+#include "runner/script_line.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+
+/// A program that a script starts.
+struct tool_call {
+  const script_words& words;  ///< its path, then its arguments
+  const std::string& output;  ///< the file that takes its standard output; empty: none
+};
+
+/// What the ways look at besides the call. A test answers in place of the files.
+class tool_files {
+ public:
+  virtual ~tool_files() = default;
+
+  /// The text of a control file; empty when it cannot be read.
+  virtual std::string control_text(const std::string& control_file) = 0;
+
+  /// How many buttons a control file asks for (runner/tools/spumux_buttons.h).
+  virtual int buttons_asked_for(const std::string& control_file) = 0;
+
+  /// Why the buttons of the menu in a stream would not be seen (runner/tools/spumux_buttons.h).
+  virtual std::string why_no_buttons_seen(const std::string& menu_stream) = 0;
+};
+
+/// The ways of one tool; as they stand here, those of a tool about which there is nothing to know.
+class tool_ways {
+ public:
+  virtual ~tool_ways() = default;
+
+  /// Whether what it prints to standard error is looked at afterwards.
+  virtual bool reads_errors(const tool_call& /*call*/) const { return false; }
+
+  /// What the user should know before it runs, a line each.
+  virtual std::vector<std::string> announce(const tool_call& /*call*/,
+                                            tool_files& /*files*/) const {
+    return {};
+  }
+
+  /// Whether an end that looks like a failure is none. `errors`: what it printed to standard error,
+  /// where that is looked at.
+  virtual bool forgives(const program_end& /*end*/, std::string_view /*errors*/) const {
+    return false;
+  }
+
+  /// What went wrong that its end does not tell, a line each.
+  virtual std::vector<std::string> judge(const tool_call& /*call*/,
+                                         const pipeline_result& /*result*/,
+                                         tool_files& /*files*/) const {
+    return {};
+  }
+};
+
+/// The ways of the tool of this file name ("spumux.exe").
+const tool_ways& ways_of(std::string_view name);
+
+/// The last component of a path on this system.
+std::string name_in_path(const std::string& path);
+
+/// What went wrong with a program, after "ERR:  ": "mplex.exe ended with status 1". Empty when
+/// nothing did.
+std::string complaint_about(const std::string& name, const program_end& end);
+
+}  // namespace corvane

@@ -1,0 +1,63 @@
+// A script host that does nothing and notes what it was asked for.
+#pragma once
+
+#include "formats/text.h"
+#include "runner/script_interpreter.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace corvane::testing_support {
+
+/// Notes everything the script does, with "\n" for every line end.
+class noting_host : public script_host {
+ public:
+  std::string notes;
+  std::map<std::string, std::string> failures;  ///< of a note, the reason
+  std::vector<std::string> files;
+  std::vector<program_end> ends;
+  pipeline_result result_of_run;
+  pipeline last;
+  std::string why_no_buttons;  ///< of the last menu looked at
+  int buttons = 1;             ///< that a control file asks for
+  std::string control;         ///< text of a control file
+
+  void print(const std::string& text) override { notes += replace_all(text, "\r\n", "\n"); }
+  failure make_folder(const std::string& path) override { return note("mkdir " + path); }
+  std::vector<std::string> matching(const std::string& /*pattern*/) override { return files; }
+  failure erase(const std::string& path) override { return note("erase " + path); }
+  failure rename(const std::string& path, const std::string& new_path) override {
+    return note("rename " + path + " " + new_path);
+  }
+  std::string allowed_program(const std::string& path) override {
+    return path.substr(0, 4) == "bin/" ? "/own/" + path.substr(4) : std::string();
+  }
+  pipeline_result run(const pipeline& programs) override {
+    last = programs;
+    for (const auto& words : programs.programs)
+      note("run " + join(words, ","));
+    pipeline_result r = result_of_run;
+    r.ends = ends;
+    r.ends.resize(programs.programs.size());
+    return r;
+  }
+  std::string why_no_buttons_seen(const std::string& menu_stream) override {
+    note("look at " + menu_stream);
+    return why_no_buttons;
+  }
+  int buttons_asked_for(const std::string& /*control_file*/) override { return buttons; }
+  std::string control_text(const std::string& control_file) override {
+    note("read " + control_file);
+    return control;
+  }
+
+ private:
+  failure note(const std::string& what) {
+    notes += "[" + what + "]\n";
+    const auto found = failures.find(what);
+    return found == failures.end() ? failure() : failure(found->second);
+  }
+};
+
+}  // namespace corvane::testing_support
