@@ -3,6 +3,7 @@
 #include "formats/sanitized.h"
 #include "formats/text.h"
 #include "platform/files/files.h"
+#include "project/disc_of.h"
 #include "project/messages.h"
 
 #include <optional>
@@ -29,8 +30,8 @@ struct frame_form {
   int thumbnail_height() const { return height * thumbnail_width / frame_width; }
 };
 
-frame_form form_of(const project& p) {
-  return p.globalregion == "NTSC" ? frame_form{480, "2997"} : frame_form{};
+frame_form form_of(const disc_description& d) {
+  return d.standard == video_standard::ntsc ? frame_form{480, "2997"} : frame_form{};
 }
 
 /// Where a thumbnail stands, its border included.
@@ -53,13 +54,9 @@ std::vector<place> places_of(std::size_t titles, const frame_form& form) {
   return all;
 }
 
-std::string video_of(const std::string& List11_row) {
-  return List11_row.substr(0, List11_row.find('/'));
-}
-
-std::string caption_of(const std::string& List1_row) {
-  const auto colon = List1_row.find(':');
-  std::string name = List1_row.substr(colon == std::string::npos ? 0 : colon + 1);
+std::string caption_of(const std::string& title) {
+  const auto colon = title.find(':');
+  std::string name = title.substr(colon == std::string::npos ? 0 : colon + 1);
   name = name.substr(0, name.find('/'));
   const auto dot = name.rfind('.');
   if (dot != std::string::npos && dot > 0)
@@ -97,7 +94,7 @@ void add_head(script& s) {
   s.line(row);
 }
 
-void add_variables(script& s, const project& p) {
+void add_variables(script& s, const disc_description& d) {
   s.line("header=\"header text\"");
   s.line("bordercolor=$00ffff     #Edit this line to change the border color.");
   s.line("backgroundcolor=$333333 #Edit this line to change the background color.");
@@ -105,8 +102,8 @@ void add_variables(script& s, const project& p) {
   s.line("halocolor=$101010       #Border around the text");
   s.line("fontsize=18             #Font size");
   s.line("fontface=\"verdana\"      #Font style");
-  for (std::size_t i = 0; i < p.List1.size(); ++i)
-    s.line("TitleText" + std::to_string(i + 1) + "=\"" + caption_of(p.List1[i]) + "\"");
+  for (std::size_t i = 0; i < d.titles.size(); ++i)
+    s.line("TitleText" + std::to_string(i + 1) + "=\"" + caption_of(d.titles[i].name) + "\"");
   s.line(
       "length=1200          #length of the clip in frames.  eg: 1200 frames is appx 40 seconds "
       "(NTSC)");
@@ -114,10 +111,10 @@ void add_variables(script& s, const project& p) {
   s.line(std::string(97, '#'));
 }
 
-void add_clips(script& s, const project& p, const frame_form& form, path_style style) {
-  for (std::size_t i = 0; i < p.List11.size(); ++i)
+void add_clips(script& s, const disc_description& d, const frame_form& form, path_style style) {
+  for (std::size_t i = 0; i < d.titles.size(); ++i)
     s.line("title" + std::to_string(i + 1) + "=mpegsource(\"" +
-           native_from_stored(video_of(p.List11[i]), style) + "\").bilinearresize(" +
+           native_from_stored(d.titles[i].video(), style) + "\").bilinearresize(" +
            std::to_string(thumbnail_width) + "," + std::to_string(form.thumbnail_height()) +
            ").addborders(2,2,2,2,bordercolor)");
   s.line("blankclip(length," + std::to_string(frame_width) + "," + std::to_string(form.height) +
@@ -151,9 +148,9 @@ file_dialog script_dialog() {
 }
 
 /// A project file may come from a stranger: no path may end its quotes and go on as script.
-std::optional<std::string> why_not_in_script(const project& p) {
-  for (std::size_t i = 0; i < p.List11.size(); ++i) {
-    const std::string video = native_from_stored(video_of(p.List11[i]));
+std::optional<std::string> why_not_in_script(const disc_description& d) {
+  for (std::size_t i = 0; i < d.titles.size(); ++i) {
+    const std::string video = native_from_stored(d.titles[i].video());
     if (const auto why = why_not_storable(video))
       return "The video \"" + sanitized(video) + "\" of title " + std::to_string(i + 1) +
              " cannot stand in a script: its name " + *why + ".";
@@ -161,21 +158,21 @@ std::optional<std::string> why_not_in_script(const project& p) {
   return std::nullopt;
 }
 
-bool is_a_stream(const project& p, const std::string& file) {
-  for (const std::string& row : p.List11)
-    for (const std::string& stream : split(row, '/'))
+bool is_a_stream(const disc_description& d, const std::string& file) {
+  for (const disc_title& title : d.titles)
+    for (const std::string& stream : title.streams)
       if (same_place(file, native_from_stored(stream)))
         return true;
   return false;
 }
 
 /// The script's native path; empty when the user cancelled.
-std::string choose_file(document& doc) {
+std::string choose_file(document& doc, const disc_description& d) {
   for (;;) {
     const std::string file = doc.ask.save_file(script_dialog());
     if (file.empty() || !file_exists(file))
       return file;
-    if (is_a_stream(doc.p, file))
+    if (is_a_stream(d, file))
       say(doc, icon::exclamation, "The script cannot be written over a stream of the project.");
     else if (may_overwrite(doc))
       return file;
@@ -203,13 +200,13 @@ void offer_to_edit(document& doc, desktop& user_desktop, const std::string& file
 
 }  // namespace
 
-std::string avisynth_script(const project& p, path_style style) {
-  const frame_form form = form_of(p);
-  const std::vector<place> places = places_of(p.List11.size(), form);
+std::string avisynth_script(const disc_description& d, path_style style) {
+  const frame_form form = form_of(d);
+  const std::vector<place> places = places_of(d.titles.size(), form);
   script s;
   add_head(s);
-  add_variables(s, p);
-  add_clips(s, p, form, style);
+  add_variables(s, d);
+  add_clips(s, d, form, style);
   for (std::size_t i = 0; i < places.size(); ++i)
     add_thumbnail(s, i + 1, places[i], form);
   s.line(
@@ -224,11 +221,12 @@ std::string avisynth_script(const project& p, path_style style) {
 }
 
 avisynth_result avisynth_command(document& doc, desktop& user_desktop) {
-  if (doc.p.List11.empty()) {
+  const disc_description d = disc_of(doc.p);
+  if (d.titles.empty()) {
     say(doc, icon::exclamation, "please add more titles");
     return avisynth_result::no_title;
   }
-  if (const auto why = why_not_in_script(doc.p)) {
+  if (const auto why = why_not_in_script(d)) {
     say(doc, icon::exclamation, *why);
     return avisynth_result::refused;
   }
@@ -236,10 +234,10 @@ avisynth_result avisynth_command(document& doc, desktop& user_desktop) {
       "This will generate a simple avisynth script based on the titles that are loaded.  Be sure "
       "to edit this script for your needs, then encode in an mpeg encoder to an mpeg2 elementry "
       "stream.");
-  const std::string file = choose_file(doc);
+  const std::string file = choose_file(doc, d);
   if (file.empty())
     return avisynth_result::cancelled;
-  if (const failure why = write_file(file, avisynth_script(doc.p))) {
+  if (const failure why = write_file(file, avisynth_script(d))) {
     say(doc, icon::critical,
         "The file \"" + sanitized(file) + "\" could not be written: " + sanitized(*why) + ".");
     return avisynth_result::not_written;

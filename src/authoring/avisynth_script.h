@@ -2,6 +2,7 @@
 // each title, and the command that writes it for the user to go on with.
 #pragma once
 
+#include "disc/disc_description.h"
 #include "platform/files/paths.h"
 #include "platform/processes/desktop.h"
 #include "project/document.h"
@@ -13,7 +14,7 @@ namespace corvane {
 /// The script, each line ended by CR LF, with native paths in `style`. Captions are the names of
 /// the titles' video files without extension; a double quote in one, which would end it, becomes
 /// an apostrophe. Pixels are those of the project's video standard, PAL unless it is NTSC.
-std::string avisynth_script(const project& p, path_style style = native_style());
+std::string avisynth_script(const disc_description& d, path_style style = native_style());
 
 enum class avisynth_result {
   written,      ///< and opened in the editor, if the user wanted that

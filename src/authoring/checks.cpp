@@ -1,12 +1,12 @@
 #include "authoring/checks.h"
 
 #include "authoring/row_checks.h"
-#include "authoring/rows.h"
-#include "authoring/subtitle_xml.h"
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "formats/video_standard.h"
 #include "platform/files/files.h"
+
+#include <algorithm>
 
 namespace corvane {
 namespace {
@@ -37,46 +37,48 @@ std::string first_of(const std::string& file) {
   return start ? *start : std::string();
 }
 
-refusal why_not_menu_streams_of(const project& p, int menu, path_style style) {
-  const menu_streams streams = native_menu_streams(p, menu, style);
+refusal why_not_menu_streams_of(const disc_description& d, int menu, path_style style) {
+  const std::string video = native_from_stored(d.menu(menu).video(), style);
+  const std::string audio = native_from_stored(d.menu(menu).audio(), style);
   const std::string name = "Menu " + trimmed(menu);
-  for (const std::string& file : {streams.video, streams.audio})
+  for (const std::string& file : {video, audio})
     if (!file.empty() && !file_exists(file))
       return name + " cannot be authored: the file " + sanitized_quoted(file) +
              " is missing.  Please put it back, or remove the menu and add it again.";
-  const std::string standard = video_standard_of(first_of(streams.video));
-  if (!standard.empty() && standard != p.globalregion)
-    return name + " cannot be authored: its video " + sanitized_quoted(streams.video) + " is " +
-           standard + ", but the project is " + p.globalregion +
+  const std::string standard = video_standard_of(first_of(video));
+  if (!standard.empty() && standard != d.standard_text)
+    return name + " cannot be authored: its video " + sanitized_quoted(video) + " is " + standard +
+           ", but the project is " + d.standard_text +
            ".  Please remove the menu and add it with a video of the project's standard.";
   return std::nullopt;
 }
 
 }  // namespace
 
-std::optional<std::string> why_not_these_rows(const project& p, path_style style) {
-  if (p.globalregion != "NTSC" && p.globalregion != "PAL")
-    return "The project's video standard is " + sanitized_quoted(p.globalregion) +
+std::optional<std::string> why_not_these_rows(const disc_description& d, path_style style) {
+  if (d.standard_text != "NTSC" && d.standard_text != "PAL")
+    return "The project's video standard is " + sanitized_quoted(d.standard_text) +
            ", which is neither NTSC nor PAL.  Please choose one.";
-  if (const refusal why = why_not_titles(p, style))
+  if (const refusal why = why_not_titles(d, style))
     return why;
-  return why_not_menus(p, style);
+  return why_not_menus(d, style);
 }
 
-std::optional<std::string> why_not_authorable(const project& p, path_style style) {
-  if (const refusal why = why_not_these_rows(p, style))
+std::optional<std::string> why_not_authorable(const disc_description& d, std::string_view customxml,
+                                              path_style style) {
+  if (const refusal why = why_not_these_rows(d, style))
     return why;
   // Hand-edited XML has commands, tags and chapters of its own.
-  return p.customxml.empty() ? why_not_navigation(p) : why_not_safe_xml(p.customxml);
+  return customxml.empty() ? why_not_navigation(d) : why_not_safe_xml(customxml);
 }
 
-std::optional<std::string> why_not_these_bitmaps(const project& p, path_style style) {
-  for (int menu = 1; menu <= menu_count(p); ++menu) {
+std::optional<std::string> why_not_these_bitmaps(const disc_description& d, path_style style) {
+  for (int menu = 1; menu <= d.menu_count(); ++menu) {
     int number = 0;
-    for (const button_record& b : buttons_of(p, menu)) {
+    for (const disc_button& b : d.menu(menu).buttons) {
       ++number;
-      for (const std::string& look : {b.highlight, b.select}) {
-        const refusal why = is_bitmap(look) ? why_not_bitmap(look, style) : std::nullopt;
+      for (const disc_look& look : {b.highlight, b.select}) {
+        const refusal why = look.is_bitmap ? why_not_bitmap(look.text, style) : std::nullopt;
         if (why)
           return "Button " + trimmed(number) + " of menu " + trimmed(menu) +
                  " cannot be authored: " + *why;
@@ -86,28 +88,27 @@ std::optional<std::string> why_not_these_bitmaps(const project& p, path_style st
   return std::nullopt;
 }
 
-std::optional<std::string> why_not_these_menu_streams(const project& p, path_style style) {
-  for (int menu = 1; menu <= menu_count(p); ++menu)
-    if (const refusal why = why_not_menu_streams_of(p, menu, style))
+std::optional<std::string> why_not_these_menu_streams(const disc_description& d, path_style style) {
+  for (int menu = 1; menu <= d.menu_count(); ++menu)
+    if (const refusal why = why_not_menu_streams_of(d, menu, style))
       return why;
   return std::nullopt;
 }
 
-std::vector<std::string> needed_tools(const project& p) {
-  bool multiplexes = menu_count(p) > 0, subtitles = false;
-  for (int title = 1; title <= title_count(p); ++title) {
-    multiplexes = multiplexes || is_multiplexed_here(p, title);
-    subtitles = subtitles || subtitle_count(p, title) > 0;
-  }
+std::vector<std::string> needed_tools(const disc_description& d) {
+  const bool multiplexes = d.menu_count() > 0 || std::any_of(d.titles.begin(), d.titles.end(),
+                                                             [](const disc_title& title) {
+                                                               return title.is_multiplexed_here;
+                                                             });
   std::vector<std::string> tools;
   if (multiplexes)
     tools.emplace_back("mplex");
-  if (menu_count(p) > 0)
+  if (d.menu_count() > 0)
     tools.emplace_back("gm");
-  if (menu_count(p) > 0 || subtitles)
+  if (d.menu_count() > 0 || has_subtitles(d))
     tools.emplace_back("spumux");
   tools.emplace_back("dvdauthor");
-  if (p.isocreate)
+  if (d.image)
     tools.emplace_back("mkisofs");
   return tools;
 }

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "authoring/run_paths.h"
-#include "project/project.h"
+#include "disc/disc_description.h"
 
 #include <optional>
 #include <string>
@@ -15,23 +15,24 @@ namespace corvane {
 /// Why the project cannot be authored as its rows stand, as a message to the user that names title
 /// or menu; nothing when it can. A project file may come from a stranger: no row may end a quoted
 /// path, add an argument, or put markup into the XML.
-std::optional<std::string> why_not_authorable(const project& p, path_style style);
+std::optional<std::string> why_not_authorable(const disc_description& d, std::string_view customxml,
+                                              path_style style);
 
 /// The part of it that holds whatever the navigation XML is: video standard, titles and menus.
-std::optional<std::string> why_not_these_rows(const project& p, path_style style);
+std::optional<std::string> why_not_these_rows(const disc_description& d, path_style style);
 
 /// Why a button's bitmap is refused: it cannot be read, is no bitmap file, or is of a kind that gm
 /// does not read. gm takes a file for what its first bytes say: a PostScript text named .bmp would
 /// be run by Ghostscript.
-std::optional<std::string> why_not_these_bitmaps(const project& p, path_style style);
+std::optional<std::string> why_not_these_bitmaps(const disc_description& d, path_style style);
 
 /// Why a menu's video or audio is refused: it is gone, or the pictures are of the other video
 /// standard, with which dvdauthor would fill the disc without an error.
-std::optional<std::string> why_not_these_menu_streams(const project& p, path_style style);
+std::optional<std::string> why_not_these_menu_streams(const disc_description& d, path_style style);
 
 /// Why a title's text subtitle is refused: its file is gone, empty or no text, in no format that
 /// spumux reads, or in other characters than its settings say.
-std::optional<std::string> why_not_these_subtitles(const project& p, path_style style);
+std::optional<std::string> why_not_these_subtitles(const disc_description& d, path_style style);
 
 /// Why hand-edited XML is refused: it is not well formed, it has a file name that dvdauthor would
 /// run as a command (it ends in "|"), declarations or an encoding that could hide one, or its
@@ -40,11 +41,11 @@ std::optional<std::string> why_not_safe_xml(std::string_view customxml);
 
 /// Why the output folder is refused: it would lose the project's own files or somebody's .mpg files
 /// (the script erases *.mpg there), or its path cannot be written.
-std::optional<std::string> why_not_this_folder(const project& p, const run_paths& where);
+std::optional<std::string> why_not_this_folder(const disc_description& d, const run_paths& where);
 
 /// What of an earlier disc stands there: VIDEO_TS, AUDIO_TS and, with `isocreate`, the image beside
 /// the folder (native paths).
-std::vector<std::string> earlier_disc(const project& p, const run_paths& where);
+std::vector<std::string> earlier_disc(const disc_description& d, const run_paths& where);
 
 /// What a run that was stopped or killed left in the output folder: files of the names that only
 /// the script makes (native paths). A presub.mpg among them would keep the script from renaming a
@@ -52,6 +53,6 @@ std::vector<std::string> earlier_disc(const project& p, const run_paths& where);
 std::vector<std::string> leftovers(const run_paths& where);
 
 /// Names of the outside tools (platform/files/program_folder.h) that the project's run starts.
-std::vector<std::string> needed_tools(const project& p);
+std::vector<std::string> needed_tools(const disc_description& d);
 
 }  // namespace corvane

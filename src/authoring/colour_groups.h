@@ -7,17 +7,17 @@
 // with many of both it takes years.
 #pragma once
 
-#include "project/menu_rows.h"
+#include "disc/disc_description.h"
 
 #include <vector>
 
 namespace corvane {
 
 /// Combinations of a highlight and a select colour or bitmap that the buttons have.
-int colour_combinations(const std::vector<button_record>& buttons);
+int colour_combinations(const std::vector<disc_button>& buttons);
 
 /// How many ways are gone through; ten to thirty million are in a second.
-double ways_to_colour(const std::vector<button_record>& buttons);
+double ways_to_colour(const std::vector<disc_button>& buttons);
 
 /// Ways that take about ten minutes: more are not worth waiting for.
 inline constexpr double most_ways_to_colour = 1e10;

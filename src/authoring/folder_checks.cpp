@@ -1,6 +1,6 @@
 #include "authoring/checks.h"
+#include "authoring/disc_texts.h"
 #include "authoring/row_checks.h"
-#include "authoring/rows.h"
 #include "formats/sanitized.h"
 #include "formats/text.h"
 #include "platform/files/files.h"
@@ -85,21 +85,26 @@ std::filesystem::file_type type_of(const std::string& native) {
   return std::filesystem::symlink_status(path_of(native), error).type();
 }
 
-// Every file that the project reads, native.
-std::vector<std::string> project_files(const project& p, path_style style) {
+// Every file that the run reads, native.
+std::vector<std::string> files_of(const disc_description& d, path_style style) {
   std::vector<std::string> files;
-  for (int title = 1; title <= title_count(p); ++title)
-    for (const auto& some : {title_streams(p, title, style), subtitle_files(p, title, style)})
-      files.insert(files.end(), some.begin(), some.end());
-  for (int menu = 1; menu <= menu_count(p); ++menu) {
-    const menu_streams streams = native_menu_streams(p, menu, style);
-    files.push_back(streams.video);
-    if (!streams.audio.empty())
-      files.push_back(streams.audio);
-    for (const button_record& b : buttons_of(p, menu))
-      for (const std::string& look : {b.highlight, b.select})
-        if (is_bitmap(look))
-          files.push_back(native_from_stored(look, style));
+  const auto add = [&files, style](const std::string& stored) {
+    files.push_back(native_from_stored(stored, style));
+  };
+  for (const disc_title& title : d.titles) {
+    for (const std::string& stream : title.streams)
+      add(stream);
+    for (const disc_subtitle& subtitle : title.subtitles)
+      add(subtitle.file);
+  }
+  for (const disc_menu& menu : d.menus) {
+    add(menu.video());
+    if (!menu.audio().empty())
+      add(menu.audio());
+    for (const disc_button& b : menu.buttons)
+      for (const disc_look& look : {b.highlight, b.select})
+        if (look.is_bitmap)
+          add(look.text);
   }
   return files;
 }
@@ -157,7 +162,8 @@ refusal why_not_place(const run_paths& where) {
   return std::nullopt;
 }
 
-refusal why_not_a_project_file(const std::string& file, const project& p, const run_paths& where) {
+refusal why_not_a_project_file(const std::string& file, const disc_description& d,
+                               const run_paths& where) {
   const path_style style = where.style;
   const std::string subject = "The project uses the file \"" + file + "\", ";
   const bool in_out = is_the_same(parent_of(file, style), where.out, style) ||
@@ -170,7 +176,7 @@ refusal why_not_a_project_file(const std::string& file, const project& p, const 
     if (is_below(file, where.in_out(disc), style))
       return subject + "which would be lost when the DVD in the output folder \"" + where.out +
              "\" is replaced." + advice;
-  if (p.isocreate && is_the_same(file, where.out + ".iso", style))
+  if (d.image && is_the_same(file, where.out + ".iso", style))
     return subject + "which the disc image would replace." + advice;
   return std::nullopt;
 }
@@ -204,14 +210,14 @@ refusal why_not_contents(const run_paths& where, const std::vector<std::string>&
 
 }  // namespace
 
-std::optional<std::string> why_not_this_folder(const project& p, const run_paths& where) {
+std::optional<std::string> why_not_this_folder(const disc_description& d, const run_paths& where) {
   if (const refusal why = why_not_path(where))
     return why;
   if (const refusal why = why_not_place(where))
     return why;
-  const std::vector<std::string> files = project_files(p, where.style);
+  const std::vector<std::string> files = files_of(d, where.style);
   for (const std::string& file : files)
-    if (const refusal why = why_not_a_project_file(file, p, where))
+    if (const refusal why = why_not_a_project_file(file, d, where))
       return why;
   return why_not_contents(where, files);
 }
@@ -224,15 +230,15 @@ std::vector<std::string> leftovers(const run_paths& where) {
   return found;
 }
 
-std::vector<std::string> earlier_disc(const project& p, const run_paths& where) {
+std::vector<std::string> earlier_disc(const disc_description& d, const run_paths& where) {
   std::vector<std::string> found;
   for (const char* folder : {"VIDEO_TS", "AUDIO_TS"})
     if (type_of(where.in_out(folder)) != std::filesystem::file_type::not_found)
       found.push_back(where.in_out(folder));
   // A folder of the image's name is somebody's own; mkisofs will say that it cannot write there.
   const auto image = type_of(where.out + ".iso");
-  if (p.isocreate && (image == std::filesystem::file_type::regular ||
-                      image == std::filesystem::file_type::symlink))
+  if (d.image && (image == std::filesystem::file_type::regular ||
+                  image == std::filesystem::file_type::symlink))
     found.push_back(where.out + ".iso");
   return found;
 }

@@ -6,8 +6,10 @@
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "platform/text/utf8.h"
-#include "project/menu_rows.h"
+#include "project/disc_of.h"
 #include "project/messages.h"
+#include "project/post_rows.h"
+#include "runner/run_files.h"
 
 #include <cstdint>
 #include <utility>
@@ -15,8 +17,6 @@
 namespace corvane {
 namespace {
 
-constexpr const char* page_name = "layout.html";
-constexpr const char* xml_copy_name = "layoutconfig.xml";
 constexpr std::string_view unknown_character = "&#65533;";
 
 class page {
@@ -67,67 +67,57 @@ std::string ascii_text(char c) {
 }
 
 /// The files of a menu without their folders.
-std::string menu_files(const std::string& row) {
-  const menu_streams streams = parse_menu_row(row);
-  std::string names(file_name_of(streams.video));
-  if (!streams.audio.empty())
-    names += "/" + std::string(file_name_of(streams.audio));
+std::string menu_files_of(const disc_menu& menu) {
+  std::string names(file_name_of(menu.video()));
+  if (!menu.audio().empty())
+    names += "/" + std::string(file_name_of(menu.audio()));
   return names;
 }
 
-int menu_total(const project& p) {
-  return static_cast<int>(p.menulist.size());
-}
-
-std::string row_of_title(const std::vector<std::string>& list, std::size_t title) {
-  return title < list.size() ? list[title] : std::string();
-}
-
-void add_contents(page& html, const project& p) {
-  html.line("<ul><li>This DVD contains:" + html_text(p.dvdsizetext) + "<br>Titles include:<ul>");
-  for (std::size_t title = 0; title < p.List1.size(); ++title) {
-    const auto chapters = split(row_of_title(p.chapters, title), ',').size();
-    html.line("<li type=disc>" + html_text(p.List1[title]) + " (" + std::to_string(chapters) +
-              " chapters)");
-  }
+void add_contents(page& html, const disc_description& d, const std::string& size_text) {
+  html.line("<ul><li>This DVD contains:" + html_text(size_text) + "<br>Titles include:<ul>");
+  for (const disc_title& title : d.titles)
+    html.line("<li type=disc>" + html_text(title.name) + " (" +
+              std::to_string(title.chapters.size()) + " chapters)");
   html.line("</ul><br>Menus include:<ul>");
-  for (int menu = 1; menu <= menu_total(p); ++menu)
-    html.line("<li type=disc>menu" + trimmed(menu) + ":" +
-              html_text(menu_files(p.menulist[static_cast<std::size_t>(menu - 1)])) + "  (" +
-              std::to_string(button_records(p, menu).size()) + " buttons)");
+  int number = 0;
+  for (const disc_menu& menu : d.menus)
+    html.line("<li type=disc>menu" + trimmed(++number) + ":" + html_text(menu_files_of(menu)) +
+              "  (" + std::to_string(menu.buttons.size()) + " buttons)");
   html.line("</ul><br><br>");
 }
 
-std::string first_play(const project& p) {
-  if (p.firstplay != "<default>")
-    return p.firstplay;
-  return p.menulist.empty() ? "Title 1" : "Menu 1";
+std::string first_play(const disc_description& d) {
+  if (d.first_play_text != no_first_play)
+    return d.first_play_text;
+  return d.menus.empty() ? "Title 1" : "Menu 1";
 }
 
-std::string button_line(const std::string& record, int number) {
-  const button_record b = parse_button(record);
-  const auto edge = [](const std::string& text) { return html_text(trim(text)); };
+std::string button_line(const disc_button& b, int number) {
+  const auto edge = [](const text_number& n) { return html_text(trim(n.text)); };
   return "<li type=disc>Button" + trimmed(number) + "(" + edge(b.x0) + "x" + edge(b.y0) + "," +
-         edge(b.x1) + "x" + edge(b.y1) + ") goes to:" + html_text(b.action);
+         edge(b.x1) + "x" + edge(b.y1) + ") goes to:" + html_text(b.action.text);
 }
 
-void add_menu_targets(page& html, const project& p) {
+void add_menu_targets(page& html, const disc_description& d) {
   html.line("<ul><li type=disc>Menus:<ul>");
-  for (int menu = 1; menu <= menu_total(p); ++menu) {
-    html.line("<li type=disc>Menu" + trimmed(menu) + "<ul>");
-    int number = 0;
-    for (const std::string& record : button_records(p, menu))
-      html.line(button_line(record, ++number));
+  int number = 0;
+  for (const disc_menu& menu : d.menus) {
+    html.line("<li type=disc>Menu" + trimmed(++number) + "<ul>");
+    int button = 0;
+    for (const disc_button& b : menu.buttons)
+      html.line(button_line(b, ++button));
     html.line("</ul>");
   }
 }
 
 // A post command is shown as it reads, whichever its kind: jumps and exit begin with their words.
-void add_title_targets(page& html, const project& p) {
+void add_title_targets(page& html, const disc_description& d) {
   html.line("</ul></ul><br><ul><li type=disc>Titles:<ul>");
-  for (std::size_t title = 0; title < p.List1.size(); ++title)
-    html.line("<li type=disc>Title" + std::to_string(title + 1) +
-              " goes to: " + html_text(trim(row_of_title(p.postinfo, title))));
+  int number = 0;
+  for (const disc_title& title : d.titles)
+    html.line("<li type=disc>Title" + trimmed(++number) +
+              " goes to: " + (title.post ? html_text(title.post->text) : std::string()));
   html.line("</ul></ul>");
 }
 
@@ -156,32 +146,33 @@ std::string html_text(std::string_view text) {
   return html;
 }
 
-std::string layout_html(const project& p) {
+std::string layout_html(const disc_description& d, const std::string& size_text, bool edited) {
   const std::string name = html_text(version_title);
   page html;
   html.line("<html><head><title>DVD Layout - " + name +
             "</title></head><body bgcolor=\"lightgrey\" topmargin=0 marginheight=0>");
   html.line("<font size=-1 face=\"verdana\"><center><b>DVD Layout, auto-generated from<br>" + name +
             "</center></b><br><br>");
-  add_contents(html, p);
-  html.line("<li>The DVD will begin with " + html_text(first_play(p)));
-  add_menu_targets(html, p);
-  add_title_targets(html, p);
-  if (!p.customxml.empty())
+  add_contents(html, d, size_text);
+  html.line("<li>The DVD will begin with " + html_text(first_play(d)));
+  add_menu_targets(html, d);
+  add_title_targets(html, d);
+  if (edited)
     html.line(
         "<br><br>The XML has been modified so the above data may be partially incorrect "
         "(depending on the modifications).  <br><a href=\"" +
-        std::string(xml_copy_name) + "\">Preview the edited XML</a><br>");
+        std::string(run_file::layout_xml) + "\">Preview the edited XML</a><br>");
   return html.take();
 }
 
 report_result layoutprint_command(document& doc, const std::string& app, desktop& user_desktop) {
-  const std::string file = join_path(app, page_name);
+  const std::string file = join_path(app, run_file::layout_page);
   // The copy first: a page that leads to it is there only with it.
   if (!doc.p.customxml.empty() &&
-      write_or_tell(doc, join_path(app, xml_copy_name), doc.p.customxml))
+      write_or_tell(doc, join_path(app, run_file::layout_xml), doc.p.customxml))
     return report_result::not_written;
-  if (write_or_tell(doc, file, layout_html(doc.p)))
+  if (write_or_tell(doc, file,
+                    layout_html(disc_of(doc.p), doc.p.dvdsizetext, !doc.p.customxml.empty())))
     return report_result::not_written;
   if (const failure why = user_desktop.show_page(file)) {
     say(doc, icon::exclamation,

@@ -1,9 +1,10 @@
 // The layout report: the disc's structure as one HTML page, and the command that shows it.
 //
-// The page reflects the project's lists as they stand, not what authoring would write. Whatever
-// they hold is shown as text: no name can put markup into the page.
+// The page reflects the project's rows, whatever hand-edited XML there is. Whatever they hold is
+// shown as text: no name can put markup into the page.
 #pragma once
 
+#include "disc/disc_description.h"
 #include "platform/processes/desktop.h"
 #include "project/document.h"
 
@@ -12,8 +13,10 @@
 
 namespace corvane {
 
-/// The page; each of its lines ends with CR LF, all of it is ASCII.
-std::string layout_html(const project& p);
+/// The page of the disc that the rows ask for; each of its lines ends with CR LF, all of it is
+/// ASCII. `size_text`: the lines that tell what the disc contains. `edited`: the page says that the
+/// XML was edited and leads to its copy.
+std::string layout_html(const disc_description& d, const std::string& size_text, bool edited);
 
 /// Text as HTML shows it: "<", ">", "&" and quotes as entities, characters outside ASCII as
 /// numbers, so that the page needs to name no encoding. What no page may hold (control characters,

@@ -1,9 +1,9 @@
 #include "authoring/colour_groups.h"
 #include "authoring/row_checks.h"
-#include "authoring/rows.h"
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "formats/text.h"
+#include "project/menu_rows.h"
 #include "project/project_file.h"
 
 #include <algorithm>
@@ -34,22 +34,22 @@ refusal why_not_menu_file(int menu, const std::string& file, path_style style) {
   return std::nullopt;
 }
 
-refusal why_not_menu_streams(const project& p, int menu, path_style style) {
-  const menu_streams streams = native_menu_streams(p, menu, style);
-  if (const refusal why = why_not_menu_file(menu, streams.video, style))
+refusal why_not_menu_streams(const disc_menu& m, int menu, path_style style) {
+  if (const refusal why = why_not_menu_file(menu, native_from_stored(m.video(), style), style))
     return why;
-  return streams.audio.empty() ? std::nullopt : why_not_menu_file(menu, streams.audio, style);
+  const std::string audio = native_from_stored(m.audio(), style);
+  return audio.empty() ? std::nullopt : why_not_menu_file(menu, audio, style);
 }
 
-refusal why_not_options(const project& p, int menu) {
-  const menu_options options = options_of(p, menu);
-  for (const std::string& time : {options.spu_begin, options.spu_end})
+refusal why_not_options(const disc_menu& m, int menu) {
+  for (const std::string& time : {m.spu_begin.text, m.spu_end.text})
     if (time.empty() || time.find_first_not_of("0123456789:.") != std::string::npos)
       return menu_named(menu) + " has the button time " + sanitized_quoted(time) +
              ", which is not of the form 00:00:00.0.  Please edit the menu.";
   // The inside of a frame without lines would clear what is around it.
-  if (options.thickness < 0)
-    return menu_named(menu) + " has the box thickness " + trimmed(options.thickness) +
+  if (m.thickness.value < 0)
+    return menu_named(menu) + " has the box thickness " +
+           trimmed(static_cast<int>(m.thickness.value)) +
            ", but the lines of a box cannot be thinner than nothing.  Please edit the menu.";
   return std::nullopt;
 }
@@ -60,18 +60,17 @@ bool is_too_small_to_draw(double width, double height) {
 }
 
 // spumux takes no rectangle that reaches out of the picture, gm draws none that has no inside.
-refusal why_not_edges(const project& p, int menu, int button, const button_record& b) {
-  for (const std::string& edge : {b.x0, b.y0, b.x1, b.y1})
-    if (!is_decimal(edge))
-      return button_named(menu, button) + " has the position " + sanitized_quoted(edge) +
+refusal why_not_edges(const disc_description& d, int menu, int button, const disc_button& b) {
+  for (const text_number& edge : {b.x0, b.y0, b.x1, b.y1})
+    if (!edge.is_number)
+      return button_named(menu, button) + " has the position " + sanitized_quoted(edge.text) +
              ", which is not a number.  Please edit the menu.";
-  const double height = p.globalregion == "PAL" ? 576 : 480;
-  const double x0 = leading_number(b.x0), x1 = leading_number(b.x1);
-  const double y0 = leading_number(b.y0), y1 = leading_number(b.y1);
+  const int height = d.picture_height();
+  const double x0 = b.x0.value, x1 = b.x1.value, y0 = b.y0.value, y1 = b.y1.value;
   if (x0 < 0 || y0 < 0 || x1 > 720 || y1 > height)
-    return button_named(menu, button) + " reaches out of the picture of 720 by " +
-           trimmed(static_cast<int>(height)) + ".  Please edit the menu.";
-  const bool is_drawn = !is_bitmap(b.highlight) || !is_bitmap(b.select);
+    return button_named(menu, button) + " reaches out of the picture of 720 by " + trimmed(height) +
+           ".  Please edit the menu.";
+  const bool is_drawn = !b.highlight.is_bitmap || !b.select.is_bitmap;
   if (x1 <= x0 || y1 <= y0 || (is_drawn && is_too_small_to_draw(x1 - x0, y1 - y0)))
     return button_named(menu, button) + " is too small to be drawn.  Please edit the menu.";
   return std::nullopt;
@@ -88,28 +87,28 @@ refusal why_not_bitmap_name(int menu, int button, const std::string& file, path_
          sanitized_quoted(file) + " " + *why + ".  Please rename the file and edit the menu.";
 }
 
-refusal why_not_look(int menu, int button, const button_record& b, path_style style) {
-  for (const std::string& look : {b.highlight, b.select}) {
-    if (is_bitmap(look)) {
-      const std::string file = native_from_stored(look, style);
+refusal why_not_look(int menu, int button, const disc_button& b, path_style style) {
+  for (const disc_look& look : {b.highlight, b.select}) {
+    if (look.is_bitmap) {
+      const std::string file = native_from_stored(look.text, style);
       if (const refusal why = why_not_bitmap_name(menu, button, file, style))
         return why;
-    } else if (std::find(button_colours.begin(), button_colours.end(), look) ==
+    } else if (std::find(button_colours.begin(), button_colours.end(), look.text) ==
                button_colours.end()) {
-      return button_named(menu, button) + " has the colour " + sanitized_quoted(look) +
+      return button_named(menu, button) + " has the colour " + sanitized_quoted(look.text) +
              ", which is none of those a button can have.  Please edit the menu.";
     }
   }
   return std::nullopt;
 }
 
-refusal why_not_colour_pairs(int menu, const std::vector<button_record>& buttons) {
+refusal why_not_colour_pairs(int menu, const std::vector<disc_button>& buttons) {
   std::set<std::pair<std::string, std::string>> pairs;
   int number = 0;
-  for (const button_record& b : buttons) {
+  for (const disc_button& b : buttons) {
     ++number;
-    if (!is_bitmap(b.highlight) && !is_bitmap(b.select))
-      pairs.emplace(b.highlight, b.select);
+    if (!b.highlight.is_bitmap && !b.select.is_bitmap)
+      pairs.emplace(b.highlight.text, b.select.text);
     if (pairs.size() > most_colour_pairs)
       return button_named(menu, number) + " cannot be shown: with it the menu uses " +
              std::to_string(pairs.size()) +
@@ -119,7 +118,7 @@ refusal why_not_colour_pairs(int menu, const std::vector<button_record>& buttons
   return std::nullopt;
 }
 
-refusal why_not_colours(int menu, const std::vector<button_record>& buttons) {
+refusal why_not_colours(int menu, const std::vector<disc_button>& buttons) {
   if (const refusal why = why_not_colour_pairs(menu, buttons))
     return why;
   if (ways_to_colour(buttons) > most_ways_to_colour)
@@ -131,15 +130,15 @@ refusal why_not_colours(int menu, const std::vector<button_record>& buttons) {
   return std::nullopt;
 }
 
-refusal why_not_buttons(const project& p, int menu, path_style style) {
-  const std::vector<button_record> buttons = buttons_of(p, menu);
+refusal why_not_buttons(const disc_description& d, int menu, path_style style) {
+  const std::vector<disc_button>& buttons = d.menu(menu).buttons;
   if (std::ssize(buttons) > most_buttons)
     return button_named(menu, most_buttons + 1) + " is one too many: the menu has " +
            std::to_string(buttons.size()) +
            " buttons, but a DVD menu holds at most 36.  Please edit the menu and delete some.";
   for (int number = 1; number <= static_cast<int>(buttons.size()); ++number) {
-    const button_record& b = buttons[static_cast<std::size_t>(number) - 1];
-    if (const refusal why = why_not_edges(p, menu, number, b))
+    const disc_button& b = buttons[static_cast<std::size_t>(number) - 1];
+    if (const refusal why = why_not_edges(d, menu, number, b))
       return why;
     if (const refusal why = why_not_look(menu, number, b, style))
       return why;
@@ -149,16 +148,16 @@ refusal why_not_buttons(const project& p, int menu, path_style style) {
 
 }  // namespace
 
-refusal why_not_menus(const project& p, path_style style) {
-  if (menu_count(p) > most_menus)
-    return "The project has " + trimmed(menu_count(p)) +
+refusal why_not_menus(const disc_description& d, path_style style) {
+  if (d.menu_count() > most_menus)
+    return "The project has " + trimmed(d.menu_count()) +
            " menus, but a DVD holds at most 99.  Please remove some.";
-  for (int menu = 1; menu <= menu_count(p); ++menu) {
-    if (const refusal why = why_not_menu_streams(p, menu, style))
+  for (int menu = 1; menu <= d.menu_count(); ++menu) {
+    if (const refusal why = why_not_menu_streams(d.menu(menu), menu, style))
       return why;
-    if (const refusal why = why_not_options(p, menu))
+    if (const refusal why = why_not_options(d.menu(menu), menu))
       return why;
-    if (const refusal why = why_not_buttons(p, menu, style))
+    if (const refusal why = why_not_buttons(d, menu, style))
       return why;
   }
   return std::nullopt;

@@ -1,9 +1,10 @@
 #include "authoring/menu_overlays.h"
 
+#include "authoring/disc_texts.h"
 #include "authoring/navigation_xml.h"
-#include "authoring/rows.h"
 #include "formats/numbers.h"
 #include "formats/text.h"
+#include "runner/run_files.h"
 
 #include <algorithm>
 #include <cmath>
@@ -20,22 +21,28 @@ struct rectangle {
 
 // To whole pixels, halves to the even neighbour: nearbyint does that in the rounding mode that
 // every program starts in.
-std::int64_t rounded(std::string_view field) {
+std::int64_t rounded(const text_number& edge) {
   const double limit = 1e9;
-  return static_cast<std::int64_t>(
-      std::nearbyint(std::clamp(leading_number(field), -limit, limit)));
+  return static_cast<std::int64_t>(std::nearbyint(std::clamp(edge.value, -limit, limit)));
 }
 
-rectangle rectangle_of(const button_record& b) {
+rectangle rectangle_of(const disc_button& b) {
   return {rounded(b.x0), rounded(b.y0), rounded(b.x1), rounded(b.y1)};
 }
 
-std::string picture(const run_paths& where, const char* kind, int menu) {
-  return where.in_app(kind + trimmed(menu) + ".png");
-}
+// The two pictures of a menu.
+struct overlay_kind {
+  const char* name;               ///< as the script's progress lines have it
+  std::string (*file)(int menu);  ///< its name in the program folder
+  disc_look disc_button::*look;   ///< what a button has for it
+};
 
-std::string blank_picture(const project& p, const run_paths& where, const std::string& target) {
-  return quoted(where.tool("gm")) + " convert -size " + video_size(p) + " null:" + transparent +
+const overlay_kind highlight{"highlight", run_file::highlight_picture, &disc_button::highlight};
+const overlay_kind select{"select", run_file::select_picture, &disc_button::select};
+
+std::string blank_picture(const disc_description& d, const run_paths& where,
+                          const std::string& target) {
+  return quoted(where.tool("gm")) + " convert -size " + video_size(d) + " null:" + transparent +
          " " + quoted(target);
 }
 
@@ -76,43 +83,43 @@ void add_bitmap_button(std::string& text, const run_paths& where, const rectangl
                      quoted(target));
 }
 
-void add_button(std::string& text, const project& p, const run_paths& where, int menu,
-                const button_record& b, const std::string& value, const std::string& target) {
-  if (is_bitmap(value))
-    add_bitmap_button(text, where, rectangle_of(b), value, target);
+void add_button(std::string& text, const disc_description& d, const run_paths& where, int menu,
+                const disc_button& b, const disc_look& look, const std::string& target) {
+  if (look.is_bitmap)
+    add_bitmap_button(text, where, rectangle_of(b), look.text, target);
   else
-    add_coloured_button(text, where, rectangle_of(b), value, options_of(p, menu).thickness, target);
+    add_coloured_button(text, where, rectangle_of(b), look.text,
+                        static_cast<int>(d.menu(menu).thickness.value), target);
 }
 
-// All buttons of one picture: `kind` is "highlight" or "select", `value` the record's field of it.
-void add_picture(std::string& text, const project& p, const run_paths& where, int menu,
-                 const char* kind, std::string button_record::*value) {
+// All buttons of one picture.
+void add_picture(std::string& text, const disc_description& d, const run_paths& where, int menu,
+                 const overlay_kind& kind) {
   int number = 0;
-  for (const button_record& b : buttons_of(p, menu)) {
-    add_line(text, std::string("echo *generating ") + kind + " button" + leading_blank(++number) +
-                       " for menu" + leading_blank(menu));
-    add_button(text, p, where, menu, b, b.*value, picture(where, kind, menu));
+  for (const disc_button& b : d.menu(menu).buttons) {
+    add_line(text, std::string("echo *generating ") + kind.name + " button" +
+                       leading_blank(++number) + " for menu" + leading_blank(menu));
+    add_button(text, d, where, menu, b, b.*kind.look, where.in_app(kind.file(menu)));
   }
 }
 
-std::string button_element(const button_record& b) {
+std::string button_element(const disc_button& b) {
   const auto value = [](const char* name, std::string_view text) {
     return std::string(" ") + name + "=" + quoted(text);
   };
-  return "    <button" + value("x0", trim_left(b.x0)) + value("y0", trimmed(rounded(b.y0))) +
-         value("x1", trim_left(b.x1)) + value("y1", trim_left(b.y1)) + "/>";
+  return "    <button" + value("x0", trim_left(b.x0.text)) + value("y0", trimmed(rounded(b.y0))) +
+         value("x1", trim_left(b.x1.text)) + value("y1", trim_left(b.y1.text)) + "/>";
 }
 
 }  // namespace
 
-std::string video_size(const project& p) {
-  return p.globalregion == "PAL" ? "720x576" : "720x480";
+std::string video_size(const disc_description& d) {
+  return "720x" + trimmed(d.picture_height());
 }
 
-std::string menu_subpicture_xml(const project& p, const run_paths& where, int menu) {
-  const menu_options options = options_of(p, menu);
-  const auto path = [&](const char* kind) {
-    return quoted(escape_ampersands(picture(where, kind, menu)));
+std::string menu_subpicture_xml(const disc_description& d, const run_paths& where, int menu) {
+  const auto path = [&](const overlay_kind& kind) {
+    return quoted(escape_ampersands(where.in_app(kind.file(menu))));
   };
   const std::string indent = "         ";
 
@@ -120,12 +127,13 @@ std::string menu_subpicture_xml(const project& p, const run_paths& where, int me
   add_line(text, R"(<?xml version="1.0" encoding="UTF-8"?>)");
   add_line(text, "<subpictures>");
   add_line(text, "  <stream>");
-  add_line(text, "    <spu start=" + quoted(options.spu_begin) + " end=" + quoted(options.spu_end));
-  add_line(text, indent + "highlight=" + path("highlight"));
-  add_line(text, indent + "select=" + path("select"));
+  add_line(text, "    <spu start=" + quoted(d.menu(menu).spu_begin.text) +
+                     " end=" + quoted(d.menu(menu).spu_end.text));
+  add_line(text, indent + "highlight=" + path(highlight));
+  add_line(text, indent + "select=" + path(select));
   add_line(text, indent + R"(transparent="010101" force="yes")");
   add_line(text, indent + R"(autoorder="rows">)");
-  for (const button_record& b : buttons_of(p, menu))
+  for (const disc_button& b : d.menu(menu).buttons)
     add_line(text, button_element(b));
   add_line(text, "    </spu>");
   add_line(text, "  </stream>");
@@ -133,12 +141,12 @@ std::string menu_subpicture_xml(const project& p, const run_paths& where, int me
   return text;
 }
 
-std::string button_image_commands(const project& p, const run_paths& where, int menu) {
+std::string button_image_commands(const disc_description& d, const run_paths& where, int menu) {
   std::string text;
-  for (const char* kind : {"highlight", "select"})
-    add_line(text, blank_picture(p, where, picture(where, kind, menu)));
-  add_picture(text, p, where, menu, "highlight", &button_record::highlight);
-  add_picture(text, p, where, menu, "select", &button_record::select);
+  for (const overlay_kind& kind : {highlight, select})
+    add_line(text, blank_picture(d, where, where.in_app(kind.file(menu))));
+  for (const overlay_kind& kind : {highlight, select})
+    add_picture(text, d, where, menu, kind);
   return text;
 }
 

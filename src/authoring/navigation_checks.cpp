@@ -1,8 +1,6 @@
 // Where commands lead. dvdauthor takes a first-play jump to a title that does not exist in silence
 // (a disc that does nothing), and finds other dead ends only after all multiplexing is done.
-#include "authoring/navigation_command.h"
 #include "authoring/row_checks.h"
-#include "authoring/rows.h"
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "formats/text.h"
@@ -16,35 +14,37 @@ namespace {
 constexpr int most_chapters = 99;
 constexpr int most_commands = 128;  // of a program chain
 
-std::vector<std::string> chapter_times(const project& p, int title) {
-  std::vector<std::string> times = split(chapters_of(p, title), ',');
-  std::erase_if(times, [](const std::string& time) { return trim(time).empty(); });
+std::vector<std::string> chapter_times(const disc_title& title) {
+  std::vector<std::string> times;
+  for (const text_time& time : title.chapters)
+    if (!trim(time.text).empty())
+      times.push_back(time.text);
   return times;
 }
 
 // dvdauthor puts a chapter at the beginning where the list does not have one.
-int chapter_count(const project& p, int title) {
-  const std::vector<std::string> times = chapter_times(p, title);
+int chapter_count(const disc_title& title) {
+  const std::vector<std::string> times = chapter_times(title);
   const bool begins = !times.empty() && times[0].find_first_not_of("0:. ") == std::string::npos;
   return static_cast<int>(times.size()) + (begins ? 0 : 1);
 }
 
 // Clauses that say what is wrong with a command -------------------------------------------------
 
-refusal why_not_title(const project& p, const command_form& c) {
+refusal why_not_title(const disc_description& d, const command_form& c) {
   const int title = c.number.value_or(0);
-  if (title < 1 || title > title_count(p))
+  if (title < 1 || title > d.title_count())
     return "leads to title " + trimmed(title) + ", which does not exist";
-  if (c.chapter && (*c.chapter < 1 || *c.chapter > chapter_count(p, title)))
+  if (c.chapter && (*c.chapter < 1 || *c.chapter > chapter_count(d.title(title))))
     return "leads to chapter " + trimmed(*c.chapter) + " of title " + trimmed(title) +
            ", which does not exist";
   return std::nullopt;
 }
 
-refusal why_not_menu(const project& p, int menu) {
-  if (menu_count(p) == 0)
+refusal why_not_menu(const disc_description& d, int menu) {
+  if (d.menu_count() == 0)
     return "leads to a menu, but the project has none";
-  if (menu < 1 || menu > menu_count(p))
+  if (menu < 1 || menu > d.menu_count())
     return "leads to menu " + trimmed(menu) + ", which does not exist";
   return std::nullopt;
 }
@@ -65,14 +65,14 @@ refusal why_not_text(std::string_view text) {
   return why ? why : why_not_letters(text);
 }
 
-refusal why_not_first_play(const project& p, const command_form& c) {
+refusal why_not_first_play(const disc_description& d, const command_form& c) {
   switch (c.what) {
     case verb::jump_title:
       if (c.chapter)
         return "leads to a chapter, but a disc can only begin with a whole title";
-      return why_not_title(p, c);
+      return why_not_title(d, c);
     case verb::jump_titleset:
-      return why_not_menu(p, 1);
+      return why_not_menu(d, 1);
     case verb::jump_menu:
     case verb::call_menu:
     case verb::call_last_menu:
@@ -83,44 +83,44 @@ refusal why_not_first_play(const project& p, const command_form& c) {
   return std::nullopt;
 }
 
-refusal why_not_call(const project& p, const command_form& c) {
-  if (menu_count(p) == 0)
-    return why_not_menu(p, 1);
-  if (!p.jumptable && (c.number || c.what == verb::call_last_menu))
+refusal why_not_call(const disc_description& d, const command_form& c) {
+  if (d.menu_count() == 0)
+    return why_not_menu(d, 1);
+  if (!d.jump_table && (c.number || c.what == verb::call_last_menu))
     return "needs the jump table, which the project does not use; \"call menu\" leads to the "
            "first menu";
-  if (!p.jumptable || c.what == verb::call_last_menu)
+  if (!d.jump_table || c.what == verb::call_last_menu)
     return std::nullopt;
   if (!c.number)
     return "names no menu, which it must with the jump table; \"call menu 1\" leads to the first";
-  return why_not_menu(p, *c.number);
+  return why_not_menu(d, *c.number);
 }
 
-refusal why_not_post(const project& p, const std::string& text, const command_form& c) {
+refusal why_not_post(const disc_description& d, const std::string& text, const command_form& c) {
   switch (c.what) {
     case verb::jump_title:
-      return why_not_title(p, c);
+      return why_not_title(d, c);
     case verb::jump_menu:
     case verb::jump_titleset:
       return "jumps to a menu, but a title can only call one (\"call menu\")";
     case verb::call_menu:
     case verb::call_last_menu:
-      return why_not_call(p, c);
+      return why_not_call(d, c);
     case verb::other:
       break;
   }
   // With the jump table the text behind "call menu" becomes a menu number.
-  if (p.jumptable && text.starts_with(call_menu_words))
+  if (d.jump_table && text.starts_with(call_menu_words))
     return "must name a menu by its number, as in \"call menu 1\"";
   return std::nullopt;
 }
 
-refusal why_not_action(const project& p, const std::string& text, const command_form& c) {
+refusal why_not_action(const disc_description& d, const std::string& text, const command_form& c) {
   switch (c.what) {
     case verb::jump_title:
-      return why_not_title(p, c);
+      return why_not_title(d, c);
     case verb::jump_menu:
-      return why_not_menu(p, *c.number);
+      return why_not_menu(d, *c.number);
     case verb::call_menu:
     case verb::call_last_menu:
       return "calls a menu, but from a menu one can only jump to another (\"jump menu 1\")";
@@ -131,37 +131,37 @@ refusal why_not_action(const project& p, const std::string& text, const command_
   if (trim(text).empty())
     return "does nothing; \"exit\" ends the disc";
   // With the jump table the text behind "jump menu" becomes a menu number.
-  if (p.jumptable && c.what == verb::other && text.starts_with(jump_menu_words))
+  if (d.jump_table && c.what == verb::other && text.starts_with(jump_menu_words))
     return "must name a menu by its number, as in \"jump menu 1\"";
   return std::nullopt;
 }
 
-refusal why_not_commands_of_titles(const project& p) {
-  const int rows = std::min(static_cast<int>(p.postinfo.size()), title_count(p));
-  for (int title = 1; title <= rows; ++title) {
-    const std::string row = row_of(p.postinfo, title, {});
-    const std::string text(trim(row));
-    refusal why = why_not_text(text);
+refusal why_not_commands_of_titles(const disc_description& d) {
+  for (int title = 1; title <= d.title_count(); ++title) {
+    const std::optional<disc_command>& post = d.title(title).post;
+    if (!post)
+      continue;
+    refusal why = why_not_text(post->text);
     if (!why)
-      why = why_not_post(p, interpreted(text), parse_command(text));
+      why = why_not_post(d, interpreted(post->text), post->form);
     if (why)
-      return "The command after title " + trimmed(title) + ", " + sanitized_quoted(text) + ", " +
-             *why + ".  Please change it in the navigation commands.";
+      return "The command after title " + trimmed(title) + ", " + sanitized_quoted(post->text) +
+             ", " + *why + ".  Please change it in the navigation commands.";
   }
   return std::nullopt;
 }
 
-refusal why_not_commands_of_menus(const project& p) {
-  for (int menu = 1; menu <= menu_count(p); ++menu) {
+refusal why_not_commands_of_menus(const disc_description& d) {
+  for (int menu = 1; menu <= d.menu_count(); ++menu) {
     int number = 0;
-    for (const button_record& b : buttons_of(p, menu)) {
+    for (const disc_button& b : d.menu(menu).buttons) {
       ++number;
-      refusal why = why_not_text(b.action);
+      refusal why = why_not_text(b.action.text);
       if (!why)
-        why = why_not_action(p, interpreted(b.action), parse_command(b.action));
+        why = why_not_action(d, interpreted(b.action.text), b.action.form);
       if (why)
         return "The action of button " + trimmed(number) + " of menu " + trimmed(menu) + ", " +
-               sanitized_quoted(b.action) + ", " + *why + ".  Please edit the menu.";
+               sanitized_quoted(b.action.text) + ", " + *why + ".  Please edit the menu.";
     }
   }
   return std::nullopt;
@@ -173,14 +173,14 @@ refusal why_not_commands_of_menus(const project& p) {
 // puts what it does behind the menu: three commands each, and three more to find the button's.
 // What other typed commands come to only dvdauthor knows. Without the jump table, and from menu 2
 // on, 36 buttons fit.
-refusal why_not_many_commands(const project& p) {
-  if (!p.jumptable || menu_count(p) < 2)
+refusal why_not_many_commands(const disc_description& d) {
+  if (!d.jump_table || d.menu_count() < 2)
     return std::nullopt;
-  const int to_menus = menu_count(p) - 1;
+  const int to_menus = d.menu_count() - 1;
   int titles = 0, number = 0, last = 0;
-  for (const button_record& b : buttons_of(p, 1)) {
+  for (const disc_button& b : d.menu(1).buttons) {
     ++number;
-    if (!interpreted(b.action).starts_with(jump_title_words))
+    if (!interpreted(b.action.text).starts_with(jump_title_words))
       continue;
     ++titles;
     last = number;
@@ -197,23 +197,23 @@ refusal why_not_many_commands(const project& p) {
          " of these buttons, or remove " + trimmed(too_many) + " of the other menus.";
 }
 
-refusal why_not_first_command(const project& p) {
-  if (p.firstplay.empty() || p.firstplay == "<default>")
+refusal why_not_first_command(const disc_description& d) {
+  if (!d.first_play)
     return std::nullopt;
-  refusal why = why_not_text(p.firstplay);
-  if (!why && trim(p.firstplay).empty())
+  refusal why = why_not_text(d.first_play->text);
+  if (!why && trim(d.first_play->text).empty())
     why = "does nothing";
   if (!why)
-    why = why_not_first_play(p, parse_command(p.firstplay));
+    why = why_not_first_play(d, d.first_play->form);
   if (!why)
     return std::nullopt;
-  return "The first-play command, " + sanitized_quoted(p.firstplay) + ", " + *why +
+  return "The first-play command, " + sanitized_quoted(d.first_play->text) + ", " + *why +
          ".  Please change it in the navigation commands.";
 }
 
-refusal why_not_chapters(const project& p) {
-  for (int title = 1; title <= title_count(p); ++title) {
-    for (const std::string& time : chapter_times(p, title)) {
+refusal why_not_chapters(const disc_description& d) {
+  for (int title = 1; title <= d.title_count(); ++title) {
+    for (const std::string& time : chapter_times(d.title(title))) {
       const bool odd = time.find_first_not_of("0123456789:. ") != std::string::npos ||
                        std::count(time.begin(), time.end(), '.') > 1 ||
                        time.find_first_of("0123456789") == std::string::npos;
@@ -221,8 +221,8 @@ refusal why_not_chapters(const project& p) {
         return "Title " + trimmed(title) + " has the chapter time " + sanitized_quoted(time) +
                ", which is not of the form 00:00:00.00.  Please edit the title's chapters.";
     }
-    if (chapter_count(p, title) > most_chapters)
-      return "Title " + trimmed(title) + " has " + trimmed(chapter_count(p, title)) +
+    if (chapter_count(d.title(title)) > most_chapters)
+      return "Title " + trimmed(title) + " has " + trimmed(chapter_count(d.title(title))) +
              " chapters, but a DVD title holds at most 99.  Please edit the title's chapters.";
   }
   return std::nullopt;
@@ -234,14 +234,12 @@ bool is_language_code(const std::string& code) {
          });
 }
 
-refusal why_not_languages(const project& p) {
+refusal why_not_languages(const disc_description& d) {
   int audio = 0, subpictures = 0;
-  for (const std::string& row : p.languagetags) {
-    const language_tag tag = parse_language_tag(row);
-    audio += tag.audio ? 1 : 0;
-    subpictures += tag.subpicture ? 1 : 0;
-    if ((tag.audio || tag.subpicture) && !is_language_code(tag.code))
-      return "The language tag " + sanitized_quoted(row) +
+  for (const disc_language& language : d.languages) {
+    ++(language.kind == disc_language::stream_kind::audio ? audio : subpictures);
+    if (!is_language_code(language.code))
+      return "The language tag " + sanitized_quoted(language.text) +
              " does not end in a language code of two letters.  Please edit the language tags.";
   }
   if (audio > 8 || subpictures > 32)
@@ -252,18 +250,18 @@ refusal why_not_languages(const project& p) {
 
 }  // namespace
 
-refusal why_not_navigation(const project& p) {
-  if (const refusal why = why_not_chapters(p))
+refusal why_not_navigation(const disc_description& d) {
+  if (const refusal why = why_not_chapters(d))
     return why;
-  if (const refusal why = why_not_languages(p))
+  if (const refusal why = why_not_languages(d))
     return why;
-  if (const refusal why = why_not_first_command(p))
+  if (const refusal why = why_not_first_command(d))
     return why;
-  if (const refusal why = why_not_commands_of_titles(p))
+  if (const refusal why = why_not_commands_of_titles(d))
     return why;
-  if (const refusal why = why_not_commands_of_menus(p))
+  if (const refusal why = why_not_commands_of_menus(d))
     return why;
-  return why_not_many_commands(p);
+  return why_not_many_commands(d);
 }
 
 }  // namespace corvane

@@ -3,10 +3,10 @@
 #include "authoring/checks.h"
 #include "authoring/menu_overlays.h"
 #include "authoring/navigation_xml.h"
-#include "authoring/rows.h"
 #include "authoring/subtitle_xml.h"
 #include "authoring/work_script.h"
 #include "platform/files/files.h"
+#include "project/disc_of.h"
 #include "project/missing_tools.h"
 #include "runner/run_files.h"
 
@@ -34,23 +34,25 @@ bool is_edited_first(const project& p, const author_equipment& e) {
   return p.editxml && e.edit_xml && !p.customxml.empty();
 }
 
-ending check_project(document& doc, const author_equipment& e) {
-  if (title_count(doc.p) == 0)
+ending check_project(document& doc, const disc_description& d, const author_equipment& e) {
+  if (d.titles.empty())
     return tell(doc, author_result::nothing_to_author, "please add more titles", icon::exclamation);
-  const auto why_not = is_edited_first(doc.p, e) ? why_not_these_rows : why_not_authorable;
-  if (const auto why = why_not(doc.p, native_style()))
+  const auto why_not = is_edited_first(doc.p, e)
+                           ? why_not_these_rows(d, native_style())
+                           : why_not_authorable(d, doc.p.customxml, native_style());
+  if (why_not)
+    return refuse(doc, *why_not);
+  if (const auto why = why_not_these_menu_streams(d, native_style()))
     return refuse(doc, *why);
-  if (const auto why = why_not_these_menu_streams(doc.p, native_style()))
+  if (const auto why = why_not_these_subtitles(d, native_style()))
     return refuse(doc, *why);
-  if (const auto why = why_not_these_subtitles(doc.p, native_style()))
-    return refuse(doc, *why);
-  if (const auto why = why_not_these_bitmaps(doc.p, native_style()))
+  if (const auto why = why_not_these_bitmaps(d, native_style()))
     return refuse(doc, *why);
   return std::nullopt;
 }
 
-ending check_tools(document& doc, const std::string& app) {
-  const std::string missing = missing_tools(app, needed_tools(doc.p));
+ending check_tools(document& doc, const disc_description& d, const std::string& app) {
+  const std::string missing = missing_tools(app, needed_tools(d));
   if (missing.empty())
     return std::nullopt;
   return tell(doc, author_result::tool_missing, missing, icon::critical);
@@ -64,19 +66,20 @@ std::string named_folder(document& doc) {
   return doc.ask.save_file({"enter a folder name to create the dvd", "", "folder"});
 }
 
-ending choose_folder(document& doc, prepared_run& run) {
+ending choose_folder(document& doc, const disc_description& d, prepared_run& run) {
   const std::string named = named_folder(doc);
   if (named.empty())
     return author_result::cancelled;
   run.where.out = output_folder(named);
-  if (const auto why = why_not_this_folder(doc.p, run.where))
+  if (const auto why = why_not_this_folder(d, run.where))
     return refuse(doc, *why);
   return std::nullopt;
 }
 
 // dvdauthor adds a second titleset to a disc that it finds, so the earlier one goes or stays whole.
-ending check_earlier_disc(document& doc, const author_equipment& e, prepared_run& run) {
-  run.replace = earlier_disc(doc.p, run.where);
+ending check_earlier_disc(document& doc, const disc_description& d, const author_equipment& e,
+                          prepared_run& run) {
+  run.replace = earlier_disc(d, run.where);
   if (run.replace.empty())
     return std::nullopt;
   if (e.replace_earlier_disc)
@@ -105,30 +108,27 @@ ending take_folder(document& doc, author_equipment& e) {
 using named_text = std::pair<std::string, std::string>;
 
 // In the order in which they are written.
-std::vector<named_text> texts_of_run(const project& p, const run_paths& where) {
+std::vector<named_text> texts_of_run(const disc_description& d, const std::string& customxml,
+                                     const run_paths& where) {
   std::vector<named_text> texts;
-  for (int menu = 1; menu <= menu_count(p); ++menu)
-    texts.emplace_back(run_file::menu_control(menu), menu_subpicture_xml(p, where, menu));
-  for (int title = 1; title <= title_count(p); ++title)
-    for (int subtitle = 1; subtitle <= subtitle_count(p, title); ++subtitle)
-      texts.emplace_back(run_file::subtitle_control(title, subtitle),
-                         subtitle_xml(p, where, title, subtitle));
-  texts.emplace_back(run_file::script, work_script(p, where));
-  texts.emplace_back(run_file::navigation, config_xml(p, where));
+  for (int menu = 1; menu <= d.menu_count(); ++menu)
+    texts.emplace_back(run_file::menu_control(menu), menu_subpicture_xml(d, where, menu));
+  for (int title = 1; title <= d.title_count(); ++title) {
+    int number = 0;
+    for (const disc_subtitle& subtitle : d.title(title).subtitles)
+      texts.emplace_back(run_file::subtitle_control(title, ++number),
+                         subtitle_xml(subtitle, where));
+  }
+  texts.emplace_back(run_file::script, work_script(d, where));
+  texts.emplace_back(run_file::navigation, config_xml(d, customxml, where));
   return texts;
 }
 
-bool has_subtitles(const project& p) {
-  for (int title = 1; title <= title_count(p); ++title)
-    if (subtitle_count(p, title) > 0)
-      return true;
-  return false;
-}
-
-ending write_texts(document& doc, author_equipment& e, prepared_run& run) {
-  if (has_subtitles(doc.p))
+ending write_texts(document& doc, const disc_description& d, author_equipment& e,
+                   prepared_run& run) {
+  if (has_subtitles(d))
     run.where.fonts = e.fonts();
-  for (const auto& [name, text] : texts_of_run(doc.p, run.where)) {
+  for (const auto& [name, text] : texts_of_run(d, doc.p.customxml, run.where)) {
     const std::string file = run.where.in_app(name);
     if (const failure why = write_file(file, text)) {
       e.lock.release();
@@ -145,17 +145,18 @@ ending write_texts(document& doc, author_equipment& e, prepared_run& run) {
 author_result prepare_run(document& doc, author_equipment& e, prepared_run& run) {
   run = {};
   run.where.app = e.app;
-  if (const ending end = check_project(doc, e))
+  const disc_description d = disc_of(doc.p);
+  if (const ending end = check_project(doc, d, e))
     return *end;
-  if (const ending end = check_tools(doc, e.app))
+  if (const ending end = check_tools(doc, d, e.app))
     return *end;
-  if (const ending end = choose_folder(doc, run))
+  if (const ending end = choose_folder(doc, d, run))
     return *end;
-  if (const ending end = check_earlier_disc(doc, e, run))
+  if (const ending end = check_earlier_disc(doc, d, e, run))
     return *end;
   if (const ending end = take_folder(doc, e))
     return *end;
-  if (const ending end = write_texts(doc, e, run))
+  if (const ending end = write_texts(doc, d, e, run))
     return *end;
   return author_result::prepared;
 }

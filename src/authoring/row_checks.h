@@ -2,20 +2,20 @@
 // nothing when all is well.
 #pragma once
 
+#include "disc/disc_description.h"
 #include "platform/files/paths.h"
 #include "project/plain_texts.h"
-#include "project/project.h"
 
 namespace corvane {
 
 /// The titles: streams, delays, chapters, subtitles and their settings, how many there are.
-refusal why_not_titles(const project& p, path_style style);
+refusal why_not_titles(const disc_description& d, path_style style);
 
 /// The menus: streams, times, buttons with their edges, colours and bitmaps, how many there are.
-refusal why_not_menus(const project& p, path_style style);
+refusal why_not_menus(const disc_description& d, path_style style);
 
 /// What only generated navigation XML holds: chapter times, language tags, and the commands of
 /// first play, titles and buttons with the titles and menus they lead to.
-refusal why_not_navigation(const project& p);
+refusal why_not_navigation(const disc_description& d);
 
 }  // namespace corvane

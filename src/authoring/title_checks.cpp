@@ -1,12 +1,11 @@
 #include "authoring/checks.h"
+#include "authoring/disc_texts.h"
 #include "authoring/row_checks.h"
-#include "authoring/rows.h"
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "formats/text.h"
 #include "project/subtitle_checks.h"
 #include "project/subtitle_file.h"
-#include "project/subtitle_rows.h"
 
 namespace corvane {
 namespace {
@@ -21,8 +20,8 @@ std::string title_named(int title) {
   return "Title " + trimmed(title);
 }
 
-refusal why_not_streams(const project& p, int title, path_style style) {
-  const std::vector<std::string> streams = title_streams(p, title, style);
+refusal why_not_streams(const disc_description& d, int title, path_style style) {
+  const std::vector<std::string> streams = native_streams(d.title(title), style);
   if (streams.empty())
     return title_named(title) + " names no file.  Please remove it and add it again.";
   if (streams.size() > most_audio_streams + 1)
@@ -37,42 +36,42 @@ refusal why_not_streams(const project& p, int title, path_style style) {
 }
 
 // The delay stands in the script outside quotes, so it must be a number and nothing else.
-refusal why_not_delay(const project& p, int title) {
-  const std::string delay = row_of(p.delay, title, "0");
-  if (!is_multiplexed_here(p, title) || leading_number_text(delay) == delay)
+refusal why_not_delay(const disc_description& d, int title) {
+  const text_number& delay = d.title(title).delay;
+  if (!d.title(title).is_multiplexed_here || delay.is_number)
     return std::nullopt;
-  return title_named(title) + " has the A/V delay " + sanitized_quoted(delay) +
+  return title_named(title) + " has the A/V delay " + sanitized_quoted(delay.text) +
          ", which is not a number of milliseconds.  Please set the delay again.";
 }
 
-refusal why_not_settings(const project& p, int title, int subtitle) {
-  const std::string row = subtitle_settings_row(p, title, subtitle);
+refusal why_not_settings(const disc_subtitle& s, int title, int subtitle) {
   const std::string advice = "  Please set the subtitle's options again.";
   const std::string subject =
       "Subtitle " + trimmed(subtitle) + " of title " + trimmed(title) + " has ";
-  if (subtitle_fields_in(row) != subtitle_field_count)
-    return subject + std::to_string(subtitle_fields_in(row)) + " settings instead of 12." + advice;
-  if (const refusal why = why_not_drawable(parse_subtitle_settings(row)))
+  if (s.field_count != subtitle_field_count)
+    return subject + std::to_string(s.field_count) + " settings instead of 12." + advice;
+  if (const refusal why = why_not_drawable(s.settings))
     return subject + *why + "." + advice;
   return std::nullopt;
 }
 
-refusal why_not_subtitles(const project& p, int title, path_style style) {
-  const std::vector<std::string> files = subtitle_files(p, title, style);
-  if (!files.empty() && !is_multiplexed_here(p, title))
+refusal why_not_subtitles(const disc_title& t, int title, path_style style) {
+  if (!t.subtitles.empty() && !t.is_multiplexed_here)
     return title_named(title) +
            " is an already multiplexed file, to which no subtitles can be added.  Please remove "
            "the title and add it again.";
-  if (files.size() > most_subpictures)
-    return title_named(title) + " has " + std::to_string(files.size()) +
+  if (t.subtitles.size() > most_subpictures)
+    return title_named(title) + " has " + std::to_string(t.subtitles.size()) +
            " subtitles, but a DVD title holds at most 32.  Please reset its subtitles.";
-  for (int s = 1; s <= static_cast<int>(files.size()); ++s) {
-    const std::string& file = files[static_cast<std::size_t>(s) - 1];
+  int number = 0;
+  for (const disc_subtitle& s : t.subtitles) {
+    ++number;
+    const std::string file = native_from_stored(s.file, style);
     if (const refusal why = why_not_usable_path(file, style))
-      return "Subtitle " + trimmed(s) + " of title " + trimmed(title) +
+      return "Subtitle " + trimmed(number) + " of title " + trimmed(title) +
              " cannot be authored: the file name " + sanitized_quoted(file) + " " + *why +
              ".  Please rename the file and add the subtitle again.";
-    if (const refusal why = why_not_settings(p, title, s))
+    if (const refusal why = why_not_settings(s, title, number))
       return why;
   }
   return std::nullopt;
@@ -86,7 +85,8 @@ std::string advice_about(const subtitle_file& file, const std::string& charset) 
   return "Please reset the title's subtitles and add one that can be read.";
 }
 
-refusal why_not_this_subtitle(const project& p, int title, int subtitle, const std::string& path) {
+refusal why_not_this_subtitle(const disc_subtitle& s, int title, int subtitle, path_style style) {
+  const std::string path = native_from_stored(s.file, style);
   const std::string subject = "Subtitle " + trimmed(subtitle) + " of title " + trimmed(title) +
                               " cannot be authored: the file " + sanitized_quoted(path) +
                               " cannot be used, since ";
@@ -94,8 +94,7 @@ refusal why_not_this_subtitle(const project& p, int title, int subtitle, const s
   if (!file)
     return subject + file.error +
            ".  Please put it back, or reset the title's subtitles and add another one.";
-  const std::string charset = parse_subtitle_settings(
-      subtitle_settings_row(p, title, subtitle))[subtitle_field::character_set];
+  const std::string& charset = s.settings[subtitle_field::character_set];
   if (const refusal why = file->why_not(charset))
     return subject + *why + ".  " + advice_about(*file, charset);
   return std::nullopt;
@@ -103,27 +102,26 @@ refusal why_not_this_subtitle(const project& p, int title, int subtitle, const s
 
 }  // namespace
 
-refusal why_not_these_subtitles(const project& p, path_style style) {
-  for (int title = 1; title <= title_count(p); ++title) {
-    const std::vector<std::string> files = subtitle_files(p, title, style);
-    for (int s = 1; s <= static_cast<int>(files.size()); ++s)
-      if (const refusal why =
-              why_not_this_subtitle(p, title, s, files[static_cast<std::size_t>(s) - 1]))
+refusal why_not_these_subtitles(const disc_description& d, path_style style) {
+  for (int title = 1; title <= d.title_count(); ++title) {
+    int number = 0;
+    for (const disc_subtitle& s : d.title(title).subtitles)
+      if (const refusal why = why_not_this_subtitle(s, title, ++number, style))
         return why;
   }
   return std::nullopt;
 }
 
-refusal why_not_titles(const project& p, path_style style) {
-  if (p.List11.size() > most_titles)
-    return "The project has " + std::to_string(p.List11.size()) +
+refusal why_not_titles(const disc_description& d, path_style style) {
+  if (d.titles.size() > most_titles)
+    return "The project has " + std::to_string(d.titles.size()) +
            " titles, but a DVD holds at most 99.  Please remove some.";
-  for (int title = 1; title <= title_count(p); ++title) {
-    if (const refusal why = why_not_streams(p, title, style))
+  for (int title = 1; title <= d.title_count(); ++title) {
+    if (const refusal why = why_not_streams(d, title, style))
       return why;
-    if (const refusal why = why_not_delay(p, title))
+    if (const refusal why = why_not_delay(d, title))
       return why;
-    if (const refusal why = why_not_subtitles(p, title, style))
+    if (const refusal why = why_not_subtitles(d.title(title), title, style))
       return why;
   }
   return std::nullopt;

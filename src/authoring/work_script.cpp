@@ -1,17 +1,14 @@
 #include "authoring/work_script.h"
 
+#include "authoring/disc_texts.h"
 #include "authoring/menu_overlays.h"
-#include "authoring/rows.h"
 #include "authoring/subtitle_xml.h"
 #include "formats/numbers.h"
 #include "formats/text.h"
+#include "runner/run_files.h"
 
 namespace corvane {
 namespace {
-
-std::string numbered(std::string_view before, int number, std::string_view after) {
-  return std::string(before) + trimmed(number) + std::string(after);
-}
 
 void add_opening(std::string& text, const run_paths& where) {
   add_line(text, "@echo off");
@@ -22,52 +19,52 @@ void add_opening(std::string& text, const run_paths& where) {
 }
 
 // Format 8 is mplex's DVD format with navigation packs, -O the offset of the audio.
-std::string title_command(const project& p, const run_paths& where, int title) {
-  const std::string target = mplex_pattern(where.in_out(numbered("title", title, ".mpg")));
-  std::string command = quoted(where.tool("mplex")) + " -f 8 -O " + row_of(p.delay, title, "0") +
+std::string title_command(const disc_description& d, const run_paths& where, int title) {
+  const std::string target = mplex_pattern(where.in_out(run_file::title_stream(title)));
+  std::string command = quoted(where.tool("mplex")) + " -f 8 -O " + d.title(title).delay.text +
                         "ms -o " + quoted(target) + " ";
-  for (const std::string& stream : title_streams(p, title, where.style))
+  for (const std::string& stream : native_streams(d.title(title), where.style))
     command += " " + quoted(stream) + " ";
   return command;
 }
 
-void add_titles(std::string& text, const project& p, const run_paths& where) {
-  for (int title = 1; title <= title_count(p); ++title) {
-    if (!is_multiplexed_here(p, title))
+void add_titles(std::string& text, const disc_description& d, const run_paths& where) {
+  for (int title = 1; title <= d.title_count(); ++title) {
+    if (!d.title(title).is_multiplexed_here)
       continue;
     add_line(text, "echo *multiplexing title:" + leading_blank(title) + ".....");
-    add_line(text, title_command(p, where, title));
+    add_line(text, title_command(d, where, title));
   }
 }
 
-void add_menu(std::string& text, const project& p, const run_paths& where, int menu) {
-  const std::string plain = where.in_out(numbered("menu", menu, ".mpg"));
-  const std::string with_buttons = where.in_out(numbered("menusub", menu, ".mpg"));
-  const std::string control = where.in_app(numbered("menu", menu, ".xml"));
-  const menu_streams streams = native_menu_streams(p, menu, where.style);
+void add_menu(std::string& text, const disc_description& d, const run_paths& where, int menu) {
+  const std::string plain = where.in_out(run_file::menu_stream(menu));
+  const std::string with_buttons = where.in_out(run_file::menu_with_buttons(menu));
+  const std::string control = where.in_app(run_file::menu_control(menu));
+  const std::string video = native_from_stored(d.menu(menu).video(), where.style);
+  const std::string audio = native_from_stored(d.menu(menu).audio(), where.style);
 
   add_line(text, "echo *multiplexing menu" + leading_blank(menu) + ".....");
   add_line(text, quoted(where.tool("mplex")) + " -f 8 -o " + quoted(mplex_pattern(plain)) + " " +
-                     quoted(streams.video) +
-                     (streams.audio.empty() ? "" : " " + quoted(streams.audio)));
+                     quoted(video) + (audio.empty() ? "" : " " + quoted(audio)));
   add_line(text, quoted(where.tool("spumux")) + " " + quoted(control) + " <" + quoted(plain) +
                      " > " + quoted(with_buttons));
   add_line(text, "erase " + quoted(plain));
 }
 
-void add_menus(std::string& text, const project& p, const run_paths& where) {
-  if (menu_count(p) == 0)
+void add_menus(std::string& text, const disc_description& d, const run_paths& where) {
+  if (d.menu_count() == 0)
     return;
   add_line(text, "echo *generating button images.......");
-  for (int menu = 1; menu <= menu_count(p); ++menu)
-    text += button_image_commands(p, where, menu);
-  for (int menu = 1; menu <= menu_count(p); ++menu)
-    add_menu(text, p, where, menu);
+  for (int menu = 1; menu <= d.menu_count(); ++menu)
+    text += button_image_commands(d, where, menu);
+  for (int menu = 1; menu <= d.menu_count(); ++menu)
+    add_menu(text, d, where, menu);
 }
 
-void add_subtitles(std::string& text, const project& p, const run_paths& where) {
-  for (int title = 1; title <= title_count(p); ++title)
-    for (int subtitle = 1; subtitle <= subtitle_count(p, title); ++subtitle)
+void add_subtitles(std::string& text, const disc_description& d, const run_paths& where) {
+  for (int title = 1; title <= d.title_count(); ++title)
+    for (int subtitle = 1; subtitle <= std::ssize(d.title(title).subtitles); ++subtitle)
       text += subtitle_commands(where, title, subtitle);
 }
 
@@ -76,12 +73,13 @@ std::string every_mpg(const run_paths& where) {
   return quoted(where.out) + separator(where.style) + "*.mpg";
 }
 
-void add_disc(std::string& text, const project& p, const run_paths& where) {
+void add_disc(std::string& text, const disc_description& d, const run_paths& where) {
   add_line(text, "echo *authoring title(s).....");
   add_line(text, "");
-  add_line(text, quoted(where.tool("dvdauthor")) + " -x " + quoted(where.in_app("config.xml")));
+  add_line(text,
+           quoted(where.tool("dvdauthor")) + " -x " + quoted(where.in_app(run_file::navigation)));
   add_line(text, "erase " + every_mpg(where));
-  if (!p.isocreate)
+  if (!d.image)
     return;
   add_line(text, "echo *generating udf iso.....");
   add_line(text, quoted(where.tool("mkisofs")) + " -dvd-video -V DVDVideo -udf -o " +
@@ -90,13 +88,13 @@ void add_disc(std::string& text, const project& p, const run_paths& where) {
 
 }  // namespace
 
-std::string work_script(const project& p, const run_paths& where) {
+std::string work_script(const disc_description& d, const run_paths& where) {
   std::string text;
   add_opening(text, where);
-  add_titles(text, p, where);
-  add_menus(text, p, where);
-  add_subtitles(text, p, where);
-  add_disc(text, p, where);
+  add_titles(text, d, where);
+  add_menus(text, d, where);
+  add_subtitles(text, d, where);
+  add_disc(text, d, where);
   // The runner takes this line for the end of the run; nothing may follow it.
   add_line(text, "echo *process complete");
   return text;

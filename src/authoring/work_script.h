@@ -2,7 +2,7 @@
 #pragma once
 
 #include "authoring/run_paths.h"
-#include "project/project.h"
+#include "disc/disc_description.h"
 
 #include <string>
 
@@ -12,7 +12,7 @@ namespace corvane {
 /// is UTF-8, and cmd.exe reads it in its console's code page: when names hold other letters than
 /// ASCII's, "chcp 65001" has to be said there first. Names with "%" and lines of more than 8191
 /// characters are for conspawn alone.
-std::string work_script(const project& p, const run_paths& where);
+std::string work_script(const disc_description& d, const run_paths& where);
 
 /// A path as mplex's -o takes it: that option is a printf pattern, so "%" is doubled.
 std::string mplex_pattern(const std::string& path);

@@ -1,5 +1,7 @@
 #include "formats/numbers.h"
 
+#include "formats/text.h"
+
 #include <charconv>
 #include <limits>
 #include <system_error>
@@ -66,6 +68,20 @@ int leading_whole(std::string_view text) {
   if (value <= std::numeric_limits<int>::min())
     return std::numeric_limits<int>::min();
   return static_cast<int>(value);
+}
+
+bool is_decimal(std::string_view text) {
+  text = trim(text);
+  if (text.starts_with('-') || text.starts_with('+'))
+    text.remove_prefix(1);
+  const auto point = text.find('.');
+  const std::string_view whole = text.substr(0, point);
+  const std::string_view fraction =
+      point == std::string_view::npos ? std::string_view() : text.substr(point + 1);
+  const auto digits = [](std::string_view s) {
+    return s.find_first_not_of("0123456789") == std::string_view::npos;
+  };
+  return digits(whole) && digits(fraction) && whole.size() + fraction.size() > 0;
 }
 
 }  // namespace corvane

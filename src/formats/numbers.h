@@ -24,4 +24,7 @@ double leading_number(std::string_view text);
 /// The whole part of the same, kept within 32 bits.
 int leading_whole(std::string_view text);
 
+/// Whether a text is an optional sign, digits and an optional fraction; blanks around are fine.
+bool is_decimal(std::string_view text);
+
 }  // namespace corvane

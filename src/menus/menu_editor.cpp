@@ -5,6 +5,7 @@
 #include "menus/button_overlaps.h"
 #include "platform/files/paths.h"
 #include "project/button_data.h"
+#include "project/chapter_rows.h"
 #include "project/menu_rows.h"
 #include "project/messages.h"
 
@@ -20,12 +21,6 @@ constexpr int first_width = 100, first_height = 3;  // of first_button
 constexpr int least_width = 6, least_height = 2;    // gm draws every shape of this size
 constexpr int least_box_height = 4;                 // lower ones are underlines
 constexpr int usual_most_thickness = 20;
-
-/// The row of a title or menu (1-based); `missing` where a damaged project has none.
-std::string row_at(const std::vector<std::string>& rows, int number, const std::string& missing) {
-  return number >= 1 && number - 1 <= UUBound(rows) ? rows[static_cast<std::size_t>(number) - 1]
-                                                    : missing;
-}
 
 std::string chooser_entry(std::int64_t number) {
   return "button" + trimmed(number);
@@ -64,7 +59,7 @@ menu_editor::menu_editor(document& doc, const picture_loader& pictures)
 
 void menu_editor::load_options() {
   const menu_options options =
-      parse_menu_options(row_at(doc_.p.moremenuoptions, c_.indexer, new_menu_options));
+      parse_menu_options(row_of(doc_.p.moremenuoptions, c_.indexer, new_menu_options));
   c_.Check1 = options.loop;
   c_.spubegin = options.spu_begin;
   c_.spuend = options.spu_end;
@@ -78,7 +73,7 @@ void menu_editor::load_options() {
 void menu_editor::load_actions() {
   const int titles = UUBound(doc_.p.List1) + 1;
   for (int title = 1; title <= titles; ++title) {
-    const int chapters = static_cast<int>(split(row_at(doc_.p.chapters, title, {}), ',').size());
+    const int chapters = static_cast<int>(chapter_times(row_of(doc_.p.chapters, title, {})).size());
     for (int chapter = 1; chapter <= chapters; ++chapter)
       c_.Combo1_items.push_back("jump title" + leading_blank(title) + " chapter " +
                                 leading_blank(chapter));
@@ -106,7 +101,7 @@ void menu_editor::show_no_button() {
 }
 
 std::string menu_editor::video() const {
-  return native_from_stored(parse_menu_row(row_at(doc_.p.menulist, c_.indexer, {})).video);
+  return native_from_stored(parse_menu_row(row_of(doc_.p.menulist, c_.indexer, {})).video);
 }
 
 void menu_editor::playback_check(int width, int height) {

@@ -4,6 +4,7 @@
 #include "formats/sanitized.h"
 #include "formats/text.h"
 #include "project/messages.h"
+#include "project/post_rows.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -11,12 +12,7 @@
 namespace corvane {
 namespace {
 
-constexpr std::size_t title_width = 20, command_width = 25;
-constexpr const char* no_firstplay = "<default>";
-
-bool continues_a_character(char c) {
-  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
-}
+constexpr std::size_t title_width = 20;
 
 /// Titles play one after the other, and the last one ends.
 std::string default_command(int title, int titles) {
@@ -40,16 +36,6 @@ bool refuse(document& doc, const std::string& text) {
 }
 
 }  // namespace
-
-std::string padded(std::string_view text, std::size_t width) {
-  std::size_t end = 0, characters = 0;
-  for (; end < text.size() && characters < width; ++characters) {
-    ++end;
-    while (end < text.size() && continues_a_character(text[end]))
-      ++end;
-  }
-  return std::string(text.substr(0, end)) + std::string(width - characters, ' ');
-}
 
 std::optional<navcommands> navcommands::prepare(document& doc, bool already_shown) {
   if (custom(doc) != 1 || already_shown)
@@ -88,7 +74,7 @@ void navcommands::fill_firstplay() {
     firstplay_items_.push_back("jump title" + leading_blank(title));
   if (!doc_->p.menulist.empty())
     firstplay_items_.emplace_back("jump titleset 1 menu");
-  firstplay_items_.emplace_back(no_firstplay);
+  firstplay_items_.emplace_back(no_first_play);
   firstplay_ = doc_->p.firstplay;
 }
 
@@ -96,7 +82,7 @@ std::vector<std::string> navcommands::List1() const {
   std::vector<std::string> texts;
   for (const title_row& r : rows_)
     texts.push_back(padded(sanitized(r.title), title_width) + "\t" +
-                    padded(sanitized(r.command), command_width));
+                    padded(sanitized(r.command), post_width));
   return texts;
 }
 
@@ -106,7 +92,7 @@ void navcommands::select(int row) {
   selected_ = row;
   const auto& [title, command] = rows_[static_cast<std::size_t>(row)];
   Text1_ = trim_right(padded(sanitized(title), title_width));
-  Combo1_ = trim_right(padded(sanitized(command), command_width));
+  Combo1_ = trim_right(padded(sanitized(command), post_width));
 }
 
 void navcommands::set_command(const std::string& text) {
@@ -125,10 +111,10 @@ void navcommands::set_firstplay(const std::string& text) {
 void navcommands::accept() {
   project& p = doc_->p;
   if (firstplay_.empty())
-    firstplay_ = no_firstplay;
+    firstplay_ = no_first_play;
   p.postinfo.resize(std::max(p.postinfo.size(), rows_.size()));
   for (std::size_t i = 0; i < rows_.size(); ++i)
-    p.postinfo[i] = padded(rows_[i].command, command_width);
+    p.postinfo[i] = post_row(rows_[i].command);
   p.firstplay = firstplay_;
   p.saved = 0;
 }

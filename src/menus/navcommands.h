@@ -58,8 +58,4 @@ class navcommands {
   std::vector<std::string> Combo1_items_, firstplay_items_;
 };
 
-/// `text` as `width` characters: padded with blanks or cut. A character is one of UTF-8, so that
-/// none is cut in two; a byte that belongs to none counts as one.
-std::string padded(std::string_view text, std::size_t width);
-
 }  // namespace corvane

@@ -24,7 +24,7 @@ std::vector<std::string> recallbuttondata(project& p, std::int16_t indexed) {
   if (indexed < 1 || indexed - 1 > UUBound(p.menubuttons))
     return {};
   const std::string& element = p.menubuttons[static_cast<std::size_t>(indexed) - 1];
-  return trim(element).empty() ? std::vector<std::string>() : split(element, '|');
+  return trim(element).empty() ? std::vector<std::string>() : pieces_of(element);
 }
 
 void store_edited_menu(project& p, std::int16_t indexed, const std::vector<std::string>& records,
@@ -32,9 +32,7 @@ void store_edited_menu(project& p, std::int16_t indexed, const std::vector<std::
   if (!records.empty() && indexed >= 1) {
     p.buttondata = records;
     // A project cut off in the file can have fewer rows than menus.
-    const auto rows = std::max(p.moremenuoptions.size(), static_cast<std::size_t>(indexed));
-    p.moremenuoptions.resize(rows, new_menu_options);
-    p.moremenuoptions[static_cast<std::size_t>(indexed) - 1] = options_row;
+    row_to_write(p.moremenuoptions, indexed, new_menu_options) = options_row;
   }
   storebuttondata(p, indexed);
 }

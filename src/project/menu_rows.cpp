@@ -25,8 +25,16 @@ std::string_view element_of(const project& p, int menu) {
 const std::vector<std::string> button_colours = {"black", "brown", "orange", "yellow",  "green",
                                                  "blue",  "white", "grey",   "magenta", "cyan"};
 
+std::vector<std::string> pieces_of(std::string_view element) {
+  return split(element, '|');
+}
+
+std::vector<std::string> fields_of(std::string_view record) {
+  return split(record, '/');
+}
+
 button_record parse_button(std::string_view record) {
-  const std::vector<std::string> f = split(record, '/');
+  const std::vector<std::string> f = fields_of(record);
   return {piece(f, 0), piece(f, 1), piece(f, 2), piece(f, 3),
           piece(f, 4), piece(f, 5), piece(f, 6)};
 }
@@ -66,8 +74,8 @@ menu_options parse_menu_options(std::string_view row) {
   options.loop = leading_number_text(piece(f, 0)) == "1";
   options.spu_begin = piece(f, 1, fresh.spu_begin);
   options.spu_end = piece(f, 2, fresh.spu_end);
-  if (f.size() > 3)
-    options.thickness = leading_whole(f[3]);
+  options.thickness_text = piece(f, 3, fresh.thickness_text);
+  options.thickness = leading_whole(options.thickness_text);
   return options;
 }
 
@@ -77,8 +85,12 @@ std::string menu_options_text(const menu_options& options) {
               "\t");
 }
 
+std::vector<std::string> menu_files(std::string_view row) {
+  return split(row, '/');
+}
+
 menu_streams parse_menu_row(std::string_view row) {
-  const std::vector<std::string> f = split(row, '/');
+  const std::vector<std::string> f = menu_files(row);
   return {piece(f, 0), piece(f, 1)};
 }
 
@@ -87,13 +99,13 @@ std::string menu_row_text(const menu_streams& streams) {
 }
 
 std::vector<std::string> button_records(const project& p, int menu) {
-  std::vector<std::string> records = split(element_of(p, menu), '|');
+  std::vector<std::string> records = pieces_of(element_of(p, menu));
   std::erase_if(records, [](const std::string& record) { return trim(record).empty(); });
   return records;
 }
 
 int buttoncount(const project& p, int menu) {
-  return static_cast<int>(split(element_of(p, menu), '|').size());
+  return static_cast<int>(pieces_of(element_of(p, menu)).size());
 }
 
 }  // namespace corvane

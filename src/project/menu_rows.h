@@ -20,6 +20,11 @@ struct button_record {
   std::string highlight, select;  ///< colour name, or stored path of a bitmap
 };
 
+/// The pieces of an element between "|", also those that describe no button, and the fields of a
+/// record between "/", however many.
+std::vector<std::string> pieces_of(std::string_view element);
+std::vector<std::string> fields_of(std::string_view record);
+
 /// Splits a record; fields that are not there are empty.
 button_record parse_button(std::string_view record);
 std::string button_text(const button_record& button);
@@ -46,6 +51,7 @@ struct menu_options {
   std::string spu_begin = "00:00:00.0";
   std::string spu_end = "00:00:00.0";
   int thickness = 1;
+  std::string thickness_text = "1";  ///< as the row has it
 };
 
 /// A new menu's options row.
@@ -59,6 +65,8 @@ struct menu_streams {
   std::string video;  ///< stored path
   std::string audio;  ///< stored path; empty: none
 };
+/// All pieces of a row: the video, the audio, and what a hand-made row has behind it.
+std::vector<std::string> menu_files(std::string_view row);
 menu_streams parse_menu_row(std::string_view row);
 std::string menu_row_text(const menu_streams& streams);
 

@@ -47,18 +47,4 @@ refusal why_not_plain_text(std::string_view text) {
   return std::nullopt;
 }
 
-bool is_decimal(std::string_view text) {
-  text = trim(text);
-  if (text.starts_with('-') || text.starts_with('+'))
-    text.remove_prefix(1);
-  const auto point = text.find('.');
-  const std::string_view whole = text.substr(0, point);
-  const std::string_view fraction =
-      point == std::string_view::npos ? std::string_view() : text.substr(point + 1);
-  const auto digits = [](std::string_view s) {
-    return s.find_first_not_of("0123456789") == std::string_view::npos;
-  };
-  return digits(whole) && digits(fraction) && whole.size() + fraction.size() > 0;
-}
-
 }  // namespace corvane

@@ -21,7 +21,4 @@ refusal why_not_usable_path(std::string_view native, path_style style);
 /// Why a text cannot stand in the XML, as a clause: control characters, quotes, "<", not UTF-8.
 refusal why_not_plain_text(std::string_view text);
 
-/// Optional sign, digits, optional fraction; blanks around it are fine.
-bool is_decimal(std::string_view text);
-
 }  // namespace corvane

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace corvane {
@@ -53,6 +54,16 @@ struct project {
 
 /// Upper bound of a list: row count - 1, so -1 for one that has no element.
 int UUBound(const std::vector<std::string>& array);
+
+/// Row `number` (1-based) of a list; `missing` if the list is shorter.
+std::string row_of(const std::vector<std::string>& list, int number, std::string_view missing);
+
+/// The same row to be written: a list that is shorter is filled up with `missing`. 1-based.
+std::string& row_to_write(std::vector<std::string>& list, int number, const std::string& missing);
+
+/// How many titles and menus there are: the rows of `List11` and `menulist`.
+int title_count(const project& p);
+int menu_count(const project& p);
 
 /// Removes element `index` (0-based) of `menubuttons`. An index outside wipes the array to one
 /// empty element, and so does removing the only one.

@@ -1,6 +1,7 @@
 #include "formats/line_reader.h"
 #include "formats/numbers.h"
 #include "formats/text.h"
+#include "project/menu_rows.h"
 #include "project/project_file.h"
 #include "project/project_text.h"
 
@@ -36,7 +37,7 @@ std::string menu_mark(std::size_t menu) {
 void add_buttons(std::string& text, const std::vector<std::string>& menubuttons) {
   for (std::size_t i = 0; i < menubuttons.size(); ++i) {
     const std::string mark = menu_mark(i + 1);
-    for (const std::string& record : split(menubuttons[i], '|'))
+    for (const std::string& record : pieces_of(menubuttons[i]))
       add_line(text, mark + record);
   }
   add_line(text, "***");

@@ -6,6 +6,7 @@
 #include "project/menu_rows.h"
 #include "project/messages.h"
 #include "project/subtitle_rows.h"
+#include "project/title_rows.h"
 
 #include <cstdint>
 #include <string>
@@ -54,13 +55,13 @@ class file_check {
 
 void check_titles(const project& p, file_check& check) {
   for (const std::string& row : p.List11)
-    for (const std::string& part : split(row, '/'))
+    for (const std::string& part : streams_of(row))
       check.stream(part);
 }
 
 void check_menus(const project& p, file_check& check) {
   for (const std::string& row : p.menulist) {
-    const std::vector<std::string> parts = split(row, '/');
+    const std::vector<std::string> parts = menu_files(row);
     for (std::size_t i = 0; i < parts.size(); ++i)
       check.menu_part(parts[i], i != 0);
   }
@@ -68,8 +69,8 @@ void check_menus(const project& p, file_check& check) {
 
 void check_buttons(const project& p, file_check& check) {
   for (const std::string& element : p.menubuttons)
-    for (const std::string& record : split(element, '|'))
-      for (const std::string& field : split(record, '/'))
+    for (const std::string& record : pieces_of(element))
+      for (const std::string& field : fields_of(record))
         check.field(field);
 }
 

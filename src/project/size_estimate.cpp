@@ -1,5 +1,6 @@
 #include "formats/numbers.h"
 #include "formats/text.h"
+#include "project/disc_of.h"
 #include "project/document.h"
 #include "project/file_lookup.h"
 #include "project/messages.h"
@@ -30,13 +31,14 @@ void add_file(document& doc, file_lookup& files, const std::string& part, files_
 
 files_found look_at_all_files(document& doc, file_lookup& files) {
   files_found found;
-  for (const std::string& row : doc.p.List11)
-    for (const std::string& part : split(row, '/'))
-      add_file(doc, files, part, found);
-  for (const std::string& row : doc.p.menulist)
-    for (const std::string& part : split(row, '/'))
-      if (!part.empty())  // a menu without audio
-        add_file(doc, files, part, found);
+  const disc_description d = disc_of(doc.p);
+  for (const disc_title& title : d.titles)
+    for (const std::string& stream : title.streams)
+      add_file(doc, files, stream, found);
+  for (const disc_menu& menu : d.menus)
+    for (const std::string& file : menu.files)
+      if (!file.empty())  // a menu without audio
+        add_file(doc, files, file, found);
   return found;
 }
 

@@ -64,7 +64,7 @@ void open_command(document& doc) {
     const auto audio = pick_file(doc, audio_dialog());
     if (!audio)
       return;
-    streams += "/" + *audio;
+    streams = with_stream(streams, *audio);
   }
   // A program stream that is refused next still leaves these two changed.
   doc.p.Comboregion_enabled = false;
@@ -112,15 +112,15 @@ void addaudiostream_command(document& doc) {
         "audio stream.");
     return;
   }
-  if (split(doc.p.List1[*row], '/').size() > most_audio_streams) {  // the video is one of them
+  if (streams_of(doc.p.List1[*row]).size() > most_audio_streams) {  // the video is one of them
     say(doc, icon::exclamation, "Only eight audio streams allowed.");
     return;
   }
   const auto audio = pick_file(doc, audio_dialog());
   if (!audio)
     return;
-  doc.p.List1[*row] += "/" + std::string(file_name_of(*audio));
-  doc.p.List11[*row] += "/" + *audio;
+  doc.p.List1[*row] = with_stream(doc.p.List1[*row], file_name_of(*audio));
+  doc.p.List11[*row] = with_stream(doc.p.List11[*row], *audio);
   dvdsize(doc);
 }
 

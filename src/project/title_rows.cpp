@@ -1,5 +1,6 @@
 #include "project/title_rows.h"
 
+#include "formats/text.h"
 #include "project/subtitle_rows.h"
 
 #include <cstdint>
@@ -11,6 +12,14 @@ namespace {
 using difference = std::vector<std::string>::difference_type;
 
 }  // namespace
+
+std::vector<std::string> streams_of(std::string_view row) {
+  return split(row, '/');
+}
+
+std::string with_stream(std::string_view row, std::string_view stream) {
+  return std::string(row) + "/" + std::string(stream);
+}
 
 std::array<std::vector<std::string>*, 6> title_lists(project& p) {
   return {&p.List1, &p.List11, &p.chapters, &p.delay, &p.subtitledata, &p.subtitleoptions};

@@ -1,4 +1,5 @@
-// The six lists that hold a row for each title, changed together.
+// The rows of titles: how `List11` and `List1` are split, and the six lists that hold a row for
+// each title, changed together.
 #pragma once
 
 #include "project/project.h"
@@ -6,8 +7,18 @@
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace corvane {
+
+/// The files of a `List11` or `List1` row: the video, then its audio streams; of a muxed title one.
+/// An empty row has none.
+std::vector<std::string> streams_of(std::string_view row);
+
+/// The row with one more stream.
+std::string with_stream(std::string_view row, std::string_view stream);
 
 /// The lists that always have equal row counts. `postinfo` is not one of them.
 std::array<std::vector<std::string>*, 6> title_lists(project& p);

@@ -4,6 +4,7 @@
 #include "formats/text.h"
 #include "platform/files/paths.h"
 #include "platform/text/utf8.h"
+#include "project/chapter_rows.h"
 #include "project/messages.h"
 #include "project/title_rows.h"
 
@@ -40,10 +41,6 @@ std::string one_byte_each(std::string_view text) {
 
 bool has_separators(std::string_view time) {
   return time[2] == ':' && time[5] == ':' && time[8] == '.';
-}
-
-bool is_storable(std::string_view time) {
-  return time.find(',') == std::string_view::npos && !holds_control_character(time);
 }
 
 bool is_plain_number(std::string_view text) {
@@ -98,7 +95,7 @@ std::vector<std::string> chapter_lines(std::string_view text) {
 
 std::string chapter_text(std::string_view chapter_string) {
   std::string text;
-  for (const std::string& time : split(chapter_string, ','))
+  for (const std::string& time : chapter_times(chapter_string))
     if (!time.empty())
       text += time + std::string(crlf);
   return text;
@@ -111,11 +108,11 @@ std::optional<std::string> chapter_string(std::string_view text) {
     const std::string characters = one_byte_each(time);
     if (characters.size() < fewest_characters)
       continue;
-    if (!has_separators(characters) || !is_storable(time))
+    if (!has_separators(characters) || !is_storable_chapter(time))
       return std::nullopt;
     times.emplace_back(time);
   }
-  return join(times, ",");
+  return chapter_row(times);
 }
 
 std::optional<chapter> chapter::open(document& doc) {
@@ -134,15 +131,10 @@ chapter::chapter(document& doc, std::size_t row)
       RichTextBox1_(row < doc.p.chapters.size() ? chapter_text(doc.p.chapters[row])
                                                 : std::string()) {}
 
-std::size_t chapter::row() const {
-  return static_cast<std::size_t>(leading_whole(Label2_)) - 1;
-}
-
 std::string chapter::video() const {
-  const std::vector<std::string>& streams = doc_->p.List11;
-  if (row() >= streams.size())
-    return {};
-  return native_from_stored(streams[row()].substr(0, streams[row()].find('/')));
+  const std::vector<std::string> streams =
+      streams_of(row_of(doc_->p.List11, leading_whole(Label2_), {}));
+  return streams.empty() ? std::string() : native_from_stored(streams[0]);
 }
 
 bool chapter::accept() {
@@ -152,10 +144,7 @@ bool chapter::accept() {
         "There appears to be a typo in the chapters list, please correct.");
     return false;
   }
-  std::vector<std::string>& chapters = doc_->p.chapters;
-  if (row() >= chapters.size())
-    chapters.resize(row() + 1);
-  chapters[row()] = *times;
+  row_to_write(doc_->p.chapters, leading_whole(Label2_), {}) = *times;
   doc_->p.saved = 0;
   dvdsize(*doc_);
   return true;

@@ -57,7 +57,6 @@ class chapter {
 
  private:
   chapter(document& doc, std::size_t row);
-  std::size_t row() const;
 
   document* doc_;
   std::string Label2_, Label3_, RichTextBox1_;

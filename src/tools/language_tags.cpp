@@ -1,22 +1,11 @@
 #include "tools/language_tags.h"
 
-#include "formats/text.h"
+#include "project/language_rows.h"
 
 #include <algorithm>
 #include <cstddef>
 
 namespace corvane {
-namespace {
-
-constexpr std::string_view audio_kind = "Audio tag:";
-constexpr std::string_view subtitle_kind = "Subtitle tag:";
-
-// A row counts as authoring takes it: by its first three characters.
-bool is_audio(std::string_view row) {
-  return row.starts_with(audio_kind.substr(0, 3));
-}
-
-}  // namespace
 
 const std::array<std::string_view, 139> language_entries = {
     "ABKHAZIAN AB ",     "AFAN(OROMO) OM",    "AFAR AA",         "AFRIKAANS AF ",
@@ -67,31 +56,31 @@ void language::select(int row) {
   if (row < 0 || row >= static_cast<int>(List1_.size()))
     return;
   selected_ = row;
-  const std::vector<std::string> pieces = split(List1_[static_cast<std::size_t>(row)], '\t');
-  Combo1_ = pieces.size() > 1 ? pieces[1] : std::string();
+  Combo1_ = language_in(List1_[static_cast<std::size_t>(row)]);
 }
 
 std::string language::stream() const {
   if (selected_ < 0)
     return {};
   const auto selected = List1_.begin() + selected_;
-  const bool audio = is_audio(*selected);
-  const auto before = std::count_if(
-      List1_.begin(), selected, [audio](const std::string& row) { return is_audio(row) == audio; });
+  const bool audio = is_audio_tag(*selected);
+  const auto before = std::count_if(List1_.begin(), selected, [audio](const std::string& row) {
+    return is_audio_tag(row) == audio;
+  });
   return (audio ? "audio stream " : "subtitle stream ") + std::to_string(before + 1) +
          " of each title";
 }
 
 void language::add_audio_tag() {
-  add(audio_kind);
+  add(disc_language::stream_kind::audio);
 }
 
 void language::add_sub_tag() {
-  add(subtitle_kind);
+  add(disc_language::stream_kind::subpicture);
 }
 
-void language::add(std::string_view kind) {
-  List1_.push_back(std::string(kind) + "\t" + std::string(new_language));
+void language::add(disc_language::stream_kind kind) {
+  List1_.push_back(language_row(kind, new_language));
   select(static_cast<int>(List1_.size()) - 1);
 }
 
@@ -100,7 +89,7 @@ void language::pick(const std::string& entry) {
   if (selected_ < 0)
     return;
   std::string& row = List1_[static_cast<std::size_t>(selected_)];
-  row = row.substr(0, row.find('\t')) + "\t" + entry;
+  row = with_language(row, entry);
 }
 
 void language::remove() {

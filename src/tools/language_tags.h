@@ -5,6 +5,7 @@
 // live as long. The tags are written by accept() alone.
 #pragma once
 
+#include "disc/disc_description.h"
 #include "project/document.h"
 
 #include <array>
@@ -55,7 +56,7 @@ class language {
 
  private:
   explicit language(document& doc);
-  void add(std::string_view kind);
+  void add(disc_language::stream_kind kind);
 
   document* doc_;
   std::vector<std::string> List1_;

@@ -21,13 +21,6 @@ file_dialog subtitle_dialog() {
   return dialog;
 }
 
-/// The row of title `title`; a list that is shorter than the titles is filled up.
-std::string& row_at(std::vector<std::string>& list, std::size_t title, const std::string& missing) {
-  if (title >= list.size())
-    list.resize(title + 1, missing);
-  return list[title];
-}
-
 /// The character set of a file that tells its own, if the user wants it read so. Read as the set
 /// that stands in the settings it would show wrong letters without a word.
 std::optional<std::string> agreed_unicode(document& doc, const std::string& stored,
@@ -72,7 +65,8 @@ std::optional<Subtitles> Subtitles::open(document& doc, font_list fonts) {
 Subtitles::Subtitles(document& doc, std::size_t title, font_list fonts)
     : doc_(&doc), title_(title), fonts_(std::move(fonts)) {
   const std::string fresh = default_subtitleoptions(doc.p.globalregion);
-  suboptions_ = subtitle_settings_rows(row_at(doc.p.subtitleoptions, title, fresh));
+  suboptions_ = subtitle_settings_rows(
+      row_to_write(doc.p.subtitleoptions, static_cast<int>(title) + 1, fresh));
   if (suboptions_.empty())
     suboptions_ = subtitle_settings_rows(fresh);
   // Files that were added and then not accepted have no settings: the last ones serve.
@@ -83,7 +77,8 @@ Subtitles::Subtitles(document& doc, std::size_t title, font_list fonts)
 }
 
 std::string& Subtitles::files_row() {
-  return row_at(doc_->p.subtitledata, title_, std::string(no_subtitles));
+  return row_to_write(doc_->p.subtitledata, static_cast<int>(title_) + 1,
+                      std::string(no_subtitles));
 }
 
 std::string Subtitles::label() const {
@@ -174,7 +169,8 @@ void Subtitles::reset() {
 }
 
 void Subtitles::accept() {
-  row_at(doc_->p.subtitleoptions, title_, {}) = subtitle_options_text(suboptions_);
+  row_to_write(doc_->p.subtitleoptions, static_cast<int>(title_) + 1, {}) =
+      subtitle_options_text(suboptions_);
   doc_->p.saved = 0;
   dvdsize(*doc_);
 }

@@ -2,6 +2,7 @@
 
 #include "authoring/author.h"
 #include "authoring/navigation_xml.h"
+#include "project/disc_of.h"
 #include "project/dropped_files.h"
 #include "project/missing_tools.h"
 #include "project/preferences.h"
@@ -168,9 +169,7 @@ void main_window::edit_xml(const prepared_run& prepared) {
   open_editor([&](document& doc, std::function<void()> closed) -> wxTopLevelWindow* {
     opened = true;
     const auto generated = [&doc, where = prepared.where] {
-      project unedited = doc.p;
-      unedited.customxml.clear();
-      return config_xml(unedited, where);
+      return config_xml(disc_of(doc.p), {}, where);
     };
     auto* editor = new xmleditor_window(this, xmleditor(doc, {app_, lock_, generated}),
                                         [this, prepared, closed = std::move(closed)](bool proceed) {

@@ -2,12 +2,14 @@
 // conversation.
 #include "authoring/avisynth_script.h"
 
+#include "authoring/texts_of_project.h"
 #include "support/command_test.h"
 #include "support/recorded_desktop.h"
 
 namespace corvane {
 namespace {
 
+using testing_support::avisynth_script;
 using testing_support::recorded_desktop;
 using testing_support::rows;
 

@@ -1,6 +1,7 @@
 // Output folders in which a run would destroy something.
 #include "authoring/checks.h"
 #include "authoring/sample_projects.h"
+#include "authoring/texts_of_project.h"
 #include "platform/files/files.h"
 #include "support/temporary_folder.h"
 

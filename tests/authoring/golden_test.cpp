@@ -5,6 +5,7 @@
 #include "authoring/navigation_xml.h"
 #include "authoring/sample_projects.h"
 #include "authoring/subtitle_xml.h"
+#include "authoring/texts_of_project.h"
 #include "authoring/work_script.h"
 
 #include <gtest/gtest.h>

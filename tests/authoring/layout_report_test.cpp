@@ -2,6 +2,7 @@
 #include "authoring/layout_report.h"
 
 #include "authoring/html_lists.h"
+#include "authoring/texts_of_project.h"
 #include "project/menu_rows.h"
 #include "support/command_test.h"
 #include "support/recorded_desktop.h"
@@ -12,6 +13,7 @@
 namespace corvane {
 namespace {
 
+using testing_support::layout_html;
 using testing_support::list_items;
 using testing_support::recorded_desktop;
 using testing_support::rows;

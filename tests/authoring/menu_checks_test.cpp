@@ -3,7 +3,9 @@
 #include "authoring/checks.h"
 #include "authoring/colour_groups.h"
 #include "authoring/sample_projects.h"
+#include "authoring/texts_of_project.h"
 #include "formats/video_standard.h"
+#include "project/menu_rows.h"
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
@@ -87,18 +89,23 @@ TEST(MenuStreamChecks, FilesThatHaveGoneAreNamed) {
 // How long spumux looks ------------------------------------------------------------------------
 
 /// Buttons with these colours, by their numbers.
-std::vector<button_record> coloured(const std::vector<int>& colours) {
-  std::vector<button_record> buttons;
+std::vector<disc_button> coloured(const std::vector<int>& colours) {
+  std::vector<disc_button> buttons;
   for (const int colour : colours)
-    buttons.push_back(
-        {"0", "0", "100", "3", "exit", button_colours[static_cast<std::size_t>(colour)], "black"});
+    buttons.push_back({{},
+                       {},
+                       {},
+                       {},
+                       command_of("exit"),
+                       {button_colours[static_cast<std::size_t>(colour)], false},
+                       {"black", false}});
   return buttons;
 }
 
 TEST(ColourGroups, CombinationsAreOfHighlightAndSelect) {
-  std::vector<button_record> buttons = coloured({0, 1, 1, 0, 2});
+  std::vector<disc_button> buttons = coloured({0, 1, 1, 0, 2});
   EXPECT_EQ(colour_combinations(buttons), 3);
-  buttons[1].select = "white";
+  buttons[1].select.text = "white";
   EXPECT_EQ(colour_combinations(buttons), 4);
   EXPECT_EQ(colour_combinations({}), 0);
 }

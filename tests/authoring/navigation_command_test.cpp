@@ -1,10 +1,10 @@
 // The commands of titles and buttons as people type them: what passes the check before a run is
 // what the jump table rewrites, and menu 1 has room for what it becomes.
-#include "authoring/navigation_command.h"
-
 #include "authoring/navigation_xml.h"
 #include "authoring/row_checks.h"
 #include "authoring/sample_projects.h"
+#include "authoring/texts_of_project.h"
+#include "disc/command.h"
 #include "formats/text.h"
 
 #include <gmock/gmock.h>

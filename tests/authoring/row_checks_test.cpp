@@ -4,6 +4,7 @@
 
 #include "authoring/checks.h"
 #include "authoring/sample_projects.h"
+#include "authoring/texts_of_project.h"
 #include "formats/sanitized.h"
 #include "platform/files/files.h"
 #include "project/menu_rows.h"

@@ -1,6 +1,7 @@
 #include "authoring/subtitle_xml.h"
 
 #include "authoring/sample_projects.h"
+#include "authoring/texts_of_project.h"
 #include "authoring/work_script.h"
 #include "formats/text.h"
 

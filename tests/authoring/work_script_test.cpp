@@ -1,6 +1,7 @@
 #include "authoring/work_script.h"
 
 #include "authoring/sample_projects.h"
+#include "authoring/texts_of_project.h"
 #include "formats/text.h"
 
 #include <gmock/gmock.h>

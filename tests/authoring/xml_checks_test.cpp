@@ -1,6 +1,7 @@
 #include "authoring/checks.h"
 #include "authoring/navigation_xml.h"
 #include "authoring/sample_projects.h"
+#include "authoring/texts_of_project.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

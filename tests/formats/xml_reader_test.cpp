@@ -3,6 +3,7 @@
 
 #include "authoring/navigation_xml.h"
 #include "authoring/sample_projects.h"
+#include "authoring/texts_of_project.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -27,7 +28,7 @@ std::string fault_of(std::string_view text) {
 TEST(XmlReader, GeneratedTextsAreWellFormed) {
   for (const path_style style : {path_style::windows, path_style::posix})
     for (const testing_support::sample& s : testing_support::all_samples(style))
-      EXPECT_EQ(fault_of(config_xml(s.p, s.where)), "(fine)") << s.name;
+      EXPECT_EQ(fault_of(testing_support::config_xml(s.p, s.where)), "(fine)") << s.name;
 }
 
 TEST(XmlReader, AcceptsWhatXmlAllows) {

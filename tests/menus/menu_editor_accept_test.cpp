@@ -1,5 +1,6 @@
 // The menu editor's accept: what is refused, what is written back.
 #include "authoring/row_checks.h"
+#include "authoring/texts_of_project.h"
 #include "editor_test.h"
 #include "menus/menu_editor.h"
 
@@ -8,6 +9,7 @@ namespace {
 
 using testing_support::record_at;
 using testing_support::rows;
+using testing_support::why_not_menus;
 
 class MenuEditorAccept : public testing_support::editor_test {
  protected:

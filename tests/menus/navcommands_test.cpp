@@ -2,6 +2,7 @@
 #include "menus/navcommands.h"
 
 #include "project/menu_rows.h"
+#include "project/post_rows.h"
 #include "project/project_file.h"
 #include "support/command_test.h"
 

@@ -2,6 +2,7 @@
 #include "authoring/avisynth_script.h"
 #include "authoring/layout_report.h"
 #include "authoring/sample_projects.h"
+#include "authoring/texts_of_project.h"
 #include "support/golden.h"
 #include "tools/association.h"
 

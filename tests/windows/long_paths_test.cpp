@@ -5,6 +5,7 @@
 
 #include "apps/program_windows.h"
 #include "authoring/checks.h"
+#include "authoring/texts_of_project.h"
 #include "platform/files/files.h"
 #include "project/project_file.h"
 #include "project/subtitle_rows.h"

@@ -1,8 +1,8 @@
-// The navigation commands that the editors offer, as a person may have typed them: with any blanks.
+// Navigation commands, as a person may have typed them: with any blanks.
 //
-// dvdauthor does not mind the blanks. What is checked before a run and what the jump table
-// rewrites must not either, or a command would pass the one and be missed by the other; so both
-// read commands here. Anything else that a user types is left to dvdauthor.
+// dvdauthor does not mind the blanks. What is checked before a run and what the jump table rewrites
+// must not either, or a command would pass the one and be missed by the other; so both read
+// commands here. What the editors do not offer is left to dvdauthor.
 #pragma once
 
 #include <optional>
@@ -20,13 +20,24 @@ enum class verb {
   call_last_menu,
 };
 
+/// What a command means.
 struct command_form {
   verb what = verb::other;
-  std::optional<int> number;   ///< title or menu
-  std::optional<int> chapter;  ///< of the title
+  std::optional<int> number;   ///< title or menu, 1-based
+  std::optional<int> chapter;  ///< of the title, 1-based
+  bool operator==(const command_form&) const = default;
 };
 
 command_form parse_command(std::string_view command);
+
+/// A command and its text.
+struct disc_command {
+  std::string text;
+  command_form form;
+  bool operator==(const disc_command&) const = default;
+};
+
+disc_command command_of(std::string_view text);
 
 /// What the commands begin with that the jump table rewrites. "jump titleset 1 menu" begins with
 /// "jump title" too and remembers its menu like a jump to a title; that is wanted.

@@ -1,4 +1,4 @@
-#include "authoring/navigation_command.h"
+#include "disc/command.h"
 
 #include "formats/numbers.h"
 #include "formats/text.h"
@@ -58,6 +58,10 @@ command_form parse_command(std::string_view command) {
   if (text == call_last_menu_words)
     return {verb::call_last_menu, {}, {}};
   return words.size() < 2 ? command_form{} : two_words_and_numbers(words);
+}
+
+disc_command command_of(std::string_view text) {
+  return {std::string(text), parse_command(text)};
 }
 
 std::string interpreted(std::string_view command) {

@@ -1,0 +1,58 @@
+#include "disc/disc_description.h"
+
+#include "formats/numbers.h"
+#include "formats/time_text.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace corvane {
+namespace {
+
+const std::string& piece(const std::vector<std::string>& pieces, std::size_t index) {
+  static const std::string missing;
+  return index < pieces.size() ? pieces[index] : missing;
+}
+
+}  // namespace
+
+const std::string& disc_title::video() const {
+  return piece(streams, 0);
+}
+
+const std::string& disc_menu::video() const {
+  return piece(files, 0);
+}
+
+const std::string& disc_menu::audio() const {
+  return piece(files, 1);
+}
+
+const disc_title& disc_description::title(int number) const {
+  return titles.at(static_cast<std::size_t>(number) - 1);
+}
+
+const disc_menu& disc_description::menu(int number) const {
+  return menus.at(static_cast<std::size_t>(number) - 1);
+}
+
+video_standard standard_named(const std::string& name) {
+  if (name == "NTSC")
+    return video_standard::ntsc;
+  return name == "PAL" ? video_standard::pal : video_standard::other;
+}
+
+text_number number_of(const std::string& text) {
+  return {text, leading_number(text), is_decimal(text)};
+}
+
+text_time time_of(const std::string& text) {
+  return {text, typed_time(text)};
+}
+
+bool has_subtitles(const disc_description& d) {
+  return std::any_of(d.titles.begin(), d.titles.end(),
+                     [](const disc_title& title) { return !title.subtitles.empty(); });
+}
+
+}  // namespace corvane
