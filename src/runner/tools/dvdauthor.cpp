@@ -2,6 +2,7 @@
 
 #include "formats/text.h"
 #include "formats/time_text.h"
+#include "project/chapter_rows.h"
 
 #include <cstddef>
 #include <optional>
@@ -14,7 +15,7 @@ constexpr std::string_view attribute = " chapters=\"";
 void look_at_title(int title, std::string_view chapters, std::vector<left_out_chapter>& found) {
   double latest = 0;
   std::string latest_time;
-  for (const std::string& time : split(chapters, ',')) {
+  for (const std::string& time : chapter_times(chapters)) {
     const std::optional<double> seconds = typed_time(time);
     if (!seconds)
       continue;

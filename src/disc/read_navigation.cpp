@@ -1,0 +1,226 @@
+#include "disc/read_navigation.h"
+
+#include "formats/numbers.h"
+#include "formats/text.h"
+#include "formats/xml_reader.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace corvane {
+namespace {
+
+constexpr std::string_view white = " \t\r\n";
+
+std::string_view without_white(std::string_view text) {
+  const auto first = text.find_first_not_of(white);
+  if (first == std::string_view::npos)
+    return {};
+  return text.substr(first, text.find_last_not_of(white) + 1 - first);
+}
+
+/// The command of an element's text: "<post> jump menu 1; </post>".
+std::string command_in(std::string_view text) {
+  text = without_white(text);
+  if (text.ends_with(';'))
+    text.remove_suffix(1);
+  return std::string(without_white(text));
+}
+
+/// "g1=3; jump menu 3" in two: "3" and "jump menu 3".
+struct remembered {
+  std::string menu, command;
+};
+
+std::optional<remembered> remembered_in(std::string_view command) {
+  constexpr std::string_view sets_register = "g1=", then = "; ";
+  const auto end = command.find(then);
+  if (!command.starts_with(sets_register) || end == std::string_view::npos)
+    return std::nullopt;
+  return remembered{std::string(command.substr(sets_register.size(), end - sets_register.size())),
+                    std::string(command.substr(end + then.size()))};
+}
+
+bool is_remembered_button(const remembered& r, int menu) {
+  if (r.command.starts_with(jump_menu_words))
+    return r.command == std::string(jump_menu_words) + " " + r.menu;
+  return r.command.starts_with(jump_title_words) && r.menu == trimmed(menu);
+}
+
+class navigation_reader {
+ public:
+  navigation_reader(const std::vector<xml_element>& elements, path_style style)
+      : elements_(elements), style_(style) {}
+
+  disc_description read() {
+    for (const std::size_t child : children(0)) {
+      if (elements_[child].name == "vmgm")
+        read_manager(child);
+      else if (elements_[child].name == "titleset")
+        read_titleset(child);
+    }
+    restore_calls();
+    return std::move(disc_);
+  }
+
+ private:
+  std::vector<std::size_t> children(std::size_t parent) const {
+    std::vector<std::size_t> found;
+    for (std::size_t i = parent + 1; i < elements_.size(); ++i) {
+      if (elements_[i].parent == parent)
+        found.push_back(i);
+      else if (elements_[i].parent == no_xml_parent || elements_[i].parent < parent)
+        break;
+    }
+    return found;
+  }
+
+  std::string value_of(std::size_t element, std::string_view name) const {
+    const std::string* value = attribute_of(elements_[element], name);
+    return value == nullptr ? std::string() : *value;
+  }
+
+  std::string file_of(std::size_t vob) const {
+    return stored_from_native(value_of(vob, "file"), style_);
+  }
+
+  void read_manager(std::size_t manager) {
+    for (const std::size_t child : children(manager))
+      if (elements_[child].name == "fpc") {
+        disc_.first_play_text = command_in(elements_[child].text);
+        disc_.first_play = command_of(disc_.first_play_text);
+      }
+  }
+
+  void read_titleset(std::size_t titleset) {
+    ++titleset_;
+    for (const std::size_t child : children(titleset)) {
+      const bool menus = elements_[child].name == "menus";
+      if (!menus && elements_[child].name != "titles")
+        continue;
+      for (const std::size_t part : children(child))
+        read_part(part, menus);
+    }
+  }
+
+  void read_part(std::size_t part, bool of_menus) {
+    const std::string& name = elements_[part].name;
+    if (name == "pgc" && of_menus)
+      read_menu(part);
+    else if (name == "pgc")
+      read_title(part);
+    else if (name == "video" && !of_menus)
+      read_standard(part);
+    else if ((name == "audio" || name == "subpicture") && !of_menus)
+      read_language(part);
+  }
+
+  void read_standard(std::size_t video) {
+    std::string format = value_of(video, "format");
+    std::transform(format.begin(), format.end(), format.begin(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
+    disc_.standard_text = format;
+    disc_.standard = standard_named(format);
+  }
+
+  void read_language(std::size_t element) {
+    if (attribute_of(elements_[element], "lang") == nullptr)
+      return;
+    using kind = disc_language::stream_kind;
+    const bool audio = elements_[element].name == "audio";
+    disc_.languages.push_back(
+        {audio ? kind::audio : kind::subpicture, {}, value_of(element, "lang")});
+  }
+
+  void read_menu(std::size_t pgc) {
+    disc_menu menu;
+    menu.titleset = titleset_;
+    const int number = disc_.menu_count() + 1;
+    for (const std::size_t child : children(pgc)) {
+      const xml_element& element = elements_[child];
+      if (element.name == "button")
+        menu.buttons.push_back(button_of(element.text, number));
+      else if (element.name == "vob")
+        menu.files.push_back(file_of(child));
+      else if (element.name == "post")
+        menu.loop = menu.loop || command_of(command_in(element.text)).form ==
+                                     command_form{verb::jump_menu, number, {}};
+      else if (element.name == "pre")
+        disc_.jump_table = disc_.jump_table || element.text.find("g1==") != std::string::npos;
+    }
+    disc_.menus.push_back(std::move(menu));
+  }
+
+  disc_button button_of(std::string_view text, int menu) {
+    disc_button button;
+    const std::string command = command_in(text);
+    const auto r = remembered_in(command);
+    const bool undone = r && is_remembered_button(*r, menu);
+    disc_.jump_table = disc_.jump_table || undone;
+    button.action = command_of(undone ? r->command : command);
+    return button;
+  }
+
+  void read_title(std::size_t pgc) {
+    disc_title title;
+    title.titleset = titleset_;
+    for (const std::size_t child : children(pgc)) {
+      const xml_element& element = elements_[child];
+      if (element.name == "vob")
+        read_vob(child, title);
+      else if (element.name == "post")
+        title.post = post_of(element.text);
+    }
+    disc_.titles.push_back(std::move(title));
+  }
+
+  void read_vob(std::size_t vob, disc_title& title) {
+    title.streams.push_back(file_of(vob));
+    if (title.streams.size() > 1)
+      return;  // chapters of further files begin at their files
+    title.chapters_text = value_of(vob, "chapters");
+    for (const std::string& time : split(title.chapters_text, ','))
+      title.chapters.push_back(time_of(time));
+  }
+
+  disc_command post_of(std::string_view text) {
+    const std::string command = command_in(text);
+    const auto r = remembered_in(command);
+    if (!r || r->command != call_menu_words)
+      return command_of(command);
+    disc_.jump_table = true;
+    return command_of(std::string(call_menu_words) + " " + r->menu);
+  }
+
+  /// With the jump table a call without a number is one of the last menu.
+  void restore_calls() {
+    if (!disc_.jump_table)
+      return;
+    for (disc_title& title : disc_.titles)
+      if (title.post && title.post->text == call_menu_words)
+        title.post = command_of(call_last_menu_words);
+  }
+
+  const std::vector<xml_element>& elements_;
+  path_style style_;
+  disc_description disc_;
+  int titleset_ = 0;
+};
+
+}  // namespace
+
+result<disc_description> read_navigation(std::string_view xml, path_style style) {
+  using read = result<disc_description>;
+  const xml_reading reading = read_xml(xml);
+  if (reading.fault)
+    return read::fail("in line " + std::to_string(reading.fault->line) + ", " +
+                      reading.fault->what);
+  if (reading.elements[0].name != "dvdauthor")
+    return read::fail("its document is not a \"dvdauthor\" element");
+  return read::ok(navigation_reader(reading.elements, style).read());
+}
+
+}  // namespace corvane
