@@ -2,15 +2,21 @@
 
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
+#include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
+#include "project/file_lookup.h"
+#include "project/menu_rows.h"
 #include "project/messages.h"
 #include "project/project_text.h"
-#include "project/replace_project.h"
 #include "project/stream_dialogs.h"
+#include "project/subtitle_rows.h"
+#include "project/title_rows.h"
 
 #include <algorithm>
 #include <cstdint>
+#include <string>
+#include <utility>
 
 namespace corvane {
 namespace {
@@ -45,6 +51,123 @@ bool refuse_version(document& doc, const std::string& number) {
           " and is incompatible with the lastest version.");
   dvdsize(doc);
   return false;
+}
+
+/// The files that a loaded project names, looked up one by one.
+class file_check {
+ public:
+  file_check(document& doc, file_lookup& files) : doc_(doc), files_(files) {}
+
+  void stream(const std::string& part) {
+    if (files_.size_of(part))
+      return;
+    if (++missing_ <= most_messages)
+      say_missing(doc_, part);
+  }
+  /// The audio of a menu without one is empty, and is looked up as any file in the current folder.
+  void menu_part(const std::string& part, bool audio) {
+    if (!audio || !part.empty() || !files_.current_folder_has_any())
+      stream(part);
+  }
+  /// A field that may be something else than a path.
+  void field(const std::string& part) {
+    if (is_bitmap(part))
+      stream(part);
+  }
+  /// Whether any was missing. Tells how many went without a message of their own.
+  bool any_missing() {
+    if (missing_ > most_messages)
+      say(doc_, icon::critical,
+          trimmed(missing_ - most_messages) + " more files appear to be missing");
+    return missing_ > 0;
+  }
+
+ private:
+  // A damaged or hostile file could name a million; nobody can click those away.
+  static constexpr std::int64_t most_messages = 100;
+
+  document& doc_;
+  file_lookup& files_;
+  std::int64_t missing_ = 0;
+};
+
+void check_titles(const project& p, file_check& check) {
+  for (const std::string& row : p.List11)
+    for (const std::string& part : streams_of(row))
+      check.stream(part);
+}
+
+void check_menus(const project& p, file_check& check) {
+  for (const std::string& row : p.menulist) {
+    const std::vector<std::string> parts = menu_files(row);
+    for (std::size_t i = 0; i < parts.size(); ++i)
+      check.menu_part(parts[i], i != 0);
+  }
+}
+
+void check_buttons(const project& p, file_check& check) {
+  for (const std::string& element : p.menubuttons)
+    for (const std::string& record : pieces_of(element))
+      for (const std::string& field : fields_of(record))
+        check.field(field);
+}
+
+void check_subtitles(const project& p, file_check& check) {
+  for (const std::string& row : p.subtitledata)
+    for (const std::string& part : subtitle_paths(row))
+      check.field(part);
+}
+
+void fill(project& p, loaded_project loaded) {
+  p.List11 = std::move(loaded.List11);
+  p.chapters = std::move(loaded.chapters);
+  p.delay = std::move(loaded.delay);
+  for (std::string& tag : loaded.languagetags)
+    p.languagetags.push_back(std::move(tag));
+  p.menulist = std::move(loaded.menulist);
+  p.moremenuoptions = std::move(loaded.moremenuoptions);
+  p.menubuttons = std::move(loaded.menubuttons);
+  p.postinfo = std::move(loaded.postinfo);
+  p.subtitledata = std::move(loaded.subtitledata);
+  p.subtitleoptions = std::move(loaded.subtitleoptions);
+  p.firstplay = std::move(loaded.firstplay);
+  p.globalregion = std::move(loaded.globalregion);
+  p.isocreate = loaded.isocreate;
+  p.jumptable = loaded.jumptable;
+  p.customxml = std::move(loaded.customxml);
+  p.selected = -1;
+  rebuild_List1(p);
+  show_title_count(p);
+}
+
+/// Back to a project without titles and menus. What is not named here stays as it was loaded.
+void reset_project(project& p) {
+  for (auto* list : {&p.List1, &p.List11, &p.chapters, &p.menulist, &p.moremenuoptions, &p.postinfo,
+                     &p.subtitledata, &p.subtitleoptions})
+    list->clear();
+  p.firstplay.clear();
+  show_title_count(p);
+}
+
+/// Replaces the project with what a file holds (its language tags are added to those already
+/// there). Each file it names that is missing gets a message; after one, titles, menus and subtitle
+/// data are emptied again and the answer is false.
+bool replace_project(document& doc, loaded_project loaded) {
+  fill(doc.p, std::move(loaded));
+  file_lookup files;  // a button's bitmap may be named thousands of times
+  file_check check(doc, files);
+  check_titles(doc.p, check);
+  check_menus(doc.p, check);
+  check_buttons(doc.p, check);
+  check_subtitles(doc.p, check);
+  if (!doc.p.List1.empty() || !doc.p.buttondata.empty())
+    doc.p.Comboregion_enabled = false;
+  doc.p.saved = 1;
+  const bool missing = check.any_missing();
+  if (missing)
+    reset_project(doc.p);
+  dvdsize(doc, files);
+  return !missing;
 }
 
 }  // namespace

@@ -1,16 +1,30 @@
 #include "ui/commands.h"
 
+#include "authoring/avisynth_script.h"
+#include "authoring/layout_report.h"
 #include "menus/menu_entries.h"
+#include "platform/files/program_folder.h"
+#include "project/font_list.h"
 #include "project/preferences.h"
 #include "project/project_file.h"
 #include "project/title_commands.h"
+#include "tools/association.h"
+#include "tools/language_tags.h"
 #include "tools/still_video.h"
+#include "tools/subtitles.h"
 #include "tools/xml_editor.h"
-#include "ui/disc/side_documents.h"
 #include "ui/editor/menu_windows.h"
 #include "ui/main_window.h"
-#include "ui/stream_windows.h"
+#include "ui/subtitles/language_window.h"
+#include "ui/subtitles/subtitles_window.h"
 #include "ui/video/chapter_window.h"
+#include "ui/widgets/icons.h"
+
+#include <wx/utils.h>
+
+#include <optional>
+#include <string_view>
+#include <utility>
 
 namespace corvane {
 namespace {
@@ -35,6 +49,56 @@ void clear_log(main_window& window) {
 }
 void drop_extras(main_window& window) {
   window.drop_down("extras");
+}
+
+std::string program_picture() {
+  for (const embedded_icon& icon : embedded_icons())
+    if (std::string_view(icon.name) == "corvane")
+      return icon.svg;
+  return {};
+}
+
+void print_layout(main_window& main) {
+  main.run([&main](document& doc) { layoutprint_command(doc, main.app(), main.user_desktop()); });
+}
+
+void create_avisynth_script(main_window& main) {
+  main.run([&main](document& doc) { avisynth_command(doc, main.user_desktop()); });
+}
+
+void register_extension(main_window& main) {
+  main.run([&main](document& doc) {
+    register_command(doc, {main.app(), own_executable(), program_picture(), user_desktop_folders(),
+                           main.user_desktop()});
+  });
+}
+
+/// Takes long when the system lists its fonts for the first time.
+font_list fonts_of_system() {
+  const wxBusyCursor busy;
+  return system_fonts();
+}
+
+void edit_subtitles(main_window& main) {
+  std::optional<Subtitles> model;
+  main.run([&model](document& doc) { model = Subtitles::open(doc, fonts_of_system()); });
+  if (model)
+    main.open_editor([&](document&, std::function<void()> closed) -> wxTopLevelWindow* {
+      auto* dialog = new subtitles_window(&main, main.app(), std::move(*model), std::move(closed));
+      dialog->Show();
+      return dialog;
+    });
+}
+
+void edit_tags(main_window& main) {
+  std::optional<language> model;
+  main.run([&model](document& doc) { model = language::open(doc); });
+  if (model)
+    main.open_editor([&](document&, std::function<void()> closed) -> wxTopLevelWindow* {
+      auto* dialog = new language_window(&main, std::move(*model), std::move(closed));
+      dialog->Show();
+      return dialog;
+    });
 }
 
 menu_item command(const char* name, const char* caption, action run, const char* keys = "") {

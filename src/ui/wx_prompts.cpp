@@ -2,7 +2,6 @@
 
 #include "platform/files/files.h"
 #include "ui/widgets/file_filter.h"
-#include "ui/widgets/folder_dialog.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/filedlg.h>
@@ -12,8 +11,30 @@
 
 #include <utility>
 
+#ifdef __WXGTK__
+#include <gtk/gtk.h>
+#endif
+
 namespace corvane {
 namespace {
+
+#ifdef __WXGTK__
+/// Lets a save dialog take the name of a folder, one that exists included, where the toolkit would
+/// go into that folder instead. `name` is the name offered. To be called before it is shown. GTK
+/// makes the folder when it is accepted.
+void let_name_folder(wxFileDialog& dialog, const std::string& name) {
+  auto* chooser = GTK_FILE_CHOOSER(dialog.GetHandle());
+  gchar* folder = gtk_file_chooser_get_current_folder(chooser);
+  gtk_file_chooser_set_action(chooser, GTK_FILE_CHOOSER_ACTION_CREATE_FOLDER);
+  // A new action makes the dialog forget both.
+  if (folder != nullptr)
+    gtk_file_chooser_set_current_folder(chooser, folder);
+  gtk_file_chooser_set_current_name(chooser, name.c_str());
+  g_free(folder);
+}
+#else
+void let_name_folder(wxFileDialog& /*dialog*/, const std::string& /*name*/) {}
+#endif
 
 long picture_style(icon picture) {
   switch (picture) {
