@@ -18,10 +18,10 @@ std::string avisynth_script(const disc_description& d, path_style style = native
 
 enum class avisynth_result {
   written,      ///< and opened in the editor, if the user wanted that
-  no_title,     ///< nothing to make it of; told with a message
-  refused,      ///< a video's path cannot stand in a script; told with a message
+  no_title,     ///< nothing to make it of; a message was shown
+  refused,      ///< a video's path cannot stand in a script; a message was shown
   cancelled,    ///< no file chosen
-  not_written,  ///< told with a message
+  not_written,  ///< a message was shown
 };
 
 /// "create motion menu script": asks for the file, writes the script, offers to edit it. The

@@ -13,7 +13,7 @@
 namespace corvane {
 
 /// Why the project cannot be authored as its rows stand, as a message to the user that names title
-/// or menu; nothing when it can. A project file may come from a stranger: no row may end a quoted
+/// or menu; nullopt if it can. A project file may come from a stranger: no row may end a quoted
 /// path, add an argument, or put markup into the XML.
 std::optional<std::string> why_not_authorable(const disc_description& d, std::string_view customxml,
                                               path_style style);

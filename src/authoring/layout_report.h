@@ -25,8 +25,8 @@ std::string html_text(std::string_view text);
 
 enum class report_result {
   shown,        ///< the browser was started
-  not_written,  ///< a file could not be written; told with a message
-  not_shown,    ///< written, but the browser could not be started; told with a message
+  not_written,  ///< a file could not be written; a message was shown
+  not_shown,    ///< written, but the browser could not be started; a message was shown
 };
 
 /// "generate layout report": writes layout.html into the program folder `app` (native), beside it

@@ -9,7 +9,7 @@
 namespace corvane {
 
 /// Why jpeg2yuv cannot take a JPEG file (all of its bytes, or enough to hold its frame header), as
-/// a clause for a message ("has CMYK colours"); nothing when it can. It takes baseline and
+/// a clause for a message ("has CMYK colours"); nullopt if it can. It takes baseline and
 /// progressive pictures of 8 bits: grey ones, and YCbCr ones whose colour is sampled 1x1 and whose
 /// brightness 1 or 2 times each way.
 std::optional<std::string> why_not_for_jpeg2yuv(std::string_view jpeg);

@@ -11,7 +11,7 @@ namespace corvane {
 std::string time_text(double seconds);
 
 /// The seconds of "01:02:05.50", "2:05.5" or "5": up to three plain numbers between ":", with
-/// blanks around. Nothing when it is anything else.
+/// blanks around. Returns nullopt if it is anything else.
 std::optional<double> typed_time(std::string_view text);
 
 }  // namespace corvane

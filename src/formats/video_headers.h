@@ -36,7 +36,7 @@ struct video_shape {
   bool operator==(const video_shape&) const = default;
 };
 
-/// A sequence header (MPEG-1 and the first half of MPEG-2's); nothing when its values are
+/// A sequence header (MPEG-1 and the first half of MPEG-2's); nullopt if its values are
 /// forbidden ones, as in bytes that are no video.
 std::optional<video_shape> read_sequence_header(const std::uint8_t* bytes);
 
@@ -59,7 +59,7 @@ struct picture_extension {
   bool repeat_first_field = false;
 };
 
-/// The extension as a picture coding extension; nothing when it is another one.
+/// The extension as a picture coding extension; nullopt if it is another one.
 std::optional<picture_extension> read_picture_extension(const std::uint8_t* bytes);
 
 /// For how many fields (half frames) a picture is shown.

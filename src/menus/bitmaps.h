@@ -15,12 +15,12 @@ struct picked_bitmap {
   pixel_size size;
 };
 
-/// Asks for a highlight bitmap: at most 4 bits a pixel, less than 700 wide and 300 high. Nothing
-/// when the user cancelled or the file was refused, which is told.
+/// Asks for a highlight bitmap: at most 4 bits a pixel, less than 700 wide and 300 high. Returns
+/// nullopt if the user cancelled or the file was refused (a message was shown).
 std::optional<picked_bitmap> pick_highlight_bitmap(document& doc, const picture_loader& pictures);
 
 struct picked_select {
-  std::optional<std::string> file;  ///< stored path; nothing when cancelled or refused
+  std::optional<std::string> file;  ///< stored path; nullopt if cancelled or refused
   bool of_another_size = false;     ///< why it was refused
 };
 

@@ -11,7 +11,7 @@
 namespace corvane {
 namespace {
 
-/// The whole part of a typed number; nothing when no number begins the text.
+/// The whole part of a typed number; nullopt if no number begins the text.
 std::optional<int> typed_number(const std::string& text) {
   const auto first = text.find_first_not_of(" +-.");
   if (first == std::string::npos || text[first] < '0' || text[first] > '9')

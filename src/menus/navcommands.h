@@ -17,8 +17,8 @@ namespace corvane {
 
 class navcommands {
  public:
-  /// What the dialog starts with. Nothing when the guard `custom` does not allow it, or when the
-  /// dialog is shown already.
+  /// What the dialog starts with. Returns nullopt if the guard `custom` does not allow it, or if
+  /// the dialog is shown already.
   static std::optional<navcommands> prepare(document& doc, bool already_shown = false);
 
   /// `List1`: for each title its entry in the title list, 20 characters, TAB, its post command, 25

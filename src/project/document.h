@@ -22,12 +22,12 @@ struct document {
 /// or the user agrees to discard it (it is then emptied), 2 otherwise.
 int custom(document& doc);
 
-/// Shows the open dialog and gives the chosen file in stored form. Nothing when the user cancelled,
-/// or when the name cannot be stored, which is told with a message.
+/// Shows the open dialog and gives the chosen file in stored form. Returns nullopt if the user
+/// cancelled, or if the name cannot be stored (a message was shown).
 std::optional<std::string> pick_file(document& doc, const file_dialog& dialog);
 
-/// A file that the user chose (native path), in stored form. Nothing when its name cannot be
-/// stored, which is told with a message.
+/// A file that the user chose (native path), in stored form. Returns nullopt if its name cannot be
+/// stored (a message was shown).
 std::optional<std::string> stored_or_told(document& doc, const std::string& native);
 
 /// Refreshes the status text and the size estimate. A file that is missing gets one message, and

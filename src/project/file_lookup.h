@@ -11,7 +11,7 @@ namespace corvane {
 /// Lives for one command: a file that comes or goes meanwhile is not noticed.
 class file_lookup {
  public:
-  /// Size in bytes of a file (stored path); nothing when there is no such file.
+  /// Size in bytes of a file (stored path); nullopt if there is no such file.
   std::optional<std::uintmax_t> size_of(const std::string& stored);
 
   /// What an empty path finds: any file in the current folder.

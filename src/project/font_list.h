@@ -30,10 +30,10 @@ class font_list {
 
   const std::vector<offered_font>& fonts() const { return fonts_; }
 
-  /// The first font of a file, whatever the case of the name; nothing when there is none.
+  /// The first font of a file, whatever the case of the name; nullopt if there is none.
   std::optional<std::size_t> index_of(std::string_view file) const;
 
-  /// Native path of a file; nothing when it is not installed.
+  /// Native path of a file; nullopt if it is not installed.
   std::optional<std::string> path_of_file(std::string_view file) const;
 
  private:

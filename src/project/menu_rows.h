@@ -32,7 +32,7 @@ std::string button_text(const button_record& button);
 /// The edges as number texts of a record, each with its leading blank.
 button_record button_with_edges(int x0, int y0, int x1, int y1);
 
-/// Why a typed text cannot be a field of a record ("contains "/""); nothing when it can.
+/// Why a typed text cannot be a field of a record ("contains "/""); nullopt if it can.
 /// "/" and "|" would cut the record, a control character the project file's line, and every field
 /// with "\" counts as the path of a bitmap when a project is loaded.
 std::optional<std::string> why_not_a_field(std::string_view text);

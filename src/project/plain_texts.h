@@ -9,7 +9,7 @@
 
 namespace corvane {
 
-/// Why something is refused, for the user; nothing when it is not.
+/// Why something is refused, for the user; nullopt if it is not.
 using refusal = std::optional<std::string>;
 
 /// Why a native path is more than Windows takes, as a clause ("has 271 characters, but ...").

@@ -35,7 +35,7 @@ save_outcome save_project(document& doc);
 /// "load project...": asks before replacing titles, asks for the file, loads it.
 void loadproject_command(document& doc);
 
-/// Loads a project file (native path). Whatever is wrong with it is told with a message. Returns
+/// Loads a project file (native path). Whatever is wrong with it is shown in a message. Returns
 /// whether a project is now loaded: false when the file was refused (the project is as it was) or
 /// when files it names are missing (the load was rolled back).
 bool loadprojectf(document& doc, const std::string& path);

@@ -33,7 +33,7 @@ class subtitle_file {
   std::string set_read(const std::string& charset) const;
 
   /// Why spumux cannot draw it when it reads it in this character set, or would draw wrong letters
-  /// without a word, as the end of a sentence; nothing when no reason is sure. Names of lines count
+  /// without a word, as the end of a sentence; nullopt if no reason is sure. Names of lines count
   /// from 1.
   refusal why_not(const std::string& charset) const;
 

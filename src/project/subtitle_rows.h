@@ -21,7 +21,7 @@ std::string subtitle_settings_text(const subtitle_settings& settings);
 /// How many fields a settings row has: twelve, unless somebody wrote it by hand.
 std::size_t subtitle_fields_in(std::string_view row);
 
-/// Why a typed text cannot be a field ("contains ","", for a message); nothing when it can. "," and
+/// Why a typed text cannot be a field ("contains ","", for a message); nullopt if it can. "," and
 /// "|" would cut the row, a control character the project file's line.
 std::optional<std::string> why_not_a_subtitle_field(std::string_view text);
 

@@ -33,7 +33,7 @@ void remove_title(project& p, std::size_t row);
 /// Swaps two title rows and renumbers.
 void swap_titles(project& p, std::size_t a, std::size_t b);
 
-/// The selected row; nothing when none is selected.
+/// The selected row; nullopt if none is selected.
 std::optional<std::size_t> selected_title(const project& p);
 
 }  // namespace corvane

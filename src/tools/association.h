@@ -47,10 +47,10 @@ struct association_equipment {
 };
 
 enum class association_result {
-  associated,  ///< Windows: regedit has the script. Linux: done, told with a message
+  associated,  ///< Windows: regedit has the script. Linux: done (a message was shown)
   kept,        ///< it stood already, and stays
   removed,     ///< it stood already, and the user wanted it gone
-  incomplete,  ///< something could not be written or run; told with a message
+  incomplete,  ///< something could not be written or run; a message was shown
 };
 
 /// "register .cvp extension". The project is not touched.

@@ -20,7 +20,7 @@ namespace corvane {
 /// hundredths as they are written and not carried: 59.999 gives "00:00:60.00".
 std::string chapter_time(double seconds);
 
-/// The position in seconds of a chapter time; nothing when it is not three numbers between ":".
+/// The position in seconds of a chapter time; nullopt if it is not three numbers between ":".
 std::optional<double> chapter_seconds(std::string_view time);
 
 /// The lines of a chapter text. Lines end in CR LF, and a LF alone ends one too.
@@ -30,17 +30,17 @@ std::vector<std::string> chapter_lines(std::string_view text);
 std::string chapter_text(std::string_view chapter_string);
 
 /// Chapter text to chapter string. Of a line its first 12 characters count, without blanks at both
-/// ends; what is shorter than 9 is dropped. Nothing when a line is no chapter time: a separator is
-/// not in its place, or it holds a character that the chapter string cannot (a comma, a control
-/// character). The digits are not looked at. A text without times gives the empty string.
+/// ends; what is shorter than 9 is dropped. Returns nullopt if a line is no chapter time: a
+/// separator is not in its place, or it holds a character that the chapter string cannot (a comma,
+/// a control character). The digits are not looked at. A text without times gives the empty string.
 std::optional<std::string> chapter_string(std::string_view text);
 
 /// The dialog. The window makes one with open() and keeps it until it closes; the project and the
 /// prompts must live as long. The project is written by accept() alone.
 class chapter {
  public:
-  /// For the selected title. Nothing when hand-edited XML is to stay, or when no title is selected,
-  /// which is told.
+  /// For the selected title. Returns nullopt if hand-edited XML is to stay, or if no title is
+  /// selected (a message was shown).
   static std::optional<chapter> open(document& doc);
 
   const std::string& Label2() const { return Label2_; }  ///< title number

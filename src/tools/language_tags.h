@@ -25,7 +25,7 @@ inline constexpr std::string_view new_language = "ENGLISH EN";
 
 class language {
  public:
-  /// "edit language tags". Nothing when hand-edited XML is to stay.
+  /// "edit language tags". Returns nullopt if hand-edited XML is to stay.
   static std::optional<language> open(document& doc);
 
   /// `List1`: "Audio tag:" or "Subtitle tag:", TAB, language. The n-th audio tag is the n-th audio

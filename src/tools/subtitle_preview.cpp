@@ -190,7 +190,7 @@ struct subtitle_preview::work {
   std::unique_ptr<process_launcher> launcher = make_process_launcher();
   preview_request request;
   drawing_source source;
-  std::unique_ptr<drawing> drawn;  // of the source; nothing when it failed
+  std::unique_ptr<drawing> drawn;  // of the source; nullptr if it failed
   state now = state::idle;
   drawn_cue cue;
   std::string reason;

@@ -25,8 +25,8 @@ extern const std::array<std::string_view, 23> charact_items;
 
 class Subtitles {
  public:
-  /// "add/edit subtitles", for the selected title. Nothing when hand-edited XML is to stay, or when
-  /// none is selected or the title is an already multiplexed file, which is told.
+  /// "add/edit subtitles", for the selected title. Returns nullopt if hand-edited XML is to stay,
+  /// or when none is selected or the title is an already multiplexed file (a message was shown).
   static std::optional<Subtitles> open(document& doc, font_list fonts);
 
   std::string label() const;                  ///< "Subtitles for: title1:movie.m2v/movie.ac3"

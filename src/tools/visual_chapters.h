@@ -32,8 +32,8 @@ class vchapters {
   /// `Command1`, "add chapter": the playing position (seconds) as a row at the end.
   void add(double seconds);
 
-  /// Double click on a row: the position (seconds) to play from. Nothing when the row is not there
-  /// or no time.
+  /// Double click on a row: the position (seconds) to play from. Returns nullopt if the row is not
+  /// there or no time.
   std::optional<double> position_of(int row) const;
 
   /// Whether a disc will not have the chapter of a row, which stands behind one of a later time.

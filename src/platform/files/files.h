@@ -23,7 +23,7 @@ std::string text_of(const std::filesystem::path& path);
 bool file_exists(std::string_view native);
 bool folder_exists(std::string_view native);
 
-/// Size in bytes; nothing when there is no such file.
+/// Size in bytes; nullopt if there is no such file.
 std::optional<std::uintmax_t> file_size(std::string_view native);
 
 /// Whether the current folder holds at least one file (folders do not count).

@@ -17,7 +17,7 @@ struct folder_entry {
   bool is_folder = false;
 };
 
-/// What a folder holds; nothing when it cannot be read.
+/// What a folder holds; nullopt if it cannot be read.
 std::vector<folder_entry> entries_of(std::wstring folder) {
   std::vector<folder_entry> entries;
   if (!folder.empty() && folder.back() != L'\\')

@@ -10,7 +10,7 @@
 
 namespace corvane {
 
-/// The most characters, as Windows counts them, that a path may have here; nothing where long ones
+/// The most characters, as Windows counts them, that a path may have here; nullopt where long ones
 /// are no matter.
 std::optional<std::size_t> longest_path();
 

@@ -25,7 +25,7 @@ bool names_device(std::string_view name) {
          stem[3] >= '1' && stem[3] <= '9';
 }
 
-/// As a clause; nothing when no folder and no file on the path has such a name.
+/// As a clause; nullopt if no folder and no file on the path has such a name.
 std::optional<std::string> why_device(std::string_view path) {
   // "\\.\CON" is what the system makes of "C:\films\con" itself.
   if (path.starts_with("\\\\.\\"))

@@ -46,7 +46,7 @@ std::string join_path(std::string_view folder, std::string_view name,
                       path_style style = native_style());
 
 /// Why a native path cannot be kept in a row or written into a script or XML, as a clause for a
-/// message ("contains a double quote"); nothing when it can. Refused are: text that is not UTF-8,
+/// message ("contains a double quote"); nullopt if it can. Refused are: text that is not UTF-8,
 /// control characters, the double quote, "|" and "<"; on POSIX "\" too, on Windows "/" and the
 /// names of devices, as CON and NUL.
 std::optional<std::string> why_not_storable(std::string_view native,

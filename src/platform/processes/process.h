@@ -24,12 +24,12 @@ class child_process {
  public:
   virtual ~child_process() = default;
 
-  /// How many bytes wait in the pipe; nothing when it is broken, which is when the command and
+  /// How many bytes wait in the pipe; nullopt if it is broken, which is when the command and
   /// all that it started have ended and everything has been read.
   virtual std::optional<std::size_t> waiting() = 0;
 
   /// Reads `count` bytes, no more than `waiting` told, so that it returns at once; it may give
-  /// fewer. Nothing when the pipe is broken.
+  /// fewer. Returns nullopt if the pipe is broken.
   virtual std::optional<std::string> read(std::size_t count) = 0;
 
   /// Ends the command and everything it started.

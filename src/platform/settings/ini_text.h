@@ -13,7 +13,7 @@
 
 namespace corvane {
 
-/// The value of a key; nothing when the section has no such key.
+/// The value of a key; nullopt if the section has no such key.
 std::optional<std::string> ini_value(std::string_view text, std::string_view section,
                                      std::string_view key);
 

@@ -19,8 +19,8 @@ struct decoded_bytes {
 decoded_bytes decode(std::string_view bytes, const std::string& charset);
 
 /// UTF-8 text in the system's own 8-bit set, for a program that reads its files so: on Windows the
-/// ANSI code page that programs have without a say of their own; elsewhere UTF-8. Nothing when that
-/// set lacks a character.
+/// ANSI code page that programs have without a say of their own; elsewhere UTF-8. Returns nullopt
+/// if that set lacks a character.
 std::optional<std::string> in_system_charset(std::string_view text);
 
 }  // namespace corvane
