@@ -15,10 +15,16 @@
 
 #include <filesystem>
 
+#ifndef _WIN32
+#include <sys/prctl.h>
+#include <unistd.h>
+#endif
+
 namespace corvane::testing_support {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
@@ -73,6 +79,11 @@ class Author : public ::testing::Test {
   message_box told(const std::string& text, icon picture) {
     return {text, picture, buttons::ok, "Corvane"};
   }
+  void expect_other_folder_refusal() {
+    ask.expect(told("The edited XML names another output folder than \"" + out +
+                        "\", for which this run was prepared.  Please author again.",
+                    icon::critical));
+  }
 
   temporary_folder folder;
   std::string app = folder.path("app");
@@ -122,6 +133,13 @@ TEST_F(Author, WritesEveryFileAndStartsTheScript) {
   ASSERT_GE(screen.log.size(), 2u);
   EXPECT_EQ(screen.log[0], "show");
   EXPECT_EQ(screen.log[1], std::string("text ") + version_title + "\r\n");
+}
+
+TEST_F(Author, TheScriptIsToldTheStandardOfTheProject) {
+  p.globalregion = "NTSC";
+  expect_folder_question();
+  EXPECT_EQ(author_command(doc, e, run), author_result::started);
+  EXPECT_THAT(launcher.variables, ElementsAre(child_variable{"VIDEO_FORMAT", "NTSC"}));
 }
 
 TEST_F(Author, FontsAreAskedForOnceAndOnlyWhenThereAreSubtitles) {
@@ -424,6 +442,65 @@ TEST_F(Author, AFileThatCannotBeWrittenIsNamedAndTheLockReleased) {
   EXPECT_THAT(launcher.started, IsEmpty());
 }
 
+// On Windows a file in use cannot be removed; FoldersOfWindows has that.
+#ifndef _WIN32
+/// While this lives nothing can be removed from the folder, not by root either.
+class kept_folder {
+ public:
+  explicit kept_folder(const std::string& folder) : folder_(path_of(folder)) {
+    std::filesystem::permissions(folder_, std::filesystem::perms(0555));
+    if (::geteuid() == 0) {
+      constexpr uid_t nobody = 65534;
+      EXPECT_EQ(::seteuid(nobody), 0);
+    }
+  }
+  ~kept_folder() {
+    EXPECT_EQ(::seteuid(::getuid()), 0);
+    // A process that has changed its user may not be traced, which the leak sanitizer does.
+    ::prctl(PR_SET_DUMPABLE, 1);
+    std::filesystem::permissions(folder_, std::filesystem::perms::owner_all);
+  }
+  kept_folder(const kept_folder&) = delete;
+  kept_folder& operator=(const kept_folder&) = delete;
+
+ private:
+  std::filesystem::path folder_;
+};
+
+/// An earlier disc that is to be replaced, in a folder from which something cannot be removed.
+class AuthorOverWhatStays : public Author {
+ protected:
+  /// The run is not started, with this message, while nothing can be removed from `fixed`.
+  void expect_refused(const std::string& fixed, const std::string& message) {
+    e.replace_earlier_disc = true;
+    not_written_prompts answers(out);
+    document other{p, answers, prefs};
+    ASSERT_EQ(prepare_run(other, e, run), author_result::prepared);
+    {
+      const kept_folder kept(fixed);
+      EXPECT_EQ(authordvd(other, e, run), author_result::refused);
+    }
+    ASSERT_EQ(answers.told.size(), 1u);
+    EXPECT_THAT(answers.told[0], StartsWith(message + " could not be removed: "));
+    EXPECT_THAT(answers.told[0], EndsWith(".  Authoring was not started."));
+    EXPECT_TRUE(file_exists(disc));
+    EXPECT_FALSE(lock.held());
+    EXPECT_THAT(launcher.started, IsEmpty());
+  }
+
+  std::string disc = add_disc();
+};
+
+TEST_F(AuthorOverWhatStays, LeftoversThatCannotBeRemovedAreToldAndTheRunIsNotStarted) {
+  ASSERT_FALSE(write_file(in(out, "title1.mpg"), "x"));
+  expect_refused(out, "\"" + in(out, "title1.mpg") + "\", left by an earlier run,");
+}
+
+TEST_F(AuthorOverWhatStays, ADiscThatCannotBeRemovedIsToldAndTheRunIsNotStarted) {
+  expect_refused(in(out, "VIDEO_TS"), "\"" + in(out, "VIDEO_TS") + "\" of the earlier DVD");
+}
+#endif
+
 TEST_F(Author, ARunnerThatCannotStartTellsItself) {
   launcher.works = false;
   expect_folder_question();
@@ -479,6 +556,19 @@ TEST_F(Author, TheXmlEditorOpensInsteadOfTheRun) {
   EXPECT_EQ(launcher.started.size(), 1u);
 }
 
+/// The editor would open on XML that is made of these rows.
+TEST_F(Author, CommandsThatCannotBeAuthoredAreToldBeforeTheXmlEditorOpens) {
+  e.edit_xml = [] { FAIL() << "the editor opened"; };
+  p.editxml = true;
+  p.firstplay = "jump title 7";
+  ask.expect(
+      told("The first-play command, \"jump title 7\", leads to title 7, which does not "
+           "exist.  Please change it in the navigation commands.",
+           icon::exclamation));
+  EXPECT_EQ(author_command(doc, e, run), author_result::refused);
+  EXPECT_FALSE(lock.held());
+}
+
 TEST_F(Author, AnEditThatCannotBeAuthoredOpensInTheEditorAndIsRefusedAtTheStart) {
   bool opened = false;
   e.edit_xml = [&] { opened = true; };
@@ -524,12 +614,23 @@ TEST_F(Author, WhatTheEditorLeftIsCheckedAgain) {
   expect_folder_question();
   ASSERT_EQ(prepare_run(doc, e, run), author_result::prepared);
   p.customxml = edited_xml(folder.path("other"));
-  ask.expect(told("The edited XML names another output folder than \"" + out +
-                      "\", for which this run was prepared.  Please author again.",
-                  icon::critical));
+  expect_other_folder_refusal();
   EXPECT_EQ(authordvd(doc, e, run), author_result::refused);
   EXPECT_FALSE(lock.held());
   EXPECT_THAT(launcher.started, IsEmpty());
+}
+
+TEST_F(Author, NothingIsRemovedWhenWhatTheEditorLeftIsRefused) {
+  const std::string disc = add_disc();
+  ASSERT_FALSE(write_file(in(out, "title1.mpg"), "x"));
+  e.replace_earlier_disc = true;
+  expect_folder_question();
+  ASSERT_EQ(prepare_run(doc, e, run), author_result::prepared);
+  p.customxml = edited_xml(folder.path("other"));
+  expect_other_folder_refusal();
+  EXPECT_EQ(authordvd(doc, e, run), author_result::refused);
+  EXPECT_TRUE(file_exists(disc));
+  EXPECT_TRUE(file_exists(in(out, "title1.mpg")));
 }
 
 }  // namespace

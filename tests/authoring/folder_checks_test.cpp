@@ -166,6 +166,33 @@ TEST_F(FolderChecks, LinksAreFollowedAndNotWrittenThrough) {
   where.out = folder.path("app-link");
   EXPECT_THAT(refusal(), HasSubstr("holds the program's own folder"));
 }
+
+TEST_F(FolderChecks, ALinkIntoTheEarlierDiscIsAsGoodAsTheFileThere) {
+  add("dvd/VIDEO_TS/VTS_01_1.VOB");
+  link("media/holiday.vob", "dvd/VIDEO_TS/VTS_01_1.VOB");
+  p.List11 = {stored("media/holiday.vob")};
+  EXPECT_THAT(refusal(), HasSubstr("would be lost"));
+  add("other/b.vob");
+  link("dvd/VIDEO_TS/b.vob", "other/b.vob");
+  p.List11 = {stored("dvd/VIDEO_TS/b.vob")};
+  EXPECT_THAT(refusal(), HasSubstr("would be lost")) << "the link goes with the disc";
+}
+
+TEST_F(FolderChecks, ALinkToAnMpgFileInTheFolderIsAsGoodAsTheFileThere) {
+  add("dvd/title1.mpg");
+  link("media/holiday.vob", "dvd/title1.mpg");
+  p.List11 = {stored("media/holiday.vob")};
+  EXPECT_THAT(refusal(), HasSubstr("erases all .mpg files"));
+}
+
+TEST_F(FolderChecks, AnImageThatIsALinkIsReplacedTooAndSoAskedFor) {
+  p.isocreate = true;
+  add("other/x.iso");
+  link("dvd.iso", "other/x.iso");
+  EXPECT_THAT(earlier_disc(p, where), ElementsAre(folder.path("dvd.iso")));
+  std::filesystem::remove(path_of(folder.path(native("other/x.iso"))));
+  EXPECT_THAT(earlier_disc(p, where), ElementsAre(folder.path("dvd.iso"))) << "leads nowhere";
+}
 #endif
 
 TEST_F(FolderChecks, ASecondNameOfAStreamIsNotOverwritten) {

@@ -274,6 +274,18 @@ TEST(RowChecks, MoreColoursThanAMenuCanShow) {
             "highlight and select colour, but a DVD menu can show 9.  Please edit the menu.");
 }
 
+/// A bitmap brings its own colours: only what is drawn needs one of the nine pairs.
+TEST(RowChecks, BitmapButtonsNeedNoneOfTheNinePairs) {
+  project p = full_project();
+  p.menubuttons[0] = "0/0/9/9/exit/\\m\\a.bmp/\\m\\a.bmp|0/9/9/18/exit/\\m\\b.bmp/\\m\\c.bmp";
+  for (int i = 0; i < 9; ++i)
+    p.menubuttons[0] += "|9/9/90/20/exit/" + button_colours[static_cast<std::size_t>(i)] + "/black";
+  EXPECT_EQ(refusal_of(p), "(authorable)");
+  p.menubuttons[0] += "|9/9/90/20/exit/white/cyan";
+  EXPECT_THAT(refusal_of(p), HasSubstr("Button 12 of menu 1 cannot be shown: with it the menu uses "
+                                       "10 combinations"));
+}
+
 TEST(RowChecks, MenuThatSpumuxWouldWorkOnForHours) {
   const auto menu_of = [](int buttons, int combinations) {
     project p = full_project();
@@ -377,6 +389,14 @@ TEST(RowChecks, LanguageTagsHaveCodesOfTwoLetters) {
   EXPECT_EQ(refusal_of(p), "(authorable)");
   p.languagetags.emplace_back("Audio tag:\tFRENCH FR");
   EXPECT_THAT(refusal_of(p), HasSubstr("There are 9 audio tags"));
+}
+
+TEST(RowChecks, ADiscHoldsTagsFor32SubtitleStreams) {
+  project p = full_project();
+  p.languagetags.assign(32, "Subtitle tag:\tENGLISH EN");
+  EXPECT_EQ(refusal_of(p), "(authorable)");
+  p.languagetags.emplace_back("Subtitle tag:\tFRENCH FR");
+  EXPECT_THAT(refusal_of(p), HasSubstr("There are 0 audio tags and 33 subtitle tags"));
 }
 
 // Where commands lead ---------------------------------------------------------------------------

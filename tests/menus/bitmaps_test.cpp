@@ -146,6 +146,18 @@ TEST_F(Bitmaps, FileThatDecodesToNothingIsRefused) {
   EXPECT_EQ(record(), record_at(0, 0, 100, 3));
 }
 
+TEST_F(Bitmaps, FileWithoutWidthOrWithoutHeightIsRefused) {
+  menu_editor& e = edit_first(record_at(0, 0, 100, 3));
+  const std::vector<pixel_size> sizes = {{0, 40}, {50, 0}};
+  for (const auto& [width, height] : sizes) {
+    const std::string file = add_bitmap("a.bmp", width, height);
+    expect_dialog(file);
+    expect_error("\"" + file + "\" cannot be used as a bitmap: it is empty.");
+    e.bmphighlight();
+    EXPECT_EQ(record(), record_at(0, 0, 100, 3));
+  }
+}
+
 TEST_F(Bitmaps, FileTooShortForADepthIsRefused) {
   menu_editor& e = edit_first(record_at(0, 0, 100, 3));
   for (const std::size_t bytes : {0u, 28u}) {

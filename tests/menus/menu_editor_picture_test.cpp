@@ -33,6 +33,14 @@ TEST_F(MenuEditorPicture, WithoutAChosenButtonAllAreFaint) {
   EXPECT_EQ(e.others()[1].index, 2);
 }
 
+TEST_F(MenuEditorPicture, ButtonThatStaysOutlinedWhenABlankOneIsChosenIsNotFaintToo) {
+  menu_editor& e = edit_first(record_at(0, 0, 100, 3) + "| |" + record_at(0, 9, 100, 12));
+  e.choose(1);
+  EXPECT_EQ(e.outline(), (menu_rectangle{0, 0, 100, 3}));
+  ASSERT_EQ(e.others().size(), 1u);
+  EXPECT_EQ(e.others()[0].index, 2);
+}
+
 TEST_F(MenuEditorPicture, DraggingMovesTheButtonAndStopsAtTheEdges) {
   menu_editor& e = edit_two();
   e.move_to(10, 20);

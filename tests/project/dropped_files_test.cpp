@@ -47,6 +47,11 @@ TEST_F(DroppedFiles, EachVideoTakesItsOwnAndTheLongestStemWins) {
   EXPECT_EQ(p.List1, (rows{"title1:a.m2v/a.c.ac3", "title2:a.b.m2v/a.b.ac3/a.b.d.ac3"}));
 }
 
+TEST_F(DroppedFiles, TheLongestStemWinsWhicheverVideoComesFirst) {
+  drop_files(doc, add_all({"a.b.m2v", "a.m2v", "a.b.ac3", "a.ac3"}));
+  EXPECT_EQ(p.List1, (rows{"title1:a.b.m2v/a.b.ac3", "title2:a.m2v/a.ac3"}));
+}
+
 TEST_F(DroppedFiles, AudioOfAnotherFolderDoesNotGoWithAVideo) {
   const dropped_set set =
       sort_dropped(add_all({join_path("one", "movie.m2v"), join_path("two", "movie.ac3"),
@@ -193,6 +198,17 @@ TEST_F(DroppedFiles, ManyOtherFilesAreCountedAfterTheTenth) {
       list += files.back() + "\r\n";
   }
   expect_other_kinds(list + "and 15 more\r\n");
+  drop_files(doc, files);
+}
+
+TEST_F(DroppedFiles, TenOtherFilesAreAllNamed) {
+  rows files;
+  std::string list;
+  for (int i = 0; i < 10; ++i) {
+    files.push_back(folder.add(std::to_string(i) + ".txt"));
+    list += files.back() + "\r\n";
+  }
+  expect_other_kinds(list);
   drop_files(doc, files);
 }
 

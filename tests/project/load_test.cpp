@@ -47,6 +47,12 @@ TEST_F(LoadProject, FillsTheStoresAndWhatTheWindowShows) {
   EXPECT_FALSE(p.Comboregion_enabled);
 }
 
+TEST_F(LoadProject, NoTitleIsSelectedAfterALoad) {
+  p.selected = 1;
+  EXPECT_TRUE(loadprojectf(doc, add_sample()));
+  EXPECT_EQ(p.selected, -1);
+}
+
 TEST_F(LoadProject, LoadThenSaveGivesTheSameBytes) {
   EXPECT_TRUE(loadprojectf(doc, add_sample()));
   EXPECT_EQ(project_text(p), folder.read("disc.cvp"));

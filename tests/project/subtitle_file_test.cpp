@@ -39,6 +39,15 @@ TEST(SubtitleFile, OfAHundredMegabytesIsNotRead) {
   EXPECT_EQ(subtitle_file::read(file).error, "it is too large for a text subtitle file");
 }
 
+TEST(SubtitleFile, OfSixteenMegabytesIsTheLargestThatIsRead) {
+  const temporary_folder folder;
+  const std::string file = folder.add("a.srt");
+  std::filesystem::resize_file(path_of(file), 16u << 20);
+  EXPECT_EQ(subtitle_file::read(file).error, "");
+  std::filesystem::resize_file(path_of(file), (16u << 20) + 1);
+  EXPECT_EQ(subtitle_file::read(file).error, "it is too large for a text subtitle file");
+}
+
 TEST(SubtitleFile, WithNulBytesIsNoText) {
   EXPECT_EQ(why_not(head + "A\0B\n"s), "it is not a text file");
 }
