@@ -28,16 +28,7 @@ class page {
   std::string text_;
 };
 
-/// How many bytes the character has that begins with `first`, in well-formed UTF-8.
-std::size_t length_of_character(unsigned char first) {
-  return first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-}
-
-std::string numbered(std::string_view character) {
-  const auto first = static_cast<unsigned char>(character[0]);
-  std::uint32_t code = first & (0xFFu >> (character.size() + 1));
-  for (const char c : character.substr(1))
-    code = code << 6 | (static_cast<unsigned char>(c) & 0x3Fu);
+std::string numbered(std::uint32_t code) {
   // Browsers read the numbers of these control characters as those of windows-1252: 128 is a Euro.
   const bool control = code < 0xA0;
   return control ? std::string(unknown_character) : "&#" + std::to_string(code) + ";";
@@ -62,7 +53,7 @@ std::string ascii_text(char c) {
     default:
       break;
   }
-  const bool control = static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+  const bool control = is_control_character(c);
   return control ? std::string(unknown_character) : std::string{c};
 }
 
@@ -134,14 +125,12 @@ std::string html_text(std::string_view text) {
   const bool readable = is_utf8(text);
   std::string html;
   while (!text.empty()) {
-    const bool ascii = static_cast<unsigned char>(text[0]) < 0x80;
-    const std::size_t length =
-        readable ? length_of_character(static_cast<unsigned char>(text[0])) : 1;
-    if (ascii)
+    const utf8_character c = first_character(text);
+    if (static_cast<unsigned char>(text[0]) < 0x80)
       html += ascii_text(text[0]);
     else
-      html += readable ? numbered(text.substr(0, length)) : std::string(unknown_character);
-    text.remove_prefix(length);
+      html += readable ? numbered(c.code) : std::string(unknown_character);
+    text.remove_prefix(readable ? c.length : 1);
   }
   return html;
 }

@@ -5,25 +5,13 @@
 #include <algorithm>
 
 namespace corvane {
-namespace {
-
-bool is_control(char c) {
-  return static_cast<unsigned char>(c) < 0x20 || c == 0x7f;
-}
-
-bool continues_a_character(char c) {
-  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
-}
-
-}  // namespace
-
 std::string sanitized(std::string_view text) {
   const bool readable = is_utf8(text);
   std::string clean(text);
   std::replace_if(
       clean.begin(), clean.end(),
       [readable](char c) {
-        return is_control(c) || (!readable && static_cast<unsigned char>(c) >= 0x80);
+        return is_control_character(c) || (!readable && static_cast<unsigned char>(c) >= 0x80);
       },
       '?');
   return clean;
@@ -33,7 +21,7 @@ std::string sanitized_short(std::string_view text, std::size_t most) {
   if (text.size() <= most)
     return sanitized(text);
   std::size_t end = most;
-  while (end > 0 && continues_a_character(text[end]))
+  while (end > 0 && continues_character(text[end]))
     --end;
   return sanitized(text.substr(0, end)) + "...";
 }

@@ -1,5 +1,7 @@
 #include "formats/text.h"
 
+#include "platform/text/utf8.h"
+
 #include <algorithm>
 
 namespace corvane {
@@ -58,8 +60,7 @@ std::string replace_all(std::string_view text, std::string_view what, std::strin
 }
 
 bool holds_control_character(std::string_view text) {
-  return std::any_of(text.begin(), text.end(),
-                     [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; });
+  return std::any_of(text.begin(), text.end(), is_control_character);
 }
 
 std::string lower(std::string_view text) {

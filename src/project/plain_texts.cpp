@@ -6,14 +6,6 @@
 #include "project/messages.h"
 
 namespace corvane {
-namespace {
-
-bool is_control(char c) {
-  return static_cast<unsigned char>(c) < 0x20 || c == 0x7f;
-}
-
-}  // namespace
-
 refusal why_too_long(std::string_view native, path_style style) {
   const auto most = style == native_style() ? longest_path() : std::nullopt;
   const std::size_t length = windows_length(native);
@@ -37,7 +29,7 @@ refusal why_not_plain_text(std::string_view text) {
   if (!is_utf8(text))
     return "contains bytes that are not UTF-8 text";
   for (const char c : text) {
-    if (is_control(c))
+    if (is_control_character(c))
       return "contains a control character";
     if (c == '"' || c == '\'')
       return "contains a quote";

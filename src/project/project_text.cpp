@@ -23,8 +23,8 @@ struct section {
   const char* name;  ///< as messages name it
 };
 
-bool is_control(char c) {
-  return (static_cast<unsigned char>(c) < 0x20 && c != '\t') || c == 0x7f;
+bool is_not_allowed(char c) {
+  return is_control_character(c) && c != '\t';
 }
 
 std::size_t field_ends(std::string_view line) {
@@ -74,7 +74,7 @@ bool project_reader::next_row(std::string_view& line, const char* where_it_ends)
   line = *next;
   if (!is_utf8(line))
     return fail_line("is not UTF-8 text");
-  if (std::any_of(line.begin(), line.end(), is_control))
+  if (std::any_of(line.begin(), line.end(), is_not_allowed))
     return fail_line("contains a control character");
   fields_ += 1 + field_ends(line);
   if (fields_ > most_fields)

@@ -13,34 +13,15 @@ namespace {
 constexpr std::string_view line_break = " \r\n ";
 constexpr std::size_t lines_shown = 20;
 
-/// Length of the well-formed UTF-8 character that the text begins with; 0 when it begins with none.
-std::size_t character_length(std::string_view text) {
-  for (std::size_t length = 1; length <= std::min<std::size_t>(4, text.size()); ++length)
-    if (is_utf8(text.substr(0, length)))
-      return length;
-  return 0;
-}
-
 std::string displayable(std::string_view text) {
-  std::string shown;
-  shown.reserve(text.size());
-  while (!text.empty()) {
-    const std::size_t length = character_length(text);
-    if (length == 0)
-      shown += "\xEF\xBF\xBD";
-    else if (text[0] == '\0')
-      shown += ' ';
-    else
-      shown += text.substr(0, length);
-    text.remove_prefix(std::max<std::size_t>(length, 1));
-  }
+  std::string shown = repaired_utf8(text);
+  std::replace(shown.begin(), shown.end(), '\0', ' ');
   return shown;
 }
 
 /// The tail may begin in the middle of a character: its remaining bytes are left out.
 std::string_view without_cut_character(std::string_view tail) {
-  for (int i = 0; i < 3 && !tail.empty() && (static_cast<unsigned char>(tail[0]) & 0xC0) == 0x80;
-       ++i)
+  for (int i = 0; i < 3 && !tail.empty() && continues_character(tail[0]); ++i)
     tail.remove_prefix(1);
   return tail;
 }

@@ -51,6 +51,18 @@ TEST(Utf8, EachCharacterIsWrittenAsItIsRead) {
   }
 }
 
+TEST(Utf8, BytesOfNoCharacterAreReplacedOneByOne) {
+  EXPECT_EQ(repaired_utf8("a\xC3\xA9\xF0\x9F\x93\x80"), "a\xC3\xA9\xF0\x9F\x93\x80");
+  EXPECT_EQ(repaired_utf8("a\xE2\x82z\xFF"), "a\xEF\xBF\xBD\xEF\xBF\xBDz\xEF\xBF\xBD");
+  EXPECT_EQ(repaired_utf8({"\0\x80", 2}), std::string("\0\xEF\xBF\xBD", 4));
+  EXPECT_EQ(repaired_utf8(""), "");
+}
+
+TEST(Utf8, ControlCharactersAreThoseOfAscii) {
+  for (int byte = 0; byte < 256; ++byte)
+    EXPECT_EQ(is_control_character(static_cast<char>(byte)), byte < 32 || byte == 127) << byte;
+}
+
 TEST(Utf8, SequencesEndBeforeTheNextCharacter) {
   EXPECT_EQ(first_sequence(""), "");
   EXPECT_EQ(first_sequence("ab"), "a");

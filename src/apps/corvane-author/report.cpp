@@ -1,6 +1,7 @@
 #include "apps/corvane-author/report.h"
 
 #include "formats/text.h"
+#include "platform/text/utf8.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -9,11 +10,9 @@
 namespace corvane {
 namespace {
 
-/// Bytes of the UTF-8 sequence at the text's beginning; a byte that begins none is one by itself.
-std::size_t sequence_size(std::string_view text) {
-  const auto lead = static_cast<unsigned char>(text[0]);
-  const std::size_t size = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
-  return std::min(size, text.size());
+/// The character at the text's beginning; a byte that begins none is one by itself.
+std::string_view first_of(std::string_view text) {
+  return text.substr(0, std::max<std::size_t>(1, first_character(text).length));
 }
 
 /// Terminals give East Asian characters and pictures two columns. They begin at U+1100 (lead byte
@@ -27,9 +26,9 @@ int columns_of(std::string_view sequence) {
 std::string printable(std::string_view text) {
   std::string out;
   while (!text.empty()) {
-    const std::string_view sequence = text.substr(0, sequence_size(text));
+    const std::string_view sequence = first_of(text);
     const auto first = static_cast<unsigned char>(sequence[0]);
-    const bool c0 = (first < 0x20 && first != '\n') || first == 0x7F;
+    const bool c0 = is_control_character(text[0]) && first != '\n';
     const bool c1 =
         first == 0xC2 && sequence.size() == 2 && static_cast<unsigned char>(sequence[1]) < 0xA0;
     if (c0 || c1)
@@ -44,7 +43,7 @@ std::string printable(std::string_view text) {
 std::string cut_to_width(std::string_view text, int columns) {
   std::size_t bytes = 0;
   while (bytes < text.size()) {
-    const std::string_view sequence = text.substr(bytes, sequence_size(text.substr(bytes)));
+    const std::string_view sequence = first_of(text.substr(bytes));
     columns -= columns_of(sequence);
     if (columns < 0)
       break;
@@ -56,7 +55,7 @@ std::string cut_to_width(std::string_view text, int columns) {
 int width_of(std::string_view text) {
   int columns = 0;
   while (!text.empty()) {
-    const std::string_view sequence = text.substr(0, sequence_size(text));
+    const std::string_view sequence = first_of(text);
     columns += columns_of(sequence);
     text.remove_prefix(sequence.size());
   }

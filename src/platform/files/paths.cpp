@@ -96,7 +96,7 @@ std::optional<std::string> why_not_storable(std::string_view native, path_style 
   if (!is_utf8(native))
     return "contains bytes that are not UTF-8 text";
   for (const char c : native) {
-    if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
+    if (is_control_character(c))
       return "contains a control character";
     if (c == '"')
       return "contains a double quote (\")";

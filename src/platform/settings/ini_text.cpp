@@ -1,5 +1,7 @@
 #include "platform/settings/ini_text.h"
 
+#include "platform/text/utf8.h"
+
 #include <algorithm>
 #include <cstddef>
 
@@ -118,7 +120,7 @@ std::string escape_ini(std::string_view value) {
       out += "\\r";
     else if (c == '\t')
       out += "\\t";
-    else if (edge_blank || static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
+    else if (edge_blank || is_control_character(c))
       append_hex(out, c);
     else
       out += c;

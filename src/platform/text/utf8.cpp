@@ -1,5 +1,7 @@
 #include "platform/text/utf8.h"
 
+#include <algorithm>
+
 namespace corvane {
 namespace {
 
@@ -67,6 +69,20 @@ std::string_view first_characters(std::string_view text, std::size_t count) {
     if (!continues_character(text[end]) && count-- == 0)
       break;
   return text.substr(0, end);
+}
+
+std::string repaired_utf8(std::string_view text) {
+  std::string whole;
+  whole.reserve(text.size());
+  while (!text.empty()) {
+    const std::size_t length = first_character(text).length;
+    if (length == 0)
+      whole += "\xEF\xBF\xBD";
+    else
+      whole += text.substr(0, length);
+    text.remove_prefix(std::max<std::size_t>(length, 1));
+  }
+  return whole;
 }
 
 std::string utf8_text(std::uint32_t code) {

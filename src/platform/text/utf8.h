@@ -32,6 +32,14 @@ std::string_view first_sequence(std::string_view text);
 /// byte that continues no character counts.
 std::string_view first_characters(std::string_view text, std::size_t count);
 
+/// The text with U+FFFD in the place of each byte that belongs to no well-formed character.
+std::string repaired_utf8(std::string_view text);
+
+/// Whether a byte is a control character of ASCII: below the blank, or DEL.
+constexpr bool is_control_character(char byte) {
+  return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F;
+}
+
 /// The text of a character from 1 to 0x10FFFF that is no surrogate.
 std::string utf8_text(std::uint32_t code);
 

@@ -3,35 +3,12 @@
 #include "formats/text.h"
 #include "platform/text/utf8.h"
 
-#include <algorithm>
-#include <cstddef>
-
 namespace corvane {
-namespace {
-
-/// Length of the well-formed character at the front; 0 when there is none.
-std::size_t character_length(std::string_view text) {
-  const std::size_t most = std::min<std::size_t>(4, text.size());
-  for (std::size_t n = 1; n <= most; ++n)
-    if (is_utf8(text.substr(0, n)))
-      return n;
-  return 0;
-}
-
-}  // namespace
 
 wxString wx_text(std::string_view text) {
   if (is_utf8(text))
     return wxString::FromUTF8Unchecked(text.data(), text.size());
-  std::string whole;
-  while (!text.empty()) {
-    const std::size_t n = character_length(text);
-    if (n == 0)
-      whole += "\xEF\xBF\xBD";
-    else
-      whole += text.substr(0, n);
-    text.remove_prefix(std::max<std::size_t>(n, 1));
-  }
+  const std::string whole = repaired_utf8(text);
   return wxString::FromUTF8Unchecked(whole.data(), whole.size());
 }
 
