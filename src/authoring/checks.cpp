@@ -1,6 +1,7 @@
 #include "authoring/checks.h"
 
 #include "authoring/row_checks.h"
+#include "formats/bmp_header.h"
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "formats/video_standard.h"
@@ -18,13 +19,12 @@ refusal why_not_bitmap(const std::string& stored, path_style style) {
   if (!file_exists(file))
     return "the bitmap " + sanitized_quoted(file) +
            " is missing.  Please put it back, or edit the menu.";
-  constexpr std::size_t bits_at = 28;  // of a pixel, in the file's second header
-  const result<std::string> start = first_bytes(file, bits_at + 1);
+  const result<std::string> start = first_bytes(file, enough_for_bmp_bits);
   if (!start)
     return "the bitmap " + sanitized_quoted(file) + " cannot be used: " + start.error + advice;
-  if (!start->starts_with("BM"))
+  if (!begins_bitmap(*start))
     return "the file " + sanitized_quoted(file) + " is not a bitmap" + advice;
-  if (start->size() > bits_at && (*start)[bits_at] == 2)
+  if (windows_bmp_bits(*start) == 2)
     return "the bitmap " + sanitized_quoted(file) +
            " has 2 bits a pixel, which the drawing tool does not read.  Please save it with 1 or 4 "
            "bits" +

@@ -27,10 +27,16 @@ void set_proportions(video_shape& shape) {
 
 }  // namespace
 
+stored_size read_stored_size(const std::uint8_t* bytes) {
+  // Twelve bits of width, twelve of height.
+  return {bytes[0] << 4 | bytes[1] >> 4, (bytes[1] & 0x0F) << 8 | bytes[2]};
+}
+
 std::optional<video_shape> read_sequence_header(const std::uint8_t* bytes) {
   video_shape shape;
-  shape.width = bytes[0] << 4 | bytes[1] >> 4;
-  shape.height = (bytes[1] & 0x0F) << 8 | bytes[2];
+  const stored_size size = read_stored_size(bytes);
+  shape.width = size.width;
+  shape.height = size.height;
   shape.aspect_code = bytes[3] >> 4;
   const unsigned rate = bytes[3] & 0x0Fu;
   const bool marker = (bytes[6] & 0x20) != 0;

@@ -36,6 +36,13 @@ struct video_shape {
   bool operator==(const video_shape&) const = default;
 };
 
+struct stored_size {
+  int width = 0, height = 0;  // in pixels
+};
+
+/// The size in a sequence header, whatever the rest of it says.
+stored_size read_stored_size(const std::uint8_t* bytes);
+
 /// A sequence header (MPEG-1 and the first half of MPEG-2's); nullopt if its values are
 /// forbidden ones, as in bytes that are no video.
 std::optional<video_shape> read_sequence_header(const std::uint8_t* bytes);

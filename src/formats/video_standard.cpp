@@ -1,19 +1,35 @@
 #include "formats/video_standard.h"
 
-#include <cstddef>
+#include "formats/start_code_scanner.h"
 
 namespace corvane {
+namespace {
+
+/// The height that the first sequence header states; 0 when there is none.
+class first_height : public start_code_sink {
+ public:
+  void start_code_found(std::uint8_t code, std::uint64_t /*position*/,
+                        const std::uint8_t* bytes) override {
+    if (found_ || code != start_code::sequence_header)
+      return;
+    found_ = true;
+    height_ = read_stored_size(bytes).height;
+  }
+  int height() const { return height_; }
+
+ private:
+  bool found_ = false;
+  int height_ = 0;
+};
+
+}  // namespace
 
 std::string video_standard_of(std::string_view stream_start) {
-  constexpr std::string_view sequence_header("\0\0\1\xB3", 4);
-  const std::size_t at = stream_start.find(sequence_header);
-  if (at == std::string_view::npos || at + 7 > stream_start.size())
-    return {};
-  // Twelve bits of width, twelve of height.
-  const auto byte = [&](std::size_t i) {
-    return static_cast<unsigned>(static_cast<unsigned char>(stream_start[at + i]));
-  };
-  switch ((byte(5) & 15) << 8 | byte(6)) {
+  first_height first;
+  start_code_scanner scanner(first);
+  scanner.feed(reinterpret_cast<const std::uint8_t*>(stream_start.data()), stream_start.size());
+  scanner.finish();
+  switch (first.height()) {
     case 576:
     case 288:
       return "PAL";

@@ -1,5 +1,6 @@
 #include "menus/bitmaps.h"
 
+#include "formats/bmp_header.h"
 #include "formats/sanitized.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
@@ -12,7 +13,6 @@ namespace corvane {
 namespace {
 
 constexpr std::size_t bytes_read = 256;
-constexpr std::size_t depth_at = 28;  // low byte of the bits per pixel in a Windows bitmap
 constexpr int most_bits = 4;
 constexpr int too_wide = 700, too_high = 300;
 
@@ -42,11 +42,12 @@ std::optional<pixel_size> measured(document& doc, const picture_loader& pictures
 /// Whether the file says that it has few enough bits a pixel.
 bool is_shallow(document& doc, const std::string& stored) {
   const auto head = first_bytes(native_from_stored(stored), bytes_read);
-  if (!head || head->size() <= depth_at) {
+  const auto bits = head ? windows_bmp_bits(*head) : std::nullopt;
+  if (!bits) {
     tell_unreadable(doc, stored, head ? "the file is too short" : head.error);
     return false;
   }
-  if (static_cast<unsigned char>((*head)[depth_at]) <= most_bits)
+  if (*bits <= most_bits)
     return true;
   say(doc, icon::exclamation,
       "Color depth is not 4BPP or less, please reduce the number of colors.");
