@@ -2,6 +2,7 @@
 
 #include "formats/text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 #include <system_error>
@@ -21,6 +22,13 @@ std::string leading_blank(std::int64_t number) {
 
 std::string trimmed(std::int64_t number) {
   return std::to_string(number);
+}
+
+bool is_plain_number(std::string_view text) {
+  constexpr std::string_view digits = "0123456789";
+  const auto points = std::count(text.begin(), text.end(), '.');
+  return points <= 1 && text.find_first_of(digits) != std::string_view::npos &&
+         text.find_first_not_of("0123456789.") == std::string_view::npos;
 }
 
 std::string leading_number_text(std::string_view text) {

@@ -13,6 +13,10 @@ std::string leading_blank(std::int64_t number);
 /// "7", "0", "-4".
 std::string trimmed(std::int64_t number);
 
+/// Whether a text is digits, at least one, with at most one point anywhere among them: "5", ".5",
+/// "05.".
+bool is_plain_number(std::string_view text);
+
 /// The decimal number a text begins with, as trimmed text: blanks anywhere are ignored, a sign may
 /// stand first, then digits with at most one point; what follows is ignored. "12.50 ms" gives
 /// "12.5", " 1 000" gives "1000", ".5" gives "0.5", "-0" and "abc" give "0". Any length.

@@ -4,8 +4,12 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace corvane {
+
+/// Later than any video, in seconds; also what the arithmetic with times can hold.
+inline constexpr double latest_time = 32767.0 * 3600;
 
 /// "01:02:05.50" for 3725.5 seconds, rounded to hundredths.
 std::string time_text(double seconds);
@@ -13,5 +17,8 @@ std::string time_text(double seconds);
 /// The seconds of "01:02:05.50", "2:05.5" or "5": up to three plain numbers between ":", with
 /// blanks around. Returns nullopt if it is anything else.
 std::optional<double> typed_time(std::string_view text);
+
+/// The seconds of numbers that stand for hours, minutes and seconds, the last for seconds.
+double seconds_of(const std::vector<std::string>& pieces);
 
 }  // namespace corvane

@@ -2,6 +2,7 @@
 
 #include "formats/numbers.h"
 #include "formats/text.h"
+#include "formats/time_text.h"
 #include "platform/files/paths.h"
 #include "platform/text/utf8.h"
 #include "project/chapter_rows.h"
@@ -43,27 +44,12 @@ bool has_separators(std::string_view time) {
   return time[2] == ':' && time[5] == ':' && time[8] == '.';
 }
 
-bool is_plain_number(std::string_view text) {
-  std::size_t points = 0, digits = 0;
-  for (const char c : text) {
-    if (c == '.')
-      ++points;
-    else if (c >= '0' && c <= '9')
-      ++digits;
-    else
-      return false;
-  }
-  return points <= 1 && digits > 0;
-}
-
 }  // namespace
 
 std::string chapter_time(double seconds) {
-  // Later than any video; also what the arithmetic below can hold.
-  constexpr double latest = 32767.0 * 3600;
   if (!(seconds > 0))
     seconds = 0;
-  seconds = std::min(seconds, latest);
+  seconds = std::min(seconds, latest_time);
   const auto h = static_cast<std::int64_t>(seconds / 3600);
   const auto m = static_cast<std::int64_t>(seconds / 60) - h * 60;
   const std::int64_t s =
@@ -76,13 +62,10 @@ std::optional<double> chapter_seconds(std::string_view time) {
   const std::vector<std::string> pieces = split(time, ':');
   if (pieces.size() != 3)
     return std::nullopt;
-  double seconds = 0;
-  for (const std::string& piece : pieces) {
+  for (const std::string& piece : pieces)
     if (!is_plain_number(trim(piece)))
       return std::nullopt;
-    seconds = seconds * 60 + leading_number(piece);
-  }
-  return seconds;
+  return seconds_of(pieces);
 }
 
 std::vector<std::string> chapter_lines(std::string_view text) {

@@ -69,5 +69,12 @@ TEST(Text, ReplaceAllDoesNotLookAtWhatItPutIn) {
   EXPECT_EQ(replace_all("a&b&&", "&", "&amp;"), "a&amp;b&amp;&amp;");
 }
 
+TEST(Numbers, PlainNumbersAreDigitsWithAtMostOnePoint) {
+  for (const char* text : {"0", "007", "5.", ".5", "1.25"})
+    EXPECT_TRUE(is_plain_number(text)) << text;
+  for (const char* text : {"", ".", "1.2.3", "..5", "-1", "+1", " 1", "1e3", "1,5", "x"})
+    EXPECT_FALSE(is_plain_number(text)) << text;
+}
+
 }  // namespace
 }  // namespace corvane

@@ -2,6 +2,7 @@
 // or the difference is one of those listed here with their reason.
 #include "authoring/navigation_xml.h"
 #include "authoring/sample_projects.h"
+#include "authoring/texts_of_project.h"
 #include "formats/text.h"
 #include "formats/xml_reader.h"
 #include "mutated_xml.h"
