@@ -8,7 +8,7 @@
 #include "platform/files/folder_lock.h"
 #include "platform/files/paths.h"
 #include "platform/processes/process.h"
-#include "runner/run_screen.h"
+#include "runner/log_display.h"
 #include "runner/shelled.h"
 
 #include <algorithm>
@@ -20,6 +20,7 @@
 #include <fstream>
 #include <iostream>
 #include <string>
+#include <string_view>
 #include <sys/resource.h>
 #include <thread>
 #include <unistd.h>
@@ -50,20 +51,21 @@ int flood(double seconds, const char* file) {
   return 0;
 }
 
-/// A screen that keeps what it is given, as a text box does.
-class kept_screen : public corvane::run_screen {
+/// Keeps what the log window would show, as a text box does.
+class kept_display : public corvane::run_listener {
+  corvane::log_display shown_;
   std::string text_, caption_;
-  std::string main_caption() const override { return "runner_bench"; }
-  void enable_main(bool /*enabled*/) override {}
-  void enable_timer(bool /*enabled*/) override {}
-  bool cleanup() const override { return false; }
-  void show_log() override {}
-  void hide_log() override {}
-  void refresh_log() override {}
-  void set_log_text(const std::string& text) override { text_ = text; }
-  void set_log_caption(const std::string& caption) override { caption_ = caption; }
-  void set_log_progress(double /*percent*/) override {}
-  void open_log(const std::string& /*path*/) override {}
+  void started(const corvane::run_start& /*run*/) override {}
+  void step(const corvane::run_step& step) override { shown_.step(step); }
+  void progress(const corvane::run_progress& /*progress*/) override {}
+  void output(std::string_view tail) override {
+    const corvane::log_change change = shown_.output(tail);
+    caption_ = change.caption;
+    text_ = change.text.value_or(text_);
+  }
+  void broken_off() override {}
+  void closed() override {}
+  void finished(const corvane::run_end& /*end*/) override {}
 };
 
 class silent_prompts : public corvane::prompts {
@@ -97,11 +99,11 @@ bool through_runner(const fs::path& app, const std::string& seconds) {
   std::ofstream(app / "process.bat")
       << "@echo off\r\necho *printing\r\n\"" << (app / "bin/flood.exe").string() << "\" --flood "
       << seconds << " \"" << (app / "runner.txt").string() << "\"\r\necho *process complete\r\n";
-  kept_screen screen;
+  kept_display display;
   silent_prompts ask;
   const auto launcher = corvane::make_process_launcher();
   corvane::folder_lock lock(app.string());
-  corvane::shelled runner(screen, ask, *launcher, lock, app.string());
+  corvane::shelled runner(display, ask, *launcher, lock, app.string());
   lock.take();
   runner.ExecuteCommand((app / "process.bat").string());
   steady::duration longest{};

@@ -63,9 +63,9 @@ author_result authordvd(document& doc, author_equipment& e, const prepared_run& 
   if (const failure why = remove_earlier_disc(run))
     return not_started(doc, e, author_result::refused, *why);
 
-  e.screen.show_log();
-  e.screen.set_log_text(version_title + std::string(crlf));
-  e.runner.ExecuteCommand(run.where.in_app(run_file::script), {video_format(doc.p.globalregion)});
+  e.runner.ExecuteCommand(
+      run.where.in_app(run_file::script),
+      {{video_format(doc.p.globalregion)}, version_title + std::string(crlf), doc.p.cleanup});
   return e.runner.running() ? author_result::started : author_result::not_started;
 }
 
@@ -75,7 +75,7 @@ author_result author_command(document& doc, author_equipment& e, prepared_run& r
     return prepared;
   if (doc.p.editxml && e.edit_xml) {
     e.edit_xml();
-    return author_result::started;
+    return author_result::editing;
   }
   return authordvd(doc, e, run);
 }

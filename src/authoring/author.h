@@ -4,7 +4,6 @@
 #include "authoring/run_paths.h"
 #include "platform/files/folder_lock.h"
 #include "project/document.h"
-#include "runner/run_screen.h"
 #include "runner/shelled.h"
 
 #include <functional>
@@ -15,7 +14,8 @@
 namespace corvane {
 
 enum class author_result {
-  started,            ///< the runner has the script (or the XML editor is open)
+  started,            ///< the runner has the script
+  editing,            ///< all files are written, and the XML editor is open: it starts the run
   prepared,           ///< all files are written, nothing was asked to run
   nothing_to_author,  ///< no title
   cancelled,          ///< no output folder chosen
@@ -31,7 +31,6 @@ enum class author_result {
 struct author_equipment {
   std::string app;  ///< program folder, native and absolute
   folder_lock& lock;
-  run_screen& screen;
   shelled& runner;
   std::function<void()> edit_xml;  ///< opens the XML editor; called instead of starting when
                                    ///< `editxml` is on and this is set

@@ -51,6 +51,10 @@ class prompts {
   /// The text; empty when the user cancelled or cleared it.
   virtual std::string input(const input_box& box) = 0;
 
+  /// Opens a text file (native path) in the user's editor. False when that cannot be started. A
+  /// program without windows opens none.
+  virtual bool show_text_file(const std::string& /*path*/) { return true; }
+
   /// False once the program is ending: each question is then answered as if it was closed at once.
   /// Whoever asks until there is an answer looks here first.
   virtual bool can_ask() const { return true; }

@@ -8,9 +8,6 @@
 
 namespace corvane {
 
-/// The last line of every work script.
-inline constexpr std::string_view end_marker = "*process complete";
-
 /// Makes line ends uniform, a piece at a time: CR LF, a lone CR and a lone LF each become a blank,
 /// CR LF and a blank. So every line ends in a blank and every line after the first begins with one.
 ///

@@ -2,6 +2,7 @@
 
 #include "formats/text.h"
 #include "platform/files/files.h"
+#include "runner/output_lines.h"
 #include "runner/output_text.h"
 
 #include <algorithm>
@@ -23,33 +24,6 @@ std::string reason(int error) {
   return error == 0 ? std::string("the file could not be written")
                     : std::generic_category().message(error);
 }
-
-bool contains(std::string_view text, std::string_view what) {
-  return text.find(what) != std::string_view::npos;
-}
-
-/// Whether `what` stands in the text right after `before`. The search is for the first character
-/// of `what`, which should be a rare one.
-bool follows(std::string_view text, std::string_view before, std::string_view what) {
-  for (std::size_t at = text.find(what); at != std::string_view::npos; at = text.find(what, at + 1))
-    if (at >= before.size() && text.substr(at - before.size(), before.size()) == before)
-      return true;
-  return false;
-}
-
-/// An error line of the tools, as the normalized output holds it.
-bool holds_error_line(std::string_view text) {
-  return contains(text, "\r\n ERR") || follows(text, " ", "**ERR");
-}
-
-/// The end marker at the beginning of a line. One within a line may be the name of a file that a
-/// tool speaks of.
-bool holds_marker_line(std::string_view text) {
-  return follows(text, "\r\n ", end_marker) || follows(text, "\r\n", end_marker);
-}
-
-/// What is looked for is shorter than this, so it cannot be spread over more of the piece before.
-constexpr std::size_t border = 32;
 
 }  // namespace
 
@@ -81,7 +55,7 @@ void run_log::append(std::string_view text) {
 }
 
 void run_log::look_at(std::string_view text) {
-  std::string seen = tail_.substr(tail_.size() - std::min(tail_.size(), border));
+  std::string seen = tail_.substr(tail_.size() - std::min(tail_.size(), longest_mark));
   seen += text;
   error_ = error_ || holds_error_line(seen);
   marker_ = marker_ || holds_marker_line(seen);
@@ -127,6 +101,10 @@ failure run_log::finish() {
   fs::remove(part_of(path_), error);
   opened_ = false;
   return trouble_;
+}
+
+void run_log::add_line(std::string_view line) {
+  std::ofstream(path_of(path_), std::ios::binary | std::ios::app) << line << crlf;
 }
 
 failure run_log::copy_to(const std::string& path, std::string_view last) {

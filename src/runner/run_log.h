@@ -32,6 +32,9 @@ class run_log {
   /// written whole; the log of the run before then stays.
   failure finish();
 
+  /// Adds a line to the log that `finish` has put in its place, if it can still be written.
+  void add_line(std::string_view line);
+
   /// Everything so far, followed by `last` as a line of its own, as the file `path`. For the report
   /// of an unexpected error.
   failure copy_to(const std::string& path, std::string_view last);

@@ -1,6 +1,7 @@
 #include "runner/script_interpreter.h"
 
 #include "platform/files/paths.h"
+#include "runner/output_lines.h"
 
 #include <algorithm>
 
@@ -38,7 +39,7 @@ class interpreter {
  private:
   void complain(const std::string& what) {
     all_well_ = false;
-    host_.print(std::string(line_end) + "ERR:  " + what + std::string(line_end));
+    host_.print(std::string(line_end) + std::string(error_mark) + what + std::string(line_end));
   }
 
   void complain_if(const std::string& about, const failure& why) {

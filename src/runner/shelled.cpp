@@ -4,15 +4,19 @@
 #include "platform/files/files.h"
 #include "platform/files/folder_lock.h"
 #include "platform/files/paths.h"
-#include "platform/processes/process.h"
+#include "project/project.h"
+#include "runner/clean_up.h"
+#include "runner/output_lines.h"
 #include "runner/output_text.h"
 #include "runner/run_files.h"
 #include "runner/run_log.h"
+#include "runner/run_output.h"
+#include "runner/run_steps.h"
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <exception>
-#include <filesystem>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -20,7 +24,6 @@
 namespace corvane {
 namespace {
 
-namespace fs = std::filesystem;
 using steady = std::chrono::steady_clock;
 
 /// A pass that finds output looks for more for this long: a tool that prints faster than ten
@@ -33,6 +36,9 @@ constexpr std::size_t largest_piece = std::size_t{64} * 1024;
 /// What the smallest pipe holds, nearly: a tool that had filled it was waiting to print more, and
 /// is given the moment it takes to do so.
 constexpr std::size_t smallest_pipe = 4000;
+
+/// Scripts are much smaller; of a larger one no steps are known beforehand.
+constexpr std::uintmax_t largest_script = std::uintmax_t{64} << 20;
 
 /// How the script runner ended, for the line that tells of its early end.
 std::string how_ended(const std::optional<exit_status>& status) {
@@ -48,23 +54,10 @@ bool ended_well(const std::optional<exit_status>& status) {
   return !status || (!status->by_signal && status->number == 0);
 }
 
-/// Removes every .xml, .bat and .png file of the folder. The two copies first: so each kind has a
-/// file to remove, whatever the run wrote.
-void clean_up(const std::string& app) {
-  for (const char* copy : run_file::copies_of_script)
-    fs::copy_file(path_of(join_path(app, run_file::script)), path_of(join_path(app, copy)),
-                  fs::copy_options::overwrite_existing);
-  for (const std::string& name : files_in(app)) {
-    const std::string extension = lower_extension_of(name);
-    if (extension == "xml" || extension == "bat" || extension == "png")
-      fs::remove(path_of(join_path(app, name)));
-  }
-}
-
 }  // namespace
 
 struct shelled::state {
-  run_screen& screen;
+  run_listener& listener;
   prompts& ask;
   process_launcher& launcher;
   folder_lock& lock;
@@ -73,23 +66,43 @@ struct shelled::state {
   std::unique_ptr<child_process> child{};  ///< while a run is going on
   run_log log{};
   line_end_normalizer normalize{};
+  run_output output{};
+  run_steps steps{};
+  bool cleanup = false;
+  bool in_pass = false;
+  bool broken_off = false;
   run_outcome outcome = run_outcome::none;
 
   std::string log_path() const { return join_path(app, run_file::log); }
+  run_trouble log_trouble(const std::string& why) const {
+    return {log_path(), "could not be written: " + why};
+  }
 
+  void begin();
   void refuse(const std::string& text);
   void not_started(const start_result& start);
   void pass();
   bool read_pieces();
-  void take(std::string_view text);
-  void show_view();
+  bool tell_steps();
   void broke();
   void drain();
-  void close_run();
+  failure close_run();
   void finish();
+  void leave();
+  void note(const std::vector<run_trouble>& troubles);
+  run_end end_of_run(std::vector<run_trouble> troubles) const;
   void say_outcome(bool failed);
   void unexpected(int number, const std::string& description);
 };
+
+/// Forgets the run before.
+void shelled::state::begin() {
+  log.begin(log_path());
+  log.append(version_title + std::string(crlf));
+  normalize = {};
+  output = {};
+  broken_off = false;
+}
 
 /// A run that did not start.
 void shelled::state::refuse(const std::string& text) {
@@ -103,12 +116,15 @@ void shelled::state::not_started(const start_result& start) {
     refuse("CreatePipe failed. Error: " + std::to_string(start.error));
   else
     refuse("Binaries not found, please reinstall the program.");
-  screen.hide_log();
-  screen.enable_main(true);
+  listener.finished({});
 }
 
-void shelled::state::take(std::string_view text) {
-  log.append(text);
+/// Tells the steps that were read; whether there was one.
+bool shelled::state::tell_steps() {
+  const std::vector<std::string> lines = output.take_steps();
+  for (const std::string& line : lines)
+    listener.step(steps.at(line));
+  return !lines.empty();
 }
 
 /// Reads what waits. False when the run has come to its end: the marker was read or the pipe is
@@ -135,42 +151,36 @@ bool shelled::state::read_pieces() {
       return false;
     }
     const std::string piece = normalize(*bytes);
-    take(piece);
+    log.append(piece);
+    output.feed(*bytes);
+    const bool new_step = tell_steps();
     read_some = true;
     much = bytes->size() >= smallest_pipe;
     if (log.holds_marker())
       return false;
     if (const std::optional<double> percent = progress_of(piece))
-      screen.set_log_progress(std::clamp(*percent, 0.0, 100.0));
+      listener.progress({std::clamp(*percent, 0.0, 100.0), !new_step});
     if (steady::now() >= until)
       break;
   }
   if (read_some)
-    show_view();
+    listener.output(log.tail());
   return true;
-}
-
-void shelled::state::show_view() {
-  const std::optional<log_view> view = view_of(log.tail());
-  if (!view) {
-    screen.refresh_log();
-    return;
-  }
-  if (!view->caption.empty())
-    screen.set_log_caption(view->caption);
-  screen.set_log_text(view->text);
 }
 
 /// The pipe is broken. When the marker had not come, no tool has told what ended the script: the
 /// runner adds the error line. What looks like the marker within a line is the name of a file
 /// perhaps, and counts only when the script runner ended well or an error has told why it did not.
 void shelled::state::broke() {
-  take(normalize.rest());
+  log.append(normalize.rest());
+  output.end();
+  tell_steps();
   const std::optional<exit_status> status = child->ended();
   if (log.ends_with_marker() && (log.holds_error() || ended_well(status)))
     return;
   // Always after a line break: the error test wants one before the blank before "ERR".
-  take(normalize("\nERR:  the work script ended before its last line" + how_ended(status)));
+  log.append(normalize("\n" + std::string(error_mark) +
+                       "the work script ended before its last line" + how_ended(status)));
 }
 
 /// Takes what still waits after the command was ended.
@@ -182,41 +192,70 @@ void shelled::state::drain() {
     const std::optional<std::string> bytes = child->read(std::min({*waiting, largest_piece, left}));
     if (!bytes || bytes->empty())
       return;
-    take(normalize(*bytes));
+    log.append(normalize(*bytes));
+    output.feed(*bytes);
+    tell_steps();
     left -= bytes->size();
   }
 }
 
-/// One polling pass. The timer is off meanwhile, so that no pass can begin in another.
+/// One polling pass. None begins in another, while a message stands for instance.
 void shelled::state::pass() {
-  screen.enable_timer(false);
-  const bool goes_on = read_pieces();
-  screen.enable_timer(true);
-  if (!goes_on)
+  if (in_pass)
+    return;
+  struct mark {
+    bool& flag;
+    explicit mark(bool& f) : flag(f) { flag = true; }
+    ~mark() { flag = false; }
+  } const passing(in_pass);
+  if (!read_pieces())
     finish();
 }
 
-/// What every end of a run has in common.
-void shelled::state::close_run() {
-  screen.enable_timer(false);
+/// What every end of a run has in common. Gives the reason when the log file could not be written,
+/// which has been told.
+failure shelled::state::close_run() {
   child.reset();
-  take(normalize.rest());
-  const failure not_written = log.finish();
+  log.append(normalize.rest());
+  failure not_written = log.finish();
   lock.release();
-  screen.enable_main(true);
-  screen.set_log_text({});
+  listener.closed();
   if (not_written)
     ask.message({"The log file could not be written: " + *not_written, icon::critical});
+  return not_written;
 }
 
 void shelled::state::finish() {
   const bool failed = log.holds_error();
   outcome = failed ? run_outcome::failed : run_outcome::success;
-  close_run();
-  if (!failed && screen.cleanup())
-    clean_up(app);
-  screen.hide_log();
+  std::vector<run_trouble> troubles;
+  const failure not_written = close_run();
+  if (!failed && cleanup)
+    troubles = clean_up(app);
+  if (not_written)
+    troubles.insert(troubles.begin(), log_trouble(*not_written));
+  else
+    note(troubles);
+  listener.finished(end_of_run(std::move(troubles)));
   say_outcome(failed);
+}
+
+void shelled::state::leave() {
+  outcome = run_outcome::stopped;
+  std::vector<run_trouble> troubles;
+  if (const failure not_written = close_run())
+    troubles.push_back(log_trouble(*not_written));
+  listener.finished(end_of_run(std::move(troubles)));
+}
+
+/// The log is in its place already, and nothing of this makes the run a failure.
+void shelled::state::note(const std::vector<run_trouble>& troubles) {
+  for (const run_trouble& trouble : troubles)
+    log.add_line("INFO: \"" + trouble.file + "\" " + trouble.text);
+}
+
+run_end shelled::state::end_of_run(std::vector<run_trouble> troubles) const {
+  return {outcome, output.errors(), output.error_count(), std::move(troubles)};
 }
 
 void shelled::state::say_outcome(bool failed) {
@@ -225,43 +264,43 @@ void shelled::state::say_outcome(bool failed) {
       icon::information, buttons::ok_cancel};
   const message_box trouble{"There was an error.  Please review the log.", icon::critical,
                             buttons::ok_cancel};
-  if (ask.message(failed ? trouble : success) == answer::ok)
-    screen.open_log(log_path());
+  if (ask.message(failed ? trouble : success) == answer::ok && !ask.show_text_file(log_path()))
+    ask.message({"The log cannot be opened.  It is in " + log_path() + ".", icon::information});
 }
 
-/// Polling stops here: the timer stays off and the main window disabled. The run can still be
-/// ended by endprocess or stop.
+/// Polling stops here. The run can still be ended by endprocess or stop.
 void shelled::state::unexpected(int number, const std::string& description) {
   const std::string about =
       std::to_string(number) + " in the update code." + std::string(crlf) + description;
-  screen.enable_timer(false);
+  broken_off = true;
+  listener.broken_off();
   log.copy_to(join_path(app, run_file::unexpected_error), "Unexpected error in gui" + about);
   ask.message({"Unexpected error" + about});
 }
 
-shelled::shelled(run_screen& screen, prompts& ask, process_launcher& launcher, folder_lock& lock,
-                 std::string app)
-    : s_(std::make_unique<state>(state{screen, ask, launcher, lock, std::move(app)})) {}
+shelled::shelled(run_listener& listener, prompts& ask, process_launcher& launcher,
+                 folder_lock& lock, std::string app)
+    : s_(std::make_unique<state>(state{listener, ask, launcher, lock, std::move(app)})) {}
 
 shelled::~shelled() = default;
 
-void shelled::ExecuteCommand(std::string_view command_line,
-                             const std::vector<child_variable>& variables) {
+void shelled::ExecuteCommand(std::string_view command_line, const run_options& options) {
   if (running())
     return;
-  s_->log.begin(s_->log_path());
-  s_->normalize = {};
-  s_->take(s_->screen.main_caption() + std::string(crlf));
-  s_->screen.set_log_progress(0);
-  s_->screen.enable_main(false);
+  s_->begin();
   if (!command_line.empty())
     CommandLine = command_line;
+  const result<std::string> script = read_file(CommandLine, largest_script);
+  s_->steps.begin(script ? *script : std::string());
+  s_->cleanup = options.cleanup;
+  s_->listener.started({s_->steps.count(), options.first_lines});
   if (CommandLine.empty()) {
-    // The main window stays disabled: nothing can have been written for this run.
+    // The listener takes the run as begun for good: nothing can have been written for it.
     s_->refuse("Command Line empty");
     return;
   }
-  start_result start = s_->launcher.start("bin/conspawn.exe \"" + CommandLine + "\"", variables);
+  start_result start =
+      s_->launcher.start("bin/conspawn.exe \"" + CommandLine + "\"", options.variables);
   if (!start.child) {
     s_->not_started(start);
     return;
@@ -270,11 +309,10 @@ void shelled::ExecuteCommand(std::string_view command_line,
   s_->outcome = run_outcome::running;
   // Opened after the start: the child shall not inherit it.
   s_->log.open();
-  s_->screen.enable_timer(true);
 }
 
 void shelled::update() {
-  if (!running())
+  if (!watching())
     return;
   try {
     s_->pass();
@@ -286,10 +324,8 @@ void shelled::update() {
 }
 
 void shelled::endprocess() {
-  if (!running())
-    return;
-  s_->outcome = run_outcome::stopped;
-  s_->close_run();
+  if (running())
+    s_->leave();
 }
 
 void shelled::stop() {
@@ -297,14 +333,18 @@ void shelled::stop() {
     return;
   s_->child->kill_all();
   s_->drain();
-  s_->take(s_->normalize.rest());
-  s_->take(s_->normalize(s_->log.at_line_start() ? "*** stopped by the user\n"
-                                                 : "\n*** stopped by the user\n"));
-  endprocess();
+  s_->log.append(s_->normalize.rest());
+  s_->log.append(s_->normalize(s_->log.at_line_start() ? "*** stopped by the user\n"
+                                                       : "\n*** stopped by the user\n"));
+  s_->leave();
 }
 
 bool shelled::running() const {
   return s_->child != nullptr;
+}
+
+bool shelled::watching() const {
+  return running() && !s_->broken_off;
 }
 
 run_outcome shelled::outcome() const {

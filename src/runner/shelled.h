@@ -1,10 +1,10 @@
 // The console command runner: starts the work script through bin/conspawn.exe, polls its output,
-// feeds the log window, keeps the log file, tells the user the outcome. Never blocks.
+// tells a listener what happens, keeps the log file, tells the user the outcome. Never blocks.
 #pragma once
 
 #include "platform/processes/process.h"
 #include "project/prompts.h"
-#include "runner/run_screen.h"
+#include "runner/run_listener.h"
 
 #include <memory>
 #include <string>
@@ -15,13 +15,17 @@ namespace corvane {
 
 class folder_lock;  // platform/files/folder_lock.h
 
-enum class run_outcome { none, running, success, failed, stopped };
+struct run_options {
+  std::vector<child_variable> variables;  ///< of the command's environment, which is ours with them
+  std::string first_lines;                ///< what the log window shows before the first output
+  bool cleanup = false;                   ///< after a success the files of the run are removed
+};
 
 class shelled {
  public:
   /// `app` is the program folder (native, absolute), which is also the current folder. `lock` is
   /// held by whoever started a run; the runner releases it when the run has ended or did not start.
-  shelled(run_screen& screen, prompts& ask, process_launcher& launcher, folder_lock& lock,
+  shelled(run_listener& listener, prompts& ask, process_launcher& launcher, folder_lock& lock,
           std::string app);
   ~shelled();
   shelled(const shelled&) = delete;
@@ -30,22 +34,22 @@ class shelled {
   /// The stored command line: the native path of the script to run.
   std::string CommandLine;
 
-  /// Starts the command; a non-empty argument replaces the stored one first. The command's
-  /// environment is ours with `variables` in it.
-  void ExecuteCommand(std::string_view command_line = {},
-                      const std::vector<child_variable>& variables = {});
+  /// Starts the command; a non-empty argument replaces the stored one first. One that cannot be
+  /// started is told with a message.
+  void ExecuteCommand(std::string_view command_line = {}, const run_options& options = {});
 
-  /// One polling pass; the tick of Timer1 calls it.
+  /// One polling pass. To be called every 100 ms while `watching`.
   void update();
 
-  /// Ends the watching without waiting: closes the handles, writes the log file, enables the main
-  /// window. Neither ends the command nor says anything.
+  /// Ends the watching without waiting: closes the handles and writes the log file. Neither ends
+  /// the command nor says anything.
   void endprocess();
 
   /// Ends the script and every tool it started, then endprocess.
   void stop();
 
   bool running() const;
+  bool watching() const;        ///< running, and not broken off by an unexpected error
   run_outcome outcome() const;  ///< of the last run
 
  private:

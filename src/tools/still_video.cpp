@@ -8,7 +8,7 @@
 #include "platform/files/program_folder.h"
 #include "project/messages.h"
 #include "project/missing_tools.h"
-#include "runner/output_text.h"
+#include "runner/output_lines.h"
 #include "runner/run_files.h"
 
 #include <cstdint>
@@ -148,9 +148,7 @@ still_result run(document& doc, still_equipment& e, const still_video& still) {
     return tell(doc, still_result::not_written, icon::critical,
                 "The file \"" + script + "\" could not be written: " + *why + ".");
   }
-  e.screen.set_log_text({});
-  e.screen.show_log();
-  e.runner.ExecuteCommand(script);
+  e.runner.ExecuteCommand(script, {{}, {}, doc.p.cleanup});
   return e.runner.running() ? still_result::started : still_result::not_started;
 }
 

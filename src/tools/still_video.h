@@ -6,7 +6,6 @@
 #include "platform/files/paths.h"
 #include "project/document.h"
 #include "project/picture_loader.h"
-#include "runner/run_screen.h"
 #include "runner/shelled.h"
 
 #include <string>
@@ -39,7 +38,6 @@ enum class still_result {
 struct still_equipment {
   std::string app;  ///< program folder, native and absolute
   folder_lock& lock;
-  run_screen& screen;
   shelled& runner;
   const picture_loader& pictures;
 };

@@ -58,10 +58,10 @@ main_window::main_window(std::string app, const std::string& media_folder)
       document_{p_, ask_, *prefs_},
       app_(std::move(app)),
       lock_(app_),
-      screen_(*this, [this] { stop_run(); }),
+      display_(*this, [this] { stop_run(); }),
       launcher_(make_process_launcher()),
       user_desktop_(make_desktop()),
-      runner_(screen_, ask_, *launcher_, lock_, app_) {
+      runner_(display_, ask_, *launcher_, lock_, app_) {
   name_control(*this, "main");
   // Drawn while the display brings the window up: only the desktop shows them.
   CallAfter([this] { SetIcons(program_icon()); });
@@ -69,7 +69,10 @@ main_window::main_window(std::string app, const std::string& media_folder)
   bind_keys();
   Timer1_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
     const raised in_command(in_command_);  // at its end the run tells its outcome
+    let_timer(false);                      // no pass begins in another
     runner_.update();
+    if (runner_.watching())
+      let_timer(true);
   });
   end_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { end(); });
   Bind(wxEVT_CLOSE_WINDOW, &main_window::on_close, this);
@@ -138,6 +141,8 @@ void main_window::run(const std::function<void(document&)>& command) {
     const raised in_command(in_command_);
     command(document_);
   }
+  if (runner_.watching())
+    let_timer(true);
   refresh();
 }
 
@@ -156,7 +161,7 @@ void main_window::author() {
   prepared_run prepared;
   bool edit = false;
   run([&](document& doc) {
-    author_equipment equipment{app_, lock_, screen_, runner_, [&edit] { edit = true; }, {}};
+    author_equipment equipment{app_, lock_, runner_, [&edit] { edit = true; }, {}};
     stop_question_ = "Stop authoring?  The disc will not be complete.";
     author_command(doc, equipment, prepared);
   });
@@ -186,7 +191,7 @@ void main_window::edit_xml(const prepared_run& prepared) {
 
 void main_window::start(const prepared_run& prepared) {
   run([&](document& doc) {
-    author_equipment equipment{app_, lock_, screen_, runner_, {}, {}};
+    author_equipment equipment{app_, lock_, runner_, {}, {}};
     authordvd(doc, equipment, prepared);
   });
 }
@@ -194,18 +199,18 @@ void main_window::start(const prepared_run& prepared) {
 void main_window::still() {
   run([this](document& doc) {
     const media_pictures pictures;
-    still_equipment equipment{app_, lock_, screen_, runner_, pictures};
+    still_equipment equipment{app_, lock_, runner_, pictures};
     stop_question_ = "Stop making the still?  The video will not be complete.";
     still_command(doc, equipment);
   });
 }
 
 void main_window::show_log() {
-  screen_.show_log();
+  display_.show_log();
 }
 
 void main_window::clear_log() {
-  screen_.set_log_text(std::string(version_title) + "\r\n");
+  display_.clear_log();
 }
 
 void main_window::drop_down(const std::string& tool_caption) {
@@ -294,7 +299,6 @@ bool main_window::stop_run() {
     return false;
   }
   runner_.stop();
-  screen_.hide_log();
   return true;
 }
 

@@ -11,7 +11,7 @@
 #include "project/document.h"
 #include "project/project.h"
 #include "runner/shelled.h"
-#include "ui/disc/window_screen.h"
+#include "ui/disc/run_display.h"
 #include "ui/wx_prompts.h"
 
 #include <wx/frame.h>
@@ -65,8 +65,7 @@ class main_window : public wxFrame {
   const command_bars& bars() const { return *bars_; }
   desktop& user_desktop() { return *user_desktop_; }
 
-  // For the runner's screen.
-  void tell(const std::string& text);  ///< says something that needs no answer
+  // For the display of a run.
   void let_commands(bool enabled);
   void let_timer(bool enabled);
 
@@ -74,6 +73,7 @@ class main_window : public wxFrame {
   void make_controls();
   void bind_keys();
   void refresh();
+  void tell(const std::string& text);  ///< says something that needs no answer
   void focus_titles();
   void on_close(wxCloseEvent& event);
   bool stop_run();
@@ -88,7 +88,7 @@ class main_window : public wxFrame {
   document document_;
   std::string app_;
   folder_lock lock_;
-  window_screen screen_;
+  run_display display_;
   std::unique_ptr<process_launcher> launcher_;
   std::unique_ptr<desktop> user_desktop_;
   shelled runner_;

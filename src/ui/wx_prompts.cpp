@@ -2,6 +2,7 @@
 
 #include "platform/files/files.h"
 #include "ui/widgets/file_filter.h"
+#include "ui/widgets/open_text_file.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/filedlg.h>
@@ -124,6 +125,10 @@ std::string wx_prompts::open_file(const file_dialog& dialog) {
 
 std::string wx_prompts::save_file(const file_dialog& dialog) {
   return with_implied_extension(choose(dialog, wxFD_SAVE), dialog.filter);
+}
+
+bool wx_prompts::show_text_file(const std::string& path) {
+  return open_text_file(path);
 }
 
 std::string wx_prompts::input(const input_box& box) {

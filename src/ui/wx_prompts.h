@@ -20,6 +20,7 @@ class wx_prompts : public prompts {
   std::string open_file(const file_dialog& dialog) override;
   std::string save_file(const file_dialog& dialog) override;
   std::string input(const input_box& box) override;
+  bool show_text_file(const std::string& path) override;
   bool can_ask() const override { return !asking_stopped_; }
 
   /// Whether a box or dialog stands: whoever asked is in the middle of it.

@@ -1,7 +1,7 @@
 #include "apps/corvane-author/report.h"
 
+#include "apps/corvane-author/console_listener.h"
 #include "apps/corvane-author/console_prompts.h"
-#include "apps/corvane-author/console_screen.h"
 
 #include <gtest/gtest.h>
 
@@ -113,25 +113,22 @@ TEST_F(Report, QuestionsGetTheAnswerThatLosesNothing) {
             "corvane-author: Overwrite?  (answered: cancel)\n");
 }
 
-TEST_F(Report, APercentageInAPieceWithANewStepIsNotThatStepsOwn) {
-  run_output output;
-  console_screen screen(terminal_, output, false);
-  screen.new_output("*one\n");
-  screen.new_output(" 99% done\n*two\n");
-  screen.set_log_progress(99);
-  screen.new_output(" 3% done\n");
-  screen.set_log_progress(3);
+TEST_F(Report, PercentageThatMayBeOfTheStepBeforeIsNotShown) {
+  console_listener listener(terminal_);
+  listener.step({1, 2, "one", "*one"});
+  listener.step({2, 2, "two", "*two"});
+  listener.progress({99, false});
+  listener.progress({3, true});
   EXPECT_EQ(out(), "\rone\rtwo\rtwo  3 %");
 }
 
-TEST_F(Report, TheTimerSwitchIsKept) {
-  run_output output;
-  console_screen screen(terminal_, output, true);
-  EXPECT_FALSE(screen.timer_enabled());
-  screen.enable_timer(true);
-  EXPECT_TRUE(screen.timer_enabled());
-  EXPECT_TRUE(screen.cleanup());
-  EXPECT_EQ(screen.main_caption(), "Corvane 0.997 - 1/2/2005");
+TEST_F(Report, ErrorsOfARunAreSaidWhenAskedForWithHowManyMoreThereWere) {
+  console_listener listener(piped_);
+  listener.finished({run_outcome::failed, {"ERR:  a", "ERR:  b"}, 5, {}});
+  EXPECT_EQ(err(), "");
+  listener.say_errors();
+  EXPECT_EQ(err(),
+            "corvane-author: ERR:  a\ncorvane-author: ERR:  b\ncorvane-author: ... and 3 more\n");
 }
 
 }  // namespace

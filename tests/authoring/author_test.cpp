@@ -1,19 +1,25 @@
 // The driver's whole conversations, with a launcher that starts nothing.
 #include "authoring/author.h"
 
+#include "authoring/checks.h"
 #include "authoring/sample_projects.h"
 #include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/program_folder.h"
+#include "project/disc_of.h"
 #include "project/missing_tools.h"
 #include "support/recorded_start.h"
 #include "support/scripted_prompts.h"
 #include "support/temporary_folder.h"
+#ifndef _WIN32
+#include "support/long_folder.h"
+#endif
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <system_error>
 
 #ifndef _WIN32
 #include <sys/prctl.h>
@@ -94,10 +100,10 @@ class Author : public ::testing::Test {
   document doc{p, ask, prefs};
   bool made = (make_folders(app), true);
   folder_lock lock{app};
-  recording_screen screen;
+  recording_listener listener;
   recording_launcher launcher;
-  shelled runner{screen, ask, launcher, lock, app};
-  author_equipment e{app, lock, screen, runner, {}, {}};
+  shelled runner{listener, ask, launcher, lock, app};
+  author_equipment e{app, lock, runner, {}, {}};
   prepared_run run;
 };
 
@@ -130,9 +136,10 @@ TEST_F(Author, WritesEveryFileAndStartsTheScript) {
   EXPECT_THAT(launcher.started, ElementsAre("bin/conspawn.exe \"" + in(app, "process.bat") + "\""));
   EXPECT_THAT(launcher.variables, ElementsAre(child_variable{"VIDEO_FORMAT", "PAL"}));
   EXPECT_TRUE(lock.held());
-  ASSERT_GE(screen.log.size(), 2u);
-  EXPECT_EQ(screen.log[0], "show");
-  EXPECT_EQ(screen.log[1], std::string("text ") + version_title + "\r\n");
+  ASSERT_EQ(listener.starts.size(), 1u);
+  EXPECT_EQ(listener.starts[0].first_lines, std::string(version_title) + "\r\n");
+  // Please wait, the buttons' pictures, the menu, two subtitles, the title, the disc, complete.
+  EXPECT_EQ(listener.starts[0].steps, 8);
 }
 
 TEST_F(Author, TheScriptIsToldTheStandardOfTheProject) {
@@ -203,7 +210,7 @@ TEST_F(Author, PreparingStartsNothing) {
   expect_folder_question();
   EXPECT_EQ(prepare_run(doc, e, run), author_result::prepared);
   EXPECT_THAT(launcher.started, IsEmpty());
-  EXPECT_THAT(screen.log, IsEmpty());
+  EXPECT_THAT(listener.starts, IsEmpty());
   EXPECT_TRUE(lock.held());
   EXPECT_FALSE(folder_exists(out));
 }
@@ -396,6 +403,38 @@ TEST_F(Author, ALinkToADiscIsRemovedWithoutWhatItLeadsTo) {
   EXPECT_FALSE(folder_exists(in(out, "VIDEO_TS")));
   EXPECT_TRUE(file_exists(folder.path(in("elsewhere", "VIDEO_TS.IFO"))));
 }
+
+// A path can be too long for the system there, by which nothing is removed.
+TEST_F(Author, LeftoverThatCannotBeRemovedKeepsTheRunFromStartingAndTheEarlierDisc) {
+  long_folder long_out(5);
+  const std::string left = long_out.add("title1.mpg");
+  const std::string disc = add_disc();
+  run.where.app = app;
+  run.where.out = long_out.path();
+  run.replace = {in(out, "VIDEO_TS")};
+  ask.expect(told("\"" + left + "\", left by an earlier run, could not be removed: " +
+                      std::make_error_code(std::errc::filename_too_long).message() +
+                      ".  Authoring was not started.",
+                  icon::critical));
+  EXPECT_EQ(authordvd(doc, e, run), author_result::refused);
+  EXPECT_THAT(launcher.started, IsEmpty());
+  EXPECT_TRUE(file_exists(disc));
+  EXPECT_FALSE(lock.held());
+}
+
+TEST_F(Author, EarlierDiscThatCannotBeRemovedKeepsTheRunFromStarting) {
+  make_folders(out);
+  run.where.app = app;
+  run.where.out = out;
+  run.replace = {in(out, std::string(300, 'x'))};
+  ask.expect(told("\"" + run.replace[0] + "\" of the earlier DVD could not be removed: " +
+                      std::make_error_code(std::errc::filename_too_long).message() +
+                      ".  Authoring was not started.",
+                  icon::critical));
+  EXPECT_EQ(authordvd(doc, e, run), author_result::refused);
+  EXPECT_THAT(launcher.started, IsEmpty());
+  EXPECT_FALSE(lock.held());
+}
 #endif
 
 TEST_F(Author, ASecondRunInTheProgramFolderIsRefused) {
@@ -548,7 +587,7 @@ TEST_F(Author, TheXmlEditorOpensInsteadOfTheRun) {
   e.edit_xml = [&] { ++opened; };
   p.editxml = true;
   expect_folder_question();
-  EXPECT_EQ(author_command(doc, e, run), author_result::started);
+  EXPECT_EQ(author_command(doc, e, run), author_result::editing);
   EXPECT_EQ(opened, 1);
   EXPECT_THAT(launcher.started, IsEmpty());
   EXPECT_TRUE(lock.held());
@@ -575,7 +614,7 @@ TEST_F(Author, AnEditThatCannotBeAuthoredOpensInTheEditorAndIsRefusedAtTheStart)
   p.editxml = true;
   p.customxml = edited_xml(out);
   p.customxml.insert(p.customxml.find("</dvdauthor>"), "<vob file=\"x|\"/>");
-  EXPECT_EQ(author_command(doc, e, run), author_result::started);
+  EXPECT_EQ(author_command(doc, e, run), author_result::editing);
   EXPECT_TRUE(opened);
   EXPECT_EQ(run.where.out, out);
   EXPECT_EQ(folder.read(in("app", "config.xml")), p.customxml);
@@ -597,10 +636,23 @@ TEST_F(Author, AnEditThatHasLostItsFolderAsksForOneBeforeTheEditor) {
        {"just text", "<x>\r\n<y a=\"/dest\"/>\r\n</x>", "<?xml?>\r\n<dvdauthor dest=\"\">"}) {
     p.customxml = edit;
     expect_folder_question();
-    EXPECT_EQ(author_command(doc, e, run), author_result::started) << edit;
+    EXPECT_EQ(author_command(doc, e, run), author_result::editing) << edit;
     EXPECT_EQ(run.where.out, out);
   }
   EXPECT_TRUE(opened);
+}
+
+TEST_F(Author, WithoutAnEditTheProjectIsCheckedWholeBeforeTheEditorOpens) {
+  bool opened = false;
+  e.edit_xml = [&] { opened = true; };
+  p.editxml = true;
+  p.firstplay = "jump menu 9";
+  const auto why = why_not_authorable(disc_of(p), p.customxml, native_style());
+  ASSERT_TRUE(why);
+  ask.expect(told(*why, icon::exclamation));
+  EXPECT_EQ(author_command(doc, e, run), author_result::refused);
+  EXPECT_FALSE(opened);
+  EXPECT_FALSE(lock.held());
 }
 
 TEST_F(Author, WithoutAnEditorTheOptionStartsTheRun) {

@@ -1,53 +1,84 @@
-// Stand-ins for what the runner works with: a screen that keeps what it is shown, a command whose
+// Stand-ins for what the runner works with: a listener that keeps what it is told, a command whose
 // output the test feeds.
 #pragma once
 
 #include "formats/text.h"
 #include "platform/files/folder_lock.h"
 #include "platform/processes/process.h"
-#include "runner/run_screen.h"
+#include "runner/log_display.h"
 #include "runner/shelled.h"
 #include "support/scripted_prompts.h"
 #include "support/temporary_folder.h"
 
 #include <algorithm>
 #include <deque>
+#include <functional>
 #include <memory>
-#include <stdexcept>
-#include <system_error>
 #include <vector>
 
 namespace corvane::testing_support {
 
-class fake_screen : public run_screen {
+/// What the windows would show, worked out as they do.
+class fake_screen : public run_listener {
  public:
-  std::string caption = "Corvane 0.997 - 1/2/2005";
   bool main_enabled = true;
-  bool timer = false;
-  bool clean = false;
-  bool log_shown = true;
+  bool log_shown = false;
   int refreshed = 0;
-  std::vector<std::string> texts, captions, opened;
-  std::vector<double> progress;
-  bool timer_during_text = false;  ///< whether the timer ran while a text was shown
-  std::exception_ptr thrown_by_text;
+  std::vector<std::string> texts, captions;
+  std::vector<double> bar;  ///< the values of the progress bar
+  std::vector<run_start> starts;
+  std::vector<run_step> steps;
+  std::vector<run_progress> percents;
+  std::vector<run_end> ends;
+  std::vector<std::string> events;  ///< the names of the last ones' kinds, in order
+  std::function<void()> during_output, during_closed, during_finished;
 
-  std::string main_caption() const override { return caption; }
-  void enable_main(bool enabled) override { main_enabled = enabled; }
-  void enable_timer(bool enabled) override { timer = enabled; }
-  bool cleanup() const override { return clean; }
-  void show_log() override { log_shown = true; }
-  void hide_log() override { log_shown = false; }
-  void refresh_log() override { ++refreshed; }
-  void set_log_text(const std::string& text) override {
-    if (thrown_by_text)
-      std::rethrow_exception(thrown_by_text);
-    texts.push_back(text);
-    timer_during_text = timer_during_text || timer;
+  void started(const run_start& run) override {
+    events.emplace_back("started");
+    starts.push_back(run);
+    shown_ = {};
+    log_shown = true;
+    bar.push_back(0);
+    main_enabled = false;
   }
-  void set_log_caption(const std::string& text) override { captions.push_back(text); }
-  void set_log_progress(double percent) override { progress.push_back(percent); }
-  void open_log(const std::string& path) override { opened.push_back(path); }
+  void step(const run_step& step) override {
+    steps.push_back(step);
+    shown_.step(step);
+  }
+  void progress(const run_progress& progress) override {
+    percents.push_back(progress);
+    bar.push_back(progress.percent);
+  }
+  void output(std::string_view tail) override {
+    if (during_output)
+      during_output();
+    const log_change change = shown_.output(tail);
+    if (!change.caption.empty())
+      captions.push_back(change.caption);
+    if (change.text)
+      texts.push_back(*change.text);
+    else
+      ++refreshed;
+  }
+  void broken_off() override { events.emplace_back("broken off"); }
+  void closed() override {
+    events.emplace_back("closed");
+    if (during_closed)
+      during_closed();
+    main_enabled = true;
+    texts.emplace_back();
+  }
+  void finished(const run_end& end) override {
+    events.emplace_back("finished");
+    if (during_finished)
+      during_finished();
+    ends.push_back(end);
+    log_shown = false;
+    main_enabled = true;
+  }
+
+ private:
+  log_display shown_;
 };
 
 /// What a test and the fake command share.
@@ -116,6 +147,7 @@ struct fake_run {
   scripted_prompts ask;
   fake_launcher launcher;
   folder_lock lock{app.path()};
+  bool clean = false;  ///< check mark of "clean up files after authoring"
   shelled runner{screen, ask, launcher, lock, app.path()};
 
   std::string script() const { return app.path("process.bat"); }
@@ -123,7 +155,7 @@ struct fake_run {
   /// Starts the script as the authoring driver does.
   void start() {
     EXPECT_TRUE(lock.take());
-    runner.ExecuteCommand(script());
+    runner.ExecuteCommand(script(), {{}, {}, clean});
   }
   /// One piece of output and the pass that finds it.
   void feed(const std::string& piece) {

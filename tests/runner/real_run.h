@@ -42,7 +42,7 @@ class real_run {
     app.add("process.bat", "@echo off\r\necho Send problems to us\r\necho *first step\r\n" + lines +
                                "echo *process complete\r\n");
     ASSERT_TRUE(lock.take());
-    runner.ExecuteCommand(app.path("process.bat"), variables);
+    runner.ExecuteCommand(app.path("process.bat"), {variables, {}, false});
   }
 
   /// Polls until the run has ended. Gives the log without title line, CR and the blanks that the

@@ -322,7 +322,7 @@ TEST(RealRun, ProgressAndStepsReachTheScreen) {
   run.succeeds("echo *authoring title(s).....\r\n" + run.tool("dvdauthor") +
                " print \"STAT: fixing VOBU at 2MB (33/192, 16%)\\n\" silent 300\r\n");
   EXPECT_EQ(run.screen.captions.back(), "Corvane log - *authoring title(s)..... ");
-  EXPECT_EQ(run.screen.progress.back(), 16);
+  EXPECT_EQ(run.screen.bar.back(), 16);
 }
 
 }  // namespace

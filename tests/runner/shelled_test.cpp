@@ -1,6 +1,9 @@
 #include "fake_run.h"
 #include "runner/run_log.h"
 
+#include <stdexcept>
+#include <system_error>
+
 namespace corvane {
 namespace {
 
@@ -16,9 +19,9 @@ TEST(Shelled, StartsTheScriptThroughConspawnWithTheScriptInQuotes) {
   EXPECT_EQ(run.runner.CommandLine, run.script());
   EXPECT_TRUE(run.runner.running());
   EXPECT_EQ(run.runner.outcome(), run_outcome::running);
-  EXPECT_TRUE(run.screen.timer);
+  EXPECT_TRUE(run.runner.watching());
   EXPECT_FALSE(run.screen.main_enabled);
-  EXPECT_EQ(run.screen.progress, std::vector<double>{0});
+  EXPECT_EQ(run.screen.bar, std::vector<double>{0});
   EXPECT_TRUE(run.lock.held());
 }
 
@@ -43,7 +46,7 @@ TEST(Shelled, EmptyCommandLineIsRefusedAndLeavesTheMainWindowDisabled) {
   run.runner.ExecuteCommand();
   EXPECT_TRUE(run.launcher.started.empty());
   EXPECT_FALSE(run.screen.main_enabled);
-  EXPECT_FALSE(run.screen.timer);
+  EXPECT_FALSE(run.runner.watching());
   EXPECT_FALSE(run.runner.running());
   EXPECT_FALSE(run.lock.held());
 }
@@ -54,7 +57,7 @@ TEST(Shelled, PipeThatCannotBeMadeIsToldWithItsErrorNumber) {
   run.launcher.error = 24;
   run.ask.expect({"CreatePipe failed. Error: 24", icon::critical, buttons::ok, "Corvane"});
   run.start();
-  EXPECT_FALSE(run.screen.timer);
+  EXPECT_FALSE(run.runner.watching());
   EXPECT_FALSE(run.screen.log_shown);
   EXPECT_TRUE(run.screen.main_enabled) << "nobody could use the program any more";
   EXPECT_FALSE(run.runner.running());
@@ -72,7 +75,7 @@ TEST(Shelled, MissingScriptRunnerIsToldAndTheMainWindowEnabledAgain) {
   run.start();
   EXPECT_FALSE(run.screen.log_shown);
   EXPECT_TRUE(run.screen.main_enabled);
-  EXPECT_FALSE(run.screen.timer);
+  EXPECT_FALSE(run.runner.watching());
   EXPECT_FALSE(run.runner.running());
   EXPECT_FALSE(run.lock.held());
 }
@@ -92,7 +95,7 @@ TEST(Shelled, PassWithoutOutputKeepsPolling) {
   run.start();
   run.runner.update();
   EXPECT_TRUE(run.runner.running());
-  EXPECT_TRUE(run.screen.timer);
+  EXPECT_TRUE(run.runner.watching());
   EXPECT_TRUE(run.screen.texts.empty());
 }
 
@@ -102,33 +105,39 @@ TEST(Shelled, OutputIsShownWithItsCaptionAndProgress) {
   run.feed("*multiplexing title: 1.....\n  45.3% done\n");
   EXPECT_EQ(run.screen.texts.back(), title + "*multiplexing title: 1..... \r\n   45.3% done \r\n ");
   EXPECT_EQ(run.screen.captions.back(), "Corvane log - multiplexing title: 1..... ");
-  EXPECT_EQ(run.screen.progress.back(), 45.3);
-  EXPECT_TRUE(run.screen.timer);
+  EXPECT_EQ(run.screen.bar.back(), 45.3);
+  EXPECT_TRUE(run.runner.watching());
 }
 
-TEST(Shelled, TimerIsOffDuringAPassAndOnAgainAfterIt) {
+TEST(Shelled, PassDoesNotBeginInAnother) {
   fake_run run;
   run.start();
+  run.screen.during_output = [&run] {
+    ASSERT_LT(run.launcher.output->pieces.size(), 9u);
+    run.launcher.output->pieces.push_back("two\n");
+    run.runner.update();
+    EXPECT_EQ(run.launcher.output->pieces.size(), 1u) << "read by the inner pass";
+    run.screen.during_output = nullptr;
+  };
   run.feed("one\n");
-  ASSERT_FALSE(run.screen.texts.empty());
-  EXPECT_FALSE(run.screen.timer_during_text);
-  EXPECT_TRUE(run.screen.timer);
+  EXPECT_EQ(run.screen.texts.size(), 1u);
+  EXPECT_TRUE(run.runner.watching());
 }
 
 TEST(Shelled, PercentageAtThePiecesBeginningLeavesTheBarUnchanged) {
   fake_run run;
   run.start();
   run.feed("45% done\n");
-  EXPECT_EQ(run.screen.progress, std::vector<double>{0});
+  EXPECT_EQ(run.screen.bar, std::vector<double>{0});
 }
 
 TEST(Shelled, ProgressOutOfRangeStaysInTheBar) {
   fake_run run;
   run.start();
   run.feed("at 250% \n");
-  EXPECT_EQ(run.screen.progress.back(), 100);
+  EXPECT_EQ(run.screen.bar.back(), 100);
   run.feed("at -3% \n");
-  EXPECT_EQ(run.screen.progress.back(), 0);
+  EXPECT_EQ(run.screen.bar.back(), 0);
 }
 
 TEST(Shelled, OutputWithoutALineBreakInSightRefreshesTheLogWindow) {
@@ -137,7 +146,7 @@ TEST(Shelled, OutputWithoutALineBreakInSightRefreshesTheLogWindow) {
   run.feed(std::string(8000, 'x'));
   EXPECT_EQ(run.screen.refreshed, 1);
   EXPECT_TRUE(run.screen.texts.empty());
-  EXPECT_TRUE(run.screen.timer);
+  EXPECT_TRUE(run.runner.watching());
 }
 
 TEST(Shelled, MarkerEndsTheRunInTheSamePassEvenIfMoreFollows) {
@@ -148,7 +157,7 @@ TEST(Shelled, MarkerEndsTheRunInTheSamePassEvenIfMoreFollows) {
   run.feed("done\n*process complete\nand more 50%");
   EXPECT_FALSE(run.runner.running());
   EXPECT_EQ(run.runner.outcome(), run_outcome::success);
-  EXPECT_FALSE(run.screen.timer);
+  EXPECT_FALSE(run.runner.watching());
   EXPECT_TRUE(run.screen.main_enabled);
   EXPECT_FALSE(run.screen.log_shown);
   EXPECT_EQ(run.screen.texts.back(), "");
@@ -273,7 +282,7 @@ TEST(Shelled, ErrorLineMakesTheRunAFailureAndKeepsTheFiles) {
   fake_run run;
   run.app.add("process.bat");
   run.app.add("config.xml");
-  run.screen.clean = true;
+  run.clean = true;
   run.start();
   run.expect_failure();
   run.feed("one\nERR:  cannot open\n*process complete\n");
@@ -329,7 +338,7 @@ TEST(Shelled, SuccessWithCleanUpRemovesEveryXmlBatAndPngButTheLog) {
   for (const char* name : {"process.bat", "config.xml", "menu1.xml", "highlight1.png", "users.png",
                            "users.bat", "notes.txt"})
     run.app.add(name);
-  run.screen.clean = true;
+  run.clean = true;
   run.start();
   run.expect_success();
   run.feed("\n*process complete\n");
@@ -352,11 +361,11 @@ TEST(Shelled, OkOpensTheLogAndCancelDoesNot) {
   run.start();
   run.expect_success(answer::cancel);
   run.feed("\n*process complete\n");
-  EXPECT_TRUE(run.screen.opened.empty());
+  EXPECT_TRUE(run.ask.shown.empty());
   run.start();
   run.expect_failure(answer::ok);
   run.feed("\nERR:  x\n*process complete\n");
-  EXPECT_EQ(run.screen.opened, std::vector<std::string>{run.app.path("CorvaneLOG.txt")});
+  EXPECT_EQ(run.ask.shown, std::vector<std::string>{run.app.path("CorvaneLOG.txt")});
 }
 
 TEST(Shelled, LogIsRewrittenNotAppendedByEveryRun) {
@@ -386,6 +395,9 @@ TEST(Shelled, LogThatCannotBeWrittenIsToldBeforeTheOutcome) {
   run.expect_success();
   run.feed("\n*process complete\n");
   EXPECT_EQ(run.runner.outcome(), run_outcome::success);
+  ASSERT_EQ(run.screen.ends.back().troubles.size(), 1u);
+  EXPECT_EQ(run.screen.ends.back().troubles[0].file, run.app.path("CorvaneLOG.txt"));
+  EXPECT_EQ(run.screen.ends.back().troubles[0].text, "could not be written: " + reason);
 }
 
 TEST(Shelled, EndprocessEndsTheWatchingWithoutAWordOrAKill) {
@@ -395,7 +407,7 @@ TEST(Shelled, EndprocessEndsTheWatchingWithoutAWordOrAKill) {
   run.runner.endprocess();
   EXPECT_EQ(run.launcher.output->killed, 0);
   EXPECT_TRUE(run.launcher.output->closed);
-  EXPECT_FALSE(run.screen.timer);
+  EXPECT_FALSE(run.runner.watching());
   EXPECT_TRUE(run.screen.main_enabled);
   EXPECT_EQ(run.screen.texts.back(), "");
   EXPECT_FALSE(run.lock.held());
@@ -438,13 +450,12 @@ TEST(Shelled, UnexpectedErrorIsReportedAndStopsThePolling) {
   fake_run run;
   run.start();
   run.feed("before\n");
-  run.screen.thrown_by_text =
-      std::make_exception_ptr(std::system_error(7, std::generic_category(), "no room"));
+  run.screen.during_output = [] { throw std::system_error(7, std::generic_category(), "no room"); };
   const std::string what = std::system_error(7, std::generic_category(), "no room").what();
   run.ask.expect(
       {"Unexpected error7 in the update code.\r\n" + what, icon::none, buttons::ok, "Corvane"});
   run.feed("after\n");
-  EXPECT_FALSE(run.screen.timer);
+  EXPECT_FALSE(run.runner.watching());
   EXPECT_FALSE(run.screen.main_enabled);
   EXPECT_EQ(run.app.read("updatecodelog.txt"),
             title + "before \r\n after \r\n \r\nUnexpected error in gui7 in the update code.\r\n" +
@@ -454,7 +465,7 @@ TEST(Shelled, UnexpectedErrorIsReportedAndStopsThePolling) {
 TEST(Shelled, UnexpectedErrorWithoutANumberIsReportedAsZero) {
   fake_run run;
   run.start();
-  run.screen.thrown_by_text = std::make_exception_ptr(std::runtime_error("odd"));
+  run.screen.during_output = [] { throw std::runtime_error("odd"); };
   run.ask.expect({"Unexpected error0 in the update code.\r\nodd"});
   run.feed("x\n");
 }
@@ -462,32 +473,193 @@ TEST(Shelled, UnexpectedErrorWithoutANumberIsReportedAsZero) {
 TEST(Shelled, RunCanBeStoppedAfterAnUnexpectedError) {
   fake_run run;
   run.start();
-  run.screen.thrown_by_text = std::make_exception_ptr(std::runtime_error("odd"));
+  run.screen.during_output = [] { throw std::runtime_error("odd"); };
   run.ask.expect({"Unexpected error0 in the update code.\r\nodd"});
   run.feed("x\n");
-  run.screen.thrown_by_text = nullptr;
+  run.screen.during_output = nullptr;
   run.runner.stop();
   EXPECT_FALSE(run.runner.running());
   EXPECT_TRUE(run.screen.main_enabled);
 }
 
-TEST(Shelled, CleanUpThatFailsIsAnUnexpectedErrorWithTheLogWritten) {
+TEST(Shelled, EventsComeInTheOrderOfARun) {
   fake_run run;
-  run.screen.clean = true;  // but no process.bat that could be copied
   run.start();
-  std::string what;
-  try {
-    std::filesystem::copy_file(path_of(run.app.path("process.bat")),
-                               path_of(run.app.path("fake.png")));
-  } catch (const std::filesystem::filesystem_error& error) {
-    what = "Unexpected error" + std::to_string(error.code().value()) + " in the update code.\r\n" +
-           error.what();
-  }
-  run.ask.expect({what});
+  EXPECT_EQ(run.screen.events, std::vector<std::string>{"started"});
+  run.feed("working\n");
+  run.expect_success();
+  run.feed("*process complete\n");
+  EXPECT_EQ(run.screen.events, (std::vector<std::string>{"started", "closed", "finished"}));
+}
+
+TEST(Shelled, LogIsInItsPlaceWhenTheRunIsClosedAndTheCleanUpIsDoneWhenItHasFinished) {
+  fake_run run;
+  run.app.add("process.bat");
+  run.clean = true;
+  run.start();
+  run.screen.during_closed = [&run] {
+    EXPECT_TRUE(file_exists(run.app.path("CorvaneLOG.txt")));
+    EXPECT_TRUE(file_exists(run.app.path("process.bat")));
+  };
+  run.screen.during_finished = [&run] {
+    EXPECT_FALSE(file_exists(run.app.path("process.bat")));
+    EXPECT_FALSE(run.ask.all_asked()) << "the outcome was told before";
+  };
+  run.expect_success();
   run.feed("\n*process complete\n");
-  EXPECT_EQ(run.log(), title + " \r\n *process complete \r\n \r\n");
-  EXPECT_EQ(run.app.read("updatecodelog.txt").substr(0, title.size()), title);
-  EXPECT_TRUE(run.screen.main_enabled);
+  EXPECT_EQ(run.screen.events.back(), "finished");
+}
+
+TEST(Shelled, StepsAreCountedAmongThoseThatTheScriptAnnounces) {
+  fake_run run;
+  run.app.add("process.bat",
+              "@echo off\r\necho Send\r\necho ***please wait.\r\necho *multiplexing title: "
+              "1.....\r\n\"bin/mplex.exe\" *x\r\necho *process complete\r\n");
+  run.start();
+  EXPECT_EQ(run.screen.starts.back().steps, 3);
+  run.feed("Send\n***please wait.\n*multiplexing title: 1.....\n*a tool's own\n");
+  ASSERT_EQ(run.screen.steps.size(), 3u);
+  EXPECT_EQ(run.screen.steps[0].number, 1);
+  EXPECT_EQ(run.screen.steps[0].name, "please wait");
+  EXPECT_EQ(run.screen.steps[1].number, 2);
+  EXPECT_EQ(run.screen.steps[1].count, 3);
+  EXPECT_EQ(run.screen.steps[1].line, "*multiplexing title: 1.....");
+  EXPECT_EQ(run.screen.steps[2].number, 2);
+  run.expect_success();
+  run.feed("*process complete\n");
+  EXPECT_EQ(run.screen.steps.back().number, 3);
+}
+
+TEST(Shelled, StepWithMoreThanTwentyLinesAfterItInOnePassIsNotLost) {
+  fake_run run;
+  run.start();
+  std::string output = "Send\n*multiplexing title: 1.....\n";
+  for (int i = 0; i < 30; ++i)
+    output += "INFO: line " + std::to_string(i) + "\n";
+  run.feed(output);
+  ASSERT_EQ(run.screen.steps.size(), 1u);
+  EXPECT_EQ(run.screen.steps[0].name, "multiplexing title: 1");
+  EXPECT_EQ(run.screen.captions,
+            std::vector<std::string>{"Corvane log - *multiplexing title: 1..... "});
+}
+
+TEST(Shelled, StepWithMoreThanTheViewAfterItInOnePassIsNotLost) {
+  fake_run run;
+  run.start();
+  run.feed("Send\n*multiplexing title: 1.....\n" + std::string(8000, 'x'));
+  EXPECT_EQ(run.screen.captions,
+            std::vector<std::string>{"Corvane log - *multiplexing title: 1..... "});
+}
+
+TEST(Shelled, StepOfTheRunBeforeIsNotShownInTheNext) {
+  fake_run run;
+  run.start();
+  run.expect_success();
+  run.feed("Send\n*process complete\n");
+  run.start();
+  run.feed("Send\nworking\n");
+  EXPECT_TRUE(run.screen.captions.empty());
+}
+
+TEST(Shelled, PercentageInAPieceWithANewStepMayBeOfTheStepBefore) {
+  fake_run run;
+  run.start();
+  run.feed(" 99% done\n*two\n");
+  run.feed(" 3% done\n");
+  ASSERT_EQ(run.screen.percents.size(), 2u);
+  EXPECT_FALSE(run.screen.percents[0].of_last_step);
+  EXPECT_TRUE(run.screen.percents[1].of_last_step);
+}
+
+TEST(Shelled, EndTellsTheOutcomeAndTheFirstErrors) {
+  fake_run run;
+  run.start();
+  run.expect_failure();
+  run.feed("Send\nERR:  one\nmplex: **ERROR: two\n*process complete\n");
+  ASSERT_EQ(run.screen.ends.size(), 1u);
+  EXPECT_EQ(run.screen.ends[0].outcome, run_outcome::failed);
+  EXPECT_EQ(run.screen.ends[0].errors,
+            (std::vector<std::string>{"ERR:  one", "mplex: **ERROR: two"}));
+  EXPECT_EQ(run.screen.ends[0].error_count, 2u);
+  run.start();
+  run.expect_success();
+  run.feed("Send\n*process complete\n");
+  EXPECT_EQ(run.screen.ends[1].outcome, run_outcome::success);
+  EXPECT_EQ(run.screen.ends[1].error_count, 0u);
+}
+
+TEST(Shelled, LogThatCannotBeOpenedIsToldWithItsPath) {
+  fake_run run;
+  run.ask.shows = false;
+  run.start();
+  run.expect_success(answer::ok);
+  run.ask.expect({"The log cannot be opened.  It is in " + run.app.path("CorvaneLOG.txt") + ".",
+                  icon::information, buttons::ok, "Corvane"});
+  run.feed("\n*process complete\n");
+}
+
+TEST(Shelled, UnexpectedErrorBreaksTheRunOff) {
+  fake_run run;
+  run.start();
+  run.screen.during_output = [] { throw std::runtime_error("odd"); };
+  run.ask.expect({"Unexpected error0 in the update code.\r\nodd"});
+  run.feed("x\n");
+  EXPECT_EQ(run.screen.events, (std::vector<std::string>{"started", "broken off"}));
+  EXPECT_TRUE(run.runner.running());
+  run.feed("not read any more\n");
+  EXPECT_EQ(run.launcher.output->pieces.size(), 1u);
+}
+
+TEST(Shelled, RunThatDidNotStartHasFinishedWithoutAnOutcome) {
+  fake_run run;
+  run.launcher.fails = start_result::step::process;
+  run.ask.expect({"Binaries not found, please reinstall the program.", icon::critical});
+  run.start();
+  EXPECT_EQ(run.screen.events, (std::vector<std::string>{"started", "finished"}));
+  EXPECT_EQ(run.screen.ends[0].outcome, run_outcome::none);
+}
+
+/// What the system says when the file cannot be copied.
+std::string why_not_copied(const std::string& from, const std::string& to) {
+  std::error_code error;
+  std::filesystem::copy_file(path_of(from), path_of(to),
+                             std::filesystem::copy_options::overwrite_existing, error);
+  return error.message();
+}
+
+TEST(Shelled, CleanUpWithoutTheScriptIsStillASuccess) {
+  fake_run run;
+  run.app.add("config.xml");
+  run.clean = true;  // but no process.bat that could be copied
+  run.start();
+  run.expect_success();
+  run.feed("\n*process complete\n");
+  EXPECT_EQ(run.runner.outcome(), run_outcome::success);
+  EXPECT_FALSE(file_exists(run.app.path("config.xml")));
+  EXPECT_FALSE(file_exists(run.app.path("updatecodelog.txt")));
+  ASSERT_EQ(run.screen.ends.back().troubles.size(), 2u);
+  EXPECT_EQ(run.screen.ends.back().troubles[0].file, run.app.path("fake.png"));
+}
+
+TEST(Shelled, WhatTheCleanUpCouldNotDoIsToldAtTheEndAndInTheLog) {
+  fake_run run;
+  const std::string script = run.app.add("process.bat");
+  run.app.add("config.xml");
+  const std::string in_the_way = run.app.path("fake.xml");
+  ASSERT_FALSE(make_folders(join_path(in_the_way, "x")));
+  const std::string why =
+      "could not be written by the clean-up: " + why_not_copied(script, in_the_way);
+  run.clean = true;
+  run.start();
+  run.expect_success();
+  run.feed("\n*process complete\n");
+  ASSERT_EQ(run.screen.ends.back().troubles.size(), 1u);
+  EXPECT_EQ(run.screen.ends.back().troubles[0].file, in_the_way);
+  EXPECT_EQ(run.screen.ends.back().troubles[0].text, why);
+  EXPECT_EQ(run.log(), title + " \r\n *process complete \r\n \r\nINFO: \"" + in_the_way + "\" " +
+                           why + "\r\n");
+  EXPECT_FALSE(file_exists(run.app.path("config.xml")));
+  EXPECT_FALSE(file_exists(script));
 }
 
 TEST(Shelled, OutputOfAnyLengthIsReadInPiecesOfBoundedSize) {

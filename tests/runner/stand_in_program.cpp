@@ -6,7 +6,6 @@
 #include "platform/files/folder_lock.h"
 #include "platform/files/paths.h"
 #include "platform/processes/process.h"
-#include "runner/run_screen.h"
 #include "runner/shelled.h"
 
 #include <chrono>
@@ -16,18 +15,14 @@
 
 namespace {
 
-class no_screen : public corvane::run_screen {
-  std::string main_caption() const override { return "stand-in"; }
-  void enable_main(bool /*enabled*/) override {}
-  void enable_timer(bool /*enabled*/) override {}
-  bool cleanup() const override { return false; }
-  void show_log() override {}
-  void hide_log() override {}
-  void refresh_log() override {}
-  void set_log_text(const std::string& /*text*/) override {}
-  void set_log_caption(const std::string& /*caption*/) override {}
-  void set_log_progress(double /*percent*/) override {}
-  void open_log(const std::string& /*path*/) override {}
+class no_listener : public corvane::run_listener {
+  void started(const corvane::run_start& /*run*/) override {}
+  void step(const corvane::run_step& /*step*/) override {}
+  void progress(const corvane::run_progress& /*progress*/) override {}
+  void output(std::string_view /*tail*/) override {}
+  void broken_off() override {}
+  void closed() override {}
+  void finished(const corvane::run_end& /*end*/) override {}
 };
 
 class no_prompts : public corvane::prompts {
@@ -46,11 +41,11 @@ int main(int argc, char** argv) {
     return 2;
   const std::string folder = argv[1];
   std::filesystem::current_path(corvane::path_of(folder));
-  no_screen screen;
+  no_listener listener;
   no_prompts ask;
   const auto launcher = corvane::make_process_launcher();
   corvane::folder_lock lock(folder);
-  corvane::shelled runner(screen, ask, *launcher, lock, folder);
+  corvane::shelled runner(listener, ask, *launcher, lock, folder);
   if (!lock.take())
     return 3;
   runner.ExecuteCommand(corvane::join_path(folder, "process.bat"));

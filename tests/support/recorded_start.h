@@ -2,12 +2,12 @@
 #pragma once
 
 #include "platform/processes/process.h"
-#include "project/project.h"
-#include "runner/run_screen.h"
+#include "runner/run_listener.h"
 
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace corvane::testing_support {
@@ -37,21 +37,17 @@ class recording_launcher : public process_launcher {
   bool works = true;
 };
 
-/// Keeps what happened to the log window.
-class recording_screen : public run_screen {
+/// Keeps how runs were started.
+class recording_listener : public run_listener {
  public:
-  std::string main_caption() const override { return version_title; }
-  void enable_main(bool) override {}
-  void enable_timer(bool) override {}
-  bool cleanup() const override { return false; }
-  void show_log() override { log.emplace_back("show"); }
-  void hide_log() override { log.emplace_back("hide"); }
-  void refresh_log() override {}
-  void set_log_text(const std::string& text) override { log.push_back("text " + text); }
-  void set_log_caption(const std::string&) override {}
-  void set_log_progress(double) override {}
-  void open_log(const std::string&) override {}
-  std::vector<std::string> log;
+  void started(const run_start& run) override { starts.push_back(run); }
+  void step(const run_step&) override {}
+  void progress(const run_progress&) override {}
+  void output(std::string_view) override {}
+  void broken_off() override {}
+  void closed() override {}
+  void finished(const run_end&) override {}
+  std::vector<run_start> starts;
 };
 
 }  // namespace corvane::testing_support

@@ -9,6 +9,7 @@
 #include <deque>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace corvane::testing_support {
 
@@ -44,6 +45,8 @@ class scripted_prompts : public prompts {
   }
   /// After the last expected question the program is ending, and nobody answers any more.
   void leave_after_last() { leaves_ = true; }
+  std::vector<std::string> shown;  ///< text files
+  bool shows = true;               ///< whether they can be
   bool all_asked() const { return steps_.empty(); }
 
   answer message(const message_box& box) override {
@@ -57,6 +60,10 @@ class scripted_prompts : public prompts {
   }
   std::string open_file(const file_dialog& dialog) override { return file("open dialog", dialog); }
   std::string save_file(const file_dialog& dialog) override { return file("save dialog", dialog); }
+  bool show_text_file(const std::string& path) override {
+    shown.push_back(path);
+    return shows;
+  }
   std::string input(const input_box& box) override {
     const step s = next("input box", box.prompt);
     EXPECT_EQ(s.input.title, box.title);

@@ -13,7 +13,7 @@ namespace corvane {
 namespace {
 
 using testing_support::recording_launcher;
-using testing_support::recording_screen;
+using testing_support::recording_listener;
 using testing_support::rows;
 
 class known_sizes : public picture_loader {
@@ -85,10 +85,10 @@ class StillVideo : public testing_support::command_test {
   bool made = (make_folders(app), true);
   known_sizes pictures;
   folder_lock lock{app};
-  recording_screen screen;
+  recording_listener listener;
   recording_launcher launcher;
-  shelled runner{screen, ask, launcher, lock, app};
-  still_equipment e{app, lock, screen, runner, pictures};
+  shelled runner{listener, ask, launcher, lock, app};
+  still_equipment e{app, lock, runner, pictures};
 };
 
 // The script -------------------------------------------------------------------------------------
@@ -135,9 +135,9 @@ TEST_F(StillVideo, WritesTheScriptClearsAndShowsTheLogAndRunsIt) {
   EXPECT_EQ(still_command(doc, e), still_result::started);
   EXPECT_EQ(script(), still_script(app, {jpeg, out, 480, 1}));
   EXPECT_EQ(launcher.started, rows{"bin/conspawn.exe \"" + join_path(app, "process.bat") + "\""});
-  ASSERT_GE(screen.log.size(), 2u);
-  EXPECT_EQ(screen.log[0], "text ");
-  EXPECT_EQ(screen.log[1], "show");
+  ASSERT_EQ(listener.starts.size(), 1u);
+  EXPECT_EQ(listener.starts[0].first_lines, "");
+  EXPECT_EQ(listener.starts[0].steps, 2);
   EXPECT_TRUE(lock.held());
 }
 

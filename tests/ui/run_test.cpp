@@ -147,6 +147,22 @@ TEST_F(Runs, CommandsRestWhileARunIsOn) {
   EXPECT_TRUE(commands_enabled());
 }
 
+TEST_F(Runs, CaptionNamesAStepThatManyLinesFollowAtOnce) {
+  replace_tool("mplex", "seq -f 'INFO: line %g' 40\nexec sleep 300\n");
+  add_title(real_video(), real_audio());
+  start_authoring();
+  EXPECT_TRUE(wait_until([] {
+    const wxWindow* text = wxWindow::FindWindowByName("Text1");
+    return text != nullptr &&
+           utf8_of(dynamic_cast<const wxTextCtrl*>(text)->GetValue()).ends_with("line 40 \n ");
+  }));
+  EXPECT_EQ(ask_ui([] { return utf8_of(dynamic_cast<wxFrame*>(control("log"))->GetTitle()); }),
+            "Corvane log - *multiplexing title: 1..... ");
+  click_control("stop");
+  answer_message(stop_text, "Yes");
+  EXPECT_TRUE(wait_until([] { return !log_is_shown(); }));
+}
+
 TEST_F(Runs, StopAsksAndNoGoesOn) {
   replace_tool("mplex", "sleep 2\n");
   add_title(real_video(), real_audio());

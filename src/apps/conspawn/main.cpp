@@ -8,6 +8,7 @@
 
 #include "platform/files/files.h"
 #include "platform/processes/spawn.h"
+#include "runner/output_lines.h"
 #include "runner/script_interpreter.h"
 
 #include <cstdint>
@@ -18,17 +19,21 @@ namespace {
 
 constexpr std::uintmax_t largest_script = 64u << 20;
 
+void complain(const std::string& what) {
+  corvane::write_output("\n" + std::string(corvane::error_mark) + what + "\n");
+}
+
 bool run(const corvane::invocation& own) {
   // Started through PATH the folder would be unknown; the runner always gives a path.
   const std::filesystem::path program = corvane::path_of(own.program);
   if (program.parent_path().empty() || own.arguments.size() != 1) {
-    corvane::write_output("\nERR:  conspawn needs its own path and one script\n");
+    complain("conspawn needs its own path and one script");
     return false;
   }
   const std::string folder = corvane::absolute_path(corvane::text_of(program.parent_path()));
   const corvane::result<std::string> script = corvane::read_file(own.arguments[0], largest_script);
   if (!script) {
-    corvane::write_output("\nERR:  the work script cannot be read: " + script.error + "\n");
+    complain("the work script cannot be read: " + script.error);
     return false;
   }
   corvane::system_script_host host(folder);
@@ -42,7 +47,7 @@ int main(int argc, char** argv) {
     corvane::begin_as_script_runner();
     return run(corvane::own_invocation(argc, argv)) ? 0 : 1;
   } catch (const std::exception& error) {
-    corvane::write_output(std::string("\nERR:  conspawn failed: ") + error.what() + "\n");
+    complain(std::string("conspawn failed: ") + error.what());
     return 1;
   }
 }

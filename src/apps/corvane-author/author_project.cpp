@@ -1,8 +1,7 @@
 #include "apps/corvane-author/author_project.h"
 
+#include "apps/corvane-author/console_listener.h"
 #include "apps/corvane-author/console_prompts.h"
-#include "apps/corvane-author/console_screen.h"
-#include "apps/corvane-author/watched_launcher.h"
 #include "authoring/author.h"
 #include "authoring/navigation_xml.h"
 #include "platform/files/files.h"
@@ -16,7 +15,7 @@
 #include "runner/run_files.h"
 
 #include <chrono>
-#include <string_view>
+#include <memory>
 
 namespace corvane {
 namespace {
@@ -56,6 +55,7 @@ int status_of(author_result result) {
       return disc_authored;
     case author_result::not_started:
       return tool_reported_error;
+    case author_result::editing:
     case author_result::tool_missing:
       return tool_not_installed;
     case author_result::nothing_to_author:
@@ -75,19 +75,16 @@ struct run {
       : report_(out),
         doc(opened),
         lock(app_lock),
-        screen(out, output, opened.p.cleanup),
+        listener(out),
         launcher(make_process_launcher()),
-        watched(*launcher, [this](std::string_view piece) { screen.new_output(piece); }),
-        runner(screen, opened.ask, watched, lock, app),
-        equipment{app, lock, screen, runner, {}, {}} {}
+        runner(listener, opened.ask, *launcher, lock, app),
+        equipment{app, lock, runner, {}, {}} {}
 
   report& report_;
   document& doc;
   folder_lock& lock;
-  run_output output;
-  console_screen screen;
+  console_listener listener;
   std::unique_ptr<process_launcher> launcher;
-  watched_launcher watched;
   shelled runner;
   author_equipment equipment;
   prepared_run prepared;
@@ -107,20 +104,12 @@ int watch(run& r) {
       return stop(r);
     r.runner.update();
     // After an error of its own the runner polls no more and has said so.
-    if (r.runner.running() && !r.screen.timer_enabled()) {
+    if (r.runner.running() && !r.runner.watching()) {
       r.runner.stop();
       return tool_reported_error;
     }
   }
   return r.runner.outcome() == run_outcome::success ? disc_authored : tool_reported_error;
-}
-
-void say_errors(run& r) {
-  for (const std::string& line : r.output.errors())
-    r.report_.message(line);
-  if (r.output.error_count() > r.output.errors().size())
-    r.report_.message("... and " +
-                      std::to_string(r.output.error_count() - r.output.errors().size()) + " more");
 }
 
 int start_and_watch(run& r) {
@@ -134,7 +123,7 @@ int start_and_watch(run& r) {
   const int status = watch(r);
   r.report_.end_progress();
   if (status == tool_reported_error)
-    say_errors(r);
+    r.listener.say_errors();
   r.report_.line("log: " + join_path(r.equipment.app, run_file::log));
   return status;
 }

@@ -1,5 +1,6 @@
 #include "runner/tools/spumux.h"
 
+#include "runner/output_lines.h"
 #include "runner/tools/spumux_subtitles.h"
 
 namespace corvane {
@@ -38,7 +39,8 @@ std::vector<std::string> judge_subtitle(const run_file::subtitle_name& subtitle,
   const std::string about = "subtitle " + subtitle.number + " of title " + subtitle.title + " (" +
                             subtitle_file_in(control) + ")";
   const std::string end = complaint_about(name_in_path(call.words[0]), result.ends[0]);
-  const std::string why = why_not_subtitled(result.errors + (end.empty() ? "" : "\nERR:  " + end));
+  const std::string why =
+      why_not_subtitled(result.errors + (end.empty() ? "" : "\n" + std::string(error_mark) + end));
   if (!why.empty())
     return {about + " is not on the disc: " + why};
   const std::string missing = what_is_missing(result.errors, control);

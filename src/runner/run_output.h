@@ -1,4 +1,4 @@
-// What a run's output says: the steps that the work script announces and the tools' complaints.
+// The lines that a run's script prints: the steps among them and the tools' complaints.
 #pragma once
 
 #include <cstddef>
@@ -13,12 +13,13 @@ class run_output {
  public:
   void feed(std::string_view piece);
 
-  /// The steps announced since the last call ("multiplexing title: 1"): the lines that begin with
-  /// "*", without the asterisks before and the points after.
+  /// Ends a last line that was left open.
+  void end();
+
+  /// The lines since the last call that name a step ("*multiplexing title: 1.....").
   std::vector<std::string> take_steps();
 
-  /// The first lines that make the run a failure: those that begin with "ERR" and those with
-  /// "**ERR" at their beginning or after a blank.
+  /// The first lines that make the run a failure.
   const std::vector<std::string>& errors() const { return errors_; }
 
   /// How many such lines there were; errors() keeps no more than the first `kept_errors`.
@@ -26,8 +27,6 @@ class run_output {
   static constexpr std::size_t kept_errors = 10;
 
  private:
-  void end_of_line();
-
   std::string line_;
   std::vector<std::string> steps_;
   std::vector<std::string> errors_;

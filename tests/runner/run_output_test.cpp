@@ -1,4 +1,4 @@
-#include "apps/corvane-author/run_output.h"
+#include "runner/run_output.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,8 +20,8 @@ const std::string sample =
 TEST(RunOutput, StepsAreTheLinesThatBeginWithAnAsterisk) {
   run_output output;
   output.feed(sample);
-  EXPECT_THAT(output.take_steps(), ElementsAre("please wait while the titles are multiplexed",
-                                               "multiplexing title: 1", "process complete"));
+  EXPECT_THAT(output.take_steps(), ElementsAre("***please wait while the titles are multiplexed.",
+                                               "*multiplexing title: 1.....", "*process complete"));
   EXPECT_THAT(output.take_steps(), IsEmpty());
 }
 
@@ -46,6 +46,14 @@ TEST(RunOutput, HoweverTheOutputIsCut) {
     EXPECT_EQ(output.take_steps(), steps) << cut;
     EXPECT_EQ(output.errors(), whole.errors()) << cut;
   }
+}
+
+TEST(RunOutput, LastLineThatWasLeftOpenCountsOnceItEnds) {
+  run_output output;
+  output.feed("*one.....\n*two");
+  EXPECT_THAT(output.take_steps(), ElementsAre("*one....."));
+  output.end();
+  EXPECT_THAT(output.take_steps(), ElementsAre("*two"));
 }
 
 TEST(RunOutput, KeepsTheFirstErrorsAndCountsAll) {

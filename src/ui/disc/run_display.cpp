@@ -1,0 +1,93 @@
+#include "ui/disc/run_display.h"
+
+#include "project/project.h"
+#include "ui/disc/log_window.h"
+#include "ui/main_window.h"
+#include "ui/widgets/wx_text.h"
+
+#include <utility>
+
+namespace corvane {
+
+run_display::run_display(main_window& main, std::function<void()> stop)
+    : main_(main), stop_(std::move(stop)) {}
+
+run_display::~run_display() {
+  if (log_ != nullptr)
+    log_->Destroy();
+}
+
+log_window& run_display::log() {
+  if (log_ == nullptr) {
+    log_ = new log_window(stop_);
+    log_->show_text(std::string(version_title) + "\r\n");
+    log_->run_is_active(!main_enabled_);
+  }
+  return *log_;
+}
+
+void run_display::show_log() {
+  log().Iconize(false);
+  log().Show();
+  log().Raise();
+  log().Update();
+}
+
+void run_display::clear_log() {
+  log().show_text(std::string(version_title) + "\r\n");
+}
+
+void run_display::let_main(bool enabled) {
+  if (main_enabled_ == enabled)
+    return;
+  main_enabled_ = enabled;
+  main_.let_commands(enabled);
+  if (log_ != nullptr)
+    log_->run_is_active(!enabled);
+}
+
+void run_display::started(const run_start& run) {
+  shown_ = {};
+  // Cleared before it is shown: the text of the run before must not be seen again.
+  log().show_text({});
+  show_log();
+  log().show_text(run.first_lines);
+  log().show_progress(0);
+  let_main(false);
+}
+
+void run_display::step(const run_step& step) {
+  shown_.step(step);
+}
+
+void run_display::progress(const run_progress& progress) {
+  log().show_progress(progress.percent);
+}
+
+void run_display::output(std::string_view tail) {
+  const log_change change = shown_.output(tail);
+  if (!change.caption.empty() && log().GetTitle() != wx_text(change.caption))
+    log().SetTitle(wx_text(change.caption));
+  if (change.text)
+    log().show_text(*change.text);
+  else
+    log().Refresh();
+}
+
+void run_display::broken_off() {
+  main_.let_timer(false);
+}
+
+void run_display::closed() {
+  main_.let_timer(false);
+  let_main(true);
+  log().show_text({});
+}
+
+void run_display::finished(const run_end& /*end*/) {
+  log().Hide();
+  log().SetTitle("Corvane log");  // the last step's name must not greet the next run
+  let_main(true);
+}
+
+}  // namespace corvane
