@@ -1,4 +1,4 @@
-#include "disc/command.h"
+#include "disc/disc_command.h"
 
 #include "formats/numbers.h"
 #include "formats/text.h"

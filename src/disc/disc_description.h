@@ -9,7 +9,7 @@
 // Nothing here is looked up or checked: files may be missing, numbers out of every range.
 #pragma once
 
-#include "disc/command.h"
+#include "disc/disc_command.h"
 #include "disc/subtitle_settings.h"
 
 #include <cstddef>

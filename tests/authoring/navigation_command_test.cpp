@@ -4,7 +4,7 @@
 #include "authoring/row_checks.h"
 #include "authoring/sample_projects.h"
 #include "authoring/texts_of_project.h"
-#include "disc/command.h"
+#include "disc/disc_command.h"
 #include "formats/text.h"
 
 #include <gmock/gmock.h>
