@@ -5,10 +5,8 @@
 namespace corvane {
 namespace {
 
-/// Length of the sequence that a lead byte opens; 0 when it opens none.
+/// Length of the sequence that a lead byte beyond ASCII opens; 0 when it opens none.
 std::size_t sequence_length(unsigned char lead) {
-  if (lead < 0x80)
-    return 1;
   if (lead >= 0xC2 && lead <= 0xDF)
     return 2;
   if (lead >= 0xE0 && lead <= 0xEF)
@@ -42,10 +40,12 @@ utf8_character first_character(std::string_view text) {
   if (text.empty())
     return {};
   const auto lead = static_cast<unsigned char>(text[0]);
+  if (lead < 0x80)
+    return {lead, 1};
   const std::size_t length = sequence_length(lead);
   if (length == 0 || text.size() < length)
     return {};
-  std::uint32_t code = length == 1 ? lead : lead & (0x7Fu >> length);
+  std::uint32_t code = lead & (0x7Fu >> length);
   for (const char c : text.substr(1, length - 1)) {
     if (!continues_character(c))
       return {};
