@@ -27,6 +27,14 @@ TEST(CleanUp, RemovesTheThreeKindsAndNothingElse) {
   EXPECT_TRUE(folder_exists(app.path("folder.xml/inside")));
 }
 
+TEST(CleanUp, CopiesThatAreThereAlreadyAreReplacedInSilence) {
+  temporary_folder app;
+  for (const char* name : {"process.bat", "fake.png", "fake.xml"})
+    app.add(name);
+  EXPECT_TRUE(clean_up(app.path()).empty());
+  EXPECT_TRUE(files_in(app.path()).empty());
+}
+
 TEST(CleanUp, ScriptThatIsGoneIsToldAndTheRestIsRemoved) {
   temporary_folder app;
   app.add("config.xml");

@@ -88,6 +88,14 @@ TEST(View, ShowsTheLastTwentyLines) {
   EXPECT_EQ(view->text.substr(view->text.size() - 9), "line 30\r\n");
 }
 
+TEST(View, OfTwentyOneLinesTheFirstIsNotShown) {
+  std::string twenty = "2";
+  for (int i = 3; i <= 21; ++i)
+    twenty += "\r\n" + std::to_string(i);
+  EXPECT_EQ(view_of(twenty)->text, twenty);
+  EXPECT_EQ(view_of("1\r\n" + twenty)->text, twenty);
+}
+
 TEST(View, FewLinesAreAllShown) {
   EXPECT_EQ(view_of("a \r\n b")->text, "a \r\n b");
 }

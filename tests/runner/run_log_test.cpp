@@ -1,6 +1,11 @@
 #include "runner/run_log.h"
 
+#include "platform/files/files.h"
 #include "support/temporary_folder.h"
+
+#include <filesystem>
+#include <system_error>
+#include <vector>
 
 namespace corvane {
 namespace {
@@ -126,6 +131,28 @@ TEST(RunLog, FolderThatCannotBeWrittenIsTold) {
   EXPECT_TRUE(log.finish());
   EXPECT_FALSE(folder_exists(folder.path("missing")));
 }
+
+TEST(RunLog, LogThatCannotTakeItsPlaceIsToldAndLeavesNoPartOfItself) {
+  written_log w;
+  ASSERT_FALSE(make_folders(w.folder.path("CorvaneLOG.txt")));
+  EXPECT_TRUE(w.log.finish());
+  EXPECT_TRUE(files_in(w.folder.path()).empty());
+}
+
+#ifndef _WIN32  // where no file is a full disk
+TEST(RunLog, DiskThatIsFullWhenTheLogIsClosedIsTold) {
+  const temporary_folder folder;
+  folder.add("CorvaneLOG.txt", "an earlier log");
+  std::filesystem::create_symlink("/dev/full", path_of(folder.path("CorvaneLOG.txt.part")));
+  run_log log;
+  log.begin(folder.path("CorvaneLOG.txt"));
+  log.open();
+  log.append("so little that it is written at the end");
+  EXPECT_EQ(log.finish(), std::make_error_code(std::errc::no_space_on_device).message());
+  EXPECT_EQ(folder.read("CorvaneLOG.txt"), "an earlier log");
+  EXPECT_EQ(files_in(folder.path()), std::vector<std::string>{"CorvaneLOG.txt"});
+}
+#endif
 
 }  // namespace
 }  // namespace corvane

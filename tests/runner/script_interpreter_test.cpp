@@ -1,10 +1,13 @@
 #include "runner/script_interpreter.h"
 
 #include "noting_host.h"
+#include "platform/files/files.h"
+#include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace corvane {
 namespace {
@@ -107,6 +110,16 @@ TEST(Complaint, NamesTheToolAndHowItEnded) {
             "gm.exe could not be started: No such file or directory");
   EXPECT_EQ(complaint_about("gm.exe", {kind::by_exception, 0xC0000005, "access violation"}),
             "gm.exe was ended by exception 0xC0000005 (access violation)");
+}
+
+TEST(SystemScriptHost, FilesToEraseAreNoFolders) {
+  const testing_support::temporary_folder folder;
+  const std::string file = folder.add("title1.mpg");
+  ASSERT_FALSE(make_folders(folder.path("title2.mpg")));
+  system_script_host host(folder.path());
+  EXPECT_EQ(host.matching(file), std::vector<std::string>{file});
+  EXPECT_TRUE(host.matching(folder.path("title2.mpg")).empty());
+  EXPECT_EQ(host.matching(folder.path("*.mpg")), std::vector<std::string>{file});
 }
 
 }  // namespace
