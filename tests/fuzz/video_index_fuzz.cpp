@@ -1,8 +1,8 @@
 // Any bytes as an MPEG video stream, in slices of any size and in packets: the index names pictures
 // that lie in the stream one after the other, each of them shown once or not at all, and it does
 // not depend on the slices.
-#include "formats/sanitized.h"
 #include "formats/program_stream.h"
+#include "formats/sanitized.h"
 #include "formats/video_index.h"
 
 #include <algorithm>
