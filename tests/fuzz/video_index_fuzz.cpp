@@ -2,7 +2,6 @@
 // that lie in the stream one after the other, each of them shown once or not at all, and it does
 // not depend on the slices.
 #include "formats/program_stream.h"
-#include "formats/sanitized.h"
 #include "formats/video_index.h"
 
 #include <algorithm>
@@ -44,7 +43,7 @@ void check_pictures(const video_index& index, std::size_t size) {
 }
 
 void check_order(const video_index& index) {
-  std::vector<bool> sanitized(index.coded(), false);
+  std::vector<bool> shown(index.coded(), false);
   for (std::size_t n = 0; n < index.shown(); ++n) {
     const std::size_t coded = index.coded_of(n);
     must(coded < index.coded() && !shown[coded], "each number shows a picture of its own");
