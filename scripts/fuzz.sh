@@ -40,7 +40,7 @@ if [ "${1:-}" = --run ]; then
 fi
 
 [ $# -gt 0 ] || set -- project_file script subtitle video_index xml
-./scripts/setup.sh --test
+./scripts/setup.sh --all
 cmake --preset fuzz >/dev/null
 for name; do
   cmake --build build/fuzz --target "fuzz_$name"

@@ -2,10 +2,11 @@
 # Installs, by name, the Debian packages that this repository needs; does nothing, and needs no
 # network, when they are all there.
 #
-#   scripts/setup.sh          everything (the same as --test)
+#   scripts/setup.sh          everything (the same as --all)
 #   scripts/setup.sh --run    what ./scripts/run.sh and ./scripts/author-sample.sh need
 #   scripts/setup.sh --test   that, and what ./scripts/test.sh and ./scripts/bench.sh need
 #   scripts/setup.sh --windows  that of --run, and what ./scripts/build-windows.sh needs
+#   scripts/setup.sh --all    all of that, and what ./scripts/test.sh --all and ./scripts/fuzz.sh need
 #   scripts/setup.sh --list   prints the names of all packages, one a line, and installs nothing
 set -eu
 
@@ -17,11 +18,9 @@ mjpegtools dvdauthor graphicsmagick genisoimage fontconfig
 ffmpeg libavcodec-dev libswscale-dev fonts-dejavu-core libdvdread-dev libdvdnav-dev
 "
 
-# GoogleTest (its source too, for Windows), the other compilers, a display without a screen, Wine,
-# a desktop's own programs, a browser, libxml2's reader.
+# GoogleTest, a display without a screen, a desktop's own programs, a browser, libxml2's reader.
 test_packages="
-libgtest-dev libgmock-dev googletest libbenchmark-dev
-clang clang-format clang-tidy libclang-rt-14-dev llvm
+libgtest-dev libgmock-dev libbenchmark-dev clang-format
 xvfb xauth xdotool openbox x11-utils x11-apps imagemagick librsvg2-common adwaita-icon-theme
 libx11-dev dpkg-dev file procps util-linux
 xdg-utils desktop-file-utils shared-mime-info libglib2.0-bin libfile-mimeinfo-perl
@@ -34,6 +33,11 @@ windows_packages="
 g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 libz-mingw-w64-dev wine wine64
 dpkg-dev patch nasm bison flex autoconf automake libtool nsis zip unzip librsvg2-bin icoutils
 googletest xvfb xauth xdotool openbox x11-utils imagemagick file util-linux
+"
+
+# The other compiler, its fuzzer and its lint.
+clang_packages="
+clang clang-tidy libclang-rt-14-dev llvm
 "
 
 fail() {
@@ -63,16 +67,17 @@ as_root() {
   fi
 }
 
-case "${1:---test}" in
+case "${1:---all}" in
   --run) packages="$run_packages" ;;
   --windows) packages="$run_packages $windows_packages" ;;
-  --test) packages="$run_packages $test_packages $windows_packages" ;;
+  --test) packages="$run_packages $test_packages" ;;
+  --all) packages="$run_packages $test_packages $clang_packages $windows_packages" ;;
   --list)
     # shellcheck disable=SC2086
-    printf '%s\n' $run_packages $test_packages $windows_packages | sort -u
+    printf '%s\n' $run_packages $test_packages $clang_packages $windows_packages | sort -u
     exit 0
     ;;
-  *) fail "unknown argument \"$1\" (--run, --windows, --test or --list)." ;;
+  *) fail "unknown argument \"$1\" (--run, --test, --windows, --all or --list)." ;;
 esac
 
 if ! command -v dpkg-query >/dev/null 2>&1 || ! command -v apt-get >/dev/null 2>&1; then
