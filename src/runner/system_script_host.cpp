@@ -1,8 +1,8 @@
 #include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
-#include "runner/tools/spumux_buttons.h"
 #include "runner/script_interpreter.h"
+#include "runner/tools/spumux_buttons.h"
 
 #include <cstdint>
 #include <filesystem>
