@@ -1,7 +1,6 @@
 // The driver's whole conversations, with a launcher that starts nothing.
 #include "authoring/author.h"
 
-#include "authoring/checks.h"
 #include "authoring/sample_projects.h"
 #include "formats/text.h"
 #include "platform/files/files.h"
@@ -11,15 +10,11 @@
 #include "support/recorded_start.h"
 #include "support/scripted_prompts.h"
 #include "support/temporary_folder.h"
-#ifndef _WIN32
-#include "support/long_folder.h"
-#endif
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <system_error>
 
 #ifndef _WIN32
 #include <sys/prctl.h>
@@ -403,38 +398,6 @@ TEST_F(Author, ALinkToADiscIsRemovedWithoutWhatItLeadsTo) {
   EXPECT_FALSE(folder_exists(in(out, "VIDEO_TS")));
   EXPECT_TRUE(file_exists(folder.path(in("elsewhere", "VIDEO_TS.IFO"))));
 }
-
-// A path can be too long for the system there, by which nothing is removed.
-TEST_F(Author, LeftoverThatCannotBeRemovedKeepsTheRunFromStartingAndTheEarlierDisc) {
-  long_folder long_out(5);
-  const std::string left = long_out.add("title1.mpg");
-  const std::string disc = add_disc();
-  run.where.app = app;
-  run.where.out = long_out.path();
-  run.replace = {in(out, "VIDEO_TS")};
-  ask.expect(told("\"" + left + "\", left by an earlier run, could not be removed: " +
-                      std::make_error_code(std::errc::filename_too_long).message() +
-                      ".  Authoring was not started.",
-                  icon::critical));
-  EXPECT_EQ(authordvd(doc, e, run), author_result::refused);
-  EXPECT_THAT(launcher.started, IsEmpty());
-  EXPECT_TRUE(file_exists(disc));
-  EXPECT_FALSE(lock.held());
-}
-
-TEST_F(Author, EarlierDiscThatCannotBeRemovedKeepsTheRunFromStarting) {
-  make_folders(out);
-  run.where.app = app;
-  run.where.out = out;
-  run.replace = {in(out, std::string(300, 'x'))};
-  ask.expect(told("\"" + run.replace[0] + "\" of the earlier DVD could not be removed: " +
-                      std::make_error_code(std::errc::filename_too_long).message() +
-                      ".  Authoring was not started.",
-                  icon::critical));
-  EXPECT_EQ(authordvd(doc, e, run), author_result::refused);
-  EXPECT_THAT(launcher.started, IsEmpty());
-  EXPECT_FALSE(lock.held());
-}
 #endif
 
 TEST_F(Author, ASecondRunInTheProgramFolderIsRefused) {
@@ -640,19 +603,6 @@ TEST_F(Author, AnEditThatHasLostItsFolderAsksForOneBeforeTheEditor) {
     EXPECT_EQ(run.where.out, out);
   }
   EXPECT_TRUE(opened);
-}
-
-TEST_F(Author, WithoutAnEditTheProjectIsCheckedWholeBeforeTheEditorOpens) {
-  bool opened = false;
-  e.edit_xml = [&] { opened = true; };
-  p.editxml = true;
-  p.firstplay = "jump menu 9";
-  const auto why = why_not_authorable(disc_of(p), p.customxml, native_style());
-  ASSERT_TRUE(why);
-  ask.expect(told(*why, icon::exclamation));
-  EXPECT_EQ(author_command(doc, e, run), author_result::refused);
-  EXPECT_FALSE(opened);
-  EXPECT_FALSE(lock.held());
 }
 
 TEST_F(Author, WithoutAnEditorTheOptionStartsTheRun) {
