@@ -173,8 +173,6 @@ bool shelled::state::read_pieces() {
 /// perhaps, and counts only when the script runner ended well or an error has told why it did not.
 void shelled::state::broke() {
   log.append(normalize.rest());
-  output.end();
-  tell_steps();
   const std::optional<exit_status> status = child->ended();
   if (log.ends_with_marker() && (log.holds_error() || ended_well(status)))
     return;
@@ -226,6 +224,8 @@ failure shelled::state::close_run() {
 }
 
 void shelled::state::finish() {
+  output.end();  // the marker's line end may not have been read
+  tell_steps();
   const bool failed = log.holds_error();
   outcome = failed ? run_outcome::failed : run_outcome::success;
   std::vector<run_trouble> troubles;

@@ -196,6 +196,8 @@ TEST(Shelled, ScriptRunnerThatDiesAfterTheMarkerLineSpoilsNothing) {
   run.feed("done\n*process complete");
   EXPECT_EQ(run.runner.outcome(), run_outcome::success);
   EXPECT_EQ(run.log(), title + "done \r\n *process complete\r\n");
+  ASSERT_EQ(run.screen.steps.size(), 1u);
+  EXPECT_EQ(run.screen.steps[0].name, "process complete");
 }
 
 TEST(Shelled, ScriptRunnerThatDiesWithinTheMarkerIsAFailure) {

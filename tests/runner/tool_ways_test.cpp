@@ -98,6 +98,12 @@ TEST(HarmlessRefusal, GivesNoErrorLineInAScript) {
   EXPECT_EQ(host.notes, "[run /own/gm.exe,mogrify]\n");
 }
 
+TEST(ToolWays, ErrorsOfOneAmongSeveralProgramsAreNotCollected) {
+  noting_host host;
+  run_script("bin/gm.exe convert | bin/mplex.exe\n", host);
+  EXPECT_FALSE(host.last.watch_errors);
+}
+
 const char* const subtitle_line =
     "bin/spumux.exe -s 1 \"/app/sub3-2.xml\" <\"/o/presub.mpg\" > \"/o/title3.mpg\"\necho next\n";
 const char* const ran_and_read =
@@ -116,7 +122,7 @@ TEST(Chapters, ThatDvdauthorWillLeaveOutAreToldBeforeItRunsAndAreNoError) {
 
 TEST(Chapters, AreNotLookedForWhenNoNavigationXmlIsNamed) {
   noting_host host;
-  run_script("\"bin/dvdauthor.exe\" -x \"\"", host);
+  run_script("\"bin/dvdauthor.exe\" -x \"\"\n\"bin/dvdauthor.exe\" -o \"/o/out\"\n", host);
   EXPECT_EQ(host.notes.find("[read "), std::string::npos) << host.notes;
 }
 
