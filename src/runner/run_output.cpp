@@ -20,23 +20,32 @@ void run_output::feed(std::string_view piece) {
     if (next_cr < begin)
       next_cr = piece.find('\r', begin);
     const std::size_t line_end = std::min(piece.find('\n', begin), next_cr);
-    line_ += piece.substr(begin, std::min(line_end - begin, longest_line - line_.size()));
-    if (line_end == std::string_view::npos)
-      return;
-    end();
+    const std::string_view part = piece.substr(begin, line_end - begin);
+    if (line_end != std::string_view::npos && line_.empty()) {
+      look_at(part.substr(0, longest_line));
+    } else {
+      line_ += part.substr(0, longest_line - line_.size());
+      if (line_end == std::string_view::npos)
+        return;
+      end();
+    }
     begin = line_end + 1;
   }
 }
 
 void run_output::end() {
-  if (is_error_line(line_)) {
-    if (errors_.size() < kept_errors)
-      errors_.push_back(line_);
-    ++error_count_;
-  } else if (!step_in_line(line_).empty()) {
-    steps_.push_back(line_);
-  }
+  look_at(line_);
   line_.clear();
+}
+
+void run_output::look_at(std::string_view line) {
+  if (is_error_line(line)) {
+    if (errors_.size() < kept_errors)
+      errors_.emplace_back(line);
+    ++error_count_;
+  } else if (!step_in_line(line).empty()) {
+    steps_.emplace_back(line);
+  }
 }
 
 std::vector<std::string> run_output::take_steps() {

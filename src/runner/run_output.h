@@ -27,6 +27,8 @@ class run_output {
   static constexpr std::size_t kept_errors = 10;
 
  private:
+  void look_at(std::string_view line);
+
   std::string line_;
   std::vector<std::string> steps_;
   std::vector<std::string> errors_;
