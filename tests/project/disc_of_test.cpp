@@ -97,7 +97,7 @@ TEST(DiscOf, SettingsOfTheLastRowServeSubtitlesWithoutOne) {
   project p = with_title("\\a.m2v/\\a.ac3");
   p.subtitledata = {"\\1.srt/\\2.srt/\\3.srt"};
   p.subtitleoptions = {"left|right|"};
-  const auto& subtitles = disc_of(p).title(1).subtitles;
+  const auto subtitles = disc_of(p).title(1).subtitles;
   ASSERT_THAT(subtitles, SizeIs(3));
   EXPECT_EQ(subtitles[1].settings.fields[0], "right");
   EXPECT_EQ(subtitles[2].settings.fields[0], "right");
