@@ -55,7 +55,7 @@ class RegistryEditor : public testing_support::command_test {
     ::RegDeleteTreeW(HKEY_CLASSES_ROOT, L".cvp");
   }
   association_result associate() {
-    return register_command(w, {app_, join_path(app_, "corvane.exe"), "", {}, *desktop_});
+    return register_command(doc, {app_, join_path(app_, "corvane.exe"), "", {}, *desktop_});
   }
   std::string command() const { return "\"" + join_path(app_, "corvane.exe") + "\" %1"; }
 

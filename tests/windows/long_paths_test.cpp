@@ -6,6 +6,7 @@
 #include "apps/program_windows.h"
 #include "authoring/checks.h"
 #include "authoring/texts_of_project.h"
+#include "disc/disc_description.h"
 #include "platform/files/files.h"
 #include "project/project_file.h"
 #include "project/subtitle_rows.h"
@@ -92,9 +93,9 @@ TEST_F(LongPaths, OfTheDiscsFilesCountsNotOnlyThatOfItsFolder) {
 TEST_F(LongPaths, OfTheProgramFolderIsRefused) {
   run_paths where{home_.path(), home_.path("disc")};
   where.app += "\\" + std::string(259 - windows_length(home_.path("\\bin\\dvdauthor.exe")), 'p');
-  EXPECT_EQ(why_not_this_folder({}, where), std::nullopt);
+  EXPECT_EQ(why_not_this_folder(disc_description{}, where), std::nullopt);
   where.app += "p";
-  EXPECT_THAT(why_not_this_folder({}, where).value_or(""),
+  EXPECT_THAT(why_not_this_folder(disc_description{}, where).value_or(""),
               AllOf(HasSubstr("The program folder"),
                     HasSubstr("the path of dvdauthor.exe in it has 260" + limit)));
 }
