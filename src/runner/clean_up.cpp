@@ -9,24 +9,20 @@
 
 namespace corvane {
 
-namespace fs = std::filesystem;
-
 std::vector<run_trouble> clean_up(const std::string& app) {
   std::vector<run_trouble> troubles;
-  std::error_code error;
   for (const char* name : run_file::copies_of_script) {
     const std::string copy = join_path(app, name);
-    fs::copy_file(path_of(join_path(app, run_file::script)), path_of(copy),
-                  fs::copy_options::overwrite_existing, error);
-    if (error)
-      troubles.push_back({copy, "could not be written by the clean-up: " + error.message()});
+    if (const failure why = copy_file(join_path(app, run_file::script), copy))
+      troubles.push_back({copy, "could not be written by the clean-up: " + *why});
   }
   for (const std::string& name : files_in(app)) {
     const std::string extension = lower_extension_of(name);
     if (extension != "xml" && extension != "bat" && extension != "png")
       continue;
     const std::string file = join_path(app, name);
-    fs::remove(path_of(file), error);
+    std::error_code error;
+    std::filesystem::remove(path_of(file), error);
     if (error)
       troubles.push_back({file, "could not be removed by the clean-up: " + error.message()});
   }

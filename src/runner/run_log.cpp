@@ -14,10 +14,8 @@
 namespace corvane {
 namespace {
 
-namespace fs = std::filesystem;
-
-fs::path part_of(const std::string& path) {
-  return path_of(path + ".part");
+std::string part_of(const std::string& path) {
+  return path + ".part";
 }
 
 std::string reason(int error) {
@@ -38,7 +36,7 @@ void run_log::begin(std::string path) {
 void run_log::open() {
   opened_ = true;
   errno = 0;
-  file_.open(part_of(path_), std::ios::binary | std::ios::trunc);
+  file_.open(path_of(part_of(path_)), std::ios::binary | std::ios::trunc);
   if (!file_)
     trouble_ = reason(errno);
   write(tail_);
@@ -90,15 +88,13 @@ failure run_log::finish() {
     trouble_ = reason(errno);
   std::error_code error;
   if (!trouble_) {
-    fs::rename(part_of(path_), path_of(path_), error);
+    std::filesystem::rename(path_of(part_of(path_)), path_of(path_), error);
     // On Windows a program that shows the old log can keep it from being replaced, though not from
     // being rewritten.
     if (error)
-      fs::copy_file(part_of(path_), path_of(path_), fs::copy_options::overwrite_existing, error);
-    if (error)
-      trouble_ = error.message();
+      trouble_ = copy_file(part_of(path_), path_);
   }
-  fs::remove(part_of(path_), error);
+  std::filesystem::remove(path_of(part_of(path_)), error);
   opened_ = false;
   return trouble_;
 }
@@ -109,11 +105,9 @@ void run_log::add_line(std::string_view line) {
 
 failure run_log::copy_to(const std::string& path, std::string_view last) {
   file_.flush();
-  std::error_code error;
-  fs::copy_file(opened_ ? part_of(path_) : path_of(path_), path_of(path),
-                fs::copy_options::overwrite_existing, error);
-  std::ofstream file(path_of(path), std::ios::binary | (error ? std::ios::trunc : std::ios::app));
-  if (error)
+  const bool copied = !copy_file(opened_ ? part_of(path_) : path_, path);
+  std::ofstream file(path_of(path), std::ios::binary | (copied ? std::ios::app : std::ios::trunc));
+  if (!copied)
     file << tail_;
   file << crlf << last << crlf;
   file.close();

@@ -68,6 +68,18 @@ TEST(Files, WritingOverAFolderFailsAndLeavesNothingBeside) {
   EXPECT_TRUE(files_in(folder.path()).empty());
 }
 
+TEST(Files, CopyingReplacesTheWholeTextAndSaysWhyNot) {
+  const temporary_folder folder;
+  const std::string from = folder.add(odd_name, "new");
+  folder.add("to", "longer than before");
+  EXPECT_FALSE(copy_file(from, folder.path("to")));
+  EXPECT_EQ(folder.read("to"), "new");
+  EXPECT_FALSE(copy_file(from, folder.path("a new one")));
+  EXPECT_EQ(folder.read("a new one"), "new");
+  EXPECT_NE(copy_file(folder.path("absent"), folder.path("to")).value_or(""), "");
+  EXPECT_EQ(folder.read("to"), "new");
+}
+
 TEST(Files, RemovingTakesAFolderWithAllItHoldsAndAMissingOneIsDone) {
   const temporary_folder folder;
   folder.add("sub/deep/a");

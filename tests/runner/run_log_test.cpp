@@ -122,6 +122,14 @@ TEST(RunLog, CopyHoldsWhatWasCollectedAndTheLastLine) {
   EXPECT_EQ(file_size(w.folder.path("CorvaneLOG.txt")), 7u + 100000 + 1 + 2);
 }
 
+TEST(RunLog, CopyReplacesAnEarlierOneWhole) {
+  written_log w;
+  w.folder.add("copy.txt", "an earlier report");
+  w.log.append(std::string(100000, 'y'));
+  EXPECT_FALSE(w.log.copy_to(w.folder.path("copy.txt"), "the end"));
+  EXPECT_EQ(w.folder.read("copy.txt"), "title\r\n" + std::string(100000, 'y') + "\r\nthe end\r\n");
+}
+
 TEST(RunLog, FolderThatCannotBeWrittenIsTold) {
   temporary_folder folder;
   run_log log;

@@ -623,10 +623,7 @@ TEST(Shelled, RunThatDidNotStartHasFinishedWithoutAnOutcome) {
 
 /// What the system says when the file cannot be copied.
 std::string why_not_copied(const std::string& from, const std::string& to) {
-  std::error_code error;
-  std::filesystem::copy_file(path_of(from), path_of(to),
-                             std::filesystem::copy_options::overwrite_existing, error);
-  return error.message();
+  return copy_file(from, to).value_or("it was copied");
 }
 
 TEST(Shelled, CleanUpWithoutTheScriptIsStillASuccess) {

@@ -47,6 +47,9 @@ std::vector<std::string> files_in(std::string_view native_folder);
 /// Removes one file or a folder with all it holds. Missing is success.
 failure remove_all(std::string_view native);
 
+/// Copies a file; one that stands at `to` has its content replaced, and may be left half written.
+failure copy_file(std::string_view from, std::string_view to);
+
 /// Makes a folder and the ones above it. There already is success.
 failure make_folders(std::string_view native);
 

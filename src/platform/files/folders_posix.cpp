@@ -39,6 +39,14 @@ failure remove_all(std::string_view native) {
   return std::nullopt;
 }
 
+failure copy_file(std::string_view from, std::string_view to) {
+  std::error_code error;
+  fs::copy_file(path_of(from), path_of(to), fs::copy_options::overwrite_existing, error);
+  if (error)
+    return error.message();
+  return std::nullopt;
+}
+
 std::string absolute_path(std::string_view native) {
   std::error_code error;
   fs::path path = fs::absolute(path_of(native), error);

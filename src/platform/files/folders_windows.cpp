@@ -1,5 +1,6 @@
 // By the system itself: the compiler's library takes "\\server\share" for folders of the current
-// drive, lists no folder with a long path, and removes what a junction leads to.
+// drive, lists no folder with a long path, removes what a junction leads to, and takes any two
+// files for one and the same, which it does not copy over itself.
 #include "platform/files/files.h"
 #include "platform/text/utf16_windows.h"
 
@@ -73,6 +74,12 @@ failure remove_all(std::string_view native) {
   if (error == 0 || error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND)
     return std::nullopt;
   return std::system_category().message(static_cast<int>(error));
+}
+
+failure copy_file(std::string_view from, std::string_view to) {
+  if (::CopyFileW(utf16(from).c_str(), utf16(to).c_str(), FALSE) != 0)
+    return std::nullopt;
+  return std::system_category().message(static_cast<int>(::GetLastError()));
 }
 
 std::string absolute_path(std::string_view native) {
