@@ -8,7 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <string>
 
 namespace corvane {
 namespace {
@@ -118,8 +118,9 @@ TEST(XmlReader, AnEarlierFaultHidesALaterCharacter) {
   EXPECT_THAT(fault_of("<a><b></a>\x01"), HasSubstr("1:7 the end tag"));
 }
 
+// A reader that takes the square of a text's length would not end in the time that a test program
+// has.
 TEST(XmlReader, HostileTextsTakeNeitherStackNorTime) {
-  const auto begin = std::chrono::steady_clock::now();
   std::string deep;
   std::string attributes = "<a";
   for (int i = 0; i < 200000; ++i) {
@@ -130,11 +131,9 @@ TEST(XmlReader, HostileTextsTakeNeitherStackNorTime) {
   EXPECT_EQ(fault_of(attributes + "/>"), "(fine)");
   EXPECT_THAT(fault_of("<a>" + std::string(1000000, '&')), HasSubstr("1:4 "));
   EXPECT_THAT(fault_of("<" + std::string(1000000, 'n')), HasSubstr("1:1 the tag of \"nnn"));
-  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
 }
 
 TEST(XmlReader, ElementsOfHostileTextsTakeNeitherStackNorTime) {
-  const auto begin = std::chrono::steady_clock::now();
   std::string deep, ends, lines = "<a>";
   for (int i = 0; i < 50000; ++i) {
     deep += "<a>";
@@ -143,7 +142,6 @@ TEST(XmlReader, ElementsOfHostileTextsTakeNeitherStackNorTime) {
   }
   EXPECT_EQ(read_xml(deep + ends).elements.back().parent, 49998u);
   EXPECT_EQ(read_xml(lines + "</a>").elements.back().line, 50001);
-  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
 }
 
 TEST(XmlReader, LongNamesAreShortenedInWhatIsTold) {
