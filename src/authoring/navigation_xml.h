@@ -21,7 +21,7 @@ std::string config_xml(const disc_description& d, const std::string& customxml,
                        const run_paths& where);
 
 /// The output folder that hand-edited XML names: the text between the first two double quotes of
-/// its second line, "&amp;" turned back into "&". Empty when there is none.
+/// its second line, "&amp;" turned back into "&". Returns an empty text if there is none.
 std::string folder_of_custom_xml(std::string_view customxml);
 
 /// Whether the second line is the one that names the folder.

@@ -5,6 +5,7 @@
 #include "authoring/subtitle_xml.h"
 #include "formats/numbers.h"
 #include "formats/text.h"
+#include "runner/output_lines.h"
 #include "runner/run_files.h"
 
 namespace corvane {
@@ -96,7 +97,7 @@ std::string work_script(const disc_description& d, const run_paths& where) {
   add_subtitles(text, d, where);
   add_disc(text, d, where);
   // The runner takes this line for the end of the run; nothing may follow it.
-  add_line(text, "echo *process complete");
+  add_line(text, "echo " + std::string(end_marker));
   return text;
 }
 

@@ -15,8 +15,8 @@
 
 extern "C" {
 
-/// Makes a decoder; null when FFmpeg was built without it. FFmpeg is kept from writing to standard
-/// error, in the whole program. The caller owns what it gets.
+/// Makes a decoder. Returns nullptr if FFmpeg was built without it. FFmpeg is kept from writing to
+/// standard error, in the whole program. The caller owns what it gets.
 using corvane_decoder_maker = corvane::picture_decoder*(corvane::picture_coding coding);
 
 corvane_decoder_maker corvane_make_decoder;

@@ -36,8 +36,8 @@ class picture_decoder {
   picture_decoder& operator=(const picture_decoder&) = delete;
   virtual ~picture_decoder() = default;
 
-  /// Decodes one whole picture, and gives it back; null when the decoder makes none of the bytes.
-  /// Pictures are given in the order in which they come in, not in the one in which they are shown.
+  /// Decodes one whole picture, and gives it back. Returns nullptr if the decoder makes none of the
+  /// bytes. Pictures are given in the order in which they come in, not in that of the film.
   virtual std::unique_ptr<decoded_frame> decode(const std::vector<std::uint8_t>& bytes) = 0;
 
   /// Forgets all pictures decoded so far; the next one stands for itself.

@@ -21,7 +21,7 @@ class video_loader {
   /// Closes the file.
   void close();
 
-  /// Null when there is none.
+  /// Returns nullptr if there is none.
   video_file* video() const { return video_.get(); }
 
   /// Until this is false, not all pictures are known.

@@ -26,7 +26,7 @@ class subtitle_file {
 
   /// "UTF-8" or "UTF-16" when the bytes say for themselves that they are: they hold
   /// letters beyond ASCII and are well-formed UTF-8, or begin with the byte order mark of UTF-16.
-  /// Empty when they do not: they are ASCII, or in a set that only the user knows.
+  /// Returns an empty text if they do not: they are ASCII, or in a set that only the user knows.
   const std::string& unicode() const { return unicode_; }
 
   /// The set in which spumux reads it when it is told this one: UTF-8 for files of some names.

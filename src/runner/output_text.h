@@ -24,7 +24,7 @@ class line_end_normalizer {
 };
 
 /// The percentage a piece of normalized output tells: the number before its first "%" and after
-/// the last blank before that. Nothing when the text before the "%" has no blank.
+/// the last blank before that. Returns nullopt if the text before the "%" has no blank.
 std::optional<double> progress_of(std::string_view piece);
 
 /// What the log window shows of the output's end.

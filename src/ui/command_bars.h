@@ -17,10 +17,10 @@ class command_bars {
   /// Makes both and sets them into the window; choosing an item runs its command on it.
   explicit command_bars(main_window& window);
 
-  /// The menu item of that name (a name of main_menus()); null when there is none.
+  /// The menu item of that name (a name of main_menus()). Returns nullptr if there is none.
   wxMenuItem* item(const std::string& name) const;
 
-  /// The drop-down of the tool with that caption; null when it has none.
+  /// The drop-down of the tool with that caption. Returns nullptr if it has none.
   wxMenu* drop_down(const std::string& tool_caption) const;
 
   /// All of it on or off (a run is on).

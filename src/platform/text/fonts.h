@@ -17,7 +17,8 @@ struct installed_font {
 };
 
 /// All of them, of every kind and in no order; a file with several fonts once for each of them that
-/// can be named by the file alone. Empty when the system does not tell. Takes tens of milliseconds.
+/// can be named by the file alone. Returns none if the system does not tell. Takes tens of
+/// milliseconds.
 std::vector<installed_font> installed_fonts();
 
 }  // namespace corvane

@@ -10,11 +10,11 @@ namespace corvane {
 
 /// Why nobody would see the buttons of the menu in this file (native path), a program stream of
 /// 2048-byte packs: it holds no subpicture, or only one that comes up after the last picture and
-/// sound. Empty when they can be seen. A file that cannot be read is a reason too.
+/// sound. Returns an empty text if they can be seen. A file that cannot be read is a reason too.
 std::string why_no_buttons_seen(const std::string& menu_stream);
 
-/// How many buttons the control file (native path) has spumux put on a menu; 0 when it cannot be
-/// read.
+/// How many buttons the control file (native path) has spumux put on a menu. Returns 0 if it cannot
+/// be read.
 int buttons_asked_for(const std::string& control_file);
 
 }  // namespace corvane

@@ -15,10 +15,10 @@ std::string why_not_subtitled(std::string_view printed);
 
 /// What is wrong with a text subtitle whose spumux ended well, likewise: nothing was added, or
 /// texts, lines or letters are missing. `printed` is what spumux printed, or as much of it as was
-/// kept; `control` the text of its control file. Empty when all is well.
+/// kept; `control` the text of its control file. Returns an empty text if all is well.
 std::string what_is_missing(std::string_view printed, std::string_view control);
 
-/// The native path of the subtitle file that a control file's text names; empty when it names none.
+/// The native path of the subtitle file that a control file's text names, or an empty text.
 std::string subtitle_file_in(std::string_view control);
 
 /// The lines that a tool printed end with CR or LF, or both. Gives the first one of `text`, without

@@ -68,8 +68,8 @@ const tool_ways& ways_of(std::string_view name);
 /// The last component of a path on this system.
 std::string name_in_path(const std::string& path);
 
-/// What went wrong with a program, after "ERR:  ": "mplex.exe ended with status 1". Empty when
-/// nothing did.
+/// What went wrong with a program, after "ERR:  ": "mplex.exe ended with status 1". Returns
+/// an empty text if nothing did.
 std::string complaint_about(const std::string& name, const program_end& end);
 
 }  // namespace corvane
