@@ -61,8 +61,12 @@ refusal why_not_letters(std::string_view text) {
 }
 
 refusal why_not_text(std::string_view text) {
-  const refusal why = why_not_plain_text(text);
-  return why ? why : why_not_letters(text);
+  if (const refusal why = why_not_plain_text(text))
+    return why;
+  // Commands are texts of elements, in which XML ends a CDATA section with it and nothing else.
+  if (text.find("]]>") != std::string_view::npos)
+    return "contains \"]]>\", which XML does not allow";
+  return why_not_letters(text);
 }
 
 refusal why_not_first_play(const disc_description& d, const command_form& c) {

@@ -2,6 +2,7 @@
 #include "authoring/navigation_xml.h"
 #include "authoring/row_checks.h"
 #include "formats/sanitized.h"
+#include "formats/text.h"
 #include "formats/xml_reader.h"
 
 #include <algorithm>
@@ -14,17 +15,26 @@ std::string refused(const std::string& clause) {
          ".  Please edit the XML again, or discard the edit by changing the project.";
 }
 
-// dvdauthor starts what a file name that ends in "|" names as a shell command, for every kind of
-// file; no attribute has another reason to end so.
+// As a clause.
+refusal why_not_value(std::string_view value) {
+  // dvdauthor prints the names of files as they are: behind a line end a name could say that the
+  // run is complete. Only references give such characters; those that just stand there are blanks.
+  if (holds_control_character(value))
+    return "contains a control character, which no name can have";
+  // dvdauthor starts what a file name that ends in "|" names as a shell command, for every kind of
+  // file; no attribute has another reason to end so.
+  if (trim(value).ends_with('|'))
+    return "ends in a vertical bar (|), which would run it as a command";
+  return std::nullopt;
+}
+
 refusal why_not_attributes(const std::vector<xml_element>& tags) {
   for (const xml_element& tag : tags)
-    for (const xml_attribute& a : tag.attributes) {
-      const auto last = a.value.find_last_not_of(" \t\r\n");
-      if (last != std::string::npos && a.value[last] == '|')
-        return refused("the attribute " + sanitized_quoted(a.name) + " of " +
-                       sanitized_quoted(tag.name) + ", " + sanitized_quoted(a.value) +
-                       ", ends in a vertical bar (|), which would run it as a command");
-    }
+    for (const xml_attribute& a : tag.attributes)
+      if (const refusal why = why_not_value(a.value))
+        return refused("in line " + std::to_string(tag.line) + ", the attribute " +
+                       sanitized_quoted(a.name) + " of " + sanitized_quoted(tag.name) + ", " +
+                       sanitized_quoted(a.value) + ", " + *why);
   return std::nullopt;
 }
 

@@ -581,11 +581,12 @@ TEST_F(Author, AnEditThatCannotBeAuthoredOpensInTheEditorAndIsRefusedAtTheStart)
   EXPECT_TRUE(opened);
   EXPECT_EQ(run.where.out, out);
   EXPECT_EQ(folder.read(in("app", "config.xml")), p.customxml);
-  ask.expect(told(
-      "The hand-edited XML cannot be authored: the attribute \"file\" of \"vob\", \"x|\", ends "
-      "in a vertical bar (|), which would run it as a command.  Please edit the XML again, or "
-      "discard the edit by changing the project.",
-      icon::critical));
+  ask.expect(
+      told("The hand-edited XML cannot be authored: in line 4, the attribute \"file\" of "
+           "\"vob\", \"x|\", ends "
+           "in a vertical bar (|), which would run it as a command.  Please edit the XML again, or "
+           "discard the edit by changing the project.",
+           icon::critical));
   EXPECT_EQ(authordvd(doc, e, run), author_result::refused);
   EXPECT_FALSE(lock.held());
   EXPECT_THAT(launcher.started, IsEmpty());

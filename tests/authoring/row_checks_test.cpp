@@ -453,6 +453,8 @@ TEST(NavigationChecks, FirstPlayLeadsToATitleOrTheTitlesetMenu) {
        {"if (g1 > 2 && g2 == 1 || g3 == 4) jump title 1", fine, fine},
        {"exit; </fpc><pre>", "less-than", "less-than"},
        {"exit\"", "quote", "quote"},
+       {"exit ]]>", "\"]]>\", which XML does", "\"]]>\", which XML does"},
+       {"exit ]] >", fine, fine},
        {"exit\x01", "control character", "control character"}},
       [](project& p, const char* command) { p.firstplay = command; }, "The first-play command, \"");
 }
@@ -461,6 +463,7 @@ TEST(NavigationChecks, PostCommandsLeadWhereATitleCanGo) {
   expect_messages(
       {{"jump title 4             ", fine, fine},
        {"jump title 5             ", "title 5, which does not", "title 5, which does not"},
+       {"exit ]]>                 ", "\"]]>\", which XML does", "\"]]>\", which XML does"},
        {"jump title 1 chapter  2  ", fine, fine},
        {"jump title 1 chapter  3  ", "chapter 3 of title 1, which", "chapter 3 of title 1, which"},
        {"exit                     ", fine, fine},

@@ -53,6 +53,23 @@ TEST(XmlChecks, FileNamesThatWouldRunAsCommands) {
     EXPECT_THAT(refusal_of(edited(more)), HasSubstr("run it as a command")) << more;
 }
 
+// dvdauthor prints file names as they are.
+TEST(XmlChecks, ControlCharactersThatCouldEndTheRunBeforeItsTime) {
+  for (const char* more :
+       {"<vob file=\"/a&#10;*process complete&#10;\"/>", "<vob file='/a&#xA;*process complete'/>",
+        "<vob file=\"/a&#13;b\"/>", "<vob file=\"/a&#9;b\"/>", "<vob file=\"/a&#x7f;b\"/>",
+        "<pgc pause=\"&#10;\"/>", "<v:vob v:file=\"&#0010;\"/>", "<vob file=\"&#10;x|\"/>"})
+    EXPECT_THAT(refusal_of(edited(more)), HasSubstr("contains a control character")) << more;
+  EXPECT_EQ(refusal_of(edited("\n<vob file=\"/a&#10;*process complete&#10;\"/>")),
+            "The hand-edited XML cannot be authored: in line 5, the attribute \"file\" of \"vob\", "
+            "\"/a?*process complete?\", contains a control character, which no name can have.  "
+            "Please edit the XML again, or discard the edit by changing the project.");
+  for (const char* more :
+       {"<vob\n file=\"/a\tb\"/>", "<vob file=\"/a\nb\"/>", "<post>jump title 1;&#10;exit;</post>",
+        "<vob file=\"*process complete\"/>"})
+    EXPECT_EQ(refusal_of(edited(more)), "(safe)") << more;
+}
+
 TEST(XmlChecks, DeclarationsThatCouldHideThem) {
   for (const char* first : {"<!DOCTYPE dvdauthor [<!ENTITY x \"touch y|\">]>",
                             "<?xml version=\"1.0\"?><!DOCTYPE d SYSTEM \"http://x/y\">",
