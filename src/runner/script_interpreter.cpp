@@ -21,6 +21,17 @@ std::string folder_with_separator(const std::string& path) {
   return last == std::string::npos ? std::string() : path.substr(0, last + 1);
 }
 
+// What a tool prints as an error makes the run a failure, whatever status it ends with.
+bool has_error_line(std::string_view printed) {
+  while (!printed.empty()) {
+    const std::string_view line = printed.substr(0, printed.find_first_of("\r\n"));
+    if (is_error_line(line))
+      return true;
+    printed.remove_prefix(std::min(printed.size(), line.size() + 1));
+  }
+  return false;
+}
+
 class interpreter {
  public:
   explicit interpreter(script_host& host) : host_(host) {}
@@ -98,6 +109,10 @@ class interpreter {
     }
     const tool_call call{c.pipeline[0], c.output};
     const tool_ways& ways = ways_of(name_in_path(call.words[0]));
+    if (const std::string why = ways.why_not_after_errors(); !all_well_ && !why.empty()) {
+      host_.print("INFO: " + why + std::string(line_end));
+      return;
+    }
     p.watch_errors = p.programs.size() == 1 && ways.reads_errors(call);
     for (const std::string& line : ways.announce(call, host_))
       host_.print(line + std::string(line_end));
@@ -105,6 +120,7 @@ class interpreter {
     tell(c, r);
     for (const std::string& what : ways.judge(call, r, host_))
       complain(what);
+    all_well_ = all_well_ && !has_error_line(r.errors);
   }
 
   void tell(const script_command& c, const pipeline_result& r) {

@@ -38,7 +38,8 @@ class script_host : public tool_files {
 
 /// Runs the whole script. Each thing that goes wrong is printed as a line that begins "ERR:", after
 /// a line break of its own, since a tool may have left its last line open; then the next line is
-/// run, as scripts do. True when nothing went wrong.
+/// run, as scripts do, unless it is a tool that takes what came before for good (mkisofs). True
+/// when nothing went wrong.
 bool run_script(std::string_view script, script_host& host);
 
 /// The system's host. `own_folder` is the folder conspawn was started from: programs there, other

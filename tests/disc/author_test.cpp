@@ -246,6 +246,23 @@ TEST(AuthoredDisc, ImageIsMadeWhenTheProjectOrTheCommandLineAsksForIt) {
   EXPECT_FALSE(file_exists(refused.image()));
 }
 
+// mplex gives up there, and what it has written becomes a disc of half the film.
+TEST(AuthoredDisc, VideoWithAnEndCodeInItsMiddleFailsAndMakesNoImage) {
+  const studio s;
+  const std::string whole = *read_file(media("garden.m2v"), 1u << 30);
+  const std::size_t group = whole.find(std::string("\0\0\1\xb3", 4), whole.size() / 2);
+  ASSERT_NE(group, std::string::npos);
+  s.folder().add("work/cut.m2v",
+                 whole.substr(0, group) + std::string("\0\0\1\xb7", 4) + whole.substr(group));
+  project p;
+  add_title(p, {s.folder().stored("work/cut.m2v"), stored_media("garden-english.ac3")});
+  const finished done = s.author(p, {"--iso"});
+  EXPECT_EQ(done.status, 1) << done.out;
+  EXPECT_THAT(done.out, HasSubstr("mplex.exe ended with status 1"));
+  EXPECT_THAT(s.folder().read("work/home/CorvaneLOG.txt"), HasSubstr("INFO: no image is made"));
+  EXPECT_FALSE(file_exists(s.image()));
+}
+
 TEST(AuthoredDisc, MultiplexedStreamsDoNotStayBesideTheDisc) {
   const studio s;
   s.authored(short_project());

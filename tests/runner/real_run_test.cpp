@@ -95,6 +95,22 @@ TEST(RealRun, MenuWithTheSubpictureOfItsButtonsIsSuccess) {
   EXPECT_EQ(run.succeeds(menu_lines(run, picture_at(0.1) + buttons_at(0.1))), head + tail);
 }
 
+TEST(RealRun, ImageIsNotMadeAfterTheErrorOfAnotherTool) {
+  for (const std::string way : {"status 1", "crash", "error \"ERR:  no room\\n\""}) {
+    SCOPED_TRACE(way);
+    real_run run;
+    const std::string log = run.fails(run.tool("dvdauthor") + " " + way + "\r\n" +
+                                      run.tool("mkisofs") + " write image.iso x\r\n");
+    EXPECT_FALSE(file_exists(run.app.path("image.iso")));
+    const std::string end = "INFO: no image is made, since something went wrong before\n" + tail;
+    EXPECT_EQ(log.substr(log.size() - std::min(log.size(), end.size())), end);
+  }
+  real_run run;
+  run.succeeds(run.tool("dvdauthor") + " error \"STAT: fine\\n\"\r\n" + run.tool("mkisofs") +
+               " write image.iso x\r\n");
+  EXPECT_TRUE(file_exists(run.app.path("image.iso")));
+}
+
 TEST(RealRun, EachToolFailingInEachWayIsFailureAndLeavesAWholeLog) {
   for (const std::string tool : {"mplex", "gm", "spumux", "dvdauthor", "mkisofs"}) {
     for (const std::string way :

@@ -109,6 +109,41 @@ const char* const subtitle_line =
 const char* const ran_and_read =
     "[run /own/spumux.exe,-s,1,/app/sub3-2.xml]\n[read /app/sub3-2.xml]\n";
 
+TEST(Image, IsMadeOfADiscThatWentWell) {
+  noting_host host;
+  host.result_of_run.errors = "INFO: dvdauthor creating table of contents\nWARN: ERR is no error\n";
+  EXPECT_TRUE(run_script("bin/dvdauthor.exe -x c.xml\nbin/mkisofs.exe -o o.iso o\n", host));
+  EXPECT_EQ(host.notes,
+            "[read c.xml]\n[run /own/dvdauthor.exe,-x,c.xml]\n[run /own/mkisofs.exe,-o,o.iso,o]\n");
+}
+
+TEST(Image, IsNotMadeOnceAnythingWentWrong) {
+  noting_host host;
+  host.failures["mkdir /o"] = "No space left on device";
+  EXPECT_FALSE(run_script(
+      "mkdir /o\nbin/dvdauthor.exe -x c.xml\nbin/mkisofs.exe -o o.iso o\necho next\n", host));
+  EXPECT_EQ(host.notes,
+            "[mkdir /o]\n\nERR:  mkdir /o: No space left on device\n[read c.xml]\n"
+            "[run /own/dvdauthor.exe,-x,c.xml]\n"
+            "INFO: no image is made, since something went wrong before\nnext\n");
+}
+
+// As after a first play that leads nowhere.
+TEST(Image, IsNotMadeAfterAnErrorLineOfDvdauthorWhateverItsStatus) {
+  for (const char* printed :
+       {"ERR:  Cannot jump to titleset 1 title 5\n", "STAT: Picking VTS 01\r\nERR:  x\r\n",
+        "STAT: VOBU 15\rERR:  x", "INFO: a\n**ERROR: x\n"}) {
+    noting_host host;
+    host.result_of_run.errors = printed;
+    EXPECT_FALSE(run_script("bin/dvdauthor.exe -x c.xml\nbin/mkisofs.exe -o o.iso o\n", host));
+    EXPECT_EQ(host.notes,
+              "[read c.xml]\n[run /own/dvdauthor.exe,-x,c.xml]\n"
+              "INFO: no image is made, since something went wrong before\n")
+        << printed;
+    EXPECT_TRUE(host.last.watch_errors);
+  }
+}
+
 TEST(Chapters, ThatDvdauthorWillLeaveOutAreToldBeforeItRunsAndAreNoError) {
   noting_host host;
   host.control = "<vob file=\"/o/title1.mpg\" chapters=\"00:00:00.00,00:02:00.00,00:01:00.00\" />";

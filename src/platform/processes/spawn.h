@@ -31,7 +31,9 @@ struct pipeline_result {
   std::string unusable_file;  ///< the redirection that could not be opened; then nothing ran
   std::string why_unusable;
   std::vector<program_end> ends;  ///< one for each program
-  std::string errors;             ///< with watch_errors: standard error's first MiB
+  /// With watch_errors: standard error, or of a longer one its first MiB and its last lines, up to
+  /// 64 KiB.
+  std::string errors;
 };
 
 /// Runs them and waits until all have ended.

@@ -1,3 +1,4 @@
+#include "platform/processes/kept_output.h"
 #include "platform/processes/process.h"
 #include "platform/processes/spawn.h"
 
@@ -14,8 +15,6 @@
 
 namespace corvane {
 namespace {
-
-constexpr std::size_t errors_kept = std::size_t{1} << 20;
 
 /// A descriptor of ours, closed at the end and never inherited.
 class descriptor {
@@ -134,19 +133,19 @@ bool write_all(int file, std::string_view text) {
   return true;
 }
 
-/// Passes standard error on until all programs have closed it; keeps its beginning.
+/// Passes standard error on until all programs have closed it; keeps what it told.
 std::string pass_on(int from) {
-  std::string kept;
+  kept_output kept;
   std::array<char, 4096> buffer{};
   for (;;) {
     const ssize_t got = ::read(from, buffer.data(), buffer.size());
     if (got < 0 && errno == EINTR)
       continue;
     if (got <= 0)
-      return kept;
+      return kept.text();
     const std::string_view piece(buffer.data(), static_cast<std::size_t>(got));
     write_all(2, piece);
-    kept += piece.substr(0, errors_kept - kept.size());
+    kept.add(piece);
   }
 }
 

@@ -1,4 +1,5 @@
 #include "platform/files/files.h"
+#include "platform/processes/kept_output.h"
 #include "platform/processes/spawn.h"
 
 #include <algorithm>
@@ -12,8 +13,6 @@
 
 namespace corvane {
 namespace {
-
-constexpr std::size_t errors_kept = std::size_t{1} << 20;
 
 /// A handle of ours, closed at the end.
 class handle {
@@ -182,18 +181,18 @@ void write_all(HANDLE file, std::string_view text) {
   }
 }
 
-/// Passes standard error on until the program has closed it; keeps its beginning.
+/// Passes standard error on until the program has closed it; keeps what it told.
 std::string pass_on(HANDLE from) {
-  std::string kept;
+  kept_output kept;
   std::array<char, 4096> buffer{};
   DWORD got = 0;
   while (::ReadFile(from, buffer.data(), static_cast<DWORD>(buffer.size()), &got, nullptr) != 0 &&
          got > 0) {
     const std::string_view piece(buffer.data(), got);
     write_all(::GetStdHandle(STD_ERROR_HANDLE), piece);
-    kept += piece.substr(0, errors_kept - kept.size());
+    kept.add(piece);
   }
-  return kept;
+  return kept.text();
 }
 
 handle open_input(const std::string& path) {

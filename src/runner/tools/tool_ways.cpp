@@ -2,6 +2,7 @@
 
 #include "runner/tools/dvdauthor.h"
 #include "runner/tools/gm.h"
+#include "runner/tools/mkisofs.h"
 #include "runner/tools/spumux.h"
 
 #include <array>
@@ -30,12 +31,15 @@ const tool_ways& ways_of(std::string_view name) {
   static const spumux_ways spumux;
   static const dvdauthor_ways dvdauthor;
   static const gm_ways gm;
+  static const mkisofs_ways mkisofs;
   if (name == "spumux.exe")
     return spumux;
   if (name == "dvdauthor.exe")
     return dvdauthor;
   if (name == "gm.exe")
     return gm;
+  if (name == "mkisofs.exe")
+    return mkisofs;
   return none;
 }
 

@@ -39,8 +39,13 @@ class tool_ways {
  public:
   virtual ~tool_ways() = default;
 
-  /// Whether what it prints to standard error is looked at afterwards.
+  /// Whether what it prints to standard error is looked at afterwards. An error line in it counts
+  /// as something that went wrong, whatever the status.
   virtual bool reads_errors(const tool_call& /*call*/) const { return false; }
+
+  /// Why it is not started once something has gone wrong in the run, as a line for the user; empty
+  /// if it is started nonetheless, as scripts do.
+  virtual std::string why_not_after_errors() const { return {}; }
 
   /// What the user should know before it runs, a line each.
   virtual std::vector<std::string> announce(const tool_call& /*call*/,
