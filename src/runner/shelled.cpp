@@ -90,6 +90,7 @@ struct shelled::state {
   void finish();
   void leave();
   void note(const std::vector<run_trouble>& troubles);
+  void tell(const std::vector<run_trouble>& troubles);
   run_end end_of_run(std::vector<run_trouble> troubles) const;
   void say_outcome(bool failed);
   void unexpected(int number, const std::string& description);
@@ -232,10 +233,12 @@ void shelled::state::finish() {
   const failure not_written = close_run();
   if (!failed && cleanup)
     troubles = clean_up(app);
-  if (not_written)
+  if (not_written) {
+    tell(troubles);
     troubles.insert(troubles.begin(), log_trouble(*not_written));
-  else
+  } else {
     note(troubles);
+  }
   listener.finished(end_of_run(std::move(troubles)));
   say_outcome(failed);
 }
@@ -252,6 +255,15 @@ void shelled::state::leave() {
 void shelled::state::note(const std::vector<run_trouble>& troubles) {
   for (const run_trouble& trouble : troubles)
     log.add_line("INFO: \"" + trouble.file + "\" " + trouble.text);
+}
+
+/// The same where there is no log.
+void shelled::state::tell(const std::vector<run_trouble>& troubles) {
+  std::string text = "The clean-up could not do everything:";
+  for (const run_trouble& trouble : troubles)
+    text += "\n\"" + trouble.file + "\" " + trouble.text;
+  if (!troubles.empty())
+    ask.message({text, icon::exclamation});
 }
 
 run_end shelled::state::end_of_run(std::vector<run_trouble> troubles) const {

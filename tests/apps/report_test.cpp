@@ -132,5 +132,17 @@ TEST_F(Report, ErrorsOfARunAreSaidWhenAskedForWithHowManyMoreThereWere) {
             "corvane-author: ERR:  a\ncorvane-author: ERR:  b\ncorvane-author: ... and 3 more\n");
 }
 
+TEST_F(Report, WhatTheCleanUpCouldNotDoIsSaidUnlessTheRunnerHas) {
+  console_listener listener(piped_);
+  const run_trouble removed{"/h/config.xml", "could not be removed by the clean-up: why"};
+  listener.finished({run_outcome::success, {}, 0, {removed}});
+  const std::string said =
+      "corvane-author: \"/h/config.xml\" could not be removed by the clean-up: why\n";
+  EXPECT_EQ(err(), said);
+  listener.finished(
+      {run_outcome::success, {}, 0, {{"/h/CorvaneLOG.txt", "could not be written: why"}, removed}});
+  EXPECT_EQ(err(), said) << "and nothing more";
+}
+
 }  // namespace
 }  // namespace corvane

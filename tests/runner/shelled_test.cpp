@@ -381,18 +381,21 @@ TEST(Shelled, LogIsRewrittenNotAppendedByEveryRun) {
   EXPECT_EQ(run.log(), title + "second \r\n *process complete \r\n \r\n");
 }
 
+/// Why the log cannot be written where a folder with something in it has its name.
+std::string why_not_logged() {
+  testing_support::temporary_folder folder;
+  EXPECT_FALSE(make_folders(folder.path("log/x")));
+  run_log log;
+  log.begin(folder.path("log"));
+  log.open();
+  return log.finish().value_or("it was written");
+}
+
 TEST(Shelled, LogThatCannotBeWrittenIsToldBeforeTheOutcome) {
   fake_run run;
   ASSERT_FALSE(make_folders(run.app.path("CorvaneLOG.txt/in the way")));
   run.start();
-  const std::string reason = [] {
-    testing_support::temporary_folder folder;
-    std::filesystem::create_directories(path_of(folder.path("log/x")));
-    run_log log;
-    log.begin(folder.path("log"));
-    log.open();
-    return *log.finish();
-  }();
+  const std::string reason = why_not_logged();
   run.ask.expect({"The log file could not be written: " + reason, icon::critical});
   run.expect_success();
   run.feed("\n*process complete\n");
@@ -400,6 +403,26 @@ TEST(Shelled, LogThatCannotBeWrittenIsToldBeforeTheOutcome) {
   ASSERT_EQ(run.screen.ends.back().troubles.size(), 1u);
   EXPECT_EQ(run.screen.ends.back().troubles[0].file, run.app.path("CorvaneLOG.txt"));
   EXPECT_EQ(run.screen.ends.back().troubles[0].text, "could not be written: " + reason);
+}
+
+TEST(Shelled, WhatTheCleanUpCouldNotDoIsToldInAMessageWhereThereIsNoLog) {
+  fake_run run;
+  const std::string script = run.app.add("process.bat");
+  const std::string in_the_way = run.app.path("fake.xml");
+  ASSERT_FALSE(make_folders(join_path(in_the_way, "x")));
+  ASSERT_FALSE(make_folders(run.app.path("CorvaneLOG.txt/in the way")));
+  run.clean = true;
+  run.start();
+  run.ask.expect({"The log file could not be written: " + why_not_logged(), icon::critical});
+  run.ask.expect({"The clean-up could not do everything:\n\"" + in_the_way +
+                      "\" could not be written by the clean-up: " +
+                      copy_file(script, in_the_way).value_or("it was copied"),
+                  icon::exclamation});
+  run.expect_success();
+  run.feed("\n*process complete\n");
+  EXPECT_EQ(run.runner.outcome(), run_outcome::success);
+  ASSERT_EQ(run.screen.ends.back().troubles.size(), 2u);
+  EXPECT_EQ(run.screen.ends.back().troubles[1].file, in_the_way);
 }
 
 TEST(Shelled, EndprocessEndsTheWatchingWithoutAWordOrAKill) {

@@ -51,11 +51,11 @@ failure why_not_there(const project& p, const std::string& output) {
 int status_of(author_result result) {
   switch (result) {
     case author_result::started:
+    case author_result::editing:  // never: there is no editor here
     case author_result::prepared:
       return disc_authored;
     case author_result::not_started:
       return tool_reported_error;
-    case author_result::editing:
     case author_result::tool_missing:
       return tool_not_installed;
     case author_result::nothing_to_author:

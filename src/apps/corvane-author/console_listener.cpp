@@ -1,5 +1,8 @@
 #include "apps/corvane-author/console_listener.h"
 
+#include "runner/run_files.h"
+
+#include <algorithm>
 #include <string>
 
 namespace corvane {
@@ -14,8 +17,15 @@ void console_listener::progress(const run_progress& progress) {
     report_.percent(progress.percent);
 }
 
+// When the log could not be written, the runner has told all of them.
 void console_listener::finished(const run_end& end) {
   end_ = end;
+  const bool told = std::any_of(end.troubles.begin(), end.troubles.end(), [](const run_trouble& t) {
+    return t.file.ends_with(run_file::log);
+  });
+  for (const run_trouble& trouble : end.troubles)
+    if (!told)
+      report_.message("\"" + trouble.file + "\" " + trouble.text);
 }
 
 void console_listener::say_errors() {
