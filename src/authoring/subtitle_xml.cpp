@@ -8,7 +8,7 @@
 namespace corvane {
 
 std::string subtitle_xml(const disc_subtitle& subtitle, const run_paths& where) {
-  return subtitle_control_text(native_from_stored(subtitle.file, where.style), subtitle.settings,
+  return subtitle_control_text(native_from_stored(subtitle.file, where.style), *subtitle.settings,
                                where.fonts, where.style);
 }
 

@@ -50,7 +50,7 @@ refusal why_not_settings(const disc_subtitle& s, int title, int subtitle) {
       "Subtitle " + trimmed(subtitle) + " of title " + trimmed(title) + " has ";
   if (s.field_count != subtitle_field_count)
     return subject + std::to_string(s.field_count) + " settings instead of 12." + advice;
-  if (const refusal why = why_not_drawable(s.settings))
+  if (const refusal why = why_not_drawable(*s.settings))
     return subject + *why + "." + advice;
   return std::nullopt;
 }
@@ -94,7 +94,7 @@ refusal why_not_this_subtitle(const disc_subtitle& s, int title, int subtitle, p
   if (!file)
     return subject + file.error +
            ".  Please put it back, or reset the title's subtitles and add another one.";
-  const std::string& charset = s.settings[subtitle_field::character_set];
+  const std::string& charset = (*s.settings)[subtitle_field::character_set];
   if (const refusal why = file->why_not(charset))
     return subject + *why + ".  " + advice_about(*file, charset);
   return std::nullopt;

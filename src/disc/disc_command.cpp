@@ -9,10 +9,25 @@
 namespace corvane {
 namespace {
 
+/// The words of a command: the first ones, and one more than any has that is known here; the
+/// command may be any length.
 std::vector<std::string> words_of(std::string_view command) {
-  std::vector<std::string> words = split(command, ' ');
-  std::erase(words, std::string());
+  constexpr std::size_t most = 6;
+  std::vector<std::string> words;
+  for (command = trim(command); !command.empty() && words.size() < most;) {
+    words.emplace_back(command.substr(0, command.find(' ')));
+    command = trim_left(command.substr(words.back().size()));
+  }
   return words;
+}
+
+/// With one blank between its words.
+std::string with_single_blanks(std::string_view command) {
+  std::string text;
+  for (const char c : trim(command))
+    if (c != ' ' || !text.ends_with(' '))
+      text += c;
+  return text;
 }
 
 bool begins_with_words(std::string_view command) {
@@ -65,7 +80,7 @@ disc_command command_of(std::string_view text) {
 }
 
 std::string interpreted(std::string_view command) {
-  const std::string single_blanks = join(words_of(command), " ");
+  const std::string single_blanks = with_single_blanks(command);
   const bool as_it_stands = begins_with_words(command) || !begins_with_words(single_blanks);
   return as_it_stands ? std::string(command) : single_blanks;
 }

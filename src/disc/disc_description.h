@@ -13,6 +13,7 @@
 #include "disc/subtitle_settings.h"
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -39,10 +40,17 @@ enum class video_standard { other, ntsc, pal };
 
 /// A text subtitle of a title, which becomes a subpicture stream.
 struct disc_subtitle {
-  std::string file;                                ///< stored path
-  subtitle_settings settings;                      ///< of fewer fields the missing ones are empty
+  std::string file;  ///< stored path
+
+  /// Never null. Subtitles that one settings row serves share it: a file from a stranger may name
+  /// very many. Of fewer fields the missing ones are empty.
+  std::shared_ptr<const subtitle_settings> settings = std::make_shared<subtitle_settings>();
+
   std::size_t field_count = subtitle_field_count;  ///< how many fields its settings row has
-  bool operator==(const disc_subtitle&) const = default;
+
+  bool operator==(const disc_subtitle& other) const {
+    return file == other.file && *settings == *other.settings && field_count == other.field_count;
+  }
 };
 
 struct disc_title {
@@ -92,12 +100,14 @@ struct disc_menu {
   const std::string& audio() const;  ///< empty: none
 };
 
-/// A language that streams are labelled with: the n-th one of a kind labels the n-th stream of it.
+/// A language that streams are labelled with: the n-th one of a kind labels the n-th stream of it,
+/// in each title of its titleset.
 struct disc_language {
   enum class stream_kind { audio, subpicture };
   stream_kind kind = stream_kind::audio;
   std::string text;  ///< the tag row
-  std::string code;  ///< two letters, unless somebody wrote the row by hand
+  std::string code;  ///< two letters, unless somebody wrote the row by hand; empty: no language
+  int titleset = 1;  ///< 1-based
   bool operator==(const disc_language&) const = default;
 };
 
@@ -107,10 +117,10 @@ struct disc_description {
   std::vector<disc_title> titles;
   std::vector<disc_menu> menus;
   std::vector<disc_language> languages;
-  std::string first_play_text;             ///< "<default>" or a command
-  std::optional<disc_command> first_play;  ///< not set: the first menu, or title
-  bool jump_table = false;                 ///< menus are remembered in general register g1
-  bool image = false;                      ///< an ISO image of the folder is wanted as well
+  std::string first_play_text = "<default>";  ///< that, or a command
+  std::optional<disc_command> first_play;     ///< not set: the first menu, or title
+  bool jump_table = false;                    ///< menus are remembered in general register g1
+  bool image = false;                         ///< an ISO image of the folder is wanted as well
   bool operator==(const disc_description&) const = default;
 
   int title_count() const { return static_cast<int>(titles.size()); }

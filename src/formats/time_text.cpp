@@ -22,8 +22,10 @@ std::string time_text(double seconds) {
 
 std::optional<double> typed_time(std::string_view text) {
   constexpr std::size_t most_pieces = 3, most_characters = 30;
+  if (text.size() > most_characters)
+    return std::nullopt;
   const std::vector<std::string> pieces = split(trim(text), ':');
-  if (pieces.empty() || pieces.size() > most_pieces || text.size() > most_characters)
+  if (pieces.empty() || pieces.size() > most_pieces)
     return std::nullopt;
   for (const std::string& piece : pieces)
     if (!is_plain_number(piece) || piece.starts_with('.'))

@@ -9,6 +9,10 @@
 #include "project/subtitle_rows.h"
 #include "project/title_rows.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+
 namespace corvane {
 namespace {
 
@@ -17,22 +21,33 @@ text_number delay_of(const std::string& row) {
   return {row, leading_number(row), leading_number_text(row) == row};
 }
 
-// The settings reach the project only when the subtitle dialog is accepted, its files at once.
-std::string settings_row_of(const std::vector<std::string>& rows, int subtitle,
-                            const std::string& region) {
+// One for each settings row, without a file. The settings reach the project only when the subtitle
+// dialog is accepted, its files at once.
+std::vector<disc_subtitle> settings_of(const std::string& options, const std::string& region) {
+  std::vector<std::string> rows = subtitle_settings_rows(options);
   if (rows.empty())
-    return subtitle_settings_text(default_subtitle_settings(region));
-  return row_of(rows, subtitle, rows.back());
+    rows.push_back(subtitle_settings_text(default_subtitle_settings(region)));
+  std::vector<disc_subtitle> settings;
+  settings.reserve(rows.size());
+  for (const std::string& row : rows)
+    settings.push_back({{},
+                        std::make_shared<subtitle_settings>(parse_subtitle_settings(row)),
+                        subtitle_fields_in(row)});
+  return settings;
 }
 
 std::vector<disc_subtitle> subtitles_of(const project& p, int title) {
-  const std::vector<std::string> settings =
-      subtitle_settings_rows(row_of(p.subtitleoptions, title, {}));
   std::vector<disc_subtitle> subtitles;
-  for (const std::string& file : subtitle_paths(row_of(p.subtitledata, title, no_subtitles))) {
-    const int number = static_cast<int>(subtitles.size()) + 1;
-    const std::string row = settings_row_of(settings, number, p.globalregion);
-    subtitles.push_back({file, parse_subtitle_settings(row), subtitle_fields_in(row)});
+  const std::vector<std::string> files =
+      subtitle_paths(row_of(p.subtitledata, title, no_subtitles));
+  if (files.empty())
+    return subtitles;
+  const std::vector<disc_subtitle> settings =
+      settings_of(row_of(p.subtitleoptions, title, {}), p.globalregion);
+  subtitles.reserve(files.size());
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    subtitles.push_back(settings[std::min(i, settings.size() - 1)]);
+    subtitles.back().file = files[i];
   }
   return subtitles;
 }

@@ -39,9 +39,10 @@ std::optional<disc_language> parse_language_row(std::string_view row) {
   language.kind = is_audio_tag(row) ? disc_language::stream_kind::audio
                                     : disc_language::stream_kind::subpicture;
   language.text = row;
-  const std::vector<std::string> words = split(language_in(row), ' ');
-  if (words.size() >= 2)
-    language.code = words[1];
+  // Between the first blank and the next.
+  const std::string name = language_in(row);
+  if (const auto blank = name.find(' '); blank != std::string::npos)
+    language.code = name.substr(blank + 1, name.find(' ', blank + 1) - blank - 1);
   return language;
 }
 

@@ -27,9 +27,9 @@ bool is_not_allowed(char c) {
   return is_control_character(c) && c != '\t';
 }
 
-std::size_t field_ends(std::string_view line) {
+std::size_t count_either(std::string_view line, char one, char other) {
   return static_cast<std::size_t>(
-      std::count_if(line.begin(), line.end(), [](char c) { return c == '/' || c == '|'; }));
+      std::count_if(line.begin(), line.end(), [=](char c) { return c == one || c == other; }));
 }
 
 /// Reads a project file's text from its first line to its last. Every step gives whether reading
@@ -64,6 +64,7 @@ class project_reader {
 
   line_reader lines_;
   std::size_t fields_ = 0;
+  std::size_t settings_ = 0;
 };
 
 /// The next line, which must be there and be text without control characters.
@@ -76,9 +77,13 @@ bool project_reader::next_row(std::string_view& line, const char* where_it_ends)
     return fail_line("is not UTF-8 text");
   if (std::any_of(line.begin(), line.end(), is_not_allowed))
     return fail_line("contains a control character");
-  fields_ += 1 + field_ends(line);
+  fields_ += 1 + count_either(line, '/', '|');
   if (fields_ > most_fields)
     return fail_line("is beyond the " + trimmed(most_fields) + " fields that a project may have");
+  settings_ += count_either(line, ',', '\t');
+  if (settings_ > most_settings)
+    return fail_line("is beyond the " + trimmed(most_settings) +
+                     " times and settings that a project may have");
   return true;
 }
 

@@ -46,6 +46,10 @@ std::string version_number(std::string_view text);
 /// looking for files.
 inline constexpr std::size_t most_fields = 200000;
 
+/// Most parts of fields between "," and TAB: chapter times, settings of subtitles and menus. The
+/// largest disc has 50000; each takes some memory whenever the rows are read.
+inline constexpr std::size_t most_settings = 1000000;
+
 /// Takes a whole file apart, whatever its version number. Fails on anything that a project file
 /// of this program cannot be, with a reason that names the place ("line 14 names menu "xx"").
 result<loaded_project> parse_project(std::string_view text);

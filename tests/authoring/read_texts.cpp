@@ -45,8 +45,6 @@ class texts_reader {
   }
 
   disc_description read() {
-    if (disc_.first_play_text.empty())
-      disc_.first_play_text = "<default>";
     for (int title = 1; title <= disc_.title_count(); ++title)
       read_title(title);
     for (int menu = 1; menu <= disc_.menu_count(); ++menu)
@@ -103,8 +101,10 @@ class texts_reader {
     for (const xml_element& element : xml.elements)
       if (element.name == "textsub") {
         subtitle.file = stored(*attribute_of(element, "filename"));
+        subtitle_settings settings;
         for (std::size_t i = 0; i < names.size(); ++i)
-          subtitle.settings.fields[i] = *attribute_of(element, names[i]);
+          settings.fields[i] = *attribute_of(element, names[i]);
+        subtitle.settings = std::make_shared<subtitle_settings>(settings);
       }
     return subtitle;
   }

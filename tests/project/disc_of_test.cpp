@@ -44,7 +44,7 @@ TEST(DiscOf, TitleHasItsStreamsChaptersDelayAndSubtitles) {
               ElementsAre(text_time{"00:00:00.00", 0.0}, text_time{"00:05:10.25", 310.25}));
   ASSERT_THAT(title.subtitles, SizeIs(1));
   EXPECT_EQ(title.subtitles[0].file, "\\m\\a.srt");
-  EXPECT_EQ(title.subtitles[0].settings[subtitle_field::character_set], "CP1252");
+  EXPECT_EQ((*title.subtitles[0].settings)[subtitle_field::character_set], "CP1252");
   EXPECT_EQ(title.subtitles[0].field_count, 12u);
   EXPECT_EQ(title.post, (disc_command{"call menu 2", {verb::call_menu, 2, {}}}));
 }
@@ -99,8 +99,8 @@ TEST(DiscOf, SettingsOfTheLastRowServeSubtitlesWithoutOne) {
   p.subtitleoptions = {"left|right|"};
   const auto subtitles = disc_of(p).title(1).subtitles;
   ASSERT_THAT(subtitles, SizeIs(3));
-  EXPECT_EQ(subtitles[1].settings.fields[0], "right");
-  EXPECT_EQ(subtitles[2].settings.fields[0], "right");
+  EXPECT_EQ(subtitles[1].settings->fields[0], "right");
+  EXPECT_EQ(subtitles[2].settings->fields[0], "right");
   EXPECT_EQ(subtitles[2].field_count, 1u);
 }
 
@@ -108,7 +108,7 @@ TEST(DiscOf, WithoutAnySettingsThoseOfTheRegionServe) {
   project p = with_title("\\a.m2v/\\a.ac3");
   p.subtitledata = {"\\1.srt"};
   p.globalregion = "PAL";
-  EXPECT_EQ(disc_of(p).title(1).subtitles[0].settings, default_subtitle_settings("PAL"));
+  EXPECT_EQ(*disc_of(p).title(1).subtitles[0].settings, default_subtitle_settings("PAL"));
 }
 
 TEST(DiscOf, BlankPostCommandIsNone) {

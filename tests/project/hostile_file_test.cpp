@@ -107,6 +107,17 @@ TEST_F(HostileFile, MillionsOfRowsOrOfFieldsAreRefusedBeforeTheyTakeTheMemory) {
   }
 }
 
+TEST_F(HostileFile, MillionsOfTimesOrOfSettingsAreRefusedBeforeTheyTakeTheMemory) {
+  for (const std::string& text :
+       {"Corvane 0.997\n***\n***\n" + std::string(8u << 20, ','),
+        "Corvane 0.997\n***\n***\n***\n***\n***\n***\n" + std::string(8u << 20, '\t')}) {
+    EXPECT_FALSE(load(text));
+    EXPECT_TRUE(only_message().ends_with(
+        " is beyond the 1000000 times and settings that a project may have."))
+        << only_message();
+  }
+}
+
 TEST_F(HostileFile, AFileThatNamesAlmostAsManyFilesAsThereMayBeIsAnswered) {
   std::string names;  // all of them missing
   for (int i = 0; i < 190000; ++i)
@@ -115,6 +126,35 @@ TEST_F(HostileFile, AFileThatNamesAlmostAsManyFilesAsThereMayBeIsAnswered) {
   add_title(many, "C:\\a.m2v" + names);
   EXPECT_FALSE(load(project_text(many)));
   EXPECT_EQ(user.messages.size(), 101u);
+}
+
+TEST_F(HostileFile, ManySubtitlesOfOneLongSettingsRowAreLoaded) {
+  project many;
+  add_title(many, "C:\\a.m2v");
+  many.List11[0].clear();  // no stream, so none is missing
+  many.subtitledata[0] = "a";
+  for (int i = 0; i < 150000; ++i)
+    many.subtitledata[0] += "/a";
+  many.subtitleoptions[0] = std::string(4u << 20, 'x') + "|";
+  EXPECT_TRUE(load(project_text(many)));
+  EXPECT_EQ(p.subtitledata, many.subtitledata);
+}
+
+TEST_F(HostileFile, LongCommandsAndTimesAreLoaded) {
+  std::string words;
+  for (int i = 0; i < 4'000'000; ++i)
+    words += "a ";
+  for (const std::string& text : {std::string(8u << 20, ' '), words, std::string(8u << 20, ':')}) {
+    project one;
+    add_title(one, "C:\\a.m2v");
+    one.List11[0].clear();
+    one.firstplay = text;
+    one.postinfo = {text};
+    one.chapters = {text};
+    one.languagetags = {"Audio tag:\t" + text};
+    EXPECT_TRUE(load(project_text(one)));
+    EXPECT_TRUE(p.firstplay == one.firstplay);
+  }
 }
 
 TEST_F(HostileFile, NoSectionEndsAreRefused) {
