@@ -7,26 +7,41 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace corvane {
 namespace {
 
-void complete_title(disc_title& title, const disc_description& rows, const run_paths& where) {
-  for (int number = 1; number <= rows.title_count(); ++number) {
-    const disc_title& made = rows.title(number);
-    const std::string file =
-        made.is_multiplexed_here
-            ? stored_from_native(where.in_out(run_file::title_stream(number)), where.style)
-            : made.video();
-    if (title.streams.size() != 1 || title.video() != file)
-      continue;
-    title.name = made.name;
-    title.streams = made.streams;
-    title.is_multiplexed_here = made.is_multiplexed_here;
-    title.delay = made.delay;
-    title.subtitles = made.subtitles;
+/// Whether the title's file is the one that the run makes of this row, or that the row names.
+bool is_of_row(const disc_title& title, const disc_description& rows, int number,
+               const run_paths& where) {
+  const disc_title& made = rows.title(number);
+  const std::string file =
+      made.is_multiplexed_here
+          ? stored_from_native(where.in_out(run_file::title_stream(number)), where.style)
+          : made.video();
+  return title.streams.size() == 1 && title.video() == file;
+}
+
+/// Rows may name the same file: the title's own number is looked at first.
+void complete_title(disc_title& title, int own_number, const disc_description& rows,
+                    const run_paths& where) {
+  std::vector<int> numbers;
+  if (own_number <= rows.title_count())
+    numbers.push_back(own_number);
+  for (int number = 1; number <= rows.title_count(); ++number)
+    numbers.push_back(number);
+  const auto found = std::find_if(numbers.begin(), numbers.end(), [&](int number) {
+    return is_of_row(title, rows, number, where);
+  });
+  if (found == numbers.end())
     return;
-  }
+  const disc_title& made = rows.title(*found);
+  title.name = made.name;
+  title.streams = made.streams;
+  title.is_multiplexed_here = made.is_multiplexed_here;
+  title.delay = made.delay;
+  title.subtitles = made.subtitles;
 }
 
 void complete_menu(disc_menu& menu, const disc_description& rows, const run_paths& where) {
@@ -58,8 +73,9 @@ result<disc_description> asked_disc(const project& p, const run_paths& where) {
   result<disc_description> asked = read_navigation(p.customxml, where.style);
   if (!asked)
     return asked;
+  int number = 0;
   for (disc_title& title : asked->titles)
-    complete_title(title, rows, where);
+    complete_title(title, ++number, rows, where);
   for (disc_menu& menu : asked->menus)
     complete_menu(menu, rows, where);
   asked->image = rows.image;

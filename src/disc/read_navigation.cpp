@@ -97,6 +97,7 @@ class navigation_reader {
 
   void read_titleset(std::size_t titleset) {
     ++titleset_;
+    menu_of_titleset_ = 0;
     for (const std::size_t child : children(titleset)) {
       const bool menus = elements_[child].name == "menus";
       if (!menus && elements_[child].name != "titles")
@@ -127,24 +128,22 @@ class navigation_reader {
   }
 
   void read_language(std::size_t element) {
-    if (attribute_of(elements_[element], "lang") == nullptr)
-      return;
     using kind = disc_language::stream_kind;
     const bool audio = elements_[element].name == "audio";
     disc_.languages.push_back(
-        {audio ? kind::audio : kind::subpicture, {}, value_of(element, "lang")});
+        {audio ? kind::audio : kind::subpicture, {}, value_of(element, "lang"), titleset_});
   }
 
   void read_menu(std::size_t pgc) {
     disc_menu menu;
     menu.titleset = titleset_;
-    const int number = disc_.menu_count() + 1;
+    const int number = ++menu_of_titleset_;
     for (const std::size_t child : children(pgc)) {
       const xml_element& element = elements_[child];
       if (element.name == "button")
         menu.buttons.push_back(button_of(element.text, number));
-      else if (element.name == "vob")
-        menu.files.push_back(file_of(child));
+      else if (element.name == "vob" && menu.files.empty())
+        menu.files.push_back(file_of(child));  // a second one would be no audio
       else if (element.name == "post")
         menu.loop = menu.loop || command_of(command_in(element.text)).form ==
                                      command_form{verb::jump_menu, number, {}};
@@ -208,6 +207,7 @@ class navigation_reader {
   path_style style_;
   disc_description disc_;
   int titleset_ = 0;
+  int menu_of_titleset_ = 0;
 };
 
 }  // namespace
