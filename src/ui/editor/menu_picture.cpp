@@ -94,7 +94,7 @@ std::optional<menu_picture::drawn> menu_picture::now() const {
   return d;
 }
 
-// While a button is dragged only the run_paths where it was and where it is are drawn anew.
+// While a button is dragged only the places where it was and where it is are drawn anew.
 void menu_picture::show_buttons() {
   if (!same(editor_.others(), composed_)) {
     base_ = wxBitmap();
