@@ -1,6 +1,8 @@
 // Work scripts of any bytes through the interpreter behind conspawn. The host touches nothing; it
 // checks that what reaches it could be handed to the system.
+#include "formats/text.h"
 #include "platform/text/utf8.h"
+#include "runner/output_lines.h"
 #include "runner/script_interpreter.h"
 
 #include <cstddef>
@@ -60,6 +62,9 @@ class checking_host : public corvane::script_host {
           {corvane::program_end::kind::exited, static_cast<std::uint32_t>(words.size() % 3), {}});
       r.errors += words.back() + "\n";
     }
+    for (const std::string& line : corvane::split(r.errors, "\n"))
+      for (const std::string& part : corvane::split(line, "\r"))
+        errors += corvane::is_error_line(part) ? 1 : 0;
     return r;
   }
   int buttons_asked_for(const std::string& control_file) override {
