@@ -71,9 +71,11 @@ echo "GoogleTest's tests in the rooms: $(find build/debug/tests -name '*_suites.
 
 # Not run counts as failed: CTest itself would let a skipped test pass.
 status=0
-# The longest go first. A window test mostly waits for its window: half as many again at once keep the
-# processors busy.
-ctest --test-dir build/all -j $((jobs + (jobs + 1) / 2)) --output-on-failure --no-tests=error \
+# The longest go first. A window test mostly waits for its window: twice as many at once keep the
+# processors busy. Beside clang-tidy, which takes all of them, half as many again are enough.
+at_once=$((jobs * 2))
+[ "$all" = no ] || at_once=$((jobs + (jobs + 1) / 2))
+ctest --test-dir build/all -j "$at_once" --output-on-failure --no-tests=error \
   --output-junit "$here/build/all/results.xml" "$@" </dev/null || status=$?
 if grep -q '<testsuite[^>]*' build/all/results.xml 2>/dev/null &&
   ! tr -d '\n' <build/all/results.xml | grep -q '<testsuite[^>]*skipped="0"'; then
