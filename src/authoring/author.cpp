@@ -58,6 +58,9 @@ author_result authordvd(document& doc, author_equipment& e, const prepared_run& 
                            "\".  Please wait until it has finished.");
   if (const auto why = why_not_edited_xml(doc.p, run))
     return not_started(doc, e, author_result::refused, *why);
+  // The runner would say so too, but only once the earlier disc is gone.
+  if (!tool_is_there(e.app, "conspawn"))
+    return not_started(doc, e, author_result::not_started, missing_script_runner);
   if (const failure why = remove_leftovers(run))
     return not_started(doc, e, author_result::refused, *why);
   if (const failure why = remove_earlier_disc(run))

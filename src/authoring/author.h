@@ -24,7 +24,7 @@ enum class author_result {
   tool_missing,       ///< a tool the run needs is not installed; told with a message
   folder_in_use,      ///< another run uses the program folder; told with a message
   not_written,        ///< a file of the run could not be written; told with a message
-  not_started,        ///< the runner could not start the script; it has told so
+  not_started,        ///< the script could not be started; told with a message
 };
 
 /// What a run needs of the program around it.

@@ -116,7 +116,7 @@ void shelled::state::not_started(const start_result& start) {
   if (start.failed == start_result::step::pipe)
     refuse("CreatePipe failed. Error: " + std::to_string(start.error));
   else
-    refuse("Binaries not found, please reinstall the program.");
+    refuse(missing_script_runner);
   listener.finished({});
 }
 

@@ -15,6 +15,10 @@ namespace corvane {
 
 class folder_lock;  // platform/files/folder_lock.h
 
+/// What is told when bin/conspawn.exe is missing or cannot be started.
+inline constexpr const char* missing_script_runner =
+    "Binaries not found, please reinstall the program.";
+
 struct run_options {
   std::vector<child_variable> variables;  ///< of the command's environment, which is ours with them
   std::string first_lines;                ///< what the log window shows before the first output

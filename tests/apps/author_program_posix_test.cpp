@@ -338,6 +338,11 @@ TEST_F(AuthorProgram, WithoutItsScriptRunnerTheRunDoesNotStart) {
   EXPECT_EQ(run_as(how), 1);
   EXPECT_THAT(stderr_, HasSubstr("Binaries not found, please reinstall the program."));
   EXPECT_THAT(calls(), IsEmpty());
+  folder_.add("disc/VIDEO_TS/old.vob", "old");
+  how.arguments = {"--replace", project_, out()};
+  EXPECT_EQ(run_as(how), 1);
+  EXPECT_THAT(stderr_, HasSubstr("Binaries not found, please reinstall the program."));
+  EXPECT_EQ(folder_.read("disc/VIDEO_TS/old.vob"), "old");
 }
 
 }  // namespace

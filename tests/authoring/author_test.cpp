@@ -39,6 +39,7 @@ class Author : public ::testing::Test {
   Author() {
     for (const outside_tool& tool : outside_tools())
       add_tool(tool.name);
+    add_tool("conspawn");
     p.List11 = {folder.stored("a.m2v") + "/" + folder.stored("a.ac3")};
     p.List1 = {"title1:a.m2v/a.ac3"};
     p.chapters = {"00:00:00.00"};
@@ -509,6 +510,19 @@ TEST_F(Author, ARunnerThatCannotStartTellsItself) {
   ask.expect(told("Binaries not found, please reinstall the program.", icon::critical));
   EXPECT_EQ(author_command(doc, e, run), author_result::not_started);
   EXPECT_FALSE(lock.held());
+}
+
+TEST_F(Author, AMissingScriptRunnerIsToldBeforeAnythingIsRemoved) {
+  const std::string disc = add_disc();
+  remove_tool("conspawn");
+  e.replace_earlier_disc = true;
+  expect_folder_question();
+  ask.expect(told("Binaries not found, please reinstall the program.", icon::critical));
+  EXPECT_EQ(author_command(doc, e, run), author_result::not_started);
+  EXPECT_TRUE(file_exists(disc));
+  EXPECT_FALSE(lock.held());
+  EXPECT_THAT(launcher.started, IsEmpty());
+  EXPECT_THAT(listener.starts, IsEmpty());
 }
 
 // Hand-edited XML -------------------------------------------------------------------------------
