@@ -1,0 +1,65 @@
+// What is wrong with a disc, or worth knowing about it: found in the material before a run, on the
+// finished disc, or said by a tool. One type for all three, so that windows, console, log and JSON
+// print the same.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+enum class finding_severity {
+  note,     ///< worth knowing; the disc is right
+  warning,  ///< some players have trouble, or the disc is probably not what was meant
+  error,    ///< the run fails, or the disc is wrong
+};
+
+/// What of a disc a finding is about: title 2, audio 1.
+struct finding_item {
+  enum class whole_kind { disc, title, menu };
+  enum class part_kind { whole, video, audio, subtitle, chapter, button, command };
+
+  whole_kind whole = whole_kind::disc;
+  int number = 0;  ///< of the title or menu, 1-based
+  part_kind part = part_kind::whole;
+  int part_number = 0;  ///< of the audio, subtitle, chapter or button, 1-based; 0: there is one
+
+  bool operator==(const finding_item&) const = default;
+};
+
+struct finding {
+  std::string rule;  ///< identifier that stays from version to version: "audio-sample-rate"
+  finding_severity severity = finding_severity::error;
+  finding_item item;
+  std::string file;                   ///< native path of the file it was found in; may be empty
+  std::optional<double> seconds;      ///< where in the stream or title
+  std::optional<std::uint64_t> byte;  ///< where in the file, 0-based
+  // Sentences without their full stop.
+  std::string found;
+  std::string wanted;       ///< what it must be
+  std::string consequence;  ///< what a viewer would see
+  std::string remedy;       ///< what to do
+
+  bool operator==(const finding&) const = default;
+};
+
+/// "error", "warning", "note".
+const char* name_of(finding_severity severity);
+
+/// "title 2, audio 1, 00:01:05"; "disc" for the whole. Times are cut to seconds.
+std::string place_text(const finding& f);
+
+/// "error: title 2, audio 1, 00:01:05: the sound stops for 0.4 s." All in one line, whatever its
+/// texts hold.
+std::string line_of(const finding& f);
+
+/// The line, then file, what it must be, consequence, remedy and rule, a line each, indented.
+std::string text_of(const finding& f);
+
+/// A JSON array of objects with all fields; of what is not set there is no member. UTF-8; what is
+/// not stands as U+FFFD.
+std::string json_of(const std::vector<finding>& findings);
+
+}  // namespace corvane

@@ -1,0 +1,44 @@
+// The rules that material and discs are held against: what is looked at, how bad it is, what a
+// viewer would see, what to do. docs/rules.md is written from this table.
+//
+// Each family of rules stands, with its part of the table, in a file of its own (stream_rules.cpp,
+// ...); a rule's identifier never changes and is never used for another rule.
+#pragma once
+
+#include "disc/finding.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+
+struct rule {
+  std::string_view id;  ///< small letters and "-"
+  finding_severity severity = finding_severity::error;
+  // Sentences without their full stop; `wanted` continues "It must be" or stands alone.
+  std::string_view subject;      ///< what it looks at
+  std::string_view wanted;       ///< what must be; a finding can say it more exactly
+  std::string_view consequence;  ///< what a viewer would see
+  std::string_view remedy;       ///< what to do
+  std::string_view source;       ///< where the limit comes from
+};
+
+struct rule_family {
+  std::string_view name;
+  std::span<const rule> rules;
+};
+
+/// All rules, in the order of docs/rules.md.
+std::vector<rule_family> rule_families();
+
+/// A finding under a rule of `rules`, which must hold `id`. An empty `wanted` stands for the
+/// rule's own.
+finding finding_of(std::span<const rule> rules, std::string_view id, finding_item item,
+                   std::string found, std::string wanted = {});
+
+/// The text of docs/rules.md.
+std::string rules_document();
+
+}  // namespace corvane
