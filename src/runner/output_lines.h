@@ -1,4 +1,5 @@
 // What the lines of a run's output mean: which make it a failure, which ends it, which name a step.
+// Any tool can print the first; the others are the script's own (runner/line_guard.h).
 #pragma once
 
 #include <string>

@@ -73,13 +73,6 @@ bool run_log::at_line_start() const {
   return end.empty() || end.substr(end.size() - 1) == "\n";
 }
 
-bool run_log::ends_with_marker() const {
-  const std::string_view end =
-      std::string_view(tail_).substr(0, tail_.find_last_not_of(" \r\n") + 1);
-  return end.size() >= end_marker.size() &&
-         end.substr(end.size() - end_marker.size()) == end_marker;
-}
-
 failure run_log::finish() {
   append(crlf);
   errno = 0;

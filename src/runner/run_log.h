@@ -48,10 +48,6 @@ class run_log {
   /// Whether a line has begun with the end marker, in one piece or split over two.
   bool holds_marker() const { return marker_; }
 
-  /// Whether the last line with anything on it ends with the end marker. When a tool left its last
-  /// line open, the marker comes within a line, and counts once nothing follows any more.
-  bool ends_with_marker() const;
-
   /// Whether what comes next begins a line.
   bool at_line_start() const;
 

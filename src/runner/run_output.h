@@ -1,6 +1,8 @@
 // The lines that a run's script prints: the steps among them and the tools' complaints.
 #pragma once
 
+#include "runner/line_cutter.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -29,7 +31,7 @@ class run_output {
  private:
   void look_at(std::string_view line);
 
-  std::string line_;
+  line_cutter lines_;
   std::vector<std::string> steps_;
   std::vector<std::string> errors_;
   std::size_t error_count_ = 0;

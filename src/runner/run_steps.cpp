@@ -22,7 +22,7 @@ void run_steps::begin(std::string_view script) {
 run_step run_steps::at(const std::string& line) {
   const auto next = announced_.begin() + static_cast<std::ptrdiff_t>(reached_);
   const auto found = std::find(next, announced_.end(), line);
-  // A tool's own line may look like a step.
+  // One that was not announced leaves the number as it is.
   if (found != announced_.end())
     reached_ = static_cast<std::size_t>(found - announced_.begin()) + 1;
   return {static_cast<int>(reached_), count(), step_in_line(line), line};

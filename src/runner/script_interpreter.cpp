@@ -1,7 +1,10 @@
 #include "runner/script_interpreter.h"
 
+#include "formats/sanitized.h"
 #include "platform/files/paths.h"
+#include "runner/line_guard.h"
 #include "runner/output_lines.h"
+#include "runner/tools/tool_output.h"
 
 #include <algorithm>
 
@@ -21,17 +24,6 @@ std::string folder_with_separator(const std::string& path) {
   return last == std::string::npos ? std::string() : path.substr(0, last + 1);
 }
 
-// What a tool prints as an error makes the run a failure, whatever status it ends with.
-bool has_error_line(std::string_view printed) {
-  while (!printed.empty()) {
-    const std::string_view line = printed.substr(0, printed.find_first_of("\r\n"));
-    if (is_error_line(line))
-      return true;
-    printed.remove_prefix(std::min(printed.size(), line.size() + 1));
-  }
-  return false;
-}
-
 class interpreter {
  public:
   explicit interpreter(script_host& host) : host_(host) {}
@@ -45,12 +37,39 @@ class interpreter {
     else
       execute(*command);
   }
-  bool all_well() const { return all_well_; }
+
+  /// All lines have been run. True when nothing has gone wrong.
+  bool end(const last_look& look) {
+    if (!marker_.empty() && look)
+      look(all_well_, [this](std::string_view text) {
+        all_well_ = all_well_ && !is_error_line(text);
+        say(text);
+      });
+    if (!marker_.empty())
+      print_line(marker_);
+    return all_well_;
+  }
 
  private:
+  /// A line of our own; a tool may have left its last one open.
+  void print_line(std::string_view text) {
+    std::string line(guard_.at_line_start() ? "" : line_end);
+    guard_.end_line();
+    host_.print(line.append(text).append(line_end));
+  }
+
+  /// A line that may hold names and other texts of strangers.
+  void say(std::string_view text) {
+    const std::string line = sanitized(text);
+    line_guard guard;
+    std::string guarded(guard(line));
+    print_line(guarded.append(guard.rest()));
+  }
+
   void complain(const std::string& what) {
     all_well_ = false;
-    host_.print(std::string(line_end) + std::string(error_mark) + what + std::string(line_end));
+    host_.print(std::string(line_end).append(error_mark).append(sanitized(what)).append(line_end));
+    guard_.end_line();
   }
 
   void complain_if(const std::string& about, const failure& why) {
@@ -63,7 +82,7 @@ class interpreter {
       case script_verb::nothing:
         break;
       case script_verb::echo:
-        host_.print(c.text + std::string(line_end));
+        echo(c.text);
         break;
       case script_verb::make_folder:
         complain_if("mkdir " + c.operands[0], host_.make_folder(c.operands[0]));
@@ -80,10 +99,17 @@ class interpreter {
     }
   }
 
+  void echo(const std::string& text) {
+    if (!text.starts_with(end_marker))
+      print_line(text);
+    else if (marker_.empty())
+      marker_ = text;
+  }
+
   void erase(const std::string& pattern) {
     const std::vector<std::string> files = host_.matching(pattern);
     if (files.empty())
-      host_.print("Could not find " + pattern + std::string(line_end));
+      say("Could not find " + pattern);
     for (const std::string& file : files)
       complain_if("erase " + file, host_.erase(file));
   }
@@ -110,29 +136,46 @@ class interpreter {
     const tool_call call{c.pipeline[0], c.output};
     const tool_ways& ways = ways_of(name_in_path(call.words[0]));
     if (const std::string why = ways.why_not_after_errors(); !all_well_ && !why.empty()) {
-      host_.print("INFO: " + why + std::string(line_end));
+      say("INFO: " + why);
       return;
     }
-    p.watch_errors = p.programs.size() == 1 && ways.reads_errors(call);
     for (const std::string& line : ways.announce(call, host_))
-      host_.print(line + std::string(line_end));
-    const pipeline_result r = host_.run(p);
-    tell(c, r);
-    for (const std::string& what : ways.judge(call, r, host_))
+      say(line);
+    const tool_result result = run(p, c);
+    for (const std::string& what : ways.judge(call, result, host_))
       complain(what);
-    all_well_ = all_well_ && !has_error_line(r.errors);
   }
 
-  void tell(const script_command& c, const pipeline_result& r) {
-    if (!r.unusable_file.empty()) {
+  /// Runs them, prints what they print, and tells how they ended.
+  tool_result run(pipeline& p, const script_command& c) {
+    tool_output output;
+    p.take_output = [&](std::string_view piece) {
+      output.feed(piece);
+      print(guard_(piece));
+    };
+    const pipeline_result r = host_.run(p);
+    print(guard_.rest());
+    output.end();
+    all_well_ = all_well_ && !output.holds_error();
+    tool_result result{r.ends, output.text()};
+    if (!r.unusable_file.empty())
       complain(name_in_path(c.pipeline[0][0]) + " could not be started: " + r.unusable_file + ": " +
                r.why_unusable);
-      return;
-    }
-    for (std::size_t i = 0; i < r.ends.size() && i < c.pipeline.size(); ++i) {
+    else
+      tell_ends(c, result);
+    return result;
+  }
+
+  void print(std::string_view text) {
+    if (!text.empty())
+      host_.print(text);
+  }
+
+  void tell_ends(const script_command& c, const tool_result& result) {
+    for (std::size_t i = 0; i < result.ends.size() && i < c.pipeline.size(); ++i) {
       const std::string name = name_in_path(c.pipeline[i][0]);
-      const std::string what = complaint_about(name, r.ends[i]);
-      if (!what.empty() && !ways_of(name).forgives(r.ends[i], r.errors))
+      const std::string what = complaint_about(name, result.ends[i]);
+      if (!what.empty() && !ways_of(name).forgives(result.ends[i], result.printed))
         complain(what);
     }
   }
@@ -140,18 +183,20 @@ class interpreter {
   script_host& host_;
   std::size_t line_number_ = 0;
   bool all_well_ = true;
+  std::string marker_;  ///< the script's last line, held back
+  line_guard guard_;
 };
 
 }  // namespace
 
-bool run_script(std::string_view script, script_host& host) {
+bool run_script(std::string_view script, script_host& host, const last_look& look) {
   interpreter run(host);
   while (!script.empty()) {
     const std::string_view line = script.substr(0, script.find('\n'));
     run.line(line);
     script.remove_prefix(std::min(script.size(), line.size() + 1));
   }
-  return run.all_well();
+  return run.end(look);
 }
 
 }  // namespace corvane

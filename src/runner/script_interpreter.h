@@ -9,6 +9,7 @@
 #include "runner/script_line.h"
 #include "runner/tools/tool_ways.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,7 +20,7 @@ namespace corvane {
 class script_host : public tool_files {
  public:
   /// Prints a text to standard output, in one write.
-  virtual void print(const std::string& text) = 0;
+  virtual void print(std::string_view text) = 0;
 
   virtual failure make_folder(const std::string& path) = 0;
 
@@ -33,21 +34,33 @@ class script_host : public tool_files {
   /// The path under which a program named in the script is started; empty when it is none that
   /// scripts may start.
   virtual std::string allowed_program(const std::string& path) = 0;
+
+  /// Runs them, as run_pipeline does. What they print is for `take_output` of the pipeline.
   virtual pipeline_result run(const pipeline& programs) = 0;
 };
+
+/// Prints a line of conspawn's own. One that begins "ERR:" makes the run a failure.
+using line_printer = std::function<void(std::string_view line)>;
+
+/// A last look at what the script has made. `all_well`: nothing has gone wrong so far.
+using last_look = std::function<void(bool all_well, const line_printer& print)>;
 
 /// Runs the whole script. Each thing that goes wrong is printed as a line that begins "ERR:", after
 /// a line break of its own, since a tool may have left its last line open; then the next line is
 /// run, as scripts do, unless it is a tool that takes what came before for good (mkisofs). True
 /// when nothing went wrong.
-bool run_script(std::string_view script, script_host& host);
+///
+/// The script's last line, the end marker (runner/output_lines.h), is printed when everything else
+/// is done, `look` at last; without that line nobody looks. Nothing that a tool prints can be taken
+/// for it, nor for a step (runner/line_guard.h).
+bool run_script(std::string_view script, script_host& host, const last_look& look = {});
 
 /// The system's host. `own_folder` is the folder conspawn was started from: programs there, other
 /// than conspawn itself, are the ones that scripts may start.
 class system_script_host : public script_host {
  public:
   explicit system_script_host(std::string own_folder) : own_folder_(std::move(own_folder)) {}
-  void print(const std::string& text) override;
+  void print(std::string_view text) override;
   failure make_folder(const std::string& path) override;
   std::vector<std::string> matching(const std::string& pattern) override;
   failure erase(const std::string& path) override;

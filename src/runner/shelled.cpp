@@ -49,11 +49,6 @@ std::string how_ended(const std::optional<exit_status>& status) {
   return " (conspawn ended with status " + std::to_string(status->number) + ")";
 }
 
-/// Whether the script runner ended as one does whose script went well.
-bool ended_well(const std::optional<exit_status>& status) {
-  return !status || (!status->by_signal && status->number == 0);
-}
-
 }  // namespace
 
 struct shelled::state {
@@ -169,17 +164,13 @@ bool shelled::state::read_pieces() {
   return true;
 }
 
-/// The pipe is broken. When the marker had not come, no tool has told what ended the script: the
-/// runner adds the error line. What looks like the marker within a line is the name of a file
-/// perhaps, and counts only when the script runner ended well or an error has told why it did not.
+/// The pipe is broken before the marker came. No tool has told what ended the script: the runner
+/// adds the error line.
 void shelled::state::broke() {
   log.append(normalize.rest());
-  const std::optional<exit_status> status = child->ended();
-  if (log.ends_with_marker() && (log.holds_error() || ended_well(status)))
-    return;
   // Always after a line break: the error test wants one before the blank before "ERR".
   log.append(normalize("\n" + std::string(error_mark) +
-                       "the work script ended before its last line" + how_ended(status)));
+                       "the work script ended before its last line" + how_ended(child->ended())));
 }
 
 /// Takes what still waits after the command was ended.

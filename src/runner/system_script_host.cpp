@@ -12,7 +12,7 @@ namespace corvane {
 
 namespace fs = std::filesystem;
 
-void system_script_host::print(const std::string& text) {
+void system_script_host::print(std::string_view text) {
   write_output(text);
 }
 

@@ -6,11 +6,13 @@
 
 #include <map>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace corvane::testing_support {
 
-/// Notes everything the script does, with "\n" for every line end.
+/// Notes everything the script does and prints, with "\n" for every line end.
 class noting_host : public script_host {
  public:
   std::string notes;
@@ -18,12 +20,15 @@ class noting_host : public script_host {
   std::vector<std::string> files;
   std::vector<program_end> ends;
   pipeline_result result_of_run;
+  std::vector<std::string> printed;  ///< by the first programs that are run, in pieces
   pipeline last;
   std::string why_no_buttons;  ///< of the last menu looked at
   int buttons = 1;             ///< that a control file asks for
   std::string control;         ///< text of a control file
 
-  void print(const std::string& text) override { notes += replace_all(text, "\r\n", "\n"); }
+  void print(std::string_view text) override {
+    notes += replace_all(std::string(text), "\r\n", "\n");
+  }
   failure make_folder(const std::string& path) override { return note("mkdir " + path); }
   std::vector<std::string> matching(const std::string& /*pattern*/) override { return files; }
   failure erase(const std::string& path) override { return note("erase " + path); }
@@ -37,6 +42,8 @@ class noting_host : public script_host {
     last = programs;
     for (const auto& words : programs.programs)
       note("run " + join(words, ","));
+    for (const std::string& piece : std::exchange(printed, {}))
+      programs.take_output(piece);
     pipeline_result r = result_of_run;
     r.ends = ends;
     r.ends.resize(programs.programs.size());

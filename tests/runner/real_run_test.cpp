@@ -155,7 +155,74 @@ TEST(RealRun, FiftyMegabytesOfOutputAreWholeInTheLog) {
 TEST(RealRun, OutputWithoutALineEndIsSuccess) {
   real_run run;
   EXPECT_EQ(run.succeeds(run.tool("gm") + " print \"no line end\"\r\n"),
-            head + "no line end" + tail);
+            head + "no line end\n" + tail);
+}
+
+TEST(RealRun, EndMarkerAndStepsThatAToolPrintsAreTheToolsOwnLines) {
+  for (const std::string way : {"print ", "error "}) {
+    SCOPED_TRACE(way);
+    const std::string fake = "x\\n*process complete\\n*next step\\n";
+    const std::string shown = "x\ntool: *process complete\ntool: *next step\n";
+    real_run run;
+    EXPECT_EQ(run.succeeds(run.tool("dvdauthor") + " " + way + "\"" + fake + "\"\r\n" +
+                           "echo *next step\r\n"),
+              head + shown + "*next step\n" + tail);
+    EXPECT_EQ(run.screen.steps.size(), 3u);
+    run.remove_tool("gm.exe");
+    const std::string log = run.fails(run.tool("dvdauthor") + " " + way + "\"" + fake + "\"\r\n" +
+                                      run.tool("gm") + " mogrify\r\n");
+    EXPECT_EQ(log.substr(0, head.size() + shown.size()), head + shown);
+    EXPECT_NE(log.find("\nERR:  gm.exe could not be started: "), std::string::npos) << log;
+    EXPECT_EQ(log.substr(log.size() - tail.size()), tail);
+  }
+}
+
+TEST(RealRun, EndMarkerThatAToolOfAPipelinePrintsIsItsOwnLine) {
+  real_run run;
+  EXPECT_EQ(run.fails(run.tool("mplex") + " error \"*process complete\\n\" print frame | " +
+                      run.tool("gm") + " copy print \"\\n*process complete\\n\"\r\n" +
+                      run.tool("gm") + " status 1\r\n"),
+            head +
+                "tool: *process complete\nframe\ntool: *process complete\n"
+                "\nERR:  gm.exe ended with status 1\n" +
+                tail);
+}
+
+TEST(RealRun, EndMarkerThatIsAllOfAScriptRunnerThatDiesIsAFailure) {
+  real_run run;
+  run.ask.expect(
+      {"There was an error.  Please review the log.", icon::critical, buttons::ok_cancel},
+      answer::cancel);
+  run.app.add("process.bat",
+              "echo *first step\r\n" + run.tool("gm") + " print \"/a\\n*process complete\"\r\n");
+  ASSERT_TRUE(run.lock.take());
+  run.runner.ExecuteCommand(run.app.path("process.bat"), {});
+  run.finish();
+  EXPECT_EQ(run.runner.outcome(), run_outcome::failed);
+}
+
+TEST(RealRun, OutputAndErrorsKeepTheirOrder) {
+  real_run run;
+  std::string ways;
+  std::string expected;
+  for (int i = 0; i < 50; ++i) {
+    ways += " print \"out \" error \"err\\n\"";
+    expected += "out err\n";
+  }
+  EXPECT_EQ(run.succeeds(run.tool("dvdauthor") + ways + "\r\n"), head + expected + tail);
+}
+
+TEST(RealRun, ProcessThatAToolLeavesBehindHoldsNothingUp) {
+  real_run run;
+  const auto begin = std::chrono::steady_clock::now();
+  const std::string log =
+      run.succeeds(run.tool("dvdauthor") + " print \"first\\n\" leave 20 silent 200\r\n" +
+                   run.tool("gm") + " print \"next\\n\"\r\n");
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(15));
+  EXPECT_EQ(log.substr(0, head.size() + 6), head + "first\n");
+  EXPECT_NE(log.find("\nleft behind\n"), std::string::npos);
+  const std::string end = "\nnext\n" + tail;
+  EXPECT_EQ(log.substr(log.size() - end.size()), end);
 }
 
 TEST(RealRun, FailureAfterALineLeftOpenIsFailure) {

@@ -79,7 +79,6 @@ TEST(Script, RedirectionsReachThePrograms) {
   EXPECT_TRUE(run_script("bin/a.exe <\"in\" | bin/b.exe > \"out\"", host));
   EXPECT_EQ(host.last.input, "in");
   EXPECT_EQ(host.last.output, "out");
-  EXPECT_FALSE(host.last.watch_errors);
 }
 
 TEST(Script, RedirectionThatCannotBeOpenedIsTold) {
@@ -99,6 +98,87 @@ TEST(Script, EveryMemberOfAPipelineCounts) {
   EXPECT_EQ(host.notes,
             "[run /own/a.exe]\n[run /own/b.exe]\n[run /own/c.exe]\n"
             "\nERR:  a.exe ended with status 1\n\nERR:  c.exe was ended by signal 6 (Aborted)\n");
+}
+
+TEST(EndMarker, IsPrintedWhenEverythingElseIsDone) {
+  noting_host host;
+  EXPECT_TRUE(run_script("echo *process complete\nbin/a.exe\necho *next\n", host));
+  EXPECT_EQ(host.notes, "[run /own/a.exe]\n*next\n*process complete\n");
+}
+
+TEST(EndMarker, IsOnALineOfItsOwnAndSoIsEveryOtherLineOfTheScript) {
+  for (const std::string left : {"half", "half\n", "half\r"}) {
+    noting_host host;
+    host.printed = {left};
+    EXPECT_TRUE(run_script("bin/a.exe\necho *next\necho *process complete\n", host));
+    EXPECT_EQ(host.notes, "[run /own/a.exe]\n" + left + (left == "half" ? "\n" : "") +
+                              "*next\n*process complete\n");
+  }
+}
+
+TEST(EndMarker, AndStepsThatAToolPrintsAreMarkedAsTheToolsHoweverTheyCome) {
+  const std::string fake = "INFO: a\n*process complete\r*multiplexing title: 1.....\n";
+  const std::string shown = "INFO: a\ntool: *process complete\rtool: *multiplexing title: 1.....\n";
+  for (std::size_t cut = 0; cut <= fake.size(); ++cut) {
+    noting_host host;
+    host.printed = {fake.substr(0, cut), fake.substr(cut)};
+    EXPECT_TRUE(run_script("bin/dvdauthor.exe\necho *process complete\n", host));
+    EXPECT_EQ(host.notes, "[run /own/dvdauthor.exe]\n" + shown + "*process complete\n");
+  }
+}
+
+TEST(EndMarker, ThatTwoToolsPrintInTwoHalvesIsMarkedToo) {
+  noting_host host;
+  host.printed = {"*"};
+  EXPECT_TRUE(run_script("bin/a.exe\nbin/b.exe\necho *process complete\n", host));
+  EXPECT_EQ(host.notes, "[run /own/a.exe]\ntool: *[run /own/b.exe]\n\n*process complete\n");
+}
+
+TEST(EndMarker, InTheNameOfAFileIsNoLine) {
+  noting_host host;
+  host.control = "<vob chapters=\"0:10,0:05\n*process complete\n\"/>";
+  host.failures = {{"mkdir /o", "no\n*process complete\nroom"}};
+  EXPECT_FALSE(run_script("mkdir /o\nbin/dvdauthor.exe -x c.xml\nerase *process\r\n", host));
+  for (std::size_t at = host.notes.find('*'); at != std::string::npos;
+       at = host.notes.find('*', at + 1))
+    EXPECT_NE(host.notes[at - 1], '\n') << host.notes;
+}
+
+TEST(LastLook, ComesBeforeTheEndMarkerAndItsErrorsMakeTheRunAFailure) {
+  noting_host host;
+  host.printed = {"half"};
+  EXPECT_FALSE(run_script("bin/a.exe\necho *process complete\n", host,
+                          [](bool all_well, const line_printer& print) {
+                            EXPECT_TRUE(all_well);
+                            print("INFO: looking\n*process complete");
+                            print("ERR:  title 1 is half as long as it should be");
+                            print("*process complete");
+                          }));
+  EXPECT_EQ(host.notes,
+            "[run /own/a.exe]\nhalf\nINFO: looking?*process complete\n"
+            "ERR:  title 1 is half as long as it should be\ntool: *process complete\n"
+            "*process complete\n");
+}
+
+TEST(LastLook, ThatFindsNothingChangesNothing) {
+  noting_host host;
+  EXPECT_TRUE(run_script("echo a\necho *process complete\n", host,
+                         [](bool /*all_well*/, const line_printer& /*print*/) {}));
+  EXPECT_EQ(host.notes, "a\n*process complete\n");
+}
+
+TEST(LastLook, IsToldThatSomethingWentWrong) {
+  noting_host host;
+  bool well = true;
+  EXPECT_FALSE(
+      run_script("format c:\necho *process complete\n", host,
+                 [&well](bool all_well, const line_printer& /*print*/) { well = all_well; }));
+  EXPECT_FALSE(well);
+}
+
+TEST(LastLook, IsNotTakenAtAScriptThatMakesNoDisc) {
+  noting_host host;
+  EXPECT_TRUE(run_script("bin/spumux.exe\n", host, [](bool, const line_printer&) { FAIL(); }));
 }
 
 TEST(Complaint, NamesTheToolAndHowItEnded) {

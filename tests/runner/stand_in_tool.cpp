@@ -5,6 +5,8 @@
 //   error TEXT       the same to standard error
 //   lines N          N numbered lines
 //   megabytes N      N times 1,000,000 bytes, in lines of 100
+//   leave SECONDS    leaves a process behind that goes on printing "left behind" for that long
+//   left SECONDS     does that itself
 //   flood SECONDS    prints as fast as it can for that long, then how many bytes that were to the
 //                    file flood.txt
 //   silent MS        sleeps
@@ -78,6 +80,26 @@ void flood(double seconds) {
   std::ofstream("flood.txt") << printed;
 }
 
+void go_on_printing(double seconds) {
+  const auto until = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+  while (std::chrono::steady_clock::now() < until &&
+         std::fwrite("left behind\n", 1, 12, stdout) == 12 && std::fflush(stdout) == 0) {
+  }
+}
+
+/// The process that is left behind inherits what this one prints to.
+void leave(const std::string& own_path, const std::string& seconds) {
+#ifdef _WIN32
+  const char* const words[] = {own_path.c_str(), "left", seconds.c_str(), nullptr};
+  ::_spawnv(_P_NOWAIT, own_path.c_str(), words);
+#else
+  if (::fork() == 0) {
+    ::execl(own_path.c_str(), own_path.c_str(), "left", seconds.c_str(), nullptr);
+    ::_exit(127);
+  }
+#endif
+}
+
 void copy() {
   for (int c = std::getchar(); c != EOF; c = std::getchar())
     std::putchar(c);
@@ -85,7 +107,8 @@ void copy() {
 
 class words {
  public:
-  words(int argc, char** argv) : left_(argv + 1, argv + argc) {}
+  words(int argc, char** argv) : own_path(argv[0]), left_(argv + 1, argv + argc) {}
+  const std::string own_path;
   bool empty() const { return left_.empty(); }
   std::string next() {
     if (left_.empty())
@@ -112,6 +135,10 @@ void act(const std::string& what, words& w) {
     const std::string line = std::string(99, 'x').append("\n");
     for (int i = std::stoi(w.next()) * 10000; i > 0; --i)
       std::fwrite(line.data(), 1, line.size(), stdout);
+  } else if (what == "leave") {
+    leave(w.own_path, w.next());
+  } else if (what == "left") {
+    go_on_printing(std::stod(w.next()));
   } else if (what == "flood") {
     flood(std::stod(w.next()));
   } else if (what == "silent") {

@@ -1,10 +1,12 @@
 // Programs run in the foreground, as a script does: with redirections, as a pipeline, waited for.
 //
-// The programs inherit standard output and standard error, nothing else; standard input is empty
-// unless a file or another program feeds it. They do not outlive this process, however it ends.
+// Standard input is empty unless a file or another program feeds it. What they print goes where
+// ours goes, or to `take_output`; they inherit nothing else. They do not outlive this process,
+// however it ends.
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,9 +16,13 @@ namespace corvane {
 /// Programs (native UTF-8 paths, then arguments), each reading what the one before writes.
 struct pipeline {
   std::vector<std::vector<std::string>> programs;
-  std::string input;          ///< file the first reads; empty: none
-  std::string output;         ///< file the last writes, created or emptied; empty: none
-  bool watch_errors = false;  ///< collect standard error too, while it is passed on
+  std::string input;   ///< file the first reads; empty: none
+  std::string output;  ///< file the last writes, created or emptied; empty: none
+
+  /// Takes what the programs print to standard error, and the last one to standard output unless a
+  /// file takes that: all through one pipe, so in the order in which they print it, a piece as soon
+  /// as it is there. Not set: they inherit ours.
+  std::function<void(std::string_view piece)> take_output;
 };
 
 /// How a program of a pipeline ended.
@@ -31,12 +37,10 @@ struct pipeline_result {
   std::string unusable_file;  ///< the redirection that could not be opened; then nothing ran
   std::string why_unusable;
   std::vector<program_end> ends;  ///< one for each program
-  /// With watch_errors: standard error, or of a longer one its first MiB and its last lines, up to
-  /// 64 KiB.
-  std::string errors;
 };
 
-/// Runs them and waits until all have ended.
+/// Runs them and waits until all have ended. All that they printed has been taken then; of a
+/// process that one of them left behind, only what it printed until then is.
 pipeline_result run_pipeline(const pipeline& p);
 
 /// Writes to standard output, past all buffers, in one call where the system takes it all at once.

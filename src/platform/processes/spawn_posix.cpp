@@ -1,14 +1,16 @@
-#include "platform/processes/kept_output.h"
 #include "platform/processes/process.h"
 #include "platform/processes/spawn.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -111,16 +113,40 @@ pid_t start(std::vector<std::string> words, const standard_descriptors& files, p
   return -1;
 }
 
-program_end wait_for(pid_t pid) {
-  int status = 0;
-  while (::waitpid(pid, &status, 0) < 0)
-    if (errno != EINTR)
-      return not_started(errno);
+program_end end_of(int status) {
   if (WIFSIGNALED(status)) {
     const int signal = WTERMSIG(status);
     return {program_end::kind::by_signal, static_cast<std::uint32_t>(signal), ::strsignal(signal)};
   }
   return {program_end::kind::exited, static_cast<std::uint32_t>(WEXITSTATUS(status)), {}};
+}
+
+struct started_program {
+  pid_t pid = -1;  ///< -1: there is nothing to wait for any more
+  program_end end;
+};
+
+/// Whether the program has ended, and how; waits for it unless `how` holds WNOHANG.
+bool has_ended(started_program& program, int how) {
+  if (program.pid < 0)
+    return true;
+  int status = 0;
+  pid_t got = 0;
+  do {
+    got = ::waitpid(program.pid, &status, how);
+  } while (got < 0 && errno == EINTR);
+  if (got == 0)
+    return false;
+  program.end = got < 0 ? not_started(errno) : end_of(status);
+  program.pid = -1;
+  return true;
+}
+
+bool have_ended(std::vector<started_program>& programs) {
+  bool all = true;
+  for (started_program& program : programs)
+    all = has_ended(program, WNOHANG) && all;
+  return all;
 }
 
 bool write_all(int file, std::string_view text) {
@@ -133,21 +159,58 @@ bool write_all(int file, std::string_view text) {
   return true;
 }
 
-/// Passes standard error on until all programs have closed it; keeps what it told.
-std::string pass_on(int from) {
-  kept_output kept;
-  std::array<char, 4096> buffer{};
-  for (;;) {
-    const ssize_t got = ::read(from, buffer.data(), buffer.size());
-    if (got < 0 && errno == EINTR)
-      continue;
-    if (got <= 0)
-      return kept.text();
-    const std::string_view piece(buffer.data(), static_cast<std::size_t>(got));
-    write_all(2, piece);
-    kept.add(piece);
+using steady = std::chrono::steady_clock;
+
+/// Passes on what the programs print. A process that they left behind can keep the pipe open for as
+/// long as it likes: so they are asked, now and then, whether they have ended.
+class output_reader {
+ public:
+  output_reader(int from, const std::function<void(std::string_view)>& take)
+      : from_(from), take_(take), buffer_(std::size_t{64} << 10) {}
+
+  void read_until_end(std::vector<started_program>& programs) {
+    steady::time_point next_look = steady::now() + between_looks;
+    for (;;) {
+      pollfd watched{from_, POLLIN, 0};
+      if (::poll(&watched, 1, static_cast<int>(between_looks.count())) > 0 &&
+          read(buffer_.size()) == 0)
+        return;
+      if (steady::now() < next_look)
+        continue;
+      if (have_ended(programs))
+        return read_what_is_there();
+      next_look = steady::now() + between_looks;
+    }
   }
-}
+
+ private:
+  static constexpr std::chrono::milliseconds between_looks{100};
+
+  /// What the programs printed before they ended. More may come all the time, but not from them.
+  void read_what_is_there() {
+    int left = 0;
+    if (::ioctl(from_, FIONREAD, &left) != 0)
+      return;
+    for (std::size_t got = 1; left > 0 && got > 0; left -= static_cast<int>(got))
+      got = read(std::min(buffer_.size(), static_cast<std::size_t>(left)));
+  }
+
+  /// Takes one piece; gives its size, 0 at the end.
+  std::size_t read(std::size_t most) {
+    ssize_t got = 0;
+    do {
+      got = ::read(from_, buffer_.data(), most);
+    } while (got < 0 && errno == EINTR);
+    if (got <= 0)
+      return 0;
+    take_({buffer_.data(), static_cast<std::size_t>(got)});
+    return static_cast<std::size_t>(got);
+  }
+
+  int from_;
+  const std::function<void(std::string_view)>& take_;
+  std::vector<char> buffer_;
+};
 
 descriptor open_input(const std::string& path) {
   return descriptor(::open(path.empty() ? "/dev/null" : path.c_str(), O_RDONLY | O_CLOEXEC));
@@ -156,6 +219,26 @@ descriptor open_input(const std::string& path) {
 descriptor open_output(const std::string& path) {
   return descriptor(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
 }
+
+/// Made before the first program starts: one without the pipe that it needs would print past us.
+struct pipes_of_pipeline {
+  two_ends printed;  ///< closed when the programs inherit ours
+  std::vector<two_ends> between;
+
+  explicit pipes_of_pipeline(const pipeline& p) {
+    if (p.take_output)
+      printed = make_pipe();
+    for (std::size_t i = 1; i < p.programs.size(); ++i)
+      between.push_back(make_pipe());
+    is_open_ = printed.write_end.is_open() == static_cast<bool>(p.take_output) &&
+               std::all_of(between.begin(), between.end(),
+                           [](const two_ends& pipe) { return pipe.write_end.is_open(); });
+  }
+  bool are_open() const { return is_open_; }
+
+ private:
+  bool is_open_ = false;
+};
 
 /// The parent of the process is gone: all that runs for it goes too.
 void parent_is_gone(int /*signal*/) {
@@ -176,26 +259,32 @@ pipeline_result run_pipeline(const pipeline& p) {
   descriptor in = open_input(p.input);
   if (!in.is_open())
     return unusable(p.input.empty() ? "/dev/null" : p.input);
-  descriptor out = p.output.empty() ? descriptor() : open_output(p.output);
+  const descriptor out = p.output.empty() ? descriptor() : open_output(p.output);
   if (!p.output.empty() && !out.is_open())
     return unusable(p.output);
-  two_ends errors = p.watch_errors ? make_pipe() : two_ends();
-  std::vector<pid_t> pids;
-  for (std::size_t i = 0; i < p.programs.size(); ++i) {
-    const bool last = i + 1 == p.programs.size();
-    two_ends next = last ? two_ends() : make_pipe();
-    const int to = last ? out.number() : next.write_end.number();
-    pids.push_back(
-        start(p.programs[i], {in.number(), to, errors.write_end.number()}, r.ends.emplace_back()));
+  pipes_of_pipeline pipes(p);
+  if (!pipes.are_open()) {
+    r.ends.assign(p.programs.size(), not_started(errno));
+    return r;
+  }
+  const int printed = pipes.printed.write_end.number();
+  std::vector<started_program> programs(p.programs.size());
+  for (std::size_t i = 0; i < programs.size(); ++i) {
+    const bool last = i + 1 == programs.size();
+    two_ends next = last ? two_ends() : std::move(pipes.between[i]);
+    const int to = !last ? next.write_end.number() : out.is_open() ? out.number() : printed;
+    programs[i].pid = start(p.programs[i], {in.number(), to, printed}, programs[i].end);
     in = std::move(next.read_end);
   }
   in.close();
-  errors.write_end.close();
-  if (errors.read_end.is_open())
-    r.errors = pass_on(errors.read_end.number());
-  for (std::size_t i = 0; i < pids.size(); ++i)
-    if (pids[i] > 0)
-      r.ends[i] = wait_for(pids[i]);
+  pipes.printed.write_end.close();
+  if (p.take_output)
+    output_reader(pipes.printed.read_end.number(), p.take_output).read_until_end(programs);
+  pipes.printed.read_end.close();
+  for (started_program& program : programs) {
+    has_ended(program, 0);
+    r.ends.push_back(std::move(program.end));
+  }
   return r;
 }
 

@@ -1,9 +1,9 @@
 #include "platform/files/files.h"
-#include "platform/processes/kept_output.h"
 #include "platform/processes/spawn.h"
 
 #include <algorithm>
-#include <array>
+#include <atomic>
+#include <chrono>
 #include <memory>
 #include <system_error>
 #include <utility>
@@ -48,6 +48,24 @@ two_ends make_pipe() {
   if (::CreatePipe(&read_end, &write_end, nullptr, 0) == 0)
     return {};
   return {handle(read_end), handle(write_end)};
+}
+
+/// A pipe whose reader need not wait for ever, as that of the call above must.
+two_ends make_watched_pipe() {
+  constexpr DWORD room = 1 << 16;
+  static std::atomic<unsigned> count{0};
+  const std::wstring name = L"\\\\.\\pipe\\corvane-" + std::to_wstring(::GetCurrentProcessId()) +
+                            L"-" + std::to_wstring(++count);
+  handle read_end(::CreateNamedPipeW(
+      name.c_str(), PIPE_ACCESS_INBOUND | FILE_FLAG_OVERLAPPED | FILE_FLAG_FIRST_PIPE_INSTANCE,
+      PIPE_TYPE_BYTE | PIPE_REJECT_REMOTE_CLIENTS, 1, 0, room, 0, nullptr));
+  if (!read_end.is_open())
+    return {};
+  handle write_end(
+      ::CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+  if (!write_end.is_open())
+    return {};
+  return {std::move(read_end), std::move(write_end)};
 }
 
 std::string message_of(DWORD error) {
@@ -158,17 +176,39 @@ handle start(const std::vector<std::string>& words, const standard_handles& file
 /// counts: -1 is 255.
 constexpr DWORD first_exception = 0xC0000000, first_negative = 0xFFFFFF00;
 
-program_end wait_for(const handle& process) {
-  DWORD status = 0;
-  ::WaitForSingleObject(process.get(), INFINITE);
-  if (::GetExitCodeProcess(process.get(), &status) == 0)
-    return not_started(::GetLastError());
+program_end end_of(DWORD status) {
   if (status < first_exception)
     return {program_end::kind::exited, status, {}};
   if (status >= first_negative)
     return {program_end::kind::exited, status & 0xFF, {}};
   return {program_end::kind::by_exception, status,
           status == 0xC0000005 ? "access violation" : "it crashed"};
+}
+
+struct started_program {
+  handle process;  ///< closed: there is nothing to wait for any more
+  program_end end;
+};
+
+/// Whether the program has ended within the time, and how.
+bool has_ended(started_program& program, DWORD time) {
+  if (!program.process.is_open())
+    return true;
+  if (::WaitForSingleObject(program.process.get(), time) == WAIT_TIMEOUT)
+    return false;
+  DWORD status = 0;
+  program.end = ::GetExitCodeProcess(program.process.get(), &status) == 0
+                    ? not_started(::GetLastError())
+                    : end_of(status);
+  program.process.close();
+  return true;
+}
+
+bool have_ended(std::vector<started_program>& programs) {
+  bool all = true;
+  for (started_program& program : programs)
+    all = has_ended(program, 0) && all;
+  return all;
 }
 
 void write_all(HANDLE file, std::string_view text) {
@@ -181,19 +221,74 @@ void write_all(HANDLE file, std::string_view text) {
   }
 }
 
-/// Passes standard error on until the program has closed it; keeps what it told.
-std::string pass_on(HANDLE from) {
-  kept_output kept;
-  std::array<char, 4096> buffer{};
-  DWORD got = 0;
-  while (::ReadFile(from, buffer.data(), static_cast<DWORD>(buffer.size()), &got, nullptr) != 0 &&
-         got > 0) {
-    const std::string_view piece(buffer.data(), got);
-    write_all(::GetStdHandle(STD_ERROR_HANDLE), piece);
-    kept.add(piece);
+using steady = std::chrono::steady_clock;
+
+/// Passes on what the programs print. A process that they left behind can keep the pipe open for as
+/// long as it likes: so they are asked, now and then, whether they have ended.
+class output_reader {
+ public:
+  output_reader(HANDLE from, const std::function<void(std::string_view)>& take)
+      : from_(from), take_(take), buffer_(std::size_t{64} << 10) {}
+
+  void read_until_end(std::vector<started_program>& programs) {
+    if (!done_.is_open())
+      return;
+    steady::time_point next_look = steady::now() + between_looks;
+    while (begin(buffer_.size())) {
+      bool all_ended = false;
+      while (!all_ended &&
+             ::WaitForSingleObject(done_.get(), between_looks.count()) == WAIT_TIMEOUT)
+        all_ended = have_ended(programs);
+      if (all_ended)
+        ::CancelIo(from_);
+      if (!finish() && !all_ended)
+        return;
+      if (!all_ended && steady::now() >= next_look) {
+        all_ended = have_ended(programs);
+        next_look = steady::now() + between_looks;
+      }
+      if (all_ended)
+        return read_what_is_there();
+    }
   }
-  return kept.text();
-}
+
+ private:
+  static constexpr std::chrono::duration<DWORD, std::milli> between_looks{100};
+
+  /// What the programs printed before they ended. More may come all the time, but not from them.
+  void read_what_is_there() {
+    DWORD left = 0;
+    if (::PeekNamedPipe(from_, nullptr, 0, nullptr, &left, nullptr) == 0)
+      return;
+    while (left > 0 && begin(std::min<std::size_t>(buffer_.size(), left)) && finish() && got_ > 0)
+      left -= got_;
+  }
+
+  /// Begins to read a piece. False when all have closed the pipe.
+  bool begin(std::size_t most) {
+    reading_ = {};
+    reading_.hEvent = done_.get();
+    return ::ReadFile(from_, buffer_.data(), static_cast<DWORD>(most), nullptr, &reading_) != 0 ||
+           ::GetLastError() == ERROR_IO_PENDING;
+  }
+
+  /// Waits for the piece and takes it. False when there is none.
+  bool finish() {
+    got_ = 0;
+    if (::GetOverlappedResult(from_, &reading_, &got_, TRUE) == 0)
+      return false;
+    if (got_ > 0)
+      take_({buffer_.data(), got_});
+    return true;
+  }
+
+  HANDLE from_;
+  const std::function<void(std::string_view)>& take_;
+  std::vector<char> buffer_;
+  handle done_{::CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+  OVERLAPPED reading_{};
+  DWORD got_ = 0;
+};
 
 handle open_input(const std::string& path) {
   return handle(::CreateFileW(path.empty() ? L"NUL" : path_of(path).c_str(), GENERIC_READ,
@@ -205,6 +300,26 @@ handle open_output(const std::string& path) {
   return handle(::CreateFileW(path_of(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                               CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
+
+/// Made before the first program starts: one without the pipe that it needs would print past us.
+struct pipes_of_pipeline {
+  two_ends printed;  ///< closed when the programs inherit ours
+  std::vector<two_ends> between;
+
+  explicit pipes_of_pipeline(const pipeline& p) {
+    if (p.take_output)
+      printed = make_watched_pipe();
+    for (std::size_t i = 1; i < p.programs.size(); ++i)
+      between.push_back(make_pipe());
+    is_open_ = printed.write_end.is_open() == static_cast<bool>(p.take_output) &&
+               std::all_of(between.begin(), between.end(),
+                           [](const two_ends& pipe) { return pipe.write_end.is_open(); });
+  }
+  bool are_open() const { return is_open_; }
+
+ private:
+  bool is_open_ = false;
+};
 
 }  // namespace
 
@@ -218,30 +333,34 @@ pipeline_result run_pipeline(const pipeline& p) {
   handle in = open_input(p.input);
   if (!in.is_open())
     return unusable(p.input.empty() ? "NUL" : p.input);
-  handle out = p.output.empty() ? handle() : open_output(p.output);
+  const handle out = p.output.empty() ? handle() : open_output(p.output);
   if (!p.output.empty() && !out.is_open())
     return unusable(p.output);
-  const HANDLE own_out = ::GetStdHandle(STD_OUTPUT_HANDLE);
-  const HANDLE own_err = ::GetStdHandle(STD_ERROR_HANDLE);
-  two_ends errors = p.watch_errors ? make_pipe() : two_ends();
-  std::vector<handle> processes;
-  for (std::size_t i = 0; i < p.programs.size(); ++i) {
-    const bool last = i + 1 == p.programs.size();
-    two_ends next = last ? two_ends() : make_pipe();
+  pipes_of_pipeline pipes(p);
+  if (!pipes.are_open()) {
+    r.ends.assign(p.programs.size(), not_started(::GetLastError()));
+    return r;
+  }
+  const HANDLE printed = pipes.printed.write_end.get();
+  const HANDLE own_out = p.take_output ? printed : ::GetStdHandle(STD_OUTPUT_HANDLE);
+  const HANDLE own_err = p.take_output ? printed : ::GetStdHandle(STD_ERROR_HANDLE);
+  std::vector<started_program> programs(p.programs.size());
+  for (std::size_t i = 0; i < programs.size(); ++i) {
+    const bool last = i + 1 == programs.size();
+    two_ends next = last ? two_ends() : std::move(pipes.between[i]);
     const HANDLE to = !last ? next.write_end.get() : out.is_open() ? out.get() : own_out;
-    processes.push_back(
-        start(p.programs[i],
-              {in.get(), to, errors.write_end.is_open() ? errors.write_end.get() : own_err},
-              r.ends.emplace_back()));
+    programs[i].process = start(p.programs[i], {in.get(), to, own_err}, programs[i].end);
     in = std::move(next.read_end);
   }
   in.close();
-  errors.write_end.close();
-  if (errors.read_end.is_open())
-    r.errors = pass_on(errors.read_end.get());
-  for (std::size_t i = 0; i < processes.size(); ++i)
-    if (processes[i].is_open())
-      r.ends[i] = wait_for(processes[i]);
+  pipes.printed.write_end.close();
+  if (p.take_output)
+    output_reader(pipes.printed.read_end.get(), p.take_output).read_until_end(programs);
+  pipes.printed.read_end.close();
+  for (started_program& program : programs) {
+    has_ended(program, INFINITE);
+    r.ends.push_back(std::move(program.end));
+  }
   return r;
 }
 

@@ -35,10 +35,6 @@ std::string navigation_of(const script_words& words) {
 
 }  // namespace
 
-bool dvdauthor_ways::reads_errors(const tool_call& /*call*/) const {
-  return true;
-}
-
 std::vector<std::string> dvdauthor_ways::announce(const tool_call& call, tool_files& files) const {
   const std::string navigation = navigation_of(call.words);
   if (navigation.empty())

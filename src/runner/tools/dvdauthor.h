@@ -1,6 +1,5 @@
 // dvdauthor: it takes a title's chapters in the order of time only and leaves out the others
-// without a word; the project keeps them in the order in which they were typed. An error
-// line counts, whatever status it ends with.
+// without a word; the project keeps them in the order in which they were typed.
 #pragma once
 
 #include "runner/tools/tool_ways.h"
@@ -13,8 +12,6 @@ namespace corvane {
 
 class dvdauthor_ways : public tool_ways {
  public:
-  bool reads_errors(const tool_call& call) const override;
-
   /// The chapters that it will leave out. It is what the user asked for, so no error.
   std::vector<std::string> announce(const tool_call& call, tool_files& files) const override;
 };

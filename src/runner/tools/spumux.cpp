@@ -31,7 +31,7 @@ std::vector<std::string> judge_menu(const tool_call& call, tool_files& files) {
 
 /// The lines among spumux's output that matter do not say whose subtitle it was.
 std::vector<std::string> judge_subtitle(const run_file::subtitle_name& subtitle,
-                                        const tool_call& call, const pipeline_result& result,
+                                        const tool_call& call, const tool_result& result,
                                         tool_files& files) {
   if (result.ends.empty())
     return {};  // it has been told why it did not run
@@ -40,20 +40,16 @@ std::vector<std::string> judge_subtitle(const run_file::subtitle_name& subtitle,
                             subtitle_file_in(control) + ")";
   const std::string end = complaint_about(name_in_path(call.words[0]), result.ends[0]);
   const std::string why =
-      why_not_subtitled(result.errors + (end.empty() ? "" : "\n" + std::string(error_mark) + end));
+      why_not_subtitled(result.printed + (end.empty() ? "" : "\n" + std::string(error_mark) + end));
   if (!why.empty())
     return {about + " is not on the disc: " + why};
-  const std::string missing = what_is_missing(result.errors, control);
+  const std::string missing = what_is_missing(result.printed, control);
   if (!missing.empty())
     return {about + " is not as it should be: " + missing};
   return {};
 }
 
 }  // namespace
-
-bool spumux_ways::reads_errors(const tool_call& call) const {
-  return subtitle_of(call.words).has_value();
-}
 
 /// For many buttons of many colours spumux works silently for minutes.
 std::vector<std::string> spumux_ways::announce(const tool_call& call, tool_files& files) const {
@@ -64,7 +60,7 @@ std::vector<std::string> spumux_ways::announce(const tool_call& call, tool_files
           " buttons; when their colours are many too, this takes some minutes"};
 }
 
-std::vector<std::string> spumux_ways::judge(const tool_call& call, const pipeline_result& result,
+std::vector<std::string> spumux_ways::judge(const tool_call& call, const tool_result& result,
                                             tool_files& files) const {
   if (const auto subtitle = subtitle_of(call.words))
     return judge_subtitle(*subtitle, call, result, files);

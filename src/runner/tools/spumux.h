@@ -13,9 +13,8 @@ namespace corvane {
 
 class spumux_ways : public tool_ways {
  public:
-  bool reads_errors(const tool_call& call) const override;
   std::vector<std::string> announce(const tool_call& call, tool_files& files) const override;
-  std::vector<std::string> judge(const tool_call& call, const pipeline_result& result,
+  std::vector<std::string> judge(const tool_call& call, const tool_result& result,
                                  tool_files& files) const override;
 };
 

@@ -19,6 +19,13 @@ struct tool_call {
   const std::string& output;  ///< the file that takes its standard output; empty: none
 };
 
+/// What came of it.
+struct tool_result {
+  std::vector<program_end> ends;  ///< of each program of the line; none if nothing was started
+  /// What they printed, or of more its first MiB and its last lines, up to 64 KiB.
+  std::string printed;
+};
+
 /// What the ways look at besides the call. A test answers in place of the files.
 class tool_files {
  public:
@@ -39,10 +46,6 @@ class tool_ways {
  public:
   virtual ~tool_ways() = default;
 
-  /// Whether what it prints to standard error is looked at afterwards. An error line in it counts
-  /// as something that went wrong, whatever the status.
-  virtual bool reads_errors(const tool_call& /*call*/) const { return false; }
-
   /// Why it is not started once something has gone wrong in the run, as a line for the user; empty
   /// if it is started nonetheless, as scripts do.
   virtual std::string why_not_after_errors() const { return {}; }
@@ -53,15 +56,13 @@ class tool_ways {
     return {};
   }
 
-  /// Whether an end that looks like a failure is none. `errors`: what it printed to standard error,
-  /// where that is looked at.
-  virtual bool forgives(const program_end& /*end*/, std::string_view /*errors*/) const {
+  /// Whether an end that looks like a failure is none.
+  virtual bool forgives(const program_end& /*end*/, std::string_view /*printed*/) const {
     return false;
   }
 
   /// What went wrong that its end does not tell, a line each.
-  virtual std::vector<std::string> judge(const tool_call& /*call*/,
-                                         const pipeline_result& /*result*/,
+  virtual std::vector<std::string> judge(const tool_call& /*call*/, const tool_result& /*result*/,
                                          tool_files& /*files*/) const {
     return {};
   }

@@ -1,0 +1,34 @@
+// What the programs of one line of a script print, as it is looked at.
+#pragma once
+
+#include "platform/processes/kept_output.h"
+#include "runner/line_cutter.h"
+
+#include <string>
+#include <string_view>
+
+namespace corvane {
+
+class tool_output {
+ public:
+  /// The next piece, however it is cut.
+  void feed(std::string_view piece);
+
+  /// Nothing follows.
+  void end();
+
+  /// Whether a line was one that makes the run a failure (runner/output_lines.h).
+  bool holds_error() const { return holds_error_; }
+
+  /// All of it; of more, its first MiB and its last lines, up to 64 KiB.
+  std::string text() const { return kept_.text(); }
+
+ private:
+  void look_at(std::string_view line);
+
+  kept_output kept_;
+  line_cutter lines_;
+  bool holds_error_ = false;
+};
+
+}  // namespace corvane
