@@ -1,4 +1,4 @@
-#include "authoring/colour_groups.h"
+#include "examine/colour_groups.h"
 #include "authoring/row_checks.h"
 #include "formats/numbers.h"
 #include "formats/sanitized.h"

@@ -1,4 +1,4 @@
-#include "authoring/colour_groups.h"
+#include "examine/colour_groups.h"
 
 #include <algorithm>
 #include <cmath>
