@@ -121,6 +121,10 @@ struct disc_description {
   std::optional<disc_command> first_play;     ///< not set: the first menu, or title
   bool jump_table = false;                    ///< menus are remembered in general register g1
   bool image = false;                         ///< an ISO image of the folder is wanted as well
+  /// Hand-edited XML has ways through the disc that are not described here: menus of the whole
+  /// disc, commands around a title or menu or in a cell, entries, a jump pad. What a viewer can
+  /// reach is then not known.
+  bool has_other_paths = false;
   bool operator==(const disc_description&) const = default;
 
   int title_count() const { return static_cast<int>(titles.size()); }

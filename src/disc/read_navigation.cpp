@@ -56,6 +56,7 @@ class navigation_reader {
       : elements_(elements), style_(style) {}
 
   disc_description read() {
+    disc_.has_other_paths = has(0, "jumppad");
     for (const std::size_t child : children(0)) {
       if (elements_[child].name == "vmgm")
         read_manager(child);
@@ -83,6 +84,10 @@ class navigation_reader {
     return value == nullptr ? std::string() : *value;
   }
 
+  bool has(std::size_t element, std::string_view name) const {
+    return attribute_of(elements_[element], name) != nullptr;
+  }
+
   std::string file_of(std::size_t vob) const {
     return stored_from_native(value_of(vob, "file"), style_);
   }
@@ -92,16 +97,21 @@ class navigation_reader {
       if (elements_[child].name == "fpc") {
         disc_.first_play_text = command_in(elements_[child].text);
         disc_.first_play = command_of(disc_.first_play_text);
+      } else if (elements_[child].name == "menus") {
+        disc_.has_other_paths = true;
       }
   }
 
   void read_titleset(std::size_t titleset) {
     ++titleset_;
     menu_of_titleset_ = 0;
+    int menu_groups = 0;  // one for each language of the menus
     for (const std::size_t child : children(titleset)) {
       const bool menus = elements_[child].name == "menus";
       if (!menus && elements_[child].name != "titles")
         continue;
+      if (menus && ++menu_groups > 1)
+        disc_.has_other_paths = true;
       for (const std::size_t part : children(child))
         read_part(part, menus);
     }
@@ -138,19 +148,47 @@ class navigation_reader {
     disc_menu menu;
     menu.titleset = titleset_;
     const int number = ++menu_of_titleset_;
+    bool leaves = value_of(pgc, "pause") != "inf" || has(pgc, "entry");
     for (const std::size_t child : children(pgc)) {
       const xml_element& element = elements_[child];
       if (element.name == "button")
         menu.buttons.push_back(button_of(element.text, number));
-      else if (element.name == "vob" && menu.files.empty())
-        menu.files.push_back(file_of(child));  // a second one would be no audio
+      else if (element.name == "vob")
+        read_menu_vob(child, menu);
       else if (element.name == "post")
-        menu.loop = menu.loop || command_of(command_in(element.text)).form ==
-                                     command_form{verb::jump_menu, number, {}};
+        read_menu_post(element.text, number, menu, leaves);
       else if (element.name == "pre")
-        disc_.jump_table = disc_.jump_table || element.text.find("g1==") != std::string::npos;
+        read_menu_pre(element.text);
     }
+    disc_.has_other_paths = disc_.has_other_paths || (leaves && !menu.loop);
     disc_.menus.push_back(std::move(menu));
+  }
+
+  void read_menu_vob(std::size_t vob, disc_menu& menu) {
+    if (menu.files.empty())
+      menu.files.push_back(file_of(vob));  // a second one would be no audio
+    read_cells(vob);
+  }
+
+  void read_menu_post(std::string_view text, int number, disc_menu& menu, bool& leaves) {
+    const bool again =
+        command_of(command_in(text)).form == command_form{verb::jump_menu, number, {}};
+    menu.loop = menu.loop || again;
+    leaves = leaves || !again;
+  }
+
+  void read_menu_pre(std::string_view text) {
+    if (text.find("g1==") != std::string_view::npos)
+      disc_.jump_table = true;
+    else
+      disc_.has_other_paths = true;
+  }
+
+  /// Cells have commands, and chapters that the file's attribute does not tell.
+  void read_cells(std::size_t vob) {
+    for (const std::size_t child : children(vob))
+      if (elements_[child].name == "cell")
+        disc_.has_other_paths = true;
   }
 
   disc_button button_of(std::string_view text, int menu) {
@@ -172,11 +210,14 @@ class navigation_reader {
         read_vob(child, title);
       else if (element.name == "post")
         title.post = post_of(element.text);
+      else if (element.name == "pre")
+        disc_.has_other_paths = true;
     }
     disc_.titles.push_back(std::move(title));
   }
 
   void read_vob(std::size_t vob, disc_title& title) {
+    read_cells(vob);
     title.streams.push_back(file_of(vob));
     if (title.streams.size() > 1)
       return;  // chapters of further files begin at their files
