@@ -1,5 +1,7 @@
 #include "examine/rules.h"
 
+#include "examine/navigation_rules.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -23,7 +25,7 @@ std::string section_of(const rule& r) {
 }  // namespace
 
 std::vector<rule_family> rule_families() {
-  return {};
+  return {{"Navigation", navigation_rules()}};
 }
 
 finding finding_of(std::span<const rule> rules, std::string_view id, finding_item item,
