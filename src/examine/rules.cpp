@@ -1,5 +1,6 @@
 #include "examine/rules.h"
 
+#include "examine/button_rules.h"
 #include "examine/navigation_rules.h"
 
 #include <algorithm>
@@ -25,7 +26,7 @@ std::string section_of(const rule& r) {
 }  // namespace
 
 std::vector<rule_family> rule_families() {
-  return {{"Navigation", navigation_rules()}};
+  return {{"Navigation", navigation_rules()}, {"Menus and buttons", button_rules()}};
 }
 
 finding finding_of(std::span<const rule> rules, std::string_view id, finding_item item,
