@@ -5,9 +5,9 @@
 // disc; times are seconds from the start of the title.
 #pragma once
 
+#include "formats/vm_command.h"
 #include "platform/result.h"
 #include "subpicture.h"
-#include "vm_command.h"
 
 #include <array>
 #include <cstdint>

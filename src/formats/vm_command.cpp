@@ -1,8 +1,8 @@
-#include "vm_command.h"
+#include "formats/vm_command.h"
 
 #include <cstdio>
 
-namespace corvane::disc {
+namespace corvane {
 
 namespace {
 
@@ -245,6 +245,110 @@ std::string with_link(const std::string& done, const std::string& then) {
   return done + ", " + then;
 }
 
+using place = vm_target::place;
+
+int whole(unsigned n) {
+  return static_cast<int>(n);
+}
+
+vm_target target_within(const bits_of& c) {
+  vm_target to;
+  const unsigned which = c(4, 5);
+  const bool known = which >= 1 && which <= 13 && which != 4 && which != 8;
+  if (which != 16 && !known)
+    return to;
+  to.where = known ? place::within : place::resume;
+  to.link = known ? whole(which) : 0;
+  to.button = whole(c(15, 6));
+  return to;
+}
+
+vm_target link_target(const bits_of& c) {
+  vm_target to;
+  switch (c(51, 4)) {
+    case 1:
+      return target_within(c);
+    case 4:
+      to.where = place::chain;
+      to.chain = whole(c(14, 15));
+      return to;
+    case 5:
+      to.where = place::linked_chapter;
+      to.chapter = whole(c(9, 10));
+      break;
+    case 6:
+      to.where = place::program;
+      to.program = whole(c(6, 7));
+      break;
+    case 7:
+      to.where = place::cell;
+      to.cell = whole(c(7, 8));
+      break;
+    default:
+      return to;
+  }
+  to.button = whole(c(15, 6));
+  return to;
+}
+
+/// Menus of the system space have numbers of four bits, of which these have names.
+menu_kind kind_of_menu(unsigned id) {
+  return id >= 2 && id <= 7 ? static_cast<menu_kind>(id) : menu_kind::none;
+}
+
+vm_target system_target(const bits_of& c, bool call) {
+  vm_target to;
+  to.call = call;
+  to.resume_cell = call ? whole(c(31, 8)) : 0;
+  switch (c(23, 2)) {
+    case 0:
+      to.where = place::first_play;
+      break;
+    case 1:
+      to.where = place::manager_menu;
+      to.menu = kind_of_menu(c(19, 4));
+      break;
+    case 2:
+      to.where = place::titleset_menu;
+      to.menu = kind_of_menu(c(19, 4));
+      to.titleset = call ? 0 : whole(c(30, 7));
+      to.title = call ? 0 : whole(c(38, 7));
+      break;
+    default:
+      to.where = place::manager_chain;
+      to.chain = whole(c(46, 15));
+  }
+  return to;
+}
+
+vm_target jump_target(const bits_of& c) {
+  vm_target to;
+  to.title = whole(c(22, 7));
+  switch (c(51, 4)) {
+    case 1:
+      to.where = place::exit;
+      to.title = 0;
+      break;
+    case 2:
+      to.where = place::title;
+      break;
+    case 3:
+      to.where = place::titleset_title;
+      break;
+    case 5:
+      to.where = place::chapter;
+      to.chapter = whole(c(41, 10));
+      break;
+    case 6:
+      return system_target(c, false);
+    case 8:
+      return system_target(c, true);
+    default:
+      to.title = 0;
+  }
+  return to;
+}
+
 }  // namespace
 
 std::string decoded(const vm_bytes& bytes) {
@@ -284,6 +388,31 @@ std::string decoded(const vm_bytes& bytes) {
   return known ? text : "unknown " + hex(bytes);
 }
 
+vm_target target_of(const vm_bytes& bytes) {
+  const bits_of c(bytes);
+  const bool compared = c(54, 3) != 0;
+  vm_target to;
+  switch (c(63, 3)) {
+    case 1:
+      to = c.set(60) ? jump_target(c) : link_target(c);
+      break;
+    case 2:
+    case 3:
+      to = link_target(c);
+      break;
+    case 4:
+    case 5:
+    case 6:
+      to = target_within(c);
+      break;
+    default:
+      break;
+  }
+  // A command of kind 6 compares before it sets, and links whatever comes of it.
+  to.conditional = to.where != place::nowhere && compared && c(63, 3) != 6;
+  return to;
+}
+
 std::string hex(const vm_bytes& bytes) {
   std::string text;
   for (const std::uint8_t b : bytes) {
@@ -294,4 +423,4 @@ std::string hex(const vm_bytes& bytes) {
   return text;
 }
 
-}  // namespace corvane::disc
+}  // namespace corvane

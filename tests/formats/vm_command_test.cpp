@@ -1,10 +1,10 @@
 // Decoding of virtual machine commands: byte patterns as dvdauthor writes them for known sources
 // (cross-checked with dvdunauthor), and patterns taken from the layout of the commands.
-#include "vm_command.h"
+#include "formats/vm_command.h"
 
 #include <gtest/gtest.h>
 
-namespace corvane::disc {
+namespace corvane {
 namespace {
 
 struct pattern {
@@ -112,5 +112,83 @@ TEST(VmCommand, NoPatternIsTooOddToDecode) {
       }
 }
 
+using place = vm_target::place;
+
+vm_target leading_to(place where) {
+  vm_target to;
+  to.where = where;
+  return to;
+}
+
+TEST(VmCommand, JumpsTellTheirTargets) {
+  vm_target title = leading_to(place::title);
+  title.title = 5;
+  EXPECT_EQ(target_of({0x30, 0x02, 0, 0, 0, 0x05, 0, 0}), title);
+  vm_target chapter = leading_to(place::chapter);
+  chapter.title = 99;
+  chapter.chapter = 99;
+  EXPECT_EQ(target_of({0x30, 0x05, 0, 0x63, 0, 0x63, 0, 0}), chapter);
+  vm_target same = leading_to(place::titleset_title);
+  same.title = 1;
+  EXPECT_EQ(target_of({0x30, 0x03, 0, 0, 0, 0x01, 0, 0}), same);
+  EXPECT_EQ(target_of({0x30, 0x01, 0, 0, 0, 0, 0, 0}), leading_to(place::exit));
+  same.conditional = true;
+  EXPECT_EQ(target_of({0x30, 0x23, 0, 0, 0, 0x01, 0x03, 0x04}), same);
+}
+
+TEST(VmCommand, MenusTellTheirTargets) {
+  vm_target menu = leading_to(place::titleset_menu);
+  menu.titleset = 1;
+  menu.title = 1;
+  menu.menu = menu_kind::root;
+  EXPECT_EQ(target_of({0x30, 0x06, 0, 0x01, 0x01, 0x83, 0, 0}), menu);
+  vm_target call = leading_to(place::titleset_menu);
+  call.menu = menu_kind::chapter;
+  call.call = true;
+  call.resume_cell = 1;
+  EXPECT_EQ(target_of({0x30, 0x08, 0, 0, 0x01, 0x87, 0, 0}), call);
+  vm_target chain = leading_to(place::manager_chain);
+  chain.chain = 3;
+  EXPECT_EQ(target_of({0x30, 0x06, 0, 0x03, 0, 0xc0, 0, 0}), chain);
+  vm_target manager = leading_to(place::manager_menu);
+  manager.menu = menu_kind::title;
+  EXPECT_EQ(target_of({0x30, 0x06, 0, 0, 0, 0x42, 0, 0}), manager);
+  EXPECT_EQ(target_of({0x30, 0x06, 0, 0, 0, 0, 0, 0}), leading_to(place::first_play));
+}
+
+TEST(VmCommand, LinksTellTheirTargets) {
+  vm_target chain = leading_to(place::chain);
+  chain.chain = 2;
+  EXPECT_EQ(target_of({0x20, 0x04, 0, 0, 0, 0, 0, 0x02}), chain);
+  EXPECT_EQ(target_of({0x71, 0x04, 0, 0x01, 0, 0x02, 0, 0x02}), chain) << "sets a register too";
+  chain.conditional = true;
+  EXPECT_EQ(target_of({0x20, 0xa4, 0, 0x01, 0, 0x02, 0, 0x02}), chain);
+  vm_target tail = leading_to(place::within);
+  tail.link = 13;
+  EXPECT_EQ(target_of({0x20, 0x01, 0, 0, 0, 0, 0, 0x0d}), tail);
+  vm_target top = leading_to(place::within);
+  top.link = 1;
+  top.button = 2;
+  EXPECT_EQ(target_of({0x20, 0x01, 0, 0, 0, 0, 0x08, 0x01}), top);
+  vm_target cell = leading_to(place::cell);
+  cell.cell = 2;
+  cell.button = 1;
+  EXPECT_EQ(target_of({0x20, 0x07, 0, 0, 0, 0, 0x04, 0x02}), cell);
+  vm_target next = leading_to(place::within);
+  next.link = 2;
+  EXPECT_EQ(target_of({0xd1, 0x21, 0, 0x05, 0x02, 0x03, 0, 0x02}), next) << "compares to set only";
+  next.conditional = true;
+  EXPECT_EQ(target_of({0xb1, 0x21, 0, 0x05, 0x02, 0x03, 0, 0x02}), next);
+  EXPECT_EQ(target_of({0x20, 0x01, 0, 0, 0, 0, 0, 0x10}), leading_to(place::resume));
+}
+
+TEST(VmCommand, WhatSetsOrIsNoCommandLeadsNowhere) {
+  for (const vm_bytes& bytes :
+       {vm_bytes{0x71, 0, 0, 0x01, 0, 0x02, 0, 0}, vm_bytes{}, vm_bytes{0xff, 1, 2, 3, 4, 5, 6, 7},
+        vm_bytes{0x00, 0xa1, 0, 0x0e, 0, 0x01, 0, 0x05}, vm_bytes{0x20, 0x01, 0, 0, 0, 0, 0, 0x04},
+        vm_bytes{0x30, 0x0f, 0, 0, 0, 0x07, 0, 0}})
+    EXPECT_EQ(target_of(bytes), vm_target()) << hex(bytes);
+}
+
 }  // namespace
-}  // namespace corvane::disc
+}  // namespace corvane
