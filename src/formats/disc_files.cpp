@@ -1,0 +1,169 @@
+#include "formats/disc_files.h"
+
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
+
+#include <algorithm>
+#include <cstring>
+#include <fstream>
+#include <limits>
+#include <utility>
+
+namespace corvane {
+
+namespace {
+
+char upper(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+std::string upper_case(std::string_view text) {
+  std::string upper_text(text);
+  std::transform(upper_text.begin(), upper_text.end(), upper_text.begin(), upper);
+  return upper_text;
+}
+
+class file_source : public byte_source {
+ public:
+  file_source(std::ifstream file, std::uint64_t size) : file_(std::move(file)), size_(size) {}
+  std::uint64_t size() const override { return size_; }
+
+  bool read(std::uint64_t at, std::span<std::uint8_t> buffer) override {
+    if (at > size_ || buffer.size() > size_ - at)
+      return false;
+    file_.clear();
+    // Seeking throws away what the stream has read ahead.
+    if (at != next_ && !file_.seekg(static_cast<std::streamoff>(at)))
+      return lost();
+    if (!file_.read(reinterpret_cast<char*>(buffer.data()),
+                    static_cast<std::streamsize>(buffer.size())))
+      return lost();
+    next_ = at + buffer.size();
+    return true;
+  }
+
+ private:
+  bool lost() {
+    next_ = std::numeric_limits<std::uint64_t>::max();
+    return false;
+  }
+
+  std::ifstream file_;
+  std::uint64_t size_;
+  std::uint64_t next_ = 0;  // where the stream stands
+};
+
+/// The folder's entry of that name in any case of letters; empty: none. A folder that has it in two
+/// ways is read by the way that is as it stands in `name`, or the first.
+std::string entry_of(const std::string& folder, std::string_view name,
+                     bool (*is)(std::string_view)) {
+  std::string exact = join_path(folder, name);
+  if (is(exact))
+    return exact;
+  std::vector<std::string> found;
+  std::error_code error;
+  for (std::filesystem::directory_iterator at(path_of(folder), error), end; !error && at != end;
+       at.increment(error)) {
+    std::string path = text_of(at->path());
+    if (upper_case(text_of(at->path().filename())) == name && is(path))
+      found.push_back(std::move(path));
+  }
+  std::sort(found.begin(), found.end());
+  return found.empty() ? std::string() : found.front();
+}
+
+class folder_files : public disc_files {
+ public:
+  /// `folder` is VIDEO_TS, whatever its name.
+  explicit folder_files(const std::string& folder) {
+    std::vector<std::pair<std::string, std::string>> names;  // on the disc, in the folder
+    for (const std::string& name : files_in(folder))
+      names.emplace_back(upper_case(name), join_path(folder, name));
+    std::sort(names.begin(), names.end());
+    for (auto& [name, native] : names) {
+      files_.push_back({"VIDEO_TS/" + name, file_size(native).value_or(0), 0});
+      native_.push_back(std::move(native));
+    }
+  }
+
+  const std::vector<disc_file>& files() const override { return files_; }
+
+  bool read(const disc_file& file, std::uint64_t at, std::span<std::uint8_t> buffer) override {
+    const auto known =
+        std::lower_bound(files_.begin(), files_.end(), file.path,
+                         [](const disc_file& f, const std::string& path) { return f.path < path; });
+    if (known == files_.end() || known->path != file.path)
+      return false;
+    const auto index = static_cast<std::size_t>(known - files_.begin());
+    if (!open_ || open_index_ != index) {
+      auto opened = open_bytes(native_[index]);
+      if (!opened)
+        return false;
+      open_ = std::move(*opened);
+      open_index_ = index;
+    }
+    return open_->read(at, buffer);
+  }
+
+ private:
+  std::vector<disc_file> files_;
+  std::vector<std::string> native_;
+  std::unique_ptr<byte_source> open_;  // the file that was read last
+  std::size_t open_index_ = 0;
+};
+
+}  // namespace
+
+bool memory_source::read(std::uint64_t at, std::span<std::uint8_t> buffer) {
+  if (at > bytes_.size() || buffer.size() > bytes_.size() - at)
+    return false;
+  if (!buffer.empty())
+    std::memcpy(buffer.data(), bytes_.data() + at, buffer.size());
+  return true;
+}
+
+result<std::unique_ptr<byte_source>> open_bytes(std::string_view native_path) {
+  using opened = result<std::unique_ptr<byte_source>>;
+  const auto size = file_size(native_path);
+  if (!size)
+    return opened::fail("there is no file " + std::string(native_path));
+  std::ifstream file(path_of(native_path), std::ios::binary);
+  if (!file)
+    return opened::fail(std::string(native_path) + " cannot be read");
+  return opened::ok(std::make_unique<file_source>(std::move(file), *size));
+}
+
+const disc_file* disc_files::find(std::string_view path) const {
+  const std::string wanted = upper_case(path);
+  for (const disc_file& file : files())
+    if (upper_case(file.path) == wanted)
+      return &file;
+  return nullptr;
+}
+
+result<std::vector<std::uint8_t>> read_whole(disc_files& from, std::string_view path,
+                                             std::uint64_t limit) {
+  using whole = result<std::vector<std::uint8_t>>;
+  const disc_file* const file = from.find(path);
+  if (file == nullptr)
+    return whole::fail("there is no " + std::string(path));
+  if (file->size > limit)
+    return whole::fail(std::string(path) + " is larger than it can be");
+  std::vector<std::uint8_t> bytes(static_cast<std::size_t>(file->size));
+  if (!from.read(*file, 0, bytes))
+    return whole::fail(std::string(path) + " cannot be read");
+  return whole::ok(std::move(bytes));
+}
+
+result<std::unique_ptr<disc_files>> open_folder(std::string_view native_folder) {
+  using opened = result<std::unique_ptr<disc_files>>;
+  const std::string folder(native_folder);
+  std::string video = entry_of(folder, "VIDEO_TS", folder_exists);
+  if (video.empty() && !entry_of(folder, "VIDEO_TS.IFO", file_exists).empty())
+    video = folder;
+  if (video.empty())
+    return opened::fail("there is no VIDEO_TS in " + folder);
+  return opened::ok(std::make_unique<folder_files>(video));
+}
+
+}  // namespace corvane
