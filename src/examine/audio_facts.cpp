@@ -1,7 +1,5 @@
 #include "examine/audio_facts.h"
 
-#include "formats/ac3_checksum.h"
-
 #include <algorithm>
 #include <string_view>
 
@@ -11,8 +9,9 @@ namespace {
 
 using byte_span = std::span<const std::uint8_t>;
 
-// How many headers must follow a frame, each where the one before ends. In a stream of unknown kind
-// one is found by chance in a few hundred MB, two are not.
+// How many headers must follow that of a frame, each where the one before ends: one, where a frame
+// is due or when it is of the same kind and rate as the last one. Two elsewhere: in some hundred MB
+// of any bytes one is found by chance.
 constexpr int headers_to_go_on = 1;
 constexpr int headers_to_begin = 2;
 
@@ -22,7 +21,9 @@ constexpr std::size_t id3v1_bytes = 128;
 constexpr std::size_t id3v2_header_bytes = 10;
 
 // No decision needs more bytes than these.
-constexpr std::size_t look_ahead = headers_to_begin * largest_audio_frame + audio_header_bytes;
+constexpr std::size_t look_ahead =
+    checksum_of_frames::frames * largest_audio_frame + audio_header_bytes;
+static_assert(checksum_of_frames::frames >= headers_to_begin);
 
 bool same_stream(const audio_frame& one, const audio_frame& other) {
   return one.kind == other.kind && one.sample_rate == other.sample_rate;
@@ -32,9 +33,29 @@ bool same_channels(const audio_frame& one, const audio_frame& other) {
   return one.channels == other.channels && one.low_frequency == other.low_frequency;
 }
 
+bool has_checksum(const audio_frame& frame) {
+  return frame.kind == audio_kind::ac3 || frame.kind == audio_kind::eac3;
+}
+
 audio_time length_of(const audio_frame& frame) {
   return audio_clock / static_cast<audio_time>(frame.sample_rate) *
          static_cast<audio_time>(frame.samples);
+}
+
+// Whether the frame begins with the same bytes as another one of this kind, but for the checksum
+// that AC-3 has there. A header of other bytes may say the same, too.
+bool same_header(audio_kind kind, byte_span one, byte_span other) {
+  const auto same = [&](std::ptrdiff_t from, std::ptrdiff_t to) {
+    return std::equal(one.begin() + from, one.begin() + to, other.begin() + from);
+  };
+  switch (kind) {
+    case audio_kind::ac3:
+      return same(0, 2) && same(4, 7);
+    case audio_kind::eac3:
+      return same(0, 7);
+    default:
+      return same(0, 4);
+  }
 }
 
 bool begins_with(byte_span bytes, std::string_view text) {
@@ -114,13 +135,17 @@ void audio_scanner::finish() {
   const std::vector<std::uint8_t> rest = std::move(held_);
   held_.clear();
   take(rest, true);
-  stop();
-}
-
-void audio_scanner::stop() {
   close_gap();
   if (!facts_.first)
     facts_.kind = first_bytes_;
+}
+
+void audio_scanner::stop() {
+  finish();
+  if (!facts_.cut)
+    return;
+  facts_.bytes -= facts_.cut->bytes_there;
+  facts_.cut.reset();
 }
 
 // Judges as many of the bytes as it can and says how many these are: all at the end, else all but
@@ -144,8 +169,8 @@ std::size_t audio_scanner::step(bytes view, bool at_end) {
     case state::beginning:
       return begin(view, at_end);
     case state::in_step:
-      return take_frame(view, at_end);
-    case state::behind_tag:
+      return take_frames(view, at_end);
+    case state::at_gap:
       return look_for_tag(view, at_end);
     case state::in_tag:
       return pass_tag(view);
@@ -164,38 +189,71 @@ std::size_t audio_scanner::begin(bytes view, bool at_end) {
   first_bytes_ = kind_of_first_bytes(view.first(std::min(view.size(), first_bytes)));
   // The others begin with fewer bytes, which sound of another kind may have in front of it.
   const bool sure = first_bytes_ == audio_kind::wav || first_bytes_ == audio_kind::dts;
-  state_ = sure ? state::foreign : state::behind_tag;
+  state_ = sure ? state::foreign : state::at_gap;
   return 0;
 }
 
 // The stream is where a frame should begin.
-std::size_t audio_scanner::take_frame(bytes view, bool at_end) {
+std::size_t audio_scanner::take_frames(bytes view, bool at_end) {
   if (view.size() < audio_header_bytes && !at_end)
     return 0;
   const std::optional<audio_frame> frame = read_audio_frame(view);
   if (!frame) {
     if (!is_part_of_header(view)) {
-      state_ = state::behind_tag;
+      state_ = state::at_gap;
       return 0;
     }
     cut_off(view, last_.size);
     return view.size();
   }
   if (!goes_on(*frame)) {
-    const answer sound = is_sound(view, *frame, at_end);
+    const answer sound = is_sound(view, *frame, headers_to_go_on, at_end);
     if (sound == answer::no)
-      state_ = state::behind_tag;
+      state_ = state::at_gap;
     if (sound != answer::yes)
       return 0;
   }
-  if (frame->size <= view.size()) {
-    count(*frame, view.first(frame->size));
-    return frame->size;
+  if (frame->size > view.size()) {
+    if (at_end)
+      cut_off(view, frame->size);
+    return at_end ? view.size() : 0;
   }
-  if (!at_end)
-    return 0;
-  cut_off(view, frame->size);
-  return view.size();
+  const std::size_t alike = frames_alike(view, *frame, at_end);
+  const bytes all = view.first(alike * frame->size);
+  if (!all.empty()) {
+    check(all, *frame);
+    count(*frame, alike);
+  }
+  return all.size();
+}
+
+// How many frames like the first, which is whole, stand in a row, up to what is taken at once; 0 if
+// more bytes are needed to tell.
+std::size_t audio_scanner::frames_alike(bytes view, const audio_frame& frame, bool at_end) {
+  for (std::size_t found = 1; found < checksum_of_frames::frames; ++found) {
+    const bytes rest = view.subspan(found * frame.size);
+    if (rest.size() < std::max(audio_header_bytes, frame.size))
+      return at_end ? found : 0;
+    if (!same_header(frame.kind, view, rest) && read_audio_frame(rest) != frame)
+      return found;
+  }
+  return checksum_of_frames::frames;
+}
+
+// Finds the frames with a wrong checksum among the next ones, which are all like this one.
+void audio_scanner::check(bytes all, const audio_frame& frame) {
+  if (!has_checksum(frame))
+    return;
+  if (all.size() == checksum_of_frames::frames * frame.size) {
+    if (!checksum_ || checksum_->size() != frame.size)
+      checksum_.emplace(frame.size);
+    if (checksum_->fit(all))
+      return;
+  }
+  for (std::size_t at = 0; at < all.size(); at += frame.size)
+    if (!checksum_fits(all.subspan(at, frame.size)) && facts_.damaged_frames++ == 0)
+      facts_.first_damaged = damaged_audio_frame{
+          facts_.bytes + at, facts_.length + at / frame.size * length_of(frame)};
 }
 
 // Behind a frame or a tag, where no frame begins, or at the beginning.
@@ -225,7 +283,7 @@ std::size_t audio_scanner::pass_tag(bytes view) {
   left_of_tag_ -= here;
   if (left_of_tag_ == 0) {
     close_gap();
-    state_ = facts_.first ? state::behind_tag : state::beginning;
+    state_ = facts_.first ? state::at_gap : state::beginning;
   }
   return here;
 }
@@ -237,7 +295,9 @@ std::size_t audio_scanner::search(bytes view, bool at_end) {
   while ((at = next_sync(view, at, end)) < end) {
     const bytes here = view.subspan(at);
     if (const std::optional<audio_frame> frame = read_audio_frame(here)) {
-      const answer sound = is_sound(here, *frame, at_end);
+      const bool due = at == 0 && gap_.size == 0;
+      const int headers = due || same_stream(last_, *frame) ? headers_to_go_on : headers_to_begin;
+      const answer sound = is_sound(here, *frame, headers, at_end);
       if (sound != answer::no) {
         add_to_gap(view.first(at));
         if (sound == answer::yes) {
@@ -268,12 +328,11 @@ bool audio_scanner::goes_on(const audio_frame& frame) const {
   return same_stream(last_, frame) && last_.bit_rate == frame.bit_rate;
 }
 
-// Whether enough headers follow the one of `frame`, with which `view` begins.
-audio_scanner::answer audio_scanner::is_sound(bytes view, const audio_frame& frame,
-                                              bool at_end) const {
-  const int wanted = same_stream(last_, frame) ? headers_to_go_on : headers_to_begin;
+// Whether so many headers follow the one of `frame`, with which `view` begins, or the stream ends.
+audio_scanner::answer audio_scanner::is_sound(bytes view, const audio_frame& frame, int headers,
+                                              bool at_end) {
   std::size_t at = frame.size;
-  for (int followed = 0; followed < wanted; ++followed) {
+  for (int followed = 0; followed < headers; ++followed) {
     const bool header_there = at + audio_header_bytes <= view.size();
     if (!header_there && !at_end)
       return answer::later;
@@ -290,7 +349,8 @@ audio_scanner::answer audio_scanner::is_sound(bytes view, const audio_frame& fra
   return answer::yes;
 }
 
-void audio_scanner::count(const audio_frame& frame, bytes all_of_it) {
+// The next `frames` ones, which are all like this one.
+void audio_scanner::count(const audio_frame& frame, std::size_t frames) {
   if (!facts_.first) {
     facts_.first = frame;
     facts_.kind = frame.kind;
@@ -307,13 +367,10 @@ void audio_scanner::count(const audio_frame& frame, bytes all_of_it) {
     facts_.highest_bit_rate = std::max(facts_.highest_bit_rate, frame.bit_rate);
     facts_.bit_rate_varies = facts_.bit_rate_varies || frame.bit_rate != facts_.first->bit_rate;
   }
-  const bool has_checksum = frame.kind == audio_kind::ac3 || frame.kind == audio_kind::eac3;
-  if (has_checksum && !checksum_fits(all_of_it) && facts_.damaged_frames++ == 0)
-    facts_.first_damaged = damaged_audio_frame{facts_.bytes, facts_.length};
-  ++facts_.frames;
-  facts_.frame_bytes += frame.size;
-  facts_.samples += static_cast<std::uint64_t>(frame.samples);
-  facts_.length += length_of(frame);
+  facts_.frames += frames;
+  facts_.frame_bytes += frames * frame.size;
+  facts_.samples += frames * static_cast<std::uint64_t>(frame.samples);
+  facts_.length += frames * length_of(frame);
   last_ = frame;
 }
 

@@ -6,6 +6,7 @@
 // that are no sound are a fact like others.
 #pragma once
 
+#include "formats/ac3_checksum.h"
 #include "formats/audio_frames.h"
 
 #include <cstddef>
@@ -106,36 +107,39 @@ struct audio_facts {
 
 /// Takes a stream's bytes in their order and gives its facts, the same for any slices.
 ///
-/// A frame counts that stands where the last one ends and is like it. At the beginning, behind
-/// bytes that are no sound, and where kind or rate change, further headers must stand where it ends
-/// and where the next one does, for sync words are found in any bytes.
+/// A frame counts that stands where the last one ends and is like it. Where another kind, rate or
+/// bit rate begins, one more header must stand where the frame ends, and behind bytes that are no
+/// sound two, for sync words are found in any bytes.
 class audio_scanner {
  public:
   /// The next bytes of the stream.
   void feed(const std::uint8_t* data, std::size_t size);
   /// The stream has ended. Nothing may be fed afterwards.
   void finish();
-  /// The stream goes on, but no more of it will be fed: what is not sure yet is left out.
+  /// Instead, when the stream goes on, but no more of it will be fed: a frame that is not there as
+  /// a whole is left out.
   void stop();
   /// Whole after `finish` or `stop`; before, without the last bytes that were fed.
   const audio_facts& facts() const { return facts_; }
 
  private:
   using bytes = std::span<const std::uint8_t>;
-  enum class state { beginning, behind_tag, in_tag, in_step, searching, foreign };
+  enum class state { beginning, at_gap, in_tag, in_step, searching, foreign };
   enum class answer { no, yes, later };
 
   std::size_t take(bytes view, bool at_end);
   std::size_t step(bytes view, bool at_end);
   std::size_t begin(bytes view, bool at_end);
-  std::size_t take_frame(bytes view, bool at_end);
+  std::size_t take_frames(bytes view, bool at_end);
   std::size_t look_for_tag(bytes view, bool at_end);
   std::size_t search(bytes view, bool at_end);
   std::size_t pass_tag(bytes view);
-  answer is_sound(bytes view, const audio_frame& frame, bool at_end) const;
+  static answer is_sound(bytes view, const audio_frame& frame, int headers, bool at_end);
   bool is_part_of_header(bytes view) const;
   bool goes_on(const audio_frame& frame) const;
-  void count(const audio_frame& frame, bytes all_of_it);
+  static std::size_t frames_alike(bytes view, const audio_frame& frame, bool at_end);
+  void count(const audio_frame& frame, std::size_t frames);
+  void check(bytes all, const audio_frame& frame);
   void cut_off(bytes view, std::uint64_t whole);
   void add_to_gap(bytes view);
   void close_gap();
@@ -148,6 +152,7 @@ class audio_scanner {
   audio_gap gap_;                             // the open one; of size 0 if none is
   std::optional<audio_gap> gap_since_frame_;  // the first one behind the last frame
   std::uint64_t left_of_tag_ = 0;
+  std::optional<checksum_of_frames> checksum_;  // of frames of the last size that was asked for
 };
 
 /// `read_audio_head` looks at no more bytes than these.

@@ -161,7 +161,8 @@ std::optional<audio_frame> read_mpeg_audio_frame(std::span<const std::uint8_t> b
   // In slots of four bytes, or of one; padding is one more.
   const int slot = layer == 1 ? 4 : 1;
   const int slots = frame.samples / 8 / slot * frame.bit_rate / frame.sample_rate;
-  frame.size = static_cast<std::size_t>(slot * (slots + (bytes[2] >> 1 & 1)));
+  const int padding = bytes[2] >> 1 & 1;
+  frame.size = static_cast<std::size_t>(slot) * static_cast<std::size_t>(slots + padding);
   return frame;
 }
 

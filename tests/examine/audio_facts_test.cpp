@@ -161,9 +161,20 @@ TEST(AudioFacts, TwoHeadersInForeignBytesAreNoStream) {
   EXPECT_THAT(facts.gaps, ElementsAre(audio_gap{0, 2000 + 2 * frame.size(), 0, audio_gap::other}));
 }
 
+TEST(AudioFacts, TwoHeadersWhereTheStreamBeginsAreOne) {
+  const std::string frame = mpeg_frame();
+  for (const std::string& front : {std::string(), id3v2_tag("x")}) {
+    const audio_facts facts = facts_of(front + frame + frame + "x" + times(3, frame));
+    EXPECT_EQ(facts.frames, 5u);
+  }
+}
+
 TEST(AudioFacts, AFewFramesAreAStreamWhenNothingElseIsThere) {
   EXPECT_EQ(facts_of(ac3_frame()).frames, 1u);
   EXPECT_EQ(facts_of(mpeg_frame() + mpeg_frame()).frames, 2u);
+  const audio_facts cut = facts_of(junk(50) + mpeg_frame() + mpeg_frame().substr(0, 50));
+  EXPECT_EQ(cut.frames, 1u);
+  EXPECT_TRUE(cut.cut);
   EXPECT_EQ(facts_of("").frames, 0u);
   EXPECT_EQ(facts_of("").gap_count, 0u);
 }
@@ -194,6 +205,7 @@ TEST(AudioFacts, TwoFilesOfDifferentRateJoined) {
   EXPECT_EQ(facts.change->position, one.size());
   EXPECT_EQ(facts.change->before, samples(50 * 1536));
   EXPECT_EQ(facts.change->to.sample_rate, 44100);
+  EXPECT_EQ(facts.damaged_frames, 0u) << "of either size";
 }
 
 TEST(AudioFacts, AnotherNumberOfChannelsIsAChange) {
@@ -218,7 +230,7 @@ TEST(AudioFacts, AnotherKindBehindJunk) {
 
 TEST(AudioFacts, VaryingBitRate) {
   std::string stream;
-  for (int index = 5; index < 10; ++index)
+  for (const int index : {5, 7, 9, 8, 6})
     stream += times(3, mpeg_frame({.layer = 3, .bit_rate_index = index, .padded = index % 2 == 0}));
   const audio_facts facts = facts_of(stream);
   EXPECT_EQ(facts.frames, 15u);
@@ -288,16 +300,19 @@ TEST(AudioFacts, DependentFramesAddChannelsAndNoTime) {
   EXPECT_EQ(facts.frames, 50u);
   EXPECT_EQ(facts.length, samples(25 * 1536));
   EXPECT_EQ(facts.damaged_frames, 0u);
+  EXPECT_FALSE(facts.change) << "the added channels are no other ones";
+  EXPECT_FALSE(facts.bit_rate_varies);
 }
 
 TEST(AudioFacts, ADamagedFrameIsFoundByItsChecksum) {
   std::string stream = times(20, ac3_frame());
-  for (const std::size_t at : {7 * 768 + 400, 12 * 768 + 100})
+  // The last two in the same place: one change must not hide the other.
+  for (const std::size_t at : {7u * 768 + 400, 12u * 768 + 100, 13u * 768 + 100})
     stream[at] ^= 4;
   const audio_facts facts = facts_of(stream);
   EXPECT_EQ(facts.frames, 20u);
   EXPECT_EQ(facts.gap_count, 0u);
-  EXPECT_EQ(facts.damaged_frames, 2u);
+  EXPECT_EQ(facts.damaged_frames, 3u);
   EXPECT_EQ(facts.first_damaged, (damaged_audio_frame{7 * 768, samples(7 * 1536)}));
 }
 
@@ -317,7 +332,8 @@ TEST(AudioFacts, AreTheSameForAnySlices) {
     const audio_facts expected = facts_of(stream, stream.size());
     const std::uint64_t cut = expected.cut ? expected.cut->bytes_there : 0;
     EXPECT_EQ(expected.frame_bytes + expected.gap_bytes + cut, stream.size());
-    for (const std::size_t slice : {1, 2, 3, 7, 100, 575, 577, 769, 2000, 8198, 8199, 8200})
+    for (const std::size_t slice :
+         {1u, 2u, 3u, 7u, 100u, 575u, 577u, 769u, 2000u, 8198u, 32775u, 32776u})
       EXPECT_TRUE(facts_of(stream, slice) == expected) << "slices of " << slice;
   }
 }

@@ -18,7 +18,7 @@ struct made_ac3 {
 /// Headers of other frames stand in its sound.
 std::string ac3_frame(made_ac3 of = {});
 
-/// Of the 192 bytes of 32 ms in six blocks; `dependent`: it adds channels to the one before.
+/// 32 ms of two channels; `dependent`: one channel more for the frame before.
 std::string eac3_frame(bool dependent = false);
 
 struct made_mpeg {
