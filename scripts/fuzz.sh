@@ -2,7 +2,7 @@
 # Feeds the fuzz targets with made-up input; fails at the first crash, leak, hang or undefined
 # behaviour, leaving the input that did it in build/fuzz/findings.
 #
-#   scripts/fuzz.sh [NAME...]     builds and runs these targets (project_file, script, subtitle,
+#   scripts/fuzz.sh [NAME...]     builds and runs these targets (audio, project_file, script, subtitle,
 #                                 video_index, xml; default all)
 #   scripts/fuzz.sh --run NAME    runs one that is built
 #
@@ -39,7 +39,7 @@ if [ "${1:-}" = --run ]; then
   exit 0
 fi
 
-[ $# -gt 0 ] || set -- project_file script subtitle video_index xml
+[ $# -gt 0 ] || set -- audio project_file script subtitle video_index xml
 ./scripts/setup.sh --all
 cmake --preset fuzz >/dev/null
 for name; do
