@@ -48,7 +48,7 @@ struct title_entry {
   int angles = 0, chapters = 0;
   std::uint16_t parental = 0;
   int titleset = 0, number_in_titleset = 0;
-  std::uint32_t titleset_sector = 0;  ///< first sector of the titleset on the disc
+  std::uint32_t titleset_sector = 0;  ///< of VTS_nn_0.IFO, from that of VIDEO_TS.IFO
   bool operator==(const title_entry&) const = default;
 };
 
