@@ -1,44 +1,28 @@
 #include "formats/start_code_scanner.h"
 
+#include "formats/start_code_mask.h"
+
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 namespace corvane {
-
-namespace {
-
-constexpr std::ptrdiff_t stretch = 64;
-
-// Whether a code begins with one of the next `stretch` bytes. In video every sixtieth byte is a 1,
-// too many to look at each one: this the compiler turns into a few instructions for 16 bytes.
-bool code_ahead(const std::uint8_t* data) {
-  std::uint8_t least = 0xFF;
-  for (std::ptrdiff_t i = 0; i < stretch; ++i)
-    least = std::min(least, static_cast<std::uint8_t>(data[i] | data[i + 1] | (data[i + 2] ^ 1)));
-  return least == 0;
-}
-
-}  // namespace
 
 // Tells of the codes that begin in `data` and are whole in it.
 void start_code_scanner::look(const std::uint8_t* data, std::size_t size, std::uint64_t position) {
   if (size < whole)
     return;
+  const auto tell = [&](const std::uint8_t* code) {
+    sink_.start_code_found(code[3], position + static_cast<std::uint64_t>(code - data), code + 4);
+  };
   const std::uint8_t* const end = data + (size - whole) + 1;  // of where a code can begin
-  for (const std::uint8_t* from = data; from < end; from += std::min(stretch, end - from)) {
-    if (end - from >= stretch && !code_ahead(from))
-      continue;
-    const std::uint8_t* const stop = from + std::min(stretch, end - from) + 2;
-    for (const std::uint8_t* one = from + 2; one < stop; ++one) {
-      one = static_cast<const std::uint8_t*>(
-          std::memchr(one, 1, static_cast<std::size_t>(stop - one)));
-      if (one == nullptr)
-        break;
-      if (one[-1] == 0 && one[-2] == 0)
-        sink_.start_code_found(one[1], position + static_cast<std::uint64_t>(one - 2 - data),
-                               one + 2);
-    }
-  }
+  const std::uint8_t* from = data;
+  for (; static_cast<std::size_t>(end - from) >= mask_bytes; from += mask_bytes)
+    for (std::uint64_t mask = start_code_mask(from); mask != 0; mask &= mask - 1)
+      tell(from + std::countr_zero(mask));
+  for (; from < end; ++from)
+    if (from[0] == 0 && from[1] == 0 && from[2] == 1)
+      tell(from);
 }
 
 void start_code_scanner::feed(const std::uint8_t* data, std::size_t size) {

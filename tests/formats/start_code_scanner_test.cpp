@@ -1,10 +1,14 @@
 // Start codes are found wherever they stand, in slices of any size, each of them once.
 #include "formats/start_code_scanner.h"
 
+#include "formats/start_code_mask.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -98,6 +102,24 @@ TEST(StartCodeScanner, BytesWithoutCodesHaveNone) {
   EXPECT_TRUE(codes_in(std::string(5000, '\0'), 999).empty());
   EXPECT_TRUE(codes_in(std::string(5000, '\1'), 999).empty());
   EXPECT_TRUE(codes_in("\0\1\0\1\0\0\2\0\0"s, 2).empty());
+}
+
+TEST(StartCodeScanner, AMaskIsTheSameOnEveryProcessor) {
+  std::mt19937 random(1);
+  std::uint64_t any = 0;
+  for (int round = 0; round < 20000; ++round) {
+    std::array<std::uint8_t, mask_bytes + 2> bytes{};
+    for (std::uint8_t& byte : bytes)
+      byte = static_cast<std::uint8_t>(std::array{0, 0, 0, 1, 1, 2, 0x80, 0xFF}[random() % 8]);
+    std::uint64_t expected = 0;
+    for (std::size_t i = 0; i < mask_bytes; ++i)
+      if (bytes[i] == 0 && bytes[i + 1] == 0 && bytes[i + 2] == 1)
+        expected |= std::uint64_t{1} << i;
+    any |= expected;
+    ASSERT_EQ(start_code_mask(bytes.data()), expected) << round;
+    ASSERT_EQ(portable_start_code_mask(bytes.data()), expected) << round;
+  }
+  EXPECT_EQ(any, ~std::uint64_t{0});
 }
 
 }  // namespace
