@@ -9,7 +9,11 @@ namespace {
 
 // extension_start_code_identifier: the first four bits of an extension.
 constexpr int sequence_extension_id = 1;
+constexpr int sequence_display_extension_id = 2;
 constexpr int picture_coding_extension_id = 8;
+
+// bit_rate_value of MPEG-1 when it is variable.
+constexpr std::uint32_t variable_bit_rate = 0x3FFFF;
 
 // frame_rate_code 1 to 8.
 constexpr std::array<std::pair<int, int>, 8> rates{
@@ -63,8 +67,43 @@ bool read_sequence_extension(const std::uint8_t* bytes, video_shape& shape) {
   return true;
 }
 
-bool read_closed_gop(const std::uint8_t* bytes) {
-  return (bytes[3] & 0x40) != 0;
+std::optional<std::uint64_t> video_demands::bit_rate() const {
+  if (!mpeg2 && bit_rate_value == variable_bit_rate)
+    return std::nullopt;
+  return std::uint64_t{400} * bit_rate_value;
+}
+
+video_demands read_video_demands(const std::uint8_t* bytes) {
+  video_demands demands;
+  demands.bit_rate_value =
+      std::uint32_t{bytes[4]} << 10 | std::uint32_t{bytes[5]} << 2 | std::uint32_t{bytes[6]} >> 6;
+  demands.vbv_value = (bytes[6] & 0x1Fu) << 5 | std::uint32_t{bytes[7]} >> 3;
+  return demands;
+}
+
+bool read_demands_extension(const std::uint8_t* bytes, video_demands& demands) {
+  if (bytes[0] >> 4 != sequence_extension_id)
+    return false;
+  demands.mpeg2 = true;
+  demands.profile_and_level = (bytes[0] & 0x0F) << 4 | bytes[1] >> 4;
+  demands.chroma_format = (bytes[1] >> 1) & 0x03;
+  demands.bit_rate_value |= ((bytes[2] & 0x1Fu) << 7 | std::uint32_t{bytes[3]} >> 1) << 18;
+  demands.vbv_value |= std::uint32_t{bytes[4]} << 10;
+  demands.low_delay = (bytes[5] & 0x80) != 0;
+  return true;
+}
+
+std::optional<stored_size> read_display_size(const std::uint8_t* bytes) {
+  if (bytes[0] >> 4 != sequence_display_extension_id)
+    return std::nullopt;
+  // Three bytes of colour description may stand before it; a marker bit is between the two numbers.
+  const std::uint8_t* const size = bytes + ((bytes[0] & 0x01) != 0 ? 4 : 1);
+  return stored_size{size[0] << 6 | size[1] >> 2,
+                     (size[1] & 0x01) << 13 | size[2] << 5 | size[3] >> 3};
+}
+
+group_header read_group_header(const std::uint8_t* bytes) {
+  return {(bytes[3] & 0x40) != 0, (bytes[3] & 0x20) != 0};
 }
 
 picture_kind read_picture_kind(const std::uint8_t* bytes) {
@@ -78,6 +117,10 @@ picture_kind read_picture_kind(const std::uint8_t* bytes) {
     default:
       return picture_kind::other;
   }
+}
+
+int read_vbv_delay(const std::uint8_t* bytes) {
+  return (bytes[1] & 0x07) << 13 | bytes[2] << 5 | bytes[3] >> 3;
 }
 
 std::optional<picture_extension> read_picture_extension(const std::uint8_t* bytes) {

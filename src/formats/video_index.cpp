@@ -106,7 +106,7 @@ void video_index_builder::header_found(std::uint8_t code, const std::uint8_t* by
   headers_->picture = false;
   if (code == start_code::group_of_pictures) {
     headers_->group = true;
-    headers_->closed = read_closed_gop(bytes);
+    headers_->closed = read_group_header(bytes).closed;
   } else if (const auto shape = read_sequence_header(bytes)) {
     headers_->sequence = true;
     shape_ = shape;

@@ -105,10 +105,74 @@ TEST(VideoHeaders, PictureKinds) {
   }
 }
 
-TEST(VideoHeaders, ClosedGop) {
-  const bytes8 closed{0, 8, 0, 0x40, 0, 0, 0, 0}, broken{0xFF, 0xFF, 0xFF, 0xBF, 0, 0, 0, 0};
-  EXPECT_TRUE(read_closed_gop(closed.data()));
-  EXPECT_FALSE(read_closed_gop(broken.data()));
+TEST(VideoHeaders, GroupHeader) {
+  const bytes8 closed{0, 8, 0, 0x40, 0, 0, 0, 0}, open{0xFF, 0xFF, 0xFF, 0x9F, 0, 0, 0, 0},
+      broken{0, 8, 0, 0x20, 0, 0, 0, 0};
+  EXPECT_TRUE(read_group_header(closed.data()).closed);
+  EXPECT_FALSE(read_group_header(closed.data()).broken_link);
+  EXPECT_FALSE(read_group_header(open.data()).closed);
+  EXPECT_FALSE(read_group_header(open.data()).broken_link);
+  EXPECT_FALSE(read_group_header(broken.data()).closed);
+  EXPECT_TRUE(read_group_header(broken.data()).broken_link);
+}
+
+TEST(VideoHeaders, DemandsOfASequenceHeader) {
+  // Bit rate 0x12345 and buffer 0x2AB, around the marker bit.
+  const bytes8 header{0x2D, 0x01, 0xE0, 0x24, 0x48, 0xD1, 0x40 | 0x20 | 0x15, 0x58};
+  const video_demands demands = read_video_demands(header.data());
+  EXPECT_EQ(demands.bit_rate_value, 0x12345u);
+  EXPECT_EQ(demands.bit_rate(), 0x12345u * 400u);
+  EXPECT_EQ(demands.vbv_value, 0x2ABu);
+  EXPECT_EQ(demands.vbv_bytes(), 0x2ABu * 2048u);
+  EXPECT_EQ(demands.profile_and_level, 0);
+  EXPECT_EQ(demands.chroma_format, 1);
+  EXPECT_FALSE(demands.mpeg2);
+  EXPECT_FALSE(demands.low_delay);
+}
+
+TEST(VideoHeaders, OnlyMpeg1HasAValueForAVariableBitRate) {
+  const bytes8 header{0x2D, 0x01, 0xE0, 0x24, 0xFF, 0xFF, 0xE0, 0};
+  video_demands demands = read_video_demands(header.data());
+  EXPECT_EQ(demands.bit_rate(), std::nullopt);
+  const bytes8 extension{0x14, 0x82, 0, 0x01, 0, 0, 0, 0};
+  ASSERT_TRUE(read_demands_extension(extension.data(), demands));
+  EXPECT_EQ(demands.bit_rate(), 0x3FFFFu * 400u);
+}
+
+TEST(VideoHeaders, SequenceExtensionCompletesTheDemands) {
+  const bytes8 header{0x2D, 0x01, 0xE0, 0x24, 0x48, 0xD1, 0x75, 0x58};
+  video_demands demands = read_video_demands(header.data());
+  // Profile 4:2:2 at main level (0x85), chroma 4:2:2, bit rate 0xABC << 18, buffer 0x5A << 10, low
+  // delay.
+  const bytes8 extension{0x18, 0x54, 0x15, 0x79, 0x5A, 0x80, 0, 0};
+  ASSERT_TRUE(read_demands_extension(extension.data(), demands));
+  EXPECT_TRUE(demands.mpeg2);
+  EXPECT_EQ(demands.profile_and_level, 0x85);
+  EXPECT_EQ(demands.chroma_format, 2);
+  EXPECT_EQ(demands.bit_rate(), ((std::uint64_t{0xABC} << 18) + 0x12345) * 400);
+  EXPECT_EQ(demands.vbv_bytes(), ((std::uint64_t{0x5A} << 10) + 0x2AB) * 2048);
+  EXPECT_TRUE(demands.low_delay);
+  const video_demands before = demands;
+  const bytes8 display_extension{0x23, 0x82, 0xC0, 0x01, 0x00, 0x22, 0, 0};
+  EXPECT_FALSE(read_demands_extension(display_extension.data(), demands));
+  EXPECT_EQ(demands, before);
+}
+
+TEST(VideoHeaders, DisplaySizeWithAndWithoutColours) {
+  // 720 x 576 behind a byte, and 540 x 480 behind four.
+  const bytes8 plain{0x2A, 0x0B, 0x42, 0x12, 0x00, 0, 0, 0};
+  EXPECT_EQ(read_display_size(plain.data()), (stored_size{720, 576}));
+  const bytes8 coloured{0x2B, 0x05, 0x05, 0x05, 0x08, 0x72, 0x0F, 0x00};
+  EXPECT_EQ(read_display_size(coloured.data()), (stored_size{540, 480}));
+  const bytes8 another{0x14, 0x82, 0, 0x01, 0, 0, 0, 0};
+  EXPECT_EQ(read_display_size(another.data()), std::nullopt);
+}
+
+TEST(VideoHeaders, DelayInTheBuffer) {
+  const bytes8 variable{0xFF, 0xCF, 0xFF, 0xF8, 0, 0, 0, 0},
+      some{0xFF, 0xF9, 0x23, 0x47, 0, 0, 0, 0};
+  EXPECT_EQ(read_vbv_delay(variable.data()), variable_vbv_delay);
+  EXPECT_EQ(read_vbv_delay(some.data()), 1 << 13 | 0x23 << 5 | 0x47 >> 3);
 }
 
 TEST(VideoHeaders, PictureCodingExtension) {
