@@ -155,10 +155,36 @@ video() {
     "$(told picture_ms) / $(told slowest_picture_ms) / $(told group_ms) ms"
 }
 
+# Streams of 2 GB, some seconds of noise again and again.
+audio() {
+  echo "The examination of audio files"
+  runs=5
+  [ $quick = no ] || runs=3
+  for kind in ac3 mp2; do
+    stream=$work/sound.$kind
+    ffmpeg -nostdin -v error -y -f lavfi -i anoisesrc=duration=40:sample_rate=48000 -ac 2 \
+      -c:a $kind -b:a 192k "$stream"
+    while [ "$(wc -c <"$stream")" -lt 1900000000 ]; do
+      cat "$stream" "$stream" >"$stream.more"
+      mv "$stream.more" "$stream"
+    done
+    "$bin/audio_bench" "$stream" $runs >"$work/audio.txt"
+    rm "$stream"
+    told() { awk -v name="$1" '$1 == name { print $2 }' "$work/audio.txt"; }
+    case $kind in
+      ac3) what="AC-3, checksums included" ;;
+      mp2) what="MPEG audio" ;;
+    esac
+    row "Examination of 2 GB of $what / \`cat >/dev/null\` of it, both from memory" "1.5" \
+      "$(told ratio) ($(told scan_s) / $(told cat_s) s)"
+  done
+}
+
 sample
 runner
 project
 video
+audio
 window
 editor
 

@@ -294,6 +294,17 @@ TEST(AudioFacts, OtherFormatsAreNamedAndSearchedForNothing) {
   EXPECT_EQ(facts_of(junk(500)).kind, audio_kind::unknown);
 }
 
+TEST(AudioFacts, FramesOfEac3MayHaveAnySize) {
+  std::string stream;
+  for (int n = 0; n < 40; ++n)
+    stream += eac3_frame(false, 60 + n * 37 % 100);
+  const audio_facts facts = facts_of(stream);
+  EXPECT_EQ(facts.frames, 40u);
+  EXPECT_EQ(facts.gap_count, 0u);
+  EXPECT_EQ(facts.damaged_frames, 0u);
+  EXPECT_TRUE(facts.bit_rate_varies);
+}
+
 TEST(AudioFacts, DependentFramesAddChannelsAndNoTime) {
   const audio_facts facts = facts_of(times(25, eac3_frame() + eac3_frame(true)));
   EXPECT_EQ(facts.kind, audio_kind::eac3);

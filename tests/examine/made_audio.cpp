@@ -58,9 +58,9 @@ std::string ac3_frame(made_ac3 of) {
   return frame;
 }
 
-std::string eac3_frame(bool dependent) {
-  const std::string header = dependent ? text_of({0x0B, 0x77, 0x40, 63, 0x32, 0x80, 0, 0})
-                                       : text_of({0x0B, 0x77, 0, 95, 0x34, 0x80, 0, 0});
+std::string eac3_frame(bool dependent, int words) {
+  const std::string header = dependent ? text_of({0x0B, 0x77, 0x40, words - 1, 0x32, 0x80, 0, 0})
+                                       : text_of({0x0B, 0x77, 0, words - 1, 0x34, 0x80, 0, 0});
   std::string frame = whole(header, header.substr(0, 2));
   put_checksum(frame);
   return frame;

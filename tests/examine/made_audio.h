@@ -18,8 +18,9 @@ struct made_ac3 {
 /// Headers of other frames stand in its sound.
 std::string ac3_frame(made_ac3 of = {});
 
-/// 32 ms of two channels; `dependent`: one channel more for the frame before.
-std::string eac3_frame(bool dependent = false);
+/// 32 ms of two channels in up to 256 words of 16 bits; `dependent`: one channel more for the frame
+/// before.
+std::string eac3_frame(bool dependent = false, int words = 96);
 
 struct made_mpeg {
   int layer = 2;
