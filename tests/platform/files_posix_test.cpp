@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <string>
 #include <sys/resource.h>
+#include <unistd.h>
+#include <vector>
 
 namespace corvane {
 namespace {
@@ -59,6 +61,42 @@ TEST(WritingFiles, ALinkKeepsBeingOne) {
   EXPECT_TRUE(fs::is_symlink(folder.path("far")));
   EXPECT_TRUE(fs::is_symlink(folder.path("near")));
   EXPECT_EQ(folder.read("real/project.cvp"), "new");
+}
+
+TEST(WritingFiles, ALinkIsReplacedItselfWhereThatIsWanted) {
+  const temporary_folder folder;
+  folder.add("real", "old");
+  fs::permissions(folder.path("real"), fs::perms::all);
+  fs::create_symlink("real", folder.path("link"));
+  fs::create_symlink("nowhere", folder.path("broken"));
+  for (const char* const name : {"link", "broken"}) {
+    EXPECT_EQ(replace_file(folder.path(name), "new"), std::nullopt);
+    EXPECT_FALSE(fs::is_symlink(folder.path(name)));
+    EXPECT_EQ(folder.read(name), "new");
+  }
+  EXPECT_EQ(folder.read("real"), "old");
+  EXPECT_FALSE(entry_exists(folder.path("nowhere")));
+  EXPECT_NE(fs::status(folder.path("link")).permissions(), fs::perms::all) << "those of the other";
+}
+
+TEST(WritingFiles, ALinkPutWhereTheTextIsWrittenFirstIsNotFollowed) {
+  const temporary_folder folder;
+  folder.add("a", "old");
+  folder.add("mine", "mine");
+  fs::create_symlink("mine", folder.path("a.part" + std::to_string(::getpid())));
+  EXPECT_EQ(write_file(folder.path("a"), "new"), std::nullopt);
+  EXPECT_EQ(folder.read("a"), "new");
+  EXPECT_EQ(folder.read("mine"), "mine");
+  EXPECT_EQ(files_in(folder.path()), (std::vector<std::string>{"a", "mine"}));
+}
+
+TEST(WritingFiles, WhatALinkNamesExistsWhereverItLeads) {
+  const temporary_folder folder;
+  fs::create_symlink("nowhere", folder.path("broken"));
+  EXPECT_TRUE(entry_exists(folder.path("broken")));
+  EXPECT_TRUE(move_entry(folder.path("broken"), folder.path("broken")));
+  EXPECT_EQ(move_entry(folder.path("broken"), folder.path("moved")), std::nullopt);
+  EXPECT_TRUE(fs::is_symlink(folder.path("moved")));
 }
 
 TEST(WritingFiles, AccessRightsStay) {

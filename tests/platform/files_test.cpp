@@ -88,6 +88,37 @@ TEST(Files, RemovingTakesAFolderWithAllItHoldsAndAMissingOneIsDone) {
   EXPECT_EQ(remove_all(folder.path("sub")), std::nullopt);
 }
 
+TEST(Files, MovingGivesAFileOrFolderAnotherNameAndReplacesNothing) {
+  const temporary_folder folder;
+  folder.add("sub/deep/a", "a");
+  folder.add("b", "b");
+  EXPECT_EQ(move_entry(folder.path("sub"), folder.path("moved")), std::nullopt);
+  EXPECT_FALSE(entry_exists(folder.path("sub")));
+  EXPECT_EQ(folder.read("moved/deep/a"), "a");
+  folder.add("c/b", "c");
+  EXPECT_EQ(move_entry(folder.path("b"), folder.path("c/moved")), std::nullopt);
+  EXPECT_EQ(folder.read("c/moved"), "b");
+  EXPECT_TRUE(move_entry(folder.path("c/moved"), folder.path("c/b")));
+  EXPECT_TRUE(move_entry(folder.path("c"), folder.path("moved")));
+  EXPECT_TRUE(move_entry(folder.path("absent"), folder.path("x")));
+  EXPECT_EQ(folder.read("c/b"), "c");
+  EXPECT_EQ(folder.read("c/moved"), "b");
+  EXPECT_EQ(folder.read("moved/deep/a"), "a");
+}
+
+TEST(Files, ReplacingGivesAFileItsNewTextAndNoFolder) {
+  const temporary_folder folder;
+  folder.add("a", "old");
+  folder.add("sub/a", "kept");
+  EXPECT_EQ(replace_file(folder.path("a"), "new"), std::nullopt);
+  EXPECT_EQ(folder.read("a"), "new");
+  EXPECT_EQ(replace_file(folder.path("b"), "new"), std::nullopt);
+  EXPECT_EQ(folder.read("b"), "new");
+  EXPECT_TRUE(replace_file(folder.path("sub"), "new"));
+  EXPECT_EQ(folder.read("sub/a"), "kept");
+  EXPECT_EQ(files_in(folder.path()), (std::vector<std::string>{"a", "b"}));
+}
+
 TEST(Files, FoldersAreMadeWithTheOnesAbove) {
   const temporary_folder folder;
   EXPECT_EQ(make_folders(folder.path("a/b/" + odd_name)), std::nullopt);

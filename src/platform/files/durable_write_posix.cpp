@@ -24,7 +24,7 @@ std::filesystem::path unused_name_beside(const std::filesystem::path& target) {
 }
 
 failure write_durably(const std::filesystem::path& path, std::string_view text) {
-  const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
   if (file < 0)
     return last_error();
   failure why;
@@ -44,7 +44,8 @@ failure write_durably(const std::filesystem::path& path, std::string_view text) 
 
 failure replace_durably(const std::filesystem::path& from, const std::filesystem::path& to) {
   struct stat old {};
-  if (::stat(to.c_str(), &old) == 0 && ::chmod(from.c_str(), old.st_mode & 07777) != 0)
+  if (::lstat(to.c_str(), &old) == 0 && S_ISREG(old.st_mode) &&
+      ::chmod(from.c_str(), old.st_mode & 07777) != 0)
     return last_error();
   if (std::rename(from.c_str(), to.c_str()) != 0)
     return last_error();

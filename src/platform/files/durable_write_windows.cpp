@@ -38,7 +38,7 @@ std::filesystem::path unused_name_beside(const std::filesystem::path& target) {
 }
 
 failure write_durably(const std::filesystem::path& path, std::string_view text) {
-  const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+  const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                     FILE_ATTRIBUTE_NORMAL, nullptr);
   if (file == INVALID_HANDLE_VALUE)
     return last_error();

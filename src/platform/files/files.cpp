@@ -67,6 +67,25 @@ result<std::string> read_file(std::string_view native, std::uintmax_t limit) {
   return result<std::string>::ok(std::move(bytes));
 }
 
+namespace {
+
+failure write_in_place_of(const fs::path& target, std::string_view text) {
+  std::error_code error;
+  const fs::path beside = unused_name_beside(target);
+  fs::remove(beside, error);  // left by a process of the same number, or a link put there
+  if (failure why = write_durably(beside, text)) {
+    fs::remove(beside, error);
+    return why;
+  }
+  if (failure why = replace_durably(beside, target)) {
+    fs::remove(beside, error);
+    return why;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
 failure write_file(std::string_view native, std::string_view text) {
   std::error_code error;
   fs::path target = path_of(native);
@@ -77,16 +96,21 @@ failure write_file(std::string_view native, std::string_view text) {
   }
   if (fs::exists(target, error) && !fs::is_regular_file(target, error))
     return fs::is_directory(target, error) ? "it is a folder, not a file" : "it is not a file";
-  const fs::path beside = unused_name_beside(target);
-  if (failure why = write_durably(beside, text)) {
-    fs::remove(beside, error);
-    return why;
-  }
-  if (failure why = replace_durably(beside, target)) {
-    fs::remove(beside, error);
-    return why;
-  }
-  return std::nullopt;
+  return write_in_place_of(target, text);
+}
+
+failure replace_file(std::string_view native, std::string_view text) {
+  std::error_code error;
+  const fs::path target = path_of(native);
+  const fs::file_status there = fs::symlink_status(target, error);
+  if (fs::exists(there) && !fs::is_regular_file(there) && !fs::is_symlink(there))
+    return fs::is_directory(there) ? "it is a folder, not a file" : "it is not a file";
+  return write_in_place_of(target, text);
+}
+
+bool entry_exists(std::string_view native) {
+  std::error_code error;
+  return fs::exists(fs::symlink_status(path_of(native), error));
 }
 
 failure make_folders(std::string_view native) {

@@ -41,6 +41,18 @@ result<std::string> read_file(std::string_view native, std::uintmax_t limit);
 /// keeps being one: the file it points at is replaced.
 failure write_file(std::string_view native, std::string_view text);
 
+/// The same for a file in a folder of the program's own: a target that is a link is replaced
+/// itself, and what it points at stays as it is.
+failure replace_file(std::string_view native, std::string_view text);
+
+/// Gives a file, folder or link another name on the same disk. Fails, and changes nothing, when
+/// there is something of the new name or it lies on another disk. On Windows what another program
+/// has open is tried again for half a second.
+failure move_entry(std::string_view from, std::string_view to);
+
+/// Whether anything has this name: a file, a folder, a link wherever it leads.
+bool entry_exists(std::string_view native);
+
 /// Names (not paths) of the files in a folder, sorted; empty when it cannot be read.
 std::vector<std::string> files_in(std::string_view native_folder);
 

@@ -1,7 +1,8 @@
-// A lock on a program folder: one authoring run at a time uses its files.
+// A lock on a folder: one authoring run at a time uses a program folder's files, and one writes
+// into an output folder.
 //
-// The file "corvane.lock" in the folder stays there; the lock on it ends with the process that
-// holds it, so one left by a killed program does not block.
+// The file "corvane.lock" in the folder stays there unless it is told to vanish; the lock on it
+// ends with the process that holds it, so one left by a killed program does not block.
 #pragma once
 
 #include <memory>
@@ -22,6 +23,13 @@ class folder_lock {
   bool take();
   void release();
   bool held() const;
+
+  /// Whether the last `take` failed because another holds the lock. Where a file system knows no
+  /// locks, it fails for that.
+  bool is_held_elsewhere() const;
+
+  /// Releases the lock, if it is held, and removes its file.
+  void vanish();
 
  private:
   struct state;

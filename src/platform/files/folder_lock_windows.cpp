@@ -10,6 +10,7 @@ struct folder_lock::state {
   std::string path;
   HANDLE file = INVALID_HANDLE_VALUE;
   bool held = false;
+  bool held_elsewhere = false;
 
   bool open() {
     if (file == INVALID_HANDLE_VALUE)
@@ -17,6 +18,12 @@ struct folder_lock::state {
                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                            OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     return file != INVALID_HANDLE_VALUE;
+  }
+  void close() {
+    if (file != INVALID_HANDLE_VALUE)
+      ::CloseHandle(file);
+    file = INVALID_HANDLE_VALUE;
+    held = false;
   }
 };
 
@@ -26,17 +33,22 @@ folder_lock::folder_lock(const std::string& folder) : s_(std::make_unique<state>
 }
 
 folder_lock::~folder_lock() {
-  if (s_->file != INVALID_HANDLE_VALUE)
-    ::CloseHandle(s_->file);
+  s_->close();
 }
 
 bool folder_lock::take() {
+  s_->held_elsewhere = false;
   if (s_->held)
     return true;
+  if (!s_->open())
+    return false;
   OVERLAPPED at{};
-  s_->held =
-      s_->open() && ::LockFileEx(s_->file, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0,
-                                 1, 0, &at) != 0;
+  s_->held = ::LockFileEx(s_->file, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0,
+                          &at) != 0;
+  if (!s_->held) {
+    const DWORD why = ::GetLastError();
+    s_->held_elsewhere = why == ERROR_LOCK_VIOLATION || why == ERROR_IO_PENDING;
+  }
   return s_->held;
 }
 
@@ -49,6 +61,16 @@ void folder_lock::release() {
 
 bool folder_lock::held() const {
   return s_->held;
+}
+
+bool folder_lock::is_held_elsewhere() const {
+  return s_->held_elsewhere;
+}
+
+// A file that is open keeps its folder from being removed, so it is closed first.
+void folder_lock::vanish() {
+  s_->close();
+  ::DeleteFileW(path_of(s_->path).c_str());
 }
 
 }  // namespace corvane

@@ -39,6 +39,16 @@ failure remove_all(std::string_view native) {
   return std::nullopt;
 }
 
+failure move_entry(std::string_view from, std::string_view to) {
+  if (entry_exists(to))
+    return "something of that name is there already";
+  std::error_code error;
+  fs::rename(path_of(from), path_of(to), error);
+  if (error)
+    return error.message();
+  return std::nullopt;
+}
+
 failure copy_file(std::string_view from, std::string_view to) {
   std::error_code error;
   fs::copy_file(path_of(from), path_of(to), fs::copy_options::overwrite_existing, error);

@@ -76,6 +76,21 @@ failure remove_all(std::string_view native) {
   return std::system_category().message(static_cast<int>(error));
 }
 
+failure move_entry(std::string_view from, std::string_view to) {
+  constexpr int tries = 10;
+  constexpr DWORD pause = 50;  // ms
+  for (int left = tries;; --left) {
+    if (::MoveFileExW(utf16(from).c_str(), utf16(to).c_str(), MOVEFILE_WRITE_THROUGH) != 0)
+      return std::nullopt;
+    const DWORD error = ::GetLastError();
+    // A file that is open, of the folder too, is told as either.
+    const bool may_pass = error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED;
+    if (left == 1 || !may_pass)
+      return std::system_category().message(static_cast<int>(error));
+    ::Sleep(pause);
+  }
+}
+
 failure copy_file(std::string_view from, std::string_view to) {
   if (::CopyFileW(utf16(from).c_str(), utf16(to).c_str(), FALSE) != 0)
     return std::nullopt;
