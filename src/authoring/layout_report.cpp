@@ -113,7 +113,7 @@ void add_title_targets(page& html, const disc_description& d) {
 }
 
 failure write_or_tell(document& doc, const std::string& file, const std::string& text) {
-  const failure why = write_file(file, text);
+  const failure why = replace_file(file, text);
   if (why)
     say(doc, icon::critical, "The file \"" + file + "\" could not be written: " + *why + ".");
   return why;

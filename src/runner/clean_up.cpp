@@ -13,6 +13,9 @@ std::vector<run_trouble> clean_up(const std::string& app) {
   std::vector<run_trouble> troubles;
   for (const char* name : run_file::copies_of_script) {
     const std::string copy = join_path(app, name);
+    // A link would have the copy written elsewhere.
+    std::error_code error;
+    std::filesystem::remove(path_of(copy), error);
     if (const failure why = copy_file(join_path(app, run_file::script), copy))
       troubles.push_back({copy, "could not be written by the clean-up: " + *why});
   }

@@ -18,6 +18,11 @@ std::string part_of(const std::string& path) {
   return path + ".part";
 }
 
+bool is_link(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::is_symlink(path_of(path), error);
+}
+
 std::string reason(int error) {
   return error == 0 ? std::string("the file could not be written")
                     : std::generic_category().message(error);
@@ -35,6 +40,9 @@ void run_log::begin(std::string path) {
 
 void run_log::open() {
   opened_ = true;
+  // A link of that name would have it written elsewhere.
+  std::error_code error;
+  std::filesystem::remove(path_of(part_of(path_)), error);
   errno = 0;
   file_.open(path_of(part_of(path_)), std::ios::binary | std::ios::trunc);
   if (!file_)
@@ -85,7 +93,7 @@ failure run_log::finish() {
     // On Windows a program that shows the old log can keep it from being replaced, though not from
     // being rewritten.
     if (error)
-      trouble_ = copy_file(part_of(path_), path_);
+      trouble_ = is_link(path_) ? failure(error.message()) : copy_file(part_of(path_), path_);
   }
   std::filesystem::remove(path_of(part_of(path_)), error);
   opened_ = false;
@@ -98,6 +106,8 @@ void run_log::add_line(std::string_view line) {
 
 failure run_log::copy_to(const std::string& path, std::string_view last) {
   file_.flush();
+  std::error_code error;
+  std::filesystem::remove(path_of(path), error);
   const bool copied = !copy_file(opened_ ? part_of(path_) : path_, path);
   std::ofstream file(path_of(path), std::ios::binary | (copied ? std::ios::app : std::ios::trunc));
   if (!copied)

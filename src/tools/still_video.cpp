@@ -143,7 +143,7 @@ still_result run(document& doc, still_equipment& e, const still_video& still) {
                 "Another run is using the program folder \"" + e.app +
                     "\".  Please wait until it has finished.");
   const std::string script = join_path(e.app, run_file::script);
-  if (const failure why = write_file(script, still_script(e.app, still))) {
+  if (const failure why = replace_file(script, still_script(e.app, still))) {
     e.lock.release();
     return tell(doc, still_result::not_written, icon::critical,
                 "The file \"" + script + "\" could not be written: " + *why + ".");

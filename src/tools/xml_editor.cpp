@@ -97,7 +97,7 @@ bool xmleditor::save() {
   }
   const std::string text = edited ? Text1_ + std::string(crlf) : e_.generated();
   const std::string file = config_file(e_.app);
-  if (const failure why = write_file(file, text)) {
+  if (const failure why = replace_file(file, text)) {
     say(*doc_, icon::critical,
         "The file \"" + sanitized(file) + "\" could not be written: " + *why + ".");
     return false;

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -46,6 +47,15 @@ TEST(CleanUp, ScriptThatIsGoneIsToldAndTheRestIsRemoved) {
 }
 
 #ifndef _WIN32
+TEST(CleanUp, CopyIsNotWrittenThroughALink) {
+  temporary_folder app;
+  app.add("process.bat");
+  std::filesystem::create_symlink(app.add("mine", "mine"), app.path("fake.png"));
+  EXPECT_TRUE(clean_up(app.path()).empty());
+  EXPECT_EQ(app.read("mine"), "mine");
+  EXPECT_EQ(files_in(app.path()), std::vector<std::string>{"mine"});
+}
+
 TEST(CleanUp, FileThatCannotBeRemovedIsToldWithTheReasonAndTheRestIsRemoved) {
   testing_support::long_folder app(100);
   const std::string script = app.add("process.bat"), other = app.add("z.xml");

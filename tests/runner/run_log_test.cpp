@@ -7,6 +7,11 @@
 #include <system_error>
 #include <vector>
 
+#ifndef _WIN32
+#include <csignal>
+#include <sys/resource.h>
+#endif
+
 namespace corvane {
 namespace {
 
@@ -142,18 +147,43 @@ TEST(RunLog, LogThatCannotTakeItsPlaceIsToldAndLeavesNoPartOfItself) {
   EXPECT_TRUE(files_in(w.folder.path()).empty());
 }
 
-#ifndef _WIN32  // where no file is a full disk
+#ifndef _WIN32  // where no process has a limit of its own
 TEST(RunLog, DiskThatIsFullWhenTheLogIsClosedIsTold) {
   const temporary_folder folder;
   folder.add("CorvaneLOG.txt", "an earlier log");
-  std::filesystem::create_symlink("/dev/full", path_of(folder.path("CorvaneLOG.txt.part")));
   run_log log;
   log.begin(folder.path("CorvaneLOG.txt"));
   log.open();
   log.append("so little that it is written at the end");
-  EXPECT_EQ(log.finish(), std::make_error_code(std::errc::no_space_on_device).message());
+  rlimit before{};
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit full = before;
+  full.rlim_cur = 8;
+  EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &full), 0);
+  const failure why = log.finish();
+  EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
+  std::signal(SIGXFSZ, handler);
+  EXPECT_EQ(why, std::make_error_code(std::errc::file_too_large).message());
   EXPECT_EQ(folder.read("CorvaneLOG.txt"), "an earlier log");
   EXPECT_EQ(files_in(folder.path()), std::vector<std::string>{"CorvaneLOG.txt"});
+}
+
+TEST(RunLog, LinksAreReplacedAndNotWrittenThrough) {
+  const temporary_folder folder;
+  for (const char* const name : {"CorvaneLOG.txt", "CorvaneLOG.txt.part", "copy.txt"})
+    std::filesystem::create_symlink(path_of(folder.add(std::string("mine/") + name, "mine")),
+                                    path_of(folder.path(name)));
+  run_log log;
+  log.begin(folder.path("CorvaneLOG.txt"));
+  log.open();
+  log.append("text");
+  EXPECT_FALSE(log.copy_to(folder.path("copy.txt"), "the end"));
+  EXPECT_FALSE(log.finish());
+  EXPECT_EQ(folder.read("CorvaneLOG.txt"), "text\r\n");
+  EXPECT_EQ(folder.read("copy.txt"), "text\r\nthe end\r\n");
+  for (const char* const name : {"CorvaneLOG.txt", "CorvaneLOG.txt.part", "copy.txt"})
+    EXPECT_EQ(folder.read(std::string("mine/") + name), "mine") << name;
 }
 #endif
 
