@@ -17,6 +17,10 @@ inline constexpr const char* log = "CorvaneLOG.txt";
 /// What had been printed when the runner met an unexpected error, and the error.
 inline constexpr const char* unexpected_error = "updatecodelog.txt";
 
+/// Where the runs are kept whose output folders are still to be set in order: what they replace was
+/// put aside, and what they make is not complete.
+inline constexpr const char* unfinished = "unfinished.txt";
+
 /// Copies of the script that the clean-up makes and removes.
 inline constexpr const char* copies_of_script[] = {"fake.png", "fake.xml"};
 
@@ -48,8 +52,7 @@ std::string title_stream(int title);      ///< "title<t>.mpg"
 std::string menu_stream(int menu);        ///< "menu<m>.mpg", without its buttons
 std::string menu_with_buttons(int menu);  ///< "menusub<m>.mpg"
 
-/// Whether the script itself makes a file of this name in the output folder. A run that was stopped
-/// leaves such files.
+/// Whether the script itself makes files of such names in the output folder.
 bool is_stream(std::string_view name);
 
 }  // namespace corvane::run_file

@@ -35,11 +35,18 @@ struct run_trouble {
   std::string text;  ///< "could not be removed by the clean-up: Permission denied"
 };
 
+/// What came of setting in order what a run has left.
+struct run_settled {
+  std::vector<std::string> notes;     ///< lines for the log
+  std::vector<std::string> warnings;  ///< what the user has to know, sentences
+};
+
 struct run_end {
   run_outcome outcome = run_outcome::none;  ///< none: the script could not be started
   std::vector<std::string> errors;          ///< the first lines that made it a failure
   std::size_t error_count = 0;              ///< how many such lines there were
   std::vector<run_trouble> troubles;        ///< none of them makes it a failure
+  std::vector<std::string> notes{};         ///< what was done to set things in order
 };
 
 class run_listener {

@@ -37,6 +37,15 @@ constexpr std::size_t largest_piece = std::size_t{64} * 1024;
 /// is given the moment it takes to do so.
 constexpr std::size_t smallest_pipe = 4000;
 
+/// Read at most when the run is to end.
+constexpr std::size_t most_unread = std::size_t{4} << 20;
+
+/// Tools that were killed are gone within milliseconds, but for one that waits for a disk.
+constexpr auto time_to_die = std::chrono::seconds(2);
+
+/// With which conspawn ends after a script with errors; anything higher is no end of its own.
+constexpr std::uint32_t worst_script_status = 1;
+
 /// Scripts are much smaller; of a larger one no steps are known beforehand.
 constexpr std::uintmax_t largest_script = std::uintmax_t{64} << 20;
 
@@ -64,6 +73,8 @@ struct shelled::state {
   run_output output{};
   run_steps steps{};
   bool cleanup = false;
+  std::function<run_settled(run_outcome)> settle{};
+  std::vector<std::string> notes{};
   bool in_pass = false;
   bool broken_off = false;
   run_outcome outcome = run_outcome::none;
@@ -78,9 +89,13 @@ struct shelled::state {
   void not_started(const start_result& start);
   void pass();
   bool read_pieces();
+  void take(const std::string& bytes);
   bool tell_steps();
   void broke();
+  bool has_ended();
   void drain();
+  std::vector<std::string> settle_run();
+  void warn(const std::vector<std::string>& warnings);
   failure close_run();
   void finish();
   void leave();
@@ -97,13 +112,16 @@ void shelled::state::begin() {
   log.append(version_title + std::string(crlf));
   normalize = {};
   output = {};
+  notes.clear();
   broken_off = false;
 }
 
 /// A run that did not start.
 void shelled::state::refuse(const std::string& text) {
   outcome = run_outcome::none;
+  const std::vector<std::string> warnings = settle_run();
   lock.release();
+  warn(warnings);
   ask.message({text, icon::critical, buttons::ok});
 }
 
@@ -173,20 +191,76 @@ void shelled::state::broke() {
                        "the work script ended before its last line" + how_ended(child->ended())));
 }
 
-/// Takes what still waits after the command was ended.
-void shelled::state::drain() {
-  for (std::size_t left = 4u << 20; left > 0;) {
+void shelled::state::take(const std::string& bytes) {
+  log.append(normalize(bytes));
+  output.feed(bytes);
+  tell_steps();
+}
+
+/// Whether the run has come to its end by itself, of which no pass knows yet.
+bool shelled::state::has_ended() {
+  for (std::size_t left = most_unread; left > 0;) {
     const std::optional<std::size_t> waiting = child->waiting();
-    if (!waiting || *waiting < 1)
+    if (waiting && *waiting < 1)
+      return false;
+    const std::optional<std::string> bytes =
+        waiting ? child->read(std::min({*waiting, largest_piece, left})) : std::nullopt;
+    if (!bytes) {
+      // Who asks for the end may have ended conspawn too: Ctrl-C reaches every program of a
+      // console.
+      const std::optional<exit_status> status = child->ended();
+      const bool by_itself = status && !status->by_signal && status->number <= worst_script_status;
+      if (by_itself)
+        broke();
+      return by_itself;
+    }
+    take(*bytes);
+    if (log.holds_marker())
+      return true;
+    left -= std::min(left, bytes->size());
+  }
+  return false;
+}
+
+/// Takes what still comes after the command was ended, until nothing of it is left that could write
+/// into the disc.
+void shelled::state::drain() {
+  const auto until = steady::now() + time_to_die;
+  for (std::size_t left = most_unread; left > 0;) {
+    const std::optional<std::size_t> waiting = child->waiting();
+    if (!waiting || (*waiting < 1 && steady::now() >= until))
       return;
+    if (*waiting < 1) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+      continue;
+    }
     const std::optional<std::string> bytes = child->read(std::min({*waiting, largest_piece, left}));
     if (!bytes || bytes->empty())
       return;
-    log.append(normalize(*bytes));
-    output.feed(*bytes);
-    tell_steps();
+    take(*bytes);
     left -= bytes->size();
   }
+}
+
+/// What the run has left is set in order, and the log says what was done. Gives what the user has
+/// to know.
+std::vector<std::string> shelled::state::settle_run() {
+  if (!settle)
+    return {};
+  const run_settled done = std::exchange(settle, nullptr)(outcome);
+  notes = done.notes;
+  for (const std::vector<std::string>* lines : {&done.notes, &done.warnings})
+    for (const std::string& line : *lines)
+      log.append(normalize((log.at_line_start() ? "INFO: " : "\nINFO: ") + line + "\n"));
+  return done.warnings;
+}
+
+void shelled::state::warn(const std::vector<std::string>& warnings) {
+  std::string text;
+  for (const std::string& warning : warnings)
+    text += (text.empty() ? "" : "\n") + warning;
+  if (!text.empty())
+    ask.message({text, icon::exclamation});
 }
 
 /// One polling pass. None begins in another, while a message stands for instance.
@@ -207,9 +281,11 @@ void shelled::state::pass() {
 failure shelled::state::close_run() {
   child.reset();
   log.append(normalize.rest());
+  const std::vector<std::string> warnings = settle_run();
   failure not_written = log.finish();
   lock.release();
   listener.closed();
+  warn(warnings);
   if (not_written)
     ask.message({"The log file could not be written: " + *not_written, icon::critical});
   return not_written;
@@ -235,7 +311,6 @@ void shelled::state::finish() {
 }
 
 void shelled::state::leave() {
-  outcome = run_outcome::stopped;
   std::vector<run_trouble> troubles;
   if (const failure not_written = close_run())
     troubles.push_back(log_trouble(*not_written));
@@ -258,7 +333,7 @@ void shelled::state::tell(const std::vector<run_trouble>& troubles) {
 }
 
 run_end shelled::state::end_of_run(std::vector<run_trouble> troubles) const {
-  return {outcome, output.errors(), output.error_count(), std::move(troubles)};
+  return {outcome, output.errors(), output.error_count(), std::move(troubles), notes};
 }
 
 void shelled::state::say_outcome(bool failed) {
@@ -296,6 +371,7 @@ void shelled::ExecuteCommand(std::string_view command_line, const run_options& o
   const result<std::string> script = read_file(CommandLine, largest_script);
   s_->steps.begin(script ? *script : std::string());
   s_->cleanup = options.cleanup;
+  s_->settle = options.settle;
   s_->listener.started({s_->steps.count(), options.first_lines});
   if (CommandLine.empty()) {
     // The listener takes the run as begun for good: nothing can have been written for it.
@@ -327,15 +403,25 @@ void shelled::update() {
 }
 
 void shelled::endprocess() {
-  if (running())
-    s_->leave();
+  if (!running())
+    return;
+  s_->outcome = run_outcome::stopped;
+  s_->settle = nullptr;
+  s_->leave();
 }
 
 void shelled::stop() {
   if (!running())
     return;
+  // After an unexpected error nobody knows what of the output was lost.
+  const bool may_have_ended = watching() && !s_->in_pass;
+  if (may_have_ended && s_->has_ended())
+    return s_->finish();
   s_->child->kill_all();
   s_->drain();
+  if (may_have_ended && s_->log.holds_marker())
+    return s_->finish();
+  s_->outcome = run_outcome::stopped;
   s_->log.append(s_->normalize.rest());
   s_->log.append(s_->normalize(s_->log.at_line_start() ? "*** stopped by the user\n"
                                                        : "\n*** stopped by the user\n"));

@@ -6,6 +6,7 @@
 #include "project/prompts.h"
 #include "runner/run_listener.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -23,6 +24,11 @@ struct run_options {
   std::vector<child_variable> variables;  ///< of the command's environment, which is ours with them
   std::string first_lines;                ///< what the log window shows before the first output
   bool cleanup = false;                   ///< after a success the files of the run are removed
+
+  /// Sets in order what the run has left, by its outcome (`none`: it could not be started). Called
+  /// once, when nothing of the run goes on any more and before the outcome is told; not by
+  /// `endprocess`, which leaves the command to itself.
+  std::function<run_settled(run_outcome)> settle{};
 };
 
 class shelled {
@@ -49,7 +55,8 @@ class shelled {
   /// the command nor says anything.
   void endprocess();
 
-  /// Ends the script and every tool it started, then endprocess.
+  /// Ends the script and every tool it started; the outcome is `stopped`. A run that has come to
+  /// its end by then has the outcome that it has, which is told.
   void stop();
 
   bool running() const;

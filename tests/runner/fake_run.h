@@ -89,6 +89,7 @@ struct fake_output {
   int killed = 0;
   bool closed = false;
   std::optional<exit_status> status;
+  std::function<void()> during_kill;
 };
 
 class fake_child : public child_process {
@@ -110,7 +111,12 @@ class fake_child : public child_process {
       output_->pieces.pop_front();
     return piece;
   }
-  void kill_all() override { ++output_->killed; }
+  void kill_all() override {
+    ++output_->killed;
+    output_->broken = true;
+    if (output_->during_kill)
+      output_->during_kill();
+  }
   std::optional<exit_status> ended() override { return output_->status; }
 
  private:

@@ -436,6 +436,121 @@ TEST(Shelled, StopEndsTheCommandAndSaysSoInTheLog) {
   EXPECT_EQ(run.log(), title + "working \r\n *** stopped by the user \r\n \r\n");
 }
 
+TEST(Shelled, StopAfterTheEndTellsTheOutcome) {
+  fake_run run;
+  run.start();
+  run.launcher.output->pieces = {"working\n", "*process complete\n"};
+  run.expect_success();
+  run.runner.stop();
+  EXPECT_EQ(run.runner.outcome(), run_outcome::success);
+  EXPECT_EQ(run.launcher.output->killed, 0);
+  EXPECT_TRUE(run.launcher.output->closed);
+  EXPECT_EQ(run.log(), title + "working \r\n *process complete \r\n \r\n");
+}
+
+TEST(Shelled, StopAfterTheEndTellsOfAFailureAsOne) {
+  fake_run run;
+  run.start();
+  run.launcher.output->pieces = {"working\nERR:  no luck\n*process complete\n"};
+  run.expect_failure();
+  run.runner.stop();
+  EXPECT_EQ(run.runner.outcome(), run_outcome::failed);
+  ASSERT_EQ(run.screen.ends.size(), 1u);
+  EXPECT_EQ(run.screen.ends[0].errors, std::vector<std::string>{"ERR:  no luck"});
+}
+
+TEST(Shelled, StopAfterTheScriptRunnerEndedWithoutTheMarkerTellsOfAFailure) {
+  fake_run run;
+  run.start();
+  run.launcher.output->pieces = {"working\n"};
+  run.launcher.output->broken = true;
+  run.launcher.output->status = exit_status{false, 1};
+  run.expect_failure();
+  run.runner.stop();
+  EXPECT_EQ(run.runner.outcome(), run_outcome::failed);
+}
+
+TEST(Shelled, StopThatReachedTheScriptRunnerTooIsAStop) {
+  // Ctrl-C on a console: a signal, on Windows a status of the system's.
+  for (const exit_status end : {exit_status{true, 2}, exit_status{false, 0xC000013Au}}) {
+    fake_run run;
+    run.start();
+    run.launcher.output->broken = true;
+    run.launcher.output->status = end;
+    run.runner.stop();
+    EXPECT_EQ(run.runner.outcome(), run_outcome::stopped);
+    EXPECT_EQ(run.log(), title + "*** stopped by the user \r\n \r\n");
+  }
+}
+
+TEST(Shelled, EndThatComesWhileTheRunIsBeingStoppedCounts) {
+  fake_run run;
+  run.start();
+  run.launcher.output->during_kill = [&run] {
+    run.launcher.output->pieces.push_back("*process complete\n");
+  };
+  run.expect_success();
+  run.runner.stop();
+  EXPECT_EQ(run.launcher.output->killed, 1);
+  EXPECT_EQ(run.runner.outcome(), run_outcome::success);
+}
+
+TEST(Shelled, WhatARunLeftIsSetInOrderOnceBeforeTheOutcomeIsTold) {
+  fake_run run;
+  std::vector<run_outcome> settled;
+  run_options options;
+  options.settle = [&](run_outcome outcome) {
+    EXPECT_TRUE(run.lock.held()) << "another run could begin";
+    EXPECT_TRUE(run.launcher.output->closed);
+    EXPECT_EQ(run.screen.events, std::vector<std::string>{"started"});
+    settled.push_back(outcome);
+    return run_settled{{"the earlier one is back"}, {"One thing.", "Another thing."}};
+  };
+  ASSERT_TRUE(run.lock.take());
+  run.runner.ExecuteCommand(run.script(), options);
+  run.ask.expect({"One thing.\nAnother thing.", icon::exclamation, buttons::ok, "Corvane"});
+  run.expect_failure();
+  run.feed("a\nERR:  x\n*process complete\n");
+  EXPECT_EQ(settled, std::vector<run_outcome>{run_outcome::failed});
+  EXPECT_EQ(run.log(),
+            title +
+                "a \r\n ERR:  x \r\n *process complete \r\n INFO: the earlier one is back \r\n "
+                "INFO: One thing. \r\n INFO: Another thing. \r\n \r\n");
+  EXPECT_EQ(run.screen.ends.back().notes, std::vector<std::string>{"the earlier one is back"});
+  // The next run has its own.
+  run.start();
+  run.expect_success();
+  run.feed("*process complete\n");
+  EXPECT_EQ(settled.size(), 1u);
+  EXPECT_TRUE(run.screen.ends.back().notes.empty());
+}
+
+TEST(Shelled, WhatARunLeftIsSetInOrderByEachOutcomeButNotWhenItIsLeftToItself) {
+  fake_run run;
+  std::vector<run_outcome> settled;
+  run_options options;
+  options.settle = [&](run_outcome outcome) {
+    settled.push_back(outcome);
+    return run_settled{};
+  };
+  const auto start = [&] {
+    ASSERT_TRUE(run.lock.take());
+    run.runner.ExecuteCommand(run.script(), options);
+  };
+  start();
+  run.expect_success();
+  run.feed("*process complete\n");
+  start();
+  run.runner.stop();
+  start();
+  run.runner.endprocess();
+  run.launcher.fails = start_result::step::process;
+  run.ask.expect({"Binaries not found, please reinstall the program.", icon::critical});
+  start();
+  EXPECT_EQ(settled, (std::vector<run_outcome>{run_outcome::success, run_outcome::stopped,
+                                               run_outcome::none}));
+}
+
 TEST(Shelled, NothingHappensWhenNothingRuns) {
   fake_run run;
   run.runner.update();

@@ -12,13 +12,18 @@
 
 namespace corvane::testing_support {
 
-/// A child that prints nothing and does not end.
+/// A child that prints nothing and does not end by itself.
 class silent_child : public child_process {
  public:
-  std::optional<std::size_t> waiting() override { return 0; }
+  std::optional<std::size_t> waiting() override {
+    return killed_ ? std::nullopt : std::optional<std::size_t>(0);
+  }
   std::optional<std::string> read(std::size_t) override { return std::string(); }
-  void kill_all() override {}
+  void kill_all() override { killed_ = true; }
   std::optional<exit_status> ended() override { return std::nullopt; }
+
+ private:
+  bool killed_ = false;
 };
 
 /// Keeps what it was asked to start, and with which variables the last time.
