@@ -260,6 +260,7 @@ Function un.RemoveMade
   Delete "$INSTDIR\CorvaneLOG.txt.part"
   Delete "$INSTDIR\updatecodelog.txt"
   Delete "$INSTDIR\corvane.lock"
+  Delete "$INSTDIR\unfinished.txt"
   ; Of 99 titles and menus and 32 subtitles each; a disc has no more.
   ${For} $1 1 99
     Delete "$INSTDIR\menu$1.xml"

@@ -1,13 +1,15 @@
 #include "authoring/author.h"
 
 #include "authoring/checks.h"
+#include "authoring/earlier_disc.h"
 #include "authoring/navigation_xml.h"
 #include "formats/text.h"
-#include "platform/files/files.h"
 #include "platform/files/program_folder.h"
+#include "project/plain_texts.h"
 #include "runner/run_files.h"
 #include "runner/video_format.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace corvane {
@@ -32,21 +34,25 @@ std::optional<std::string> why_not_edited_xml(const project& p, const prepared_r
   return std::nullopt;
 }
 
-// The earlier disc last: when anything is in the way, it stays.
-failure remove_leftovers(const prepared_run& run) {
-  for (const std::string& path : leftovers(run.where))
-    if (const failure why = remove_all(path))
-      return "\"" + path + "\", left by an earlier run, could not be removed: " + *why +
-             ".  Authoring was not started.";
+// What came into the output folder since the user was asked.
+refusal why_not_as_asked(const prepared_run& run) {
+  if (const refusal why = why_not_what_lies_there(run.where))
+    return why;
+  for (const std::string& path : earlier_disc(run.where, run.record.image))
+    if (std::find(run.replace.begin(), run.replace.end(), path) == run.replace.end())
+      return "\"" + path + "\" was not there when this run was prepared.  Please author again.";
   return std::nullopt;
 }
 
-failure remove_earlier_disc(const prepared_run& run) {
-  for (const std::string& path : run.replace)
-    if (const failure why = remove_all(path))
-      return "\"" + path + "\" of the earlier DVD could not be removed: " + *why +
-             ".  Authoring was not started.";
-  return std::nullopt;
+// With the parts of an earlier disc that are there now: of one that has gone since the question,
+// what the run makes in its place would be taken for the part itself, put back already.
+run_record record_of(const prepared_run& run) {
+  run_record record = run.record;
+  const std::vector<std::string> there = earlier_disc(run.where, record.image);
+  for (const char* const part : disc_parts)
+    if (std::find(there.begin(), there.end(), home_of_part(part, run.where.out)) != there.end())
+      record.earlier.emplace_back(part);
+  return record;
 }
 
 }  // namespace
@@ -58,17 +64,25 @@ author_result authordvd(document& doc, author_equipment& e, const prepared_run& 
                            "\".  Please wait until it has finished.");
   if (const auto why = why_not_edited_xml(doc.p, run))
     return not_started(doc, e, author_result::refused, *why);
-  // The runner would say so too, but only once the earlier disc is gone.
+  // The runner would say so too, but only once the earlier disc has been put aside.
   if (!tool_is_there(e.app, "conspawn"))
     return not_started(doc, e, author_result::not_started, missing_script_runner);
-  if (const failure why = remove_leftovers(run))
+  if (const refusal why = why_not_as_asked(run))
     return not_started(doc, e, author_result::refused, *why);
-  if (const failure why = remove_earlier_disc(run))
-    return not_started(doc, e, author_result::refused, *why);
+  const run_record record = record_of(run);
+  const begun_run begun = begin_run(e.app, run.where.out, record);
+  if (begun.in_use)
+    return not_started(doc, e, author_result::folder_in_use, output_folder_in_use(run.where.out));
+  if (!begun.place)
+    return not_started(doc, e, author_result::refused, begun.why + "  Authoring was not started.");
 
-  e.runner.ExecuteCommand(
-      run.where.in_app(run_file::script),
-      {{video_format(doc.p.globalregion)}, version_title + std::string(crlf), doc.p.cleanup});
+  const auto settle = [app = e.app, record, place = begun.place](run_outcome outcome) {
+    return settle_run(app, record, *place, outcome);
+  };
+  e.runner.ExecuteCommand(run.where.in_app(run_file::script), {{video_format(doc.p.globalregion)},
+                                                               version_title + std::string(crlf),
+                                                               doc.p.cleanup,
+                                                               settle});
   return e.runner.running() ? author_result::started : author_result::not_started;
 }
 

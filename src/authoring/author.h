@@ -2,6 +2,7 @@
 #pragma once
 
 #include "authoring/run_paths.h"
+#include "authoring/run_record.h"
 #include "platform/files/folder_lock.h"
 #include "project/document.h"
 #include "runner/shelled.h"
@@ -22,7 +23,7 @@ enum class author_result {
   refused,            ///< something cannot be authored as it stands; told with a message
   holds_disc,         ///< the folder holds a disc and the user does not want it replaced
   tool_missing,       ///< a tool the run needs is not installed; told with a message
-  folder_in_use,      ///< another run uses the program folder; told with a message
+  folder_in_use,      ///< another run uses the program or the output folder; told with a message
   not_written,        ///< a file of the run could not be written; told with a message
   not_started,        ///< the script could not be started; told with a message
 };
@@ -44,16 +45,18 @@ struct author_equipment {
 /// What a run wrote and will do, from the driver to the start.
 struct prepared_run {
   run_paths where;
-  std::vector<std::string> files;    ///< native paths of all files written, the script first
-  std::vector<std::string> replace;  ///< folders and files of an earlier disc, removed at the start
+  std::vector<std::string> files;  ///< native paths of all files written, the script first
+  std::vector<std::string>
+      replace;        ///< folders and files of an earlier disc, put aside at the start
+  run_record record;  ///< what the run makes; what it replaces is seen at the start
 };
 
 /// Asks for the output folder, checks, and writes every file of a run into the program folder. On
 /// `prepared` the lock is held. Questions and refusals go through the document's prompts.
 author_result prepare_run(document& doc, author_equipment& e, prepared_run& run);
 
-/// Removes what stopped runs left in the output folder and the earlier disc, shows the log window
-/// and starts the prepared script.
+/// Puts the earlier disc aside, shows the log window and starts the prepared script. At its end the
+/// earlier disc goes or comes back (authoring/earlier_disc.h).
 author_result authordvd(document& doc, author_equipment& e, const prepared_run& run);
 
 /// "author dvd...": the two above, or the XML editor in between.

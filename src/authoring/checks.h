@@ -39,18 +39,18 @@ std::optional<std::string> why_not_these_subtitles(const disc_description& d, pa
 /// output folder is not where the script expects it (second line, first attribute).
 std::optional<std::string> why_not_safe_xml(std::string_view customxml);
 
-/// Why the output folder is refused: it would lose the project's own files or somebody's .mpg files
-/// (the script erases *.mpg there), or its path cannot be written.
+/// Why the output folder is refused: it would lose the project's own files, or its path cannot be
+/// written.
 std::optional<std::string> why_not_this_folder(const disc_description& d, const run_paths& where);
 
-/// What of an earlier disc stands there: VIDEO_TS, AUDIO_TS and, with `isocreate`, the image beside
-/// the folder (native paths).
-std::vector<std::string> earlier_disc(const disc_description& d, const run_paths& where);
+/// Why it is refused for what lies in it: the script erases *.mpg there, and every such file is
+/// somebody's, since what runs leave has been removed (authoring/earlier_disc.h), whatever its
+/// name.
+std::optional<std::string> why_not_what_lies_there(const run_paths& where);
 
-/// What a run that was stopped or killed left in the output folder: files of the names that only
-/// the script makes (native paths). A presub.mpg among them would keep the script from renaming a
-/// title to it.
-std::vector<std::string> leftovers(const run_paths& where);
+/// What of an earlier disc stands there: VIDEO_TS, AUDIO_TS and, when an image is made, the image
+/// beside the folder (native paths).
+std::vector<std::string> earlier_disc(const run_paths& where, bool image);
 
 /// Names of the outside tools (platform/files/program_folder.h) that the project's run starts.
 std::vector<std::string> needed_tools(const disc_description& d);

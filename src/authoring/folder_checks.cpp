@@ -4,7 +4,6 @@
 #include "formats/sanitized.h"
 #include "formats/text.h"
 #include "platform/files/files.h"
-#include "runner/run_files.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -73,11 +72,6 @@ bool is_the_same(const std::string& a, const std::string& b, path_style style) {
 // What erase takes for *.mpg.
 bool is_mpg(const std::string& name, path_style style) {
   return (style == path_style::windows ? lower(name) : name).ends_with(".mpg");
-}
-
-// Names that the script itself makes; a run that was stopped leaves such files.
-bool is_a_runs_own(const std::string& name, path_style style) {
-  return run_file::is_stream(style == path_style::windows ? lower(name) : name);
 }
 
 std::filesystem::file_type type_of(const std::string& native) {
@@ -181,33 +175,6 @@ refusal why_not_a_project_file(const std::string& file, const disc_description& 
   return std::nullopt;
 }
 
-// Files that the tools would write through: a link leads out of the folder, a second name of a
-// project's file shares its bytes.
-refusal why_not_written_through(const std::string& mpg, const std::vector<std::string>& files) {
-  if (type_of(mpg) == std::filesystem::file_type::symlink)
-    return "\"" + mpg + "\" is a link, and authoring would overwrite what it leads to." + advice;
-  for (const std::string& file : files)
-    if (same_place(mpg, file))
-      return "\"" + mpg + "\" is another name of the project's file \"" + file +
-             "\", and authoring would overwrite it." + advice;
-  return std::nullopt;
-}
-
-refusal why_not_contents(const run_paths& where, const std::vector<std::string>& files) {
-  for (const std::string& name : files_in(where.out)) {
-    if (!is_mpg(name, where.style))
-      continue;
-    const std::string mpg = where.in_out(name);
-    if (!is_a_runs_own(name, where.style))
-      return "The output folder holds the file " + sanitized_quoted(mpg) +
-             ", and authoring erases all .mpg files there.  Please move the file or choose "
-             "another folder.";
-    if (const refusal why = why_not_written_through(mpg, files))
-      return why;
-  }
-  return std::nullopt;
-}
-
 }  // namespace
 
 std::optional<std::string> why_not_this_folder(const disc_description& d, const run_paths& where) {
@@ -215,30 +182,30 @@ std::optional<std::string> why_not_this_folder(const disc_description& d, const 
     return why;
   if (const refusal why = why_not_place(where))
     return why;
-  const std::vector<std::string> files = files_of(d, where.style);
-  for (const std::string& file : files)
+  for (const std::string& file : files_of(d, where.style))
     if (const refusal why = why_not_a_project_file(file, d, where))
       return why;
-  return why_not_contents(where, files);
+  return std::nullopt;
 }
 
-std::vector<std::string> leftovers(const run_paths& where) {
-  std::vector<std::string> found;
+std::optional<std::string> why_not_what_lies_there(const run_paths& where) {
   for (const std::string& name : files_in(where.out))
-    if (is_a_runs_own(name, where.style))
-      found.push_back(where.in_out(name));
-  return found;
+    if (is_mpg(name, where.style))
+      return "The output folder holds the file " + sanitized_quoted(where.in_out(name)) +
+             ", and authoring erases all .mpg files there.  Please move the file or choose "
+             "another folder.";
+  return std::nullopt;
 }
 
-std::vector<std::string> earlier_disc(const disc_description& d, const run_paths& where) {
+std::vector<std::string> earlier_disc(const run_paths& where, bool image) {
   std::vector<std::string> found;
   for (const char* folder : {"VIDEO_TS", "AUDIO_TS"})
     if (type_of(where.in_out(folder)) != std::filesystem::file_type::not_found)
       found.push_back(where.in_out(folder));
   // A folder of the image's name is somebody's own; mkisofs will say that it cannot write there.
-  const auto image = type_of(where.out + ".iso");
-  if (d.image && (image == std::filesystem::file_type::regular ||
-                  image == std::filesystem::file_type::symlink))
+  const auto type = type_of(where.out + ".iso");
+  if (image &&
+      (type == std::filesystem::file_type::regular || type == std::filesystem::file_type::symlink))
     found.push_back(where.out + ".iso");
   return found;
 }

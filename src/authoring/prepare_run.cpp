@@ -1,6 +1,7 @@
 // From "author dvd..." to the files of the run.
 #include "authoring/author.h"
 #include "authoring/checks.h"
+#include "authoring/earlier_disc.h"
 #include "authoring/menu_overlays.h"
 #include "authoring/navigation_xml.h"
 #include "authoring/subtitle_xml.h"
@@ -10,7 +11,9 @@
 #include "project/missing_tools.h"
 #include "runner/run_files.h"
 
+#include <filesystem>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 namespace corvane {
@@ -66,6 +69,7 @@ std::string named_folder(document& doc) {
   return doc.ask.save_file({"enter a folder name to create the dvd", "", "folder"});
 }
 
+// What a run that died has left there goes before the folder is looked at.
 ending choose_folder(document& doc, const disc_description& d, prepared_run& run) {
   const std::string named = named_folder(doc);
   if (named.empty())
@@ -73,13 +77,19 @@ ending choose_folder(document& doc, const disc_description& d, prepared_run& run
   run.where.out = output_folder(named);
   if (const auto why = why_not_this_folder(d, run.where))
     return refuse(doc, *why);
+  if (!settle_interrupted_at(doc, run.where.out))
+    return tell(doc, author_result::folder_in_use, output_folder_in_use(run.where.out),
+                icon::critical);
+  if (const auto why = why_not_what_lies_there(run.where))
+    return refuse(doc, *why);
   return std::nullopt;
 }
 
 // dvdauthor adds a second titleset to a disc that it finds, so the earlier one goes or stays whole.
 ending check_earlier_disc(document& doc, const disc_description& d, const author_equipment& e,
                           prepared_run& run) {
-  run.replace = earlier_disc(d, run.where);
+  run.replace = earlier_disc(run.where, d.image);
+  run.record = {d.image, {}, streams_of_run(d)};
   if (run.replace.empty())
     return std::nullopt;
   if (e.replace_earlier_disc)
@@ -124,13 +134,33 @@ std::vector<named_text> texts_of_run(const disc_description& d, const std::strin
   return texts;
 }
 
+// Tools write into a file of theirs that is there, and so through a link.
+ending remove_pictures(document& doc, const disc_description& d, author_equipment& e,
+                       const prepared_run& run) {
+  for (int menu = 1; menu <= d.menu_count(); ++menu)
+    for (const std::string& name :
+         {run_file::highlight_picture(menu), run_file::select_picture(menu)}) {
+      const std::string file = run.where.in_app(name);
+      std::error_code error;
+      std::filesystem::remove(path_of(file), error);
+      if (!error)
+        continue;
+      e.lock.release();
+      return tell(doc, author_result::not_written,
+                  "The file \"" + file +
+                      "\" of an earlier run could not be removed: " + error.message() + ".",
+                  icon::critical);
+    }
+  return std::nullopt;
+}
+
 ending write_texts(document& doc, const disc_description& d, author_equipment& e,
                    prepared_run& run) {
   if (has_subtitles(d))
     run.where.fonts = e.fonts();
   for (const auto& [name, text] : texts_of_run(d, doc.p.customxml, run.where)) {
     const std::string file = run.where.in_app(name);
-    if (const failure why = write_file(file, text)) {
+    if (const failure why = replace_file(file, text)) {
       e.lock.release();
       return tell(doc, author_result::not_written,
                   "The file \"" + file + "\" could not be written: " + *why + ".", icon::critical);
@@ -150,11 +180,14 @@ author_result prepare_run(document& doc, author_equipment& e, prepared_run& run)
     return *end;
   if (const ending end = check_tools(doc, d, e.app))
     return *end;
+  settle_interrupted_runs(doc, e.app, e.lock);
   if (const ending end = choose_folder(doc, d, run))
     return *end;
   if (const ending end = check_earlier_disc(doc, d, e, run))
     return *end;
   if (const ending end = take_folder(doc, e))
+    return *end;
+  if (const ending end = remove_pictures(doc, d, e, run))
     return *end;
   if (const ending end = write_texts(doc, d, e, run))
     return *end;

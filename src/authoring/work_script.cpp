@@ -101,6 +101,20 @@ std::string work_script(const disc_description& d, const run_paths& where) {
   return text;
 }
 
+std::vector<std::string> streams_of_run(const disc_description& d) {
+  std::vector<std::string> names;
+  for (int title = 1; title <= d.title_count(); ++title)
+    if (d.title(title).is_multiplexed_here)
+      names.push_back(run_file::title_stream(title));
+  for (int menu = 1; menu <= d.menu_count(); ++menu) {
+    names.push_back(run_file::menu_stream(menu));
+    names.push_back(run_file::menu_with_buttons(menu));
+  }
+  if (has_subtitles(d))
+    names.emplace_back(run_file::before_subtitle);
+  return names;
+}
+
 std::string mplex_pattern(const std::string& path) {
   return replace_all(path, "%", "%%");
 }

@@ -1,6 +1,7 @@
 #include "ui/main_window.h"
 
 #include "authoring/author.h"
+#include "authoring/earlier_disc.h"
 #include "authoring/navigation_xml.h"
 #include "project/disc_of.h"
 #include "project/dropped_files.h"
@@ -222,10 +223,12 @@ void main_window::drop_down(const std::string& tool_caption) {
 // would be refused as any command is then.
 void main_window::begin(const failure& unusable, const std::string& project) {
   run([&](document& doc) {
-    if (unusable)
+    if (unusable) {
       tell("The program folder " + app_ + " cannot be used: " + *unusable + ".");
-    else
-      tell_missing_tools(doc, app_);
+      return;
+    }
+    settle_interrupted_runs(doc, app_, lock_);
+    tell_missing_tools(doc, app_);
   });
   if (!project.empty())
     load(project);

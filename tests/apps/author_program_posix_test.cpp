@@ -170,16 +170,12 @@ TEST_F(AuthorProgram, AFileOfTheRunThatCannotBeWrittenGivesStatusTwo) {
   EXPECT_THAT(calls(), IsEmpty());
 }
 
-TEST_F(AuthorProgram, WhatAStoppedRunLeftDoesNotSpoilTheNext) {
-  project p = one_title(folder_);
-  folder_.add("words.srt", "1\n00:00:01,000 --> 00:00:02,000\nText\n");
-  p.subtitledata = {folder_.stored("words.srt")};
-  add_tool("spumux", "/bin/cat\n");
-  folder_.add("disc/presub.mpg", "left");
-  folder_.add("disc/title1.mpg", "left");
-  folder_.add("disc/notes.txt", "mine");
-  EXPECT_EQ(run({save(p, "subtitled.cvp"), out()}), 0) << stderr_;
-  EXPECT_EQ(files_in(out()), std::vector<std::string>{"notes.txt"});
+TEST_F(AuthorProgram, AFilmNamedAsARunNamesItsOwnIsNotErased) {
+  folder_.add("disc/title7.mpg", "a film");
+  EXPECT_EQ(run({"--replace", project_, out()}), 2);
+  EXPECT_THAT(stderr_, HasSubstr("holds the file \"" + out() + "/title7.mpg\""));
+  EXPECT_EQ(folder_.read("disc/title7.mpg"), "a film");
+  EXPECT_THAT(calls(), IsEmpty());
 }
 
 TEST_F(AuthorProgram, NothingToAuthorGivesStatusTwo) {

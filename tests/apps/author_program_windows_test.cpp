@@ -101,7 +101,6 @@ TEST_F(AuthorProgram, NamesMayHoldWhatCommandPromptsAndPrintfTakeForTheirOwn) {
   rebuild_List1(p);
   const std::string project = folder_.add(odd + "\\film.cvp", project_text(p));
   const std::string disc = folder_.path(odd + "\\disc");
-  folder_.add(odd + "\\disc\\presub.mpg", "left by a stopped run");
   EXPECT_EQ(run("\"" + project + "\" \"" + disc + "\""), 0u) << stderr_;
   EXPECT_EQ(calls(), "mplex\r\ndvdauthor\r\n");
   EXPECT_TRUE(folder_exists(disc));

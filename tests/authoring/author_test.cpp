@@ -1,6 +1,7 @@
 // The driver's whole conversations, with a launcher that starts nothing.
 #include "authoring/author.h"
 
+#include "authoring/earlier_disc.h"
 #include "authoring/sample_projects.h"
 #include "formats/text.h"
 #include "platform/files/files.h"
@@ -346,18 +347,103 @@ TEST_F(Author, AnEarlierDiscGoesOnYesWhenTheRunStarts) {
   EXPECT_TRUE(file_exists(in(out, "notes.txt")));
 }
 
-TEST_F(Author, LeftoversOfAStoppedRunGoInSilenceWhenTheRunStarts) {
+TEST_F(Author, AFilmThatIsNamedAsARunNamesItsOwnIsRefusedByItsName) {
   make_folders(out);
-  const std::vector<std::string> left = {"title1.mpg", "menu2.mpg", "menusub2.mpg", "presub.mpg"};
-  for (const std::string& name : left)
-    ASSERT_FALSE(write_file(in(out, name), "x"));
-  ASSERT_FALSE(write_file(in(out, "title.mpeg"), "kept"));
+  ASSERT_FALSE(write_file(in(out, "title7.mpg"), "a film"));
+  expect_folder_question();
+  ask.expect(told("The output folder holds the file \"" + in(out, "title7.mpg") +
+                      "\", and authoring erases all .mpg files there.  Please move the file or "
+                      "choose another folder.",
+                  icon::exclamation));
+  EXPECT_EQ(author_command(doc, e, run), author_result::refused);
+  EXPECT_EQ(folder.read(in("my dvd", "title7.mpg")), "a film");
+}
+
+TEST_F(Author, AStoppedRunTakesWhatItMadeAndTheEarlierDiscComesBack) {
+  const std::string disc = add_disc();
+  ASSERT_FALSE(write_file(in(out, "notes.txt"), "kept"));
+  e.replace_earlier_disc = true;
+  expect_folder_question();
+  ASSERT_EQ(author_command(doc, e, run), author_result::started);
+  EXPECT_FALSE(file_exists(disc));
+  ASSERT_FALSE(write_file(in(out, "title1.mpg"), "half"));
+  const std::string half = in(in(out, "VIDEO_TS"), "VTS_01_1.VOB");
+  make_folders(in(out, "VIDEO_TS"));
+  ASSERT_FALSE(write_file(half, "half"));
+  runner.stop();
+  EXPECT_TRUE(file_exists(disc));
+  EXPECT_FALSE(file_exists(half));
+  EXPECT_THAT(files_in(out), ElementsAre("notes.txt"));
+  EXPECT_FALSE(folder_exists(out + ".earlier"));
+  EXPECT_THAT(folder.read(in("app", "CorvaneLOG.txt")),
+              HasSubstr("*** stopped by the user \r\n INFO: what the run had made in \"" + out +
+                        "\" was removed \r\n INFO: the earlier DVD is in its place again \r\n"));
+}
+
+TEST_F(Author, WhatARunOfAnotherProgramFolderLeftIsSetInOrderBeforeTheFolderIsLookedAt) {
+  const std::string disc = add_disc();
+  const std::string other_app = folder.path("other app");
+  make_folders(other_app);
+  ASSERT_TRUE(begin_run(other_app, out, {false, {"VIDEO_TS"}, {"title1.mpg"}}).place);
+  ASSERT_FALSE(write_file(in(out, "title1.mpg"), "half"));
+  expect_folder_question();
+  ask.expect(told("The authoring run into \"" + out +
+                      "\" was interrupted.  The earlier DVD, which it was to replace, is in its "
+                      "place again.",
+                  icon::information));
+  ask.expect({replace_question(), icon::exclamation, buttons::yes_no, "Corvane"}, answer::no);
+  EXPECT_EQ(author_command(doc, e, run), author_result::holds_disc);
+  EXPECT_TRUE(file_exists(disc));
+}
+
+TEST_F(Author, AFolderThatAnotherProgramAuthorsIntoIsRefused) {
+  const std::string other_app = folder.path("other app");
+  make_folders(other_app);
+  const std::string text = "Another authoring run is using the output folder \"" + out +
+                           "\".  Please wait until it has finished, or choose another folder.";
+  auto other = begin_run(other_app, out, {});
+  ASSERT_TRUE(other.place);
+  expect_folder_question();
+  ask.expect(told(text, icon::critical));
+  EXPECT_EQ(author_command(doc, e, run), author_result::folder_in_use);
+  settle_run(other_app, {}, *other.place, run_outcome::failed);
   expect_folder_question();
   ASSERT_EQ(prepare_run(doc, e, run), author_result::prepared);
-  for (const std::string& name : left)
-    EXPECT_TRUE(file_exists(in(out, name))) << name << " is gone before the start";
-  EXPECT_EQ(authordvd(doc, e, run), author_result::started);
-  EXPECT_THAT(files_in(out), ElementsAre("title.mpeg"));
+  other = begin_run(other_app, out, {});
+  ask.expect(told(text, icon::critical));
+  EXPECT_EQ(authordvd(doc, e, run), author_result::folder_in_use);
+  EXPECT_FALSE(lock.held());
+}
+
+TEST_F(Author, OfADiscThatWentSinceTheQuestionAStoppedRunLeavesNoHalfOneInItsPlace) {
+  add_disc();
+  e.replace_earlier_disc = true;
+  expect_folder_question();
+  ASSERT_EQ(prepare_run(doc, e, run), author_result::prepared);
+  ASSERT_FALSE(remove_all(in(out, "VIDEO_TS")));
+  ASSERT_EQ(authordvd(doc, e, run), author_result::started);
+  make_folders(in(out, "VIDEO_TS"));
+  runner.stop();
+  EXPECT_FALSE(entry_exists(in(out, "VIDEO_TS")));
+}
+
+TEST_F(Author, WhatCameIntoTheFolderSinceTheQuestionIsNotLost) {
+  expect_folder_question();
+  ASSERT_EQ(prepare_run(doc, e, run), author_result::prepared);
+  const std::string disc = add_disc();
+  ask.expect(told("\"" + in(out, "VIDEO_TS") +
+                      "\" was not there when this run was prepared.  Please author again.",
+                  icon::critical));
+  EXPECT_EQ(authordvd(doc, e, run), author_result::refused);
+  EXPECT_TRUE(file_exists(disc));
+  ASSERT_FALSE(remove_all(in(out, "VIDEO_TS")));
+  ASSERT_FALSE(write_file(in(out, "film.mpg"), "x"));
+  ask.expect(told("The output folder holds the file \"" + in(out, "film.mpg") +
+                      "\", and authoring erases all .mpg files there.  Please move the file or "
+                      "choose another folder.",
+                  icon::critical));
+  EXPECT_EQ(authordvd(doc, e, run), author_result::refused);
+  EXPECT_THAT(launcher.started, IsEmpty());
 }
 
 TEST_F(Author, AnImageAloneIsAskedForToo) {
@@ -398,6 +484,25 @@ TEST_F(Author, ALinkToADiscIsRemovedWithoutWhatItLeadsTo) {
   EXPECT_EQ(author_command(doc, e, run), author_result::started);
   EXPECT_FALSE(folder_exists(in(out, "VIDEO_TS")));
   EXPECT_TRUE(file_exists(folder.path(in("elsewhere", "VIDEO_TS.IFO"))));
+}
+#endif
+
+#ifndef _WIN32
+TEST_F(Author, LinksInTheProgramFolderAreReplacedAndNotWrittenThrough) {
+  folder.add("m.m2v");
+  p.menulist = {folder.stored("m.m2v") + "/"};
+  const std::vector<std::string> names = {"process.bat",    "config.xml",  "menu1.xml",
+                                          "highlight1.png", "select1.png", "unfinished.txt"};
+  for (const std::string& name : names)
+    std::filesystem::create_symlink(path_of(folder.add(in("mine", name), "mine")),
+                                    path_of(in(app, name)));
+  expect_folder_question();
+  EXPECT_EQ(author_command(doc, e, run), author_result::started);
+  for (const std::string& name : names) {
+    EXPECT_EQ(folder.read(in("mine", name)), "mine");
+    EXPECT_FALSE(std::filesystem::is_symlink(path_of(in(app, name)))) << name;
+  }
+  EXPECT_FALSE(entry_exists(in(app, "highlight1.png"))) << "gm would write through it";
 }
 #endif
 
@@ -447,7 +552,7 @@ TEST_F(Author, AFileThatCannotBeWrittenIsNamedAndTheLockReleased) {
 
 // On Windows a file in use cannot be removed; FoldersOfWindows has that.
 #ifndef _WIN32
-/// While this lives nothing can be removed from the folder, not by root either.
+/// While this lives the folder can neither be changed nor moved, not by root either.
 class kept_folder {
  public:
   explicit kept_folder(const std::string& folder) : folder_(path_of(folder)) {
@@ -470,10 +575,15 @@ class kept_folder {
   std::filesystem::path folder_;
 };
 
-/// An earlier disc that is to be replaced, in a folder from which something cannot be removed.
+/// An earlier disc that is to be replaced, in folders of which one cannot be changed.
 class AuthorOverWhatStays : public Author {
  protected:
-  /// The run is not started, with this message, while nothing can be removed from `fixed`.
+  AuthorOverWhatStays() {
+    for (const std::string& changed : {folder.path(), app, out})
+      std::filesystem::permissions(path_of(changed), std::filesystem::perms::all);
+  }
+
+  /// The run is not started, with this message, while `fixed` cannot be changed.
   void expect_refused(const std::string& fixed, const std::string& message) {
     e.replace_earlier_disc = true;
     not_written_prompts answers(out);
@@ -484,9 +594,11 @@ class AuthorOverWhatStays : public Author {
       EXPECT_EQ(authordvd(other, e, run), author_result::refused);
     }
     ASSERT_EQ(answers.told.size(), 1u);
-    EXPECT_THAT(answers.told[0], StartsWith(message + " could not be removed: "));
+    EXPECT_THAT(answers.told[0], StartsWith(message + " could not be put aside: "));
     EXPECT_THAT(answers.told[0], EndsWith(".  Authoring was not started."));
     EXPECT_TRUE(file_exists(disc));
+    EXPECT_FALSE(folder_exists(out + ".earlier"));
+    EXPECT_FALSE(file_exists(in(app, "unfinished.txt")));
     EXPECT_FALSE(lock.held());
     EXPECT_THAT(launcher.started, IsEmpty());
   }
@@ -494,21 +606,19 @@ class AuthorOverWhatStays : public Author {
   std::string disc = add_disc();
 };
 
-TEST_F(AuthorOverWhatStays, LeftoversThatCannotBeRemovedAreToldAndTheRunIsNotStarted) {
-  ASSERT_FALSE(write_file(in(out, "title1.mpg"), "x"));
-  expect_refused(out, "\"" + in(out, "title1.mpg") + "\", left by an earlier run,");
-}
-
-TEST_F(AuthorOverWhatStays, ADiscThatCannotBeRemovedIsToldAndTheRunIsNotStarted) {
+TEST_F(AuthorOverWhatStays, ADiscThatCannotBePutAsideIsToldAndTheRunIsNotStarted) {
   expect_refused(in(out, "VIDEO_TS"), "\"" + in(out, "VIDEO_TS") + "\" of the earlier DVD");
 }
 #endif
 
 TEST_F(Author, ARunnerThatCannotStartTellsItself) {
+  const std::string disc = add_disc();
+  e.replace_earlier_disc = true;
   launcher.works = false;
   expect_folder_question();
   ask.expect(told("Binaries not found, please reinstall the program.", icon::critical));
   EXPECT_EQ(author_command(doc, e, run), author_result::not_started);
+  EXPECT_TRUE(file_exists(disc));
   EXPECT_FALSE(lock.held());
 }
 
@@ -639,7 +749,6 @@ TEST_F(Author, WhatTheEditorLeftIsCheckedAgain) {
 
 TEST_F(Author, NothingIsRemovedWhenWhatTheEditorLeftIsRefused) {
   const std::string disc = add_disc();
-  ASSERT_FALSE(write_file(in(out, "title1.mpg"), "x"));
   e.replace_earlier_disc = true;
   expect_folder_question();
   ASSERT_EQ(prepare_run(doc, e, run), author_result::prepared);
@@ -647,7 +756,6 @@ TEST_F(Author, NothingIsRemovedWhenWhatTheEditorLeftIsRefused) {
   expect_other_folder_refusal();
   EXPECT_EQ(authordvd(doc, e, run), author_result::refused);
   EXPECT_TRUE(file_exists(disc));
-  EXPECT_TRUE(file_exists(in(out, "title1.mpg")));
 }
 
 }  // namespace

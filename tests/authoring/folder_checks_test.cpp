@@ -60,16 +60,10 @@ TEST_F(FolderChecks, OtherFilesInTheFolderAreFine) {
   EXPECT_EQ(refusal(), "(fine)");
 }
 
-TEST_F(FolderChecks, LeftoversOfARunAreFine) {
-  for (const char* name : {"dvd/title1.mpg", "dvd/title99.mpg", "dvd/menu1.mpg",
-                           "dvd/menusub12.mpg", "dvd/presub.mpg"})
-    add(name);
-  EXPECT_EQ(refusal(), "(fine)");
-}
-
 TEST_F(FolderChecks, SomebodysOwnMpgFilesAreNamedAndKept) {
   for (const char* name : {"dvd/holiday.mpg", "dvd/title.mpg", "dvd/titleA.mpg", "dvd/menusub.mpg",
-                           "dvd/title1 copy.mpg", "dvd/.mpg"}) {
+                           "dvd/title1 copy.mpg", "dvd/.mpg", "dvd/title7.mpg", "dvd/menu1.mpg",
+                           "dvd/menusub12.mpg", "dvd/presub.mpg"}) {
     const std::string file = add(name);
     EXPECT_THAT(refusal(), HasSubstr("holds the file \"" + file + "\"")) << name;
     std::filesystem::remove(path_of(file));
@@ -153,7 +147,7 @@ TEST_F(FolderChecks, LinksAreFollowedAndNotWrittenThrough) {
   add("dvd/x.txt");
   const std::string stream = add("other/a.vob");
   link("dvd/title1.mpg", "other/a.vob");
-  EXPECT_THAT(refusal(), HasSubstr("is a link"));
+  EXPECT_THAT(refusal(), HasSubstr("holds the file"));
   p.List11 = {stored("dvd/title1.mpg")};
   EXPECT_THAT(refusal(), HasSubstr("erases all .mpg files")) << "the link would be erased";
   link("also", "dvd");
@@ -201,7 +195,7 @@ TEST_F(FolderChecks, ASecondNameOfAStreamIsNotOverwritten) {
   std::filesystem::create_hard_link(path_of(folder.path(native("media/a.m2v"))),
                                     path_of(folder.path(native("dvd/title1.mpg"))), error);
   ASSERT_FALSE(error) << error.message();
-  EXPECT_THAT(refusal(), HasSubstr("is another name of the project's file"));
+  EXPECT_THAT(refusal(), HasSubstr("holds the file"));
 }
 
 TEST_F(FolderChecks, PathsThatCannotBeWrittenAreRefused) {
@@ -267,19 +261,6 @@ TEST_F(FolderChecks, EarlierDiscIsWhatARunWouldReplace) {
   EXPECT_THAT(earlier_disc(p, where),
               ElementsAre(folder.path(native("dvd/VIDEO_TS")), folder.path(native("dvd/AUDIO_TS")),
                           folder.path("dvd.iso")));
-}
-
-TEST_F(FolderChecks, LeftoversAreTheFilesThatOnlyTheScriptMakes) {
-  EXPECT_THAT(leftovers(where), IsEmpty()) << "no folder";
-  for (const char* name :
-       {"dvd/menu1.mpg", "dvd/menusub12.mpg", "dvd/presub.mpg", "dvd/title1.mpg", "dvd/title99.mpg",
-        "dvd/menu.mpg", "dvd/presub.mpg.txt", "dvd/title1.vob", "dvd/title2.mpg/x", "dvd/x.mpg"})
-    add(name);
-  EXPECT_THAT(
-      leftovers(where),
-      ElementsAre(folder.path(native("dvd/menu1.mpg")), folder.path(native("dvd/menusub12.mpg")),
-                  folder.path(native("dvd/presub.mpg")), folder.path(native("dvd/title1.mpg")),
-                  folder.path(native("dvd/title99.mpg"))));
 }
 
 TEST_F(FolderChecks, AFolderNamedLikeTheImageIsSomebodysOwn) {

@@ -68,10 +68,11 @@ inline std::optional<std::string> why_not_these_menu_streams(const project& p, p
   return corvane::why_not_these_menu_streams(disc_of(p), style);
 }
 inline std::optional<std::string> why_not_this_folder(const project& p, const run_paths& where) {
-  return corvane::why_not_this_folder(disc_of(p), where);
+  const auto why = corvane::why_not_this_folder(disc_of(p), where);
+  return why ? why : why_not_what_lies_there(where);
 }
 inline std::vector<std::string> earlier_disc(const project& p, const run_paths& where) {
-  return corvane::earlier_disc(disc_of(p), where);
+  return corvane::earlier_disc(where, disc_of(p).image);
 }
 inline std::vector<std::string> needed_tools(const project& p) {
   return corvane::needed_tools(disc_of(p));

@@ -3,9 +3,12 @@
 #include "authoring/sample_projects.h"
 #include "authoring/texts_of_project.h"
 #include "formats/text.h"
+#include "runner/run_files.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace corvane::testing_support {
 namespace {
@@ -137,6 +140,23 @@ TEST(WorkScript, AProjectWithShortStoresStillHasAText) {
   sample s{"", {}, sample_run_paths(posix)};
   s.p.List11 = {"\\a.m2v/\\a.ac3"};
   EXPECT_THAT(script_lines(s), Contains(HasSubstr(" -O 0ms -o ")));
+}
+
+TEST(WorkScript, MakesTheStreamsThatAreToldAndNoOthers) {
+  for (const sample& s : all_samples(path_style::posix)) {
+    const disc_description d = disc_of(s.p);
+    const std::string script = corvane::work_script(d, s.where);
+    const std::vector<std::string> told = streams_of_run(d);
+    for (const std::string& name : told)
+      EXPECT_NE(script.find(name), std::string::npos) << s.name << ": " << name;
+    for (int number = 1; number <= 9; ++number)
+      for (const std::string& name :
+           {run_file::title_stream(number), run_file::menu_stream(number),
+            run_file::menu_with_buttons(number), std::string(run_file::before_subtitle)})
+        EXPECT_EQ(script.find("/" + name) != std::string::npos,
+                  std::find(told.begin(), told.end(), name) != told.end())
+            << s.name << ": " << name;
+  }
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "apps/corvane-author/console_listener.h"
 #include "apps/corvane-author/console_prompts.h"
 #include "authoring/author.h"
+#include "authoring/earlier_disc.h"
 #include "authoring/navigation_xml.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
@@ -90,8 +91,14 @@ struct run {
   prepared_run prepared;
 };
 
+int status_of(run_outcome outcome) {
+  return outcome == run_outcome::success ? disc_authored : tool_reported_error;
+}
+
 int stop(run& r) {
   r.runner.stop();
+  if (r.runner.outcome() != run_outcome::stopped)
+    return status_of(r.runner.outcome());
   r.report_.message("stopped; the tools have been ended.");
   return 128 + interrupt_number();
 }
@@ -109,7 +116,7 @@ int watch(run& r) {
       return tool_reported_error;
     }
   }
-  return r.runner.outcome() == run_outcome::success ? disc_authored : tool_reported_error;
+  return status_of(r.runner.outcome());
 }
 
 int start_and_watch(run& r) {
@@ -163,6 +170,7 @@ int author_project(const author_arguments& arguments, report& out) {
   tell_missing_tools(doc, app);
   // Makes the lock's file: loading looks for any file in the program folder.
   folder_lock lock(app);
+  settle_interrupted_runs(doc, app, lock);
   if (!load(doc, arguments, path))
     return not_authorable;
   if (const failure why = why_not_there(p, output)) {

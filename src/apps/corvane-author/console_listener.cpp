@@ -20,6 +20,8 @@ void console_listener::progress(const run_progress& progress) {
 // When the log could not be written, the runner has told all of them.
 void console_listener::finished(const run_end& end) {
   end_ = end;
+  for (const std::string& note : end.notes)
+    report_.message(note);
   const bool told = std::any_of(end.troubles.begin(), end.troubles.end(), [](const run_trouble& t) {
     return t.file.ends_with(run_file::log);
   });
