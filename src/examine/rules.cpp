@@ -2,6 +2,7 @@
 
 #include "examine/button_rules.h"
 #include "examine/navigation_rules.h"
+#include "examine/subtitle_text_rules.h"
 
 #include <algorithm>
 #include <utility>
@@ -26,7 +27,9 @@ std::string section_of(const rule& r) {
 }  // namespace
 
 std::vector<rule_family> rule_families() {
-  return {{"Navigation", navigation_rules()}, {"Menus and buttons", button_rules()}};
+  return {{"Navigation", navigation_rules()},
+          {"Menus and buttons", button_rules()},
+          {"Text subtitles", subtitle_text_rules()}};
 }
 
 finding finding_of(std::span<const rule> rules, std::string_view id, finding_item item,

@@ -29,6 +29,8 @@ class subtitle_file {
   /// Returns an empty text if they do not: they are ASCII, or in a set that only the user knows.
   const std::string& unicode() const { return unicode_; }
 
+  const std::string& bytes() const { return bytes_; }
+
   /// The set in which spumux reads it when it is told this one: UTF-8 for files of some names.
   std::string set_read(const std::string& charset) const;
 

@@ -129,13 +129,13 @@ TEST(CommandReading, FaultSaysWhatIsThereAndWhatIsWanted) {
 }
 
 TEST(CommandReading, HostileTextsEnd) {
-  EXPECT_TRUE(read_commands("g1=" + std::string(100'000, '(')).fault);
-  EXPECT_TRUE(read_commands(std::string(100'000, '{')).fault);
-  EXPECT_TRUE(read_commands("g1=" + std::string(100'000, '!')).fault);
-  EXPECT_TRUE(read_commands("g1=" + std::string(100'000, '9') + ";").fault);
-  EXPECT_TRUE(read_commands(std::string(100'000, '\0')).fault);
+  EXPECT_TRUE(read_commands("g1=" + std::string(20'000, '(')).fault);
+  EXPECT_TRUE(read_commands(std::string(20'000, '{')).fault);
+  EXPECT_TRUE(read_commands("g1=" + std::string(20'000, '!')).fault);
+  EXPECT_TRUE(read_commands("g1=" + std::string(20'000, '9') + ";").fault);
+  EXPECT_TRUE(read_commands(std::string(20'000, '\0')).fault);
   std::string many = "g1=1";
-  for (int i = 0; i < 50'000; ++i)
+  for (int i = 0; i < 10'000; ++i)
     many += "+1";
   EXPECT_FALSE(read_commands(many + ";").fault);
 }
