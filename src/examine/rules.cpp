@@ -2,6 +2,8 @@
 
 #include "examine/button_rules.h"
 #include "examine/navigation_rules.h"
+#include "examine/setting_rules.h"
+#include "examine/space_rules.h"
 #include "examine/subtitle_text_rules.h"
 
 #include <algorithm>
@@ -29,7 +31,9 @@ std::string section_of(const rule& r) {
 std::vector<rule_family> rule_families() {
   return {{"Navigation", navigation_rules()},
           {"Menus and buttons", button_rules()},
-          {"Text subtitles", subtitle_text_rules()}};
+          {"Text subtitles", subtitle_text_rules()},
+          {"Settings of titles", setting_rules()},
+          {"Room", space_rules()}};
 }
 
 finding finding_of(std::span<const rule> rules, std::string_view id, finding_item item,

@@ -126,4 +126,15 @@ bool same_place(std::string_view a, std::string_view b) {
   return fs::equivalent(path_of(a), path_of(b), error) && !error;
 }
 
+std::optional<disk_room> room_at(std::string_view native_folder) {
+  std::error_code error;
+  fs::path folder = fs::absolute(path_of(native_folder), error);
+  while (!fs::exists(folder, error) && folder.has_relative_path())
+    folder = folder.parent_path();
+  const fs::space_info space = fs::space(folder, error);
+  if (error)
+    return std::nullopt;
+  return disk_room{space.available, space.capacity};
+}
+
 }  // namespace corvane

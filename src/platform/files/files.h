@@ -72,4 +72,15 @@ std::string absolute_path(std::string_view native);
 /// Whether two native paths name the same file or folder (both must exist; links followed).
 bool same_place(std::string_view a, std::string_view b);
 
+/// A disk, in bytes.
+struct disk_room {
+  std::uintmax_t free = 0;  ///< that this user may still fill
+  std::uintmax_t size = 0;
+  bool operator==(const disk_room&) const = default;
+};
+
+/// Of the disk on which a folder lies, or would lie if it is not there yet. Returns nullopt if the
+/// system does not say.
+std::optional<disk_room> room_at(std::string_view native_folder);
+
 }  // namespace corvane
