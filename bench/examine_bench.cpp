@@ -1,6 +1,7 @@
 // How long the examination of a stream takes against "cat" of it, both with the file in memory.
 //
-//   examine_bench FILE [RUNS]       5 runs of each, in turns
+//   examine_bench video|audio FILE [RUNS]       5 runs of each, in turns
+#include "examine/audio_facts.h"
 #include "examine/video_facts.h"
 #include "platform/files/file_slices.h"
 
@@ -31,11 +32,12 @@ double median(std::vector<double> numbers) {
   std::exit(1);
 }
 
-corvane::video_facts scan(const std::string& path) {
+template <typename Scanner>
+auto facts_of(const std::string& path) {
   auto file = corvane::file_slices::open(path);
   if (!file)
     give_up(file.error);
-  corvane::video_scanner scanner;
+  Scanner scanner;
   for (;;) {
     const auto slice = file->next();
     if (!slice)
@@ -46,6 +48,17 @@ corvane::video_facts scan(const std::string& path) {
   }
   scanner.finish();
   return scanner.facts();
+}
+
+std::uint64_t pictures_of(const std::string& path) {
+  return facts_of<corvane::video_scanner>(path).pictures;
+}
+
+std::uint64_t frames_of(const std::string& path) {
+  const corvane::audio_facts facts = facts_of<corvane::audio_scanner>(path);
+  if (facts.frame_bytes != facts.bytes || facts.damaged_frames > 0)
+    give_up("the file is not whole");
+  return facts.frames;
 }
 
 void cat(const std::string& file) {
@@ -64,19 +77,21 @@ double timed(Work work) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 2)
-    give_up("usage: examine_bench FILE [RUNS]");
-  const std::string file = argv[1];
-  const int runs = argc > 2 ? std::atoi(argv[2]) : 5;
+  const std::string kind = argc > 2 ? argv[1] : "";
+  if (kind != "video" && kind != "audio")
+    give_up("usage: examine_bench video|audio FILE [RUNS]");
+  const std::string file = argv[2];
+  const int runs = argc > 3 ? std::atoi(argv[3]) : 5;
   cat(file);
-  corvane::video_facts facts;
+  std::uint64_t found = 0;
   std::vector<double> scans, cats;
   for (int run = 0; run < runs; ++run) {
-    scans.push_back(timed([&] { facts = scan(file); }));
+    scans.push_back(timed([&] { found = kind == "video" ? pictures_of(file) : frames_of(file); }));
     cats.push_back(timed([&] { cat(file); }));
   }
   std::printf("scan_s %.3f\ncat_s %.3f\nratio %.2f\n", median(scans), median(cats),
               median(scans) / median(cats));
-  std::printf("pictures %llu\n", static_cast<unsigned long long>(facts.pictures));
+  std::printf("%s %llu\n", kind == "video" ? "pictures" : "frames",
+              static_cast<unsigned long long>(found));
   return 0;
 }

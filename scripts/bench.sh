@@ -140,7 +140,7 @@ video() {
   cat "$stream.more" >>"$stream"
   rm "$stream.more"
   "$bin/media_bench" "$stream" $runs >"$work/video.txt"
-  "$bin/examine_bench" "$stream" $runs >"$work/examine.txt"
+  "$bin/examine_bench" video "$stream" $runs >"$work/examine.txt"
   rm "$stream"
   told() { awk -v name="$1" '$1 == name { print $2 }' "$work/examine.txt"; }
   row "Examination of a 2 GB video stream ($(told pictures) pictures) / \`cat >/dev/null\` of it, both from memory" "2.5" \
@@ -168,7 +168,7 @@ audio() {
       cat "$stream" "$stream" >"$stream.more"
       mv "$stream.more" "$stream"
     done
-    "$bin/audio_bench" "$stream" $runs >"$work/audio.txt"
+    "$bin/examine_bench" audio "$stream" $runs >"$work/audio.txt"
     rm "$stream"
     told() { awk -v name="$1" '$1 == name { print $2 }' "$work/audio.txt"; }
     case $kind in
