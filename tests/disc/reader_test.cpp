@@ -2,6 +2,7 @@
 #include "command.h"
 #include "disc.h"
 #include "iso_volume.h"
+#include "judge.h"
 #include "media.h"
 #include "menu_report.h"
 #include "report.h"
@@ -74,6 +75,7 @@ TEST(DiscReader, DiscInAFolderIsRead) {
   const auto disc = read_disc(folder.path("disc"));
   ASSERT_TRUE(disc) << disc.error;
   expect_the_disc(*disc);
+  EXPECT_EQ(disagreement_text(folder.path("disc")), "");
 }
 
 TEST(DiscReader, DiscInAnImageIsReadWithItsVolume) {
@@ -83,6 +85,7 @@ TEST(DiscReader, DiscInAnImageIsReadWithItsVolume) {
   const auto disc = read_disc(folder.path("disc.iso"));
   ASSERT_TRUE(disc) << disc.error;
   expect_the_disc(*disc);
+  EXPECT_EQ(disagreement_text(folder.path("disc.iso")), "");
   const auto volume = read_iso_volume(folder.path("disc.iso"));
   ASSERT_TRUE(volume) << volume.error;
   EXPECT_EQ(volume->name, "A NAME");

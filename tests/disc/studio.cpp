@@ -1,5 +1,7 @@
 #include "studio.h"
 
+#include "judge.h"
+#include "platform/files/files.h"
 #include "project/project_file.h"
 #include "project/subtitle_rows.h"
 
@@ -66,6 +68,10 @@ finished studio::author(const project& p, const std::vector<std::string>& option
 contents studio::authored(const project& p, const std::vector<std::string>& options) const {
   const finished done = author(p, options);
   EXPECT_EQ(done.status, 0) << done.out;
+  EXPECT_EQ(disagreement_text(out()), "");
+  if (file_exists(image())) {
+    EXPECT_EQ(disagreement_text(image()), "");
+  }
   auto found = disc();
   EXPECT_TRUE(found) << found.error << "\n" << done.out;
   return found ? *found : contents();
