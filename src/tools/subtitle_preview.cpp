@@ -180,7 +180,8 @@ struct subtitle_preview::work {
   void want(const preview_request& r);
   void poll();
   void begin();
-  void finish();
+  std::optional<std::size_t> number_wanted() const;
+  void finish(std::size_t number);
   void fail(const std::string& why);
   void give_up();
 
@@ -208,9 +209,8 @@ void subtitle_preview::work::want(const preview_request& r) {
   const bool same = drawn && wanted == source;
   source = std::move(wanted);
   now = state::drawing;
-  const auto number = static_cast<std::size_t>(std::max(r.cue, 1));
   // One that was stopped on the way may not have got so far.
-  const bool stopped_before = same && drawn->stopped() && drawn->cues().size() < number;
+  const bool stopped_before = same && drawn->stopped() && !number_wanted();
   if (!same || stopped_before)
     begin();
 }
@@ -232,13 +232,13 @@ void subtitle_preview::work::poll() {
   if (!drawn)
     return;
   drawn->look();
-  const auto number = static_cast<std::size_t>(std::max(request.cue, 1));
-  if (drawn->cues().size() >= enough_for(number))
+  const std::optional<std::size_t> number = number_wanted();
+  if (number && drawn->cues().size() >= enough_for(*number))
     drawn->stop();
   if (now != state::drawing)
     return;
-  if (drawn->cues().size() >= number)
-    finish();
+  if (number)
+    finish(*number);
   else if (!drawn->running())
     give_up();
   else if (drawn->stuck(patience)) {
@@ -247,8 +247,22 @@ void subtitle_preview::work::poll() {
   }
 }
 
-void subtitle_preview::work::finish() {
+/// The number of the cue that is wanted, once it is drawn.
+std::optional<std::size_t> subtitle_preview::work::number_wanted() const {
+  const std::vector<stream_cue>& cues = drawn->cues();
   const auto number = static_cast<std::size_t>(std::max(request.cue, 1));
+  if (!request.at)
+    return cues.size() >= number ? std::optional(number) : std::nullopt;
+  const auto found = std::find_if(cues.begin(), cues.end(), [this](const stream_cue& one) {
+    return one.end / stamps_a_second > *request.at;
+  });
+  if (found != cues.end())
+    return static_cast<std::size_t>(found - cues.begin()) + 1;
+  const bool all_drawn = !drawn->running() && !drawn->stopped();
+  return all_drawn && !cues.empty() ? std::optional(cues.size()) : std::nullopt;
+}
+
+void subtitle_preview::work::finish(std::size_t number) {
   const stream_cue& found = drawn->cues()[number - 1];
   cue = {};
   cue.number = static_cast<int>(number);

@@ -12,6 +12,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace corvane {
@@ -21,6 +22,9 @@ struct preview_request {
   subtitle_settings settings;  ///< how its text is drawn
   std::string region;          ///< "NTSC" or "PAL": the frame is 720 x 480 or 720 x 576
   int cue = 1;                 ///< which cue, 1-based
+  /// Instead of that one the cue at this time, in seconds, or the first one after it; the last one
+  /// if there is none.
+  std::optional<double> at{};
 };
 
 class subtitle_preview {

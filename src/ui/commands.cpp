@@ -4,14 +4,12 @@
 #include "authoring/layout_report.h"
 #include "menus/menu_entries.h"
 #include "platform/files/program_folder.h"
-#include "project/font_list.h"
 #include "project/preferences.h"
 #include "project/project_file.h"
 #include "project/title_commands.h"
 #include "tools/association.h"
 #include "tools/language_tags.h"
 #include "tools/still_video.h"
-#include "tools/subtitles.h"
 #include "tools/xml_editor.h"
 #include "ui/editor/menu_windows.h"
 #include "ui/main_window.h"
@@ -19,8 +17,6 @@
 #include "ui/subtitles/subtitles_window.h"
 #include "ui/video/chapter_window.h"
 #include "ui/widgets/icons.h"
-
-#include <wx/utils.h>
 
 #include <optional>
 #include <string_view>
@@ -71,23 +67,6 @@ void register_extension(main_window& main) {
     register_command(doc, {main.app(), own_executable(), program_picture(), user_desktop_folders(),
                            main.user_desktop()});
   });
-}
-
-/// Takes long when the system lists its fonts for the first time.
-font_list fonts_of_system() {
-  const wxBusyCursor busy;
-  return system_fonts();
-}
-
-void edit_subtitles(main_window& main) {
-  std::optional<Subtitles> model;
-  main.run([&model](document& doc) { model = Subtitles::open(doc, fonts_of_system()); });
-  if (model)
-    main.open_editor([&](document&, std::function<void()> closed) -> wxTopLevelWindow* {
-      auto* dialog = new subtitles_window(&main, main.app(), std::move(*model), std::move(closed));
-      dialog->Show();
-      return dialog;
-    });
 }
 
 void edit_tags(main_window& main) {

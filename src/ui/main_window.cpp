@@ -214,6 +214,15 @@ void main_window::clear_log() {
   display_.clear_log();
 }
 
+void main_window::select_title(int row) {
+  run([row](document& doc) {
+    if (row < title_count(doc.p))
+      doc.p.selected = row;
+  });
+  Raise();
+  focus_titles();
+}
+
 void main_window::drop_down(const std::string& tool_caption) {
   if (wxMenu* menu = bars_->drop_down(tool_caption); menu != nullptr && may_command())
     GetToolBar()->PopupMenu(menu);

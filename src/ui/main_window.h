@@ -60,6 +60,9 @@ class main_window : public wxFrame {
   /// Files dropped on the window (native paths).
   void drop(const std::vector<std::string>& paths);
 
+  /// Selects a title (0-based row) and comes to the front.
+  void select_title(int row);
+
   const project& shown_project() const { return p_; }
   const std::string& app() const { return app_; }  ///< the program folder
   const command_bars& bars() const { return *bars_; }

@@ -61,6 +61,16 @@ navcommands_window::navcommands_window(wxWindow* main, navcommands model,
   List1_->SetFocus();
 }
 
+void navcommands_window::focus_on(navcommands_focus what) {
+  if (what == navcommands_focus::first_play)
+    firstplay_->SetFocus();
+  if (what != navcommands_focus::selected_command || model_.selected() < 0)
+    return;
+  List1_->SetSelection(model_.selected());
+  List1_->EnsureVisible(model_.selected());
+  edit_command();
+}
+
 wxSizer* navcommands_window::make_titles() {
   List1_ = new wxListBox(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, nullptr,
                          wxLB_SINGLE | wxLB_HSCROLL | wxLB_NEEDED_SB);

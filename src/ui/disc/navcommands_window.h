@@ -19,11 +19,17 @@ class wxTextCtrl;
 
 namespace corvane {
 
+/// What of the dialog has the focus when it opens.
+enum class navcommands_focus { titles, selected_command, first_play };
+
 class navcommands_window : public wxDialog {
  public:
   /// Disables `main`. When the user leaves the dialog, it enables `main` and calls `closed`; when
   /// it goes with `main`, it does neither.
   navcommands_window(wxWindow* main, navcommands model, std::function<void()> closed);
+
+  /// The command of the title that is selected in the model, or the first play.
+  void focus_on(navcommands_focus what);
 
  private:
   wxSizer* make_titles();

@@ -1,5 +1,6 @@
 #include "ui/editor/menu_editor_window.h"
 
+#include "formats/text.h"
 #include "platform/files/paths.h"
 #include "ui/editor/menu_button_panel.h"
 #include "ui/editor/menu_options_panel.h"
@@ -18,7 +19,10 @@
 #include <wx/stattext.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace corvane {
 
@@ -47,6 +51,16 @@ tsmenu::tsmenu(wxWindow* main, document& doc, bool recall, std::function<void()>
   CallAfter([this] {
     tell([this](menu_editor& editor) { editor.playback_check(video_size_.x, video_size_.y); });
   });
+}
+
+// The editor numbers records; a blank one becomes no button.
+void tsmenu::choose(int number) {
+  const std::vector<std::string>& records = editor_.controls().List1;
+  for (std::size_t i = 0; i < records.size(); ++i)
+    if (!trim(records[i]).empty() && --number == 0) {
+      tell([i](menu_editor& editor) { editor.choose(static_cast<int>(i)); });
+      return;
+    }
 }
 
 void tsmenu::make_controls() {

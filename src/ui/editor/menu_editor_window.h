@@ -30,6 +30,9 @@ class tsmenu : public wxFrame {
   /// the window has gone and `main` is enabled again, accepted or not; not when `main` itself goes.
   tsmenu(wxWindow* main, document& doc, bool recall, std::function<void()> closed);
 
+  /// Chooses a button of the disc (1-based), if there is such a one.
+  void choose(int number);
+
  private:
   void make_controls();
   wxSizer* make_heading();

@@ -89,12 +89,27 @@ bool show_menuselect(wxWindow* main, menu_picker& picker) {
   return entry != wxNOT_FOUND && picker.confirm(entry);
 }
 
-/// `recall`: the menu is not new.
-void show_editor(main_window& main, bool recall) {
-  main.open_editor(
-      [&main, recall](document& doc, std::function<void()> closed) -> wxTopLevelWindow* {
-        return new tsmenu(&main, doc, recall, std::move(closed));
-      });
+/// `recall`: the menu is not new. `button`: the one that is chosen, 1-based; 0: none.
+void show_editor(main_window& main, bool recall, int button = 0) {
+  main.open_editor([&](document& doc, std::function<void()> closed) -> wxTopLevelWindow* {
+    auto* editor = new tsmenu(&main, doc, recall, std::move(closed));
+    editor->choose(button);
+    return editor;
+  });
+}
+
+void show_navcommands(main_window& main, int title, navcommands_focus focus) {
+  std::optional<navcommands> model;
+  main.run([&model](document& doc) { model = navcommands::prepare(doc); });
+  if (!model)
+    return;
+  model->select(title - 1);
+  main.open_editor([&](document&, std::function<void()> closed) -> wxTopLevelWindow* {
+    auto* dialog = new navcommands_window(&main, std::move(*model), std::move(closed));
+    dialog->Show();
+    dialog->focus_on(focus);
+    return dialog;
+  });
 }
 
 }  // namespace
@@ -118,6 +133,16 @@ void edit_menu(main_window& main) {
     show_editor(main, true);
 }
 
+// The picker, which is not shown, takes the menu as if it was picked.
+void edit_menu_at(main_window& main, int menu, int button) {
+  bool picked = false;
+  main.run([&](document& doc) {
+    picked = editmenu_command(doc) && menu_picker(doc, picker_edit_caption).confirm(menu - 1);
+  });
+  if (picked)
+    show_editor(main, true, button);
+}
+
 void remove_menu(main_window& main) {
   main.run([&main](document& doc) {
     if (!remove_menu_command(doc))
@@ -135,14 +160,12 @@ void add_or_edit_menu(main_window& main) {
 }
 
 void edit_navcommands(main_window& main) {
-  std::optional<navcommands> model;
-  main.run([&model](document& doc) { model = navcommands::prepare(doc); });
-  if (model)
-    main.open_editor([&](document&, std::function<void()> closed) -> wxTopLevelWindow* {
-      auto* dialog = new navcommands_window(&main, std::move(*model), std::move(closed));
-      dialog->Show();
-      return dialog;
-    });
+  show_navcommands(main, 0, navcommands_focus::titles);
+}
+
+void edit_navcommands_at(main_window& main, int title) {
+  show_navcommands(main, title,
+                   title > 0 ? navcommands_focus::selected_command : navcommands_focus::first_play);
 }
 
 }  // namespace corvane

@@ -8,11 +8,18 @@ class main_window;
 
 void add_menu(main_window& main);
 void edit_menu(main_window& main);
+
+/// Opens the editor on a menu with a button of it chosen (both 1-based; 0: no button).
+void edit_menu_at(main_window& main, int menu, int button);
+
 void remove_menu(main_window& main);
 
 /// The toolbar's button: edits when there is a menu and adds one otherwise.
 void add_or_edit_menu(main_window& main);
 
 void edit_navcommands(main_window& main);
+
+/// The same on the command of a title (1-based), or on the first play with 0.
+void edit_navcommands_at(main_window& main, int title);
 
 }  // namespace corvane

@@ -76,7 +76,10 @@ cue_preview::cue_preview(wxWindow* parent, const std::string& app, const font_li
   missing_->Hide();
   box->Add(missing_, wxSizerFlags().Border(wxLEFT | wxRIGHT | wxBOTTOM, border));
   SetSizer(box);
-  number_->Bind(wxEVT_SPINCTRL, [this](wxSpinEvent&) { draw_soon(step_milliseconds); });
+  number_->Bind(wxEVT_SPINCTRL, [this](wxSpinEvent&) {
+    at_.reset();
+    draw_soon(step_milliseconds);
+  });
   draw_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { draw(); });
   look_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { look(); });
   Bind(wxEVT_IDLE, &cue_preview::on_idle, this);
@@ -111,13 +114,20 @@ void cue_preview::show(const std::optional<std::string>& file, const subtitle_se
                           (wanted && wanted->file != request_->file);
   if (!other_file && (!wanted || wanted->settings == request_->settings))
     return;
-  if (other_file)
+  if (other_file) {
     number_->SetValue(1);
+    at_.reset();
+  }
   number_->Enable(file.has_value());
   region_ = region;
   request_ = wanted;
   draw_soon(shown_once_ ? pause_milliseconds : step_milliseconds);
   shown_once_ = true;
+}
+
+void cue_preview::go_to(double seconds) {
+  at_ = seconds;
+  draw_soon(step_milliseconds);
 }
 
 void cue_preview::draw_soon(int milliseconds) {
@@ -135,6 +145,7 @@ void cue_preview::draw() {
     return;
   }
   request_->cue = number_->GetValue();
+  request_->at = at_;
   engine_->want(*request_);
   drawing_for_.Start();
   look_timer_.Start(look_milliseconds);
@@ -155,6 +166,9 @@ void cue_preview::look() {
   look_timer_.Start(idle_look_milliseconds);
   if (now == subtitle_preview::state::ready) {
     cue_ = engine_->cue();
+    if (at_)
+      number_->SetValue(cue_->number);
+    at_.reset();
     show_picture();
     show_missing(engine_->missing());
     note_->SetLabel(time_text(cue_->begin) + " - " + time_text(cue_->end));

@@ -38,6 +38,9 @@ class cue_preview : public wxPanel {
   void show(const std::optional<std::string>& file, const subtitle_settings& settings,
             const std::string& region);
 
+  /// Goes to the cue at a time (seconds) of the file that is shown.
+  void go_to(double seconds);
+
   /// Ends what is being drawn; nothing happens any more.
   void release();
 
@@ -56,6 +59,7 @@ class cue_preview : public wxPanel {
   std::optional<preview_request> request_;  ///< nothing: there is no file
   std::string region_;
   std::optional<drawn_cue> cue_;  ///< that is shown
+  std::optional<double> at_;      ///< where to go, until its cue is there
   wxTimer draw_timer_, look_timer_;
   wxStopWatch drawing_for_;
   bool shown_once_ = false;

@@ -1,5 +1,6 @@
 #include "ui/subtitles/subtitles_window.h"
 
+#include "ui/main_window.h"
 #include "ui/subtitles/cue_preview.h"
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/dialog_buttons.h"
@@ -13,10 +14,39 @@
 #include <wx/listbox.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
+#include <wx/utils.h>
 
 #include <utility>
 
 namespace corvane {
+namespace {
+
+/// Takes long when the system lists its fonts for the first time.
+font_list fonts_of_system() {
+  const wxBusyCursor busy;
+  return system_fonts();
+}
+
+}  // namespace
+
+void edit_subtitles(main_window& main) {
+  edit_subtitles_at(main, 0, std::nullopt);
+}
+
+void edit_subtitles_at(main_window& main, int subtitle, std::optional<double> seconds) {
+  std::optional<Subtitles> model;
+  main.run([&model](document& doc) { model = Subtitles::open(doc, fonts_of_system()); });
+  if (!model)
+    return;
+  model->select(subtitle - 1);
+  main.open_editor([&](document&, std::function<void()> closed) -> wxTopLevelWindow* {
+    auto* dialog = new subtitles_window(&main, main.app(), std::move(*model), std::move(closed));
+    if (seconds)
+      dialog->show_cue_at(*seconds);
+    dialog->Show();
+    return dialog;
+  });
+}
 
 subtitles_window::subtitles_window(wxWindow* main, const std::string& app, Subtitles model,
                                    std::function<void()> closed)
@@ -41,6 +71,10 @@ subtitles_window::subtitles_window(wxWindow* main, const std::string& app, Subti
   CentreOnParent();
   main->Disable();
   list1_->SetFocus();
+}
+
+void subtitles_window::show_cue_at(double seconds) {
+  preview_->go_to(seconds);
 }
 
 /// For a large preview, as far as the screen allows.

@@ -12,6 +12,7 @@
 #include <wx/dialog.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 
 class wxButton;
@@ -21,6 +22,14 @@ class wxSizer;
 namespace corvane {
 
 class cue_preview;
+class main_window;
+
+/// "add/edit subtitles" for the selected title.
+void edit_subtitles(main_window& main);
+
+/// The same on a subtitle (1-based; one that is not there is the first), with the cue at a time
+/// (seconds) in the preview.
+void edit_subtitles_at(main_window& main, int subtitle, std::optional<double> seconds);
 
 class subtitles_window : public wxDialog {
  public:
@@ -28,6 +37,9 @@ class subtitles_window : public wxDialog {
   /// and calls `closed`; when it goes with `main`, it does neither.
   subtitles_window(wxWindow* main, const std::string& app, Subtitles model,
                    std::function<void()> closed);
+
+  /// Shows the cue at a time (seconds) of the selected file.
+  void show_cue_at(double seconds);
 
  private:
   void widen();

@@ -23,11 +23,16 @@
 namespace corvane {
 
 void edit_chapters(main_window& main) {
+  edit_chapters_at(main, 0);
+}
+
+void edit_chapters_at(main_window& main, int line) {
   std::optional<chapter> model;
   main.run([&model](document& doc) { model = chapter::open(doc); });
   if (model)
     main.open_editor([&](document& doc, std::function<void()> closed) -> wxTopLevelWindow* {
       auto* dialog = new chapter_window(&main, doc, std::move(*model), std::move(closed));
+      dialog->select_line(line);
       dialog->Show();
       return dialog;
     });
@@ -60,6 +65,14 @@ chapter_window::chapter_window(wxWindow* main, document& doc, chapter model,
 chapter_window::~chapter_window() {
   if (editor_ != nullptr)
     delete editor_.get();
+}
+
+void chapter_window::select_line(int line) {
+  if (line < 1 || line > RichTextBox1_->GetNumberOfLines())
+    return;
+  const long begin = RichTextBox1_->XYToPosition(0, line - 1);
+  RichTextBox1_->SetSelection(begin, begin + RichTextBox1_->GetLineLength(line - 1));
+  RichTextBox1_->ShowPosition(begin);
 }
 
 /// `Frame1` with the title's number and row.

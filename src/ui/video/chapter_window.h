@@ -24,12 +24,18 @@ class main_window;
 /// The toolbar's button: opens the dialog for the selected title.
 void edit_chapters(main_window& main);
 
+/// The same with a line (1-based) selected; one that is not there leaves it at that.
+void edit_chapters_at(main_window& main, int line);
+
 class chapter_window : public wxDialog {
  public:
   /// Disables `main`. When the user leaves the dialog, it enables `main` and calls `closed`; when
   /// it goes with `main`, it does neither.
   chapter_window(wxWindow* main, document& doc, chapter model, std::function<void()> closed);
   ~chapter_window() override;
+
+  /// Selects a line (1-based) of the times, if there is such a one.
+  void select_line(int line);
 
  private:
   wxSizer* make_title();
