@@ -37,6 +37,11 @@ inline constexpr int xml_width = 820;
 inline constexpr int xml_height = 560;
 inline constexpr int place_width = 170;  ///< of the status bar's "line 1234, column 123"
 
+inline constexpr int findings_width = 620;
+inline constexpr int findings_height = 440;
+inline constexpr int findings_severity_width = 90;
+inline constexpr int findings_item_width = 180;
+
 inline constexpr int log_width = 720;
 inline constexpr int log_height = 460;
 inline constexpr int log_least_width = 320;
