@@ -51,7 +51,8 @@ class main_window : public wxFrame {
   void open_editor(const std::function<wxTopLevelWindow*(document&, std::function<void()>)>& open);
 
   /// What follows once the window is shown: why the program folder cannot be used, or what came of
-  /// a run that was interrupted and which outside tools are missing; then the project named on the command line (native, absolute; or empty).
+  /// a run that was interrupted and which outside tools are missing; then the project named on the
+  /// command line (native, absolute; or empty).
   void begin(const failure& unusable, const std::string& project);
 
   /// Loads a project (native, absolute).
