@@ -27,23 +27,21 @@ std::uint64_t clock_at(const std::uint8_t* data) {
   return base * 300 + (bits(4, 0x03) << 7 | bits(5, 0xFE) >> 1);
 }
 
-stream_packet read_pack_header(const std::uint8_t* data, std::size_t size) {
-  stream_packet packet;
-  packet.stream = pack_header;
-  packet.found = state::cut;
+void read_pack_header(stream_packet& packet, const std::uint8_t* data, std::size_t size) {
   if (size < 5)
-    return packet;
+    return;
   const bool mpeg2 = (data[4] & 0xC0) == 0x40;
-  if (!mpeg2 && (data[4] & 0xF0) != 0x20)
-    return {};
+  if (!mpeg2 && (data[4] & 0xF0) != 0x20) {
+    packet = {};
+    return;
+  }
   const std::size_t fixed = mpeg2 ? 14 : 12;
   if (size < fixed)
-    return packet;
+    return;
   packet.clock = mpeg2 ? clock_at(data + 4) : time_at(data + 4) * 300;
   packet.size = fixed + (mpeg2 ? data[13] & 7u : 0u);
   packet.payload = std::min(size, packet.size);
   packet.found = size < packet.size ? state::cut : state::whole;
-  return packet;
 }
 
 /// Whether time stamps may stand before the payload, as in all streams but those of the system.
@@ -84,18 +82,21 @@ void read_header(stream_packet& packet, const std::uint8_t* data, std::size_t si
 
 }  // namespace
 
+// One object in all paths, which is built where the caller wants it: files have millions of
+// packets.
 stream_packet read_packet(const std::uint8_t* data, std::size_t size) {
-  constexpr std::uint8_t prefix[] = {0, 0, 1};
-  if (std::memcmp(data, prefix, std::min<std::size_t>(size, 3)) != 0 ||
-      (size > 3 && data[3] < program_end))
-    return {};
   stream_packet packet;
+  const auto is = [&](std::size_t at, std::uint8_t byte) { return at >= size || data[at] == byte; };
+  if (!is(0, 0) || !is(1, 0) || !is(2, 1) || (size > 3 && data[3] < program_end))
+    return packet;
   packet.found = state::cut;
   if (size < 4)
     return packet;
   packet.stream = data[3];
-  if (packet.stream == pack_header)
-    return read_pack_header(data, size);
+  if (packet.stream == pack_header) {
+    read_pack_header(packet, data, size);
+    return packet;
+  }
   if (packet.stream == program_end) {
     packet.found = state::whole;
     packet.size = packet.payload = 4;
