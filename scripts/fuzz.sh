@@ -2,8 +2,9 @@
 # Feeds the fuzz targets with made-up input; fails at the first crash, leak, hang or undefined
 # behaviour, leaving the input that did it in build/fuzz/findings.
 #
-#   scripts/fuzz.sh [NAME...]     builds and runs these targets (audio, disc, project_file, script,
-#                                 subtitle, video_facts, video_index, xml; default all)
+#   scripts/fuzz.sh [NAME...]     builds and runs these targets (audio, disc, program_stream,
+#                                 project_file, script, subtitle, video_facts, video_index, xml;
+#                                 default all)
 #   scripts/fuzz.sh --run NAME    runs one that is built
 #
 # Each runs for $CORVANE_FUZZ_SECONDS (60). What it learns stays in build/fuzz/working/NAME, so that
@@ -39,7 +40,7 @@ if [ "${1:-}" = --run ]; then
   exit 0
 fi
 
-[ $# -gt 0 ] || set -- audio disc project_file script subtitle video_facts video_index xml
+[ $# -gt 0 ] || set -- audio disc program_stream project_file script subtitle video_facts video_index xml
 ./scripts/setup.sh --all
 cmake --preset fuzz >/dev/null
 for name; do
