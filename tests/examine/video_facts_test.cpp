@@ -431,6 +431,13 @@ TEST(VideoFacts, FindsBytesBeforeTheFirstHeader) {
   }
 }
 
+TEST(VideoFacts, AHeaderBeforeTheFirstSequenceHeaderIsStray) {
+  const std::uint64_t size = video_maker().group().here();
+  const video_facts facts = facts_of(video_maker().group().sequence().pictures("IP"));
+  EXPECT_EQ(facts.stray_bytes.kept, (std::vector<video_bytes>{{{0, 0}, size}}));
+  EXPECT_EQ(facts.picture_bytes, facts.bytes - size);
+}
+
 TEST(VideoFacts, FindsBytesBehindAnEndCode) {
   for (const std::size_t size : {1u, 7u, 8u, 9u, 100u, 5000u}) {
     for (const std::string& more : {""s, video_maker().whole_group("IP").bytes}) {
