@@ -1,8 +1,11 @@
 // Titleset menus on the disc: buttons with their places and commands, in both navigation modes.
+#include "examine/button_neighbours.h"
 #include "studio.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <random>
 
 namespace corvane::disc {
 namespace {
@@ -258,6 +261,45 @@ TEST(MenusOnDisc, ThirtySixButtonsFitOnAMenu) {
   const std::vector<menu> menus = shown(s.authored(p));
   ASSERT_EQ(menus.size(), 1u);
   EXPECT_EQ(commands_of(menus[0]), std::vector<std::string>(36, "JumpVTS_TT 1"));
+}
+
+/// Bars in places of a seed's own, none on another.
+std::vector<button_edges> scattered_bars(unsigned seed, int count) {
+  std::mt19937 random(seed);
+  const auto up_to = [&random](int most) {
+    return static_cast<int>(random() % static_cast<unsigned>(most));
+  };
+  std::vector<button_edges> bars;
+  for (int i = 0; i < count; ++i) {
+    const int x = up_to(600), y = 20 + 2 * (i * 37 % count) * (200 / count) + 2 * up_to(8);
+    bars.push_back({x, y, x + 20 + up_to(100), y + 2});
+  }
+  return bars;
+}
+
+TEST(MenusOnDisc, ArrowKeysLeadWhereTheRulesForesee) {
+  const studio s;
+  project p = short_project();
+  std::vector<std::vector<button_edges>> asked;
+  for (unsigned seed = 1; seed <= 3; ++seed) {
+    asked.push_back(scattered_bars(seed, 6));
+    std::vector<std::string> records;
+    for (const button_edges& b : asked.back()) {
+      std::string record;
+      for (const int edge : {b.x0, b.y0, b.x1, b.y1})
+        record += " " + std::to_string(edge) + "/";
+      records.push_back(record + "exit/white/white");
+    }
+    add_menu(p, stored_media("menu-ntsc.m2v"), "", records);
+  }
+  const std::vector<menu> menus = shown(s.authored(p));
+  ASSERT_EQ(menus.size(), asked.size());
+  for (std::size_t i = 0; i < menus.size(); ++i) {
+    std::vector<button_neighbours> found;
+    for (const button& b : menus[i].buttons)
+      found.push_back({b.up, b.down, b.left, b.right});
+    EXPECT_EQ(found, neighbours_of(asked[i])) << "menu " << i + 1;
+  }
 }
 
 }  // namespace
