@@ -29,6 +29,13 @@ bool is_number(std::string_view text) {
   return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
+std::optional<std::string> number_in(std::string_view name, const numbered_name& made) {
+  const auto number = made.middle_of(name);
+  if (!number || !is_number(*number))
+    return std::nullopt;
+  return std::string(*number);
+}
+
 }  // namespace
 
 std::string menu_control(int menu) {
@@ -49,10 +56,7 @@ std::string subtitle_control(int title, int subtitle) {
 }
 
 std::optional<std::string> menu_of_control(std::string_view name) {
-  const auto number = menu_controls.middle_of(name);
-  if (!number || !is_number(*number))
-    return std::nullopt;
-  return std::string(*number);
+  return number_in(name, menu_controls);
 }
 
 std::optional<subtitle_name> subtitle_of_control(std::string_view name) {
@@ -77,11 +81,20 @@ std::string menu_with_buttons(int menu) {
   return menus_with_buttons.of(menu);
 }
 
+std::optional<std::string> title_of_stream(std::string_view name) {
+  return number_in(name, titles);
+}
+
+std::optional<std::string> menu_of_stream(std::string_view name) {
+  const auto with_buttons = number_in(name, menus_with_buttons);
+  return with_buttons ? with_buttons : number_in(name, menus);
+}
+
 bool is_stream(std::string_view name) {
   if (name == before_subtitle)
     return true;
   for (const numbered_name& made : {titles, menus, menus_with_buttons})
-    if (const auto number = made.middle_of(name); number && is_number(*number))
+    if (number_in(name, made))
       return true;
   return false;
 }

@@ -52,6 +52,11 @@ std::string title_stream(int title);      ///< "title<t>.mpg"
 std::string menu_stream(int menu);        ///< "menu<m>.mpg", without its buttons
 std::string menu_with_buttons(int menu);  ///< "menusub<m>.mpg"
 
+/// The number in the name of a title's stream, or of a menu's with its buttons or without, as it
+/// stands there; nullopt for every other name.
+std::optional<std::string> title_of_stream(std::string_view name);
+std::optional<std::string> menu_of_stream(std::string_view name);
+
 /// Whether the script itself makes files of such names in the output folder.
 bool is_stream(std::string_view name);
 

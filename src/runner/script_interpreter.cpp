@@ -4,6 +4,7 @@
 #include "platform/files/paths.h"
 #include "runner/line_guard.h"
 #include "runner/output_lines.h"
+#include "runner/tools/known_messages.h"
 #include "runner/tools/tool_output.h"
 
 #include <algorithm>
@@ -142,13 +143,16 @@ class interpreter {
     for (const std::string& line : ways.announce(call, host_))
       say(line);
     const tool_result result = run(p, c);
+    for (const finding& f : ways.explain(call, result, host_))
+      tell(f, 1);
     for (const std::string& what : ways.judge(call, result, host_))
       complain(what);
   }
 
   /// Runs them, prints what they print, and tells how they ended.
   tool_result run(pipeline& p, const script_command& c) {
-    tool_output output;
+    const std::string name = name_in_path(c.pipeline[0][0]);
+    tool_output output(name, item_of_call(c.pipeline[0], c.output));
     p.take_output = [&](std::string_view piece) {
       output.feed(piece);
       print(guard_(piece));
@@ -157,13 +161,22 @@ class interpreter {
     print(guard_.rest());
     output.end();
     all_well_ = all_well_ && !output.holds_error();
+    for (const message_reader::told& message : output.messages())
+      tell(message.what, message.times);
     tool_result result{r.ends, output.text()};
     if (!r.unusable_file.empty())
-      complain(name_in_path(c.pipeline[0][0]) + " could not be started: " + r.unusable_file + ": " +
-               r.why_unusable);
+      complain(name + " could not be started: " + r.unusable_file + ": " + r.why_unusable);
     else
       tell_ends(c, result);
     return result;
+  }
+
+  void tell(const finding& f, int times) {
+    const std::string line = log_line(f, times);
+    if (f.severity == finding_severity::error)
+      complain(line.substr(error_mark.size()));
+    else
+      say(line);
   }
 
   void print(std::string_view text) {

@@ -9,7 +9,9 @@
 #include "runner/script_line.h"
 #include "runner/tools/tool_ways.h"
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -70,6 +72,8 @@ class system_script_host : public script_host {
   std::string why_no_buttons_seen(const std::string& menu_stream) override;
   int buttons_asked_for(const std::string& control_file) override;
   std::string control_text(const std::string& control_file) override;
+  std::optional<std::uintmax_t> size_of(const std::string& file) override;
+  std::vector<std::string> font_names_in(const std::string& font_file) override;
 
  private:
   std::string own_folder_;

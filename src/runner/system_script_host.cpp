@@ -1,3 +1,4 @@
+#include "formats/font_names.h"
 #include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
@@ -84,6 +85,16 @@ int system_script_host::buttons_asked_for(const std::string& control_file) {
 std::string system_script_host::control_text(const std::string& control_file) {
   const result<std::string> text = read_file(control_file, std::uintmax_t{1} << 20);
   return text ? *text : std::string();
+}
+
+std::optional<std::uintmax_t> system_script_host::size_of(const std::string& file) {
+  return file_size(file);
+}
+
+std::vector<std::string> system_script_host::font_names_in(const std::string& font_file) {
+  // The largest that systems come with, of Chinese letters, have half of that.
+  const result<std::string> font = read_file(font_file, std::uintmax_t{64} << 20);
+  return font ? font_names(*font) : std::vector<std::string>();
 }
 
 }  // namespace corvane

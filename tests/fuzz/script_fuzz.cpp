@@ -8,9 +8,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -89,6 +91,10 @@ class checking_host : public corvane::script_host {
   }
   std::string why_no_buttons_seen(const std::string& menu_stream) override {
     return menu_stream.size() % 2 != 0 ? "odd" : "";
+  }
+  std::optional<std::uintmax_t> size_of(const std::string& file) override { return file.size(); }
+  std::vector<std::string> font_names_in(const std::string& font_file) override {
+    return {font_file};
   }
 
  private:

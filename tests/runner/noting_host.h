@@ -4,7 +4,9 @@
 #include "formats/text.h"
 #include "runner/script_interpreter.h"
 
+#include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -25,6 +27,8 @@ class noting_host : public script_host {
   std::string why_no_buttons;  ///< of the last menu looked at
   int buttons = 1;             ///< that a control file asks for
   std::string control;         ///< text of a control file
+  std::map<std::string, std::uintmax_t> sizes;
+  std::vector<std::string> fonts;  ///< the names of each font file
 
   void print(std::string_view text) override {
     notes += replace_all(std::string(text), "\r\n", "\n");
@@ -57,6 +61,13 @@ class noting_host : public script_host {
   std::string control_text(const std::string& control_file) override {
     note("read " + control_file);
     return control;
+  }
+  std::optional<std::uintmax_t> size_of(const std::string& file) override {
+    const auto found = sizes.find(file);
+    return found == sizes.end() ? std::nullopt : std::optional(found->second);
+  }
+  std::vector<std::string> font_names_in(const std::string& /*font_file*/) override {
+    return fonts;
   }
 
  private:

@@ -1,6 +1,8 @@
 #include "runner/tools/spumux.h"
 
 #include "runner/output_lines.h"
+#include "runner/tools/known_messages.h"
+#include "runner/tools/spumux_fonts.h"
 #include "runner/tools/spumux_subtitles.h"
 
 namespace corvane {
@@ -65,6 +67,13 @@ std::vector<std::string> spumux_ways::judge(const tool_call& call, const tool_re
   if (const auto subtitle = subtitle_of(call.words))
     return judge_subtitle(*subtitle, call, result, files);
   return judge_menu(call, files);
+}
+
+std::vector<finding> spumux_ways::explain(const tool_call& call, const tool_result& result,
+                                          tool_files& files) const {
+  const auto font =
+      font_that_stands_in(result.printed, item_of_call(call.words, call.output), files);
+  return font ? std::vector<finding>{*font} : std::vector<finding>{};
 }
 
 std::optional<std::string> menu_of_overlay(const script_words& spumux) {

@@ -16,6 +16,8 @@ class spumux_ways : public tool_ways {
   std::vector<std::string> announce(const tool_call& call, tool_files& files) const override;
   std::vector<std::string> judge(const tool_call& call, const tool_result& result,
                                  tool_files& files) const override;
+  std::vector<finding> explain(const tool_call& call, const tool_result& result,
+                               tool_files& files) const override;
 };
 
 /// The number of the menu whose buttons this spumux puts into the menu's stream: its one argument

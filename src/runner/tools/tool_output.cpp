@@ -15,6 +15,7 @@ void tool_output::end() {
 
 void tool_output::look_at(std::string_view line) {
   holds_error_ = holds_error_ || is_error_line(line);
+  messages_.look_at(line);
 }
 
 }  // namespace corvane

@@ -3,6 +3,7 @@
 #include "runner/tools/dvdauthor.h"
 #include "runner/tools/gm.h"
 #include "runner/tools/mkisofs.h"
+#include "runner/tools/mplex.h"
 #include "runner/tools/spumux.h"
 
 #include <array>
@@ -32,6 +33,7 @@ const tool_ways& ways_of(std::string_view name) {
   static const dvdauthor_ways dvdauthor;
   static const gm_ways gm;
   static const mkisofs_ways mkisofs;
+  static const mplex_ways mplex;
   if (name == "spumux.exe")
     return spumux;
   if (name == "dvdauthor.exe")
@@ -40,6 +42,8 @@ const tool_ways& ways_of(std::string_view name) {
     return gm;
   if (name == "mkisofs.exe")
     return mkisofs;
+  if (name == "mplex.exe")
+    return mplex;
   return none;
 }
 

@@ -4,9 +4,12 @@
 // A tool with such ways has a file of its own here.
 #pragma once
 
+#include "disc/finding.h"
 #include "platform/processes/spawn.h"
 #include "runner/script_line.h"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,6 +42,12 @@ class tool_files {
 
   /// Why the buttons of the menu in a stream would not be seen (runner/tools/spumux_buttons.h).
   virtual std::string why_no_buttons_seen(const std::string& menu_stream) = 0;
+
+  /// How many bytes a file has; nullopt when there is none.
+  virtual std::optional<std::uintmax_t> size_of(const std::string& file) = 0;
+
+  /// The names of a font (formats/font_names.h).
+  virtual std::vector<std::string> font_names_in(const std::string& font_file) = 0;
 };
 
 /// The ways of one tool; as they stand here, those of a tool about which there is nothing to know.
@@ -64,6 +73,13 @@ class tool_ways {
   /// What went wrong that its end does not tell, a line each.
   virtual std::vector<std::string> judge(const tool_call& /*call*/, const tool_result& /*result*/,
                                          tool_files& /*files*/) const {
+    return {};
+  }
+
+  /// What is to be said of the disc by what it printed, besides its known messages
+  /// (runner/tools/known_messages.h).
+  virtual std::vector<finding> explain(const tool_call& /*call*/, const tool_result& /*result*/,
+                                       tool_files& /*files*/) const {
     return {};
   }
 };

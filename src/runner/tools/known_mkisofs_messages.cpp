@@ -1,0 +1,121 @@
+#include "runner/tools/message_tables.h"
+
+#include <array>
+
+namespace corvane {
+namespace {
+
+using severity = finding_severity;
+
+constexpr std::string_view no_image = "There is no image; the folder is as dvdauthor made it";
+constexpr std::string_view author_again = "Author the disc again";
+
+// Its lines begin with the name by which it was called.
+constexpr auto messages = std::to_array<known_message>({
+    {.rule = "mkisofs-disk-full",
+     .pattern = "%: No space left on device. cannot fwrite",
+     .severity = severity::error,
+     .found = "the disk is full: the image is not whole",
+     .consequence = no_image,
+     .remedy = "Make room on the disk of the image",
+     .about = message_about::disc},
+    {.rule = "mkisofs-cannot-write",
+     .pattern = "%: ~. cannot fwrite",
+     .severity = severity::error,
+     .found = "the image could not be written: {1}",
+     .consequence = no_image,
+     .remedy = "See whether its disk has room and no fault",
+     .about = message_about::disc},
+    {.rule = "mkisofs-cannot-open",
+     .pattern = "%Unable to open disc image file '~'",
+     .severity = severity::error,
+     .found = "the image {1} cannot be written",
+     .consequence = no_image,
+     .remedy = "Choose an output folder beside which you may write",
+     .about = message_about::disc},
+    {.rule = "mkisofs-no-folder",
+     .pattern = "%Invalid node - '~'",
+     .severity = severity::error,
+     .found = "there is nothing at {1} to make an image of",
+     .consequence = no_image,
+     .remedy = author_again,
+     .about = message_about::disc},
+    {.rule = "mkisofs-no-dvd",
+     .pattern = "%Could not find correct 'VIDEO_TS' directory",
+     .severity = severity::error,
+     .found = "what stands in the output folder is no whole DVD",
+     .consequence = no_image,
+     .remedy = author_again,
+     .about = message_about::disc},
+    {.rule = "mkisofs-no-dvd",
+     .pattern = "%Unable to make a DVD-Video image",
+     .severity = severity::error,
+     .found = "what stands in the output folder is no whole DVD",
+     .consequence = no_image,
+     .remedy = author_again,
+     .about = message_about::disc},
+    {.rule = "mkisofs-wrong-size",
+     .pattern = "%: Either ~ or ~ is not of correct size",
+     .severity = severity::error,
+     .found = "{1} or {2} has not the size that the disc's tables name",
+     .consequence = no_image,
+     .remedy = author_again,
+     .about = message_about::disc},
+    {.rule = "mkisofs-wrong-size",
+     .pattern = "%IFO is not of correct size",
+     .severity = severity::error,
+     .found = "an IFO has not the size that it names itself",
+     .consequence = no_image,
+     .remedy = author_again,
+     .about = message_about::disc},
+    {.rule = "mkisofs-damaged-ifo",
+     .pattern = "%: ~ appears to be corrupted.",
+     .severity = severity::error,
+     .found = "{1} is damaged",
+     .consequence = no_image,
+     .remedy = author_again,
+     .about = message_about::disc},
+    {.rule = "mkisofs-file-left-out",
+     .pattern = "%File ~ is not readable",
+     .severity = severity::error,
+     .found = "{1} cannot be read and is not in the image",
+     .consequence = "A part of the disc would be missing in the image",
+     .remedy = "See that the file may be read, and author the disc again",
+     .about = message_about::disc},
+    {.rule = "mkisofs-file-left-out",
+     .pattern = "%Unable to stat file ~ - ignoring",
+     .severity = severity::error,
+     .found = "{1} cannot be read and is not in the image",
+     .consequence = "A part of the disc would be missing in the image",
+     .remedy = "See that the file may be read, and author the disc again",
+     .about = message_about::disc},
+    {.rule = "mkisofs-read-error",
+     .pattern = "%Cannot read from '~'",
+     .severity = severity::error,
+     .found = "{1} cannot be read to its end",
+     .consequence = no_image,
+     .remedy = "See whether its disk has a fault",
+     .about = message_about::disc},
+    {.rule = "mkisofs-link-left-out",
+     .pattern = "%Symlink ~ ignored",
+     .severity = severity::warning,
+     .found = "{1} is a link that leads nowhere and is not in the image",
+     .consequence = "Nothing, unless the disc needs the file",
+     .remedy = "Remove the link from the output folder",
+     .about = message_about::disc},
+    {.rule = "mkisofs-large-file",
+     .pattern = "File ~ is larger than 4GiB",
+     .severity = severity::warning,
+     .found = "{1} in the output folder has more than 4 GiB",
+     .consequence = "The image cannot hold it as a file of a DVD",
+     .remedy = "Move it to another folder: everything in the output folder goes into the image",
+     .about = message_about::disc},
+});
+
+}  // namespace
+
+std::span<const known_message> mkisofs_messages() {
+  return messages;
+}
+
+}  // namespace corvane

@@ -1,0 +1,148 @@
+#include "runner/tools/message_tables.h"
+
+#include <array>
+
+namespace corvane {
+namespace {
+
+using severity = finding_severity;
+
+constexpr std::string_view no_buttons = "The buttons would not be seen";
+constexpr std::string_view fewer_colours =
+    "Give the buttons fewer colours: three groups of them may have three colours each";
+constexpr std::string_view store_again = "Open the menu in the editor and store its buttons again";
+constexpr std::string_view lines_missing = "Lines of the subtitle are missing";
+constexpr std::string_view shorter_cues = "Divide the text among several cues";
+
+// What becomes of a whole text subtitle is told in spumux_subtitles.h. The lines can follow what is
+// left of a progress report.
+constexpr auto messages = std::to_array<known_message>({
+    {.rule = "spumux-too-many-colours",
+     .pattern = "%ERR:  Cannot pick button masks",
+     .severity = severity::error,
+     .found = "its buttons have more colours than a menu can show",
+     .consequence = no_buttons,
+     .remedy = fewer_colours},
+    {.rule = "spumux-too-many-colours",
+     .pattern = "%ERR:  Too many colors in base picture",
+     .severity = severity::error,
+     .found = "the picture under its buttons has more than four colours",
+     .consequence = no_buttons,
+     .remedy = fewer_colours},
+    {.rule = "spumux-blank-image",
+     .pattern = "%ERR:  Blank image, skipping",
+     .severity = severity::error,
+     .found = "there is nothing to see in the picture of its buttons",
+     .consequence = no_buttons,
+     .remedy = "Choose colours that are not transparent"},
+    {.rule = "spumux-overlapping-buttons",
+     .pattern = "%ERR:  Overlapping buttons",
+     .severity = severity::error,
+     .found = "two of its buttons overlap",
+     .consequence = no_buttons,
+     .remedy = "Move the buttons apart"},
+    {.rule = "spumux-button-outside",
+     .pattern = "%ERR:  Button coordinates out of range (~): ~",
+     .severity = severity::error,
+     .found = "a button at {2} is not wholly within the picture of {1}",
+     .consequence = "There is no disc",
+     .remedy = "Move the button into the picture"},
+    {.rule = "spumux-odd-line",
+     .pattern = "%WARN: Button y coordinates are odd for button ~:",
+     .severity = severity::note,
+     .found = "buttons begin or end on an odd line, button {1} first",
+     .consequence = "Some players show their edges one line off",
+     .remedy = "Move them by one line"},
+    {.rule = "spumux-no-picture",
+     .pattern = "%ERR:  Unable to open file ~",
+     .severity = severity::error,
+     .found = "the picture {1} cannot be opened",
+     .consequence = no_buttons,
+     .remedy = store_again},
+    {.rule = "spumux-no-picture",
+     .pattern = "%ERR:  File ~ isn't a png",
+     .severity = severity::error,
+     .found = "{1} is no picture",
+     .consequence = no_buttons,
+     .remedy = store_again},
+    {.rule = "spumux-picture-size",
+     .pattern = "%ERR:  PNG ~ is too big: ~",
+     .severity = severity::error,
+     .found = "the picture {1} is larger than the screen: {2}",
+     .consequence = no_buttons,
+     .remedy = store_again},
+    {.rule = "spumux-picture-size",
+     .pattern = "%WARN: Inconsistent picture widths",
+     .severity = severity::warning,
+     .found = "the pictures of its buttons differ in size",
+     .consequence = no_buttons,
+     .remedy = store_again},
+    {.rule = "spumux-too-complicated",
+     .pattern = "%ERR:  Encoded row takes more than 1440 bits",
+     .severity = severity::error,
+     .found = "a line of its picture has too many changes of colour",
+     .consequence = "The picture would be broken on that line",
+     .remedy = "Use plainer shapes or a plainer font"},
+    {.rule = "spumux-too-complicated",
+     .pattern = "%WARN: Image too large (encoded size>64k)",
+     .severity = severity::warning,
+     .found = "a picture of it is too complicated for a DVD and is left out",
+     .consequence = "It would not be seen",
+     .remedy = "Use plainer shapes or a plainer font"},
+    {.rule = "spumux-too-many-lines",
+     .pattern = "%WARN: Too many lines in a subtitle",
+     .severity = severity::warning,
+     .found = "a cue has more lines than spumux takes",
+     .consequence = lines_missing,
+     .remedy = shorter_cues},
+    {.rule = "spumux-too-many-lines",
+     .pattern = "%WARN: max_ucs_lines",
+     .severity = severity::warning,
+     .found = "a cue has more lines than spumux takes",
+     .consequence = lines_missing,
+     .remedy = shorter_cues},
+    {.rule = "spumux-too-long-text",
+     .pattern = "%WARN: MAX_UCS exceeded!",
+     .severity = severity::warning,
+     .found = "a cue has more letters than spumux takes",
+     .consequence = "The end of its text is missing",
+     .remedy = shorter_cues},
+    {.rule = "spumux-too-long-text",
+     .pattern = "%WARN: Sub->text is longer than LINE_LEN.",
+     .severity = severity::warning,
+     .found = "a line of a cue is longer than spumux takes",
+     .consequence = "Its end is missing",
+     .remedy = "Divide it into shorter lines"},
+    {.rule = "spumux-wide-letter",
+     .pattern = "%WARN: glyph too wide!",
+     .severity = severity::warning,
+     .found = "a letter is too wide to be drawn",
+     .consequence = "It is missing",
+     .remedy = "Choose a smaller font size or another font"},
+    {.rule = "spumux-bad-lines",
+     .pattern = "%INFO: ~ bad line(s).",
+     .severity = severity::warning,
+     .found = "spumux did not understand {1} of the lines of its file",
+     .consequence = "Their texts are missing",
+     .remedy = "Correct them in the subtitle file"},
+    {.rule = "spumux-read-error",
+     .pattern = "%WARN:  Read error ~ -- ~",
+     .severity = severity::error,
+     .found = "its stream cannot be read to its end: {2}",
+     .consequence = "The film ends there",
+     .remedy = "See whether the disk of the output folder has a fault"},
+    {.rule = "spumux-write-error",
+     .pattern = "%ERR:  Write error ~ -- ~",
+     .severity = severity::error,
+     .found = "its stream cannot be written: {2}",
+     .consequence = "There is no disc",
+     .remedy = "Make room on the disk of the output folder"},
+});
+
+}  // namespace
+
+std::span<const known_message> spumux_messages() {
+  return messages;
+}
+
+}  // namespace corvane
