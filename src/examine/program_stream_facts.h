@@ -185,6 +185,8 @@ enum class inner_streams : std::uint8_t {
   examined,  ///< all of them, which takes as long as scanning each stream alone
 };
 
+class program_stream_scan;
+
 /// Takes a stream's bytes in their order and gives its facts, the same for any slices.
 ///
 /// Packets are walked from header to header. Behind bytes that begin none, and that are counted as
@@ -207,8 +209,7 @@ class program_stream_scanner {
   const program_stream_facts& facts() const;
 
  private:
-  class state;
-  std::unique_ptr<state> state_;
+  std::unique_ptr<program_stream_scan> scan_;
 };
 
 /// `read_program_stream_head` looks at no more bytes than these.

@@ -21,8 +21,6 @@ class time_stretch {
  public:
   explicit time_stretch(std::uint64_t turn) : turn_(turn) {}
 
-  bool empty() const { return !begin_; }
-
   void add(std::uint64_t time) {
     if (!begin_)
       begin_ = newest_ = time;
