@@ -108,6 +108,13 @@ TEST(NavigationRules, MenuCallsNothing) {
               ElementsAre("command-not-allowed @ menu 1, button 2"));
 }
 
+TEST(NavigationRules, MenusHaveNoChapters) {
+  for (const char* const action : {"jump menu 1 chapter 2", "jump menu chapter 1"})
+    EXPECT_THAT(told_about(with_action(action)),
+                ElementsAre("command-not-allowed @ menu 1, button 2"))
+        << action;
+}
+
 TEST(NavigationRules, TitleDoesNotJumpToAMenu) {
   for (const char* const post : {"jump menu 1", "jump titleset 1 menu", "jump vmgm menu"})
     EXPECT_THAT(told_about(with_post(post)), ElementsAre("command-not-allowed @ title 1, command"))
