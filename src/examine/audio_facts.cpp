@@ -20,11 +20,6 @@ constexpr std::size_t first_bytes = 16;
 constexpr std::size_t id3v1_bytes = 128;
 constexpr std::size_t id3v2_header_bytes = 10;
 
-// No decision needs more bytes than these.
-constexpr std::size_t look_ahead =
-    checksum_of_frames::frames * largest_audio_frame + audio_header_bytes;
-static_assert(checksum_of_frames::frames >= headers_to_begin);
-
 bool same_stream(const audio_frame& one, const audio_frame& other) {
   return one.kind == other.kind && one.sample_rate == other.sample_rate;
 }
@@ -115,11 +110,16 @@ std::uint64_t size_of_id3v2(byte_span bytes) {
 void audio_scanner::feed(const std::uint8_t* data, std::size_t size) {
   byte_span slice(data, size);
   if (!held_.empty()) {
-    // What is held is judged with the first bytes of this slice.
+    // What is held is judged with the first bytes of this slice, as few as are needed.
+    constexpr std::size_t portion = 8192;
     const std::size_t before = held_.size();
-    const byte_span joined = slice.first(std::min(size, look_ahead));
-    held_.insert(held_.end(), joined.begin(), joined.end());
-    const std::size_t used = take(held_, false);
+    std::size_t used = 0;
+    for (byte_span rest = slice; used < before && !rest.empty();) {
+      const byte_span joined = rest.first(std::min(rest.size(), portion));
+      held_.insert(held_.end(), joined.begin(), joined.end());
+      rest = rest.subspan(joined.size());
+      used += take(byte_span(held_).subspan(used), false);
+    }
     if (used < before) {
       held_.erase(held_.begin(), held_.begin() + static_cast<std::ptrdiff_t>(used));
       return;
@@ -149,7 +149,7 @@ void audio_scanner::stop() {
 }
 
 // Judges as many of the bytes as it can and says how many these are: all at the end, else all but
-// fewer than `look_ahead`.
+// fewer than the frames that are checked at once may have.
 std::size_t audio_scanner::take(bytes view, bool at_end) {
   std::size_t used = 0;
   while (used < view.size()) {
