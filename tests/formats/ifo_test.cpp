@@ -211,8 +211,9 @@ TEST(Ifo, EveryTableThatIsPastTheEndIsNamed) {
 }
 
 TEST(Ifo, TablesThatMustBeThereAreMissed) {
-  for (const auto& [pointer, table] :
-       {std::pair{0xC8, "VTS_PTT_SRPT"}, {0xCC, "VTS_PGCIT"}, {0xE4, "VTS_VOBU_ADMAP"}})
+  for (const auto& [pointer, table] : {std::pair{std::size_t{0xC8}, "VTS_PTT_SRPT"},
+                                       {0xCC, "VTS_PGCIT"},
+                                       {0xE4, "VTS_VOBU_ADMAP"}})
     EXPECT_THAT(damaged_titleset([at = pointer](made_bytes& f) { f.u32(at, 0); }),
                 HasSubstr("VTSI_MAT at byte " + std::to_string(pointer) + " names no " + table));
 }
