@@ -1,10 +1,13 @@
 #include "examine/rules.h"
 
 #include "examine/button_rules.h"
+#include "examine/chapter_rules.h"
 #include "examine/navigation_rules.h"
 #include "examine/setting_rules.h"
 #include "examine/space_rules.h"
+#include "examine/stream_rules.h"
 #include "examine/subtitle_text_rules.h"
+#include "examine/titleset_rules.h"
 
 #include <algorithm>
 #include <utility>
@@ -29,10 +32,15 @@ std::string section_of(const rule& r) {
 }  // namespace
 
 std::vector<rule_family> rule_families() {
-  return {{"Navigation", navigation_rules()},
-          {"Menus and buttons", button_rules()},
-          {"Text subtitles", subtitle_text_rules()},
+  return {{"Files", file_rules()},
+          {"Video", video_rules()},
+          {"Sound", audio_rules()},
+          {"Titles and menus together", titleset_rules()},
+          {"Chapters", chapter_rules()},
           {"Settings of titles", setting_rules()},
+          {"Text subtitles", subtitle_text_rules()},
+          {"Navigation", navigation_rules()},
+          {"Menus and buttons", button_rules()},
           {"Room", space_rules()}};
 }
 

@@ -1,0 +1,195 @@
+// What a disc allows of sound.
+#include "examine/measures.h"
+#include "examine/stream_rules.h"
+
+#include <algorithm>
+#include <array>
+
+namespace corvane {
+namespace {
+
+using severity = finding_severity;
+
+constexpr std::string_view dvd_video = "DVD specifications for read-only disc, part 3 (DVD-Video)";
+constexpr std::string_view mplex_measured = "mplex, measured";
+
+constexpr int disc_sample_rate = 48'000;
+constexpr int most_ac3_rate = 448'000;
+constexpr int most_mpeg_rate = 384'000;
+
+// Shorter than this, nobody misses sound at the end.
+constexpr double missed_sound = 1.0;
+
+constexpr std::array table = {
+    rule{"audio-kind", severity::error, "The sound is of a kind that a disc can hold",
+         "AC-3 or MPEG audio layer II", "silence: the run fails, or no player decodes it",
+         "encode the sound as AC-3 (ffmpeg: -c:a ac3 -ar 48000)", dvd_video},
+    rule{"audio-optional-kind", severity::warning,
+         "The sound is of a kind that every player decodes", "AC-3 or MPEG audio layer II",
+         "silence in players without a DTS decoder", "add an AC-3 stream beside it", dvd_video},
+    rule{"audio-sample-rate", severity::error, "The sound has 48,000 samples a second", "48 kHz",
+         "sound too fast, too slow or none", "encode the sound again with 48 kHz", dvd_video},
+    rule{"audio-bit-rate", severity::error, "The sound has no more bits than a player reads",
+         "at most 448 kb/s of AC-3, 384 kb/s of MPEG audio", "silence or gaps in the sound",
+         "encode the sound again with fewer bits", dvd_video},
+    rule{"audio-rate-varies", severity::warning, "All frames have the same number of bits",
+         "one bit rate", "perhaps gaps in the sound", "encode the sound again with a constant rate",
+         dvd_video},
+    rule{"audio-changes", severity::error,
+         "Kind, sample rate and channels stay the same through the stream", "one kind of sound",
+         "silence or noise from there on", "encode the parts alike and join them again",
+         mplex_measured},
+    rule{"audio-gap", severity::error, "No bytes stand between the frames of the sound",
+         "frames with nothing between them",
+         "silence from there on: mplex reads MPEG audio no further, and fails with AC-3",
+         "encode the sound again, or remove the bytes with an audio tool", mplex_measured},
+    rule{"audio-leading-bytes", severity::error, "No bytes stand before the first frame",
+         "frames only, from the first byte on", "nothing: mplex does not know the file for sound",
+         "encode the sound again, or remove tags and other bytes with an audio tool",
+         mplex_measured},
+    rule{"audio-trailing-bytes", severity::note, "No bytes stand behind the last frame",
+         "frames only, to the last byte", "nothing: mplex leaves the bytes out",
+         "nothing need be done", mplex_measured},
+    rule{"audio-cut", severity::note, "The stream ends with a whole frame",
+         "a whole frame at the end", "nothing: less than a tenth of a second is missing",
+         "copy the file again if it should be longer", dvd_video},
+    rule{"audio-damage", severity::warning, "The frames are whole", "frames with right checksums",
+         "clicks or short silence", "copy the file again from its source, or encode it again",
+         dvd_video},
+    rule{"audio-short", severity::warning, "The sound is as long as the picture",
+         "about as long as the picture", "silence at the end",
+         "check that the right file was chosen, and whether it is whole", dvd_video},
+    rule{"audio-long", severity::note, "The sound is no longer than the picture",
+         "about as long as the picture", "the last picture stays, or the sound is cut",
+         "check that the right file was chosen", dvd_video},
+};
+
+class collector {
+ public:
+  collector(finding_item item, const std::string& file) : item_(item), file_(file) {}
+
+  finding& add(std::string_view id, std::string found, std::string wanted = {}) {
+    all_.push_back(finding_of(table, id, item_, std::move(found), std::move(wanted)));
+    all_.back().file = file_;
+    return all_.back();
+  }
+  void add_at(std::string_view id, std::uint64_t byte, audio_time before, std::string found) {
+    finding& f = add(id, std::move(found));
+    f.byte = byte;
+    f.seconds = seconds_of(before);
+  }
+  std::vector<finding> take() { return std::move(all_); }
+
+ private:
+  finding_item item_;
+  const std::string& file_;
+  std::vector<finding> all_;
+};
+
+std::string sound_text(const audio_frame& frame) {
+  return std::string(name_of(frame.kind)) + ", " + decimal_text(frame.sample_rate / 1e3, 3) +
+         " kHz, " + count_text(static_cast<std::uint64_t>(frame.channels), "channel", "channels");
+}
+
+bool is_kind_of_a_disc(audio_kind kind) {
+  return kind == audio_kind::ac3 || kind == audio_kind::mpeg_layer_2;
+}
+
+void look_at_kind(const audio_facts& a, collector& c) {
+  if (a.kind == audio_kind::dts)
+    c.add("audio-optional-kind", "the sound is DTS, which is not examined");
+  else if (a.kind == audio_kind::unknown)
+    c.add("audio-kind", "there is no sound in it that is known");
+  else if (!is_kind_of_a_disc(a.kind))
+    c.add("audio-kind", "the sound is " + std::string(name_of(a.kind)));
+}
+
+void look_at_frames(const audio_facts& a, collector& c) {
+  if (a.first->sample_rate != disc_sample_rate)
+    c.add("audio-sample-rate",
+          "the sound has " + decimal_text(a.first->sample_rate / 1e3, 3) + " kHz");
+  const int most = a.kind == audio_kind::ac3 ? most_ac3_rate : most_mpeg_rate;
+  if (a.highest_bit_rate > most)
+    c.add("audio-bit-rate", "the sound has " + rate_text(a.highest_bit_rate),
+          "at most " + rate_text(most));
+  if (a.bit_rate_varies)
+    c.add("audio-rate-varies",
+          "frames have different numbers of bits, up to " + rate_text(a.highest_bit_rate));
+  if (a.change)
+    c.add_at("audio-changes", a.change->position, a.change->before,
+             sound_text(*a.first) + " becomes " + sound_text(a.change->to));
+}
+
+std::string of_tag(const audio_gap& gap) {
+  return gap.content == audio_gap::id3v1 || gap.content == audio_gap::id3v2 ? " (an ID3 tag)" : "";
+}
+
+// mplex knows no file for sound that does not begin with a frame, and fails at whatever is no frame
+// of AC-3; of MPEG audio it takes what stands before the first such byte.
+void look_at_gaps(const audio_facts& a, collector& c) {
+  for (const audio_gap& gap : a.gaps) {
+    const bool at_end = gap.position + gap.size == a.bytes;
+    const std::string bytes = count_text(gap.size, "byte", "bytes");
+    if (gap.position == 0)
+      c.add_at("audio-leading-bytes", 0, 0, bytes + " before the first frame" + of_tag(gap));
+    else if (at_end && a.kind == audio_kind::mpeg_layer_2)
+      c.add_at("audio-trailing-bytes", gap.position, gap.before,
+               bytes + " behind the last frame" + of_tag(gap));
+    else if (at_end)
+      c.add_at("audio-gap", gap.position, gap.before,
+               bytes + " behind the last frame" + of_tag(gap) + ", at which mplex fails");
+  }
+  if (!a.first_inner_gap)
+    return;
+  const audio_time before = a.first_inner_gap->before;
+  std::string found = count_text(a.first_inner_gap->size, "byte", "bytes") + " between frames";
+  if (a.gap_count > 1)
+    found += ", and more behind";
+  if (a.kind == audio_kind::mpeg_layer_2)
+    found += "; " + seconds_text(seconds_of(a.length - std::min(a.length, before))) +
+             " of sound would be lost";
+  c.add_at("audio-gap", a.first_inner_gap->position, before, found);
+}
+
+void look_at_end(const audio_facts& a, collector& c) {
+  if (a.cut)
+    c.add_at("audio-cut", a.cut->position, a.length, "the last frame is cut off");
+  if (a.first_damaged)
+    c.add_at("audio-damage", a.first_damaged->position, a.first_damaged->before,
+             count_text(a.damaged_frames, "frame has", "frames have") +
+                 " a wrong checksum, the first one here");
+}
+
+void look_at_length(const audio_facts& a, double picture, collector& c) {
+  const double sound = seconds_of(a.length);
+  const std::string found =
+      "the sound is " + seconds_text(sound) + " long, the picture " + seconds_text(picture);
+  if (sound < picture - missed_sound)
+    c.add("audio-short", found).seconds = sound;
+  else if (sound > picture + missed_sound)
+    c.add("audio-long", found).seconds = picture;
+}
+
+}  // namespace
+
+std::span<const rule> audio_rules() {
+  return table;
+}
+
+std::vector<finding> audio_findings(const audio_facts& audio, finding_item item,
+                                    const std::string& file, bool packed,
+                                    std::optional<double> picture_seconds) {
+  collector c(item, file);
+  look_at_kind(audio, c);
+  if (audio.first && is_kind_of_a_disc(audio.kind)) {
+    look_at_frames(audio, c);
+    if (!packed)
+      look_at_gaps(audio, c);
+    look_at_end(audio, c);
+    if (picture_seconds)
+      look_at_length(audio, *picture_seconds, c);
+  }
+  return c.take();
+}
+
+}  // namespace corvane

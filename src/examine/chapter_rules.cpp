@@ -1,0 +1,252 @@
+#include "examine/chapter_rules.h"
+
+#include "examine/measures.h"
+#include "formats/sanitized.h"
+#include "formats/text.h"
+#include "formats/time_text.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+using severity = finding_severity;
+using part = finding_item::part_kind;
+using whole = finding_item::whole_kind;
+using fate_kind = chapter_fate::kind;
+
+constexpr std::string_view measured = "dvdauthor, measured";
+
+constexpr std::array table = {
+    rule{"chapter-no-time", severity::error, "Each chapter has a time",
+         "a time such as 01:02:03.50", "nothing: the run fails", "set the title's chapters again",
+         measured},
+    rule{"chapter-order", severity::warning, "Chapters stand in the order of their times",
+         "later than the chapter before it",
+         "this chapter is missing, later ones have other numbers", "sort the title's chapters",
+         measured},
+    rule{"chapter-merged", severity::warning, "Each chapter has a unit (VOBU) of its own",
+         "nearer to another I picture than the chapter before",
+         "one chapter instead of two, later ones have other numbers",
+         "move the chapter, or encode the video with shorter groups of pictures", measured},
+    rule{"chapter-after-end", severity::warning, "Chapters begin before the end of their title",
+         "before the end", "this chapter is missing", "remove the chapter or correct its time",
+         measured},
+    rule{"chapter-added", severity::note, "A title's first chapter is at its beginning",
+         "0 as the first time",
+         "one more chapter, at the beginning: all others have a number one higher",
+         "add a chapter at 0, so that the numbers are the ones that you see", measured},
+    rule{"chapter-number", severity::warning, "Commands lead to the chapter that they name",
+         "the number that the chapter has on the disc", "another place of the title than was meant",
+         "add a chapter at 0, or correct the chapters or the command", measured},
+    rule{"chapter-missing", severity::error, "Commands name chapters that the title has",
+         "a chapter that is on the disc", "nothing: the run fails",
+         "correct the chapters or the command", measured},
+};
+
+std::size_t nearest_unit(double seconds, const std::vector<double>& units) {
+  const auto after = std::upper_bound(units.begin(), units.end(), seconds);
+  if (after == units.begin())
+    return 0;
+  const auto before = after - 1;
+  const bool later_is_nearer = after != units.end() && *after - seconds < seconds - *before;
+  return static_cast<std::size_t>((later_is_nearer ? after : before) - units.begin());
+}
+
+// Gathers a title's chapters as dvdauthor takes them.
+class landing {
+ public:
+  explicit landing(const title_length& length) : length_(length) {}
+
+  chapter_fate take(const text_time& entry) {
+    chapter_fate fate;
+    if (!entry.seconds)
+      return fate;
+    fate.asked = fate.begins = *entry.seconds;
+    if (result_.begins.empty())
+      begin(*entry.seconds);
+    if (*entry.seconds < latest_) {
+      fate.what = fate_kind::out_of_order;
+      return fate;
+    }
+    latest_ = *entry.seconds;
+    if (length_.seconds && *entry.seconds >= *length_.seconds) {
+      fate.what = fate_kind::after_end;
+      return fate;
+    }
+    if (!length_.units.empty()) {
+      const std::size_t unit = nearest_unit(*entry.seconds, length_.units);
+      fate.begins = unit == 0 ? 0 : length_.units[unit];
+    }
+    const bool is_next = result_.begins.empty() || fate.begins > result_.begins.back();
+    if (is_next)
+      result_.begins.push_back(fate.begins);
+    fate.what = is_next || first_ ? fate_kind::is_chapter : fate_kind::merged;
+    first_ = false;
+    fate.number = static_cast<int>(result_.begins.size());
+    return fate;
+  }
+
+  landed_chapters finish(std::vector<chapter_fate> fates) {
+    if (result_.begins.empty())
+      result_.begins.push_back(0);
+    result_.fates = std::move(fates);
+    return std::move(result_);
+  }
+
+ private:
+  // The chapter at the beginning, whoever asked for it.
+  void begin(double first) {
+    result_.added = first > 0;
+    first_ = !result_.added;
+    result_.begins.push_back(0);
+  }
+
+  const title_length& length_;
+  landed_chapters result_;
+  double latest_ = 0;
+  bool first_ = false;  // the entry that is the beginning has not been taken yet
+};
+
+double first_time(const landed_chapters& landed) {
+  const auto first =
+      std::find_if(landed.fates.begin(), landed.fates.end(),
+                   [](const chapter_fate& f) { return f.what != fate_kind::no_time; });
+  return first == landed.fates.end() ? 0 : first->asked;
+}
+
+std::string at_time(double seconds) {
+  return time_text(std::min(seconds, latest_time));
+}
+
+finding_item chapter_item(int title, std::size_t entry) {
+  return {whole::title, title, part::chapter, static_cast<int>(entry) + 1};
+}
+
+finding about_entry(std::string_view id, int title, std::size_t entry, const chapter_fate& fate,
+                    std::string found) {
+  finding f = finding_of(table, id, chapter_item(title, entry), std::move(found));
+  f.seconds = fate.asked;
+  return f;
+}
+
+void look_at_entries(int title, const disc_title& t, const title_length& length,
+                     const landed_chapters& landed, std::vector<finding>& all) {
+  for (std::size_t entry = 0; entry < landed.fates.size(); ++entry) {
+    const chapter_fate& fate = landed.fates[entry];
+    const std::string time = sanitized_quoted(trim(t.chapters[entry].text));
+    switch (fate.what) {
+      case fate_kind::is_chapter:
+        break;
+      case fate_kind::merged:
+        all.push_back(about_entry(
+            "chapter-merged", title, entry, fate,
+            time + " falls to " + at_time(fate.begins) + " as the chapter before it does"));
+        break;
+      case fate_kind::out_of_order:
+        all.push_back(about_entry("chapter-order", title, entry, fate,
+                                  time + " stands behind a later chapter"));
+        break;
+      case fate_kind::after_end:
+        all.push_back(
+            about_entry("chapter-after-end", title, entry, fate,
+                        time + " is not before the end of the title, " + at_time(*length.seconds)));
+        break;
+      case fate_kind::no_time:
+        all.push_back(finding_of(table, "chapter-no-time", chapter_item(title, entry),
+                                 time + " is not a time"));
+        break;
+    }
+  }
+  if (landed.added)
+    all.push_back(finding_of(table, "chapter-added", {whole::title, title},
+                             "the first chapter is at " + at_time(first_time(landed)) +
+                                 "; one at the beginning is added"));
+}
+
+// A command of the disc, and where it stands.
+struct placed_command {
+  finding_item item;
+  command_form form;
+};
+
+std::vector<placed_command> commands_of(const disc_description& d) {
+  std::vector<placed_command> all;
+  if (d.first_play)
+    all.push_back({{whole::disc, 0, part::command}, d.first_play->form});
+  for (int title = 1; title <= d.title_count(); ++title)
+    if (d.title(title).post)
+      all.push_back({{whole::title, title, part::command}, d.title(title).post->form});
+  for (int menu = 1; menu <= d.menu_count(); ++menu) {
+    int button = 0;
+    for (const disc_button& b : d.menu(menu).buttons)
+      all.push_back({{whole::menu, menu, part::button, ++button}, b.action.form});
+  }
+  return all;
+}
+
+// A person counts the entries of the list; the disc, its chapters.
+void look_at_command(const placed_command& command, const disc_title& t,
+                     const landed_chapters& landed, std::vector<finding>& all) {
+  const int number = *command.form.chapter;
+  const std::string chapter =
+      "chapter " + std::to_string(number) + " of title " + std::to_string(*command.form.number);
+  if (number > static_cast<int>(landed.begins.size())) {
+    if (number <= static_cast<int>(t.chapters.size()))
+      all.push_back(
+          finding_of(table, "chapter-missing", command.item,
+                     chapter + " is not on the disc: of its " +
+                         count_text(t.chapters.size(), "time", "times") + " " +
+                         count_text(landed.begins.size(), "becomes a chapter", "become chapters")));
+    return;
+  }
+  if (number < 1 || number > static_cast<int>(landed.fates.size()))
+    return;
+  const chapter_fate& meant = landed.fates[static_cast<std::size_t>(number) - 1];
+  if (meant.number == number || meant.what == fate_kind::no_time)
+    return;
+  all.push_back(finding_of(table, "chapter-number", command.item,
+                           chapter + " will begin at " +
+                               at_time(landed.begins[static_cast<std::size_t>(number) - 1]) +
+                               ", not at " + at_time(meant.asked)));
+}
+
+}  // namespace
+
+landed_chapters chapters_on_disc(const disc_title& title, const title_length& length) {
+  landing l(length);
+  std::vector<chapter_fate> fates;
+  fates.reserve(title.chapters.size());
+  for (const text_time& entry : title.chapters)
+    fates.push_back(l.take(entry));
+  return l.finish(std::move(fates));
+}
+
+std::span<const rule> chapter_rules() {
+  return table;
+}
+
+std::vector<finding> chapter_findings(const disc_description& d,
+                                      std::span<const title_length> lengths) {
+  std::vector<finding> all;
+  std::vector<landed_chapters> landed;
+  for (int title = 1; title <= d.title_count(); ++title) {
+    const auto index = static_cast<std::size_t>(title) - 1;
+    const title_length length = index < lengths.size() ? lengths[index] : title_length{};
+    landed.push_back(chapters_on_disc(d.title(title), length));
+    look_at_entries(title, d.title(title), length, landed.back(), all);
+  }
+  for (const placed_command& command : commands_of(d)) {
+    const auto& form = command.form;
+    if (form.what == verb::jump_title && form.chapter && form.number && *form.number >= 1 &&
+        *form.number <= d.title_count())
+      look_at_command(command, d.title(*form.number),
+                      landed[static_cast<std::size_t>(*form.number) - 1], all);
+  }
+  return all;
+}
+
+}  // namespace corvane

@@ -1,0 +1,50 @@
+// Where the chapters of a title will really be, and rules about it. A player can enter a title only
+// where a unit (VOBU) begins, and a unit begins with an I picture: dvdauthor moves each chapter to
+// the unit whose beginning is nearest, the earlier one half way between two.
+#pragma once
+
+#include "disc/disc_description.h"
+#include "examine/rules.h"
+
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace corvane {
+
+/// What is known of a title's video. Times are seconds from its beginning.
+struct title_length {
+  std::optional<double> seconds;
+  std::vector<double> units;  ///< where its units begin; empty: not known
+};
+
+/// What becomes of one entry of a title's chapter times.
+struct chapter_fate {
+  enum class kind {
+    is_chapter,
+    merged,        ///< it falls to the same unit as the one before it
+    out_of_order,  ///< a later one stands before it: dvdauthor leaves it out
+    after_end,     ///< likewise
+    no_time,       ///< the entry is not a time
+  };
+  kind what = kind::no_time;
+  int number = 0;     ///< of the chapter that it is, or is merged with, 1-based; 0: none
+  double asked = 0;   ///< seconds
+  double begins = 0;  ///< where that chapter begins; `asked` if the units are not known
+};
+
+struct landed_chapters {
+  bool added = false;               ///< a chapter at the beginning that was not asked for
+  std::vector<chapter_fate> fates;  ///< of each entry
+  std::vector<double> begins;       ///< of each chapter on the disc, in seconds
+};
+
+landed_chapters chapters_on_disc(const disc_title& title, const title_length& length);
+
+std::span<const rule> chapter_rules();
+
+/// `lengths`: by title, 0-based; missing ones are not known.
+std::vector<finding> chapter_findings(const disc_description& d,
+                                      std::span<const title_length> lengths);
+
+}  // namespace corvane

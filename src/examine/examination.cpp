@@ -1,0 +1,188 @@
+#include "examine/examination.h"
+
+#include "examine/button_rules.h"
+#include "examine/chapter_rules.h"
+#include "examine/navigation_rules.h"
+#include "examine/setting_rules.h"
+#include "examine/space_rules.h"
+#include "examine/subtitle_text_rules.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <iterator>
+#include <set>
+#include <system_error>
+#include <utility>
+
+namespace corvane {
+
+std::optional<file_stamp> stamp_of(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path native = path_of(path);
+  file_stamp stamp;
+  if (!std::filesystem::is_regular_file(native, error))
+    return std::nullopt;
+  stamp.size = std::filesystem::file_size(native, error);
+  if (error)
+    return std::nullopt;
+  stamp.changed = static_cast<std::int64_t>(
+      std::filesystem::last_write_time(native, error).time_since_epoch().count());
+  if (error)
+    return std::nullopt;
+  return stamp;
+}
+
+struct fact_store::entry {
+  file_stamp stamp;
+  std::shared_ptr<const file_facts> facts;
+};
+
+std::shared_ptr<const file_facts> fact_store::find(const std::string& path, bool whole) const {
+  const auto known = entries_.find(path);
+  if (known == entries_.end() || (whole && !known->second->facts->whole))
+    return nullptr;
+  if (stamp_of(path) != known->second->stamp)
+    return nullptr;
+  return known->second->facts;
+}
+
+void fact_store::keep(const std::string& path, const file_stamp& stamp, file_facts facts) {
+  entries_[path] = std::make_shared<const entry>(
+      entry{stamp, std::make_shared<const file_facts>(std::move(facts))});
+}
+
+std::vector<std::string> files_of(const disc_description& d) {
+  std::vector<std::string> files;
+  std::set<std::string> seen;
+  const auto add = [&](const std::string& stored) {
+    const std::string native = native_from_stored(stored, native_style());
+    if (!stored.empty() && seen.insert(native).second)
+      files.push_back(native);
+  };
+  for (const disc_title& t : d.titles)
+    std::for_each(t.streams.begin(), t.streams.end(), add);
+  for (const disc_menu& m : d.menus) {
+    add(m.video());
+    add(m.audio());
+  }
+  return files;
+}
+
+namespace {
+
+// The whole video of a title, or a menu, if it has been read to its end.
+const video_facts* whole_video(const facts_by_path& facts, const std::string& stored) {
+  const auto file = facts.find(native_from_stored(stored, native_style()));
+  if (file == facts.end() || !file->second->whole)
+    return nullptr;
+  if (file->second->video)
+    return &*file->second->video;
+  const inner_stream* const inside =
+      file->second->program ? file->second->program->video() : nullptr;
+  return inside != nullptr && inside->video ? &*inside->video : nullptr;
+}
+
+std::optional<double> seconds_of_video(const facts_by_path& facts, const std::string& stored) {
+  const video_facts* const video = whole_video(facts, stored);
+  return video == nullptr ? std::nullopt : std::optional(video->seconds);
+}
+
+void append(std::vector<finding>& all, std::vector<finding> more) {
+  std::move(more.begin(), more.end(), std::back_inserter(all));
+}
+
+}  // namespace
+
+examination::examination(disc_description disc, depth how_deep, fact_store& store,
+                         examination_around around)
+    : disc_(std::move(disc)), depth_(how_deep), store_(store), around_(std::move(around)) {
+  for (const std::string& file : files_of(disc_)) {
+    std::shared_ptr<const file_facts> known = store_.find(file, how_deep == depth::whole_files);
+    if (!known)
+      known = store_.find(file, false);
+    if (!known) {
+      const auto stamp = stamp_of(file);
+      known = std::make_shared<const file_facts>(read_file_head(file));
+      if (stamp && known->kind != file_kind::unreadable)
+        store_.keep(file, *stamp, *known);
+    }
+    facts_[file] = known;
+    if (how_deep == depth::whole_files && !known->whole && known->kind != file_kind::unreadable) {
+      waiting_.push_back(file);
+      bytes_to_read_ += known->size;
+    }
+  }
+  begin_next_file();
+}
+
+void examination::begin_next_file() {
+  scanned_.clear();
+  scan_.reset();
+  if (waiting_.empty())
+    return;
+  scanned_ = std::move(waiting_.front());
+  waiting_.pop_front();
+  stamp_ = stamp_of(scanned_);
+  scan_.emplace(scanned_);
+}
+
+void examination::finish_file() {
+  const file_facts& facts = scan_->facts();
+  bytes_of_files_read_ += facts_[scanned_]->size;
+  facts_[scanned_] = std::make_shared<const file_facts>(facts);
+  // A file that was written to while it was read is read again the next time.
+  if (stamp_ && facts.kind != file_kind::unreadable && stamp_ == stamp_of(scanned_))
+    store_.keep(scanned_, *stamp_, facts);
+  begin_next_file();
+}
+
+bool examination::step(int milliseconds) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+  while (scan_) {
+    if (!scan_->read_slice())
+      finish_file();
+    if (std::chrono::steady_clock::now() >= end)
+      break;
+  }
+  return scan_.has_value();
+}
+
+std::uint64_t examination::bytes_read() const {
+  const std::uint64_t read = bytes_of_files_read_ + (scan_ ? scan_->bytes_read() : 0);
+  return std::min(read, bytes_to_read_);
+}
+
+// What the files' beginnings do not tell is left out with them: texts of subtitles are read whole.
+std::vector<finding> examination::findings() const {
+  std::vector<finding> all = stream_findings(disc_, facts_);
+  std::vector<title_length> lengths;
+  std::vector<std::optional<double>> title_seconds, menu_seconds;
+  for (const disc_title& t : disc_.titles) {
+    title_seconds.push_back(seconds_of_video(facts_, t.video()));
+    lengths.push_back({title_seconds.back(), {}});
+  }
+  for (const disc_menu& m : disc_.menus)
+    menu_seconds.push_back(seconds_of_video(facts_, m.video()));
+  append(all, chapter_findings(disc_, lengths));
+  append(all, setting_findings(disc_));
+  if (depth_ == depth::whole_files)
+    append(all, subtitle_findings(disc_, native_style(), title_seconds));
+  if (around_.fonts)
+    append(all, subtitle_font_findings(disc_, *around_.fonts));
+  append(all, navigation_findings(disc_, around_.customxml));
+  append(all, button_findings(disc_, menu_seconds));
+  if (!around_.output_folder.empty() && !around_.program_folder.empty())
+    append(all, space_findings(disc_, around_.output_folder, around_.program_folder));
+  sort_by_severity(all);
+  return all;
+}
+
+void sort_by_severity(std::vector<finding>& findings) {
+  std::stable_sort(findings.begin(), findings.end(),
+                   [](const finding& a, const finding& b) { return a.severity > b.severity; });
+}
+
+}  // namespace corvane

@@ -1,0 +1,104 @@
+// The examination of a project before a run: facts of all files that it names, held against the
+// rules.
+//
+// Polled like a run: `step` works for a moment and returns, so that a window stays alive, shows
+// progress and can stop. Facts of files are kept in a `fact_store` from one examination to the
+// next; a file is read again only when its size or time of change differ.
+#pragma once
+
+#include "disc/disc_description.h"
+#include "disc/finding.h"
+#include "examine/file_facts.h"
+#include "examine/titleset_rules.h"
+#include "project/font_list.h"
+
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+/// Size and time of change, by which a file is known to be the one that was read.
+struct file_stamp {
+  std::uint64_t size = 0;
+  std::int64_t changed = 0;  ///< in the file system's own clock
+  bool operator==(const file_stamp&) const = default;
+};
+
+/// Not set if there is no such file.
+std::optional<file_stamp> stamp_of(const std::string& path);
+
+/// Facts by native path.
+class fact_store {
+ public:
+  /// What is known of the file as it is now on its disk; null if nothing is, or only its beginning
+  /// where `whole` is asked for.
+  std::shared_ptr<const file_facts> find(const std::string& path, bool whole) const;
+
+  /// `stamp`: the file as it was before it was read.
+  void keep(const std::string& path, const file_stamp& stamp, file_facts facts);
+
+ private:
+  struct entry;
+  std::map<std::string, std::shared_ptr<const entry>> entries_;
+};
+
+/// What there is beside the disc and its files.
+struct examination_around {
+  std::string customxml;  ///< hand-edited navigation XML that the disc was read from, or empty
+  std::string output_folder,
+      program_folder;              ///< native; empty: room on their disks is not looked at
+  std::optional<font_list> fonts;  ///< those that are installed; not set: not looked at
+};
+
+class examination {
+ public:
+  enum class depth {
+    beginnings,  ///< only what the files' beginnings tell
+    whole_files,
+  };
+
+  /// Reads the beginnings of files that the store does not know. `store` must outlive it.
+  examination(disc_description disc, depth how_deep, fact_store& store,
+              examination_around around = {});
+
+  /// Works for about `milliseconds`; false when everything is done.
+  bool step(int milliseconds);
+  /// Bytes of files that the store does not know, and how many of them have been read.
+  std::uint64_t bytes_to_read() const { return bytes_to_read_; }
+  std::uint64_t bytes_read() const;
+  /// The file being read, native path; empty at the end.
+  const std::string& current_file() const { return scanned_; }
+
+  /// Errors first, then warnings, then notes; each in the order of titles and menus. Before the
+  /// end, what the files' beginnings and those read so far tell.
+  std::vector<finding> findings() const;
+
+ private:
+  void begin_next_file();
+  void finish_file();
+
+  disc_description disc_;
+  depth depth_;
+  fact_store& store_;
+  examination_around around_;
+  facts_by_path facts_;
+  std::deque<std::string> waiting_;  // files to be read whole
+  std::uint64_t bytes_to_read_ = 0;
+  std::uint64_t bytes_of_files_read_ = 0;
+  std::optional<file_scan> scan_;
+  std::optional<file_stamp> stamp_;  // of the file being read
+  std::string scanned_;
+};
+
+/// The native paths of the streams that a disc names, each once, in their order.
+std::vector<std::string> files_of(const disc_description& d);
+
+/// Puts errors before warnings and these before notes, and keeps the order otherwise.
+void sort_by_severity(std::vector<finding>& findings);
+
+}  // namespace corvane

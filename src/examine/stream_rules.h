@@ -1,0 +1,35 @@
+// Rules about single streams: what a disc allows of video and of sound.
+#pragma once
+
+#include "disc/disc_description.h"
+#include "examine/audio_facts.h"
+#include "examine/rules.h"
+#include "examine/video_facts.h"
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+std::span<const rule> video_rules();
+std::span<const rule> audio_rules();
+
+/// What a disc of this standard does not allow in a video stream. `packed`: the stream is inside a
+/// program stream, where what mplex would stumble over does no harm.
+std::vector<finding> video_findings(const video_facts& video, video_standard standard,
+                                    finding_item item, const std::string& file, bool packed);
+
+/// The same of a sound stream. `picture_seconds`: how long the video is that it is played with;
+/// not set: not compared.
+std::vector<finding> audio_findings(const audio_facts& audio, finding_item item,
+                                    const std::string& file, bool packed,
+                                    std::optional<double> picture_seconds);
+
+/// Whether all streams of a title together are too many bits a second.
+std::vector<finding> total_rate_findings(const video_facts& video,
+                                         const std::vector<const audio_facts*>& sounds,
+                                         finding_item item, const std::string& file);
+
+}  // namespace corvane

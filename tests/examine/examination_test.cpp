@@ -1,0 +1,130 @@
+// Files that a project names, read by slices, and what is kept of them from one examination to the
+// next.
+#include "examine/examination.h"
+
+#include "made_audio.h"
+#include "support/temporary_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace corvane {
+namespace {
+
+using namespace examine_test;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Examination : public ::testing::Test {
+ protected:
+  // A title whose video is missing, so that only its sound is read.
+  disc_description disc_with_sound(const std::string& name) const {
+    disc_description d;
+    d.standard = video_standard::ntsc;
+    disc_title t;
+    t.is_multiplexed_here = true;
+    t.delay = number_of("0");
+    t.streams = {folder_.stored("none.m2v"), folder_.stored(name)};
+    d.titles.push_back(t);
+    return d;
+  }
+
+  std::vector<std::string> found(const disc_description& d) {
+    examination e(d, examination::depth::whole_files, store_);
+    read_in_last_ = e.bytes_to_read();
+    while (e.step(1000)) {
+    }
+    std::vector<std::string> rules;
+    for (const finding& f : e.findings())
+      rules.push_back(f.rule);
+    return rules;
+  }
+
+  static std::string stray() {
+    return times(5000, mpeg_frame({})) + "x" + times(100, mpeg_frame({}));
+  }
+
+  testing_support::temporary_folder folder_;
+  fact_store store_;
+  std::uint64_t read_in_last_ = 0;
+};
+
+TEST_F(Examination, BeginningsDoNotTellWhatOnlyTheWholeFileTells) {
+  folder_.add("a.mp2", stray());
+  examination beginnings(disc_with_sound("a.mp2"), examination::depth::beginnings, store_);
+  EXPECT_FALSE(beginnings.step(1));
+  EXPECT_EQ(beginnings.bytes_to_read(), 0u);
+  ASSERT_EQ(beginnings.findings().size(), 1u);
+  EXPECT_EQ(beginnings.findings()[0].rule, "file-missing");
+  EXPECT_THAT(found(disc_with_sound("a.mp2")), ElementsAre("file-missing", "audio-gap"));
+}
+
+TEST_F(Examination, WrongKindShowsInTheBeginning) {
+  folder_.add("a.mp2", times(5000, mpeg_frame({.layer = 3})));
+  examination beginnings(disc_with_sound("a.mp2"), examination::depth::beginnings, store_);
+  ASSERT_EQ(beginnings.findings().size(), 2u);
+  EXPECT_EQ(beginnings.findings()[1].rule, "audio-kind");
+}
+
+TEST_F(Examination, AKnownFileIsNotReadAgain) {
+  const std::string bytes = stray();
+  folder_.add("a.mp2", bytes);
+  found(disc_with_sound("a.mp2"));
+  EXPECT_EQ(read_in_last_, bytes.size());
+  EXPECT_THAT(found(disc_with_sound("a.mp2")), ElementsAre("file-missing", "audio-gap"));
+  EXPECT_EQ(read_in_last_, 0u);
+}
+
+TEST_F(Examination, AFileOfAnotherSizeOrTimeIsReadAgain) {
+  const std::string path = folder_.add("a.mp2", stray());
+  found(disc_with_sound("a.mp2"));
+  folder_.add("a.mp2", times(5000, mpeg_frame({})));
+  EXPECT_THAT(found(disc_with_sound("a.mp2")), ElementsAre("file-missing"));
+  EXPECT_GT(read_in_last_, 0u);
+  const auto changed = std::filesystem::last_write_time(path_of(path));
+  std::filesystem::last_write_time(path_of(path), changed - std::chrono::hours(1));
+  found(disc_with_sound("a.mp2"));
+  EXPECT_GT(read_in_last_, 0u);
+}
+
+TEST_F(Examination, AFileThatComesBackIsNoLongerMissing) {
+  EXPECT_THAT(found(disc_with_sound("a.mp2")), ElementsAre("file-missing", "file-missing"));
+  folder_.add("a.mp2", times(5000, mpeg_frame({})));
+  EXPECT_THAT(found(disc_with_sound("a.mp2")), ElementsAre("file-missing"));
+}
+
+TEST_F(Examination, FoldersAndEmptyFilesAreNoStreams) {
+  std::filesystem::create_directory(path_of(folder_.path("a.mp2")));
+  EXPECT_THAT(found(disc_with_sound("a.mp2")), ElementsAre("file-missing", "file-missing"));
+  folder_.add("b.mp2", "");
+  EXPECT_THAT(found(disc_with_sound("b.mp2")), ElementsAre("file-missing", "file-empty"));
+}
+
+TEST_F(Examination, AFileNamedTwiceIsReadOnce) {
+  const std::string bytes = stray();
+  folder_.add("a.mp2", bytes);
+  disc_description d = disc_with_sound("a.mp2");
+  d.titles[0].streams.push_back(d.titles[0].streams[1]);
+  d.titles.push_back(d.titles[0]);
+  EXPECT_EQ(files_of(d).size(), 2u);
+  found(d);
+  EXPECT_EQ(read_in_last_, bytes.size());
+}
+
+TEST_F(Examination, ErrorsStandBeforeWarningsAndNotes) {
+  std::vector<finding> findings(3);
+  findings[0].severity = finding_severity::note;
+  findings[1].severity = finding_severity::error;
+  findings[2].severity = finding_severity::warning;
+  sort_by_severity(findings);
+  EXPECT_EQ(findings[0].severity, finding_severity::error);
+  EXPECT_EQ(findings[1].severity, finding_severity::warning);
+}
+
+}  // namespace
+}  // namespace corvane

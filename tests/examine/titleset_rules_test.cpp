@@ -1,0 +1,224 @@
+// What the titles of a titleset must share, and the menus; files that are not there.
+#include "examine/titleset_rules.h"
+
+#include "made_facts.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace corvane {
+namespace {
+
+using namespace examine_test;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// A disc whose files are in one table: "1.m2v" is the video of title 1.
+class TitlesetRules : public ::testing::Test {
+ protected:
+  TitlesetRules() {
+    d.standard = video_standard::ntsc;
+    d.standard_text = "NTSC";
+  }
+
+  void add_title(const video_facts& video, const std::vector<audio_facts>& sounds) {
+    disc_title t;
+    t.is_multiplexed_here = true;
+    const std::string name = std::to_string(d.titles.size() + 1);
+    t.streams.push_back(name + ".m2v");
+    facts[name + ".m2v"] = file_of(video);
+    for (const audio_facts& one : sounds) {
+      t.streams.push_back(name + "-" + std::to_string(t.streams.size()) + ".ac3");
+      facts[t.streams.back()] = file_of(one);
+    }
+    d.titles.push_back(t);
+  }
+
+  void add_ready_title(const file_facts& file) {
+    disc_title t;
+    t.streams.push_back(std::to_string(d.titles.size() + 1) + ".vob");
+    facts[t.streams.back()] = std::make_shared<const file_facts>(file);
+    d.titles.push_back(t);
+  }
+
+  void add_menu(const video_facts& video, const audio_facts& audio) {
+    const std::string name = "menu" + std::to_string(d.menus.size() + 1);
+    disc_menu m;
+    m.files = {name + ".m2v", name + ".ac3"};
+    facts[m.files[0]] = file_of(video);
+    facts[m.files[1]] = file_of(audio);
+    d.menus.push_back(m);
+  }
+
+  // "rule at place" of each finding.
+  std::vector<std::string> found() const {
+    std::vector<std::string> texts;
+    for (const finding& f : stream_findings(d, facts))
+      texts.push_back(f.rule + " at " + place_text(f));
+    return texts;
+  }
+
+  disc_description d;
+  facts_by_path facts;
+};
+
+video_facts wide() {
+  video_facts v = ntsc_video();
+  v.shape->aspect_code = 3;
+  v.shape->aspect_width = 16;
+  v.shape->aspect_height = 9;
+  return v;
+}
+
+const audio_facts ac3 = sound(audio_kind::ac3);
+const audio_facts mp2 = sound(audio_kind::mpeg_layer_2);
+
+TEST_F(TitlesetRules, AlikeTitlesAndMenusHaveNoFinding) {
+  add_title(ntsc_video(), {ac3, mp2});
+  add_title(ntsc_video(), {ac3, mp2});
+  add_menu(ntsc_video(), mp2);
+  add_menu(ntsc_video(), mp2);
+  EXPECT_THAT(found(), IsEmpty());
+}
+
+TEST_F(TitlesetRules, SecondTitleWithOtherSoundIsNamedByStream) {
+  add_title(ntsc_video(), {ac3});
+  add_title(ntsc_video(), {mp2});
+  EXPECT_THAT(found(), ElementsAre("titleset-audio-kind at title 2, audio 1"));
+  EXPECT_EQ(stream_findings(d, facts)[0].found,
+            "the sound is MPEG audio layer II, that of title 1 AC-3");
+}
+
+TEST_F(TitlesetRules, WideTitleBesideANarrowOne) {
+  add_title(ntsc_video(), {ac3});
+  add_title(wide(), {ac3});
+  EXPECT_THAT(found(), ElementsAre("titleset-aspect at title 2, video"));
+}
+
+TEST_F(TitlesetRules, WideTitleInATitlesetOfItsOwnIsRight) {
+  add_title(ntsc_video(), {ac3});
+  add_title(wide(), {ac3});
+  d.titles[1].titleset = 2;
+  EXPECT_THAT(found(), IsEmpty());
+}
+
+TEST_F(TitlesetRules, OtherSizeAndCodingThanTheFirstTitle) {
+  add_title(ntsc_video(), {ac3});
+  video_facts small = ntsc_video();
+  small.shape = video_shape{352, 240, 30000, 1001, 12, 4, 3, false, false};
+  small.peak_rate = 1e6;
+  small.vbv_bytes = 40'000;
+  add_title(small, {ac3});
+  EXPECT_THAT(found(),
+              ElementsAre("titleset-size at title 2, video", "titleset-coding at title 2, video"));
+}
+
+TEST_F(TitlesetRules, FewerSoundStreamsThanTheFirstTitle) {
+  add_title(ntsc_video(), {ac3, ac3});
+  add_title(ntsc_video(), {ac3});
+  EXPECT_THAT(found(), ElementsAre("titleset-audio-count at title 2"));
+}
+
+TEST_F(TitlesetRules, MenusOfDifferentProportionsAndSound) {
+  add_title(ntsc_video(), {ac3});
+  add_menu(ntsc_video(), mp2);
+  add_menu(wide(), ac3);
+  EXPECT_THAT(found(),
+              ElementsAre("menus-video at menu 2, video", "menus-audio-kind at menu 2, audio"));
+}
+
+TEST_F(TitlesetRules, MissingAndEmptyFilesAreNamed) {
+  add_title(ntsc_video(), {ac3});
+  file_facts gone;
+  gone.why_unreadable = "No such file or directory";
+  facts["1.m2v"] = std::make_shared<const file_facts>(gone);
+  file_facts empty;
+  empty.kind = file_kind::empty;
+  facts["1-1.ac3"] = std::make_shared<const file_facts>(empty);
+  EXPECT_THAT(found(),
+              ElementsAre("file-missing at title 1, video", "file-empty at title 1, audio 1"));
+  EXPECT_EQ(stream_findings(d, facts)[0].found,
+            "the file cannot be read: No such file or directory");
+}
+
+TEST_F(TitlesetRules, FilesThatWereNotReadHaveNoFinding) {
+  add_title(pal_video(), {ac3});
+  facts.clear();
+  EXPECT_THAT(found(), IsEmpty());
+}
+
+TEST_F(TitlesetRules, SoundIsComparedWithTheLengthOfItsPicture) {
+  audio_facts half = ac3;
+  half.length = 12 * audio_clock;
+  add_title(ntsc_video(), {half});
+  EXPECT_THAT(found(), ElementsAre("audio-short at title 1, audio 1, 00:00:12"));
+}
+
+TEST_F(TitlesetRules, SoundFileThatIsVideoIsNoSound) {
+  add_title(ntsc_video(), {ac3});
+  facts["1-1.ac3"] = file_of(ntsc_video());
+  EXPECT_THAT(found(), ElementsAre("audio-kind at title 1, audio 1"));
+}
+
+file_facts ready(bool with_nav, const std::optional<video_facts>& video, audio_kind kind) {
+  file_facts f;
+  f.kind = file_kind::program_stream;
+  f.whole = true;
+  f.program.emplace();
+  f.program->nav_packs = with_nav ? 48 : 0;
+  if (video) {
+    inner_stream one;
+    one.kind = inner_kind::video;
+    one.video = video;
+    f.program->streams.push_back(one);
+  }
+  inner_stream heard;
+  heard.kind = kind == audio_kind::ac3 ? inner_kind::ac3 : inner_kind::mpeg_audio;
+  heard.audio = sound(kind);
+  f.program->streams.push_back(heard);
+  return f;
+}
+
+TEST_F(TitlesetRules, CleanReadyTitleHasNoFinding) {
+  add_ready_title(ready(true, ntsc_video(), audio_kind::ac3));
+  EXPECT_THAT(found(), IsEmpty());
+}
+
+TEST_F(TitlesetRules, ReadyTitleOfTheOtherStandard) {
+  add_ready_title(ready(true, pal_video(), audio_kind::ac3));
+  EXPECT_THAT(found(), ElementsAre("video-standard at title 1, video"));
+}
+
+TEST_F(TitlesetRules, ReadyTitleWithoutNavPacksOrVideo) {
+  add_ready_title(ready(false, std::nullopt, audio_kind::ac3));
+  EXPECT_THAT(found(),
+              ElementsAre("ready-without-nav-packs at title 1", "ready-without-video at title 1"));
+}
+
+TEST_F(TitlesetRules, ReadyTitleIsComparedWithOneThatIsMultiplexed) {
+  add_title(ntsc_video(), {ac3});
+  add_ready_title(ready(true, wide(), audio_kind::mpeg_layer_2));
+  EXPECT_THAT(found(), ElementsAre("titleset-aspect at title 2, video",
+                                   "titleset-audio-kind at title 2, audio 1"));
+}
+
+TEST_F(TitlesetRules, ElementaryVideoAsReadyTitle) {
+  file_facts video;
+  video.kind = file_kind::video;
+  video.video = ntsc_video();
+  add_ready_title(video);
+  EXPECT_THAT(found(), ElementsAre("ready-not-program-stream at title 1"));
+}
+
+TEST_F(TitlesetRules, BrokenClockOfAReadyTitleHasItsPlace) {
+  file_facts f = ready(true, ntsc_video(), audio_kind::ac3);
+  f.program->clock_breaks.add({4096, 0, 0, 12 * clocks_a_second});
+  add_ready_title(f);
+  EXPECT_THAT(found(), ElementsAre("ready-clock at title 1, 00:00:12"));
+}
+
+}  // namespace
+}  // namespace corvane
