@@ -55,6 +55,13 @@ run_record record_of(const prepared_run& run) {
   return record;
 }
 
+std::string first_lines(const prepared_run& run) {
+  std::string lines = version_title + std::string(crlf);
+  if (run.material_unseen)
+    lines += skipped_look + std::string(crlf);
+  return lines;
+}
+
 }  // namespace
 
 author_result authordvd(document& doc, author_equipment& e, const prepared_run& run) {
@@ -79,10 +86,9 @@ author_result authordvd(document& doc, author_equipment& e, const prepared_run& 
   const auto settle = [app = e.app, record, place = begun.place](run_outcome outcome) {
     return settle_run(app, record, *place, outcome);
   };
-  e.runner.ExecuteCommand(run.where.in_app(run_file::script), {{video_format(doc.p.globalregion)},
-                                                               version_title + std::string(crlf),
-                                                               doc.p.cleanup,
-                                                               settle});
+  e.runner.ExecuteCommand(
+      run.where.in_app(run_file::script),
+      {{video_format(doc.p.globalregion)}, first_lines(run), doc.p.cleanup, settle});
   return e.runner.running() ? author_result::started : author_result::not_started;
 }
 

@@ -1,6 +1,7 @@
 // The authoring driver: from "author dvd..." to the started script.
 #pragma once
 
+#include "authoring/material_check.h"
 #include "authoring/run_paths.h"
 #include "authoring/run_record.h"
 #include "platform/files/folder_lock.h"
@@ -40,12 +41,14 @@ struct author_equipment {
   std::optional<bool> replace_earlier_disc;
   /// The fonts that text subtitles can be drawn in; asked when there are any.
   std::function<font_list()> fonts = system_fonts;
+  material_equipment material = {};
 };
 
 /// What a run wrote and will do, from the driver to the start.
 struct prepared_run {
   run_paths where;
   std::vector<std::string> files;  ///< native paths of all files written, the script first
+  bool material_unseen = false;    ///< the user skipped the look at the material
   std::vector<std::string>
       replace;        ///< folders and files of an earlier disc, put aside at the start
   run_record record;  ///< what the run makes; what it replaces is seen at the start

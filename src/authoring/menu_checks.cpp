@@ -1,5 +1,5 @@
-#include "examine/colour_groups.h"
 #include "authoring/row_checks.h"
+#include "examine/colour_groups.h"
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "formats/text.h"

@@ -1,4 +1,5 @@
 // From "author dvd..." to the files of the run.
+#include "authoring/asked_disc.h"
 #include "authoring/author.h"
 #include "authoring/checks.h"
 #include "authoring/earlier_disc.h"
@@ -106,6 +107,25 @@ ending check_earlier_disc(document& doc, const disc_description& d, const author
   return author_result::holds_disc;
 }
 
+// With hand-edited XML the disc that it asks for; an edit that cannot be read is mended first.
+ending check_material(document& doc, const disc_description& d, const author_equipment& e,
+                      prepared_run& run) {
+  const result<disc_description> asked = asked_disc(doc.p, run.where);
+  examination_around around{asked ? doc.p.customxml : "", run.where.out, run.where.app, {}};
+  if (has_subtitles(d))
+    around.fonts = run.where.fonts = e.fonts();
+  switch (look_at_material(asked ? *asked : d, std::move(around), e.material, doc.ask)) {
+    case material_answer::stop:
+      return author_result::refused;
+    case material_answer::go_on_unseen:
+      run.material_unseen = true;
+      break;
+    case material_answer::go_on:
+      break;
+  }
+  return std::nullopt;
+}
+
 ending take_folder(document& doc, author_equipment& e) {
   if (e.lock.take())
     return std::nullopt;
@@ -156,8 +176,6 @@ ending remove_pictures(document& doc, const disc_description& d, author_equipmen
 
 ending write_texts(document& doc, const disc_description& d, author_equipment& e,
                    prepared_run& run) {
-  if (has_subtitles(d))
-    run.where.fonts = e.fonts();
   for (const auto& [name, text] : texts_of_run(d, doc.p.customxml, run.where)) {
     const std::string file = run.where.in_app(name);
     if (const failure why = replace_file(file, text)) {
@@ -184,6 +202,8 @@ author_result prepare_run(document& doc, author_equipment& e, prepared_run& run)
   if (const ending end = choose_folder(doc, d, run))
     return *end;
   if (const ending end = check_earlier_disc(doc, d, e, run))
+    return *end;
+  if (const ending end = check_material(doc, d, e, run))
     return *end;
   if (const ending end = take_folder(doc, e))
     return *end;

@@ -4,7 +4,10 @@
 // text on standard error, tests with a script of answers.
 #pragma once
 
+#include "disc/finding.h"
+
 #include <string>
+#include <vector>
 
 namespace corvane {
 
@@ -35,6 +38,9 @@ struct input_box {
   std::string preset;
 };
 
+/// The question whether to author a disc although an error, or else a warning, was found.
+message_box question_about(const std::vector<finding>& findings);
+
 class prompts {
  public:
   virtual ~prompts() = default;
@@ -50,6 +56,10 @@ class prompts {
 
   /// The text; empty when the user cancelled or cleared it.
   virtual std::string input(const input_box& box) = 0;
+
+  /// Shows what was found before a run, an error or a warning among it, and asks whether to author
+  /// nonetheless. False unless the user says so.
+  virtual bool go_on_despite(const std::vector<finding>& findings);
 
   /// Opens a text file (native path) in the user's editor. False when that cannot be started. A
   /// program without windows opens none.

@@ -53,6 +53,27 @@ TEST(AuthorArguments, WhatIsWrongIsNamed) {
   EXPECT_EQ(why({"--iso", "a", "b", "--no-iso"}), "--iso and --no-iso exclude each other");
 }
 
+TEST(AuthorArguments, ACheckTakesTheProjectAlone) {
+  const auto arguments = read_author_arguments({"--check", "a.cvp"});
+  ASSERT_TRUE(arguments) << arguments.error;
+  EXPECT_TRUE(arguments->check);
+  EXPECT_FALSE(arguments->json);
+  EXPECT_EQ(arguments->project, "a.cvp");
+  EXPECT_TRUE(read_author_arguments({"--json", "--check", "a.cvp"})->json);
+}
+
+TEST(AuthorArguments, ACheckDoesNotGoWithWhatARunIsTold) {
+  const auto why = [](const std::vector<std::string>& words) {
+    return read_author_arguments(words).error;
+  };
+  EXPECT_EQ(why({"--check"}), "PROJECT.cvp is missing");
+  EXPECT_EQ(why({"--check", "a.cvp", "out"}), "\"out\" is one path too many");
+  EXPECT_EQ(why({"--json", "a.cvp", "out"}), "--json goes with --check");
+  for (const char* option : {"--prepare", "--replace", "--cleanup", "--iso", "--no-iso"})
+    EXPECT_EQ(why({"--check", option, "a.cvp"}),
+              "--check authors nothing and goes with --json only");
+}
+
 TEST(AuthorArguments, HelpAndVersionComeFirst) {
   EXPECT_TRUE(read_author_arguments({"--nonsense", "--help"})->help);
   EXPECT_TRUE(read_author_arguments({"--version"})->version);

@@ -3,6 +3,7 @@
 #include "platform/files/program_folder.h"
 #include "project/project_file.h"
 #include "project/subtitle_rows.h"
+#include "support/small_streams.h"
 
 #include <filesystem>
 #include <fstream>
@@ -22,8 +23,8 @@ std::string quoted(const std::string& path) {
 }  // namespace
 
 AuthorProgram::AuthorProgram() {
-  folder_.add("movie.m2v", "video");
-  folder_.add("movie.ac3", "audio");
+  folder_.add("movie.m2v", small_video());
+  folder_.add("movie.ac3", small_sound());
   add_tool("mplex",
            "while [ \"$1\" != -o ]; do shift; done\n"
            "echo muxed >\"$2\"\n"

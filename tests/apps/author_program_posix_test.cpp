@@ -2,6 +2,7 @@
 #include "apps/author_fixture_posix.h"
 #include "platform/files/program_folder.h"
 #include "runner/run_files.h"
+#include "support/small_streams.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -292,8 +293,8 @@ TEST_F(AuthorProgram, PathsCountFromWhereItWasStarted) {
 
 TEST_F(AuthorProgram, NamesMayHoldWhatShellsAndPrintfTakeForTheirOwn) {
   const std::string odd = "50% & Müller's #1 ! ^ $HOME `x` 字 %d";
-  folder_.add(odd + "/movie.m2v");
-  folder_.add(odd + "/movie.ac3");
+  folder_.add(odd + "/movie.m2v", testing_support::small_video());
+  folder_.add(odd + "/movie.ac3", testing_support::small_sound());
   project p = one_title(folder_);
   p.List11 = {folder_.stored(odd + "/movie.m2v") + "/" + folder_.stored(odd + "/movie.ac3")};
   program_start how = start({save(p, odd + "/film & more.cvp"), folder_.path(odd + "/disc")});

@@ -3,6 +3,7 @@
 #include "platform/files/program_folder.h"
 #include "project/project_file.h"
 #include "project/subtitle_rows.h"
+#include "support/small_streams.h"
 
 #include <gmock/gmock.h>
 
@@ -22,14 +23,16 @@ using testing::StartsWith;
 using testing_support::install_author;
 using testing_support::program_start;
 using testing_support::running_program;
+using testing_support::small_sound;
+using testing_support::small_video;
 using testing_support::temporary_folder;
 
 class AuthorProgram : public testing::Test {
  protected:
   AuthorProgram() {
     install_author(folder_.path(program_), "test_apps_tool.exe");
-    folder_.add("movie ü.m2v");
-    folder_.add("movie ü.ac3");
+    folder_.add("movie ü.m2v", small_video());
+    folder_.add("movie ü.ac3", small_sound());
     project p;
     p.List11 = {folder_.stored("movie ü.m2v") + "/" + folder_.stored("movie ü.ac3")};
     p.chapters = {"0"};
@@ -96,8 +99,8 @@ TEST_F(AuthorProgram, NamesMayHoldWhatCommandPromptsAndPrintfTakeForTheirOwn) {
   p.delay = {"0"};
   p.subtitledata = {"<none>"};
   p.subtitleoptions = {default_subtitleoptions("NTSC")};
-  folder_.add(odd + "\\movie.m2v");
-  folder_.add(odd + "\\movie.ac3");
+  folder_.add(odd + "\\movie.m2v", small_video());
+  folder_.add(odd + "\\movie.ac3", small_sound());
   rebuild_List1(p);
   const std::string project = folder_.add(odd + "\\film.cvp", project_text(p));
   const std::string disc = folder_.path(odd + "\\disc");

@@ -94,7 +94,7 @@ TEST_F(Report, WidthsCountWhatATerminalShows) {
 }
 
 TEST_F(Report, QuestionsGetTheAnswerThatLosesNothing) {
-  console_prompts ask(piped_, "/dvd/out");
+  console_prompts ask(piped_, "/dvd/out", false);
   message_box box;
   box.text = "Overwrite?";
   EXPECT_EQ(ask.message(box), answer::ok);

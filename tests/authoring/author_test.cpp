@@ -10,6 +10,7 @@
 #include "project/missing_tools.h"
 #include "support/recorded_start.h"
 #include "support/scripted_prompts.h"
+#include "support/small_streams.h"
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
@@ -210,6 +211,37 @@ TEST_F(Author, PreparingStartsNothing) {
   EXPECT_THAT(listener.starts, IsEmpty());
   EXPECT_TRUE(lock.held());
   EXPECT_FALSE(folder_exists(out));
+}
+
+TEST_F(Author, WrongMaterialIsAskedAboutLastAndBeforeAnythingIsWritten) {
+  folder.add("a.m2v", small_video(video_standard::pal));
+  folder.add("a.ac3", small_sound());
+  fact_store facts;
+  e.material.facts = &facts;
+  add_disc();
+  expect_folder_question();
+  ask.expect({replace_question(), icon::exclamation, buttons::yes_no, "Corvane"}, answer::yes);
+  ask.expect({"The disc would be wrong, or the run would fail:\n\ntitle 1, video: the video is PAL "
+              "(720x576, 25 pictures a second) in a project of NTSC.\n\nAuthor anyway?",
+              icon::exclamation, buttons::yes_no, "Corvane"},
+             answer::no);
+  EXPECT_EQ(author_command(doc, e, run), author_result::refused);
+  EXPECT_FALSE(file_exists(in(app, "process.bat")));
+  EXPECT_TRUE(folder_exists(in(out, "VIDEO_TS")));
+  EXPECT_FALSE(lock.held());
+}
+
+TEST_F(Author, ALookThatWasSkippedIsSaidInTheLog) {
+  folder.add("a.m2v", small_video());
+  folder.add("a.ac3", small_sound());
+  fact_store facts;
+  e.material = {&facts, [](examination&) { return false; }};
+  expect_folder_question();
+  EXPECT_EQ(author_command(doc, e, run), author_result::started);
+  ASSERT_EQ(listener.starts.size(), 1u);
+  EXPECT_EQ(listener.starts[0].first_lines,
+            std::string(version_title) +
+                "\r\nINFO: the files of the project were not examined before this run.\r\n");
 }
 
 TEST_F(Author, AnEarlierScriptIsReplacedAndNothingElseInTheProgramFolder) {

@@ -186,7 +186,7 @@ TEST(AuthoredDisc, CleanUpLeavesDiscAndLogAndNoControlFiles) {
 TEST(AuthoredDisc, WithoutPostCommandsTitlesFollowEachOtherAndTheLastOneEnds) {
   project p = short_project();
   add_title(p, {stored_media("muxed-ntsc.vob")});
-  add_title(p, {stored_media("clip-ntsc.m2v"), stored_media("clip.mp2")});
+  add_title(p, {stored_media("clip-ntsc.m2v"), stored_media("clip.ac3")});
   const studio s;
   const contents disc = s.authored(p);
   ASSERT_EQ(disc.titles.size(), 3u);
@@ -256,7 +256,7 @@ TEST(AuthoredDisc, VideoWithAnEndCodeInItsMiddleFailsAndMakesNoImage) {
                  whole.substr(0, group) + std::string("\0\0\1\xb7", 4) + whole.substr(group));
   project p;
   add_title(p, {s.folder().stored("work/cut.m2v"), stored_media("garden-english.ac3")});
-  const finished done = s.author(p, {"--iso"});
+  const finished done = s.author(p, {"--iso", "--force"});
   EXPECT_EQ(done.status, 1) << done.out;
   EXPECT_THAT(done.out, HasSubstr("mplex.exe ended with status 1"));
   EXPECT_THAT(s.folder().read("work/home/CorvaneLOG.txt"), HasSubstr("INFO: no image is made"));

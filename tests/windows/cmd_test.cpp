@@ -103,7 +103,7 @@ class Cmd : public testing::Test {
     ASSERT_FALSE(write_file(file, project_text(p)));
     std::string err;
     ASSERT_EQ(run_program({join_path(app(), "corvane-author.exe"),
-                           "--prepare \"" + file + "\" \"" + disc() + "\"", home_.path()},
+                           "--prepare --force \"" + file + "\" \"" + disc() + "\"", home_.path()},
                           nullptr, &err),
               0u)
         << err;

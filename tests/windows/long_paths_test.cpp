@@ -10,6 +10,7 @@
 #include "platform/files/files.h"
 #include "project/project_file.h"
 #include "project/subtitle_rows.h"
+#include "support/small_streams.h"
 
 #include <gmock/gmock.h>
 
@@ -44,8 +45,8 @@ class LongPaths : public testing::Test {
 
   /// Runs it on a project of one title, all in the folders named.
   DWORD author(const std::string& project, const std::string& media, const std::string& out) {
-    home_.add(media + "\\movie.m2v");
-    home_.add(media + "\\movie.ac3");
+    home_.add(media + "\\movie.m2v", small_video());
+    home_.add(media + "\\movie.ac3", small_sound());
     corvane::project p;
     p.List11 = {home_.stored(media + "\\movie.m2v") + "/" + home_.stored(media + "\\movie.ac3")};
     p.chapters = {"0"};

@@ -16,8 +16,14 @@ failure take_option(author_arguments& arguments, const std::string& word) {
     arguments.prepare = true;
   } else if (word == "--replace") {
     arguments.replace = true;
+  } else if (word == "--force") {
+    arguments.force = true;
   } else if (word == "--cleanup") {
     arguments.cleanup = true;
+  } else if (word == "--check") {
+    arguments.check = true;
+  } else if (word == "--json") {
+    arguments.json = true;
   } else if (word == "--iso" || word == "--no-iso") {
     const bool wanted = word == "--iso";
     if (arguments.iso.value_or(wanted) != wanted)
@@ -32,12 +38,27 @@ failure take_option(author_arguments& arguments, const std::string& word) {
 failure take_paths(author_arguments& arguments, const std::vector<std::string>& paths) {
   if (paths.empty() || paths[0].empty())
     return "PROJECT.cvp is missing";
-  if (paths.size() == 1 || paths[1].empty())
+  const std::size_t wanted = arguments.check ? 1 : 2;
+  if (paths.size() < wanted || paths[wanted - 1].empty())
     return "OUTPUT-FOLDER is missing";
-  if (paths.size() > 2)
-    return "\"" + paths[2] + "\" is one path too many";
+  if (paths.size() > wanted)
+    return "\"" + paths[wanted] + "\" is one path too many";
   arguments.project = paths[0];
-  arguments.output = paths[1];
+  if (!arguments.check)
+    arguments.output = paths[1];
+  return std::nullopt;
+}
+
+// Options of a run say nothing to a check; taking them in silence would let a person believe that
+// a disc was made.
+failure why_not_together(const author_arguments& arguments) {
+  if (arguments.json && !arguments.check)
+    return "--json goes with --check";
+  if (!arguments.check)
+    return std::nullopt;
+  if (arguments.prepare || arguments.replace || arguments.cleanup || arguments.force ||
+      arguments.iso)
+    return "--check authors nothing and goes with --json only";
   return std::nullopt;
 }
 
@@ -59,6 +80,8 @@ result<author_arguments> read_author_arguments(const std::vector<std::string>& g
   }
   if (end_of_options != given.end())
     paths.insert(paths.end(), end_of_options + 1, given.end());
+  if (const failure why = why_not_together(arguments))
+    return words::fail(*why);
   if (const failure why = take_paths(arguments, paths))
     return words::fail(*why);
   return words::ok(arguments);
@@ -66,15 +89,21 @@ result<author_arguments> read_author_arguments(const std::vector<std::string>& g
 
 std::string author_help() {
   return R"(Usage: corvane-author [OPTION]... PROJECT.cvp OUTPUT-FOLDER
+       corvane-author --check [--json] PROJECT.cvp
 
-Authors the DVD of a Corvane project into a folder, without a display.
+Authors the DVD of a Corvane project into a folder, without a display. With
+--check it reads all files of the project, says what would go wrong or look
+wrong on the disc, and authors nothing.
 
 Options:
   --prepare   write all files of the run, print their paths, run nothing
   --iso       also make a disc image, OUTPUT-FOLDER.iso
   --no-iso    make none (without either option the project decides)
   --replace   replace a disc that OUTPUT-FOLDER already holds
+  --force     author although the project or its files have errors
   --cleanup   remove the files of the run when it succeeded (the log stays)
+  --check     only say what is wrong with the project and its files
+  --json      say it as JSON
   --help      show this help
   --version   show the version
   --          end of the options
@@ -83,10 +112,11 @@ The folder is made when it does not exist. Questions that the window would ask
 get the answer that loses nothing.
 
 Exit status:
-  0    the disc is authored
+  0    the disc is authored, or the check found no error
   1    a tool reported an error
   2    bad arguments, a project that cannot be loaded or authored as it stands,
-       a folder that holds a disc, or files that cannot be written
+       an error that the check found, a folder that holds a disc, or files
+       that cannot be written
   3    a tool is not installed
   130  stopped with Ctrl-C (128 + the signal's number for other signals)
 
@@ -97,6 +127,7 @@ Environment:
   PATH          where the tools are looked up (not on Windows)
 
 Examples:
+  corvane-author --check film.cvp
   corvane-author film.cvp /srv/dvd/film
   corvane-author --replace --iso --cleanup film.cvp film
 )";

@@ -14,10 +14,13 @@ struct author_arguments {
   bool version = false;
   bool prepare = false;     ///< write the files of a run and run nothing
   bool replace = false;     ///< replace an earlier disc
+  bool force = false;       ///< author whatever is found in the material
   bool cleanup = false;     ///< remove the files of the run when it succeeded
+  bool check = false;       ///< examine the project and author nothing
+  bool json = false;        ///< what the check finds, as JSON
   std::optional<bool> iso;  ///< make an image or not; without it as the project says
   std::string project;      ///< native path as given
-  std::string output;       ///< likewise
+  std::string output;       ///< likewise; empty if only to be checked
 };
 
 /// Reads the arguments (without the program's name). With --help or --version nothing else is

@@ -1,5 +1,6 @@
 #include "apps/corvane-author/author_project.h"
 
+#include "apps/corvane-author/check_project.h"
 #include "apps/corvane-author/console_listener.h"
 #include "apps/corvane-author/console_prompts.h"
 #include "authoring/author.h"
@@ -88,6 +89,7 @@ struct run {
   std::unique_ptr<process_launcher> launcher;
   shelled runner;
   author_equipment equipment;
+  fact_store facts;
   prepared_run prepared;
 };
 
@@ -137,6 +139,8 @@ int start_and_watch(run& r) {
 
 int prepare_and_run(const author_arguments& arguments, run& r) {
   r.equipment.replace_earlier_disc = arguments.replace;
+  r.equipment.material = {&r.facts,
+                          [&r](examination& e) { return read_all_files(e, r.report_, false); }};
   const author_result prepared = prepare_run(r.doc, r.equipment, r.prepared);
   if (prepared == author_result::holds_disc)
     r.report_.message("\"" + r.prepared.where.out +
@@ -156,7 +160,7 @@ int prepare_and_run(const author_arguments& arguments, run& r) {
 int author_project(const author_arguments& arguments, report& out) {
   // Before the current folder changes.
   const std::string path = absolute_path(arguments.project);
-  const std::string output = absolute_path(arguments.output);
+  const std::string output = arguments.check ? "" : absolute_path(arguments.output);
   const std::string app = program_folder();
   if (const failure why = enter_program_folder(app)) {
     out.message(*why + ".");
@@ -165,14 +169,17 @@ int author_project(const author_arguments& arguments, report& out) {
   project p;
   // The window's preferences are the user's; a run without it neither reads nor changes them.
   memory_settings prefs;
-  console_prompts ask(out, output);
+  console_prompts ask(out, output, arguments.force);
   document doc{p, ask, prefs};
-  tell_missing_tools(doc, app);
+  if (!arguments.check)
+    tell_missing_tools(doc, app);
   // Makes the lock's file: loading looks for any file in the program folder.
   folder_lock lock(app);
   settle_interrupted_runs(doc, app, lock);
   if (!load(doc, arguments, path))
     return not_authorable;
+  if (arguments.check)
+    return check_project(p, app, arguments.json, out);
   if (const failure why = why_not_there(p, output)) {
     out.message(*why);
     return not_authorable;

@@ -4,8 +4,8 @@
 
 namespace corvane {
 
-console_prompts::console_prompts(report& out, std::string output)
-    : report_(out), output_(std::move(output)) {}
+console_prompts::console_prompts(report& out, std::string output, bool force)
+    : report_(out), output_(std::move(output)), force_(force) {}
 
 answer console_prompts::message(const message_box& box) {
   switch (box.choice) {
@@ -35,6 +35,23 @@ std::string console_prompts::save_file(const file_dialog&) {
 
 std::string console_prompts::input(const input_box&) {
   return {};
+}
+
+bool console_prompts::go_on_despite(const std::vector<finding>& findings) {
+  bool error = false;
+  for (const finding& f : findings) {
+    if (f.severity == finding_severity::note)
+      continue;
+    error = error || f.severity == finding_severity::error;
+    report_.message(text_of(f));
+  }
+  if (!error || force_)
+    return true;
+  report_.message(
+      "the disc would be wrong, or the run would fail; nothing was written.  Give --force to "
+      "author "
+      "anyway.");
+  return false;
 }
 
 }  // namespace corvane

@@ -1,0 +1,83 @@
+#include "apps/corvane-author/check_project.h"
+
+#include "apps/corvane-author/author_project.h"
+#include "authoring/asked_disc.h"
+#include "authoring/navigation_xml.h"
+#include "examine/measures.h"
+#include "platform/processes/interrupt.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace corvane {
+namespace {
+
+constexpr int slice_milliseconds = 100;
+
+std::uint64_t count_of(const std::vector<finding>& findings, finding_severity severity) {
+  return static_cast<std::uint64_t>(std::count_if(
+      findings.begin(), findings.end(), [&](const finding& f) { return f.severity == severity; }));
+}
+
+std::string summary_of(const std::vector<finding>& findings) {
+  if (findings.empty())
+    return "Nothing was found that would spoil the disc.";
+  return count_text(count_of(findings, finding_severity::error), "error", "errors") + ", " +
+         count_text(count_of(findings, finding_severity::warning), "warning", "warnings") + ", " +
+         count_text(count_of(findings, finding_severity::note), "note", "notes") + ".";
+}
+
+}  // namespace
+
+bool read_all_files(examination& e, report& out, bool quiet) {
+  bool told = false;
+  for (bool more = true; more;) {
+    more = e.step(slice_milliseconds);
+    if (interrupt_number() != 0)
+      return false;
+    if (quiet || !more)
+      continue;
+    // What is done in a moment needs no line.
+    if (!told)
+      out.step("examining the project's files");
+    told = true;
+    out.percent(100.0 * static_cast<double>(e.bytes_read()) /
+                static_cast<double>(e.bytes_to_read()));
+  }
+  if (told)
+    out.end_progress();
+  return true;
+}
+
+int check_project(const project& p, const std::string& app, bool as_json, report& out) {
+  run_paths where;
+  where.app = app;
+  where.out = output_folder(folder_of_custom_xml(p.customxml));
+  const result<disc_description> disc = asked_disc(p, where);
+  if (!disc) {
+    out.message("the hand-edited XML cannot be read: " + disc.error + ".");
+    return not_authorable;
+  }
+  fact_store store;
+  examination_around around;
+  around.customxml = p.customxml;
+  if (has_subtitles(*disc))
+    around.fonts = system_fonts();
+  examination e(*disc, examination::depth::whole_files, store, std::move(around));
+  if (!read_all_files(e, out, as_json)) {
+    out.end_progress();
+    out.message("stopped; nothing was examined to its end.");
+    return 128 + interrupt_number();
+  }
+  const std::vector<finding> findings = e.findings();
+  if (as_json) {
+    out.line(json_of(findings));
+  } else {
+    for (const finding& f : findings)
+      out.line(text_of(f) + "\n");
+    out.line(summary_of(findings));
+  }
+  return count_of(findings, finding_severity::error) > 0 ? not_authorable : disc_authored;
+}
+
+}  // namespace corvane

@@ -1,0 +1,22 @@
+// corvane-author --check: what is wrong with a project and its files.
+#pragma once
+
+#include "apps/corvane-author/report.h"
+#include "examine/examination.h"
+#include "project/project.h"
+
+#include <string>
+
+namespace corvane {
+
+/// Has an examination done, with progress on a terminal unless `quiet`. False when it was
+/// interrupted.
+bool read_all_files(examination& e, report& out, bool quiet);
+
+/// Examines all files of a loaded project, with progress on a terminal, and prints the findings on
+/// standard output: as text with a closing line that counts them, or as a JSON array. Returns
+/// `not_authorable` if an error is among them or hand-edited XML cannot be read, 128 + the signal's
+/// number if it was interrupted, else 0.
+int check_project(const project& p, const std::string& app, bool as_json, report& out);
+
+}  // namespace corvane

@@ -1,0 +1,36 @@
+#include "authoring/material_check.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+constexpr int slice_milliseconds = 100;
+
+bool examine_whole_files(examination& e, const material_equipment& equipment) {
+  if (e.bytes_to_read() > 0 && equipment.examine)
+    return equipment.examine(e);
+  while (e.step(slice_milliseconds)) {
+  }
+  return true;
+}
+
+}  // namespace
+
+material_answer look_at_material(const disc_description& d, examination_around around,
+                                 const material_equipment& e, prompts& ask) {
+  if (e.facts == nullptr)
+    return material_answer::go_on;
+  examination look(d, examination::depth::whole_files, *e.facts, std::move(around));
+  const bool whole = examine_whole_files(look, e);
+  const std::vector<finding> findings = look.findings();
+  const bool worth_asking = std::any_of(findings.begin(), findings.end(), [](const finding& f) {
+    return f.severity != finding_severity::note;
+  });
+  if (worth_asking && !ask.go_on_despite(findings))
+    return material_answer::stop;
+  return whole ? material_answer::go_on : material_answer::go_on_unseen;
+}
+
+}  // namespace corvane

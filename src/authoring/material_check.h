@@ -1,0 +1,36 @@
+// The look at a project's material before a run writes anything: what would make it fail, or the
+// disc wrong, is shown before, all of it at once.
+#pragma once
+
+#include "disc/disc_description.h"
+#include "examine/examination.h"
+#include "project/prompts.h"
+
+#include <functional>
+
+namespace corvane {
+
+/// What of the program around it the look needs.
+struct material_equipment {
+  /// What is known of files; null: material is not looked at.
+  fact_store* facts = nullptr;
+  /// Has the examination done, with progress for the user. Returns false if he skipped it: then
+  /// only what the files' beginnings tell is known. Not set: it is done without a sign.
+  std::function<bool(examination&)> examine = {};
+};
+
+enum class material_answer {
+  go_on,
+  go_on_unseen,  ///< likewise; the whole files were not looked at
+  stop,          ///< something is wrong, and the user does not want to author it
+};
+
+/// Examines and, if there are errors or warnings, asks once (prompts::go_on_despite).
+material_answer look_at_material(const disc_description& d, examination_around around,
+                                 const material_equipment& e, prompts& ask);
+
+/// What the log says of a look that was skipped.
+inline constexpr const char* skipped_look =
+    "INFO: the files of the project were not examined before this run.";
+
+}  // namespace corvane

@@ -1,0 +1,126 @@
+// corvane-author --check: what it prints, how it ends, and that it authors nothing.
+#include "apps/author_fixture_posix.h"
+#include "platform/files/files.h"
+#include "support/small_streams.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+using testing_support::AuthorProgram;
+using testing_support::small_video;
+
+class CheckProgram : public AuthorProgram {
+ protected:
+  void make_junk() const {
+    folder_.add("movie.m2v", "video");
+    folder_.add("movie.ac3", "audio");
+  }
+};
+
+TEST_F(CheckProgram, ACleanProjectEndsWithStatus0) {
+  EXPECT_EQ(run({"--check", project_}), 0) << stdout_;
+  EXPECT_EQ(stdout_, "Nothing was found that would spoil the disc.\n");
+  EXPECT_EQ(run({"--check", "--json", project_}), 0);
+  EXPECT_EQ(stdout_, "[]\n");
+}
+
+TEST_F(CheckProgram, WarningsAloneEndWithStatus0) {
+  folder_.add("movie.m2v", small_video(video_standard::ntsc, 1));
+  EXPECT_EQ(run({"--check", project_}), 0);
+  EXPECT_THAT(stdout_, HasSubstr("warning: title 1, video: the stream says that its pixels are "));
+  EXPECT_THAT(stdout_, HasSubstr("\n0 errors, 1 warning, 0 notes.\n"));
+}
+
+TEST_F(CheckProgram, ErrorsArePrintedWithTheirRemedyAndNothingIsRun) {
+  make_junk();
+  EXPECT_EQ(run({"--check", project_}), 2) << stderr_;
+  EXPECT_EQ(stdout_,
+            "error: title 1, video: there is no MPEG video in it.\n"
+            "    file: " +
+                folder_.path("movie.m2v") +
+                "\n"
+                "    must be: an MPEG-1 or MPEG-2 video stream\n"
+                "    a viewer would see: nothing: the run fails at this file\n"
+                "    what to do: choose the right file, or encode it as MPEG-2 video for DVD\n"
+                "    rule: video-none\n"
+                "\n"
+                "error: title 1, audio 1: there is no sound in it that is known.\n"
+                "    file: " +
+                folder_.path("movie.ac3") +
+                "\n"
+                "    must be: AC-3 or MPEG audio layer II\n"
+                "    a viewer would see: silence: the run fails, or no player decodes it\n"
+                "    what to do: encode the sound as AC-3 (ffmpeg: -c:a ac3 -ar 48000)\n"
+                "    rule: audio-kind\n"
+                "\n"
+                "2 errors, 0 warnings, 0 notes.\n");
+  EXPECT_THAT(stderr_, IsEmpty());
+  EXPECT_THAT(calls(), IsEmpty());
+  EXPECT_FALSE(folder_exists(out()));
+  EXPECT_FALSE(file_exists(app("process.bat")));
+}
+
+TEST_F(CheckProgram, JsonIsAllThatIsPrinted) {
+  make_junk();
+  EXPECT_EQ(run({"--check", "--json", project_}), 2) << stderr_;
+  EXPECT_THAT(stdout_, StartsWith("[\n  {\"rule\": \"video-none\", \"severity\": \"error\", "));
+  EXPECT_THAT(stdout_, testing::EndsWith("}\n]\n"));
+}
+
+TEST_F(CheckProgram, ToolsNeedNotBeInstalled) {
+  for (const char* const tool : {"mplex", "dvdauthor", "mkisofs"})
+    remove_tool(tool);
+  EXPECT_EQ(run({"--check", project_}), 0);
+  EXPECT_THAT(stderr_, IsEmpty());
+}
+
+TEST_F(CheckProgram, HandEditedXmlThatCannotBeReadIsSaid) {
+  project p = one_title(folder_);
+  p.customxml = "<dvdauthor>\r\n<vmgm>";
+  EXPECT_EQ(run({"--check", save(p, "edited.cvp")}), 2);
+  EXPECT_THAT(stderr_, HasSubstr("the hand-edited XML cannot be read: "));
+  EXPECT_THAT(stdout_, IsEmpty());
+}
+
+TEST_F(CheckProgram, AProjectThatIsNotThereIsRefused) {
+  EXPECT_EQ(run({"--check", folder_.path("none.cvp")}), 2);
+  EXPECT_THAT(stdout_, IsEmpty());
+}
+
+class RunOnWrongMaterial : public CheckProgram {};
+
+TEST_F(RunOnWrongMaterial, IsRefusedBeforeAnythingIsWrittenOrRemoved) {
+  make_junk();
+  folder_.add("disc/VIDEO_TS/VIDEO_TS.IFO", "earlier");
+  EXPECT_EQ(run({"--replace", project_, out()}), 2);
+  EXPECT_THAT(stderr_, HasSubstr("error: title 1, video: there is no MPEG video in it."));
+  EXPECT_THAT(stderr_,
+              HasSubstr("error: title 1, audio 1: there is no sound in it that is known."));
+  EXPECT_THAT(stderr_, HasSubstr("Give --force to author anyway."));
+  EXPECT_THAT(calls(), IsEmpty());
+  EXPECT_EQ(folder_.read("disc/VIDEO_TS/VIDEO_TS.IFO"), "earlier");
+  EXPECT_FALSE(file_exists(app("process.bat")));
+}
+
+TEST_F(RunOnWrongMaterial, GoesOnWithForce) {
+  make_junk();
+  EXPECT_EQ(run({"--force", project_, out()}), 0) << stderr_;
+  EXPECT_THAT(stderr_, HasSubstr("error: title 1, video: "));
+  EXPECT_THAT(calls(), testing::ElementsAre("mplex", "dvdauthor"));
+}
+
+TEST_F(RunOnWrongMaterial, WarningsArePrintedAndTheRunGoesOn) {
+  folder_.add("movie.m2v", small_video(video_standard::ntsc, 1));
+  EXPECT_EQ(run({project_, out()}), 0) << stderr_;
+  EXPECT_THAT(stderr_, HasSubstr("warning: title 1, video: "));
+  EXPECT_THAT(calls(), testing::ElementsAre("mplex", "dvdauthor"));
+}
+
+}  // namespace
+}  // namespace corvane
