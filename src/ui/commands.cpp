@@ -43,6 +43,9 @@ void show_log(main_window& window) {
 void clear_log(main_window& window) {
   window.clear_log();
 }
+void check_project(main_window& window) {
+  window.check_project();
+}
 void drop_extras(main_window& window) {
   window.drop_down("extras");
 }
@@ -134,10 +137,15 @@ menu tools_menu() {
            command("mnuabout", "about", core<about_command>, "F1")}};
 }
 
+menu check_menu() {
+  return {"disc", "disc", {command("check", "check project...", check_project, "Ctrl+K")}};
+}
+
 }  // namespace
 
 const std::vector<menu>& main_menus() {
-  static const std::vector<menu> menus = {file_menu(), menus_menu(), extras_menu(), tools_menu()};
+  static const std::vector<menu> menus = {file_menu(), menus_menu(), extras_menu(), tools_menu(),
+                                          check_menu()};
   return menus;
 }
 

@@ -12,6 +12,7 @@
 #include "tools/still_video.h"
 #include "tools/xml_editor.h"
 #include "ui/command_bars.h"
+#include "ui/disc/project_check.h"
 #include "ui/disc/xmleditor_window.h"
 #include "ui/editor/file_pictures.h"
 #include "ui/editor/menu_windows.h"
@@ -77,6 +78,8 @@ main_window::main_window(std::string app, const std::string& media_folder)
   });
   end_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { end(); });
   Bind(wxEVT_CLOSE_WINDOW, &main_window::on_close, this);
+  check_ = std::make_unique<project_check>(*this);
+  Bind(wxEVT_IDLE, &main_window::on_idle, this);
   start_up(document_);
   refresh();
 }
@@ -96,13 +99,14 @@ void main_window::make_controls() {
   on.titledown = [this] { run(titledown_command); };
   on.insert = [this] { run(open_command); };
   on.remove = [this] { run(remove_title_command); };
+  on.findings = [this] { check_->show(); };
   on.region = [this](const std::string& region) {
     run([&region](document& doc) { region_command(doc, region); });
   };
   view_ = new project_view(this, std::move(on));
   view_->SetDropTarget(new file_drop([this](const std::vector<std::string>& p) { drop(p); }));
 
-  wxSize least = view_->GetBestSize();
+  wxSize least = view_->least_size();
   least.IncTo(wxSize(GetToolBar()->GetBestSize().x, 0));
   SetMinClientSize(least);
   SetClientSize(FromDIP(wxSize(layout::main_width, layout::main_height)));
@@ -152,10 +156,20 @@ void main_window::open_editor(
   if (!may_command())
     return;
   editor_is_open_ = true;
+  check_->let_commands(false);
   editor_ = open(document_, [this] {
     editor_is_open_ = false;
+    check_->let_commands(true);
     focus_titles();
+    check_->come_back();
   });
+}
+
+bool main_window::raise_editor() {
+  if (!editor_is_open_ || editor_ == nullptr)
+    return false;
+  editor_->Raise();
+  return true;
 }
 
 void main_window::author() {
@@ -214,6 +228,14 @@ void main_window::clear_log() {
   display_.clear_log();
 }
 
+void main_window::check_project() {
+  check_->check();
+}
+
+void main_window::show_findings(const finding_list& findings) {
+  view_->show_findings(findings);
+}
+
 void main_window::select_title(int row) {
   run([row](document& doc) {
     if (row < title_count(doc.p))
@@ -221,6 +243,14 @@ void main_window::select_title(int row) {
   });
   Raise();
   focus_titles();
+}
+
+// The findings wait until whatever else is on has ended: a conversation must not see the window
+// change under it, and a run needs the disk.
+void main_window::on_idle(wxIdleEvent& event) {
+  event.Skip();
+  if (!in_command_ && !ending_ && !runner_.running() && check_->work())
+    event.RequestMore();
 }
 
 void main_window::drop_down(const std::string& tool_caption) {
@@ -264,6 +294,7 @@ void main_window::refresh() {
   bars_->item("cleanup")->Check(p_.cleanup);
   bars_->item("jumptable")->Check(p_.jumptable);
   bars_->item("editxml")->Check(p_.editxml);
+  check_->look();
   SetStatusText(
       p_.List1.empty() ? "Click \"add title\" or drop video and audio streams here to begin." : "");
 }
@@ -272,6 +303,7 @@ void main_window::refresh() {
 void main_window::let_commands(bool enabled) {
   bars_->enable(enabled);
   view_->Enable(enabled);
+  check_->let_commands(enabled);
   if (enabled)
     focus_titles();
 }
@@ -335,8 +367,7 @@ void main_window::on_close(wxCloseEvent& event) {
     return;
   }
   if (in_command_ || editor_is_open_ || !stop_run()) {
-    if (editor_is_open_ && editor_ != nullptr)
-      editor_->Raise();
+    raise_editor();
     event.Veto();
     return;
   }

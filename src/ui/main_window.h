@@ -26,7 +26,9 @@
 namespace corvane {
 
 class command_bars;
+class finding_list;
 struct prepared_run;
+class project_check;
 class project_view;
 
 class main_window : public wxFrame {
@@ -44,6 +46,7 @@ class main_window : public wxFrame {
   void show_log();
   void clear_log();
   void drop_down(const std::string& tool_caption);
+  void check_project();
 
   /// Lends the project to a window that `open` makes and shows, and runs no command until that
   /// window calls the function it was given: then it is gone, or about to go. The window keeps this
@@ -61,8 +64,14 @@ class main_window : public wxFrame {
   /// Files dropped on the window (native paths).
   void drop(const std::vector<std::string>& paths);
 
-  /// Selects a title (0-based row) and comes to the front.
-  void select_title(int row);
+  /// Whether a command would be run now.
+  bool may_command() const;
+
+  // For findings, whose window stands beside this one.
+  void select_title(int row);  ///< 0-based; this window comes to the front
+  bool has_editor() const { return editor_is_open_; }
+  bool raise_editor();  ///< the window that has the project; false: none has it
+  void show_findings(const finding_list& findings);
 
   const project& shown_project() const { return p_; }
   const std::string& app() const { return app_; }  ///< the program folder
@@ -82,7 +91,7 @@ class main_window : public wxFrame {
   void on_close(wxCloseEvent& event);
   bool stop_run();
   void end();
-  bool may_command() const;
+  void on_idle(wxIdleEvent& event);
   void edit_xml(const prepared_run& prepared);
   void start(const prepared_run& prepared);
 
@@ -101,6 +110,7 @@ class main_window : public wxFrame {
 
   std::unique_ptr<command_bars> bars_;
   project_view* view_ = nullptr;
+  std::unique_ptr<project_check> check_;
   bool in_command_ = false;
   bool editor_is_open_ = false;
   bool ending_ = false;

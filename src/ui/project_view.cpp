@@ -1,15 +1,19 @@
 #include "ui/project_view.h"
 
+#include "tools/finding_list.h"
+#include "ui/disc/findings_window.h"
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/bmpbuttn.h>
+#include <wx/button.h>
 #include <wx/choice.h>
 #include <wx/listbox.h>
 #include <wx/settings.h>
 #include <wx/sizer.h>
+#include <wx/statbmp.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
 
@@ -28,10 +32,13 @@ project_view::project_view(wxWindow* parent, handlers on) : wxPanel(parent), on_
              wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::group_gap)));
   auto* groups = new wxBoxSizer(wxVERTICAL);
   groups->Add(titles, wxSizerFlags(1).Expand());
+  groups->Add(make_findings(), wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::group_gap)));
   groups->Add(lower, wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::group_gap)));
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(groups, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::window_border)));
   SetSizer(whole);
+  least_ = whole->CalcMin();
+  groups->Show(findings_, false, true);
 }
 
 wxBitmapButton* project_view::make_mover(wxWindow* parent, const char* name, const char* picture,
@@ -63,6 +70,29 @@ wxSizer* project_view::make_titles() {
   box->Add(List1_, wxSizerFlags(1).Expand().Border(wxALL, border));
   box->Add(movers, wxSizerFlags().Centre().Border(wxTOP | wxBOTTOM | wxRIGHT, border));
   return box;
+}
+
+// The text is for the pointer, the button for the keys.
+wxSizer* project_view::make_findings() {
+  findings_picture_ = new wxStaticBitmap(this, wxID_ANY, wxBitmapBundle(), wxDefaultPosition,
+                                         FromDIP(wxSize(layout::button_icon, layout::button_icon)));
+  name_control(*findings_picture_, "findingspicture");
+  findings_text_ = new wxStaticText(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                                    wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
+  findings_text_->SetMinSize(wxSize(1, -1));
+  name_control(*findings_text_, "findingstext");
+  findings_text_->SetCursor(wxCursor(wxCURSOR_HAND));
+  findings_text_->Bind(wxEVT_LEFT_UP, [this](wxMouseEvent&) { on_.findings(); });
+  auto* show = new wxButton(this, wxID_ANY, "&show findings");
+  name_control(*show, "showfindings");
+  show->SetToolTip("what was found, what a viewer would see of it and what to do");
+  show->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { on_.findings(); });
+  const int gap = FromDIP(layout::control_gap);
+  findings_ = new wxBoxSizer(wxHORIZONTAL);
+  findings_->Add(findings_picture_, wxSizerFlags().CentreVertical());
+  findings_->Add(findings_text_, wxSizerFlags(1).CentreVertical().Border(wxLEFT, gap));
+  findings_->Add(show, wxSizerFlags().CentreVertical().Border(wxLEFT, gap));
+  return findings_;
 }
 
 wxSizer* project_view::make_statistics() {
@@ -113,6 +143,20 @@ void project_view::show_project(const project& p) {
   Comboregion_->SetSelection(p.globalregion == "PAL" ? 1 : 0);
   Comboregion_->Enable(p.Comboregion_enabled);
   Layout();
+}
+
+void project_view::show_findings(const finding_list& findings) {
+  const wxString line = wx_text(findings.headline());
+  if (!line.empty()) {
+    findings_picture_->SetBitmap(
+        icon_picture(picture_of(findings.findings().front().severity), layout::button_icon));
+    findings_text_->SetLabelText(line);
+    findings_text_->SetToolTip(line);
+  }
+  if (findings_text_->IsShown() != !line.empty()) {
+    GetSizer()->Show(findings_, !line.empty(), true);
+    Layout();
+  }
 }
 
 void project_view::show_titles(const project& p) {

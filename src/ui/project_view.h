@@ -14,10 +14,13 @@ class wxChoice;
 class wxKeyEvent;
 class wxListBox;
 class wxSizer;
+class wxStaticBitmap;
 class wxStaticBox;
 class wxStaticText;
 
 namespace corvane {
+
+class finding_list;
 
 class project_view : public wxPanel {
  public:
@@ -27,6 +30,7 @@ class project_view : public wxPanel {
     std::function<void()> titleup, titledown;
     std::function<void()> insert, remove;  ///< the keys Insert and Delete on the list
     std::function<void(const std::string&)> region;
+    std::function<void()> findings;  ///< the line of what was found
   };
 
   project_view(wxWindow* parent, handlers on);
@@ -34,8 +38,15 @@ class project_view : public wxPanel {
   /// Brings every control up to date.
   void show_project(const project& p);
 
+  /// The line under the titles: there only when there is something to say.
+  void show_findings(const finding_list& findings);
+
+  /// The least size, with that line.
+  wxSize least_size() const { return least_; }
+
  private:
   wxSizer* make_titles();
+  wxSizer* make_findings();
   wxSizer* make_statistics();
   wxSizer* make_region();
   wxBitmapButton* make_mover(wxWindow* parent, const char* name, const char* picture,
@@ -47,9 +58,13 @@ class project_view : public wxPanel {
   handlers on_;
   wxStaticBox* Frame1_ = nullptr;
   wxListBox* List1_ = nullptr;
+  wxSizer* findings_ = nullptr;
+  wxStaticBitmap* findings_picture_ = nullptr;
+  wxStaticText* findings_text_ = nullptr;
   wxStaticText* dvdsizetext_ = nullptr;
   wxStaticText* globalregion_ = nullptr;
   wxChoice* Comboregion_ = nullptr;
+  wxSize least_;
 };
 
 }  // namespace corvane

@@ -114,6 +114,7 @@ class Walk : public window_test {
          }},
         {"register", says("Project files (.cvp) are now opened with Corvane.")},
         {"mnuabout", says("This is a simple graphical front end written for the dvdauthor")},
+        {"check", opens("findings")},
         {"chapters", opens("chapter")},
         {"nav cmds", opens("navcommands")},
         {"extras",
@@ -137,6 +138,7 @@ class Walk : public window_test {
     all["author"] = all["avisynth"] = says("please add more titles");
     all["loadproject"] = [] { cancel_dialog("load corvane project"); };
     all["editmenu"] = all["remove"] = expect_nothing;
+    all["check"] = says("Please add a title first: there is nothing to check yet.");
     all["addaudiostream"] = says("Please select a title to add an audio stream to.");
     all["addsubs"] = says("Please select a title to add a subtitle to.");
     all["editdelay"] = says("Please select a title to adjust delays.");

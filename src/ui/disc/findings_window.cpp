@@ -18,6 +18,10 @@
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
+#ifdef __WXGTK__
+#include <gtk/gtk.h>
+#endif
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -49,6 +53,18 @@ wxDataViewColumn* text_column(const char* title, unsigned model_column, int widt
   renderer->EnableEllipsize(wxELLIPSIZE_END);
   return new wxDataViewColumn(title, renderer, model_column, width, wxALIGN_LEFT,
                               wxDATAVIEW_COL_RESIZABLE);
+}
+
+void set_margins(wxTextCtrl& text, wxSize margins) {
+#ifdef __WXGTK__
+  // The toolkit has them for texts of one line only.
+  auto* view = GTK_TEXT_VIEW(gtk_bin_get_child(GTK_BIN(text.GetHandle())));
+  gtk_text_view_set_left_margin(view, margins.x);
+  gtk_text_view_set_right_margin(view, margins.x);
+  gtk_text_view_set_top_margin(view, margins.y);
+#else
+  text.SetMargins(margins.x, margins.y);
+#endif
 }
 
 }  // namespace
@@ -149,7 +165,7 @@ wxSizer* findings_window::make_list() {
   list_->SetMinSize(FromDIP(wxSize(layout::list_height, layout::list_height)));
   details_ = new wxTextCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
                             wxTE_MULTILINE | wxTE_READONLY | wxTE_RICH2);
-  details_->SetMargins(FromDIP(wxPoint(layout::control_gap, layout::control_gap / 2)));
+  set_margins(*details_, FromDIP(wxSize(layout::control_gap, layout::control_gap / 2)));
   name_control(*details_, "details");
   details_->SetMinSize(FromDIP(wxSize(layout::list_height, layout::list_height)));
   auto* column = new wxBoxSizer(wxVERTICAL);
@@ -201,12 +217,19 @@ void findings_window::bind_controls() {
   Bind(wxEVT_CLOSE_WINDOW, &findings_window::on_close, this);
 }
 
+// GTK activates the row that was gone to, not the selected one. The list goes on with an event that
+// it gets, and another window would have the keys.
 void findings_window::on_key(wxKeyEvent& event) {
+  const int key = event.GetKeyCode();
   const bool control = event.GetModifiers() == wxMOD_CONTROL;
-  if (control && event.GetKeyCode() == 'K')
+  const wxWindow* focus = FindFocus();
+  const bool on_list = focus != nullptr && (focus == list_ || focus->GetParent() == list_);
+  if (control && key == 'K')
     on_.check();
-  else if (control && event.GetKeyCode() == 'C' && !details_->HasFocus())
+  else if (control && key == 'C' && !details_->HasFocus())
     copy_selected();
+  else if (on_list && !event.HasAnyModifiers() && (key == WXK_RETURN || key == WXK_NUMPAD_ENTER))
+    CallAfter([this] { go_to_selected(); });
   else
     event.Skip();
 }

@@ -1,0 +1,201 @@
+#include "ui/disc/project_check.h"
+
+#include "authoring/asked_disc.h"
+#include "authoring/navigation_xml.h"
+#include "formats/sanitized.h"
+#include "project/disc_of.h"
+#include "project/messages.h"
+#include "ui/disc/finding_places.h"
+#include "ui/main_window.h"
+
+#include <wx/app.h>
+#include <wx/utils.h>
+
+#include <utility>
+
+namespace corvane {
+namespace {
+
+constexpr int check_milliseconds = 25;      // somebody waits for the end, and may press "stop"
+constexpr int patience_milliseconds = 300;  // progress that comes and goes at once only flickers
+
+bool is_empty(const project& p) {
+  return p.List11.empty() && p.menulist.empty();
+}
+
+}  // namespace
+
+project_check::project_check(main_window& main) : main_(main) {}
+
+// A child of the main window; it must not outlive this.
+project_check::~project_check() {
+  if (window_ != nullptr)
+    delete window_.get();
+}
+
+/// The output folder, which hand-edited XML alone names before a run.
+std::string project_check::output() const {
+  return output_folder(folder_of_custom_xml(main_.shown_project().customxml));
+}
+
+/// The disc that the project asks for.
+result<disc_description> project_check::asked() const {
+  return asked_disc(main_.shown_project(), {main_.app(), output()});
+}
+
+std::unique_ptr<examination> project_check::examine(examination::depth how_deep) {
+  return std::make_unique<examination>(
+      disc_, how_deep, facts_,
+      examination_around{main_.shown_project().customxml, output(), main_.app(), fonts_});
+}
+
+void project_check::check() {
+  if (main_.raise_editor())
+    return;
+  bool begins = false;
+  main_.run([&](document& doc) {
+    const result<disc_description> disc = asked();
+    if (is_empty(doc.p))
+      say(doc, icon::exclamation, "Please add a title first: there is nothing to check yet.");
+    else if (!disc)
+      say(doc, icon::exclamation,
+          "The hand-edited XML cannot be checked: " + sanitized(disc.error) + ".");
+    else
+      begins = true;
+  });
+  if (!begins)
+    return;
+  look_at_beginnings();
+  if (!fonts_ && has_subtitles(disc_)) {
+    const wxBusyCursor busy;  // the system may list its fonts for the first time
+    fonts_ = system_fonts();
+  }
+  check_ = examine(examination::depth::whole_files);
+  checking_for_.Start();
+  show();
+}
+
+void project_check::show() {
+  findings_window& shown = window();
+  shown.show_findings(findings_);
+  shown.Show();
+  shown.come_back();
+  wxWakeUpIdle();
+}
+
+findings_window& project_check::window() {
+  if (window_ == nullptr) {
+    findings_window::handlers on;
+    on.go_to = [this](const finding& f) { go_to(f); };
+    on.leads_somewhere = [this](const finding& f) { return leads_somewhere(f); };
+    on.check = [this] { check(); };
+    on.stop = [this] { stop(); };
+    on.save = [this] { save(); };
+    on.closed = [this] {
+      stop();
+      window_ = nullptr;  // it is deleted later
+    };
+    window_ = new findings_window(&main_, std::move(on));
+    window_->let_commands(main_.may_command());
+  }
+  return *window_;
+}
+
+void project_check::look() {
+  looks_ = true;
+}
+
+bool project_check::work() {
+  if (looks_)
+    look_at_beginnings();
+  else if (check_)
+    step_check();
+  return check_ != nullptr;
+}
+
+// After a check every file is known to its end, but for what was changed since; when nothing is
+// left to be read, what was repaired goes from the list without another check.
+void project_check::look_at_beginnings() {
+  looks_ = false;
+  const result<disc_description> disc = asked();
+  if (!disc || is_empty(main_.shown_project())) {
+    end_check();
+    disc_ = {};
+    take({}, files_read::beginnings);
+    return;
+  }
+  const bool other = *disc != disc_;
+  disc_ = *disc;
+  if (check_ && other)
+    check_ = examine(examination::depth::whole_files);
+  std::unique_ptr<examination> seen = examine(examination::depth::whole_files);
+  const bool known = seen->bytes_to_read() == 0;
+  if (!known)
+    seen = examine(examination::depth::beginnings);
+  take(seen->findings(), known ? files_read::whole : files_read::beginnings);
+}
+
+void project_check::step_check() {
+  if (check_->step(check_milliseconds)) {
+    show_progress();
+    return;
+  }
+  take(check_->findings(), files_read::whole);
+  end_check();
+}
+
+void project_check::show_progress() {
+  if (window_ == nullptr || checking_for_.Time() < patience_milliseconds)
+    return;
+  const auto all = static_cast<double>(check_->bytes_to_read());
+  const double part = all > 0 ? static_cast<double>(check_->bytes_read()) / all : 1;
+  window_->show_progress(check_progress{part, check_->current_file()});
+}
+
+void project_check::take(std::vector<finding> findings, files_read read) {
+  findings_ = finding_list(std::move(findings), read);
+  main_.show_findings(findings_);
+  if (window_ != nullptr)
+    window_->show_findings(findings_);
+}
+
+void project_check::end_check() {
+  check_.reset();
+  if (window_ != nullptr)
+    window_->show_progress(std::nullopt);
+}
+
+void project_check::stop() {
+  if (!check_)
+    return;
+  take(check_->findings(), files_read::some);
+  end_check();
+}
+
+void project_check::let_commands(bool enabled) {
+  if (window_ != nullptr)
+    window_->let_commands(enabled);
+}
+
+bool project_check::leads_somewhere(const finding& f) const {
+  return target_of(f, disc_, disc_of(main_.shown_project())).where != finding_target::place::none;
+}
+
+void project_check::go_to(const finding& f) {
+  if (main_.raise_editor() || !main_.may_command())
+    return;
+  open_place(main_, target_of(f, disc_, disc_of(main_.shown_project())));
+  comes_back_ = main_.has_editor();
+}
+
+// After the editor has given the keyboard to the main window.
+void project_check::come_back() {
+  if (std::exchange(comes_back_, false) && window_ != nullptr)
+    window_->CallAfter([this] { window_->come_back(); });
+}
+
+void project_check::save() {
+  main_.run([this](document& doc) { save_findings(doc, findings_); });
+}
+
+}  // namespace corvane

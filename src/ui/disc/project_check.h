@@ -1,0 +1,78 @@
+// The check of the project that is open: the rules that files' beginnings tell of after each
+// change, all rules when the user asks for them, and the window with what was found.
+//
+// Belongs to the main window, which tells it of changes and lends it moments in which nothing else
+// is on. What is known of files is kept as long as the program runs, so that only those that have
+// changed are read again.
+#pragma once
+
+#include "examine/examination.h"
+#include "platform/result.h"
+#include "project/font_list.h"
+#include "tools/finding_list.h"
+#include "ui/disc/findings_window.h"
+
+#include <wx/stopwatch.h>
+#include <wx/weakref.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace corvane {
+
+class main_window;
+
+class project_check {
+ public:
+  explicit project_check(main_window& main);
+  ~project_check();
+  project_check(const project_check&) = delete;
+  project_check& operator=(const project_check&) = delete;
+
+  /// "check project...": shows the findings window and reads every file that is not known yet.
+  void check();
+
+  /// Shows the findings window as things are.
+  void show();
+
+  /// The project or its files may have changed: what was found is looked for again, soon.
+  void look();
+
+  /// Works for a moment; true when there is more to do.
+  bool work();
+
+  /// Whether the main window runs commands: not while an editor or a run has the project.
+  void let_commands(bool enabled);
+
+  /// The editor that a finding led to was closed: back to the window.
+  void come_back();
+
+ private:
+  findings_window& window();
+  std::string output() const;
+  result<disc_description> asked() const;
+  std::unique_ptr<examination> examine(examination::depth how_deep);
+  void look_at_beginnings();
+  void step_check();
+  void take(std::vector<finding> findings, files_read read);
+  void show_progress();
+  void end_check();
+  void stop();
+  void go_to(const finding& f);
+  bool leads_somewhere(const finding& f) const;
+  void save();
+
+  main_window& main_;
+  fact_store facts_;
+  std::optional<font_list> fonts_;      // listed once, when subtitles are checked first
+  disc_description disc_;               // that is or was examined
+  bool looks_ = false;                  // what was found is to be looked for again
+  std::unique_ptr<examination> check_;  // that is on
+  wxStopWatch checking_for_;
+  finding_list findings_;
+  bool comes_back_ = false;
+  wxWeakRef<findings_window> window_;
+};
+
+}  // namespace corvane
