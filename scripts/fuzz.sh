@@ -7,12 +7,12 @@
 #                                 default all)
 #   scripts/fuzz.sh --run NAME    runs one that is built
 #
-# Each runs for $CORVANE_FUZZ_SECONDS (60). What it learns stays in build/fuzz/working/NAME, so that
+# Each runs for $CORVANE_FUZZ_SECONDS (30). What it learns stays in build/fuzz/working/NAME, so that
 # every run goes on where the last one stopped; seeds are in tests/fuzz/corpus/NAME.
 set -eu
 
 cd "$(dirname -- "$0")/.."
-seconds=${CORVANE_FUZZ_SECONDS:-60}
+seconds=${CORVANE_FUZZ_SECONDS:-30}
 
 run() {
   name=$1

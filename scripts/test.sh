@@ -2,14 +2,14 @@
 # Builds everything for this system and runs its tests: the rooms' tests and conversations, discs
 # authored with the real tools and read back, the windows under a display of their own, the core and
 # the seeds of the fuzz targets under the sanitizers, layout.
-# With --all also the Windows programs, cross-built, packed and tried under Wine, fuzzing for a minute
+# With --all also the Windows programs, cross-built, packed and tried under Wine, fuzzing for half a minute
 # each target, and clang-tidy.
 # Ends with CTest's closing line; fails when any test failed or did not run.
 #
 #   scripts/test.sh [--all] [CTEST ARGUMENT...]      for example: scripts/test.sh -R Project
 #
 # $CORVANE_JOBS: programs run at once (default: the number of processors)
-# $CORVANE_FUZZ_SECONDS: how long each fuzz target runs (default 60)
+# $CORVANE_FUZZ_SECONDS: how long each fuzz target runs (default 30)
 set -eu
 
 cd "$(dirname -- "$0")/.."

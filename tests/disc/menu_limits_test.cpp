@@ -115,7 +115,7 @@ void expect_right_menu(const studio& s, const project& p) {
 
 /// A run that fails with these words, though a disc may have been made.
 void expect_failed_run(const studio& s, const project& p, const std::string& words) {
-  const finished done = s.author(p);
+  const finished done = s.author(p, {"--force"});
   EXPECT_EQ(done.status, 1) << done.out;
   EXPECT_THAT(done.out, HasSubstr("There was an error.  Please review the log."));
   EXPECT_THAT(s.folder().read("work/home/CorvaneLOG.txt"), HasSubstr(words));

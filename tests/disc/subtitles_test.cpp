@@ -167,8 +167,8 @@ TEST_F(SubtitledDisc, WithFewerSettingsThanFilesDrawsTheRestWithTheLastOnes) {
 }
 
 TEST_F(SubtitledDisc, FileThatSpumuxCannotReadEndsTheRunWithItsNameAndTheReason) {
-  const finished done =
-      s_.author(subtitled({"[0][25]a\n[30][55]MPL2, which spumux does not read\n"}, row + "|"));
+  const finished done = s_.author(
+      subtitled({"[0][25]a\n[30][55]MPL2, which spumux does not read\n"}, row + "|"), {"--force"});
   EXPECT_EQ(done.status, 1) << done.out;
   const auto log = read_file(join_path(s_.app(), run_file::log), std::uintmax_t{1} << 20);
   ASSERT_TRUE(log) << log.error;

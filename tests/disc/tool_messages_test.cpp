@@ -38,7 +38,8 @@ project project_with_sound(const std::string& sound) {
 
 TEST(ToolMessages, SoundWithAStrayByteIsNeverComplete) {
   const studio s;
-  const finished done = s.author(project_with_sound(changed_sound(s, 48000, std::string(1, 'x'))));
+  const finished done =
+      s.author(project_with_sound(changed_sound(s, 48000, std::string(1, 'x'))), {"--force"});
   EXPECT_EQ(done.status, 1) << done.out;
   EXPECT_THAT(log_of(s), HasSubstr("ERR:  title 1, audio 1, 00:00:03: "));
   EXPECT_THAT(log_of(s), HasSubstr("mplex stopped reading the sound at byte 48000"));
@@ -59,7 +60,7 @@ TEST(ToolMessages, ATitleOfTheOtherVideoStandardIsNeverComplete) {
   add_title(p, {stored_media("clip-ntsc.m2v"), stored_media("clip.ac3")});
   add_title(p, {stored_media("clip-pal.m2v"), stored_media("clip.ac3")});
   const studio s;
-  const finished done = s.author(p);
+  const finished done = s.author(p, {"--force"});
   EXPECT_EQ(done.status, 1) << done.out;
   EXPECT_THAT(log_of(s), HasSubstr("ERR:  title 2, video: its video is pal, but the disc is "
                                    "declared ntsc."));
