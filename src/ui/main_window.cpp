@@ -177,6 +177,7 @@ void main_window::author() {
   bool edit = false;
   run([&](document& doc) {
     author_equipment equipment{app_, lock_, runner_, [&edit] { edit = true; }, {}};
+    equipment.material = check_->material();
     stop_question_ = "Stop authoring?  The disc will not be complete.";
     author_command(doc, equipment, prepared);
   });

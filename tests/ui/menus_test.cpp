@@ -214,6 +214,10 @@ TEST_F(Menus, MenuMadeInTheWindowsIsOnTheDisc) {
 
   press("F5");
   answer_file("enter a folder name to create the dvd", folder_.path("disc"));
+  answer_message(
+      "The disc may not be what is wanted:\n\ntitle 1: no button and no end of another title leads "
+      "to title 1.\n\nAuthor it?",
+      "Yes");
   EXPECT_TRUE(wait_until([] { return look_at_dialog().has_value(); }, 60));
   answer_message("Process complete.  Please review the log for more information (recommended).",
                  "Cancel");

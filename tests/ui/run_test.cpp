@@ -84,6 +84,21 @@ TEST_F(Runs, WithoutTitlesAuthoringIsRefused) {
   EXPECT_TRUE(commands_enabled());
 }
 
+TEST_F(Runs, WrongMaterialIsToldBeforeAnythingIsWritten) {
+  add_title(real_pal_video(), real_audio());
+  start_authoring();
+  const seen_dialog asked = answer_message(
+      "The disc would be wrong, or the run would fail:\n\ntitle 1, video: the video is PAL "
+      "(720x576, "
+      "25 pictures a second) in a project of NTSC.\n\nAuthor anyway?",
+      "No");
+  EXPECT_EQ(asked.picture, "warning");
+  EXPECT_THAT(asked.buttons, testing::UnorderedElementsAre("Yes", "No"));
+  EXPECT_FALSE(file_exists(folder_.path("program/process.bat")));
+  EXPECT_FALSE(log_is_shown());
+  EXPECT_TRUE(commands_enabled());
+}
+
 TEST_F(Runs, TwoTitlesBecomeADisc) {
   // The real tool, held back a little: it is done before the first look at its output else.
   replace_tool("mplex", "sleep 0.5\nexec mplex \"$@\"\n");

@@ -9,14 +9,19 @@
 #include "ui/main_window.h"
 
 #include <wx/app.h>
+#include <wx/progdlg.h>
 #include <wx/utils.h>
 
+#include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace corvane {
 namespace {
 
 constexpr int check_milliseconds = 25;      // somebody waits for the end, and may press "stop"
+constexpr int moment_milliseconds = 1000;   // shorter waits need no box
+constexpr int thousand = 1000;              // steps of a progress box
 constexpr int patience_milliseconds = 300;  // progress that comes and goes at once only flickers
 
 bool is_empty(const project& p) {
@@ -142,6 +147,31 @@ void project_check::step_check() {
   }
   take(check_->findings(), files_read::whole);
   end_check();
+}
+
+material_equipment project_check::material() {
+  return {&facts_, [this](examination& e) { return read_before_run(e); }};
+}
+
+bool project_check::read_before_run(examination& e) {
+  const wxBusyCursor busy;
+  wxStopWatch reading_for;
+  std::unique_ptr<wxProgressDialog> box;
+  while (e.step(check_milliseconds)) {
+    if (!box && reading_for.Time() > moment_milliseconds)
+      box = std::make_unique<wxProgressDialog>(
+          program_name, "Reading the files of the project...", thousand, &main_,
+          wxPD_APP_MODAL | wxPD_CAN_SKIP | wxPD_REMAINING_TIME);
+    if (!box)
+      continue;
+    const auto all = static_cast<double>(e.bytes_to_read());
+    const double part = all > 0 ? static_cast<double>(e.bytes_read()) / all : 1;
+    bool skip = false;
+    box->Update(std::min(static_cast<int>(part * thousand), thousand - 1), "", &skip);
+    if (skip)
+      return false;
+  }
+  return true;
 }
 
 void project_check::show_progress() {

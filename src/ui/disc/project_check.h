@@ -6,6 +6,7 @@
 // changed are read again.
 #pragma once
 
+#include "authoring/material_check.h"
 #include "examine/examination.h"
 #include "platform/result.h"
 #include "project/font_list.h"
@@ -45,6 +46,10 @@ class project_check {
   /// Whether the main window runs commands: not while an editor or a run has the project.
   void let_commands(bool enabled);
 
+  /// For a look at the material before a run: what is known of files, and a progress box with
+  /// "skip" once it takes longer than a moment.
+  material_equipment material();
+
   /// The editor that a finding led to was closed: back to the window.
   void come_back();
 
@@ -55,6 +60,7 @@ class project_check {
   std::unique_ptr<examination> examine(examination::depth how_deep);
   void look_at_beginnings();
   void step_check();
+  bool read_before_run(examination& e);
   void take(std::vector<finding> findings, files_read read);
   void show_progress();
   void end_check();
