@@ -10,8 +10,8 @@ namespace {
 
 using severity = finding_severity;
 
-constexpr std::string_view dvd_video = "DVD specifications for read-only disc, part 3 (DVD-Video)";
-constexpr std::string_view mplex_measured = "mplex, measured";
+constexpr std::string_view dvd_video = "DVD-Video";
+constexpr std::string_view mplex_measured = "mplex 2.1.0, measured";
 
 constexpr int disc_sample_rate = 48'000;
 constexpr int most_ac3_rate = 448'000;

@@ -18,7 +18,7 @@ using part = finding_item::part_kind;
 using whole = finding_item::whole_kind;
 using fate_kind = chapter_fate::kind;
 
-constexpr std::string_view measured = "dvdauthor, measured";
+constexpr std::string_view measured = "dvdauthor 0.7.2, measured";
 
 constexpr std::array table = {
     rule{"chapter-no-time", severity::error, "Each chapter has a time",

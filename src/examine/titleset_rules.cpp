@@ -16,7 +16,7 @@ using severity = finding_severity;
 using part = finding_item::part_kind;
 using whole = finding_item::whole_kind;
 
-constexpr std::string_view dvdauthor_measured = "dvdauthor, measured";
+constexpr std::string_view dvdauthor_measured = "dvdauthor 0.7.2, measured";
 constexpr std::string_view files_needed = "what the tools read";
 
 constexpr std::array file_table = {

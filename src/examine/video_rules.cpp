@@ -11,8 +11,8 @@ namespace {
 
 using severity = finding_severity;
 
-constexpr std::string_view dvd_video = "DVD specifications for read-only disc, part 3 (DVD-Video)";
-constexpr std::string_view mplex_measured = "mplex, measured";
+constexpr std::string_view dvd_video = "DVD-Video";
+constexpr std::string_view mplex_measured = "mplex 2.1.0, measured";
 
 // In bits a second, and bits.
 constexpr double most_video_rate = 9.8e6;
