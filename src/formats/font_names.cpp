@@ -103,6 +103,10 @@ std::vector<std::string> font_names(std::string_view file) {
   return names;
 }
 
+std::vector<std::string> families_asked_for(std::string_view name) {
+  return split(name.substr(0, name.find(':')), ',');
+}
+
 bool is_font_name(std::string_view name, const std::vector<std::string>& names) {
   return std::any_of(names.begin(), names.end(), [wanted = folded(name)](const std::string& one) {
     return folded(one) == wanted;

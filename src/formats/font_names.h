@@ -12,6 +12,10 @@ namespace corvane {
 /// is no such font.
 std::vector<std::string> font_names(std::string_view file);
 
+/// The families of a font as settings name it, with a size after "-": several with "," between, all
+/// in front of ":" and a style.
+std::vector<std::string> families_asked_for(std::string_view name);
+
 /// Whether one of the names is this one, whatever blanks and the case of the letters A to Z.
 bool is_font_name(std::string_view name, const std::vector<std::string>& names);
 

@@ -1,9 +1,9 @@
 // What of the menus is refused before a run: files that have gone or do not fit, and colours that
 // would keep spumux busy for hours.
 #include "authoring/checks.h"
-#include "examine/colour_groups.h"
 #include "authoring/sample_projects.h"
 #include "authoring/texts_of_project.h"
+#include "examine/colour_groups.h"
 #include "formats/video_standard.h"
 #include "project/menu_rows.h"
 #include "support/temporary_folder.h"

@@ -75,10 +75,11 @@ TEST_P(GoldenProgram, WritesTheExpectedBytes) {
     const temporary_folder home;
     const std::string project = home.add("film.cvp", project_text(s.p));
     std::string out, err;
-    EXPECT_EQ(run_program({where.in_app("corvane-author.exe"),
-                           "--prepare --force \"" + project + "\" \"" + s.where.out + "\"", home.path()},
-                          &out, &err),
-              0u)
+    EXPECT_EQ(
+        run_program({where.in_app("corvane-author.exe"),
+                     "--prepare --force \"" + project + "\" \"" + s.where.out + "\"", home.path()},
+                    &out, &err),
+        0u)
         << err;
     expect_golden(CORVANE_GOLDEN_FOLDER "/" + s.name, texts());
     return;

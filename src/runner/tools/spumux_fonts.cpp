@@ -33,7 +33,7 @@ bool is_asked_for(const std::string& name, const std::string& file, tool_files& 
   const std::vector<std::string> names = files.font_names_in(file);
   if (names.empty())
     return true;
-  for (const std::string& one : split(name.substr(0, name.find(':')), ",")) {
+  for (const std::string& one : families_asked_for(name)) {
     const std::string family(trim(one.substr(0, one.find('-'))));
     if (is_any_font(family) || is_font_name(family, names) || is_font_name(one, names))
       return true;
