@@ -4,8 +4,9 @@
 # corvane-author.exe and conspawn.exe, puts them together in build/windows/bundle, packs that into
 # build/windows/packages, and runs the Windows tests under Wine.
 #
-#   scripts/build-windows.sh [--without-tests]
+#   scripts/build-windows.sh [--without-tests | --libraries]
 #
+# --libraries: only the libraries and the outside tools.
 # $CORVANE_JOBS: programs run at once (default: the number of processors)
 set -eu
 
@@ -14,9 +15,9 @@ jobs=${CORVANE_JOBS:-$(nproc)}
 tests=yes
 case "${1:-}" in
   '') ;;
-  --without-tests) tests=no ;;
+  --without-tests | --libraries) tests=no ;;
   *)
-    echo "usage: build-windows.sh [--without-tests]" >&2
+    echo "usage: build-windows.sh [--without-tests | --libraries]" >&2
     exit 2
     ;;
 esac
@@ -29,6 +30,11 @@ fail() {
 ./scripts/setup.sh --windows
 
 ./packaging/windows/recipes.sh wx ffmpeg
+if [ "${1:-}" = --libraries ]; then
+  # Names of recipes, one word each.
+  # shellcheck disable=SC2046
+  exec ./packaging/windows/recipes.sh $(awk '!/^#/ && NF == 2 { print $2 }' packaging/windows/tools.txt)
+fi
 mkdir -p build
 if ! cmake --preset windows -DCORVANE_UI=ON \
   -DCORVANE_WX="$(./packaging/windows/recipes.sh --where wx)" \
