@@ -9,7 +9,11 @@
 #include "ui/main_window.h"
 
 #include <wx/app.h>
-#include <wx/progdlg.h>
+#include <wx/button.h>
+#include <wx/dialog.h>
+#include <wx/gauge.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
 #include <wx/utils.h>
 
 #include <algorithm>
@@ -21,8 +25,39 @@ namespace {
 
 constexpr int check_milliseconds = 25;      // somebody waits for the end, and may press "stop"
 constexpr int moment_milliseconds = 1000;   // shorter waits need no box
-constexpr int thousand = 1000;              // steps of a progress box
 constexpr int patience_milliseconds = 300;  // progress that comes and goes at once only flickers
+
+/// The progress of a look at files before a run, with a way past it.
+class reading_box : public wxDialog {
+ public:
+  explicit reading_box(wxWindow& owner) : wxDialog(&owner, wxID_ANY, program_name) {
+    auto* const column = new wxBoxSizer(wxVERTICAL);
+    auto* const text = new wxStaticText(this, wxID_ANY, "Reading the files of the project...");
+    auto* const skip = new wxButton(this, wxID_CANCEL, "&Skip");
+    gauge_ = new wxGauge(this, wxID_ANY, gauge_steps);
+    gauge_->SetMinSize(FromDIP(wxSize(360, -1)));
+    skip->SetToolTip("Author without looking at the rest of the files");
+    const int space = FromDIP(12);
+    column->Add(text, wxSizerFlags().Border(wxALL, space));
+    column->Add(gauge_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, space));
+    column->Add(skip, wxSizerFlags().Right().Border(wxALL, space));
+    SetSizerAndFit(column);
+    CentreOnParent();
+    Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { skipped_ = true; });
+    Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { skipped_ = true; });
+  }
+
+  void show_part(double part) {
+    gauge_->SetValue(std::clamp(static_cast<int>(part * gauge_steps), 0, gauge_steps));
+  }
+  bool skipped() const { return skipped_; }
+
+ private:
+  static constexpr int gauge_steps = 1000;
+
+  wxGauge* gauge_ = nullptr;
+  bool skipped_ = false;
+};
 
 bool is_empty(const project& p) {
   return p.List11.empty() && p.menulist.empty();
@@ -156,19 +191,18 @@ material_equipment project_check::material() {
 bool project_check::read_before_run(examination& e) {
   const wxBusyCursor busy;
   wxStopWatch reading_for;
-  std::unique_ptr<wxProgressDialog> box;
+  std::unique_ptr<reading_box> box;
   while (e.step(check_milliseconds)) {
-    if (!box && reading_for.Time() > moment_milliseconds)
-      box = std::make_unique<wxProgressDialog>(
-          program_name, "Reading the files of the project...", thousand, &main_,
-          wxPD_APP_MODAL | wxPD_CAN_SKIP | wxPD_REMAINING_TIME);
+    if (!box && reading_for.Time() > moment_milliseconds) {
+      box = std::make_unique<reading_box>(main_);
+      box->Show();
+    }
     if (!box)
       continue;
     const auto all = static_cast<double>(e.bytes_to_read());
-    const double part = all > 0 ? static_cast<double>(e.bytes_read()) / all : 1;
-    bool skip = false;
-    box->Update(std::min(static_cast<int>(part * thousand), thousand - 1), "", &skip);
-    if (skip)
+    box->show_part(all > 0 ? static_cast<double>(e.bytes_read()) / all : 1);
+    wxSafeYield(box.get(), true);
+    if (box->skipped())
       return false;
   }
   return true;
