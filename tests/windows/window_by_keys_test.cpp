@@ -6,6 +6,7 @@
 #include "platform/files/paths.h"
 #include "project/project_file.h"
 #include "project/subtitle_rows.h"
+#include "support/small_streams.h"
 #include "windows/keys_and_screen.h"
 
 #include <gmock/gmock.h>
@@ -39,13 +40,22 @@ class CorvaneUse : public testing::Test {
     return text_of_window(find_control(program_.main(), "msctls_statusbar32"));
   }
 
+  /// As long as the sample video: 24 s in frames of 24 ms.
+  static std::string sound_of_sample() {
+    std::string sound;
+    for (int frame = 0; frame < 1000; ++frame)
+      sound += small_sound();
+    return sound;
+  }
+
   /// Opens a project of two titles, the first a real video, and selects that one.
   void start_with_project() {
     const char* video = std::getenv("CORVANE_SAMPLE_VIDEO");
     ASSERT_NE(video, nullptr) << "start these tests with window_test.sh";
     std::filesystem::copy_file(path_of(video), path_of(folder().path("garden.m2v")));
-    for (const char* name : {"garden.ac3", "wüste 字.m2v", "wüste 字.ac3"})
-      folder().add(name);
+    folder().add("garden.ac3", sound_of_sample());
+    folder().add("wüste 字.m2v", small_video(video_standard::pal));
+    folder().add("wüste 字.ac3", small_sound());
     project p;
     for (const std::string name : {"garden", "wüste 字"}) {
       p.List11.push_back(folder().stored(name + ".m2v") + "/" + folder().stored(name + ".ac3"));
