@@ -110,6 +110,12 @@ void main_window::make_controls() {
   least.IncTo(wxSize(GetToolBar()->GetBestSize().x, 0));
   SetMinClientSize(least);
   SetClientSize(FromDIP(wxSize(layout::main_width, layout::main_height)));
+  // What the menu bar and the tool bar take is known once the window stands.
+  Bind(wxEVT_SIZE, [this, least](wxSizeEvent& event) {
+    if (GetMinClientSize() != least)
+      SetMinClientSize(least);
+    event.Skip();
+  });
 }
 
 void main_window::bind_keys() {
