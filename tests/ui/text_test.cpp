@@ -63,7 +63,8 @@ TEST(Icons, EveryPictureOfTheWindowIsEmbedded) {
   EXPECT_THAT(names, testing::UnorderedElementsAre(
                          "add-title", "remove-title", "chapters", "nav-commands", "menus", "extras",
                          "author-dvd", "up", "down", "remove", "stop", "play", "pause", "gop-back",
-                         "gop-forward", "picture-back", "picture-forward", "corvane"));
+                         "gop-forward", "picture-back", "picture-forward", "corvane", "found-error",
+                         "found-warning", "found-note", "found-nothing"));
 }
 
 }  // namespace
