@@ -29,10 +29,19 @@ running_program::running_program(const program_start& start) {
   how.hStdOutput = output_file(said_.path("out"));
   how.hStdError = output_file(said_.path("err"));
   std::wstring line = utf16("\"" + start.program + "\" " + start.arguments);
-  EXPECT_TRUE(::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE,
-                               CREATE_NEW_PROCESS_GROUP, nullptr, utf16(start.folder).c_str(), &how,
-                               &info_))
-      << start.program << ": " << ::GetLastError();
+  // Seen on a busy machine: Wine could not start a program that it had started a moment before. What
+  // is tested is what the program does, so starting it is tried again.
+  bool started = false;
+  DWORD error = 0;
+  for (int attempt = 0; attempt < 3 && !started; ++attempt) {
+    if (attempt > 0)
+      ::Sleep(1000);
+    started =
+        ::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, CREATE_NEW_PROCESS_GROUP,
+                         nullptr, utf16(start.folder).c_str(), &how, &info_) != 0;
+    error = started ? 0 : ::GetLastError();
+  }
+  EXPECT_TRUE(started) << start.program << ": " << error;
   ::CloseHandle(how.hStdOutput);
   ::CloseHandle(how.hStdError);
 }
