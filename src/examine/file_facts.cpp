@@ -1,14 +1,11 @@
 #include "examine/file_facts.h"
 
 #include "formats/video_standard.h"
-#include "platform/files/files.h"
+#include "platform/files/file_slices.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <filesystem>
-#include <fstream>
 #include <span>
-#include <system_error>
+#include <utility>
 #include <vector>
 
 namespace corvane {
@@ -19,8 +16,10 @@ using bytes = std::span<const std::uint8_t>;
 // The largest of what the scanners look at to know a kind.
 constexpr std::size_t head_bytes = program_stream_head_bytes;
 static_assert(head_bytes >= audio_head_bytes && head_bytes >= enough_for_a_header);
+static_assert(head_bytes % file_slices::slice_size == 0);
 
-constexpr std::size_t slice_bytes = std::size_t{4} << 20;
+// In one call, 4 MB: whoever waits looks at a clock after each.
+constexpr int slices_a_call = 32;
 
 file_kind kind_of(bytes head, bool whole) {
   if (head.empty())
@@ -62,8 +61,8 @@ void fill_from_head(file_facts& facts, bytes head, bool whole) {
 
 // An open file and the scanner of its kind.
 struct file_scan::state {
-  std::ifstream file;
-  std::vector<std::uint8_t> buffer;
+  std::optional<file_slices> file;
+  std::vector<std::uint8_t> head;
   std::uint64_t read = 0;
   file_facts facts;
   std::unique_ptr<video_scanner> video;
@@ -71,43 +70,41 @@ struct file_scan::state {
   std::unique_ptr<program_stream_scanner> program;
 
   void open(const std::string& path);
+  std::optional<bytes> next();
   void make_scanner();
-  std::size_t fill(std::size_t most);
   void feed(bytes slice);
   void finish();
 };
 
 void file_scan::state::open(const std::string& path) {
-  std::error_code error;
-  const std::filesystem::path native = path_of(path);
-  const bool is_file = std::filesystem::is_regular_file(native, error);
-  if (!error && !is_file) {
-    facts.why_unreadable = "it is no file";
+  result<file_slices> opened = file_slices::open(path);
+  if (!opened) {
+    facts.why_unreadable = opened.error;
     return;
   }
-  if (!error)
-    facts.size = std::filesystem::file_size(native, error);
-  if (error) {
-    facts.size = 0;
-    facts.why_unreadable = error.message();
-    return;
+  file = std::move(*opened);
+  facts.size = file->size();
+  while (head.size() < head_bytes) {
+    const auto slice = next();
+    if (!slice)
+      return;
+    if (slice->empty())
+      break;
+    head.insert(head.end(), slice->begin(), slice->end());
   }
-  errno = 0;
-  file.open(native, std::ios::binary);
-  if (!file) {
-    facts.why_unreadable = std::generic_category().message(errno != 0 ? errno : EIO);
-    return;
-  }
-  buffer.resize(std::max(head_bytes, slice_bytes));
-  const std::size_t there = fill(head_bytes);
-  facts.kind = kind_of({buffer.data(), there}, there == facts.size);
+  facts.kind = kind_of(head, head.size() == facts.size);
 }
 
-std::size_t file_scan::state::fill(std::size_t most) {
-  file.read(reinterpret_cast<char*>(buffer.data()), static_cast<std::streamsize>(most));
-  const auto there = static_cast<std::size_t>(file.gcount());
-  read += there;
-  return there;
+// None of the bytes at the end; nullopt, and the file counts as unreadable, if they cannot be read.
+std::optional<bytes> file_scan::state::next() {
+  const auto slice = file->next();
+  if (!slice) {
+    facts.kind = file_kind::unreadable;
+    facts.why_unreadable = "it could not be read to its end";
+    return std::nullopt;
+  }
+  read += slice->size();
+  return *slice;
 }
 
 void file_scan::state::make_scanner() {
@@ -159,8 +156,7 @@ file_scan& file_scan::operator=(file_scan&&) noexcept = default;
 
 file_facts file_scan::head() const {
   file_facts facts = state_->facts;
-  const auto there = static_cast<std::size_t>(std::min<std::uint64_t>(state_->read, head_bytes));
-  fill_from_head(facts, {state_->buffer.data(), there}, there == facts.size);
+  fill_from_head(facts, state_->head, state_->head.size() == facts.size);
   return facts;
 }
 
@@ -170,20 +166,20 @@ bool file_scan::read_slice() {
     return false;
   if (!s.video && !s.audio && !s.program) {
     s.make_scanner();
-    s.feed({s.buffer.data(), static_cast<std::size_t>(s.read)});
+    s.feed(s.head);
     return true;
   }
-  const std::size_t there = s.fill(slice_bytes);
-  s.feed({s.buffer.data(), there});
-  if (there == slice_bytes)
-    return true;
-  if (s.file.bad()) {
-    s.facts.kind = file_kind::unreadable;
-    s.facts.why_unreadable = "it could not be read to its end";
-    return false;
+  for (int count = 0; count < slices_a_call; ++count) {
+    const auto slice = s.next();
+    if (!slice)
+      return false;
+    if (slice->empty()) {
+      s.finish();
+      return false;
+    }
+    s.feed(*slice);
   }
-  s.finish();
-  return false;
+  return true;
 }
 
 std::uint64_t file_scan::bytes_read() const {

@@ -50,7 +50,7 @@ class file_scan {
   file_facts head() const;
 
   /// Reads the next slice, 4 MB. False when the file has been read to its end or can be read no
-  /// further; `facts` is complete then.
+  /// further, as one that was shortened meanwhile; `facts` is complete then.
   bool read_slice();
   std::uint64_t bytes_read() const;
   const file_facts& facts() const;

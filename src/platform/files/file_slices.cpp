@@ -3,22 +3,31 @@
 #include "platform/files/files.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <filesystem>
 #include <ios>
+#include <system_error>
 #include <utility>
 
 namespace corvane {
 
 result<file_slices> file_slices::open(const std::string& path) {
   using opened = result<file_slices>;
-  const auto size = file_size(path);
-  if (!size)
-    return opened::fail("it is not a file, or it does not exist");
+  const std::filesystem::path native = path_of(path);
+  std::error_code error;
+  const bool is_file = std::filesystem::is_regular_file(native, error);
+  if (!error && !is_file)
+    return opened::fail("it is no file");
+  const std::uintmax_t size = error ? 0 : std::filesystem::file_size(native, error);
+  if (error)
+    return opened::fail(error.message());
   file_slices file;
-  file.stream_.open(path_of(path), std::ios::binary);
+  errno = 0;
+  file.stream_.open(native, std::ios::binary);
   if (!file.stream_)
-    return opened::fail("the file cannot be opened");
+    return opened::fail(std::generic_category().message(errno != 0 ? errno : EIO));
   file.buffer_ = std::make_unique<buffer>();
-  file.size_ = file.left_ = *size;
+  file.size_ = file.left_ = size;
   return opened::ok(std::move(file));
 }
 

@@ -22,7 +22,7 @@ class file_slices {
   static constexpr std::size_t slice_size = std::size_t{128} * 1024;
 
   /// Takes a native path. Fails on what is not a file (a device or a pipe is none) or cannot be
-  /// opened. An empty file has no slices.
+  /// opened, with the system's reason. An empty file has no slices.
   static result<file_slices> open(const std::string& path);
 
   /// Of the file when it was opened: what is added later is not read.
