@@ -1,4 +1,5 @@
 // What a disc allows of sound.
+#include "examine/finding_collector.h"
 #include "examine/measures.h"
 #include "examine/stream_rules.h"
 
@@ -64,28 +65,6 @@ constexpr std::array table = {
          "check that the right file was chosen", dvd_video},
 };
 
-class collector {
- public:
-  collector(finding_item item, const std::string& file) : item_(item), file_(file) {}
-
-  finding& add(std::string_view id, std::string found, std::string wanted = {}) {
-    all_.push_back(finding_of(table, id, item_, std::move(found), std::move(wanted)));
-    all_.back().file = file_;
-    return all_.back();
-  }
-  void add_at(std::string_view id, std::uint64_t byte, audio_time before, std::string found) {
-    finding& f = add(id, std::move(found));
-    f.byte = byte;
-    f.seconds = seconds_of(before);
-  }
-  std::vector<finding> take() { return std::move(all_); }
-
- private:
-  finding_item item_;
-  const std::string& file_;
-  std::vector<finding> all_;
-};
-
 std::string sound_text(const audio_frame& frame) {
   return std::string(name_of(frame.kind)) + ", " + decimal_text(frame.sample_rate / 1e3, 3) +
          " kHz, " + count_text(static_cast<std::uint64_t>(frame.channels), "channel", "channels");
@@ -95,7 +74,7 @@ bool is_kind_of_a_disc(audio_kind kind) {
   return kind == audio_kind::ac3 || kind == audio_kind::mpeg_layer_2;
 }
 
-void look_at_kind(const audio_facts& a, collector& c) {
+void look_at_kind(const audio_facts& a, finding_collector& c) {
   if (a.kind == audio_kind::dts)
     c.add("audio-optional-kind", "the sound is DTS, which is not examined");
   else if (a.kind == audio_kind::unknown)
@@ -104,7 +83,7 @@ void look_at_kind(const audio_facts& a, collector& c) {
     c.add("audio-kind", "the sound is " + std::string(name_of(a.kind)));
 }
 
-void look_at_frames(const audio_facts& a, collector& c) {
+void look_at_frames(const audio_facts& a, finding_collector& c) {
   if (a.first->sample_rate != disc_sample_rate)
     c.add("audio-sample-rate",
           "the sound has " + decimal_text(a.first->sample_rate / 1e3, 3) + " kHz");
@@ -116,7 +95,7 @@ void look_at_frames(const audio_facts& a, collector& c) {
     c.add("audio-rate-varies",
           "frames have different numbers of bits, up to " + rate_text(a.highest_bit_rate));
   if (a.change)
-    c.add_at("audio-changes", a.change->position, a.change->before,
+    c.add_at("audio-changes", a.change->position, seconds_of(a.change->before),
              sound_text(*a.first) + " becomes " + sound_text(a.change->to));
 }
 
@@ -126,17 +105,17 @@ std::string of_tag(const audio_gap& gap) {
 
 // mplex knows no file for sound that does not begin with a frame, and fails at whatever is no frame
 // of AC-3; of MPEG audio it takes what stands before the first such byte.
-void look_at_gaps(const audio_facts& a, collector& c) {
+void look_at_gaps(const audio_facts& a, finding_collector& c) {
   for (const audio_gap& gap : a.gaps) {
     const bool at_end = gap.position + gap.size == a.bytes;
     const std::string bytes = count_text(gap.size, "byte", "bytes");
     if (gap.position == 0)
       c.add_at("audio-leading-bytes", 0, 0, bytes + " before the first frame" + of_tag(gap));
     else if (at_end && a.kind == audio_kind::mpeg_layer_2)
-      c.add_at("audio-trailing-bytes", gap.position, gap.before,
+      c.add_at("audio-trailing-bytes", gap.position, seconds_of(gap.before),
                bytes + " behind the last frame" + of_tag(gap));
     else if (at_end)
-      c.add_at("audio-gap", gap.position, gap.before,
+      c.add_at("audio-gap", gap.position, seconds_of(gap.before),
                bytes + " behind the last frame" + of_tag(gap) + ", at which mplex fails");
   }
   if (!a.first_inner_gap)
@@ -148,19 +127,19 @@ void look_at_gaps(const audio_facts& a, collector& c) {
   if (a.kind == audio_kind::mpeg_layer_2)
     found += "; " + seconds_text(seconds_of(a.length - std::min(a.length, before))) +
              " of sound would be lost";
-  c.add_at("audio-gap", a.first_inner_gap->position, before, found);
+  c.add_at("audio-gap", a.first_inner_gap->position, seconds_of(before), found);
 }
 
-void look_at_end(const audio_facts& a, collector& c) {
+void look_at_end(const audio_facts& a, finding_collector& c) {
   if (a.cut)
-    c.add_at("audio-cut", a.cut->position, a.length, "the last frame is cut off");
+    c.add_at("audio-cut", a.cut->position, seconds_of(a.length), "the last frame is cut off");
   if (a.first_damaged)
-    c.add_at("audio-damage", a.first_damaged->position, a.first_damaged->before,
+    c.add_at("audio-damage", a.first_damaged->position, seconds_of(a.first_damaged->before),
              count_text(a.damaged_frames, "frame has", "frames have") +
                  " a wrong checksum, the first one here");
 }
 
-void look_at_length(const audio_facts& a, double picture, collector& c) {
+void look_at_length(const audio_facts& a, double picture, finding_collector& c) {
   const double sound = seconds_of(a.length);
   const std::string found =
       "the sound is " + seconds_text(sound) + " long, the picture " + seconds_text(picture);
@@ -179,7 +158,7 @@ std::span<const rule> audio_rules() {
 std::vector<finding> audio_findings(const audio_facts& audio, finding_item item,
                                     const std::string& file, bool packed,
                                     std::optional<double> picture_seconds) {
-  collector c(item, file);
+  finding_collector c(table, item, file);
   look_at_kind(audio, c);
   if (audio.first && is_kind_of_a_disc(audio.kind)) {
     look_at_frames(audio, c);

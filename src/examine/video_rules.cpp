@@ -1,4 +1,5 @@
 // What a disc allows of video.
+#include "examine/finding_collector.h"
 #include "examine/measures.h"
 #include "examine/stream_rules.h"
 
@@ -184,31 +185,12 @@ std::string damage_text(const video_damage& d) {
   return "damage";
 }
 
-// Gathers findings about one stream.
-class collector {
- public:
-  collector(finding_item item, const std::string& file) : item_(item), file_(file) {}
+void add_at(finding_collector& c, std::string_view id, const video_place& place, std::string found,
+            std::string wanted = {}) {
+  c.add_at(id, place.byte, place.seconds, std::move(found), std::move(wanted));
+}
 
-  finding& add(std::string_view id, std::string found, std::string wanted = {}) {
-    all_.push_back(finding_of(table, id, item_, std::move(found), std::move(wanted)));
-    all_.back().file = file_;
-    return all_.back();
-  }
-  void add_at(std::string_view id, const video_place& place, std::string found,
-              std::string wanted = {}) {
-    finding& f = add(id, std::move(found), std::move(wanted));
-    f.seconds = place.seconds;
-    f.byte = place.byte;
-  }
-  std::vector<finding> take() { return std::move(all_); }
-
- private:
-  finding_item item_;
-  const std::string& file_;
-  std::vector<finding> all_;
-};
-
-void look_at_shape(const video_facts& v, video_standard standard, collector& c) {
+void look_at_shape(const video_facts& v, video_standard standard, finding_collector& c) {
   const video_shape& s = *v.shape;
   if (v.standard != video_standard::other && standard != video_standard::other &&
       v.standard != standard)
@@ -228,7 +210,7 @@ void look_at_shape(const video_facts& v, video_standard standard, collector& c) 
 }
 
 // Of MPEG-1, whose aspect codes mean proportions of pixels, the tables say 4:3 and players agree.
-void look_at_aspect(const video_facts& v, collector& c) {
+void look_at_aspect(const video_facts& v, finding_collector& c) {
   const video_shape& s = *v.shape;
   if (!s.mpeg2)
     return;
@@ -240,7 +222,7 @@ void look_at_aspect(const video_facts& v, collector& c) {
     c.add("video-aspect-narrow", "the picture is 16:9 and 352 pixels wide");
 }
 
-void look_at_profile(const video_facts& v, collector& c) {
+void look_at_profile(const video_facts& v, finding_collector& c) {
   if (!v.shape->mpeg2)
     return;
   if (v.chroma_format != 1)
@@ -261,15 +243,15 @@ void look_at_profile(const video_facts& v, collector& c) {
     c.add("video-low-delay", "the stream is marked as of low delay");
 }
 
-void look_at_rate(const video_facts& v, collector& c) {
+void look_at_rate(const video_facts& v, finding_collector& c) {
   const bool mpeg2 = v.shape->mpeg2;
   const double limit = mpeg2 ? most_video_rate : most_mpeg1_rate;
   const double buffer = mpeg2 ? buffer_bits : mpeg1_buffer_bits;
   if (v.whole && v.peak_rate > limit) {
     const bool beyond_buffer = v.peak_rate > limit + buffer;
-    c.add_at(beyond_buffer ? "video-peak-rate" : "video-high-rate", v.peak_place,
-             "the second that begins here has " + rate_text(v.peak_rate),
-             "at most " + rate_text(limit));
+    add_at(c, beyond_buffer ? "video-peak-rate" : "video-high-rate", v.peak_place,
+           "the second that begins here has " + rate_text(v.peak_rate),
+           "at most " + rate_text(limit));
   }
   if (static_cast<double>(v.vbv_bytes) * 8 > buffer)
     c.add("video-buffer",
@@ -277,21 +259,21 @@ void look_at_rate(const video_facts& v, collector& c) {
           "at most " + std::to_string(static_cast<long long>(buffer)) + " bits");
 }
 
-void look_at_groups(const video_facts& v, collector& c) {
+void look_at_groups(const video_facts& v, finding_collector& c) {
   const std::uint64_t most = v.standard == video_standard::pal ? most_pal_fields : most_ntsc_fields;
   std::uint64_t too_long = 0;
   for (std::size_t fields = most + 1; fields < v.groups_by_fields.size(); ++fields)
     too_long += v.groups_by_fields[fields];
   if (too_long > 0 && v.longest_group)
-    c.add_at("gop-length", v.longest_group->place,
-             count_text(too_long, "group is", "groups are") + " too long; the longest, here, has " +
-                 std::to_string(v.longest_group->fields) + " fields",
-             "at most " + std::to_string(most) + " fields");
+    add_at(c, "gop-length", v.longest_group->place,
+           count_text(too_long, "group is", "groups are") + " too long; the longest, here, has " +
+               std::to_string(v.longest_group->fields) + " fields",
+           "at most " + std::to_string(most) + " fields");
   const auto& bare = v.groups_without_sequence_header;
   if (bare.count > 0)
-    c.add_at("gop-sequence-header", bare.kept.front(),
-             count_text(bare.count, "group has", "groups have") +
-                 " no sequence header, the first one here");
+    add_at(c, "gop-sequence-header", bare.kept.front(),
+           count_text(bare.count, "group has", "groups have") +
+               " no sequence header, the first one here");
   if (v.first_group_open)
     c.add("first-gop-open",
           "the first group is open: " + count_text(v.hidden_pictures, "picture", "pictures") +
@@ -306,7 +288,7 @@ std::string change_text(const video_change& change) {
   return text(change.before) + " becomes " + text(change.after);
 }
 
-void look_at_changes(const video_facts& v, collector& c) {
+void look_at_changes(const video_facts& v, finding_collector& c) {
   const counted_list<video_change>* first = nullptr;
   for (const auto* changes :
        {&v.size_changes, &v.rate_changes, &v.standard_changes, &v.coding_changes})
@@ -314,31 +296,31 @@ void look_at_changes(const video_facts& v, collector& c) {
         (first == nullptr || changes->kept.front().place.byte < first->kept.front().place.byte))
       first = changes;
   if (first != nullptr)
-    c.add_at("video-changes", first->kept.front().place, change_text(first->kept.front()));
+    add_at(c, "video-changes", first->kept.front().place, change_text(first->kept.front()));
   else if (v.aspect_changes.count > 0)
-    c.add_at("video-aspect-changes", v.aspect_changes.kept.front().place,
-             change_text(v.aspect_changes.kept.front()));
+    add_at(c, "video-aspect-changes", v.aspect_changes.kept.front().place,
+           change_text(v.aspect_changes.kept.front()));
 }
 
-void look_at_wholeness(const video_facts& v, bool packed, collector& c) {
+void look_at_wholeness(const video_facts& v, bool packed, finding_collector& c) {
   if (v.middle_end_codes.count > 0 && !packed)
-    c.add_at("video-end-code", v.middle_end_codes.kept.front(),
-             count_text(v.middle_end_codes.count, "end code stands", "end codes stand") +
-                 " in the middle of the stream, the first one here");
+    add_at(c, "video-end-code", v.middle_end_codes.kept.front(),
+           count_text(v.middle_end_codes.count, "end code stands", "end codes stand") +
+               " in the middle of the stream, the first one here");
   if (v.stray_bytes.count > 0)
-    c.add_at("video-stray-bytes", v.stray_bytes.kept.front().place,
-             count_text(v.stray_bytes_in_all, "byte stands", "bytes stand") +
-                 " where none belong, the first one here");
+    add_at(c, "video-stray-bytes", v.stray_bytes.kept.front().place,
+           count_text(v.stray_bytes_in_all, "byte stands", "bytes stand") +
+               " where none belong, the first one here");
   std::uint64_t damages = v.damage.count;
   const bool cut = v.whole && !v.damage.kept.empty() &&
                    v.damage.kept.back().kind == video_damage_kind::cut_at_end;
   if (cut) {
     --damages;
-    c.add_at("video-cut", v.damage.kept.back().place, "the stream ends within a picture");
+    add_at(c, "video-cut", v.damage.kept.back().place, "the stream ends within a picture");
   }
   if (damages > 0)
-    c.add_at(
-        "video-damage", v.damage.kept.front().place,
+    add_at(
+        c, "video-damage", v.damage.kept.front().place,
         damage_text(v.damage.kept.front()) +
             (damages > 1 ? "; in all " + count_text(damages, "place is", "places are") + " damaged"
                          : ""));
@@ -352,7 +334,7 @@ std::span<const rule> video_rules() {
 
 std::vector<finding> video_findings(const video_facts& video, video_standard standard,
                                     finding_item item, const std::string& file, bool packed) {
-  collector c(item, file);
+  finding_collector c(table, item, file);
   if (video.kind == video_kind::packets && !packed) {
     c.add("video-packets", "the file is a program stream");
     return c.take();
@@ -382,11 +364,11 @@ std::vector<finding> total_rate_findings(const video_facts& video,
   const double total = video.peak_rate + sound;
   if (total <= most_total_rate + buffer_bits || video.peak_rate > most_video_rate + buffer_bits)
     return {};
-  collector c(item, file);
-  c.add_at("total-rate", video.peak_place,
-           "the second that begins here has " + rate_text(total) + ", " + rate_text(sound) +
-               " of it sound",
-           "at most " + rate_text(most_total_rate));
+  finding_collector c(table, item, file);
+  add_at(c, "total-rate", video.peak_place,
+         "the second that begins here has " + rate_text(total) + ", " + rate_text(sound) +
+             " of it sound",
+         "at most " + rate_text(most_total_rate));
   return c.take();
 }
 
