@@ -21,9 +21,6 @@ using fate_kind = chapter_fate::kind;
 constexpr std::string_view measured = "dvdauthor 0.7.2, measured";
 
 constexpr std::array table = {
-    rule{"chapter-no-time", severity::error, "Each chapter has a time",
-         "a time such as 01:02:03.50", "nothing: the run fails", "set the title's chapters again",
-         measured},
     rule{"chapter-order", severity::warning, "Chapters stand in the order of their times",
          "later than the chapter before it",
          "this chapter is missing, later ones have other numbers", "sort the title's chapters",
@@ -140,6 +137,7 @@ void look_at_entries(int title, const disc_title& t, const title_length& length,
     const std::string time = sanitized_quoted(trim(t.chapters[entry].text));
     switch (fate.what) {
       case fate_kind::is_chapter:
+      case fate_kind::no_time:  // the setting rules look at that
         break;
       case fate_kind::merged:
         all.push_back(about_entry(
@@ -154,10 +152,6 @@ void look_at_entries(int title, const disc_title& t, const title_length& length,
         all.push_back(
             about_entry("chapter-after-end", title, entry, fate,
                         time + " is not before the end of the title, " + at_time(*length.seconds)));
-        break;
-      case fate_kind::no_time:
-        all.push_back(finding_of(table, "chapter-no-time", chapter_item(title, entry),
-                                 time + " is not a time"));
         break;
     }
   }

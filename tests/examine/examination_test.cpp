@@ -116,6 +116,13 @@ TEST_F(Examination, AFileNamedTwiceIsReadOnce) {
   EXPECT_EQ(read_in_last_, bytes.size());
 }
 
+TEST_F(Examination, AChapterTimeThatIsNoneIsToldOnce) {
+  folder_.add("a.mp2", times(5000, mpeg_frame({})));
+  disc_description d = disc_with_sound("a.mp2");
+  d.titles[0].chapters = {time_of("0"), time_of("x")};
+  EXPECT_THAT(found(d), ElementsAre("file-missing", "chapter-time-unreadable"));
+}
+
 TEST_F(Examination, ErrorsStandBeforeWarningsAndNotes) {
   std::vector<finding> findings(3);
   findings[0].severity = finding_severity::note;
