@@ -3,29 +3,13 @@
 #include "apps/corvane-author/author_project.h"
 #include "authoring/asked_disc.h"
 #include "authoring/navigation_xml.h"
-#include "examine/measures.h"
 #include "platform/processes/interrupt.h"
-
-#include <algorithm>
-#include <vector>
+#include "tools/finding_list.h"
 
 namespace corvane {
 namespace {
 
 constexpr int slice_milliseconds = 100;
-
-std::uint64_t count_of(const std::vector<finding>& findings, finding_severity severity) {
-  return static_cast<std::uint64_t>(std::count_if(
-      findings.begin(), findings.end(), [&](const finding& f) { return f.severity == severity; }));
-}
-
-std::string summary_of(const std::vector<finding>& findings) {
-  if (findings.empty())
-    return "Nothing was found that would spoil the disc.";
-  return count_text(count_of(findings, finding_severity::error), "error", "errors") + ", " +
-         count_text(count_of(findings, finding_severity::warning), "warning", "warnings") + ", " +
-         count_text(count_of(findings, finding_severity::note), "note", "notes") + ".";
-}
 
 }  // namespace
 
@@ -69,15 +53,15 @@ int check_project(const project& p, const std::string& app, bool as_json, report
     out.message("stopped; nothing was examined to its end.");
     return 128 + interrupt_number();
   }
-  const std::vector<finding> findings = e.findings();
+  const finding_list findings(e.findings(), files_read::whole);
   if (as_json) {
-    out.line(json_of(findings));
+    out.line(json_of(findings.findings()));
   } else {
-    for (const finding& f : findings)
+    for (const finding& f : findings.findings())
       out.line(text_of(f) + "\n");
-    out.line(summary_of(findings));
+    out.line(findings.summary());
   }
-  return count_of(findings, finding_severity::error) > 0 ? not_authorable : disc_authored;
+  return findings.count(finding_severity::error) > 0 ? not_authorable : disc_authored;
 }
 
 }  // namespace corvane
