@@ -147,6 +147,12 @@ const char* name_of(finding_severity severity) {
   return "error";
 }
 
+std::size_t count_of(const std::vector<finding>& findings, finding_severity severity) {
+  return static_cast<std::size_t>(
+      std::count_if(findings.begin(), findings.end(),
+                    [severity](const finding& f) { return f.severity == severity; }));
+}
+
 std::string place_text(const finding& f) {
   std::string text = numbered(word_of(f.item.whole), f.item.number);
   if (f.item.part != finding_item::part_kind::whole)

@@ -3,6 +3,7 @@
 // print the same.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -47,6 +48,9 @@ struct finding {
 
 /// "error", "warning", "note".
 const char* name_of(finding_severity severity);
+
+/// How many of them are of this severity.
+std::size_t count_of(const std::vector<finding>& findings, finding_severity severity);
 
 /// "title 2, audio 1, 00:01:05"; "disc" for the whole. Times are cut to seconds.
 std::string place_text(const finding& f);

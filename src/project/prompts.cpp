@@ -1,17 +1,10 @@
 #include "project/prompts.h"
 
-#include <algorithm>
-
 namespace corvane {
 namespace {
 
 // As many as a message box holds on a small screen.
 constexpr std::size_t most_listed = 8;
-
-std::size_t count_of(const std::vector<finding>& findings, finding_severity severity) {
-  return static_cast<std::size_t>(std::count_if(
-      findings.begin(), findings.end(), [&](const finding& f) { return f.severity == severity; }));
-}
 
 std::string listed(const std::vector<finding>& findings, finding_severity severity) {
   std::string text;

@@ -68,9 +68,7 @@ finding_list::finding_list(std::vector<finding> findings, files_read read)
 }
 
 std::size_t finding_list::count(finding_severity severity) const {
-  return static_cast<std::size_t>(
-      std::count_if(findings_.begin(), findings_.end(),
-                    [severity](const finding& f) { return f.severity == severity; }));
+  return count_of(findings_, severity);
 }
 
 std::string finding_list::counts() const {
