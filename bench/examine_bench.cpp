@@ -1,7 +1,11 @@
 // How long the examination of a stream takes against "cat" of it, both with the file in memory.
 //
-//   examine_bench video|audio FILE [RUNS]       5 runs of each, in turns
+//   examine_bench KIND FILE [RUNS]       5 runs of each, in turns
+//
+// KIND is video, audio, program (with the facts of the streams inside) or program-counted (packets
+// and times alone).
 #include "examine/audio_facts.h"
+#include "examine/program_stream_facts.h"
 #include "examine/video_facts.h"
 #include "platform/files/file_slices.h"
 
@@ -33,11 +37,10 @@ double median(std::vector<double> numbers) {
 }
 
 template <typename Scanner>
-auto facts_of(const std::string& path) {
+auto facts_of(const std::string& path, Scanner scanner) {
   auto file = corvane::file_slices::open(path);
   if (!file)
     give_up(file.error);
-  Scanner scanner;
   for (;;) {
     const auto slice = file->next();
     if (!slice)
@@ -51,14 +54,46 @@ auto facts_of(const std::string& path) {
 }
 
 std::uint64_t pictures_of(const std::string& path) {
-  return facts_of<corvane::video_scanner>(path).pictures;
+  return facts_of(path, corvane::video_scanner()).pictures;
 }
 
 std::uint64_t frames_of(const std::string& path) {
-  const corvane::audio_facts facts = facts_of<corvane::audio_scanner>(path);
+  const corvane::audio_facts facts = facts_of(path, corvane::audio_scanner());
   if (facts.frame_bytes != facts.bytes || facts.damaged_frames > 0)
     give_up("the file is not whole");
   return facts.frames;
+}
+
+std::uint64_t packs_of(const std::string& path, corvane::inner_streams which) {
+  const auto facts = facts_of(path, corvane::program_stream_scanner(which));
+  const bool has_video = which == corvane::inner_streams::counted || facts.video() != nullptr;
+  if (!has_video || facts.loose.count > 0 || facts.cut)
+    give_up("the facts are wrong");
+  return facts.packs;
+}
+
+std::uint64_t packs_and_streams_of(const std::string& path) {
+  return packs_of(path, corvane::inner_streams::examined);
+}
+
+std::uint64_t packs_alone_of(const std::string& path) {
+  return packs_of(path, corvane::inner_streams::counted);
+}
+
+struct bench_kind {
+  std::string name;
+  std::string what;  // is counted
+  std::uint64_t (*count)(const std::string& path);
+};
+
+bench_kind kind_named(const std::string& name) {
+  for (const bench_kind& kind :
+       {bench_kind{"video", "pictures", pictures_of}, bench_kind{"audio", "frames", frames_of},
+        bench_kind{"program", "packs", packs_and_streams_of},
+        bench_kind{"program-counted", "packs", packs_alone_of}})
+    if (kind.name == name)
+      return kind;
+  give_up("usage: examine_bench video|audio|program|program-counted FILE [RUNS]");
 }
 
 void cat(const std::string& file) {
@@ -77,21 +112,18 @@ double timed(Work work) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::string kind = argc > 2 ? argv[1] : "";
-  if (kind != "video" && kind != "audio")
-    give_up("usage: examine_bench video|audio FILE [RUNS]");
+  const bench_kind kind = kind_named(argc > 2 ? argv[1] : "");
   const std::string file = argv[2];
   const int runs = argc > 3 ? std::atoi(argv[3]) : 5;
   cat(file);
   std::uint64_t found = 0;
   std::vector<double> scans, cats;
   for (int run = 0; run < runs; ++run) {
-    scans.push_back(timed([&] { found = kind == "video" ? pictures_of(file) : frames_of(file); }));
+    scans.push_back(timed([&] { found = kind.count(file); }));
     cats.push_back(timed([&] { cat(file); }));
   }
   std::printf("scan_s %.3f\ncat_s %.3f\nratio %.2f\n", median(scans), median(cats),
               median(scans) / median(cats));
-  std::printf("%s %llu\n", kind == "video" ? "pictures" : "frames",
-              static_cast<unsigned long long>(found));
+  std::printf("%s %llu\n", kind.what.c_str(), static_cast<unsigned long long>(found));
   return 0;
 }
