@@ -8,13 +8,14 @@
 set -eu
 
 script=$(readlink -f -- "$0")
+encoders=${script%/*/*}/support/encoders.sh
+# shellcheck source=tests/support/encoders.sh
+. "$encoders"
 mkdir -p "$1"
 cd "$1"
-stamp=$({ sha256sum <"$script"; ffmpeg -version | head -n 1; } | sha256sum)
-[ "$(cat .stamp 2>/dev/null)" != "$stamp" ] || exit 0
+stamp=$({ cat "$script" "$encoders"; ffmpeg -version | head -n 1; } | sha256sum)
+[ "$(cat .stamp 2>/dev/null)" != "$stamp" ] || { touch .stamp; exit 0; }
 rm -f .stamp expected
-
-ff() { ffmpeg -nostdin -v error -y -bitexact "$@"; }
 
 # Noise has frames of every content; it begins and ends with silence, whose frames are all alike.
 noise() { echo "anoisesrc=duration=$1:sample_rate=48000:amplitude=0.5:seed=7,adelay=300,apad=pad_dur=0.3"; }

@@ -10,13 +10,14 @@
 set -eu
 
 script=$(readlink -f -- "$0")
+encoders=${script%/*/*}/support/encoders.sh
+# shellcheck source=tests/support/encoders.sh
+. "$encoders"
 mkdir -p "$1"
 cd "$1"
-stamp=$({ sha256sum <"$script"; ffmpeg -version | head -n 1; } | sha256sum)
+stamp=$({ cat "$script" "$encoders"; ffmpeg -version | head -n 1; } | sha256sum)
 [ "$(cat .stamp 2>/dev/null)" != "$stamp" ] || { touch .stamp; exit 0; }
 rm -rf .stamp disc ./*.mpg ./*.vob
-
-ff() { ffmpeg -nostdin -v error -y -bitexact "$@"; }
 
 # quiet COMMAND...: shows what it said only when it fails.
 quiet() { "$@" >log 2>&1 </dev/null || { cat log >&2; exit 1; }; }

@@ -10,40 +10,24 @@
 set -eu
 
 script=$(readlink -f -- "$0")
+encoders=${script%/*/*}/support/encoders.sh
+# shellcheck source=tests/support/encoders.sh
+. "$encoders"
 mkdir -p "$1"
 cd "$1"
-stamp=$({ sha256sum <"$script"; ffmpeg -version | head -n 1; } | sha256sum)
-[ "$(cat .stamp 2>/dev/null)" != "$stamp" ] || exit 0
+stamp=$({ cat "$script" "$encoders"; ffmpeg -version | head -n 1; } | sha256sum)
+[ "$(cat .stamp 2>/dev/null)" != "$stamp" ] || { touch .stamp; exit 0; }
 rm -f .stamp
 
-ff() { ffmpeg -nostdin -v error -y -bitexact "$@"; }
-
-# stream FILE SIZE RATE PICTURES ENCODER OPTION...
-stream() {
-  out=$1 size=$2 rate=$3 pictures=$4 encoder=$5
-  shift 5
-  ff -f lavfi -i "testsrc2=size=$size:rate=$rate" -frames:v "$pictures" -c:v "$encoder" \
-    -pix_fmt yuv420p -threads 1 -sc_threshold 1000000000 "$@" -f "$encoder" "$out"
-}
-
-# by_mpeg2enc FILE SIZE RATE PICTURES INTERLACING OPTION...
-by_mpeg2enc() {
-  out=$1 size=$2 rate=$3 pictures=$4 interlacing=$5
-  shift 5
-  ff -f lavfi -i "testsrc2=size=$size:rate=$rate" -frames:v "$pictures" \
-    -vf "setfield=$interlacing,setsar=1" -pix_fmt yuv420p -f yuv4mpegpipe - |
-    mpeg2enc -v 0 -o "$out" "$@" >mpeg2enc.log 2>&1 || { cat mpeg2enc.log >&2; exit 1; }
-}
-
-stream pal.m2v 720x576 25 30 mpeg2video -g 12 -bf 2 -flags +ilme+ildct -top 1 -b:v 3000k -aspect 16:9
-stream ntsc.m2v 720x480 30000/1001 32 mpeg2video -g 15 -bf 2 -b:v 3000k -maxrate 8000k \
+video_stream pal.m2v 720x576 25 30 mpeg2video -g 12 -bf 2 -flags +ilme+ildct -top 1 -b:v 3000k -aspect 16:9
+video_stream ntsc.m2v 720x480 30000/1001 32 mpeg2video -g 15 -bf 2 -b:v 3000k -maxrate 8000k \
   -bufsize 1835k -aspect 4:3
-stream closed.m2v 352x240 30000/1001 50 mpeg2video -g 15 -bf 2 -flags +cgop -b:v 900k
-stream low-delay.m2v 352x288 25 30 mpeg2video -g 15 -bf 0 -flags +low_delay -b:v 900k
-stream long.m2v 352x480 30000/1001 70 mpeg2video -g 20 -bf 1 -b:v 900k
-stream wide.m2v 1280x720 25 5 mpeg2video -g 12 -bf 2 -b:v 3000k
-stream film.m2v 352x480 24000/1001 30 mpeg2video -g 12 -bf 2 -b:v 900k
-stream one.m1v 352x288 25 40 mpeg1video -g 12 -bf 2 -b:v 900k
+video_stream closed.m2v 352x240 30000/1001 50 mpeg2video -g 15 -bf 2 -flags +cgop -b:v 900k
+video_stream low-delay.m2v 352x288 25 30 mpeg2video -g 15 -bf 0 -flags +low_delay -b:v 900k
+video_stream long.m2v 352x480 30000/1001 70 mpeg2video -g 20 -bf 1 -b:v 900k
+video_stream wide.m2v 1280x720 25 5 mpeg2video -g 12 -bf 2 -b:v 3000k
+video_stream film.m2v 352x480 24000/1001 30 mpeg2video -g 12 -bf 2 -b:v 900k
+video_stream one.m1v 352x288 25 40 mpeg1video -g 12 -bf 2 -b:v 900k
 ff -f lavfi -i "nullsrc=size=352x240:rate=30000/1001,geq=random(1)*255:128:128" -frames:v 35 \
   -c:v mpeg2video -pix_fmt yuv420p -threads 1 -g 15 -bf 2 -q:v 8 -f mpeg2video loud.m2v
 by_mpeg2enc dvd.m2v 720x576 25 13 tff -f 8 -a 3 -b 6000

@@ -8,40 +8,24 @@
 set -eu
 
 script=$(readlink -f -- "$0")
+encoders=${script%/*/*}/support/encoders.sh
+# shellcheck source=tests/support/encoders.sh
+. "$encoders"
 mkdir -p "$1"
 cd "$1"
-stamp=$({ sha256sum <"$script"; ffmpeg -version | head -n 1; } | sha256sum)
-[ "$(cat .stamp 2>/dev/null)" != "$stamp" ] || exit 0
+stamp=$({ cat "$script" "$encoders"; ffmpeg -version | head -n 1; } | sha256sum)
+[ "$(cat .stamp 2>/dev/null)" != "$stamp" ] || { touch .stamp; exit 0; }
 rm -f .stamp
 
-ff() { ffmpeg -nostdin -v error -y -bitexact "$@"; }
-
-# stream FILE SIZE RATE PICTURES ENCODER OPTION...
-stream() {
-  out=$1 size=$2 rate=$3 pictures=$4 encoder=$5
-  shift 5
-  ff -f lavfi -i "testsrc2=size=$size:rate=$rate" -frames:v "$pictures" -c:v "$encoder" \
-    -pix_fmt yuv420p -threads 1 -sc_threshold 1000000000 "$@" -f "$encoder" "$out"
-}
-
-# by_mpeg2enc FILE SIZE RATE PICTURES INTERLACING OPTION...: what FFmpeg's encoder cannot make.
-by_mpeg2enc() {
-  out=$1 size=$2 rate=$3 pictures=$4 interlacing=$5
-  shift 5
-  ff -f lavfi -i "testsrc2=size=$size:rate=$rate" -frames:v "$pictures" \
-    -vf "setfield=$interlacing,setsar=1" -pix_fmt yuv420p -f yuv4mpegpipe - |
-    mpeg2enc -v 0 -o "$out" "$@" >mpeg2enc.log 2>&1 || { cat mpeg2enc.log >&2; exit 1; }
-}
-
-stream closed.m2v 352x240 30000/1001 70 mpeg2video -g 15 -bf 2 -flags +cgop -b:v 900k
-stream open.m2v 352x240 30000/1001 70 mpeg2video -g 15 -bf 2 -b:v 900k
-stream pal.m2v 720x576 25 40 mpeg2video -g 12 -bf 2 -flags +ilme+ildct -top 1 -b:v 3000k -aspect 16:9
-stream intra.m2v 352x288 25 40 mpeg2video -g 1 -b:v 2000k
-stream long.m2v 96x64 25 700 mpeg2video -g 600 -bf 2 -b:v 200k
-stream predicted.m2v 352x240 24 40 mpeg2video -g 20 -bf 0 -b:v 900k
-stream odd.m2v 354x242 24000/1001 30 mpeg2video -g 12 -bf 2 -b:v 900k
-stream one.m1v 352x288 25 60 mpeg1video -g 12 -bf 2 -b:v 900k
-stream still.m2v 720x480 30000/1001 1 mpeg2video -b:v 3000k
+video_stream closed.m2v 352x240 30000/1001 70 mpeg2video -g 15 -bf 2 -flags +cgop -b:v 900k
+video_stream open.m2v 352x240 30000/1001 70 mpeg2video -g 15 -bf 2 -b:v 900k
+video_stream pal.m2v 720x576 25 40 mpeg2video -g 12 -bf 2 -flags +ilme+ildct -top 1 -b:v 3000k -aspect 16:9
+video_stream intra.m2v 352x288 25 40 mpeg2video -g 1 -b:v 2000k
+video_stream long.m2v 96x64 25 700 mpeg2video -g 600 -bf 2 -b:v 200k
+video_stream predicted.m2v 352x240 24 40 mpeg2video -g 20 -bf 0 -b:v 900k
+video_stream odd.m2v 354x242 24000/1001 30 mpeg2video -g 12 -bf 2 -b:v 900k
+video_stream one.m1v 352x288 25 60 mpeg1video -g 12 -bf 2 -b:v 900k
+video_stream still.m2v 720x480 30000/1001 1 mpeg2video -b:v 3000k
 by_mpeg2enc interlaced.m2v 352x288 25 50 tff -f 3 -I 1 -b 1500 -g 9 -G 12 -R 2
 by_mpeg2enc progressive.m2v 352x240 24000/1001 60 prog -f 3 -b 1500 -g 12 -G 12 -R 2
 by_mpeg2enc no-b.m2v 352x240 24000/1001 60 prog -f 3 -c -b 1500 -g 12 -G 12 -R 0
