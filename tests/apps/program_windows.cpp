@@ -29,8 +29,8 @@ running_program::running_program(const program_start& start) {
   how.hStdOutput = output_file(said_.path("out"));
   how.hStdError = output_file(said_.path("err"));
   std::wstring line = utf16("\"" + start.program + "\" " + start.arguments);
-  // Seen on a busy machine: Wine could not start a program that it had started a moment before. What
-  // is tested is what the program does, so starting it is tried again.
+  // Seen on a busy machine: Wine could not start a program that it had started a moment before.
+  // What is tested is what the program does, so starting it is tried again.
   bool started = false;
   DWORD error = 0;
   for (int attempt = 0; attempt < 3 && !started; ++attempt) {
