@@ -11,13 +11,6 @@ std::vector<std::string> native_streams(const disc_title& title, path_style styl
   return streams;
 }
 
-std::string quoted(std::string_view text) {
-  std::string q = "\"";
-  q += text;
-  q += '"';
-  return q;
-}
-
 void add_line(std::string& text, std::string_view line) {
   text += line;
   text += crlf;

@@ -14,9 +14,6 @@ namespace corvane {
 /// Native paths of a title's streams, video first; one path for a ready file.
 std::vector<std::string> native_streams(const disc_title& title, path_style style);
 
-/// `text` in double quotes.
-std::string quoted(std::string_view text);
-
 /// The text with CR LF after it.
 void add_line(std::string& text, std::string_view line);
 

@@ -42,15 +42,15 @@ const overlay_kind select{"select", run_file::select_picture, &disc_button::sele
 
 std::string blank_picture(const disc_description& d, const run_paths& where,
                           const std::string& target) {
-  return quoted(where.tool("gm")) + " convert -size " + video_size(d) + " null:" + transparent +
-         " " + quoted(target);
+  return in_double_quotes(where.tool("gm")) + " convert -size " + video_size(d) +
+         " null:" + transparent + " " + in_double_quotes(target);
 }
 
 // `corners` is what stands after "roundrectangle "; 2,3 are the radii of the rounded corners.
 std::string drawing(const run_paths& where, const std::string& colour, const std::string& corners,
                     const std::string& target) {
-  return quoted(where.tool("gm")) + " mogrify +antialias -fill " + colour + " -draw " +
-         quoted("roundrectangle " + corners + ", 2,3") + " " + quoted(target);
+  return in_double_quotes(where.tool("gm")) + " mogrify +antialias -fill " + colour + " -draw " +
+         in_double_quotes("roundrectangle " + corners + ", 2,3") + " " + in_double_quotes(target);
 }
 
 // Corners that are computed carry the leading blank of the number texts, those taken from the
@@ -78,9 +78,9 @@ void add_coloured_button(std::string& text, const run_paths& where, const rectan
 void add_bitmap_button(std::string& text, const run_paths& where, const rectangle& r,
                        const std::string& bitmap, const std::string& target) {
   const std::string pasted = native_from_stored(bitmap, where.style);
-  add_line(text, quoted(where.tool("gm")) + " composite -geometry +" + trimmed(r.left) + "+" +
-                     trimmed(r.top) + " " + quoted(pasted) + " " + quoted(target) + " " +
-                     quoted(target));
+  add_line(text, in_double_quotes(where.tool("gm")) + " composite -geometry +" + trimmed(r.left) +
+                     "+" + trimmed(r.top) + " " + in_double_quotes(pasted) + " " +
+                     in_double_quotes(target) + " " + in_double_quotes(target));
 }
 
 void add_button(std::string& text, const disc_description& d, const run_paths& where, int menu,
@@ -105,7 +105,7 @@ void add_picture(std::string& text, const disc_description& d, const run_paths& 
 
 std::string button_element(const disc_button& b) {
   const auto value = [](const char* name, std::string_view text) {
-    return std::string(" ") + name + "=" + quoted(text);
+    return std::string(" ") + name + "=" + in_double_quotes(text);
   };
   return "    <button" + value("x0", trim_left(b.x0.text)) + value("y0", trimmed(rounded(b.y0))) +
          value("x1", trim_left(b.x1.text)) + value("y1", trim_left(b.y1.text)) + "/>";
@@ -119,7 +119,7 @@ std::string video_size(const disc_description& d) {
 
 std::string menu_subpicture_xml(const disc_description& d, const run_paths& where, int menu) {
   const auto path = [&](const overlay_kind& kind) {
-    return quoted(escape_ampersands(where.in_app(kind.file(menu))));
+    return in_double_quotes(escape_ampersands(where.in_app(kind.file(menu))));
   };
   const std::string indent = "         ";
 
@@ -127,8 +127,8 @@ std::string menu_subpicture_xml(const disc_description& d, const run_paths& wher
   add_line(text, R"(<?xml version="1.0" encoding="UTF-8"?>)");
   add_line(text, "<subpictures>");
   add_line(text, "  <stream>");
-  add_line(text, "    <spu start=" + quoted(d.menu(menu).spu_begin.text) +
-                     " end=" + quoted(d.menu(menu).spu_end.text));
+  add_line(text, "    <spu start=" + in_double_quotes(d.menu(menu).spu_begin.text) +
+                     " end=" + in_double_quotes(d.menu(menu).spu_end.text));
   add_line(text, indent + "highlight=" + path(highlight));
   add_line(text, indent + "select=" + path(select));
   add_line(text, indent + R"(transparent="010101" force="yes")");

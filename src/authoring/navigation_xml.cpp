@@ -58,8 +58,8 @@ void add_menu(std::string& text, const disc_description& d, const run_paths& whe
     add_jump_table(text, d.menu_count());
   for (const disc_button& b : d.menu(menu).buttons)
     add_line(text, "        <button> " + button_command(d, b.action.text, menu) + "; </button>");
-  add_line(text,
-           "       <vob file=" + quoted(where.in_out(run_file::menu_with_buttons(menu))) + " />");
+  add_line(text, "       <vob file=" +
+                     in_double_quotes(where.in_out(run_file::menu_with_buttons(menu))) + " />");
   if (loop)
     add_line(text, "       <post> jump menu" + leading_blank(menu) + "; </post>");
   add_line(text, "      </pgc>");
@@ -78,7 +78,7 @@ void add_languages(std::string& text, const disc_description& d) {
   for (const disc_language& language : d.languages) {
     const bool audio = language.kind == disc_language::stream_kind::audio;
     add_line(text, (audio ? "       <audio lang=" : "       <subpicture lang=") +
-                       quoted(language.code) + " />");
+                       in_double_quotes(language.code) + " />");
   }
 }
 
@@ -103,12 +103,12 @@ std::string title_post(const disc_description& d, int title) {
 
 void add_titles(std::string& text, const disc_description& d, const run_paths& where) {
   add_line(text, "      <titles>");
-  add_line(text, "       <video format=" + quoted(lower(d.standard_text)) + " />");
+  add_line(text, "       <video format=" + in_double_quotes(lower(d.standard_text)) + " />");
   add_languages(text, d);
   for (int title = 1; title <= d.title_count(); ++title) {
     add_line(text, "        <pgc>");
-    add_line(text, "          <vob file=" + quoted(title_file(d, where, title)) +
-                       " chapters=" + quoted(d.title(title).chapters_text) + " />");
+    add_line(text, "          <vob file=" + in_double_quotes(title_file(d, where, title)) +
+                       " chapters=" + in_double_quotes(d.title(title).chapters_text) + " />");
     add_line(text, title_post(d, title));
     add_line(text, "        </pgc>");
   }
@@ -120,7 +120,7 @@ void add_titles(std::string& text, const disc_description& d, const run_paths& w
 std::string navigation_xml(const disc_description& d, const run_paths& where) {
   std::string text;
   add_line(text, R"(<?xml version="1.0" encoding="UTF-8"?>)");
-  add_line(text, "<dvdauthor dest=" + quoted(where.out) + ">");
+  add_line(text, "<dvdauthor dest=" + in_double_quotes(where.out) + ">");
   add_line(text, "<!-- DO NOT edit the 2 lines above -->");
   add_manager(text, d);
   add_line(text, "  <titleset>");

@@ -14,7 +14,6 @@ namespace {
 // disc on which they cannot be reached.
 constexpr std::size_t most_titles = 99;
 constexpr std::size_t most_audio_streams = 8;
-constexpr std::size_t most_subpictures = 32;
 
 std::string title_named(int title) {
   return "Title " + trimmed(title);

@@ -15,21 +15,21 @@ void add_opening(std::string& text, const run_paths& where) {
   add_line(text, "@echo off");
   add_line(text,
            "echo Send problems with Corvane to the Corvane developers, corvane-bugs@example.org");
-  add_line(text, "mkdir " + quoted(where.out));
+  add_line(text, "mkdir " + in_double_quotes(where.out));
   add_line(text, "echo ***please wait while the titles are multiplexed.");
 }
 
 // Format 8 is mplex's DVD format with navigation packs, -O the offset of the audio.
 std::string title_command(const disc_description& d, const run_paths& where, int title) {
   const std::string target = mplex_pattern(where.in_out(run_file::title_stream(title)));
-  std::string command = quoted(where.tool("mplex")) + " -f 8 -O " + d.title(title).delay.text +
-                        "ms -o " + quoted(target) + " ";
+  std::string command = in_double_quotes(where.tool("mplex")) + " -f 8 -O " +
+                        d.title(title).delay.text + "ms -o " + in_double_quotes(target) + " ";
   for (const std::string& stream : native_streams(d.title(title), where.style))
-    command += " " + quoted(stream) + " ";
+    command += " " + in_double_quotes(stream) + " ";
   return command;
 }
 
-void add_titles(std::string& text, const disc_description& d, const run_paths& where) {
+void add_work_on_titles(std::string& text, const disc_description& d, const run_paths& where) {
   for (int title = 1; title <= d.title_count(); ++title) {
     if (!d.title(title).is_multiplexed_here)
       continue;
@@ -38,7 +38,8 @@ void add_titles(std::string& text, const disc_description& d, const run_paths& w
   }
 }
 
-void add_menu(std::string& text, const disc_description& d, const run_paths& where, int menu) {
+void add_work_on_menu(std::string& text, const disc_description& d, const run_paths& where,
+                      int menu) {
   const std::string plain = where.in_out(run_file::menu_stream(menu));
   const std::string with_buttons = where.in_out(run_file::menu_with_buttons(menu));
   const std::string control = where.in_app(run_file::menu_control(menu));
@@ -46,21 +47,22 @@ void add_menu(std::string& text, const disc_description& d, const run_paths& whe
   const std::string audio = native_from_stored(d.menu(menu).audio(), where.style);
 
   add_line(text, "echo *multiplexing menu" + leading_blank(menu) + ".....");
-  add_line(text, quoted(where.tool("mplex")) + " -f 8 -o " + quoted(mplex_pattern(plain)) + " " +
-                     quoted(video) + (audio.empty() ? "" : " " + quoted(audio)));
-  add_line(text, quoted(where.tool("spumux")) + " " + quoted(control) + " <" + quoted(plain) +
-                     " > " + quoted(with_buttons));
-  add_line(text, "erase " + quoted(plain));
+  add_line(text, in_double_quotes(where.tool("mplex")) + " -f 8 -o " +
+                     in_double_quotes(mplex_pattern(plain)) + " " + in_double_quotes(video) +
+                     (audio.empty() ? "" : " " + in_double_quotes(audio)));
+  add_line(text, in_double_quotes(where.tool("spumux")) + " " + in_double_quotes(control) + " <" +
+                     in_double_quotes(plain) + " > " + in_double_quotes(with_buttons));
+  add_line(text, "erase " + in_double_quotes(plain));
 }
 
-void add_menus(std::string& text, const disc_description& d, const run_paths& where) {
+void add_work_on_menus(std::string& text, const disc_description& d, const run_paths& where) {
   if (d.menu_count() == 0)
     return;
   add_line(text, "echo *generating button images.......");
   for (int menu = 1; menu <= d.menu_count(); ++menu)
     text += button_image_commands(d, where, menu);
   for (int menu = 1; menu <= d.menu_count(); ++menu)
-    add_menu(text, d, where, menu);
+    add_work_on_menu(text, d, where, menu);
 }
 
 void add_subtitles(std::string& text, const disc_description& d, const run_paths& where) {
@@ -71,20 +73,20 @@ void add_subtitles(std::string& text, const disc_description& d, const run_paths
 
 // The pattern stands outside the quotes, where cmd.exe too reads it as one.
 std::string every_mpg(const run_paths& where) {
-  return quoted(where.out) + separator(where.style) + "*.mpg";
+  return in_double_quotes(where.out) + separator(where.style) + "*.mpg";
 }
 
 void add_disc(std::string& text, const disc_description& d, const run_paths& where) {
   add_line(text, "echo *authoring title(s).....");
   add_line(text, "");
-  add_line(text,
-           quoted(where.tool("dvdauthor")) + " -x " + quoted(where.in_app(run_file::navigation)));
+  add_line(text, in_double_quotes(where.tool("dvdauthor")) + " -x " +
+                     in_double_quotes(where.in_app(run_file::navigation)));
   add_line(text, "erase " + every_mpg(where));
   if (!d.image)
     return;
   add_line(text, "echo *generating udf iso.....");
-  add_line(text, quoted(where.tool("mkisofs")) + " -dvd-video -V DVDVideo -udf -o " +
-                     quoted(where.out + ".iso") + " " + quoted(where.out));
+  add_line(text, in_double_quotes(where.tool("mkisofs")) + " -dvd-video -V DVDVideo -udf -o " +
+                     in_double_quotes(where.out + ".iso") + " " + in_double_quotes(where.out));
 }
 
 }  // namespace
@@ -92,8 +94,8 @@ void add_disc(std::string& text, const disc_description& d, const run_paths& whe
 std::string work_script(const disc_description& d, const run_paths& where) {
   std::string text;
   add_opening(text, where);
-  add_titles(text, d, where);
-  add_menus(text, d, where);
+  add_work_on_titles(text, d, where);
+  add_work_on_menus(text, d, where);
   add_subtitles(text, d, where);
   add_disc(text, d, where);
   // The runner takes this line for the end of the run; nothing may follow it.

@@ -1,5 +1,6 @@
 #include "disc/command_reading.h"
 
+#include "formats/numbers.h"
 #include "formats/sanitized.h"
 
 #include <algorithm>
@@ -21,9 +22,6 @@ struct token {
   int number = 0;  ///< of a number or register
 };
 
-bool is_digit(char c) {
-  return c >= '0' && c <= '9';
-}
 bool is_letter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
 }

@@ -38,6 +38,9 @@ struct text_time {
 /// The line system of all video of a disc.
 enum class video_standard { other, ntsc, pal };
 
+/// Subtitles and subpicture streams that a title can have.
+inline constexpr std::size_t most_subpictures = 32;
+
 /// A text subtitle of a title, which becomes a subpicture stream.
 struct disc_subtitle {
   std::string file;  ///< stored path

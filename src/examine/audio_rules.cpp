@@ -11,9 +11,6 @@ namespace {
 
 using severity = finding_severity;
 
-constexpr std::string_view dvd_video = "DVD-Video";
-constexpr std::string_view mplex_measured = "mplex 2.1.0, measured";
-
 constexpr int disc_sample_rate = 48'000;
 constexpr int most_ac3_rate = 448'000;
 constexpr int most_mpeg_rate = 384'000;
@@ -21,7 +18,7 @@ constexpr int most_mpeg_rate = 384'000;
 // Shorter than this, nobody misses sound at the end.
 constexpr double missed_sound = 1.0;
 
-constexpr std::array table = {
+constexpr std::array audio_rules_table = {
     rule{"audio-kind", severity::error, "The sound is of a kind that a disc can hold",
          "AC-3 or MPEG audio layer II", "silence: the run fails, or no player decodes it",
          "encode the sound as AC-3 (ffmpeg: -c:a ac3 -ar 48000)", dvd_video},
@@ -152,13 +149,13 @@ void look_at_length(const audio_facts& a, double picture, finding_collector& c) 
 }  // namespace
 
 std::span<const rule> audio_rules() {
-  return table;
+  return audio_rules_table;
 }
 
 std::vector<finding> audio_findings(const audio_facts& audio, finding_item item,
                                     const std::string& file, bool packed,
                                     std::optional<double> picture_seconds) {
-  finding_collector c(table, item, file);
+  finding_collector c(audio_rules_table, item, file);
   look_at_kind(audio, c);
   if (audio.first && is_kind_of_a_disc(audio.kind)) {
     look_at_frames(audio, c);

@@ -28,28 +28,28 @@ constexpr std::size_t most_buttons = 36;
 constexpr std::size_t most_colour_pairs = 9;
 constexpr int picture_width = 720;
 
-constexpr std::string_view dvd_video = "DVD-Video, highlight information";
+constexpr std::string_view dvd_video_highlights = "DVD-Video, highlight information";
 constexpr std::string_view spumux_measured = "spumux 0.7.2, measured";
 constexpr std::string_view move_button =
     "move the button in \"edit existing titleset menu\" (\"left position\", \"y position\", "
     "\"width\", \"height\")";
-constexpr std::string_view run_fails = "nothing: the run fails at this menu";
+constexpr std::string_view run_fails_at_menu = "nothing: the run fails at this menu";
 
-constexpr std::array table = {
+constexpr std::array button_rules_table = {
     rule{"button-edge-not-number", severity::error, "The edges of a button are numbers",
-         "four numbers of pixels", run_fails, move_button, spumux_measured},
+         "four numbers of pixels", run_fails_at_menu, move_button, spumux_measured},
     rule{"button-edge-not-whole", severity::error, "The edges of a button are whole pixels",
-         "whole numbers of pixels, without a sign or a fraction", run_fails, move_button,
+         "whole numbers of pixels, without a sign or a fraction", run_fails_at_menu, move_button,
          spumux_measured},
     rule{"button-without-area", severity::error,
          "A button's right and lower edges are behind its left and upper ones",
          "a right edge greater than the left one and a lower edge greater than the upper one",
-         run_fails, move_button, "spumux 0.7.2 and GraphicsMagick 1.3.40, measured"},
+         run_fails_at_menu, move_button, "spumux 0.7.2 and GraphicsMagick 1.3.40, measured"},
     rule{"button-too-small", severity::error, "A button is large enough to be drawn",
          "at least 6 by 2 or 4 by 3 pixels", "a menu without this button", move_button,
          "GraphicsMagick 1.3.40, measured"},
     rule{"button-outside-picture", severity::error, "Buttons stand in the picture",
-         "edges within the picture of 720 by 480 (NTSC) or 576 (PAL) pixels", run_fails,
+         "edges within the picture of 720 by 480 (NTSC) or 576 (PAL) pixels", run_fails_at_menu,
          move_button, spumux_measured},
     rule{"button-outside-safe-area", severity::note,
          "Buttons stand where every television shows them",
@@ -72,9 +72,10 @@ constexpr std::array table = {
     rule{"menu-too-many-buttons", severity::error, "A menu has at most 36 buttons",
          "at most 36 buttons in a menu",
          "nothing: the run fails when everything has been multiplexed",
-         "delete buttons in \"edit existing titleset menu\", or make a second menu", dvd_video},
+         "delete buttons in \"edit existing titleset menu\", or make a second menu",
+         dvd_video_highlights},
     rule{"button-colour-unknown", severity::error, "The colours of a button are offered ones",
-         "one of the colours that the menu editor offers", run_fails,
+         "one of the colours that the menu editor offers", run_fails_at_menu,
          "choose another colour in \"edit existing titleset menu\"",
          "the colours that this program draws with"},
     rule{"menu-too-many-colours", severity::error,
@@ -92,7 +93,7 @@ constexpr std::array table = {
          "a thickness of 0 or more", "a button without its middle",
          "set \"box thickness\" in \"edit existing titleset menu\"", "what this program draws"},
     rule{"menu-button-time", severity::error, "The times of a menu's buttons can be read",
-         "a time such as 00:00:00.0", run_fails,
+         "a time such as 00:00:00.0", run_fails_at_menu,
          "set the times again under \"advanced\" in \"edit existing titleset menu\"",
          spumux_measured},
     rule{"menu-button-time-order", severity::error, "A menu's buttons end after they begin",
@@ -184,7 +185,8 @@ class menu_examiner {
  private:
   void add(std::string_view rule, int button, std::string found, std::string wanted = {}) {
     const finding_item item{whole::menu, number_, button == 0 ? part::whole : part::button, button};
-    findings_.push_back(finding_of(table, rule, item, std::move(found), std::move(wanted)));
+    findings_.push_back(
+        finding_of(button_rules_table, rule, item, std::move(found), std::move(wanted)));
   }
 
   // The menu --------------------------------------------------------------------------------------
@@ -345,7 +347,7 @@ class menu_examiner {
 }  // namespace
 
 std::span<const rule> button_rules() {
-  return table;
+  return button_rules_table;
 }
 
 std::vector<finding> button_findings(const disc_description& d,

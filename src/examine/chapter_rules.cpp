@@ -20,7 +20,7 @@ using fate_kind = chapter_fate::kind;
 
 constexpr std::string_view measured = "dvdauthor 0.7.2, measured";
 
-constexpr std::array table = {
+constexpr std::array chapter_rules_table = {
     rule{"chapter-order", severity::warning, "Chapters stand in the order of their times",
          "later than the chapter before it",
          "this chapter is missing, later ones have other numbers", "sort the title's chapters",
@@ -125,7 +125,7 @@ finding_item chapter_item(int title, std::size_t entry) {
 
 finding about_entry(std::string_view id, int title, std::size_t entry, const chapter_fate& fate,
                     std::string found) {
-  finding f = finding_of(table, id, chapter_item(title, entry), std::move(found));
+  finding f = finding_of(chapter_rules_table, id, chapter_item(title, entry), std::move(found));
   f.seconds = fate.asked;
   return f;
 }
@@ -156,7 +156,7 @@ void look_at_entries(int title, const disc_title& t, const title_length& length,
     }
   }
   if (landed.added)
-    all.push_back(finding_of(table, "chapter-added", {whole::title, title},
+    all.push_back(finding_of(chapter_rules_table, "chapter-added", {whole::title, title},
                              "the first chapter is at " + at_time(first_time(landed)) +
                                  "; one at the beginning is added"));
 }
@@ -191,7 +191,7 @@ void look_at_command(const placed_command& command, const disc_title& t,
   if (number > static_cast<int>(landed.begins.size())) {
     if (number <= static_cast<int>(t.chapters.size()))
       all.push_back(
-          finding_of(table, "chapter-missing", command.item,
+          finding_of(chapter_rules_table, "chapter-missing", command.item,
                      chapter + " is not on the disc: of its " +
                          count_text(t.chapters.size(), "time", "times") + " " +
                          count_text(landed.begins.size(), "becomes a chapter", "become chapters")));
@@ -202,7 +202,7 @@ void look_at_command(const placed_command& command, const disc_title& t,
   const chapter_fate& meant = landed.fates[static_cast<std::size_t>(number) - 1];
   if (meant.number == number || meant.what == fate_kind::no_time)
     return;
-  all.push_back(finding_of(table, "chapter-number", command.item,
+  all.push_back(finding_of(chapter_rules_table, "chapter-number", command.item,
                            chapter + " will begin at " +
                                at_time(landed.begins[static_cast<std::size_t>(number) - 1]) +
                                ", not at " + at_time(meant.asked)));
@@ -220,7 +220,7 @@ landed_chapters chapters_on_disc(const disc_title& title, const title_length& le
 }
 
 std::span<const rule> chapter_rules() {
-  return table;
+  return chapter_rules_table;
 }
 
 std::vector<finding> chapter_findings(const disc_description& d,

@@ -20,33 +20,33 @@ using part = finding_item::part_kind;
 using whole = finding_item::whole_kind;
 using owner_kind = command_owner::kind;
 
-constexpr std::string_view dvdauthor_measured = "dvdauthor 0.7.2, its grammar and measured";
+constexpr std::string_view dvdauthor_grammar = "dvdauthor 0.7.2, its grammar and measured";
 constexpr std::string_view of_this_program = "what a viewer's remote control can do";
 constexpr std::string_view other_command =
     "choose another command: in \"nav cmds\" for a title or first play, in \"edit existing "
     "titleset "
     "menu\" for a button";
 
-constexpr std::array table = {
+constexpr std::array navigation_rules_table = {
     rule{"command-target-missing", severity::error,
          "Commands lead to titles, menus and chapters that there are",
          "a command that leads to a title, menu or chapter of the disc",
          "nothing: the run fails when everything has been multiplexed; as first play, a disc that "
          "does nothing",
-         other_command, dvdauthor_measured},
+         other_command, dvdauthor_grammar},
     rule{"command-not-allowed", severity::error,
          "Titles call menus, menus jump, and a disc begins with a whole title or a menu",
          "a command that is allowed where it stands",
          "nothing: the run fails when everything has been multiplexed", other_command,
-         dvdauthor_measured},
+         dvdauthor_grammar},
     rule{"command-syntax", severity::error, "dvdauthor can read each command",
          "a command as the editors offer it, in small letters; the program adds its \";\"",
          "nothing: the run fails when everything has been multiplexed", other_command,
-         dvdauthor_measured},
+         dvdauthor_grammar},
     rule{"command-empty", severity::error, "Each button, and first play, has a command",
          "a command; \"exit\" ends the disc",
          "nothing: the run fails when everything has been multiplexed", other_command,
-         dvdauthor_measured},
+         dvdauthor_grammar},
     rule{"command-typed", severity::note, "Commands are ones that the editors offer",
          "nothing: a typed command is allowed, but only where it leads is checked",
          "perhaps something else than was meant", "try the button or title in a player",
@@ -143,8 +143,8 @@ class navigation_examiner {
 
   void add_about_command(std::string_view rule, const command_owner& owner, finding_item item,
                          const std::string& text, const std::string& clause) {
-    finding f =
-        finding_of(table, rule, item, name_of(owner) + " " + sanitized_quoted(text) + " " + clause);
+    finding f = finding_of(navigation_rules_table, rule, item,
+                           name_of(owner) + " " + sanitized_quoted(text) + " " + clause);
     if (!customxml_.empty())
       f.remedy = "correct the command in the navigation XML (\"edit xml before authoring\")";
     else if (rule != "command-typed")
@@ -155,7 +155,7 @@ class navigation_examiner {
   void add_xml_faults() {
     for (const xml_command_fault& fault : xml_command_faults(customxml_)) {
       unreadable_.push_back(fault.item);
-      finding f = finding_of(table, "command-syntax", fault.item,
+      finding f = finding_of(navigation_rules_table, "command-syntax", fault.item,
                              "the command " + sanitized_quoted(fault.command) + " in line " +
                                  trimmed(fault.line) + " of the navigation XML " + fault.clause,
                              "a command that dvdauthor can read, with \";\" at its end");
@@ -180,7 +180,7 @@ class navigation_examiner {
     const int of_buttons = titles == 0 ? 1 : 3 * titles + 3;
     if (to_menus + of_buttons > most)
       findings_.push_back(finding_of(
-          table, "menu-too-many-commands", {whole::menu, 1, part::whole, 0},
+          navigation_rules_table, "menu-too-many-commands", {whole::menu, 1, part::whole, 0},
           "the menu needs " + trimmed(to_menus + of_buttons) + " commands: with the jump table, " +
               trimmed(to_menus) + " for the other menus and " + trimmed(of_buttons) + " for its " +
               trimmed(titles) + " buttons that jump to a title"));
@@ -245,13 +245,13 @@ class navigation_examiner {
   void add_not_reached(int place) {
     const int number = map_.number_of(place);
     if (map_.is_menu(place))
-      findings_.push_back(finding_of(table, "menu-not-reachable",
+      findings_.push_back(finding_of(navigation_rules_table, "menu-not-reachable",
                                      {whole::menu, number, part::whole, 0},
                                      "no button, title or key leads to menu " + trimmed(number)));
     else
-      findings_.push_back(
-          finding_of(table, "title-not-reachable", {whole::title, number, part::whole, 0},
-                     "no button and no end of another title leads to title " + trimmed(number)));
+      findings_.push_back(finding_of(
+          navigation_rules_table, "title-not-reachable", {whole::title, number, part::whole, 0},
+          "no button and no end of another title leads to title " + trimmed(number)));
   }
 
   /// A menu holds its viewer when its buttons lead only to menus that do: those are left over when
@@ -294,13 +294,13 @@ class navigation_examiner {
   void add_not_left(int menu) {
     const finding_item item{whole::menu, menu, part::whole, 0};
     if (disc_.menu(menu).buttons.empty())
-      findings_.push_back(finding_of(table, "menu-without-buttons", item,
+      findings_.push_back(finding_of(navigation_rules_table, "menu-without-buttons", item,
                                      disc_.menu(menu).loop
                                          ? "the menu has no buttons and begins again for ever"
                                          : "the menu has no buttons and stays for ever"));
     else
       findings_.push_back(
-          finding_of(table, "menu-not-left", item,
+          finding_of(navigation_rules_table, "menu-not-left", item,
                      "every button of the menu leads to a menu, and none from there "
                      "to a title or the end"));
   }
@@ -315,7 +315,7 @@ class navigation_examiner {
 }  // namespace
 
 std::span<const rule> navigation_rules() {
-  return table;
+  return navigation_rules_table;
 }
 
 std::vector<finding> navigation_findings(const disc_description& d, std::string_view customxml) {

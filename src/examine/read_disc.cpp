@@ -10,8 +10,8 @@ namespace corvane {
 namespace {
 
 /// More than any disc has: what a damaged table states beyond is not looked at.
-constexpr std::size_t most_titles = 99;
-constexpr std::size_t most_menus = 2000;
+constexpr std::size_t most_titles_read = 99;
+constexpr std::size_t most_menus_read = 2000;
 /// Units that chains play, for each unit that there is: damaged chains can play the same ones again
 /// and again.
 constexpr std::size_t most_times_played = 128;
@@ -208,7 +208,8 @@ void contents_reader::read_menus(int titleset, const std::vector<menu_language>&
                                  const video_attributes& video) {
   for (const menu_language& language : languages)
     for (std::size_t i = 0; i < language.chains.size(); ++i) {
-      if (!language.chains[i].chain || contents_.menus.size() >= most_menus || !reader_.goes_on())
+      if (!language.chains[i].chain || contents_.menus.size() >= most_menus_read ||
+          !reader_.goes_on())
         continue;
       disc_menu_contents menu;
       menu.titleset = titleset;
@@ -230,7 +231,7 @@ bool contents_reader::read() {
   for (const disc_vobs& vobs : contents_.vobs)
     units += vobs.units.size();
   reader_.may_play(units * most_times_played);
-  for (std::size_t i = 0; i < std::min(manager.titles.size(), most_titles); ++i)
+  for (std::size_t i = 0; i < std::min(manager.titles.size(), most_titles_read); ++i)
     if (reader_.goes_on())
       read_title(i);
   read_menus(0, manager.menus, manager.menu_streams.video);

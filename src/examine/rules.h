@@ -25,6 +25,10 @@ struct rule {
   std::string_view source;       ///< where the limit comes from
 };
 
+// Sources of more than one family.
+inline constexpr std::string_view dvd_video = "DVD-Video";
+inline constexpr std::string_view mplex_measured = "mplex 2.1.0, measured";
+
 struct rule_family {
   std::string_view name;
   std::span<const rule> rules;

@@ -23,14 +23,12 @@ constexpr int most_titles = 99;
 constexpr int most_menus = 99;
 constexpr int most_chapters = 99;
 constexpr std::size_t most_audio_streams = 8;
-constexpr std::size_t most_subpictures = 32;
 constexpr double too_long_a_delay = 1000;  // milliseconds
 
-constexpr std::string_view dvd_video = "DVD-Video";
 constexpr std::string_view run_fails =
     "nothing: the run fails when everything has been multiplexed";
 
-constexpr std::array table = {
+constexpr std::array setting_rules_table = {
     rule{"disc-too-many-titles", severity::error, "A disc has at most 99 titles",
          "at most 99 titles", "titles behind the 99th never", "remove titles", dvd_video},
     rule{"disc-too-many-menus", severity::error, "A disc has at most 99 menus", "at most 99 menus",
@@ -96,7 +94,7 @@ class setting_examiner {
 
  private:
   void add(std::string_view rule, finding_item item, std::string found) {
-    findings_.push_back(finding_of(table, rule, item, std::move(found)));
+    findings_.push_back(finding_of(setting_rules_table, rule, item, std::move(found)));
   }
 
   void look_at_counts() {
@@ -218,7 +216,7 @@ class setting_examiner {
 }  // namespace
 
 std::span<const rule> setting_rules() {
-  return table;
+  return setting_rules_table;
 }
 
 std::vector<finding> setting_findings(const disc_description& d) {

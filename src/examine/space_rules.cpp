@@ -19,7 +19,7 @@ constexpr std::uint64_t most_payload = pack_bytes - 14 - 9;
 constexpr std::uint64_t texts_bytes = 5'000'000;
 constexpr std::uint64_t menu_pictures_bytes = 20'000;
 
-constexpr std::array table = {
+constexpr std::array space_rules_table = {
     rule{"disc-over-single-layer", severity::note, "The disc fits on a single-layer disc (DVD-5)",
          "at most 4,700,372,992 bytes for a single-layer disc",
          "nothing, if it is burnt on a double-layer disc",
@@ -62,7 +62,7 @@ std::uint64_t sane(std::optional<std::uintmax_t> size) {
 }
 
 finding about_disc(std::string_view rule, std::string found, std::string wanted = {}) {
-  return finding_of(table, rule, {}, std::move(found), std::move(wanted));
+  return finding_of(space_rules_table, rule, {}, std::move(found), std::move(wanted));
 }
 
 std::string room_text(const std::string& folder, const disk_room& room, std::uint64_t needed) {
@@ -73,7 +73,7 @@ std::string room_text(const std::string& folder, const disk_room& room, std::uin
 }  // namespace
 
 std::span<const rule> space_rules() {
-  return table;
+  return space_rules_table;
 }
 
 space_wanted space_wanted_by(

@@ -24,7 +24,6 @@ using severity = finding_severity;
 using part = finding_item::part_kind;
 using whole = finding_item::whole_kind;
 
-constexpr std::size_t most_subpictures = 32;
 constexpr std::size_t most_of_a_rule = 20;
 
 // What spumux does with times, in seconds.
@@ -34,7 +33,7 @@ constexpr double shared_overlap = 0.2;  // divided between the two cues
 constexpr std::string_view spumux_source = "spumux 0.7.2, its reader of subtitles";
 constexpr std::string_view edit_file = "correct the cue in the subtitle file with a text editor";
 
-constexpr std::array table = {
+constexpr std::array subtitle_text_rules_table = {
     rule{
         "subtitle-unreadable", severity::error, "spumux can read each subtitle file",
         "a text file in a subtitle format, in the character set of its settings",
@@ -266,7 +265,7 @@ class cue_examiner {
     if (++counts_[rule] > most_of_a_rule)
       return;
     last_[rule] = findings_.size();
-    finding f = finding_of(table, rule, item_, std::move(found));
+    finding f = finding_of(subtitle_text_rules_table, rule, item_, std::move(found));
     f.file = path_;
     f.seconds = cue.begin;
     findings_.push_back(std::move(f));
@@ -337,7 +336,7 @@ class cue_examiner {
 
 finding about_file(std::string_view rule, finding_item item, const std::string& path,
                    std::string found) {
-  finding f = finding_of(table, rule, item, std::move(found));
+  finding f = finding_of(subtitle_text_rules_table, rule, item, std::move(found));
   f.file = path;
   return f;
 }
@@ -345,7 +344,7 @@ finding about_file(std::string_view rule, finding_item item, const std::string& 
 }  // namespace
 
 std::span<const rule> subtitle_text_rules() {
-  return table;
+  return subtitle_text_rules_table;
 }
 
 std::vector<finding> subtitle_text_findings(const subtitle_file& file,
@@ -384,7 +383,7 @@ std::vector<finding> subtitle_font_findings(const disc_description& d, const fon
       const std::string& font = (*subtitles[i].settings)[subtitle_field::font_file];
       if (installed.path_of_file(font))
         continue;
-      findings.push_back(finding_of(table, "subtitle-font-missing",
+      findings.push_back(finding_of(subtitle_text_rules_table, "subtitle-font-missing",
                                     {whole::title, title, part::subtitle, static_cast<int>(i) + 1},
                                     "the font " + sanitized_quoted(font) + " is not installed"));
       if (font == of_new_ones)

@@ -45,7 +45,7 @@ constexpr std::array file_table = {
          "multiplex the title's streams again", dvdauthor_measured},
 };
 
-constexpr std::array table = {
+constexpr std::array titleset_rules_table = {
     rule{"titleset-size", severity::error, "All titles of a titleset have pictures of one size",
          "of the size of the first title",
          "a distorted picture, or none: the disc's tables state "
@@ -257,8 +257,8 @@ class look {
     const video_shape& b = *one.video->shape;
     const auto differs = [&](std::string_view id, const std::string& mine,
                              const std::string& theirs) {
-      add(table, menus ? "menus-video" : id, part_of(one.item, part::video, 0), one.video_file,
-          "the picture is " + mine + ", that of " + name(first) + " " + theirs);
+      add(titleset_rules_table, menus ? "menus-video" : id, part_of(one.item, part::video, 0),
+          one.video_file, "the picture is " + mine + ", that of " + name(first) + " " + theirs);
     };
     if (a.width != b.width || a.height != b.height)
       differs("titleset-size", size_text(b), size_text(a));
@@ -277,13 +277,13 @@ class look {
       if (a == nullptr || b == nullptr || a->kind == b->kind)
         continue;
       const int number = menus ? 0 : static_cast<int>(n) + 1;
-      add(table, menus ? "menus-audio-kind" : "titleset-audio-kind",
+      add(titleset_rules_table, menus ? "menus-audio-kind" : "titleset-audio-kind",
           part_of(one.item, part::audio, number), one.sound_files[n],
           "the sound is " + std::string(name_of(b->kind)) + ", that of " + name(first) + " " +
               std::string(name_of(a->kind)));
     }
     if (!menus && first.sounds.size() != one.sounds.size())
-      add(table, "titleset-audio-count", one.item, one.video_file,
+      add(titleset_rules_table, "titleset-audio-count", one.item, one.video_file,
           name(one) + " has " + count_text(one.sounds.size(), "sound stream", "sound streams") +
               ", " + name(first) + " " + std::to_string(first.sounds.size()));
   }
@@ -353,7 +353,7 @@ std::span<const rule> file_rules() {
 }
 
 std::span<const rule> titleset_rules() {
-  return table;
+  return titleset_rules_table;
 }
 
 std::vector<finding> stream_findings(const disc_description& d, const facts_by_path& facts) {

@@ -12,9 +12,6 @@ namespace {
 
 using severity = finding_severity;
 
-constexpr std::string_view dvd_video = "DVD-Video";
-constexpr std::string_view mplex_measured = "mplex 2.1.0, measured";
-
 // In bits a second, and bits.
 constexpr double most_video_rate = 9.8e6;
 constexpr double most_mpeg1_rate = 1.856e6;
@@ -25,7 +22,7 @@ constexpr double mpeg1_buffer_bits = 327'680;
 constexpr std::uint64_t most_ntsc_fields = 36;
 constexpr std::uint64_t most_pal_fields = 30;
 
-constexpr std::array table = {
+constexpr std::array video_rules_table = {
     rule{"video-none", severity::error, "A title's or menu's video file holds MPEG video",
          "an MPEG-1 or MPEG-2 video stream", "nothing: the run fails at this file",
          "choose the right file, or encode it as MPEG-2 video for DVD", dvd_video},
@@ -329,12 +326,12 @@ void look_at_wholeness(const video_facts& v, bool packed, finding_collector& c) 
 }  // namespace
 
 std::span<const rule> video_rules() {
-  return table;
+  return video_rules_table;
 }
 
 std::vector<finding> video_findings(const video_facts& video, video_standard standard,
                                     finding_item item, const std::string& file, bool packed) {
-  finding_collector c(table, item, file);
+  finding_collector c(video_rules_table, item, file);
   if (video.kind == video_kind::packets && !packed) {
     c.add("video-packets", "the file is a program stream");
     return c.take();
@@ -364,7 +361,7 @@ std::vector<finding> total_rate_findings(const video_facts& video,
   const double total = video.peak_rate + sound;
   if (total <= most_total_rate + buffer_bits || video.peak_rate > most_video_rate + buffer_bits)
     return {};
-  finding_collector c(table, item, file);
+  finding_collector c(video_rules_table, item, file);
   add_at(c, "total-rate", video.peak_place,
          "the second that begins here has " + rate_text(total) + ", " + rate_text(sound) +
              " of it sound",

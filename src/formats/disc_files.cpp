@@ -1,5 +1,6 @@
 #include "formats/disc_files.h"
 
+#include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 
@@ -12,16 +13,6 @@
 namespace corvane {
 
 namespace {
-
-char upper(char c) {
-  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
-std::string upper_case(std::string_view text) {
-  std::string upper_text(text);
-  std::transform(upper_text.begin(), upper_text.end(), upper_text.begin(), upper);
-  return upper_text;
-}
 
 class file_source : public byte_source {
  public:
@@ -65,7 +56,7 @@ std::string entry_of(const std::string& folder, std::string_view name,
   for (std::filesystem::directory_iterator at(path_of(folder), error), end; !error && at != end;
        at.increment(error)) {
     std::string path = text_of(at->path());
-    if (upper_case(text_of(at->path().filename())) == name && is(path))
+    if (upper(text_of(at->path().filename())) == name && is(path))
       found.push_back(std::move(path));
   }
   std::sort(found.begin(), found.end());
@@ -78,7 +69,7 @@ class folder_files : public disc_files {
   explicit folder_files(const std::string& folder) {
     std::vector<std::pair<std::string, std::string>> names;  // on the disc, in the folder
     for (const std::string& name : files_in(folder))
-      names.emplace_back(upper_case(name), join_path(folder, name));
+      names.emplace_back(upper(name), join_path(folder, name));
     std::sort(names.begin(), names.end());
     for (auto& [name, native] : names) {
       files_.push_back({"VIDEO_TS/" + name, file_size(native).value_or(0), 0});
@@ -134,9 +125,9 @@ result<std::unique_ptr<byte_source>> open_bytes(std::string_view native_path) {
 }
 
 const disc_file* disc_files::find(std::string_view path) const {
-  const std::string wanted = upper_case(path);
+  const std::string wanted = upper(path);
   for (const disc_file& file : files())
-    if (upper_case(file.path) == wanted)
+    if (upper(file.path) == wanted)
       return &file;
   return nullptr;
 }

@@ -1,5 +1,6 @@
 #include "formats/disc_image.h"
 
+#include "formats/text.h"
 #include "platform/files/files.h"
 
 #include <algorithm>
@@ -12,14 +13,6 @@ namespace corvane {
 
 namespace {
 
-std::string upper_case(std::string_view text) {
-  std::string upper(text);
-  for (char& c : upper)
-    if (c >= 'a' && c <= 'z')
-      c = static_cast<char>(c - 'a' + 'A');
-  return upper;
-}
-
 bool is_of_video(const std::string& path) {
   return path.rfind("VIDEO_TS/", 0) == 0 || path.rfind("AUDIO_TS/", 0) == 0;
 }
@@ -29,14 +22,14 @@ class listed_files {
  public:
   explicit listed_files(const std::vector<disc_file>& files) {
     for (const disc_file& file : files) {
-      by_path_[upper_case(file.path)] = &file;
+      by_path_[upper(file.path)] = &file;
       if (file.size > 0)
         by_place_[file.first_sector] = &file;
     }
   }
   /// What the other volume's file is here: null: nothing.
   const disc_file* same(const disc_file& file) const {
-    const std::string path = upper_case(file.path);
+    const std::string path = upper(file.path);
     const auto named = by_path_.find(path);
     if (named != by_path_.end())
       return named->second;
@@ -45,7 +38,7 @@ class listed_files {
   }
   /// Files that are empty have no place, and a name that may differ.
   static bool can_be_looked_for(const disc_file& file) {
-    return file.size > 0 || is_of_video(upper_case(file.path));
+    return file.size > 0 || is_of_video(upper(file.path));
   }
 
  private:
@@ -98,7 +91,7 @@ class image_files : public disc_files {
 
 bool has_video(const image_volume& volume) {
   return std::any_of(volume.files.begin(), volume.files.end(), [](const disc_file& file) {
-    return upper_case(file.path).rfind("VIDEO_TS/", 0) == 0;
+    return upper(file.path).rfind("VIDEO_TS/", 0) == 0;
   });
 }
 

@@ -53,7 +53,7 @@ class chain_checks {
   cell_edges edges_;
 };
 
-std::uint64_t place(const ifo_reader& reader, std::uint64_t pointer) {
+std::uint64_t place_of_table(const ifo_reader& reader, std::uint64_t pointer) {
   return std::uint64_t{reader.file.u32(pointer)} * disc_sector_size;
 }
 
@@ -64,12 +64,12 @@ void chain_checks::check_addresses(std::uint64_t sectors, std::uint64_t cells_at
     const cell_address& c = vobs_.cells[i];
     if (c.vob < 1 || c.vob > vobs_.vobs || c.cell < 1 || c.first_sector > c.last_sector ||
         c.last_sector >= sectors || !is_unit(c.first_sector))
-      reader_.tell(prefix_ + "C_ADT", place(reader_, cells_at) + 8 + 12 * i,
+      reader_.tell(prefix_ + "C_ADT", place_of_table(reader_, cells_at) + 8 + 12 * i,
                    "has a cell that cannot be");
   }
   for (std::size_t i = 0; i < vobs_.units.size(); ++i)
     if (vobs_.units[i] >= sectors || (i > 0 && vobs_.units[i] <= vobs_.units[i - 1]))
-      reader_.tell(prefix_ + "VOBU_ADMAP", place(reader_, units_at) + 4 + 4 * i,
+      reader_.tell(prefix_ + "VOBU_ADMAP", place_of_table(reader_, units_at) + 4 + 4 * i,
                    "has a unit at sector " + std::to_string(vobs_.units[i]) +
                        ", which is not behind the one before or not in the VOBs");
 }
@@ -138,14 +138,14 @@ void check_title(ifo_reader& reader, const video_manager& manager, std::size_t i
                      title.angles >= 1 && title.angles <= 9 && title.chapters >= 1 &&
                      title.chapters <= 999;
   if (!right)
-    reader.tell("TT_SRPT", place(reader, 0xC4) + 8 + 12 * index,
+    reader.tell("TT_SRPT", place_of_table(reader, 0xC4) + 8 + 12 * index,
                 "has a title " + std::to_string(index + 1) + " that cannot be");
 }
 
 void check_chapters(ifo_reader& reader, const titleset& set) {
   for (std::size_t t = 0; t < set.titles.size(); ++t) {
     const auto tell = [&](std::string what) {
-      reader.tell("VTS_PTT_SRPT", place(reader, 0xC8),
+      reader.tell("VTS_PTT_SRPT", place_of_table(reader, 0xC8),
                   "has a title " + std::to_string(t + 1) + std::move(what));
     };
     if (set.titles[t].empty())
@@ -167,12 +167,12 @@ void check_chapters(ifo_reader& reader, const titleset& set) {
 
 void check_time_maps(ifo_reader& reader, const titleset& set, const chain_checks& checks) {
   if (set.time_maps.size() > set.chains.size())
-    reader.tell("VTS_TMAPT", place(reader, 0xD4), "has more maps than there are PGCs");
+    reader.tell("VTS_TMAPT", place_of_table(reader, 0xD4), "has more maps than there are PGCs");
   for (std::size_t m = 0; m < set.time_maps.size(); ++m) {
     const time_map& map = set.time_maps[m];
     for (std::size_t i = 0; i < map.sectors.size(); ++i)
       if (!checks.is_unit(map.sectors[i]) || (i > 0 && map.sectors[i] < map.sectors[i - 1]))
-        reader.tell("VTS_TMAPT", place(reader, 0xD4),
+        reader.tell("VTS_TMAPT", place_of_table(reader, 0xD4),
                     "has in map " + std::to_string(m + 1) + " an entry " + std::to_string(i + 1) +
                         " that is no unit, or one behind the next");
   }
@@ -182,7 +182,7 @@ void check_chain_titles(ifo_reader& reader, const titleset& set) {
   for (std::size_t i = 0; i < set.chains.size(); ++i) {
     const int title = set.chains[i].title;
     if (title < 1 || title > static_cast<int>(set.titles.size()))
-      reader.tell("VTS_PGCIT", place(reader, 0xCC) + 8 + 8 * i,
+      reader.tell("VTS_PGCIT", place_of_table(reader, 0xCC) + 8 + 8 * i,
                   "has PGC " + std::to_string(i + 1) + " in title " + std::to_string(title) +
                       " of " + std::to_string(set.titles.size()));
   }
@@ -196,12 +196,13 @@ void check_video_manager(ifo_reader& reader, const video_manager& manager) {
   if (manager.titlesets < 1 || manager.titlesets > 99)
     reader.tell(table, 0x3E, "states " + std::to_string(manager.titlesets) + " titlesets");
   if (manager.titles.size() > 99)
-    reader.tell("TT_SRPT", place(reader, 0xC4), "has more than 99 titles");
+    reader.tell("TT_SRPT", place_of_table(reader, 0xC4), "has more than 99 titles");
   for (std::size_t i = 0; i < manager.titles.size(); ++i)
     check_title(reader, manager, i);
   if (!manager.titlesets_again.empty() &&
       static_cast<int>(manager.titlesets_again.size()) != manager.titlesets)
-    reader.tell("VMG_VTS_ATRT", place(reader, 0xD0), "has not one entry for each titleset");
+    reader.tell("VMG_VTS_ATRT", place_of_table(reader, 0xD0),
+                "has not one entry for each titleset");
   chain_checks checks(reader, manager.menu_vobs, "VMGM_");
   checks.check_addresses(sectors_between(manager.head.menu_vobs_sector, copy_sector(manager.head)),
                          0xD8, 0xDC);
@@ -213,7 +214,7 @@ void check_titleset(ifo_reader& reader, const titleset& set) {
   check_vobs_place(reader, table, 0xC0, set.head);
   check_vobs_place(reader, table, 0xC4, set.head);
   if (set.titles.size() > 99)
-    reader.tell("VTS_PTT_SRPT", place(reader, 0xC8), "has more than 99 titles");
+    reader.tell("VTS_PTT_SRPT", place_of_table(reader, 0xC8), "has more than 99 titles");
   check_chapters(reader, set);
   check_chain_titles(reader, set);
   chain_checks titles(reader, set.title_vobs, "VTS_");

@@ -8,13 +8,7 @@
 #include <system_error>
 
 namespace corvane {
-namespace {
-
-bool is_digit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-}  // namespace
+namespace {}  // namespace
 
 std::string leading_blank(std::int64_t number) {
   return (number < 0 ? "" : " ") + std::to_string(number);

@@ -7,6 +7,11 @@
 
 namespace corvane {
 
+/// ASCII only.
+inline bool is_digit(char c) {
+  return c >= '0' && c <= '9';
+}
+
 /// " 7", " 0", "-4": one leading blank when not negative ("jump title 1" is "jump title" + 1).
 std::string leading_blank(std::int64_t number);
 

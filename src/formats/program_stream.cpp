@@ -12,7 +12,7 @@ constexpr std::size_t presentation_control = 0x03D4, data_search = 0x03FA;  // l
 using state = stream_packet::state;
 
 /// The 33 bits in five bytes, with a marker bit behind the third, the 18th and the last.
-stream_time time_at(const std::uint8_t* data) {
+stream_time stream_time_at(const std::uint8_t* data) {
   const auto bits = [data](int at, unsigned mask) { return stream_time{data[at] & mask}; };
   return bits(0, 0x0E) << 29 | bits(1, 0xFF) << 22 | bits(2, 0xFE) << 14 | bits(3, 0xFF) << 7 |
          bits(4, 0xFE) >> 1;
@@ -38,7 +38,7 @@ void read_pack_header(stream_packet& packet, const std::uint8_t* data, std::size
   const std::size_t fixed = mpeg2 ? 14 : 12;
   if (size < fixed)
     return;
-  packet.clock = mpeg2 ? clock_at(data + 4) : time_at(data + 4) * 300;
+  packet.clock = mpeg2 ? clock_at(data + 4) : stream_time_at(data + 4) * 300;
   packet.size = fixed + (mpeg2 ? data[13] & 7u : 0u);
   packet.payload = std::min(size, packet.size);
   packet.found = size < packet.size ? state::cut : state::whole;
@@ -54,9 +54,9 @@ bool has_stamps(std::uint8_t stream) {
 void read_stamps(stream_packet& packet, const std::uint8_t* data, std::size_t size, std::size_t at,
                  int count) {
   if (count > 0 && at + 5 <= size)
-    packet.shown = time_at(data + at);
+    packet.shown = stream_time_at(data + at);
   if (count > 1 && at + 10 <= size)
-    packet.decoded = time_at(data + at + 5);
+    packet.decoded = stream_time_at(data + at + 5);
 }
 
 // MPEG-2's header, which tells its length, or MPEG-1's stuffing, buffer size and time stamps.

@@ -1,6 +1,7 @@
 #include "formats/subtitle_cues.h"
 
 #include "formats/line_reader.h"
+#include "formats/numbers.h"
 #include "formats/text.h"
 
 #include <algorithm>
@@ -16,9 +17,6 @@ constexpr int lines_with_a_format = 100;
 /// What begins a cue of SAMI, in small letters.
 constexpr std::string_view start_mark = "start=";
 
-bool is_digit(char c) {
-  return c >= '0' && c <= '9';
-}
 bool is_white(char c) {
   return c == ' ' || (c >= '\t' && c <= '\r');
 }

@@ -71,4 +71,19 @@ std::string lower(std::string_view text) {
   return lowered;
 }
 
+std::string upper(std::string_view text) {
+  std::string raised(text);
+  for (char& c : raised)
+    if (c >= 'a' && c <= 'z')
+      c = static_cast<char>(c - 'a' + 'A');
+  return raised;
+}
+
+std::string in_double_quotes(std::string_view text) {
+  std::string quoted = "\"";
+  quoted += text;
+  quoted += '"';
+  return quoted;
+}
+
 }  // namespace corvane

@@ -26,6 +26,12 @@ bool holds_control_character(std::string_view text);
 /// ASCII lower case.
 std::string lower(std::string_view text);
 
+/// ASCII upper case.
+std::string upper(std::string_view text);
+
+/// `text` in double quotes.
+std::string in_double_quotes(std::string_view text);
+
 /// "\r\n", the line end of every file the program writes.
 inline constexpr std::string_view crlf = "\r\n";
 

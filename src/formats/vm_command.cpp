@@ -22,22 +22,22 @@ class bits_of {
   std::uint64_t all_ = 0;
 };
 
-std::string number(unsigned n) {
+std::string decimal(unsigned n) {
   return std::to_string(n);
 }
 
 std::string general_register(unsigned n) {
-  return "g" + number(n);
+  return "g" + decimal(n);
 }
 
 /// A register field of eight bits: the highest says system ("s4") or general ("g4").
 std::string any_register(unsigned field) {
-  return (field & 0x80 ? "s" : "g") + number(field & 0x7f);
+  return (field & 0x80 ? "s" : "g") + decimal(field & 0x7f);
 }
 
 /// A second operand that ends 16 bits from `highest`: a number, or a register in its lower half.
 std::string operand(const bits_of& c, bool immediate, unsigned highest) {
-  return immediate ? number(c(highest, 16)) : any_register(c(highest - 8, 8));
+  return immediate ? decimal(c(highest, 16)) : any_register(c(highest - 8, 8));
 }
 
 const char* comparison(unsigned op) {
@@ -107,25 +107,25 @@ std::string link_within(const bits_of& c) {
   std::string text = which < 17 ? names[which] : "";
   if (text.empty())
     text = "unknown link";
-  return button == 0 ? text : text + ", button " + number(button);
+  return button == 0 ? text : text + ", button " + decimal(button);
 }
 
 std::string link(const bits_of& c) {
   const unsigned button = c(15, 6);
-  const std::string select = button == 0 ? "" : ", button " + number(button);
+  const std::string select = button == 0 ? "" : ", button " + decimal(button);
   switch (c(51, 4)) {
     case 0:
       return "";
     case 1:
       return link_within(c);
     case 4:
-      return "LinkPGCN " + number(c(14, 15));
+      return "LinkPGCN " + decimal(c(14, 15));
     case 5:
-      return "LinkPTTN " + number(c(9, 10)) + select;
+      return "LinkPTTN " + decimal(c(9, 10)) + select;
     case 6:
-      return "LinkPGN " + number(c(6, 7)) + select;
+      return "LinkPGN " + decimal(c(6, 7)) + select;
     case 7:
-      return "LinkCN " + number(c(7, 8)) + select;
+      return "LinkCN " + decimal(c(7, 8)) + select;
     default:
       return "unknown link";
   }
@@ -146,7 +146,7 @@ std::string menu_name(unsigned id) {
     case 7:
       return "chapter menu";
     default:
-      return "menu " + number(id);
+      return "menu " + decimal(id);
   }
 }
 
@@ -158,11 +158,11 @@ std::string system_space(const bits_of& c, bool jump) {
     case 1:
       return "VMGM " + menu_name(c(19, 4));
     case 2:
-      return jump ? "VTSM titleset " + number(c(30, 7)) + ", title " + number(c(38, 7)) + ", " +
+      return jump ? "VTSM titleset " + decimal(c(30, 7)) + ", title " + decimal(c(38, 7)) + ", " +
                         menu_name(c(19, 4))
                   : "VTSM " + menu_name(c(19, 4));
     default:
-      return "VMGM PGC " + number(c(46, 15));
+      return "VMGM PGC " + decimal(c(46, 15));
   }
 }
 
@@ -171,17 +171,17 @@ std::string jump(const bits_of& c) {
     case 1:
       return "Exit";
     case 2:
-      return "JumpTT " + number(c(22, 7));
+      return "JumpTT " + decimal(c(22, 7));
     case 3:
-      return "JumpVTS_TT " + number(c(22, 7));
+      return "JumpVTS_TT " + decimal(c(22, 7));
     case 5:
-      return "JumpVTS_PTT " + number(c(22, 7)) + ":" + number(c(41, 10));
+      return "JumpVTS_PTT " + decimal(c(22, 7)) + ":" + decimal(c(41, 10));
     case 6:
       return "JumpSS " + system_space(c, true);
     case 8: {
       const unsigned cell = c(31, 8);
       return "CallSS " + system_space(c, false) +
-             (cell == 0 ? "" : ", resume at cell " + number(cell));
+             (cell == 0 ? "" : ", resume at cell " + decimal(cell));
     }
     default:
       return "unknown jump";
@@ -193,11 +193,11 @@ std::string control_flow(const bits_of& c) {
     case 0:
       return "Nop";
     case 1:
-      return condition_of_link(c) + "Goto " + number(c(7, 8));
+      return condition_of_link(c) + "Goto " + decimal(c(7, 8));
     case 2:
       return condition_of_link(c) + "Break";
     case 3:
-      return condition_of_link(c) + "SetTmpPML " + number(c(11, 4)) + ", Goto " + number(c(7, 8));
+      return condition_of_link(c) + "SetTmpPML " + decimal(c(11, 4)) + ", Goto " + decimal(c(7, 8));
     default:
       return "unknown";
   }
@@ -211,7 +211,7 @@ std::string set_streams(const bits_of& c) {
     if (!c.set(top))
       continue;
     text += std::string(text.empty() ? "" : ", ") + names[i] + " = " +
-            (c.set(60) ? number(c(top - 1, 7)) : general_register(c(top - 4, 4)));
+            (c.set(60) ? decimal(c(top - 1, 7)) : general_register(c(top - 4, 4)));
   }
   return text;
 }
@@ -221,14 +221,14 @@ std::string set_system(const bits_of& c) {
     case 1:
       return set_streams(c);
     case 2:
-      return "timer = " + operand(c, c.set(60), 47) + " then PGC " + number(c(30, 15));
+      return "timer = " + operand(c, c.set(60), 47) + " then PGC " + decimal(c(30, 15));
     case 3:
       return std::string(c.set(23) ? "counter " : "register ") + general_register(c(19, 4)) +
              " = " + operand(c, c.set(60), 47);
     case 4:
       return "karaoke = " + operand(c, c.set(60), 31);
     case 6:
-      return "button = " + (c.set(60) ? number(c(31, 6)) : any_register(c(23, 8)));
+      return "button = " + (c.set(60) ? decimal(c(31, 6)) : any_register(c(23, 8)));
     default:
       return "unknown set";
   }

@@ -10,8 +10,6 @@
 namespace corvane {
 namespace {
 
-constexpr auto none = std::string_view::npos;
-
 constexpr std::pair<std::string_view, char> own_entities[] = {
     {"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}, {"apos", '\''}};
 
@@ -67,7 +65,7 @@ bool xml_scanner::take(std::string_view what) {
 std::optional<std::string_view> xml_scanner::take_until(std::string_view end, std::size_t begin,
                                                         const char* otherwise) {
   const auto found = text_.find(end, at_);
-  if (found == none) {
+  if (found == std::string_view::npos) {
     fail(begin, otherwise);
     return std::nullopt;
   }

@@ -29,14 +29,14 @@ void add_section(std::string& text, const std::vector<std::string>& rows) {
 }
 
 /// "menu07:" for menu 7.
-std::string menu_mark(std::size_t menu) {
+std::string menu_row_mark(std::size_t menu) {
   const std::string digits = trimmed(static_cast<std::int64_t>(menu));
   return "menu" + std::string(digits.size() < 2 ? 2 - digits.size() : 0, '0') + digits + ":";
 }
 
 void add_buttons(std::string& text, const std::vector<std::string>& menubuttons) {
   for (std::size_t i = 0; i < menubuttons.size(); ++i) {
-    const std::string mark = menu_mark(i + 1);
+    const std::string mark = menu_row_mark(i + 1);
     for (const std::string& record : pieces_of(menubuttons[i]))
       add_line(text, mark + record);
   }

@@ -1,5 +1,6 @@
 #include "project/subtitle_file.h"
 
+#include "formats/numbers.h"
 #include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
@@ -21,10 +22,6 @@ constexpr std::string_view utf16_little = "\xFF\xFE"sv, utf16_big = "\xFE\xFF"sv
 
 /// spumux looks for a format in this many lines.
 constexpr int lines_with_a_format = 100;
-
-bool is_digit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 bool is_beyond_ascii(char c) {
   return static_cast<unsigned char>(c) >= 0x80;

@@ -1,5 +1,7 @@
 #include "runner/line_guard.h"
 
+#include "runner/output_lines.h"
+
 #include <algorithm>
 #include <cstddef>
 
@@ -8,21 +10,19 @@ namespace {
 
 enum class line_kind { undecided, plain, starred };
 
-constexpr std::string_view error_begin = "**ERR";
-
 /// Of a line's beginning, as far as it is known.
 line_kind kind_of(std::string_view beginning) {
   if (beginning.starts_with(' '))
     beginning.remove_prefix(1);
-  if (beginning.starts_with(error_begin))
+  if (beginning.starts_with(starred_error))
     return line_kind::plain;
-  if (error_begin.starts_with(beginning))
+  if (starred_error.starts_with(beginning))
     return line_kind::undecided;
   return beginning[0] == '*' ? line_kind::starred : line_kind::plain;
 }
 
 /// So much of a line is always enough to decide.
-constexpr std::size_t deciding_length = error_begin.size() + 1;
+constexpr std::size_t deciding_length = starred_error.size() + 1;
 
 }  // namespace
 

@@ -5,7 +5,7 @@
 namespace corvane {
 namespace {
 
-constexpr std::string_view error_begin = "ERR", error_within = "**ERR";
+constexpr std::string_view error_begin = "ERR";
 
 /// Whether `what` stands in the text right after `before`. The search is for the first character
 /// of `what`, which should be a rare one.
@@ -19,12 +19,12 @@ bool follows(std::string_view text, std::string_view before, std::string_view wh
 }  // namespace
 
 bool is_error_line(std::string_view line) {
-  return line.starts_with(error_begin) || line.starts_with(error_within) ||
-         follows(line, " ", error_within);
+  return line.starts_with(error_begin) || line.starts_with(starred_error) ||
+         follows(line, " ", starred_error);
 }
 
 bool holds_error_line(std::string_view normalized) {
-  return follows(normalized, "\r\n ", error_begin) || follows(normalized, " ", error_within);
+  return follows(normalized, "\r\n ", error_begin) || follows(normalized, " ", starred_error);
 }
 
 bool holds_marker_line(std::string_view normalized) {

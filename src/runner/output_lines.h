@@ -10,6 +10,9 @@ namespace corvane {
 /// What our own programs begin an error line with.
 inline constexpr std::string_view error_mark = "ERR:  ";
 
+/// How a tool's error line with asterisks begins: "**ERROR: ...".
+inline constexpr std::string_view starred_error = "**ERR";
+
 /// The last line of every work script.
 inline constexpr std::string_view end_marker = "*process complete";
 

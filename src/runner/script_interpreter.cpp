@@ -14,14 +14,12 @@ namespace {
 
 #ifdef _WIN32
 constexpr std::string_view line_end = "\r\n";
-constexpr std::string_view separators = "\\/";
 #else
 constexpr std::string_view line_end = "\n";
-constexpr std::string_view separators = "/";
 #endif
 
 std::string folder_with_separator(const std::string& path) {
-  const auto last = path.find_last_of(separators);
+  const auto last = path.find_last_of(path_separators);
   return last == std::string::npos ? std::string() : path.substr(0, last + 1);
 }
 
@@ -116,7 +114,7 @@ class interpreter {
   }
 
   void rename(const std::string& path, const std::string& name) {
-    if (name.find_first_of(separators) != std::string::npos || name == "." || name == "..")
+    if (name.find_first_of(path_separators) != std::string::npos || name == "." || name == "..")
       complain("rename " + path + ": the new name is not one of the same folder");
     else
       complain_if("rename " + path, host_.rename(path, folder_with_separator(path) + name));

@@ -35,12 +35,9 @@ file_dialog m2v_dialog() {
   return dialog;
 }
 
-std::string quoted(const std::string& path) {
-  return "\"" + path + "\"";
-}
-
 std::string tool(const std::string& app, const char* name, path_style style) {
-  return quoted(join_path(join_path(app, "bin", style), std::string(name) + ".exe", style));
+  return in_double_quotes(
+      join_path(join_path(app, "bin", style), std::string(name) + ".exe", style));
 }
 
 still_result tell(document& doc, still_result end, icon picture, const std::string& text) {
@@ -160,9 +157,10 @@ std::string still_script(const std::string& app, const still_video& still, path_
   const std::string jpeg = replace_all(still.jpeg, "%", "%%");
   const std::string lines[] = {"@echo off", "echo *creating m2v still",
                                tool(app, "jpeg2yuv", style) + " -n " + trimmed(still.frames) +
-                                   " -I p -f " + (ntsc ? "29.97" : "25") + " -j " + quoted(jpeg) +
-                                   " | " + tool(app, "mpeg2enc", style) + " -f 8 -n " +
-                                   (ntsc ? "n" : "p") + " -o " + quoted(still.m2v),
+                                   " -I p -f " + (ntsc ? "29.97" : "25") + " -j " +
+                                   in_double_quotes(jpeg) + " | " + tool(app, "mpeg2enc", style) +
+                                   " -f 8 -n " + (ntsc ? "n" : "p") + " -o " +
+                                   in_double_quotes(still.m2v),
                                "echo " + std::string(end_marker)};
   std::string text;
   for (const std::string& line : lines)

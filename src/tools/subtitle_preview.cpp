@@ -1,6 +1,7 @@
 #include "tools/subtitle_preview.h"
 
 #include "formats/sanitized.h"
+#include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/program_folder.h"
 #include "platform/files/scratch_folder.h"
@@ -35,10 +36,6 @@ constexpr std::size_t enough_for(std::size_t number) {
 constexpr std::size_t longest_output = 1u << 16;
 
 constexpr double stamps_a_second = 90000;
-
-std::string quoted(const std::string& path) {
-  return '"' + path + '"';
-}
 
 /// What a drawing depends on, but for the number of the cue.
 struct drawing_source {
@@ -88,9 +85,9 @@ class drawing {
     std::unique_ptr<drawing> d(new drawing(std::move(*folder)));
     if (const failure why = d->write_files(r, app, fonts))
       return started::fail(*why);
-    start_result s = launcher.start(
-        quoted(tool_path(app, "conspawn")) + " " + quoted(d->folder_->path(script_name)),
-        {video_format(r.region)});
+    start_result s = launcher.start(in_double_quotes(tool_path(app, "conspawn")) + " " +
+                                        in_double_quotes(d->folder_->path(script_name)),
+                                    {video_format(r.region)});
     if (!s.child)
       return started::fail("conspawn could not be started");
     d->child_ = std::move(s.child);
@@ -137,9 +134,9 @@ class drawing {
 
   failure write_files(const preview_request& r, const std::string& app, const font_list& fonts) {
     const std::string control = folder_->path(control_name), video = folder_->path(video_name);
-    const std::string script = quoted(tool_path(app, "spumux")) + " -s 0 " + quoted(control) +
-                               " <" + quoted(video) + " > " + quoted(folder_->path(drawn_name)) +
-                               "\r\n";
+    const std::string script = in_double_quotes(tool_path(app, "spumux")) + " -s 0 " +
+                               in_double_quotes(control) + " <" + in_double_quotes(video) + " > " +
+                               in_double_quotes(folder_->path(drawn_name)) + "\r\n";
     for (const auto& [name, text] :
          {std::pair(control, subtitle_control_text(r.file, r.settings, fonts, native_style())),
           std::pair(video, stream_for_cues()), std::pair(folder_->path(script_name), script)})

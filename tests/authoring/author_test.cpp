@@ -160,9 +160,9 @@ TEST_F(Author, FontsAreAskedForOnceAndOnlyWhenThereAreSubtitles) {
   expect_folder_question();
   EXPECT_EQ(prepare_run(doc, e, run), author_result::prepared);
   EXPECT_EQ(asked, 1);
-  const bool windows = native_style() == path_style::windows;
-  EXPECT_THAT(folder.read(in("app", "sub1-1.xml")),
-              HasSubstr(windows ? "font=\"arial.ttf\"" : "font=\"/fonts/Arial.TTF\""));
+  EXPECT_THAT(
+      folder.read(in("app", "sub1-1.xml")),
+      HasSubstr(native_style() == windows ? "font=\"arial.ttf\"" : "font=\"/fonts/Arial.TTF\""));
 }
 
 TEST_F(Author, ASubtitleThatIsGoneOrEmptyIsNamedBeforeTheFolderQuestion) {

@@ -15,9 +15,6 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-constexpr path_style windows = path_style::windows;
-constexpr path_style posix = path_style::posix;
-
 sample with_buttons(path_style style, const std::string& buttons, const std::string& thickness) {
   sample s{"", {}, {"/app", "/out", style}};
   if (style == windows)

@@ -17,7 +17,6 @@ namespace {
 
 using ::testing::StartsWith;
 
-constexpr path_style posix = path_style::posix;
 constexpr const char* options = "0\t00:00:00.0\t00:00:00.0\t1";
 
 /// Two titles, three menus, the jump table on.
@@ -151,7 +150,7 @@ project with_actions(int menus, const std::vector<std::string>& actions) {
   return p;
 }
 
-std::string refusal_of(const project& p) {
+std::string navigation_refusal_of(const project& p) {
   return why_not_navigation(p).value_or("(fine)");
 }
 
@@ -160,15 +159,15 @@ std::vector<std::string> repeated(std::size_t count, const char* action) {
 }
 
 TEST(NavigationCommands, FirstMenuHoldsOneHundredAndTwentyEight) {
-  EXPECT_EQ(refusal_of(with_actions(30, repeated(32, "jump title 1"))), "(fine)");
-  EXPECT_EQ(refusal_of(with_actions(31, repeated(32, "jump title 1"))),
+  EXPECT_EQ(navigation_refusal_of(with_actions(30, repeated(32, "jump title 1"))), "(fine)");
+  EXPECT_EQ(navigation_refusal_of(with_actions(31, repeated(32, "jump title 1"))),
             "Menu 1 needs 129 commands, but a DVD menu holds at most 128: with the jump table, 30 "
             "lead on to the other menus and 99 belong to its 32 buttons that jump to a title, the "
             "last of which is button 32.  Please edit menu 1 and delete 1 of these buttons, or "
             "remove 1 of the other menus.");
   std::vector<std::string> actions = repeated(36, "jump  title 1");
   actions.back() = "exit";
-  EXPECT_EQ(refusal_of(with_actions(30, actions)),
+  EXPECT_EQ(navigation_refusal_of(with_actions(30, actions)),
             "Menu 1 needs 137 commands, but a DVD menu holds at most 128: with the jump table, 29 "
             "lead on to the other menus and 108 belong to its 35 buttons that jump to a title, the "
             "last of which is button 35.  Please edit menu 1 and delete 3 of these buttons, or "
@@ -178,14 +177,15 @@ TEST(NavigationCommands, FirstMenuHoldsOneHundredAndTwentyEight) {
 TEST(NavigationCommands, WhatTheMessageAdvisesIsEnough) {
   for (int menus = 18; menus <= 99; menus += 9)
     for (std::size_t buttons = 9; buttons <= 36; buttons += 3) {
-      const std::string why = refusal_of(with_actions(menus, repeated(buttons, "jump title 1")));
+      const std::string why =
+          navigation_refusal_of(with_actions(menus, repeated(buttons, "jump title 1")));
       if (why == "(fine)")
         continue;
       const int fewer = std::stoi(last_between(why, "delete ", " of"));
       const int fewer_menus = std::stoi(last_between(why, "remove ", " of"));
       const auto less = [&](int b, int m) {
         const auto left = buttons - static_cast<std::size_t>(b);
-        return refusal_of(with_actions(menus - m, repeated(left, "jump title 1")));
+        return navigation_refusal_of(with_actions(menus - m, repeated(left, "jump title 1")));
       };
       ASSERT_EQ(less(fewer, 0), "(fine)") << menus << " " << buttons;
       ASSERT_EQ(less(0, fewer_menus), "(fine)") << menus << " " << buttons;
@@ -195,21 +195,22 @@ TEST(NavigationCommands, WhatTheMessageAdvisesIsEnough) {
 }
 
 TEST(NavigationCommands, ButtonsOfOneCommandNeedNoRoom) {
-  EXPECT_EQ(refusal_of(with_actions(99, repeated(36, "exit"))), "(fine)");
-  EXPECT_EQ(refusal_of(with_actions(99, repeated(36, "jump menu 2"))), "(fine)");
-  EXPECT_EQ(refusal_of(with_actions(18, repeated(36, "jump titleset 1 menu"))), "(fine)");
-  EXPECT_THAT(refusal_of(with_actions(19, repeated(36, "jump titleset 1 menu"))),
+  EXPECT_EQ(navigation_refusal_of(with_actions(99, repeated(36, "exit"))), "(fine)");
+  EXPECT_EQ(navigation_refusal_of(with_actions(99, repeated(36, "jump menu 2"))), "(fine)");
+  EXPECT_EQ(navigation_refusal_of(with_actions(18, repeated(36, "jump titleset 1 menu"))),
+            "(fine)");
+  EXPECT_THAT(navigation_refusal_of(with_actions(19, repeated(36, "jump titleset 1 menu"))),
               StartsWith("Menu 1 needs 129 commands"));
 }
 
 TEST(NavigationCommands, OnlyTheFirstMenuAndOnlyTheJumpTableNeedRoom) {
   project p = with_actions(99, repeated(36, "jump title 1"));
   std::swap(p.menubuttons[0], p.menubuttons[1]);
-  EXPECT_EQ(refusal_of(p), "(fine)");
+  EXPECT_EQ(navigation_refusal_of(p), "(fine)");
   std::swap(p.menubuttons[0], p.menubuttons[1]);
   p.jumptable = false;
-  EXPECT_EQ(refusal_of(p), "(fine)");
-  EXPECT_EQ(refusal_of(with_actions(1, repeated(36, "jump title 1"))), "(fine)");
+  EXPECT_EQ(navigation_refusal_of(p), "(fine)");
+  EXPECT_EQ(navigation_refusal_of(with_actions(1, repeated(36, "jump title 1"))), "(fine)");
 }
 
 }  // namespace

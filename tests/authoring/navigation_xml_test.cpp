@@ -14,8 +14,6 @@ using ::testing::Contains;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-constexpr path_style posix = path_style::posix;
-
 std::vector<std::string> xml_lines(const sample& s) {
   return split(navigation_xml(s.p, s.where), crlf);
 }

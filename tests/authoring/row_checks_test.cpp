@@ -21,9 +21,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
-constexpr path_style windows = path_style::windows;
-constexpr path_style posix = path_style::posix;
-
 std::string refusal_of(const project& p, path_style style = posix) {
   return why_not_authorable(p, style).value_or("(authorable)");
 }

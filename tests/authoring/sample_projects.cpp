@@ -121,9 +121,8 @@ sample subtitles(path_style style) {
       "left,top,10,20,30,40,24.5,dejavu sans.ttf,352,238,23.976,CP1252|"
       "center,bottom,60,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|";
   const std::string file = "DejaVu Sans.TTF";
-  const bool windows = style == path_style::windows;
-  s.where.fonts =
-      font_list({{"DejaVu Sans", file, windows ? file : "/usr/share/fonts/" + file}}, style);
+  s.where.fonts = font_list(
+      {{"DejaVu Sans", file, style == windows ? file : "/usr/share/fonts/" + file}}, style);
   return s;
 }
 

@@ -9,6 +9,9 @@
 
 namespace corvane::testing_support {
 
+inline constexpr path_style windows = path_style::windows;
+inline constexpr path_style posix = path_style::posix;
+
 /// One project and the folders it is authored with.
 struct sample {
   std::string name;  ///< folder of its expected texts

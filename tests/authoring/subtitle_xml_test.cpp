@@ -14,9 +14,6 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-constexpr path_style windows = path_style::windows;
-constexpr path_style posix = path_style::posix;
-
 TEST(SubtitleXml, TitleWithoutSubtitlesHasNoFilesAndNoLines) {
   const sample s = elementary_titles(posix);
   EXPECT_EQ(subtitle_count(s.p, 1), 0);

@@ -20,9 +20,6 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::StartsWith;
 
-constexpr path_style windows = path_style::windows;
-constexpr path_style posix = path_style::posix;
-
 std::vector<std::string> script_lines(const sample& s) {
   std::string text = work_script(s.p, s.where);
   EXPECT_THAT(text, EndsWith("\r\n"));

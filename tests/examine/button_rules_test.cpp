@@ -23,71 +23,71 @@ disc_description with_buttons(std::vector<disc_button> buttons) {
   return made_disc({made_title()}, {m});
 }
 
-std::vector<std::string> told_about(const disc_description& d) {
+std::vector<std::string> told_of_buttons(const disc_description& d) {
   return told(button_findings(d));
 }
-std::vector<std::string> told_about(const disc_button& b) {
-  return told_about(with_buttons({b}));
+std::vector<std::string> told_of_buttons(const disc_button& b) {
+  return told_of_buttons(with_buttons({b}));
 }
 
 // One button ------------------------------------------------------------------------------------
 
 TEST(ButtonRules, ButtonsInTheSafeAreaOnEvenLinesGiveNothing) {
-  EXPECT_THAT(told_about(with_buttons({made_button("36", "24", "684", "100"),
-                                       made_button(" 36", " 356", " 684", " 456")})),
+  EXPECT_THAT(told_of_buttons(with_buttons({made_button("36", "24", "684", "100"),
+                                            made_button(" 36", " 356", " 684", " 456")})),
               IsEmpty());
 }
 
 TEST(ButtonRules, EdgeThatIsNoNumberIsAnError) {
-  EXPECT_THAT(told_about(made_button("x", "50", "100", "60")),
+  EXPECT_THAT(told_of_buttons(made_button("x", "50", "100", "60")),
               ElementsAre("button-edge-not-number @ menu 1, button 1"));
-  EXPECT_THAT(told_about(made_button("50", "", "100", "60px")),
+  EXPECT_THAT(told_of_buttons(made_button("50", "", "100", "60px")),
               ElementsAre("button-edge-not-number @ menu 1, button 1",
                           "button-edge-not-number @ menu 1, button 1"));
 }
 
 TEST(ButtonRules, EdgeWithAFractionIsAnError) {
   for (const char* const edge : {"60.5", "60 ", "+60"})
-    EXPECT_THAT(told_about(made_button("50", "50", edge, "60")),
+    EXPECT_THAT(told_of_buttons(made_button("50", "50", edge, "60")),
                 ElementsAre("button-edge-not-whole @ menu 1, button 1"))
         << edge;
-  EXPECT_THAT(told_about(made_button("-50", "50", "60", "60")),
+  EXPECT_THAT(told_of_buttons(made_button("-50", "50", "60", "60")),
               ElementsAre("button-edge-not-whole @ menu 1, button 1"));
 }
 
 TEST(ButtonRules, UpperEdgeIsRoundedBeforeSpumuxGetsIt) {
-  EXPECT_THAT(told_about(made_button("50", "50.4", "100", "60")), IsEmpty());
+  EXPECT_THAT(told_of_buttons(made_button("50", "50.4", "100", "60")), IsEmpty());
 }
 
 TEST(ButtonRules, EdgesTheWrongWayRoundAreAnError) {
-  EXPECT_THAT(told_about(made_button("100", "50", "100", "60")),
+  EXPECT_THAT(told_of_buttons(made_button("100", "50", "100", "60")),
               ElementsAre("button-without-area @ menu 1, button 1"));
-  EXPECT_THAT(told_about(made_button("100", "60", "200", "50")),
+  EXPECT_THAT(told_of_buttons(made_button("100", "60", "200", "50")),
               ElementsAre("button-without-area @ menu 1, button 1"));
 }
 
 TEST(ButtonRules, ButtonOutOfThePictureIsAnError) {
-  EXPECT_THAT(told_about(made_button("100", "50", "721", "60")),
+  EXPECT_THAT(told_of_buttons(made_button("100", "50", "721", "60")),
               ElementsAre("button-outside-picture @ menu 1, button 1"));
   disc_description d = with_buttons({made_button("100", "50", "200", "500")});
-  EXPECT_THAT(told_about(d), ElementsAre("button-outside-picture @ menu 1, button 1"));
+  EXPECT_THAT(told_of_buttons(d), ElementsAre("button-outside-picture @ menu 1, button 1"));
   d.standard = video_standard::pal;
-  EXPECT_THAT(told_about(d), IsEmpty());
-  EXPECT_THAT(told_about(made_button("100", "50", "999999", "99999999999999999999")),
+  EXPECT_THAT(told_of_buttons(d), IsEmpty());
+  EXPECT_THAT(told_of_buttons(made_button("100", "50", "999999", "99999999999999999999")),
               Contains("button-edge-not-whole @ menu 1, button 1"));
 }
 
 TEST(ButtonRules, ButtonTooSmallToBeDrawnIsAnErrorUnlessItIsABitmap) {
-  EXPECT_THAT(told_about(made_button("100", "50", "105", "52")),
+  EXPECT_THAT(told_of_buttons(made_button("100", "50", "105", "52")),
               ElementsAre("button-too-small @ menu 1, button 1"));
-  EXPECT_THAT(told_about(made_button("100", "50", "106", "52")), IsEmpty());
-  EXPECT_THAT(told_about(made_button("100", "50", "105", "52", "exit", "\\a.bmp", "\\b.bmp")),
+  EXPECT_THAT(told_of_buttons(made_button("100", "50", "106", "52")), IsEmpty());
+  EXPECT_THAT(told_of_buttons(made_button("100", "50", "105", "52", "exit", "\\a.bmp", "\\b.bmp")),
               IsEmpty());
 }
 
 TEST(ButtonRules, ButtonOnAnOddLineIsANote) {
   const disc_description d = with_buttons({made_button("100", "51", "200", "60")});
-  EXPECT_THAT(told_about(d), ElementsAre("button-odd-line @ menu 1, button 1"));
+  EXPECT_THAT(told_of_buttons(d), ElementsAre("button-odd-line @ menu 1, button 1"));
   EXPECT_EQ(button_findings(d)[0].severity, finding_severity::note);
 }
 
@@ -95,12 +95,12 @@ TEST(ButtonRules, ButtonInTheMarginIsANote) {
   for (const disc_button& b :
        {made_button("35", "50", "200", "60"), made_button("100", "22", "200", "60"),
         made_button("100", "50", "685", "60"), made_button("100", "50", "200", "458")})
-    EXPECT_THAT(told_about(b), ElementsAre("button-outside-safe-area @ menu 1, button 1"))
+    EXPECT_THAT(told_of_buttons(b), ElementsAre("button-outside-safe-area @ menu 1, button 1"))
         << b.x0.text;
 }
 
 TEST(ButtonRules, ColourThatTheEditorDoesNotOfferIsAnError) {
-  EXPECT_THAT(told_about(made_button("100", "50", "200", "60", "exit", "pink", "")),
+  EXPECT_THAT(told_of_buttons(made_button("100", "50", "200", "60", "exit", "pink", "")),
               ElementsAre("button-colour-unknown @ menu 1, button 1",
                           "button-colour-unknown @ menu 1, button 1"));
 }
@@ -120,16 +120,16 @@ TEST(ButtonRules, OverlappingButtonsAreAWarning) {
 }
 
 TEST(ButtonRules, ButtonsThatCrossWithoutACornerInTheOtherOverlap) {
-  EXPECT_THAT(told_about(with_buttons({made_button("100", "100", "300", "120"),
-                                       made_button("190", "50", "210", "200")})),
+  EXPECT_THAT(told_of_buttons(with_buttons({made_button("100", "100", "300", "120"),
+                                            made_button("190", "50", "210", "200")})),
               Contains("button-overlap @ menu 1, button 1"));
 }
 
 TEST(ButtonRules, ButtonThatNoArrowKeyLeadsToIsAWarning) {
   const disc_description d =
       with_buttons({made_button("100", "50", "200", "60"), made_button("110", "54", "120", "58")});
-  EXPECT_THAT(told_about(d), ElementsAre("button-overlap @ menu 1, button 1",
-                                         "button-not-reachable @ menu 1, button 2"));
+  EXPECT_THAT(told_of_buttons(d), ElementsAre("button-overlap @ menu 1, button 1",
+                                              "button-not-reachable @ menu 1, button 2"));
 }
 
 TEST(ButtonRules, ThirtySevenButtonsAreAnError) {
@@ -138,9 +138,10 @@ TEST(ButtonRules, ThirtySevenButtonsAreAnError) {
     buttons.push_back(made_button(std::to_string(40 + i % 6 * 100), std::to_string(40 + i / 6 * 40),
                                   std::to_string(120 + i % 6 * 100),
                                   std::to_string(60 + i / 6 * 40)));
-  EXPECT_THAT(told_about(with_buttons(buttons)), ElementsAre("menu-too-many-buttons @ menu 1"));
+  EXPECT_THAT(told_of_buttons(with_buttons(buttons)),
+              ElementsAre("menu-too-many-buttons @ menu 1"));
   buttons.pop_back();
-  EXPECT_THAT(told_about(with_buttons(buttons)), IsEmpty());
+  EXPECT_THAT(told_of_buttons(with_buttons(buttons)), IsEmpty());
 }
 
 TEST(ButtonRules, TenPairsOfColoursAreAnError) {
@@ -150,9 +151,10 @@ TEST(ButtonRules, TenPairsOfColoursAreAnError) {
   for (int i = 0; i < 10; ++i)
     buttons.push_back(made_button("100", std::to_string(40 + i * 40), "200",
                                   std::to_string(60 + i * 40), "exit", colours[i], "white"));
-  EXPECT_THAT(told_about(with_buttons(buttons)), ElementsAre("menu-too-many-colours @ menu 1"));
+  EXPECT_THAT(told_of_buttons(with_buttons(buttons)),
+              ElementsAre("menu-too-many-colours @ menu 1"));
   buttons.pop_back();
-  EXPECT_THAT(told_about(with_buttons(buttons)), IsEmpty());
+  EXPECT_THAT(told_of_buttons(with_buttons(buttons)), IsEmpty());
 }
 
 TEST(ButtonRules, ColoursThatSpumuxNeedsHoursForAreAnError) {
@@ -164,12 +166,14 @@ TEST(ButtonRules, ColoursThatSpumuxNeedsHoursForAreAnError) {
                                   std::to_string(120 + i % 6 * 100),
                                   std::to_string(60 + i / 6 * 40), "exit", colours[i % 9],
                                   "white"));
-  EXPECT_THAT(told_about(with_buttons(buttons)), ElementsAre("menu-colours-too-slow @ menu 1"));
+  EXPECT_THAT(told_of_buttons(with_buttons(buttons)),
+              ElementsAre("menu-colours-too-slow @ menu 1"));
 }
 
 TEST(ButtonRules, ThousandsOfButtonsAreLookedAtAtOnce) {
   const std::vector<disc_button> buttons(5'000, made_button("100", "50", "200", "60"));
-  EXPECT_THAT(told_about(with_buttons(buttons)), ElementsAre("menu-too-many-buttons @ menu 1"));
+  EXPECT_THAT(told_of_buttons(with_buttons(buttons)),
+              ElementsAre("menu-too-many-buttons @ menu 1"));
 }
 
 // The menu ----------------------------------------------------------------------------------------
@@ -183,15 +187,17 @@ disc_description with_times(const std::string& begin, const std::string& end) {
 }
 
 TEST(ButtonRules, TimesThatCannotBeReadAreAnError) {
-  EXPECT_THAT(told_about(with_times("00:00:00.0", "5s")), ElementsAre("menu-button-time @ menu 1"));
-  EXPECT_THAT(told_about(with_times("", "00:00:00.0")), ElementsAre("menu-button-time @ menu 1"));
-  EXPECT_THAT(told_about(with_times("00:00:01.0", "00:00:05.0")), IsEmpty());
+  EXPECT_THAT(told_of_buttons(with_times("00:00:00.0", "5s")),
+              ElementsAre("menu-button-time @ menu 1"));
+  EXPECT_THAT(told_of_buttons(with_times("", "00:00:00.0")),
+              ElementsAre("menu-button-time @ menu 1"));
+  EXPECT_THAT(told_of_buttons(with_times("00:00:01.0", "00:00:05.0")), IsEmpty());
 }
 
 TEST(ButtonRules, ButtonsThatEndBeforeTheyBeginAreAnError) {
-  EXPECT_THAT(told_about(with_times("00:00:05.0", "00:00:05.0")),
+  EXPECT_THAT(told_of_buttons(with_times("00:00:05.0", "00:00:05.0")),
               ElementsAre("menu-button-time-order @ menu 1"));
-  EXPECT_THAT(told_about(with_times("00:00:05.0", "00:00:00.0")), IsEmpty());
+  EXPECT_THAT(told_of_buttons(with_times("00:00:05.0", "00:00:00.0")), IsEmpty());
 }
 
 TEST(ButtonRules, ButtonsThatBeginAfterTheEndOfTheMenuAreAnError) {
@@ -205,28 +211,28 @@ TEST(ButtonRules, ButtonsThatBeginAfterTheEndOfTheMenuAreAnError) {
 TEST(ButtonRules, ButtonsThatGoWhileTheMenuStaysAreAWarning) {
   disc_description d = with_times("00:00:00.0", "00:00:05.0");
   d.menus[0].loop = false;
-  EXPECT_THAT(told_about(d), ElementsAre("menu-buttons-vanish @ menu 1"));
+  EXPECT_THAT(told_of_buttons(d), ElementsAre("menu-buttons-vanish @ menu 1"));
 }
 
 TEST(ButtonRules, FrameThinnerThanNothingIsAnError) {
   disc_description d = with_times("0", "0");
   d.menus[0].thickness = number_of("-1");
-  EXPECT_THAT(told_about(d), ElementsAre("menu-frame-thickness @ menu 1"));
+  EXPECT_THAT(told_of_buttons(d), ElementsAre("menu-frame-thickness @ menu 1"));
 }
 
 TEST(ButtonRules, SoundOfAMenuThatDoesNotLoopEnds) {
   disc_description d = with_times("0", "0");
   d.menus[0].files = {"\\m\\menu.m2v", "\\m\\menu.ac3"};
-  EXPECT_THAT(told_about(d), IsEmpty());
+  EXPECT_THAT(told_of_buttons(d), IsEmpty());
   d.menus[0].loop = false;
-  EXPECT_THAT(told_about(d), ElementsAre("menu-sound-ends @ menu 1"));
+  EXPECT_THAT(told_of_buttons(d), ElementsAre("menu-sound-ends @ menu 1"));
 }
 
 TEST(ButtonRules, MenuOfAnotherProgramIsPassedOver) {
   disc_menu m;
   m.files = {"\\m\\menu.vob"};
   m.buttons = {made_button("", "", "", "", "exit", "", "")};
-  EXPECT_THAT(told_about(made_disc({made_title()}, {m})), IsEmpty());
+  EXPECT_THAT(told_of_buttons(made_disc({made_title()}, {m})), IsEmpty());
 }
 
 // Neighbours

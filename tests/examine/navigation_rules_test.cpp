@@ -19,7 +19,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-std::vector<std::string> told_about(const disc_description& d) {
+std::vector<std::string> told_of_navigation(const disc_description& d) {
   return told(navigation_findings(d));
 }
 
@@ -41,19 +41,19 @@ std::string found_about(const disc_description& d) {
 // Targets ---------------------------------------------------------------------------------------
 
 TEST(NavigationRules, CommandsOfferedByTheEditorsGiveNothing) {
-  EXPECT_THAT(told_about(with_action("exit")), IsEmpty());
-  EXPECT_THAT(told_about(with_action("jump title 1")), IsEmpty());
-  EXPECT_THAT(told_about(with_action("jump title 1 chapter 1")), IsEmpty());
-  EXPECT_THAT(told_about(with_action("jump menu 1")), IsEmpty());
-  EXPECT_THAT(told_about(with_post("jump title 1")), IsEmpty());
-  EXPECT_THAT(told_about(with_post("call menu")), IsEmpty());
-  EXPECT_THAT(told_about(with_post("exit")), IsEmpty());
-  EXPECT_THAT(told_about(with_first_play("jump title 1")), IsEmpty());
-  EXPECT_THAT(told_about(with_first_play("jump titleset 1 menu")), IsEmpty());
+  EXPECT_THAT(told_of_navigation(with_action("exit")), IsEmpty());
+  EXPECT_THAT(told_of_navigation(with_action("jump title 1")), IsEmpty());
+  EXPECT_THAT(told_of_navigation(with_action("jump title 1 chapter 1")), IsEmpty());
+  EXPECT_THAT(told_of_navigation(with_action("jump menu 1")), IsEmpty());
+  EXPECT_THAT(told_of_navigation(with_post("jump title 1")), IsEmpty());
+  EXPECT_THAT(told_of_navigation(with_post("call menu")), IsEmpty());
+  EXPECT_THAT(told_of_navigation(with_post("exit")), IsEmpty());
+  EXPECT_THAT(told_of_navigation(with_first_play("jump title 1")), IsEmpty());
+  EXPECT_THAT(told_of_navigation(with_first_play("jump titleset 1 menu")), IsEmpty());
 }
 
 TEST(NavigationRules, ButtonToWhatThereIsNotIsAnError) {
-  EXPECT_THAT(told_about(with_action("jump title 2")),
+  EXPECT_THAT(told_of_navigation(with_action("jump title 2")),
               ElementsAre("command-target-missing @ menu 1, button 2"));
   EXPECT_EQ(found_about(with_action("jump title 2")),
             "the command \"jump title 2\" leads to title 2, but there is only title 1");
@@ -68,23 +68,23 @@ TEST(NavigationRules, ButtonToWhatThereIsNotIsAnError) {
 TEST(NavigationRules, ChapterThatDvdauthorAddsAtTheBeginningCounts) {
   disc_description d = with_action("jump title 1 chapter 3");
   d.titles[0].chapters = {time_of("00:00:05.00"), time_of("00:00:10.00")};
-  EXPECT_THAT(told_about(d), IsEmpty());
+  EXPECT_THAT(told_of_navigation(d), IsEmpty());
   d.titles[0].chapters[0] = time_of("00:00:00.00");
-  EXPECT_THAT(told_about(d), SizeIs(1));
+  EXPECT_THAT(told_of_navigation(d), SizeIs(1));
 }
 
 TEST(NavigationRules, PostCommandToWhatThereIsNotIsAnError) {
-  EXPECT_THAT(told_about(with_post("jump title 3")),
+  EXPECT_THAT(told_of_navigation(with_post("jump title 3")),
               ElementsAre("command-target-missing @ title 1, command"));
   disc_description d = with_post("call menu");
   d.menus.clear();
-  EXPECT_THAT(told_about(d), ElementsAre("command-target-missing @ title 1, command"));
+  EXPECT_THAT(told_of_navigation(d), ElementsAre("command-target-missing @ title 1, command"));
 }
 
 TEST(NavigationRules, FirstPlayToWhatThereIsNotIsAnError) {
-  EXPECT_THAT(told_about(with_first_play("jump title 2")),
+  EXPECT_THAT(told_of_navigation(with_first_play("jump title 2")),
               ElementsAre("command-target-missing @ disc, command"));
-  EXPECT_THAT(told_about(with_first_play("jump titleset 2 menu")),
+  EXPECT_THAT(told_of_navigation(with_first_play("jump titleset 2 menu")),
               ElementsAre("command-target-missing @ disc, command"));
 }
 
@@ -92,54 +92,55 @@ TEST(NavigationRules, AllFaultsAreToldAtOnce) {
   const disc_description d =
       made_disc({made_title("jump menu 1"), made_title("jump title 8")},
                 {made_menu({"jump title 9", "call menu", "jump menu 2"})}, "call menu");
-  EXPECT_THAT(told_about(d), ElementsAre("command-not-allowed @ disc, command",
-                                         "command-not-allowed @ title 1, command",
-                                         "command-target-missing @ title 2, command",
-                                         "command-target-missing @ menu 1, button 1",
-                                         "command-not-allowed @ menu 1, button 2",
-                                         "command-target-missing @ menu 1, button 3"));
+  EXPECT_THAT(told_of_navigation(d), ElementsAre("command-not-allowed @ disc, command",
+                                                 "command-not-allowed @ title 1, command",
+                                                 "command-target-missing @ title 2, command",
+                                                 "command-target-missing @ menu 1, button 1",
+                                                 "command-not-allowed @ menu 1, button 2",
+                                                 "command-target-missing @ menu 1, button 3"));
 }
 
 // What is allowed where
 // -----------------------------------------------------------------------------
 
 TEST(NavigationRules, MenuCallsNothing) {
-  EXPECT_THAT(told_about(with_action("call menu")),
+  EXPECT_THAT(told_of_navigation(with_action("call menu")),
               ElementsAre("command-not-allowed @ menu 1, button 2"));
 }
 
 TEST(NavigationRules, MenusHaveNoChapters) {
   for (const char* const action : {"jump menu 1 chapter 2", "jump menu chapter 1"})
-    EXPECT_THAT(told_about(with_action(action)),
+    EXPECT_THAT(told_of_navigation(with_action(action)),
                 ElementsAre("command-not-allowed @ menu 1, button 2"))
         << action;
 }
 
 TEST(NavigationRules, TitleDoesNotJumpToAMenu) {
   for (const char* const post : {"jump menu 1", "jump titleset 1 menu", "jump vmgm menu"})
-    EXPECT_THAT(told_about(with_post(post)), ElementsAre("command-not-allowed @ title 1, command"))
+    EXPECT_THAT(told_of_navigation(with_post(post)),
+                ElementsAre("command-not-allowed @ title 1, command"))
         << post;
 }
 
 TEST(NavigationRules, TitleCallsAMenuByNumberWithTheJumpTableOnly) {
-  EXPECT_THAT(told_about(with_post("call menu 1")),
+  EXPECT_THAT(told_of_navigation(with_post("call menu 1")),
               ElementsAre("command-not-allowed @ title 1, command"));
-  EXPECT_THAT(told_about(with_post("call last menu")),
+  EXPECT_THAT(told_of_navigation(with_post("call last menu")),
               ElementsAre("command-not-allowed @ title 1, command"));
   for (const char* const post : {"call menu 1", "call last menu"}) {
     disc_description d = with_post(post);
     d.jump_table = true;
-    EXPECT_THAT(told_about(d), IsEmpty()) << post;
+    EXPECT_THAT(told_of_navigation(d), IsEmpty()) << post;
   }
   disc_description d = with_post("call menu");
   d.jump_table = true;
-  EXPECT_THAT(told_about(d), ElementsAre("command-syntax @ title 1, command"));
+  EXPECT_THAT(told_of_navigation(d), ElementsAre("command-syntax @ title 1, command"));
 }
 
 TEST(NavigationRules, DiscBeginsWithAWholeTitleOrAMenu) {
   for (const char* const command :
        {"jump title 1 chapter 1", "jump menu 1", "call menu", "jump titleset 1 title 1"})
-    EXPECT_THAT(told_about(with_first_play(command)),
+    EXPECT_THAT(told_of_navigation(with_first_play(command)),
                 ElementsAre("command-not-allowed @ disc, command"))
         << command;
 }
@@ -154,26 +155,28 @@ TEST(NavigationRules, TypedCommandIsANote) {
 }
 
 TEST(NavigationRules, TargetsOfATypedCommandAreLookedAt) {
-  EXPECT_THAT(told_about(with_action("if (g2 == 1) jump title 1; else jump menu 4")),
+  EXPECT_THAT(told_of_navigation(with_action("if (g2 == 1) jump title 1; else jump menu 4")),
               ElementsAre("command-target-missing @ menu 1, button 2"));
-  EXPECT_THAT(told_about(with_post("g2=1; jump menu 1")),
+  EXPECT_THAT(told_of_navigation(with_post("g2=1; jump menu 1")),
               ElementsAre("command-not-allowed @ title 1, command"));
 }
 
 TEST(NavigationRules, CommandThatDvdauthorCannotReadIsAnError) {
   for (const char* const action :
        {"jump title1", "jump title 1;", "jump", "exit 1", "jump titel 1", "jump title 1 chapter"})
-    EXPECT_THAT(told_about(with_action(action)), ElementsAre("command-syntax @ menu 1, button 2"))
+    EXPECT_THAT(told_of_navigation(with_action(action)),
+                ElementsAre("command-syntax @ menu 1, button 2"))
         << action;
   EXPECT_THAT(found_about(with_action("Jump Title 1")), HasSubstr("in small letters"));
-  EXPECT_THAT(told_about(with_action("  ")), ElementsAre("command-empty @ menu 1, button 2"));
+  EXPECT_THAT(told_of_navigation(with_action("  ")),
+              ElementsAre("command-empty @ menu 1, button 2"));
 }
 
 TEST(NavigationRules, JumpTableTakesWhatStandsBehindJumpMenuForANumber) {
   disc_description d = with_action("jump menu entry root");
-  EXPECT_THAT(told_about(d), ElementsAre("command-typed @ menu 1, button 2"));
+  EXPECT_THAT(told_of_navigation(d), ElementsAre("command-typed @ menu 1, button 2"));
   d.jump_table = true;
-  EXPECT_THAT(told_about(d), ElementsAre("command-syntax @ menu 1, button 2"));
+  EXPECT_THAT(told_of_navigation(d), ElementsAre("command-syntax @ menu 1, button 2"));
 }
 
 // Ways ------------------------------------------------------------------------------------------
@@ -186,45 +189,46 @@ TEST(NavigationRules, TitleThatNothingLeadsToIsAWarning) {
 }
 
 TEST(NavigationRules, TitleFollowsTheOneBeforeItUnlessThatHasACommand) {
-  EXPECT_THAT(told_about(made_disc({made_title(), made_title()})), IsEmpty());
-  EXPECT_THAT(told_about(made_disc({made_title("exit"), made_title()})),
+  EXPECT_THAT(told_of_navigation(made_disc({made_title(), made_title()})), IsEmpty());
+  EXPECT_THAT(told_of_navigation(made_disc({made_title("exit"), made_title()})),
               ElementsAre("title-not-reachable @ title 2"));
 }
 
 TEST(NavigationRules, MenuThatNothingLeadsToIsAWarning) {
-  EXPECT_THAT(
-      told_about(made_disc({made_title()}, {made_menu({"jump title 1"}), made_menu({"exit"})})),
-      ElementsAre("menu-not-reachable @ menu 2"));
+  EXPECT_THAT(told_of_navigation(
+                  made_disc({made_title()}, {made_menu({"jump title 1"}), made_menu({"exit"})})),
+              ElementsAre("menu-not-reachable @ menu 2"));
 }
 
 TEST(NavigationRules, MenuKeyLeadsToTheFirstMenu) {
-  EXPECT_THAT(told_about(made_disc({made_title()}, {made_menu({"jump title 1"})}, "jump title 1")),
-              IsEmpty());
+  EXPECT_THAT(
+      told_of_navigation(made_disc({made_title()}, {made_menu({"jump title 1"})}, "jump title 1")),
+      IsEmpty());
 }
 
 TEST(NavigationRules, CommandThatMayLeadAnywhereLeavesNothingUnreachable) {
-  EXPECT_THAT(
-      told_about(made_disc({made_title("resume"), made_title()}, {made_menu({"jump title 1"})})),
-      ElementsAre("command-typed @ title 1, command"));
+  EXPECT_THAT(told_of_navigation(
+                  made_disc({made_title("resume"), made_title()}, {made_menu({"jump title 1"})})),
+              ElementsAre("command-typed @ title 1, command"));
 }
 
 TEST(NavigationRules, MenusThatLeadOnlyToEachOtherHoldTheirViewer) {
-  EXPECT_THAT(
-      told_about(made_disc({made_title()}, {made_menu({"jump menu 2"}), made_menu({"jump menu 1"})},
-                           "jump title 1")),
-      ElementsAre("menu-not-left @ menu 1", "menu-not-left @ menu 2"));
+  EXPECT_THAT(told_of_navigation(made_disc({made_title()},
+                                           {made_menu({"jump menu 2"}), made_menu({"jump menu 1"})},
+                                           "jump title 1")),
+              ElementsAre("menu-not-left @ menu 1", "menu-not-left @ menu 2"));
 }
 
 TEST(NavigationRules, MenuIsLeftThroughAnother) {
-  EXPECT_THAT(
-      told_about(made_disc({made_title()}, {made_menu({"jump menu 2"}), made_menu({"jump menu 3"}),
-                                            made_menu({"jump title 1"})})),
-      IsEmpty());
+  EXPECT_THAT(told_of_navigation(
+                  made_disc({made_title()}, {made_menu({"jump menu 2"}), made_menu({"jump menu 3"}),
+                                             made_menu({"jump title 1"})})),
+              IsEmpty());
 }
 
 TEST(NavigationRules, MenuWithoutButtonsStaysForEver) {
   disc_description d = made_disc({made_title()}, {made_menu({})}, "jump title 1");
-  EXPECT_THAT(told_about(d), ElementsAre("menu-without-buttons @ menu 1"));
+  EXPECT_THAT(told_of_navigation(d), ElementsAre("menu-without-buttons @ menu 1"));
   EXPECT_EQ(found_about(d), "the menu has no buttons and stays for ever");
   d.menus[0].loop = true;
   EXPECT_EQ(found_about(d), "the menu has no buttons and begins again for ever");
@@ -242,8 +246,9 @@ TEST(NavigationRules, CommandsOfTheJumpTableAreCounted) {
     d.jump_table = true;
     return d;
   };
-  EXPECT_THAT(told_about(disc_with(32, 30)), IsEmpty());
-  EXPECT_THAT(told_about(disc_with(32, 31)), ElementsAre("menu-too-many-commands @ menu 1"));
+  EXPECT_THAT(told_of_navigation(disc_with(32, 30)), IsEmpty());
+  EXPECT_THAT(told_of_navigation(disc_with(32, 31)),
+              ElementsAre("menu-too-many-commands @ menu 1"));
 }
 
 TEST(NavigationRules, ThousandsOfMenusInARowAreLookedAtAtOnce) {
@@ -251,7 +256,7 @@ TEST(NavigationRules, ThousandsOfMenusInARowAreLookedAtAtOnce) {
   for (int menu = 2; menu <= 2000; ++menu)
     menus.push_back(made_menu({"jump menu " + std::to_string(menu)}));
   menus.push_back(made_menu({"jump title 1"}));
-  EXPECT_THAT(told_about(made_disc({made_title()}, menus)), IsEmpty());
+  EXPECT_THAT(told_of_navigation(made_disc({made_title()}, menus)), IsEmpty());
 }
 
 // Hand-edited XML ---------------------------------------------------------------------------------

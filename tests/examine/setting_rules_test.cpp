@@ -17,7 +17,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-std::vector<std::string> told_about(const disc_description& d) {
+std::vector<std::string> told_of_settings(const disc_description& d) {
   return told(setting_findings(d));
 }
 
@@ -35,21 +35,22 @@ disc_description with_tags(const std::vector<std::string>& rows) {
 }
 
 TEST(SettingRules, DelayOfASecondIsAnError) {
-  EXPECT_THAT(told_about(with_delay("1000")), ElementsAre("delay-too-long @ title 1"));
-  EXPECT_THAT(told_about(with_delay("999.9")), IsEmpty());
-  EXPECT_THAT(told_about(with_delay("-4000")), IsEmpty()) << "which delays the sound";
+  EXPECT_THAT(told_of_settings(with_delay("1000")), ElementsAre("delay-too-long @ title 1"));
+  EXPECT_THAT(told_of_settings(with_delay("999.9")), IsEmpty());
+  EXPECT_THAT(told_of_settings(with_delay("-4000")), IsEmpty()) << "which delays the sound";
 }
 
 TEST(SettingRules, DelayThatIsNoNumberIsAnError) {
   for (const char* const text : {"", "12,5", "100ms", "x"})
-    EXPECT_THAT(told_about(with_delay(text)), ElementsAre("delay-not-number @ title 1")) << text;
+    EXPECT_THAT(told_of_settings(with_delay(text)), ElementsAre("delay-not-number @ title 1"))
+        << text;
 }
 
 TEST(SettingRules, DelayOfAReadyFileIsNotUsed) {
   disc_description d = with_delay("x");
   d.titles[0].is_multiplexed_here = false;
   d.titles[0].streams = {"\\m\\a.vob"};
-  EXPECT_THAT(told_about(d), IsEmpty());
+  EXPECT_THAT(told_of_settings(d), IsEmpty());
 }
 
 TEST(SettingRules, LanguageWithoutAStreamIsAWarning) {
@@ -70,25 +71,25 @@ TEST(SettingRules, LanguageHasAStreamIfOneTitleHasIt) {
   disc_description d = with_tags({"Audio tag:\tENGLISH EN", "Audio tag:\tGERMAN DE"});
   d.titles.push_back(made_title());
   d.titles[1].streams.push_back("\\m\\german.ac3");
-  EXPECT_THAT(told_about(d), IsEmpty());
+  EXPECT_THAT(told_of_settings(d), IsEmpty());
 }
 
 TEST(SettingRules, ReadyFileMayHaveAnyStream) {
   disc_description d = with_tags({"Audio tag:\tENGLISH EN", "Audio tag:\tGERMAN DE"});
   d.titles[0].is_multiplexed_here = false;
-  EXPECT_THAT(told_about(d), IsEmpty());
+  EXPECT_THAT(told_of_settings(d), IsEmpty());
 }
 
 TEST(SettingRules, TagWithoutACodeIsAnError) {
   disc_description d = with_tags({"Audio tag:\tENGLISH EN"});
   d.languages[0].code = "E1";
-  EXPECT_THAT(told_about(d), ElementsAre("language-code @ disc"));
+  EXPECT_THAT(told_of_settings(d), ElementsAre("language-code @ disc"));
 }
 
 TEST(SettingRules, NinthAudioTagIsAnError) {
   disc_description d = with_tags(std::vector<std::string>(9, "Audio tag:\tENGLISH EN"));
   d.titles[0].streams.resize(9, "\\m\\a.ac3");
-  EXPECT_THAT(told_about(d), ElementsAre("language-too-many @ disc"));
+  EXPECT_THAT(told_of_settings(d), ElementsAre("language-too-many @ disc"));
 }
 
 TEST(SettingRules, TagsOfTheXmlBelongToTheirTitleset) {
@@ -100,35 +101,35 @@ TEST(SettingRules, TagsOfTheXmlBelongToTheirTitleset) {
     xml += set;
   const auto d = read_navigation(xml + "</dvdauthor>", path_style::posix);
   ASSERT_TRUE(d);
-  EXPECT_THAT(told_about(*d), IsEmpty());
+  EXPECT_THAT(told_of_settings(*d), IsEmpty());
 }
 
 TEST(SettingRules, ChapterTimeThatCannotBeReadIsAnError) {
   disc_description d = made_disc({made_title()});
   d.titles[0].chapters = {time_of("0"), time_of("5 min"), time_of(" "), time_of("1.2.3")};
-  EXPECT_THAT(told_about(d), ElementsAre("chapter-time-unreadable @ title 1, chapter 2",
-                                         "chapter-time-unreadable @ title 1, chapter 3"));
+  EXPECT_THAT(told_of_settings(d), ElementsAre("chapter-time-unreadable @ title 1, chapter 2",
+                                               "chapter-time-unreadable @ title 1, chapter 3"));
 }
 
 TEST(SettingRules, HundredthChapterIsAnError) {
   disc_description d = made_disc({made_title()});
   d.titles[0].chapters = std::vector<text_time>(99, time_of("00:00:00.00"));
-  EXPECT_THAT(told_about(d), IsEmpty());
+  EXPECT_THAT(told_of_settings(d), IsEmpty());
   d.titles[0].chapters[0] = time_of("00:00:01.00");
-  EXPECT_THAT(told_about(d), ElementsAre("title-too-many-chapters @ title 1"))
+  EXPECT_THAT(told_of_settings(d), ElementsAre("title-too-many-chapters @ title 1"))
       << "with the one that is added at the beginning";
 }
 
 TEST(SettingRules, MoreThanADiscOrTitleHoldsIsAnError) {
-  EXPECT_THAT(told_about(made_disc(std::vector<disc_title>(100, made_title()))),
+  EXPECT_THAT(told_of_settings(made_disc(std::vector<disc_title>(100, made_title()))),
               ElementsAre("disc-too-many-titles @ disc"));
   EXPECT_THAT(
-      told_about(made_disc({made_title()}, std::vector<disc_menu>(100, made_menu({"exit"})))),
+      told_of_settings(made_disc({made_title()}, std::vector<disc_menu>(100, made_menu({"exit"})))),
       ElementsAre("disc-too-many-menus @ disc"));
   disc_description d = made_disc({made_title()});
   d.titles[0].streams.resize(10, "\\m\\a.ac3");
   d.titles[0].subtitles.resize(33);
-  EXPECT_THAT(told_about(d),
+  EXPECT_THAT(told_of_settings(d),
               ElementsAre("title-too-many-sounds @ title 1", "title-too-many-subtitles @ title 1"));
 }
 
@@ -142,7 +143,7 @@ TEST(SettingRules, CleanProjectsGiveNothing) {
   for (const sample& s :
        {elementary_titles(path_style::posix), muxed_titles(path_style::posix),
         jump_table(path_style::posix), one_menu(path_style::posix), subtitles(path_style::posix)})
-    EXPECT_THAT(told_about(disc_of(s.p)), IsEmpty()) << s.name;
+    EXPECT_THAT(told_of_settings(disc_of(s.p)), IsEmpty()) << s.name;
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ using examine_test::video_maker;
 using namespace std::string_literals;
 using kind = video_damage_kind;
 
-video_facts facts_in_slices(const std::string& stream, std::size_t slice) {
+video_facts video_facts_in_slices(const std::string& stream, std::size_t slice) {
   video_scanner scanner;
   const auto* const data = reinterpret_cast<const std::uint8_t*>(stream.data());
   for (std::size_t at = 0; at < stream.size(); at += slice)
@@ -28,17 +28,17 @@ video_facts facts_in_slices(const std::string& stream, std::size_t slice) {
   return scanner.facts();
 }
 
-video_facts facts_of(const std::string& stream) {
-  const video_facts whole = facts_in_slices(stream, std::max<std::size_t>(1, stream.size()));
+video_facts video_facts_of(const std::string& stream) {
+  const video_facts whole = video_facts_in_slices(stream, std::max<std::size_t>(1, stream.size()));
   for (const std::size_t slice : {1u, 2u, 3u, 7u, 12u, 13u, 64u, 67u, 1000u, 4096u})
-    EXPECT_TRUE(facts_in_slices(stream, slice) == whole) << "slices of " << slice;
+    EXPECT_TRUE(video_facts_in_slices(stream, slice) == whole) << "slices of " << slice;
   EXPECT_TRUE(whole.whole);
   EXPECT_EQ(whole.bytes, stream.size());
   return whole;
 }
 
-video_facts facts_of(const video_maker& maker) {
-  return facts_of(maker.bytes);
+video_facts video_facts_of(const video_maker& maker) {
+  return video_facts_of(maker.bytes);
 }
 
 std::vector<kind> kinds_of(const video_facts& facts) {
@@ -95,7 +95,7 @@ TEST(VideoFacts, StatesWhatAnMpeg2HeaderSays) {
   s.chroma_format = 2;
   s.low_delay = true;
   s.display_size = stored_size{540, 570};
-  const video_facts facts = facts_of(video_maker(s).whole_group("I"));
+  const video_facts facts = video_facts_of(video_maker(s).whole_group("I"));
   EXPECT_EQ(facts.kind, video_kind::elementary);
   ASSERT_TRUE(facts.shape);
   EXPECT_TRUE(facts.shape->mpeg2);
@@ -118,7 +118,7 @@ TEST(VideoFacts, StatesWhatAnMpeg1HeaderSays) {
   made_sequence s = mpeg1();
   s.bit_rate_value = 0x3FFFF;
   s.vbv_value = 20;
-  const video_facts facts = facts_of(video_maker(s).whole_group("IPP"));
+  const video_facts facts = video_facts_of(video_maker(s).whole_group("IPP"));
   EXPECT_FALSE(facts.shape->mpeg2);
   EXPECT_EQ(facts.shape->width, 352);
   EXPECT_EQ(facts.standard, video_standard::pal);
@@ -140,23 +140,23 @@ TEST(VideoFacts, StandardGoesByTheLines) {
                                          {720, video_standard::other}}) {
     made_sequence s;
     s.height = height;
-    EXPECT_EQ(facts_of(video_maker(s).whole_group("I")).standard, standard) << height;
+    EXPECT_EQ(video_facts_of(video_maker(s).whole_group("I")).standard, standard) << height;
   }
 }
 
 TEST(VideoFacts, TheFirstDelayTellsOfAVariableRate) {
   made_picture first;
   first.vbv_delay = variable_vbv_delay;
-  EXPECT_TRUE(facts_of(video_maker().sequence().group().picture(first)).variable_bit_rate);
-  EXPECT_FALSE(
-      facts_of(video_maker().whole_group("I").sequence().group().picture(first)).variable_bit_rate);
+  EXPECT_TRUE(video_facts_of(video_maker().sequence().group().picture(first)).variable_bit_rate);
+  EXPECT_FALSE(video_facts_of(video_maker().whole_group("I").sequence().group().picture(first))
+                   .variable_bit_rate);
 }
 
 // --- Pictures and their time
 
 TEST(VideoFacts, CountsPicturesFieldsAndSeconds) {
   const video_facts facts =
-      facts_of(video_maker().whole_group("IBBPBB").whole_group("IBBPBBP").end());
+      video_facts_of(video_maker().whole_group("IBBPBB").whole_group("IBBPBBP").end());
   EXPECT_EQ(facts.pictures, 13u);
   EXPECT_EQ(facts.intra_pictures, 2u);
   EXPECT_EQ(facts.fields, 26u);
@@ -177,7 +177,7 @@ TEST(VideoFacts, PulldownMakesEachSecondPictureLonger) {
     one.top_field_first = i % 4 < 2;
     maker.picture(one);
   }
-  const video_facts facts = facts_of(maker);
+  const video_facts facts = video_facts_of(maker);
   EXPECT_EQ(facts.pictures, 24u);
   EXPECT_EQ(facts.fields, 60u);
   EXPECT_EQ(facts.repeated_fields, 12u);
@@ -190,7 +190,7 @@ TEST(VideoFacts, AProgressiveSequenceRepeatsWholeFrames) {
   made_picture twice, thrice;
   twice.repeat_first_field = thrice.repeat_first_field = thrice.top_field_first = true;
   const video_facts facts =
-      facts_of(video_maker(s).sequence().group().picture(twice).picture(thrice));
+      video_facts_of(video_maker(s).sequence().group().picture(twice).picture(thrice));
   EXPECT_EQ(facts.fields, 10u);
   EXPECT_EQ(facts.repeated_fields, 6u);
 }
@@ -203,7 +203,7 @@ TEST(VideoFacts, TwoFieldsAreOnePicture) {
   maker.picture(field('P', picture_extension::bottom_field))
       .picture(field('P', picture_extension::top_field));
   maker.pictures("P");
-  const video_facts facts = facts_of(maker);
+  const video_facts facts = video_facts_of(maker);
   EXPECT_EQ(facts.pictures, 3u);
   EXPECT_EQ(facts.field_pictures, 2u);
   EXPECT_EQ(facts.intra_pictures, 1u);
@@ -212,7 +212,8 @@ TEST(VideoFacts, TwoFieldsAreOnePicture) {
 }
 
 TEST(VideoFacts, PicturesBeforeTheFirstIntraDoNotCount) {
-  const video_facts facts = facts_of(video_maker().sequence().pictures("PBB").whole_group("IP"));
+  const video_facts facts =
+      video_facts_of(video_maker().sequence().pictures("PBB").whole_group("IP"));
   EXPECT_EQ(facts.pictures_before_intra, 3u);
   EXPECT_EQ(facts.pictures, 2u);
   EXPECT_DOUBLE_EQ(facts.seconds, 2 / 25.0);
@@ -226,7 +227,7 @@ TEST(VideoFacts, KnowsTheLongestGroup) {
   maker.whole_group("IPPPP");
   const std::uint64_t begin = maker.here();
   maker.whole_group("I" + std::string(19, 'P')).whole_group("IPP");
-  const video_facts facts = facts_of(maker);
+  const video_facts facts = video_facts_of(maker);
   EXPECT_EQ(facts.groups, 3u);
   ASSERT_TRUE(facts.longest_group);
   EXPECT_EQ(*facts.longest_group, (video_group{{begin, 5 / 25.0}, 20, 40}));
@@ -237,12 +238,15 @@ TEST(VideoFacts, KnowsTheLongestGroup) {
 }
 
 TEST(VideoFacts, AGroupOfThirtyFieldsIsNotLong) {
-  EXPECT_EQ(facts_of(video_maker().whole_group("I" + std::string(14, 'P'))).long_groups.count, 0u);
-  EXPECT_EQ(facts_of(video_maker().whole_group("I" + std::string(15, 'P'))).long_groups.count, 1u);
+  EXPECT_EQ(video_facts_of(video_maker().whole_group("I" + std::string(14, 'P'))).long_groups.count,
+            0u);
+  EXPECT_EQ(video_facts_of(video_maker().whole_group("I" + std::string(15, 'P'))).long_groups.count,
+            1u);
 }
 
 TEST(VideoFacts, VeryLongGroupsShareANumber) {
-  const video_facts facts = facts_of(video_maker(mpeg1()).whole_group("I" + std::string(99, 'P')));
+  const video_facts facts =
+      video_facts_of(video_maker(mpeg1()).whole_group("I" + std::string(99, 'P')));
   EXPECT_EQ(facts.groups_by_fields[100], 1u);
   EXPECT_EQ(facts.longest_group->fields, 200u);
 }
@@ -252,7 +256,7 @@ TEST(VideoFacts, FindsGroupsWithoutASequenceHeader) {
   maker.whole_group("IPP");
   const std::uint64_t second = maker.here();
   maker.group().pictures("IPP").whole_group("IPP").group().pictures("I");
-  const video_facts facts = facts_of(maker);
+  const video_facts facts = video_facts_of(maker);
   EXPECT_EQ(facts.groups, 4u);
   EXPECT_EQ(facts.groups_without_sequence_header.count, 2u);
   EXPECT_EQ(facts.groups_without_sequence_header.kept[0], (video_place{second, 3 / 25.0}));
@@ -267,7 +271,7 @@ TEST(VideoFacts, FindsIntraPicturesWithoutAGroupHeader) {
   maker.sequence();
   const std::uint64_t behind_sequence = maker.here();
   maker.pictures("IP");
-  const video_facts facts = facts_of(maker);
+  const video_facts facts = video_facts_of(maker);
   EXPECT_EQ(facts.intra_without_group_header.kept,
             (std::vector<video_place>{{alone, 3 / 25.0}, {behind_sequence, 5 / 25.0}}));
   EXPECT_EQ(facts.groups, 2u);
@@ -277,7 +281,7 @@ TEST(VideoFacts, FindsIntraPicturesWithoutAGroupHeader) {
 
 TEST(VideoFacts, HidesTheLeadingPicturesOfAnOpenFirstGroup) {
   const video_facts facts =
-      facts_of(video_maker().whole_group("IBBPBB", false).whole_group("IBBPBB", false));
+      video_facts_of(video_maker().whole_group("IBBPBB", false).whole_group("IBBPBB", false));
   EXPECT_TRUE(facts.first_group_open);
   EXPECT_EQ(facts.pictures, 12u);
   EXPECT_EQ(facts.hidden_pictures, 2u);
@@ -287,7 +291,7 @@ TEST(VideoFacts, HidesTheLeadingPicturesOfAnOpenFirstGroup) {
 }
 
 TEST(VideoFacts, AClosedFirstGroupHidesNothing) {
-  const video_facts facts = facts_of(
+  const video_facts facts = video_facts_of(
       video_maker().whole_group("IBBPBB").whole_group("IBBP", false).whole_group("IPBB", false));
   EXPECT_FALSE(facts.first_group_open);
   EXPECT_EQ(facts.hidden_pictures, 0u);
@@ -299,7 +303,8 @@ TEST(VideoFacts, FindsBrokenLinks) {
   maker.whole_group("IP").sequence();
   const std::uint64_t broken = maker.here();
   maker.group(false, true).pictures("IBBP");
-  EXPECT_EQ(facts_of(maker).broken_links.kept, (std::vector<video_place>{{broken, 2 / 25.0}}));
+  EXPECT_EQ(video_facts_of(maker).broken_links.kept,
+            (std::vector<video_place>{{broken, 2 / 25.0}}));
 }
 
 // --- Bit rate
@@ -315,7 +320,7 @@ TEST(VideoFacts, PeakIsTheHighestSecondWhereverItBegins) {
     loud += i >= 37 && i < 62 ? size : 0;
     maker.picture(sized(i == 0 ? 'I' : 'P', size));
   }
-  const video_facts facts = facts_in_slices(maker.bytes, 65536);
+  const video_facts facts = video_facts_in_slices(maker.bytes, 65536);
   EXPECT_DOUBLE_EQ(facts.peak_rate, 8.0 * static_cast<double>(loud));
   EXPECT_EQ(facts.peak_place, (video_place{begin, 37 / 25.0}));
   EXPECT_DOUBLE_EQ(facts.average_rate, 8.0 * static_cast<double>(maker.bytes.size()) / 4);
@@ -328,13 +333,14 @@ TEST(VideoFacts, ASecondOfNtscIsThirtyPictures) {
   const std::uint64_t headers = maker.here();
   for (int i = 0; i < 45; ++i)
     maker.picture(sized('I', 30'000));
-  const video_facts facts = facts_in_slices(maker.bytes, 65536);
+  const video_facts facts = video_facts_in_slices(maker.bytes, 65536);
   EXPECT_DOUBLE_EQ(facts.peak_rate,
                    8 * static_cast<double>(30 * 30'000 + headers) / (30 * 1001.0 / 30000));
 }
 
 TEST(VideoFacts, AStreamShorterThanASecondCountsAsLastingOne) {
-  const video_facts facts = facts_of(video_maker().sequence().group().picture(sized('I', 90'000)));
+  const video_facts facts =
+      video_facts_of(video_maker().sequence().group().picture(sized('I', 90'000)));
   EXPECT_DOUBLE_EQ(facts.peak_rate, 8 * static_cast<double>(facts.bytes));
   EXPECT_DOUBLE_EQ(facts.average_rate, 25 * 8 * static_cast<double>(facts.bytes));
 }
@@ -344,7 +350,7 @@ TEST(VideoFacts, KnowsTheLargestPicture) {
   maker.whole_group("IPP");
   const std::uint64_t begin = maker.here();
   maker.picture(sized('P', 5000)).picture(sized('P', 4999));
-  const video_facts facts = facts_of(maker);
+  const video_facts facts = video_facts_of(maker);
   EXPECT_EQ(facts.largest_picture, 5000u);
   EXPECT_EQ(facts.largest_picture_place, (video_place{begin, 3 / 25.0}));
 }
@@ -371,7 +377,7 @@ TEST(VideoFacts, FindsChangesOfEachKind) {
   s.aspect_code = 12;
   s.height = 240;
   go_on();
-  const video_facts facts = facts_of(maker);
+  const video_facts facts = video_facts_of(maker);
   ASSERT_EQ(facts.aspect_changes.count, 1u);
   EXPECT_EQ(facts.aspect_changes.kept[0].place, (video_place{places[0], 2 / 25.0}));
   EXPECT_EQ(facts.aspect_changes.kept[0].before.aspect_code, 2);
@@ -391,13 +397,14 @@ TEST(VideoFacts, FindsChangesOfEachKind) {
 }
 
 TEST(VideoFacts, AnEndCodeAtTheEnd) {
-  EXPECT_FALSE(facts_of(video_maker().whole_group("IP")).end_code);
-  const video_facts facts = facts_of(video_maker().whole_group("IP").end());
+  EXPECT_FALSE(video_facts_of(video_maker().whole_group("IP")).end_code);
+  const video_facts facts = video_facts_of(video_maker().whole_group("IP").end());
   EXPECT_TRUE(facts.end_code);
   EXPECT_EQ(facts.middle_end_codes.count, 0u);
   EXPECT_EQ(facts.stray_bytes.count, 0u);
   EXPECT_EQ(facts.picture_bytes, facts.bytes - 4);
-  EXPECT_TRUE(facts_of(video_maker().whole_group("IP").end().raw(std::string(500, '\0'))).end_code);
+  EXPECT_TRUE(
+      video_facts_of(video_maker().whole_group("IP").end().raw(std::string(500, '\0'))).end_code);
 }
 
 TEST(VideoFacts, FindsEndCodesInTheMiddle) {
@@ -407,7 +414,7 @@ TEST(VideoFacts, FindsEndCodesInTheMiddle) {
   maker.end().whole_group("IP").end();
   const std::uint64_t without = maker.here();
   maker.group().pictures("IP").end();
-  const video_facts facts = facts_of(maker);
+  const video_facts facts = video_facts_of(maker);
   EXPECT_EQ(facts.middle_end_codes.count, 2u);
   EXPECT_EQ(facts.middle_end_codes.kept[0], (video_place{first, 3 / 25.0}));
   EXPECT_EQ(facts.missing_sequence_headers.kept, (std::vector<video_place>{{without, 5 / 25.0}}));
@@ -421,19 +428,20 @@ TEST(VideoFacts, FindsEndCodesInTheMiddle) {
 
 TEST(VideoFacts, FindsBytesBeforeTheFirstHeader) {
   for (const std::size_t size : {1u, 5u, 11u, 12u, 100u, 5000u}) {
-    const video_facts facts = facts_of(video_maker().raw(std::string(size, 'x')).whole_group("IP"));
+    const video_facts facts =
+        video_facts_of(video_maker().raw(std::string(size, 'x')).whole_group("IP"));
     EXPECT_EQ(facts.stray_bytes.kept, (std::vector<video_bytes>{{{0, 0}, size}})) << size;
     EXPECT_EQ(facts.stray_bytes_in_all, size);
     EXPECT_EQ(facts.kind, video_kind::elementary);
     const video_facts zeros =
-        facts_of(video_maker().raw(std::string(size, '\0')).whole_group("IP"));
+        video_facts_of(video_maker().raw(std::string(size, '\0')).whole_group("IP"));
     EXPECT_EQ(zeros.stray_bytes.count, 0u) << size;
   }
 }
 
 TEST(VideoFacts, AHeaderBeforeTheFirstSequenceHeaderIsStray) {
   const std::uint64_t size = video_maker().group().here();
-  const video_facts facts = facts_of(video_maker().group().sequence().pictures("IP"));
+  const video_facts facts = video_facts_of(video_maker().group().sequence().pictures("IP"));
   EXPECT_EQ(facts.stray_bytes.kept, (std::vector<video_bytes>{{{0, 0}, size}}));
   EXPECT_EQ(facts.picture_bytes, facts.bytes - size);
 }
@@ -443,18 +451,19 @@ TEST(VideoFacts, FindsBytesBehindAnEndCode) {
     for (const std::string& more : {""s, video_maker().whole_group("IP").bytes}) {
       const std::string begin = video_maker().whole_group("IP").end().bytes;
       const std::string junk = std::string(size - 1, '\0') + "x";
-      const video_facts facts = facts_of(begin + junk + more);
+      const video_facts facts = video_facts_of(begin + junk + more);
       EXPECT_EQ(facts.stray_bytes.kept,
                 (std::vector<video_bytes>{{{begin.size(), 2 / 25.0}, size}}))
           << size;
-      EXPECT_EQ(facts_of(begin + std::string(size, '\0') + more).stray_bytes.count, 0u) << size;
+      EXPECT_EQ(video_facts_of(begin + std::string(size, '\0') + more).stray_bytes.count, 0u)
+          << size;
       EXPECT_EQ(facts.end_code, more.empty());
     }
   }
 }
 
 TEST(VideoFacts, ASecondEndCodeIsStray) {
-  const video_facts facts = facts_of(video_maker().whole_group("IP").end().end());
+  const video_facts facts = video_facts_of(video_maker().whole_group("IP").end().end());
   EXPECT_TRUE(facts.end_code);
   EXPECT_EQ(facts.stray_bytes_in_all, 4u);
 }
@@ -463,9 +472,9 @@ TEST(VideoFacts, AProgramStreamIsPackets) {
   const std::string pack = "\0\0\1\xBA\x44\0\4\0\4\1\0\0\3\xF8"s;
   const std::string packet = "\0\0\1\xE0\0\0\x81\0\0"s;
   const std::string video = video_maker().whole_group("IPP").bytes;
-  EXPECT_EQ(facts_of(pack + packet + video).kind, video_kind::packets);
-  EXPECT_EQ(facts_of(packet + video).kind, video_kind::packets);
-  EXPECT_EQ(facts_of("\0\0\1\x05 the rest of a picture"s + pack + packet + video).kind,
+  EXPECT_EQ(video_facts_of(pack + packet + video).kind, video_kind::packets);
+  EXPECT_EQ(video_facts_of(packet + video).kind, video_kind::packets);
+  EXPECT_EQ(video_facts_of("\0\0\1\x05 the rest of a picture"s + pack + packet + video).kind,
             video_kind::packets);
 }
 
@@ -474,7 +483,7 @@ TEST(VideoFacts, FindsSystemCodesInTheMiddle) {
   maker.whole_group("IP");
   const std::uint64_t begin = maker.here();
   maker.raw("\0\0\1\xE0\0\0\x81\0\0"s).whole_group("IP");
-  const video_facts facts = facts_of(maker);
+  const video_facts facts = video_facts_of(maker);
   EXPECT_EQ(facts.kind, video_kind::elementary);
   ASSERT_EQ(facts.system_codes.count, 1u);
   EXPECT_EQ(facts.system_codes.kept[0].byte, begin);
@@ -485,7 +494,7 @@ TEST(VideoFacts, WhatIsNoVideoHasNoFacts) {
   for (const std::string& bytes :
        {""s, "text"s, std::string(3000, '\0'), "\0\0\1"s, "\0\0\1\xB3"s, "\0\0\1\xB8\0\0\0\0\0"s,
         "\0\0\1\xB3\x2D\x02\x40\x00\xFF\xFF\xE0\0"s}) {
-    const video_facts facts = facts_of(bytes);
+    const video_facts facts = video_facts_of(bytes);
     EXPECT_EQ(facts.kind, video_kind::none);
     EXPECT_FALSE(facts.shape);
     EXPECT_EQ(facts.pictures, 0u);
@@ -500,7 +509,7 @@ TEST(VideoFacts, FindsABadSequenceHeader) {
   maker.whole_group("IP");
   const std::uint64_t begin = maker.here();
   maker.raw("\0\0\1\xB3\x2D\x02\x40\x20\xFF\xFF\xE0\0"s).group().pictures("IP");
-  const video_facts facts = facts_of(maker);
+  const video_facts facts = video_facts_of(maker);
   EXPECT_EQ(facts.damage.kept,
             (std::vector<video_damage>{{kind::bad_sequence_header, {begin, 2 / 25.0}}}));
   EXPECT_EQ(facts.groups_without_sequence_header.count, 1u);
@@ -512,7 +521,7 @@ TEST(VideoFacts, FindsABadPictureHeader) {
   maker.whole_group("IP");
   const std::uint64_t begin = maker.here();
   maker.pictures("DP");
-  const video_facts facts = facts_of(maker);
+  const video_facts facts = video_facts_of(maker);
   EXPECT_EQ(facts.damage.kept,
             (std::vector<video_damage>{{kind::bad_picture_header, {begin, 2 / 25.0}}}));
   EXPECT_EQ(facts.pictures, 3u);
@@ -521,9 +530,9 @@ TEST(VideoFacts, FindsABadPictureHeader) {
 TEST(VideoFacts, FindsAPictureWithoutItsExtension) {
   made_picture bare;
   bare.extension = false;
-  EXPECT_EQ(kinds_of(facts_of(video_maker().whole_group("I").picture(bare))),
+  EXPECT_EQ(kinds_of(video_facts_of(video_maker().whole_group("I").picture(bare))),
             std::vector{kind::no_picture_extension});
-  EXPECT_EQ(facts_of(video_maker(mpeg1()).sequence().group().picture(bare)).damage.count, 0u);
+  EXPECT_EQ(video_facts_of(video_maker(mpeg1()).sequence().group().picture(bare)).damage.count, 0u);
 }
 
 TEST(VideoFacts, FindsPicturesWithoutSlices) {
@@ -531,7 +540,7 @@ TEST(VideoFacts, FindsPicturesWithoutSlices) {
   maker.whole_group("I");
   const std::uint64_t begin = maker.here();
   maker.picture(with_rows({})).pictures("P").picture(with_rows({})).end();
-  const video_facts facts = facts_of(maker);
+  const video_facts facts = video_facts_of(maker);
   EXPECT_EQ(kinds_of(facts),
             (std::vector{kind::picture_without_slices, kind::picture_without_slices}));
   EXPECT_EQ(facts.damage.kept[0].place, (video_place{begin, 1 / 25.0}));
@@ -543,7 +552,7 @@ std::vector<kind> damage_of_rows(std::vector<int> rows, bool mpeg2 = true) {
   s.mpeg2 = mpeg2;
   s.height = 64;
   return kinds_of(
-      facts_of(video_maker(s).sequence().group().picture(with_rows(std::move(rows))).end()));
+      video_facts_of(video_maker(s).sequence().group().picture(with_rows(std::move(rows))).end()));
 }
 
 TEST(VideoFacts, FindsMissingRows) {
@@ -576,7 +585,7 @@ TEST(VideoFacts, RowsOfOddHeights) {
   made_sequence s;
   s.height = 40;
   const auto damage = [&](const made_picture& one) {
-    return facts_of(video_maker(s).sequence().group().picture(one).end()).damage.count;
+    return video_facts_of(video_maker(s).sequence().group().picture(one).end()).damage.count;
   };
   EXPECT_EQ(damage(with_rows({1, 2, 3, 4})), 0u);
   EXPECT_EQ(damage(with_rows({1, 2, 3})), 1u);
@@ -592,7 +601,7 @@ TEST(VideoFacts, PlaceOfMissingRows) {
   maker.picture(with_rows({1, 2}));
   const std::uint64_t end = maker.here();
   maker.pictures("P");
-  const video_facts facts = facts_of(maker);
+  const video_facts facts = video_facts_of(maker);
   EXPECT_EQ(facts.damage.kept, (std::vector<video_damage>{{kind::missing_rows, {end, 2 / 25.0}}}));
 }
 
@@ -601,7 +610,7 @@ TEST(VideoFacts, FindsSlicesWithoutAPictureOncePerPlace) {
   maker.whole_group("IP").sequence().group();
   const std::uint64_t begin = maker.here();
   maker.raw("\0\0\1\1abc\0\0\1\2abc\0\0\1\3abc"s).pictures("P");
-  const video_facts facts = facts_of(maker);
+  const video_facts facts = video_facts_of(maker);
   EXPECT_EQ(facts.damage.kept,
             (std::vector<video_damage>{{kind::slices_without_picture, {begin, 2 / 25.0}}}));
   EXPECT_EQ(facts.pictures, 3u);
@@ -612,15 +621,15 @@ TEST(VideoFacts, FindsALoneField) {
   maker.whole_group("I");
   const std::uint64_t begin = maker.here();
   maker.picture(field('P', picture_extension::top_field)).pictures("P");
-  const video_facts facts = facts_of(maker);
+  const video_facts facts = video_facts_of(maker);
   EXPECT_EQ(facts.damage.kept, (std::vector<video_damage>{{kind::lone_field, {begin, 1 / 25.0}}}));
   EXPECT_EQ(facts.pictures, 3u);
 }
 
 TEST(VideoFacts, FindsAGroupThatBeginsWithoutAnIntraPicture) {
-  EXPECT_EQ(kinds_of(facts_of(video_maker().whole_group("IP").whole_group("PP"))),
+  EXPECT_EQ(kinds_of(video_facts_of(video_maker().whole_group("IP").whole_group("PP"))),
             std::vector{kind::group_without_intra});
-  EXPECT_EQ(kinds_of(facts_of(video_maker().whole_group("PP").whole_group("IP"))),
+  EXPECT_EQ(kinds_of(video_facts_of(video_maker().whole_group("PP").whole_group("IP"))),
             std::vector{kind::group_without_intra});
 }
 
@@ -628,19 +637,19 @@ TEST(VideoFacts, FindsReservedAndErrorCodes) {
   video_maker maker;
   maker.whole_group("I").raw("\0\0\1\xB4\0\0\1\xB0\0\0\1\xB1\0\0\1\xB6"s).pictures("P");
   maker.raw("\0\0\1\xB2user data"s).pictures("P");
-  EXPECT_EQ(kinds_of(facts_of(maker)), std::vector<kind>(4, kind::reserved_code));
+  EXPECT_EQ(kinds_of(video_facts_of(maker)), std::vector<kind>(4, kind::reserved_code));
 }
 
 TEST(VideoFacts, FindsAStreamThatEndsWithinAPicture) {
   const std::string whole = video_maker().whole_group("IPP").bytes;
   const std::size_t last = video_maker().whole_group("IP").bytes.size();
-  EXPECT_EQ(facts_of(whole).damage.count, 0u);
+  EXPECT_EQ(video_facts_of(whole).damage.count, 0u);
   for (const std::size_t size : {last + 4, last + 8, last + 30, whole.size() - 10}) {
-    const video_facts facts = facts_of(whole.substr(0, size));
+    const video_facts facts = video_facts_of(whole.substr(0, size));
     EXPECT_EQ(facts.damage.kept, (std::vector<video_damage>{{kind::cut_at_end, {last, 2 / 25.0}}}))
         << size;
   }
-  EXPECT_EQ(kinds_of(facts_of(whole + video_maker().sequence().group().bytes)),
+  EXPECT_EQ(kinds_of(video_facts_of(whole + video_maker().sequence().group().bytes)),
             std::vector{kind::cut_at_end});
 }
 
@@ -651,7 +660,7 @@ TEST(VideoFacts, ListsAreCountedWholeAndKeptInPart) {
   maker.sequence();
   for (int i = 0; i < 3000; ++i)
     maker.group().pictures("I").end();
-  const video_facts facts = facts_in_slices(maker.bytes, 4096);
+  const video_facts facts = video_facts_in_slices(maker.bytes, 4096);
   EXPECT_EQ(facts.groups_without_sequence_header.count, 2999u);
   EXPECT_EQ(facts.groups_without_sequence_header.kept.size(), 1000u);
   EXPECT_EQ(facts.middle_end_codes.count, 2999u);
@@ -663,7 +672,7 @@ TEST(VideoFacts, TheHeadTellsWhatTheWholeStates) {
   maker.raw("junk").whole_group("IP");
   maker.picture(sized('P', 100'000)).whole_group("IP");
   const auto* const data = reinterpret_cast<const std::uint8_t*>(maker.bytes.data());
-  const video_facts whole = facts_of(maker);
+  const video_facts whole = video_facts_of(maker);
   const video_facts head = read_video_head({data, maker.bytes.size()});
   EXPECT_FALSE(head.whole);
   EXPECT_EQ(head.bytes, 65536u);

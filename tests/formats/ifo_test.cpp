@@ -231,7 +231,7 @@ TEST(Ifo, OneDamageHidesNothingElse) {
   EXPECT_THAT(texts(set.troubles), HasSubstr("VTS_PGCIT at byte 4108 has its PGC 1 outside"));
 }
 
-struct damage {
+struct damaged_byte {
   std::size_t at;
   unsigned value;  ///< of the byte
   const char* text;
@@ -240,7 +240,7 @@ struct damage {
 TEST(Ifo, DamagedBytesOfATitlesetAreTold) {
   using namespace made_titleset_at;
   constexpr std::size_t chain = chains + 24, cell = chain + 0xEC + 32 + 4;
-  const damage damages[] = {
+  const damaged_byte damages[] = {
       {0x0F, 1, "VTSI_MAT at byte 12 leaves no room for its own copy"},
       {0x1F, 9, "VTSI_MAT at byte 28 states a file of 20480 bytes; it has 18432"},
       {0xC3, 3, "VTSI_MAT at byte 192 has VOBs at sector 3"},
@@ -278,14 +278,14 @@ TEST(Ifo, DamagedBytesOfATitlesetAreTold) {
       {cells + 19, 100, "VTS_C_ADT at byte 14344 has a cell that cannot be"},
       {units + 7, 41, "VTS_VOBU_ADMAP at byte 16392 has a unit at sector 20, which is not behind"},
       {units + 17, 1, "VTS_VOBU_ADMAP at byte 16400 has a unit at sector 65606, which is not"}};
-  for (const damage& d : damages)
+  for (const damaged_byte& d : damages)
     EXPECT_THAT(damaged_titleset([&d](made_bytes& f) { f.u8(d.at, d.value); }), HasSubstr(d.text))
         << d.at;
 }
 
 TEST(Ifo, DamagedBytesOfAManagerAreTold) {
   using namespace made_manager_at;
-  const damage damages[] = {
+  const damaged_byte damages[] = {
       {0x3F, 100, "VMGI_MAT at byte 62 states 100 titlesets"},
       {0x3F, 2, "VMG_VTS_ATRT at byte 6144 has not one entry for each titleset"},
       {titles + 8 + 6, 2, "TT_SRPT at byte 2056 has a title 1 that cannot be"},
@@ -293,7 +293,7 @@ TEST(Ifo, DamagedBytesOfAManagerAreTold) {
       {titles + 20 + 3, 0, "TT_SRPT at byte 2068 has a title 2 that cannot be"},
       {menus + 15, 250, "PGC 1 of VMGM_PGCI_UT (de) at byte"},
       {copies + 6, 0, "VMG_VTS_ATRT at byte 6156 has no room for the attributes of a titleset"}};
-  for (const damage& d : damages)
+  for (const damaged_byte& d : damages)
     EXPECT_THAT(damaged_manager([&d](made_bytes& f) { f.u8(d.at, d.value); }), HasSubstr(d.text))
         << d.at;
 }

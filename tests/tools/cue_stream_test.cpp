@@ -1,23 +1,17 @@
 #include "tools/cue_stream.h"
 
+#include "support/bytes.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <string>
 
 namespace corvane {
 namespace {
 
+using testing_support::bytes;
 using testing_support::temporary_folder;
-
-std::string bytes(std::initializer_list<int> values) {
-  std::string text;
-  for (const int value : values)
-    text += static_cast<char>(value);
-  return text;
-}
 
 /// A pack of 2048 bytes that holds one packet.
 std::string pack(int stream, std::string packet) {

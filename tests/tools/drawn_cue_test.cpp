@@ -1,27 +1,22 @@
 #include "tools/drawn_cue.h"
 
+#include "support/bytes.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstddef>
-#include <initializer_list>
 #include <string>
 #include <vector>
 
 namespace corvane {
 namespace {
 
+using testing_support::bytes;
 using dot = std::array<int, 4>;
 
 const std::vector<disc_colour> black_and_white = {{16, 128, 128}, {235, 128, 128}};
 constexpr dot nothing = {0, 0, 0, 0}, black = {0, 0, 0, 255}, white = {255, 255, 255, 255};
-
-std::string bytes(std::initializer_list<int> values) {
-  std::string text;
-  for (const int value : values)
-    text += static_cast<char>(value);
-  return text;
-}
 
 /// A unit of 4 x 2 dots at (2, 4). The even line has a dot of each code from 0 to 3, the odd one is
 /// of code 2 to its end. Codes 1 and 2 are seen, in the palette's entries 1 and 0.

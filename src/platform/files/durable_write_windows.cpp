@@ -8,12 +8,12 @@
 namespace corvane {
 namespace {
 
-std::string message_of(DWORD error) {
+std::string system_message(DWORD error) {
   return std::system_category().message(static_cast<int>(error));
 }
 
 std::string last_error() {
-  return message_of(::GetLastError());
+  return system_message(::GetLastError());
 }
 
 /// Virus scanners and the search index open files that were just written, for a moment each.
@@ -68,7 +68,7 @@ failure replace_durably(const std::filesystem::path& from, const std::filesystem
       return std::nullopt;
     const DWORD error = ::GetLastError();
     if (left == 1 || !may_pass(error, to))
-      return message_of(error);
+      return system_message(error);
     ::Sleep(pause);
   }
 }

@@ -15,7 +15,7 @@ constexpr std::string_view alike =
     "Encode it like the titles or menus that share its titleset, or leave it out";
 constexpr std::string_view lead_elsewhere = "Let the command lead to something that is on the disc";
 
-constexpr auto messages = std::to_array<known_message>({
+constexpr auto dvdauthor_table = std::to_array<known_message>({
     // What is not as the streams before it in the titleset.
     {.rule = "dvdauthor-mixed-standards",
      .pattern = "WARN: attempt to update tv format from ~ to ~; skipping",
@@ -385,7 +385,7 @@ constexpr auto messages = std::to_array<known_message>({
 }  // namespace
 
 std::span<const known_message> dvdauthor_messages() {
-  return messages;
+  return dvdauthor_table;
 }
 
 }  // namespace corvane

@@ -11,7 +11,7 @@ constexpr std::string_view no_image = "There is no image; the folder is as dvdau
 constexpr std::string_view author_again = "Author the disc again";
 
 // Its lines begin with the name by which it was called.
-constexpr auto messages = std::to_array<known_message>({
+constexpr auto mkisofs_table = std::to_array<known_message>({
     {.rule = "mkisofs-disk-full",
      .pattern = "%: No space left on device. cannot fwrite",
      .severity = severity::error,
@@ -115,7 +115,7 @@ constexpr auto messages = std::to_array<known_message>({
 }  // namespace
 
 std::span<const known_message> mkisofs_messages() {
-  return messages;
+  return mkisofs_table;
 }
 
 }  // namespace corvane

@@ -17,7 +17,7 @@ constexpr std::string_view encode_again =
     "Encode it again, or cut it with a tool that keeps frames whole";
 
 // In the brackets stands the name by which it was called: "mplex.exe".
-constexpr auto messages = std::to_array<known_message>({
+constexpr auto mplex_table = std::to_array<known_message>({
     {.rule = "mplex-underrun",
      .pattern = "**ERROR: [%] MUX STATUS: Frame data under-runs detected",
      .severity = severity::error,
@@ -140,7 +140,7 @@ constexpr auto messages = std::to_array<known_message>({
 }  // namespace
 
 std::span<const known_message> mplex_messages() {
-  return messages;
+  return mplex_table;
 }
 
 }  // namespace corvane

@@ -16,7 +16,7 @@ constexpr std::string_view shorter_cues = "Divide the text among several cues";
 
 // What becomes of a whole text subtitle is told in spumux_subtitles.h. The lines can follow what is
 // left of a progress report.
-constexpr auto messages = std::to_array<known_message>({
+constexpr auto spumux_table = std::to_array<known_message>({
     {.rule = "spumux-too-many-colours",
      .pattern = "%ERR:  Cannot pick button masks",
      .severity = severity::error,
@@ -142,7 +142,7 @@ constexpr auto messages = std::to_array<known_message>({
 }  // namespace
 
 std::span<const known_message> spumux_messages() {
-  return messages;
+  return spumux_table;
 }
 
 }  // namespace corvane

@@ -13,12 +13,6 @@
 namespace corvane {
 namespace {
 
-#ifdef _WIN32
-constexpr std::string_view separators = "\\/";
-#else
-constexpr std::string_view separators = "/";
-#endif
-
 std::string hexadecimal(std::uint32_t number) {
   std::array<char, 16> text{};
   std::snprintf(text.data(), text.size(), "0x%08X", static_cast<unsigned>(number));
@@ -48,7 +42,7 @@ const tool_ways& ways_of(std::string_view name) {
 }
 
 std::string name_in_path(const std::string& path) {
-  const auto last = path.find_last_of(separators);
+  const auto last = path.find_last_of(path_separators);
   return last == std::string::npos ? path : path.substr(last + 1);
 }
 

@@ -87,6 +87,13 @@ class tool_ways {
 /// The ways of the tool of this file name ("spumux.exe").
 const tool_ways& ways_of(std::string_view name);
 
+/// What can stand between the components of a path on this system.
+#ifdef _WIN32
+inline constexpr std::string_view path_separators = "\\/";
+#else
+inline constexpr std::string_view path_separators = "/";
+#endif
+
 /// The last component of a path on this system.
 std::string name_in_path(const std::string& path);
 

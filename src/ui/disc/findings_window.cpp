@@ -29,8 +29,6 @@
 namespace corvane {
 namespace {
 
-constexpr int progress_steps = 1000;
-
 void copy(const std::string& text) {
   const wxClipboardLocker open;
   if (!!open)

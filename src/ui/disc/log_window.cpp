@@ -19,8 +19,6 @@
 namespace corvane {
 namespace {
 
-constexpr int progress_steps = 1000;  // a tenth of a percent is seen moving
-
 wxTextCtrl* make_text(wxWindow* parent) {
   auto* text = new wxTextCtrl(parent, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
                               wxTE_MULTILINE | wxTE_READONLY | wxTE_DONTWRAP);

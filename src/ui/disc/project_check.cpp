@@ -23,9 +23,9 @@
 namespace corvane {
 namespace {
 
-constexpr int check_milliseconds = 25;      // somebody waits for the end, and may press "stop"
-constexpr int moment_milliseconds = 1000;   // shorter waits need no box
-constexpr int patience_milliseconds = 300;  // progress that comes and goes at once only flickers
+constexpr int check_milliseconds = 25;     // somebody waits for the end, and may press "stop"
+constexpr int moment_milliseconds = 1000;  // shorter waits need no box
+constexpr int patience_with_check = 300;   // progress that comes and goes at once only flickers
 
 /// The progress of a look at files before a run, with a way past it.
 class reading_box : public wxDialog {
@@ -209,7 +209,7 @@ bool project_check::read_before_run(examination& e) {
 }
 
 void project_check::show_progress() {
-  if (window_ == nullptr || checking_for_.Time() < patience_milliseconds)
+  if (window_ == nullptr || checking_for_.Time() < patience_with_check)
     return;
   const auto all = static_cast<double>(check_->bytes_to_read());
   const double part = all > 0 ? static_cast<double>(check_->bytes_read()) / all : 1;

@@ -24,14 +24,8 @@ constexpr int pause_milliseconds = 300;  // after what was changed last
 constexpr int step_milliseconds = 60;    // after a step to another cue: it is drawn already, mostly
 constexpr int look_milliseconds = 50;
 constexpr int idle_look_milliseconds = 500;  // spumux draws some cues ahead, then it is stopped
-constexpr int patience_milliseconds = 400;   // a note that comes and goes at once only flickers
+constexpr int patience_with_drawing = 400;   // a note that comes and goes at once only flickers
 constexpr int most_cues = 99'999;
-
-wxString time_text(double seconds) {
-  const auto all = std::llround(seconds * 1000);
-  return wxString::Format("%lld:%02lld:%02lld.%03lld", all / 3'600'000, all / 60'000 % 60,
-                          all / 1000 % 60, all % 1000);
-}
 
 /// The frame of the disc with the video's picture, or grey.
 wxImage frame_of(const wxImage& video, wxSize size) {
@@ -158,7 +152,7 @@ void cue_preview::look() {
     return;
   }
   if (now == subtitle_preview::state::drawing) {
-    if (drawing_for_.Time() > patience_milliseconds)
+    if (drawing_for_.Time() > patience_with_drawing)
       note_->SetLabel("drawing ...");
     return;
   }
@@ -171,7 +165,7 @@ void cue_preview::look() {
     at_.reset();
     show_picture();
     show_missing(engine_->missing());
-    note_->SetLabel(time_text(cue_->begin) + " - " + time_text(cue_->end));
+    note_->SetLabel(tenths_text(cue_->begin) + " - " + tenths_text(cue_->end));
   } else {
     cue_.reset();
     show_missing({});

@@ -22,7 +22,6 @@
 namespace corvane {
 namespace {
 
-constexpr int progress_steps = 1000;
 constexpr int tick_milliseconds = 8;  // less than half a picture
 
 double clock_now() {

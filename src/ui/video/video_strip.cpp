@@ -15,17 +15,7 @@
 #include <utility>
 
 namespace corvane {
-namespace {
-
-constexpr int progress_steps = 1000;
-
-wxString time_text(double seconds) {
-  const auto tenths = static_cast<long long>(seconds * 10 + 0.001);
-  return wxString::Format("%lld:%02lld:%02lld.%lld", tenths / 36000, tenths / 600 % 60,
-                          tenths / 10 % 60, tenths % 10);
-}
-
-}  // namespace
+namespace {}  // namespace
 
 video_strip::video_strip(wxWindow* parent, std::function<void(const wxImage&)> show)
     : wxPanel(parent), show_(std::move(show)) {
@@ -124,8 +114,8 @@ void video_strip::show_wanted() {
 }
 
 void video_strip::show_time() {
-  time_->SetLabel(time_text(loader_.video()->time_of(shown_)) + " of " +
-                  time_text(loader_.video()->length()));
+  time_->SetLabel(tenths_text(loader_.video()->time_of(shown_)) + " of " +
+                  tenths_text(loader_.video()->length()));
   Layout();
 }
 

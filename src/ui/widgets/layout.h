@@ -1,6 +1,13 @@
 // Distances between controls, in pixels at 100 %; wxWindow::FromDIP turns them into the screen's.
 #pragma once
 
+namespace corvane {
+
+/// Of a progress bar: a tenth of a percent is seen moving.
+inline constexpr int progress_steps = 1000;
+
+}  // namespace corvane
+
 namespace corvane::layout {
 
 inline constexpr int window_border = 10;  ///< between a window's edge and its controls

@@ -27,4 +27,10 @@ std::string utf8_of(const wxString& text) {
   return text.utf8_string();
 }
 
+wxString tenths_text(double seconds) {
+  const auto tenths = static_cast<long long>(seconds * 10 + 0.001);
+  return wxString::Format("%lld:%02lld:%02lld.%lld", tenths / 36000, tenths / 600 % 60,
+                          tenths / 10 % 60, tenths % 10);
+}
+
 }  // namespace corvane

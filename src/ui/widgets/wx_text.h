@@ -14,6 +14,9 @@ namespace corvane {
 /// damaged project) each become U+FFFD, so that the rest of the text is still shown.
 wxString wx_text(std::string_view text);
 
+/// "1:02:03.4", without what lies beyond the tenth.
+wxString tenths_text(double seconds);
+
 /// The same with line breaks as controls take them: CR LF becomes LF.
 wxString wx_lines(std::string_view text);
 
