@@ -40,6 +40,15 @@ endif()
 add_library(corvane_warnings INTERFACE)
 target_compile_options(
   corvane_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+if(CMAKE_UNITY_BUILD)
+  # Several files are compiled as one: a local variable then "shadows" what another file's unnamed
+  # namespace holds, and no file is the main one, which alone may have a member of such a type. The
+  # debug tree, file by file, keeps both warnings.
+  target_compile_options(corvane_warnings INTERFACE -Wno-shadow)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(corvane_warnings INTERFACE -Wno-subobject-linkage)
+  endif()
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # g++ 12 sees overlapping, endless and misplaced copies in `"text" + string` once it optimises (its
   # bugs 105651 and 105329), and uninitialised members in an optional that is not set (80635).
