@@ -10,10 +10,13 @@
 # Tests are not looked at as a rule: every check walks all of GoogleTest's headers in every file, which
 # takes as long as all the rest together, and most of what it would find there shows when they run.
 #
-# What clang-tidy has passed is remembered in build/lint by the content of a file and of all headers
-# of ours that it includes, so that a second run looks at changed files only.  What a file includes is
-# what the compiler said when it last built the tree "debug", as scripts/test.sh does before; a file
-# that was not built is looked at every time.
+# clang-tidy looks at units of several files (a unity build, configured and never built): most of its
+# time goes into headers, which a unit has once.
+#
+# What clang-tidy has passed is remembered in build/lint by the content of a unit's files and of all
+# headers of ours that they include, so that a second run looks at changed units only.  What a file
+# includes is what the compiler said when it last built the tree "debug", as scripts/test.sh does
+# before; a unit with a file that was not built is looked at every time.
 set -eu -o pipefail
 cd "$(dirname -- "$0")/.."
 
@@ -57,15 +60,23 @@ closures() {
 
 # Passed once means passed until it changes; called by xargs below.
 tidy_one() {
-  file=$1 stamp=$2
-  if ! output=$(clang-tidy --quiet -p build/lint/tree "$file" 2>&1); then
+  unit=$1 stamp=$2
+  if ! output=$(clang-tidy --quiet -p build/lint/tree "$unit" 2>&1); then
     printf '%s\n' "$output" | grep -v -E '^[0-9]+ warnings (generated|treated as errors)' >&2
-    echo "clang-tidy: $file" >&2
+    echo "clang-tidy: $(files_of "$unit" | tr '\n' ' ')" >&2
     return 1
   fi
   [ "$stamp" = none ] || : >"$stamp"
 }
-export -f tidy_one
+
+# The files of a unit, one a line; one that is no unit is its own.
+files_of() {
+  case $1 in
+    */Unity/unity_*) sed -n "s|^#include \"$PWD/\(.*\)\"\$|\1|p" "$1" ;;
+    *) printf '%s\n' "${1#"$PWD"/}" ;;
+  esac
+}
+export -f tidy_one files_of
 
 check_tidy() {
   mkdir -p build/lint/passed
@@ -74,25 +85,35 @@ check_tidy() {
     cat build/lint/configure.log >&2
     return 1
   }
-  local rules todo=() compiled file key stamp total=0
+  local rules todo=() compiled unit files file keys key stamp wanted total=0
+  local -A key_of=()
   rules=$({ clang-tidy --version; cat .clang-tidy tests/.clang-tidy CMakePresets.json; } | sha256sum)
-  compiled=$(sed -n 's/^ *"file": "\(.*\)",\{0,1\}$/\1/p' build/lint/tree/compile_commands.json)
   while read -r file key; do
-    case $#,$file in
-      0,src/* | 0,tests/disc/reader/*) ;;
-      *) [[ " $* " == *" $file "* ]] || continue ;;
-    esac
-    grep -qxF "$PWD/$file" <<<"$compiled" || continue
-    total=$((total + 1))
-    stamp=none
-    [ -z "$key" ] || stamp=build/lint/passed/$(printf '%s' "$rules $file $key" | sha256sum | cut -c1-40)
-    [ -e "$stamp" ] || todo+=("$file" "$stamp")
+    key_of[$file]=$key
   done < <(closures)
+  compiled=$(sed -n 's/^ *"file": "\(.*\)",\{0,1\}$/\1/p' build/lint/tree/compile_commands.json)
+  while read -r unit; do
+    mapfile -t files < <(files_of "$unit")
+    keys='' wanted=no stamp=
+    for file in "${files[@]}"; do
+      case $#,$file in
+        0,src/* | 0,tests/disc/reader/*) wanted=yes ;;
+        *) [[ " $* " != *" $file "* ]] || wanted=yes ;;
+      esac
+      key=${key_of[$file]:-}
+      [ -n "$key" ] || stamp=none
+      keys+=" $file $key"
+    done
+    [ "$wanted" = yes ] || continue
+    total=$((total + ${#files[@]}))
+    [ -n "$stamp" ] || stamp=build/lint/passed/$(printf '%s' "$rules$keys" | sha256sum | cut -c1-40)
+    [ -e "$stamp" ] || todo+=("$unit" "$stamp")
+  done <<<"$compiled"
   [ "$total" -gt 0 ] || {
     echo "clang-tidy: no file to look at" >&2
     return 1
   }
-  echo "clang-tidy: $total files, $((${#todo[@]} / 2)) of them changed"
+  echo "clang-tidy: $total files, $((${#todo[@]} / 2)) units of them changed"
   [ ${#todo[@]} = 0 ] ||
     printf '%s\0' "${todo[@]}" | xargs -0 -n 2 -P "${CORVANE_JOBS:-$(nproc)}" bash -c 'tidy_one "$@"' tidy_one
 }
