@@ -103,7 +103,7 @@ std::string id3v2_tag(const std::string& content) {
   return tag + content;
 }
 
-audio_facts facts_of(std::string_view bytes, std::size_t slice) {
+audio_facts audio_facts_of(std::string_view bytes, std::size_t slice) {
   const auto all = span_of(bytes);
   audio_scanner scanner;
   for (std::size_t at = 0; at < all.size(); at += slice)

@@ -45,6 +45,6 @@ std::string id3v1_tag();
 std::string id3v2_tag(const std::string& content);
 
 /// What the scanner says of the bytes, in slices of this many.
-audio_facts facts_of(std::string_view bytes, std::size_t slice = 65536);
+audio_facts audio_facts_of(std::string_view bytes, std::size_t slice = 65536);
 
 }  // namespace corvane::examine_test

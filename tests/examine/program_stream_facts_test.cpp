@@ -31,7 +31,7 @@ constexpr std::uint8_t video_0 = first_video_stream, sound_0 = first_sound_strea
 constexpr std::uint64_t second = clocks_a_second;
 constexpr stream_time stamp_second = stamps_a_second;
 
-program_stream_facts facts_of(const std::string& stream) {
+program_stream_facts stream_facts_of(const std::string& stream) {
   const program_stream_facts whole =
       facts_in_slices(stream, std::max<std::size_t>(1, stream.size()));
   for (const std::size_t slice : {1u, 3u, 13u, 64u, 2047u, 4099u})
@@ -41,8 +41,8 @@ program_stream_facts facts_of(const std::string& stream) {
   return whole;
 }
 
-program_stream_facts facts_of(const pack_maker& maker) {
-  return facts_of(maker.bytes);
+program_stream_facts stream_facts_of(const pack_maker& maker) {
+  return stream_facts_of(maker.bytes);
 }
 
 /// Small enough for a pack.
@@ -71,14 +71,14 @@ pack_maker disc_stream(int units, int vob = 1) {
 }
 
 TEST(ProgramStreamFacts, NothingHasNone) {
-  const program_stream_facts facts = facts_of(""s);
+  const program_stream_facts facts = stream_facts_of(""s);
   program_stream_facts none;
   none.whole = true;
   EXPECT_TRUE(facts == none);
 }
 
 TEST(ProgramStreamFacts, ADiscsStreamIsWholeAndEven) {
-  const auto facts = facts_of(disc_stream(5));
+  const auto facts = stream_facts_of(disc_stream(5));
   EXPECT_TRUE(facts.mpeg2);
   EXPECT_EQ(facts.packs, 20u);
   EXPECT_EQ(facts.packs_of_the_other, 0u);
@@ -101,7 +101,7 @@ TEST(ProgramStreamFacts, NavPacksAndTheirCells) {
   made.bytes += disc_stream(1, 2).bytes;
   made.bytes += disc_stream(1).bytes.substr(2048);
   made.bytes += disc_stream(1, 2).bytes;
-  const auto facts = facts_of(made);
+  const auto facts = stream_facts_of(made);
   EXPECT_EQ(facts.nav_packs, 4u);
   EXPECT_TRUE(facts.begins_with_nav_pack);
   EXPECT_EQ(facts.largest_nav_distance, 7u * 2048);
@@ -112,14 +112,14 @@ TEST(ProgramStreamFacts, NavPacksAndTheirCells) {
 TEST(ProgramStreamFacts, TheLastUnitCountsForTheLargestDistance) {
   pack_maker made = disc_stream(1);
   made.bytes += disc_stream(1).bytes.substr(2048);
-  EXPECT_EQ(facts_of(made).largest_nav_distance, 7u * 2048);
+  EXPECT_EQ(stream_facts_of(made).largest_nav_distance, 7u * 2048);
 }
 
 TEST(ProgramStreamFacts, AStreamWithoutNavPacks) {
   pack_maker made;
   made.pack(0).system_header().fill();
   made.pack(second / 10).packet(video_0, group(), 3600).fill();
-  const auto facts = facts_of(made);
+  const auto facts = stream_facts_of(made);
   EXPECT_EQ(facts.nav_packs, 0u);
   EXPECT_FALSE(facts.begins_with_nav_pack);
   EXPECT_EQ(facts.largest_nav_distance, 0u);
@@ -129,13 +129,13 @@ TEST(ProgramStreamFacts, ANavPackFurtherOnDoesNotBeginTheStream) {
   pack_maker made;
   made.pack(0).packet(video_0, group(), 3600).fill();
   made.pack(second / 10).navigation().fill();
-  const auto facts = facts_of(made);
+  const auto facts = stream_facts_of(made);
   EXPECT_EQ(facts.nav_packs, 1u);
   EXPECT_FALSE(facts.begins_with_nav_pack);
 }
 
 TEST(ProgramStreamFacts, StreamsInsideAreInOrderWithTheirFacts) {
-  const auto facts = facts_of(disc_stream(5));
+  const auto facts = stream_facts_of(disc_stream(5));
   ASSERT_THAT(facts.streams, SizeIs(3));
   const inner_stream& video = facts.streams[0];
   EXPECT_EQ(video.kind, inner_kind::video);
@@ -199,7 +199,7 @@ TEST(ProgramStreamFacts, KindsOfStreams) {
   made.packet(0xEF, "video"s);
   made.packet(0xDF, "sound"s);
   made.ac3("sound"s, {}, 7);
-  const auto facts = facts_of(made);
+  const auto facts = stream_facts_of(made);
   std::vector<std::pair<inner_kind, int>> names;
   for (const inner_stream& one : facts.streams)
     names.emplace_back(one.kind, one.number);
@@ -219,7 +219,7 @@ TEST(ProgramStreamFacts, LpcmTellsItsFormat) {
   pack_maker made;
   made.pack(0).lpcm("samples", {48'000, 16, 2}, 0).lpcm("samples", {48'000, 16, 2});
   made.lpcm("samples", {96'000, 24, 1}).lpcm("samples", {96'000, 20, 8});
-  const auto facts = facts_of(made);
+  const auto facts = stream_facts_of(made);
   ASSERT_THAT(facts.streams, SizeIs(1));
   EXPECT_EQ(facts.streams[0].kind, inner_kind::lpcm);
   EXPECT_EQ(facts.streams[0].lpcm, (lpcm_format{48'000, 16, 2}));
@@ -235,7 +235,7 @@ TEST(ProgramStreamFacts, MpegOneSystems) {
     made.packet(sound_0, mpeg_frame());
   }
   made.end();
-  const auto facts = facts_of(made);
+  const auto facts = stream_facts_of(made);
   EXPECT_FALSE(facts.mpeg2);
   EXPECT_EQ(facts.packs, 4u);
   EXPECT_EQ(facts.uneven_packs.count, 4u);
@@ -252,7 +252,7 @@ TEST(ProgramStreamFacts, PacksOfBothStandards) {
   one.pack(0).packet(video_0, group());
   pack_maker two;
   two.pack(second / 2, 1000).packet(video_0, group());
-  const auto facts = facts_of(one.bytes + two.bytes);
+  const auto facts = stream_facts_of(one.bytes + two.bytes);
   EXPECT_FALSE(facts.mpeg2);
   EXPECT_EQ(facts.packs_of_the_other, 1u);
   EXPECT_EQ(facts.lowest_mux_rate, 400'000u);
@@ -268,13 +268,13 @@ TEST(ProgramStreamFacts, PacksOffTheirSectors) {
   const std::uint64_t beside = made.here();
   made.pack(second).packet(video_0, std::string(2048 - 23, 'v'));
   ASSERT_EQ(made.here() - beside, 2048u);
-  EXPECT_THAT(facts_of(made).uneven_packs.kept, ElementsAre(longer, shorter, beside));
+  EXPECT_THAT(stream_facts_of(made).uneven_packs.kept, ElementsAre(longer, shorter, beside));
 }
 
 TEST(ProgramStreamFacts, AnEndCodeBehindTheLastSectorMakesNoPackLonger) {
   pack_maker made = disc_stream(1);
   made.end();
-  const auto facts = facts_of(made);
+  const auto facts = stream_facts_of(made);
   EXPECT_TRUE(facts.end_code);
   EXPECT_EQ(facts.uneven_packs.count, 0u);
 }
@@ -284,7 +284,7 @@ TEST(ProgramStreamFacts, JoinedStreamsHaveEndCodesInTheMiddle) {
   const std::uint64_t end = made.here();
   made.end();
   const std::string joined = made.bytes + made.bytes;
-  const auto facts = facts_of(joined);
+  const auto facts = stream_facts_of(joined);
   EXPECT_THAT(facts.middle_end_codes.kept, ElementsAre(end));
   EXPECT_TRUE(facts.end_code);
   EXPECT_EQ(facts.uneven_packs.count, 16u) << "the second stream stands 4 bytes beside sectors";
@@ -315,7 +315,7 @@ TEST(ProgramStreamFacts, ClockBreaksAreBackwardsOrOverASecond) {
   made.pack(4 * second + 10369, million).packet(video_0, video);
   const std::uint64_t back = made.here();
   made.pack(4 * second, million).packet(video_0, video);
-  const auto facts = facts_of(made);
+  const auto facts = stream_facts_of(made);
   EXPECT_THAT(
       facts.clock_breaks.kept,
       ElementsAre(time_break{jump, 3 * second + 5184, 4 * second + 10369, 2 * second + 5184},
@@ -331,7 +331,7 @@ TEST(ProgramStreamFacts, BreaksAtANewVobAreMarked) {
   made.bytes += disc_stream(4, 2).bytes;
   const std::uint64_t the_same = made.here();
   made.bytes += disc_stream(4, 2).bytes;
-  const auto facts = facts_of(made);
+  const auto facts = stream_facts_of(made);
   ASSERT_EQ(facts.clock_breaks.count, 2u);
   EXPECT_EQ(facts.clock_breaks.kept[0].position, second_vob);
   EXPECT_TRUE(facts.clock_breaks.kept[0].new_vob);
@@ -350,7 +350,7 @@ TEST(ProgramStreamFacts, TimesThatBeginAgainAtZeroAreNoBreak) {
   made.pack(stamps * 300 - second / 2).ac3(ac3_frame(), stamps - 18'000);
   made.pack(second / 4).ac3(ac3_frame(), 9'000);
   made.pack(second / 2).ac3(ac3_frame(), 27'000);
-  const auto facts = facts_of(made);
+  const auto facts = stream_facts_of(made);
   EXPECT_EQ(facts.clock_breaks.count, 0u);
   EXPECT_EQ(facts.clock_length, second);
   const inner_stream& sound = *facts.find(inner_kind::ac3);
@@ -365,7 +365,7 @@ TEST(ProgramStreamFacts, AGapInSoundIsABreak) {
   made.pack(0).ac3(ac3_frame(), 1000).ac3(ac3_frame(), 1000 + inner_stream::longest_gap);
   const std::uint64_t gap = made.here();
   made.ac3(ac3_frame(), 1001 + 2 * inner_stream::longest_gap).ac3(ac3_frame());
-  const auto facts = facts_of(made);
+  const auto facts = stream_facts_of(made);
   const inner_stream& sound = *facts.find(inner_kind::ac3);
   EXPECT_THAT(sound.breaks.kept, ElementsAre(time_break{gap, 64'000, 127'001, 63'000}));
   EXPECT_EQ(sound.length, 63'000u);
@@ -378,7 +378,7 @@ TEST(ProgramStreamFacts, SubpicturesMayBeFarApart) {
   made.pack(0).subpicture("one", 0, 0).subpicture("two", 60 * stamp_second, 0);
   const std::uint64_t back = made.here();
   made.subpicture("three", 50 * stamp_second, 0);
-  const auto facts = facts_of(made);
+  const auto facts = stream_facts_of(made);
   const inner_stream& one = *facts.find(inner_kind::subpicture);
   ASSERT_EQ(one.breaks.count, 1u);
   EXPECT_EQ(one.breaks.kept[0].position, back);
@@ -396,7 +396,7 @@ TEST(ProgramStreamFacts, PicturesOutOfOrderAreNoBreak) {
   // A multiplexer that tells only when they are shown.
   for (const unsigned shown : {8u, 6u, 7u, 11u, 9u, 10u})
     made.packet(video_0, "?"s, begin + shown * picture);
-  const auto facts = facts_of(made);
+  const auto facts = stream_facts_of(made);
   EXPECT_EQ(facts.video()->breaks.count, 0u);
   EXPECT_EQ(facts.video()->first, begin);
   EXPECT_EQ(facts.video()->last, begin + 11 * picture);
@@ -408,7 +408,7 @@ TEST(ProgramStreamFacts, DecodingThatGoesBackIsABreak) {
   made.pack(0).packet(video_0, "I"s, 10'000, 9'000);
   const std::uint64_t back = made.here();
   made.packet(video_0, "P"s, 12'000, 8'999);
-  const auto facts = facts_of(made);
+  const auto facts = stream_facts_of(made);
   EXPECT_THAT(facts.video()->breaks.kept, ElementsAre(time_break{back, 9'000, 8'999, 0}));
 }
 
@@ -418,10 +418,10 @@ TEST(ProgramStreamFacts, ALongGroupWithOneStampIsNoGapInVideo) {
   for (unsigned i = 0; i < 3; ++i) {
     made.pack(i * 5 * second / 10).packet(video_0, five_seconds, (5 * i + 1) * stamp_second);
   }
-  EXPECT_EQ(facts_of(made).video()->breaks.count, 0u);
+  EXPECT_EQ(stream_facts_of(made).video()->breaks.count, 0u);
   const std::uint64_t gap = made.here() + 14;
   made.pack(2 * second).packet(video_0, five_seconds, 18 * stamp_second);
-  const auto facts = facts_of(made);
+  const auto facts = stream_facts_of(made);
   EXPECT_THAT(
       facts.video()->breaks.kept,
       ElementsAre(time_break{gap, 11 * stamp_second, 18 * stamp_second, 10 * stamp_second}));
@@ -454,7 +454,7 @@ TEST(ProgramStreamFacts, BytesThatBelongToNoPacket) {
   made.pack(2).packet(video_0, "video"s);
   const std::uint64_t behind = made.here();
   made.raw("\xFF\0\0"s);
-  const auto facts = facts_of(made);
+  const auto facts = stream_facts_of(made);
   EXPECT_THAT(facts.loose.kept, ElementsAre(loose_bytes{0, 4, false}, loose_bytes{zeros, 50, true},
                                             loose_bytes{junk, junk_end - junk, false},
                                             loose_bytes{behind, 3, false}));
@@ -472,19 +472,20 @@ TEST(ProgramStreamFacts, WhatLooksLikeAPackHeaderInLooseBytesIsNone) {
   made.raw("\0\0\1\xBA\x21\0\1\0\0\0\0\0\0\0\0\0"s);
   made.raw("\0\0\0\1"s);
   made.pack(second).packet(video_0, "video"s);
-  const auto facts = facts_of(made);
+  const auto facts = stream_facts_of(made);
   EXPECT_EQ(facts.packs, 2u);
   EXPECT_THAT(facts.loose.kept, ElementsAre(loose_bytes{28, 45, false}));
 }
 
 TEST(ProgramStreamFacts, BytesThatAreNoStreamAreLoose) {
-  const auto video = facts_of(group());
+  const auto video = stream_facts_of(group());
   EXPECT_EQ(video.packs, 0u);
   EXPECT_THAT(video.streams, IsEmpty());
   EXPECT_EQ(video.loose_bytes_in_all, group().size());
   pack_maker packets;
   packets.packet(video_0, group(), 3600);
-  EXPECT_EQ(facts_of(packets).loose_bytes_in_all, packets.here()) << "packets without a pack";
+  EXPECT_EQ(stream_facts_of(packets).loose_bytes_in_all, packets.here())
+      << "packets without a pack";
 }
 
 TEST(ProgramStreamFacts, MoreThanAThousandBreaksAreCounted) {
@@ -508,7 +509,7 @@ TEST(ProgramStreamFacts, AStreamCutAnywhere) {
   const std::vector<std::size_t> ends = {14, 32, 51, 69, 73};
   ASSERT_EQ(made.here(), ends.back());
   for (std::size_t size = 0; size <= ends.back(); ++size) {
-    const auto facts = facts_of(made.bytes.substr(0, size));
+    const auto facts = stream_facts_of(made.bytes.substr(0, size));
     const auto end = std::ranges::find_if(ends, [size](std::size_t e) { return e >= size; });
     if (size == 0 || *end == size) {
       EXPECT_FALSE(facts.cut) << size;
@@ -531,7 +532,7 @@ TEST(ProgramStreamFacts, AStreamCutAnywhere) {
       EXPECT_EQ(facts.cut->bytes_missing, *end - size) << size;
     }
   }
-  const auto facts = facts_of(made.bytes.substr(0, 51 - 2));
+  const auto facts = stream_facts_of(made.bytes.substr(0, 51 - 2));
   ASSERT_NE(facts.video(), nullptr);
   EXPECT_EQ(facts.video()->payload_bytes, 3u) << "what is there of a cut packet counts";
   EXPECT_EQ(facts.video()->first, 3600u);
@@ -545,7 +546,7 @@ TEST(ProgramStreamFacts, AWrongLengthIsNoticed) {
     std::string damaged = stream;
     damaged[length] = static_cast<char>(wrong >> 8);
     damaged[length + 1] = static_cast<char>(wrong & 0xFF);
-    const auto facts = facts_of(damaged);
+    const auto facts = stream_facts_of(damaged);
     EXPECT_TRUE(facts.loose.count > 0 || facts.cut) << wrong;
   }
 }

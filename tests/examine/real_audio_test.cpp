@@ -15,7 +15,7 @@
 namespace corvane {
 namespace {
 
-using examine_test::facts_of;
+using examine_test::audio_facts_of;
 
 struct expected_stream {
   std::string name, codec;
@@ -55,7 +55,7 @@ TEST(RealAudio, IsAsFfprobeSeesIt) {
   for (const expected_stream& expected : streams) {
     SCOPED_TRACE(expected.name);
     const std::string bytes = bytes_of(expected.name);
-    const audio_facts facts = facts_of(bytes);
+    const audio_facts facts = audio_facts_of(bytes);
     EXPECT_EQ(facts.kind, kinds.at(expected.codec));
     ASSERT_TRUE(facts.first);
     EXPECT_EQ(facts.first->sample_rate, expected.rate);
@@ -67,7 +67,7 @@ TEST(RealAudio, IsAsFfprobeSeesIt) {
     EXPECT_EQ(facts.gap_count, 0u);
     EXPECT_EQ(facts.damaged_frames, 0u);
     EXPECT_FALSE(facts.cut || facts.change);
-    EXPECT_TRUE(facts_of(bytes, 1789) == facts);
+    EXPECT_TRUE(audio_facts_of(bytes, 1789) == facts);
     const auto head =
         read_audio_head({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}, true);
     EXPECT_TRUE(head && head->first == facts.first && head->gap_count == 0);
@@ -75,10 +75,10 @@ TEST(RealAudio, IsAsFfprobeSeesIt) {
 }
 
 TEST(RealAudio, OtherFormatsAndTags) {
-  EXPECT_EQ(facts_of(bytes_of("sound.wav")).kind, audio_kind::wav);
-  EXPECT_EQ(facts_of(bytes_of("sound.dts")).kind, audio_kind::dts);
-  EXPECT_EQ(facts_of(bytes_of("sound.aac")).kind, audio_kind::aac);
-  const audio_facts tagged = facts_of(bytes_of("tagged.mp3"));
+  EXPECT_EQ(audio_facts_of(bytes_of("sound.wav")).kind, audio_kind::wav);
+  EXPECT_EQ(audio_facts_of(bytes_of("sound.dts")).kind, audio_kind::dts);
+  EXPECT_EQ(audio_facts_of(bytes_of("sound.aac")).kind, audio_kind::aac);
+  const audio_facts tagged = audio_facts_of(bytes_of("tagged.mp3"));
   ASSERT_EQ(tagged.gaps.size(), 2u);
   EXPECT_EQ(tagged.gaps[0].content, audio_gap::id3v2);
   EXPECT_EQ(tagged.gaps[1].content, audio_gap::id3v1);
@@ -88,10 +88,10 @@ TEST(RealAudio, OtherFormatsAndTags) {
 TEST(RealAudio, OneStrayByteInTheMiddle) {
   for (const char* const name : {"film.ac3", "film.mp2"}) {
     std::string bytes = bytes_of(name);
-    const audio_facts before = facts_of(bytes);
+    const audio_facts before = audio_facts_of(bytes);
     ASSERT_EQ(seconds_of(before.length), 24);
     bytes.insert(bytes.size() / 2, 1, '?');
-    const audio_facts facts = facts_of(bytes);
+    const audio_facts facts = audio_facts_of(bytes);
     EXPECT_EQ(facts.frames, before.frames);
     ASSERT_TRUE(facts.first_inner_gap);
     EXPECT_EQ(seconds_of(facts.first_inner_gap->before), 12);
@@ -115,7 +115,7 @@ TEST(RealAudio, AByteTooManyOrTooFewAnywhere) {
         bytes.erase(at, 1);
       SCOPED_TRACE(expected.name + (round % 2 == 0 ? " and one at " : " but the one at ") +
                    std::to_string(at));
-      const audio_facts facts = facts_of(bytes);
+      const audio_facts facts = audio_facts_of(bytes);
       ASSERT_EQ(facts.gaps.size(), 1u);
       const audio_gap gap = facts.gaps[0];
       EXPECT_GE(gap.position + gap.size + largest_audio_frame, at);
@@ -123,7 +123,7 @@ TEST(RealAudio, AByteTooManyOrTooFewAnywhere) {
       EXPECT_LE(facts.frames, expected.frames);
       // Where frames differ in length, one more is lost.
       EXPECT_GE(facts.frames + (changes_its_bit_rate(expected) ? 3 : 1), expected.frames);
-      EXPECT_EQ(facts.kind, facts_of(whole).kind);
+      EXPECT_EQ(facts.kind, audio_facts_of(whole).kind);
       EXPECT_FALSE(facts.change);
     }
   }
@@ -133,13 +133,13 @@ TEST(RealAudio, ChangedBitsAreFoundByTheChecksum) {
   std::mt19937 random(4);
   for (const char* const name : {"film.ac3", "surround.ac3", "cd-rate.ac3", "plus.eac3"}) {
     const std::string whole = bytes_of(name);
-    const std::size_t size = facts_of(whole).first->size;
+    const std::size_t size = audio_facts_of(whole).first->size;
     for (int round = 0; round < 20; ++round) {
       std::string bytes = whole;
       // Not in a header, which are in front of the frames.
       const std::size_t at = size * 2 + 20 + random() % (size - 60);
       bytes[at] = static_cast<char>(bytes[at] ^ 1 << random() % 8);
-      const audio_facts facts = facts_of(bytes);
+      const audio_facts facts = audio_facts_of(bytes);
       EXPECT_EQ(facts.damaged_frames, 1u) << name << " at " << at;
       ASSERT_TRUE(facts.first_damaged);
       EXPECT_LE(facts.first_damaged->position, at);
@@ -151,12 +151,12 @@ TEST(RealAudio, ChangedBitsAreFoundByTheChecksum) {
 
 TEST(RealAudio, CutAndJoinedFiles) {
   const std::string one = bytes_of("film.ac3"), other = bytes_of("cd-rate.ac3");
-  const audio_facts cut = facts_of(std::string_view(one).substr(0, 100'001));
+  const audio_facts cut = audio_facts_of(std::string_view(one).substr(0, 100'001));
   EXPECT_EQ(cut.frames, 100'001 / 768u);
   EXPECT_EQ(cut.cut, (cut_audio_frame{130 * 768, 161, 607}));
   EXPECT_EQ(cut.gap_count, 0u);
 
-  const audio_facts joined = facts_of(one + other);
+  const audio_facts joined = audio_facts_of(one + other);
   EXPECT_EQ(joined.frames, 750u + 104);
   ASSERT_TRUE(joined.change);
   EXPECT_EQ(seconds_of(joined.change->before), 24);
@@ -164,7 +164,7 @@ TEST(RealAudio, CutAndJoinedFiles) {
   EXPECT_EQ(joined.gap_count, 0u);
 
   // A cut film with another kind behind it: the cut frame takes some of that.
-  const audio_facts mixed = facts_of(one.substr(0, 100'001) + bytes_of("film.mp2"));
+  const audio_facts mixed = audio_facts_of(one.substr(0, 100'001) + bytes_of("film.mp2"));
   EXPECT_EQ(mixed.gap_count, 1u);
   EXPECT_EQ(mixed.change->to.kind, audio_kind::mpeg_layer_2);
   EXPECT_GE(mixed.frames, 130u + 998);
@@ -177,8 +177,8 @@ TEST(RealAudio, JunkBetweenFramesIsNoSound) {
     byte = static_cast<char>(random());
   for (const char* const name : {"surround.ac3", "low-rate.mp2", "half-rate.mp3"}) {
     const std::string whole = bytes_of(name);
-    const audio_facts facts = facts_of(whole + noise + whole);
-    EXPECT_EQ(facts.frames, 2 * facts_of(whole).frames) << name;
+    const audio_facts facts = audio_facts_of(whole + noise + whole);
+    EXPECT_EQ(facts.frames, 2 * audio_facts_of(whole).frames) << name;
     EXPECT_EQ(facts.gap_count, 1u);
     EXPECT_EQ(facts.gap_bytes, noise.size());
   }

@@ -24,7 +24,7 @@ std::string file(const std::string& name) {
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
-const program_stream_facts& facts_of(const std::string& name) {
+const program_stream_facts& program_facts_of(const std::string& name) {
   static std::map<std::string, program_stream_facts> known;
   if (!known.contains(name)) {
     const std::string bytes = file(name);
@@ -72,7 +72,7 @@ TEST(RealProgramStreams, FfprobeFindsTheSameStreamsAndTimes) {
   constexpr int navigation = 0x1BF;
   for (const std::string& name : streams) {
     SCOPED_TRACE(name);
-    const auto facts = facts_of(name);
+    const auto facts = program_facts_of(name);
     std::size_t found = 0;
     for (const probed& expected : probe_of(name)) {
       if (expected.id == navigation) {
@@ -102,7 +102,7 @@ TEST(RealProgramStreams, FfprobeFindsTheSameStreamsAndTimes) {
 TEST(RealProgramStreams, AreWhole) {
   for (const std::string& name : streams) {
     SCOPED_TRACE(name);
-    const auto facts = facts_of(name);
+    const auto facts = program_facts_of(name);
     // A VCD's packs end with 20 zeros.
     EXPECT_EQ(facts.loose.count > 0, name == "mplex-vcd.mpg");
     EXPECT_TRUE(std::ranges::all_of(facts.loose.kept, &loose_bytes::zeros));
@@ -140,7 +140,7 @@ TEST(RealProgramStreams, SystemsAndPacks) {
       {"dvdauthor.vob", true, true, 12},
   };
   for (const auto& row : rows) {
-    const auto facts = facts_of(row.name);
+    const auto facts = program_facts_of(row.name);
     EXPECT_EQ(facts.mpeg2, row.mpeg2) << row.name;
     EXPECT_EQ(facts.uneven_packs.count == 0, row.even) << row.name;
     EXPECT_EQ(facts.nav_packs, row.nav_packs) << row.name;
@@ -150,17 +150,18 @@ TEST(RealProgramStreams, SystemsAndPacks) {
 
 TEST(RealProgramStreams, LengthIsThatOfTheVideo) {
   // mplex and dvdauthor stamp only the first picture of each group of 15.
-  EXPECT_NEAR(facts_of("ffmpeg-dvd.vob").seconds, 75 * 1001 / 30000.0, 0.07);
-  EXPECT_NEAR(facts_of("mplex-generic.mpg").seconds, 75 * 1001 / 30000.0, 0.07);
-  EXPECT_NEAR(facts_of("ffmpeg-one.mpg").seconds, 2, 0.07);
-  EXPECT_EQ(facts_of("ffmpeg-dvd.vob").video()->video->pictures, 75u);
-  EXPECT_EQ(facts_of("mplex-dvd.mpg").find(inner_kind::ac3)->audio->bytes,
+  EXPECT_NEAR(program_facts_of("ffmpeg-dvd.vob").seconds, 75 * 1001 / 30000.0, 0.07);
+  EXPECT_NEAR(program_facts_of("mplex-generic.mpg").seconds, 75 * 1001 / 30000.0, 0.07);
+  EXPECT_NEAR(program_facts_of("ffmpeg-one.mpg").seconds, 2, 0.07);
+  EXPECT_EQ(program_facts_of("ffmpeg-dvd.vob").video()->video->pictures, 75u);
+  EXPECT_EQ(program_facts_of("mplex-dvd.mpg").find(inner_kind::ac3)->audio->bytes,
             file("sound.ac3").size());
-  EXPECT_EQ(facts_of("ffmpeg-vob.vob").find(inner_kind::lpcm)->lpcm, (lpcm_format{48'000, 16, 2}));
+  EXPECT_EQ(program_facts_of("ffmpeg-vob.vob").find(inner_kind::lpcm)->lpcm,
+            (lpcm_format{48'000, 16, 2}));
 }
 
 TEST(RealProgramStreams, ADiscsCells) {
-  const auto facts = facts_of("dvdauthor.vob");
+  const auto facts = program_facts_of("dvdauthor.vob");
   std::vector<std::pair<int, int>> cells;
   for (const cell_begin& one : facts.cells.kept)
     cells.emplace_back(one.vob, one.cell);
@@ -175,7 +176,7 @@ TEST(RealProgramStreams, TheBeginningTellsWhatIsInside) {
     const auto head = read_program_stream_head(
         std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()));
     ASSERT_TRUE(head) << name;
-    const auto facts = facts_of(name);
+    const auto facts = program_facts_of(name);
     ASSERT_NE(head->video(), nullptr) << name;
     EXPECT_EQ(head->video()->video->shape, facts.video()->video->shape) << name;
     for (const inner_stream& one : facts.streams) {

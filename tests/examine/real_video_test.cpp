@@ -28,7 +28,7 @@ const std::uint8_t* data_of(const std::string& bytes) {
   return reinterpret_cast<const std::uint8_t*>(bytes.data());
 }
 
-video_facts facts_of(const std::string& stream, std::size_t slice = 100'000) {
+video_facts video_file_facts(const std::string& stream, std::size_t slice = 100'000) {
   video_scanner scanner;
   for (std::size_t at = 0; at < stream.size(); at += slice)
     scanner.feed(data_of(stream) + at, std::min(slice, stream.size() - at));
@@ -65,10 +65,10 @@ std::vector<std::string> all_streams() {
 class RealVideo : public testing::TestWithParam<std::string> {
  protected:
   std::string stream = file_text(GetParam());
-  video_facts facts = facts_of(stream);
+  video_facts facts = video_file_facts(stream);
 };
 
-std::map<std::string, std::string> probe_of(const std::string& name) {
+std::map<std::string, std::string> probed_values(const std::string& name) {
   std::map<std::string, std::string> values;
   std::ifstream file(CORVANE_VIDEO_STREAMS "/"s + name + ".probe");
   for (std::string line; std::getline(file, line);)
@@ -81,7 +81,7 @@ std::string ratio(int a, int b) {
 }
 
 TEST_P(RealVideo, IsAsFfprobeSaysItIs) {
-  auto probe = probe_of(GetParam());
+  auto probe = probed_values(GetParam());
   ASSERT_TRUE(facts.shape);
   const video_shape& shape = *facts.shape;
   EXPECT_EQ(probe["codec_name"], shape.mpeg2 ? "mpeg2video" : "mpeg1video");
@@ -153,14 +153,14 @@ TEST_P(RealVideo, NothingOfItIsCalledWrong) {
 
 TEST_P(RealVideo, SlicesMakeNoDifference) {
   for (const std::size_t slice : {997u, 65536u})
-    EXPECT_TRUE(facts_of(stream, slice) == facts) << slice;
+    EXPECT_TRUE(video_file_facts(stream, slice) == facts) << slice;
 }
 
 TEST_P(RealVideo, IsCutAnywhere) {
   for (std::size_t percent = 7; percent < 100; percent += 30) {
     const std::size_t at = stream.size() * percent / 100;
     const std::string begin = stream.substr(0, at), end = stream.substr(at);
-    const video_facts first = facts_of(begin), second = facts_of(end);
+    const video_facts first = video_file_facts(begin), second = video_file_facts(end);
     expect_as_the_index(first, begin);
     expect_as_the_index(second, end);
     EXPECT_LE(first.pictures, facts.pictures);
@@ -180,37 +180,37 @@ INSTANTIATE_TEST_SUITE_P(Examine, RealVideo, testing::ValuesIn(all_streams()),
                          });
 
 TEST(RealVideoFacts, OfDifferentEncoders) {
-  const video_facts pal = facts_of(file_text("pal.m2v"));
+  const video_facts pal = video_file_facts(file_text("pal.m2v"));
   EXPECT_EQ(pal.standard, video_standard::pal);
   EXPECT_EQ(pal.shape->aspect_code, 3);
   EXPECT_FALSE(pal.shape->progressive_sequence);
   EXPECT_EQ(pal.open_groups, 2u);  // all but the first
 
-  EXPECT_EQ(facts_of(file_text("closed.m2v")).open_groups, 0u);
-  const video_facts ntsc = facts_of(file_text("ntsc.m2v"));
+  EXPECT_EQ(video_file_facts(file_text("closed.m2v")).open_groups, 0u);
+  const video_facts ntsc = video_file_facts(file_text("ntsc.m2v"));
   EXPECT_EQ(ntsc.standard, video_standard::ntsc);
   EXPECT_EQ(ntsc.vbv_bytes, 112u * 2048);
   EXPECT_EQ(ntsc.bit_rate, 8'000'000u);
-  EXPECT_TRUE(facts_of(file_text("low-delay.m2v")).low_delay);
+  EXPECT_TRUE(video_file_facts(file_text("low-delay.m2v")).low_delay);
   EXPECT_FALSE(ntsc.low_delay);
 
-  const video_facts pulldown = facts_of(file_text("pulldown.m2v"));
+  const video_facts pulldown = video_file_facts(file_text("pulldown.m2v"));
   EXPECT_EQ(pulldown.shape->rate_numerator, 30000);
   EXPECT_EQ(pulldown.pictures, 16u);
   EXPECT_EQ(pulldown.repeated_fields, 8u);
   EXPECT_DOUBLE_EQ(pulldown.seconds, 20 * 1001.0 / 30000);
 
-  const video_facts still = facts_of(file_text("still.m2v"));
+  const video_facts still = video_file_facts(file_text("still.m2v"));
   EXPECT_EQ(still.pictures, 1u);
   EXPECT_TRUE(still.end_code);
   EXPECT_DOUBLE_EQ(still.seconds, 1001.0 / 30000);
 
-  EXPECT_FALSE(facts_of(file_text("vcd.m1v")).shape->mpeg2);
-  EXPECT_EQ(facts_of(file_text("film.m2v")).shape->rate_numerator, 24000);
+  EXPECT_FALSE(video_file_facts(file_text("vcd.m1v")).shape->mpeg2);
+  EXPECT_EQ(video_file_facts(file_text("film.m2v")).shape->rate_numerator, 24000);
 }
 
 TEST(RealVideoFacts, GroupsOfFortyFields) {
-  const video_facts facts = facts_of(file_text("long.m2v"));
+  const video_facts facts = video_file_facts(file_text("long.m2v"));
   EXPECT_EQ(facts.longest_group->fields, 40u);
   EXPECT_EQ(facts.groups_by_fields[40], 2u);
   EXPECT_EQ(facts.groups_by_fields[38], 1u);  // nothing shown before its first
@@ -218,13 +218,13 @@ TEST(RealVideoFacts, GroupsOfFortyFields) {
 }
 
 TEST(RealVideoFacts, ABitRateThatIsTooHigh) {
-  EXPECT_GT(facts_of(file_text("loud.m2v")).peak_rate, 9'800'000);
-  EXPECT_LT(facts_of(file_text("pal.m2v")).peak_rate, 9'800'000);
+  EXPECT_GT(video_file_facts(file_text("loud.m2v")).peak_rate, 9'800'000);
+  EXPECT_LT(video_file_facts(file_text("pal.m2v")).peak_rate, 9'800'000);
 }
 
 TEST(RealVideoFacts, TwoStreamsWithAnEndCodeBetweenThem) {
   const std::string first = file_text("closed.m2v"), end = "\0\0\1\xB7"s;
-  const video_facts facts = facts_of(first + end + first + end);
+  const video_facts facts = video_file_facts(first + end + first + end);
   EXPECT_EQ(facts.middle_end_codes.kept,
             (std::vector<video_place>{{first.size(), 50 * 1001.0 / 30000}}));
   EXPECT_EQ(facts.missing_sequence_headers.count, 0u);
@@ -235,7 +235,7 @@ TEST(RealVideoFacts, TwoStreamsWithAnEndCodeBetweenThem) {
 
 TEST(RealVideoFacts, AStreamOfAnotherStandardGoesOn) {
   const std::string first = file_text("ntsc.m2v"), second = file_text("pal.m2v");
-  const video_facts facts = facts_of(first + second);
+  const video_facts facts = video_file_facts(first + second);
   const video_place where{first.size(), 32 * 1001.0 / 30000};
   ASSERT_EQ(facts.standard_changes.count, 1u);
   EXPECT_EQ(facts.standard_changes.kept[0].place, where);
@@ -251,7 +251,7 @@ TEST(RealVideoFacts, BytesThatAreLostInAPicture) {
   const byte_range picture = index.bytes_of(20);
   std::string damaged = whole;
   damaged.erase(picture.position + picture.size / 3, picture.size / 3);
-  const video_facts facts = facts_of(damaged);
+  const video_facts facts = video_file_facts(damaged);
   ASSERT_EQ(facts.damage.count, 1u);
   EXPECT_EQ(facts.damage.kept[0].kind, video_damage_kind::missing_rows);
   EXPECT_GT(facts.damage.kept[0].place.byte, picture.position);
@@ -263,7 +263,7 @@ TEST(RealVideoFacts, BytesThatAreLostInAPicture) {
 TEST(RealVideoFacts, AStreamThatEndsWithinAPicture) {
   const std::string whole = file_text("ntsc.m2v");
   const std::string cut = whole.substr(0, whole.size() - 2000);
-  const video_facts facts = facts_of(cut);
+  const video_facts facts = video_file_facts(cut);
   ASSERT_EQ(facts.damage.count, 1u);
   EXPECT_EQ(facts.damage.kept[0].kind, video_damage_kind::cut_at_end);
 }
