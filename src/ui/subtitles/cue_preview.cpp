@@ -27,6 +27,12 @@ constexpr int idle_look_milliseconds = 500;  // spumux draws some cues ahead, th
 constexpr int patience_with_drawing = 400;   // a note that comes and goes at once only flickers
 constexpr int most_cues = 99'999;
 
+wxString thousandths_text(double seconds) {
+  const auto all = std::llround(seconds * 1000);
+  return wxString::Format("%lld:%02lld:%02lld.%03lld", all / 3'600'000, all / 60'000 % 60,
+                          all / 1000 % 60, all % 1000);
+}
+
 /// The frame of the disc with the video's picture, or grey.
 wxImage frame_of(const wxImage& video, wxSize size) {
   if (video.IsOk())
@@ -165,7 +171,7 @@ void cue_preview::look() {
     at_.reset();
     show_picture();
     show_missing(engine_->missing());
-    note_->SetLabel(tenths_text(cue_->begin) + " - " + tenths_text(cue_->end));
+    note_->SetLabel(thousandths_text(cue_->begin) + " - " + thousandths_text(cue_->end));
   } else {
     cue_.reset();
     show_missing({});

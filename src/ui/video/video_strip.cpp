@@ -15,7 +15,6 @@
 #include <utility>
 
 namespace corvane {
-namespace {}  // namespace
 
 video_strip::video_strip(wxWindow* parent, std::function<void(const wxImage&)> show)
     : wxPanel(parent), show_(std::move(show)) {
