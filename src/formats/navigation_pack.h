@@ -11,6 +11,7 @@
 #include "formats/vm_command.h"
 #include "platform/result.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -45,6 +46,12 @@ struct highlight_information {
   /// each for the codes 3 2 1 0.
   std::array<std::array<std::uint32_t, 2>, 3> colours{};
   std::vector<menu_button> buttons;  ///< all groups', one group after the other; at most 36
+
+  /// Those of the first group: the others have them again for other displays.
+  std::span<const menu_button> first_group() const {
+    const auto stated = static_cast<std::size_t>(std::max(0, buttons_stated));
+    return {buttons.data(), std::min(stated, buttons.size())};
+  }
 };
 
 /// Where search finds another unit: sectors from this pack.

@@ -1,26 +1,14 @@
 #include "formats/vm_command.h"
 
+#include "formats/vm_bits.h"
+
 #include <cstdio>
 
 namespace corvane {
 
 namespace {
 
-/// Bits of a command, read by position: `(63, 3)` are the three highest.
-class bits_of {
- public:
-  explicit bits_of(const vm_bytes& bytes) {
-    for (const std::uint8_t b : bytes)
-      all_ = all_ << 8 | b;
-  }
-  unsigned operator()(unsigned highest, unsigned count) const {
-    return static_cast<unsigned>(all_ >> (highest + 1 - count) & ((std::uint64_t{1} << count) - 1));
-  }
-  bool set(unsigned bit) const { return (all_ >> bit & 1) != 0; }
-
- private:
-  std::uint64_t all_ = 0;
-};
+using bits_of = vm_bits;
 
 std::string decimal(unsigned n) {
   return std::to_string(n);

@@ -4,6 +4,7 @@
 #include "formats/ifo.h"
 #include "formats/navigation_pack.h"
 #include "formats/vm_command.h"
+#include "formats/vm_machine.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -29,6 +30,10 @@ void check_commands(const std::vector<corvane::vm_command>& commands) {
     must(!command.text().empty(), "every command has a text");
     must(command.target() == corvane::target_of(command.bytes), "a target is what its bytes say");
   }
+  corvane::vm_registers registers;
+  const auto to = corvane::run_commands(commands, registers);
+  must(!to || (to->where != corvane::vm_target::place::nowhere && !to->conditional),
+       "what is done leads somewhere");
 }
 
 void check_chain(const corvane::program_chain* chain, std::size_t size) {
