@@ -90,6 +90,13 @@ std::optional<double> seconds_of_video(const facts_by_path& facts, const std::st
   return video == nullptr ? std::nullopt : std::optional(video->seconds);
 }
 
+// Those of a ready file are where its NAV packs are, which need not be at each I picture.
+std::vector<double> units_of_video(const facts_by_path& facts, const std::string& stored) {
+  const auto file = facts.find(native_from_stored(stored, native_style()));
+  const bool known = file != facts.end() && file->second->whole && file->second->video;
+  return known ? file->second->video->unit_begins : std::vector<double>();
+}
+
 void append(std::vector<finding>& all, std::vector<finding> more) {
   std::move(more.begin(), more.end(), std::back_inserter(all));
 }
@@ -162,7 +169,7 @@ std::vector<finding> examination::findings() const {
   std::vector<std::optional<double>> title_seconds, menu_seconds;
   for (const disc_title& t : disc_.titles) {
     title_seconds.push_back(seconds_of_video(facts_, t.video()));
-    lengths.push_back({title_seconds.back(), {}});
+    lengths.push_back({title_seconds.back(), units_of_video(facts_, t.video())});
   }
   for (const disc_menu& m : disc_.menus)
     menu_seconds.push_back(seconds_of_video(facts_, m.video()));

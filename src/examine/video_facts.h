@@ -21,6 +21,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <vector>
 
 namespace corvane {
 
@@ -109,6 +110,12 @@ struct video_facts {
   std::uint64_t fields = 0;                 ///< shown, without those of hidden pictures
   std::uint64_t repeated_fields = 0;        ///< of `fields`, those shown again: pulldown when not 0
   double seconds = 0;  ///< exactly `fields` at the rate stated (each rate, where it changes)
+
+  /// Where the units (VOBU) of a disc will begin: multiplexers begin one with each I picture. In
+  /// seconds: the time of the pictures before it in the stream, which is when the first picture of
+  /// the unit is shown. Empty, too, if there are more than `most_units`.
+  std::vector<double> unit_begins;
+  static constexpr std::size_t most_units = 100'000;
 
   // Groups of pictures. One begins with a GOP header, or with a sequence header where none is.
   std::uint64_t groups = 0;

@@ -71,6 +71,10 @@ void video_scan::look_at_group() {
 bool video_scan::look_at_references() {
   if (headers_->kind == picture_kind::intra) {
     references_ = 0;
+    if (facts.intra_pictures < video_facts::most_units)
+      facts.unit_begins.push_back(seconds_before());
+    else
+      facts.unit_begins.clear();
     if (++facts.intra_pictures == 1)
       first_closed_ = group_closed_;
   }

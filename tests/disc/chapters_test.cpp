@@ -1,5 +1,6 @@
 // Where the chapters of a title really begin on the disc: at the groups of pictures that the visual
 // chapter editor tells.
+#include "examine/file_facts.h"
 #include "formats/time_text.h"
 #include "media/playback.h"
 #include "media/video_file.h"
@@ -98,6 +99,21 @@ std::string with_half_the_units(const std::string& stream) {
   return bytes;
 }
 
+/// Where the units of an elementary stream begin, as the examination before a run has them.
+std::vector<double> units_examined(const std::string& path) {
+  file_scan scan(path);
+  while (scan.read_slice()) {
+  }
+  return scan.facts().video ? scan.facts().video->unit_begins : std::vector<double>();
+}
+
+std::vector<double> units_of(const video_file& video) {
+  std::vector<double> begins;
+  for (std::int64_t unit = 0; unit < video.units(); ++unit)
+    begins.push_back(video.time_of(video.begin_of_unit(unit)));
+  return begins;
+}
+
 /// Authors a title with chapters at telling times, and expects them on the disc where the editor
 /// says. `streams` are native paths, video first.
 void expect_landings(const std::vector<std::string>& streams, const std::string& region = "NTSC",
@@ -105,6 +121,10 @@ void expect_landings(const std::vector<std::string>& streams, const std::string&
   const auto video = scanned(streams.front());
   ASSERT_TRUE(video);
   ASSERT_GT(video->gops(), 3);
+  if (streams.size() > 1) {
+    EXPECT_THAT(units_examined(streams.front()),
+                Pointwise(DoubleNear(clock_rounding), units_of(*video)));
+  }
   const std::vector<double> asked = telling_times(*video);
   std::string chapters;
   for (const double time : asked)

@@ -103,6 +103,13 @@ TEST_F(Check, PalTitleInAnNtscProject) {
               ElementsAre("video-standard at title 2, video", "titleset-size at title 2, video"));
 }
 
+TEST_F(Check, ChaptersThatFallTogether) {
+  clean_pair();
+  title({"ntsc.m2v", "a.ac3"});
+  p_.chapters = {"00:00:00.00,00:00:00.90,00:00:01.10"};
+  EXPECT_THAT(found(), ElementsAre("chapter-merged at title 1, chapter 3, 00:00:01"));
+}
+
 TEST_F(Check, ReadyPalVobInAnNtscProject) {
   add_title(p_, {stored_media("muxed-pal.vob")});
   EXPECT_THAT(errors(), ElementsAre("video-standard at title 1, video"));

@@ -237,6 +237,12 @@ TEST(VideoFacts, KnowsTheLongestGroup) {
   EXPECT_EQ(facts.long_groups.kept, std::vector{*facts.longest_group});
 }
 
+TEST(VideoFacts, UnitsBeginWithEachIntraPicture) {
+  const video_facts facts = video_facts_of(
+      video_maker().whole_group("IBBPBB").pictures("IPP").whole_group("IBBP", false));
+  EXPECT_EQ(facts.unit_begins, (std::vector<double>{0, 6 / 25.0, 9 / 25.0}));
+}
+
 TEST(VideoFacts, AGroupOfThirtyFieldsIsNotLong) {
   EXPECT_EQ(video_facts_of(video_maker().whole_group("I" + std::string(14, 'P'))).long_groups.count,
             0u);
