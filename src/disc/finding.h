@@ -30,6 +30,13 @@ struct finding_item {
   bool operator==(const finding_item&) const = default;
 };
 
+/// The part of that kind of the same title or menu.
+inline finding_item part_of(finding_item item, finding_item::part_kind what, int number = 0) {
+  item.part = what;
+  item.part_number = number;
+  return item;
+}
+
 struct finding {
   std::string rule;  ///< identifier that stays from version to version: "audio-sample-rate"
   finding_severity severity = finding_severity::error;

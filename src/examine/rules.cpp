@@ -2,6 +2,7 @@
 
 #include "examine/button_rules.h"
 #include "examine/chapter_rules.h"
+#include "examine/disc_rules.h"
 #include "examine/navigation_rules.h"
 #include "examine/setting_rules.h"
 #include "examine/space_rules.h"
@@ -41,7 +42,8 @@ std::vector<rule_family> rule_families() {
           {"Text subtitles", subtitle_text_rules()},
           {"Navigation", navigation_rules()},
           {"Menus and buttons", button_rules()},
-          {"Room", space_rules()}};
+          {"Room", space_rules()},
+          {"Finished discs", disc_rules()}};
 }
 
 finding finding_of(std::span<const rule> rules, std::string_view id, finding_item item,

@@ -347,6 +347,13 @@ std::span<const rule> subtitle_text_rules() {
   return subtitle_text_rules_table;
 }
 
+subtitle_cues cues_of(const subtitle_file& file, const subtitle_settings& settings) {
+  const bool is_utf16 = file.unicode() == "UTF-16";
+  const double rate = leading_number(settings[subtitle_field::frame_rate]);
+  return read_subtitle_cues(is_utf16 ? utf8_of_utf16(file.bytes()) : file.bytes(),
+                            rate > 0 ? rate : 25);
+}
+
 std::vector<finding> subtitle_text_findings(const subtitle_file& file,
                                             const subtitle_settings& settings, finding_item item,
                                             const std::string& path,
@@ -355,10 +362,7 @@ std::vector<finding> subtitle_text_findings(const subtitle_file& file,
   if (const refusal why = file.why_not(settings[subtitle_field::character_set]))
     return {
         about_file("subtitle-unreadable", item, path, "the file cannot be used, since " + *why)};
-  const bool is_utf16 = file.unicode() == "UTF-16";
-  const double rate = leading_number(settings[subtitle_field::frame_rate]);
-  const subtitle_cues all = read_subtitle_cues(
-      is_utf16 ? utf8_of_utf16(file.bytes()) : file.bytes(), rate > 0 ? rate : 25);
+  const subtitle_cues all = cues_of(file, settings);
   if (all.format == subtitle_format::unknown)
     return {about_file("subtitle-unreadable", item, path,
                        "the file is in none of the subtitle formats that spumux reads")};

@@ -3,6 +3,7 @@
 
 #include "disc/disc_description.h"
 #include "examine/rules.h"
+#include "formats/subtitle_cues.h"
 #include "platform/files/paths.h"
 #include "project/font_list.h"
 #include "project/subtitle_file.h"
@@ -15,6 +16,9 @@
 namespace corvane {
 
 std::span<const rule> subtitle_text_rules();
+
+/// The cues that spumux reads of a file with these settings.
+subtitle_cues cues_of(const subtitle_file& file, const subtitle_settings& settings);
 
 /// What one file's text gives, in the order of its times; of each rule the first twenty. `file` was
 /// read from `path`. `seconds`: how long the title is; not set: not compared.

@@ -98,12 +98,6 @@ finding about(std::span<const rule> rules, std::string_view id, finding_item ite
   return f;
 }
 
-finding_item part_of(finding_item item, part what, int number) {
-  item.part = what;
-  item.part_number = number;
-  return item;
-}
-
 class look {
  public:
   look(const disc_description& d, const facts_by_path& facts) : d_(d), facts_(facts) {}

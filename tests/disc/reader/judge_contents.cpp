@@ -48,9 +48,8 @@ void judge_menu(judgement& j, const disc_menu_contents& ours, const menu& theirs
   j.same(what + " number", ours.number, theirs.number);
   j.same(what + " language", ours.language, theirs.language);
   judge_times(j, what + " length", {ours.chain.seconds}, {theirs.chain.seconds});
-  const std::vector<menu_button> none;
-  const std::vector<menu_button>& buttons =
-      ours.chain.highlight ? ours.chain.highlight->buttons : none;
+  const std::span<const menu_button> buttons =
+      ours.chain.highlight ? ours.chain.highlight->first_group() : std::span<const menu_button>();
   if (!j.same(what + " buttons", buttons.size(), theirs.buttons.size()))
     return;
   for (std::size_t i = 0; i < buttons.size(); ++i) {

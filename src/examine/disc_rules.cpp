@@ -1,0 +1,366 @@
+#include "examine/disc_rules.h"
+
+#include "examine/disc_walk.h"
+#include "examine/measures.h"
+#include "formats/numbers.h"
+#include "formats/time_text.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <optional>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+using severity = finding_severity;
+using trait_kind = disc_trait_kind;
+using whole = finding_item::whole_kind;
+using part = finding_item::part_kind;
+
+constexpr std::string_view as_asked = "what the project asks for, and the facts of its streams";
+constexpr std::string_view disc_tables_source = "the tables of a DVD-Video disc";
+constexpr std::string_view author_again =
+    "author the disc again; if it comes again, look at the log";
+
+constexpr std::array disc_rules_table = {
+    // By itself.
+    rule{"disc-missing", severity::error, "There is a disc", "a VIDEO_TS folder with its tables",
+         "nothing: there is no disc", author_again, disc_tables_source},
+    rule{"disc-file", severity::error, "Each file of a disc can be read to its end",
+         "a file that can be read", "nothing, or a part of the disc", author_again,
+         disc_tables_source},
+    rule{"disc-tables", severity::error,
+         "The tables of a disc are whole, fit its streams, and each copy (BUP) is as its table "
+         "(IFO)",
+         "as the format has it", "a player that refuses the disc, stops or shows something else",
+         author_again, disc_tables_source},
+    rule{"disc-picture-stated", severity::error,
+         "The tables say of the pictures what the pictures say of themselves",
+         "as the tables state", "a distorted picture, or none",
+         "encode the title for the standard and the proportions of the disc, or author a disc of "
+         "its own",
+         disc_tables_source},
+    rule{"disc-aspect-stated", severity::warning,
+         "The tables say of the proportions what the pictures say of themselves",
+         "as the tables state",
+         "a squeezed picture in players that believe the stream more than the tables",
+         "encode the video again and state the proportions (mpeg2enc: -a 2 or -a 3)",
+         "dvdauthor 0.7.2, measured: it states 16:9 in a stream of square pixels"},
+    rule{"disc-sound-stated", severity::error, "Each sound stream that the tables state is there",
+         "a stream of the kind that the tables state",
+         "silence until the viewer changes the sound stream",
+         "give each title a sound stream of the same kind", disc_tables_source},
+    rule{"disc-clock", severity::error, "The times of a title go on without a break",
+         "times without a break", "a stumble there, or a player that stops", author_again,
+         disc_tables_source},
+    rule{"disc-bytes", severity::error, "A title is packs from its first byte to its last",
+         "packs, one behind the other", "a stumble there, or a player that stops", author_again,
+         disc_tables_source},
+    rule{"disc-nowhere", severity::error, "First play, titles and buttons lead somewhere",
+         "a title, a menu, or the end", "a player that stops or does nothing",
+         "correct the command", disc_tables_source},
+    rule{"disc-no-overlay", severity::error, "A menu with buttons has a picture of them",
+         "a subpicture stream in the menu", "buttons that cannot be seen", author_again,
+         disc_tables_source},
+    // Its image.
+    rule{"image-missing", severity::error, "The image is there", "a disc image",
+         "nothing: there is no image", author_again, disc_tables_source},
+    rule{"image-volume", severity::error,
+         "An image has an ISO 9660 and a UDF volume, with the same files",
+         "both volumes, without a fault", "a player or a computer that cannot read the disc",
+         author_again, "ISO 9660 and UDF 1.02"},
+    rule{"image-files", severity::error, "The files of the image are those of the folder",
+         "the same bytes as in the folder", "another disc than the folder holds", author_again,
+         as_asked},
+    // As foreseen.
+    rule{"disc-titles", severity::error, "The disc has the titles of the project", "as foreseen",
+         "titles that are missing, or that nobody asked for", author_again, as_asked},
+    rule{"disc-menus", severity::error, "The disc has the menus of the project", "as foreseen",
+         "menus that are missing, or that nobody asked for", author_again, as_asked},
+    rule{"disc-first-play", severity::error, "The disc begins as asked", "as foreseen",
+         "another beginning than was meant", "correct the first play command", as_asked},
+    rule{"disc-picture", severity::error, "Titles and menus have the pictures of their streams",
+         "as foreseen", "a distorted or squeezed picture, or none",
+         "encode the titles alike, and for the standard of the disc", as_asked},
+    rule{"disc-length", severity::error, "Titles and menus are as long as their streams",
+         "as foreseen", "a title that ends too early", author_again, as_asked},
+    rule{"disc-last-picture", severity::note, "The last picture of a stream is on the disc",
+         "as foreseen", "nothing: the last picture of a stream without an end code is left out",
+         "nothing", "mplex 2.1.0, measured"},
+    rule{"disc-chapters", severity::error, "Chapters are where they were asked for", "as foreseen",
+         "chapters elsewhere, or none", author_again, as_asked},
+    rule{"disc-sound", severity::error, "Titles and menus have the sound of their streams",
+         "as foreseen", "silence, or a stream of another kind or language",
+         "look at the stream's findings with \"check project...\"", as_asked},
+    rule{"disc-sound-end", severity::error, "Sound is heard to the end of its stream",
+         "at least as foreseen", "silence from there on",
+         "look at the stream's findings with \"check project...\"", as_asked},
+    rule{"disc-subtitles", severity::error, "Titles have their text subtitles", "as foreseen",
+         "subtitles that are missing, or in another language",
+         "look at the subtitle's findings with \"check project...\"", as_asked},
+    rule{"disc-then", severity::error, "What follows a title is what was asked for", "as foreseen",
+         "something else after the title", "correct the title's command", as_asked},
+    rule{"disc-menu", severity::error, "Menus stay, or begin again, as asked", "as foreseen",
+         "a menu that goes, or stays", author_again, as_asked},
+    rule{"disc-buttons", severity::error, "Menus have their buttons where they were placed",
+         "as foreseen", "buttons that are missing or elsewhere", author_again, as_asked},
+    rule{"disc-leads-to", severity::error, "Buttons lead where they were meant to", "as foreseen",
+         "another title or menu than was meant", "correct the button's command", as_asked},
+};
+
+/// How a foreseen trait is held against the one that was found.
+struct comparison {
+  trait_kind what;
+  std::string_view rule;
+  bool of_material;  ///< follows from the streams, whose errors were told before the run
+  enum { same, near, at_least } how = same;
+  double tolerance = 0;  ///< seconds
+};
+
+/// Times of navigation packs are rounded; a title ends with the last picture or the last sound.
+constexpr std::array comparisons = {
+    comparison{trait_kind::titles, "disc-titles", false},
+    comparison{trait_kind::menus, "disc-menus", false},
+    comparison{trait_kind::first_play, "disc-first-play", false},
+    comparison{trait_kind::standard, "disc-picture", true},
+    comparison{trait_kind::size, "disc-picture", true},
+    comparison{trait_kind::aspect, "disc-picture", true},
+    comparison{trait_kind::coding, "disc-picture", true},
+    comparison{trait_kind::length, "disc-length", true, comparison::near, 0.3},
+    comparison{trait_kind::chapters, "disc-chapters", true},
+    comparison{trait_kind::begins, "disc-chapters", true, comparison::near, 0.02},
+    comparison{trait_kind::audio_streams, "disc-sound", true},
+    comparison{trait_kind::format, "disc-sound", true},
+    comparison{trait_kind::language, "disc-sound", false},
+    comparison{trait_kind::sounds_until, "disc-sound-end", true, comparison::at_least, 0.5},
+    comparison{trait_kind::subtitles, "disc-subtitles", true},
+    comparison{trait_kind::cues, "disc-subtitles", true},
+    comparison{trait_kind::first_cue, "disc-subtitles", true, comparison::near, 0.1},
+    comparison{trait_kind::last_cue, "disc-subtitles", true, comparison::near, 0.1},
+    comparison{trait_kind::then, "disc-then", false},
+    comparison{trait_kind::stays, "disc-menu", false},
+    comparison{trait_kind::buttons, "disc-buttons", false},
+    comparison{trait_kind::edges, "disc-buttons", false},
+    comparison{trait_kind::leads_to, "disc-leads-to", false},
+};
+
+const comparison& comparison_of(trait_kind what) {
+  return *std::find_if(comparisons.begin(), comparisons.end(),
+                       [&](const comparison& one) { return one.what == what; });
+}
+
+/// A picture and a half of the slowest rate.
+constexpr double about_a_picture = 1.5 / 24;
+
+bool agree(const comparison& c, const disc_trait& foreseen, const disc_trait& found) {
+  if (c.how == comparison::same)
+    return foreseen.value == found.value;
+  const double more = leading_number(found.value) - leading_number(foreseen.value);
+  return more >= -c.tolerance && (c.how == comparison::at_least || more <= c.tolerance);
+}
+
+std::string missing_text(const disc_trait& foreseen) {
+  const finding_item& item = foreseen.item;
+  if (item.part == part::whole || item.part == part::video)
+    return "there is none";
+  return "it is not there";
+}
+
+std::optional<finding> difference(const disc_trait& foreseen, const disc_traits& found,
+                                  bool in_spite_of_errors) {
+  const comparison& c = comparison_of(foreseen.kind);
+  const disc_trait* const got = found.find(foreseen.item, foreseen.kind);
+  const std::string name(name_of(foreseen.kind));
+  if (got != nullptr && agree(c, foreseen, *got)) {
+    const double less = leading_number(foreseen.value) - leading_number(got->value);
+    if (foreseen.kind == trait_kind::length && less > 0.01 && less < about_a_picture)
+      return finding_of(disc_rules_table, "disc-last-picture", foreseen.item,
+                        "its last picture is not there");
+    return std::nullopt;
+  }
+  finding f = finding_of(
+      disc_rules_table,
+      foreseen.kind == trait_kind::language && foreseen.item.part == part::subtitle
+          ? "disc-subtitles"
+          : c.rule,
+      foreseen.item, name + ": " + (got == nullptr ? missing_text(foreseen) : shown_value(*got)),
+      shown_value(foreseen));
+  if (in_spite_of_errors && c.of_material && f.severity == severity::error)
+    f.severity = severity::warning;
+  return f;
+}
+
+/// Whether the disc says anything of the item, so that what it does not say cannot be told.
+bool is_there(const disc_traits& found, const finding_item& item) {
+  return std::any_of(found.all().begin(), found.all().end(),
+                     [&](const disc_trait& one) { return one.item == item; });
+}
+
+/// What only a look at all streams tells, and a walk through the commands.
+bool may_be_unknown(trait_kind what) {
+  return what == trait_kind::first_play || what == trait_kind::then ||
+         what == trait_kind::leads_to || what == trait_kind::audio_streams ||
+         what == trait_kind::sounds_until || what == trait_kind::subtitles ||
+         what == trait_kind::cues || what == trait_kind::first_cue || what == trait_kind::last_cue;
+}
+
+// By itself
+// -----------------------------------------------------------------------------------------
+
+class self_examiner {
+ public:
+  self_examiner(const disc_contents& disc, const disc_streams& streams)
+      : disc_(disc), streams_(streams) {}
+
+  std::vector<finding> all() {
+    for (const disc_trouble& trouble : disc_.troubles)
+      found_.push_back(disc_file_finding("disc-tables", trouble.file, trouble.what));
+    look_at_way({}, after_start(disc_));
+    for (const disc_title_contents& title : disc_.titles)
+      look_at_title(title);
+    const auto menus = menus_with_pictures(disc_);
+    for (std::size_t i = 0; i < menus.size(); ++i)
+      look_at_menu({whole::menu, static_cast<int>(i) + 1, part::whole, 0}, *menus[i]);
+    return std::move(found_);
+  }
+
+ private:
+  void add(std::string_view id, finding_item item, std::string found, std::string wanted = {}) {
+    found_.push_back(finding_of(disc_rules_table, id, item, std::move(found), std::move(wanted)));
+  }
+
+  void look_at_way(const finding_item& item, const std::optional<std::string>& place) {
+    if (place == "nowhere")
+      add("disc-nowhere", item, "what it does leads nowhere");
+  }
+
+  void look_at_title(const disc_title_contents& title) {
+    const finding_item item{whole::title, title.number, part::whole, 0};
+    look_at_way(item, after_title(disc_, title));
+    const chain_streams* const streams = streams_.find(title.chain);
+    if (streams == nullptr)
+      return;
+    look_at_picture(item, title.video, *streams);
+    look_at_packs(item, *streams);
+    if (streams->shared)
+      return;
+    for (std::size_t i = 0; i < title.audio.size(); ++i)
+      look_at_sound(item, static_cast<int>(i) + 1, title.audio[i], *streams);
+  }
+
+  void look_at_picture(finding_item item, const video_attributes& stated,
+                       const chain_streams& streams) {
+    item.part = part::video;
+    const inner_stream* const video = streams.head ? streams.head->video() : nullptr;
+    if (video == nullptr || !video->video || !video->video->shape) {
+      add("disc-picture-stated", item, "there is no picture in it");
+      return;
+    }
+    const video_facts& v = *video->video;
+    const auto compare = [&](std::string_view is, std::string_view said,
+                             std::string_view id = "disc-picture-stated") {
+      if (is != said)
+        add(id, item, "the picture is " + std::string(is), std::string(said));
+    };
+    if (v.standard != video_standard::other)
+      compare(v.standard == video_standard::pal ? "PAL" : "NTSC", stated.standard());
+    compare(size_text(*v.shape),
+            std::to_string(stated.width()) + "x" + std::to_string(stated.height()));
+    compare(v.shape->mpeg2 && v.shape->aspect_code == 3 ? "16:9" : "4:3", stated.aspect(),
+            "disc-aspect-stated");
+    compare(v.shape->mpeg2 ? "MPEG-2" : "MPEG-1", stated.coding == 1 ? "MPEG-2" : "MPEG-1");
+  }
+
+  /// A ready title may lack a stream that others of its titleset have: then it has none of that
+  /// number, of any kind.
+  void look_at_sound(finding_item item, int number, const disc_audio_stream& stated,
+                     const chain_streams& streams) {
+    item.part = part::audio;
+    item.part_number = number;
+    const inner_kind said = stated.id >= 0xC0 ? inner_kind::mpeg_audio : inner_kind::ac3;
+    if (stated.attributes.format() != "ac3" && stated.attributes.format() != "mp2")
+      return;
+    const int index = stated.id & 7;
+    const inner_kind other = said == inner_kind::ac3 ? inner_kind::mpeg_audio : inner_kind::ac3;
+    if (streams.facts.find(said, index) == nullptr && streams.facts.find(other, index) != nullptr)
+      add("disc-sound-stated", item,
+          said == inner_kind::ac3 ? "the sound is MPEG audio" : "the sound is AC-3",
+          said == inner_kind::ac3 ? "AC-3" : "MPEG audio");
+  }
+
+  void look_at_packs(const finding_item& item, const chain_streams& streams) {
+    const program_stream_facts& facts = streams.facts;
+    if (facts.loose_bytes_in_all > 0)
+      add("disc-bytes", item,
+          count_text(facts.loose_bytes_in_all, "byte belongs", "bytes belong") + " to no pack");
+    if (facts.uneven_packs.count > 0)
+      add("disc-bytes", item,
+          count_text(facts.uneven_packs.count, "pack does", "packs do") +
+              " not begin where a sector begins");
+    // spumux puts buttons that come up after the end of their menu behind it, at their time.
+    if (!streams.in_order || streams.shared || item.whole == whole::menu)
+      return;
+    for (const time_break& one : facts.clock_breaks.kept)
+      if (!one.new_vob) {
+        add("disc-clock", item, "the clock breaks off");
+        found_.back().seconds =
+            static_cast<double>(one.elapsed) / static_cast<double>(clocks_a_second);
+        return;
+      }
+  }
+
+  void look_at_menu(const finding_item& item, const disc_menu_contents& menu) {
+    const chain_streams* const streams = streams_.find(menu.chain);
+    const auto& shown = menu.chain.highlight;
+    const std::size_t buttons = shown ? shown->first_group().size() : 0;
+    for (std::size_t i = 0; i < buttons; ++i) {
+      finding_item button = item;
+      button.part = part::button;
+      button.part_number = static_cast<int>(i) + 1;
+      look_at_way(button, after_button(disc_, menu, i));
+    }
+    if (streams == nullptr)
+      return;
+    look_at_picture(item, menu.video, *streams);
+    look_at_packs(item, *streams);
+    if (buttons > 0 && !streams->shared && streams->facts.count_of(inner_kind::subpicture) == 0)
+      add("disc-no-overlay", item, "its buttons have no picture");
+  }
+
+  const disc_contents& disc_;
+  const disc_streams& streams_;
+  std::vector<finding> found_;
+};
+
+}  // namespace
+
+std::span<const rule> disc_rules() {
+  return disc_rules_table;
+}
+
+finding disc_file_finding(std::string_view id, const std::string& path, std::string found) {
+  finding f = finding_of(disc_rules_table, id, {}, std::move(found));
+  f.file = path;
+  return f;
+}
+
+std::vector<finding> disc_findings(const disc_contents& disc, const disc_streams& streams) {
+  return self_examiner(disc, streams).all();
+}
+
+std::vector<finding> differences(const disc_traits& foreseen, const disc_traits& found,
+                                 bool in_spite_of_errors) {
+  std::vector<finding> all;
+  for (const disc_trait& trait : foreseen.all()) {
+    if (found.find(trait.item, trait.kind) == nullptr && may_be_unknown(trait.kind) &&
+        is_there(found, trait.item))
+      continue;
+    if (auto one = difference(trait, found, in_spite_of_errors))
+      all.push_back(std::move(*one));
+  }
+  return all;
+}
+
+}  // namespace corvane

@@ -1,0 +1,119 @@
+#include "examine/disc_streams.h"
+
+#include "formats/ifo.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace corvane {
+
+struct disc_stream_reader::reading {
+  const program_chain* chain = nullptr;
+  chain_streams streams;
+  program_stream_scanner scanner{inner_streams::counted};
+  std::vector<std::uint8_t> head;
+  bool head_looked_at = false;
+};
+
+/// Sectors of VOBs that belong to one chain.
+struct disc_stream_reader::stretch {
+  std::uint32_t first = 0, last = 0;
+  reading* of = nullptr;
+};
+
+disc_stream_reader::disc_stream_reader(const disc_contents& disc) {
+  const auto vobs_of = [&](int titleset, bool menus) -> const disc_vobs* {
+    const auto found = std::find_if(disc.vobs.begin(), disc.vobs.end(), [&](const disc_vobs& vobs) {
+      return vobs.titleset == titleset && vobs.menus == menus;
+    });
+    return found == disc.vobs.end() ? nullptr : &*found;
+  };
+  for (const disc_title_contents& title : disc.titles)
+    if (const disc_vobs* const vobs = vobs_of(title.titleset, false))
+      add(title.chain, *vobs);
+  for (const disc_menu_contents& menu : disc.menus)
+    if (const disc_vobs* const vobs = vobs_of(menu.titleset, true))
+      add(menu.chain, *vobs);
+}
+
+disc_stream_reader::~disc_stream_reader() = default;
+
+void disc_stream_reader::add(const disc_chain& chain, const disc_vobs& vobs) {
+  const bool known = std::any_of(readings_.begin(), readings_.end(),
+                                 [&](const auto& one) { return one->chain == chain.tables.get(); });
+  if (known || !chain.tables || chain.tables->cells.empty())
+    return;
+  readings_.push_back(std::make_unique<reading>());
+  reading& r = *readings_.back();
+  r.chain = chain.tables.get();
+  std::vector<stretch>& all = stretches_[&vobs];
+  std::uint64_t end = 0;
+  for (const cell_playback& cell : chain.tables->cells) {
+    if (cell.last_sector < cell.first_sector)
+      continue;
+    r.streams.in_order = r.streams.in_order && cell.first_sector >= end;
+    end = std::uint64_t{cell.last_sector} + 1;
+    const auto next = std::lower_bound(
+        all.begin(), all.end(), cell.first_sector,
+        [](const stretch& one, std::uint32_t sector) { return one.last < sector; });
+    if (next != all.end() && next->first <= cell.last_sector) {
+      r.streams.shared = true;
+      continue;
+    }
+    all.insert(next, {cell.first_sector, cell.last_sector, &r});
+  }
+}
+
+void disc_stream_reader::take(reading& r, std::span<const std::uint8_t> bytes) {
+  r.streams.sectors += bytes.size() / disc_sector_size;
+  r.scanner.feed(bytes.data(), bytes.size());
+  if (r.head_looked_at)
+    return;
+  const std::size_t more = std::min(bytes.size(), program_stream_head_bytes - r.head.size());
+  r.head.insert(r.head.end(), bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(more));
+  if (r.head.size() < program_stream_head_bytes)
+    return;
+  r.head_looked_at = true;
+  if (auto facts = read_program_stream_head(r.head))
+    r.streams.head = std::make_shared<const program_stream_facts>(std::move(*facts));
+  r.head = {};
+}
+
+void disc_stream_reader::feed(const disc_vobs& vobs, std::uint32_t first_sector,
+                              std::span<const std::uint8_t> bytes) {
+  const auto all = stretches_.find(&vobs);
+  const std::uint64_t end = first_sector + bytes.size() / disc_sector_size;
+  if (all == stretches_.end())
+    return;
+  auto next =
+      std::lower_bound(all->second.begin(), all->second.end(), first_sector,
+                       [](const stretch& one, std::uint32_t sector) { return one.last < sector; });
+  for (; next != all->second.end() && next->first < end; ++next) {
+    const std::uint64_t from = std::max(next->first, first_sector);
+    const std::uint64_t to = std::min<std::uint64_t>(std::uint64_t{next->last} + 1, end);
+    take(*next->of,
+         bytes.subspan((from - first_sector) * disc_sector_size, (to - from) * disc_sector_size));
+  }
+}
+
+disc_streams disc_stream_reader::finish() {
+  disc_streams all;
+  for (const auto& one : readings_) {
+    if (one->streams.sectors == 0)
+      continue;
+    if (!one->head_looked_at)
+      if (auto facts = read_program_stream_head(one->head))
+        one->streams.head = std::make_shared<const program_stream_facts>(std::move(*facts));
+    one->scanner.finish();
+    one->streams.facts = one->scanner.facts();
+    all.streams_.emplace(one->chain, std::move(one->streams));
+  }
+  return all;
+}
+
+const chain_streams* disc_streams::find(const disc_chain& chain) const {
+  const auto found = streams_.find(chain.tables.get());
+  return found == streams_.end() ? nullptr : &found->second;
+}
+
+}  // namespace corvane

@@ -1,0 +1,65 @@
+// The streams in the VOBs of a disc: read once from beginning to end, each title and menu for
+// itself.
+//
+// VOBs are read in the order of their sectors, whatever order chains play their cells in. Sectors
+// that several titles play are read for the first of them.
+#pragma once
+
+#include "examine/program_stream_facts.h"
+#include "examine/read_disc.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace corvane {
+
+/// What plays from one chain, read.
+struct chain_streams {
+  program_stream_facts facts;  ///< streams inside are counted, not examined
+  /// Of the first bytes, where the streams inside are examined; null if they show nothing.
+  std::shared_ptr<const program_stream_facts> head;
+  bool in_order = true;  ///< the cells are played in the order in which they lie
+  bool shared = false;   ///< another chain plays some of it, too: the facts lack that
+  std::uint64_t sectors = 0;
+};
+
+class disc_streams {
+ public:
+  /// By the chain's tables; null if none of it was read.
+  const chain_streams* find(const disc_chain& chain) const;
+
+ private:
+  friend class disc_stream_reader;
+  std::map<const program_chain*, chain_streams> streams_;
+};
+
+/// Takes the VOBs of a disc, file after file, in slices.
+class disc_stream_reader {
+ public:
+  explicit disc_stream_reader(const disc_contents& disc);
+  ~disc_stream_reader();
+  disc_stream_reader(const disc_stream_reader&) = delete;
+  disc_stream_reader& operator=(const disc_stream_reader&) = delete;
+
+  /// The next sectors of these VOBs; must be whole ones, and in their order.
+  void feed(const disc_vobs& vobs, std::uint32_t first_sector, std::span<const std::uint8_t> bytes);
+
+  /// What was read. Call once, at the end.
+  disc_streams finish();
+
+ private:
+  struct reading;
+  struct stretch;
+  void add(const disc_chain& chain, const disc_vobs& vobs);
+  static void take(reading& r, std::span<const std::uint8_t> bytes);
+
+  std::vector<std::unique_ptr<reading>> readings_;
+  std::map<const disc_vobs*, std::vector<stretch>> stretches_;  // by sector, none twice
+};
+
+}  // namespace corvane

@@ -1,0 +1,171 @@
+#include "examine/disc_traits.h"
+
+#include "examine/measures.h"
+#include "formats/numbers.h"
+#include "formats/time_text.h"
+#include "formats/xml_reader.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+using trait_kind = disc_trait_kind;
+using whole = finding_item::whole_kind;
+using part = finding_item::part_kind;
+
+/// In the order of disc_trait_kind.
+constexpr std::array<std::string_view, 23> names = {
+    "titles",   "menus",        "first play", "standard", "size",          "aspect",
+    "coding",   "length",       "chapters",   "begins",   "audio streams", "format",
+    "language", "sounds until", "subtitles",  "cues",     "first cue",     "last cue",
+    "then",     "stays",        "buttons",    "edges",    "leads to"};
+static_assert(static_cast<std::size_t>(trait_kind::leads_to) + 1 == names.size());
+
+constexpr std::array<std::string_view, 3> wholes = {"disc", "title", "menu"};
+constexpr std::array<std::string_view, 7> parts = {"",        "video",  "audio",  "subtitle",
+                                                   "chapter", "button", "command"};
+
+bool is_time(trait_kind what) {
+  return what == trait_kind::length || what == trait_kind::begins ||
+         what == trait_kind::sounds_until || what == trait_kind::first_cue ||
+         what == trait_kind::last_cue;
+}
+
+std::string escaped(std::string_view text) {
+  std::string all;
+  for (const char c : text)
+    switch (c) {
+      case '&':
+        all += "&amp;";
+        break;
+      case '<':
+        all += "&lt;";
+        break;
+      case '"':
+        all += "&quot;";
+        break;
+      default:
+        all += c;
+    }
+  return all;
+}
+
+template <std::size_t N>
+std::optional<std::size_t> index_of(const std::array<std::string_view, N>& names_of,
+                                    std::string_view name) {
+  const auto at = std::find(names_of.begin(), names_of.end(), name);
+  return at == names_of.end() ? std::nullopt
+                              : std::optional(static_cast<std::size_t>(at - names_of.begin()));
+}
+
+std::string attribute(const xml_element& element, std::string_view name) {
+  const std::string* const value = attribute_of(element, name);
+  return value == nullptr ? std::string() : *value;
+}
+
+std::optional<disc_trait> trait_of(const xml_element& element) {
+  const auto what = index_of(names, attribute(element, "what"));
+  const auto of = index_of(wholes, attribute(element, "of"));
+  const auto in = index_of(parts, attribute(element, "part"));
+  if (!what || !of || !in)
+    return std::nullopt;
+  return disc_trait{{static_cast<whole>(*of), leading_whole(attribute(element, "number")),
+                     static_cast<part>(*in), leading_whole(attribute(element, "part-number"))},
+                    static_cast<trait_kind>(*what),
+                    attribute(element, "is")};
+}
+
+std::string line_of_trait(const disc_trait& trait) {
+  const finding_item& item = trait.item;
+  std::string line =
+      "  <trait of=\"" + std::string(wholes[static_cast<std::size_t>(item.whole)]) + "\"";
+  if (item.number != 0)
+    line += " number=\"" + std::to_string(item.number) + "\"";
+  if (item.part != part::whole)
+    line += " part=\"" + std::string(parts[static_cast<std::size_t>(item.part)]) + "\"";
+  if (item.part_number != 0)
+    line += " part-number=\"" + std::to_string(item.part_number) + "\"";
+  return line + " what=\"" + std::string(name_of(trait.kind)) + "\" is=\"" + escaped(trait.value) +
+         "\"/>\n";
+}
+
+std::string yes_or_no(bool yes) {
+  return yes ? "yes" : "no";
+}
+
+}  // namespace
+
+std::string_view name_of(disc_trait_kind what) {
+  return names[static_cast<std::size_t>(what)];
+}
+
+std::string shown_value(const disc_trait& trait) {
+  return is_time(trait.kind) ? time_text(leading_number(trait.value)) : trait.value;
+}
+
+void disc_traits::say(finding_item item, disc_trait_kind what, std::string value) {
+  places_.emplace(key_of(item, what), traits_.size());
+  traits_.push_back({item, what, std::move(value)});
+}
+
+void disc_traits::say_count(finding_item item, disc_trait_kind what, std::size_t count) {
+  say(item, what, std::to_string(count));
+}
+
+void disc_traits::say_seconds(finding_item item, disc_trait_kind what, double seconds) {
+  say(item, what, decimal_text(seconds, 3));
+}
+
+disc_traits::key disc_traits::key_of(const finding_item& item, disc_trait_kind what) {
+  return {static_cast<int>(item.whole), item.number, static_cast<int>(item.part), item.part_number,
+          static_cast<int>(what)};
+}
+
+const disc_trait* disc_traits::find(const finding_item& item, disc_trait_kind what) const {
+  const auto at = places_.find(key_of(item, what));
+  return at == places_.end() ? nullptr : &traits_[at->second];
+}
+
+std::string foreseen_text(const foreseen_run& run) {
+  std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<foreseen folder=\"" +
+                     escaped(run.out) + "\" image=\"" + yes_or_no(run.image) +
+                     "\" in-spite-of-errors=\"" + yes_or_no(run.in_spite_of_errors) + "\">\n";
+  for (const std::string& chapters : run.chapters)
+    text += "  <chapters at=\"" + escaped(chapters) + "\"/>\n";
+  for (const disc_trait& trait : run.disc.all())
+    text += line_of_trait(trait);
+  return text + "</foreseen>\n";
+}
+
+result<foreseen_run> parse_foreseen(std::string_view text) {
+  const xml_reading read = read_xml(text);
+  if (read.fault)
+    return result<foreseen_run>::fail("line " + std::to_string(read.fault->line) + ": " +
+                                      read.fault->what);
+  const xml_element& first = read.elements.front();
+  foreseen_run run;
+  run.out = attribute(first, "folder");
+  run.image = attribute(first, "image") == "yes";
+  run.in_spite_of_errors = attribute(first, "in-spite-of-errors") == "yes";
+  if (first.name != "foreseen" || run.out.empty())
+    return result<foreseen_run>::fail("it names no output folder");
+  for (const xml_element& element : read.elements) {
+    if (element.name == "chapters")
+      run.chapters.push_back(attribute(element, "at"));
+    if (element.name != "trait")
+      continue;
+    const auto trait = trait_of(element);
+    if (!trait)
+      return result<foreseen_run>::fail("line " + std::to_string(element.line) +
+                                        " says nothing of a disc");
+    run.disc.say(trait->item, trait->kind, trait->value);
+  }
+  return result<foreseen_run>::ok(std::move(run));
+}
+
+}  // namespace corvane

@@ -1,0 +1,241 @@
+#include "examine/disc_walk.h"
+
+#include "formats/vm_machine.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+using vm_place = vm_target::place;
+using chain_pointer = std::shared_ptr<const program_chain>;
+
+constexpr int most_jumps = 200;
+constexpr int link_top_of_chain = 9, link_next_chain = 10, link_previous_chain = 11, link_up = 12,
+              link_tail = 13;
+
+bool is_shown(const disc_menu_contents& menu) {
+  return menu.chain.seconds > 0;
+}
+
+/// The menus of a titleset (0: of the whole disc) in its first language.
+std::vector<const disc_menu_contents*> menus_of(const disc_contents& disc, int titleset) {
+  std::vector<const disc_menu_contents*> menus;
+  for (const disc_menu_contents& menu : disc.menus)
+    if (menu.titleset == titleset && (menus.empty() || menus.front()->language == menu.language))
+      menus.push_back(&menu);
+  return menus;
+}
+
+std::string numbered(const char* what, std::size_t index) {
+  return what + std::to_string(index + 1);
+}
+
+class walk {
+ public:
+  explicit walk(const disc_contents& disc) : disc_(disc) {}
+
+  std::optional<std::string> from_start() {
+    if (!disc_.first_play)
+      return titles_or_nowhere();
+    return enter(disc_.first_play, {});
+  }
+
+  std::optional<std::string> from_end_of(const disc_title_contents& title) {
+    titleset_ = title.titleset;
+    in_title_ = true;
+    chain_ = title.chain.tables;
+    return leave();
+  }
+
+  std::optional<std::string> from_button(const disc_menu_contents& menu, std::size_t button) {
+    titleset_ = menu.titleset;
+    chain_ = menu.chain.tables;
+    const auto& shown = menu.chain.highlight;
+    if (!shown || button >= shown->buttons.size())
+      return std::nullopt;
+    registers_.system[8] = static_cast<std::uint16_t>((button + 1) << 10);
+    const vm_command command = shown->buttons[button].command;
+    const auto to = run_commands({&command, 1}, registers_);
+    return to ? follow(*to) : std::optional<std::string>("nowhere");
+  }
+
+ private:
+  using answer = std::optional<std::string>;
+
+  answer titles_or_nowhere() const {
+    return disc_.titles.empty() ? answer("nowhere") : answer("title 1 chapter 1");
+  }
+
+  /// The name of a chain that shows something; empty: it only leads on.
+  answer enter(const chain_pointer& chain, const std::string& name) {
+    if (++jumps_ > most_jumps)
+      return std::nullopt;
+    chain_ = chain;
+    if (!chain)
+      return "nowhere";
+    if (const auto to = run_commands(chain->pre, registers_))
+      return follow(*to);
+    return name.empty() ? leave() : answer(name);
+  }
+
+  /// What comes after the end of the chain.
+  answer leave() {
+    if (++jumps_ > most_jumps)
+      return std::nullopt;
+    if (!chain_)
+      return "nowhere";
+    if (const auto to = run_commands(chain_->post, registers_))
+      return follow(*to);
+    if (chain_->next != 0)
+      return chain_number(chain_->next);
+    return in_title_ ? "stop" : "nowhere";
+  }
+
+  answer follow(const vm_target& to) {
+    switch (to.where) {
+      case vm_place::exit:
+        return "stop";
+      case vm_place::title:
+        return title_at(to.title, 1);
+      case vm_place::titleset_title:
+        return title_of_titleset(to.title, 1);
+      case vm_place::chapter:
+        return title_of_titleset(to.title, to.chapter);
+      case vm_place::first_play:
+        return from_start();
+      case vm_place::manager_menu:
+        return menu_of_kind(0, to.menu);
+      case vm_place::manager_chain:
+        return menu_number(0, to.chain);
+      case vm_place::titleset_menu:
+        return menu_of_kind(to.titleset == 0 ? titleset_ : to.titleset, to.menu);
+      case vm_place::chain:
+        return chain_number(to.chain);
+      case vm_place::within:
+        return within(to.link);
+      default:
+        return std::nullopt;
+    }
+  }
+
+  answer within(int link) {
+    switch (link) {
+      case link_tail:
+        return leave();
+      case link_top_of_chain:
+        return enter(chain_, name_of(chain_));
+      case link_next_chain:
+        return chain_number(chain_->next);
+      case link_previous_chain:
+        return chain_number(chain_->previous);
+      case link_up:
+        return chain_number(chain_->up);
+      default:
+        return std::nullopt;  // a cell or program of what plays already
+    }
+  }
+
+  answer title_at(int number, int chapter) const {
+    for (const disc_title_contents& title : disc_.titles)
+      if (title.number == number)
+        return arrived(title, chapter);
+    return "nowhere";
+  }
+
+  answer title_of_titleset(int number, int chapter) const {
+    for (const disc_title_contents& title : disc_.titles)
+      if (title.titleset == titleset_ && title.number_in_titleset == number)
+        return arrived(title, chapter);
+    return "nowhere";
+  }
+
+  static answer arrived(const disc_title_contents& title, int chapter) {
+    if (chapter < 1 || chapter > static_cast<int>(title.chapters.size()))
+      return "nowhere";
+    return "title " + std::to_string(title.number) + " chapter " + std::to_string(chapter);
+  }
+
+  answer chain_number(int number) {
+    if (!in_title_)
+      return menu_number(titleset_, number);
+    if (titleset_ < 1 || titleset_ > static_cast<int>(disc_.titlesets.size()) || number < 1)
+      return "nowhere";
+    const auto& chains = disc_.titlesets[static_cast<std::size_t>(titleset_) - 1].chains;
+    const auto index = static_cast<std::size_t>(number) - 1;
+    return index < chains.size() ? title_of_titleset(chains[index].title, 1) : answer("nowhere");
+  }
+
+  answer menu_number(int titleset, int number) {
+    for (const disc_menu_contents* menu : menus_of(disc_, titleset))
+      if (menu->number == number)
+        return enter_menu(*menu);
+    return "nowhere";
+  }
+
+  answer menu_of_kind(int titleset, menu_kind kind) {
+    for (const disc_menu_contents* menu : menus_of(disc_, titleset))
+      if (menu->entry == kind && kind != menu_kind::none)
+        return enter_menu(*menu);
+    return "nowhere";
+  }
+
+  answer enter_menu(const disc_menu_contents& menu) {
+    titleset_ = menu.titleset;
+    in_title_ = false;
+    return enter(menu.chain.tables, name_of(menu.chain.tables));
+  }
+
+  std::string name_of(const chain_pointer& chain) const {
+    for (const bool disc_menus : {false, true}) {
+      const auto menus = disc_menus ? disc_menus_with_pictures(disc_) : menus_with_pictures(disc_);
+      for (std::size_t i = 0; i < menus.size(); ++i)
+        if (menus[i]->chain.tables == chain)
+          return numbered(disc_menus ? "disc menu " : "menu ", i);
+    }
+    return {};
+  }
+
+  const disc_contents& disc_;
+  vm_registers registers_;
+  chain_pointer chain_;  // where the player is
+  int titleset_ = 0;
+  bool in_title_ = false;
+  int jumps_ = 0;
+};
+
+}  // namespace
+
+std::vector<const disc_menu_contents*> menus_with_pictures(const disc_contents& disc) {
+  std::vector<const disc_menu_contents*> shown;
+  for (int titleset = 1; titleset <= static_cast<int>(disc.titlesets.size()); ++titleset)
+    for (const disc_menu_contents* menu : menus_of(disc, titleset))
+      if (is_shown(*menu))
+        shown.push_back(menu);
+  return shown;
+}
+
+std::vector<const disc_menu_contents*> disc_menus_with_pictures(const disc_contents& disc) {
+  std::vector<const disc_menu_contents*> shown = menus_of(disc, 0);
+  std::erase_if(shown, [](const disc_menu_contents* menu) { return !is_shown(*menu); });
+  return shown;
+}
+
+std::optional<std::string> after_start(const disc_contents& disc) {
+  return walk(disc).from_start();
+}
+
+std::optional<std::string> after_title(const disc_contents& disc,
+                                       const disc_title_contents& title) {
+  return walk(disc).from_end_of(title);
+}
+
+std::optional<std::string> after_button(const disc_contents& disc, const disc_menu_contents& menu,
+                                        std::size_t button) {
+  return walk(disc).from_button(menu, button);
+}
+
+}  // namespace corvane

@@ -1,0 +1,365 @@
+#include "examine/foreseen_disc.h"
+
+#include "examine/measures.h"
+#include "examine/subtitle_text_rules.h"
+#include "formats/numbers.h"
+#include "formats/text.h"
+#include "platform/files/paths.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+using trait_kind = disc_trait_kind;
+using whole = finding_item::whole_kind;
+using part = finding_item::part_kind;
+using stream_kind = disc_language::stream_kind;
+
+std::optional<std::string> disc_format(audio_kind what) {
+  if (what == audio_kind::ac3)
+    return "AC-3";
+  if (what == audio_kind::mpeg_layer_2)
+    return "MPEG audio";
+  return std::nullopt;
+}
+
+std::string title_place(int title, int chapter) {
+  return "title " + std::to_string(title) + " chapter " + std::to_string(chapter);
+}
+
+class foreseeing {
+ public:
+  foreseeing(const disc_description& d, const facts_by_path& facts, bool hand_edited)
+      : d_(d), facts_(facts), hand_edited_(hand_edited) {
+    for (const disc_title& title : d.titles)
+      title_streams_.push_back(streams_of(title.streams, title.is_multiplexed_here));
+    for (const disc_menu& menu : d.menus)
+      menu_streams_.push_back(streams_of(menu.files, true));
+  }
+
+  disc_traits all() {
+    const finding_item disc;
+    said_.say_count(disc, trait_kind::titles, d_.titles.size());
+    // Menus of the whole disc are not described.
+    if (!d_.has_other_paths)
+      said_.say_count(disc, trait_kind::menus, d_.menus.size());
+    say_way(disc, trait_kind::first_play, first_play());
+    for (int title = 1; title <= d_.title_count(); ++title)
+      say_title(title);
+    for (int menu = 1; menu <= d_.menu_count(); ++menu)
+      say_menu(menu);
+    return std::move(said_);
+  }
+
+ private:
+  /// The streams that are known of a title or menu. Of a ready file, those inside.
+  struct streams {
+    const video_facts* video = nullptr;
+    bool whole_video = false;
+    bool known_sounds = false;
+    std::vector<const audio_facts*> sounds;  // null where nothing is known
+    std::vector<bool> whole_sounds;
+    bool inside = false;
+  };
+
+  const file_facts* facts_of(const std::string& stored) const {
+    const auto file = facts_.find(native_from_stored(stored, native_style()));
+    return file == facts_.end() ? nullptr : file->second.get();
+  }
+
+  streams streams_of(const std::vector<std::string>& stored, bool multiplexed) const {
+    streams s;
+    const file_facts* const first = stored.empty() ? nullptr : facts_of(stored.front());
+    if (first != nullptr && first->video) {
+      s.video = &*first->video;
+      s.whole_video = first->whole;
+    }
+    if (first != nullptr && first->program) {
+      s.inside = true;
+      look_inside(s, *first);
+      // Further files of a title come behind it.
+      s.whole_video = s.whole_video && stored.size() == 1;
+      s.known_sounds = s.known_sounds && stored.size() == 1;
+      return s;
+    }
+    s.known_sounds = multiplexed;
+    for (std::size_t i = 1; i < stored.size(); ++i) {
+      if (stored[i].empty())
+        continue;
+      const file_facts* const sound = facts_of(stored[i]);
+      const bool known = sound != nullptr && sound->audio;
+      s.sounds.push_back(known ? &*sound->audio : nullptr);
+      s.whole_sounds.push_back(known && sound->whole);
+    }
+    return s;
+  }
+
+  // dvdauthor numbers the sound streams of a ready file by their stream numbers.
+  static void look_inside(streams& s, const file_facts& file) {
+    const inner_stream* const video = file.program->video();
+    if (video != nullptr && video->video)
+      s.video = &*video->video;
+    s.whole_video = file.whole;
+    std::map<int, const inner_stream*> by_number;
+    for (const inner_stream& one : file.program->streams)
+      if (one.kind == inner_kind::ac3 || one.kind == inner_kind::mpeg_audio)
+        by_number.emplace(one.number, &one);
+    // Of other kinds of sound nothing more is known.
+    s.known_sounds = file.whole && file.program->count_of(inner_kind::dts) == 0 &&
+                     file.program->count_of(inner_kind::lpcm) == 0;
+    int next = 0;
+    for (const auto& [number, one] : by_number) {
+      // A gap in the numbers: what of them becomes which stream of the disc is not foreseen.
+      s.known_sounds = s.known_sounds && number == next++;
+      s.sounds.push_back(one->audio ? &*one->audio : nullptr);
+      s.whole_sounds.push_back(file.whole && one->audio.has_value());
+    }
+  }
+
+  void say_title(int number) {
+    const disc_title& title = d_.title(number);
+    const streams& s = title_streams_[static_cast<std::size_t>(number) - 1];
+    const finding_item item{whole::title, number, part::whole, 0};
+    say_video(item, s);
+    say_length(item, s, title.is_multiplexed_here ? title.delay.value / 1000 : 0);
+    if (s.known_sounds)
+      say_sounds(item, title, s);
+    say_languages(item, title.titleset, s.sounds.size(), title.subtitles.size());
+    // A ready file may carry subtitles of its own.
+    if (!s.inside && title.is_multiplexed_here)
+      said_.say_count(item, trait_kind::subtitles, title.subtitles.size());
+    say_way(item, trait_kind::then, after_title(number));
+  }
+
+  void say_video(const finding_item& item, const streams& s) {
+    if (s.video == nullptr || !s.video->shape)
+      return;
+    const video_shape& shape = *s.video->shape;
+    const finding_item video = part_of(item, part::video);
+    if (s.video->standard != video_standard::other)
+      said_.say(video, trait_kind::standard,
+                s.video->standard == video_standard::pal ? "PAL" : "NTSC");
+    said_.say(video, trait_kind::size, size_text(shape));
+    // Square pixels and MPEG-1 are taken for 4:3.
+    said_.say(video, trait_kind::aspect, shape.mpeg2 && shape.aspect_code == 3 ? "16:9" : "4:3");
+    said_.say(video, trait_kind::coding, shape.mpeg2 ? "MPEG-2" : "MPEG-1");
+  }
+
+  /// Up to the last picture or the last sound, whichever is later. `delay`: seconds by which the
+  /// picture comes later.
+  void say_length(const finding_item& item, const streams& s, double delay) {
+    if (s.video == nullptr || !s.whole_video || s.video->seconds <= 0 || !s.known_sounds)
+      return;
+    double seconds = s.video->seconds;
+    for (std::size_t i = 0; i < s.sounds.size(); ++i) {
+      if (!s.whole_sounds[i])
+        return;
+      seconds = std::max(seconds, seconds_of(s.sounds[i]->length) - delay);
+    }
+    said_.say_seconds(item, trait_kind::length, seconds);
+  }
+
+  void say_sounds(const finding_item& item, const disc_title& title, const streams& s) {
+    said_.say_count(item, trait_kind::audio_streams, s.sounds.size());
+    for (std::size_t i = 0; i < s.sounds.size(); ++i) {
+      const finding_item sound = part_of(item, part::audio, static_cast<int>(i) + 1);
+      say_sound(sound, s, i, title.is_multiplexed_here ? title.delay.value / 1000 : 0);
+    }
+  }
+
+  /// `delay`: seconds by which the picture comes later.
+  void say_sound(const finding_item& sound, const streams& s, std::size_t i, double delay) {
+    if (s.sounds[i] == nullptr)
+      return;
+    if (const auto format = disc_format(s.sounds[i]->kind))
+      said_.say(sound, trait_kind::format, *format);
+    // In a ready file both have times of their own.
+    if (!s.whole_sounds[i] || s.inside || s.video == nullptr || !s.whole_video)
+      return;
+    const double until = std::min(seconds_of(s.sounds[i]->length) - delay, s.video->seconds);
+    if (until > 0)
+      said_.say_seconds(sound, trait_kind::sounds_until, until);
+  }
+
+  /// The n-th language of a kind labels the n-th stream of it, in each title of its titleset.
+  void say_languages(const finding_item& item, int titleset, std::size_t sounds,
+                     std::size_t subtitles) {
+    std::size_t audio = 0, subpicture = 0;
+    const auto say = [&](part what, std::size_t index, std::size_t count, const std::string& code) {
+      if (index < count)
+        said_.say(part_of(item, what, static_cast<int>(index) + 1), trait_kind::language,
+                  code.empty() ? "none" : lower(code));
+    };
+    for (const disc_language& language : d_.languages) {
+      if (language.titleset != titleset)
+        continue;
+      if (language.kind == stream_kind::audio)
+        say(part::audio, audio++, sounds, language.code);
+      else
+        say(part::subtitle, subpicture++, subtitles, language.code);
+    }
+    while (audio < sounds)
+      say(part::audio, audio++, sounds, "");
+    while (subpicture < subtitles)
+      say(part::subtitle, subpicture++, subtitles, "");
+  }
+
+  void say_menu(int number) {
+    const disc_menu& menu = d_.menu(number);
+    const streams& s = menu_streams_[static_cast<std::size_t>(number) - 1];
+    const finding_item item{whole::menu, number, part::whole, 0};
+    // Which of its menus shows nothing is not known of other XML.
+    if (d_.has_other_paths)
+      return;
+    say_video(item, s);
+    say_length(item, s, 0);
+    if (!s.inside && s.video != nullptr) {
+      said_.say_count(item, trait_kind::audio_streams, s.sounds.size());
+      for (std::size_t i = 0; i < s.sounds.size(); ++i)
+        say_sound(part_of(item, part::audio), s, i, 0);
+    }
+    said_.say(item, trait_kind::stays, menu.loop ? "5 s" : "for ever");
+    said_.say_count(item, trait_kind::buttons, menu.buttons.size());
+    for (std::size_t i = 0; i < menu.buttons.size(); ++i) {
+      const finding_item button = part_of(item, part::button, static_cast<int>(i) + 1);
+      say_edges(button, menu.buttons[i]);
+      say_way(button, trait_kind::leads_to, place_of(menu.buttons[i].action, number));
+    }
+  }
+
+  void say_edges(const finding_item& item, const disc_button& b) {
+    std::array<int, 4> edges{};
+    std::size_t i = 0;
+    for (const text_number* one : {&b.x0, &b.y0, &b.x1, &b.y1}) {
+      if (!one->is_number || one->value != static_cast<int>(one->value))
+        return;
+      edges[i++] = static_cast<int>(one->value);
+    }
+    said_.say(item, trait_kind::edges,
+              std::to_string(edges[0]) + "," + std::to_string(edges[1]) + " to " +
+                  std::to_string(edges[2]) + "," + std::to_string(edges[3]));
+  }
+
+  /// Titles and menus of several titlesets are numbered in each of them.
+  bool is_one_titleset() const {
+    const auto is_first = [](const auto& one) { return one.titleset == 1; };
+    return std::all_of(d_.titles.begin(), d_.titles.end(), is_first) &&
+           std::all_of(d_.menus.begin(), d_.menus.end(), is_first);
+  }
+
+  void say_way(const finding_item& item, trait_kind what, const std::optional<std::string>& place) {
+    if (place && !d_.has_other_paths && is_one_titleset())
+      said_.say(item, what, *place);
+  }
+
+  std::optional<std::string> menu_place(int menu) const {
+    if (menu < 1 || menu > d_.menu_count())
+      return std::nullopt;
+    return "menu " + std::to_string(menu);
+  }
+
+  /// `from`: the menu whose button it is; 0: a title's command, or the first one.
+  std::optional<std::string> place_of(const disc_command& command, int from) const {
+    const command_form& form = command.form;
+    switch (form.what) {
+      case verb::jump_title:
+        if (!form.number || *form.number < 1 || *form.number > d_.title_count())
+          return std::nullopt;
+        return title_place(*form.number, form.chapter.value_or(1));
+      case verb::jump_menu:
+        return form.number ? menu_place(*form.number) : std::nullopt;
+      case verb::jump_titleset:
+        // Remembered, it comes back to the menu that it was chosen in.
+        return menu_place(d_.jump_table && from > 0 ? from : 1);
+      case verb::call_menu:
+        return menu_place(d_.jump_table ? form.number.value_or(1) : 1);
+      case verb::call_last_menu:
+        return d_.jump_table ? menu_place(1) : std::nullopt;  // none was shown before
+      case verb::other:
+        break;
+    }
+    return command.text == "exit" ? std::optional<std::string>("stop") : std::nullopt;
+  }
+
+  std::optional<std::string> first_play() const {
+    if (d_.first_play)
+      return place_of(*d_.first_play, 0);
+    if (hand_edited_)
+      return std::nullopt;
+    return d_.menus.empty() ? title_place(1, 1) : menu_place(1);
+  }
+
+  std::optional<std::string> after_title(int number) const {
+    if (const auto& post = d_.title(number).post)
+      return place_of(*post, 0);
+    if (hand_edited_)
+      return std::nullopt;
+    return number < d_.title_count() ? title_place(number + 1, 1) : "stop";
+  }
+
+  const disc_description& d_;
+  const facts_by_path& facts_;
+  bool hand_edited_;
+  std::vector<streams> title_streams_, menu_streams_;
+  disc_traits said_;
+};
+
+}  // namespace
+
+namespace {
+
+/// Whether each cue becomes one subpicture at its time.
+bool are_plain(const std::vector<text_cue>& cues, double seconds) {
+  double before = 0;
+  for (const text_cue& cue : cues) {
+    if (cue.begin < before || !cue.end || *cue.end <= cue.begin || *cue.end > seconds)
+      return false;
+    before = *cue.end;
+  }
+  return !cues.empty();
+}
+
+}  // namespace
+
+disc_traits foreseen_disc(const disc_description& d, const facts_by_path& facts, bool hand_edited) {
+  return foreseeing(d, facts, hand_edited).all();
+}
+
+void foresee_cues(const disc_description& d, disc_traits& foreseen) {
+  for (int number = 1; number <= d.title_count(); ++number) {
+    const finding_item title{whole::title, number, part::whole, 0};
+    const disc_trait* const length = foreseen.find(title, trait_kind::length);
+    const std::vector<disc_subtitle>& subtitles = d.title(number).subtitles;
+    for (std::size_t i = 0; length != nullptr && i < std::min(subtitles.size(), most_subpictures);
+         ++i) {
+      const auto file = subtitle_file::read(native_from_stored(subtitles[i].file, native_style()));
+      if (!file)
+        continue;
+      const std::vector<text_cue> cues = cues_of(*file, *subtitles[i].settings).cues;
+      if (!are_plain(cues, leading_number(length->value)))
+        continue;
+      const finding_item item = part_of(title, part::subtitle, static_cast<int>(i) + 1);
+      foreseen.say_count(item, trait_kind::cues, cues.size());
+      foreseen.say_seconds(item, trait_kind::first_cue, cues.front().begin);
+      foreseen.say_seconds(item, trait_kind::last_cue, cues.back().begin);
+    }
+  }
+}
+
+std::vector<std::string> chapters_asked(const disc_description& d) {
+  std::vector<std::string> chapters;
+  for (const disc_title& title : d.titles) {
+    const bool several = !title.is_multiplexed_here && title.streams.size() > 1;
+    chapters.push_back(several || d.has_other_paths ? unknown_chapters : title.chapters_text);
+  }
+  return chapters;
+}
+
+}  // namespace corvane

@@ -1,0 +1,216 @@
+#include "examine/found_disc.h"
+
+#include "disc/disc_description.h"
+#include "examine/chapter_rules.h"
+#include "examine/disc_walk.h"
+#include "examine/measures.h"
+#include "project/chapter_rows.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+using trait_kind = disc_trait_kind;
+using whole = finding_item::whole_kind;
+using part = finding_item::part_kind;
+
+constexpr int still_for_ever = 255;
+/// What is heard at the last time stamp: the shortest frame of sound.
+constexpr double frame_of_sound = 0.024;
+
+/// The stream of a number that tables give (disc_audio_stream::id), where it was read.
+const inner_stream* stream_with(const chain_streams& streams, int id) {
+  const auto number = [&](int first) { return id - first; };
+  if (id >= 0xC0)
+    return streams.facts.find(inner_kind::mpeg_audio, number(0xC0));
+  if (id >= 0xA0)
+    return streams.facts.find(inner_kind::lpcm, number(0xA0));
+  if (id >= 0x88)
+    return streams.facts.find(inner_kind::dts, number(0x88));
+  if (id >= 0x80)
+    return streams.facts.find(inner_kind::ac3, number(0x80));
+  return streams.facts.find(inner_kind::subpicture, number(0x20));
+}
+
+std::string format_of(const audio_attributes& attributes) {
+  const std::string_view format = attributes.format();
+  if (format == "ac3")
+    return "AC-3";
+  return format == "mp2" ? "MPEG audio" : std::string(format);
+}
+
+double seconds_from(stream_time begin, stream_time end) {
+  return (static_cast<double>(end) - static_cast<double>(begin)) / stamps_a_second;
+}
+
+class saying {
+ public:
+  saying(const disc_contents& disc, const disc_streams& streams) : disc_(disc), streams_(streams) {}
+
+  disc_traits all() {
+    const auto menus = menus_with_pictures(disc_);
+    const finding_item disc;
+    said_.say_count(disc, trait_kind::titles, disc_.titles.size());
+    said_.say_count(disc, trait_kind::menus, menus.size());
+    say_way(disc, trait_kind::first_play, after_start(disc_));
+    for (const disc_title_contents& title : disc_.titles)
+      say_title(title);
+    for (std::size_t i = 0; i < menus.size(); ++i)
+      say_menu({whole::menu, static_cast<int>(i) + 1, part::whole, 0}, *menus[i]);
+    return std::move(said_);
+  }
+
+ private:
+  /// Null where not all of it was read for this chain.
+  const chain_streams* streams_of(const disc_chain& chain) const {
+    const chain_streams* const found = streams_.find(chain);
+    return found != nullptr && !found->shared && found->in_order ? found : nullptr;
+  }
+
+  void say_title(const disc_title_contents& title) {
+    const finding_item item{whole::title, title.number, part::whole, 0};
+    say_video(item, title.video, title.chain.seconds);
+    said_.say_count(item, trait_kind::chapters, title.chapters.size());
+    for (std::size_t i = 0; i < title.chapters.size(); ++i)
+      said_.say_seconds(part_of(item, part::chapter, static_cast<int>(i) + 1), trait_kind::begins,
+                        title.chapters[i]);
+    const chain_streams* const streams = streams_of(title.chain);
+    say_sounds(item, title, streams);
+    say_subtitles(item, title, streams);
+    say_way(item, trait_kind::then, after_title(disc_, title));
+  }
+
+  void say_video(const finding_item& item, const video_attributes& video, double seconds) {
+    const finding_item picture = part_of(item, part::video);
+    said_.say(picture, trait_kind::standard, std::string(video.standard()));
+    said_.say(picture, trait_kind::size,
+              std::to_string(video.width()) + "x" + std::to_string(video.height()));
+    said_.say(picture, trait_kind::aspect, std::string(video.aspect()));
+    said_.say(picture, trait_kind::coding, video.coding == 1 ? "MPEG-2" : "MPEG-1");
+    said_.say_seconds(item, trait_kind::length, seconds);
+  }
+
+  void say_sounds(const finding_item& item, const disc_title_contents& title,
+                  const chain_streams* streams) {
+    std::size_t heard = 0;
+    for (std::size_t i = 0; i < title.audio.size(); ++i) {
+      const disc_audio_stream& one = title.audio[i];
+      const finding_item sound = part_of(item, part::audio, static_cast<int>(i) + 1);
+      said_.say(sound, trait_kind::format, format_of(one.attributes));
+      said_.say(sound, trait_kind::language,
+                one.attributes.language.empty() ? "none" : one.attributes.language);
+      const inner_stream* const stream =
+          streams == nullptr ? nullptr : stream_with(*streams, one.id);
+      heard += stream != nullptr && stream->packets > 0 ? 1 : 0;
+      if (streams != nullptr)
+        said_.say_seconds(sound, trait_kind::sounds_until, heard_until(*streams, stream));
+    }
+    if (streams != nullptr)
+      said_.say_count(item, trait_kind::audio_streams, heard);
+  }
+
+  /// From the first picture on.
+  static double heard_until(const chain_streams& streams, const inner_stream* sound) {
+    const inner_stream* const video = streams.facts.video();
+    if (sound == nullptr || !sound->first || video == nullptr || !video->first)
+      return 0;
+    return seconds_from(*video->first, *sound->first) + seconds_from(0, sound->length) +
+           frame_of_sound;
+  }
+
+  void say_subtitles(const finding_item& item, const disc_title_contents& title,
+                     const chain_streams* streams) {
+    std::size_t shown = 0;
+    for (std::size_t i = 0; i < title.subpictures.size(); ++i) {
+      const disc_subpicture_stream& one = title.subpictures[i];
+      const finding_item subtitle = part_of(item, part::subtitle, static_cast<int>(i) + 1);
+      said_.say(subtitle, trait_kind::language,
+                one.attributes.language.empty() ? "none" : one.attributes.language);
+      if (streams == nullptr)
+        continue;
+      const inner_stream* const stream = stream_with(*streams, one.id);
+      const inner_stream* const video = streams->facts.video();
+      said_.say_count(subtitle, trait_kind::cues, stream == nullptr ? 0 : stream->stamps);
+      if (stream == nullptr || !stream->first || video == nullptr || !video->first)
+        continue;
+      ++shown;
+      said_.say_seconds(subtitle, trait_kind::first_cue,
+                        seconds_from(*video->first, *stream->first));
+      said_.say_seconds(subtitle, trait_kind::last_cue, seconds_from(*video->first, *stream->last));
+    }
+    if (streams != nullptr)
+      said_.say_count(item, trait_kind::subtitles, shown);
+  }
+
+  void say_menu(const finding_item& item, const disc_menu_contents& menu) {
+    say_video(item, menu.video, menu.chain.seconds);
+    const int still = menu.chain.tables->still_seconds;
+    said_.say(item, trait_kind::stays,
+              still == still_for_ever ? "for ever" : std::to_string(still) + " s");
+    if (const chain_streams* const streams = streams_of(menu.chain))
+      say_menu_sounds(item, *streams);
+    const auto& shown = menu.chain.highlight;
+    const std::size_t buttons = shown ? shown->first_group().size() : 0;
+    said_.say_count(item, trait_kind::buttons, buttons);
+    for (std::size_t i = 0; i < buttons; ++i)
+      say_button(part_of(item, part::button, static_cast<int>(i) + 1), menu, i);
+  }
+
+  void say_menu_sounds(const finding_item& item, const chain_streams& streams) {
+    std::size_t heard = 0;
+    for (const inner_stream& one : streams.facts.streams) {
+      if (one.kind != inner_kind::ac3 && one.kind != inner_kind::mpeg_audio)
+        continue;
+      ++heard;
+      const finding_item sound = part_of(item, part::audio);
+      said_.say(sound, trait_kind::format, one.kind == inner_kind::ac3 ? "AC-3" : "MPEG audio");
+      said_.say_seconds(sound, trait_kind::sounds_until, heard_until(streams, &one));
+    }
+    said_.say_count(item, trait_kind::audio_streams, heard);
+  }
+
+  void say_button(const finding_item& item, const disc_menu_contents& menu, std::size_t index) {
+    const menu_button& b = menu.chain.highlight->buttons[index];
+    said_.say(item, trait_kind::edges,
+              std::to_string(b.x0) + "," + std::to_string(b.y0) + " to " + std::to_string(b.x1) +
+                  "," + std::to_string(b.y1));
+    say_way(item, trait_kind::leads_to, after_button(disc_, menu, index));
+  }
+
+  void say_way(const finding_item& item, trait_kind what, const std::optional<std::string>& place) {
+    if (place)
+      said_.say(item, what, *place);
+  }
+
+  const disc_contents& disc_;
+  const disc_streams& streams_;
+  disc_traits said_;
+};
+
+}  // namespace
+
+disc_traits found_disc(const disc_contents& disc, const disc_streams& streams) {
+  return saying(disc, streams).all();
+}
+
+void foresee_chapters(const disc_title_contents& title, const std::string& asked,
+                      disc_traits& foreseen) {
+  if (asked == unknown_chapters || title.chain.units.empty())
+    return;
+  disc_title as_asked;
+  for (const std::string& time : chapter_times(asked))
+    as_asked.chapters.push_back(time_of(time));
+  const landed_chapters landed =
+      chapters_on_disc(as_asked, {title.chain.seconds, title.chain.units});
+  const finding_item item{whole::title, title.number, part::whole, 0};
+  foreseen.say_count(item, trait_kind::chapters, landed.begins.size());
+  for (std::size_t i = 0; i < landed.begins.size(); ++i)
+    foreseen.say_seconds(part_of(item, part::chapter, static_cast<int>(i) + 1), trait_kind::begins,
+                         landed.begins[i]);
+}
+
+}  // namespace corvane

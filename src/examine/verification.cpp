@@ -1,0 +1,272 @@
+#include "examine/verification.h"
+
+#include "examine/disc_rules.h"
+#include "examine/examination.h"
+#include "examine/found_disc.h"
+#include "formats/disc_files.h"
+#include "formats/disc_image.h"
+#include "platform/files/files.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <iterator>
+#include <map>
+#include <set>
+#include <span>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+constexpr std::size_t slice = std::size_t{1} << 20;
+
+/// Follow from the material, whose errors were told before the run.
+bool is_of_material(const std::string& rule) {
+  return rule == "disc-picture-stated" || rule == "disc-sound-stated" || rule == "disc-clock";
+}
+
+}  // namespace
+
+disc_place place_of_disc(const std::string& path) {
+  return folder_exists(path) ? disc_place{path, {}} : disc_place{{}, path};
+}
+
+struct verification::state {
+  disc_place where;
+  std::shared_ptr<const foreseen_run> asked;
+
+  bool begun = false, done = false;
+  std::unique_ptr<disc_files> disc, image;  // with a folder the image is beside it
+  std::optional<disc_contents> contents;
+  std::unique_ptr<disc_stream_reader> streams;
+  std::size_t file = 0;
+  std::uint64_t at = 0;  // in that file
+  std::uint64_t to_read = 0, read = 0;
+  std::string current;
+  std::vector<std::uint8_t> bytes, others;
+
+  std::vector<finding> findings;
+  disc_traits found, foreseen;
+
+  void tell(std::string_view rule, const std::string& path, std::string what) {
+    findings.push_back(disc_file_finding(rule, path, std::move(what)));
+  }
+
+  // Opening -------------------------------------------------------------------------------------
+
+  void begin() {
+    begun = true;
+    if (!where.image.empty())
+      open_image_file();
+    if (!where.folder.empty()) {
+      auto opened = open_folder(where.folder);
+      if (opened)
+        disc = std::move(*opened);
+      else
+        tell("disc-missing", where.folder, opened.error);
+    } else {
+      disc = std::move(image);
+    }
+    if (!disc)
+      return end();
+    auto contents_read = read_disc(*disc);
+    if (!contents_read) {
+      tell("disc-missing", where.folder.empty() ? where.image : where.folder, contents_read.error);
+      return end();
+    }
+    contents = std::move(*contents_read);
+    streams = std::make_unique<disc_stream_reader>(*contents);
+    find_parts();
+    if (image)
+      look_at_image_tables();
+    for (const disc_file& one : disc->files())
+      to_read += one.size * (image ? 2 : 1);
+    bytes.resize(slice);
+    others.resize(image ? slice : 0);
+  }
+
+  void open_image_file() {
+    auto source = open_bytes(where.image);
+    if (!source)
+      return tell("image-missing", where.image, source.error);
+    const disc_image volumes = read_disc_image(**source);
+    for (const image_volume* volume : {&volumes.iso9660, &volumes.udf}) {
+      const std::string name = volume == &volumes.udf ? "UDF" : "ISO 9660";
+      if (!volume->found)
+        tell("image-volume", where.image, "there is no " + name + " volume in it");
+      for (const table_trouble& trouble : volume->troubles)
+        tell("image-volume", where.image, name + ": " + trouble.text());
+    }
+    for (const std::string& difference : volumes.differences)
+      tell("image-volume", where.image, difference);
+    auto opened = open_image(std::move(*source));
+    if (opened)
+      image = std::move(*opened);
+    else
+      tell("image-missing", where.image, opened.error);
+  }
+
+  /// What the tables in the image say of places; the rest is that of the folder.
+  void look_at_image_tables() {
+    const auto in_image = read_disc(*image);
+    if (!in_image)
+      return tell("image-files", where.image, in_image.error);
+    for (const disc_trouble& trouble : in_image->troubles)
+      if (std::find(contents->troubles.begin(), contents->troubles.end(), trouble) ==
+          contents->troubles.end())
+        tell("image-files", trouble.file, trouble.what);
+    for (const disc_file& one : image->files())
+      if (one.path.starts_with("VIDEO_TS/") && disc->find(one.path) == nullptr)
+        tell("image-files", one.path, "is not in the folder");
+    for (const disc_file& one : disc->files()) {
+      const disc_file* const other = image->find(one.path);
+      if (other == nullptr)
+        tell("image-files", one.path, "is not in the image");
+      else if (other->size != one.size)
+        tell("image-files", one.path,
+             "has " + std::to_string(other->size) + " bytes in the image, and " +
+                 std::to_string(one.size) + " in the folder");
+    }
+  }
+
+  // Reading -------------------------------------------------------------------------------------
+
+  /// The next slice; false at the end.
+  bool read_slice() {
+    const std::vector<disc_file>& files = disc->files();
+    while (file < files.size() && at >= files[file].size) {
+      ++file;
+      at = 0;
+    }
+    if (file == files.size())
+      return false;
+    const disc_file& one = files[file];
+    current = one.path;
+    const auto size = static_cast<std::size_t>(std::min<std::uint64_t>(slice, one.size - at));
+    const std::span<std::uint8_t> part(bytes.data(), size);
+    if (!disc->read(one, at, part)) {
+      tell("disc-file", one.path, "cannot be read from byte " + std::to_string(at) + " on");
+      skip(one);
+      return true;
+    }
+    feed(one, part);
+    compare(one, part);
+    at += size;
+    read += size * (image ? 2 : 1);
+    return true;
+  }
+
+  void skip(const disc_file& one) {
+    read += (one.size - at) * (image ? 2 : 1);
+    at = one.size;
+  }
+
+  /// Where the bytes of a file lie in its VOBs.
+  struct part_of_vobs {
+    const disc_vobs* vobs = nullptr;
+    std::uint64_t before = 0;  // bytes of the files before it
+  };
+  std::map<const disc_file*, part_of_vobs> parts;
+
+  void find_parts() {
+    for (const disc_vobs& vobs : contents->vobs) {
+      std::uint64_t before = 0;
+      for (const std::string& name : vobs.files)
+        if (const disc_file* const of_vobs = disc->find(name)) {
+          parts.emplace(of_vobs, part_of_vobs{&vobs, before});
+          before += of_vobs->size;
+        }
+    }
+  }
+
+  void feed(const disc_file& one, std::span<const std::uint8_t> part) {
+    const auto of = parts.find(&one);
+    if (of != parts.end() && part.size() % disc_sector_size == 0)
+      streams->feed(*of->second.vobs,
+                    static_cast<std::uint32_t>((of->second.before + at) / disc_sector_size), part);
+  }
+
+  void compare(const disc_file& one, std::span<const std::uint8_t> part) {
+    const disc_file* const other = image ? image->find(one.path) : nullptr;
+    if (other == nullptr || other->size != one.size || differs.contains(one.path))
+      return;
+    const std::span<std::uint8_t> in_image(others.data(), part.size());
+    if (image->read(*other, at, in_image) && std::equal(part.begin(), part.end(), others.begin()))
+      return;
+    differs.insert(one.path);
+    tell("image-files", one.path, "is not the same in the image as in the folder");
+  }
+
+  std::set<std::string> differs;
+
+  // Judging -------------------------------------------------------------------------------------
+
+  void end() {
+    done = true;
+    current.clear();
+    if (!contents)
+      return;
+    const disc_streams all = streams->finish();
+    found = found_disc(*contents, all);
+    const std::vector<finding> own = disc_findings(*contents, all);
+    findings.insert(findings.end(), own.begin(), own.end());
+    if (asked) {
+      foreseen = asked->disc;
+      for (const disc_title_contents& title : contents->titles)
+        if (title.number <= static_cast<int>(asked->chapters.size()))
+          foresee_chapters(title, asked->chapters[static_cast<std::size_t>(title.number) - 1],
+                           foreseen);
+      for (finding& one : differences(foreseen, found, asked->in_spite_of_errors))
+        findings.push_back(std::move(one));
+      for (finding& one : findings)
+        if (asked->in_spite_of_errors && is_of_material(one.rule))
+          one.severity = finding_severity::warning;
+    }
+    sort_by_severity(findings);
+  }
+};
+
+verification::verification(disc_place where, std::shared_ptr<const foreseen_run> foreseen)
+    : state_(std::make_unique<state>()) {
+  state_->where = std::move(where);
+  state_->asked = std::move(foreseen);
+}
+
+verification::~verification() = default;
+
+bool verification::step(int milliseconds) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+  if (!state_->begun)
+    state_->begin();
+  while (!state_->done && std::chrono::steady_clock::now() < end)
+    if (!state_->read_slice())
+      state_->end();
+  return !state_->done;
+}
+
+std::uint64_t verification::bytes_to_read() const {
+  return state_->to_read;
+}
+
+std::uint64_t verification::bytes_read() const {
+  return state_->read;
+}
+
+const std::string& verification::current_file() const {
+  return state_->current;
+}
+
+const std::vector<finding>& verification::findings() const {
+  return state_->findings;
+}
+
+const disc_traits& verification::found() const {
+  return state_->found;
+}
+
+const disc_traits& verification::foreseen() const {
+  return state_->foreseen;
+}
+
+}  // namespace corvane

@@ -1,0 +1,152 @@
+// What of a disc differs from what was foreseen, the file that tells it, and the table of both.
+#include "examine/disc_rules.h"
+
+#include "examine/verification.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace corvane {
+namespace {
+
+using kind = disc_trait_kind;
+using part = finding_item::part_kind;
+using whole = finding_item::whole_kind;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+finding_item title(int number, part what = part::whole, int part_number = 0) {
+  return {whole::title, number, what, part_number};
+}
+
+std::vector<std::string> told(const disc_traits& foreseen, const disc_traits& found,
+                              bool in_spite = false) {
+  std::vector<std::string> lines;
+  for (const finding& f : differences(foreseen, found, in_spite))
+    lines.push_back(line_of(f) + " [" + f.rule + ", " + f.wanted + "]");
+  return lines;
+}
+
+TEST(DiscDifferences, WhatAgreesIsNotTold) {
+  disc_traits foreseen, found;
+  foreseen.say(title(1, part::video), kind::aspect, "16:9");
+  found.say(title(1, part::video), kind::aspect, "16:9");
+  found.say(title(1, part::video), kind::size, "720x480");
+  EXPECT_THAT(told(foreseen, found), IsEmpty());
+}
+
+TEST(DiscDifferences, EachIsToldWithItsRulePlaceAndBothValues) {
+  disc_traits foreseen, found;
+  foreseen.say(title(2, part::video), kind::aspect, "16:9");
+  found.say(title(2, part::video), kind::aspect, "4:3");
+  EXPECT_THAT(told(foreseen, found),
+              ElementsAre("error: title 2, video: aspect: 4:3. [disc-picture, 16:9]"));
+}
+
+TEST(DiscDifferences, TimesHaveTheirTolerance) {
+  disc_traits foreseen;
+  foreseen.say_seconds(title(1), kind::length, 10);
+  foreseen.say_seconds(title(1, part::audio, 1), kind::sounds_until, 9);
+  const auto with = [&](double length, double sound) {
+    disc_traits found;
+    found.say_seconds(title(1), kind::length, length);
+    found.say_seconds(title(1, part::audio, 1), kind::sounds_until, sound);
+    return told(foreseen, found);
+  };
+  EXPECT_THAT(with(10.25, 30), IsEmpty()) << "sound may go on";
+  EXPECT_THAT(with(9.97, 8.6), ElementsAre(HasSubstr("note: title 1: its last picture")));
+  EXPECT_THAT(with(9.5, 9), ElementsAre(HasSubstr("[disc-length, 00:00:10.00]")));
+  EXPECT_THAT(with(10.5, 9), ElementsAre(HasSubstr("disc-length")));
+  EXPECT_THAT(with(10, 4.5), ElementsAre(HasSubstr("disc-sound-end")));
+}
+
+TEST(DiscDifferences, WhatIsMissingIsTold) {
+  disc_traits foreseen;
+  foreseen.say(title(2), kind::then, "stop");
+  foreseen.say(title(1, part::audio, 2), kind::format, "AC-3");
+  EXPECT_THAT(told(foreseen, {}), ElementsAre(HasSubstr("title 2: then: there is none"),
+                                              HasSubstr("audio 2: format: it is not there")));
+}
+
+TEST(DiscDifferences, WhatCannotBeToldOfAnItemIsNoDifference) {
+  disc_traits foreseen, found;
+  foreseen.say(title(1), kind::then, "menu 1");
+  found.say_seconds(title(1), kind::length, 3);
+  EXPECT_THAT(told(foreseen, found), IsEmpty());
+}
+
+TEST(DiscDifferences, WhatFollowsFromMaterialThatWasWrongIsAWarning) {
+  disc_traits foreseen, found;
+  foreseen.say(title(1, part::video), kind::standard, "PAL");
+  found.say(title(1, part::video), kind::standard, "NTSC");
+  foreseen.say_count({}, kind::titles, 2);
+  found.say_count({}, kind::titles, 1);
+  EXPECT_THAT(told(foreseen, found, true),
+              ElementsAre(HasSubstr("warning: title 1"), HasSubstr("error: disc: titles: 1")));
+}
+
+TEST(ForeseenRun, IsReadAsItWasWritten) {
+  foreseen_run run;
+  run.out = "/home/u/a \"b\" & <c>/dvd ü";
+  run.image = run.in_spite_of_errors = true;
+  run.chapters = {"0,5.5", "", unknown_chapters};
+  run.disc.say_count({}, kind::titles, 3);
+  run.disc.say(title(1, part::subtitle, 2), kind::language, "de");
+  run.disc.say_seconds(title(3), kind::length, 12.5);
+  const std::string text = foreseen_text(run);
+  const auto again = parse_foreseen(text);
+  ASSERT_TRUE(again) << again.error;
+  EXPECT_EQ(*again, run) << text;
+  EXPECT_EQ(text,
+            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+            "<foreseen folder=\"/home/u/a &quot;b&quot; &amp; &lt;c>/dvd ü\" image=\"yes\" "
+            "in-spite-of-errors=\"yes\">\n"
+            "  <chapters at=\"0,5.5\"/>\n"
+            "  <chapters at=\"\"/>\n"
+            "  <chapters at=\"unknown\"/>\n"
+            "  <trait of=\"disc\" what=\"titles\" is=\"3\"/>\n"
+            "  <trait of=\"title\" number=\"1\" part=\"subtitle\" part-number=\"2\" "
+            "what=\"language\" is=\"de\"/>\n"
+            "  <trait of=\"title\" number=\"3\" what=\"length\" is=\"12.5\"/>\n"
+            "</foreseen>\n");
+}
+
+TEST(ForeseenRun, AnythingElseIsRefused) {
+  EXPECT_FALSE(parse_foreseen(""));
+  EXPECT_FALSE(parse_foreseen("<foreseen/>"));
+  EXPECT_FALSE(parse_foreseen("<dvdauthor folder=\"/a\"/>"));
+  EXPECT_FALSE(
+      parse_foreseen("<foreseen folder=\"/a\"><trait what=\"colour\" is=\"1\"/></foreseen>"));
+  EXPECT_TRUE(parse_foreseen("<foreseen folder=\"/a\"/>"));
+}
+
+TEST(DiscTable, ShowsBothBesideEachOther) {
+  disc_traits foreseen, found;
+  found.say_count({}, kind::titles, 1);
+  found.say(title(1, part::video), kind::size, "720x480");
+  found.say_seconds(title(1), kind::length, 65.5);
+  foreseen.say_seconds(title(1), kind::length, 65.5);
+  foreseen.say(title(1, part::audio, 1), kind::format, "AC-3");
+  EXPECT_EQ(disc_table(found, foreseen),
+            "                    asked for     on the disc\n"
+            "disc\n"
+            "  titles                          1\n"
+            "title 1\n"
+            "  video: size                     720x480\n"
+            "  length            00:01:05.50   00:01:05.50\n"
+            "  audio 1: format   AC-3          -\n");
+  EXPECT_EQ(disc_table(found, {}),
+            "                on the disc\n"
+            "disc\n"
+            "  titles        1\n"
+            "title 1\n"
+            "  video: size   720x480\n"
+            "  length        00:01:05.50\n");
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,128 @@
+// Where a disc leads: first play, titles and buttons, through menus that only lead on.
+#include "examine/disc_walk.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+namespace corvane {
+namespace {
+
+vm_command made(std::array<int, 8> bytes) {
+  vm_command command;
+  for (std::size_t i = 0; i < bytes.size(); ++i)
+    command.bytes[i] = static_cast<std::uint8_t>(bytes[i]);
+  return command;
+}
+vm_command jump_vts_title(int title) {
+  return made({0x30, 0x03, 0, 0, 0, title, 0, 0});
+}
+vm_command link_chain(int chain) {
+  return made({0x20, 0x04, 0, 0, 0, 0, 0, chain});
+}
+const vm_command exit_command = made({0x30, 0x01, 0, 0, 0, 0, 0, 0});
+const vm_command link_tail = made({0x20, 0x01, 0, 0, 0, 0, 0, 13});
+const vm_command call_root_menu = made({0x30, 0x08, 0, 0, 0, 0x83, 0, 0});
+const vm_command jump_root_of_titleset_1 = made({0x30, 0x06, 0, 1, 1, 0x83, 0, 0});
+
+/// A disc of two titles and two menus in titleset 1, of which the first has the jump table.
+class DiscWalk : public ::testing::Test {
+ protected:
+  DiscWalk() {
+    disc_.titlesets.resize(1);
+    for (int number = 1; number <= 2; ++number) {
+      disc_title_contents title;
+      title.number = title.number_in_titleset = number;
+      title.titleset = 1;
+      title.chain.tables = title_[number - 1];
+      title.chapters = {0, 5};
+      disc_.titles.push_back(title);
+      disc_menu_contents menu;
+      menu.titleset = 1;
+      menu.number = number;
+      menu.language = "en";
+      menu.entry = number == 1 ? menu_kind::root : menu_kind::none;
+      menu.chain.tables = menu_[number - 1];
+      menu.chain.seconds = 1;
+      disc_.menus.push_back(menu);
+    }
+    first_->pre = {jump_root_of_titleset_1};
+    disc_.first_play = first_;
+    menu_[0]->pre = {made({0x20, 0xA4, 0, 1, 0, 2, 0, 2})};  // if (g1 == 2) LinkPGCN 2
+  }
+
+  std::optional<std::string> pressed(const vm_command& command, std::size_t menu = 0) {
+    auto buttons = std::make_shared<highlight_information>();
+    buttons->buttons.resize(1);
+    buttons->buttons[0].command = command;
+    disc_.menus[menu].chain.highlight = buttons;
+    return after_button(disc_, disc_.menus[menu], 0);
+  }
+
+  disc_contents disc_;
+  using chain = std::shared_ptr<program_chain>;
+  chain first_ = std::make_shared<program_chain>();
+  chain title_[2] = {std::make_shared<program_chain>(), std::make_shared<program_chain>()};
+  chain menu_[2] = {std::make_shared<program_chain>(), std::make_shared<program_chain>()};
+};
+
+TEST_F(DiscWalk, FirstPlayLeadsToTheFirstMenu) {
+  EXPECT_EQ(after_start(disc_), "menu 1");
+  disc_.first_play = nullptr;
+  EXPECT_EQ(after_start(disc_), "title 1 chapter 1");
+  disc_.titles.clear();
+  EXPECT_EQ(after_start(disc_), "nowhere");
+}
+
+TEST_F(DiscWalk, ButtonsLeadToTitlesChaptersMenusAndTheEnd) {
+  EXPECT_EQ(pressed(jump_vts_title(2)), "title 2 chapter 1");
+  EXPECT_EQ(pressed(made({0x30, 0x05, 0, 2, 0, 1, 0, 0})), "title 1 chapter 2");
+  EXPECT_EQ(pressed(link_chain(2)), "menu 2");
+  EXPECT_EQ(pressed(exit_command), "stop");
+}
+
+TEST_F(DiscWalk, WhatIsNotThereLeadsNowhere) {
+  EXPECT_EQ(pressed(jump_vts_title(3)), "nowhere");
+  EXPECT_EQ(pressed(made({0x30, 0x05, 0, 3, 0, 1, 0, 0})), "nowhere") << "chapter 3 of 2";
+  EXPECT_EQ(pressed(link_chain(3)), "nowhere");
+  EXPECT_EQ(pressed(made({0, 0, 0, 0, 0, 0, 0, 0})), "nowhere") << "it does nothing";
+}
+
+TEST_F(DiscWalk, RememberedMenuIsComeBackTo) {
+  title_[0]->post = {made({0x71, 0, 0, 1, 0, 2, 0, 0}), call_root_menu};
+  EXPECT_EQ(after_title(disc_, disc_.titles[0]), "menu 2");
+  title_[1]->post = {call_root_menu};
+  EXPECT_EQ(after_title(disc_, disc_.titles[1]), "menu 1");
+}
+
+TEST_F(DiscWalk, ButtonOfSeveralCommandsIsDoneBehindItsMenu) {
+  menu_[1]->post = {made({0x71, 0, 0, 1, 0, 2, 0, 0}), jump_vts_title(1)};
+  EXPECT_EQ(pressed(link_tail, 1), "title 1 chapter 1");
+}
+
+TEST_F(DiscWalk, TitleWithoutACommandGoesToTheNextChainOrStops) {
+  EXPECT_EQ(after_title(disc_, disc_.titles[0]), "stop");
+  disc_.titlesets[0].chains.resize(2);
+  disc_.titlesets[0].chains[1].title = 2;
+  title_[0]->next = 2;
+  EXPECT_EQ(after_title(disc_, disc_.titles[0]), "title 2 chapter 1");
+}
+
+TEST_F(DiscWalk, MenusThatLeadInACircleAreLeft) {
+  menu_[0]->pre = {link_chain(2)};
+  menu_[1]->pre = {link_chain(1)};
+  EXPECT_EQ(after_start(disc_), std::nullopt);
+}
+
+TEST_F(DiscWalk, MenusWithoutPicturesAreNotCounted) {
+  disc_.menus[0].chain.seconds = 0;
+  ASSERT_EQ(menus_with_pictures(disc_).size(), 1u);
+  EXPECT_EQ(menus_with_pictures(disc_)[0]->number, 2);
+  menu_[0]->pre.clear();
+  menu_[0]->post = {link_chain(2)};
+  EXPECT_EQ(after_start(disc_), "menu 1") << "the second is the first that shows anything";
+}
+
+}  // namespace
+}  // namespace corvane

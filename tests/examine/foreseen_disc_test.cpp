@@ -1,0 +1,197 @@
+// What of a disc is foreseen, from what is asked for and from the facts of its streams.
+#include "examine/foreseen_disc.h"
+
+#include "platform/files/paths.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+namespace corvane {
+namespace {
+
+using kind = disc_trait_kind;
+using part = finding_item::part_kind;
+using whole = finding_item::whole_kind;
+
+finding_item title_item(int number, part what = part::whole, int part_number = 0) {
+  return {whole::title, number, what, part_number};
+}
+finding_item menu_item(int number, part what = part::whole, int part_number = 0) {
+  return {whole::menu, number, what, part_number};
+}
+
+std::shared_ptr<const file_facts> video_of(double seconds, int aspect_code,
+                                           bool whole_file = true) {
+  file_facts f;
+  f.kind = file_kind::video;
+  f.whole = whole_file;
+  f.video.emplace();
+  f.video->shape = video_shape{720, 576, 25, 1, aspect_code, 4, 3, true, false};
+  f.video->standard = video_standard::pal;
+  f.video->seconds = seconds;
+  return std::make_shared<const file_facts>(f);
+}
+
+std::shared_ptr<const file_facts> sound_of(double seconds, audio_kind what = audio_kind::ac3) {
+  file_facts f;
+  f.kind = file_kind::audio;
+  f.whole = true;
+  f.audio.emplace();
+  f.audio->kind = what;
+  f.audio->length = static_cast<audio_time>(seconds * audio_clock);
+  return std::make_shared<const file_facts>(f);
+}
+
+std::string native(const std::string& stored) {
+  return native_from_stored(stored, native_style());
+}
+
+class ForeseenDisc : public ::testing::Test {
+ protected:
+  ForeseenDisc() {
+    for (const char* const name : {"a", "b"}) {
+      disc_title t;
+      t.streams = {std::string("\\") + name + ".m2v", std::string("\\") + name + ".ac3"};
+      t.is_multiplexed_here = true;
+      d_.titles.push_back(t);
+    }
+    disc_menu m;
+    m.files = {"\\m.m2v", ""};
+    m.buttons.push_back(button("jump title 2 chapter 3"));
+    d_.menus.push_back(m);
+    facts_ = {{native("\\a.m2v"), video_of(20, 3)}, {native("\\a.ac3"), sound_of(15)}};
+  }
+
+  static disc_button button(const std::string& command) {
+    disc_button b;
+    b.x0 = number_of("10");
+    b.y0 = number_of("20");
+    b.x1 = number_of("109");
+    b.y1 = number_of("59");
+    b.action = command_of(command);
+    return b;
+  }
+
+  /// "(nothing)" if nothing is said.
+  std::string said(const finding_item& item, kind what, bool hand_edited = false) const {
+    const disc_traits all = foreseen_disc(d_, facts_, hand_edited);
+    const disc_trait* const one = all.find(item, what);
+    return one == nullptr ? "(nothing)" : one->value;
+  }
+  std::string leads(const std::string& command) {
+    d_.menus[0].buttons[0] = button(command);
+    return said(menu_item(1, part::button, 1), kind::leads_to);
+  }
+
+  disc_description d_;
+  facts_by_path facts_;
+};
+
+TEST_F(ForeseenDisc, PicturesAreThoseOfTheirStreams) {
+  EXPECT_EQ(said(title_item(1, part::video), kind::standard), "PAL");
+  EXPECT_EQ(said(title_item(1, part::video), kind::size), "720x576");
+  EXPECT_EQ(said(title_item(1, part::video), kind::aspect), "16:9");
+  EXPECT_EQ(said(title_item(1, part::video), kind::coding), "MPEG-2");
+  EXPECT_EQ(said(title_item(1), kind::length), "20");
+}
+
+TEST_F(ForeseenDisc, WhatHasNotBeenReadIsNotForeseen) {
+  EXPECT_EQ(said(title_item(2, part::video), kind::size), "(nothing)");
+  EXPECT_EQ(said(title_item(2, part::audio, 1), kind::format), "(nothing)");
+  EXPECT_EQ(said(title_item(2), kind::audio_streams), "1");
+  facts_[native("\\a.m2v")] = video_of(20, 3, false);
+  EXPECT_EQ(said(title_item(1), kind::length), "(nothing)") << "only its beginning is known";
+  EXPECT_EQ(said(title_item(1, part::video), kind::size), "720x576");
+}
+
+TEST_F(ForeseenDisc, SoundEndsWithItsStreamOrThePicture) {
+  EXPECT_EQ(said(title_item(1, part::audio, 1), kind::format), "AC-3");
+  EXPECT_EQ(said(title_item(1, part::audio, 1), kind::sounds_until), "15");
+  d_.titles[0].delay = number_of("500");
+  EXPECT_EQ(said(title_item(1, part::audio, 1), kind::sounds_until), "14.5")
+      << "the picture comes later";
+  facts_[native("\\a.ac3")] = sound_of(40, audio_kind::mpeg_layer_2);
+  EXPECT_EQ(said(title_item(1), kind::length), "39.5") << "a title is as long as its last sound";
+  EXPECT_EQ(said(title_item(1, part::audio, 1), kind::sounds_until), "20");
+  EXPECT_EQ(said(title_item(1, part::audio, 1), kind::format), "MPEG audio");
+}
+
+TEST_F(ForeseenDisc, LanguagesAreThoseOfTheirTitleset) {
+  d_.languages = {{disc_language::stream_kind::audio, {}, "EN", 1},
+                  {disc_language::stream_kind::audio, {}, "de", 2}};
+  EXPECT_EQ(said(title_item(1, part::audio, 1), kind::language), "en");
+  d_.titles[1].titleset = 2;
+  EXPECT_EQ(said(title_item(2, part::audio, 1), kind::language), "de");
+  d_.languages.clear();
+  EXPECT_EQ(said(title_item(1, part::audio, 1), kind::language), "none");
+}
+
+TEST_F(ForeseenDisc, CommandsLeadToPlaces) {
+  EXPECT_EQ(leads("jump title 2 chapter 3"), "title 2 chapter 3");
+  EXPECT_EQ(leads("jump title 2"), "title 2 chapter 1");
+  EXPECT_EQ(leads("jump menu 1"), "menu 1");
+  EXPECT_EQ(leads("jump titleset 1 menu"), "menu 1");
+  EXPECT_EQ(leads("exit"), "stop");
+  EXPECT_EQ(leads("jump title 9"), "(nothing)") << "another rule tells it";
+  EXPECT_EQ(leads("if (g3 == 2) jump title 1"), "(nothing)");
+}
+
+TEST_F(ForeseenDisc, WithTheJumpTableTheMenuIsComeBackTo) {
+  d_.jump_table = true;
+  d_.menus.push_back(d_.menus[0]);
+  d_.menus[1].buttons[0] = button("jump titleset 1 menu");
+  EXPECT_EQ(said(menu_item(2, part::button, 1), kind::leads_to), "menu 2");
+  d_.titles[0].post = command_of("call menu 2");
+  EXPECT_EQ(said(title_item(1), kind::then), "menu 2");
+}
+
+TEST_F(ForeseenDisc, TitlesFollowEachOtherUnlessXmlSaysSo) {
+  EXPECT_EQ(said(title_item(1), kind::then), "title 2 chapter 1");
+  EXPECT_EQ(said(title_item(2), kind::then), "stop");
+  EXPECT_EQ(said({}, kind::first_play), "menu 1");
+  EXPECT_EQ(said(title_item(1), kind::then, true), "(nothing)");
+  EXPECT_EQ(said({}, kind::first_play, true), "(nothing)");
+  d_.menus.clear();
+  EXPECT_EQ(said({}, kind::first_play), "title 1 chapter 1");
+}
+
+TEST_F(ForeseenDisc, OtherPathsOfXmlAreNotForeseen) {
+  d_.has_other_paths = true;
+  EXPECT_EQ(said(menu_item(1, part::button, 1), kind::leads_to), "(nothing)");
+  EXPECT_EQ(said({}, kind::menus), "(nothing)");
+  EXPECT_EQ(said({}, kind::titles), "2");
+  EXPECT_EQ(chapters_asked(d_), (std::vector<std::string>{unknown_chapters, unknown_chapters}));
+}
+
+TEST_F(ForeseenDisc, ButtonsStandWhereTheyWerePlaced) {
+  EXPECT_EQ(said(menu_item(1), kind::buttons), "1");
+  EXPECT_EQ(said(menu_item(1, part::button, 1), kind::edges), "10,20 to 109,59");
+  d_.menus[0].buttons[0].x0 = number_of("10.5");
+  EXPECT_EQ(said(menu_item(1, part::button, 1), kind::edges), "(nothing)");
+  EXPECT_EQ(said(menu_item(1), kind::stays), "for ever");
+  d_.menus[0].loop = true;
+  EXPECT_EQ(said(menu_item(1), kind::stays), "5 s");
+}
+
+TEST_F(ForeseenDisc, StreamsOfAReadyFileAreThoseInside) {
+  file_facts f;
+  f.kind = file_kind::program_stream;
+  f.whole = true;
+  f.program.emplace();
+  inner_stream sound;
+  sound.kind = inner_kind::ac3;
+  sound.audio = sound_of(9)->audio;
+  f.program->streams = {sound};
+  d_.titles[0].streams = {"\\ready.vob"};
+  d_.titles[0].is_multiplexed_here = false;
+  facts_[native("\\ready.vob")] = std::make_shared<const file_facts>(f);
+  EXPECT_EQ(said(title_item(1), kind::audio_streams), "1");
+  EXPECT_EQ(said(title_item(1, part::audio, 1), kind::format), "AC-3");
+  EXPECT_EQ(said(title_item(1), kind::subtitles), "(nothing)") << "it may have some of its own";
+}
+
+}  // namespace
+}  // namespace corvane
