@@ -202,12 +202,41 @@ program() {
   row "The same, with the facts of its video and sound" "" "$(told ratio) ($(told scan_s) s)"
 }
 
+# A disc of four titles of 1 GB, and its image.
+disc() {
+  echo "The look at a finished disc"
+  runs=3 seconds=850
+  [ $quick = no ] || seconds=60
+  ffmpeg -nostdin -v error -y -f lavfi -i testsrc2=s=720x480:r=30000/1001 -t $seconds -c:v mpeg2video \
+    -pix_fmt yuv420p -b:v 8500k -minrate 8500k -maxrate 8500k -bufsize 1835k -g 15 -flags +cgop \
+    -sc_threshold 1000000000 -aspect 4:3 -f mpeg2video "$work/long.m2v"
+  ffmpeg -nostdin -v error -y -f lavfi -i sine=d=$seconds:r=48000 -ac 2 -b:a 192k "$work/long.ac3"
+  stored() { printf '%s' "$1" | tr / '\\'; }
+  streams=$(stored "$work/long.m2v")/$(stored "$work/long.ac3")
+  four() { for _ in 1 2 3 4; do printf '%s\r\n' "$1"; done; }
+  {
+    head -n 1 samples/media/sample.cvp
+    four "$streams"; printf '***\r\n'; four 00:00:00.00; printf '***\r\n'; four 0
+    printf '***\r\n%.0s' 1 2 3 4 5 6
+    four '<none>'; printf '***\r\n'; four ''; printf '***\r\n'
+    printf '<default>\r\nNTSC\r\nTrue\r\nFalse\r\n'
+  } >"$work/long.cvp"
+  CORVANE_HOME=$work/home "$bin/corvane-author" --replace "$work/long.cvp" "$work/long" >"$work/long.txt" 2>&1 ||
+    { cat "$work/long.txt" >&2; return 1; }
+  "$bin/examine_bench" disc "$work/long" $runs >"$work/disc.txt"
+  rm -r "$work/long" "$work/long.iso" "$work/long.m2v"
+  told() { awk -v name="$1" '$1 == name { print $2 }' "$work/disc.txt"; }
+  row "Verification of a disc of 4 GB with its image ($(told bytes) bytes in all) / \`cat >/dev/null\` of both, from memory" \
+    "1.5" "$(told ratio) ($(told scan_s) / $(told cat_s) s)"
+}
+
 sample
 runner
 project
 video
 audio
 program
+disc
 window
 editor
 

@@ -159,14 +159,17 @@ finding_target target_of(const finding& f, const disc_description& examined,
   return to;
 }
 
-void save_findings(document& doc, const finding_list& findings) {
-  const std::string file =
-      doc.ask.save_file({"save the findings", "text file(*.txt)|*.txt", "findings.txt"});
+void save_text(document& doc, const file_dialog& where, const std::string& text) {
+  const std::string file = doc.ask.save_file(where);
   if (file.empty() || (file_exists(file) && !may_overwrite(doc)))
     return;
-  if (const failure why = write_file(file, findings.text()))
+  if (const failure why = write_file(file, text))
     say(doc, icon::critical,
         "The file \"" + sanitized(file) + "\" could not be written: " + sanitized(*why) + ".");
+}
+
+void save_findings(document& doc, const finding_list& findings) {
+  save_text(doc, {"save the findings", "text file(*.txt)|*.txt", "findings.txt"}, findings.text());
 }
 
 }  // namespace corvane

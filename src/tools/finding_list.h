@@ -87,8 +87,10 @@ struct finding_target {
 finding_target target_of(const finding& f, const disc_description& examined,
                          const disc_description& rows);
 
-/// "save as text...": asks for the file and before overwriting, and tells when it cannot be
-/// written.
+/// Asks for the file and before overwriting, and tells when it cannot be written.
+void save_text(document& doc, const file_dialog& where, const std::string& text);
+
+/// "save as text...": the same of the findings.
 void save_findings(document& doc, const finding_list& findings);
 
 }  // namespace corvane

@@ -11,6 +11,7 @@
 #include "tools/language_tags.h"
 #include "tools/still_video.h"
 #include "tools/xml_editor.h"
+#include "ui/disc/verified_window.h"
 #include "ui/editor/menu_windows.h"
 #include "ui/main_window.h"
 #include "ui/subtitles/language_window.h"
@@ -138,7 +139,10 @@ menu tools_menu() {
 }
 
 menu check_menu() {
-  return {"disc", "disc", {command("check", "check project...", check_project, "Ctrl+K")}};
+  return {"disc",
+          "disc",
+          {command("check", "check project...", check_project, "Ctrl+K"),
+           command("verify", "verify disc...", verify_disc, "Ctrl+Shift+K")}};
 }
 
 }  // namespace

@@ -183,7 +183,7 @@ void main_window::author() {
   bool edit = false;
   run([&](document& doc) {
     author_equipment equipment{app_, lock_, runner_, [&edit] { edit = true; }, {}};
-    equipment.material = check_->material();
+    equipment.material = material();
     stop_question_ = "Stop authoring?  The disc will not be complete.";
     author_command(doc, equipment, prepared);
   });
@@ -214,6 +214,7 @@ void main_window::edit_xml(const prepared_run& prepared) {
 void main_window::start(const prepared_run& prepared) {
   run([&](document& doc) {
     author_equipment equipment{app_, lock_, runner_, {}, {}};
+    equipment.material = material();
     authordvd(doc, equipment, prepared);
   });
 }
@@ -237,6 +238,10 @@ void main_window::clear_log() {
 
 void main_window::check_project() {
   check_->check();
+}
+
+material_equipment main_window::material() {
+  return check_->material();
 }
 
 void main_window::show_findings(const finding_list& findings) {

@@ -27,6 +27,7 @@ namespace corvane {
 
 class command_bars;
 class finding_list;
+struct material_equipment;
 struct prepared_run;
 class project_check;
 class project_view;
@@ -47,6 +48,8 @@ class main_window : public wxFrame {
   void clear_log();
   void drop_down(const std::string& tool_caption);
   void check_project();
+  /// What is known of the project's files, for commands that look at all of them.
+  material_equipment material();
 
   /// Lends the project to a window that `open` makes and shows, and runs no command until that
   /// window calls the function it was given: then it is gone, or about to go. The window keeps this

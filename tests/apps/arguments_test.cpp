@@ -62,13 +62,39 @@ TEST(AuthorArguments, ACheckTakesTheProjectAlone) {
   EXPECT_TRUE(read_author_arguments({"--json", "--check", "a.cvp"})->json);
 }
 
+TEST(AuthorArguments, ALookAtADiscTakesItAndItsProject) {
+  const auto both = read_author_arguments({"--verify", "a.cvp", "disc"});
+  ASSERT_TRUE(both) << both.error;
+  EXPECT_TRUE(both->verify);
+  EXPECT_EQ(both->project, "a.cvp");
+  EXPECT_EQ(both->output, "disc");
+  const auto alone = read_author_arguments({"--verify", "--json", "disc.iso"});
+  ASSERT_TRUE(alone) << alone.error;
+  EXPECT_TRUE(alone->json);
+  EXPECT_EQ(alone->project, "");
+  EXPECT_EQ(alone->output, "disc.iso");
+}
+
+TEST(AuthorArguments, ALookAtADiscDoesNotGoWithWhatARunIsTold) {
+  const auto why = [](const std::vector<std::string>& words) {
+    return read_author_arguments(words).error;
+  };
+  EXPECT_EQ(why({"--verify"}), "DISC is missing");
+  EXPECT_EQ(why({"--verify", "a.cvp", ""}), "DISC is missing");
+  EXPECT_EQ(why({"--verify", "", "disc"}), "PROJECT.cvp is missing");
+  EXPECT_EQ(why({"--verify", "a", "b", "c"}), "\"c\" is one path too many");
+  EXPECT_EQ(why({"--verify", "--check", "a"}), "--check and --verify exclude each other");
+  for (const char* const option : {"--prepare", "--replace", "--cleanup", "--force", "--iso"})
+    EXPECT_EQ(why({"--verify", option, "a"}), "--verify authors nothing and goes with --json only");
+}
+
 TEST(AuthorArguments, ACheckDoesNotGoWithWhatARunIsTold) {
   const auto why = [](const std::vector<std::string>& words) {
     return read_author_arguments(words).error;
   };
   EXPECT_EQ(why({"--check"}), "PROJECT.cvp is missing");
   EXPECT_EQ(why({"--check", "a.cvp", "out"}), "\"out\" is one path too many");
-  EXPECT_EQ(why({"--json", "a.cvp", "out"}), "--json goes with --check");
+  EXPECT_EQ(why({"--json", "a.cvp", "out"}), "--json goes with --check and --verify");
   for (const char* option : {"--prepare", "--replace", "--cleanup", "--iso", "--no-iso"})
     EXPECT_EQ(why({"--check", option, "a.cvp"}),
               "--check authors nothing and goes with --json only");

@@ -122,6 +122,34 @@ TEST_F(Runs, TwoTitlesBecomeADisc) {
                              testing::HasSubstr("*process complete")));
 }
 
+TEST_F(Runs, DiscThatWasAuthoredIsVerifiedAgainstItsProject) {
+  add_title(real_video(), real_audio());
+  start_authoring();
+  watch_until_message();
+  answer_message(success_text, "Cancel");
+  click_menu("disc", "verify disc...");
+  answer_file("choose the VIDEO_TS.IFO or the image of a disc",
+              folder_.path("disc/VIDEO_TS/VIDEO_TS.IFO"));
+  answer_message(
+      "Is this the disc of the project that is open?\n\nYes: it is held against what the project "
+      "asks for.\nNo: only what a disc must be by itself is looked at.",
+      "Yes");
+  ASSERT_TRUE(window_comes("disc"));
+  EXPECT_EQ(ask_ui([] { return utf8_of(control("summary", "disc")->GetLabel()); }),
+            "Nothing was found that would spoil this disc.");
+  const std::string text = ask_ui(
+      [] { return utf8_of(dynamic_cast<wxTextCtrl*>(control("text", "disc"))->GetValue()); });
+  EXPECT_THAT(text, testing::AllOf(testing::HasSubstr("asked for"), testing::HasSubstr("title 1")));
+  screenshot("verify-disc");
+  click_button("save as text...");
+  answer_file("save what was found", folder_.path("found.txt"));
+  EXPECT_TRUE(wait_until([this] { return file_exists(folder_.path("found.txt")); }));
+  EXPECT_EQ(folder_.read("found.txt"), text);
+  press("Escape");
+  EXPECT_TRUE(window_goes("disc"));
+  EXPECT_TRUE(commands_enabled());
+}
+
 TEST_F(Runs, DiscInTheFolderIsReplacedWhenTheUserAgrees) {
   folder_.add("disc/VIDEO_TS/VTS_09_1.VOB");
   folder_.add("disc/kept.txt");

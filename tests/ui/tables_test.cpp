@@ -54,7 +54,8 @@ const std::vector<expected_menu> expected_menus = {
       {"layoutprint", "generate layout report", true, false},
       {"register", "register .cvp extension", true, false},
       {"mnuabout", "about", true, false}}},
-    {"disc", {{"check", "check project...", true, false}}},
+    {"disc",
+     {{"check", "check project...", true, false}, {"verify", "verify disc...", true, false}}},
 };
 
 struct expected_tool {

@@ -115,6 +115,7 @@ class Walk : public window_test {
         {"register", says("Project files (.cvp) are now opened with Corvane.")},
         {"mnuabout", says("This is a simple graphical front end written for the dvdauthor")},
         {"check", opens("findings")},
+        {"verify", file("choose the VIDEO_TS.IFO or the image of a disc")},
         {"chapters", opens("chapter")},
         {"nav cmds", opens("navcommands")},
         {"extras",

@@ -22,6 +22,8 @@ failure take_option(author_arguments& arguments, const std::string& word) {
     arguments.cleanup = true;
   } else if (word == "--check") {
     arguments.check = true;
+  } else if (word == "--verify") {
+    arguments.verify = true;
   } else if (word == "--json") {
     arguments.json = true;
   } else if (word == "--iso" || word == "--no-iso") {
@@ -35,7 +37,22 @@ failure take_option(author_arguments& arguments, const std::string& word) {
   return std::nullopt;
 }
 
+/// A disc, and before it the project that it was made of, if there is one.
+failure take_disc(author_arguments& arguments, const std::vector<std::string>& paths) {
+  if (paths.empty() || paths.back().empty())
+    return "DISC is missing";
+  if (paths.size() > 2)
+    return "\"" + paths[2] + "\" is one path too many";
+  arguments.output = paths.back();
+  if (paths.size() == 2)
+    arguments.project = paths.front();
+  return paths.size() == 2 && paths.front().empty() ? failure("PROJECT.cvp is missing")
+                                                    : std::nullopt;
+}
+
 failure take_paths(author_arguments& arguments, const std::vector<std::string>& paths) {
+  if (arguments.verify)
+    return take_disc(arguments, paths);
   if (paths.empty() || paths[0].empty())
     return "PROJECT.cvp is missing";
   const std::size_t wanted = arguments.check ? 1 : 2;
@@ -52,13 +69,16 @@ failure take_paths(author_arguments& arguments, const std::vector<std::string>& 
 // Options of a run say nothing to a check; taking them in silence would let a person believe that
 // a disc was made.
 failure why_not_together(const author_arguments& arguments) {
-  if (arguments.json && !arguments.check)
-    return "--json goes with --check";
-  if (!arguments.check)
+  if (arguments.json && !arguments.check && !arguments.verify)
+    return "--json goes with --check and --verify";
+  if (arguments.check && arguments.verify)
+    return "--check and --verify exclude each other";
+  if (!arguments.check && !arguments.verify)
     return std::nullopt;
   if (arguments.prepare || arguments.replace || arguments.cleanup || arguments.force ||
       arguments.iso)
-    return "--check authors nothing and goes with --json only";
+    return std::string(arguments.check ? "--check" : "--verify") +
+           " authors nothing and goes with --json only";
   return std::nullopt;
 }
 
@@ -90,10 +110,13 @@ result<author_arguments> read_author_arguments(const std::vector<std::string>& g
 std::string author_help() {
   return R"(Usage: corvane-author [OPTION]... PROJECT.cvp OUTPUT-FOLDER
        corvane-author --check [--json] PROJECT.cvp
+       corvane-author --verify [--json] [PROJECT.cvp] DISC
 
 Authors the DVD of a Corvane project into a folder, without a display. With
 --check it reads all files of the project, says what would go wrong or look
-wrong on the disc, and authors nothing.
+wrong on the disc, and authors nothing. With --verify it reads all of a disc,
+a folder or an image, and says what is on it and what is wrong with it: by
+itself, or held against what a project asks for.
 
 Options:
   --prepare   write all files of the run, print their paths, run nothing
@@ -103,6 +126,7 @@ Options:
   --force     author although the project or its files have errors
   --cleanup   remove the files of the run when it succeeded (the log stays)
   --check     only say what is wrong with the project and its files
+  --verify    only say what is wrong with a disc
   --json      say it as JSON
   --help      show this help
   --version   show the version
@@ -112,11 +136,11 @@ The folder is made when it does not exist. Questions that the window would ask
 get the answer that loses nothing.
 
 Exit status:
-  0    the disc is authored, or the check found no error
+  0    the disc is authored, or the look at project or disc found no error
   1    a tool reported an error
   2    bad arguments, a project that cannot be loaded or authored as it stands,
-       an error that the check found, a folder that holds a disc, or files
-       that cannot be written
+       an error that the look at project or disc found, a folder that holds a
+       disc, or files that cannot be written
   3    a tool is not installed
   130  stopped with Ctrl-C (128 + the signal's number for other signals)
 
@@ -129,6 +153,7 @@ Environment:
 Examples:
   corvane-author --check film.cvp
   corvane-author film.cvp /srv/dvd/film
+  corvane-author --verify film.cvp /srv/dvd/film
   corvane-author --replace --iso --cleanup film.cvp film
 )";
 }

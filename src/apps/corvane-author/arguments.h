@@ -17,10 +17,11 @@ struct author_arguments {
   bool force = false;       ///< author whatever is found in the material
   bool cleanup = false;     ///< remove the files of the run when it succeeded
   bool check = false;       ///< examine the project and author nothing
-  bool json = false;        ///< what the check finds, as JSON
+  bool verify = false;      ///< look at a disc and author nothing
+  bool json = false;        ///< what a check or a look at a disc finds, as JSON
   std::optional<bool> iso;  ///< make an image or not; without it as the project says
-  std::string project;      ///< native path as given
-  std::string output;       ///< likewise; empty if only to be checked
+  std::string project;      ///< native path as given; empty: a disc is looked at without one
+  std::string output;       ///< likewise; the disc that is looked at; empty if only to be checked
 };
 
 /// Reads the arguments (without the program's name). With --help or --version nothing else is

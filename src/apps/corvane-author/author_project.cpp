@@ -3,6 +3,7 @@
 #include "apps/corvane-author/check_project.h"
 #include "apps/corvane-author/console_listener.h"
 #include "apps/corvane-author/console_prompts.h"
+#include "apps/corvane-author/verify_disc.h"
 #include "authoring/author.h"
 #include "authoring/earlier_disc.h"
 #include "authoring/navigation_xml.h"
@@ -159,19 +160,21 @@ int prepare_and_run(const author_arguments& arguments, run& r) {
 
 int author_project(const author_arguments& arguments, report& out) {
   // Before the current folder changes.
-  const std::string path = absolute_path(arguments.project);
+  const std::string path = arguments.project.empty() ? "" : absolute_path(arguments.project);
   const std::string output = arguments.check ? "" : absolute_path(arguments.output);
   const std::string app = program_folder();
   if (const failure why = enter_program_folder(app)) {
     out.message(*why + ".");
     return not_authorable;
   }
+  if (arguments.verify && path.empty())
+    return verify_disc(nullptr, app, output, arguments.json, out);
   project p;
   // The window's preferences are the user's; a run without it neither reads nor changes them.
   memory_settings prefs;
   console_prompts ask(out, output, arguments.force);
   document doc{p, ask, prefs};
-  if (!arguments.check)
+  if (!arguments.check && !arguments.verify)
     tell_missing_tools(doc, app);
   // Makes the lock's file: loading looks for any file in the program folder.
   folder_lock lock(app);
@@ -180,6 +183,8 @@ int author_project(const author_arguments& arguments, report& out) {
     return not_authorable;
   if (arguments.check)
     return check_project(p, app, arguments.json, out);
+  if (arguments.verify)
+    return verify_disc(&p, app, output, arguments.json, out);
   if (const failure why = why_not_there(p, output)) {
     out.message(*why);
     return not_authorable;

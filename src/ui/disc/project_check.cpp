@@ -6,58 +6,24 @@
 #include "project/disc_of.h"
 #include "project/messages.h"
 #include "ui/disc/finding_places.h"
+#include "ui/disc/reading_box.h"
 #include "ui/main_window.h"
 
-#include <wx/app.h>
-#include <wx/button.h>
-#include <wx/dialog.h>
-#include <wx/gauge.h>
-#include <wx/sizer.h>
-#include <wx/stattext.h>
 #include <wx/utils.h>
 
-#include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <utility>
 
 namespace corvane {
 namespace {
 
-constexpr int check_milliseconds = 25;     // somebody waits for the end, and may press "stop"
-constexpr int moment_milliseconds = 1000;  // shorter waits need no box
-constexpr int patience_with_check = 300;   // progress that comes and goes at once only flickers
+constexpr int check_milliseconds = 25;    // somebody waits for the end, and may press "stop"
+constexpr int patience_with_check = 300;  // progress that comes and goes at once only flickers
 
-/// The progress of a look at files before a run, with a way past it.
-class reading_box : public wxDialog {
- public:
-  explicit reading_box(wxWindow& owner) : wxDialog(&owner, wxID_ANY, program_name) {
-    auto* const column = new wxBoxSizer(wxVERTICAL);
-    auto* const text = new wxStaticText(this, wxID_ANY, "Reading the files of the project...");
-    auto* const skip = new wxButton(this, wxID_CANCEL, "&Skip");
-    gauge_ = new wxGauge(this, wxID_ANY, gauge_steps);
-    gauge_->SetMinSize(FromDIP(wxSize(360, -1)));
-    skip->SetToolTip("Author without looking at the rest of the files");
-    const int space = FromDIP(12);
-    column->Add(text, wxSizerFlags().Border(wxALL, space));
-    column->Add(gauge_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, space));
-    column->Add(skip, wxSizerFlags().Right().Border(wxALL, space));
-    SetSizerAndFit(column);
-    CentreOnParent();
-    Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { skipped_ = true; });
-    Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { skipped_ = true; });
-  }
-
-  void show_part(double part) {
-    gauge_->SetValue(std::clamp(static_cast<int>(part * gauge_steps), 0, gauge_steps));
-  }
-  bool skipped() const { return skipped_; }
-
- private:
-  static constexpr int gauge_steps = 1000;
-
-  wxGauge* gauge_ = nullptr;
-  bool skipped_ = false;
-};
+double part_of(std::uint64_t read, std::uint64_t all) {
+  return all > 0 ? static_cast<double>(read) / static_cast<double>(all) : 1;
+}
 
 bool is_empty(const project& p) {
   return p.List11.empty() && p.menulist.empty();
@@ -189,31 +155,17 @@ material_equipment project_check::material() {
 }
 
 bool project_check::read_before_run(examination& e) {
-  const wxBusyCursor busy;
-  wxStopWatch reading_for;
-  std::unique_ptr<reading_box> box;
-  while (e.step(check_milliseconds)) {
-    if (!box && reading_for.Time() > moment_milliseconds) {
-      box = std::make_unique<reading_box>(main_);
-      box->Show();
-    }
-    if (!box)
-      continue;
-    const auto all = static_cast<double>(e.bytes_to_read());
-    box->show_part(all > 0 ? static_cast<double>(e.bytes_read()) / all : 1);
-    wxSafeYield(box.get(), true);
-    if (box->skipped())
-      return false;
-  }
-  return true;
+  return read_with_box(main_, {"Reading the files of the project...", "&Skip",
+                               "Author without looking at the rest of the files",
+                               [&e] { return e.step(check_milliseconds); },
+                               [&e] { return part_of(e.bytes_read(), e.bytes_to_read()); }});
 }
 
 void project_check::show_progress() {
   if (window_ == nullptr || checking_for_.Time() < patience_with_check)
     return;
-  const auto all = static_cast<double>(check_->bytes_to_read());
-  const double part = all > 0 ? static_cast<double>(check_->bytes_read()) / all : 1;
-  window_->show_progress(check_progress{part, check_->current_file()});
+  window_->show_progress(check_progress{part_of(check_->bytes_read(), check_->bytes_to_read()),
+                                        check_->current_file()});
 }
 
 void project_check::take(std::vector<finding> findings, files_read read) {

@@ -1,0 +1,14 @@
+#!/bin/sh
+# The large sets of the tests as a whole, of which scripts/test.sh takes a tenth: 200 clean projects,
+# each authored, read back and judged, and 100 discs with one wrong byte.
+#
+#   scripts/whole-sets.sh
+set -eu
+cd "$(dirname -- "$0")/.."
+
+./scripts/setup.sh --test
+[ -f build/debug/build.ninja ] || cmake --preset debug >/dev/null </dev/null
+cmake --build build/debug -j "${CORVANE_JOBS:-$(nproc)}" --target test_authored_disc </dev/null
+./samples/make.sh
+CORVANE_WHOLE_SETS=1 build/debug/bin/test_authored_disc \
+  --gtest_filter='CleanProjects.*:*WrongByte*'

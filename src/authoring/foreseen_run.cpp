@@ -1,0 +1,29 @@
+#include "authoring/foreseen_run.h"
+
+#include "authoring/asked_disc.h"
+#include "examine/foreseen_disc.h"
+#include "project/disc_of.h"
+
+namespace corvane {
+
+foreseen_run foreseen_of(const project& p, const run_paths& where, const fact_store* facts,
+                         bool in_spite_of_errors) {
+  foreseen_run run;
+  run.out = where.out;
+  run.image = disc_of(p).image;
+  run.in_spite_of_errors = in_spite_of_errors;
+  const result<disc_description> asked = asked_disc(p, where);
+  if (!asked)
+    return run;
+  facts_by_path known;
+  if (facts != nullptr)
+    for (const std::string& file : files_of(*asked))
+      if (auto found = facts->find(file, false))
+        known.emplace(file, std::move(found));
+  run.disc = foreseen_disc(*asked, known, !p.customxml.empty());
+  foresee_cues(*asked, run.disc);
+  run.chapters = chapters_asked(*asked);
+  return run;
+}
+
+}  // namespace corvane
