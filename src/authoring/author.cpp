@@ -2,8 +2,10 @@
 
 #include "authoring/checks.h"
 #include "authoring/earlier_disc.h"
+#include "authoring/foreseen_run.h"
 #include "authoring/navigation_xml.h"
 #include "formats/text.h"
+#include "platform/files/files.h"
 #include "platform/files/program_folder.h"
 #include "project/plain_texts.h"
 #include "runner/run_files.h"
@@ -55,6 +57,16 @@ run_record record_of(const prepared_run& run) {
   return record;
 }
 
+// Here, for the XML editor may have changed the disc that is asked for.
+failure write_foreseen(const project& p, const author_equipment& e, const prepared_run& run) {
+  const std::string file = run.where.in_app(run_file::foreseen);
+  const failure why = replace_file(
+      file, foreseen_text(foreseen_of(p, run.where, e.material.facts, run.in_spite_of_errors)));
+  if (!why)
+    return std::nullopt;
+  return "The file \"" + file + "\" could not be written: " + *why + ".";
+}
+
 std::string first_lines(const prepared_run& run) {
   std::string lines = version_title + std::string(crlf);
   if (run.material_unseen)
@@ -76,6 +88,8 @@ author_result authordvd(document& doc, author_equipment& e, const prepared_run& 
     return not_started(doc, e, author_result::not_started, missing_script_runner);
   if (const refusal why = why_not_as_asked(run))
     return not_started(doc, e, author_result::refused, *why);
+  if (const failure why = write_foreseen(doc.p, e, run))
+    return not_started(doc, e, author_result::not_written, *why);
   const run_record record = record_of(run);
   const begun_run begun = begin_run(e.app, run.where.out, record);
   if (begun.in_use)

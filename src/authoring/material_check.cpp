@@ -21,7 +21,7 @@ bool examine_whole_files(examination& e, const material_equipment& equipment) {
 material_answer look_at_material(const disc_description& d, examination_around around,
                                  const material_equipment& e, prompts& ask) {
   if (e.facts == nullptr)
-    return material_answer::go_on;
+    return {};
   examination look(d, examination::depth::whole_files, *e.facts, std::move(around));
   const bool whole = examine_whole_files(look, e);
   const std::vector<finding> findings = look.findings();
@@ -29,8 +29,8 @@ material_answer look_at_material(const disc_description& d, examination_around a
     return f.severity != finding_severity::note;
   });
   if (worth_asking && !ask.go_on_despite(findings))
-    return material_answer::stop;
-  return whole ? material_answer::go_on : material_answer::go_on_unseen;
+    return {false, !whole, false};
+  return {true, !whole, count_of(findings, finding_severity::error) > 0};
 }
 
 }  // namespace corvane

@@ -19,10 +19,11 @@ struct material_equipment {
   std::function<bool(examination&)> examine = {};
 };
 
-enum class material_answer {
-  go_on,
-  go_on_unseen,  ///< likewise; the whole files were not looked at
-  stop,          ///< something is wrong, and the user does not want to author it
+struct material_answer {
+  bool go_on = true;                ///< false: something is wrong, and the user does not want it
+  bool unseen = false;              ///< the user skipped the look at the whole files
+  bool in_spite_of_errors = false;  ///< there are errors, and the user wants it all the same
+  bool operator==(const material_answer&) const = default;
 };
 
 /// Examines and, if there are errors or warnings, asks once (prompts::go_on_despite).

@@ -114,15 +114,12 @@ ending check_material(document& doc, const disc_description& d, const author_equ
   examination_around around{asked ? doc.p.customxml : "", run.where.out, run.where.app, {}};
   if (has_subtitles(d))
     around.fonts = run.where.fonts = e.fonts();
-  switch (look_at_material(asked ? *asked : d, std::move(around), e.material, doc.ask)) {
-    case material_answer::stop:
-      return author_result::refused;
-    case material_answer::go_on_unseen:
-      run.material_unseen = true;
-      break;
-    case material_answer::go_on:
-      break;
-  }
+  const material_answer answer =
+      look_at_material(asked ? *asked : d, std::move(around), e.material, doc.ask);
+  if (!answer.go_on)
+    return author_result::refused;
+  run.material_unseen = answer.unseen;
+  run.in_spite_of_errors = answer.in_spite_of_errors;
   return std::nullopt;
 }
 

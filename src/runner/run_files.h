@@ -14,6 +14,9 @@ inline constexpr const char* script = "process.bat";
 inline constexpr const char* navigation = "config.xml";
 inline constexpr const char* log = "CorvaneLOG.txt";
 
+/// What the disc should be, for the look at it before the run ends.
+inline constexpr const char* foreseen = "foreseen.xml";
+
 /// What had been printed when the runner met an unexpected error, and the error.
 inline constexpr const char* unexpected_error = "updatecodelog.txt";
 

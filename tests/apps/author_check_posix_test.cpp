@@ -109,10 +109,19 @@ TEST_F(RunOnWrongMaterial, IsRefusedBeforeAnythingIsWrittenOrRemoved) {
 }
 
 TEST_F(RunOnWrongMaterial, GoesOnWithForce) {
-  make_junk();
-  EXPECT_EQ(run({"--force", project_, out()}), 0) << stderr_;
-  EXPECT_THAT(stderr_, HasSubstr("error: title 1, video: "));
-  EXPECT_THAT(calls(), testing::ElementsAre("mplex", "dvdauthor"));
+  folder_.add("wide.m2v", small_video(video_standard::ntsc, 3));
+  project p = one_title(folder_);
+  p.List11.push_back(folder_.stored("wide.m2v") + "/" + folder_.stored("movie.ac3"));
+  for (auto* const rows : {&p.chapters, &p.delay, &p.subtitledata, &p.subtitleoptions})
+    rows->push_back(rows->front());
+  rebuild_List1(p);
+  EXPECT_EQ(run({"--force", save(p), out()}), 0) << stderr_;
+  EXPECT_THAT(stderr_, HasSubstr("error: title 2, video: "));
+  EXPECT_THAT(calls(), testing::ElementsAre("mplex", "mplex", "dvdauthor"));
+  // What follows from it is told again, and the disc stays.
+  EXPECT_THAT(folder_.read("app/CorvaneLOG.txt"),
+              HasSubstr("WARN: title 2, video: aspect: 4:3; it must be 16:9"));
+  expect_a_disc();
 }
 
 TEST_F(RunOnWrongMaterial, WarningsArePrintedAndTheRunGoesOn) {

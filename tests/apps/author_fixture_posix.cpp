@@ -1,12 +1,18 @@
 #include "apps/author_fixture_posix.h"
 
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
 #include "platform/files/program_folder.h"
 #include "project/project_file.h"
 #include "project/subtitle_rows.h"
 #include "support/small_streams.h"
 
+#include <gtest/gtest.h>
+
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
 namespace corvane::testing_support {
 namespace {
@@ -25,24 +31,29 @@ std::string quoted(const std::string& path) {
 AuthorProgram::AuthorProgram() {
   folder_.add("movie.m2v", small_video());
   folder_.add("movie.ac3", small_sound());
-  add_tool("mplex",
-           "while [ \"$1\" != -o ]; do shift; done\n"
-           "echo muxed >\"$2\"\n"
-           "echo '   INFO: [mplex] MUX STATUS: no under-runs detected.' >&2\n");
-  add_tool("dvdauthor",
-           "echo \"VIDEO_FORMAT=$VIDEO_FORMAT\"\n"
-           "/bin/mkdir -p \"$TEST_OUT/VIDEO_TS\" \"$TEST_OUT/AUDIO_TS\"\n"
-           "echo ifo >\"$TEST_OUT/VIDEO_TS/VIDEO_TS.IFO\"\n"
-           "printf 'STAT: fixing VOBU at 2MB (33/192, 16%%)\\r' >&2\n"
-           "echo >&2\n");
-  add_tool("mkisofs",
-           "while [ \"$1\" != -o ]; do shift; done\n"
-           "echo image >\"$2\"\n"
-           "echo ' 67.91% done, estimate finish Sat Nov 21 02:00:00 2026' >&2\n");
+  // A disc is read back before it is called complete: only a real one is.
+  add_tool("mplex", real("mplex"));
+  add_tool("dvdauthor", "echo \"VIDEO_FORMAT=$VIDEO_FORMAT\"\n" + real("dvdauthor"));
+  add_tool("mkisofs", real("mkisofs"));
   // So that none is told to be missing.
   for (const char* const name : {"gm", "spumux", "mpeg2enc", "jpeg2yuv"})
     add_tool(name, "");
   project_ = save(one_title(folder_));
+}
+
+std::string AuthorProgram::real(const std::string& tool) {
+  const char* const path = std::getenv("PATH");
+  std::istringstream folders(path == nullptr ? "" : path);
+  for (std::string folder; std::getline(folders, folder, ':');)
+    for (const std::string& name : {tool, tool == "mkisofs" ? std::string("genisoimage") : tool})
+      if (file_exists(join_path(folder, name)))
+        return "exec " + quoted(join_path(folder, name)) + " \"$@\"\n";
+  ADD_FAILURE() << tool << " is not installed";
+  return "exit 127\n";
+}
+
+void AuthorProgram::expect_a_disc() const {
+  EXPECT_EQ(folder_.read("disc/VIDEO_TS/VIDEO_TS.IFO").substr(0, 12), "DVDVIDEO-VMG");
 }
 
 project AuthorProgram::one_title(const temporary_folder& folder) {

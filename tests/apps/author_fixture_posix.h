@@ -25,6 +25,10 @@ class AuthorProgram : public testing::Test {
   /// Makes a stand-in whose shell commands are `body` (full paths: PATH holds stand-ins only).
   void add_tool(const std::string& name, const std::string& body) const;
   void remove_tool(const std::string& name) const;
+  /// The command that hands a stand-in's arguments on to the real tool.
+  static std::string real(const std::string& tool);
+  /// A disc stands in the output folder.
+  void expect_a_disc() const;
 
   program_start start(const std::vector<std::string>& arguments) const;
   /// Starts it, waits and keeps what it said.

@@ -33,7 +33,7 @@ std::vector<std::string> lines_of(const std::string& text) {
 
 TEST_F(AuthorProgram, ADiscIsAuthored) {
   EXPECT_EQ(run({project_, out()}), 0) << stderr_;
-  EXPECT_EQ(folder_.read("disc/VIDEO_TS/VIDEO_TS.IFO"), "ifo\n");
+  expect_a_disc();
   EXPECT_THAT(calls(), ElementsAre("mplex", "dvdauthor"));
   EXPECT_THAT(lines_of(stdout_),
               ElementsAre("please wait while the titles are multiplexed", "multiplexing title: 1",
@@ -50,7 +50,8 @@ TEST_F(AuthorProgram, ADiscIsAuthored) {
 TEST_F(AuthorProgram, OnATerminalThereIsOneLineWithThePercentage) {
   add_tool("mkisofs",
            "/bin/sleep 0.5\nprintf ' 67.9%% done\\n' >&2\n"
-           "/bin/sleep 0.3\n");
+           "/bin/sleep 0.3\n" +
+               real("mkisofs"));
   program_start how = start({"--iso", project_, out()});
   how.on_terminal = true;
   EXPECT_EQ(run_as(how), 0) << stderr_;
@@ -211,7 +212,7 @@ TEST_F(AuthorProgram, ReplaceRemovesTheEarlierDiscAndNothingElse) {
   EXPECT_FALSE(file_exists(folder_.path("disc/VIDEO_TS/old.vob")));
   EXPECT_FALSE(file_exists(folder_.path("disc/AUDIO_TS/old")));
   EXPECT_EQ(folder_.read("disc/cover.jpg"), "mine");
-  EXPECT_EQ(folder_.read("disc/VIDEO_TS/VIDEO_TS.IFO"), "ifo\n");
+  expect_a_disc();
 }
 
 TEST_F(AuthorProgram, AToolThatIsNotInstalledGivesStatusThreeBeforeAnythingRuns) {
@@ -266,7 +267,9 @@ TEST_F(AuthorProgram, PrepareWritesAndNamesTheFilesAndRunsNothing) {
 
 TEST_F(AuthorProgram, HandEditedXmlNamesTheFolderItself) {
   project p = one_title(folder_);
-  p.customxml = "<!-- mine -->\r\n<dvdauthor dest=\"" + out() + "\">\r\n</dvdauthor>\r\n";
+  p.customxml = "<!-- mine -->\r\n<dvdauthor dest=\"" + out() +
+                "\">\r\n<vmgm/>\r\n<titleset><titles><pgc><vob file=\"" + out() +
+                "/title1.mpg\"/></pgc></titles></titleset>\r\n</dvdauthor>\r\n";
   const std::string edited = save(p, "edited.cvp");
   EXPECT_EQ(run({edited, folder_.path("elsewhere")}), 2);
   EXPECT_THAT(stderr_, HasSubstr("\"" + out() + "\""));

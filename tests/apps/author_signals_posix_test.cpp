@@ -57,7 +57,7 @@ TEST_F(AuthorSignals, AClosedTerminalLikewise) {
 }
 
 TEST_F(AuthorSignals, OneThatWasIgnoredAtTheStartStaysIgnored) {
-  add_tool("mplex", "while [ ! -e \"$TEST_OUT/go\" ]; do /bin/sleep 0.05; done\n");
+  add_tool("mplex", "while [ ! -e \"$TEST_OUT/go\" ]; do /bin/sleep 0.05; done\n" + real("mplex"));
   program_start how = start({project_, out()});
   how.ignored_signals = {SIGHUP};
   running_program program(how);
@@ -68,7 +68,7 @@ TEST_F(AuthorSignals, OneThatWasIgnoredAtTheStartStaysIgnored) {
 }
 
 TEST_F(AuthorSignals, ASecondRunInTheSameProgramFolderIsRefused) {
-  add_tool("mplex", "while [ ! -e \"$TEST_OUT/go\" ]; do /bin/sleep 0.05; done\n");
+  add_tool("mplex", "while [ ! -e \"$TEST_OUT/go\" ]; do /bin/sleep 0.05; done\n" + real("mplex"));
   running_program first(start({project_, out()}));
   ASSERT_TRUE(started("mplex"));
   const std::string script = folder_.read("app/process.bat");
@@ -92,7 +92,7 @@ TEST_F(AuthorSignals, ARunThatWasKilledDoesNotBlockTheNextAndLeavesNoTool) {
   }
   const pid_t tool = tool_process("mplex");
   EXPECT_TRUE(wait_until([&] { return !process_runs(tool); }));
-  add_tool("mplex", "");
+  add_tool("mplex", real("mplex"));
   EXPECT_EQ(run({project_, out()}), 0) << stderr_;
 }
 

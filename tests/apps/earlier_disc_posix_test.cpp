@@ -82,19 +82,17 @@ TEST_F(EarlierDiscOfAuthor, GoesWhenTheNewOneIsComplete) {
   EXPECT_EQ(run({"--replace", "--iso", project_, out()}), 0) << stderr_;
   EXPECT_FALSE(entry_exists(folder_.path("disc/VIDEO_TS/old.vob")));
   EXPECT_FALSE(entry_exists(folder_.path("disc/AUDIO_TS/old")));
-  EXPECT_EQ(folder_.read("disc/VIDEO_TS/VIDEO_TS.IFO"), "ifo\n");
-  EXPECT_EQ(folder_.read("disc.iso"), "image\n");
+  expect_a_disc();
+  EXPECT_THAT(folder_.read("disc.iso"), HasSubstr("CD001"));
   EXPECT_EQ(files_in(out()), std::vector<std::string>{"notes.txt"});
   EXPECT_THAT(stderr_, Not(HasSubstr("earlier")));
   expect_no_trace();
 }
 
 TEST_F(EarlierDiscOfAuthor, IsNoneOfTheFilesOfTheImage) {
-  add_tool("mkisofs",
-           "while [ \"$1\" != -o ]; do shift; done\n"
-           "/bin/ls -A \"$3\" >\"$2\"\n");
+  add_tool("mkisofs", "/bin/ls -A \"$TEST_OUT\" >\"$TEST_OUT/../notes/files\"\n" + real("mkisofs"));
   EXPECT_EQ(run({"--replace", "--iso", project_, out()}), 0) << stderr_;
-  EXPECT_EQ(folder_.read("disc.iso"), "AUDIO_TS\nVIDEO_TS\nnotes.txt\n");
+  EXPECT_EQ(folder_.read("notes/files"), "AUDIO_TS\nVIDEO_TS\nnotes.txt\n");
 }
 
 TEST_F(EarlierDiscOfAuthor, ComesBackWhenAToolFails) {
@@ -114,9 +112,9 @@ TEST_F(EarlierDiscOfAuthor, ComesBackWhenTheImageFails) {
 
 TEST_F(EarlierDiscOfAuthor, ComesBackWhenTheToolsMadeNothingWithStatusZero) {
   add_tool("dvdauthor", "");
-  EXPECT_EQ(run({"--replace", "--no-iso", project_, out()}), 0);
-  EXPECT_THAT(stderr_, HasSubstr("The run has not made all of the DVD in \"" + out() +
-                                 "\".  The earlier one is in its place again."));
+  EXPECT_EQ(run({"--replace", "--no-iso", project_, out()}), 1);
+  EXPECT_THAT(stderr_, HasSubstr("ERR:  " + out() + ": "));
+  EXPECT_THAT(stderr_, HasSubstr("the earlier DVD is in its place again"));
   expect_the_earlier_disc();
 }
 
@@ -176,17 +174,17 @@ TEST_F(EarlierDiscOfAuthor, WhatAKilledRunMadeDoesNotKeepTheNextFromTheFolder) {
     fs::remove_all(folder_.path(name));
   half_dvdauthor(endless_);
   kill_during("dvdauthor");
-  add_tool("dvdauthor",
-           "/bin/mkdir -p \"$TEST_OUT/VIDEO_TS\"\necho ifo >\"$TEST_OUT/VIDEO_TS/VIDEO_TS.IFO\"\n");
+  add_tool("dvdauthor", real("dvdauthor"));
   EXPECT_EQ(run({project_, out()}), 0) << stderr_;
   EXPECT_THAT(stderr_, HasSubstr("was interrupted.  What it had made was removed.\n"));
   EXPECT_FALSE(entry_exists(folder_.path("disc/VIDEO_TS/half.vob")));
-  EXPECT_EQ(folder_.read("disc/VIDEO_TS/VIDEO_TS.IFO"), "ifo\n");
+  expect_a_disc();
   expect_no_trace();
 }
 
 TEST_F(EarlierDiscOfAuthor, TwoProgramFoldersDoNotAuthorIntoOneFolder) {
-  add_tool("mplex", "while [ ! -e \"$TEST_OUT/../go\" ]; do /bin/sleep 0.05; done\n");
+  add_tool("mplex",
+           "while [ ! -e \"$TEST_OUT/../go\" ]; do /bin/sleep 0.05; done\n" + real("mplex"));
   running_program first(start({"--replace", project_, out()}));
   ASSERT_TRUE(started("mplex"));
   program_start second = start({"--replace", project_, out()});
@@ -203,7 +201,8 @@ TEST_F(EarlierDiscOfAuthor, TwoProgramFoldersDoNotAuthorIntoOneFolder) {
 }
 
 TEST_F(EarlierDiscOfAuthor, CtrlCAfterTheEndDoesNotMakeASuccessAStop) {
-  add_tool("mplex", "while [ ! -e \"$TEST_OUT/../go\" ]; do /bin/sleep 0.02; done\n");
+  add_tool("mplex",
+           "while [ ! -e \"$TEST_OUT/../go\" ]; do /bin/sleep 0.02; done\n" + real("mplex"));
   running_program program(start({"--replace", project_, out()}));
   ASSERT_TRUE(started("mplex"));
   // The program looks away until script and tools have ended.
@@ -218,7 +217,7 @@ TEST_F(EarlierDiscOfAuthor, CtrlCAfterTheEndDoesNotMakeASuccessAStop) {
   EXPECT_EQ(program.wait(), 0) << program.err();
   EXPECT_THAT(program.err(), HasSubstr("Process complete."));
   EXPECT_THAT(program.err(), Not(HasSubstr("stopped")));
-  EXPECT_EQ(folder_.read("disc/VIDEO_TS/VIDEO_TS.IFO"), "ifo\n");
+  expect_a_disc();
 }
 
 TEST_F(EarlierDiscOfAuthor, LinksInTheProgramFolderAreNotWrittenThrough) {

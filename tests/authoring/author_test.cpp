@@ -3,11 +3,13 @@
 
 #include "authoring/earlier_disc.h"
 #include "authoring/sample_projects.h"
+#include "examine/disc_traits.h"
 #include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/program_folder.h"
 #include "project/disc_of.h"
 #include "project/missing_tools.h"
+#include "runner/run_files.h"
 #include "support/recorded_start.h"
 #include "support/scripted_prompts.h"
 #include "support/small_streams.h"
@@ -524,7 +526,8 @@ TEST_F(Author, LinksInTheProgramFolderAreReplacedAndNotWrittenThrough) {
   folder.add("m.m2v");
   p.menulist = {folder.stored("m.m2v") + "/"};
   const std::vector<std::string> names = {"process.bat",    "config.xml",  "menu1.xml",
-                                          "highlight1.png", "select1.png", "unfinished.txt"};
+                                          "highlight1.png", "select1.png", "unfinished.txt",
+                                          "foreseen.xml"};
   for (const std::string& name : names)
     std::filesystem::create_symlink(path_of(folder.add(in("mine", name), "mine")),
                                     path_of(in(app, name)));
@@ -537,20 +540,6 @@ TEST_F(Author, LinksInTheProgramFolderAreReplacedAndNotWrittenThrough) {
   EXPECT_FALSE(entry_exists(in(app, "highlight1.png"))) << "gm would write through it";
 }
 #endif
-
-TEST_F(Author, ASecondRunInTheProgramFolderIsRefused) {
-  folder_lock other(app);
-  ASSERT_TRUE(other.take());
-  expect_folder_question();
-  ask.expect(told("Another authoring run is using the program folder \"" + app +
-                      "\".  Please wait until it has finished.",
-                  icon::critical));
-  EXPECT_EQ(author_command(doc, e, run), author_result::folder_in_use);
-  EXPECT_FALSE(file_exists(in(app, "process.bat")));
-  other.release();
-  expect_folder_question();
-  EXPECT_EQ(author_command(doc, e, run), author_result::started);
-}
 
 /// Expects the next message to hold these words; its reason is the system's own.
 class not_written_prompts : public prompts {
@@ -569,6 +558,73 @@ class not_written_prompts : public prompts {
  private:
   std::string folder_;
 };
+
+TEST_F(Author, WhatTheDiscShouldBeIsWrittenWhenTheRunStarts) {
+  p.isocreate = true;
+  p.chapters = {"00:00:00.00,00:00:05.00"};
+  expect_folder_question();
+  EXPECT_EQ(prepare_run(doc, e, run), author_result::prepared);
+  EXPECT_FALSE(file_exists(in(app, run_file::foreseen))) << "an editor may still change the disc";
+  EXPECT_EQ(authordvd(doc, e, run), author_result::started);
+  const auto foreseen = parse_foreseen(folder.read(in("app", run_file::foreseen)));
+  ASSERT_TRUE(foreseen) << foreseen.error;
+  EXPECT_EQ(foreseen->out, out);
+  EXPECT_TRUE(foreseen->image);
+  EXPECT_FALSE(foreseen->in_spite_of_errors);
+  EXPECT_THAT(foreseen->chapters, ElementsAre("00:00:00.00,00:00:05.00"));
+  const disc_trait* const titles = foreseen->disc.find({}, disc_trait_kind::titles);
+  ASSERT_NE(titles, nullptr);
+  EXPECT_EQ(titles->value, "1");
+}
+
+TEST_F(Author, DiscThatIsWantedInSpiteOfErrorsIsNoted) {
+  folder.add("a.m2v", small_video(video_standard::pal));
+  folder.add("a.ac3", small_sound());
+  fact_store facts;
+  e.material.facts = &facts;
+  expect_folder_question();
+  ask.expect({"The disc would be wrong, or the run would fail:\n\ntitle 1, video: the video is PAL "
+              "(720x576, 25 pictures a second) in a project of NTSC.\n\nAuthor anyway?",
+              icon::exclamation, buttons::yes_no, "Corvane"},
+             answer::yes);
+  EXPECT_EQ(author_command(doc, e, run), author_result::started);
+  const auto foreseen = parse_foreseen(folder.read(in("app", run_file::foreseen)));
+  ASSERT_TRUE(foreseen) << foreseen.error;
+  EXPECT_TRUE(foreseen->in_spite_of_errors);
+  const disc_trait* const size =
+      foreseen->disc.find({finding_item::whole_kind::title, 1, finding_item::part_kind::video, 0},
+                          disc_trait_kind::size);
+  ASSERT_NE(size, nullptr) << "what the look has found is foreseen";
+  EXPECT_EQ(size->value, "720x576");
+}
+
+TEST_F(Author, WithoutRoomForWhatTheDiscShouldBeNothingIsStarted) {
+  expect_folder_question();
+  EXPECT_EQ(prepare_run(doc, e, run), author_result::prepared);
+  make_folders(in(app, run_file::foreseen));
+  not_written_prompts any("");
+  document other{p, any, prefs};
+  EXPECT_EQ(authordvd(other, e, run), author_result::not_written);
+  ASSERT_EQ(any.told.size(), 1u);
+  EXPECT_THAT(any.told[0], StartsWith("The file \"" + in(app, run_file::foreseen) +
+                                      "\" could not be written: "));
+  EXPECT_FALSE(lock.held());
+  EXPECT_THAT(launcher.started, IsEmpty());
+}
+
+TEST_F(Author, ASecondRunInTheProgramFolderIsRefused) {
+  folder_lock other(app);
+  ASSERT_TRUE(other.take());
+  expect_folder_question();
+  ask.expect(told("Another authoring run is using the program folder \"" + app +
+                      "\".  Please wait until it has finished.",
+                  icon::critical));
+  EXPECT_EQ(author_command(doc, e, run), author_result::folder_in_use);
+  EXPECT_FALSE(file_exists(in(app, "process.bat")));
+  other.release();
+  expect_folder_question();
+  EXPECT_EQ(author_command(doc, e, run), author_result::started);
+}
 
 TEST_F(Author, AFileThatCannotBeWrittenIsNamedAndTheLockReleased) {
   make_folders(in(app, "config.xml"));

@@ -41,6 +41,16 @@ project short_project() {
   return p;
 }
 
+project small_project() {
+  project p = short_project();
+  add_title(p, {stored_media("clip-ntsc.m2v"), stored_media("clip.ac3")}, "0,0:01");
+  add_menu(
+      p, stored_media("clip-ntsc.m2v"), stored_media("clip.ac3"),
+      {"100/100/200/150/jump title 1/yellow/white", "100/200/200/250/jump title 2/yellow/white"});
+  p.isocreate = true;
+  return p;
+}
+
 std::vector<std::string> texts(const std::vector<vm_command>& commands) {
   std::vector<std::string> all;
   all.reserve(commands.size());

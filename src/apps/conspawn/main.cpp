@@ -6,9 +6,11 @@
 // status 0 when everything went well, 1 when something did not (each such thing has had its line
 // beginning "ERR:").
 
+#include "look_at_disc.h"
 #include "platform/files/files.h"
 #include "platform/processes/spawn.h"
 #include "runner/output_lines.h"
+#include "runner/run_files.h"
 #include "runner/script_interpreter.h"
 
 #include <cstdint>
@@ -37,7 +39,12 @@ bool run(const corvane::invocation& own) {
     return false;
   }
   corvane::system_script_host host(folder);
-  return corvane::run_script(*script, host);
+  const std::string foreseen =
+      corvane::text_of(corvane::path_of(corvane::absolute_path(own.arguments[0])).parent_path() /
+                       corvane::run_file::foreseen);
+  return corvane::run_script(*script, host, [&](bool all_well, const corvane::line_printer& print) {
+    corvane::look_at_disc(foreseen, all_well, print);
+  });
 }
 
 }  // namespace

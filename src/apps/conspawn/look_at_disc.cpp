@@ -1,0 +1,73 @@
+#include "look_at_disc.h"
+
+#include "examine/verification.h"
+#include "platform/files/files.h"
+#include "runner/output_lines.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace corvane {
+namespace {
+
+constexpr std::uintmax_t largest_file = 64u << 20;
+constexpr int slice_milliseconds = 1000;
+constexpr std::size_t most_lines = 100;
+
+std::string_view mark_of(finding_severity severity) {
+  switch (severity) {
+    case finding_severity::error:
+      return error_mark;
+    case finding_severity::warning:
+      return "WARN: ";
+    case finding_severity::note:
+      break;
+  }
+  return "INFO: ";
+}
+
+std::string text_of_difference(const finding& f) {
+  std::string text(mark_of(f.severity));
+  text += f.file.empty() ? place_text(f) : f.file;
+  text += ": " + f.found;
+  if (f.severity != finding_severity::note && !f.wanted.empty())
+    text += "; it must be " + f.wanted;
+  return text;
+}
+
+void print_findings(const std::vector<finding>& findings, const line_printer& print) {
+  const std::size_t shown = std::min(findings.size(), most_lines);
+  for (std::size_t i = 0; i < shown; ++i)
+    print(text_of_difference(findings[i]));
+  if (shown < findings.size())
+    print("INFO: and " + std::to_string(findings.size() - shown) + " more");
+}
+
+}  // namespace
+
+void look_at_disc(const std::string& foreseen, bool all_well, const line_printer& print) {
+  if (!all_well || !file_exists(foreseen))
+    return;
+  const result<std::string> text = read_file(foreseen, largest_file);
+  result<foreseen_run> run = text ? parse_foreseen(*text) : result<foreseen_run>::fail(text.error);
+  if (!run)
+    return print(std::string(error_mark) + "the disc could not be looked at: \"" + foreseen +
+                 "\" cannot be read: " + run.error);
+  print("INFO: the disc is read back and held against what was asked for");
+  const disc_place where{run->out, run->image ? run->out + ".iso" : std::string()};
+  verification look(where, std::make_shared<const foreseen_run>(std::move(*run)));
+  while (look.step(slice_milliseconds)) {
+  }
+  print_findings(look.findings(), print);
+  if (count_of(look.findings(), finding_severity::error) > 0)
+    return;
+  print("INFO: the disc is as it should be: " + std::to_string(look.bytes_read()) +
+        " bytes were read");
+}
+
+}  // namespace corvane

@@ -1,0 +1,221 @@
+// Projects of material that a disc takes, made up at random: none has an error before its run, none
+// a difference after it.
+#include "command.h"
+#include "judge.h"
+#include "large_sets.h"
+#include "project/project_file.h"
+#include "studio.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace corvane::disc {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr int clip_seconds = 4;
+constexpr const char* row =
+    "center,bottom,60,60,30,30,28.0,dejavusans.ttf,720,478,29.97,ISO-8859-1|";
+
+/// Clips of several encoders, made once.
+class clips {
+ public:
+  clips() {
+    for (const bool pal : {false, true})
+      for (const char* const aspect : {"4:3", "16:9"})
+        make_videos(pal, aspect);
+    sound("stereo.ac3", "-ac 2 -c:a ac3 -b:a 192k");
+    sound("mono.ac3", "-ac 1 -c:a ac3 -b:a 96k");
+    sound("surround.ac3", "-ac 6 -c:a ac3 -b:a 448k");
+    sound("stereo.mp2", "-ac 2 -c:a mp2 -b:a 224k");
+    sound("mono.mp2", "-ac 1 -c:a mp2 -b:a 128k");
+    sound("twolame.mp2", "-ac 2 -c:a libtwolame -b:a 192k");
+  }
+
+  std::string stored(const std::string& name) const { return folder_.stored(name); }
+  /// Names of clips of this standard and these proportions; the last one is a ready file.
+  static std::vector<std::string> videos(bool pal, const std::string& aspect) {
+    const std::string begin = (pal ? "pal" : "ntsc") + aspect.substr(0, aspect.find(':'));
+    std::vector<std::string> names;
+    for (const char* const end : {"-ffmpeg.m2v", "-mpeg2enc.m2v"})
+      names.push_back(begin + end);
+    if (!pal)
+      names.push_back(begin + "-pulldown.m2v");
+    names.push_back(begin + "-ready.vob");
+    return names;
+  }
+
+ private:
+  void make(const std::string& line) const {
+    command c{{"/bin/sh", "-c", line}};
+    c.folder = folder_.path();
+    const finished made = run(c);
+    ASSERT_EQ(made.status, 0) << line << "\n" << made.out;
+  }
+
+  void make_videos(bool pal, const std::string& aspect) const {
+    const std::string begin = (pal ? "pal" : "ntsc") + aspect.substr(0, aspect.find(':'));
+    const std::string size = pal ? "720x576" : "720x480", rate = pal ? "25" : "30000/1001";
+    const std::string time = " -t " + std::to_string(clip_seconds);
+    const std::string source =
+        "ffmpeg -nostdin -v error -y -f lavfi -i testsrc=s=" + size + ":r=" + rate;
+    make(source + ",format=yuv420p" + time +
+         " -c:v mpeg2video -b:v 2M -maxrate 6M -bufsize 1835k -g 12 -flags +cgop "
+         "-sc_threshold 1000000000 -aspect " +
+         aspect + " -f mpeg2video " + begin + "-ffmpeg.m2v");
+    const std::string code = aspect == "16:9" ? "3" : "2";
+    make(source + time +
+         " -pix_fmt yuv420p -vf setsar=1 -f yuv4mpegpipe - | mpeg2enc -v 0 -f 8 -a " + code +
+         " -n " + (pal ? "p" : "n") + " -b 3000 -o " + begin + "-mpeg2enc.m2v");
+    if (!pal)
+      make("ffmpeg -nostdin -v error -y -f lavfi -i testsrc=s=720x480:r=24000/1001" + time +
+           " -pix_fmt yuv420p -vf setsar=1 -f yuv4mpegpipe - | mpeg2enc -v 0 -f 8 -p -F 1 -a " +
+           code + " -n n -b 3000 -o " + begin + "-pulldown.m2v");
+    make(source + time +
+         " -f lavfi -i sine=d=4:r=48000 -c:v mpeg2video -b:v 2M -maxrate 6M -bufsize 1835k -g 12 "
+         "-flags +cgop -sc_threshold 1000000000 -pix_fmt yuv420p -aspect " +
+         aspect + " -c:a ac3 -b:a 192k -ac 2 -shortest -f dvd " + begin + "-ready.vob");
+  }
+
+  void sound(const std::string& name, const std::string& how) const {
+    make("ffmpeg -nostdin -v error -y -f lavfi -i sine=d=" + std::to_string(clip_seconds) +
+         ":r=48000 -ar 48000 " + how + " " + name);
+  }
+
+  testing_support::temporary_folder folder_;
+};
+
+/// A project made up of clips.
+class made_up {
+ public:
+  made_up(const clips& of, const testing_support::temporary_folder& texts, unsigned seed)
+      : clips_(of), texts_(texts), random_(seed) {
+    pal_ = chance(50);
+    p_.globalregion = pal_ ? "PAL" : "NTSC";
+    videos_ = clips::videos(pal_, chance(50) ? "16:9" : "4:3");
+    ready_ = videos_.back();
+    videos_.pop_back();
+    for (int i = pick(1, 8); i > 0; --i)
+      sounds_.push_back(
+          any({"stereo.ac3", "mono.ac3", "surround.ac3", "stereo.mp2", "mono.mp2", "twolame.mp2"}));
+    if (chance(40))
+      sounds_ = {"stereo.ac3"};  // as ready files have it
+    titles_ = pick(1, 4);
+    menus_ = pick(0, 3);
+  }
+
+  project make() {
+    for (int t = 1; t <= titles_; ++t)
+      make_title();
+    for (int m = 1; m <= menus_; ++m)
+      make_menu();
+    p_.jumptable = menus_ > 0 && chance(40);
+    for (int t = 1; t <= titles_; ++t)
+      p_.postinfo.push_back(padded(post()));
+    p_.isocreate = chance(30);
+    if (chance(40))
+      p_.firstplay = "jump title " + std::to_string(pick(1, titles_));
+    for (std::size_t i = 0; i < sounds_.size(); ++i)
+      p_.languagetags.push_back(any({"Audio tag:\tGERMAN DE ", "Audio tag:\tENGLISH EN "}));
+    return std::move(p_);
+  }
+
+ private:
+  int pick(int least, int most) { return std::uniform_int_distribution<int>(least, most)(random_); }
+  bool chance(int percent) { return pick(1, 100) <= percent; }
+  std::string any(const std::vector<std::string>& of) {
+    return of[static_cast<std::size_t>(pick(0, static_cast<int>(of.size()) - 1))];
+  }
+  static std::string padded(std::string text) {
+    text.resize(std::max<std::size_t>(text.size(), 25), ' ');
+    return text;
+  }
+
+  void make_title() {
+    const bool ready = sounds_.size() == 1 && sounds_[0] == "stereo.ac3" && chance(40);
+    std::vector<std::string> streams = {clips_.stored(ready ? ready_ : any(videos_))};
+    if (!ready)
+      for (const std::string& sound : sounds_)
+        streams.push_back(clips_.stored(sound));
+    std::string chapters = "00:00:00.00";
+    const int more = pick(0, 2);
+    for (int i = 1; i <= more; ++i)
+      chapters += ",00:00:0" + std::to_string(i) + ".00";
+    chapters_.push_back(more + 1);
+    add_title(p_, streams, chapters, std::to_string(ready ? 0 : pick(-2, 2) * 100));
+    if (!ready && chance(30))
+      add_subtitles();
+  }
+
+  void add_subtitles() {
+    const std::string name = "text" + std::to_string(p_.List11.size()) + ".srt";
+    p_.subtitledata.back() = stored_from_native(
+        texts_.add(name,
+                   "1\n00:00:00,500 --> 00:00:01,500\nOne\n\n2\n00:00:02,000 --> "
+                   "00:00:03,000\nTwo\n\n"));
+    p_.subtitleoptions.back() = row;
+  }
+
+  std::string title_place() {
+    const int title = pick(1, titles_);
+    if (chance(50))
+      return "jump title " + std::to_string(title);
+    return "jump title " + std::to_string(title) + " chapter " +
+           std::to_string(pick(1, chapters_[static_cast<std::size_t>(title) - 1]));
+  }
+
+  void make_menu() {
+    std::vector<std::string> buttons;
+    const int count = pick(1, 6);
+    for (int b = 0; b < count; ++b) {
+      const int y = 60 + b * 60;
+      const std::string action =
+          chance(30) ? "jump menu " + std::to_string(pick(1, menus_)) : title_place();
+      buttons.push_back("100/" + std::to_string(y) + "/300/" + std::to_string(y + 40) + "/" +
+                        action + "/yellow/white");
+    }
+    add_menu(p_, clips_.stored(any(videos_)), chance(50) ? clips_.stored("stereo.ac3") : "",
+             buttons, chance(30) ? "1\t00:00:00.0\t00:00:00.0\t2" : "0\t00:00:00.0\t00:00:00.0\t2");
+  }
+
+  std::string post() {
+    if (menus_ == 0 || chance(40))
+      return chance(30) ? "exit" : title_place();
+    if (!p_.jumptable)
+      return "call menu";
+    return chance(50) ? "call last menu" : "call menu " + std::to_string(pick(1, menus_));
+  }
+
+  const clips& clips_;
+  const testing_support::temporary_folder& texts_;
+  std::mt19937 random_;
+  project p_;
+  bool pal_ = false;
+  std::vector<std::string> videos_, sounds_;
+  std::string ready_;
+  int titles_ = 1, menus_ = 0;
+  std::vector<int> chapters_;
+};
+
+TEST(CleanProjects, HaveNoErrorBeforeTheirRunAndNoDifferenceAfterIt) {
+  const clips of;
+  for (int i = 0; i < part_of_set(200); ++i) {
+    SCOPED_TRACE("project " + std::to_string(i));
+    const studio s;
+    const project p = made_up(of, s.folder(), 1000u + static_cast<unsigned>(i)).make();
+    const finished done = s.author(p);
+    EXPECT_EQ(done.status, 0) << done.out << "\n" << project_text(p);
+    EXPECT_THAT(done.out, Not(HasSubstr("error: ")));
+    EXPECT_EQ(disagreement_text(s.out()), "");
+  }
+}
+
+}  // namespace
+}  // namespace corvane::disc

@@ -1,0 +1,148 @@
+// Tools that do half of their work and say that all is well: what they leave is never called a
+// disc.
+#include "command.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
+#include "project/project_file.h"
+#include "studio.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <sstream>
+#include <string>
+
+namespace corvane::disc {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::Not;
+
+class StandIn : public ::testing::Test {
+ protected:
+  StandIn() {
+    for (const char* const tool :
+         {"mplex", "spumux", "dvdauthor", "gm", "mkisofs", "mpeg2enc", "jpeg2yuv"})
+      add(tool, "exec " + real(tool) + " \"$@\"\n");
+  }
+
+  static std::string real(const std::string& tool) {
+    const char* const path = std::getenv("PATH");
+    std::istringstream folders(path == nullptr ? "" : path);
+    for (std::string folder; std::getline(folders, folder, ':');)
+      for (const std::string& name : {tool, tool == "mkisofs" ? std::string("genisoimage") : tool})
+        if (file_exists(join_path(folder, name)))
+          return join_path(folder, name);
+    ADD_FAILURE() << tool << " is not installed";
+    return {};
+  }
+
+  void add(const std::string& tool, const std::string& body) const {
+    const std::string path = home_.folder().add("tools/" + tool, "#!/bin/sh\n" + body);
+    fs::permissions(path_of(path), fs::perms::owner_all);
+  }
+
+  finished author() const {
+    EXPECT_FALSE(write_file(home_.project_file(), project_text(small_project())));
+    command c;
+    c.words = {CORVANE_AUTHOR, "--replace", home_.project_file(), home_.out()};
+    c.environment["CORVANE_HOME"] = home_.app();
+    c.environment["PATH"] = home_.folder().path("tools") + ":/usr/bin:/bin";
+    c.environment["OUT"] = home_.out();
+    return run(c);
+  }
+
+  void expect_not_complete(const std::string& what) const {
+    const finished done = author();
+    EXPECT_NE(done.status, 0) << what << "\n" << done.out;
+    EXPECT_THAT(done.out, Not(HasSubstr("Process complete."))) << what;
+    EXPECT_FALSE(file_exists(home_.image())) << what;
+    EXPECT_FALSE(folder_exists(home_.out() + "/VIDEO_TS")) << what;
+  }
+
+  studio home_;
+};
+
+/// Of a tool that writes to the file behind "-o".
+std::string after_o(const std::string& then) {
+  return "o=; for w in \"$@\"; do [ -z \"$next\" ] || { o=$w; next=; }; [ \"$w\" != -o ] || "
+         "next=1; "
+         "done\n" +
+         then;
+}
+
+TEST_F(StandIn, ToolsThatDoTheirWorkMakeACompleteDisc) {
+  const finished done = author();
+  EXPECT_EQ(done.status, 0) << done.out;
+}
+
+TEST_F(StandIn, MplexThatDoesHalfOfItsWorkIsFoundOut) {
+  const std::string work = real("mplex") + " \"$@\"";
+  const std::string half = "truncate -s $(($(stat -c %s \"$o\") / 4096 * 2048)) \"$o\"\n";
+  for (const std::string& way :
+       {after_o(work + "\n" + half), std::string("exit 0\n"),
+        after_o("head -c 100000 /dev/zero >\"$o\"\n"),
+        std::string("echo '   INFO: [mplex] MUX STATUS: no under-runs detected.' >&2\nexit 0\n"),
+        after_o(work + "\n" + half + "kill -KILL $$\n")}) {
+    add("mplex", way);
+    expect_not_complete("mplex: " + way);
+  }
+}
+
+TEST_F(StandIn, SpumuxThatDoesHalfOfItsWorkIsFoundOut) {
+  const std::string work = real("spumux") + " \"$@\"";
+  for (const std::string& way :
+       {work + " | head -c 60000\n", std::string("exit 0\n"), std::string("cat\n"),
+        std::string("cat\necho 'INFO: 1 subtitles added, 0 subtitles skipped' >&2\nexit 0\n"),
+        work + " | head -c 60000\nkill -KILL $$\n"}) {
+    add("spumux", way);
+    expect_not_complete("spumux: " + way);
+  }
+}
+
+TEST_F(StandIn, DvdauthorThatDoesHalfOfItsWorkIsFoundOut) {
+  const std::string work = real("dvdauthor") + " \"$@\"\n";
+  const std::string half =
+      "f=\"$OUT/VIDEO_TS/VTS_01_1.VOB\"\ntruncate -s $(($(stat -c %s \"$f\") / 4096 * 2048)) "
+      "\"$f\"\n";
+  for (const std::string& way :
+       {work + half, std::string("exit 0\n"),
+        "mkdir -p \"$OUT/VIDEO_TS\"\necho no >\"$OUT/VIDEO_TS/VIDEO_TS.IFO\"\n" + std::string(),
+        work + "rm \"$OUT/VIDEO_TS/\"VTS_01_0.*\necho 'INFO: dvdauthor creating table of contents' "
+               ">&2\n",
+        work + half + "kill -KILL $$\n"}) {
+    add("dvdauthor", way);
+    expect_not_complete("dvdauthor: " + way);
+  }
+}
+
+TEST_F(StandIn, MkisofsThatDoesHalfOfItsWorkIsFoundOut) {
+  const std::string work = real("mkisofs") + " \"$@\"\n";
+  const std::string half = "truncate -s $(($(stat -c %s \"$o\") / 4096 * 2048)) \"$o\"\n";
+  for (const std::string& way :
+       {after_o(work + half), std::string("exit 0\n"),
+        after_o("head -c 4000000 /dev/zero >\"$o\"\n"),
+        std::string("echo ' 99.99% done, estimate finish Sat Nov 21 02:00:00 2026' >&2\nexit 0\n"),
+        after_o(work + half + "kill -KILL $$\n")}) {
+    add("mkisofs", way);
+    expect_not_complete("mkisofs: " + way);
+  }
+}
+
+TEST_F(StandIn, GmThatDoesHalfOfItsWorkIsFoundOut) {
+  const std::string work = real("gm") + " \"$@\"\n";
+  const std::string last = "for f in \"$@\"; do :; done\n";
+  const std::string half = "[ ! -f \"$f\" ] || truncate -s $(($(stat -c %s \"$f\") / 2)) \"$f\"\n";
+  for (const std::string& way :
+       {work + last + half, std::string("exit 0\n"), last + "head -c 5000 /dev/zero >\"$f\"\n",
+        std::string("echo done\nexit 0\n"), work + last + half + "kill -KILL $$\n"}) {
+    add("gm", way);
+    expect_not_complete("gm: " + way);
+  }
+}
+
+}  // namespace
+}  // namespace corvane::disc

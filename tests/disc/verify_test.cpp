@@ -1,0 +1,162 @@
+// The look at finished discs: real ones are as foreseen, damaged ones are told.
+#include "command.h"
+#include "disc/finding.h"
+#include "examine/verification.h"
+#include "formats/ifo.h"
+#include "large_sets.h"
+#include "platform/files/files.h"
+#include "project/project_file.h"
+#include "studio.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace corvane::disc {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::AllOf;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+std::vector<finding> verified(const std::string& folder, const std::string& image = {}) {
+  verification look({folder, image}, nullptr);
+  while (look.step(1000)) {
+  }
+  return look.findings();
+}
+
+std::vector<std::string> rules_of(const std::vector<finding>& findings) {
+  std::vector<std::string> rules;
+  for (const finding& f : findings)
+    rules.push_back(f.rule);
+  return rules;
+}
+
+/// Changes one byte of a file to another value.
+void flip(const std::string& path, std::uint64_t at) {
+  std::fstream file(path_of(path), std::ios::binary | std::ios::in | std::ios::out);
+  file.seekg(static_cast<std::streamoff>(at));
+  const char before = static_cast<char>(file.get());
+  file.seekp(static_cast<std::streamoff>(at));
+  file.put(static_cast<char>(before ^ 0x55));
+}
+
+class Verify : public ::testing::Test {
+ protected:
+  Verify() { home_.authored(small_project()); }
+
+  std::string file(const std::string& name) const { return home_.out() + "/VIDEO_TS/" + name; }
+  std::vector<std::string> found() const { return rules_of(verified(home_.out())); }
+  std::vector<std::string> found_with_image() const {
+    return rules_of(verified(home_.out(), home_.image()));
+  }
+
+  finished console(const std::vector<std::string>& words) const {
+    command c;
+    c.words = {CORVANE_AUTHOR, "--verify"};
+    c.words.insert(c.words.end(), words.begin(), words.end());
+    c.environment["CORVANE_HOME"] = home_.app();
+    return run(c);
+  }
+
+  studio home_;
+};
+
+TEST_F(Verify, ADiscAsItWasAuthoredHasNothing) {
+  EXPECT_THAT(found_with_image(), IsEmpty());
+  EXPECT_THAT(rules_of(verified({}, home_.image())), IsEmpty());
+}
+
+TEST_F(Verify, TheConsoleShowsTheDiscBesideItsProject) {
+  const finished told = console({home_.project_file(), home_.out()});
+  EXPECT_EQ(told.status, 0) << told.out;
+  EXPECT_THAT(told.out, HasSubstr("asked for"));
+  EXPECT_THAT(told.out, HasSubstr("leads to"));
+  EXPECT_THAT(told.out, HasSubstr("title 2 chapter 1"));
+}
+
+TEST_F(Verify, TheConsoleLooksAtADiscByItself) {
+  const finished told = console({home_.image()});
+  EXPECT_EQ(told.status, 0) << told.out;
+  EXPECT_THAT(told.out, AllOf(HasSubstr("on the disc"), Not(HasSubstr("asked for"))));
+  const finished json = console({"--json", home_.image()});
+  EXPECT_EQ(json.status, 0);
+  EXPECT_THAT(json.out, HasSubstr("[]"));
+}
+
+TEST_F(Verify, AnotherProjectsDiscIsToldWithWhatDiffers) {
+  project other = small_project();
+  other.menubuttons[0] =
+      "100/100/200/150/jump title 2/yellow/white|100/200/200/252/jump title 2/yellow/white";
+  const std::string path = home_.folder().add("other.cvp", project_text(other));
+  const finished told = console({path, home_.out()});
+  EXPECT_EQ(told.status, 2) << told.out;
+  EXPECT_THAT(told.out, HasSubstr("error: menu 1, button 1: leads to: title 1 chapter 1"));
+  EXPECT_THAT(told.out, HasSubstr("must be: title 2 chapter 1"));
+  EXPECT_THAT(told.out, HasSubstr("error: menu 1, button 2: edges: 100,200 to 200,250"));
+}
+
+TEST_F(Verify, AMissingFolderIsTold) {
+  const finished told = console({home_.folder().path("nowhere")});
+  EXPECT_EQ(told.status, 2);
+  EXPECT_THAT(told.out, HasSubstr("image-missing"));
+  const finished empty = console({home_.folder().path("work")});
+  EXPECT_EQ(empty.status, 2);
+  EXPECT_THAT(empty.out, HasSubstr("disc-missing"));
+}
+
+TEST_F(Verify, ACopyOfTheTablesThatDiffersIsFound) {
+  flip(file("VTS_01_0.BUP"), 5000);
+  EXPECT_THAT(found(), ElementsAre("disc-tables"));
+}
+
+TEST_F(Verify, AMissingFileIsFound) {
+  fs::remove(path_of(file("VTS_01_1.VOB")));
+  EXPECT_THAT(found(), Contains("disc-tables"));
+}
+
+TEST_F(Verify, ATitleThatIsCutIsFound) {
+  fs::resize_file(path_of(file("VTS_01_1.VOB")), fs::file_size(path_of(file("VTS_01_1.VOB"))) / 2);
+  EXPECT_THAT(found(), Contains("disc-tables"));
+}
+
+TEST_F(Verify, AnImageOfAnotherDiscIsFound) {
+  flip(file("VTS_01_1.VOB"), 3 * 2048 + 1000);
+  EXPECT_THAT(found_with_image(), Contains("image-files"));
+}
+
+TEST_F(Verify, AnImageThatIsCutIsFound) {
+  fs::resize_file(path_of(home_.image()), fs::file_size(path_of(home_.image())) / 2);
+  EXPECT_THAT(found_with_image(), Not(IsEmpty()));
+}
+
+// One byte of tables, copies or navigation packs.
+TEST_F(Verify, OneWrongByteIsFoundWithTheImageBesideIt) {
+  std::mt19937 random(20260101);
+  const std::string names[] = {"VIDEO_TS.IFO", "VTS_01_0.IFO", "VIDEO_TS.BUP", "VTS_01_0.BUP"};
+  const auto pick = [&](std::uint64_t most) {
+    return std::uniform_int_distribution<std::uint64_t>(0, most - 1)(random);
+  };
+  for (int i = 0; i < part_of_set(100); ++i) {
+    const bool pack = i % 2 == 1;
+    const std::string name = pack ? "VTS_01_1.VOB" : names[pick(4)];
+    const std::uint64_t at = pick(pack ? disc_sector_size : fs::file_size(path_of(file(name))));
+    const std::string before = *read_file(file(name), 1u << 30);
+    flip(file(name), at);
+    EXPECT_THAT(found_with_image(), Not(IsEmpty())) << name << " byte " << at;
+    EXPECT_FALSE(write_file(file(name), before));
+  }
+}
+
+}  // namespace
+}  // namespace corvane::disc
