@@ -38,6 +38,9 @@ TEST_F(MenuEditorWindow, DisablesTheMainWindowWhileItIsOpen) {
             }),
             "titleset menu");
   EXPECT_FALSE(ask_ui([this] { return window_->IsEnabled(); }));
+  // The window manager closes the window that has the keyboard.
+  EXPECT_TRUE(
+      wait_until([] { return dynamic_cast<wxTopLevelWindow*>(control("tsmenu"))->IsActive(); }));
   press("alt+F4");
   EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("tsmenu") == nullptr; }));
   EXPECT_TRUE(ask_ui([this] { return window_->IsEnabled(); }));
