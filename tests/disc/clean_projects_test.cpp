@@ -43,10 +43,11 @@ class clips {
   /// Names of clips of this standard and these proportions; the last one is a ready file.
   static std::vector<std::string> videos(bool pal, const std::string& aspect) {
     const std::string begin = (pal ? "pal" : "ntsc") + aspect.substr(0, aspect.find(':'));
-    std::vector<std::string> names;
-    for (const char* const end : {"-ffmpeg.m2v", "-mpeg2enc.m2v"})
-      names.push_back(begin + end);
-    if (!pal)
+    std::vector<std::string> names = {begin + "-ffmpeg.m2v"};
+    // mpeg2enc takes ten seconds for a clip.
+    if (aspect == "4:3")
+      names.push_back(begin + "-mpeg2enc.m2v");
+    else if (!pal)
       names.push_back(begin + "-pulldown.m2v");
     names.push_back(begin + "-ready.vob");
     return names;
@@ -71,12 +72,15 @@ class clips {
          "-sc_threshold 1000000000 -aspect " +
          aspect + " -f mpeg2video " + begin + "-ffmpeg.m2v");
     const std::string code = aspect == "16:9" ? "3" : "2";
-    make(source + time +
-         " -pix_fmt yuv420p -vf setsar=1 -f yuv4mpegpipe - | mpeg2enc -v 0 -f 8 -a " + code +
-         " -n " + (pal ? "p" : "n") + " -b 3000 -o " + begin + "-mpeg2enc.m2v");
-    if (!pal)
+    if (aspect == "4:3")
+      make(source + time +
+           " -pix_fmt yuv420p -vf setsar=1 -f yuv4mpegpipe - | mpeg2enc -v 0 -4 4 -2 4 -r 8 -f 8 "
+           "-a " +
+           code + " -n " + (pal ? "p" : "n") + " -b 3000 -o " + begin + "-mpeg2enc.m2v");
+    else if (!pal)
       make("ffmpeg -nostdin -v error -y -f lavfi -i testsrc=s=720x480:r=24000/1001" + time +
-           " -pix_fmt yuv420p -vf setsar=1 -f yuv4mpegpipe - | mpeg2enc -v 0 -f 8 -p -F 1 -a " +
+           " -pix_fmt yuv420p -vf setsar=1 -f yuv4mpegpipe - | mpeg2enc -v 0 -4 4 -2 4 -r 8 -f 8 "
+           "-p -F 1 -a " +
            code + " -n n -b 3000 -o " + begin + "-pulldown.m2v");
     make(source + time +
          " -f lavfi -i sine=d=4:r=48000 -c:v mpeg2video -b:v 2M -maxrate 6M -bufsize 1835k -g 12 "
