@@ -206,8 +206,7 @@ bool may_be_unknown(trait_kind what) {
          what == trait_kind::cues || what == trait_kind::first_cue || what == trait_kind::last_cue;
 }
 
-// By itself
-// -----------------------------------------------------------------------------------------
+// What a disc must be by itself.
 
 class self_examiner {
  public:

@@ -1,6 +1,8 @@
 // Where a disc leads: first play, titles and buttons, through menus that only lead on.
 #include "examine/disc_walk.h"
 
+#include "support/made_command.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -9,22 +11,18 @@
 namespace corvane {
 namespace {
 
-vm_command made(std::array<int, 8> bytes) {
-  vm_command command;
-  for (std::size_t i = 0; i < bytes.size(); ++i)
-    command.bytes[i] = static_cast<std::uint8_t>(bytes[i]);
-  return command;
-}
+using testing_support::made_command;
+
 vm_command jump_vts_title(int title) {
-  return made({0x30, 0x03, 0, 0, 0, title, 0, 0});
+  return made_command({0x30, 0x03, 0, 0, 0, title, 0, 0});
 }
 vm_command link_chain(int chain) {
-  return made({0x20, 0x04, 0, 0, 0, 0, 0, chain});
+  return made_command({0x20, 0x04, 0, 0, 0, 0, 0, chain});
 }
-const vm_command exit_command = made({0x30, 0x01, 0, 0, 0, 0, 0, 0});
-const vm_command link_tail = made({0x20, 0x01, 0, 0, 0, 0, 0, 13});
-const vm_command call_root_menu = made({0x30, 0x08, 0, 0, 0, 0x83, 0, 0});
-const vm_command jump_root_of_titleset_1 = made({0x30, 0x06, 0, 1, 1, 0x83, 0, 0});
+const vm_command exit_command = made_command({0x30, 0x01, 0, 0, 0, 0, 0, 0});
+const vm_command link_tail = made_command({0x20, 0x01, 0, 0, 0, 0, 0, 13});
+const vm_command call_root_menu = made_command({0x30, 0x08, 0, 0, 0, 0x83, 0, 0});
+const vm_command jump_root_of_titleset_1 = made_command({0x30, 0x06, 0, 1, 1, 0x83, 0, 0});
 
 /// A disc of two titles and two menus in titleset 1, of which the first has the jump table.
 class DiscWalk : public ::testing::Test {
@@ -49,7 +47,7 @@ class DiscWalk : public ::testing::Test {
     }
     first_->pre = {jump_root_of_titleset_1};
     disc_.first_play = first_;
-    menu_[0]->pre = {made({0x20, 0xA4, 0, 1, 0, 2, 0, 2})};  // if (g1 == 2) LinkPGCN 2
+    menu_[0]->pre = {made_command({0x20, 0xA4, 0, 1, 0, 2, 0, 2})};  // if (g1 == 2) LinkPGCN 2
   }
 
   std::optional<std::string> pressed(const vm_command& command, std::size_t menu = 0) {
@@ -77,27 +75,27 @@ TEST_F(DiscWalk, FirstPlayLeadsToTheFirstMenu) {
 
 TEST_F(DiscWalk, ButtonsLeadToTitlesChaptersMenusAndTheEnd) {
   EXPECT_EQ(pressed(jump_vts_title(2)), "title 2 chapter 1");
-  EXPECT_EQ(pressed(made({0x30, 0x05, 0, 2, 0, 1, 0, 0})), "title 1 chapter 2");
+  EXPECT_EQ(pressed(made_command({0x30, 0x05, 0, 2, 0, 1, 0, 0})), "title 1 chapter 2");
   EXPECT_EQ(pressed(link_chain(2)), "menu 2");
   EXPECT_EQ(pressed(exit_command), "stop");
 }
 
 TEST_F(DiscWalk, WhatIsNotThereLeadsNowhere) {
   EXPECT_EQ(pressed(jump_vts_title(3)), "nowhere");
-  EXPECT_EQ(pressed(made({0x30, 0x05, 0, 3, 0, 1, 0, 0})), "nowhere") << "chapter 3 of 2";
+  EXPECT_EQ(pressed(made_command({0x30, 0x05, 0, 3, 0, 1, 0, 0})), "nowhere") << "chapter 3 of 2";
   EXPECT_EQ(pressed(link_chain(3)), "nowhere");
-  EXPECT_EQ(pressed(made({0, 0, 0, 0, 0, 0, 0, 0})), "nowhere") << "it does nothing";
+  EXPECT_EQ(pressed(made_command({0, 0, 0, 0, 0, 0, 0, 0})), "nowhere") << "it does nothing";
 }
 
 TEST_F(DiscWalk, RememberedMenuIsComeBackTo) {
-  title_[0]->post = {made({0x71, 0, 0, 1, 0, 2, 0, 0}), call_root_menu};
+  title_[0]->post = {made_command({0x71, 0, 0, 1, 0, 2, 0, 0}), call_root_menu};
   EXPECT_EQ(after_title(disc_, disc_.titles[0]), "menu 2");
   title_[1]->post = {call_root_menu};
   EXPECT_EQ(after_title(disc_, disc_.titles[1]), "menu 1");
 }
 
 TEST_F(DiscWalk, ButtonOfSeveralCommandsIsDoneBehindItsMenu) {
-  menu_[1]->post = {made({0x71, 0, 0, 1, 0, 2, 0, 0}), jump_vts_title(1)};
+  menu_[1]->post = {made_command({0x71, 0, 0, 1, 0, 2, 0, 0}), jump_vts_title(1)};
   EXPECT_EQ(pressed(link_tail, 1), "title 1 chapter 1");
 }
 

@@ -1,6 +1,8 @@
 // Navigation commands done: registers, conditions, arithmetic, and where they lead.
 #include "formats/vm_machine.h"
 
+#include "support/made_command.h"
+
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -8,26 +10,21 @@
 namespace corvane {
 namespace {
 
-vm_command made(std::array<int, 8> bytes) {
-  vm_command command;
-  for (std::size_t i = 0; i < bytes.size(); ++i)
-    command.bytes[i] = static_cast<std::uint8_t>(bytes[i]);
-  return command;
-}
+using testing_support::made_command;
 
 /// g<target> op= value; 1 is "=".
 vm_command set(int op, int target, int value) {
-  return made({0x70 | op, 0, 0, target, value >> 8, value & 255, 0, 0});
+  return made_command({0x70 | op, 0, 0, target, value >> 8, value & 255, 0, 0});
 }
 vm_command set_from(int op, int target, int source) {
-  return made({0x60 | op, 0, 0, target, 0, source, 0, 0});
+  return made_command({0x60 | op, 0, 0, target, 0, source, 0, 0});
 }
-const vm_command exit_command = made({0x30, 0x01, 0, 0, 0, 0, 0, 0});
+const vm_command exit_command = made_command({0x30, 0x01, 0, 0, 0, 0, 0, 0});
 vm_command jump_title(int title) {
-  return made({0x30, 0x02, 0, 0, 0, title, 0, 0});
+  return made_command({0x30, 0x02, 0, 0, 0, title, 0, 0});
 }
 vm_command link_if_equal(int general, int value, int chain) {
-  return made({0x20, 0xA4, 0, general, value >> 8, value & 255, 0, chain});
+  return made_command({0x20, 0xA4, 0, general, value >> 8, value & 255, 0, chain});
 }
 
 using place = vm_target::place;
@@ -35,7 +32,7 @@ using place = vm_target::place;
 TEST(VmMachine, ListThatLeadsNowhereEnds) {
   vm_registers registers;
   EXPECT_FALSE(run_commands({}, registers));
-  const std::vector<vm_command> nothing = {made({0, 0, 0, 0, 0, 0, 0, 0}), set(1, 3, 9)};
+  const std::vector<vm_command> nothing = {made_command({0, 0, 0, 0, 0, 0, 0, 0}), set(1, 3, 9)};
   EXPECT_FALSE(run_commands(nothing, registers));
   EXPECT_EQ(registers.general[3], 9);
 }
@@ -53,7 +50,7 @@ TEST(VmMachine, FirstCommandWhoseConditionHoldsLeads) {
 
 TEST(VmMachine, CommandThatSetsAndLinksDoesBoth) {
   vm_registers registers;
-  const std::vector<vm_command> one = {made({0x71, 0x04, 0, 1, 0, 3, 0, 3})};
+  const std::vector<vm_command> one = {made_command({0x71, 0x04, 0, 1, 0, 3, 0, 3})};
   const auto to = run_commands(one, registers);
   ASSERT_TRUE(to);
   EXPECT_EQ(to->chain, 3);
@@ -94,7 +91,7 @@ TEST(VmMachine, ComparisonsCompare) {
     for (int i = 0; i < 3; ++i) {
       vm_registers registers;
       registers.general[1] = static_cast<std::uint16_t>(5 + i);  // against 6
-      const std::vector<vm_command> one = {made({0x20, 0x84 | op << 4, 0, 1, 0, 6, 0, 2})};
+      const std::vector<vm_command> one = {made_command({0x20, 0x84 | op << 4, 0, 1, 0, 6, 0, 2})};
       const bool both = ((5 + i) & 6) != 0;
       EXPECT_EQ(run_commands(one, registers).has_value(), op == 1 ? both : holds[op][i])
           << op << " " << 5 + i;
@@ -102,13 +99,13 @@ TEST(VmMachine, ComparisonsCompare) {
 }
 
 TEST(VmMachine, GotoAndBreakStayWithinTheList) {
-  const auto go_to = [](int line) { return made({0, 0x01, 0, 0, 0, 0, 0, line}); };
+  const auto go_to = [](int line) { return made_command({0, 0x01, 0, 0, 0, 0, 0, line}); };
   vm_registers registers;
   const std::vector<vm_command> over = {go_to(3), exit_command, jump_title(2)};
   const auto to = run_commands(over, registers);
   ASSERT_TRUE(to);
   EXPECT_EQ(to->where, place::title);
-  const std::vector<vm_command> broken = {made({0, 0x02, 0, 0, 0, 0, 0, 0}), exit_command};
+  const std::vector<vm_command> broken = {made_command({0, 0x02, 0, 0, 0, 0, 0, 0}), exit_command};
   EXPECT_FALSE(run_commands(broken, registers));
   const std::vector<vm_command> beyond = {go_to(9), exit_command};
   EXPECT_FALSE(run_commands(beyond, registers));
@@ -116,14 +113,15 @@ TEST(VmMachine, GotoAndBreakStayWithinTheList) {
 
 TEST(VmMachine, ListThatNeverEndsIsLeft) {
   vm_registers registers;
-  const std::vector<vm_command> endless = {made({0, 0x01, 0, 0, 0, 0, 0, 1})};
+  const std::vector<vm_command> endless = {made_command({0, 0x01, 0, 0, 0, 0, 0, 1})};
   EXPECT_FALSE(run_commands(endless, registers));
 }
 
 TEST(VmMachine, ButtonIsSetAndRead) {
   vm_registers registers;
-  const std::vector<vm_command> commands = {made({0x56, 0, 0, 0, 3 << 2, 0, 0, 0}),  // button = 3
-                                            made({0x61, 0, 0, 5, 0, 0x88, 0, 0})};   // g5 = s8
+  const std::vector<vm_command> commands = {
+      made_command({0x56, 0, 0, 0, 3 << 2, 0, 0, 0}),  // button = 3
+      made_command({0x61, 0, 0, 5, 0, 0x88, 0, 0})};   // g5 = s8
   EXPECT_FALSE(run_commands(commands, registers));
   EXPECT_EQ(registers.system[8], 3 << 10);
   EXPECT_EQ(registers.general[5], 3 << 10);

@@ -8,8 +8,6 @@
 #include "ui/widgets/wx_text.h"
 
 #include <wx/button.h>
-#include <wx/clipbrd.h>
-#include <wx/dataobj.h>
 #include <wx/dataview.h>
 #include <wx/display.h>
 #include <wx/gauge.h>
@@ -28,12 +26,6 @@
 
 namespace corvane {
 namespace {
-
-void copy(const std::string& text) {
-  const wxClipboardLocker open;
-  if (!!open)
-    wxTheClipboard->SetData(new wxTextDataObject(wx_text(text)));
-}
 
 wxVector<wxVariant> row_of(const finding& f) {
   wxVector<wxVariant> row;
@@ -334,12 +326,12 @@ void findings_window::go_to_selected() {
 }
 
 void findings_window::copy_all() {
-  copy(findings_.text());
+  copy_to_clipboard(wx_text(findings_.text()));
 }
 
 void findings_window::copy_selected() {
   if (const finding* f = selected())
-    copy(text_of(*f) + "\n");
+    copy_to_clipboard(wx_text(text_of(*f) + "\n"));
 }
 
 }  // namespace corvane

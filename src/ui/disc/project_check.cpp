@@ -11,7 +11,6 @@
 
 #include <wx/utils.h>
 
-#include <cstdint>
 #include <memory>
 #include <utility>
 
@@ -20,10 +19,6 @@ namespace {
 
 constexpr int check_milliseconds = 25;    // somebody waits for the end, and may press "stop"
 constexpr int patience_with_check = 300;  // progress that comes and goes at once only flickers
-
-double part_of(std::uint64_t read, std::uint64_t all) {
-  return all > 0 ? static_cast<double>(read) / static_cast<double>(all) : 1;
-}
 
 bool is_empty(const project& p) {
   return p.List11.empty() && p.menulist.empty();
@@ -155,16 +150,16 @@ material_equipment project_check::material() {
 }
 
 bool project_check::read_before_run(examination& e) {
-  return read_with_box(main_, {"Reading the files of the project...", "&Skip",
-                               "Author without looking at the rest of the files",
-                               [&e] { return e.step(check_milliseconds); },
-                               [&e] { return part_of(e.bytes_read(), e.bytes_to_read()); }});
+  return read_with_box(main_,
+                       {"Reading the files of the project...", "&Skip",
+                        "Author without looking at the rest of the files"},
+                       e);
 }
 
 void project_check::show_progress() {
   if (window_ == nullptr || checking_for_.Time() < patience_with_check)
     return;
-  window_->show_progress(check_progress{part_of(check_->bytes_read(), check_->bytes_to_read()),
+  window_->show_progress(check_progress{part_read(check_->bytes_read(), check_->bytes_to_read()),
                                         check_->current_file()});
 }
 

@@ -22,13 +22,14 @@ constexpr int moment_milliseconds = 1000;  // shorter waits need no box
 
 class reading_box : public wxDialog {
  public:
-  reading_box(wxWindow& owner, const reading& what) : wxDialog(&owner, wxID_ANY, program_name) {
+  reading_box(wxWindow& owner, const reading_texts& texts)
+      : wxDialog(&owner, wxID_ANY, program_name) {
     auto* const column = new wxBoxSizer(wxVERTICAL);
-    auto* const text = new wxStaticText(this, wxID_ANY, what.text);
-    auto* const past = new wxButton(this, wxID_CANCEL, what.past);
+    auto* const text = new wxStaticText(this, wxID_ANY, texts.what);
+    auto* const past = new wxButton(this, wxID_CANCEL, texts.past);
     gauge_ = new wxGauge(this, wxID_ANY, progress_steps);
     gauge_->SetMinSize(FromDIP(wxSize(360, -1)));
-    past->SetToolTip(what.tip);
+    past->SetToolTip(texts.tip);
     const int space = FromDIP(12);
     column->Add(text, wxSizerFlags().Border(wxALL, space));
     column->Add(gauge_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, space));
@@ -51,18 +52,23 @@ class reading_box : public wxDialog {
 
 }  // namespace
 
-bool read_with_box(wxWindow& owner, const reading& what) {
+double part_read(std::uint64_t read, std::uint64_t all) {
+  return all > 0 ? static_cast<double>(read) / static_cast<double>(all) : 1;
+}
+
+bool read_with_box(wxWindow& owner, const reading_texts& texts, const std::function<bool()>& step,
+                   const std::function<double()>& part) {
   const wxBusyCursor busy;
   wxStopWatch reading_for;
   std::unique_ptr<reading_box> box;
-  while (what.step()) {
+  while (step()) {
     if (!box && reading_for.Time() > moment_milliseconds) {
-      box = std::make_unique<reading_box>(owner, what);
+      box = std::make_unique<reading_box>(owner, texts);
       box->Show();
     }
     if (!box)
       continue;
-    box->show_part(what.part());
+    box->show_part(part());
     wxSafeYield(box.get(), true);
     if (box->ended())
       return false;

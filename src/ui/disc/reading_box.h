@@ -3,23 +3,36 @@
 
 #include <wx/string.h>
 
+#include <cstdint>
 #include <functional>
 
 class wxWindow;
 
 namespace corvane {
 
-/// What is read and what the box says of it.
-struct reading {
-  wxString text;                 ///< what is read
-  wxString past;                 ///< label of the button that ends it
-  wxString tip;                  ///< what the button does
-  std::function<bool()> step;    ///< reads for a moment; false: all is read
-  std::function<double()> part;  ///< that is read, 0 to 1
+/// What the box says.
+struct reading_texts {
+  wxString what;  ///< is read
+  wxString past;  ///< label of the button that ends it
+  wxString tip;   ///< what the button does
 };
 
-/// Reads to the end, with a box once that takes longer than a moment. Returns false if the user
+/// 0 to 1; 1 if there is nothing to read.
+double part_read(std::uint64_t read, std::uint64_t all);
+
+/// Reads to the end, with a box once that takes longer than a moment. `step` reads for a moment and
+/// returns false when all is read; `part` says how much of it is, 0 to 1. Returns false if the user
 /// wants no more of it.
-bool read_with_box(wxWindow& owner, const reading& what);
+bool read_with_box(wxWindow& owner, const reading_texts& texts, const std::function<bool()>& step,
+                   const std::function<double()>& part);
+
+/// The same of an examination or a verification.
+template <typename Work>
+bool read_with_box(wxWindow& owner, const reading_texts& texts, Work& work) {
+  constexpr int slice_milliseconds = 25;
+  return read_with_box(
+      owner, texts, [&work] { return work.step(slice_milliseconds); },
+      [&work] { return part_read(work.bytes_read(), work.bytes_to_read()); });
+}
 
 }  // namespace corvane

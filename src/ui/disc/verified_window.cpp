@@ -9,8 +9,6 @@
 #include "ui/widgets/wx_text.h"
 
 #include <wx/button.h>
-#include <wx/clipbrd.h>
-#include <wx/dataobj.h>
 #include <wx/dialog.h>
 #include <wx/font.h>
 #include <wx/sizer.h>
@@ -24,8 +22,6 @@
 
 namespace corvane {
 namespace {
-
-constexpr int disc_slice_milliseconds = 25;
 
 const char* picture_of_all(const finding_list& findings) {
   if (findings.count(finding_severity::error) > 0)
@@ -60,7 +56,7 @@ class verified_window : public wxDialog {
     SetClientSize(FromDIP(wxSize(layout::xml_width, layout::xml_height)));
     CentreOnParent();
     close->SetFocus();
-    copy->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { copy_all(); });
+    copy->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { copy_to_clipboard(text_); });
     save_as->Bind(wxEVT_BUTTON, [save = std::move(save)](wxCommandEvent&) { save(); });
   }
 
@@ -90,29 +86,23 @@ class verified_window : public wxDialog {
     return text;
   }
 
-  void copy_all() {
-    const wxClipboardLocker clipboard;
-    if (!!clipboard)
-      wxTheClipboard->SetData(new wxTextDataObject(text_));
-  }
-
   wxString text_;
 };
-
-double part_of(const verification& look) {
-  const auto all = static_cast<double>(look.bytes_to_read());
-  return all > 0 ? static_cast<double>(look.bytes_read()) / all : 0;
-}
 
 }  // namespace
 
 void verify_disc(main_window& main) {
   main.run([&main](document& doc) {
     verification_equipment e{main.app(), main.material(), {}};
+    e.material.examine = [&main](examination& look) {
+      return read_with_box(main,
+                           {"Reading the files of the project...", "&Skip",
+                            "Hold the disc against what is known of the files so far"},
+                           look);
+    };
     e.read = [&main](verification& look) {
-      return read_with_box(main, {"Reading the disc...", "&Stop", "Read no more of the disc",
-                                  [&look] { return look.step(disc_slice_milliseconds); },
-                                  [&look] { return part_of(look); }});
+      return read_with_box(main, {"Reading the disc...", "&Stop", "Read no more of the disc"},
+                           look);
     };
     const std::optional<verified_disc> disc = verify_command(doc, e);
     if (disc)

@@ -3,6 +3,9 @@
 #include "formats/text.h"
 #include "platform/text/utf8.h"
 
+#include <wx/clipbrd.h>
+#include <wx/dataobj.h>
+
 namespace corvane {
 
 wxString wx_text(std::string_view text) {
@@ -25,6 +28,12 @@ wxArrayString wx_rows(const std::vector<std::string>& rows) {
 
 std::string utf8_of(const wxString& text) {
   return text.utf8_string();
+}
+
+void copy_to_clipboard(const wxString& text) {
+  const wxClipboardLocker clipboard;
+  if (!!clipboard)
+    wxTheClipboard->SetData(new wxTextDataObject(text));
 }
 
 wxString tenths_text(double seconds) {
