@@ -176,7 +176,8 @@ std::vector<finding> examination::findings() const {
   append(all, chapter_findings(disc_, lengths));
   append(all, setting_findings(disc_));
   if (depth_ == depth::whole_files)
-    append(all, subtitle_findings(disc_, native_style(), title_seconds));
+    append(all, subtitle_findings(disc_, native_style(), title_seconds,
+                                  around_.fonts ? &*around_.fonts : nullptr));
   if (around_.fonts)
     append(all, subtitle_font_findings(disc_, *around_.fonts));
   append(all, navigation_findings(disc_, around_.customxml));

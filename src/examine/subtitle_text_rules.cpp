@@ -1,10 +1,12 @@
 #include "examine/subtitle_text_rules.h"
 
+#include "examine/subtitle_characters.h"
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "formats/subtitle_cues.h"
 #include "formats/text.h"
 #include "formats/time_text.h"
+#include "platform/text/charset.h"
 #include "platform/text/utf8.h"
 
 #include <algorithm>
@@ -87,6 +89,12 @@ constexpr std::array subtitle_text_rules_table = {
          "a font that is installed on this system",
          "the subtitles in another font, which the system picks",
          "choose an installed font in \"add/edit subtitles\"", "spumux 0.7.2 with fontconfig"},
+    rule{"subtitle-character-missing", severity::warning,
+         "The font of a subtitle has all of its characters", "characters that the font has",
+         "a \"_\" in the place of each of these characters",
+         "choose another font in \"add/edit subtitles\", one that has them; or write other "
+         "characters in the subtitle file",
+         "spumux 0.7.2, measured"},
 };
 
 // Markup ------------------------------------------------------------------------------------------
@@ -157,18 +165,12 @@ std::string markup_in(std::string_view line) {
 
 /// The first character beyond the Basic Multilingual Plane, as "U+1F600".
 std::string wide_character_in(std::string_view line) {
-  while (!line.empty()) {
-    const utf8_character c = first_character(line);
-    if (c.code > 0xFFFF) {
-      constexpr std::string_view digits = "0123456789ABCDEF";
-      std::string hex;
-      for (std::uint32_t rest = c.code; rest > 0; rest /= 16)
-        hex.insert(hex.begin(), digits[rest % 16]);
-      return "U+" + hex;
-    }
-    line.remove_prefix(std::max<std::size_t>(c.length, 1));
-  }
-  return {};
+  std::string wide;
+  for_each_character(line, [&wide](std::uint32_t code) {
+    if (code > last_of_basic_plane && wide.empty())
+      wide = code_text(code);
+  });
+  return wide;
 }
 
 // Text --------------------------------------------------------------------------------------------
@@ -199,12 +201,19 @@ std::string utf8_of_utf16(std::string_view bytes) {
   return text;
 }
 
-/// Sets in which a byte of ASCII can be a part of another character: there, "{" may be none.
-bool hides_ascii(const std::string& charset) {
-  const std::string set = lower(charset);
-  return set.starts_with("shift") || set.starts_with("iso-2022") || set.starts_with("big5") ||
-         set.starts_with("gb") || set == "cp932" || set == "cp936" || set == "cp949" ||
-         set == "cp950";
+/// A file's text as UTF-8; nullopt if nobody can say what characters its bytes are.
+std::optional<std::string> utf8_of(const subtitle_file& file, const subtitle_settings& settings) {
+  if (file.unicode() == "UTF-16")
+    return utf8_of_utf16(file.bytes());
+  const std::string charset = file.set_read(settings[subtitle_field::character_set]);
+  if (charset == "UTF-8" || charset.empty())
+    return file.bytes();
+  return in_utf8(file.bytes(), charset);
+}
+
+subtitle_cues cues_in(std::string_view text, const subtitle_settings& settings) {
+  const double rate = leading_number(settings[subtitle_field::frame_rate]);
+  return read_subtitle_cues(text, rate > 0 ? rate : 25);
 }
 
 std::string shortened(const text_cue& cue) {
@@ -215,6 +224,15 @@ class cue_examiner {
  public:
   cue_examiner(const subtitle_cues& all, finding_item item, const std::string& path)
       : all_(all), item_(item), path_(path) {}
+
+  /// `name`: the font's, for the user.
+  void look_at_characters(const font_characters& font, const std::string& name) {
+    for (const text_cue& cue : all_.cues)
+      if (const auto lacked = characters_lacked(font, cue); !lacked.empty())
+        add("subtitle-character-missing", cue,
+            "for the cue " + shortened(cue) + " the font " + sanitized_quoted(name) + " has no " +
+                list_of_characters(lacked));
+  }
 
   void look_at_texts() {
     for (const text_cue& cue : all_.cues) {
@@ -348,21 +366,18 @@ std::span<const rule> subtitle_text_rules() {
 }
 
 subtitle_cues cues_of(const subtitle_file& file, const subtitle_settings& settings) {
-  const bool is_utf16 = file.unicode() == "UTF-16";
-  const double rate = leading_number(settings[subtitle_field::frame_rate]);
-  return read_subtitle_cues(is_utf16 ? utf8_of_utf16(file.bytes()) : file.bytes(),
-                            rate > 0 ? rate : 25);
+  return cues_in(utf8_of(file, settings).value_or(file.bytes()), settings);
 }
 
 std::vector<finding> subtitle_text_findings(const subtitle_file& file,
                                             const subtitle_settings& settings, finding_item item,
-                                            const std::string& path,
-                                            std::optional<double> seconds) {
-  const std::string charset = file.set_read(settings[subtitle_field::character_set]);
+                                            const std::string& path, std::optional<double> seconds,
+                                            const font_characters* font) {
   if (const refusal why = file.why_not(settings[subtitle_field::character_set]))
     return {
         about_file("subtitle-unreadable", item, path, "the file cannot be used, since " + *why)};
-  const subtitle_cues all = cues_of(file, settings);
+  const std::optional<std::string> text = utf8_of(file, settings);
+  const subtitle_cues all = cues_in(text ? *text : file.bytes(), settings);
   if (all.format == subtitle_format::unknown)
     return {about_file("subtitle-unreadable", item, path,
                        "the file is in none of the subtitle formats that spumux reads")};
@@ -371,8 +386,10 @@ std::vector<finding> subtitle_text_findings(const subtitle_file& file,
   if (all.cues.empty())
     return {about_file("subtitle-no-cues", item, path, "the file holds no cue with a text")};
   cue_examiner examiner(all, item, path);
-  if (!hides_ascii(charset))
+  if (text)
     examiner.look_at_texts();
+  if (text && font != nullptr)
+    examiner.look_at_characters(*font, settings[subtitle_field::font_file]);
   examiner.look_at_times(seconds);
   return examiner.findings();
 }
@@ -398,8 +415,10 @@ std::vector<finding> subtitle_font_findings(const disc_description& d, const fon
 }
 
 std::vector<finding> subtitle_findings(const disc_description& d, path_style style,
-                                       std::span<const std::optional<double>> title_seconds) {
+                                       std::span<const std::optional<double>> title_seconds,
+                                       const font_list* installed) {
   std::vector<finding> findings;
+  font_shelf fonts;
   for (int title = 1; title <= d.title_count(); ++title) {
     const auto t = static_cast<std::size_t>(title) - 1;
     const std::optional<double> seconds =
@@ -409,9 +428,13 @@ std::vector<finding> subtitle_findings(const disc_description& d, path_style sty
       const finding_item item{whole::title, title, part::subtitle, static_cast<int>(i) + 1};
       const std::string path = native_from_stored(subtitles[i].file, style);
       const result<subtitle_file> file = subtitle_file::read(path);
+      const subtitle_settings& settings = *subtitles[i].settings;
+      const font_characters* const font =
+          installed == nullptr ? nullptr
+                               : fonts.find(settings[subtitle_field::font_file], *installed);
       std::vector<finding> found;
       if (file)
-        found = subtitle_text_findings(*file, *subtitles[i].settings, item, path, seconds);
+        found = subtitle_text_findings(*file, settings, item, path, seconds, font);
       else
         found = {about_file("subtitle-unreadable", item, path,
                             "the file cannot be used, since " + file.error)};

@@ -3,6 +3,7 @@
 
 #include "disc/disc_description.h"
 #include "examine/rules.h"
+#include "formats/font_characters.h"
 #include "formats/subtitle_cues.h"
 #include "platform/files/paths.h"
 #include "project/font_list.h"
@@ -21,18 +22,22 @@ std::span<const rule> subtitle_text_rules();
 subtitle_cues cues_of(const subtitle_file& file, const subtitle_settings& settings);
 
 /// What one file's text gives, in the order of its times; of each rule the first twenty. `file` was
-/// read from `path`. `seconds`: how long the title is; not set: not compared.
+/// read from `path`. `seconds`: how long the title is; not set: not compared. `font`: what the font
+/// of the settings has; null: not looked at.
 std::vector<finding> subtitle_text_findings(const subtitle_file& file,
                                             const subtitle_settings& settings, finding_item item,
-                                            const std::string& path, std::optional<double> seconds);
+                                            const std::string& path, std::optional<double> seconds,
+                                            const font_characters* font = nullptr);
 
 /// What spumux will draw instead of a font that is not installed. A note for the font that settings
 /// begin with, which nobody chose.
 std::vector<finding> subtitle_font_findings(const disc_description& d, const font_list& installed);
 
-/// All titles' subtitles; reads their files. `title_seconds`: not set or missing: not compared. Of
-/// a title that has more than 32 subtitles the first 32 are read.
+/// All titles' subtitles; reads their files, and of their fonts those that are among the
+/// `installed`; null: fonts are not looked at. `title_seconds`: not set or missing: not compared.
+/// Of a title that has more than 32 subtitles the first 32 are read.
 std::vector<finding> subtitle_findings(const disc_description& d, path_style style,
-                                       std::span<const std::optional<double>> title_seconds = {});
+                                       std::span<const std::optional<double>> title_seconds = {},
+                                       const font_list* installed = nullptr);
 
 }  // namespace corvane

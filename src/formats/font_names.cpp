@@ -1,5 +1,6 @@
 #include "formats/font_names.h"
 
+#include "formats/font_tag.h"
 #include "formats/text.h"
 #include "platform/text/utf8.h"
 
@@ -30,13 +31,6 @@ class font_bytes {
 
   std::string_view file_;
 };
-
-constexpr std::uint32_t tag(const char (&name)[5]) {
-  std::uint32_t number = 0;
-  for (int i = 0; i < 4; ++i)
-    number = number << 8 | static_cast<unsigned char>(name[i]);
-  return number;
-}
 
 std::string text_of_utf16(std::string_view bytes) {
   const font_bytes units(bytes);
@@ -76,7 +70,7 @@ void add_names_of_font(const font_bytes& bytes, std::size_t font, std::vector<st
   const std::uint32_t tables = bytes.u16(font + 4);
   for (std::uint32_t i = 0; i < tables; ++i) {
     const std::size_t entry = font + 12 + std::size_t{16} * i;
-    if (bytes.u32(entry) == tag("name"))
+    if (bytes.u32(entry) == font_tag("name"))
       return add_names_of_table(bytes, bytes.u32(entry + 8), names);
   }
 }
@@ -93,9 +87,9 @@ std::vector<std::string> font_names(std::string_view file) {
   const font_bytes bytes(file);
   std::vector<std::string> names;
   const std::uint32_t kind = bytes.u32(0);
-  if (kind == 0x00010000 || kind == tag("OTTO") || kind == tag("true")) {
+  if (kind == 0x00010000 || kind == font_tag("OTTO") || kind == font_tag("true")) {
     add_names_of_font(bytes, 0, names);
-  } else if (kind == tag("ttcf")) {
+  } else if (kind == font_tag("ttcf")) {
     const std::size_t count = std::min<std::size_t>(bytes.u32(8), most_fonts);
     for (std::size_t i = 0; i < count; ++i)
       add_names_of_font(bytes, bytes.u32(12 + 4 * i), names);

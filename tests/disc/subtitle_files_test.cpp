@@ -1,5 +1,7 @@
 // Real subtitle files in every character set of the dialog and every format of its filter, drawn by
 // the real spumux.
+#include "examine/subtitle_characters.h"
+#include "examine/subtitle_text_rules.h"
 #include "text_studio.h"
 #include "tools/subtitles.h"
 
@@ -109,6 +111,46 @@ TEST(SubtitleCharset, Utf8IsDrawnAlikeWithAndWithoutMarkAndWhateverTheLineEnds) 
   EXPECT_TRUE(drawn(lf, "e.utf8", "ISO-8859-1") == plain);
   EXPECT_TRUE(drawn(mark + lf, "f.utf", "ISO-8859-1") == plain);
   EXPECT_TRUE(drawn(in_set(lf, "UTF-16"), "g.srt", "UTF-16") == plain);
+}
+
+TEST(SubtitleCharacters, ThatAreSaidToBeMissingAreThoseThatAreDrawnAsALine) {
+  text_studio studio;
+  font_shelf fonts;
+  const font_characters* const font = fonts.find("dejavusans.ttf", system_fonts());
+  ASSERT_NE(font, nullptr);
+  int number = 0;
+  const auto request_of = [&](const std::string& text) {
+    preview_request r = text_studio::request(
+        studio.folder().add(std::to_string(++number) + ".srt", subrip("x" + text + "x")));
+    r.settings[subtitle_field::character_set] = "UTF-8";
+    return r;
+  };
+  const auto line = studio.drawn(request_of("_")).rgba;
+  // A glyph, none, one of no width, a tabulator, characters that are taken out, Arabic in its forms
+  // and a letter of which the font has none, a gap in its table.
+  for (const auto& [text, is_missing] :
+       std::vector<std::pair<std::string, bool>>{{"Ж", false},
+                                                 {"你", true},
+                                                 {"\u00A0", false},
+                                                 {"\t", true},
+                                                 {"\u200B", false},
+                                                 {"\u00AD", false},
+                                                 {"\uFEFF", false},
+                                                 {"\u202E", false},
+                                                 {"\x01", false},
+                                                 {"\u0628", false},
+                                                 {"\u0620", true},
+                                                 {"\u06C0", true},
+                                                 {"\u3000", true},
+                                                 {"\uFFFD", false},
+                                                 {"\uE0FF", true},
+                                                 {"\u2028", false}}) {
+    const preview_request r = request_of(text);
+    const auto found = subtitle_text_findings(*subtitle_file::read(r.file), r.settings, {}, r.file,
+                                              std::nullopt, font);
+    EXPECT_EQ(found.size(), is_missing ? 1u : 0u) << number << " " << text;
+    EXPECT_EQ(studio.drawn(r).rgba == line, is_missing) << number << " " << text;
+  }
 }
 
 TEST(SubtitleCharset, Utf8ReadAsAnotherSetIsAReason) {

@@ -6,12 +6,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <initializer_list>
 #include <string>
 
 namespace corvane::testing_support {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
@@ -190,6 +193,86 @@ TEST(SubtitleTextRules, OfOneRuleTwentyFindingsAreToldAndTheRestCounted) {
   EXPECT_THAT(findings[19].found, HasSubstr("; 30 more of the file's cues are like this"));
 }
 
+/// Of a font that has ASCII and these characters.
+font_characters font_with(std::initializer_list<std::uint32_t> more) {
+  font_characters font;
+  for (std::uint32_t c = 0x20; c < 0x7F; ++c)
+    font.add(c);
+  for (const std::uint32_t c : more)
+    font.add(c);
+  return font;
+}
+
+std::vector<finding> findings_with(const font_characters& font, const std::string& text,
+                                   const std::string& charset = "UTF-8") {
+  subtitle_settings settings = default_subtitle_settings("PAL");
+  settings[subtitle_field::character_set] = charset;
+  settings[subtitle_field::font_file] = "plain.ttf";
+  return subtitle_text_findings(subtitle_file("a.srt", text), settings, first_subtitle, "/m/a.srt",
+                                {}, &font);
+}
+
+TEST(SubtitleTextRules, CharactersThatTheFontLacksAreAWarning) {
+  const auto findings = findings_with(font_with({0x443}), cue("Жук ж\nЖ"));
+  ASSERT_THAT(findings, SizeIs(1));
+  EXPECT_EQ(findings[0].rule, "subtitle-character-missing");
+  EXPECT_EQ(findings[0].severity, finding_severity::warning);
+  EXPECT_EQ(place_text(findings[0]), "title 1, subtitle 1, 00:00:01");
+  EXPECT_EQ(findings[0].found,
+            "for the cue \"Жук ж Ж\" the font \"plain.ttf\" has no \"Ж\" (U+0416), \"к\" (U+043A) "
+            "and \"ж\" (U+0436)");
+  EXPECT_EQ(findings[0].consequence, "a \"_\" in the place of each of these characters");
+  EXPECT_THAT(findings_with(font_with({0x416, 0x436, 0x443, 0x43A}), cue("Жук ж\nЖ")), IsEmpty());
+}
+
+TEST(SubtitleTextRules, OfManyCharactersThatTheFontLacksFiveAreNamed) {
+  const auto six = findings_with(font_with({}), cue("αβγδεζ"));
+  ASSERT_THAT(six, SizeIs(1));
+  EXPECT_THAT(six[0].found, EndsWith("\"ε\" (U+03B5) and \"ζ\" (U+03B6)"));
+  const auto seven = findings_with(font_with({}), cue("αβγδεζη"));
+  ASSERT_THAT(seven, SizeIs(1));
+  EXPECT_THAT(seven[0].found, EndsWith("\"ε\" (U+03B5) and 2 more"));
+}
+
+TEST(SubtitleTextRules, CharactersAreThoseOfTheSubtitlesSet) {
+  const std::string beetle = cue("\xF6\xD5\xCB");  // in KOI8-R
+  EXPECT_THAT(findings_with(font_with({0x416, 0x443, 0x43A}), beetle, "KOI8-R"), IsEmpty());
+  const auto findings = findings_with(font_with({}), beetle, "KOI8-R");
+  ASSERT_THAT(findings, SizeIs(1));
+  EXPECT_THAT(findings[0].found, HasSubstr("\"Жук\""));
+}
+
+TEST(SubtitleTextRules, CharactersThatAreNotDrawnAreNotMissing) {
+  EXPECT_THAT(findings_with(font_with({}), "\xEF\xBB\xBF" + cue("a\u200Bb\u00ADc\u202Ed\uFEFF")),
+              IsEmpty());
+  EXPECT_THAT(findings_with(font_with({}), cue("a <Ж> b <font color=\"Ж\">c</font>")), SizeIs(1))
+      << "but for the text that is lost";
+  EXPECT_THAT(findings_with(font_with({}), "Dialogue: 0,0:00:01.00,0:00:02.50,Ж,,0,0,0,,{\\Ж}a\n"),
+              IsEmpty());
+}
+
+TEST(SubtitleTextRules, TabulatorIsDrawnAsIfTheFontLackedIt) {
+  const auto findings = findings_with(font_with({9}), cue("a\tb"));
+  ASSERT_THAT(findings, SizeIs(1));
+  EXPECT_THAT(findings[0].found, EndsWith("has no U+0009"));
+}
+
+TEST(SubtitleTextRules, CharacterBeyondTheBasicPlaneIsToldOfOnce) {
+  const auto findings = findings_with(font_with({}), cue("Smile \xF0\x9F\x98\x80"));
+  ASSERT_THAT(findings, SizeIs(1));
+  EXPECT_EQ(findings[0].rule, "subtitle-wide-character");
+}
+
+TEST(SubtitleTextRules, ArabicLettersAreLookedForAsTheirForms) {
+  EXPECT_THAT(findings_with(font_with({0xFE8F}), cue("\u0628")), IsEmpty());
+  EXPECT_THAT(findings_with(font_with({0xFE90}), cue("\u0628")), IsEmpty());
+  EXPECT_THAT(findings_with(font_with({0x0628}), cue("\u0628")), SizeIs(1));
+}
+
+TEST(SubtitleTextRules, FormatsThatAreNotReadHaveNoCharacters) {
+  EXPECT_THAT(findings_with(font_with({}), "30,75,\"Жук\"\n"), IsEmpty());
+}
+
 disc_description with_subtitle(const std::string& path, const std::string& font = "arial.ttf") {
   disc_description d = made_disc({made_title()});
   subtitle_settings settings = default_subtitle_settings("NTSC");
@@ -220,6 +303,30 @@ TEST(SubtitleTextRules, FontThatIsNotInstalledIsAWarning) {
   const auto first = subtitle_font_findings(with_subtitle("/a.srt"), fonts);
   ASSERT_THAT(first, SizeIs(1));
   EXPECT_EQ(first[0].severity, finding_severity::note);
+}
+
+// A font of the letter A alone.
+std::string smallest_font() {
+  using namespace std::string_literals;
+  return "\0\1\0\0\0\1\0\0\0\0\0\0"s + "cmap\0\0\0\0\0\0\0\x1C\0\0\0\x18"s +
+         "\0\0\0\1\0\3\0\1\0\0\0\x0C\0\6\0\x0C\0\0\0A\0\1\0\1"s;
+}
+
+TEST(SubtitleTextRules, FontsOfTheDiscAreRead) {
+  const temporary_folder folder;
+  const disc_description d = with_subtitle(folder.add("a.srt", cue("A B")), "one.ttf");
+  const auto found_with = [&](const std::string& bytes) {
+    const font_list fonts({{"One", "One.ttf", folder.add("One.ttf", bytes)}});
+    return told(subtitle_findings(d, native_style(), {}, &fonts));
+  };
+  EXPECT_THAT(found_with(smallest_font()),
+              ElementsAre("subtitle-character-missing @ title 1, subtitle 1, 00:00:01"));
+  EXPECT_THAT(found_with("no font"), IsEmpty());
+  EXPECT_THAT(found_with(smallest_font().substr(0, 40)), IsEmpty());
+  const font_list gone({{"One", "One.ttf", folder.path("gone.ttf")}});
+  EXPECT_THAT(subtitle_findings(d, native_style(), {}, &gone), IsEmpty());
+  const font_list others({{"Two", "Two.ttf", folder.path("One.ttf")}});
+  EXPECT_THAT(subtitle_findings(d, native_style(), {}, &others), IsEmpty());
 }
 
 }  // namespace

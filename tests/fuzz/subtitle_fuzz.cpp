@@ -28,8 +28,11 @@ void look_at_file(const std::string& bytes, const std::string& charset) {
 void examine(const std::string& bytes, const std::string& charset) {
   corvane::subtitle_settings settings = corvane::default_subtitle_settings("PAL");
   settings[corvane::subtitle_field::character_set] = charset;
+  corvane::font_characters font;
+  for (std::uint32_t c = 0x20; c < 0x7F; ++c)
+    font.add(c);
   const auto findings = corvane::subtitle_text_findings(corvane::subtitle_file("a.srt", bytes),
-                                                        settings, {}, "a.srt", 60.0);
+                                                        settings, {}, "a.srt", 60.0, &font);
   for (const corvane::finding& f : findings)
     check(!f.found.empty() && !f.consequence.empty() && corvane::is_utf8(f.found));
 }

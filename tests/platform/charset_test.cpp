@@ -68,6 +68,18 @@ TEST(Charset, LargeTextsAreReadToTheirEnd) {
   EXPECT_EQ(decode(text + "\x81", "CP1252").bad, text.size());
 }
 
+TEST(Charset, BytesOfASetAreTextInUtf8) {
+  EXPECT_EQ(in_utf8("Caf\xE9", "ISO-8859-1"), "Caf\u00E9");
+  EXPECT_EQ(in_utf8("\x1B$B$3$s\x1B(B.", "ISO-2022-JP"), "\u3053\u3093.");
+  EXPECT_EQ(in_utf8("", "BIG5"), "");
+  EXPECT_EQ(in_utf8("Caf\xE9!", "UTF-8"), std::nullopt);
+  EXPECT_EQ(in_utf8("x", "KLINGON"), std::nullopt);
+  std::string large;
+  for (int i = 0; i < 100'000; ++i)
+    large += "\u00FC";
+  EXPECT_EQ(in_utf8(std::string(100'000, '\xFC'), "CP1252"), large);
+}
+
 TEST(Charset, NamesMayBeInSmallLetters) {
   EXPECT_TRUE(decode("x", "iso-8859-2").is_known);
   EXPECT_TRUE(decode("x", "utf-8").is_known);

@@ -9,6 +9,7 @@
 namespace corvane {
 namespace {
 
+using ::testing::EndsWith;
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
 
@@ -52,6 +53,11 @@ TEST_F(RegistryFonts, OfTheSecondKeyAreReadWhenTheFirstHasNone) {
 
 TEST_F(RegistryFonts, AreNoneWithoutBothKeys) {
   EXPECT_THAT(fonts_at({key(first), key(second), "HKEY_OTHER\\x"}), IsEmpty());
+}
+
+TEST(FontPlace, OfAFileNameIsAmongTheSystemsFonts) {
+  EXPECT_THAT(font_place("arial.ttf"), EndsWith("\\Fonts\\arial.ttf"));
+  EXPECT_EQ(font_place("C:\\own\\arial.ttf"), "C:\\own\\arial.ttf");
 }
 
 }  // namespace

@@ -26,16 +26,20 @@ class converter {
     return handle_ != reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
   }
 
-  /// How many bytes could be decoded.
-  std::size_t decode(std::string_view bytes) {
+  /// How many bytes could be decoded; what they are goes to the end of `text`, unless it is null.
+  std::size_t decode(std::string_view bytes, std::string* text = nullptr) {
     std::array<char, 4096> made{};
     char* from = const_cast<char*>(bytes.data());  // iconv does not write there
     std::size_t left = bytes.size();
     while (left > 0) {
       char* to = made.data();
       std::size_t room = made.size();
-      if (::iconv(handle_, &from, &left, &to, &room) == static_cast<std::size_t>(-1) &&
-          errno != E2BIG)
+      const bool failed =
+          ::iconv(handle_, &from, &left, &to, &room) == static_cast<std::size_t>(-1);
+      const bool is_full = failed && errno == E2BIG;
+      if (text != nullptr)
+        text->append(made.data(), to);
+      if (failed && !is_full)
         break;
     }
     return bytes.size() - left;
@@ -57,6 +61,14 @@ decoded_bytes decode(std::string_view bytes, const std::string& charset) {
   if (good < bytes.size())
     d.bad = good;
   return d;
+}
+
+std::optional<std::string> in_utf8(std::string_view bytes, const std::string& charset) {
+  converter c(charset);
+  std::string text;
+  if (!c.is_open() || c.decode(bytes, &text) < bytes.size())
+    return std::nullopt;
+  return text;
 }
 
 }  // namespace corvane

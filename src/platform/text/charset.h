@@ -18,6 +18,10 @@ struct decoded_bytes {
 /// same tables that subtitles are read with on either system.
 decoded_bytes decode(std::string_view bytes, const std::string& charset);
 
+/// The same bytes as UTF-8. Returns nullopt if the converter does not know the set, or the set does
+/// not have the bytes.
+std::optional<std::string> in_utf8(std::string_view bytes, const std::string& charset);
+
 /// UTF-8 text in the system's own 8-bit set, for a program that reads its files so: on Windows the
 /// ANSI code page that programs have without a say of their own; elsewhere UTF-8. Returns nullopt
 /// if that set lacks a character.

@@ -21,4 +21,8 @@ struct installed_font {
 /// milliseconds.
 std::vector<installed_font> installed_fonts();
 
+/// Where the file of an installed font lies: its path, and on Windows, where that is a file name
+/// alone, that file among the system's fonts. Native path.
+std::string font_place(const std::string& path);
+
 }  // namespace corvane

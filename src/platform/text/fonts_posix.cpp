@@ -59,4 +59,8 @@ std::vector<installed_font> installed_fonts() {
   return fonts;
 }
 
+std::string font_place(const std::string& path) {
+  return path;
+}
+
 }  // namespace corvane

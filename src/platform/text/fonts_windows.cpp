@@ -74,4 +74,12 @@ std::vector<installed_font> installed_fonts() {
                    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Fonts"});
 }
 
+std::string font_place(const std::string& path) {
+  std::array<wchar_t, MAX_PATH + 1> folder{};
+  const UINT length = ::GetSystemWindowsDirectoryW(folder.data(), folder.size());
+  if (path.find('\\') != std::string::npos || length == 0 || length >= folder.size())
+    return path;
+  return utf8_of_utf16({folder.data(), length}) + "\\Fonts\\" + path;
+}
+
 }  // namespace corvane
