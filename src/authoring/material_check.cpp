@@ -9,8 +9,13 @@ namespace {
 constexpr int slice_milliseconds = 100;
 
 bool examine_whole_files(examination& e, const material_equipment& equipment) {
-  if (e.bytes_to_read() > 0 && equipment.examine)
-    return equipment.examine(e);
+  const bool more = e.step_beginnings(slice_milliseconds);
+  if ((more || e.bytes_to_read() > 0) && equipment.examine) {
+    const bool whole = equipment.examine(e);
+    while (e.step_beginnings(slice_milliseconds)) {
+    }
+    return whole;
+  }
   while (e.step(slice_milliseconds)) {
   }
   return true;

@@ -43,6 +43,8 @@ std::shared_ptr<const foreseen_run> foresee(const project& p, const verification
     else
       while (look.step(disc_slice_milliseconds)) {
       }
+    while (look.step_beginnings(disc_slice_milliseconds)) {
+    }
   }
   return std::make_shared<const foreseen_run>(foreseen_of(p, where, e.material.facts, false));
 }

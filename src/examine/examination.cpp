@@ -101,35 +101,37 @@ void append(std::vector<finding>& all, std::vector<finding> more) {
   std::move(more.begin(), more.end(), std::back_inserter(all));
 }
 
+std::chrono::steady_clock::time_point moment_in(int milliseconds) {
+  return std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+}
+
 }  // namespace
 
 examination::examination(disc_description disc, depth how_deep, fact_store& store,
                          examination_around around)
     : disc_(std::move(disc)), depth_(how_deep), store_(store), around_(std::move(around)) {
-  for (const std::string& file : files_of(disc_)) {
-    std::shared_ptr<const file_facts> known = store_.find(file, how_deep == depth::whole_files);
-    if (!known)
-      known = store_.find(file, false);
-    if (!known) {
-      const auto stamp = stamp_of(file);
-      known = std::make_shared<const file_facts>(read_file_head(file));
-      if (stamp && known->kind != file_kind::unreadable)
-        store_.keep(file, *stamp, *known);
-    }
-    facts_[file] = known;
-    if (how_deep == depth::whole_files && !known->whole && known->kind != file_kind::unreadable) {
-      waiting_.push_back(file);
-      bytes_to_read_ += known->size;
-    }
+  for (std::string& file : files_of(disc_))
+    unseen_.push_back(std::move(file));
+}
+
+void examination::look_at_next_beginning() {
+  const std::string file = std::move(unseen_.front());
+  unseen_.pop_front();
+  std::shared_ptr<const file_facts> known = store_.find(file, false);
+  if (!known) {
+    const auto stamp = stamp_of(file);
+    known = std::make_shared<const file_facts>(read_file_head(file));
+    if (stamp && known->kind != file_kind::unreadable)
+      store_.keep(file, *stamp, *known);
   }
-  begin_next_file();
+  if (depth_ == depth::whole_files && !known->whole && known->kind != file_kind::unreadable) {
+    waiting_.push_back(file);
+    bytes_to_read_ += known->size;
+  }
+  facts_[file] = std::move(known);
 }
 
 void examination::begin_next_file() {
-  scanned_.clear();
-  scan_.reset();
-  if (waiting_.empty())
-    return;
   scanned_ = std::move(waiting_.front());
   waiting_.pop_front();
   stamp_ = stamp_of(scanned_);
@@ -143,18 +145,33 @@ void examination::finish_file() {
   // A file that was written to while it was read is read again the next time.
   if (stamp_ && facts.kind != file_kind::unreadable && stamp_ == stamp_of(scanned_))
     store_.keep(scanned_, *stamp_, facts);
-  begin_next_file();
+  scan_.reset();
+  scanned_.clear();
+}
+
+bool examination::step_beginnings(int milliseconds) {
+  const auto end = moment_in(milliseconds);
+  while (!unseen_.empty()) {
+    look_at_next_beginning();
+    if (std::chrono::steady_clock::now() >= end)
+      break;
+  }
+  return !unseen_.empty();
 }
 
 bool examination::step(int milliseconds) {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
-  while (scan_) {
+  const auto end = moment_in(milliseconds);
+  if (step_beginnings(milliseconds))
+    return true;
+  while (scan_ || !waiting_.empty()) {
+    if (!scan_)
+      begin_next_file();
     if (!scan_->read_slice())
       finish_file();
     if (std::chrono::steady_clock::now() >= end)
       break;
   }
-  return scan_.has_value();
+  return scan_ || !waiting_.empty();
 }
 
 std::uint64_t examination::bytes_read() const {
@@ -163,7 +180,7 @@ std::uint64_t examination::bytes_read() const {
 }
 
 // What the files' beginnings do not tell is left out with them: texts of subtitles are read whole.
-std::vector<finding> examination::findings() const {
+std::vector<finding> examination::findings(depth how_deep) const {
   std::vector<finding> all = stream_findings(disc_, facts_);
   std::vector<title_length> lengths;
   std::vector<std::optional<double>> title_seconds, menu_seconds;
@@ -175,7 +192,7 @@ std::vector<finding> examination::findings() const {
     menu_seconds.push_back(seconds_of_video(facts_, m.video()));
   append(all, chapter_findings(disc_, lengths));
   append(all, setting_findings(disc_));
-  if (depth_ == depth::whole_files)
+  if (how_deep == depth::whole_files)
     append(all, subtitle_findings(disc_, native_style(), title_seconds,
                                   around_.fonts ? &*around_.fonts : nullptr));
   if (around_.fonts)

@@ -2,8 +2,9 @@
 // rules.
 //
 // Polled like a run: `step` works for a moment and returns, so that a window stays alive, shows
-// progress and can stop. Facts of files are kept in a `fact_store` from one examination to the
-// next; a file is read again only when its size or time of change differ.
+// progress and can stop; also while beginnings are read, of which a slow disk gives few a second.
+// Facts of files are kept in a `fact_store` from one examination to the next; a file is read again
+// only when its size or time of change differ.
 #pragma once
 
 #include "disc/disc_description.h"
@@ -62,23 +63,30 @@ class examination {
     whole_files,
   };
 
-  /// Reads the beginnings of files that the store does not know. `store` must outlive it.
+  /// Reads nothing yet. `store` must outlive it.
   examination(disc_description disc, depth how_deep, fact_store& store,
               examination_around around = {});
 
-  /// Works for about `milliseconds`; false when everything is done.
+  /// Works for about `milliseconds`, at least for a file's beginning or a slice; false when
+  /// everything is done. The beginnings of all files that the store does not know come first.
   bool step(int milliseconds);
-  /// Bytes of files that the store does not know, and how many of them have been read.
+  /// The same, but for these beginnings alone.
+  bool step_beginnings(int milliseconds);
+  /// Bytes of files that the store does not know, as far as it was looked, and how many of them
+  /// have been read.
   std::uint64_t bytes_to_read() const { return bytes_to_read_; }
   std::uint64_t bytes_read() const;
-  /// The file being read, native path; empty at the end.
+  /// The file being read, native path; empty before and at the end.
   const std::string& current_file() const { return scanned_; }
 
   /// Errors first, then warnings, then notes; each in the order of titles and menus. Before the
   /// end, what the files' beginnings and those read so far tell.
-  std::vector<finding> findings() const;
+  std::vector<finding> findings() const { return findings(depth_); }
+  /// The same, as if no more had been asked for.
+  std::vector<finding> findings(depth how_deep) const;
 
  private:
+  void look_at_next_beginning();
   void begin_next_file();
   void finish_file();
 
@@ -87,6 +95,7 @@ class examination {
   fact_store& store_;
   examination_around around_;
   facts_by_path facts_;
+  std::deque<std::string> unseen_;   // files whose beginnings are not known yet
   std::deque<std::string> waiting_;  // files to be read whole
   std::uint64_t bytes_to_read_ = 0;
   std::uint64_t bytes_of_files_read_ = 0;

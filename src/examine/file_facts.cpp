@@ -1,9 +1,12 @@
 #include "examine/file_facts.h"
 
+#include "formats/video_headers.h"
 #include "formats/video_standard.h"
 #include "platform/files/file_slices.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <span>
 #include <utility>
 #include <vector>
@@ -18,43 +21,76 @@ constexpr std::size_t head_bytes = program_stream_head_bytes;
 static_assert(head_bytes >= audio_head_bytes && head_bytes >= enough_for_a_header);
 static_assert(head_bytes % file_slices::slice_size == 0);
 
+// Enough for a stream that is nothing but video or sound.
+constexpr std::size_t plain_bytes = enough_for_a_header;
+static_assert(plain_bytes == audio_head_bytes && plain_bytes <= file_slices::slice_size);
+
 // In one call, 4 MB: whoever waits looks at a clock after each.
 constexpr int slices_a_call = 32;
 
-file_kind kind_of(bytes head, bool whole) {
-  if (head.empty())
-    return file_kind::empty;
-  if (read_program_stream_head(head))
-    return file_kind::program_stream;
-  const video_facts video = read_video_head(head);
-  const auto audio = read_audio_head(head.first(std::min(head.size(), audio_head_bytes)), whole);
-  // Start codes and sync words turn up in each other's streams: what begins with the file is it.
-  if (audio && audio->first && (audio->gaps.empty() || !video.shape))
-    return file_kind::audio;
-  if (video.kind == video_kind::elementary)
-    return file_kind::video;
-  if (audio)
-    return file_kind::audio;
-  return video.kind == video_kind::packets ? file_kind::program_stream : file_kind::unknown;
+constexpr const char* unreadable_end = "it could not be read to its end";
+
+// A kind, and what the beginning tells of it.
+struct told_by_head {
+  file_kind kind = file_kind::unknown;
+  std::optional<video_facts> video;
+  std::optional<audio_facts> audio;
+  std::optional<program_stream_facts> program;
+};
+
+// Of a stream that is video from its first byte to the last one here, or sound; nullopt for others.
+// `whole`: the file ends with these bytes.
+std::optional<told_by_head> plain_stream(bytes head, bool whole) {
+  constexpr std::array<std::uint8_t, 4> sequence = {0, 0, 1, start_code::sequence_header};
+  head = head.first(std::min(head.size(), plain_bytes));
+  if (std::ranges::equal(head.first(std::min(head.size(), sequence.size())), sequence)) {
+    video_facts video = read_video_head(head);
+    if (video.kind == video_kind::elementary)
+      return told_by_head{file_kind::video, std::move(video), {}, {}};
+  } else if (auto audio = read_audio_head(head, whole);
+             audio && audio->first && audio->gap_count == 0) {
+    return told_by_head{file_kind::audio, {}, std::move(audio), {}};
+  }
+  return std::nullopt;
 }
 
-void fill_from_head(file_facts& facts, bytes head, bool whole) {
-  switch (facts.kind) {
-    case file_kind::video:
-      facts.video = read_video_head(head.first(std::min(head.size(), enough_for_a_header)));
+told_by_head told_by(bytes head, bool whole) {
+  if (head.empty())
+    return {file_kind::empty, {}, {}, {}};
+  if (auto plain = plain_stream(head, whole && head.size() <= plain_bytes))
+    return std::move(*plain);
+  if (auto program = read_program_stream_head(head))
+    return {file_kind::program_stream, {}, {}, std::move(program)};
+  const bytes first = head.first(std::min(head.size(), plain_bytes));
+  video_facts video = read_video_head(first);
+  auto audio = read_audio_head(first, whole && head.size() <= plain_bytes);
+  // Start codes and sync words turn up in each other's streams: what begins with the file is it.
+  const bool is_sound = audio && audio->first && (audio->gaps.empty() || !video.shape);
+  if (!is_sound && video.kind == video_kind::elementary)
+    return {file_kind::video, std::move(video), {}, {}};
+  if (audio)
+    return {file_kind::audio, {}, std::move(audio), {}};
+  const bool has_packets = video.kind == video_kind::packets;
+  return {has_packets ? file_kind::program_stream : file_kind::unknown, {}, {}, {}};
+}
+
+// The beginning of a file of which these bytes have been read; nullopt if it cannot be read.
+std::optional<std::vector<std::uint8_t>> head_of(file_slices& file, bytes first) {
+  std::vector<std::uint8_t> head(first.begin(), first.end());
+  while (head.size() < head_bytes) {
+    const auto slice = file.next(head_bytes - head.size());
+    if (!slice)
+      return std::nullopt;
+    if (slice->empty())
       break;
-    case file_kind::audio:
-      facts.audio = read_audio_head(head.first(std::min(head.size(), audio_head_bytes)),
-                                    whole && head.size() <= audio_head_bytes);
-      break;
-    case file_kind::program_stream:
-      facts.program = read_program_stream_head(head);
-      break;
-    case file_kind::unreadable:
-    case file_kind::empty:
-    case file_kind::unknown:
-      break;
+    head.insert(head.end(), slice->begin(), slice->end());
   }
+  return head;
+}
+
+// There is nothing more in such a file than its beginning tells.
+bool is_told_whole(file_kind kind) {
+  return kind == file_kind::empty || kind == file_kind::unknown;
 }
 
 }  // namespace
@@ -92,7 +128,7 @@ void file_scan::state::open(const std::string& path) {
       break;
     head.insert(head.end(), slice->begin(), slice->end());
   }
-  facts.kind = kind_of(head, head.size() == facts.size);
+  facts.kind = told_by(head, head.size() == facts.size).kind;
 }
 
 // None of the bytes at the end; nullopt, and the file counts as unreadable, if they cannot be read.
@@ -100,7 +136,7 @@ std::optional<bytes> file_scan::state::next() {
   const auto slice = file->next();
   if (!slice) {
     facts.kind = file_kind::unreadable;
-    facts.why_unreadable = "it could not be read to its end";
+    facts.why_unreadable = unreadable_end;
     return std::nullopt;
   }
   read += slice->size();
@@ -140,25 +176,40 @@ void file_scan::state::finish() {
 }
 
 file_facts read_file_head(const std::string& path) {
-  file_scan scan(path);
-  return scan.head();
+  file_facts facts;
+  result<file_slices> file = file_slices::open(path);
+  if (!file) {
+    facts.why_unreadable = file.error;
+    return facts;
+  }
+  facts.size = file->size();
+  const auto first = file->next(plain_bytes);
+  std::optional<told_by_head> told;
+  if (first)
+    told = plain_stream(*first, first->size() == facts.size);
+  if (first && !told)
+    if (const auto head = head_of(*file, *first))
+      told = told_by(*head, head->size() == facts.size);
+  if (!told) {
+    facts.why_unreadable = unreadable_end;
+    return facts;
+  }
+  facts.kind = told->kind;
+  facts.whole = is_told_whole(facts.kind);
+  facts.video = std::move(told->video);
+  facts.audio = std::move(told->audio);
+  facts.program = std::move(told->program);
+  return facts;
 }
 
 file_scan::file_scan(const std::string& path) : state_(std::make_unique<state>()) {
   state_->open(path);
-  if (state_->facts.kind == file_kind::empty || state_->facts.kind == file_kind::unknown)
-    state_->facts.whole = true;
+  state_->facts.whole = is_told_whole(state_->facts.kind);
 }
 
 file_scan::~file_scan() = default;
 file_scan::file_scan(file_scan&&) noexcept = default;
 file_scan& file_scan::operator=(file_scan&&) noexcept = default;
-
-file_facts file_scan::head() const {
-  file_facts facts = state_->facts;
-  fill_from_head(facts, state_->head, state_->head.size() == facts.size);
-  return facts;
-}
 
 bool file_scan::read_slice() {
   state& s = *state_;

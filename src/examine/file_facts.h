@@ -34,7 +34,8 @@ struct file_facts {
   std::optional<program_stream_facts> program;
 };
 
-/// The facts of a file's beginning (native path).
+/// The facts of a file's beginning (native path). What begins as video or sound and is nothing else
+/// for 64 KiB is that, and no more of it is read; of others 256 KiB are.
 file_facts read_file_head(const std::string& path);
 
 /// Reads a whole file, a slice at a time.
@@ -45,9 +46,6 @@ class file_scan {
   ~file_scan();
   file_scan(file_scan&&) noexcept;
   file_scan& operator=(file_scan&&) noexcept;
-
-  /// What the beginning tells. Only before the first `read_slice`.
-  file_facts head() const;
 
   /// Reads the next slice, 4 MB. False when the file has been read to its end or can be read no
   /// further, as one that was shortened meanwhile; `facts` is complete then.

@@ -36,6 +36,8 @@ class Examination : public ::testing::Test {
 
   std::vector<std::string> found(const disc_description& d) {
     examination e(d, examination::depth::whole_files, store_);
+    while (e.step_beginnings(1000)) {
+    }
     read_in_last_ = e.bytes_to_read();
     while (e.step(1000)) {
     }
@@ -57,7 +59,7 @@ class Examination : public ::testing::Test {
 TEST_F(Examination, BeginningsDoNotTellWhatOnlyTheWholeFileTells) {
   folder_.add("a.mp2", stray());
   examination beginnings(disc_with_sound("a.mp2"), examination::depth::beginnings, store_);
-  EXPECT_FALSE(beginnings.step(1));
+  EXPECT_FALSE(beginnings.step(10'000));
   EXPECT_EQ(beginnings.bytes_to_read(), 0u);
   ASSERT_EQ(beginnings.findings().size(), 1u);
   EXPECT_EQ(beginnings.findings()[0].rule, "file-missing");
@@ -67,8 +69,48 @@ TEST_F(Examination, BeginningsDoNotTellWhatOnlyTheWholeFileTells) {
 TEST_F(Examination, WrongKindShowsInTheBeginning) {
   folder_.add("a.mp2", times(5000, mpeg_frame({.layer = 3})));
   examination beginnings(disc_with_sound("a.mp2"), examination::depth::beginnings, store_);
+  EXPECT_FALSE(beginnings.step(10'000));
   ASSERT_EQ(beginnings.findings().size(), 2u);
   EXPECT_EQ(beginnings.findings()[1].rule, "audio-kind");
+}
+
+TEST_F(Examination, BeginningsAreReadOneByOneAndBeforeTheFiles) {
+  disc_description d = disc_with_sound("1.mp2");
+  for (int i = 1; i <= 8; ++i) {
+    const std::string name = std::to_string(i) + ".mp2";
+    folder_.add(name, times(5000, mpeg_frame({.layer = 3})));
+    if (i > 1)
+      d.titles[0].streams.push_back(folder_.stored(name));
+  }
+  examination e(d, examination::depth::whole_files, store_);
+  EXPECT_THAT(e.findings(), IsEmpty()) << "nothing was read yet";
+  int slices = 0;
+  std::size_t before = 0;
+  for (bool more = true; more; ++slices) {
+    more = e.step_beginnings(0);
+    EXPECT_EQ(e.current_file(), "");
+    EXPECT_LE(e.findings().size(), before + 2);
+    before = e.findings().size();
+  }
+  EXPECT_EQ(slices, 9) << "the video and 8 files of sound";
+  EXPECT_EQ(e.bytes_read(), 0u);
+  EXPECT_GT(e.bytes_to_read(), 0u);
+  EXPECT_TRUE(e.step(0));
+  EXPECT_GT(e.bytes_read(), 0u);
+}
+
+TEST_F(Examination, AnotherExaminationGoesOnWithTheBeginningsThatAreKnown) {
+  const std::string path = folder_.add("a.mp2", times(5000, mpeg_frame({.layer = 3})));
+  folder_.add("b.mp2", times(5000, mpeg_frame({})));
+  disc_description d = disc_with_sound("a.mp2");
+  d.titles[0].streams.push_back(folder_.stored("b.mp2"));
+  {
+    examination dropped(d, examination::depth::beginnings, store_);
+    EXPECT_TRUE(dropped.step(0));
+    EXPECT_TRUE(dropped.step(0));
+  }
+  EXPECT_NE(store_.find(path, false), nullptr);
+  EXPECT_EQ(store_.find(folder_.path("b.mp2"), false), nullptr);
 }
 
 TEST_F(Examination, AKnownFileIsNotReadAgain) {

@@ -2,7 +2,9 @@
 #include "examine/file_facts.h"
 
 #include "made_audio.h"
+#include "made_packs.h"
 #include "platform/files/files.h"
+#include "support/small_streams.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -11,6 +13,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace corvane {
 namespace {
@@ -75,6 +79,51 @@ TEST(FileFacts, AFileThatBecomesShorterIsUnreadable) {
   EXPECT_EQ(scan.facts().kind, file_kind::unreadable);
   EXPECT_EQ(scan.facts().why_unreadable, "it could not be read to its end");
   EXPECT_FALSE(scan.read_slice());
+}
+
+// What of the beginning is told must not depend on how much of it was read.
+TEST(FileFacts, OfABeginningAreTheKindThatTheWholeFileHas) {
+  const testing_support::temporary_folder folder;
+  const std::string sound = sound_of(100'000), stray = "x" + sound;
+  int number = 0;
+  for (const auto& [bytes, kind] : std::vector<std::pair<std::string, file_kind>>{
+           {"", file_kind::empty},
+           {std::string(300'000, 'x'), file_kind::unknown},
+           {sound.substr(0, 3000), file_kind::audio},
+           {sound.substr(0, 65536), file_kind::audio},
+           {sound, file_kind::audio},
+           {stray, file_kind::audio},
+           {stray + sound + sound, file_kind::audio},
+           {testing_support::small_video(), file_kind::video},
+           {"x" + testing_support::small_video(), file_kind::video},
+           {testing_support::small_video() + sound, file_kind::video},
+           {sound + testing_support::small_video(), file_kind::audio}}) {
+    const std::string path = folder.add(std::to_string(++number), bytes);
+    const file_facts head = read_file_head(path);
+    EXPECT_EQ(head.kind, kind) << number;
+    EXPECT_EQ(head.size, bytes.size());
+    EXPECT_EQ(head.audio.has_value(), kind == file_kind::audio) << number;
+    EXPECT_EQ(head.video.has_value(), kind == file_kind::video) << number;
+    const file_scan scan(path);
+    EXPECT_EQ(scan.facts().kind, kind) << number;
+    EXPECT_EQ(scan.facts().whole, head.whole) << number;
+  }
+}
+
+TEST(FileFacts, OfPlainSoundOnlyTheFirst64KiBAreRead) {
+  const testing_support::temporary_folder folder;
+  const std::string sound = sound_of(65536);
+  const std::string packs = pack_maker().pack(0).packet(0xE0, std::string(500, 'v')).bytes;
+  EXPECT_EQ(read_file_head(folder.add("b", sound + packs)).kind, file_kind::audio);
+  EXPECT_EQ(read_file_head(folder.add("c", sound.substr(0, 60'000) + packs)).kind,
+            file_kind::program_stream);
+  const file_facts plain = read_file_head(folder.add("a", sound + std::string(300'000, 'x')));
+  ASSERT_EQ(plain.kind, file_kind::audio);
+  EXPECT_EQ(plain.audio->gap_count, 0u);
+  audio_scanner expected;
+  expected.feed(reinterpret_cast<const std::uint8_t*>(sound.data()), sound.size());
+  expected.stop();
+  EXPECT_EQ(*plain.audio, expected.facts());
 }
 
 TEST(FileFacts, WhatIsNoFileIsUnreadable) {

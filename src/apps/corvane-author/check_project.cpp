@@ -19,7 +19,7 @@ bool read_all_files(examination& e, report& out, bool quiet) {
     more = e.step(slice_milliseconds);
     if (interrupt_number() != 0)
       return false;
-    if (quiet || !more)
+    if (quiet || !more || e.bytes_to_read() == 0)
       continue;
     // What is done in a moment needs no line.
     if (!told)

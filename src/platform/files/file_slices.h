@@ -28,9 +28,9 @@ class file_slices {
   /// Of the file when it was opened: what is added later is not read.
   std::uint64_t size() const { return size_; }
 
-  /// The next bytes, until the call after it; none at the end. Fails if they cannot be read, or if
-  /// the file has become shorter.
-  result<std::span<const std::uint8_t>> next();
+  /// The next bytes, until the call after it: `most` of them (a slice at most), fewer at the end,
+  /// none behind it. Fails if they cannot be read, or if the file has become shorter.
+  result<std::span<const std::uint8_t>> next(std::size_t most = slice_size);
 
  private:
   struct alignas(64) buffer {

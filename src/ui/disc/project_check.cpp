@@ -53,7 +53,7 @@ std::unique_ptr<examination> project_check::examine(examination::depth how_deep)
 void project_check::check() {
   if (main_.raise_editor())
     return;
-  bool begins = false;
+  bool begins = false, needs_fonts = false;
   main_.run([&](document& doc) {
     const result<disc_description> disc = asked();
     if (is_empty(doc.p))
@@ -63,14 +63,15 @@ void project_check::check() {
           "The hand-edited XML cannot be checked: " + sanitized(disc.error) + ".");
     else
       begins = true;
+    needs_fonts = begins && !fonts_ && has_subtitles(*disc);
   });
   if (!begins)
     return;
-  look_at_beginnings();
-  if (!fonts_ && has_subtitles(disc_)) {
+  if (needs_fonts) {
     const wxBusyCursor busy;  // the system may list its fonts for the first time
     fonts_ = system_fonts();
   }
+  begin_look();
   check_ = examine(examination::depth::whole_files);
   checking_for_.Start();
   show();
@@ -108,18 +109,20 @@ void project_check::look() {
 
 bool project_check::work() {
   if (looks_)
-    look_at_beginnings();
+    begin_look();
+  else if (look_)
+    step_look();
   else if (check_)
     step_check();
-  return check_ != nullptr;
+  return look_ != nullptr || check_ != nullptr;
 }
 
-// After a check every file is known to its end, but for what was changed since; when nothing is
-// left to be read, what was repaired goes from the list without another check.
-void project_check::look_at_beginnings() {
+// What was found before stands until the look has come to its end, which is mostly at once.
+void project_check::begin_look() {
   looks_ = false;
   const result<disc_description> disc = asked();
   if (!disc || is_empty(main_.shown_project())) {
+    look_.reset();
     end_check();
     disc_ = {};
     take({}, files_read::beginnings);
@@ -129,11 +132,18 @@ void project_check::look_at_beginnings() {
   disc_ = *disc;
   if (check_ && other)
     check_ = examine(examination::depth::whole_files);
-  std::unique_ptr<examination> seen = examine(examination::depth::whole_files);
-  const bool known = seen->bytes_to_read() == 0;
-  if (!known)
-    seen = examine(examination::depth::beginnings);
-  take(seen->findings(), known ? files_read::whole : files_read::beginnings);
+  look_ = examine(examination::depth::whole_files);
+}
+
+// After a check every file is known to its end, but for what was changed since; when nothing is
+// left to be read, what was repaired goes from the list without another check.
+void project_check::step_look() {
+  if (look_->step_beginnings(check_milliseconds))
+    return;
+  const bool known = look_->bytes_to_read() == 0;
+  const std::unique_ptr<examination> seen = std::move(look_);
+  take(known ? seen->findings() : seen->findings(examination::depth::beginnings),
+       known ? files_read::whole : files_read::beginnings);
 }
 
 void project_check::step_check() {

@@ -58,7 +58,8 @@ class project_check {
   std::string output() const;
   result<disc_description> asked() const;
   std::unique_ptr<examination> examine(examination::depth how_deep);
-  void look_at_beginnings();
+  void begin_look();
+  void step_look();
   void step_check();
   bool read_before_run(examination& e);
   void take(std::vector<finding> findings, files_read read);
@@ -74,6 +75,7 @@ class project_check {
   std::optional<font_list> fonts_;      // listed once, when subtitles are checked first
   disc_description disc_;               // that is or was examined
   bool looks_ = false;                  // what was found is to be looked for again
+  std::unique_ptr<examination> look_;   // at beginnings, that is on
   std::unique_ptr<examination> check_;  // that is on
   wxStopWatch checking_for_;
   finding_list findings_;
