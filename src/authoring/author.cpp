@@ -102,7 +102,10 @@ author_result authordvd(document& doc, author_equipment& e, const prepared_run& 
   };
   e.runner.ExecuteCommand(
       run.where.in_app(run_file::script),
-      {{video_format(doc.p.globalregion)}, first_lines(run), doc.p.cleanup, settle});
+      {{video_format(doc.p.globalregion), {run_file::makes_disc_variable, "yes"}},
+       first_lines(run),
+       doc.p.cleanup,
+       settle});
   return e.runner.running() ? author_result::started : author_result::not_started;
 }
 

@@ -17,6 +17,11 @@ inline constexpr const char* log = "CorvaneLOG.txt";
 /// What the disc should be, for the look at it before the run ends.
 inline constexpr const char* foreseen = "foreseen.xml";
 
+/// The variable of conspawn's environment that says, by not being empty, that the script makes a
+/// disc which must be looked at. A script that somebody runs by hand, or that makes a still, is run
+/// without it.
+inline constexpr const char* makes_disc_variable = "CORVANE_MAKES_DISC";
+
 /// What had been printed when the runner met an unexpected error, and the error.
 inline constexpr const char* unexpected_error = "updatecodelog.txt";
 

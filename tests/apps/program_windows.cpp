@@ -72,14 +72,15 @@ DWORD run_program(const program_start& start, std::string* out, std::string* err
   return status;
 }
 
-void install_author(const std::string& folder, const std::string& stand_in) {
+void install_author(const std::string& folder, const std::string& stand_in,
+                    const std::string& runner) {
   const fs::path built = path_of(own_executable()).parent_path();
   const auto copy = [&](const std::string& program, const std::string& name) {
     fs::copy_file(built / path_of(program), path_of(join_path(folder, name)));
   };
   make_folders(join_path(folder, "bin"));
   copy("corvane-author.exe", "corvane-author.exe");
-  copy("conspawn.exe", "bin\\conspawn.exe");
+  copy(runner, "bin\\conspawn.exe");
   for (const outside_tool& tool : outside_tools())
     copy(stand_in, "bin\\" + tool.name + ".exe");
 }

@@ -45,7 +45,9 @@ DWORD run_program(const program_start& start, std::string* out = nullptr,
                   std::string* err = nullptr);
 
 /// Makes `folder` a program folder: corvane-author.exe, and in bin conspawn.exe and, under the name
-/// of each outside tool, the stand-in, a program that was built with the tests.
-void install_author(const std::string& folder, const std::string& stand_in);
+/// of each outside tool, the stand-in, a program that was built with the tests. What stand-ins make
+/// is no disc that conspawn would call complete: the `runner` in its place looks at none.
+void install_author(const std::string& folder, const std::string& stand_in,
+                    const std::string& runner = "stand_in_conspawn.exe");
 
 }  // namespace corvane::testing_support

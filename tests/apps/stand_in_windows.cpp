@@ -1,6 +1,6 @@
 // Stands in for every outside tool: notes that it was called, and how it is to end is asked of the
 // file "behaviour" beside it ("fail": status 1; "wait": not before the file is gone). As dvdauthor
-// it makes the folder VIDEO_TS, and takes away what a disc would be held against: that is none.
+// it makes the folder VIDEO_TS.
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -21,7 +21,6 @@ void make_disc_folder() {
   const std::size_t from = begin + attribute.size();
   const std::string name = text.substr(from, text.find('"', from) - from);
   std::error_code ignored;
-  std::filesystem::remove("foreseen.xml", ignored);
   std::filesystem::create_directories(
       std::filesystem::path(std::u8string(name.begin(), name.end())) / "VIDEO_TS", ignored);
 }

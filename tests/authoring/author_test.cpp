@@ -36,6 +36,9 @@ using ::testing::StartsWith;
 
 const char* const subtitle_text = "1\n00:00:01,000 --> 00:00:02,000\nText\n";
 
+/// The disc must not be called complete unseen.
+const child_variable makes_disc = {"CORVANE_MAKES_DISC", "yes"};
+
 const file_dialog folder_question = {"enter a folder name to create the dvd", "", "folder"};
 
 class Author : public ::testing::Test {
@@ -134,7 +137,7 @@ TEST_F(Author, WritesEveryFileAndStartsTheScript) {
   for (const std::string& file : run.files)
     EXPECT_TRUE(file_exists(file)) << file;
   EXPECT_THAT(launcher.started, ElementsAre("bin/conspawn.exe \"" + in(app, "process.bat") + "\""));
-  EXPECT_THAT(launcher.variables, ElementsAre(child_variable{"VIDEO_FORMAT", "PAL"}));
+  EXPECT_THAT(launcher.variables, ElementsAre(child_variable{"VIDEO_FORMAT", "PAL"}, makes_disc));
   EXPECT_TRUE(lock.held());
   ASSERT_EQ(listener.starts.size(), 1u);
   EXPECT_EQ(listener.starts[0].first_lines, std::string(version_title) + "\r\n");
@@ -146,7 +149,7 @@ TEST_F(Author, TheScriptIsToldTheStandardOfTheProject) {
   p.globalregion = "NTSC";
   expect_folder_question();
   EXPECT_EQ(author_command(doc, e, run), author_result::started);
-  EXPECT_THAT(launcher.variables, ElementsAre(child_variable{"VIDEO_FORMAT", "NTSC"}));
+  EXPECT_THAT(launcher.variables, ElementsAre(child_variable{"VIDEO_FORMAT", "NTSC"}, makes_disc));
 }
 
 TEST_F(Author, FontsAreAskedForOnceAndOnlyWhenThereAreSubtitles) {

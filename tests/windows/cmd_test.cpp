@@ -87,7 +87,7 @@ class Cmd : public testing::Test {
   void make_everything() const {
     for (const auto& entry : fs::directory_iterator(path_of(home_.path())))
       fs::remove_all(entry.path());
-    install_author(app(), "stand_in_disc_tool.exe");
+    install_author(app(), "stand_in_disc_tool.exe", "conspawn.exe");
     make_folders(media());
     for (const char* name : {"movie.m2v", "movie.ac3", "ready.vob", "extra.m2v", "extra.ac3",
                              "main.m2v", "main.ac3", "second.m2v", "still.jpg"})

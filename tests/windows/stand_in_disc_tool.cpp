@@ -10,11 +10,9 @@
 
 #include <cstdio>
 #include <fcntl.h>
-#include <filesystem>
 #include <fstream>
 #include <io.h>
 #include <string>
-#include <system_error>
 #include <vector>
 
 namespace {
@@ -68,12 +66,9 @@ std::vector<std::string> values(const std::string& xml, const std::string& attri
   return found;
 }
 
-/// A disc of one file: all streams of the navigation XML. It is none that a player would take, so
-/// what it would be held against goes.
+/// A disc of one file: all streams of the navigation XML. It is none that a player would take.
 void author(const std::string& navigation) {
   const std::string xml = contents(navigation);
-  std::error_code ignored;
-  std::filesystem::remove(path_of(navigation).parent_path() / "foreseen.xml", ignored);
   const std::string folder = join_path(values(xml, "dest").at(0), "VIDEO_TS");
   std::string vob = xml;
   for (const std::string& file : values(xml, "file"))

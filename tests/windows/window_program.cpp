@@ -106,7 +106,7 @@ window_program::window_program() {
   const fs::path own = path_of(folder_.path("program"));
   fs::create_directories(own / "bin");
   fs::copy_file(built / "corvane.exe", own / "corvane.exe");
-  fs::copy_file(built / "conspawn.exe", own / "bin" / "conspawn.exe");
+  fs::copy_file(built / "stand_in_conspawn.exe", own / "bin" / "conspawn.exe");
   for (const outside_tool& tool : outside_tools())
     fs::copy_file(built / "test_apps_tool.exe", own / "bin" / (tool.name + ".exe"));
 }

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -50,17 +49,24 @@ void print_findings(const std::vector<finding>& findings, const line_printer& pr
 
 }  // namespace
 
-void look_at_disc(const std::string& foreseen, bool all_well, const line_printer& print) {
-  if (!all_well || !file_exists(foreseen))
-    return;
+result<shared_foreseen_run> read_foreseen(const std::string& foreseen) {
+  using read = result<shared_foreseen_run>;
+  const auto fail = [&foreseen](const std::string& why) {
+    return read::fail("\"" + foreseen + "\" cannot be read: " + why);
+  };
   const result<std::string> text = read_file(foreseen, largest_file);
-  result<foreseen_run> run = text ? parse_foreseen(*text) : result<foreseen_run>::fail(text.error);
-  if (!run)
-    return print(std::string(error_mark) + "the disc could not be looked at: \"" + foreseen +
-                 "\" cannot be read: " + run.error);
+  if (!text)
+    return fail(text.error);
+  result<foreseen_run> run = parse_foreseen(*text);
+  return run ? read::ok(std::make_shared<const foreseen_run>(std::move(*run))) : fail(run.error);
+}
+
+void look_at_disc(const shared_foreseen_run& foreseen, bool all_well, const line_printer& print) {
+  if (!all_well)
+    return;
   print("INFO: the disc is read back and held against what was asked for");
-  const disc_place where{run->out, run->image ? run->out + ".iso" : std::string()};
-  verification look(where, std::make_shared<const foreseen_run>(std::move(*run)));
+  verification look({foreseen->out, foreseen->image ? foreseen->out + ".iso" : std::string()},
+                    foreseen);
   while (look.step(slice_milliseconds)) {
   }
   print_findings(look.findings(), print);

@@ -1,16 +1,24 @@
 // The look at the disc that a script has made, before its end is told.
 #pragma once
 
+#include "examine/disc_traits.h"
+#include "platform/result.h"
 #include "runner/script_interpreter.h"
 
+#include <memory>
 #include <string>
 
 namespace corvane {
 
-/// Reads the disc back and holds it against what is written in the file `foreseen` (native path;
-/// authoring/foreseen_run.h). What is wrong is printed as lines that begin "ERR:". Without that
-/// file, of a script that somebody runs by hand, nobody looks; nor does anybody at what a run has
-/// left that went wrong before.
-void look_at_disc(const std::string& foreseen, bool all_well, const line_printer& print);
+using shared_foreseen_run = std::shared_ptr<const foreseen_run>;
+
+/// What is written in the file `foreseen` (native path; authoring/foreseen_run.h). To be read
+/// before the script runs: whatever becomes of the file meanwhile, the disc is looked at. Fails,
+/// with a sentence, if it is not there or cannot be read.
+result<shared_foreseen_run> read_foreseen(const std::string& foreseen);
+
+/// Reads the disc back and holds it against what was foreseen. What is wrong is printed as lines
+/// that begin "ERR:". Nobody looks at what a run has left that went wrong before.
+void look_at_disc(const shared_foreseen_run& foreseen, bool all_well, const line_printer& print);
 
 }  // namespace corvane

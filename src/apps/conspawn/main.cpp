@@ -5,6 +5,10 @@
 // Only programs that stand in the folder conspawn itself is called from are started. Ends with
 // status 0 when everything went well, 1 when something did not (each such thing has had its line
 // beginning "ERR:").
+//
+// Where the environment says that the script makes a disc (run_file::makes_disc_variable), the disc
+// is read back before the script's end is told, and nothing is run when what is foreseen of it does
+// not stand beside the script.
 
 #include "look_at_disc.h"
 #include "platform/files/files.h"
@@ -14,15 +18,28 @@
 #include "runner/script_interpreter.h"
 
 #include <cstdint>
+#include <cstdlib>
 #include <exception>
 #include <string>
 
 namespace {
 
+namespace run_file = corvane::run_file;
+
 constexpr std::uintmax_t largest_script = 64u << 20;
 
 void complain(const std::string& what) {
   corvane::write_output("\n" + std::string(corvane::error_mark) + what + "\n");
+}
+
+bool makes_disc() {
+  const char* const told = std::getenv(run_file::makes_disc_variable);
+  return told != nullptr && *told != '\0';
+}
+
+/// The file of that name in the script's folder.
+std::string beside(const std::string& script, const char* name) {
+  return corvane::text_of(corvane::path_of(corvane::absolute_path(script)).parent_path() / name);
 }
 
 bool run(const corvane::invocation& own) {
@@ -39,11 +56,15 @@ bool run(const corvane::invocation& own) {
     return false;
   }
   corvane::system_script_host host(folder);
-  const std::string foreseen =
-      corvane::text_of(corvane::path_of(corvane::absolute_path(own.arguments[0])).parent_path() /
-                       corvane::run_file::foreseen);
+  if (!makes_disc())
+    return corvane::run_script(*script, host);
+  const auto foreseen = corvane::read_foreseen(beside(own.arguments[0], run_file::foreseen));
+  if (!foreseen) {
+    complain("the disc could not be looked at, so nothing is run: " + foreseen.error);
+    return false;
+  }
   return corvane::run_script(*script, host, [&](bool all_well, const corvane::line_printer& print) {
-    corvane::look_at_disc(foreseen, all_well, print);
+    corvane::look_at_disc(*foreseen, all_well, print);
   });
 }
 
