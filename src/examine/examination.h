@@ -11,6 +11,7 @@
 #include "disc/finding.h"
 #include "examine/file_facts.h"
 #include "examine/titleset_rules.h"
+#include "platform/files/file_stamp.h"
 #include "project/font_list.h"
 
 #include <cstdint>
@@ -22,16 +23,6 @@
 #include <vector>
 
 namespace corvane {
-
-/// Size and time of change, by which a file is known to be the one that was read.
-struct file_stamp {
-  std::uint64_t size = 0;
-  std::int64_t changed = 0;  ///< in the file system's own clock
-  bool operator==(const file_stamp&) const = default;
-};
-
-/// Not set if there is no such file.
-std::optional<file_stamp> stamp_of(const std::string& path);
 
 /// Facts by native path.
 class fact_store {

@@ -132,7 +132,7 @@ class interpreter {
         return;
       }
     }
-    const tool_call call{c.pipeline[0], c.output};
+    const tool_call call{c.pipeline[0], c.output, c.pipeline};
     const tool_ways& ways = ways_of(name_in_path(call.words[0]));
     if (const std::string why = ways.why_not_after_errors(); !all_well_ && !why.empty()) {
       say("INFO: " + why);
@@ -140,7 +140,10 @@ class interpreter {
     }
     for (const std::string& line : ways.announce(call, host_))
       say(line);
-    const tool_result result = run(p, c);
+    const std::string made = ways.makes(call);
+    const auto before = made.empty() ? std::nullopt : host_.stamp_of(made);
+    tool_result result = run(p, c);
+    result.left_alone = before && host_.stamp_of(made) == before;
     for (const finding& f : ways.explain(call, result, host_))
       tell(f, 1);
     for (const std::string& what : ways.judge(call, result, host_))

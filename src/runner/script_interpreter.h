@@ -73,6 +73,8 @@ class system_script_host : public script_host {
   int buttons_asked_for(const std::string& control_file) override;
   std::string control_text(const std::string& control_file) override;
   std::optional<std::uintmax_t> size_of(const std::string& file) override;
+  std::optional<file_stamp> stamp_of(const std::string& file) override;
+  std::string why_not_this_still(const std::string& m2v, const still_form& asked) override;
   std::vector<std::string> font_names_in(const std::string& font_file) override;
 
  private:

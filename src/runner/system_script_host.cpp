@@ -91,6 +91,15 @@ std::optional<std::uintmax_t> system_script_host::size_of(const std::string& fil
   return file_size(file);
 }
 
+std::optional<file_stamp> system_script_host::stamp_of(const std::string& file) {
+  return corvane::stamp_of(file);
+}
+
+std::string system_script_host::why_not_this_still(const std::string& m2v,
+                                                   const still_form& asked) {
+  return corvane::why_not_this_still(m2v, asked);
+}
+
 std::vector<std::string> system_script_host::font_names_in(const std::string& font_file) {
   // The largest that systems come with, of Chinese letters, have half of that.
   const result<std::string> font = read_file(font_file, std::uintmax_t{64} << 20);

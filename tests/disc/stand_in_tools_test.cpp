@@ -1,10 +1,13 @@
 // Tools that do half of their work and say that all is well: what they leave is never called a
 // disc.
 #include "command.h"
+#include "large_sets.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
+#include "platform/files/program_folder.h"
 #include "project/project_file.h"
 #include "studio.h"
+#include "tools/still_video.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -141,6 +144,84 @@ TEST_F(StandIn, GmThatDoesHalfOfItsWorkIsFoundOut) {
         std::string("echo done\nexit 0\n"), work + last + half + "kill -KILL $$\n"}) {
     add("gm", way);
     expect_not_complete("gm: " + way);
+  }
+}
+
+/// A program folder of its own whose tools are the stand-ins, and a script of one still.
+class StandInOfStills : public StandIn {
+ protected:
+  static constexpr int pictures = 2;
+
+  StandInOfStills() {
+    const fs::path before = fs::current_path();
+    EXPECT_FALSE(enter_program_folder(home_.app()));
+    fs::current_path(before);
+    for (const char* const tool : {"jpeg2yuv", "mpeg2enc"}) {
+      const std::string link = tool_path(home_.app(), tool);
+      fs::remove(path_of(link));
+      fs::create_symlink(path_of(home_.folder().path(std::string("tools/") + tool)), path_of(link));
+    }
+    EXPECT_FALSE(
+        write_file(join_path(home_.app(), "process.bat"),
+                   still_script(home_.app(), {media("chapter-menu.jpg"), m2v_, 480, pictures})));
+  }
+
+  finished make() const {
+    return run({{tool_path(home_.app(), "conspawn"), join_path(home_.app(), "process.bat")}});
+  }
+
+  /// Where an earlier still lies, which is harder to find out; of the whole set also without one.
+  void expect_error(const std::string& what) const {
+    for (const bool earlier : {false, true}) {
+      if (!earlier && part_of_set(10) < 10)
+        continue;
+      fs::remove(path_of(m2v_));
+      if (earlier) {
+        EXPECT_FALSE(write_file(m2v_, earlier_));
+      }
+      const finished done = make();
+      EXPECT_EQ(done.status, 1) << what << "\n" << done.out;
+      EXPECT_THAT(done.out, HasSubstr("ERR")) << what;
+    }
+  }
+
+  const std::string m2v_ = home_.folder().path("work/still.m2v");
+  std::string earlier_;
+};
+
+TEST_F(StandInOfStills, ToolsThatDoTheirWorkMakeAWholeStill) {
+  const finished done = make();
+  EXPECT_EQ(done.status, 0) << done.out;
+  EXPECT_THAT(done.out, Not(HasSubstr("ERR")));
+}
+
+TEST_F(StandInOfStills, Jpeg2yuvThatDoesHalfOfItsWorkIsFoundOut) {
+  ASSERT_EQ(make().status, 0);
+  earlier_ = *read_file(m2v_, 1u << 24);
+  // A picture of 720x480, 4:2:0, has 518,400 bytes.
+  const std::string work = real("jpeg2yuv") + " \"$@\"", half = " | head -c 600000";
+  for (const std::string& way : {work + half + "\n", work + " | head -c 300000\n",
+                                 std::string("exit 0\n"), std::string("head -c 100000 /dev/zero\n"),
+                                 std::string("echo '   INFO: [jpeg2yuv] done' >&2\nexit 0\n"),
+                                 work + half + "\nkill -KILL $$\n"}) {
+    add("jpeg2yuv", way);
+    expect_error("jpeg2yuv: " + way);
+  }
+}
+
+TEST_F(StandInOfStills, Mpeg2encThatDoesHalfOfItsWorkIsFoundOut) {
+  ASSERT_EQ(make().status, 0);
+  earlier_ = *read_file(m2v_, 1u << 24);
+  const std::string work = real("mpeg2enc") + " \"$@\"\n";
+  const std::string half = "truncate -s $(($(stat -c %s \"$o\") / 2)) \"$o\"\n";
+  for (const std::string& way :
+       {after_o(work + half), std::string("cat >/dev/null\nexit 0\n"),
+        after_o("cat >/dev/null\nhead -c 100000 /dev/zero >\"$o\"\n"),
+        std::string("cat >/dev/null\necho '   INFO: [mpeg2enc] Guesstimated final muxing size = 1' "
+                    ">&2\nexit 0\n"),
+        after_o(work + half + "kill -KILL $$\n")}) {
+    add("mpeg2enc", way);
+    expect_error("mpeg2enc: " + way);
   }
 }
 

@@ -93,6 +93,13 @@ class checking_host : public corvane::script_host {
     return menu_stream.size() % 2 != 0 ? "odd" : "";
   }
   std::optional<std::uintmax_t> size_of(const std::string& file) override { return file.size(); }
+  std::optional<corvane::file_stamp> stamp_of(const std::string& file) override {
+    return corvane::file_stamp{file.size(), 0};
+  }
+  std::string why_not_this_still(const std::string& m2v,
+                                 const corvane::still_form& asked) override {
+    return static_cast<int>(m2v.size()) < asked.pictures ? "odd" : "";
+  }
   std::vector<std::string> font_names_in(const std::string& font_file) override {
     return {font_file};
   }

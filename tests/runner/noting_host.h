@@ -5,6 +5,7 @@
 #include "runner/script_interpreter.h"
 
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <optional>
 #include <string>
@@ -28,7 +29,10 @@ class noting_host : public script_host {
   int buttons = 1;             ///< that a control file asks for
   std::string control;         ///< text of a control file
   std::map<std::string, std::uintmax_t> sizes;
-  std::vector<std::string> fonts;  ///< the names of each font file
+  std::deque<std::optional<file_stamp>> stamps;  ///< of each file that is asked for; then none
+  std::string why_no_still;                      ///< of the last still looked at
+  still_form still;                              ///< that it should have
+  std::vector<std::string> fonts;                ///< the names of each font file
 
   void print(std::string_view text) override {
     notes += replace_all(std::string(text), "\r\n", "\n");
@@ -65,6 +69,18 @@ class noting_host : public script_host {
   std::optional<std::uintmax_t> size_of(const std::string& file) override {
     const auto found = sizes.find(file);
     return found == sizes.end() ? std::nullopt : std::optional(found->second);
+  }
+  std::optional<file_stamp> stamp_of(const std::string& /*file*/) override {
+    if (stamps.empty())
+      return std::nullopt;
+    const std::optional<file_stamp> stamp = stamps.front();
+    stamps.pop_front();
+    return stamp;
+  }
+  std::string why_not_this_still(const std::string& m2v, const still_form& asked) override {
+    note("look at " + m2v);
+    still = asked;
+    return why_no_still;
   }
   std::vector<std::string> font_names_in(const std::string& /*font_file*/) override {
     return fonts;

@@ -2,6 +2,7 @@
 
 #include "runner/tools/dvdauthor.h"
 #include "runner/tools/gm.h"
+#include "runner/tools/jpeg2yuv.h"
 #include "runner/tools/mkisofs.h"
 #include "runner/tools/mplex.h"
 #include "runner/tools/spumux.h"
@@ -26,6 +27,7 @@ const tool_ways& ways_of(std::string_view name) {
   static const spumux_ways spumux;
   static const dvdauthor_ways dvdauthor;
   static const gm_ways gm;
+  static const jpeg2yuv_ways jpeg2yuv;
   static const mkisofs_ways mkisofs;
   static const mplex_ways mplex;
   if (name == "spumux.exe")
@@ -34,6 +36,8 @@ const tool_ways& ways_of(std::string_view name) {
     return dvdauthor;
   if (name == "gm.exe")
     return gm;
+  if (name == "jpeg2yuv.exe")
+    return jpeg2yuv;
   if (name == "mkisofs.exe")
     return mkisofs;
   if (name == "mplex.exe")

@@ -5,8 +5,10 @@
 #pragma once
 
 #include "disc/finding.h"
+#include "platform/files/file_stamp.h"
 #include "platform/processes/spawn.h"
 #include "runner/script_line.h"
+#include "runner/tools/still_pictures.h"
 
 #include <cstdint>
 #include <optional>
@@ -18,8 +20,9 @@ namespace corvane {
 
 /// A program that a script starts.
 struct tool_call {
-  const script_words& words;  ///< its path, then its arguments
-  const std::string& output;  ///< the file that takes its standard output; empty: none
+  const script_words& words;              ///< its path, then its arguments
+  const std::string& output;              ///< the file that takes its standard output; empty: none
+  const std::vector<script_words>& line;  ///< all programs of the line, itself first
 };
 
 /// What came of it.
@@ -27,6 +30,8 @@ struct tool_result {
   std::vector<program_end> ends;  ///< of each program of the line; none if nothing was started
   /// What they printed, or of more its first MiB and its last lines, up to 64 KiB.
   std::string printed;
+  /// The file that the line makes (`tool_ways::makes`) was there before and was not written.
+  bool left_alone = false;
 };
 
 /// What the ways look at besides the call. A test answers in place of the files.
@@ -46,6 +51,12 @@ class tool_files {
   /// How many bytes a file has; nullopt when there is none.
   virtual std::optional<std::uintmax_t> size_of(const std::string& file) = 0;
 
+  /// By which a file is known again; nullopt when there is none.
+  virtual std::optional<file_stamp> stamp_of(const std::string& file) = 0;
+
+  /// Why a still video is not as it was asked for (runner/tools/still_pictures.h).
+  virtual std::string why_not_this_still(const std::string& m2v, const still_form& asked) = 0;
+
   /// The names of a font (formats/font_names.h).
   virtual std::vector<std::string> font_names_in(const std::string& font_file) = 0;
 };
@@ -64,6 +75,10 @@ class tool_ways {
                                             tool_files& /*files*/) const {
     return {};
   }
+
+  /// The file that the line makes, where one of an earlier run can be there before. Empty when
+  /// there is none.
+  virtual std::string makes(const tool_call& /*call*/) const { return {}; }
 
   /// Whether an end that looks like a failure is none.
   virtual bool forgives(const program_end& /*end*/, std::string_view /*printed*/) const {

@@ -1,0 +1,19 @@
+// jpeg2yuv, which hands a still's pictures on to mpeg2enc: of a picture that gets lost between
+// them, or a video that is not whole, neither exit status tells.
+#pragma once
+
+#include "runner/tools/tool_ways.h"
+
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+class jpeg2yuv_ways : public tool_ways {
+ public:
+  std::string makes(const tool_call& call) const override;
+  std::vector<std::string> judge(const tool_call& call, const tool_result& result,
+                                 tool_files& files) const override;
+};
+
+}  // namespace corvane
