@@ -4,18 +4,25 @@
 #include "authoring/earlier_disc.h"
 #include "authoring/foreseen_run.h"
 #include "authoring/navigation_xml.h"
+#include "disc/finding_file.h"
 #include "formats/text.h"
 #include "platform/files/files.h"
+#include "platform/files/paths.h"
 #include "platform/files/program_folder.h"
 #include "project/plain_texts.h"
 #include "runner/run_files.h"
+#include "runner/tools/tool_outcomes.h"
 #include "runner/video_format.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <optional>
+#include <utility>
 
 namespace corvane {
 namespace {
+
+constexpr std::uintmax_t largest_findings_file = std::uintmax_t{64} << 20;
 
 author_result not_started(document& doc, author_equipment& e, author_result end,
                           const std::string& text) {
@@ -57,14 +64,33 @@ run_record record_of(const prepared_run& run) {
   return record;
 }
 
-// Here, for the XML editor may have changed the disc that is asked for.
+// Here, for the XML editor may have changed the disc that is asked for. What an earlier run has
+// found is not to be taken for this one's.
 failure write_foreseen(const project& p, const author_equipment& e, const prepared_run& run) {
-  const std::string file = run.where.in_app(run_file::foreseen);
-  const failure why = replace_file(
-      file, foreseen_text(foreseen_of(p, run.where, e.material.facts, run.in_spite_of_errors)));
-  if (!why)
+  const foreseen_run foreseen = foreseen_of(p, run.where, e.material.facts, run.in_spite_of_errors);
+  for (const auto& [name, text] : {std::pair{run_file::foreseen, foreseen_text(foreseen)},
+                                   std::pair{run_file::findings, findings_text({})}}) {
+    const std::string file = run.where.in_app(name);
+    if (const failure why = replace_file(file, text))
+      return "The file \"" + file + "\" could not be written: " + *why + ".";
+  }
+  return std::nullopt;
+}
+
+// What conspawn has written down; of a run that it did not see to its end, what is known here.
+found_in_run found_by(const std::string& app, run_outcome outcome) {
+  if (outcome == run_outcome::none)
     return std::nullopt;
-  return "The file \"" + file + "\" could not be written: " + *why + ".";
+  const result<std::string> text =
+      read_file(join_path(app, run_file::findings), largest_findings_file);
+  const result<std::vector<finding>> read =
+      text ? parse_findings(*text) : result<std::vector<finding>>::fail(text.error);
+  std::vector<finding> found = read ? *read : std::vector<finding>();
+  if (outcome == run_outcome::stopped)
+    found.push_back(outcome_finding("run-stopped", {}, "the run was stopped before its end"));
+  if (outcome == run_outcome::failed && count_of(found, finding_severity::error) == 0)
+    found.push_back(outcome_finding("run-failed", {}, "the run has failed"));
+  return found;
 }
 
 std::string first_lines(const prepared_run& run) {
@@ -98,7 +124,9 @@ author_result authordvd(document& doc, author_equipment& e, const prepared_run& 
     return not_started(doc, e, author_result::refused, begun.why + "  Authoring was not started.");
 
   const auto settle = [app = e.app, record, place = begun.place](run_outcome outcome) {
-    return settle_run(app, record, *place, outcome);
+    run_settled settled = settle_run(app, record, *place, outcome);
+    settled.findings = found_by(app, outcome);
+    return settled;
   };
   e.runner.ExecuteCommand(
       run.where.in_app(run_file::script),

@@ -13,38 +13,6 @@
 namespace corvane {
 namespace {
 
-const char* word_of(finding_item::part_kind part) {
-  switch (part) {
-    case finding_item::part_kind::video:
-      return "video";
-    case finding_item::part_kind::audio:
-      return "audio";
-    case finding_item::part_kind::subtitle:
-      return "subtitle";
-    case finding_item::part_kind::chapter:
-      return "chapter";
-    case finding_item::part_kind::button:
-      return "button";
-    case finding_item::part_kind::command:
-      return "command";
-    case finding_item::part_kind::whole:
-      break;
-  }
-  return "";
-}
-
-const char* word_of(finding_item::whole_kind whole) {
-  switch (whole) {
-    case finding_item::whole_kind::title:
-      return "title";
-    case finding_item::whole_kind::menu:
-      return "menu";
-    case finding_item::whole_kind::disc:
-      break;
-  }
-  return "disc";
-}
-
 std::string numbered(std::string_view word, int number) {
   std::string text(word);
   if (number > 0)
@@ -109,10 +77,10 @@ class json_object {
 
 std::string object_of(const finding& f) {
   json_object item;
-  item.add_text("of", word_of(f.item.whole));
+  item.add_text("of", std::string(name_of(f.item.whole)));
   if (f.item.number > 0)
     item.add("number", std::to_string(f.item.number));
-  item.add_text("part", word_of(f.item.part));
+  item.add_text("part", std::string(name_of(f.item.part)));
   if (f.item.part_number > 0)
     item.add("partNumber", std::to_string(f.item.part_number));
 
@@ -136,15 +104,7 @@ std::string object_of(const finding& f) {
 }  // namespace
 
 const char* name_of(finding_severity severity) {
-  switch (severity) {
-    case finding_severity::note:
-      return "note";
-    case finding_severity::warning:
-      return "warning";
-    case finding_severity::error:
-      break;
-  }
-  return "error";
+  return severity_names[static_cast<std::size_t>(severity)].data();
 }
 
 std::size_t count_of(const std::vector<finding>& findings, finding_severity severity) {
@@ -154,9 +114,9 @@ std::size_t count_of(const std::vector<finding>& findings, finding_severity seve
 }
 
 std::string place_text(const finding& f) {
-  std::string text = numbered(word_of(f.item.whole), f.item.number);
+  std::string text = numbered(name_of(f.item.whole), f.item.number);
   if (f.item.part != finding_item::part_kind::whole)
-    text += ", " + numbered(word_of(f.item.part), f.item.part_number);
+    text += ", " + numbered(name_of(f.item.part), f.item.part_number);
   if (f.seconds)
     text += ", " + seconds_text(*f.seconds);
   return text;

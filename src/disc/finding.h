@@ -3,10 +3,12 @@
 // print the same.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace corvane {
@@ -53,8 +55,22 @@ struct finding {
   bool operator==(const finding&) const = default;
 };
 
+/// In the order of their enumerations.
+inline constexpr std::array<std::string_view, 3> severity_names = {"note", "warning", "error"};
+inline constexpr std::array<std::string_view, 3> whole_names = {"disc", "title", "menu"};
+inline constexpr std::array<std::string_view, 7> part_names = {
+    "", "video", "audio", "subtitle", "chapter", "button", "command"};
+
 /// "error", "warning", "note".
 const char* name_of(finding_severity severity);
+
+constexpr std::string_view name_of(finding_item::whole_kind whole) {
+  return whole_names[static_cast<std::size_t>(whole)];
+}
+/// Empty for the whole.
+constexpr std::string_view name_of(finding_item::part_kind part) {
+  return part_names[static_cast<std::size_t>(part)];
+}
 
 /// How many of them are of this severity.
 std::size_t count_of(const std::vector<finding>& findings, finding_severity severity);

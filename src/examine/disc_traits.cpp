@@ -4,6 +4,7 @@
 #include "formats/numbers.h"
 #include "formats/time_text.h"
 #include "formats/xml_reader.h"
+#include "formats/xml_text.h"
 
 #include <algorithm>
 #include <array>
@@ -26,33 +27,10 @@ constexpr std::array<std::string_view, 23> names = {
     "then",     "stays",        "buttons",    "edges",    "leads to"};
 static_assert(static_cast<std::size_t>(trait_kind::leads_to) + 1 == names.size());
 
-constexpr std::array<std::string_view, 3> wholes = {"disc", "title", "menu"};
-constexpr std::array<std::string_view, 7> parts = {"",        "video",  "audio",  "subtitle",
-                                                   "chapter", "button", "command"};
-
 bool is_time(trait_kind what) {
   return what == trait_kind::length || what == trait_kind::begins ||
          what == trait_kind::sounds_until || what == trait_kind::first_cue ||
          what == trait_kind::last_cue;
-}
-
-std::string escaped(std::string_view text) {
-  std::string all;
-  for (const char c : text)
-    switch (c) {
-      case '&':
-        all += "&amp;";
-        break;
-      case '<':
-        all += "&lt;";
-        break;
-      case '"':
-        all += "&quot;";
-        break;
-      default:
-        all += c;
-    }
-  return all;
 }
 
 template <std::size_t N>
@@ -70,8 +48,8 @@ std::string attribute(const xml_element& element, std::string_view name) {
 
 std::optional<disc_trait> trait_of(const xml_element& element) {
   const auto what = index_of(names, attribute(element, "what"));
-  const auto of = index_of(wholes, attribute(element, "of"));
-  const auto in = index_of(parts, attribute(element, "part"));
+  const auto of = index_of(whole_names, attribute(element, "of"));
+  const auto in = index_of(part_names, attribute(element, "part"));
   if (!what || !of || !in)
     return std::nullopt;
   return disc_trait{{static_cast<whole>(*of), leading_whole(attribute(element, "number")),
@@ -82,16 +60,15 @@ std::optional<disc_trait> trait_of(const xml_element& element) {
 
 std::string line_of_trait(const disc_trait& trait) {
   const finding_item& item = trait.item;
-  std::string line =
-      "  <trait of=\"" + std::string(wholes[static_cast<std::size_t>(item.whole)]) + "\"";
+  std::string line = "  <trait of=\"" + std::string(name_of(item.whole)) + "\"";
   if (item.number != 0)
     line += " number=\"" + std::to_string(item.number) + "\"";
   if (item.part != part::whole)
-    line += " part=\"" + std::string(parts[static_cast<std::size_t>(item.part)]) + "\"";
+    line += " part=\"" + std::string(name_of(item.part)) + "\"";
   if (item.part_number != 0)
     line += " part-number=\"" + std::to_string(item.part_number) + "\"";
-  return line + " what=\"" + std::string(name_of(trait.kind)) + "\" is=\"" + escaped(trait.value) +
-         "\"/>\n";
+  return line + " what=\"" + std::string(name_of(trait.kind)) + "\" is=\"" +
+         xml_attribute_text(trait.value) + "\"/>\n";
 }
 
 std::string yes_or_no(bool yes) {
@@ -133,10 +110,10 @@ const disc_trait* disc_traits::find(const finding_item& item, disc_trait_kind wh
 
 std::string foreseen_text(const foreseen_run& run) {
   std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<foreseen folder=\"" +
-                     escaped(run.out) + "\" image=\"" + yes_or_no(run.image) +
+                     xml_attribute_text(run.out) + "\" image=\"" + yes_or_no(run.image) +
                      "\" in-spite-of-errors=\"" + yes_or_no(run.in_spite_of_errors) + "\">\n";
   for (const std::string& chapters : run.chapters)
-    text += "  <chapters at=\"" + escaped(chapters) + "\"/>\n";
+    text += "  <chapters at=\"" + xml_attribute_text(chapters) + "\"/>\n";
   for (const disc_trait& trait : run.disc.all())
     text += line_of_trait(trait);
   return text + "</foreseen>\n";

@@ -9,6 +9,7 @@
 #include "examine/stream_rules.h"
 #include "examine/subtitle_text_rules.h"
 #include "examine/titleset_rules.h"
+#include "examine/tool_rules.h"
 
 #include <algorithm>
 #include <utility>
@@ -43,6 +44,7 @@ std::vector<rule_family> rule_families() {
           {"Navigation", navigation_rules()},
           {"Menus and buttons", button_rules()},
           {"Room", space_rules()},
+          {"What the tools say", tool_rules()},
           {"Finished discs", disc_rules()}};
 }
 
@@ -69,11 +71,10 @@ std::string rules_document() {
   std::string text =
       "# The rules\n"
       "\n"
-      "What material is held against before a run, and a disc after it. An error means that the "
-      "run\n"
-      "fails or the disc is wrong; a warning, that some players have trouble or that the disc is\n"
-      "probably not what was meant; a note is worth knowing. Written from the program's own "
-      "table.\n";
+      "What material is held against before a run, what the tools say meanwhile, and what a disc\n"
+      "is held against after it. An error means that the run fails or the disc is wrong; a\n"
+      "warning, that some players have trouble or that the disc is probably not what was meant; a\n"
+      "note is worth knowing. Written from the program's own tables.\n";
   for (const rule_family& family : rule_families()) {
     text += "\n## " + std::string(family.name) + "\n";
     for (const rule& r : family.rules)

@@ -59,6 +59,11 @@ std::optional<std::string> menu_of_control(std::string_view name) {
   return number_in(name, menu_controls);
 }
 
+std::optional<std::string> menu_of_picture(std::string_view name) {
+  const auto highlight = number_in(name, highlights);
+  return highlight ? highlight : number_in(name, selects);
+}
+
 std::optional<subtitle_name> subtitle_of_control(std::string_view name) {
   const auto numbers = subtitle_controls.middle_of(name);
   const auto dash = numbers ? numbers->find('-') : std::string_view::npos;

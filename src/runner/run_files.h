@@ -17,9 +17,13 @@ inline constexpr const char* log = "CorvaneLOG.txt";
 /// What the disc should be, for the look at it before the run ends.
 inline constexpr const char* foreseen = "foreseen.xml";
 
+/// What the run has found, by what its tools said and by the look at its disc
+/// (disc/finding_file.h).
+inline constexpr const char* findings = "findings.xml";
+
 /// The variable of conspawn's environment that says, by not being empty, that the script makes a
-/// disc which must be looked at. A script that somebody runs by hand, or that makes a still, is run
-/// without it.
+/// disc which must be looked at, and of which `findings` are wanted. A script that somebody runs by
+/// hand, or that makes a still, is run without it.
 inline constexpr const char* makes_disc_variable = "CORVANE_MAKES_DISC";
 
 /// What had been printed when the runner met an unexpected error, and the error.
@@ -41,9 +45,10 @@ std::string highlight_picture(int menu);
 std::string select_picture(int menu);
 std::string subtitle_control(int title, int subtitle);  ///< "sub<t>-<s>.xml", for spumux
 
-/// The number in the name of a menu's control file, as it stands there; nullopt for every other
-/// name.
+/// The number in the name of a menu's control file, or of one of the pictures of its buttons, as it
+/// stands there; nullopt for every other name.
 std::optional<std::string> menu_of_control(std::string_view name);
+std::optional<std::string> menu_of_picture(std::string_view name);
 
 /// A text subtitle as the name of its control file has it.
 struct subtitle_name {

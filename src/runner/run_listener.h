@@ -1,7 +1,10 @@
 // What happens in a run, told as it happens: a window shows it, a console prints it.
 #pragma once
 
+#include "disc/finding.h"
+
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,10 +38,15 @@ struct run_trouble {
   std::string text;  ///< "could not be removed by the clean-up: Permission denied"
 };
 
+/// What is found of the disc that a run was to make, by what its tools said and by the look at it;
+/// not set for a run that makes none.
+using found_in_run = std::optional<std::vector<finding>>;
+
 /// What came of setting in order what a run has left.
 struct run_settled {
-  std::vector<std::string> notes;     ///< lines for the log
-  std::vector<std::string> warnings;  ///< what the user has to know, sentences
+  std::vector<std::string> notes{};     ///< lines for the log
+  std::vector<std::string> warnings{};  ///< what the user has to know, sentences
+  found_in_run findings{};
 };
 
 struct run_end {
@@ -47,6 +55,7 @@ struct run_end {
   std::size_t error_count = 0;              ///< how many such lines there were
   std::vector<run_trouble> troubles;        ///< none of them makes it a failure
   std::vector<std::string> notes{};         ///< what was done to set things in order
+  found_in_run findings{};
 };
 
 class run_listener {

@@ -5,9 +5,12 @@
 #include "runner/line_guard.h"
 #include "runner/output_lines.h"
 #include "runner/tools/known_messages.h"
+#include "runner/tools/tool_outcomes.h"
 #include "runner/tools/tool_output.h"
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace corvane {
 namespace {
@@ -65,10 +68,16 @@ class interpreter {
     print_line(guarded.append(guard.rest()));
   }
 
-  void complain(const std::string& what) {
+  void print_error(const std::string& what) {
     all_well_ = false;
     host_.print(std::string(line_end).append(error_mark).append(sanitized(what)).append(line_end));
     guard_.end_line();
+  }
+
+  /// Of a step that is no tool's.
+  void complain(const std::string& what) {
+    print_error(what);
+    host_.take(outcome_finding("step-failed", {}, what));
   }
 
   void complain_if(const std::string& about, const failure& why) {
@@ -142,18 +151,42 @@ class interpreter {
       say(line);
     const std::string made = ways.makes(call);
     const auto before = made.empty() ? std::nullopt : host_.stamp_of(made);
-    tool_result result = run(p, c);
+    call_findings found{item_of_call(call.words, call.output)};
+    tool_result result = run(p, c, found);
     result.left_alone = before && host_.stamp_of(made) == before;
     for (const finding& f : ways.explain(call, result, host_))
-      tell(f, 1);
-    for (const std::string& what : ways.judge(call, result, host_))
-      complain(what);
+      tell(f, found);
+    std::vector<finding> judged = ways.judge(call, result, host_);
+    for (const finding& f : judged)
+      print_error(f.found);
+    hand_on(found, std::move(judged));
+  }
+
+  /// What is found of one line of the script by what its tools say.
+  struct call_findings {
+    finding_item item;               ///< what the tool works on
+    std::vector<finding> told{};     ///< by known messages
+    std::vector<finding> unknown{};  ///< errors in words of the tool's own
+    std::vector<finding> ends{};     ///< that a program ended as it should not
+  };
+
+  /// A judgement says better what a tool's own words say, and how it ended matters when nothing
+  /// says why.
+  void hand_on(call_findings& found, std::vector<finding> judged) {
+    const auto add = [&found](std::vector<finding>& more) {
+      std::move(more.begin(), more.end(), std::back_inserter(found.told));
+    };
+    add(judged.empty() ? found.unknown : judged);
+    if (count_of(found.told, finding_severity::error) == 0)
+      add(found.ends);
+    for (finding& f : found.told)
+      host_.take(std::move(f));
   }
 
   /// Runs them, prints what they print, and tells how they ended.
-  tool_result run(pipeline& p, const script_command& c) {
+  tool_result run(pipeline& p, const script_command& c, call_findings& found) {
     const std::string name = name_in_path(c.pipeline[0][0]);
-    tool_output output(name, item_of_call(c.pipeline[0], c.output));
+    tool_output output(name, found.item);
     p.take_output = [&](std::string_view piece) {
       output.feed(piece);
       print(guard_(piece));
@@ -163,21 +196,30 @@ class interpreter {
     output.end();
     all_well_ = all_well_ && !output.holds_error();
     for (const message_reader::told& message : output.messages())
-      tell(message.what, message.times);
+      if (message.known)
+        tell(counted(message.what, message.times), found);
+      else
+        found.unknown.push_back(counted(message.what, message.times));
     tool_result result{r.ends, output.text()};
     if (!r.unusable_file.empty())
-      complain(name + " could not be started: " + r.unusable_file + ": " + r.why_unusable);
+      tell_end(name + " could not be started: " + r.unusable_file + ": " + r.why_unusable, found);
     else
-      tell_ends(c, result);
+      tell_ends(c, result, found);
     return result;
   }
 
-  void tell(const finding& f, int times) {
-    const std::string line = log_line(f, times);
+  void tell(const finding& f, call_findings& found) {
+    const std::string line = log_line(f);
     if (f.severity == finding_severity::error)
-      complain(line.substr(error_mark.size()));
+      print_error(line.substr(error_mark.size()));
     else
       say(line);
+    found.told.push_back(f);
+  }
+
+  void tell_end(const std::string& what, call_findings& found) {
+    print_error(what);
+    found.ends.push_back(outcome_finding("tool-failed", found.item, what));
   }
 
   void print(std::string_view text) {
@@ -185,12 +227,12 @@ class interpreter {
       host_.print(text);
   }
 
-  void tell_ends(const script_command& c, const tool_result& result) {
+  void tell_ends(const script_command& c, const tool_result& result, call_findings& found) {
     for (std::size_t i = 0; i < result.ends.size() && i < c.pipeline.size(); ++i) {
       const std::string name = name_in_path(c.pipeline[i][0]);
       const std::string what = complaint_about(name, result.ends[i]);
       if (!what.empty() && !ways_of(name).forgives(result.ends[i], result.printed))
-        complain(what);
+        tell_end(what, found);
     }
   }
 

@@ -39,6 +39,10 @@ class script_host : public tool_files {
 
   /// Runs them, as run_pipeline does. What they print is for `take_output` of the pipeline.
   virtual pipeline_result run(const pipeline& programs) = 0;
+
+  /// What was found by what a tool said or left, or by a step that failed. The output tells of it
+  /// too. Each line of the script that went wrong has one.
+  virtual void take(finding f) = 0;
 };
 
 /// Prints a line of conspawn's own. One that begins "ERR:" makes the run a failure.
@@ -76,9 +80,14 @@ class system_script_host : public script_host {
   std::optional<file_stamp> stamp_of(const std::string& file) override;
   std::string why_not_this_still(const std::string& m2v, const still_form& asked) override;
   std::vector<std::string> font_names_in(const std::string& font_file) override;
+  void take(finding f) override { findings_.push_back(std::move(f)); }
+
+  /// What was taken, in that order.
+  const std::vector<finding>& findings() const { return findings_; }
 
  private:
   std::string own_folder_;
+  std::vector<finding> findings_;
 };
 
 }  // namespace corvane

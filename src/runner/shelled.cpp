@@ -75,6 +75,7 @@ struct shelled::state {
   bool cleanup = false;
   std::function<run_settled(run_outcome)> settle{};
   std::vector<std::string> notes{};
+  found_in_run findings{};
   bool in_pass = false;
   bool broken_off = false;
   run_outcome outcome = run_outcome::none;
@@ -113,6 +114,7 @@ void shelled::state::begin() {
   normalize = {};
   output = {};
   notes.clear();
+  findings.reset();
   broken_off = false;
 }
 
@@ -247,8 +249,9 @@ void shelled::state::drain() {
 std::vector<std::string> shelled::state::settle_run() {
   if (!settle)
     return {};
-  const run_settled done = std::exchange(settle, nullptr)(outcome);
+  run_settled done = std::exchange(settle, nullptr)(outcome);
   notes = done.notes;
+  findings = std::move(done.findings);
   for (const std::vector<std::string>* lines : {&done.notes, &done.warnings})
     for (const std::string& line : *lines)
       log.append(normalize((log.at_line_start() ? "INFO: " : "\nINFO: ") + line + "\n"));
@@ -333,7 +336,7 @@ void shelled::state::tell(const std::vector<run_trouble>& troubles) {
 }
 
 run_end shelled::state::end_of_run(std::vector<run_trouble> troubles) const {
-  return {outcome, output.errors(), output.error_count(), std::move(troubles), notes};
+  return {outcome, output.errors(), output.error_count(), std::move(troubles), notes, findings};
 }
 
 void shelled::state::say_outcome(bool failed) {

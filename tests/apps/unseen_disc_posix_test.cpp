@@ -51,6 +51,9 @@ TEST_F(UnseenDisc, WrongDiscIsFoundOutThoughTheFileWent) {
   EXPECT_EQ(run({project_, out()}), 1);
   EXPECT_THAT(stderr_, Not(HasSubstr("Process complete.")));
   EXPECT_THAT(log(), HasSubstr("ERR:  VIDEO_TS/VTS_01_0.BUP: "));
+  EXPECT_THAT(stdout_, HasSubstr("\n    file: VIDEO_TS/VTS_01_0.BUP\n"));
+  EXPECT_THAT(stdout_, HasSubstr("\n    what to do: author the disc again"));
+  EXPECT_THAT(stdout_, HasSubstr("\n    rule: disc-tables\n"));
   EXPECT_FALSE(folder_exists(out() + "/VIDEO_TS"));
 }
 

@@ -3,6 +3,7 @@
 
 #include "authoring/earlier_disc.h"
 #include "authoring/sample_projects.h"
+#include "disc/finding_file.h"
 #include "examine/disc_traits.h"
 #include "formats/text.h"
 #include "platform/files/files.h"
@@ -530,7 +531,7 @@ TEST_F(Author, LinksInTheProgramFolderAreReplacedAndNotWrittenThrough) {
   p.menulist = {folder.stored("m.m2v") + "/"};
   const std::vector<std::string> names = {"process.bat",    "config.xml",  "menu1.xml",
                                           "highlight1.png", "select1.png", "unfinished.txt",
-                                          "foreseen.xml"};
+                                          "foreseen.xml",   "findings.xml"};
   for (const std::string& name : names)
     std::filesystem::create_symlink(path_of(folder.add(in("mine", name), "mine")),
                                     path_of(in(app, name)));
@@ -578,6 +579,15 @@ TEST_F(Author, WhatTheDiscShouldBeIsWrittenWhenTheRunStarts) {
   const disc_trait* const titles = foreseen->disc.find({}, disc_trait_kind::titles);
   ASSERT_NE(titles, nullptr);
   EXPECT_EQ(titles->value, "1");
+}
+
+TEST_F(Author, WhatAnEarlierRunFoundIsNotThisOnes) {
+  finding earlier;
+  earlier.found = "of the run before";
+  folder.add("app/findings.xml", findings_text({earlier}));
+  expect_folder_question();
+  EXPECT_EQ(author_command(doc, e, run), author_result::started);
+  EXPECT_EQ(folder.read(in("app", "findings.xml")), findings_text({}));
 }
 
 TEST_F(Author, DiscThatIsWantedInSpiteOfErrorsIsNoted) {

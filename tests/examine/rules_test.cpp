@@ -1,11 +1,15 @@
 // The table of rules as a whole, and the page that is written from it.
 #include "examine/rules.h"
 
+#include "examine/tool_rules.h"
 #include "platform/files/files.h"
+#include "runner/tools/known_messages.h"
+#include "runner/tools/tool_outcomes.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <map>
 #include <set>
 #include <string>
 
@@ -37,6 +41,30 @@ TEST(Rules, EachSaysWhatMustBeWhatAViewerSeesWhatToDoAndWhy) {
       EXPECT_EQ(text.find('\n'), text.npos) << r.id;
     }
   });
+}
+
+TEST(Rules, WhatToolsSayHasARuleEach) {
+  std::map<std::string_view, finding_severity> severities;
+  each_rule([&](const rule& r) { severities[r.id] = r.severity; });
+  std::size_t messages = 0;
+  for (const char* const tool : {"mplex.exe", "spumux.exe", "dvdauthor.exe", "mkisofs.exe"})
+    for (const known_message& message : known_messages_of(tool)) {
+      ++messages;
+      ASSERT_TRUE(severities.contains(message.rule)) << message.rule;
+      EXPECT_GE(severities[message.rule], message.severity) << message.rule;
+    }
+  EXPECT_GT(messages, 100u);
+  EXPECT_FALSE(tool_outcomes().empty());
+  for (const tool_outcome& outcome : tool_outcomes()) {
+    ASSERT_TRUE(severities.contains(outcome.rule)) << outcome.rule;
+    EXPECT_EQ(severities[outcome.rule], outcome.severity) << outcome.rule;
+  }
+}
+
+TEST(Rules, TextsOfToolsLeaveOpenWhatAMessageFillsIn) {
+  for (const rule& r : tool_rules())
+    for (const std::string_view text : {r.subject, r.consequence, r.remedy, r.source})
+      EXPECT_EQ(text.find_first_of("{}~"), text.npos) << r.id << ": " << text;
 }
 
 // With CORVANE_WRITE_GOLDEN set in the environment the page is written instead.

@@ -100,6 +100,7 @@ class checking_host : public corvane::script_host {
                                  const corvane::still_form& asked) override {
     return static_cast<int>(m2v.size()) < asked.pictures ? "odd" : "";
   }
+  void take(corvane::finding f) override { check(!f.rule.empty() && !f.found.empty()); }
   std::vector<std::string> font_names_in(const std::string& font_file) override {
     return {font_file};
   }

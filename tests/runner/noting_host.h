@@ -33,6 +33,7 @@ class noting_host : public script_host {
   std::string why_no_still;                      ///< of the last still looked at
   still_form still;                              ///< that it should have
   std::vector<std::string> fonts;                ///< the names of each font file
+  std::vector<finding> findings;
 
   void print(std::string_view text) override {
     notes += replace_all(std::string(text), "\r\n", "\n");
@@ -82,6 +83,7 @@ class noting_host : public script_host {
     still = asked;
     return why_no_still;
   }
+  void take(finding f) override { findings.push_back(std::move(f)); }
   std::vector<std::string> font_names_in(const std::string& /*font_file*/) override {
     return fonts;
   }

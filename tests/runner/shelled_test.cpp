@@ -504,7 +504,10 @@ TEST(Shelled, WhatARunLeftIsSetInOrderOnceBeforeTheOutcomeIsTold) {
     EXPECT_TRUE(run.launcher.output->closed);
     EXPECT_EQ(run.screen.events, std::vector<std::string>{"started"});
     settled.push_back(outcome);
-    return run_settled{{"the earlier one is back"}, {"One thing.", "Another thing."}};
+    finding what_was_found;
+    what_was_found.found = "no sound";
+    return run_settled{
+        {"the earlier one is back"}, {"One thing.", "Another thing."}, {{what_was_found}}};
   };
   ASSERT_TRUE(run.lock.take());
   run.runner.ExecuteCommand(run.script(), options);
@@ -517,12 +520,15 @@ TEST(Shelled, WhatARunLeftIsSetInOrderOnceBeforeTheOutcomeIsTold) {
                 "a \r\n ERR:  x \r\n *process complete \r\n INFO: the earlier one is back \r\n "
                 "INFO: One thing. \r\n INFO: Another thing. \r\n \r\n");
   EXPECT_EQ(run.screen.ends.back().notes, std::vector<std::string>{"the earlier one is back"});
+  ASSERT_TRUE(run.screen.ends.back().findings);
+  EXPECT_EQ(run.screen.ends.back().findings->at(0).found, "no sound");
   // The next run has its own.
   run.start();
   run.expect_success();
   run.feed("*process complete\n");
   EXPECT_EQ(settled.size(), 1u);
   EXPECT_TRUE(run.screen.ends.back().notes.empty());
+  EXPECT_FALSE(run.screen.ends.back().findings);
 }
 
 TEST(Shelled, WhatARunLeftIsSetInOrderByEachOutcomeButNotWhenItIsLeftToItself) {

@@ -61,19 +61,20 @@ result<shared_foreseen_run> read_foreseen(const std::string& foreseen) {
   return run ? read::ok(std::make_shared<const foreseen_run>(std::move(*run))) : fail(run.error);
 }
 
-void look_at_disc(const shared_foreseen_run& foreseen, bool all_well, const line_printer& print) {
+std::vector<finding> look_at_disc(const shared_foreseen_run& foreseen, bool all_well,
+                                  const line_printer& print) {
   if (!all_well)
-    return;
+    return {};
   print("INFO: the disc is read back and held against what was asked for");
   verification look({foreseen->out, foreseen->image ? foreseen->out + ".iso" : std::string()},
                     foreseen);
   while (look.step(slice_milliseconds)) {
   }
   print_findings(look.findings(), print);
-  if (count_of(look.findings(), finding_severity::error) > 0)
-    return;
-  print("INFO: the disc is as it should be: " + std::to_string(look.bytes_read()) +
-        " bytes were read");
+  if (count_of(look.findings(), finding_severity::error) == 0)
+    print("INFO: the disc is as it should be: " + std::to_string(look.bytes_read()) +
+          " bytes were read");
+  return look.findings();
 }
 
 }  // namespace corvane

@@ -1,12 +1,14 @@
 // The look at the disc that a script has made, before its end is told.
 #pragma once
 
+#include "disc/finding.h"
 #include "examine/disc_traits.h"
 #include "platform/result.h"
 #include "runner/script_interpreter.h"
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace corvane {
 
@@ -18,7 +20,8 @@ using shared_foreseen_run = std::shared_ptr<const foreseen_run>;
 result<shared_foreseen_run> read_foreseen(const std::string& foreseen);
 
 /// Reads the disc back and holds it against what was foreseen. What is wrong is printed as lines
-/// that begin "ERR:". Nobody looks at what a run has left that went wrong before.
-void look_at_disc(const shared_foreseen_run& foreseen, bool all_well, const line_printer& print);
+/// that begin "ERR:", and given. Nobody looks at what a run has left that went wrong before.
+std::vector<finding> look_at_disc(const shared_foreseen_run& foreseen, bool all_well,
+                                  const line_printer& print);
 
 }  // namespace corvane

@@ -8,8 +8,9 @@
 //
 // Where the environment says that the script makes a disc (run_file::makes_disc_variable), the disc
 // is read back before the script's end is told, and nothing is run when what is foreseen of it does
-// not stand beside the script.
+// not stand beside the script. What was found is written there, too.
 
+#include "disc/finding_file.h"
 #include "look_at_disc.h"
 #include "platform/files/files.h"
 #include "platform/processes/spawn.h"
@@ -21,6 +22,7 @@
 #include <cstdlib>
 #include <exception>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -64,7 +66,13 @@ bool run(const corvane::invocation& own) {
     return false;
   }
   return corvane::run_script(*script, host, [&](bool all_well, const corvane::line_printer& print) {
-    corvane::look_at_disc(*foreseen, all_well, print);
+    std::vector<corvane::finding> found = host.findings();
+    const auto on_disc = corvane::look_at_disc(*foreseen, all_well, print);
+    found.insert(found.end(), on_disc.begin(), on_disc.end());
+    const std::string file = beside(own.arguments[0], run_file::findings);
+    if (const corvane::failure why = corvane::replace_file(file, corvane::findings_text(found)))
+      print("INFO: what was found stands here alone: \"" + file +
+            "\" could not be written: " + *why);
   });
 }
 

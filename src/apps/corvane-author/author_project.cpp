@@ -134,6 +134,7 @@ int start_and_watch(run& r) {
   r.report_.end_progress();
   if (status == tool_reported_error)
     r.listener.say_errors();
+  r.listener.say_findings();
   r.report_.line("log: " + join_path(r.equipment.app, run_file::log));
   return status;
 }

@@ -1,9 +1,11 @@
 #include "apps/corvane-author/console_listener.h"
 
 #include "runner/run_files.h"
+#include "tools/finding_list.h"
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 namespace corvane {
 
@@ -35,6 +37,13 @@ void console_listener::say_errors() {
     report_.message(line);
   if (end_.error_count > end_.errors.size())
     report_.message("... and " + std::to_string(end_.error_count - end_.errors.size()) + " more");
+}
+
+void console_listener::say_findings() {
+  const finding_list found(end_.findings.value_or(std::vector<finding>()), files_read::whole);
+  for (const finding& f : found.findings())
+    if (f.severity != finding_severity::note)
+      report_.line(text_of(f) + "\n");
 }
 
 }  // namespace corvane

@@ -15,6 +15,10 @@ class console_listener : public run_listener {
   /// Says which lines made the run a failure. To be called once it has finished.
   void say_errors();
 
+  /// Says what was found that is an error or a warning, worst first, with what to do; the log has
+  /// the notes. Likewise.
+  void say_findings();
+
   void started(const run_start&) override {}
   void step(const run_step& step) override;
   void progress(const run_progress& progress) override;

@@ -1,6 +1,7 @@
 #include "runner/tools/jpeg2yuv.h"
 
 #include "formats/numbers.h"
+#include "runner/tools/tool_outcomes.h"
 
 #include <algorithm>
 
@@ -30,20 +31,22 @@ std::string jpeg2yuv_ways::makes(const tool_call& call) const {
 }
 
 // Of a failure it has been told.
-std::vector<std::string> jpeg2yuv_ways::judge(const tool_call& call, const tool_result& result,
-                                              tool_files& files) const {
+std::vector<finding> jpeg2yuv_ways::judge(const tool_call& call, const tool_result& result,
+                                          tool_files& files) const {
   const std::string m2v = makes(call);
   if (m2v.empty() || !ended_well(result))
     return {};
-  const std::string about = "the still video \"" + m2v + "\" is not as it should be: ";
-  if (result.left_alone)
-    return {about + "mpeg2enc did not write it, and what lies there is older"};
   const still_form asked{leading_whole(word_after(call.words, "-n")),
                          word_after(call.line[1], "-n") == "p" ? pal_lines : ntsc_lines};
-  const std::string why = files.why_not_this_still(m2v, asked);
+  const std::string why = result.left_alone
+                              ? "mpeg2enc did not write it, and what lies there is older"
+                              : files.why_not_this_still(m2v, asked);
   if (why.empty())
     return {};
-  return {about + why};
+  finding f = outcome_finding("still-incomplete", {},
+                              "the still video \"" + m2v + "\" is not as it should be: " + why);
+  f.file = m2v;
+  return {f};
 }
 
 }  // namespace corvane

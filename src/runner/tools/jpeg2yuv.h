@@ -12,8 +12,8 @@ namespace corvane {
 class jpeg2yuv_ways : public tool_ways {
  public:
   std::string makes(const tool_call& call) const override;
-  std::vector<std::string> judge(const tool_call& call, const tool_result& result,
-                                 tool_files& files) const override;
+  std::vector<finding> judge(const tool_call& call, const tool_result& result,
+                             tool_files& files) const override;
 };
 
 }  // namespace corvane

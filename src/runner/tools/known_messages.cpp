@@ -5,6 +5,7 @@
 #include "runner/output_lines.h"
 #include "runner/run_files.h"
 #include "runner/tools/message_tables.h"
+#include "runner/tools/tool_outcomes.h"
 #include "runner/tools/tool_ways.h"
 
 #include <algorithm>
@@ -62,13 +63,18 @@ std::string value_of(std::string_view name, const std::vector<std::string_view>&
   return std::string(part);
 }
 
+/// Without a full stop that a part brings with it.
 std::string filled(std::string_view text, const std::vector<std::string_view>& parts) {
   std::string result;
   for (;;) {
     const std::size_t begin = text.find('{');
     const std::size_t end = begin == std::string_view::npos ? begin : text.find('}', begin);
-    if (end == std::string_view::npos || end < begin + 2)
-      return result.append(text);
+    if (end == std::string_view::npos || end < begin + 2) {
+      result += text;
+      if (result.ends_with('.'))
+        result.pop_back();
+      return result;
+    }
     result += text.substr(0, begin);
     result += value_of(text.substr(begin + 1, end - begin - 1), parts);
     text.remove_prefix(end + 1);
@@ -89,8 +95,8 @@ std::optional<finding_item> item_of_file(const std::string& path) {
   if (const auto title = run_file::title_of_stream(name))
     if (const auto number = small_number(*title))
       return finding_item{whole::title, *number};
-  if (const auto menu = run_file::menu_of_stream(name))
-    if (const auto number = small_number(*menu))
+  for (const auto& menu : {run_file::menu_of_stream(name), run_file::menu_of_picture(name)})
+    if (const auto number = menu ? small_number(*menu) : std::nullopt)
       return finding_item{whole::menu, *number};
   return std::nullopt;
 }
@@ -156,17 +162,18 @@ finding_item item_of_call(const script_words& words, const std::string& output) 
     if (words[i] == "-o")
       if (const auto item = item_of_file(words[i + 1]))
         return *item;
+  // gm draws into the last file that it is told of.
+  if (run_file::menu_of_picture(name_in_path(words.back())))
+    return item_of_file(words.back()).value_or(finding_item());
   return {};
 }
 
 message_reader::message_reader(std::string_view tool, finding_item item)
-    : messages_(known_messages_of(tool)), item_(item) {}
+    : tool_(tool.substr(0, tool.rfind('.'))), messages_(known_messages_of(tool)), item_(item) {}
 
 void message_reader::look_at(std::string_view line) {
   constexpr std::string_view begins_file = "STAT: Processing ", after_file = "...";
-  if (messages_.empty())
-    return;
-  if (line.starts_with(begins_file) && line.ends_with(after_file)) {
+  if (!messages_.empty() && line.starts_with(begins_file) && line.ends_with(after_file)) {
     line.remove_prefix(begins_file.size());
     line.remove_suffix(after_file.size());
     const std::optional<finding_item> item = item_of_file(std::string(line));
@@ -178,6 +185,27 @@ void message_reader::look_at(std::string_view line) {
   for (const known_message& message : messages_)
     if (is_message(line, message.pattern, parts))
       return add(message, parts);
+  if (is_error_line(line))
+    add_unknown(line);
+}
+
+/// The same of the same item; null if it was not said before.
+message_reader::told* message_reader::find(const finding& f) {
+  const auto known = std::find_if(found_.begin(), found_.end(), [&f](const told& one) {
+    return one.what.rule == f.rule && one.what.item == f.item && one.what.file == f.file;
+  });
+  return known == found_.end() ? nullptr : &*known;
+}
+
+void message_reader::add_unknown(std::string_view line) {
+  finding f = outcome_finding("tool-error", item_, tool_ + " says " + sanitized_quoted(trim(line)));
+  f.file = file_;
+  const auto known =
+      std::find_if(found_.begin(), found_.end(), [&f](const told& one) { return one.what == f; });
+  if (known != found_.end())
+    ++known->times;
+  else if (found_.size() < most_found)
+    found_.push_back({std::move(f), 1, false});
 }
 
 void message_reader::add(const known_message& message, const std::vector<std::string_view>& parts) {
@@ -192,10 +220,7 @@ void message_reader::add(const known_message& message, const std::vector<std::st
     f.item.part = message.part;
     f.item.part_number = part_number(message, parts);
   }
-  const auto known = std::find_if(found_.begin(), found_.end(), [&f](const told& one) {
-    return one.what.rule == f.rule && one.what.item == f.item && one.what.file == f.file;
-  });
-  if (known != found_.end()) {
+  if (told* const known = find(f)) {
     ++known->times;
     return;
   }
@@ -209,6 +234,12 @@ void message_reader::add(const known_message& message, const std::vector<std::st
   found_.push_back({std::move(f)});
 }
 
+finding counted(finding f, int times) {
+  if (times > 1)
+    f.found += " (said " + std::to_string(times) + " times)";
+  return f;
+}
+
 std::string log_line(const finding& f, int times) {
   std::string text(f.severity == finding_severity::error     ? error_mark
                    : f.severity == finding_severity::warning ? "WARN: "
@@ -217,10 +248,7 @@ std::string log_line(const finding& f, int times) {
     text += place_text(f) + ": ";
   if (!f.file.empty())
     text += f.file + ": ";
-  text += f.found;
-  if (times > 1)
-    text += " (said " + std::to_string(times) + " times)";
-  text += ".";
+  text += counted(f, times).found + ".";
   add_sentence(text, f.consequence);
   add_sentence(text, f.remedy);
   return sanitized(text);

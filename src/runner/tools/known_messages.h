@@ -53,13 +53,14 @@ bool is_message(std::string_view line, std::string_view pattern,
 /// The title or menu that a call is about, by the names of its files (runner/run_files.h).
 finding_item item_of_call(const script_words& words, const std::string& output);
 
-/// Looks for known messages in what one call of a tool prints.
+/// Looks for known messages, and other errors, in what one call of a tool prints.
 class message_reader {
  public:
   /// What was found, and how often it was said of that item.
   struct told {
     finding what;
     int times = 1;
+    bool known = true;  ///< not so, of an error that the tool says in words of its own
   };
 
   message_reader(std::string_view tool, finding_item item);
@@ -72,12 +73,18 @@ class message_reader {
 
  private:
   void add(const known_message& message, const std::vector<std::string_view>& parts);
+  void add_unknown(std::string_view line);
+  told* find(const finding& f);
 
+  std::string tool_;
   std::span<const known_message> messages_;
   finding_item item_;
   std::string file_;  ///< the one that is read now, where that is none of the run's own
   std::vector<told> found_;
 };
+
+/// The finding with how often it was said in its text.
+finding counted(finding f, int times);
 
 /// How the log tells it: "ERR:  title 1, audio 2, 00:00:12: ...". In one line.
 std::string log_line(const finding& f, int times = 1);

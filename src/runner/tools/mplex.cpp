@@ -3,6 +3,7 @@
 #include "formats/numbers.h"
 #include "runner/tools/known_messages.h"
 #include "runner/tools/spumux_subtitles.h"
+#include "runner/tools/tool_outcomes.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -19,47 +20,38 @@ constexpr double largest_file = 1e15;
 /// What no header tells: of usual sound, a second.
 constexpr double usual_bit_rate = 192000;
 
-finding about_audio(finding_item item, const muxed_audio& audio, int number) {
-  finding f;
-  f.item = item;
-  f.item.part = finding_item::part_kind::audio;
-  f.item.part_number = number;
+finding about_audio(std::string_view rule, finding_item item, const muxed_audio& audio, int number,
+                    std::string found) {
+  finding f = outcome_finding(rule, part_of(item, finding_item::part_kind::audio, number),
+                              std::move(found));
   f.file = audio.file;
   f.byte = audio.bytes;
   return f;
 }
 
 /// `left`: how many bytes mplex did not take.
-finding audio_that_stops(finding f, double bit_rate, std::uint64_t left) {
-  f.rule = "mplex-audio-stops";
-  f.severity = finding_severity::error;
-  f.seconds = static_cast<double>(*f.byte) * 8 / bit_rate;
-  f.found = "mplex stopped reading the sound at byte " + std::to_string(*f.byte) +
-            ", where something stands that is no frame of it; " + std::to_string(left) +
-            " bytes follow";
-  f.consequence = "From there on it is silent";
-  f.remedy = "Encode the sound again, or cut it with a tool that keeps frames whole";
+finding audio_that_stops(finding_item item, const muxed_audio& audio, int number, double bit_rate,
+                         std::uint64_t left) {
+  finding f = about_audio("mplex-audio-stops", item, audio, number,
+                          "mplex stopped reading the sound at byte " + std::to_string(audio.bytes) +
+                              ", where something stands that is no frame of it; " +
+                              std::to_string(left) + " bytes follow");
+  f.seconds = static_cast<double>(audio.bytes) * 8 / bit_rate;
   return f;
 }
 
-finding audio_with_a_tail(finding f, std::uint64_t left) {
-  f.rule = "mplex-audio-tail";
-  f.severity = finding_severity::note;
-  f.found = std::to_string(left) + " bytes follow the last frame of the sound, as a tag does";
-  f.consequence = "Nothing: they are left out";
-  f.remedy = "Nothing need be done";
-  return f;
+finding audio_with_a_tail(finding_item item, const muxed_audio& audio, int number,
+                          std::uint64_t left) {
+  return about_audio(
+      "mplex-audio-tail", item, audio, number,
+      std::to_string(left) + " bytes follow the last frame of the sound, as a tag does");
 }
 
 finding unexplained_stop(finding_item item) {
-  finding f;
-  f.rule = "mplex-audio-stops";
+  finding f = outcome_finding("mplex-audio-stops", part_of(item, finding_item::part_kind::audio),
+                              "mplex stopped reading a sound before its file's end");
   f.severity = finding_severity::warning;
-  f.item = item;
-  f.item.part = finding_item::part_kind::audio;
-  f.found = "mplex stopped reading a sound before its file's end";
   f.consequence = "From there on it may be silent";
-  f.remedy = "Encode the sound again, or cut it with a tool that keeps frames whole";
   return f;
 }
 
@@ -109,10 +101,9 @@ std::vector<finding> mplex_ways::explain(const tool_call& call, const tool_resul
       continue;
     const std::uint64_t left = size - audio.bytes;
     const double bit_rate = audio.bit_rate > 0 ? audio.bit_rate : usual_bit_rate;
-    finding f = about_audio(item, audio, number);
     found.push_back(static_cast<double>(left) * 8 >= bit_rate
-                        ? audio_that_stops(std::move(f), bit_rate, left)
-                        : audio_with_a_tail(std::move(f), left));
+                        ? audio_that_stops(item, audio, number, bit_rate, left)
+                        : audio_with_a_tail(item, audio, number, left));
   }
   if (found.empty())
     found.push_back(unexplained_stop(item));

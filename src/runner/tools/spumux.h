@@ -14,8 +14,8 @@ namespace corvane {
 class spumux_ways : public tool_ways {
  public:
   std::vector<std::string> announce(const tool_call& call, tool_files& files) const override;
-  std::vector<std::string> judge(const tool_call& call, const tool_result& result,
-                                 tool_files& files) const override;
+  std::vector<finding> judge(const tool_call& call, const tool_result& result,
+                             tool_files& files) const override;
   std::vector<finding> explain(const tool_call& call, const tool_result& result,
                                tool_files& files) const override;
 };

@@ -4,6 +4,7 @@
 #include "formats/text.h"
 #include "runner/tools/known_messages.h"
 #include "runner/tools/spumux_subtitles.h"
+#include "runner/tools/tool_outcomes.h"
 
 #include <algorithm>
 #include <array>
@@ -54,15 +55,9 @@ std::optional<finding> font_that_stands_in(std::string_view printed, finding_ite
     const std::string file(parts[1]);
     if (is_asked_for(name, file, files))
       continue;
-    finding f;
-    f.rule = "spumux-font";
-    f.severity = finding_severity::note;
-    f.item = item;
-    f.found = "the font \"" + name + "\" is not installed, so " + name_in_path(file) +
-              " stands in for it";
-    f.consequence = "The text looks otherwise than was chosen";
-    f.remedy = "Choose a font that is installed, or the font's own file";
-    return f;
+    return outcome_finding("spumux-font", item,
+                           "the font \"" + name + "\" is not installed, so " + name_in_path(file) +
+                               " stands in for it");
   }
   return std::nullopt;
 }

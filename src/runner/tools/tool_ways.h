@@ -85,9 +85,10 @@ class tool_ways {
     return false;
   }
 
-  /// What went wrong that its end does not tell, a line each.
-  virtual std::vector<std::string> judge(const tool_call& /*call*/, const tool_result& /*result*/,
-                                         tool_files& /*files*/) const {
+  /// What went wrong that its end does not tell, errors all; the log's line of each is what was
+  /// found, as it stands.
+  virtual std::vector<finding> judge(const tool_call& /*call*/, const tool_result& /*result*/,
+                                     tool_files& /*files*/) const {
     return {};
   }
 
