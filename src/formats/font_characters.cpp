@@ -13,7 +13,7 @@ using found_characters = std::optional<font_characters>;
 constexpr std::uint32_t last_of_plane = 0xFFFF;
 
 /// Characters that the segments of a table may name, those named twice included.
-constexpr std::uint64_t most_named = 4 * 0x10000;
+constexpr std::uint64_t most_named = std::uint64_t{4} * 0x10000;
 
 /// From `at` to the end.
 table_bytes rest_of(const table_bytes& bytes, std::uint64_t at) {
