@@ -73,7 +73,7 @@ constexpr std::array disc_rules_table = {
          author_again, "ISO 9660 and UDF 1.02"},
     rule{"image-files", severity::error, "The files of the image are those of the folder",
          "the same bytes as in the folder", "another disc than the folder holds", author_again,
-         as_asked},
+         "the files of the folder"},
     // As foreseen.
     rule{"disc-titles", severity::error, "The disc has the titles of the project", "as foreseen",
          "titles that are missing, or that nobody asked for", author_again, as_asked},
