@@ -1,17 +1,21 @@
 // Where commands lead. dvdauthor takes a first-play jump to a title that does not exist in silence
 // (a disc that does nothing), and finds other dead ends only after all multiplexing is done.
 #include "authoring/row_checks.h"
+#include "examine/chapter_rules.h"
+#include "examine/navigation_map.h"
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "formats/text.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <string>
 #include <utility>
 
 namespace corvane {
 namespace {
 
-constexpr int most_chapters = 99;
+constexpr std::size_t most_chapters = 99;
 constexpr int most_commands = 128;  // of a program chain
 
 std::vector<std::string> chapter_times(const disc_title& title) {
@@ -22,20 +26,14 @@ std::vector<std::string> chapter_times(const disc_title& title) {
   return times;
 }
 
-// dvdauthor puts a chapter at the beginning where the list does not have one.
-int chapter_count(const disc_title& title) {
-  const std::vector<std::string> times = chapter_times(title);
-  const bool begins = !times.empty() && times[0].find_first_not_of("0:. ") == std::string::npos;
-  return static_cast<int>(times.size()) + (begins ? 0 : 1);
-}
-
 // Clauses that say what is wrong with a command -------------------------------------------------
 
 refusal why_not_title(const disc_description& d, const command_form& c) {
   const int title = c.number.value_or(0);
   if (title < 1 || title > d.title_count())
     return "leads to title " + trimmed(title) + ", which does not exist";
-  if (c.chapter && (*c.chapter < 1 || *c.chapter > chapter_count(d.title(title))))
+  if (c.chapter &&
+      (*c.chapter < 1 || *c.chapter > chapters_asked_for(d.title(title)).value_or(*c.chapter)))
     return "leads to chapter " + trimmed(*c.chapter) + " of title " + trimmed(title) +
            ", which does not exist";
   return std::nullopt;
@@ -225,8 +223,9 @@ refusal why_not_chapters(const disc_description& d) {
         return "Title " + trimmed(title) + " has the chapter time " + sanitized_quoted(time) +
                ", which is not of the form 00:00:00.00.  Please edit the title's chapters.";
     }
-    if (chapter_count(d.title(title)) > most_chapters)
-      return "Title " + trimmed(title) + " has " + trimmed(chapter_count(d.title(title))) +
+    const std::size_t chapters = chapters_on_disc(d.title(title), {}).begins.size();
+    if (chapters > most_chapters)
+      return "Title " + trimmed(title) + " has " + std::to_string(chapters) +
              " chapters, but a DVD title holds at most 99.  Please edit the title's chapters.";
   }
   return std::nullopt;

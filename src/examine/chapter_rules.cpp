@@ -1,8 +1,9 @@
 #include "examine/chapter_rules.h"
 
 #include "examine/measures.h"
+#include "examine/navigation_map.h"
+#include "formats/chapter_list.h"
 #include "formats/sanitized.h"
-#include "formats/text.h"
 #include "formats/time_text.h"
 
 #include <algorithm>
@@ -60,6 +61,7 @@ class landing {
 
   chapter_fate take(const text_time& entry) {
     chapter_fate fate;
+    fate.text = entry.text;
     if (!entry.seconds)
       return fate;
     fate.asked = fate.begins = *entry.seconds;
@@ -130,11 +132,11 @@ finding about_entry(std::string_view id, int title, std::size_t entry, const cha
   return f;
 }
 
-void look_at_entries(int title, const disc_title& t, const title_length& length,
-                     const landed_chapters& landed, std::vector<finding>& all) {
+void look_at_entries(int title, const title_length& length, const landed_chapters& landed,
+                     std::vector<finding>& all) {
   for (std::size_t entry = 0; entry < landed.fates.size(); ++entry) {
     const chapter_fate& fate = landed.fates[entry];
-    const std::string time = sanitized_quoted(trim(t.chapters[entry].text));
+    const std::string time = sanitized_quoted(fate.text);
     switch (fate.what) {
       case fate_kind::is_chapter:
       case fate_kind::no_time:  // the setting rules look at that
@@ -182,19 +184,20 @@ std::vector<placed_command> commands_of(const disc_description& d) {
   return all;
 }
 
-// A person counts the entries of the list; the disc, its chapters.
+// A person counts the entries of the list; the disc, its chapters. Numbers beyond both are told by
+// the navigation rules.
 void look_at_command(const placed_command& command, const disc_title& t,
                      const landed_chapters& landed, std::vector<finding>& all) {
   const int number = *command.form.chapter;
   const std::string chapter =
       "chapter " + std::to_string(number) + " of title " + std::to_string(*command.form.number);
   if (number > static_cast<int>(landed.begins.size())) {
-    if (number <= static_cast<int>(t.chapters.size()))
-      all.push_back(
-          finding_of(chapter_rules_table, "chapter-missing", command.item,
-                     chapter + " is not on the disc: of its " +
-                         count_text(t.chapters.size(), "time", "times") + " " +
-                         count_text(landed.begins.size(), "becomes a chapter", "become chapters")));
+    const std::size_t chapters = landed.begins.size() - (landed.added ? 1 : 0);
+    if (number <= chapters_asked_for(t).value_or(0))
+      all.push_back(finding_of(chapter_rules_table, "chapter-missing", command.item,
+                               chapter + " is not on the disc: of its " +
+                                   count_text(landed.fates.size(), "time", "times") + " " +
+                                   count_text(chapters, "becomes a chapter", "become chapters")));
     return;
   }
   if (number < 1 || number > static_cast<int>(landed.fates.size()))
@@ -210,11 +213,18 @@ void look_at_command(const placed_command& command, const disc_title& t,
 
 }  // namespace
 
+std::vector<text_time> chapters_read(const disc_title& title) {
+  std::vector<text_time> read;
+  for (const text_time& piece : title.chapters)
+    for (const std::string& entry : chapter_entries(piece.text))
+      read.push_back({entry, chapter_entry_seconds(entry)});
+  return read;
+}
+
 landed_chapters chapters_on_disc(const disc_title& title, const title_length& length) {
   landing l(length);
   std::vector<chapter_fate> fates;
-  fates.reserve(title.chapters.size());
-  for (const text_time& entry : title.chapters)
+  for (const text_time& entry : chapters_read(title))
     fates.push_back(l.take(entry));
   return l.finish(std::move(fates));
 }
@@ -231,7 +241,7 @@ std::vector<finding> chapter_findings(const disc_description& d,
     const auto index = static_cast<std::size_t>(title) - 1;
     const title_length length = index < lengths.size() ? lengths[index] : title_length{};
     landed.push_back(chapters_on_disc(d.title(title), length));
-    look_at_entries(title, d.title(title), length, landed.back(), all);
+    look_at_entries(title, length, landed.back(), all);
   }
   for (const placed_command& command : commands_of(d)) {
     const auto& form = command.form;

@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace corvane {
@@ -18,7 +19,10 @@ struct title_length {
   std::vector<double> units;  ///< where its units begin; empty: not known
 };
 
-/// What becomes of one entry of a title's chapter times.
+/// The entries of a title's chapter times as dvdauthor takes and reads them: blank ones are none.
+std::vector<text_time> chapters_read(const disc_title& title);
+
+/// What becomes of one of these entries.
 struct chapter_fate {
   enum class kind {
     is_chapter,
@@ -27,6 +31,7 @@ struct chapter_fate {
     after_end,     ///< likewise
     no_time,       ///< the entry is not a time
   };
+  std::string text;  ///< as it stands in the list
   kind what = kind::no_time;
   int number = 0;     ///< of the chapter that it is, or is merged with, 1-based; 0: none
   double asked = 0;   ///< seconds
@@ -35,7 +40,7 @@ struct chapter_fate {
 
 struct landed_chapters {
   bool added = false;               ///< a chapter at the beginning that was not asked for
-  std::vector<chapter_fate> fates;  ///< of each entry
+  std::vector<chapter_fate> fates;  ///< of each entry that is read
   std::vector<double> begins;       ///< of each chapter on the disc, in seconds
 };
 

@@ -4,7 +4,6 @@
 #include "examine/chapter_rules.h"
 #include "examine/disc_walk.h"
 #include "examine/measures.h"
-#include "project/chapter_rows.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -202,8 +201,7 @@ void foresee_chapters(const disc_title_contents& title, const std::string& asked
   if (asked == unknown_chapters || title.chain.units.empty())
     return;
   disc_title as_asked;
-  for (const std::string& time : chapter_times(asked))
-    as_asked.chapters.push_back(time_of(time));
+  as_asked.chapters.push_back({asked, {}});
   const landed_chapters landed =
       chapters_on_disc(as_asked, {title.chain.seconds, title.chain.units});
   const finding_item item{whole::title, title.number, part::whole, 0};

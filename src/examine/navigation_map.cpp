@@ -1,5 +1,6 @@
 #include "examine/navigation_map.h"
 
+#include "examine/chapter_rules.h"
 #include "formats/numbers.h"
 #include "formats/text.h"
 
@@ -71,12 +72,9 @@ std::string hint_about_letters(const std::string& text, bool hand_edited) {
 std::optional<int> chapters_asked_for(const disc_title& title) {
   if (!title.is_multiplexed_here && title.streams.size() > 1)
     return std::nullopt;
-  std::vector<std::string> times;
-  for (const text_time& time : title.chapters)
-    if (!trim(time.text).empty())
-      times.push_back(time.text);
-  const bool begins = !times.empty() && times[0].find_first_not_of("0:. ") == std::string::npos;
-  return static_cast<int>(times.size()) + (begins ? 0 : 1);
+  const std::vector<text_time> entries = chapters_read(title);
+  const bool begins = !entries.empty() && entries.front().seconds == 0.0;
+  return static_cast<int>(entries.size()) + (begins ? 0 : 1);
 }
 
 navigation_map::navigation_map(const disc_description& d, bool hand_edited)

@@ -1,6 +1,6 @@
 #include "examine/setting_rules.h"
 
-#include "examine/navigation_map.h"
+#include "examine/chapter_rules.h"
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "formats/text.h"
@@ -21,7 +21,7 @@ using whole = finding_item::whole_kind;
 
 constexpr int most_titles = 99;
 constexpr int most_menus = 99;
-constexpr int most_chapters = 99;
+constexpr std::size_t most_chapters = 99;
 constexpr std::size_t most_audio_streams = 8;
 constexpr double too_long_a_delay = 1000;  // milliseconds
 
@@ -73,13 +73,6 @@ bool is_language_code(const std::string& code) {
          });
 }
 
-/// As dvdauthor reads it: numbers between ":", the last with a fraction.
-bool is_chapter_time(const std::string& text) {
-  return text.find_first_not_of("0123456789:. ") == std::string::npos &&
-         std::count(text.begin(), text.end(), '.') <= 1 &&
-         text.find_first_of("0123456789") != std::string::npos;
-}
-
 class setting_examiner {
  public:
   explicit setting_examiner(const disc_description& d) : disc_(d) {}
@@ -122,18 +115,17 @@ class setting_examiner {
 
   void look_at_chapters(int title, const disc_title& t) {
     int number = 0;
-    for (const text_time& time : t.chapters) {
-      if (trim(time.text).empty())
-        continue;
+    for (const text_time& time : chapters_read(t)) {
       ++number;
-      if (!is_chapter_time(time.text))
+      if (!time.seconds)
         add("chapter-time-unreadable", {whole::title, title, part::chapter, number},
             "the chapter has the time " + sanitized_quoted(time.text) + ", which is none");
     }
-    const int chapters = chapters_asked_for(t).value_or(0);
+    // Of two entries with one time the disc has one chapter, wherever its units begin.
+    const std::size_t chapters = chapters_on_disc(t, {}).begins.size();
     if (chapters > most_chapters)
       add("title-too-many-chapters", {whole::title, title, part::whole, 0},
-          "the title has " + trimmed(chapters) + " chapters");
+          "the title has " + std::to_string(chapters) + " chapters");
   }
 
   void look_at_delay(const finding_item& item, const text_number& delay) {

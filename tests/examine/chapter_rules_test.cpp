@@ -152,6 +152,37 @@ TEST(ChapterRules, AChapterThatIsNoLongerThereIsAnError) {
             "chapter 3 of title 1 is not on the disc: of its 3 times 2 become chapters");
 }
 
+// Blank pieces of the list are no chapters: neither the list that a person sees nor the disc counts
+// them.
+TEST(ChapterRules, BlankPiecesAreNotCounted) {
+  disc_description d = disc_with("0,, ,5,5.1,10");
+  EXPECT_THAT(found(d, half_seconds()),
+              ElementsAre("chapter-merged at title 1, chapter 3, 00:00:05"));
+  d = disc_with("0,,5,10,");
+  add_button(d, "jump title 1 chapter 3");
+  EXPECT_THAT(found(d, half_seconds()), IsEmpty());
+  add_button(d, "jump title 1 chapter 4");
+  EXPECT_THAT(found(d, half_seconds()), IsEmpty()) << "which the navigation rules tell";
+  d = disc_with("0,,5.1,5.2");
+  add_button(d, "jump title 1 chapter 3");
+  EXPECT_EQ(chapter_findings(d, std::vector{half_seconds()}).back().found,
+            "chapter 3 of title 1 is not on the disc: of its 3 times 2 become chapters");
+}
+
+TEST(ChapterRules, AChapterAfterMergedOnesBehindAnAddedOneIsAnError) {
+  disc_description d = disc_with("5.1,5.2");
+  add_button(d, "jump title 1 chapter 3");
+  const auto findings = chapter_findings(d, std::vector{half_seconds()});
+  EXPECT_EQ(findings.back().rule, "chapter-missing");
+  EXPECT_EQ(findings.back().found,
+            "chapter 3 of title 1 is not on the disc: of its 2 times 1 becomes a chapter");
+}
+
+TEST(ChapterRules, TimesAreReadAsDvdauthorReadsThem) {
+  EXPECT_THAT(chapters_on_disc(title_with(".5 :1,0:0:0:2"), half_seconds()).begins,
+              ElementsAre(0, 0.5, 1, 2));
+}
+
 TEST(ChapterRules, CommandsToRightNumbersHaveNoFinding) {
   disc_description d = disc_with("0,5,10");
   add_button(d, "jump title 1 chapter 3");

@@ -106,16 +106,30 @@ TEST(SettingRules, TagsOfTheXmlBelongToTheirTitleset) {
 
 TEST(SettingRules, ChapterTimeThatCannotBeReadIsAnError) {
   disc_description d = made_disc({made_title()});
-  d.titles[0].chapters = {time_of("0"), time_of("5 min"), time_of(" "), time_of("1.2.3")};
+  d.titles[0].chapters = {time_of("0"), time_of("5min"), time_of(" "), time_of("1.2.3")};
   EXPECT_THAT(told_of_settings(d), ElementsAre("chapter-time-unreadable @ title 1, chapter 2",
                                                "chapter-time-unreadable @ title 1, chapter 3"));
 }
 
+TEST(SettingRules, ChapterTimesThatDvdauthorTakesHaveNoFinding) {
+  disc_description d = made_disc({made_title()});
+  for (const char* const text : {".5", ":1", "1:", "1:2:3:4", "1:30 2:00", "00:00:60.00"}) {
+    d.titles[0].chapters = {time_of("0"), time_of(text)};
+    EXPECT_THAT(told_of_settings(d), IsEmpty()) << text;
+  }
+  d.titles[0].chapters = {time_of("1.5:30")};
+  EXPECT_THAT(told_of_settings(d), ElementsAre("chapter-time-unreadable @ title 1, chapter 1"));
+}
+
 TEST(SettingRules, HundredthChapterIsAnError) {
   disc_description d = made_disc({made_title()});
-  d.titles[0].chapters = std::vector<text_time>(99, time_of("00:00:00.00"));
+  d.titles[0].chapters.clear();
+  for (int second = 0; second < 99; ++second)
+    d.titles[0].chapters.push_back(time_of(std::to_string(second)));
   EXPECT_THAT(told_of_settings(d), IsEmpty());
-  d.titles[0].chapters[0] = time_of("00:00:01.00");
+  d.titles[0].chapters.insert(d.titles[0].chapters.end(), 9, time_of("98"));
+  EXPECT_THAT(told_of_settings(d), IsEmpty()) << "chapters of one time are one";
+  d.titles[0].chapters[0] = time_of("0.5");
   EXPECT_THAT(told_of_settings(d), ElementsAre("title-too-many-chapters @ title 1"))
       << "with the one that is added at the beginning";
 }

@@ -34,13 +34,17 @@ TEST(ChapterOrder, TwoOfOneTimeAreOneChapter) {
   EXPECT_EQ(left_out(title_element("00:00:00.00,00:01:00.00,00:01:00.00,00:00:60.00")), rows{});
 }
 
+TEST(ChapterOrder, TimesAreReadAsTheToolReadsThem) {
+  EXPECT_EQ(left_out(title_element("0,:5 .5,0:0:0:1,6")), (rows{"1 .5 :5", "1 0:0:0:1 :5"}));
+}
+
 TEST(ChapterOrder, EachTitleHasItsOwnOrder) {
   EXPECT_EQ(left_out(title_element("0,10") + title_element("0,5") + title_element("0,7,6")),
             rows{"3 6 7"});
 }
 
 TEST(ChapterOrder, WhatIsNoTimeIsPassedOver) {
-  EXPECT_EQ(left_out(title_element("00:02:00.00,ab:cd:ef.gh,,1:2:3:4, 00:01:00.00 ")),
+  EXPECT_EQ(left_out(title_element("00:02:00.00,ab:cd:ef.gh,,1.5:0:0, 00:01:00.00 ")),
             rows{"1 00:01:00.00 00:02:00.00"});
   EXPECT_EQ(left_out(" chapters=\"0,9,8"), rows{"1 8 9"});  // cut off
 }

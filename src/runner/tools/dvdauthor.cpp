@@ -1,8 +1,6 @@
 #include "runner/tools/dvdauthor.h"
 
-#include "formats/text.h"
-#include "formats/time_text.h"
-#include "project/chapter_rows.h"
+#include "formats/chapter_list.h"
 
 #include <cstddef>
 #include <optional>
@@ -15,15 +13,15 @@ constexpr std::string_view attribute = " chapters=\"";
 void look_at_title(int title, std::string_view chapters, std::vector<left_out_chapter>& found) {
   double latest = 0;
   std::string latest_time;
-  for (const std::string& time : chapter_times(chapters)) {
-    const std::optional<double> seconds = typed_time(time);
+  for (const std::string& time : chapter_entries(chapters)) {
+    const std::optional<double> seconds = chapter_entry_seconds(time);
     if (!seconds)
       continue;
     if (*seconds < latest) {
-      found.push_back({title, std::string(trim(time)), latest_time});
+      found.push_back({title, time, latest_time});
     } else {
       latest = *seconds;
-      latest_time = trim(time);
+      latest_time = time;
     }
   }
 }
