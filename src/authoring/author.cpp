@@ -133,7 +133,8 @@ author_result authordvd(document& doc, author_equipment& e, const prepared_run& 
       {{video_format(doc.p.globalregion), {run_file::makes_disc_variable, "yes"}},
        first_lines(run),
        doc.p.cleanup,
-       settle});
+       settle,
+       [place = begun.place] { place->note_alive(); }});
   return e.runner.running() ? author_result::started : author_result::not_started;
 }
 

@@ -39,10 +39,12 @@ void tell(document& doc, const std::string& out, const place_settled& done) {
     text += "  The earlier DVD, which it was to replace, is in its place again.";
   else if (done.removed)
     text += "  What it had made was removed.";
-  for (const std::string& trouble : done.troubles)
-    text += "\n" + trouble;
-  if (done.brought_back || done.removed || !done.troubles.empty())
-    say(doc, done.troubles.empty() ? icon::information : icon::exclamation, text);
+  for (const std::vector<std::string>* more : {&done.kept, &done.troubles})
+    for (const std::string& sentence : *more)
+      text += "\n" + sentence;
+  const bool all_well = done.kept.empty() && done.troubles.empty();
+  if (done.brought_back || done.removed || !all_well)
+    say(doc, all_well ? icon::information : icon::exclamation, text);
 }
 
 /// Whether the run needs no more looking after.

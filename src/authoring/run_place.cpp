@@ -1,5 +1,6 @@
 #include "authoring/run_place.h"
 
+#include "platform/files/change_time.h"
 #include "platform/files/durable_write.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
@@ -18,11 +19,20 @@ namespace {
 constexpr const char* begun = "run.txt";
 constexpr const char* finished = "done.txt";
 constexpr const char* left = "left.txt";
+constexpr const char* lock_name = "corvane.lock";
+constexpr std::string_view place_suffix = ".earlier";
 
 constexpr std::uintmax_t largest_record = std::uintmax_t{1} << 20;
 
 /// More than one is somebody's own, or could not be set in order.
 constexpr int most_places = 9;
+
+/// What is kept of runs that died is not looked after any more.
+constexpr int most_kept = 99;
+
+/// What a run writes between two signs of life is kept should it die; a disk that sleeps is not
+/// woken for them, since a run works on it.
+constexpr auto between_signs = std::chrono::milliseconds(400);
 
 // Names -----------------------------------------------------------------------------------------
 
@@ -36,14 +46,29 @@ std::string real_path(const std::string& out) {
 }
 
 std::vector<std::string> names_beside(const std::string& real) {
-  std::vector<std::string> names{real + ".earlier"};
+  std::vector<std::string> names{real + std::string(place_suffix)};
   for (int number = 2; number <= most_places; ++number)
     names.push_back(names[0] + std::to_string(number));
   return names;
 }
 
 std::vector<std::string> names_inside(const std::string& real) {
-  return {join_path(real, "corvane.earlier")};
+  return {join_path(real, "corvane" + std::string(place_suffix))};
+}
+
+// For the place "dvd.earlier2": "dvd.interrupted", or one with a number.
+result<std::string> make_folder_for_kept(const std::string& place) {
+  using made = result<std::string>;
+  const std::string first = place.substr(0, place.rfind(place_suffix)) + ".interrupted";
+  for (int number = 1; number <= most_kept; ++number) {
+    const std::string name = number == 1 ? first : first + std::to_string(number);
+    std::error_code error;
+    if (std::filesystem::create_directory(path_of(name), error))
+      return made::ok(name);
+    if (error && !entry_exists(name))
+      return made::fail(error.message());
+  }
+  return made::fail("all names such as \"" + first + "\" are taken");
 }
 
 // What stands there -----------------------------------------------------------------------------
@@ -60,7 +85,7 @@ bool holds_nothing(const std::string& path) {
   std::error_code error;
   for (std::filesystem::directory_iterator entry(path_of(path), error), end; !error && entry != end;
        entry.increment(error))
-    if (entry->path().filename() != "corvane.lock")
+    if (entry->path().filename() != lock_name)
       return false;
   return !error;
 }
@@ -115,6 +140,15 @@ failure run_place::put_aside(const run_record& record) {
   return std::nullopt;
 }
 
+void run_place::note_alive() {
+  const auto now = std::chrono::steady_clock::now();
+  if (now - noted_ < between_signs)
+    return;
+  noted_ = now;
+  // Without a sign more is kept; the run goes on.
+  mark_changed(in(lock_name));
+}
+
 place_settled run_place::complete() {
   // In one step: from now on nothing here comes back.
   if (move_entry(in(begun), in(finished)))
@@ -129,8 +163,76 @@ place_settled run_place::complete() {
   return done;
 }
 
+bool run_place::life::holds(const std::string& path) const {
+  const std::optional<std::int64_t> changed = changed_at(path);
+  return changed && *changed >= begin && *changed < end;
+}
+
+std::optional<run_place::life> run_place::seen_life() const {
+  const auto begin = changed_at(in(begun)), end = changed_at(in(lock_name));
+  return begin && end ? std::optional(life{*begin, *end}) : std::nullopt;
+}
+
+// A folder says by its own time whether something was put into it or taken out, or it was moved
+// here as it is; a file, whether something was written over it. What was changed after the last
+// sign of life may be the run's still; but somebody may have come at once.
+bool run_place::is_known_to_be_the_runs(const std::string& path) const {
+  const std::optional<life> seen = seen_life();
+  if (!seen || !seen->holds(path))
+    return false;
+  std::error_code error;
+  if (std::filesystem::symlink_status(path_of(path), error).type() !=
+      std::filesystem::file_type::directory)
+    return !error;
+  for (std::filesystem::recursive_directory_iterator entry(path_of(path), error), end;
+       !error && entry != end; entry.increment(error))
+    if (!seen->holds(text_of(entry->path())))
+      return false;
+  return !error;
+}
+
+failure run_place::keep(const std::string& path, place_settled& done) {
+  if (kept_in_.empty()) {
+    const result<std::string> made = make_folder_for_kept(path_);
+    if (!made)
+      return made.error;
+    kept_in_ = *made;
+  }
+  const std::string now = join_path(kept_in_, text_of(path_of(path).filename()));
+  if (failure why = move_entry(path, now)) {
+    std::error_code error;
+    if (std::filesystem::remove(path_of(kept_in_), error))  // nothing is in it
+      kept_in_.clear();
+    return why;
+  }
+  done.kept.push_back("\"" + path +
+                      "\" was changed when that run had ended, or just before: it may be half of "
+                      "what the run made, or somebody's own.  It was moved to \"" +
+                      now + "\".");
+  return std::nullopt;
+}
+
+failure run_place::clear(const std::string& path, clearing how, place_settled& done) {
+  if (how == clearing::remove_known && !is_known_to_be_the_runs(path))
+    return keep(path, done);
+  failure why = remove_patiently(path);
+  done.removed = done.removed || !why;
+  return why;
+}
+
+void run_place::clear_streams(clearing how, place_settled& done) {
+  for (const std::string& name : record_->streams) {
+    const std::string stream = join_path(out_, name);
+    if (!entry_exists(stream) || folder_exists(stream))
+      continue;
+    if (const failure why = clear(stream, how, done))
+      done.troubles.push_back("\"" + stream + "\", made by the run, could not be removed: " + *why +
+                              ".");
+  }
+}
+
 // What is put back is left alone when it is all done once more: it no longer lies here.
-void run_place::put_back(const std::string& part, bool may_remove, place_settled& done) const {
+void run_place::put_back(const std::string& part, clearing how, place_settled& done) {
   const std::string home = home_of_part(part, out_);
   const bool lies_here = entry_exists(in(part));
   const auto& earlier = record_->earlier;
@@ -140,10 +242,8 @@ void run_place::put_back(const std::string& part, bool may_remove, place_settled
   // Where a folder has the image's name, the run could not make any.
   const bool is_the_runs = part != image_part || (record_->image && !folder_exists(home));
   failure why;
-  if (may_remove && is_the_runs && entry_exists(home)) {
-    why = remove_patiently(home);
-    done.removed = done.removed || !why;
-  }
+  if (how != clearing::none && is_the_runs && entry_exists(home))
+    why = clear(home, how, done);
   if (why && !lies_here)
     done.troubles.push_back("\"" + home +
                             "\", which is not complete, could not be removed: " + *why + ".");
@@ -158,29 +258,24 @@ void run_place::put_back(const std::string& part, bool may_remove, place_settled
     done.brought_back = true;
 }
 
-place_settled run_place::bring_back() {
+place_settled run_place::bring_back(clearing how) {
   place_settled done;
   if (!record_) {
     dismantle();
     return done;
   }
-  for (const std::string& name : record_->streams) {
-    const std::string stream = join_path(out_, name);
-    if (!entry_exists(stream) || folder_exists(stream))
-      continue;
-    if (const failure why = remove_patiently(stream))
-      done.troubles.push_back("\"" + stream + "\", made by the run, could not be removed: " + *why +
-                              ".");
-    else
-      done.removed = true;
-  }
+  clear_streams(how, done);
   for (const char* const part : disc_parts)
-    put_back(part, true, done);
+    put_back(part, how, done);
   if (done.troubles.empty())
     dismantle();
   else
     move_entry(in(begun), in(left));
   return done;
+}
+
+place_settled run_place::bring_back() {
+  return bring_back(clearing::remove);
 }
 
 place_settled run_place::settle_interrupted() {
@@ -190,7 +285,7 @@ place_settled run_place::settle_interrupted() {
   const result<std::string> text = read_file(in(once_more ? left : begun), largest_record);
   record_ = text ? parse_record(*text) : std::nullopt;
   if (record_ && !once_more)
-    return bring_back();
+    return bring_back(clearing::remove_known);
   // Without a whole record nothing has been put here yet; if something lies here nevertheless, it
   // goes back where nothing stands in its place.
   if (!record_) {
@@ -203,7 +298,7 @@ place_settled run_place::settle_interrupted() {
   const auto& earlier = record_->earlier;
   for (const std::string& part : earlier)
     if (!entry_exists(home_of_part(part, out_)))
-      put_back(part, false, done);
+      put_back(part, clearing::none, done);
   if (std::none_of(earlier.begin(), earlier.end(),
                    [this](const std::string& part) { return entry_exists(in(part)); }))
     dismantle();

@@ -74,6 +74,7 @@ struct shelled::state {
   run_steps steps{};
   bool cleanup = false;
   std::function<run_settled(run_outcome)> settle{};
+  std::function<void()> alive{};
   std::vector<std::string> notes{};
   found_in_run findings{};
   bool in_pass = false;
@@ -247,6 +248,7 @@ void shelled::state::drain() {
 /// What the run has left is set in order, and the log says what was done. Gives what the user has
 /// to know.
 std::vector<std::string> shelled::state::settle_run() {
+  alive = nullptr;
   if (!settle)
     return {};
   run_settled done = std::exchange(settle, nullptr)(outcome);
@@ -275,6 +277,8 @@ void shelled::state::pass() {
     explicit mark(bool& f) : flag(f) { flag = true; }
     ~mark() { flag = false; }
   } const passing(in_pass);
+  if (alive)
+    alive();
   if (!read_pieces())
     finish();
 }
@@ -375,6 +379,7 @@ void shelled::ExecuteCommand(std::string_view command_line, const run_options& o
   s_->steps.begin(script ? *script : std::string());
   s_->cleanup = options.cleanup;
   s_->settle = options.settle;
+  s_->alive = options.alive;
   s_->listener.started({s_->steps.count(), options.first_lines});
   if (CommandLine.empty()) {
     // The listener takes the run as begun for good: nothing can have been written for it.
@@ -410,6 +415,7 @@ void shelled::endprocess() {
     return;
   s_->outcome = run_outcome::stopped;
   s_->settle = nullptr;
+  s_->alive = nullptr;
   s_->leave();
 }
 

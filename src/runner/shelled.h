@@ -30,6 +30,9 @@ struct run_options {
   /// once, when nothing of the run goes on any more and before the outcome is told; not by
   /// `endprocess`, which leaves the command to itself.
   std::function<run_settled(run_outcome)> settle{};
+
+  /// Called in each pass, as long as the run goes on.
+  std::function<void()> alive{};
 };
 
 class shelled {

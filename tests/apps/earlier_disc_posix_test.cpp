@@ -1,6 +1,7 @@
 // The disc that was there and the one that is being made, while corvane-author is left in peace,
 // stopped, or killed.
 #include "apps/author_fixture_posix.h"
+#include "platform/files/change_time.h"
 #include "runner/run_files.h"
 
 #include <gmock/gmock.h>
@@ -61,11 +62,18 @@ class EarlierDiscOfAuthor : public AuthorProgram {
     EXPECT_FALSE(entry_exists(app(run_file::unfinished)));
   }
 
+  /// Whether the program was seen alive after this file was written.
+  bool seen_alive_after(const std::string& file) const {
+    const auto written = changed_at(folder_.path(file));
+    const auto alive = changed_at(folder_.path("disc.earlier/corvane.lock"));
+    return written && alive && *written < *alive;
+  }
+
   /// Kills a run while this tool is at work, and waits until the tool is gone too.
   void kill_during(const std::string& tool) {
     running_program program(start({"--replace", "--iso", project_, out()}));
     ASSERT_TRUE(started(tool));
-    ASSERT_TRUE(wait_until([&] { return entry_exists(folder_.path("notes/half")); }));
+    ASSERT_TRUE(wait_until([&] { return seen_alive_after("notes/half"); }));
     program.send(SIGKILL);
     EXPECT_EQ(program.wait(), -SIGKILL);
     const pid_t process = tool_process(tool);
@@ -154,6 +162,20 @@ TEST_F(EarlierDiscOfAuthor, IsKeptAsideWhenTheProgramIsKilledAndComesBackAtTheNe
   expect_the_earlier_disc();
   EXPECT_EQ(run({folder_.path("absent.cvp"), out()}), 2);
   EXPECT_THAT(stderr_, Not(HasSubstr("interrupted")));
+}
+
+TEST_F(EarlierDiscOfAuthor, AnotherDiscThatCameAfterAKillIsKept) {
+  half_mkisofs(endless_);
+  kill_during("mkisofs");
+  fs::remove_all(folder_.path("disc/VIDEO_TS"));
+  folder_.add("disc/VIDEO_TS/VIDEO_TS.IFO", "another");
+  folder_.add("disc.iso", "another image");
+  EXPECT_EQ(run({folder_.path("absent.cvp"), out()}), 2);
+  EXPECT_THAT(stderr_, HasSubstr("It was moved to \"" + out() + ".interrupted/VIDEO_TS\".\n"));
+  EXPECT_THAT(stderr_, HasSubstr("It was moved to \"" + out() + ".interrupted/disc.iso\".\n"));
+  expect_the_earlier_disc();
+  EXPECT_EQ(folder_.read("disc.interrupted/VIDEO_TS/VIDEO_TS.IFO"), "another");
+  EXPECT_EQ(folder_.read("disc.interrupted/disc.iso"), "another image");
 }
 
 TEST_F(EarlierDiscOfAuthor, ComesBackWhenAnotherProgramFolderIsToAuthorThereAfterAKill) {

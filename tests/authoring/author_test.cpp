@@ -19,7 +19,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
+#include <thread>
 
 #ifndef _WIN32
 #include <sys/prctl.h>
@@ -422,8 +424,13 @@ TEST_F(Author, WhatARunOfAnotherProgramFolderLeftIsSetInOrderBeforeTheFolderIsLo
   const std::string disc = add_disc();
   const std::string other_app = folder.path("other app");
   make_folders(other_app);
-  ASSERT_TRUE(begin_run(other_app, out, {false, {"VIDEO_TS"}, {"title1.mpg"}}).place);
+  begun_run other = begin_run(other_app, out, {false, {"VIDEO_TS"}, {"title1.mpg"}});
+  ASSERT_TRUE(other.place);
   ASSERT_FALSE(write_file(in(out, "title1.mpg"), "half"));
+  // Until the clock of the disk has gone on.
+  std::this_thread::sleep_for(std::chrono::milliseconds(30));
+  other.place->note_alive();
+  other.place.reset();
   expect_folder_question();
   ask.expect(told("The authoring run into \"" + out +
                       "\" was interrupted.  The earlier DVD, which it was to replace, is in its "

@@ -9,7 +9,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
+#include <thread>
 
 #ifndef _WIN32
 #include <sys/prctl.h>
@@ -101,6 +103,17 @@ class EarlierDisc : public ::testing::Test {
     if (record.image)
       put("dvd.iso", "half");
   }
+  /// The run is seen alive with what it has made by now.
+  static void see_alive(run_place& place) {
+    // Until the clock of the disk has gone on.
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    place.note_alive();
+  }
+  void die_with_half_a_disc() {
+    const auto place = begin();
+    make_half_a_disc();
+    see_alive(*place);
+  }
   void make_a_disc() {
     make_half_a_disc();
     put("dvd/VIDEO_TS/VIDEO_TS.IFO", "new ifo");
@@ -123,9 +136,15 @@ class EarlierDisc : public ::testing::Test {
   std::string interrupted() const {
     return "The authoring run into \"" + out + "\" was interrupted.";
   }
-  void expect_told_that_it_came_back() {
-    expect_told(interrupted() +
-                "  The earlier DVD, which it was to replace, is in its place again.");
+  std::string came_back() const {
+    return interrupted() + "  The earlier DVD, which it was to replace, is in its place again.";
+  }
+  void expect_told_that_it_came_back() { expect_told(came_back()); }
+  std::string moved(const std::string& from, const std::string& to) const {
+    return "\n\"" + folder.path(native(from)) +
+           "\" was changed when that run had ended, or just before: it may be half of what the run "
+           "made, or somebody's own.  It was moved to \"" +
+           folder.path(native(to)) + "\".";
   }
 
   temporary_folder folder;
@@ -236,8 +255,7 @@ TEST_F(EarlierDisc, AFolderThatHasTheImagesNameStays) {
 // A run that dies -------------------------------------------------------------------------------
 
 TEST_F(EarlierDisc, ComesBackAtTheNextStartAfterTheRunDied) {
-  begin();
-  make_half_a_disc();
+  die_with_half_a_disc();
   expect_told_that_it_came_back();
   settle_interrupted_runs(doc, app, lock);
   EXPECT_FALSE(lock.held());
@@ -251,8 +269,7 @@ TEST_F(EarlierDisc, WithoutOneTheHalfDiscOfARunThatDiedIsRemovedAndThatIsTold) {
   for (const char* const name : {"dvd/VIDEO_TS", "dvd/AUDIO_TS", "dvd.iso"})
     remove_all(folder.path(native(name)));
   record.earlier.clear();
-  begin();
-  make_half_a_disc();
+  die_with_half_a_disc();
   expect_told(interrupted() + "  What it had made was removed.");
   settle_interrupted_runs(doc, app, lock);
   EXPECT_FALSE(there("dvd/VIDEO_TS"));
@@ -260,9 +277,106 @@ TEST_F(EarlierDisc, WithoutOneTheHalfDiscOfARunThatDiedIsRemovedAndThatIsTold) {
   expect_no_trace();
 }
 
-TEST_F(EarlierDisc, ComesBackWhenAnyProgramIsToAuthorIntoTheFolder) {
+// Somebody came when the run had died -----------------------------------------------------------
+
+TEST_F(EarlierDisc, AnotherDiscThatWasPutInItsPlaceIsKept) {
+  die_with_half_a_disc();
+  remove_all(folder.path(native("dvd/VIDEO_TS")));
+  remove_all(folder.path("dvd.iso"));
+  put("dvd/VIDEO_TS/VIDEO_TS.IFO", "somebody's");
+  put("dvd.iso", "somebody's");
+  expect_told(came_back() + moved("dvd/VIDEO_TS", "dvd.interrupted/VIDEO_TS") +
+                  moved("dvd.iso", "dvd.interrupted/dvd.iso"),
+              icon::exclamation);
+  settle_interrupted_runs(doc, app, lock);
+  expect_the_earlier_disc();
+  expect_no_trace();
+  EXPECT_EQ(read("dvd.interrupted/VIDEO_TS/VIDEO_TS.IFO"), "somebody's");
+  EXPECT_EQ(read("dvd.interrupted/dvd.iso"), "somebody's");
+  EXPECT_FALSE(there("dvd.interrupted/AUDIO_TS")) << "which is the run's";
+}
+
+TEST_F(EarlierDisc, HalfADiscThatSomebodyAddedToOrWroteOverIsKept) {
+  for (const char* const name : {"VIDEO_TS.IFO", "VTS_01_1.VOB"}) {
+    die_with_half_a_disc();
+    const std::string file = native("dvd/VIDEO_TS/") + name;
+    put(file, "somebody's");
+    expect_told(came_back() + moved("dvd/VIDEO_TS", "dvd.interrupted/VIDEO_TS"), icon::exclamation);
+    EXPECT_TRUE(settle_interrupted_at(doc, out));
+    expect_the_earlier_disc();
+    EXPECT_EQ(read(std::string("dvd.interrupted/VIDEO_TS/") + name), "somebody's");
+    remove_all(folder.path("dvd.interrupted"));
+  }
+}
+
+TEST_F(EarlierDisc, DiscOfAnyAgeThatWasMovedToItsPlaceIsKept) {
+  put("older/VIDEO_TS/VIDEO_TS.IFO", "older");
+  {
+    const auto place = begin();
+    put("other/VIDEO_TS/VIDEO_TS.IFO", "other");
+    make_half_a_disc();
+    see_alive(*place);
+  }
+  remove_all(folder.path(native("dvd/VIDEO_TS")));
+  remove_all(folder.path(native("dvd/AUDIO_TS")));
+  ASSERT_FALSE(
+      move_entry(folder.path(native("other/VIDEO_TS")), folder.path(native("dvd/VIDEO_TS"))));
+  ASSERT_FALSE(
+      move_entry(folder.path(native("older/VIDEO_TS")), folder.path(native("dvd/AUDIO_TS"))));
+  expect_told(came_back() + moved("dvd/VIDEO_TS", "dvd.interrupted/VIDEO_TS") +
+                  moved("dvd/AUDIO_TS", "dvd.interrupted/AUDIO_TS"),
+              icon::exclamation);
+  settle_interrupted_runs(doc, app, lock);
+  expect_the_earlier_disc();
+  EXPECT_EQ(read("dvd.interrupted/VIDEO_TS/VIDEO_TS.IFO"), "other");
+  EXPECT_EQ(read("dvd.interrupted/AUDIO_TS/VIDEO_TS.IFO"), "older");
+}
+
+TEST_F(EarlierDisc, FilmOfAStreamsNameIsKept) {
+  die_with_half_a_disc();
+  put("dvd/title1.mpg", "a film");
+  expect_told(came_back() + moved("dvd/title1.mpg", "dvd.interrupted/title1.mpg"),
+              icon::exclamation);
+  settle_interrupted_runs(doc, app, lock);
+  expect_the_earlier_disc();
+  EXPECT_EQ(read("dvd.interrupted/title1.mpg"), "a film");
+}
+
+TEST_F(EarlierDisc, WhatIsNotKnownToBeTheRunsIsKeptThoughNoEarlierDiscComesBack) {
+  for (const char* const name : {"dvd/VIDEO_TS", "dvd/AUDIO_TS", "dvd.iso"})
+    remove_all(folder.path(native(name)));
+  put("dvd.interrupted/VIDEO_TS/VIDEO_TS.IFO", "kept before");
+  record = {false, {}, {}};
   begin();
-  make_half_a_disc();
+  put("dvd/VIDEO_TS/VTS_01_1.VOB", "half");
+  expect_told(interrupted() + moved("dvd/VIDEO_TS", "dvd.interrupted2/VIDEO_TS"),
+              icon::exclamation);
+  settle_interrupted_runs(doc, app, lock);
+  EXPECT_FALSE(there("dvd/VIDEO_TS"));
+  EXPECT_EQ(read("dvd.interrupted2/VIDEO_TS/VTS_01_1.VOB"), "half");
+  EXPECT_EQ(read("dvd.interrupted/VIDEO_TS/VIDEO_TS.IFO"), "kept before");
+  expect_no_trace();
+}
+
+TEST_F(EarlierDisc, StaysAsideWhereAnotherDiscCannotBeMovedAway) {
+  remove_all(folder.path(native("dvd/AUDIO_TS")));
+  record = {false, {"VIDEO_TS"}, {}};
+  begin();
+  put("dvd/VIDEO_TS/VIDEO_TS.IFO", "somebody's");
+  put("dvd.interrupted", "");
+  for (int number = 2; number <= 99; ++number)
+    put("dvd.interrupted" + std::to_string(number), "");
+  expect_told(interrupted() + "\n\"" + join_path(out, "VIDEO_TS") +
+                  "\" of the earlier DVD could not be put back: all names such as \"" +
+                  folder.path("dvd.interrupted") + "\" are taken.  It lies in \"" + beside + "\".",
+              icon::exclamation);
+  settle_interrupted_runs(doc, app, lock);
+  EXPECT_EQ(read("dvd/VIDEO_TS/VIDEO_TS.IFO"), "somebody's");
+  EXPECT_EQ(read("dvd.earlier/VIDEO_TS/VIDEO_TS.IFO"), "old ifo");
+}
+
+TEST_F(EarlierDisc, ComesBackWhenAnyProgramIsToAuthorIntoTheFolder) {
+  die_with_half_a_disc();
   expect_told_that_it_came_back();
   EXPECT_TRUE(settle_interrupted_at(doc, out));
   expect_the_earlier_disc();
@@ -316,8 +430,7 @@ TEST_F(EarlierDisc, ComesBackWhereNothingStandsWhenItsRecordIsSpoilt) {
 }
 
 TEST_F(EarlierDisc, IsWholeWhereverTheProgramDiedWhileBringingItBack) {
-  begin();
-  make_half_a_disc();
+  die_with_half_a_disc();
   // One part is back, of the next the half one is gone, the last is not looked at yet.
   remove_all(folder.path(native("dvd/VIDEO_TS")));
   ASSERT_FALSE(

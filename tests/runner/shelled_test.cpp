@@ -557,6 +557,22 @@ TEST(Shelled, WhatARunLeftIsSetInOrderByEachOutcomeButNotWhenItIsLeftToItself) {
                                                run_outcome::none}));
 }
 
+TEST(Shelled, ARunIsNotedAliveInEachPassUntilItsEnd) {
+  fake_run run;
+  const auto passes = std::make_shared<int>(0);
+  run_options options;
+  options.alive = [passes] { ++*passes; };
+  ASSERT_TRUE(run.lock.take());
+  run.runner.ExecuteCommand(run.script(), options);
+  options = {};
+  run.runner.update();
+  run.runner.update();
+  EXPECT_EQ(*passes, 2);
+  run.expect_success();
+  run.feed("*process complete\n");
+  EXPECT_EQ(passes.use_count(), 1) << "it may hold a lock";
+}
+
 TEST(Shelled, NothingHappensWhenNothingRuns) {
   fake_run run;
   run.runner.update();
