@@ -2,6 +2,7 @@
 
 #include "formats/numbers.h"
 #include "formats/text.h"
+#include "project/offered_colours.h"
 #include "project/project.h"
 
 namespace corvane {
@@ -13,6 +14,13 @@ std::string piece(const std::vector<std::string>& pieces, std::size_t index,
   return index < pieces.size() ? pieces[index] : otherwise;
 }
 
+std::vector<std::string> names_of_colours() {
+  std::vector<std::string> names;
+  for (const offered_colour& colour : offered_colours)
+    names.emplace_back(colour.name);
+  return names;
+}
+
 /// The element of a menu (1-based); empty where the array has none.
 std::string_view element_of(const project& p, int menu) {
   if (menu < 1 || menu - 1 > UUBound(p.menubuttons))
@@ -22,8 +30,7 @@ std::string_view element_of(const project& p, int menu) {
 
 }  // namespace
 
-const std::vector<std::string> button_colours = {"black", "brown", "orange", "yellow",  "green",
-                                                 "blue",  "white", "grey",   "magenta", "cyan"};
+const std::vector<std::string> button_colours = names_of_colours();
 
 std::vector<std::string> pieces_of(std::string_view element) {
   return split(element, '|');

@@ -1,35 +1,18 @@
 #include "ui/editor/menu_drawing.h"
 
 #include "menus/menu_geometry.h"
+#include "project/offered_colours.h"
 #include "ui/editor/outline_grip.h"
 
 #include <wx/brush.h>
 #include <wx/pen.h>
 
 #include <algorithm>
-#include <array>
 
 namespace corvane {
 namespace {
 
 constexpr int handle_edge = 7;
-
-struct named_colour {
-  const char* name;
-  unsigned char red, green, blue;
-};
-
-// The colours that GraphicsMagick paints for these names.
-constexpr std::array<named_colour, 10> colours = {{{"black", 0, 0, 0},
-                                                   {"brown", 165, 42, 42},
-                                                   {"orange", 255, 165, 0},
-                                                   {"yellow", 255, 255, 0},
-                                                   {"green", 0, 128, 0},
-                                                   {"blue", 0, 0, 255},
-                                                   {"white", 255, 255, 255},
-                                                   {"grey", 126, 126, 126},
-                                                   {"magenta", 255, 0, 255},
-                                                   {"cyan", 0, 255, 255}}};
 
 /// A frame of straight lines inside `place`, each pixel painted once.
 void draw_frame(wxDC& dc, const wxRect& place, int line, const wxColour& colour) {
@@ -80,9 +63,10 @@ wxRect shown_rectangle(const menu_rectangle& in_picture) {
 }
 
 wxColour button_colour(const std::string& name) {
-  const auto found = std::find_if(colours.begin(), colours.end(),
-                                  [&name](const named_colour& c) { return name == c.name; });
-  return found == colours.end() ? *wxBLACK : wxColour(found->red, found->green, found->blue);
+  const auto found = std::find_if(offered_colours.begin(), offered_colours.end(),
+                                  [&name](const offered_colour& c) { return name == c.name; });
+  return found == offered_colours.end() ? *wxBLACK
+                                        : wxColour(found->red, found->green, found->blue);
 }
 
 void draw_look(wxDC& dc, const wxRect& place, const button_look& look) {
