@@ -3,6 +3,7 @@
 #include "formats/disc_image.h"
 #include "formats/ifo.h"
 #include "formats/navigation_pack.h"
+#include "formats/subpicture.h"
 #include "formats/vm_command.h"
 #include "formats/vm_machine.h"
 
@@ -88,6 +89,24 @@ void check_pack(bytes sector) {
   must(pack->highlight.buttons.size() <= 36, "there are no more buttons than a table holds");
 }
 
+/// The runs are all of the picture, line by line.
+void check_subpicture(bytes unit) {
+  const auto picture = corvane::read_subpicture(unit, 720, 576);
+  must(picture.value.has_value() == picture.error.empty(), "a unit is read or refused");
+  if (!picture)
+    return;
+  int x = picture->x0, y = picture->y0;
+  for (const corvane::subpicture_run& run : picture->runs) {
+    must(run.y == y && run.x0 == x && run.x1 >= x && run.x1 <= picture->x1 && run.code <= 3,
+         "a run begins where the one before it ends");
+    const bool line_ends = run.x1 == picture->x1;
+    x = line_ends ? picture->x0 : run.x1 + 1;
+    y += line_ends ? 1 : 0;
+  }
+  must(x == picture->x0 && y == picture->y1 + 1 && picture->x1 < 720 && picture->y1 < 576,
+       "the runs are the whole picture");
+}
+
 void check_files(const corvane::image_volume& volume, corvane::byte_source& image) {
   check_troubles(volume.troubles);
   must(volume.files.size() + volume.folders.size() <= corvane::most_image_files,
@@ -144,6 +163,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       break;
     case 'n':
       check_pack(content);
+      break;
+    case 'p':
+      check_subpicture(content);
       break;
     case 'i':
       check_image(content);
