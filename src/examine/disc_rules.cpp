@@ -1,5 +1,6 @@
 #include "examine/disc_rules.h"
 
+#include "examine/button_looks.h"
 #include "examine/disc_walk.h"
 #include "examine/measures.h"
 #include "formats/numbers.h"
@@ -62,7 +63,7 @@ constexpr std::array disc_rules_table = {
          "a title, a menu, or the end", "a player that stops or does nothing",
          "correct the command", disc_tables_source},
     rule{"disc-no-overlay", severity::error, "A menu with buttons has a picture of them",
-         "a subpicture stream in the menu", "buttons that cannot be seen", author_again,
+         "a whole subpicture in the menu", "buttons that cannot be seen", author_again,
          disc_tables_source},
     // Its image.
     rule{"image-missing", severity::error, "The image is there", "a disc image",
@@ -106,6 +107,12 @@ constexpr std::array disc_rules_table = {
          "a menu that goes, or stays", author_again, as_asked},
     rule{"disc-buttons", severity::error, "Menus have their buttons where they were placed",
          "as foreseen", "buttons that are missing or elsewhere", author_again, as_asked},
+    rule{"disc-button-colours", severity::error,
+         "Buttons have their colours while they are highlighted and while they are selected",
+         "as foreseen", "buttons in other colours, or that cannot be seen", author_again, as_asked},
+    rule{"disc-button-drawn", severity::error, "Buttons are drawn within their edges",
+         "as foreseen, but for two pixels at the edges, and 32 dots and a twentieth of them",
+         "buttons that cannot be seen, or of which only a part is", author_again, as_asked},
     rule{"disc-leads-to", severity::error, "Buttons lead where they were meant to", "as foreseen",
          "another title or menu than was meant", "correct the button's command", as_asked},
 };
@@ -115,7 +122,7 @@ struct comparison {
   trait_kind what;
   std::string_view rule;
   bool of_material;  ///< follows from the streams, whose errors were told before the run
-  enum { same, near, at_least } how = same;
+  enum { same, near, at_least, drawing } how = same;
   double tolerance = 0;  ///< seconds
 };
 
@@ -144,6 +151,9 @@ constexpr std::array comparisons = {
     comparison{trait_kind::buttons, "disc-buttons", false},
     comparison{trait_kind::edges, "disc-buttons", false},
     comparison{trait_kind::leads_to, "disc-leads-to", false},
+    comparison{trait_kind::highlighted, "disc-button-colours", false},
+    comparison{trait_kind::selected, "disc-button-colours", false},
+    comparison{trait_kind::drawn, "disc-button-drawn", false, comparison::drawing},
 };
 
 const comparison& comparison_of(trait_kind what) {
@@ -157,6 +167,8 @@ constexpr double about_a_picture = 1.5 / 24;
 bool agree(const comparison& c, const disc_trait& foreseen, const disc_trait& found) {
   if (c.how == comparison::same)
     return foreseen.value == found.value;
+  if (c.how == comparison::drawing)
+    return is_same_drawing(foreseen.value, found.value);
   const double more = leading_number(found.value) - leading_number(foreseen.value);
   return more >= -c.tolerance && (c.how == comparison::at_least || more <= c.tolerance);
 }
@@ -204,6 +216,13 @@ bool may_be_unknown(trait_kind what) {
          what == trait_kind::leads_to || what == trait_kind::audio_streams ||
          what == trait_kind::sounds_until || what == trait_kind::subtitles ||
          what == trait_kind::cues || what == trait_kind::first_cue || what == trait_kind::last_cue;
+}
+
+/// Where nothing is said of it, another finding tells why: the button or the menu's picture is not
+/// there.
+bool is_of_looks(trait_kind what) {
+  return what == trait_kind::highlighted || what == trait_kind::selected ||
+         what == trait_kind::drawn;
 }
 
 // What a disc must be by itself.
@@ -324,8 +343,15 @@ class self_examiner {
       return;
     look_at_picture(item, menu.video, *streams);
     look_at_packs(item, *streams);
-    if (buttons > 0 && !streams->shared && streams->facts.count_of(inner_kind::subpicture) == 0)
+    if (buttons > 0 && !streams->shared)
+      look_at_overlay(item, *streams);
+  }
+
+  void look_at_overlay(const finding_item& item, const chain_streams& streams) {
+    if (streams.facts.count_of(inner_kind::subpicture) == 0)
       add("disc-no-overlay", item, "its buttons have no picture");
+    else if (const auto picture = picture_of_buttons(streams); !picture)
+      add("disc-no-overlay", item, "the picture of its buttons " + picture.error);
   }
 
   const disc_contents& disc_;
@@ -353,8 +379,8 @@ std::vector<finding> differences(const disc_traits& foreseen, const disc_traits&
                                  bool in_spite_of_errors) {
   std::vector<finding> all;
   for (const disc_trait& trait : foreseen.all()) {
-    if (found.find(trait.item, trait.kind) == nullptr && may_be_unknown(trait.kind) &&
-        is_there(found, trait.item))
+    if (found.find(trait.item, trait.kind) == nullptr &&
+        (is_of_looks(trait.kind) || (may_be_unknown(trait.kind) && is_there(found, trait.item))))
       continue;
     if (auto one = difference(trait, found, in_spite_of_errors))
       all.push_back(std::move(*one));

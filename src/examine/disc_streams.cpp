@@ -1,11 +1,27 @@
 #include "examine/disc_streams.h"
 
 #include "formats/ifo.h"
+#include "formats/program_stream.h"
+#include "formats/subpicture.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace corvane {
+
+namespace {
+
+/// The subpicture stream with which a player shows a menu's buttons, on a display of the menu's
+/// proportions: the first one, also where the tables state none.
+std::uint8_t stream_of_buttons(const disc_menu_contents& menu) {
+  const subpicture_control& control = menu.chain.tables->subpictures.front();
+  const bool wide = menu.video.aspect_code == 3;
+  const int number = !control.present ? 0 : wide ? control.wide : control.standard;
+  return static_cast<std::uint8_t>(first_subpicture + number);
+}
+
+}  // namespace
 
 struct disc_stream_reader::reading {
   const program_chain* chain = nullptr;
@@ -13,6 +29,12 @@ struct disc_stream_reader::reading {
   program_stream_scanner scanner{inner_streams::counted};
   std::vector<std::uint8_t> head;
   bool head_looked_at = false;
+  std::optional<std::uint8_t> overlay_stream;  // not set: none is looked for
+
+  bool wants_overlay() const {
+    const std::vector<std::uint8_t>& unit = streams.overlay;
+    return overlay_stream && (unit.size() < 2 || unit.size() < stated_unit_size(unit));
+  }
 };
 
 /// Sectors of VOBs that belong to one chain.
@@ -33,16 +55,19 @@ disc_stream_reader::disc_stream_reader(const disc_contents& disc) {
       add(title.chain, *vobs);
   for (const disc_menu_contents& menu : disc.menus)
     if (const disc_vobs* const vobs = vobs_of(menu.titleset, true))
-      add(menu.chain, *vobs);
+      if (reading* const added = add(menu.chain, *vobs); added != nullptr && menu.chain.highlight)
+        added->overlay_stream = stream_of_buttons(menu);
 }
 
 disc_stream_reader::~disc_stream_reader() = default;
 
-void disc_stream_reader::add(const disc_chain& chain, const disc_vobs& vobs) {
+/// Null if the chain is there already, or plays nothing.
+disc_stream_reader::reading* disc_stream_reader::add(const disc_chain& chain,
+                                                     const disc_vobs& vobs) {
   const bool known = std::any_of(readings_.begin(), readings_.end(),
                                  [&](const auto& one) { return one->chain == chain.tables.get(); });
   if (known || !chain.tables || chain.tables->cells.empty())
-    return;
+    return nullptr;
   readings_.push_back(std::make_unique<reading>());
   reading& r = *readings_.back();
   r.chain = chain.tables.get();
@@ -62,11 +87,17 @@ void disc_stream_reader::add(const disc_chain& chain, const disc_vobs& vobs) {
     }
     all.insert(next, {cell.first_sector, cell.last_sector, &r});
   }
+  return &r;
 }
 
 void disc_stream_reader::take(reading& r, std::span<const std::uint8_t> bytes) {
   r.streams.sectors += bytes.size() / disc_sector_size;
   r.scanner.feed(bytes.data(), bytes.size());
+  take_overlay(r, bytes);
+  take_head(r, bytes);
+}
+
+void disc_stream_reader::take_head(reading& r, std::span<const std::uint8_t> bytes) {
   if (r.head_looked_at)
     return;
   const std::size_t more = std::min(bytes.size(), program_stream_head_bytes - r.head.size());
@@ -77,6 +108,19 @@ void disc_stream_reader::take(reading& r, std::span<const std::uint8_t> bytes) {
   if (auto facts = read_program_stream_head(r.head))
     r.streams.head = std::make_shared<const program_stream_facts>(std::move(*facts));
   r.head = {};
+}
+
+/// A unit begins with a packet that has a time, and may go on in others.
+void disc_stream_reader::take_overlay(reading& r, std::span<const std::uint8_t> bytes) {
+  std::vector<std::uint8_t>& unit = r.streams.overlay;
+  const auto take_packet = [&](const stream_packet& packet, std::span<const std::uint8_t> payload) {
+    if (packet.stream == private_stream_1 && packet.substream == r.overlay_stream &&
+        !payload.empty() && (!unit.empty() || packet.shown))
+      unit.insert(unit.end(), payload.begin() + 1, payload.end());
+  };
+  for (; r.wants_overlay() && bytes.size() >= disc_sector_size;
+       bytes = bytes.subspan(disc_sector_size))
+    each_packet_in_pack(bytes.first(disc_sector_size), take_packet);
 }
 
 void disc_stream_reader::feed(const disc_vobs& vobs, std::uint32_t first_sector,

@@ -26,6 +26,9 @@ struct chain_streams {
   bool in_order = true;  ///< the cells are played in the order in which they lie
   bool shared = false;   ///< another chain plays some of it, too: the facts lack that
   std::uint64_t sectors = 0;
+  /// Of a menu with buttons: the first unit of the subpicture that shows them
+  /// (formats/subpicture.h), as far as it is there; empty: there is none.
+  std::vector<std::uint8_t> overlay;
 };
 
 class disc_streams {
@@ -55,8 +58,10 @@ class disc_stream_reader {
  private:
   struct reading;
   struct stretch;
-  void add(const disc_chain& chain, const disc_vobs& vobs);
+  reading* add(const disc_chain& chain, const disc_vobs& vobs);
   static void take(reading& r, std::span<const std::uint8_t> bytes);
+  static void take_head(reading& r, std::span<const std::uint8_t> bytes);
+  static void take_overlay(reading& r, std::span<const std::uint8_t> bytes);
 
   std::vector<std::unique_ptr<reading>> readings_;
   std::map<const disc_vobs*, std::vector<stretch>> stretches_;  // by sector, none twice

@@ -42,6 +42,11 @@ std::string name_of_row(const disc_trait& trait) {
   return "  " + place.substr(std::min(place.size(), place.find(", ") + 2)) + ": " + name;
 }
 
+/// The dots of a button say little: edges and colours tell the same.
+bool is_for_a_person(disc_trait_kind what) {
+  return what != disc_trait_kind::drawn;
+}
+
 bool is_same_whole(const finding_item& a, const finding_item& b) {
   return a.whole == b.whole && a.number == b.number;
 }
@@ -61,9 +66,10 @@ std::vector<row> rows_of(const disc_traits& found, const disc_traits& foreseen) 
                     got == nullptr ? "-" : shown_value(*got)});
   };
   for (const disc_trait& got : found.all())
-    add(got, foreseen.find(got.item, got.kind), &got);
+    if (is_for_a_person(got.kind))
+      add(got, foreseen.find(got.item, got.kind), &got);
   for (const disc_trait& asked : foreseen.all())
-    if (found.find(asked.item, asked.kind) == nullptr)
+    if (is_for_a_person(asked.kind) && found.find(asked.item, asked.kind) == nullptr)
       add(asked, &asked, nullptr);
   return rows;
 }

@@ -42,6 +42,10 @@ enum class disc_trait_kind {
   buttons,        ///< of a menu: how many
   edges,          ///< of a button: "10,20 to 109,59"
   leads_to,       ///< of a button
+  // Of a button, as examine/button_looks.h says them.
+  highlighted,  ///< its colours then: "yellow"
+  selected,     ///< the same
+  drawn,        ///< its dots while it is highlighted
 };
 
 struct disc_trait {

@@ -1,5 +1,6 @@
 #include "examine/foreseen_disc.h"
 
+#include "examine/button_looks.h"
 #include "examine/measures.h"
 #include "examine/subtitle_text_rules.h"
 #include "formats/numbers.h"
@@ -232,6 +233,24 @@ class foreseeing {
       say_edges(button, menu.buttons[i]);
       say_way(button, trait_kind::leads_to, place_of(menu.buttons[i].action, number));
     }
+    // Edited XML may give a menu other colours, a ready file may bring a picture of its own.
+    if (!hand_edited_ && !s.inside)
+      say_looks(item, menu);
+  }
+
+  void say_looks(const finding_item& item, const disc_menu& menu) {
+    const std::vector<seen_button> seen = foreseen_buttons(d_, menu);
+    for (std::size_t i = 0; i < seen.size(); ++i) {
+      const finding_item button = part_of(item, part::button, static_cast<int>(i) + 1);
+      say_if_known(button, trait_kind::highlighted, seen[i].highlighted);
+      say_if_known(button, trait_kind::selected, seen[i].selected);
+      say_if_known(button, trait_kind::drawn, seen[i].drawn);
+    }
+  }
+
+  void say_if_known(const finding_item& item, trait_kind what, const std::string& text) {
+    if (!text.empty())
+      said_.say(item, what, text);
   }
 
   void say_edges(const finding_item& item, const disc_button& b) {

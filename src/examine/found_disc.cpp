@@ -1,6 +1,7 @@
 #include "examine/found_disc.h"
 
 #include "disc/disc_description.h"
+#include "examine/button_looks.h"
 #include "examine/chapter_rules.h"
 #include "examine/disc_walk.h"
 #include "examine/measures.h"
@@ -150,13 +151,34 @@ class saying {
     const int still = menu.chain.tables->still_seconds;
     said_.say(item, trait_kind::stays,
               still == still_for_ever ? "for ever" : std::to_string(still) + " s");
-    if (const chain_streams* const streams = streams_of(menu.chain))
+    const chain_streams* const streams = streams_of(menu.chain);
+    if (streams != nullptr)
       say_menu_sounds(item, *streams);
     const auto& shown = menu.chain.highlight;
     const std::size_t buttons = shown ? shown->first_group().size() : 0;
     said_.say_count(item, trait_kind::buttons, buttons);
-    for (std::size_t i = 0; i < buttons; ++i)
-      say_button(part_of(item, part::button, static_cast<int>(i) + 1), menu, i);
+    const std::vector<seen_button> seen = seen_buttons(menu, streams);
+    for (std::size_t i = 0; i < buttons; ++i) {
+      const finding_item button = part_of(item, part::button, static_cast<int>(i) + 1);
+      say_button(button, menu, i);
+      if (i < seen.size())
+        say_look(button, seen[i]);
+    }
+  }
+
+  /// Nothing where their picture is not known, or is not there: a rule of its own tells that.
+  static std::vector<seen_button> seen_buttons(const disc_menu_contents& menu,
+                                               const chain_streams* streams) {
+    if (streams == nullptr || streams->facts.count_of(inner_kind::subpicture) == 0)
+      return {};
+    const auto picture = picture_of_buttons(*streams);
+    return picture ? buttons_on_disc(menu, *picture) : std::vector<seen_button>();
+  }
+
+  void say_look(const finding_item& item, const seen_button& seen) {
+    said_.say(item, trait_kind::highlighted, seen.highlighted);
+    said_.say(item, trait_kind::selected, seen.selected);
+    said_.say(item, trait_kind::drawn, seen.drawn);
   }
 
   void say_menu_sounds(const finding_item& item, const chain_streams& streams) {

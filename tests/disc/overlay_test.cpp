@@ -1,5 +1,8 @@
 // The pictures of the menus' buttons: as gm draws them in a run, and as the disc shows them.
 #include "drawn_colours.h"
+#include "examine/button_looks.h"
+#include "examine/verification.h"
+#include "platform/files/files.h"
 #include "shown_overlays.h"
 
 #include <gtest/gtest.h>
@@ -105,6 +108,42 @@ void expect_menu_drawn(const studio& s, int menu, const std::vector<drawn_button
   expect_clear_elsewhere(select, buttons);
 }
 
+finding_item item_of(std::size_t menu, std::size_t button) {
+  return {finding_item::whole_kind::menu, static_cast<int>(menu) + 1,
+          finding_item::part_kind::button, static_cast<int>(button) + 1};
+}
+
+/// What verification says of a button, "(nothing)" if nothing.
+std::string said_of(const disc_traits& disc, const finding_item& item, disc_trait_kind what) {
+  const disc_trait* const trait = disc.find(item, what);
+  return trait == nullptr ? "(nothing)" : trait->value;
+}
+
+/// That verification foresaw the buttons of all menus, and found them.
+void expect_verified(const studio& s, const std::vector<std::vector<drawn_button>>& menus) {
+  const auto text = read_file(s.app() + "/foreseen.xml", 1u << 30);
+  ASSERT_TRUE(text) << text.error;
+  const auto foreseen = parse_foreseen(*text);
+  ASSERT_TRUE(foreseen) << foreseen.error;
+  verification look({s.out(), {}}, nullptr);
+  while (look.step(1000)) {
+  }
+  for (std::size_t menu = 0; menu < menus.size(); ++menu)
+    for (std::size_t i = 0; i < menus[menu].size(); ++i) {
+      const drawn_button& b = menus[menu][i];
+      const finding_item item = item_of(menu, i);
+      for (const disc_traits* const disc : {&foreseen->disc, &look.found()}) {
+        EXPECT_EQ(said_of(*disc, item, disc_trait_kind::highlighted),
+                  drawn_colours[b.highlight].name);
+        EXPECT_EQ(said_of(*disc, item, disc_trait_kind::selected), drawn_colours[b.select].name);
+      }
+      const std::string asked = said_of(foreseen->disc, item, disc_trait_kind::drawn);
+      const std::string found = said_of(look.found(), item, disc_trait_kind::drawn);
+      EXPECT_NE(asked, "(nothing)");
+      EXPECT_TRUE(is_same_drawing(asked, found)) << asked << ", found " << found;
+    }
+}
+
 /// All ten colours as bars of three lines and as frames of three thicknesses.
 TEST(MenuOverlaysOnDisc, BarsAndFramesHaveTheirPlaceThicknessAndColour) {
   const std::vector<std::pair<int, int>> heights_and_thicknesses{{3, 1}, {40, 1}, {40, 3}, {60, 8}};
@@ -113,29 +152,36 @@ TEST(MenuOverlaysOnDisc, BarsAndFramesHaveTheirPlaceThicknessAndColour) {
     add_drawn_menu(p, five_buttons(height), thickness);
   const studio s;
   const contents disc = s.authored(p);
-  int number = 0;
-  for (const auto& [height, thickness] : heights_and_thicknesses)
-    expect_menu_drawn(s, ++number, five_buttons(height), thickness);
+  std::vector<std::vector<drawn_button>> menus;
+  for (const auto& [height, thickness] : heights_and_thicknesses) {
+    menus.push_back(five_buttons(height));
+    expect_menu_drawn(s, static_cast<int>(menus.size()), menus.back(), thickness);
+  }
   expect_disc_shows_what_was_drawn(s, disc);
+  expect_verified(s, menus);
 }
 
 TEST(MenuOverlaysOnDisc, PalMenuShowsItsButtonsDownToTheLastLine) {
   project p;
   p.globalregion = "PAL";
   add_title(p, {stored_media("clip-pal.m2v"), stored_media("clip.ac3")});
-  add_drawn_menu(p, {{0, 0, 720, 4, 3, 9}, {20, 500, 220, 576, 4, 8}, {500, 540, 720, 576, 6, 1}},
-                 2, "menu-pal.m2v");
+  const std::vector<drawn_button> buttons = {
+      {0, 0, 720, 4, 3, 9}, {20, 500, 220, 576, 4, 8}, {500, 540, 720, 576, 6, 1}};
+  add_drawn_menu(p, buttons, 2, "menu-pal.m2v");
   const studio s;
   expect_disc_shows_what_was_drawn(s, s.authored(p), 576);
+  expect_verified(s, {buttons});
 }
 
 TEST(MenuOverlaysOnDisc, ButtonsAtOddLinesAreShownWhereTheyWereDrawn) {
   project p = short_project();
-  add_drawn_menu(
-      p, {{100, 101, 301, 142, 3, 9}, {101, 201, 300, 204, 4, 8}, {99, 300, 301, 303, 5, 1}}, 2);
+  const std::vector<drawn_button> buttons = {
+      {100, 101, 301, 142, 3, 9}, {101, 201, 300, 204, 4, 8}, {99, 300, 301, 303, 5, 1}};
+  add_drawn_menu(p, buttons, 2);
   const studio s;
   const contents disc = s.authored(p);
   expect_disc_shows_what_was_drawn(s, disc);
+  expect_verified(s, {buttons});
 }
 
 TEST(MenuOverlaysOnDisc, SamplesShowWhatWasDrawn) {

@@ -23,6 +23,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::AllOf;
 using testing::Contains;
+using testing::ContainsRegex;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -97,13 +98,71 @@ TEST_F(Verify, TheConsoleLooksAtADiscByItself) {
 TEST_F(Verify, AnotherProjectsDiscIsToldWithWhatDiffers) {
   project other = small_project();
   other.menubuttons[0] =
-      "100/100/200/150/jump title 2/yellow/white|100/200/200/252/jump title 2/yellow/white";
+      "100/100/200/150/jump title 2/cyan/white|100/200/200/252/jump title 2/yellow/white";
   const std::string path = home_.folder().add("other.cvp", project_text(other));
   const finished told = console({path, home_.out()});
   EXPECT_EQ(told.status, 2) << told.out;
   EXPECT_THAT(told.out, HasSubstr("error: menu 1, button 1: leads to: title 1 chapter 1"));
   EXPECT_THAT(told.out, HasSubstr("must be: title 2 chapter 1"));
   EXPECT_THAT(told.out, HasSubstr("error: menu 1, button 2: edges: 100,200 to 200,250"));
+  EXPECT_THAT(told.out, HasSubstr("error: menu 1, button 1: highlighted: yellow"));
+}
+
+TEST_F(Verify, ButtonsThatHaveLostTheirColourAreTold) {
+  for (const char* const name : {"VTS_01_0.IFO", "VTS_01_0.BUP"}) {
+    std::string tables = *read_file(file(name), 1u << 30);
+    const std::string yellow("\x00\xD2\x92\x10", 4), black("\x00\x10\x80\x80", 4);
+    const std::size_t at = tables.find(yellow);
+    ASSERT_NE(at, std::string::npos) << "no such entry in the menu's palette";
+    ASSERT_FALSE(write_file(file(name), tables.replace(at, yellow.size(), black)));
+  }
+  const finished told = console({home_.project_file(), home_.out()});
+  EXPECT_EQ(told.status, 2) << told.out;
+  EXPECT_THAT(told.out, AllOf(HasSubstr("error: menu 1, button 1: highlighted: black"),
+                              HasSubstr("error: menu 1, button 2: highlighted: black"),
+                              HasSubstr("must be: yellow"), Not(HasSubstr(": selected: "))));
+}
+
+std::size_t byte_of(const std::string& bytes, std::size_t at) {
+  return static_cast<std::uint8_t>(bytes.at(at));
+}
+
+/// Where the first subpicture unit of a menu begins in its first packet.
+std::size_t place_of_overlay(const std::string& menus) {
+  constexpr std::size_t substream = 0x20;
+  const std::string start("\0\0\1\xBD", 4);
+  std::size_t at = menus.find(start);
+  while (at != std::string::npos && byte_of(menus, at + 9 + byte_of(menus, at + 8)) != substream)
+    at = menus.find(start, at + 1);
+  return at == std::string::npos ? at : at + 9 + byte_of(menus, at + 8) + 1;
+}
+
+TEST_F(Verify, ButtonsThatAreSeenElsewhereAreTold) {
+  std::string menus = *read_file(file("VTS_01_0.VOB"), 1u << 30);
+  const std::size_t unit = place_of_overlay(menus);
+  ASSERT_NE(unit, std::string::npos);
+  // The area stands among the commands, behind the looks of the codes.
+  std::size_t area = unit + (byte_of(menus, unit + 2) << 8 | byte_of(menus, unit + 3)) + 4;
+  for (std::size_t command = byte_of(menus, area); command != 5; command = byte_of(menus, area))
+    area += command == 3 || command == 4 ? 3 : command == 6 ? 5 : 1;
+  const std::size_t lines =
+      byte_of(menus, area + 4) << 16 | byte_of(menus, area + 5) << 8 | byte_of(menus, area + 6);
+  const std::size_t moved = lines + (10 << 12 | 10);
+  for (std::size_t i = 0; i < 3; ++i)
+    menus[area + 4 + i] = static_cast<char>(moved >> 8 * (2 - i) & 255);
+  ASSERT_FALSE(write_file(file("VTS_01_0.VOB"), menus));
+  const finished told = console({home_.project_file(), home_.out()});
+  EXPECT_EQ(told.status, 2) << told.out;
+  EXPECT_THAT(told.out, AllOf(ContainsRegex("error: menu 1, button 1: drawn: .* within 100,110 to"),
+                              ContainsRegex("error: menu 1, button 2: drawn: .* within 100,210 to"),
+                              Not(HasSubstr(": highlighted: "))));
+}
+
+TEST_F(Verify, AMenuWhosePictureIsBrokenIsTold) {
+  const std::size_t unit = place_of_overlay(*read_file(file("VTS_01_0.VOB"), 1u << 30));
+  ASSERT_NE(unit, std::string::npos);
+  flip(file("VTS_01_0.VOB"), unit + 2);
+  EXPECT_THAT(found(), ElementsAre("disc-no-overlay"));
 }
 
 TEST_F(Verify, AMissingFolderIsTold) {

@@ -35,7 +35,7 @@ std::shared_ptr<const file_facts> video_of(double seconds, int aspect_code,
   return std::make_shared<const file_facts>(f);
 }
 
-std::shared_ptr<const file_facts> sound_of(double seconds, audio_kind what = audio_kind::ac3) {
+std::shared_ptr<const file_facts> known_sound(double seconds, audio_kind what = audio_kind::ac3) {
   file_facts f;
   f.kind = file_kind::audio;
   f.whole = true;
@@ -62,7 +62,7 @@ class ForeseenDisc : public ::testing::Test {
     m.files = {"\\m.m2v", ""};
     m.buttons.push_back(button("jump title 2 chapter 3"));
     d_.menus.push_back(m);
-    facts_ = {{native("\\a.m2v"), video_of(20, 3)}, {native("\\a.ac3"), sound_of(15)}};
+    facts_ = {{native("\\a.m2v"), video_of(20, 3)}, {native("\\a.ac3"), known_sound(15)}};
   }
 
   static disc_button button(const std::string& command) {
@@ -113,7 +113,7 @@ TEST_F(ForeseenDisc, SoundEndsWithItsStreamOrThePicture) {
   d_.titles[0].delay = number_of("500");
   EXPECT_EQ(said(title_item(1, part::audio, 1), kind::sounds_until), "14.5")
       << "the picture comes later";
-  facts_[native("\\a.ac3")] = sound_of(40, audio_kind::mpeg_layer_2);
+  facts_[native("\\a.ac3")] = known_sound(40, audio_kind::mpeg_layer_2);
   EXPECT_EQ(said(title_item(1), kind::length), "39.5") << "a title is as long as its last sound";
   EXPECT_EQ(said(title_item(1, part::audio, 1), kind::sounds_until), "20");
   EXPECT_EQ(said(title_item(1, part::audio, 1), kind::format), "MPEG audio");
@@ -183,7 +183,7 @@ TEST_F(ForeseenDisc, StreamsOfAReadyFileAreThoseInside) {
   f.program.emplace();
   inner_stream sound;
   sound.kind = inner_kind::ac3;
-  sound.audio = sound_of(9)->audio;
+  sound.audio = known_sound(9)->audio;
   f.program->streams = {sound};
   d_.titles[0].streams = {"\\ready.vob"};
   d_.titles[0].is_multiplexed_here = false;
