@@ -180,8 +180,7 @@ std::vector<finding> examination::findings(depth how_deep) const {
     append(all, subtitle_font_findings(disc_, *around_.fonts));
   append(all, navigation_findings(disc_, around_.customxml));
   append(all, button_findings(disc_, menu_seconds));
-  if (!around_.output_folder.empty() && !around_.program_folder.empty())
-    append(all, space_findings(disc_, around_.output_folder, around_.program_folder));
+  append(all, space_findings(disc_, around_.output_folder, around_.program_folder));
   sort_by_severity(all);
   return all;
 }

@@ -43,7 +43,7 @@ class fact_store {
 struct examination_around {
   std::string customxml;  ///< hand-edited navigation XML that the disc was read from, or empty
   std::string output_folder,
-      program_folder;              ///< native; empty: room on their disks is not looked at
+      program_folder;              ///< native; empty: room on its disk is not looked at
   std::optional<font_list> fonts;  ///< those that are installed; not set: not looked at
 };
 

@@ -138,7 +138,14 @@ std::vector<finding> space_findings(const disc_description& d, const std::string
   const auto room_of = [](const std::string& folder) {
     return folder.empty() ? std::nullopt : room_at(folder);
   };
-  return space_findings(wanted, room_of(output_folder), room_of(program_folder));
+  std::vector<finding> findings =
+      space_findings(wanted, room_of(output_folder), room_of(program_folder));
+  for (finding& f : findings)
+    if (f.rule == "space-output")
+      f.file = output_folder;
+    else if (f.rule == "space-program")
+      f.file = program_folder;
+  return findings;
 }
 
 }  // namespace corvane

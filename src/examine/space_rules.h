@@ -44,6 +44,7 @@ std::vector<finding> space_findings(const space_wanted& wanted,
                                     const std::optional<disk_room>& program);
 
 /// The same of files and folders as they are now; native folders, an empty one is not looked at.
+/// A finding about a folder names it as its file.
 std::vector<finding> space_findings(const disc_description& d, const std::string& output_folder,
                                     const std::string& program_folder);
 

@@ -53,13 +53,15 @@ TEST(AuthorArguments, WhatIsWrongIsNamed) {
   EXPECT_EQ(why({"--iso", "a", "b", "--no-iso"}), "--iso and --no-iso exclude each other");
 }
 
-TEST(AuthorArguments, ACheckTakesTheProjectAlone) {
+TEST(AuthorArguments, ACheckTakesTheProjectAndPerhapsAFolder) {
   const auto arguments = read_author_arguments({"--check", "a.cvp"});
   ASSERT_TRUE(arguments) << arguments.error;
   EXPECT_TRUE(arguments->check);
   EXPECT_FALSE(arguments->json);
   EXPECT_EQ(arguments->project, "a.cvp");
+  EXPECT_EQ(arguments->output, "");
   EXPECT_TRUE(read_author_arguments({"--json", "--check", "a.cvp"})->json);
+  EXPECT_EQ(read_author_arguments({"--check", "a.cvp", "out"})->output, "out");
 }
 
 TEST(AuthorArguments, ALookAtADiscTakesItAndItsProject) {
@@ -93,7 +95,8 @@ TEST(AuthorArguments, ACheckDoesNotGoWithWhatARunIsTold) {
     return read_author_arguments(words).error;
   };
   EXPECT_EQ(why({"--check"}), "PROJECT.cvp is missing");
-  EXPECT_EQ(why({"--check", "a.cvp", "out"}), "\"out\" is one path too many");
+  EXPECT_EQ(why({"--check", "a.cvp", ""}), "OUTPUT-FOLDER is missing");
+  EXPECT_EQ(why({"--check", "a.cvp", "out", "b"}), "\"b\" is one path too many");
   EXPECT_EQ(why({"--json", "a.cvp", "out"}), "--json goes with --check and --verify");
   for (const char* option : {"--prepare", "--replace", "--cleanup", "--iso", "--no-iso"})
     EXPECT_EQ(why({"--check", option, "a.cvp"}),

@@ -88,6 +88,26 @@ TEST_F(CheckProgram, HandEditedXmlThatCannotBeReadIsSaid) {
   EXPECT_THAT(stdout_, IsEmpty());
 }
 
+// A disk of the system's own, on which nobody can write.
+TEST_F(CheckProgram, FolderWithoutRoomIsSaid) {
+  EXPECT_EQ(run({"--check", project_, "/proc/dvd"}), 2) << stderr_;
+  EXPECT_THAT(stdout_, HasSubstr("error: disc: the disk of the output folder has 0 bytes free, but "
+                                 "the run needs "));
+  EXPECT_THAT(stdout_, HasSubstr("    file: /proc/dvd\n"));
+  EXPECT_THAT(stdout_, HasSubstr("\n1 error\n"));
+  EXPECT_EQ(run({"--check", project_, out()}), 0) << stdout_;
+  EXPECT_FALSE(folder_exists(out()));
+}
+
+TEST_F(CheckProgram, AnotherFolderThanThatOfTheXmlIsRefusedAsBeforeARun) {
+  project p = one_title(folder_);
+  p.customxml = "<?xml version=\"1.0\"?>\r\n<dvdauthor dest=\"/proc/dvd\">\r\n</dvdauthor>\r\n";
+  const std::string edited = save(p, "edited.cvp");
+  EXPECT_EQ(run({"--check", edited, out()}), 2);
+  EXPECT_THAT(stderr_, HasSubstr("authors into \"/proc/dvd\", not into \"" + out() + "\""));
+  EXPECT_THAT(stdout_, IsEmpty());
+}
+
 TEST_F(CheckProgram, AProjectThatIsNotThereIsRefused) {
   EXPECT_EQ(run({"--check", folder_.path("none.cvp")}), 2);
   EXPECT_THAT(stdout_, IsEmpty());

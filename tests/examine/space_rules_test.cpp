@@ -1,11 +1,13 @@
 #include "examine/space_rules.h"
 
+#include "examine/examination.h"
 #include "made_disc.h"
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
 namespace corvane::testing_support {
@@ -93,6 +95,30 @@ TEST(SpaceRules, FilesAndFoldersAreLookedAt) {
   EXPECT_THAT(space_findings(d, folder.path("not/there/yet"), folder.path("")), IsEmpty());
   EXPECT_THAT(space_findings(d, "", ""), IsEmpty());
 }
+
+// On Windows a file of this size would be written.
+#ifndef _WIN32
+TEST(SpaceRules, CheckTellsThemWhateverFoldersAreKnown) {
+  const temporary_folder folder;
+  const std::string huge = folder.add("a.m2v");
+  std::filesystem::resize_file(path_of(huge), std::uintmax_t{1} << 40);
+  disc_description d = made_disc({made_title()});
+  d.titles[0].streams = {stored_from_native(huge)};
+  fact_store facts;
+  const auto found = [&](const std::string& output, const std::string& program) {
+    const examination e(d, examination::depth::beginnings, facts, {"", output, program, {}});
+    std::vector<std::string> rules;
+    for (const finding& f : e.findings())
+      if (f.rule.starts_with("space-") || f.rule.starts_with("disc-over-"))
+        rules.push_back(f.rule + " " + f.file);
+    return rules;
+  };
+  EXPECT_THAT(found("", ""), ElementsAre("disc-over-double-layer "));
+  EXPECT_THAT(found("", folder.path()), ElementsAre("disc-over-double-layer "));
+  const std::string out = folder.path("dvd");
+  EXPECT_THAT(found(out, ""), ElementsAre("disc-over-double-layer ", "space-output " + out));
+}
+#endif
 
 TEST(DiskRoom, OfAFolderThatIsNotThereIsThatOfTheOneAround) {
   const temporary_folder folder;

@@ -55,13 +55,14 @@ failure take_paths(author_arguments& arguments, const std::vector<std::string>& 
     return take_disc(arguments, paths);
   if (paths.empty() || paths[0].empty())
     return "PROJECT.cvp is missing";
-  const std::size_t wanted = arguments.check ? 1 : 2;
-  if (paths.size() < wanted || paths[wanted - 1].empty())
+  // A check may do without.
+  const bool has_output = paths.size() > 1;
+  if (has_output ? paths[1].empty() : !arguments.check)
     return "OUTPUT-FOLDER is missing";
-  if (paths.size() > wanted)
-    return "\"" + paths[wanted] + "\" is one path too many";
+  if (paths.size() > 2)
+    return "\"" + paths[2] + "\" is one path too many";
   arguments.project = paths[0];
-  if (!arguments.check)
+  if (has_output)
     arguments.output = paths[1];
   return std::nullopt;
 }
@@ -109,14 +110,15 @@ result<author_arguments> read_author_arguments(const std::vector<std::string>& g
 
 std::string author_help() {
   return R"(Usage: corvane-author [OPTION]... PROJECT.cvp OUTPUT-FOLDER
-       corvane-author --check [--json] PROJECT.cvp
+       corvane-author --check [--json] PROJECT.cvp [OUTPUT-FOLDER]
        corvane-author --verify [--json] [PROJECT.cvp] DISC
 
 Authors the DVD of a Corvane project into a folder, without a display. With
 --check it reads all files of the project, says what would go wrong or look
-wrong on the disc, and authors nothing. With --verify it reads all of a disc,
-a folder or an image, and says what is on it and what is wrong with it: by
-itself, or held against what a project asks for.
+wrong on the disc, or that there is no room for it where it is to go, and
+authors nothing. With --verify it reads all of a disc, a folder or an image,
+and says what is on it and what is wrong with it: by itself, or held against
+what a project asks for.
 
 Options:
   --prepare   write all files of the run, print their paths, run nothing

@@ -162,7 +162,7 @@ int prepare_and_run(const author_arguments& arguments, run& r) {
 int author_project(const author_arguments& arguments, report& out) {
   // Before the current folder changes.
   const std::string path = arguments.project.empty() ? "" : absolute_path(arguments.project);
-  const std::string output = arguments.check ? "" : absolute_path(arguments.output);
+  const std::string output = arguments.output.empty() ? "" : absolute_path(arguments.output);
   const std::string app = program_folder();
   if (const failure why = enter_program_folder(app)) {
     out.message(*why + ".");
@@ -182,14 +182,14 @@ int author_project(const author_arguments& arguments, report& out) {
   settle_interrupted_runs(doc, app, lock);
   if (!load(doc, arguments, path))
     return not_authorable;
-  if (arguments.check)
-    return check_project(p, app, arguments.json, out);
   if (arguments.verify)
     return verify_disc(&p, app, output, arguments.json, out);
-  if (const failure why = why_not_there(p, output)) {
+  if (const failure why = output.empty() ? std::nullopt : why_not_there(p, output)) {
     out.message(*why);
     return not_authorable;
   }
+  if (arguments.check)
+    return check_project(p, app, output, arguments.json, out);
   run r(out, doc, lock, app);
   return prepare_and_run(arguments, r);
 }

@@ -33,7 +33,8 @@ bool read_all_files(examination& e, report& out, bool quiet) {
   return true;
 }
 
-int check_project(const project& p, const std::string& app, bool as_json, report& out) {
+int check_project(const project& p, const std::string& app, const std::string& output, bool as_json,
+                  report& out) {
   run_paths where;
   where.app = app;
   where.out = output_folder(folder_of_custom_xml(p.customxml));
@@ -45,6 +46,8 @@ int check_project(const project& p, const std::string& app, bool as_json, report
   fact_store store;
   examination_around around;
   around.customxml = p.customxml;
+  around.output_folder = where.out.empty() ? output : where.out;
+  around.program_folder = app;
   if (has_subtitles(*disc))
     around.fonts = system_fonts();
   examination e(*disc, examination::depth::whole_files, store, std::move(around));
