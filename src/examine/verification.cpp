@@ -6,20 +6,21 @@
 #include "formats/disc_files.h"
 #include "formats/disc_image.h"
 #include "platform/files/files.h"
+#include "platform/files/read_buffer.h"
 
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
 #include <iterator>
 #include <map>
-#include <set>
 #include <span>
 #include <utility>
 
 namespace corvane {
 namespace {
 
-constexpr std::size_t slice = std::size_t{1} << 20;
+constexpr std::size_t slice = std::size_t{128} << 10;
+using slice_buffer = read_buffer<slice>;
 
 /// Follow from the material, whose errors were told before the run.
 bool is_of_material(const std::string& rule) {
@@ -41,10 +42,11 @@ struct verification::state {
   std::optional<disc_contents> contents;
   std::unique_ptr<disc_stream_reader> streams;
   std::size_t file = 0;
-  std::uint64_t at = 0;  // in that file
+  std::uint64_t at = 0;                 // in that file
+  const disc_file* compared = nullptr;  // the same file in the image
   std::uint64_t to_read = 0, read = 0;
   std::string current;
-  std::vector<std::uint8_t> bytes, others;
+  std::unique_ptr<slice_buffer> bytes, of_image;
 
   std::vector<finding> findings;
   disc_traits found, foreseen;
@@ -82,8 +84,8 @@ struct verification::state {
       look_at_image_tables();
     for (const disc_file& one : disc->files())
       to_read += one.size * (image ? 2 : 1);
-    bytes.resize(slice);
-    others.resize(image ? slice : 0);
+    bytes = std::make_unique<slice_buffer>();
+    of_image = image ? std::make_unique<slice_buffer>() : nullptr;
   }
 
   void open_image_file() {
@@ -142,9 +144,10 @@ struct verification::state {
     if (file == files.size())
       return false;
     const disc_file& one = files[file];
-    current = one.path;
+    if (at == 0)
+      begin_file(one);
     const auto size = static_cast<std::size_t>(std::min<std::uint64_t>(slice, one.size - at));
-    const std::span<std::uint8_t> part(bytes.data(), size);
+    const std::span<std::uint8_t> part = bytes->first(size);
     if (!disc->read(one, at, part)) {
       tell("disc-file", one.path, "cannot be read from byte " + std::to_string(at) + " on");
       skip(one);
@@ -155,6 +158,13 @@ struct verification::state {
     at += size;
     read += size * (image ? 2 : 1);
     return true;
+  }
+
+  void begin_file(const disc_file& one) {
+    current = one.path;
+    compared = image ? image->find(one.path) : nullptr;
+    if (compared != nullptr && compared->size != one.size)
+      compared = nullptr;
   }
 
   void skip(const disc_file& one) {
@@ -188,17 +198,14 @@ struct verification::state {
   }
 
   void compare(const disc_file& one, std::span<const std::uint8_t> part) {
-    const disc_file* const other = image ? image->find(one.path) : nullptr;
-    if (other == nullptr || other->size != one.size || differs.contains(one.path))
+    if (compared == nullptr)
       return;
-    const std::span<std::uint8_t> in_image(others.data(), part.size());
-    if (image->read(*other, at, in_image) && std::equal(part.begin(), part.end(), others.begin()))
+    const std::span<std::uint8_t> there = of_image->first(part.size());
+    if (image->read(*compared, at, there) && std::ranges::equal(part, there))
       return;
-    differs.insert(one.path);
+    compared = nullptr;
     tell("image-files", one.path, "is not the same in the image as in the folder");
   }
-
-  std::set<std::string> differs;
 
   // Judging -------------------------------------------------------------------------------------
 

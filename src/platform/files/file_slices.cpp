@@ -26,7 +26,7 @@ result<file_slices> file_slices::open(const std::string& path) {
   file.stream_.open(native, std::ios::binary);
   if (!file.stream_)
     return opened::fail(std::generic_category().message(errno != 0 ? errno : EIO));
-  file.buffer_ = std::make_unique_for_overwrite<buffer>();
+  file.buffer_ = std::make_unique_for_overwrite<read_buffer<slice_size>>();
   file.size_ = file.left_ = size;
   return opened::ok(std::move(file));
 }
@@ -35,12 +35,12 @@ result<std::span<const std::uint8_t>> file_slices::next(std::size_t most) {
   using read = result<std::span<const std::uint8_t>>;
   const auto count =
       static_cast<std::size_t>(std::min<std::uint64_t>(left_, std::min(most, slice_size)));
-  char* const bytes = buffer_->bytes.data();
-  stream_.read(bytes, static_cast<std::streamsize>(count));
+  const std::span<std::uint8_t> bytes = buffer_->first(count);
+  stream_.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(count));
   if (stream_.gcount() != static_cast<std::streamsize>(count))
     return read::fail("the file cannot be read");
   left_ -= count;
-  return read::ok({reinterpret_cast<const std::uint8_t*>(bytes), count});
+  return read::ok(bytes);
 }
 
 }  // namespace corvane
