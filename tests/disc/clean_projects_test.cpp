@@ -10,8 +10,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <functional>
+#include <map>
 #include <random>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace corvane::disc {
@@ -24,10 +28,19 @@ constexpr int clip_seconds = 4;
 constexpr const char* row =
     "center,bottom,60,60,30,30,28.0,dejavusans.ttf,720,478,29.97,ISO-8859-1|";
 
-/// Clips of several encoders, made once.
+constexpr const char* by_ffmpeg =
+    " -c:v mpeg2video -b:v 2M -maxrate 6M -bufsize 1835k -g 12 -flags +cgop "
+    "-sc_threshold 1000000000 -pix_fmt yuv420p -aspect ";
+constexpr const char* by_mpeg2enc =
+    " -pix_fmt yuv420p -vf setsar=1 -f yuv4mpegpipe - | "
+    "mpeg2enc -v 0 -4 4 -2 4 -r 8 -f 8 -b 3000 ";
+
+/// Clips of several encoders, kept beside the test program for the next time; a clip that is made
+/// in another way has another name.
 class clips {
  public:
-  clips() {
+  clips() : folder_(CORVANE_CLIPS) {
+    std::filesystem::create_directories(folder_);
     for (const bool pal : {false, true})
       for (const char* const aspect : {"4:3", "16:9"})
         make_videos(pal, aspect);
@@ -39,7 +52,9 @@ class clips {
     sound("twolame.mp2", "-ac 2 -c:a libtwolame -b:a 192k");
   }
 
-  std::string stored(const std::string& name) const { return folder_.stored(name); }
+  std::string stored(const std::string& name) const {
+    return stored_from_native(folder_ + "/" + files_.at(name));
+  }
   /// Names of clips of this standard and these proportions; the last one is a ready file.
   static std::vector<std::string> videos(bool pal, const std::string& aspect) {
     const std::string begin = (pal ? "pal" : "ntsc") + aspect.substr(0, aspect.find(':'));
@@ -54,46 +69,49 @@ class clips {
   }
 
  private:
-  void make(const std::string& line) const {
-    command c{{"/bin/sh", "-c", line}};
-    c.folder = folder_.path();
+  /// `line` makes the file whose name stands behind it.
+  void make(const std::string& line, const std::string& name) {
+    const std::string file = std::to_string(std::hash<std::string>()(line)) + "-" + name;
+    files_[name] = file;
+    if (std::filesystem::exists(folder_ + "/" + file))
+      return;
+    const testing_support::temporary_folder folder;
+    command c{{"/bin/sh", "-c", line + " " + name}};
+    c.folder = folder.path();
     const finished made = run(c);
     ASSERT_EQ(made.status, 0) << line << "\n" << made.out;
+    const std::string whole = folder_ + "/whole-" + std::to_string(::getpid());
+    std::filesystem::copy_file(folder.path(name), whole);
+    std::filesystem::rename(whole, folder_ + "/" + file);
   }
 
-  void make_videos(bool pal, const std::string& aspect) const {
+  void make_videos(bool pal, const std::string& aspect) {
     const std::string begin = (pal ? "pal" : "ntsc") + aspect.substr(0, aspect.find(':'));
     const std::string size = pal ? "720x576" : "720x480", rate = pal ? "25" : "30000/1001";
     const std::string time = " -t " + std::to_string(clip_seconds);
     const std::string source =
         "ffmpeg -nostdin -v error -y -f lavfi -i testsrc=s=" + size + ":r=" + rate;
-    make(source + ",format=yuv420p" + time +
-         " -c:v mpeg2video -b:v 2M -maxrate 6M -bufsize 1835k -g 12 -flags +cgop "
-         "-sc_threshold 1000000000 -aspect " +
-         aspect + " -f mpeg2video " + begin + "-ffmpeg.m2v");
-    const std::string code = aspect == "16:9" ? "3" : "2";
+    make(source + time + by_ffmpeg + aspect + " -f mpeg2video", begin + "-ffmpeg.m2v");
     if (aspect == "4:3")
-      make(source + time +
-           " -pix_fmt yuv420p -vf setsar=1 -f yuv4mpegpipe - | mpeg2enc -v 0 -4 4 -2 4 -r 8 -f 8 "
-           "-a " +
-           code + " -n " + (pal ? "p" : "n") + " -b 3000 -o " + begin + "-mpeg2enc.m2v");
+      make(source + time + by_mpeg2enc + "-a 2 -n " + (pal ? "p" : "n") + " -o",
+           begin + "-mpeg2enc.m2v");
     else if (!pal)
       make("ffmpeg -nostdin -v error -y -f lavfi -i testsrc=s=720x480:r=24000/1001" + time +
-           " -pix_fmt yuv420p -vf setsar=1 -f yuv4mpegpipe - | mpeg2enc -v 0 -4 4 -2 4 -r 8 -f 8 "
-           "-p -F 1 -a " +
-           code + " -n n -b 3000 -o " + begin + "-pulldown.m2v");
-    make(source + time +
-         " -f lavfi -i sine=d=4:r=48000 -c:v mpeg2video -b:v 2M -maxrate 6M -bufsize 1835k -g 12 "
-         "-flags +cgop -sc_threshold 1000000000 -pix_fmt yuv420p -aspect " +
-         aspect + " -c:a ac3 -b:a 192k -ac 2 -shortest -f dvd " + begin + "-ready.vob");
+               by_mpeg2enc + "-p -F 1 -a 3 -n n -o",
+           begin + "-pulldown.m2v");
+    make(source + time + " -f lavfi -i sine=d=4:r=48000" + by_ffmpeg + aspect +
+             " -c:a ac3 -b:a 192k -ac 2 -shortest -f dvd",
+         begin + "-ready.vob");
   }
 
-  void sound(const std::string& name, const std::string& how) const {
+  void sound(const std::string& name, const std::string& how) {
     make("ffmpeg -nostdin -v error -y -f lavfi -i sine=d=" + std::to_string(clip_seconds) +
-         ":r=48000 -ar 48000 " + how + " " + name);
+             ":r=48000 -ar 48000 " + how,
+         name);
   }
 
-  testing_support::temporary_folder folder_;
+  std::string folder_;
+  std::map<std::string, std::string> files_;  // by the clip's name
 };
 
 /// A project made up of clips.
