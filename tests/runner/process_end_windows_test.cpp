@@ -14,8 +14,10 @@ using testing_support::real_run;
 class watched {
  public:
   explicit watched(const std::string& number_file) {
+    // The file is there before its number is.
     DWORD number = 0;
-    std::ifstream(path_of(number_file)) >> number;
+    for (int i = 0; i < 300 && !(std::ifstream(path_of(number_file)) >> number); ++i)
+      ::Sleep(10);
     process_ = ::OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE, FALSE, number);
   }
   ~watched() { ::CloseHandle(process_); }
