@@ -5,6 +5,8 @@
 #include "project/offered_colours.h"
 #include "project/project.h"
 
+#include <iterator>
+
 namespace corvane {
 namespace {
 
@@ -16,6 +18,7 @@ std::string piece(const std::vector<std::string>& pieces, std::size_t index,
 
 std::vector<std::string> names_of_colours() {
   std::vector<std::string> names;
+  names.reserve(std::size(offered_colours));
   for (const offered_colour& colour : offered_colours)
     names.emplace_back(colour.name);
   return names;
