@@ -88,9 +88,9 @@ echo "GoogleTest's tests in the rooms: $(find build/debug/tests build/sanitize/t
 
 # Not run counts as failed: CTest itself would let a skipped test pass.
 status=0
-# The longest go first. A window test mostly waits for its window: three times as many at once keep the
-# processors busy. Beside clang-tidy, which takes all of them, half as many again are enough.
-at_once=$((jobs * 3))
+# The longest go first. A window test mostly waits for its window: twice as many at once keep the
+# processors busy; with more, the first windows of a cold start come up too late. Beside clang-tidy, which takes all of them, half as many again are enough.
+at_once=$((jobs * 2))
 [ "$all" = no ] || at_once=$((jobs + (jobs + 1) / 2))
 ctest --test-dir build/all -j "$at_once" --output-on-failure --no-tests=error \
   --output-junit "$here/build/all/results.xml" "$@" </dev/null || status=$?
