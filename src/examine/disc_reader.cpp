@@ -81,8 +81,10 @@ void disc_reader::find_files(disc_vobs& vobs, std::uint64_t sectors, const std::
     if (before != nullptr && file->first_sector != 0 &&
         file->first_sector != before->first_sector + before->size / disc_sector_size)
       tell(name, "does not follow " + before->path + " on the disc");
-    if (bytes % disc_sector_size == 0)
+    if (bytes % disc_sector_size == 0) {
       vobs.files.push_back(name);
+      vobs.file_sectors.push_back(file->size / disc_sector_size);
+    }
     bytes += file->size;
     if (vobs.menus)
       break;
@@ -97,7 +99,7 @@ void disc_reader::find_files(disc_vobs& vobs, std::uint64_t sectors, const std::
 }
 
 void disc_reader::read_unit(disc_vobs& vobs, std::uint32_t sector,
-                            const std::vector<const disc_file*>& parts) {
+                            const std::vector<const disc_file*>& parts, unit_checks& checks) {
   std::uint64_t at = std::uint64_t{sector} * disc_sector_size;
   std::size_t part = 0;
   while (part < parts.size() && at >= parts[part]->size)
@@ -115,6 +117,7 @@ void disc_reader::read_unit(disc_vobs& vobs, std::uint32_t sector,
   }
   if (std::string why_not = why_not_here(*pack, sector); !why_not.empty())
     tell(parts[part]->path, at_sector(sector) + ": " + std::move(why_not));
+  checks.add(*pack, sector);
   disc_unit unit;
   unit.sector = sector;
   unit.last_sector = sector + std::min<std::uint32_t>(pack->unit_end, 0xFFFFFFFFU - sector);
@@ -122,6 +125,8 @@ void disc_reader::read_unit(disc_vobs& vobs, std::uint32_t sector,
   unit.ends = pack->ends;
   unit.vob = pack->vob;
   unit.cell = pack->cell;
+  unit.reference_ends = pack->reference_ends;
+  unit.audio = pack->audio;
   if (pack->highlight.status != 0 && !pack->highlight.buttons.empty()) {
     const auto& before = vobs.units.empty() ? nullptr : vobs.units.back().highlight;
     const bool same = before && before->buttons == pack->highlight.buttons &&
@@ -136,6 +141,16 @@ void disc_reader::read_unit(disc_vobs& vobs, std::uint32_t sector,
   vobs.units.push_back(std::move(unit));
 }
 
+void disc_reader::tell_of_units(const disc_vobs& vobs, std::vector<unit_trouble> troubles) {
+  for (unit_trouble& trouble : troubles) {
+    if (contents.unit_troubles.size() >= most_told)
+      return;
+    trouble.titleset = vobs.titleset;
+    trouble.menus = vobs.menus;
+    contents.unit_troubles.push_back(std::move(trouble));
+  }
+}
+
 void disc_reader::read_vobs(disc_vobs vobs, std::uint64_t sectors, const vob_addresses& addresses,
                             const std::string& ifo) {
   find_files(vobs, sectors, ifo);
@@ -143,14 +158,16 @@ void disc_reader::read_vobs(disc_vobs vobs, std::uint64_t sectors, const vob_add
   for (const std::string& name : vobs.files)
     parts.push_back(files.find(name));
   std::uint64_t next = 0;
+  unit_checks checks(addresses);
   for (const std::uint32_t sector : addresses.units) {
     if (!goes_on())
       return;
     // Those that are not in order were told of; each sector is read once.
     if (sector >= next && sector < vobs.sectors)
-      read_unit(vobs, sector, parts);
+      read_unit(vobs, sector, parts, checks);
     next = std::max<std::uint64_t>(next, std::uint64_t{sector} + 1);
   }
+  tell_of_units(vobs, checks.judge());
   if (!vobs.units.empty() && vobs.units.back().last_sector + std::uint64_t{1} != vobs.sectors)
     tell(vobs.files.back(), "its last unit ends at sector " +
                                 std::to_string(vobs.units.back().last_sector) + " of " +

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "examine/read_disc.h"
+#include "examine/unit_checks.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -42,7 +43,9 @@ class disc_reader {
 
  private:
   void find_files(disc_vobs& vobs, std::uint64_t sectors, const std::string& ifo);
-  void read_unit(disc_vobs& vobs, std::uint32_t sector, const std::vector<const disc_file*>& parts);
+  void read_unit(disc_vobs& vobs, std::uint32_t sector, const std::vector<const disc_file*>& parts,
+                 unit_checks& checks);
+  void tell_of_units(const disc_vobs& vobs, std::vector<unit_trouble> troubles);
 
   void play(disc_chain& chain, disc_cell& cell, const cell_playback& tables,
             const std::vector<disc_unit>& units);

@@ -37,6 +37,16 @@ constexpr std::array disc_rules_table = {
          "(IFO)",
          "as the format has it", "a player that refuses the disc, stops or shows something else",
          author_again, disc_tables_source},
+    rule{"disc-navigation", severity::error,
+         "What each unit (its NAV pack) says of search, angles, streams, times and buttons fits "
+         "the units and packs that lie there",
+         "as the units lie", "a player that stumbles or stops there, above all when it searches",
+         author_again, disc_tables_source},
+    rule{"disc-navigation-unlike", severity::warning,
+         "What the units of a cell have in common, each says alike, and no unit contradicts itself",
+         "as in the other units",
+         "nothing in most players; in others a stumble, or a key that does nothing for a moment",
+         author_again, disc_tables_source},
     rule{"disc-picture-stated", severity::error,
          "The tables say of the pictures what the pictures say of themselves",
          "as the tables state", "a distorted picture, or none",
@@ -235,6 +245,9 @@ class self_examiner {
   std::vector<finding> all() {
     for (const disc_trouble& trouble : disc_.troubles)
       found_.push_back(disc_file_finding("disc-tables", trouble.file, trouble.what));
+    for (const auto* troubles : {&disc_.unit_troubles, &streams_.unit_troubles()})
+      for (const unit_trouble& trouble : *troubles)
+        look_at_unit(trouble);
     look_at_way({}, after_start(disc_));
     for (const disc_title_contents& title : disc_.titles)
       look_at_title(title);
@@ -252,6 +265,49 @@ class self_examiner {
   void look_at_way(const finding_item& item, const std::optional<std::string>& place) {
     if (place == "nowhere")
       add("disc-nowhere", item, "what it does leads nowhere");
+  }
+
+  void look_at_unit(const unit_trouble& trouble) {
+    add(trouble.harmless ? "disc-navigation-unlike" : "disc-navigation", {},
+        "unit at sector " + std::to_string(trouble.sector) + ": " + trouble.what);
+    finding& f = found_.back();
+    for (const disc_vobs& vobs : disc_.vobs)
+      if (vobs.titleset == trouble.titleset && vobs.menus == trouble.menus)
+        find_in_files(vobs, trouble.sector, f);
+    for (const disc_title_contents& title : disc_.titles)
+      if (title.titleset == trouble.titleset && !trouble.menus &&
+          find_in_chain(title.chain, trouble, f)) {
+        f.item = {whole::title, title.number, part::whole, 0};
+        return;
+      }
+    const auto menus = menus_with_pictures(disc_);
+    for (std::size_t i = 0; i < menus.size(); ++i)
+      if (menus[i]->titleset == trouble.titleset && trouble.menus &&
+          find_in_chain(menus[i]->chain, trouble, f)) {
+        f.item = {whole::menu, static_cast<int>(i) + 1, part::whole, 0};
+        return;
+      }
+  }
+
+  static void find_in_files(const disc_vobs& vobs, std::uint64_t sector, finding& f) {
+    for (std::size_t i = 0; i < std::min(vobs.files.size(), vobs.file_sectors.size()); ++i) {
+      if (sector < vobs.file_sectors[i]) {
+        f.file = vobs.files[i];
+        f.byte = sector * disc_sector_size;
+        return;
+      }
+      sector -= vobs.file_sectors[i];
+    }
+  }
+
+  /// When the unit plays in the chain; false if its cell does not.
+  static bool find_in_chain(const disc_chain& chain, const unit_trouble& trouble, finding& f) {
+    for (const disc_cell& cell : chain.cells)
+      if (cell.vob == trouble.vob && cell.cell == trouble.cell) {
+        f.seconds = cell.begins + static_cast<double>(trouble.clocks) / stamps_a_second;
+        return true;
+      }
+    return false;
   }
 
   void look_at_title(const disc_title_contents& title) {

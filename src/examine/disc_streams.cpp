@@ -1,5 +1,7 @@
 #include "examine/disc_streams.h"
 
+#include "examine/pack_headers.h"
+#include "examine/stream_addresses.h"
 #include "formats/ifo.h"
 #include "formats/program_stream.h"
 #include "formats/subpicture.h"
@@ -123,8 +125,19 @@ void disc_stream_reader::take_overlay(reading& r, std::span<const std::uint8_t> 
     each_packet_in_pack(bytes.first(disc_sector_size), take_packet);
 }
 
+void disc_stream_reader::take_packs(const disc_vobs& vobs, std::uint32_t first_sector,
+                                    std::span<const std::uint8_t> bytes) {
+  std::vector<std::uint8_t>& packs = packs_[&vobs];
+  packs.resize(std::max<std::size_t>(packs.size(), vobs.sectors));
+  for (std::size_t at = 0, sector = first_sector;
+       at + disc_sector_size <= bytes.size() && sector < packs.size();
+       at += disc_sector_size, ++sector)
+    packs[sector] = stream_of_sector(bytes.subspan(at, disc_sector_size));
+}
+
 void disc_stream_reader::feed(const disc_vobs& vobs, std::uint32_t first_sector,
                               std::span<const std::uint8_t> bytes) {
+  take_packs(vobs, first_sector, bytes);
   const auto all = stretches_.find(&vobs);
   const std::uint64_t end = first_sector + bytes.size() / disc_sector_size;
   if (all == stretches_.end())
@@ -152,6 +165,10 @@ disc_streams disc_stream_reader::finish() {
     one->streams.facts = one->scanner.facts();
     all.streams_.emplace(one->chain, std::move(one->streams));
   }
+  for (const auto& [vobs, packs] : packs_)
+    for (unit_trouble& trouble : stream_address_troubles(*vobs, packs))
+      if (all.unit_troubles_.size() < unit_trouble_list::most)
+        all.unit_troubles_.push_back(std::move(trouble));
   return all;
 }
 

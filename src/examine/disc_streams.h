@@ -36,8 +36,12 @@ class disc_streams {
   /// By the chain's tables; null if none of it was read.
   const chain_streams* find(const disc_chain& chain) const;
 
+  /// Units whose addresses of streams lead elsewhere.
+  const std::vector<unit_trouble>& unit_troubles() const { return unit_troubles_; }
+
  private:
   friend class disc_stream_reader;
+  std::vector<unit_trouble> unit_troubles_;
   std::map<const program_chain*, chain_streams> streams_;
 };
 
@@ -62,9 +66,13 @@ class disc_stream_reader {
   static void take(reading& r, std::span<const std::uint8_t> bytes);
   static void take_head(reading& r, std::span<const std::uint8_t> bytes);
   static void take_overlay(reading& r, std::span<const std::uint8_t> bytes);
+  void take_packs(const disc_vobs& vobs, std::uint32_t first_sector,
+                  std::span<const std::uint8_t> bytes);
 
   std::vector<std::unique_ptr<reading>> readings_;
   std::map<const disc_vobs*, std::vector<stretch>> stretches_;  // by sector, none twice
+  /// Of each sector that was read, the stream of its pack (pack_headers.h).
+  std::map<const disc_vobs*, std::vector<std::uint8_t>> packs_;
 };
 
 }  // namespace corvane

@@ -69,4 +69,24 @@ std::size_t bytes_to_pack(byte_span bytes) {
   return bytes.size();
 }
 
+std::uint8_t stream_of_sector(byte_span sector) {
+  constexpr std::uint8_t system_header = 0xBB;
+  const auto has_code = [sector](std::size_t at) {
+    return sector[at] == 0 && sector[at + 1] == 0 && sector[at + 2] == 1;
+  };
+  if (sector.size() < disc_pack_size || !has_code(0) || sector[3] != pack_header ||
+      !is_mpeg2_pack(sector))
+    return 0;
+  constexpr std::size_t packet_header = 9;
+  std::size_t at = longest_pack_header + (sector[13] & 7U);
+  if (has_code(at) && sector[at + 3] == system_header)
+    at += std::size_t{6} + (sector[at + 4] << 8 | sector[at + 5]);
+  if (at + packet_header > disc_pack_size || !has_code(at))
+    return 0;
+  if (sector[at + 3] != private_stream_1)
+    return sector[at + 3];
+  at += packet_header + sector[at + 8];
+  return at < disc_pack_size ? sector[at] : std::uint8_t{0};
+}
+
 }  // namespace corvane

@@ -27,4 +27,9 @@ std::size_t bytes_to_length(std::span<const std::uint8_t> beginning);
 /// Up to the next bytes that a pack header may begin with; all of them if there are none.
 std::size_t bytes_to_pack(std::span<const std::uint8_t> bytes);
 
+/// Of a pack of a disc, which fills a sector: the stream of its first packet; of private stream 1
+/// the substream, which no stream has for its number. 0: none, or no such pack. Quick enough to be
+/// asked of every sector of a disc.
+std::uint8_t stream_of_sector(std::span<const std::uint8_t> sector);
+
 }  // namespace corvane

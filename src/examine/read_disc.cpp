@@ -59,7 +59,7 @@ bool contents_reader::read_manager() {
   const video_manager& manager = contents_.manager;
   reader_.tell(name, manager.troubles);
   contents_.first_play = manager.first_play;
-  reader_.read_vobs({0, true, {}, 0, {}},
+  reader_.read_vobs({0, true, {}, {}, 0, {}},
                     sectors_between(manager.head.menu_vobs_sector, copy_sector(manager.head)),
                     manager.menu_vobs, name);
   check_places(0, manager.head, 0);
@@ -126,11 +126,11 @@ void contents_reader::read_titleset(int number) {
   const titleset& set = contents_.titlesets.back();
   reader_.tell(name, set.troubles);
   reader_.read_vobs(
-      {number, true, {}, 0, {}},
+      {number, true, {}, {}, 0, {}},
       sectors_between(set.head.menu_vobs_sector,
                       set.title_vobs_sector != 0 ? set.title_vobs_sector : copy_sector(set.head)),
       set.menu_vobs, name);
-  reader_.read_vobs({number, false, {}, 0, {}},
+  reader_.read_vobs({number, false, {}, {}, 0, {}},
                     sectors_between(set.title_vobs_sector, copy_sector(set.head)), set.title_vobs,
                     name);
   check_copy(number);

@@ -10,11 +10,14 @@
 // the title or menu. Numbers are 1-based, as on the disc.
 #pragma once
 
+#include "examine/unit_trouble.h"
 #include "formats/disc_files.h"
 #include "formats/ifo.h"
 #include "formats/navigation_pack.h"
 #include "platform/result.h"
 
+#include <array>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -35,6 +38,9 @@ struct disc_unit {
   std::uint32_t last_sector = 0;
   std::uint32_t begins = 0, ends = 0;  ///< presentation times, 90 kHz
   int vob = 0, cell = 0;
+  // As in `navigation_pack`.
+  std::array<std::uint32_t, 3> reference_ends{};
+  std::array<std::uint16_t, 8> audio{};
   /// The buttons that are on the screen; null: none. Units that have the same share them.
   std::shared_ptr<const highlight_information> highlight;
 };
@@ -43,9 +49,10 @@ struct disc_unit {
 struct disc_vobs {
   int titleset = 0;
   bool menus = false;
-  std::vector<std::string> files;  ///< paths, in their order
-  std::uint64_t sectors = 0;       ///< in the files
-  std::vector<disc_unit> units;    ///< those that VOBU_ADMAP names and that are there
+  std::vector<std::string> files;           ///< paths, in their order
+  std::vector<std::uint64_t> file_sectors;  ///< in each of them
+  std::uint64_t sectors = 0;                ///< in all
+  std::vector<disc_unit> units;             ///< those that VOBU_ADMAP names and that are there
 };
 
 struct disc_cell {
@@ -100,7 +107,8 @@ struct disc_contents {
   std::vector<disc_title_contents> titles;
   std::vector<disc_menu_contents> menus;
   std::vector<disc_vobs> vobs;
-  std::vector<disc_trouble> troubles;  ///< at most some hundreds
+  std::vector<disc_trouble> troubles;       ///< at most some hundreds
+  std::vector<unit_trouble> unit_troubles;  ///< the same
 };
 
 /// `go_on` is asked now and then; false: stop. It may be empty.

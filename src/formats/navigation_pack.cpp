@@ -64,6 +64,8 @@ void pack_reader::read_control() {
   pack_.ends = bytes_.u32(pci + 16);
   pack_.sequence_ends = bytes_.u32(pci + 20);
   pack_.elapsed = time("PCI", pci + 24);
+  for (std::size_t i = 0; i < pack_.angles.size(); ++i)
+    pack_.angles[i] = bytes_.u32(pci + 60 + 4 * i);
   if (pack_.ends < pack_.begins)
     tell("PCI", pci + 12, "has a unit that ends before it begins");
 }
@@ -153,8 +155,13 @@ void pack_reader::read_search() {
   pack_.vob = bytes_.u16(dsi + 24);
   pack_.cell = bytes_.u8(dsi + 27);
   pack_.search_elapsed = time("DSI", dsi + 28);
+  pack_.interleaving = bytes_.u16(dsi + 32);
+  pack_.piece_end = bytes_.u32(dsi + 34);
   pack_.vob_video_begins = bytes_.u32(dsi + 44);
   pack_.vob_video_ends = bytes_.u32(dsi + 48);
+  pack_.sound_gaps = bytes_.take<128>(dsi + 52);
+  for (std::size_t i = 0; i < pack_.seamless_angles.size(); ++i)
+    pack_.seamless_angles[i] = bytes_.u32(dsi + 180 + 6 * i);
   pack_.next_video = search_at(234);
   pack_.next = search_at(314);
   pack_.previous = search_at(318);
@@ -174,6 +181,7 @@ void pack_reader::read_search() {
 }
 
 navigation_pack pack_reader::read() {
+  pack_.headers = bytes_.take<38>(0);
   read_control();
   read_highlight();
   read_search();

@@ -62,14 +62,17 @@ struct unit_search {
 
 struct navigation_pack {
   std::uint64_t clock = 0;  ///< of the pack's header, at 27 MHz
+  /// The header of the pack and the system header, as they stand.
+  std::array<std::uint8_t, 38> headers{};
 
   // Presentation control.
   std::uint32_t sector = 0;
-  std::uint16_t category = 0;          ///< copy protection
-  std::uint32_t prohibited = 0;        ///< user operations
-  std::uint32_t begins = 0, ends = 0;  ///< presentation times of the unit
-  std::uint32_t sequence_ends = 0;     ///< time of a sequence end code in it; 0: none
-  playback_time elapsed;               ///< of the cell, at the unit's beginning
+  std::uint16_t category = 0;             ///< copy protection
+  std::uint32_t prohibited = 0;           ///< user operations
+  std::uint32_t begins = 0, ends = 0;     ///< presentation times of the unit
+  std::uint32_t sequence_ends = 0;        ///< time of a sequence end code in it; 0: none
+  playback_time elapsed;                  ///< of the cell, at the unit's beginning
+  std::array<std::uint32_t, 9> angles{};  ///< where the other angles are, as on the disc
   highlight_information highlight;
 
   // Data search.
@@ -79,7 +82,12 @@ struct navigation_pack {
   std::array<std::uint32_t, 3> reference_ends{};  ///< ends of its first three I and P pictures
   int vob = 0, cell = 0;                          ///< identities
   playback_time search_elapsed;                   ///< as `elapsed`
+  std::uint16_t interleaving =
+      0;                        ///< bit 14: in an interleaved piece; 13: its first unit, 12: last
+  std::uint32_t piece_end = 0;  ///< last sector of the interleaved piece, from this pack
   std::uint32_t vob_video_begins = 0, vob_video_ends = 0;  ///< presentation times of the VOB
+  std::array<std::uint8_t, 128> sound_gaps{};              ///< of each stream, as on the disc
+  std::array<std::uint32_t, 9> seamless_angles{};          ///< as `angles`
   unit_search next, previous;                              ///< unit
   unit_search next_video, previous_video;                  ///< unit with video
   std::array<std::uint32_t, 19> forward{}, backward{};     ///< steps in time, as on the disc

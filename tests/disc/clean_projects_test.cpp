@@ -235,6 +235,7 @@ TEST(CleanProjects, HaveNoErrorBeforeTheirRunAndNoDifferenceAfterIt) {
     const finished done = s.author(p);
     EXPECT_EQ(done.status, 0) << done.out << "\n" << project_text(p);
     EXPECT_THAT(done.out, Not(HasSubstr("error: ")));
+    EXPECT_THAT(done.out, Not(HasSubstr("unit at sector")));
     EXPECT_EQ(disagreement_text(s.out()), "");
   }
 }

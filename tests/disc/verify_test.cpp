@@ -1,8 +1,12 @@
 // The look at finished discs: real ones are as foreseen, damaged ones are told.
 #include "command.h"
 #include "disc/finding.h"
+#include "examine/read_disc.h"
 #include "examine/verification.h"
+#include "formats/disc_files.h"
 #include "formats/ifo.h"
+#include "formats/navigation_pack.h"
+#include "judge.h"
 #include "large_sets.h"
 #include "platform/files/files.h"
 #include "project/project_file.h"
@@ -11,6 +15,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -214,6 +219,95 @@ TEST_F(Verify, OneWrongByteIsFoundWithTheImageBesideIt) {
     flip(file(name), at);
     EXPECT_THAT(found_with_image(), Not(IsEmpty())) << name << " byte " << at;
     EXPECT_FALSE(write_file(file(name), before));
+  }
+}
+
+/// Whether no player looks at this byte of a navigation pack, by what the pack holds.
+bool is_without_effect(std::uint64_t at, const navigation_pack& pack) {
+  constexpr std::uint64_t pci = 0x2D, dsi = 0x407, highlight = pci + 96, buttons = highlight + 46,
+                          behind_buttons = highlight + 694, button_size = 18, angles = dsi + 180;
+  const auto in = [at](std::uint64_t first, std::uint64_t end) { return at >= first && at < end; };
+  // What is said of the recording, and what is reserved.
+  if (in(pci + 6, pci + 8) || in(pci + 28, pci + 60) || in(behind_buttons, 0x400) ||
+      at == dsi + 26 || at == dsi + 33 || in(dsi + 546, disc_sector_size))
+    return true;
+  // Less than a millisecond at the edges of a VOB, where no other unit has the time again.
+  if (at == pci + 15 || at == pci + 19)
+    return true;
+  // Interleaved pieces and angles that are not there: only their addresses are looked at.
+  if ((pack.interleaving & 0x4000) == 0 && in(dsi + 34, dsi + 44))
+    return true;
+  if (in(angles, angles + 54) && (at - angles) % 6 >= 4)
+    return true;
+  // Buttons that are not there; the higher half of the word that says whether there are any.
+  if (at == highlight || at == highlight + 19)
+    return true;
+  if (pack.highlight.status == 0)
+    return in(highlight + 2, behind_buttons);
+  return in(buttons + button_size * pack.highlight.buttons.size(), behind_buttons);
+}
+
+/// A unit of these VOBs, and the file that it is in.
+struct place_of_unit {
+  std::string file;
+  std::uint32_t sector = 0;
+};
+
+std::vector<place_of_unit> units_of(const std::string& folder) {
+  auto files = open_folder(folder);
+  const auto disc = files ? corvane::read_disc(**files) : result<disc_contents>::fail(files.error);
+  EXPECT_TRUE(disc) << disc.error;
+  std::vector<place_of_unit> places;
+  if (disc)
+    for (const disc_vobs& vobs : disc->vobs)
+      for (const disc_unit& unit : vobs.units)
+        places.push_back({folder + "/" + vobs.files.front(), unit.sector});
+  return places;
+}
+
+// Bytes of navigation packs, wherever they are, of the folder alone.
+TEST_F(Verify, OneWrongByteOfANavigationPackIsFoundOrWithoutEffect) {
+  std::mt19937 random(20260102);
+  const auto pick = [&](std::uint64_t most) {
+    return std::uniform_int_distribution<std::uint64_t>(0, most - 1)(random);
+  };
+  const std::vector<place_of_unit> places = units_of(home_.out());
+  ASSERT_FALSE(places.empty());
+  int found = 0, without_effect = 0;
+  for (int i = 0; i < part_of_set(600); ++i) {
+    const place_of_unit& unit = places[pick(places.size())];
+    const std::uint64_t at = pick(disc_sector_size);
+    const std::string before = *read_file(unit.file, 1u << 30);
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(before.data());
+    const auto pack = read_navigation_pack(
+        {bytes + std::size_t{unit.sector} * disc_sector_size, disc_sector_size});
+    ASSERT_TRUE(pack) << pack.error;
+    flip(unit.file, unit.sector * disc_sector_size + at);
+    if (!verified(home_.out()).empty()) {
+      ++found;
+    } else {
+      ++without_effect;
+      EXPECT_TRUE(is_without_effect(at, *pack))
+          << unit.file << ", unit at sector " << unit.sector << ", byte " << at;
+      EXPECT_EQ(disagreement_text(home_.out()), "") << at;
+    }
+    EXPECT_FALSE(write_file(unit.file, before));
+  }
+  EXPECT_GT(found, 0);
+  EXPECT_GT(without_effect, 0);
+}
+
+// Tables and their copies, of the folder alone.
+TEST_F(Verify, OneWrongByteOfATableIsFound) {
+  std::mt19937 random(20260103);
+  const std::string names[] = {"VIDEO_TS.IFO", "VTS_01_0.IFO", "VIDEO_TS.BUP", "VTS_01_0.BUP"};
+  for (int i = 0; i < part_of_set(100); ++i) {
+    const std::string& name = names[i % 4];
+    const std::uint64_t size = fs::file_size(path_of(file(name)));
+    const auto at = std::uniform_int_distribution<std::uint64_t>(0, size - 1)(random);
+    flip(file(name), at);
+    EXPECT_THAT(found(), Contains("disc-tables")) << name << " byte " << at;
+    flip(file(name), at);
   }
 }
 

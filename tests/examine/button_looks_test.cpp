@@ -208,7 +208,7 @@ class ButtonsOnDisc : public ::testing::Test {
     disc_contents disc;
     disc.titlesets.resize(1);
     const auto sectors = static_cast<std::uint32_t>(stream_.size() / disc_sector_size);
-    disc.vobs.push_back({1, true, {"VIDEO_TS/VTS_01_0.VOB"}, sectors, {}});
+    disc.vobs.push_back({1, true, {"VIDEO_TS/VTS_01_0.VOB"}, {sectors}, sectors, {}});
     auto chain = std::make_shared<program_chain>(*chain_);
     cell_playback cell;
     cell.last_sector = cell.last_unit_sector = sectors - 1;

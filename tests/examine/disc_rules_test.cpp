@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -87,6 +88,59 @@ TEST(DiscDifferences, WhatFollowsFromMaterialThatWasWrongIsAWarning) {
   found.say_count({}, kind::titles, 1);
   EXPECT_THAT(told(foreseen, found, true),
               ElementsAre(HasSubstr("warning: title 1"), HasSubstr("error: disc: titles: 1")));
+}
+
+/// A disc of one title, of two cells in two files of VOBs, and a menu.
+disc_contents made_contents() {
+  disc_contents disc;
+  disc.titlesets.resize(1);
+  disc_title_contents title;
+  title.number = title.titleset = title.number_in_titleset = 1;
+  title.chain.tables = std::make_shared<program_chain>();
+  title.chain.cells = {{1, 1, 0, 60}, {1, 2, 60, 30}};
+  title.chapters = {0};
+  disc.titles.push_back(title);
+  disc_menu_contents menu;
+  menu.titleset = menu.number = 1;
+  menu.chain.tables = std::make_shared<program_chain>();
+  menu.chain.cells = {{3, 1, 0, 5}};
+  menu.chain.seconds = 5;
+  disc.menus.push_back(menu);
+  disc_vobs vobs;
+  vobs.titleset = 1;
+  vobs.files = {"VIDEO_TS/VTS_01_1.VOB", "VIDEO_TS/VTS_01_2.VOB"};
+  vobs.file_sectors = {100, 50};
+  disc.vobs.push_back(vobs);
+  return disc;
+}
+
+std::vector<finding> found_of(const unit_trouble& trouble) {
+  disc_contents disc = made_contents();
+  disc.unit_troubles = {trouble};
+  return disc_findings(disc, {});
+}
+
+TEST(DiscFindings, AUnitHasTheTimeOfItsTitleAndTheByteOfItsFile) {
+  const auto found = found_of({1, false, 110, 1, 2, 450'000, false, "it is wrong"});
+  ASSERT_EQ(found.size(), 1u);
+  EXPECT_EQ(found[0].rule, "disc-navigation");
+  EXPECT_EQ(line_of(found[0]), "error: title 1, 00:01:05: unit at sector 110: it is wrong.");
+  EXPECT_EQ(found[0].file, "VIDEO_TS/VTS_01_2.VOB");
+  EXPECT_EQ(found[0].byte, 10u * 2048);
+}
+
+TEST(DiscFindings, AUnitOfAMenuIsTheMenus) {
+  const auto found = found_of({1, true, 0, 3, 1, 90'000, true, "it is unlike"});
+  ASSERT_EQ(found.size(), 1u);
+  EXPECT_EQ(found[0].rule, "disc-navigation-unlike");
+  EXPECT_EQ(line_of(found[0]), "warning: menu 1, 00:00:01: unit at sector 0: it is unlike.");
+}
+
+TEST(DiscFindings, AUnitThatNothingPlaysIsTheDiscs) {
+  const auto found = found_of({1, false, 149, 9, 1, 0, false, "it is wrong"});
+  ASSERT_EQ(found.size(), 1u);
+  EXPECT_EQ(line_of(found[0]), "error: disc: unit at sector 149: it is wrong.");
+  EXPECT_EQ(found[0].byte, 49u * 2048);
 }
 
 TEST(ForeseenRun, IsReadAsItWasWritten) {

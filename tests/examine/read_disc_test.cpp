@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <random>
 
@@ -184,6 +185,26 @@ TEST(ReadDisc, UnitsThatAreNotWhereTheTablesSayAreTold) {
               HasSubstr("unit at sector 40 ends at sector 80, the next begins at 70\n"));
   EXPECT_THAT(damaged([video](auto& f) { f[video][70 * 2048 + 0x407 + 11] = 40; }),
               HasSubstr("its last unit ends at sector 110 of 100\n"));
+}
+
+TEST(ReadDisc, UnitsThatSayWhatTheirPlaceContradictsAreTold) {
+  const auto made = made_files_of_disc();
+  made_files files(made);
+  const auto contents = read_disc(files);
+  ASSERT_TRUE(contents) << contents.error;
+  const auto is_told = [&](bool menus, std::uint32_t sector, const std::string& what) {
+    return std::any_of(contents->unit_troubles.begin(), contents->unit_troubles.end(),
+                       [&](const unit_trouble& one) {
+                         return one.titleset == 1 && one.menus == menus && one.sector == sector &&
+                                one.what.find(what) != std::string::npos;
+                       });
+  };
+  EXPECT_TRUE(is_told(false, 0, "search by 0.5 s back leads out of the VOBs"));
+  EXPECT_TRUE(is_told(false, 0, "the next unit of its cell is said to be 30 sectors away"));
+  EXPECT_TRUE(is_told(true, 0, "search by 0.5 s back leads out of the VOBs"));
+  EXPECT_EQ(contents->vobs[2].units[0].audio[0], 4);
+  EXPECT_THAT(contents->vobs[2].units[0].reference_ends, ElementsAre(11, 15, 19));
+  EXPECT_THAT(contents->vobs[2].file_sectors, ElementsAre(100));
 }
 
 TEST(ReadDisc, WhatTheManagerAndATitlesetSayDifferentlyIsTold) {

@@ -43,6 +43,25 @@ TEST(NavigationPack, TimesAndPlacesAreRead) {
   EXPECT_EQ(pack->clock, 300u);
 }
 
+TEST(NavigationPack, HeadersAnglesPiecesAndPausesAreRead) {
+  made_bytes made = made_navigation_pack();
+  made.u8(0x25, 0x77);
+  made.u32(pci + 60 + 4 * 8, 0x80000011);
+  made.u16(dsi + 32, 0x6000);
+  made.u32(dsi + 34, 99);
+  made.u8(dsi + 52 + 127, 5);
+  made.u32(dsi + 180 + 6 * 8, 0x12);
+  const auto pack = read_navigation_pack(made.bytes);
+  ASSERT_TRUE(pack) << pack.error;
+  EXPECT_EQ(pack->headers[3], 0xBA);
+  EXPECT_EQ(pack->headers.back(), 0x77);
+  EXPECT_THAT(pack->angles, ElementsAre(0, 0, 0, 0, 0, 0, 0, 0, 0x80000011));
+  EXPECT_EQ(pack->interleaving, 0x6000);
+  EXPECT_EQ(pack->piece_end, 99u);
+  EXPECT_EQ(pack->sound_gaps.back(), 5);
+  EXPECT_THAT(pack->seamless_angles, ElementsAre(0, 0, 0, 0, 0, 0, 0, 0, 0x12));
+}
+
 TEST(NavigationPack, ButtonsAreRead) {
   const auto pack = read_navigation_pack(made_navigation_pack().bytes);
   ASSERT_TRUE(pack) << pack.error;

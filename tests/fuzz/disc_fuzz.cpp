@@ -1,5 +1,7 @@
 // Any bytes as something of a finished disc: the first byte says what, the rest is it. Reading ends
 // soon, what is given fits into the bytes, and what is read twice is the same.
+#include "examine/stream_addresses.h"
+#include "examine/unit_checks.h"
 #include "formats/disc_image.h"
 #include "formats/ifo.h"
 #include "formats/navigation_pack.h"
@@ -107,6 +109,50 @@ void check_subpicture(bytes unit) {
        "the runs are the whole picture");
 }
 
+void check_unit_troubles(const std::vector<corvane::unit_trouble>& troubles) {
+  must(troubles.size() <= corvane::unit_trouble_list::most, "troubles are not without end");
+  for (const corvane::unit_trouble& trouble : troubles)
+    must(!trouble.what.empty(), "a trouble says what it is");
+}
+
+/// Navigation packs as units of VOBs. The first bytes: how many sectors each unit has, how many
+/// units a cell.
+void check_units(bytes content) {
+  constexpr std::size_t head = 2;
+  if (content.size() < head)
+    return;
+  const std::uint32_t step = content[0] + 1U, units_a_cell = content[1] % 8 + 1U;
+  content = content.subspan(head);
+  const auto count = static_cast<std::uint32_t>(content.size() / corvane::disc_pack_size);
+  corvane::vob_addresses addresses;
+  for (std::uint32_t i = 0; i < count; ++i) {
+    if (i % units_a_cell == 0)
+      addresses.cells.push_back({1, static_cast<int>(addresses.cells.size()) + 1, i * step,
+                                 (i + units_a_cell) * step - 1});
+    addresses.units.push_back(i * step);
+  }
+  corvane::unit_checks checks(addresses);
+  corvane::disc_vobs vobs;
+  for (std::uint32_t i = 0; i < count; ++i) {
+    const auto pack = corvane::read_navigation_pack(
+        content.subspan(i * corvane::disc_pack_size, corvane::disc_pack_size));
+    if (!pack)
+      continue;
+    checks.add(*pack, i * step);
+    corvane::disc_unit unit;
+    unit.sector = i * step;
+    unit.begins = pack->begins;
+    unit.vob = pack->vob;
+    unit.cell = pack->cell;
+    unit.reference_ends = pack->reference_ends;
+    unit.audio = pack->audio;
+    vobs.units.push_back(unit);
+  }
+  check_unit_troubles(checks.judge());
+  // Any bytes do for the streams of the sectors.
+  check_unit_troubles(corvane::stream_address_troubles(vobs, content));
+}
+
 void check_files(const corvane::image_volume& volume, corvane::byte_source& image) {
   check_troubles(volume.troubles);
   must(volume.files.size() + volume.folders.size() <= corvane::most_image_files,
@@ -166,6 +212,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       break;
     case 'p':
       check_subpicture(content);
+      break;
+    case 'u':
+      check_units(content);
       break;
     case 'i':
       check_image(content);

@@ -68,6 +68,8 @@ void judge_contents(judgement& j, const std::string& native_path) {
   const auto ours = corvane::read_disc(**files);
   if (!ours)
     return j.refuse("contents: " + ours.error);
+  for (const unit_trouble& trouble : ours->unit_troubles)
+    j.refuse("unit at sector " + std::to_string(trouble.sector) + ": " + trouble.what);
   for (const disc_trouble& trouble : ours->troubles)
     j.refuse(trouble.file + ": " + trouble.what);
   if (j.same("titles", ours->titles.size(), theirs->titles.size()))
