@@ -228,6 +228,7 @@ void unit_checks::add(const navigation_pack& pack, std::uint32_t sector) {
   else
     one.elapsed = -1;
   one.video = pack.reference_ends[0] != 0;
+  one.sequence_ends = pack.sequence_ends != 0;
   one.next = pack.next;
   one.previous = pack.previous;
   one.next_video = pack.next_video;

@@ -46,6 +46,7 @@ class unit_checks {
     std::uint32_t vob_begins = 0, vob_ends = 0;
     double elapsed = 0;  ///< seconds of the cell, as stated; below 0: not stated
     bool video = false;
+    bool sequence_ends = false;
     int highlight_status = 0;
     bool new_highlight = false;
     unit_search next, previous, next_video, previous_video;

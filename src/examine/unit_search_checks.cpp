@@ -233,6 +233,10 @@ void unit_checks::check_constants(const std::vector<const cell*>& vob) {
            static_cast<fact>(static_cast<int>(fact::constants) + static_cast<int>(c)), true,
            std::string(names[c]) + " is unlike that of all other units of its VOB");
   }
+  const auto ending = lone_one(units, [](const auto& one) { return one.second->sequence_ends; });
+  if (ending && *ending + 1 < units.size() && units[*ending].second->sequence_ends)
+    tell(*units[*ending].first, *units[*ending].second, fact::sequence_end, true,
+         "it says that the pictures end in it; its VOB goes on");
 }
 
 /// Buttons that come up at one time are the same ones.

@@ -227,7 +227,9 @@ TEST(UnitChecks, AUnitIsWhatItSaysOfItself) {
   EXPECT_THAT(told_of(2, [](auto& p) { p.headers[17] = 0xBC; }),
               Contains("sector 20: the headers of its pack are none"));
   EXPECT_THAT(told_of(2, [](auto& p) { p.reference_ends = {3, 5, 0}; }), IsEmpty());
-  EXPECT_THAT(told_of(2, [](auto& p) { p.sequence_ends = p.ends; }), IsEmpty());
+  EXPECT_THAT(told_of(2, [](auto& p) { p.sequence_ends = p.ends; }),
+              ElementsAre("(sector 20) it says that the pictures end in it; its VOB goes on"));
+  EXPECT_THAT(told_of(7, [](auto& p) { p.sequence_ends = p.ends; }), IsEmpty());
 }
 
 TEST(UnitChecks, TimesGoOnFromUnitToUnit) {

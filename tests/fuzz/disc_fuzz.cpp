@@ -123,7 +123,7 @@ void check_units(bytes content) {
     return;
   const std::uint32_t step = content[0] + 1U, units_a_cell = content[1] % 8 + 1U;
   content = content.subspan(head);
-  const auto count = static_cast<std::uint32_t>(content.size() / corvane::disc_pack_size);
+  const auto count = static_cast<std::uint32_t>(content.size() / corvane::disc_sector_size);
   corvane::vob_addresses addresses;
   for (std::uint32_t i = 0; i < count; ++i) {
     if (i % units_a_cell == 0)
@@ -135,7 +135,7 @@ void check_units(bytes content) {
   corvane::disc_vobs vobs;
   for (std::uint32_t i = 0; i < count; ++i) {
     const auto pack = corvane::read_navigation_pack(
-        content.subspan(i * corvane::disc_pack_size, corvane::disc_pack_size));
+        content.subspan(i * corvane::disc_sector_size, corvane::disc_sector_size));
     if (!pack)
       continue;
     checks.add(*pack, i * step);
