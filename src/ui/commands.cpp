@@ -47,6 +47,9 @@ void clear_log(main_window& window) {
 void check_project(main_window& window) {
   window.check_project();
 }
+void show_run_findings(main_window& window) {
+  window.show_run_findings();
+}
 void drop_extras(main_window& window) {
   window.drop_down("extras");
 }
@@ -142,7 +145,8 @@ menu check_menu() {
   return {"disc",
           "disc",
           {command("check", "check project...", check_project, "Ctrl+K"),
-           command("verify", "verify disc...", verify_disc, "Ctrl+Shift+K")}};
+           command("verify", "verify disc...", verify_disc, "Ctrl+Shift+K"),
+           command("lastrun", "what the last run found...", show_run_findings)}};
 }
 
 }  // namespace

@@ -240,6 +240,14 @@ void main_window::check_project() {
   check_->check();
 }
 
+void main_window::show_run_findings() {
+  check_->show_run();
+}
+
+void main_window::take_run_findings(std::vector<finding> findings) {
+  check_->take_run(std::move(findings));
+}
+
 material_equipment main_window::material() {
   return check_->material();
 }

@@ -26,6 +26,7 @@
 namespace corvane {
 
 class command_bars;
+struct finding;
 class finding_list;
 struct material_equipment;
 struct prepared_run;
@@ -48,6 +49,7 @@ class main_window : public wxFrame {
   void clear_log();
   void drop_down(const std::string& tool_caption);
   void check_project();
+  void show_run_findings();
   /// What is known of the project's files, for commands that look at all of them.
   material_equipment material();
 
@@ -84,6 +86,7 @@ class main_window : public wxFrame {
   // For the display of a run.
   void let_commands(bool enabled);
   void let_timer(bool enabled);
+  void take_run_findings(std::vector<finding> findings);
 
  private:
   void make_controls();

@@ -55,7 +55,9 @@ const std::vector<expected_menu> expected_menus = {
       {"register", "register .cvp extension", true, false},
       {"mnuabout", "about", true, false}}},
     {"disc",
-     {{"check", "check project...", true, false}, {"verify", "verify disc...", true, false}}},
+     {{"check", "check project...", true, false},
+      {"verify", "verify disc...", true, false},
+      {"lastrun", "what the last run found...", true, false}}},
 };
 
 struct expected_tool {

@@ -116,6 +116,7 @@ class Walk : public window_test {
         {"mnuabout", says("This is a simple graphical front end written for the dvdauthor")},
         {"check", opens("findings")},
         {"verify", file("choose the VIDEO_TS.IFO or the image of a disc")},
+        {"lastrun", says("No disc has been authored since the program was started")},
         {"chapters", opens("chapter")},
         {"nav cmds", opens("navcommands")},
         {"extras",

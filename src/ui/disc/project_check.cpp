@@ -78,11 +78,44 @@ void project_check::check() {
 }
 
 void project_check::show() {
-  findings_window& shown = window();
-  shown.show_findings(findings_);
-  shown.Show();
-  shown.come_back();
+  shows_run_ = false;
+  fill_window();
   wxWakeUpIdle();
+}
+
+void project_check::fill_window() {
+  findings_window& filled = window();
+  filled.SetTitle(shows_run_ ? "findings of the last run" : "findings");
+  filled.show_findings(shown());
+  filled.Show();
+  filled.come_back();
+}
+
+void project_check::take_run(std::vector<finding> findings) {
+  const result<disc_description> disc = asked();
+  run_disc_ = disc ? *disc : disc_description();
+  run_findings_ = finding_list(std::move(findings), files_read::whole);
+  had_run_ = true;
+  run_is_new_ = run_findings_.count(finding_severity::error) > 0 ||
+                run_findings_.count(finding_severity::warning) > 0;
+  if (shows_run_ && window_ != nullptr)
+    window_->show_findings(run_findings_);
+  wxWakeUpIdle();
+}
+
+void project_check::show_run() {
+  if (main_.raise_editor())
+    return;
+  if (!had_run_) {
+    main_.run([](document& doc) {
+      say(doc, icon::information,
+          "No disc has been authored since the program was started: nothing was found yet.");
+    });
+    return;
+  }
+  stop();
+  shows_run_ = true;
+  fill_window();
 }
 
 findings_window& project_check::window() {
@@ -108,7 +141,9 @@ void project_check::look() {
 }
 
 bool project_check::work() {
-  if (looks_)
+  if (std::exchange(run_is_new_, false))
+    show_run();
+  else if (looks_)
     begin_look();
   else if (look_)
     step_look();
@@ -176,7 +211,7 @@ void project_check::show_progress() {
 void project_check::take(std::vector<finding> findings, files_read read) {
   findings_ = finding_list(std::move(findings), read);
   main_.show_findings(findings_);
-  if (window_ != nullptr)
+  if (window_ != nullptr && !shows_run_)
     window_->show_findings(findings_);
 }
 
@@ -199,13 +234,14 @@ void project_check::let_commands(bool enabled) {
 }
 
 bool project_check::leads_somewhere(const finding& f) const {
-  return target_of(f, disc_, disc_of(main_.shown_project())).where != finding_target::place::none;
+  return target_of(f, shown_disc(), disc_of(main_.shown_project())).where !=
+         finding_target::place::none;
 }
 
 void project_check::go_to(const finding& f) {
   if (main_.raise_editor() || !main_.may_command())
     return;
-  open_place(main_, target_of(f, disc_, disc_of(main_.shown_project())));
+  open_place(main_, target_of(f, shown_disc(), disc_of(main_.shown_project())));
   comes_back_ = main_.has_editor();
 }
 
@@ -216,7 +252,7 @@ void project_check::come_back() {
 }
 
 void project_check::save() {
-  main_.run([this](document& doc) { save_findings(doc, findings_); });
+  main_.run([this](document& doc) { save_findings(doc, shown()); });
 }
 
 }  // namespace corvane

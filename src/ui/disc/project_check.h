@@ -1,5 +1,6 @@
 // The check of the project that is open: the rules that files' beginnings tell of after each
-// change, all rules when the user asks for them, and the window with what was found.
+// change, all rules when the user asks for them, and the window with what was found. The same
+// window shows what the last run has found of its disc.
 //
 // Belongs to the main window, which tells it of changes and lends it moments in which nothing else
 // is on. What is known of files is kept as long as the program runs, so that only those that have
@@ -19,6 +20,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace corvane {
 
@@ -34,8 +36,16 @@ class project_check {
   /// "check project...": shows the findings window and reads every file that is not known yet.
   void check();
 
-  /// Shows the findings window as things are.
+  /// Shows the findings window with those of the project as things are.
   void show();
+
+  /// What a run has found of its disc. An error or a warning among it is shown once whatever is on
+  /// has ended, which is after the run's outcome was told.
+  void take_run(std::vector<finding> findings);
+
+  /// "what the last run found...": shows the findings window with it, or says that there was no
+  /// run.
+  void show_run();
 
   /// The project or its files may have changed: what was found is looked for again, soon.
   void look();
@@ -55,6 +65,9 @@ class project_check {
 
  private:
   findings_window& window();
+  void fill_window();
+  const finding_list& shown() const { return shows_run_ ? run_findings_ : findings_; }
+  const disc_description& shown_disc() const { return shows_run_ ? run_disc_ : disc_; }
   std::string output() const;
   result<disc_description> asked() const;
   std::unique_ptr<examination> examine(examination::depth how_deep);
@@ -79,6 +92,11 @@ class project_check {
   std::unique_ptr<examination> check_;  // that is on
   wxStopWatch checking_for_;
   finding_list findings_;
+  disc_description run_disc_;  // that the last run was to make
+  finding_list run_findings_;
+  bool had_run_ = false;
+  bool run_is_new_ = false;  // it is to be shown
+  bool shows_run_ = false;   // not the project's
   bool comes_back_ = false;
   wxWeakRef<findings_window> window_;
 };

@@ -84,10 +84,12 @@ void run_display::closed() {
   log().show_text({});
 }
 
-void run_display::finished(const run_end& /*end*/) {
+void run_display::finished(const run_end& end) {
   log().Hide();
   log().SetTitle("Corvane log");  // the last step's name must not greet the next run
   let_main(true);
+  if (end.findings)
+    main_.take_run_findings(*end.findings);
 }
 
 }  // namespace corvane
