@@ -97,8 +97,11 @@ run_settled settle_run(const std::string& app, const run_record& record, run_pla
   run_settled told;
   if (done.removed)
     told.notes.push_back("what the run had made in \"" + place.out() + "\" was removed");
-  if (done.brought_back)
+  if (done.brought_back) {
     told.notes.emplace_back("the earlier DVD is in its place again");
+    told.restored = "The earlier DVD, which the run was to replace, is in its place again: \"" +
+                    place.out() + "\".";
+  }
   if (!complete && outcome == run_outcome::success)
     told.warnings.push_back("The run has not made all of the DVD in \"" + place.out() + "\"." +
                             (done.brought_back ? "  The earlier one is in its place again." : ""));

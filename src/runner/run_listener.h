@@ -47,6 +47,7 @@ struct run_settled {
   std::vector<std::string> notes{};     ///< lines for the log
   std::vector<std::string> warnings{};  ///< what the user has to know, sentences
   found_in_run findings{};
+  std::string restored{};  ///< that what was to be replaced is there again, a sentence; or empty
 };
 
 struct run_end {
@@ -56,6 +57,7 @@ struct run_end {
   std::vector<run_trouble> troubles;        ///< none of them makes it a failure
   std::vector<std::string> notes{};         ///< what was done to set things in order
   found_in_run findings{};
+  std::string restored{};  ///< as in run_settled
 };
 
 class run_listener {

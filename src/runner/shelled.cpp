@@ -77,6 +77,7 @@ struct shelled::state {
   std::function<void()> alive{};
   std::vector<std::string> notes{};
   found_in_run findings{};
+  std::string restored{};
   bool in_pass = false;
   bool broken_off = false;
   run_outcome outcome = run_outcome::none;
@@ -116,6 +117,7 @@ void shelled::state::begin() {
   output = {};
   notes.clear();
   findings.reset();
+  restored.clear();
   broken_off = false;
 }
 
@@ -254,6 +256,7 @@ std::vector<std::string> shelled::state::settle_run() {
   run_settled done = std::exchange(settle, nullptr)(outcome);
   notes = done.notes;
   findings = std::move(done.findings);
+  restored = done.restored;
   for (const std::vector<std::string>* lines : {&done.notes, &done.warnings})
     for (const std::string& line : *lines)
       log.append(normalize((log.at_line_start() ? "INFO: " : "\nINFO: ") + line + "\n"));
@@ -340,7 +343,8 @@ void shelled::state::tell(const std::vector<run_trouble>& troubles) {
 }
 
 run_end shelled::state::end_of_run(std::vector<run_trouble> troubles) const {
-  return {outcome, output.errors(), output.error_count(), std::move(troubles), notes, findings};
+  return {outcome,  output.errors(), output.error_count(), std::move(troubles), notes,
+          findings, restored};
 }
 
 void shelled::state::say_outcome(bool failed) {

@@ -75,6 +75,7 @@ main_window::main_window(std::string app, const std::string& media_folder)
     runner_.update();
     if (runner_.watching())
       let_timer(true);
+    tell_restored();
   });
   end_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { end(); });
   Bind(wxEVT_CLOSE_WINDOW, &main_window::on_close, this);
@@ -150,6 +151,7 @@ void main_window::run(const std::function<void(document&)>& command) {
     return;
   {
     const raised in_command(in_command_);
+    left_by_run_.clear();
     command(document_);
   }
   if (runner_.watching())
@@ -185,7 +187,9 @@ void main_window::author() {
     author_equipment equipment{app_, lock_, runner_, [&edit] { edit = true; }, {}};
     equipment.material = material();
     stop_question_ = "Stop authoring?  The disc will not be complete.";
-    author_command(doc, equipment, prepared);
+    const author_result result = author_command(doc, equipment, prepared);
+    if (result == author_result::started || result == author_result::editing)
+      last_output_ = prepared.where.out;
   });
   if (edit)
     edit_xml(prepared);
@@ -242,10 +246,6 @@ void main_window::check_project() {
 
 void main_window::show_run_findings() {
   check_->show_run();
-}
-
-void main_window::take_run_findings(std::vector<finding> findings) {
-  check_->take_run(std::move(findings));
 }
 
 material_equipment main_window::material() {
@@ -315,8 +315,35 @@ void main_window::refresh() {
   bars_->item("jumptable")->Check(p_.jumptable);
   bars_->item("editxml")->Check(p_.editxml);
   check_->look();
-  SetStatusText(
-      p_.List1.empty() ? "Click \"add title\" or drop video and audio streams here to begin." : "");
+  show_status();
+}
+
+void main_window::show_status() {
+  const char* const hint =
+      p_.List1.empty() ? "Click \"add title\" or drop video and audio streams here to begin." : "";
+  SetStatusText(wx_text(left_by_run_.empty() ? hint : left_by_run_));
+}
+
+// Of a run that the user stopped himself the status bar tells; one that failed has left him with
+// the question what has become of his disc.
+void main_window::run_has_ended(const run_end& end) {
+  left_by_run_.clear();
+  for (const std::string& note : end.notes)
+    left_by_run_ += (left_by_run_.empty() ? "" : "; ") + note;
+  if (!left_by_run_.empty())
+    left_by_run_ =
+        (end.outcome == run_outcome::stopped ? "The run was stopped: " : "The run failed: ") +
+        left_by_run_ + ".";
+  if (end.outcome == run_outcome::failed)
+    restored_ = end.restored;
+  if (end.findings)
+    check_->take_run(*end.findings);
+  show_status();
+}
+
+void main_window::tell_restored() {
+  if (!restored_.empty())
+    tell(std::exchange(restored_, {}));
 }
 
 // The frame itself stays enabled, so that its close box can still ask whether to stop the run.
@@ -363,6 +390,7 @@ bool main_window::stop_run() {
     return false;
   }
   runner_.stop();
+  tell_restored();
   return true;
 }
 

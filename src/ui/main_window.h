@@ -26,7 +26,6 @@
 namespace corvane {
 
 class command_bars;
-struct finding;
 class finding_list;
 struct material_equipment;
 struct prepared_run;
@@ -79,19 +78,22 @@ class main_window : public wxFrame {
   void show_findings(const finding_list& findings);
 
   const project& shown_project() const { return p_; }
-  const std::string& app() const { return app_; }  ///< the program folder
+  const std::string& app() const { return app_; }                  ///< the program folder
+  const std::string& last_output() const { return last_output_; }  ///< of a run, or empty; native
   const command_bars& bars() const { return *bars_; }
   desktop& user_desktop() { return *user_desktop_; }
 
   // For the display of a run.
   void let_commands(bool enabled);
   void let_timer(bool enabled);
-  void take_run_findings(std::vector<finding> findings);
+  void run_has_ended(const run_end& end);
 
  private:
   void make_controls();
   void bind_keys();
   void refresh();
+  void show_status();
+  void tell_restored();
   void tell(const std::string& text);  ///< says something that needs no answer
   void focus_titles();
   void on_close(wxCloseEvent& event);
@@ -106,12 +108,16 @@ class main_window : public wxFrame {
   wx_prompts ask_;
   document document_;
   std::string app_;
+  std::string last_output_;
   folder_lock lock_;
   run_display display_;
   std::unique_ptr<process_launcher> launcher_;
   std::unique_ptr<desktop> user_desktop_;
   shelled runner_;
   const char* stop_question_ = "";  ///< what is asked before the run that is on is stopped
+  std::string left_by_run_;  ///< what became of things when the last run failed or was stopped, for
+                             ///< the status bar until the next command
+  std::string restored_;     ///< said once the outcome of a run that failed was told; or empty
   wxTimer Timer1_;
 
   std::unique_ptr<command_bars> bars_;

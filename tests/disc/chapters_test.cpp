@@ -1,5 +1,6 @@
 // Where the chapters of a title really begin on the disc: at the groups of pictures that the visual
 // chapter editor tells.
+#include "examine/chapter_rules.h"
 #include "examine/file_facts.h"
 #include "formats/time_text.h"
 #include "media/playback.h"
@@ -15,6 +16,7 @@
 #include <cstdint>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -217,6 +219,51 @@ TEST_F(DiscChapters, BeginWhereTheEditorSaysWithoutHeadersOfGroups) {
 TEST_F(DiscChapters, BeginWhereTheEditorSaysInAReadyStreamOfLongUnits) {
   expect_landings(
       {folder_.add("long.vob", with_half_the_units(read_all(media("muxed-ntsc.vob"))))});
+}
+
+/// Where the chapters of a list are on a disc that dvdauthor made of a ready stream of six seconds;
+/// nothing if it did not make one.
+std::optional<std::vector<double>> chapters_by_dvdauthor(const std::string& list) {
+  const testing_support::temporary_folder folder;
+  const std::string out = folder.path("disc");
+  const std::string xml = folder.add(
+      "config.xml", "<dvdauthor dest=\"" + out + "\"><vmgm/><titleset><titles><pgc><vob file=\"" +
+                        media("muxed-ntsc.vob") + "\" chapters=\"" + list +
+                        "\"/></pgc></titles></titleset></dvdauthor>");
+  if (run({{"dvdauthor", "-x", xml}, {{"VIDEO_FORMAT", "NTSC"}}}).status != 0)
+    return std::nullopt;
+  const result<contents> made = read_disc(out);
+  EXPECT_TRUE(made && made->titles.size() == 1) << list;
+  return made && !made->titles.empty() ? made->titles[0].chapters : std::vector<double>();
+}
+
+/// Where the rules say that they will be; nothing if one of the times cannot be read.
+std::optional<std::vector<double>> chapters_foretold(const std::string& list,
+                                                     const video_file& video) {
+  disc_title title;
+  title.chapters = {time_of(list)};
+  for (const text_time& time : chapters_read(title))
+    if (!time.seconds)
+      return std::nullopt;
+  return chapters_on_disc(title, {video.length(), units_of(video)}).begins;
+}
+
+TEST_F(DiscChapters, TimesAreReadByTheRulesAsByDvdauthor) {
+  const auto video = scanned(media("muxed-ntsc.vob"));
+  ASSERT_TRUE(video);
+  for (const char* const list :
+       {"0,.5", "0,:1", "0,0::1", "0,0:0:0:1.5", "0,1:-58", "0,1e0", "0,+2", "0,3.", "0 1 2",
+        " 0,  2,", ",1,,2", ":,4", "0,-1,2", "0,3,1,5", "0,2,2,00:00:02.00", "0,1:,3", ""}) {
+    const auto made = chapters_by_dvdauthor(list), foretold = chapters_foretold(list, *video);
+    ASSERT_TRUE(made) << list;
+    ASSERT_TRUE(foretold) << list;
+    EXPECT_THAT(*made, Pointwise(DoubleNear(clock_rounding), *foretold)) << list;
+  }
+  for (const char* const list :
+       {"0,5min", "0,1.5:0", "0,1.2.3", "0,.", "0,1;2", "0,+-1", "0,1e", "0,x:1"}) {
+    EXPECT_FALSE(chapters_by_dvdauthor(list)) << list;
+    EXPECT_FALSE(chapters_foretold(list, *video)) << list;
+  }
 }
 
 }  // namespace

@@ -506,8 +506,10 @@ TEST(Shelled, WhatARunLeftIsSetInOrderOnceBeforeTheOutcomeIsTold) {
     settled.push_back(outcome);
     finding what_was_found;
     what_was_found.found = "no sound";
-    return run_settled{
-        {"the earlier one is back"}, {"One thing.", "Another thing."}, {{what_was_found}}};
+    return run_settled{{"the earlier one is back"},
+                       {"One thing.", "Another thing."},
+                       {{what_was_found}},
+                       "It is back."};
   };
   ASSERT_TRUE(run.lock.take());
   run.runner.ExecuteCommand(run.script(), options);
@@ -522,6 +524,7 @@ TEST(Shelled, WhatARunLeftIsSetInOrderOnceBeforeTheOutcomeIsTold) {
   EXPECT_EQ(run.screen.ends.back().notes, std::vector<std::string>{"the earlier one is back"});
   ASSERT_TRUE(run.screen.ends.back().findings);
   EXPECT_EQ(run.screen.ends.back().findings->at(0).found, "no sound");
+  EXPECT_EQ(run.screen.ends.back().restored, "It is back.");
   // The next run has its own.
   run.start();
   run.expect_success();
@@ -529,6 +532,7 @@ TEST(Shelled, WhatARunLeftIsSetInOrderOnceBeforeTheOutcomeIsTold) {
   EXPECT_EQ(settled.size(), 1u);
   EXPECT_TRUE(run.screen.ends.back().notes.empty());
   EXPECT_FALSE(run.screen.ends.back().findings);
+  EXPECT_EQ(run.screen.ends.back().restored, "");
 }
 
 TEST(Shelled, WhatARunLeftIsSetInOrderByEachOutcomeButNotWhenItIsLeftToItself) {

@@ -64,6 +64,24 @@ TEST_F(ProjectCheck, ProjectThatIsInOrderHasNoErrorAndNoLine) {
   EXPECT_TRUE(line_is_shown(false));
 }
 
+TEST_F(ProjectCheck, SizeAndRoomAreHeldAgainstTheFolderOfTheLastRun) {
+  const std::string huge = file("huge.m2v");
+  std::filesystem::resize_file(path_of(huge), std::uintmax_t{1} << 40);
+  load(one_title(real_video(), real_audio()));
+  click_tool("author dvd");
+  answer_file("enter a folder name to create the dvd", folder_.path("disc"));
+  answer_message("Process complete.  Please review the log for more information (recommended).",
+                 "Cancel");
+  load(one_title(huge, real_audio()));
+  ASSERT_TRUE(line_is_shown(true));
+  press("alt+s");
+  ASSERT_TRUE(window_comes(dialog));
+  EXPECT_THAT(shown_rows(),
+              Contains(AllOf(StartsWith("error|disc"), HasSubstr("the disc has at least 1,1"))));
+  EXPECT_THAT(shown_rows(), Contains(AllOf(StartsWith("error|disc"),
+                                           HasSubstr("the disk of the output folder has"))));
+}
+
 TEST_F(ProjectCheck, LineUnderTheTitlesComesAndGoesWithWhatIsWrong) {
   const int height = ask_ui([] { return control("List1", "main")->GetSize().y; });
   EXPECT_TRUE(line_is_shown(false));

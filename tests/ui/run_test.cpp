@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <wx/frame.h>
 #include <wx/gauge.h>
+#include <wx/statusbr.h>
 #include <wx/textctrl.h>
 
 #include <atomic>
@@ -48,6 +49,9 @@ class Runs : public window_test {
     answer_file("enter a folder name to create the dvd", folder_.path("disc"));
   }
 
+  std::string status() const {
+    return ask_ui([this] { return utf8_of(window_->GetStatusBar()->GetStatusText()); });
+  }
   static bool commands_enabled() {
     return ask_ui([] { return control("List1")->IsEnabled() && control("Toolbar1")->IsEnabled(); });
   }
@@ -163,6 +167,56 @@ TEST_F(Runs, DiscInTheFolderIsReplacedWhenTheUserAgrees) {
   EXPECT_FALSE(file_exists(folder_.path("disc/VIDEO_TS/VTS_09_1.VOB")));
   EXPECT_TRUE(file_exists(folder_.path("disc/VIDEO_TS/VTS_01_1.VOB")));
   EXPECT_TRUE(file_exists(folder_.path("disc/kept.txt")));
+}
+
+TEST_F(Runs, EarlierDiscThatCameBackIsTold) {
+  folder_.add("disc/VIDEO_TS/VTS_09_1.VOB", "earlier");
+  replace_tool("dvdauthor", "echo 'ERR:  no luck' >&2\nexit 1\n");
+  add_title(real_video(), real_audio());
+  start_authoring();
+  answer_message("The folder \"" + folder_.path("disc") +
+                     "\" already holds a DVD.  Replace it?\n\nThis will be removed:\n" +
+                     folder_.path("disc/VIDEO_TS"),
+                 "Yes");
+  answer_message(failure_text, "Cancel");
+  EXPECT_EQ(answer_message("The earlier DVD, which the run was to replace, is in its place again: "
+                           "\"" +
+                               folder_.path("disc") + "\".",
+                           "OK")
+                .picture,
+            "info");
+  EXPECT_EQ(folder_.read("disc/VIDEO_TS/VTS_09_1.VOB"), "earlier");
+  EXPECT_EQ(status(), "The run failed: the earlier DVD is in its place again.");
+  ASSERT_TRUE(window_comes("findings"));
+  screenshot("run-restored");
+  close("findings");
+  EXPECT_TRUE(window_goes("findings"));
+  EXPECT_EQ(status(), "The run failed: the earlier DVD is in its place again.");
+  press("ctrl+k");
+  EXPECT_TRUE(window_comes("findings"));
+  EXPECT_EQ(status(), "");
+  close("findings");
+  EXPECT_TRUE(window_goes("findings"));
+}
+
+TEST_F(Runs, WhatBecameOfTheDiscOfAStoppedRunStandsInTheStatusBar) {
+  folder_.add("disc/VIDEO_TS/VTS_09_1.VOB", "earlier");
+  slow_mplex();
+  add_title(real_video(), real_audio());
+  start_authoring();
+  answer_message("The folder \"" + folder_.path("disc") +
+                     "\" already holds a DVD.  Replace it?\n\nThis will be removed:\n" +
+                     folder_.path("disc/VIDEO_TS"),
+                 "Yes");
+  ASSERT_TRUE(slow_mplex_runs());
+  EXPECT_EQ(status(), "");
+  click_control("stop");
+  answer_message(stop_text, "Yes");
+  EXPECT_TRUE(wait_until([] { return !log_is_shown(); }));
+  EXPECT_THAT(status(),
+              testing::AllOf(testing::StartsWith("The run was stopped: "),
+                             testing::EndsWith("the earlier DVD is in its place again.")));
+  EXPECT_TRUE(no_dialog());
 }
 
 TEST_F(Runs, CommandsRestWhileARunIsOn) {

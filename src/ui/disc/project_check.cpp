@@ -9,6 +9,7 @@
 #include "ui/disc/reading_box.h"
 #include "ui/main_window.h"
 
+#include <wx/app.h>
 #include <wx/utils.h>
 
 #include <memory>
@@ -35,13 +36,20 @@ project_check::~project_check() {
 }
 
 /// The output folder, which hand-edited XML alone names before a run.
-std::string project_check::output() const {
+std::string project_check::named_output() const {
   return output_folder(folder_of_custom_xml(main_.shown_project().customxml));
+}
+
+/// Where a run would write, as far as that is known before it asks: most people keep their discs in
+/// one place.
+std::string project_check::output() const {
+  const std::string named = named_output();
+  return named.empty() ? main_.last_output() : named;
 }
 
 /// The disc that the project asks for.
 result<disc_description> project_check::asked() const {
-  return asked_disc(main_.shown_project(), {main_.app(), output()});
+  return asked_disc(main_.shown_project(), {main_.app(), named_output()});
 }
 
 std::unique_ptr<examination> project_check::examine(examination::depth how_deep) {

@@ -68,6 +68,7 @@ class project_check {
   void fill_window();
   const finding_list& shown() const { return shows_run_ ? run_findings_ : findings_; }
   const disc_description& shown_disc() const { return shows_run_ ? run_disc_ : disc_; }
+  std::string named_output() const;
   std::string output() const;
   result<disc_description> asked() const;
   std::unique_ptr<examination> examine(examination::depth how_deep);

@@ -87,9 +87,8 @@ void run_display::closed() {
 void run_display::finished(const run_end& end) {
   log().Hide();
   log().SetTitle("Corvane log");  // the last step's name must not greet the next run
+  main_.run_has_ended(end);
   let_main(true);
-  if (end.findings)
-    main_.take_run_findings(*end.findings);
 }
 
 }  // namespace corvane
