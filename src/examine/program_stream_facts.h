@@ -143,11 +143,18 @@ struct program_stream_facts {
 
   // NAV packs: those with a presentation control packet (PCI). A unit (VOBU) begins with each.
   std::uint64_t nav_packs = 0;
-  bool begins_with_nav_pack = false;  ///< the first pack is one and begins at byte 0
+  bool begins_with_nav_pack = false;            ///< the first pack is one and begins at byte 0
+  std::optional<std::uint64_t> first_nav_pack;  ///< position
   /// From the beginning of one to that of the next or to the end of the stream, in bytes.
   std::uint64_t largest_nav_distance = 0;
   std::uint64_t largest_nav_distance_at = 0;  ///< position of the first of the two
   counted_list<cell_begin> cells;             ///< the first NAV pack begins one, too
+  /// When the first picture of each unit is shown, in seconds from that of the first unit: by the
+  /// time stamp of the unit's I picture, less the pictures that come before it. Gaps in the time
+  /// stamps count. Of a whole stream whose streams are examined; empty if the times of a unit are
+  /// not known, if they go back, or if there are more than `video_facts::most_units`.
+  std::vector<double> unit_begins;
+  double shown_until = 0;  ///< the same of the end of the last picture; 0 without `unit_begins`
 
   /// Streams inside, by kind and then number (before the end of the scan, by their first packets).
   /// Navigation and padding are none.

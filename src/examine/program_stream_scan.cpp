@@ -4,6 +4,7 @@
 #include "examine/time_course.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace corvane {
@@ -45,6 +46,20 @@ stream_name name_of(const stream_packet& packet) {
   return {inner_kind::other, stream};
 }
 
+// Of the first picture whose header stands in the payload, how many of its group are shown before
+// it. Nullopt if none stands there, or it is no I picture.
+std::optional<int> pictures_before_first(std::span<const std::uint8_t> payload) {
+  constexpr std::array<std::uint8_t, 4> picture = {0, 0, 1, 0};
+  constexpr int intra = 1;
+  const auto found = std::ranges::search(payload, picture);
+  if (payload.end() - found.begin() < 6)
+    return std::nullopt;
+  const std::uint8_t* const number = &*found.begin() + picture.size();
+  if ((number[1] >> 3 & 7) != intra)
+    return std::nullopt;
+  return number[0] << 2 | number[1] >> 6;
+}
+
 bool all_zeros(std::span<const std::uint8_t> bytes) {
   return std::ranges::all_of(bytes, [](std::uint8_t byte) { return byte == 0; });
 }
@@ -79,6 +94,8 @@ void program_stream_scan::end(bool at_end) {
     scans_[i].end(facts.streams[i], at_end);
   order_streams();
   add_length();
+  if (at_end)
+    add_units();
 }
 
 /// How many of the bytes need not be held; all of them at the end.
@@ -205,6 +222,9 @@ void program_stream_scan::take_navigation(const stream_packet& packet, bytes_vie
     ++facts.nav_packs;
     if (pack_ == 0)
       facts.begins_with_nav_pack = true;
+    if (!facts.first_nav_pack)
+      facts.first_nav_pack = pack_;
+    begin_unit();
     return;
   }
   // Of the data search packet (DSI): its number, 24 bytes, VOB (2), a byte, cell.
@@ -227,7 +247,24 @@ void program_stream_scan::name_vob() {
     breaks.back().new_vob = true;
 }
 
+void program_stream_scan::begin_unit() {
+  units_known_ = units_known_ && !unit_waits_;
+  unit_waits_ = examined_;
+}
+
+/// Multiplexers begin a unit with the packet in which its I picture begins.
+void program_stream_scan::take_unit_picture(const stream_packet& packet, bytes_view payload) {
+  const auto before = pictures_before_first(payload);
+  unit_waits_ = false;
+  if (packet.shown && before && units_.size() < video_facts::most_units)
+    units_.push_back({*packet.shown, *before});
+  else
+    units_known_ = false;
+}
+
 void program_stream_scan::take_inner(const stream_packet& packet, bytes_view bytes) {
+  if (unit_waits_ && units_known_ && packet.stream == first_video_stream)
+    take_unit_picture(packet, bytes.subspan(packet.payload));
   std::uint16_t& index =
       scan_of_[packet.substream ? std::size_t{256} + *packet.substream : packet.stream];
   if (index == nothing) {
@@ -283,6 +320,29 @@ void program_stream_scan::add_length() {
   if (video->video && video->video->shape && video->video->shape->rate_numerator > 0)
     facts.seconds += static_cast<double>(video->video->shape->rate_denominator) /
                      video->video->shape->rate_numerator;
+}
+
+void program_stream_scan::add_units() {
+  const inner_stream* const video = facts.video();
+  if (!units_known_ || unit_waits_ || units_.empty() || video->number != 0 || !video->last ||
+      !video->video || !video->video->shape || video->video->shape->rate_numerator <= 0)
+    return;
+  const video_shape& shape = *video->video->shape;
+  const double picture = static_cast<double>(shape.rate_denominator) / shape.rate_numerator;
+  const unit_picture& first = units_.front();
+  const auto since_first = [&](stream_time shown, int pictures_before) {
+    return static_cast<double>(way_between(first.shown, shown, stamp_turn)) / stamps_a_second -
+           picture * (pictures_before - first.pictures_before);
+  };
+  for (const unit_picture& one : units_) {
+    const double begins = since_first(one.shown, one.pictures_before);
+    if (!facts.unit_begins.empty() && begins <= facts.unit_begins.back()) {
+      facts.unit_begins.clear();
+      return;
+    }
+    facts.unit_begins.push_back(begins);
+  }
+  facts.shown_until = since_first(*video->last, 0) + picture;
 }
 
 }  // namespace corvane

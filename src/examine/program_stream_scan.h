@@ -41,6 +41,9 @@ class program_stream_scan {
   void take_clock(std::uint64_t clock);
   void take_navigation(const stream_packet& packet, bytes_view bytes);
   void name_vob();
+  void begin_unit();
+  void take_unit_picture(const stream_packet& packet, bytes_view payload);
+  void add_units();
   void take_inner(const stream_packet& packet, bytes_view bytes);
   void measure_pack(std::uint64_t end);
   void measure_nav(std::uint64_t end);
@@ -61,6 +64,14 @@ class program_stream_scan {
   bool pack_open_ = false;      // its end is not known yet
   std::optional<std::uint64_t> nav_, end_code_;
   std::optional<cell_begin> cell_;
+  // The first picture of a unit that has come, in the order of the stream.
+  struct unit_picture {
+    stream_time shown = 0;
+    int pictures_before = 0;  // that are shown before it
+  };
+  std::vector<unit_picture> units_;
+  bool unit_waits_ = false;  // for its picture
+  bool units_known_ = true;
   std::uint64_t vobs_ = 0;                // how often another VOB was named
   std::vector<inner_stream_scan> scans_;  // beside facts.streams
   // By the last byte of the start code, then by substream.

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <optional>
 #include <random>
 #include <string>
 #include <vector>
@@ -22,8 +23,10 @@ using examine_test::facts_in_slices;
 using examine_test::mpeg_frame;
 using examine_test::pack_maker;
 using examine_test::video_maker;
+using testing::DoubleNear;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Pointwise;
 using testing::SizeIs;
 using namespace std::string_literals;
 
@@ -132,6 +135,58 @@ TEST(ProgramStreamFacts, ANavPackFurtherOnDoesNotBeginTheStream) {
   const auto facts = stream_facts_of(made);
   EXPECT_EQ(facts.nav_packs, 1u);
   EXPECT_FALSE(facts.begins_with_nav_pack);
+  EXPECT_EQ(facts.first_nav_pack, 2048u);
+}
+
+/// The group whose first picture is shown behind so many others of it.
+std::string group_with_pictures_before(int pictures) {
+  std::string made = group();
+  const std::size_t header = made.find("\0\0\1\0"s);
+  made[header + 4] = static_cast<char>(pictures >> 2);
+  made[header + 5] = static_cast<char>((made[header + 5] & 0x3F) | (pictures & 3) << 6);
+  return made;
+}
+
+/// Units of PAL video, each of one packet with this stamp; without a packet where there is none.
+program_stream_facts units_with(const std::vector<std::optional<stream_time>>& stamps,
+                                int before_second = 0) {
+  pack_maker made;
+  std::uint64_t clock = 0;
+  int unit = 0;
+  for (const auto& stamp : stamps) {
+    made.pack(clock += second / 10).system_header().navigation().fill();
+    if (++unit != 4 || stamp)
+      made.pack(clock)
+          .packet(video_0, group_with_pictures_before(unit == 2 ? before_second : 0), stamp)
+          .fill();
+  }
+  return stream_facts_of(made);
+}
+
+TEST(ProgramStreamFacts, UnitsBeginWhenTheirFirstPictureIsShown) {
+  const auto facts = stream_facts_of(disc_stream(5));
+  EXPECT_EQ(facts.first_nav_pack, 0u);
+  EXPECT_THAT(facts.unit_begins, Pointwise(DoubleNear(1e-9), {0.0, 0.48, 0.96, 1.44, 1.92}));
+  EXPECT_NEAR(facts.shown_until, 1.92 + 0.04, 1e-9) << "the last stamp is that of an I picture";
+}
+
+TEST(ProgramStreamFacts, PicturesThatAreShownBeforeTheFirstOneOfAUnitCount) {
+  EXPECT_THAT(units_with({9000, 54'000, 99'000}, 2).unit_begins,
+              Pointwise(DoubleNear(1e-9), {0.0, 0.42, 1.0}));
+}
+
+TEST(ProgramStreamFacts, AGapBetweenUnitsCounts) {
+  const auto facts = units_with({9000, 54'000, 954'000});
+  EXPECT_THAT(facts.unit_begins, Pointwise(DoubleNear(1e-9), {0.0, 0.5, 10.5}));
+  EXPECT_NEAR(facts.shown_until, 10.54, 1e-9);
+}
+
+TEST(ProgramStreamFacts, UnitsAreNotKnownWhereOneHasNoTimeOrTimesGoBack) {
+  EXPECT_THAT(units_with({9000, 54'000, {}, 144'000}).unit_begins, IsEmpty());
+  EXPECT_THAT(units_with({9000, 54'000, 99'000, {}, 189'000}).unit_begins, IsEmpty());
+  EXPECT_THAT(units_with({9000, 54'000, 99'000, {}}).unit_begins, IsEmpty());
+  EXPECT_THAT(units_with({9000, 54'000, 54'000}).unit_begins, IsEmpty());
+  EXPECT_THAT(units_with({90'000, 135'000, 9000}).unit_begins, IsEmpty());
 }
 
 TEST(ProgramStreamFacts, StreamsInsideAreInOrderWithTheirFacts) {
@@ -185,6 +240,8 @@ TEST(ProgramStreamFacts, StreamsCanBeCountedAlone) {
     one.audio.reset();
   }
   examined.seconds = counted.seconds;
+  examined.unit_begins.clear();
+  examined.shown_until = 0;
   EXPECT_TRUE(counted == examined);
 }
 
