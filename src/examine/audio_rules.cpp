@@ -14,6 +14,8 @@ using severity = finding_severity;
 constexpr int disc_sample_rate = 48'000;
 constexpr int most_ac3_rate = 448'000;
 constexpr int most_mpeg_rate = 384'000;
+constexpr double most_lpcm_rate = 6.144e6;
+constexpr int lpcm_sample_rate = 96'000;  // or that of all sound
 
 // Shorter than this, nobody misses sound at the end.
 constexpr double missed_sound = 1.0;
@@ -25,11 +27,14 @@ constexpr std::array audio_rules_table = {
     rule{"audio-optional-kind", severity::warning,
          "The sound is of a kind that every player decodes", "AC-3 or MPEG audio layer II",
          "silence in players without a DTS decoder", "add an AC-3 stream beside it", dvd_video},
-    rule{"audio-sample-rate", severity::error, "The sound has 48,000 samples a second", "48 kHz",
-         "sound too fast, too slow or none", "encode the sound again with 48 kHz", dvd_video},
+    rule{"audio-sample-rate", severity::error, "The sound has 48,000 samples a second",
+         "48 kHz; LPCM also 96 kHz", "sound too fast, too slow or none",
+         "encode the sound again with 48 kHz", dvd_video},
     rule{"audio-bit-rate", severity::error, "The sound has no more bits than a player reads",
-         "at most 448 kb/s of AC-3, 384 kb/s of MPEG audio", "silence or gaps in the sound",
-         "encode the sound again with fewer bits", dvd_video},
+         "at most 448 kb/s of AC-3, 384 kb/s of MPEG audio, 6.144 Mb/s of LPCM",
+         "silence or gaps in the sound", "encode the sound again with fewer bits", dvd_video},
+    rule{"audio-samples", severity::error, "Samples of LPCM have a size that there is",
+         "16, 20 or 24 bits", "silence or noise", "encode the sound again with 16 bits", dvd_video},
     rule{"audio-rate-varies", severity::warning, "All frames have the same number of bits",
          "one bit rate", "perhaps gaps in the sound", "encode the sound again with a constant rate",
          dvd_video},
@@ -136,8 +141,7 @@ void look_at_end(const audio_facts& a, finding_collector& c) {
                  " a wrong checksum, the first one here");
 }
 
-void look_at_length(const audio_facts& a, double picture, finding_collector& c) {
-  const double sound = seconds_of(a.length);
+void look_at_length(double sound, double picture, finding_collector& c) {
   const std::string found =
       "the sound is " + seconds_text(sound) + " long, the picture " + seconds_text(picture);
   if (sound < picture - missed_sound)
@@ -146,7 +150,34 @@ void look_at_length(const audio_facts& a, double picture, finding_collector& c) 
     c.add("audio-long", found).seconds = picture;
 }
 
+void look_at_lpcm(const inner_stream& sound, finding_collector& c) {
+  const lpcm_format& lpcm = *sound.lpcm;
+  if (lpcm.sample_rate != disc_sample_rate && lpcm.sample_rate != lpcm_sample_rate)
+    c.add("audio-sample-rate",
+          "the sound has " + decimal_text(lpcm.sample_rate / 1e3, 3) + " kHz (LPCM)",
+          "48 or 96 kHz");
+  if (lpcm.bits == 0)
+    c.add("audio-samples", "its packets state samples of a size that there is not");
+  if (bits_a_second(lpcm) > most_lpcm_rate)
+    c.add("audio-bit-rate",
+          "the sound is " + lpcm_text(lpcm) + ": " + rate_text(bits_a_second(lpcm)),
+          "at most " + rate_text(most_lpcm_rate));
+  if (sound.lpcm_changes > 0)
+    c.add("audio-changes", "rate, size of samples or channels change " +
+                               count_text(sound.lpcm_changes, "time", "times"));
+}
+
 }  // namespace
+
+double bits_a_second(const lpcm_format& lpcm) {
+  return 1.0 * lpcm.sample_rate * lpcm.bits * lpcm.channels;
+}
+
+std::string lpcm_text(const lpcm_format& lpcm) {
+  return "LPCM of " + decimal_text(lpcm.sample_rate / 1e3, 3) + " kHz, " +
+         std::to_string(lpcm.bits) + " bits, " +
+         count_text(static_cast<std::uint64_t>(lpcm.channels), "channel", "channels");
+}
 
 std::span<const rule> audio_rules() {
   return audio_rules_table;
@@ -163,8 +194,21 @@ std::vector<finding> audio_findings(const audio_facts& audio, finding_item item,
       look_at_gaps(audio, c);
     look_at_end(audio, c);
     if (picture_seconds)
-      look_at_length(audio, *picture_seconds, c);
+      look_at_length(seconds_of(audio.length), *picture_seconds, c);
   }
+  return c.take();
+}
+
+std::vector<finding> packet_sound_findings(const inner_stream& sound, finding_item item,
+                                           const std::string& file,
+                                           std::optional<double> picture_seconds) {
+  finding_collector c(audio_rules_table, item, file);
+  if (sound.kind == inner_kind::dts)
+    c.add("audio-optional-kind", "the sound is DTS, which is not examined");
+  if (sound.lpcm)
+    look_at_lpcm(sound, c);
+  if (picture_seconds && sound.stamps > 1)
+    look_at_length(static_cast<double>(sound.length) / stamps_a_second, *picture_seconds, c);
   return c.take();
 }
 

@@ -3,6 +3,7 @@
 
 #include "disc/disc_description.h"
 #include "examine/audio_facts.h"
+#include "examine/program_stream_facts.h"
 #include "examine/rules.h"
 #include "examine/video_facts.h"
 
@@ -27,9 +28,17 @@ std::vector<finding> audio_findings(const audio_facts& audio, finding_item item,
                                     const std::string& file, bool packed,
                                     std::optional<double> picture_seconds);
 
-/// Whether all streams of a title together are too many bits a second.
-std::vector<finding> total_rate_findings(const video_facts& video,
-                                         const std::vector<const audio_facts*>& sounds,
-                                         finding_item item, const std::string& file);
+/// The same of LPCM or DTS inside a program stream, of which only its packets tell.
+std::vector<finding> packet_sound_findings(const inner_stream& sound, finding_item item,
+                                           const std::string& file,
+                                           std::optional<double> picture_seconds);
+
+double bits_a_second(const lpcm_format& lpcm);
+std::string lpcm_text(const lpcm_format& lpcm);  ///< "LPCM of 48 kHz, 16 bits, 2 channels"
+
+/// Whether all streams of a title together are too many bits a second. `sound`: bits a second of
+/// all its sound streams.
+std::vector<finding> total_rate_findings(const video_facts& video, double sound, finding_item item,
+                                         const std::string& file);
 
 }  // namespace corvane

@@ -1,12 +1,14 @@
 #include "examine/titleset_rules.h"
 
 #include "examine/measures.h"
+#include "examine/ready_rules.h"
 #include "examine/stream_rules.h"
 #include "platform/files/paths.h"
 
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <set>
 #include <utility>
 
 namespace corvane {
@@ -26,23 +28,6 @@ constexpr std::array file_table = {
     rule{"file-empty", severity::error, "No file is empty", "a file that holds a stream",
          "nothing: the run fails at this file", "copy the file again from its source",
          files_needed},
-    rule{"ready-not-program-stream", severity::error,
-         "A ready title, and a menu without a file for its sound, can be read by dvdauthor",
-         "a program stream with its streams inside (.vob, .mpg)",
-         "nothing: the run fails at this file",
-         "add the file with a sound stream to have it multiplexed, or multiplex it first",
-         dvdauthor_measured},
-    rule{"ready-without-nav-packs", severity::error,
-         "A ready title has the packs that a disc is navigated by",
-         "NAV packs in front of each unit", "nothing: dvdauthor finds no VOBU in it and fails",
-         "multiplex it for DVD (mplex -f 8, ffmpeg -f dvd), or add its streams one by one",
-         dvdauthor_measured},
-    rule{"ready-without-video", severity::error, "A ready title has a video stream inside",
-         "a video stream", "nothing: the run fails at this file", "choose the right file",
-         dvdauthor_measured},
-    rule{"ready-clock", severity::warning, "The times in a ready title go on without a break",
-         "times without a break", "a stumble there, or a player that stops",
-         "multiplex the title's streams again", dvdauthor_measured},
 };
 
 constexpr std::array titleset_rules_table = {
@@ -68,6 +53,19 @@ constexpr std::array titleset_rules_table = {
          "silence until the viewer changes the sound stream: the disc's tables state the first "
          "title's kind for all",
          "encode the sound alike, or put the streams in the same order", dvdauthor_measured},
+    rule{"titleset-audio-number", severity::error,
+         "The sound streams of all ready titles of a titleset have the same numbers",
+         "of the numbers of the first title's",
+         "silence until the viewer changes the sound stream: the disc has a stream of its own for "
+         "each number",
+         "multiplex the titles' streams again, or add them one by one", dvdauthor_measured},
+    rule{"titleset-audio-samples", severity::warning,
+         "LPCM sound of the titles of a titleset has one rate, size of samples and number of "
+         "channels",
+         "as the first title's",
+         "noise, or sound too fast or too slow, in players that believe the disc's tables more "
+         "than the stream",
+         "encode the sound alike", dvdauthor_measured},
     rule{"titleset-audio-count", severity::warning,
          "All titles of a titleset have the same number of sound streams", "as many as the others",
          "silence in this title for a viewer who chose the missing stream",
@@ -81,14 +79,30 @@ constexpr std::array titleset_rules_table = {
          dvdauthor_measured},
 };
 
-// The streams of one title or menu, as far as they are known.
+// One sound stream of a title or menu, as far as it is known.
+struct known_sound {
+  int number = 0;    // as the program stream has it; 0-based
+  std::string kind;  // "AC-3"; empty where nothing is known
+  std::string file;
+  std::optional<lpcm_format> lpcm;
+  double rate = 0;  // bits a second
+};
+
+// The streams of one title or menu, as far as they are known. A title of several ready files has
+// one of these for each.
 struct streams_of_item {
   int titleset = 1;
   finding_item item;
   std::string video_file;
   const video_facts* video = nullptr;
-  std::vector<const audio_facts*> sounds;  // null where nothing is known
-  std::vector<std::string> sound_files;
+  std::vector<known_sound> sounds;
+
+  double rate_of_sounds() const {
+    double rate = 0;
+    for (const known_sound& one : sounds)
+      rate += one.rate;
+    return rate;
+  }
 };
 
 finding about(std::span<const rule> rules, std::string_view id, finding_item item,
@@ -120,8 +134,10 @@ class look {
       return;
     if (t.is_multiplexed_here)
       titles_.push_back(look_at_streams(item, t.titleset, t.streams));
-    else if (auto inside = look_at_ready(item, t.titleset, t.video()))
-      titles_.push_back(std::move(*inside));
+    else
+      for (const std::string& file : t.streams)
+        if (auto inside = look_at_ready(item, t.titleset, file))
+          titles_.push_back(std::move(*inside));
   }
 
   void look_at_menu(int number) {
@@ -152,8 +168,7 @@ class look {
 
   streams_of_item look_at_streams(finding_item item, int titleset,
                                   const std::vector<std::string>& stored) {
-    streams_of_item s{titleset, item, native_from_stored(stored.front(), native_style()),
-                      {},       {},   {}};
+    streams_of_item s{titleset, item, native_from_stored(stored.front(), native_style()), {}, {}};
     const finding_item video_item = part_of(item, part::video, 0);
     const file_facts* const video = known(video_item, s.video_file);
     if (video != nullptr)
@@ -164,7 +179,7 @@ class look {
       look_at_sound_file(s, static_cast<int>(n), native_from_stored(stored[n], native_style()),
                          seconds);
     if (s.video != nullptr)
-      append(total_rate_findings(*s.video, known_sounds(s), item, s.video_file));
+      append(total_rate_findings(*s.video, s.rate_of_sounds(), item, s.video_file));
     return s;
   }
 
@@ -186,15 +201,15 @@ class look {
     // A menu has one sound at most, which needs no number.
     const int shown = s.item.whole == whole::menu ? 0 : number;
     const finding_item item = part_of(s.item, part::audio, shown);
-    s.sounds.push_back(nullptr);
-    s.sound_files.push_back(file);
+    s.sounds.push_back({number - 1, {}, file, {}, 0});
     const file_facts* const f = known(item, file);
     if (f == nullptr)
       return;
     if (f->audio) {
       const auto compared = f->whole ? picture_seconds : std::nullopt;
       append(audio_findings(*f->audio, item, file, false, compared));
-      s.sounds.back() = &*f->audio;
+      s.sounds.back().kind = kind_of(*f->audio);
+      s.sounds.back().rate = f->audio->highest_bit_rate;
     } else {
       add(audio_rules(), "audio-kind", item, file, "there is no sound in it that is known");
     }
@@ -208,9 +223,7 @@ class look {
     if (f == nullptr)
       return std::nullopt;
     if (f->kind != file_kind::program_stream || !f->program) {
-      add(file_table, "ready-not-program-stream", item, file,
-          f->kind == file_kind::video ? "the file is video alone, without packets around it"
-                                      : "the file is no program stream");
+      findings_.push_back(not_ready_finding(f->kind == file_kind::video, item, file));
       return std::nullopt;
     }
     return look_inside(*f, item, titleset, file);
@@ -218,13 +231,12 @@ class look {
 
   std::optional<streams_of_item> look_inside(const file_facts& f, finding_item item, int titleset,
                                              const std::string& file);
+  known_sound look_at_sound_inside(const inner_stream& sound, finding_item item,
+                                   const std::string& file, std::optional<double> picture_seconds);
 
-  static std::vector<const audio_facts*> known_sounds(const streams_of_item& s) {
-    std::vector<const audio_facts*> sounds;
-    for (const audio_facts* one : s.sounds)
-      if (one != nullptr)
-        sounds.push_back(one);
-    return sounds;
+  // Where nothing is known of a stream it is not compared.
+  static std::string kind_of(const audio_facts& a) {
+    return a.kind == audio_kind::unknown ? std::string() : std::string(name_of(a.kind));
   }
 
   void compare(const std::vector<streams_of_item>& items, bool menus) {
@@ -238,7 +250,10 @@ class look {
     }
   }
 
-  static std::string name(const streams_of_item& s) {
+  // "title 1", beside `one`.
+  static std::string name(const streams_of_item& s, const streams_of_item& one) {
+    if (s.item == one.item)
+      return "its first file";
     finding f;
     f.item = s.item;
     return place_text(f);
@@ -252,7 +267,8 @@ class look {
     const auto differs = [&](std::string_view id, const std::string& mine,
                              const std::string& theirs) {
       add(titleset_rules_table, menus ? "menus-video" : id, part_of(one.item, part::video, 0),
-          one.video_file, "the picture is " + mine + ", that of " + name(first) + " " + theirs);
+          one.video_file,
+          "the picture is " + mine + ", that of " + name(first, one) + " " + theirs);
     };
     if (a.width != b.width || a.height != b.height)
       differs("titleset-size", size_text(b), size_text(a));
@@ -264,22 +280,68 @@ class look {
       differs("titleset-aspect", is_wide(b) ? "16:9" : "4:3", is_wide(a) ? "16:9" : "4:3");
   }
 
+  // dvdauthor gives each kind of each number a stream of the disc. What a player was told to play
+  // of one title, it plays of the next one: by number.
   void compare_sounds(const streams_of_item& first, const streams_of_item& one, bool menus) {
-    for (std::size_t n = 0; n < std::min(first.sounds.size(), one.sounds.size()); ++n) {
-      const audio_facts* const a = first.sounds[n];
-      const audio_facts* const b = one.sounds[n];
-      if (a == nullptr || b == nullptr || a->kind == b->kind)
-        continue;
+    for (std::size_t n = 0; n < one.sounds.size(); ++n) {
+      const known_sound& mine = one.sounds[n];
       const int number = menus ? 0 : static_cast<int>(n) + 1;
-      add(titleset_rules_table, menus ? "menus-audio-kind" : "titleset-audio-kind",
-          part_of(one.item, part::audio, number), one.sound_files[n],
-          "the sound is " + std::string(name_of(b->kind)) + ", that of " + name(first) + " " +
-              std::string(name_of(a->kind)));
+      const finding_item item = part_of(one.item, part::audio, number);
+      if (const known_sound* const alike = find(first, mine.number, mine.kind))
+        compare_samples(*alike, mine, item, name(first, one));
+      else if (const known_sound* const other = missing(first, one, mine.number);
+               other != nullptr && !mine.kind.empty())
+        add(titleset_rules_table, menus ? "menus-audio-kind" : "titleset-audio-kind", item,
+            mine.file,
+            "the sound is " + mine.kind + ", that of " + name(first, one) + " " + other->kind);
     }
-    if (!menus && first.sounds.size() != one.sounds.size())
+    if (!menus)
+      compare_numbers(first, one);
+  }
+
+  static const known_sound* find(const streams_of_item& s, int number, const std::string& kind) {
+    const auto found = std::ranges::find_if(s.sounds, [&](const known_sound& sound) {
+      return sound.number == number && (sound.kind == kind || sound.kind.empty());
+    });
+    return found == s.sounds.end() ? nullptr : &*found;
+  }
+
+  // The first title's stream of the number that the other one has in no such kind.
+  static const known_sound* missing(const streams_of_item& first, const streams_of_item& one,
+                                    int number) {
+    const auto found = std::ranges::find_if(first.sounds, [&](const known_sound& sound) {
+      return sound.number == number && find(one, number, sound.kind) == nullptr;
+    });
+    return found == first.sounds.end() ? nullptr : &*found;
+  }
+
+  void compare_samples(const known_sound& first, const known_sound& one, finding_item item,
+                       const std::string& name_of_first) {
+    if (first.lpcm && one.lpcm && *first.lpcm != *one.lpcm)
+      add(titleset_rules_table, "titleset-audio-samples", item, one.file,
+          "the sound is " + lpcm_text(*one.lpcm) + ", that of " + name_of_first + " " +
+              lpcm_text(*first.lpcm));
+  }
+
+  void compare_numbers(const streams_of_item& first, const streams_of_item& one) {
+    const auto text = [](const streams_of_item& s) {
+      std::set<int> numbers;
+      for (const known_sound& sound : s.sounds)
+        numbers.insert(sound.number + 1);
+      std::string all;
+      for (const int number : numbers)
+        all += (all.empty() ? "" : ", ") + std::to_string(number);
+      return all;
+    };
+    if (first.sounds.size() != one.sounds.size())
       add(titleset_rules_table, "titleset-audio-count", one.item, one.video_file,
-          name(one) + " has " + count_text(one.sounds.size(), "sound stream", "sound streams") +
-              ", " + name(first) + " " + std::to_string(first.sounds.size()));
+          (first.item == one.item ? std::string("the file") : name(one, first)) + " has " +
+              count_text(one.sounds.size(), "sound stream", "sound streams") + ", " +
+              name(first, one) + " " + std::to_string(first.sounds.size()));
+    else if (const std::string mine = text(one), theirs = text(first); mine != theirs)
+      add(titleset_rules_table, "titleset-audio-number", one.item, one.video_file,
+          "its sound has the number " + mine + " inside, that of " + name(first, one) + " " +
+              theirs);
   }
 
   void add(std::span<const rule> rules, std::string_view id, finding_item item,
@@ -296,48 +358,45 @@ class look {
   std::vector<streams_of_item> titles_, menus_;
 };
 
-// dvdauthor numbers the sound streams of a ready file by their stream numbers, whatever their kind.
-std::map<int, const inner_stream*> sounds_inside(const program_stream_facts& p) {
-  std::map<int, const inner_stream*> sounds;
-  for (const inner_stream& one : p.streams)
-    if (one.kind == inner_kind::ac3 || one.kind == inner_kind::mpeg_audio)
-      sounds.emplace(one.number, &one);
-  return sounds;
-}
-
 std::optional<streams_of_item> look::look_inside(const file_facts& f, finding_item item,
                                                  int titleset, const std::string& file) {
   const program_stream_facts& p = *f.program;
-  if (p.nav_packs == 0)
-    add(file_table, "ready-without-nav-packs", item, file, "there is no NAV pack in it");
-  if (p.clock_breaks.count > 0) {
-    const time_break& first = p.clock_breaks.kept.front();
-    finding broken =
-        about(file_table, "ready-clock", item, file,
-              "the clock of the stream breaks off " +
-                  count_text(p.clock_breaks.count, "time", "times") + ", the first time here");
-    broken.byte = first.position;
-    broken.seconds = static_cast<double>(first.elapsed) / static_cast<double>(clocks_a_second);
-    findings_.push_back(std::move(broken));
-  }
+  append(ready_findings(p, f.size, item, file));
   const inner_stream* const video = p.video();
-  if (video == nullptr) {
-    add(file_table, "ready-without-video", item, file, "there is no video stream in it");
+  if (video == nullptr)
     return std::nullopt;
-  }
-  streams_of_item s{titleset, item, file, nullptr, {}, {}};
+  streams_of_item s{titleset, item, file, nullptr, {}};
+  std::optional<double> seconds;
   if (video->video) {
     s.video = &*video->video;
     append(video_findings(*s.video, d_.standard, part_of(item, part::video, 0), file, true));
+    if (f.whole && s.video->seconds > 0)
+      seconds = s.video->seconds;
   }
-  for (const auto& [number, sound] : sounds_inside(p)) {
-    s.sounds.push_back(sound->audio ? &*sound->audio : nullptr);
-    s.sound_files.push_back(file);
-    if (sound->audio)
-      append(audio_findings(*sound->audio, part_of(item, part::audio, number + 1), file, true,
-                            std::nullopt));
+  for (const inner_stream* const sound : sounds_inside(p)) {
+    const int number = static_cast<int>(s.sounds.size()) + 1;
+    s.sounds.push_back(
+        look_at_sound_inside(*sound, part_of(item, part::audio, number), file, seconds));
   }
+  if (s.video != nullptr && f.whole)
+    append(total_rate_findings(*s.video, s.rate_of_sounds(), item, file));
   return s;
+}
+
+known_sound look::look_at_sound_inside(const inner_stream& sound, finding_item item,
+                                       const std::string& file,
+                                       std::optional<double> picture_seconds) {
+  known_sound known{sound.number, {}, file, sound.lpcm, 0};
+  if (sound.audio) {
+    append(audio_findings(*sound.audio, item, file, true, picture_seconds));
+    known.kind = kind_of(*sound.audio);
+    known.rate = sound.audio->highest_bit_rate;
+  } else if (sound.kind == inner_kind::lpcm || sound.kind == inner_kind::dts) {
+    append(packet_sound_findings(sound, item, file, picture_seconds));
+    known.kind = sound.kind == inner_kind::lpcm ? "LPCM" : name_of(audio_kind::dts);
+    known.rate = sound.lpcm ? bits_a_second(*sound.lpcm) : 0;
+  }
+  return known;
 }
 
 }  // namespace

@@ -350,14 +350,10 @@ std::vector<finding> video_findings(const video_facts& video, video_standard sta
   return c.take();
 }
 
-std::vector<finding> total_rate_findings(const video_facts& video,
-                                         const std::vector<const audio_facts*>& sounds,
-                                         finding_item item, const std::string& file) {
+std::vector<finding> total_rate_findings(const video_facts& video, double sound, finding_item item,
+                                         const std::string& file) {
   if (!video.whole || !video.shape || !video.shape->mpeg2)
     return {};
-  double sound = 0;
-  for (const audio_facts* one : sounds)
-    sound += one->highest_bit_rate;
   const double total = video.peak_rate + sound;
   if (total <= most_total_rate + buffer_bits || video.peak_rate > most_video_rate + buffer_bits)
     return {};

@@ -254,11 +254,53 @@ TEST(VideoRules, EndWithinAPictureIsANote) {
 TEST(VideoRules, TotalRateOfPictureAndSound) {
   video_facts video = ntsc_video();
   video.peak_rate = 11.5e6;
-  audio_facts loud = sound(audio_kind::ac3);
-  EXPECT_THAT(total_rate_findings(video, {&loud}, video_item, "a.m2v"), IsEmpty());
-  const std::vector<const audio_facts*> eight(8, &loud);
-  EXPECT_THAT(rules_of(total_rate_findings(video, eight, video_item, "a.m2v")),
-              ElementsAre("total-rate"));
+  EXPECT_THAT(total_rate_findings(video, 192'000, video_item, "a.m2v"), IsEmpty());
+  const auto findings = total_rate_findings(video, 8 * 192'000, video_item, "a.m2v");
+  ASSERT_THAT(rules_of(findings), ElementsAre("total-rate"));
+  EXPECT_EQ(findings[0].found, "the second that begins here has 13.04 Mb/s, 1.54 Mb/s of it sound");
+}
+
+inner_stream lpcm_inside(const lpcm_format& format) {
+  inner_stream one;
+  one.kind = inner_kind::lpcm;
+  one.lpcm = format;
+  one.stamps = 1000;
+  one.length = 24 * stamps_a_second;
+  return one;
+}
+
+std::vector<finding> found_in(const inner_stream& stream, std::optional<double> picture = {}) {
+  return packet_sound_findings(stream, audio_item, "a.vob", picture);
+}
+
+TEST(AudioRules, LpcmOfADiscHasNoFinding) {
+  for (const lpcm_format& format : {lpcm_format{48'000, 16, 2}, lpcm_format{48'000, 20, 6},
+                                    lpcm_format{96'000, 24, 2}, lpcm_format{48'000, 16, 8}})
+    EXPECT_THAT(found_in(lpcm_inside(format), 24.5), IsEmpty()) << lpcm_text(format);
+}
+
+TEST(AudioRules, LpcmOfOtherRatesSizesAndTooManyBits) {
+  EXPECT_THAT(rules_of(found_in(lpcm_inside({44'100, 16, 2}))), ElementsAre("audio-sample-rate"));
+  EXPECT_THAT(rules_of(found_in(lpcm_inside({48'000, 0, 2}))), ElementsAre("audio-samples"));
+  const auto loud = found_in(lpcm_inside({96'000, 24, 6}));
+  ASSERT_THAT(rules_of(loud), ElementsAre("audio-bit-rate"));
+  EXPECT_EQ(loud[0].found, "the sound is LPCM of 96 kHz, 24 bits, 6 channels: 13.82 Mb/s");
+  inner_stream changes = lpcm_inside({48'000, 16, 2});
+  changes.lpcm_changes = 1;
+  EXPECT_THAT(rules_of(found_in(changes)), ElementsAre("audio-changes"));
+}
+
+TEST(AudioRules, LpcmIsComparedWithTheLengthOfItsPicture) {
+  const auto found = found_in(lpcm_inside({48'000, 16, 2}), 30);
+  ASSERT_THAT(rules_of(found), ElementsAre("audio-short"));
+  EXPECT_EQ(found[0].seconds, 24);
+  EXPECT_THAT(rules_of(found_in(lpcm_inside({48'000, 16, 2}), 20)), ElementsAre("audio-long"));
+}
+
+TEST(AudioRules, DtsInsideAReadyTitleIsForSomePlayers) {
+  inner_stream dts;
+  dts.kind = inner_kind::dts;
+  EXPECT_THAT(rules_of(found_in(dts)), ElementsAre("audio-optional-kind"));
 }
 
 std::vector<finding> found_in(const audio_facts& audio, std::optional<double> picture = {},

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -167,8 +168,11 @@ file_facts ready(bool with_nav, const std::optional<video_facts>& video, audio_k
   file_facts f;
   f.kind = file_kind::program_stream;
   f.whole = true;
+  f.size = 2048;
   f.program.emplace();
   f.program->nav_packs = with_nav ? 48 : 0;
+  if (with_nav)
+    f.program->first_nav_pack = 0;
   if (video) {
     inner_stream one;
     one.kind = inner_kind::video;
@@ -178,6 +182,8 @@ file_facts ready(bool with_nav, const std::optional<video_facts>& video, audio_k
   inner_stream heard;
   heard.kind = kind == audio_kind::ac3 ? inner_kind::ac3 : inner_kind::mpeg_audio;
   heard.audio = sound(kind);
+  if (video)
+    heard.audio->length = static_cast<audio_time>(video->seconds * audio_clock);
   f.program->streams.push_back(heard);
   return f;
 }
@@ -211,6 +217,112 @@ TEST_F(TitlesetRules, ElementaryVideoAsReadyTitle) {
   video.video = ntsc_video();
   add_ready_title(video);
   EXPECT_THAT(found(), ElementsAre("ready-not-program-stream at title 1"));
+}
+
+inner_stream inner_sound(inner_kind kind, int number = 0) {
+  inner_stream one;
+  one.kind = kind;
+  one.number = number;
+  if (kind == inner_kind::lpcm)
+    one.lpcm = lpcm_format{48'000, 16, 2};
+  else if (kind != inner_kind::dts)
+    one.audio = sound(kind == inner_kind::ac3 ? audio_kind::ac3 : audio_kind::mpeg_layer_2);
+  return one;
+}
+
+// A ready file with these sound streams.
+file_facts ready_with(const std::vector<inner_stream>& sounds) {
+  file_facts f = ready(true, ntsc_video(), audio_kind::ac3);
+  f.program->streams.resize(1);
+  for (const inner_stream& one : sounds)
+    f.program->streams.push_back(one);
+  return f;
+}
+
+TEST_F(TitlesetRules, LpcmAndDtsAreComparedWithOtherSound) {
+  add_title(ntsc_video(), {ac3});
+  add_ready_title(ready_with({inner_sound(inner_kind::lpcm)}));
+  add_ready_title(ready_with({inner_sound(inner_kind::dts)}));
+  EXPECT_THAT(found(), ElementsAre("audio-optional-kind at title 3, audio 1",
+                                   "titleset-audio-kind at title 2, audio 1",
+                                   "titleset-audio-kind at title 3, audio 1"));
+  EXPECT_EQ(stream_findings(d, facts)[1].found, "the sound is LPCM, that of title 1 AC-3");
+}
+
+TEST_F(TitlesetRules, AnMp2TitleBesideALpcmTitle) {
+  add_ready_title(ready_with({inner_sound(inner_kind::lpcm)}));
+  add_title(ntsc_video(), {mp2});
+  EXPECT_THAT(found(), ElementsAre("titleset-audio-kind at title 2, audio 1"));
+}
+
+TEST_F(TitlesetRules, LpcmOfOtherSamplesThanTheFirstTitle) {
+  add_ready_title(ready_with({inner_sound(inner_kind::lpcm)}));
+  inner_stream fine = inner_sound(inner_kind::lpcm);
+  fine.lpcm = lpcm_format{48'000, 24, 2};
+  add_ready_title(ready_with({fine}));
+  EXPECT_THAT(found(), ElementsAre("titleset-audio-samples at title 2, audio 1"));
+  EXPECT_EQ(stream_findings(d, facts)[0].found,
+            "the sound is LPCM of 48 kHz, 24 bits, 2 channels, that of title 1 LPCM of 48 kHz, 16 "
+            "bits, 2 channels");
+}
+
+// As ffmpeg numbers streams: each kind from 0.
+TEST_F(TitlesetRules, TwoKindsOfOneNumberAreTwoStreams) {
+  const auto both = ready_with({inner_sound(inner_kind::mpeg_audio), inner_sound(inner_kind::ac3)});
+  add_ready_title(both);
+  add_ready_title(both);
+  EXPECT_THAT(found(), IsEmpty());
+  add_ready_title(ready_with({inner_sound(inner_kind::ac3)}));
+  EXPECT_THAT(found(), ElementsAre("titleset-audio-count at title 3"));
+}
+
+TEST_F(TitlesetRules, SoundOfAnotherNumberIsAnotherStream) {
+  add_ready_title(ready_with({inner_sound(inner_kind::ac3)}));
+  add_ready_title(ready_with({inner_sound(inner_kind::ac3, 1)}));
+  EXPECT_THAT(found(), ElementsAre("titleset-audio-number at title 2"));
+  EXPECT_EQ(stream_findings(d, facts)[0].found,
+            "its sound has the number 2 inside, that of title 1 1");
+}
+
+TEST_F(TitlesetRules, SoundInsideIsComparedWithTheLengthOfItsPicture) {
+  file_facts f = ready(true, ntsc_video(), audio_kind::ac3);
+  f.program->streams[1].audio->length = 12 * audio_clock;
+  add_ready_title(f);
+  EXPECT_THAT(found(), ElementsAre("audio-short at title 1, audio 1, 00:00:12"));
+}
+
+TEST_F(TitlesetRules, PictureAndSoundInsideAreTooManyBits) {
+  file_facts f = ready_with({inner_sound(inner_kind::lpcm)});
+  f.program->streams[0].video->peak_rate = 11e6;
+  f.program->streams[1].length = 24 * stamps_a_second;
+  add_ready_title(f);
+  EXPECT_THAT(found(), ElementsAre("video-high-rate at title 1, video, 00:00:00",
+                                   "total-rate at title 1, 00:00:00"));
+}
+
+// As edited XML may have them.
+TEST_F(TitlesetRules, EachFileOfATitleIsExamined) {
+  add_ready_title(ready(true, ntsc_video(), audio_kind::ac3));
+  const auto add_file = [this](const std::string& name, const file_facts& file) {
+    d.titles[0].streams.push_back(name);
+    facts[name] = std::make_shared<const file_facts>(file);
+  };
+  add_file("alike.vob", ready(true, ntsc_video(), audio_kind::ac3));
+  EXPECT_THAT(found(), IsEmpty());
+  add_file("wide.vob", ready(true, wide(), audio_kind::ac3));
+  add_file("bare.vob", ready(false, ntsc_video(), audio_kind::ac3));
+  add_file("pal.vob", ready(true, pal_video(), audio_kind::mpeg_layer_2));
+  file_facts gone;
+  gone.why_unreadable = "No such file or directory";
+  add_file("gone.vob", gone);
+  EXPECT_THAT(
+      found(),
+      ElementsAre("ready-without-nav-packs at title 1", "video-standard at title 1, video",
+                  "file-missing at title 1", "titleset-aspect at title 1, video",
+                  "titleset-size at title 1, video", "titleset-audio-kind at title 1, audio 1"));
+  const auto findings = stream_findings(d, facts);
+  EXPECT_EQ(findings[3].file, "wide.vob");
+  EXPECT_EQ(findings[3].found, "the picture is 16:9, that of its first file 4:3");
 }
 
 TEST_F(TitlesetRules, BrokenClockOfAReadyTitleHasItsPlace) {
