@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <string>
 #include <utility>
 
@@ -37,6 +38,11 @@ constexpr std::array chapter_rules_table = {
          "0 as the first time",
          "one more chapter, at the beginning: all others have a number one higher",
          "add a chapter at 0, so that the numbers are the ones that you see", measured},
+    rule{"chapter-moved", severity::note, "Chapters begin where they were asked for",
+         "the beginning of a unit (VOBU), which is that of a group of pictures",
+         "nothing: a player can enter a title only where a unit begins",
+         "nothing need be done; shorter groups of pictures bring chapters nearer to their times",
+         measured},
     rule{"chapter-number", severity::warning, "Commands lead to the chapter that they name",
          "the number that the chapter has on the disc", "another place of the title than was meant",
          "add a chapter at 0, or correct the chapters or the command", measured},
@@ -132,6 +138,23 @@ finding about_entry(std::string_view id, int title, std::size_t entry, const cha
   return f;
 }
 
+// In one finding for a title: of most titles all chapters move a little.
+void look_where_they_land(int title, const landed_chapters& landed, std::vector<finding>& all) {
+  constexpr double seen = 0.1;
+  constexpr std::size_t most_told = 10;
+  std::string found;
+  std::size_t moved = 0;
+  for (const chapter_fate& fate : landed.fates)
+    if (fate.what == fate_kind::is_chapter && std::abs(fate.begins - fate.asked) >= seen &&
+        ++moved <= most_told)
+      found += (found.empty() ? "" : ", ") + sanitized_quoted(fate.text) + " begins at " +
+               at_time(fate.begins);
+  if (moved > most_told)
+    found += ", and " + std::to_string(moved - most_told) + " more elsewhere";
+  if (moved > 0)
+    all.push_back(finding_of(chapter_rules_table, "chapter-moved", {whole::title, title}, found));
+}
+
 void look_at_entries(int title, const title_length& length, const landed_chapters& landed,
                      std::vector<finding>& all) {
   for (std::size_t entry = 0; entry < landed.fates.size(); ++entry) {
@@ -157,6 +180,7 @@ void look_at_entries(int title, const title_length& length, const landed_chapter
         break;
     }
   }
+  look_where_they_land(title, landed, all);
   if (landed.added)
     all.push_back(finding_of(chapter_rules_table, "chapter-added", {whole::title, title},
                              "the first chapter is at " + at_time(first_time(landed)) +
@@ -205,10 +229,13 @@ void look_at_command(const placed_command& command, const disc_title& t,
   const chapter_fate& meant = landed.fates[static_cast<std::size_t>(number) - 1];
   if (meant.number == number || meant.what == fate_kind::no_time)
     return;
-  all.push_back(finding_of(chapter_rules_table, "chapter-number", command.item,
-                           chapter + " will begin at " +
-                               at_time(landed.begins[static_cast<std::size_t>(number) - 1]) +
-                               ", not at " + at_time(meant.asked)));
+  const bool is_there = meant.number > 0;
+  const std::string real = "chapter " + std::to_string(meant.number);
+  all.push_back(finding_of(
+      chapter_rules_table, "chapter-number", command.item,
+      chapter + " will begin at " + at_time(landed.begins[static_cast<std::size_t>(number) - 1]) +
+          ", not at " + at_time(meant.asked) + ", which is " + (is_there ? real : "no chapter"),
+      is_there ? real : std::string()));
 }
 
 }  // namespace

@@ -71,11 +71,16 @@ std::optional<double> seconds_of_video(const facts_by_path& facts, const std::st
   return video == nullptr ? std::nullopt : std::optional(video->seconds);
 }
 
-// Those of a ready file are where its NAV packs are, which need not be at each I picture.
-std::vector<double> units_of_video(const facts_by_path& facts, const std::string& stored) {
+// Of a ready file, by its time stamps and NAV packs, of which dvdauthor makes units; of what is
+// multiplexed, mplex begins one with each I picture.
+title_length length_of_video(const facts_by_path& facts, const std::string& stored) {
   const auto file = facts.find(native_from_stored(stored, native_style()));
-  const bool known = file != facts.end() && file->second->whole && file->second->video;
-  return known ? file->second->video->unit_begins : std::vector<double>();
+  if (file == facts.end() || !file->second->whole)
+    return {};
+  const file_facts& f = *file->second;
+  if (f.program && !f.program->unit_begins.empty())
+    return {f.program->shown_until, f.program->unit_begins};
+  return {seconds_of_video(facts, stored), f.video ? f.video->unit_begins : std::vector<double>()};
 }
 
 void append(std::vector<finding>& all, std::vector<finding> more) {
@@ -167,7 +172,7 @@ std::vector<finding> examination::findings(depth how_deep) const {
   std::vector<std::optional<double>> title_seconds, menu_seconds;
   for (const disc_title& t : disc_.titles) {
     title_seconds.push_back(seconds_of_video(facts_, t.video()));
-    lengths.push_back({title_seconds.back(), units_of_video(facts_, t.video())});
+    lengths.push_back(length_of_video(facts_, t.video()));
   }
   for (const disc_menu& m : disc_.menus)
     menu_seconds.push_back(seconds_of_video(facts_, m.video()));

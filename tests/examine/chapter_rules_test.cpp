@@ -116,6 +116,25 @@ TEST(ChapterRules, MergedChaptersAreNamedByEntryAndTime) {
               ElementsAre("chapter-merged at title 1, chapter 3, 00:00:05"));
 }
 
+TEST(ChapterRules, ChaptersThatBeginElsewhereAreANoteForTheirTitle) {
+  const disc_description d = disc_with("0,5.2,7.05,9.75");
+  EXPECT_THAT(found(d, half_seconds()), ElementsAre("chapter-moved at title 1"));
+  const auto findings = chapter_findings(d, std::vector{half_seconds()});
+  EXPECT_EQ(findings[0].severity, finding_severity::note);
+  EXPECT_EQ(findings[0].found, "\"5.2\" begins at 00:00:05.00, \"9.75\" begins at 00:00:09.50");
+  EXPECT_THAT(found(d, {}), IsEmpty()) << "where the units are not known";
+}
+
+TEST(ChapterRules, OfManyChaptersElsewhereTheFirstAreNamed) {
+  std::string chapters = "0";
+  for (int second = 1; second <= 12; ++second)
+    chapters += "," + std::to_string(second) + ".2";
+  const auto findings = chapter_findings(disc_with(chapters), std::vector{half_seconds()});
+  ASSERT_EQ(findings.size(), 1u);
+  EXPECT_TRUE(findings[0].found.ends_with("\"10.2\" begins at 00:00:10.00, and 2 more elsewhere"))
+      << findings[0].found;
+}
+
 TEST(ChapterRules, UnsortedAndLateEntriesAreNamed) {
   EXPECT_THAT(found(disc_with("0,9,5,30"), half_seconds()),
               ElementsAre("chapter-order at title 1, chapter 3, 00:00:05",
@@ -128,8 +147,20 @@ TEST(ChapterRules, AButtonWhoseChapterHasAnotherNumberIsTold) {
   EXPECT_THAT(found(d, half_seconds()),
               ElementsAre("chapter-added at title 1", "chapter-number at menu 1, button 1"));
   const auto findings = chapter_findings(d, {});
+  EXPECT_EQ(
+      findings.back().found,
+      "chapter 2 of title 1 will begin at 00:00:05.00, not at 00:00:10.00, which is chapter 3");
+  EXPECT_EQ(findings.back().wanted, "chapter 3");
+}
+
+TEST(ChapterRules, AButtonWhoseChapterIsNoneIsTold) {
+  disc_description d = disc_with("0,9,5,12");
+  add_button(d, "jump title 1 chapter 3");
+  const auto findings = chapter_findings(d, std::vector{half_seconds()});
+  EXPECT_EQ(findings.back().rule, "chapter-number");
   EXPECT_EQ(findings.back().found,
-            "chapter 2 of title 1 will begin at 00:00:05.00, not at 00:00:10.00");
+            "chapter 3 of title 1 will begin at 00:00:12.00, not at 00:00:05.00, which is no "
+            "chapter");
 }
 
 TEST(ChapterRules, AButtonBehindAMergedChapterIsTold) {
