@@ -240,7 +240,7 @@ bool is_of_looks(trait_kind what) {
 class self_examiner {
  public:
   self_examiner(const disc_contents& disc, const disc_streams& streams)
-      : disc_(disc), streams_(streams) {}
+      : disc_(disc), streams_(streams), walks_(disc) {}
 
   std::vector<finding> all() {
     for (const disc_trouble& trouble : disc_.troubles)
@@ -248,7 +248,7 @@ class self_examiner {
     for (const auto* troubles : {&disc_.unit_troubles, &streams_.unit_troubles()})
       for (const unit_trouble& trouble : *troubles)
         look_at_unit(trouble);
-    look_at_way({}, after_start(disc_));
+    look_at_way({}, walks_.after_start());
     for (const disc_title_contents& title : disc_.titles)
       look_at_title(title);
     const auto menus = menus_with_pictures(disc_);
@@ -312,7 +312,7 @@ class self_examiner {
 
   void look_at_title(const disc_title_contents& title) {
     const finding_item item{whole::title, title.number, part::whole, 0};
-    look_at_way(item, after_title(disc_, title));
+    look_at_way(item, walks_.after_title(title));
     const chain_streams* const streams = streams_.find(title.chain);
     if (streams == nullptr)
       return;
@@ -393,7 +393,7 @@ class self_examiner {
       finding_item button = item;
       button.part = part::button;
       button.part_number = static_cast<int>(i) + 1;
-      look_at_way(button, after_button(disc_, menu, i));
+      look_at_way(button, walks_.after_button(menu, i));
     }
     if (streams == nullptr)
       return;
@@ -412,6 +412,7 @@ class self_examiner {
 
   const disc_contents& disc_;
   const disc_streams& streams_;
+  disc_walks walks_;
   std::vector<finding> found_;
 };
 

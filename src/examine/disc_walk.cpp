@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <utility>
 
 namespace corvane {
@@ -34,9 +35,11 @@ std::string numbered(const char* what, std::size_t index) {
   return what + std::to_string(index + 1);
 }
 
-class walk {
+}  // namespace
+
+class disc_walks::walk {
  public:
-  explicit walk(const disc_contents& disc) : disc_(disc) {}
+  explicit walk(disc_walks& all) : all_(all), disc_(all.disc_) {}
 
   std::optional<std::string> from_start() {
     if (!disc_.first_play)
@@ -45,6 +48,7 @@ class walk {
   }
 
   std::optional<std::string> from_end_of(const disc_title_contents& title) {
+    registers_.known = 0;
     titleset_ = title.titleset;
     in_title_ = true;
     chain_ = title.chain.tables;
@@ -58,41 +62,56 @@ class walk {
     if (!shown || button >= shown->buttons.size())
       return std::nullopt;
     registers_.system[8] = static_cast<std::uint16_t>((button + 1) << 10);
+    registers_.known = 0;
     const vm_command command = shown->buttons[button].command;
-    const auto to = run_commands({&command, 1}, registers_);
-    return to ? follow(*to) : std::optional<std::string>("nowhere");
+    if (const vm_end end = run({&command, 1}); leads(end))
+      return led_by(end);
+    // One that sets something leaves the viewer in the menu, where he is not lost.
+    return command.text() == "Nop" ? nowhere() : std::nullopt;
   }
 
  private:
   using answer = std::optional<std::string>;
 
   answer titles_or_nowhere() const {
-    return disc_.titles.empty() ? answer("nowhere") : answer("title 1 chapter 1");
+    return disc_.titles.empty() ? nowhere() : answer("title 1 chapter 1");
   }
+
+  answer nowhere() const { return registers_.guessed ? std::nullopt : answer("nowhere"); }
+
+  bool may_go_on() { return all_.steps_left_-- > 0 && ++jumps_ <= most_jumps; }
+
+  vm_end run(std::span<const vm_command> commands) {
+    vm_end end = run_commands(commands, registers_);
+    all_.steps_left_ -= end.steps;
+    return end;
+  }
+  static bool leads(const vm_end& end) { return end.to || end.endless; }
+  answer led_by(const vm_end& end) { return end.to ? follow(*end.to) : nowhere(); }
 
   /// The name of a chain that shows something; empty: it only leads on.
   answer enter(const chain_pointer& chain, const std::string& name) {
-    if (++jumps_ > most_jumps)
+    if (!may_go_on())
       return std::nullopt;
     chain_ = chain;
     if (!chain)
-      return "nowhere";
-    if (const auto to = run_commands(chain->pre, registers_))
-      return follow(*to);
+      return nowhere();
+    if (const vm_end end = run(chain->pre); leads(end))
+      return led_by(end);
     return name.empty() ? leave() : answer(name);
   }
 
   /// What comes after the end of the chain.
   answer leave() {
-    if (++jumps_ > most_jumps)
+    if (!may_go_on())
       return std::nullopt;
     if (!chain_)
-      return "nowhere";
-    if (const auto to = run_commands(chain_->post, registers_))
-      return follow(*to);
+      return nowhere();
+    if (const vm_end end = run(chain_->post); leads(end))
+      return led_by(end);
     if (chain_->next != 0)
       return chain_number(chain_->next);
-    return in_title_ ? "stop" : "nowhere";
+    return in_title_ ? "stop" : nowhere();
   }
 
   answer follow(const vm_target& to) {
@@ -140,22 +159,18 @@ class walk {
   }
 
   answer title_at(int number, int chapter) const {
-    for (const disc_title_contents& title : disc_.titles)
-      if (title.number == number)
-        return arrived(title, chapter);
-    return "nowhere";
+    const auto found = all_.titles_.find(number);
+    return found == all_.titles_.end() ? nowhere() : arrived(*found->second, chapter);
   }
 
   answer title_of_titleset(int number, int chapter) const {
-    for (const disc_title_contents& title : disc_.titles)
-      if (title.titleset == titleset_ && title.number_in_titleset == number)
-        return arrived(title, chapter);
-    return "nowhere";
+    const auto found = all_.titleset_titles_.find({titleset_, number});
+    return found == all_.titleset_titles_.end() ? nowhere() : arrived(*found->second, chapter);
   }
 
-  static answer arrived(const disc_title_contents& title, int chapter) {
+  answer arrived(const disc_title_contents& title, int chapter) const {
     if (chapter < 1 || chapter > static_cast<int>(title.chapters.size()))
-      return "nowhere";
+      return nowhere();
     return "title " + std::to_string(title.number) + " chapter " + std::to_string(chapter);
   }
 
@@ -163,24 +178,20 @@ class walk {
     if (!in_title_)
       return menu_number(titleset_, number);
     if (titleset_ < 1 || titleset_ > static_cast<int>(disc_.titlesets.size()) || number < 1)
-      return "nowhere";
+      return nowhere();
     const auto& chains = disc_.titlesets[static_cast<std::size_t>(titleset_) - 1].chains;
     const auto index = static_cast<std::size_t>(number) - 1;
-    return index < chains.size() ? title_of_titleset(chains[index].title, 1) : answer("nowhere");
+    return index < chains.size() ? title_of_titleset(chains[index].title, 1) : nowhere();
   }
 
   answer menu_number(int titleset, int number) {
-    for (const disc_menu_contents* menu : menus_of(disc_, titleset))
-      if (menu->number == number)
-        return enter_menu(*menu);
-    return "nowhere";
+    const auto found = all_.menus_.find({titleset, number});
+    return found == all_.menus_.end() ? nowhere() : enter_menu(*found->second);
   }
 
   answer menu_of_kind(int titleset, menu_kind kind) {
-    for (const disc_menu_contents* menu : menus_of(disc_, titleset))
-      if (menu->entry == kind && kind != menu_kind::none)
-        return enter_menu(*menu);
-    return "nowhere";
+    const auto found = all_.entries_.find({titleset, kind});
+    return found == all_.entries_.end() ? nowhere() : enter_menu(*found->second);
   }
 
   answer enter_menu(const disc_menu_contents& menu) {
@@ -189,16 +200,13 @@ class walk {
     return enter(menu.chain.tables, name_of(menu.chain.tables));
   }
 
+  /// Empty if it shows nothing.
   std::string name_of(const chain_pointer& chain) const {
-    for (const bool disc_menus : {false, true}) {
-      const auto menus = disc_menus ? disc_menus_with_pictures(disc_) : menus_with_pictures(disc_);
-      for (std::size_t i = 0; i < menus.size(); ++i)
-        if (menus[i]->chain.tables == chain)
-          return numbered(disc_menus ? "disc menu " : "menu ", i);
-    }
-    return {};
+    const auto found = all_.names_.find(chain.get());
+    return found == all_.names_.end() ? std::string() : found->second;
   }
 
+  disc_walks& all_;
   const disc_contents& disc_;
   vm_registers registers_;
   chain_pointer chain_;  // where the player is
@@ -206,8 +214,6 @@ class walk {
   bool in_title_ = false;
   int jumps_ = 0;
 };
-
-}  // namespace
 
 std::vector<const disc_menu_contents*> menus_with_pictures(const disc_contents& disc) {
   std::vector<const disc_menu_contents*> shown;
@@ -224,18 +230,37 @@ std::vector<const disc_menu_contents*> disc_menus_with_pictures(const disc_conte
   return shown;
 }
 
-std::optional<std::string> after_start(const disc_contents& disc) {
-  return walk(disc).from_start();
+// The first of a kind or number is the one that players find.
+disc_walks::disc_walks(const disc_contents& disc) : disc_(disc) {
+  const auto name = [this](const char* what, const std::vector<const disc_menu_contents*>& menus) {
+    for (std::size_t i = 0; i < menus.size(); ++i)
+      names_.try_emplace(menus[i]->chain.tables.get(), numbered(what, i));
+  };
+  name("menu ", menus_with_pictures(disc));
+  name("disc menu ", disc_menus_with_pictures(disc));
+  for (int titleset = 0; titleset <= static_cast<int>(disc.titlesets.size()); ++titleset)
+    for (const disc_menu_contents* menu : menus_of(disc, titleset)) {
+      menus_.try_emplace({titleset, menu->number}, menu);
+      if (menu->entry != menu_kind::none)
+        entries_.try_emplace({titleset, menu->entry}, menu);
+    }
+  for (const disc_title_contents& title : disc.titles) {
+    titles_.try_emplace(title.number, &title);
+    titleset_titles_.try_emplace({title.titleset, title.number_in_titleset}, &title);
+  }
 }
 
-std::optional<std::string> after_title(const disc_contents& disc,
-                                       const disc_title_contents& title) {
-  return walk(disc).from_end_of(title);
+std::optional<std::string> disc_walks::after_start() {
+  return walk(*this).from_start();
 }
 
-std::optional<std::string> after_button(const disc_contents& disc, const disc_menu_contents& menu,
-                                        std::size_t button) {
-  return walk(disc).from_button(menu, button);
+std::optional<std::string> disc_walks::after_title(const disc_title_contents& title) {
+  return walk(*this).from_end_of(title);
+}
+
+std::optional<std::string> disc_walks::after_button(const disc_menu_contents& menu,
+                                                    std::size_t button) {
+  return walk(*this).from_button(menu, button);
 }
 
 }  // namespace corvane

@@ -3,14 +3,16 @@
 //
 // Answers are "title 2 chapter 3", "menu 1" (numbered as `menus_with_pictures` has them), "disc
 // menu 1" of the video manager, "stop", and "nowhere" where a player is left without anything to
-// do. Not set where it depends on what was seen before, or cannot be told.
+// do. Not set where it cannot be told; nor is "nowhere" where that depends on what was seen before.
 #pragma once
 
 #include "examine/read_disc.h"
 
 #include <cstddef>
+#include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace corvane {
@@ -22,11 +24,28 @@ std::vector<const disc_menu_contents*> menus_with_pictures(const disc_contents& 
 /// The same of the video manager.
 std::vector<const disc_menu_contents*> disc_menus_with_pictures(const disc_contents& disc);
 
-std::optional<std::string> after_start(const disc_contents& disc);
-std::optional<std::string> after_title(const disc_contents& disc, const disc_title_contents& title);
+/// The walks over one disc, which must stay. All of them together do so many commands at most that
+/// no disc takes more than moments; what is left then cannot be told.
+class disc_walks {
+ public:
+  explicit disc_walks(const disc_contents& disc);
 
-/// `button`: 0-based, of those that the menu shows.
-std::optional<std::string> after_button(const disc_contents& disc, const disc_menu_contents& menu,
-                                        std::size_t button);
+  std::optional<std::string> after_start();
+  std::optional<std::string> after_title(const disc_title_contents& title);
+
+  /// `button`: 0-based, of those that the menu shows.
+  std::optional<std::string> after_button(const disc_menu_contents& menu, std::size_t button);
+
+ private:
+  class walk;
+
+  const disc_contents& disc_;
+  std::map<const program_chain*, std::string> names_;               // of menus that show anything
+  std::map<std::pair<int, int>, const disc_menu_contents*> menus_;  // by titleset and number
+  std::map<std::pair<int, menu_kind>, const disc_menu_contents*> entries_;
+  std::map<int, const disc_title_contents*> titles_;
+  std::map<std::pair<int, int>, const disc_title_contents*> titleset_titles_;
+  int steps_left_ = 5'000'000;
+};
 
 }  // namespace corvane

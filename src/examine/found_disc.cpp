@@ -49,14 +49,15 @@ double seconds_from(stream_time begin, stream_time end) {
 
 class saying {
  public:
-  saying(const disc_contents& disc, const disc_streams& streams) : disc_(disc), streams_(streams) {}
+  saying(const disc_contents& disc, const disc_streams& streams)
+      : disc_(disc), streams_(streams), walks_(disc) {}
 
   disc_traits all() {
     const auto menus = menus_with_pictures(disc_);
     const finding_item disc;
     said_.say_count(disc, trait_kind::titles, disc_.titles.size());
     said_.say_count(disc, trait_kind::menus, menus.size());
-    say_way(disc, trait_kind::first_play, after_start(disc_));
+    say_way(disc, trait_kind::first_play, walks_.after_start());
     for (const disc_title_contents& title : disc_.titles)
       say_title(title);
     for (std::size_t i = 0; i < menus.size(); ++i)
@@ -81,7 +82,7 @@ class saying {
     const chain_streams* const streams = streams_of(title.chain);
     say_sounds(item, title, streams);
     say_subtitles(item, title, streams);
-    say_way(item, trait_kind::then, after_title(disc_, title));
+    say_way(item, trait_kind::then, walks_.after_title(title));
   }
 
   void say_video(const finding_item& item, const video_attributes& video, double seconds) {
@@ -199,7 +200,7 @@ class saying {
     said_.say(item, trait_kind::edges,
               std::to_string(b.x0) + "," + std::to_string(b.y0) + " to " + std::to_string(b.x1) +
                   "," + std::to_string(b.y1));
-    say_way(item, trait_kind::leads_to, after_button(disc_, menu, index));
+    say_way(item, trait_kind::leads_to, walks_.after_button(menu, index));
   }
 
   void say_way(const finding_item& item, trait_kind what, const std::optional<std::string>& place) {
@@ -209,6 +210,7 @@ class saying {
 
   const disc_contents& disc_;
   const disc_streams& streams_;
+  disc_walks walks_;
   disc_traits said_;
 };
 

@@ -33,6 +33,10 @@ bool compares(unsigned op, unsigned left, unsigned right) {
   }
 }
 
+bool needs_comparison(const vm_bits& c) {
+  return c(54, 3) != 0;
+}
+
 /// Arithmetic ends at the bounds of 16 bits; what is divided by 0 becomes 65535.
 std::uint16_t assigned(unsigned op, unsigned before, unsigned value) {
   std::uint64_t result = before;
@@ -77,27 +81,33 @@ class machine {
  public:
   explicit machine(vm_registers& registers) : registers_(registers) {}
 
-  std::optional<vm_target> run(std::span<const vm_command> commands) {
-    std::size_t next = 0;
-    for (int step = 0; step < most_steps && next < commands.size(); ++step) {
+  vm_end run(std::span<const vm_command> commands) {
+    vm_end end;
+    for (std::size_t next = 0; next < commands.size(); ++end.steps) {
+      if (end.steps == most_steps) {
+        end.endless = true;
+        return end;
+      }
       const vm_command& command = commands[next++];
       const vm_bits c(command.bytes);
       if (c(63, 3) == 0) {
         if (!go_on(c, next))
-          return std::nullopt;
+          return end;
         continue;
       }
       vm_target to = command.target();
       to.conditional = false;
-      if (does(c) && to.where != vm_target::place::nowhere)
-        return to;
+      if (does(c) && to.where != vm_target::place::nowhere) {
+        end.to = to;
+        return end;
+      }
     }
-    return std::nullopt;
+    return end;
   }
 
  private:
   /// Control flow: sets the command that is next. False: the list is left.
-  bool go_on(const vm_bits& c, std::size_t& next) const {
+  bool go_on(const vm_bits& c, std::size_t& next) {
     const unsigned what = c(51, 4);
     if (what == 0 || !holds_for_link(c))
       return true;
@@ -121,13 +131,15 @@ class machine {
         set_system(c);
         return true;
       case 3:
-        if (!compares(c(54, 3), general(c(43, 4)), operand(c, c.set(55), 15)))
+        if (needs_comparison(c) &&
+            !compares(c(54, 3), general(c(43, 4)), operand(c, c.set(55), 15)))
           return false;
         set_general(c, c(35, 4), operand(c, c.set(60), 31));
         return true;
       case 4:
         set_before_link(c);
-        return compares(c(54, 3), general(c(51, 4)), operand(c, c.set(55), 31));
+        return !needs_comparison(c) ||
+               compares(c(54, 3), general(c(51, 4)), operand(c, c.set(55), 31));
       case 5:
         if (!holds_before_set(c))
           return false;
@@ -142,38 +154,56 @@ class machine {
     }
   }
 
-  unsigned general(unsigned number) const { return registers_.general[number & 15]; }
+  unsigned general(unsigned number) {
+    if ((registers_.known >> (number & 15) & 1) == 0)
+      registers_.guessed = true;
+    return registers_.general[number & 15];
+  }
 
   /// A field of eight bits: the highest says system register.
-  unsigned any(unsigned field) const {
+  unsigned any(unsigned field) {
     if ((field & 0x80) == 0)
       return general(field);
     const unsigned number = field & 0x7f;
+    if (number != highlighted_button)
+      registers_.guessed = true;
     return number < registers_.system.size() ? registers_.system[number] : 0;
   }
 
-  unsigned operand(const vm_bits& c, bool immediate, unsigned highest) const {
+  unsigned operand(const vm_bits& c, bool immediate, unsigned highest) {
     return immediate ? c(highest, 16) : any(c(highest - 8, 8));
   }
 
-  bool holds_for_link(const vm_bits& c) const {
-    return compares(c(54, 3), any(c(39, 8)), operand(c, c.set(55), 31));
+  bool holds_for_link(const vm_bits& c) {
+    return !needs_comparison(c) || compares(c(54, 3), any(c(39, 8)), operand(c, c.set(55), 31));
   }
-  bool holds_for_jump(const vm_bits& c) const {
-    return compares(c(54, 3), any(c(15, 8)), any(c(7, 8)));
+  bool holds_for_jump(const vm_bits& c) {
+    return !needs_comparison(c) || compares(c(54, 3), any(c(15, 8)), any(c(7, 8)));
   }
-  bool holds_before_set(const vm_bits& c) const {
+  bool holds_before_set(const vm_bits& c) {
+    if (!needs_comparison(c))
+      return true;
     if (c.set(60))
       return compares(c(54, 3), general(c(31, 8)), any(c(23, 8)));
     return compares(c(54, 3), general(c(39, 8)), operand(c, c.set(55), 31));
   }
 
-  void set_before_link(const vm_bits& c) { set_general(c, c(51, 4), operand(c, c.set(60), 47)); }
+  void set_before_link(const vm_bits& c) {
+    if (c(59, 4) != 0)
+      set_general(c, c(51, 4), operand(c, c.set(60), 47));
+  }
 
   void set_general(const vm_bits& c, unsigned number, unsigned value) {
+    constexpr unsigned becomes = 1, exchanges = 2, random = 8;
     const unsigned op = c(59, 4);
     std::uint16_t& target = registers_.general[number & 15];
-    if (op != 2) {
+    if (op == 0)
+      return;
+    if (op != becomes)
+      general(number);
+    registers_.guessed = registers_.guessed || op == random;
+    registers_.known = static_cast<std::uint16_t>(registers_.known | 1U << (number & 15));
+    if (op != exchanges) {
       target = assigned(op, target, value);
       return;
     }
@@ -196,6 +226,7 @@ class machine {
         break;
       case 3:
         registers_.general[c(19, 4)] = static_cast<std::uint16_t>(operand(c, c.set(60), 47));
+        registers_.known = static_cast<std::uint16_t>(registers_.known | 1U << c(19, 4));
         break;
       case 6:
         registers_.system[highlighted_button] =
@@ -211,8 +242,7 @@ class machine {
 
 }  // namespace
 
-std::optional<vm_target> run_commands(std::span<const vm_command> commands,
-                                      vm_registers& registers) {
+vm_end run_commands(std::span<const vm_command> commands, vm_registers& registers) {
   return machine(registers).run(commands);
 }
 

@@ -55,7 +55,12 @@ class DiscWalk : public ::testing::Test {
     buttons->buttons.resize(1);
     buttons->buttons[0].command = command;
     disc_.menus[menu].chain.highlight = buttons;
-    return after_button(disc_, disc_.menus[menu], 0);
+    return disc_walks(disc_).after_button(disc_.menus[menu], 0);
+  }
+
+  std::optional<std::string> start() { return disc_walks(disc_).after_start(); }
+  std::optional<std::string> end_of_title(std::size_t number) {
+    return disc_walks(disc_).after_title(disc_.titles[number - 1]);
   }
 
   disc_contents disc_;
@@ -66,11 +71,11 @@ class DiscWalk : public ::testing::Test {
 };
 
 TEST_F(DiscWalk, FirstPlayLeadsToTheFirstMenu) {
-  EXPECT_EQ(after_start(disc_), "menu 1");
+  EXPECT_EQ(start(), "menu 1");
   disc_.first_play = nullptr;
-  EXPECT_EQ(after_start(disc_), "title 1 chapter 1");
+  EXPECT_EQ(start(), "title 1 chapter 1");
   disc_.titles.clear();
-  EXPECT_EQ(after_start(disc_), "nowhere");
+  EXPECT_EQ(start(), "nowhere");
 }
 
 TEST_F(DiscWalk, ButtonsLeadToTitlesChaptersMenusAndTheEnd) {
@@ -87,11 +92,49 @@ TEST_F(DiscWalk, WhatIsNotThereLeadsNowhere) {
   EXPECT_EQ(pressed(made_command({0, 0, 0, 0, 0, 0, 0, 0})), "nowhere") << "it does nothing";
 }
 
+TEST_F(DiscWalk, ButtonThatOnlySetsSomethingStaysInItsMenu) {
+  const vm_command audio = made_command({0x51, 0, 0, 0x81, 0, 0, 0, 0});
+  EXPECT_EQ(pressed(audio), std::nullopt);
+  EXPECT_EQ(pressed(made_command({0x71, 0, 0, 1, 0, 2, 0, 0})), std::nullopt) << "g1 = 2";
+}
+
+TEST_F(DiscWalk, WhereAConditionMayLeadIsNotNowhere) {
+  const vm_command if_g3 = made_command({0x20, 0xA4, 0, 3, 0, 2, 0, 2});  // if (g3 == 2) LinkPGCN 2
+  menu_[0]->pre.clear();
+  EXPECT_EQ(pressed(if_g3), std::nullopt);
+  menu_[0]->post = {if_g3};
+  EXPECT_EQ(pressed(link_tail), std::nullopt);
+  menu_[0]->post = {made_command({0x71, 0, 0, 3, 0, 1, 0, 0}), if_g3};
+  EXPECT_EQ(pressed(link_tail), "nowhere") << "g3 is set to 1 before";
+  first_->pre = {if_g3};
+  disc_.titlesets[0].chains.clear();
+  EXPECT_EQ(start(), "nowhere") << "all are 0 when a disc is put in";
+}
+
+TEST_F(DiscWalk, CommandsThatNeverEndLeadNowhere) {
+  menu_[0]->pre = {made_command({0, 0x01, 0, 0, 0, 0, 0, 1})};
+  EXPECT_EQ(start(), "nowhere");
+}
+
+TEST_F(DiscWalk, AllWalksOfADiscTogetherEnd) {
+  const vm_command loop_once[] = {
+      made_command({0x73, 0, 0, 1, 0, 1, 0, 0}),         // g1 += 1
+      made_command({0, 0xF1, 0, 1, 0x13, 0x00, 0, 1})};  // < 4864: again
+  menu_[0]->pre = {loop_once[0], loop_once[1]};
+  menu_[1]->pre = menu_[0]->pre;
+  disc_walks walks(disc_);
+  EXPECT_EQ(walks.after_start(), "menu 1");
+  int told = 1;
+  while (told < 10'000 && walks.after_start())
+    ++told;
+  EXPECT_LT(told, 5'000'000 / 9'728 + 2);
+}
+
 TEST_F(DiscWalk, RememberedMenuIsComeBackTo) {
   title_[0]->post = {made_command({0x71, 0, 0, 1, 0, 2, 0, 0}), call_root_menu};
-  EXPECT_EQ(after_title(disc_, disc_.titles[0]), "menu 2");
+  EXPECT_EQ(end_of_title(1), "menu 2");
   title_[1]->post = {call_root_menu};
-  EXPECT_EQ(after_title(disc_, disc_.titles[1]), "menu 1");
+  EXPECT_EQ(end_of_title(2), "menu 1");
 }
 
 TEST_F(DiscWalk, ButtonOfSeveralCommandsIsDoneBehindItsMenu) {
@@ -100,17 +143,17 @@ TEST_F(DiscWalk, ButtonOfSeveralCommandsIsDoneBehindItsMenu) {
 }
 
 TEST_F(DiscWalk, TitleWithoutACommandGoesToTheNextChainOrStops) {
-  EXPECT_EQ(after_title(disc_, disc_.titles[0]), "stop");
+  EXPECT_EQ(end_of_title(1), "stop");
   disc_.titlesets[0].chains.resize(2);
   disc_.titlesets[0].chains[1].title = 2;
   title_[0]->next = 2;
-  EXPECT_EQ(after_title(disc_, disc_.titles[0]), "title 2 chapter 1");
+  EXPECT_EQ(end_of_title(1), "title 2 chapter 1");
 }
 
 TEST_F(DiscWalk, MenusThatLeadInACircleAreLeft) {
   menu_[0]->pre = {link_chain(2)};
   menu_[1]->pre = {link_chain(1)};
-  EXPECT_EQ(after_start(disc_), std::nullopt);
+  EXPECT_EQ(start(), std::nullopt);
 }
 
 TEST_F(DiscWalk, MenusWithoutPicturesAreNotCounted) {
@@ -119,7 +162,7 @@ TEST_F(DiscWalk, MenusWithoutPicturesAreNotCounted) {
   EXPECT_EQ(menus_with_pictures(disc_)[0]->number, 2);
   menu_[0]->pre.clear();
   menu_[0]->post = {link_chain(2)};
-  EXPECT_EQ(after_start(disc_), "menu 1") << "the second is the first that shows anything";
+  EXPECT_EQ(start(), "menu 1") << "the second is the first that shows anything";
 }
 
 }  // namespace

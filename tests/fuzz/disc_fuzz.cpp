@@ -34,7 +34,7 @@ void check_commands(const std::vector<corvane::vm_command>& commands) {
     must(command.target() == corvane::target_of(command.bytes), "a target is what its bytes say");
   }
   corvane::vm_registers registers;
-  const auto to = corvane::run_commands(commands, registers);
+  const auto to = corvane::run_commands(commands, registers).to;
   must(!to || (to->where != corvane::vm_target::place::nowhere && !to->conditional),
        "what is done leads somewhere");
 }
