@@ -37,6 +37,12 @@ bool is_lacked(const font_characters& font, std::uint32_t code) {
   return code < blank || !drawn;  // spumux takes no control character from a font
 }
 
+// Control characters and line breaks would act where the text is read.
+bool can_be_shown(std::uint32_t code) {
+  const bool control = code >= 0x7F && code <= 0xA0, breaks = code == 0x2028 || code == 0x2029;
+  return code >= first_visible && !control && !breaks;
+}
+
 }  // namespace
 
 std::string code_text(std::uint32_t code) {
@@ -55,7 +61,7 @@ std::string list_of_characters(const std::vector<std::uint32_t>& characters) {
   for (std::size_t i = 0; i < shown; ++i) {
     if (i > 0)
       list += i + 1 == characters.size() ? " and " : ", ";
-    if (characters[i] < first_visible)
+    if (!can_be_shown(characters[i]))
       list += code_text(characters[i]);
     else
       list += "\"" + utf8_text(characters[i]) + "\" (" + code_text(characters[i]) + ")";

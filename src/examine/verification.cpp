@@ -9,8 +9,10 @@
 #include "platform/files/read_buffer.h"
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cstddef>
+#include <future>
 #include <iterator>
 #include <map>
 #include <span>
@@ -51,6 +53,15 @@ struct verification::state {
   std::vector<finding> findings;
   disc_traits found, foreseen;
 
+  // Tables and navigation packs lie all over the disc; a drive takes minutes for them, in which
+  // whoever waits wants to see that, and to stop it.
+  struct tables_read {
+    result<disc_contents> disc;
+    std::optional<result<disc_contents>> image;
+  };
+  std::atomic<bool> stopped = false;
+  std::future<tables_read> reading;
+
   void tell(std::string_view rule, const std::string& path, std::string what) {
     findings.push_back(disc_file_finding(rule, path, std::move(what)));
   }
@@ -72,18 +83,25 @@ struct verification::state {
     }
     if (!disc)
       return end();
-    auto contents_read = read_disc(*disc);
-    if (!contents_read) {
-      tell("disc-missing", where.folder.empty() ? where.image : where.folder, contents_read.error);
-      return end();
-    }
-    contents = std::move(*contents_read);
-    streams = std::make_unique<disc_stream_reader>(*contents);
-    find_parts();
-    if (image)
-      look_at_image_tables();
     for (const disc_file& one : disc->files())
       to_read += one.size * (image ? 2 : 1);
+    reading = std::async(std::launch::async, [this] {
+      const auto go_on = [this] { return !stopped; };
+      return tables_read{read_disc(*disc, go_on),
+                         image ? std::optional(read_disc(*image, go_on)) : std::nullopt};
+    });
+  }
+
+  void take(tables_read tables) {
+    if (!tables.disc) {
+      tell("disc-missing", where.folder.empty() ? where.image : where.folder, tables.disc.error);
+      return end();
+    }
+    contents = std::move(*tables.disc);
+    streams = std::make_unique<disc_stream_reader>(*contents);
+    find_parts();
+    if (tables.image)
+      look_at_image_tables(*tables.image);
     bytes = std::make_unique<slice_buffer>();
     of_image = image ? std::make_unique<slice_buffer>() : nullptr;
   }
@@ -110,8 +128,7 @@ struct verification::state {
   }
 
   /// What the tables in the image say of places; the rest is that of the folder.
-  void look_at_image_tables() {
-    const auto in_image = read_disc(*image);
+  void look_at_image_tables(const result<disc_contents>& in_image) {
     if (!in_image)
       return tell("image-files", where.image, in_image.error);
     for (const disc_trouble& trouble : in_image->troubles)
@@ -133,6 +150,19 @@ struct verification::state {
   }
 
   // Reading -------------------------------------------------------------------------------------
+
+  /// A piece of the work; false when there is no more, or none before `until`.
+  bool work(std::chrono::steady_clock::time_point until) {
+    if (!reading.valid()) {
+      if (!read_slice())
+        end();
+      return !done;
+    }
+    if (reading.wait_until(until) != std::future_status::ready)
+      return false;
+    take(reading.get());
+    return !done;
+  }
 
   /// The next slice; false at the end.
   bool read_slice() {
@@ -240,15 +270,16 @@ verification::verification(disc_place where, std::shared_ptr<const foreseen_run>
   state_->asked = std::move(foreseen);
 }
 
-verification::~verification() = default;
+verification::~verification() {
+  state_->stopped = true;
+}
 
 bool verification::step(int milliseconds) {
   const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
   if (!state_->begun)
     state_->begin();
-  while (!state_->done && std::chrono::steady_clock::now() < end)
-    if (!state_->read_slice())
-      state_->end();
+  while (!state_->done && std::chrono::steady_clock::now() < end && state_->work(end)) {
+  }
   return !state_->done;
 }
 

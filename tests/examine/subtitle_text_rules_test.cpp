@@ -251,6 +251,12 @@ TEST(SubtitleTextRules, CharactersThatAreNotDrawnAreNotMissing) {
               IsEmpty());
 }
 
+TEST(SubtitleTextRules, CharactersThatWouldActInAMessageAreNumbers) {
+  const auto findings = findings_with(font_with({'a', 'b'}), cue("a\u0085b"));
+  ASSERT_THAT(findings, SizeIs(1));
+  EXPECT_THAT(findings[0].found, EndsWith("has no U+0085"));
+}
+
 TEST(SubtitleTextRules, TabulatorIsDrawnAsIfTheFontLackedIt) {
   const auto findings = findings_with(font_with({9}), cue("a\tb"));
   ASSERT_THAT(findings, SizeIs(1));
