@@ -203,8 +203,11 @@ class ready_look {
     const auto& breaks = stream.breaks.kept;
     const auto first =
         std::ranges::find_if(breaks, [&](const time_break& one) { return !is_of_the_clock(one); });
-    if (first == breaks.end())
+    if (first == breaks.end()) {
+      if (breaks.empty())
+        look_for_holes(stream, item, found);
       return;
+    }
     const double way =
         static_cast<double>(way_between(first->before, first->after, stamp_turn)) / stamps_a_second;
     finding_collector c(ready_rules_table, item, file_);
@@ -214,6 +217,24 @@ class ready_look {
                  (stream.breaks.count > 1
                       ? "; in all there are " + std::to_string(stream.breaks.count) + " breaks"
                       : ""));
+    auto more = c.take();
+    std::move(more.begin(), more.end(), std::back_inserter(found));
+  }
+
+  /// Gaps too short to be known as such one by one: the time stamps go further than the pictures or
+  /// frames do.
+  void look_for_holes(const inner_stream& stream, finding_item item,
+                      std::vector<finding>& found) const {
+    constexpr double heard_of = 0.4;
+    const double held = stream.video   ? stream.video->seconds
+                        : stream.audio ? seconds_of(stream.audio->length)
+                                       : 0;
+    const double stamped = static_cast<double>(stream.length) / stamps_a_second;
+    if (!p_.whole || held <= 0 || stamped < held + heard_of)
+      return;
+    finding_collector c(ready_rules_table, item, file_);
+    c.add("ready-times", "its times cover " + seconds_text(stamped) + ", but there are only " +
+                             seconds_text(held) + " of it");
     auto more = c.take();
     std::move(more.begin(), more.end(), std::back_inserter(found));
   }

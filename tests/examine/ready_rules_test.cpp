@@ -120,6 +120,19 @@ TEST_F(ReadyRules, TimeStampsThatBreakWithTheClockAreToldWithIt) {
                                    "ready-times at title 1, audio 1, 00:00:20"));
 }
 
+TEST_F(ReadyRules, TimesThatGoFurtherThanPicturesAndSoundTellOfShortGaps) {
+  p.streams[0].video = ntsc_video();
+  p.streams[0].length = static_cast<stream_time>(24.4 * stamps_a_second);
+  p.streams[1].audio = sound(audio_kind::ac3);
+  p.streams[1].length = static_cast<stream_time>(24.3 * stamps_a_second);
+  EXPECT_THAT(found(), IsEmpty());
+  p.streams[0].length += stamps_a_second / 10;
+  p.streams[1].length += stamps_a_second / 5;
+  ASSERT_THAT(found(),
+              ElementsAre("ready-times at title 1, video", "ready-times at title 1, audio 1"));
+  EXPECT_EQ(findings()[1].found, "its times cover 24.5 s, but there are only 24 s of it");
+}
+
 TEST_F(ReadyRules, BytesThatBelongToNoPack) {
   p.loose.add({3 * 2048, 100, false});
   p.uneven_packs.add(2 * 2048);
