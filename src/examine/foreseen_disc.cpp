@@ -102,19 +102,31 @@ class foreseeing {
     return s;
   }
 
+  // dvdauthor leaves gaps where they are, and makes others where it moves a clock that begins
+  // again: such a file becomes longer than its pictures.
+  static bool times_go_on(const program_stream_facts& p) {
+    constexpr double gap = 0.1;
+    const inner_stream* const video = p.video();
+    return p.clock_breaks.count == 0 && video != nullptr && video->breaks.count == 0 &&
+           (!video->video || p.seconds < video->video->seconds + gap);
+  }
+
   // dvdauthor numbers the sound streams of a ready file by their stream numbers.
   static void look_inside(streams& s, const file_facts& file) {
     const inner_stream* const video = file.program->video();
     if (video != nullptr && video->video)
       s.video = &*video->video;
-    s.whole_video = file.whole;
+    s.whole_video = file.whole && times_go_on(*file.program);
     std::map<int, const inner_stream*> by_number;
     for (const inner_stream& one : file.program->streams)
       if (one.kind == inner_kind::ac3 || one.kind == inner_kind::mpeg_audio)
         by_number.emplace(one.number, &one);
     // Of other kinds of sound nothing more is known.
     s.known_sounds = file.whole && file.program->count_of(inner_kind::dts) == 0 &&
-                     file.program->count_of(inner_kind::lpcm) == 0;
+                     file.program->count_of(inner_kind::lpcm) == 0 &&
+                     by_number.size() ==
+                         static_cast<std::size_t>(file.program->count_of(inner_kind::ac3) +
+                                                  file.program->count_of(inner_kind::mpeg_audio));
     int next = 0;
     for (const auto& [number, one] : by_number) {
       // A gap in the numbers: what of them becomes which stream of the disc is not foreseen.
