@@ -1,5 +1,6 @@
 // Projects of material that a disc takes, made up at random: none has an error before its run, none
 // a difference after it.
+#include "clips.h"
 #include "command.h"
 #include "judge.h"
 #include "large_sets.h"
@@ -10,12 +11,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <functional>
 #include <map>
 #include <random>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace corvane::disc {
@@ -35,12 +33,10 @@ constexpr const char* by_mpeg2enc =
     " -pix_fmt yuv420p -vf setsar=1 -f yuv4mpegpipe - | "
     "mpeg2enc -v 0 -4 4 -2 4 -r 8 -f 8 -b 3000 ";
 
-/// Clips of several encoders, kept beside the test program for the next time; a clip that is made
-/// in another way has another name.
+/// Clips of several encoders.
 class clips {
  public:
-  clips() : folder_(CORVANE_CLIPS) {
-    std::filesystem::create_directories(folder_);
+  clips() {
     for (const bool pal : {false, true})
       for (const char* const aspect : {"4:3", "16:9"})
         make_videos(pal, aspect);
@@ -52,9 +48,7 @@ class clips {
     sound("twolame.mp2", "-ac 2 -c:a libtwolame -b:a 192k");
   }
 
-  std::string stored(const std::string& name) const {
-    return stored_from_native(folder_ + "/" + files_.at(name));
-  }
+  std::string stored(const std::string& name) const { return stored_from_native(files_.at(name)); }
   /// Names of clips of this standard and these proportions; the last one is a ready file.
   static std::vector<std::string> videos(bool pal, const std::string& aspect) {
     const std::string begin = (pal ? "pal" : "ntsc") + aspect.substr(0, aspect.find(':'));
@@ -71,18 +65,7 @@ class clips {
  private:
   /// `line` makes the file whose name stands behind it.
   void make(const std::string& line, const std::string& name) {
-    const std::string file = std::to_string(std::hash<std::string>()(line)) + "-" + name;
-    files_[name] = file;
-    if (std::filesystem::exists(folder_ + "/" + file))
-      return;
-    const testing_support::temporary_folder folder;
-    command c{{"/bin/sh", "-c", line + " " + name}};
-    c.folder = folder.path();
-    const finished made = run(c);
-    ASSERT_EQ(made.status, 0) << line << "\n" << made.out;
-    const std::string whole = folder_ + "/whole-" + std::to_string(::getpid());
-    std::filesystem::copy_file(folder.path(name), whole);
-    std::filesystem::rename(whole, folder_ + "/" + file);
+    files_[name] = kept_clip(line, name);
   }
 
   void make_videos(bool pal, const std::string& aspect) {
@@ -110,8 +93,7 @@ class clips {
          name);
   }
 
-  std::string folder_;
-  std::map<std::string, std::string> files_;  // by the clip's name
+  std::map<std::string, std::string> files_;  // native paths by the clip's name
 };
 
 /// A project made up of clips.
