@@ -118,7 +118,7 @@ TEST(ChapterRules, MergedChaptersAreNamedByEntryAndTime) {
 
 TEST(ChapterRules, ChaptersThatBeginElsewhereAreANoteForTheirTitle) {
   const disc_description d = disc_with("0,5.2,7.05,9.75");
-  EXPECT_THAT(found(d, half_seconds()), ElementsAre("chapter-moved at title 1"));
+  ASSERT_THAT(found(d, half_seconds()), ElementsAre("chapter-moved at title 1"));
   const auto findings = chapter_findings(d, std::vector{half_seconds()});
   EXPECT_EQ(findings[0].severity, finding_severity::note);
   EXPECT_EQ(findings[0].found, "\"5.2\" begins at 00:00:05.00, \"9.75\" begins at 00:00:09.50");
@@ -157,6 +157,7 @@ TEST(ChapterRules, AButtonWhoseChapterIsNoneIsTold) {
   disc_description d = disc_with("0,9,5,12");
   add_button(d, "jump title 1 chapter 3");
   const auto findings = chapter_findings(d, std::vector{half_seconds()});
+  ASSERT_FALSE(findings.empty());
   EXPECT_EQ(findings.back().rule, "chapter-number");
   EXPECT_EQ(findings.back().found,
             "chapter 3 of title 1 will begin at 00:00:12.00, not at 00:00:05.00, which is no "

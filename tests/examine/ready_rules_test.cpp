@@ -68,7 +68,7 @@ TEST_F(ReadyRules, CleanStreamHasNoFinding) {
 
 TEST_F(ReadyRules, AClockThatBeginsAgainIsAWarning) {
   break_clock(10, 0);
-  EXPECT_THAT(found(), ElementsAre("ready-clock at title 1, 00:00:10"));
+  ASSERT_THAT(found(), ElementsAre("ready-clock at title 1, 00:00:10"));
   EXPECT_EQ(findings()[0].severity, finding_severity::warning);
 }
 
@@ -167,7 +167,7 @@ TEST_F(ReadyRules, AFileThatEndsWithinAPack) {
 
 TEST_F(ReadyRules, AnEndCodeInTheMiddle) {
   p.middle_end_codes.add(5000);
-  EXPECT_THAT(found(), ElementsAre("ready-end-code at title 1"));
+  ASSERT_THAT(found(), ElementsAre("ready-end-code at title 1"));
   EXPECT_EQ(findings()[0].severity, finding_severity::warning);
 }
 

@@ -243,7 +243,7 @@ TEST_F(TitlesetRules, LpcmAndDtsAreComparedWithOtherSound) {
   add_title(ntsc_video(), {ac3});
   add_ready_title(ready_with({inner_sound(inner_kind::lpcm)}));
   add_ready_title(ready_with({inner_sound(inner_kind::dts)}));
-  EXPECT_THAT(found(), ElementsAre("audio-optional-kind at title 3, audio 1",
+  ASSERT_THAT(found(), ElementsAre("audio-optional-kind at title 3, audio 1",
                                    "titleset-audio-kind at title 2, audio 1",
                                    "titleset-audio-kind at title 3, audio 1"));
   EXPECT_EQ(stream_findings(d, facts)[1].found, "the sound is LPCM, that of title 1 AC-3");
@@ -260,7 +260,7 @@ TEST_F(TitlesetRules, LpcmOfOtherSamplesThanTheFirstTitle) {
   inner_stream fine = inner_sound(inner_kind::lpcm);
   fine.lpcm = lpcm_format{48'000, 24, 2};
   add_ready_title(ready_with({fine}));
-  EXPECT_THAT(found(), ElementsAre("titleset-audio-samples at title 2, audio 1"));
+  ASSERT_THAT(found(), ElementsAre("titleset-audio-samples at title 2, audio 1"));
   EXPECT_EQ(stream_findings(d, facts)[0].found,
             "the sound is LPCM of 48 kHz, 24 bits, 2 channels, that of title 1 LPCM of 48 kHz, 16 "
             "bits, 2 channels");
@@ -279,7 +279,7 @@ TEST_F(TitlesetRules, TwoKindsOfOneNumberAreTwoStreams) {
 TEST_F(TitlesetRules, SoundOfAnotherNumberIsAnotherStream) {
   add_ready_title(ready_with({inner_sound(inner_kind::ac3)}));
   add_ready_title(ready_with({inner_sound(inner_kind::ac3, 1)}));
-  EXPECT_THAT(found(), ElementsAre("titleset-audio-number at title 2"));
+  ASSERT_THAT(found(), ElementsAre("titleset-audio-number at title 2"));
   EXPECT_EQ(stream_findings(d, facts)[0].found,
             "its sound has the number 2 inside, that of title 1 1");
 }
@@ -315,7 +315,7 @@ TEST_F(TitlesetRules, EachFileOfATitleIsExamined) {
   file_facts gone;
   gone.why_unreadable = "No such file or directory";
   add_file("gone.vob", gone);
-  EXPECT_THAT(
+  ASSERT_THAT(
       found(),
       ElementsAre("ready-without-nav-packs at title 1", "video-standard at title 1, video",
                   "file-missing at title 1", "titleset-aspect at title 1, video",
