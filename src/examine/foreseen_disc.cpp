@@ -122,11 +122,11 @@ class foreseeing {
       if (one.kind == inner_kind::ac3 || one.kind == inner_kind::mpeg_audio)
         by_number.emplace(one.number, &one);
     // Of other kinds of sound nothing more is known.
-    s.known_sounds = file.whole && file.program->count_of(inner_kind::dts) == 0 &&
-                     file.program->count_of(inner_kind::lpcm) == 0 &&
-                     by_number.size() ==
-                         static_cast<std::size_t>(file.program->count_of(inner_kind::ac3) +
-                                                  file.program->count_of(inner_kind::mpeg_audio));
+    s.known_sounds =
+        file.whole && file.program->count_of(inner_kind::dts) == 0 &&
+        file.program->count_of(inner_kind::lpcm) == 0 &&
+        static_cast<int>(by_number.size()) == file.program->count_of(inner_kind::ac3) +
+                                                  file.program->count_of(inner_kind::mpeg_audio);
     int next = 0;
     for (const auto& [number, one] : by_number) {
       // A gap in the numbers: what of them becomes which stream of the disc is not foreseen.

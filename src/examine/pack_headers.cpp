@@ -80,7 +80,7 @@ std::uint8_t stream_of_sector(byte_span sector) {
   constexpr std::size_t packet_header = 9;
   std::size_t at = longest_pack_header + (sector[13] & 7U);
   if (has_code(at) && sector[at + 3] == system_header)
-    at += std::size_t{6} + (sector[at + 4] << 8 | sector[at + 5]);
+    at += 6 + (std::size_t{sector[at + 4]} << 8 | sector[at + 5]);
   if (at + packet_header > disc_pack_size || !has_code(at))
     return 0;
   if (sector[at + 3] != private_stream_1)

@@ -51,10 +51,11 @@ stream_name name_of(const stream_packet& packet) {
 std::optional<int> pictures_before_first(std::span<const std::uint8_t> payload) {
   constexpr std::array<std::uint8_t, 4> picture = {0, 0, 1, 0};
   constexpr int intra = 1;
-  const auto found = std::ranges::search(payload, picture);
-  if (payload.end() - found.begin() < 6)
+  const auto found = std::search(payload.begin(), payload.end(), picture.begin(), picture.end());
+  constexpr std::ptrdiff_t to_kind = 6;
+  if (payload.end() - found < to_kind)
     return std::nullopt;
-  const std::uint8_t* const number = &*found.begin() + picture.size();
+  const auto number = found + picture.size();
   if ((number[1] >> 3 & 7) != intra)
     return std::nullopt;
   return number[0] << 2 | number[1] >> 6;

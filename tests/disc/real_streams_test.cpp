@@ -83,13 +83,12 @@ std::string without_later_sequence_headers(std::string stream) {
   return stream;
 }
 
-/// Where the payload of the pack's first packet behind a system header begins; its stream stands 5
-/// bytes before, counted without the packet's own header.
+/// Where the pack's first packet behind a system header begins.
 std::size_t packet_in(const std::string& stream, std::size_t begin) {
   constexpr std::size_t pack_header_size = 14;
   std::size_t at = begin + pack_header_size + (stream[begin + 13] & 7);
   if (stream.compare(at, 4, "\0\0\1\xBB"s) == 0)
-    at += 6 + (static_cast<unsigned char>(stream[at + 4]) << 8) +
+    at += 6 + (std::size_t{static_cast<unsigned char>(stream[at + 4])} << 8) +
           static_cast<unsigned char>(stream[at + 5]);
   return at;
 }
