@@ -1,14 +1,18 @@
 #include "examine/disc_rules.h"
 
 #include "examine/button_looks.h"
+#include "examine/cue_times.h"
 #include "examine/disc_walk.h"
+#include "examine/inner_stream_scan.h"
 #include "examine/measures.h"
+#include "examine/time_course.h"
 #include "formats/numbers.h"
 #include "formats/time_text.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
 #include <optional>
 #include <utility>
 
@@ -63,9 +67,21 @@ constexpr std::array disc_rules_table = {
          "a stream of the kind that the tables state",
          "silence until the viewer changes the sound stream",
          "give each title a sound stream of the same kind", disc_tables_source},
-    rule{"disc-clock", severity::error, "The times of a title go on without a break",
+    rule{"disc-sound-format", severity::warning,
+         "The tables say of channels and samples what each sound stream says of itself",
+         "as the tables state",
+         "nothing in most players, which take both from the stream; others show another number of "
+         "channels, or choose the wrong way to play them",
+         "nothing need be done; to have both alike, author the title's sound in a titleset of its "
+         "own, or encode all sound alike",
+         disc_tables_source},
+    rule{"disc-clock", severity::error, "The clock of a title or menu goes on without a break",
          "times without a break", "a stumble there, or a player that stops", author_again,
          disc_tables_source},
+    rule{"disc-times", severity::error,
+         "The time stamps of each stream of a title or menu go on without a break",
+         "times without a break", "a stumble there, or a picture and a sound that part",
+         author_again, disc_tables_source},
     rule{"disc-bytes", severity::error, "A title is packs from its first byte to its last",
          "packs, one behind the other", "a stumble there, or a player that stops", author_again,
          disc_tables_source},
@@ -100,6 +116,9 @@ constexpr std::array disc_rules_table = {
     rule{"disc-last-picture", severity::note, "The last picture of a stream is on the disc",
          "as foreseen", "nothing: the last picture of a stream without an end code is left out",
          "nothing", "mplex 2.1.0, measured"},
+    rule{"disc-picture-end", severity::error, "Pictures are shown to the end of their stream",
+         "at least as foreseen", "a picture that stands still or is black from there on",
+         "look at the stream's findings with \"check project...\"", as_asked},
     rule{"disc-chapters", severity::error, "Chapters are where they were asked for", "as foreseen",
          "chapters elsewhere, or none", author_again, as_asked},
     rule{"disc-sound", severity::error, "Titles and menus have the sound of their streams",
@@ -111,6 +130,9 @@ constexpr std::array disc_rules_table = {
     rule{"disc-subtitles", severity::error, "Titles have their text subtitles", "as foreseen",
          "subtitles that are missing, or in another language",
          "look at the subtitle's findings with \"check project...\"", as_asked},
+    rule{"disc-subtitle-times", severity::error, "Each subtitle comes up and goes at its time",
+         "as foreseen", "a subtitle at another time, or one that stays too long or too short",
+         author_again, as_asked},
     rule{"disc-then", severity::error, "What follows a title is what was asked for", "as foreseen",
          "something else after the title", "correct the title's command", as_asked},
     rule{"disc-menu", severity::error, "Menus stay, or begin again, as asked", "as foreseen",
@@ -132,7 +154,7 @@ struct comparison {
   trait_kind what;
   std::string_view rule;
   bool of_material;  ///< follows from the streams, whose errors were told before the run
-  enum { same, near, at_least, drawing } how = same;
+  enum { same, near, at_least, drawing, cues, within_unit, untold } how = same;
   double tolerance = 0;  ///< seconds
 };
 
@@ -152,6 +174,7 @@ constexpr std::array comparisons = {
     comparison{trait_kind::format, "disc-sound", true},
     comparison{trait_kind::language, "disc-sound", false},
     comparison{trait_kind::sounds_until, "disc-sound-end", true, comparison::at_least, 0.5},
+    comparison{trait_kind::shows_until, "disc-picture-end", true, comparison::at_least, 0.5},
     comparison{trait_kind::subtitles, "disc-subtitles", true},
     comparison{trait_kind::cues, "disc-subtitles", true},
     comparison{trait_kind::first_cue, "disc-subtitles", true, comparison::near, 0.1},
@@ -164,6 +187,10 @@ constexpr std::array comparisons = {
     comparison{trait_kind::highlighted, "disc-button-colours", false},
     comparison{trait_kind::selected, "disc-button-colours", false},
     comparison{trait_kind::drawn, "disc-button-drawn", false, comparison::drawing},
+    comparison{trait_kind::shown, "disc-subtitle-times", true, comparison::cues},
+    comparison{trait_kind::lands, "disc-chapters", true, comparison::within_unit, 0.02},
+    comparison{trait_kind::unit, "disc-chapters", true, comparison::untold},
+    comparison{trait_kind::breaks, "disc-times", true, comparison::untold},
 };
 
 const comparison& comparison_of(trait_kind what) {
@@ -174,13 +201,23 @@ const comparison& comparison_of(trait_kind what) {
 /// A picture and a half of the slowest rate.
 constexpr double about_a_picture = 1.5 / 24;
 
-bool agree(const comparison& c, const disc_trait& foreseen, const disc_trait& found) {
+/// What a trait may differ by, in seconds.
+double tolerance_of(const comparison& c, const disc_trait& trait, const disc_traits& foreseen) {
+  const disc_trait* const unit =
+      c.how == comparison::within_unit
+          ? foreseen.find(part_of(trait.item, part::whole), trait_kind::unit)
+          : nullptr;
+  return c.tolerance + (unit == nullptr ? 0 : leading_number(unit->value));
+}
+
+bool agree(const comparison& c, const disc_trait& foreseen, const disc_trait& found,
+           double tolerance) {
   if (c.how == comparison::same)
     return foreseen.value == found.value;
   if (c.how == comparison::drawing)
     return is_same_drawing(foreseen.value, found.value);
   const double more = leading_number(found.value) - leading_number(foreseen.value);
-  return more >= -c.tolerance && (c.how == comparison::at_least || more <= c.tolerance);
+  return more >= -tolerance && (c.how == comparison::at_least || more <= tolerance);
 }
 
 std::string missing_text(const disc_trait& foreseen) {
@@ -190,12 +227,34 @@ std::string missing_text(const disc_trait& foreseen) {
   return "it is not there";
 }
 
-std::optional<finding> difference(const disc_trait& foreseen, const disc_traits& found,
-                                  bool in_spite_of_errors) {
+/// The first one that differs; nothing where another number of them tells enough.
+std::optional<finding> difference_of_cues(const disc_trait& foreseen, const disc_traits& found,
+                                          bool in_spite_of_errors) {
+  const disc_trait* const got = found.find(foreseen.item, foreseen.kind);
+  const auto apart = got == nullptr ? std::nullopt : first_cue_apart(foreseen.value, got->value);
+  if (!apart)
+    return std::nullopt;
+  std::string text = "cue " + std::to_string(apart->number) + " is shown " + text_of(apart->found);
+  if (apart->others > 0)
+    text += "; " + count_text(apart->others, "other is", "others are") + " not as foreseen, too";
+  finding f = finding_of(disc_rules_table, "disc-subtitle-times", foreseen.item, std::move(text),
+                         text_of(apart->foreseen));
+  f.seconds = apart->foreseen.begins;
+  if (in_spite_of_errors)
+    f.severity = severity::warning;
+  return f;
+}
+
+std::optional<finding> difference(const disc_trait& foreseen, const disc_traits& all_foreseen,
+                                  const disc_traits& found, bool in_spite_of_errors) {
   const comparison& c = comparison_of(foreseen.kind);
+  if (c.how == comparison::untold)
+    return std::nullopt;
+  if (c.how == comparison::cues)
+    return difference_of_cues(foreseen, found, in_spite_of_errors);
   const disc_trait* const got = found.find(foreseen.item, foreseen.kind);
   const std::string name(name_of(foreseen.kind));
-  if (got != nullptr && agree(c, foreseen, *got)) {
+  if (got != nullptr && agree(c, foreseen, *got, tolerance_of(c, foreseen, all_foreseen))) {
     const double less = leading_number(foreseen.value) - leading_number(got->value);
     if (foreseen.kind == trait_kind::length && less > 0.01 && less < about_a_picture)
       return finding_of(disc_rules_table, "disc-last-picture", foreseen.item,
@@ -214,6 +273,9 @@ std::optional<finding> difference(const disc_trait& foreseen, const disc_traits&
   return f;
 }
 
+/// Of breaks in times no more are told, whatever a disc holds.
+constexpr std::size_t most_breaks = unit_trouble_list::most;
+
 /// Whether the disc says anything of the item, so that what it does not say cannot be told.
 bool is_there(const disc_traits& found, const finding_item& item) {
   return std::any_of(found.all().begin(), found.all().end(),
@@ -224,8 +286,9 @@ bool is_there(const disc_traits& found, const finding_item& item) {
 bool may_be_unknown(trait_kind what) {
   return what == trait_kind::first_play || what == trait_kind::then ||
          what == trait_kind::leads_to || what == trait_kind::audio_streams ||
-         what == trait_kind::sounds_until || what == trait_kind::subtitles ||
-         what == trait_kind::cues || what == trait_kind::first_cue || what == trait_kind::last_cue;
+         what == trait_kind::sounds_until || what == trait_kind::shows_until ||
+         what == trait_kind::subtitles || what == trait_kind::cues ||
+         what == trait_kind::first_cue || what == trait_kind::last_cue || what == trait_kind::shown;
 }
 
 /// Where nothing is said of it, another finding tells why: the button or the menu's picture is not
@@ -318,6 +381,7 @@ class self_examiner {
       return;
     look_at_picture(item, title.video, *streams);
     look_at_packs(item, *streams);
+    look_at_times(item, title.audio, title.subpictures, *streams);
     if (streams->shared)
       return;
     for (std::size_t i = 0; i < title.audio.size(); ++i)
@@ -353,6 +417,7 @@ class self_examiner {
                      const chain_streams& streams) {
     item.part = part::audio;
     item.part_number = number;
+    look_at_format(item, stated, streams);
     const inner_kind said = stated.id >= 0xC0 ? inner_kind::mpeg_audio : inner_kind::ac3;
     if (stated.attributes.format() != "ac3" && stated.attributes.format() != "mp2")
       return;
@@ -364,6 +429,28 @@ class self_examiner {
           said == inner_kind::ac3 ? "AC-3" : "MPEG audio");
   }
 
+  /// By what the stream's first frame, or packet, says of it.
+  void look_at_format(const finding_item& item, const disc_audio_stream& stated,
+                      const chain_streams& streams) {
+    const audio_attributes& said = stated.attributes;
+    const inner_stream* const sound =
+        streams.head ? stream_with(*streams.head, stated.id) : nullptr;
+    if (sound == nullptr)
+      return;
+    const auto compare = [&](int is, int tables, const std::string& what) {
+      if (is > 0 && tables > 0 && is != tables)
+        add("disc-sound-format", item, "the sound has " + std::to_string(is) + " " + what,
+            std::to_string(tables) + " " + what + ", as the tables state");
+    };
+    const auto frame = sound->audio ? sound->audio->first : std::nullopt;
+    const int rate = frame ? frame->sample_rate : sound->lpcm ? sound->lpcm->sample_rate : 0;
+    const int channels = frame ? frame->channels : sound->lpcm ? sound->lpcm->channels : 0;
+    compare(rate, said.sample_rate(), "samples a second");
+    compare(channels, said.channels, "channels");
+    if (sound->lpcm)
+      compare(sound->lpcm->bits, 16 + 4 * said.quantization, "bits in a sample");
+  }
+
   void look_at_packs(const finding_item& item, const chain_streams& streams) {
     const program_stream_facts& facts = streams.facts;
     if (facts.loose_bytes_in_all > 0)
@@ -373,16 +460,79 @@ class self_examiner {
       add("disc-bytes", item,
           count_text(facts.uneven_packs.count, "pack does", "packs do") +
               " not begin where a sector begins");
-    // spumux puts buttons that come up after the end of their menu behind it, at their time.
-    if (!streams.in_order || streams.shared || item.whole == whole::menu)
+  }
+
+  /// Whether its times tell anything: all of it was read, in its order.
+  static bool has_times(const chain_streams& streams) {
+    return streams.in_order && !streams.shared;
+  }
+
+  void look_at_times(const finding_item& item, std::span<const disc_audio_stream> sounds,
+                     std::span<const disc_subpicture_stream> subpictures,
+                     const chain_streams& streams) {
+    if (!has_times(streams))
       return;
-    for (const time_break& one : facts.clock_breaks.kept)
-      if (!one.new_vob) {
-        add("disc-clock", item, "the clock breaks off");
-        found_.back().seconds =
-            static_cast<double>(one.elapsed) / static_cast<double>(clocks_a_second);
-        return;
-      }
+    for (const time_break& one : streams.facts.clock_breaks.kept) {
+      // spumux puts buttons and subtitles that come up after the end behind it, at their time.
+      const bool is_late = one.position >= streams.shown_bytes;
+      if (item.whole == whole::menu && is_late)
+        break;
+      add_break("disc-clock", item, one, "the clock", clocks_a_second);
+      if (is_late)
+        found_.back().severity = severity::warning;
+    }
+    for (const inner_stream& one : streams.facts.streams)
+      for (const time_break& at : one.breaks.kept)
+        add_break("disc-times", item_of(item, sounds, subpictures, one), at, "its time stamps",
+                  stamps_a_second);
+  }
+
+  /// `unit`: how many of the times make a second.
+  void add_break(std::string_view id, const finding_item& item, const time_break& one,
+                 const std::string& what, std::uint64_t unit) {
+    if (one.new_vob || breaks_ == most_breaks)
+      return;
+    ++breaks_;
+    const auto seconds = [unit](std::uint64_t time) {
+      return static_cast<double>(time) / static_cast<double>(unit);
+    };
+    const std::int64_t step =
+        way_between(one.before, one.after, unit / stamps_a_second * stamp_turn);
+    const bool plural = id == "disc-times";
+    add(id, item,
+        what +
+            (step < 0 ? plural ? " go back by " : " goes back by "
+             : plural ? " leave out "
+                      : " leaves out ") +
+            seconds_text(seconds(static_cast<std::uint64_t>(std::abs(step)))));
+    found_.back().seconds = seconds(one.elapsed);
+  }
+
+  /// The stream's own item, where the tables state it.
+  static finding_item item_of(const finding_item& whole_item,
+                              std::span<const disc_audio_stream> sounds,
+                              std::span<const disc_subpicture_stream> subpictures,
+                              const inner_stream& stream) {
+    const auto number_in = [](auto streams, int id) {
+      const auto at = std::ranges::find(streams, id, [](const auto& one) { return one.id; });
+      return at == streams.end() ? 0 : static_cast<int>(at - streams.begin()) + 1;
+    };
+    switch (stream.kind) {
+      case inner_kind::video:
+        return part_of(whole_item, part::video);
+      case inner_kind::mpeg_audio:
+        return part_of(whole_item, part::audio, number_in(sounds, 0xC0 + stream.number));
+      case inner_kind::ac3:
+        return part_of(whole_item, part::audio, number_in(sounds, 0x80 + stream.number));
+      case inner_kind::dts:
+        return part_of(whole_item, part::audio, number_in(sounds, 0x88 + stream.number));
+      case inner_kind::lpcm:
+        return part_of(whole_item, part::audio, number_in(sounds, 0xA0 + stream.number));
+      case inner_kind::subpicture:
+        return part_of(whole_item, part::subtitle, number_in(subpictures, 0x20 + stream.number));
+      default:
+        return whole_item;
+    }
   }
 
   void look_at_menu(const finding_item& item, const disc_menu_contents& menu) {
@@ -399,6 +549,7 @@ class self_examiner {
       return;
     look_at_picture(item, menu.video, *streams);
     look_at_packs(item, *streams);
+    look_at_times(item, {}, {}, *streams);
     if (buttons > 0 && !streams->shared)
       look_at_overlay(item, *streams);
   }
@@ -414,6 +565,7 @@ class self_examiner {
   const disc_streams& streams_;
   disc_walks walks_;
   std::vector<finding> found_;
+  std::size_t breaks_ = 0;
 };
 
 }  // namespace
@@ -439,7 +591,7 @@ std::vector<finding> differences(const disc_traits& foreseen, const disc_traits&
     if (found.find(trait.item, trait.kind) == nullptr &&
         (is_of_looks(trait.kind) || (may_be_unknown(trait.kind) && is_there(found, trait.item))))
       continue;
-    if (auto one = difference(trait, found, in_spite_of_errors))
+    if (auto one = difference(trait, foreseen, found, in_spite_of_errors))
       all.push_back(std::move(*one));
   }
   return all;

@@ -1,5 +1,6 @@
 #include "examine/disc_streams.h"
 
+#include "examine/last_pictures.h"
 #include "examine/pack_headers.h"
 #include "examine/stream_addresses.h"
 #include "formats/ifo.h"
@@ -31,6 +32,17 @@ struct disc_stream_reader::reading {
   program_stream_scanner scanner{inner_streams::counted};
   std::vector<std::uint8_t> head;
   bool head_looked_at = false;
+  std::uint64_t sectors = 0;       // that its cells have
+  std::vector<std::uint8_t> last;  // the bytes that end_of_pictures looks at
+  const disc_vobs* vobs = nullptr;
+  bool wants_subtitles = false;
+  /// The unit of each subpicture stream that is not whole yet.
+  struct open_unit {
+    stream_time stamp = 0;
+    std::vector<std::uint8_t> bytes;
+    bool broken = false;  ///< one of the stream's units cannot be read
+  };
+  std::map<int, open_unit> units;
   std::optional<std::uint8_t> overlay_stream;  // not set: none is looked for
 
   bool wants_overlay() const {
@@ -54,7 +66,8 @@ disc_stream_reader::disc_stream_reader(const disc_contents& disc) {
   };
   for (const disc_title_contents& title : disc.titles)
     if (const disc_vobs* const vobs = vobs_of(title.titleset, false))
-      add(title.chain, *vobs);
+      if (reading* const added = add(title.chain, *vobs); added != nullptr)
+        added->wants_subtitles = true;
   for (const disc_menu_contents& menu : disc.menus)
     if (const disc_vobs* const vobs = vobs_of(menu.titleset, true))
       if (reading* const added = add(menu.chain, *vobs); added != nullptr && menu.chain.highlight)
@@ -73,6 +86,7 @@ disc_stream_reader::reading* disc_stream_reader::add(const disc_chain& chain,
   readings_.push_back(std::make_unique<reading>());
   reading& r = *readings_.back();
   r.chain = chain.tables.get();
+  r.vobs = &vobs;
   std::vector<stretch>& all = stretches_[&vobs];
   std::uint64_t end = 0;
   for (const cell_playback& cell : chain.tables->cells) {
@@ -88,6 +102,7 @@ disc_stream_reader::reading* disc_stream_reader::add(const disc_chain& chain,
       continue;
     }
     all.insert(next, {cell.first_sector, cell.last_sector, &r});
+    r.sectors += std::uint64_t{cell.last_sector} - cell.first_sector + 1;
   }
   return &r;
 }
@@ -95,6 +110,7 @@ disc_stream_reader::reading* disc_stream_reader::add(const disc_chain& chain,
 void disc_stream_reader::take(reading& r, std::span<const std::uint8_t> bytes) {
   r.streams.sectors += bytes.size() / disc_sector_size;
   r.scanner.feed(bytes.data(), bytes.size());
+  take_last(r, bytes);
   take_overlay(r, bytes);
   take_head(r, bytes);
 }
@@ -112,6 +128,19 @@ void disc_stream_reader::take_head(reading& r, std::span<const std::uint8_t> byt
   r.head = {};
 }
 
+void disc_stream_reader::take_last(reading& r, std::span<const std::uint8_t> bytes) {
+  const std::uint64_t left = r.sectors - std::min(r.sectors, r.streams.sectors);
+  if (left >= sectors_of_last_pictures)
+    return;
+  const std::uint64_t wanted = sectors_of_last_pictures - left;
+  bytes = bytes.last(std::min<std::uint64_t>(bytes.size(), wanted * disc_sector_size));
+  r.last.insert(r.last.end(), bytes.begin(), bytes.end());
+  if (left > 0)
+    return;
+  r.streams.pictures_end = end_of_pictures(r.last);
+  r.last = {};
+}
+
 /// A unit begins with a packet that has a time, and may go on in others.
 void disc_stream_reader::take_overlay(reading& r, std::span<const std::uint8_t> bytes) {
   std::vector<std::uint8_t>& unit = r.streams.overlay;
@@ -123,6 +152,30 @@ void disc_stream_reader::take_overlay(reading& r, std::span<const std::uint8_t> 
   for (; r.wants_overlay() && bytes.size() >= disc_sector_size;
        bytes = bytes.subspan(disc_sector_size))
     each_packet_in_pack(bytes.first(disc_sector_size), take_packet);
+}
+
+/// A unit begins with a packet that has a time, and may go on in others.
+void disc_stream_reader::take_subtitles(reading& r, std::span<const std::uint8_t> sector) {
+  each_packet_in_pack(
+      sector, [&](const stream_packet& packet, std::span<const std::uint8_t> payload) {
+        const int number = packet.substream.value_or(0) - first_subpicture;
+        if (payload.empty() || number < 0 || number > last_subpicture - first_subpicture)
+          return;
+        reading::open_unit& unit = r.units[number];
+        if (packet.shown) {
+          unit.broken = unit.broken || !unit.bytes.empty();
+          unit.stamp = *packet.shown;
+          unit.bytes.clear();
+        }
+        unit.bytes.insert(unit.bytes.end(), payload.begin() + 1, payload.end());
+        const std::size_t size = stated_unit_size(unit.bytes);
+        if (unit.bytes.size() < 2 || unit.bytes.size() < size)
+          return;
+        const auto times = read_subpicture_times(unit.bytes);
+        unit.broken = unit.broken || !times;
+        r.streams.subtitles[number].push_back({unit.stamp, times.value_or(subpicture_times{})});
+        unit.bytes.clear();
+      });
 }
 
 void disc_stream_reader::take_packs(const disc_vobs& vobs, std::uint32_t first_sector,
@@ -150,7 +203,27 @@ void disc_stream_reader::feed(const disc_vobs& vobs, std::uint32_t first_sector,
     const std::uint64_t to = std::min<std::uint64_t>(std::uint64_t{next->last} + 1, end);
     take(*next->of,
          bytes.subspan((from - first_sector) * disc_sector_size, (to - from) * disc_sector_size));
+    const std::vector<std::uint8_t>& packs = packs_[&vobs];
+    for (std::uint64_t sector = from; next->of->wants_subtitles && sector < to; ++sector)
+      if (sector < packs.size() && packs[sector] >= first_subpicture &&
+          packs[sector] <= last_subpicture)
+        take_subtitles(*next->of,
+                       bytes.subspan((sector - first_sector) * disc_sector_size, disc_sector_size));
   }
+}
+
+std::uint64_t disc_stream_reader::shown_bytes(const reading& r) const {
+  const auto is_shown = [](std::uint8_t stream) {
+    return stream >= first_sound_stream || (stream >= 0x80 && stream < private_stream_1);
+  };
+  const auto packs = packs_.find(r.vobs);
+  std::uint64_t sectors = r.streams.sectors;
+  for (auto cell = r.chain->cells.rbegin(); cell != r.chain->cells.rend() && sectors > 0; ++cell)
+    for (std::uint64_t sector = std::uint64_t{cell->last_sector} + 1;
+         sector > cell->first_sector && sectors > 0; --sectors)
+      if (--sector < packs->second.size() && is_shown(packs->second[sector]))
+        return sectors * disc_sector_size;
+  return 0;
 }
 
 disc_streams disc_stream_reader::finish() {
@@ -161,8 +234,12 @@ disc_streams disc_stream_reader::finish() {
     if (!one->head_looked_at)
       if (auto facts = read_program_stream_head(one->head))
         one->streams.head = std::make_shared<const program_stream_facts>(std::move(*facts));
+    for (const auto& [number, unit] : one->units)
+      if (unit.broken || !unit.bytes.empty())
+        one->streams.subtitles.erase(number);
     one->scanner.finish();
     one->streams.facts = one->scanner.facts();
+    one->streams.shown_bytes = shown_bytes(*one);
     all.streams_.emplace(one->chain, std::move(one->streams));
   }
   for (const auto& [vobs, packs] : packs_)
@@ -170,6 +247,19 @@ disc_streams disc_stream_reader::finish() {
       if (all.unit_troubles_.size() < unit_trouble_list::most)
         all.unit_troubles_.push_back(std::move(trouble));
   return all;
+}
+
+const inner_stream* stream_with(const program_stream_facts& facts, int id) {
+  const auto number = [&](int first) { return id - first; };
+  if (id >= 0xC0)
+    return facts.find(inner_kind::mpeg_audio, number(0xC0));
+  if (id >= 0xA0)
+    return facts.find(inner_kind::lpcm, number(0xA0));
+  if (id >= 0x88)
+    return facts.find(inner_kind::dts, number(0x88));
+  if (id >= 0x80)
+    return facts.find(inner_kind::ac3, number(0x80));
+  return facts.find(inner_kind::subpicture, number(0x20));
 }
 
 const chain_streams* disc_streams::find(const disc_chain& chain) const {

@@ -7,6 +7,7 @@
 
 #include "examine/program_stream_facts.h"
 #include "examine/read_disc.h"
+#include "formats/subpicture.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -18,6 +19,12 @@
 
 namespace corvane {
 
+/// A unit of a subpicture stream.
+struct shown_unit {
+  stream_time stamp = 0;
+  subpicture_times times;
+};
+
 /// What plays from one chain, read.
 struct chain_streams {
   program_stream_facts facts;  ///< streams inside are counted, not examined
@@ -26,10 +33,20 @@ struct chain_streams {
   bool in_order = true;  ///< the cells are played in the order in which they lie
   bool shared = false;   ///< another chain plays some of it, too: the facts lack that
   std::uint64_t sectors = 0;
+  /// The time stamp up to which pictures are shown, where the last sectors tell it
+  /// (examine/last_pictures.h).
+  std::optional<stream_time> pictures_end;
+  /// So many of its bytes come before the end of its last pack of pictures or sound.
+  std::uint64_t shown_bytes = 0;
   /// Of a menu with buttons: the first unit of the subpicture that shows them
   /// (formats/subpicture.h), as far as it is there; empty: there is none.
   std::vector<std::uint8_t> overlay;
+  /// Of a title: its subtitles, by number of their stream. Empty where not all units can be read.
+  std::map<int, std::vector<shown_unit>> subtitles;
 };
+
+/// The stream of a number that tables give (disc_audio_stream::id); null if it is not there.
+const inner_stream* stream_with(const program_stream_facts& facts, int id);
 
 class disc_streams {
  public:
@@ -65,9 +82,13 @@ class disc_stream_reader {
   reading* add(const disc_chain& chain, const disc_vobs& vobs);
   static void take(reading& r, std::span<const std::uint8_t> bytes);
   static void take_head(reading& r, std::span<const std::uint8_t> bytes);
+  static void take_last(reading& r, std::span<const std::uint8_t> bytes);
   static void take_overlay(reading& r, std::span<const std::uint8_t> bytes);
+  static void take_subtitles(reading& r, std::span<const std::uint8_t> sector);
   void take_packs(const disc_vobs& vobs, std::uint32_t first_sector,
                   std::span<const std::uint8_t> bytes);
+
+  std::uint64_t shown_bytes(const reading& r) const;
 
   std::vector<std::unique_ptr<reading>> readings_;
   std::map<const disc_vobs*, std::vector<stretch>> stretches_;  // by sector, none twice

@@ -42,9 +42,10 @@ std::string name_of_row(const disc_trait& trait) {
   return "  " + place.substr(std::min(place.size(), place.find(", ") + 2)) + ": " + name;
 }
 
-/// The dots of a button say little: edges and colours tell the same.
+/// The dots of a button say little, edges and colours tell the same; what comes behind them is not
+/// for a person at all.
 bool is_for_a_person(disc_trait_kind what) {
-  return what != disc_trait_kind::drawn;
+  return what < disc_trait_kind::drawn;
 }
 
 bool is_same_whole(const finding_item& a, const finding_item& b) {

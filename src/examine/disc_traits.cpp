@@ -20,16 +20,19 @@ using whole = finding_item::whole_kind;
 using part = finding_item::part_kind;
 
 /// In the order of disc_trait_kind.
-constexpr std::array<std::string_view, 26> names = {
-    "titles",    "menus",    "first play",  "standard",      "size",   "aspect",   "coding",
-    "length",    "chapters", "begins",      "audio streams", "format", "language", "sounds until",
-    "subtitles", "cues",     "first cue",   "last cue",      "then",   "stays",    "buttons",
-    "edges",     "leads to", "highlighted", "selected",      "drawn"};
-static_assert(static_cast<std::size_t>(trait_kind::drawn) + 1 == names.size());
+constexpr std::array<std::string_view, 31> names = {
+    "titles",      "menus",        "first play",  "standard",  "size",          "aspect",
+    "coding",      "length",       "chapters",    "begins",    "audio streams", "format",
+    "language",    "sounds until", "shows until", "subtitles", "cues",          "first cue",
+    "last cue",    "then",         "stays",       "buttons",   "edges",         "leads to",
+    "highlighted", "selected",     "drawn",       "breaks",    "shown",         "lands at",
+    "longest unit"};
+static_assert(static_cast<std::size_t>(trait_kind::unit) + 1 == names.size());
 
 bool is_time(trait_kind what) {
   return what == trait_kind::length || what == trait_kind::begins ||
-         what == trait_kind::sounds_until || what == trait_kind::first_cue ||
+         what == trait_kind::sounds_until || what == trait_kind::shows_until ||
+         what == trait_kind::lands || what == trait_kind::unit || what == trait_kind::first_cue ||
          what == trait_kind::last_cue;
 }
 

@@ -33,6 +33,7 @@ enum class disc_trait_kind {
   format,         ///< of an audio stream: "AC-3", "MPEG audio"
   language,       ///< of an audio or subtitle stream: "en"; "none"
   sounds_until,   ///< of an audio stream: seconds
+  shows_until,    ///< of a video stream: when its last picture goes, in seconds
   subtitles,      ///< of a title: how many streams with cues in them
   cues,           ///< of a subtitle: how many
   first_cue,      ///< of a subtitle: seconds
@@ -46,6 +47,11 @@ enum class disc_trait_kind {
   highlighted,  ///< its colours then: "yellow"
   selected,     ///< the same
   drawn,        ///< its dots while it is highlighted
+  // Not shown to a person.
+  breaks,  ///< of a title: how often the times of its streams break off
+  shown,   ///< of a subtitle: when each cue comes up and goes (examine/cue_times.h)
+  lands,   ///< of a chapter: where one begins on the disc, by the units of its video; seconds
+  unit,    ///< of a title: how long its longest unit is
 };
 
 struct disc_trait {

@@ -1,6 +1,8 @@
 #include "examine/foreseen_disc.h"
 
 #include "examine/button_looks.h"
+#include "examine/chapter_rules.h"
+#include "examine/cue_times.h"
 #include "examine/measures.h"
 #include "examine/subtitle_text_rules.h"
 #include "formats/numbers.h"
@@ -67,7 +69,8 @@ class foreseeing {
     bool known_sounds = false;
     std::vector<const audio_facts*> sounds;  // null where nothing is known
     std::vector<bool> whole_sounds;
-    bool inside = false;
+    const program_stream_facts* inside = nullptr;  // of a ready file
+    std::vector<const inner_stream*> inner_sounds;
   };
 
   const file_facts* facts_of(const std::string& stored) const {
@@ -83,7 +86,7 @@ class foreseeing {
       s.whole_video = first->whole;
     }
     if (first != nullptr && first->program) {
-      s.inside = true;
+      s.inside = &*first->program;
       look_inside(s, *first);
       // Further files of a title come behind it.
       s.whole_video = s.whole_video && stored.size() == 1;
@@ -133,6 +136,7 @@ class foreseeing {
       s.known_sounds = s.known_sounds && number == next++;
       s.sounds.push_back(one->audio ? &*one->audio : nullptr);
       s.whole_sounds.push_back(file.whole && one->audio.has_value());
+      s.inner_sounds.push_back(one);
     }
   }
 
@@ -142,6 +146,9 @@ class foreseeing {
     const finding_item item{whole::title, number, part::whole, 0};
     say_video(item, s);
     say_length(item, s, title.is_multiplexed_here ? title.delay.value / 1000 : 0);
+    say_end_of_picture(item, s);
+    say_breaks(item, title, s);
+    say_chapters(item, title, s);
     if (s.known_sounds)
       say_sounds(item, title, s);
     say_languages(item, title.titleset, s.sounds.size(), title.subtitles.size());
@@ -193,12 +200,72 @@ class foreseeing {
       return;
     if (const auto format = disc_format(s.sounds[i]->kind))
       said_.say(sound, trait_kind::format, *format);
-    // In a ready file both have times of their own.
-    if (!s.whole_sounds[i] || s.inside || s.video == nullptr || !s.whole_video)
+    if (!s.whole_sounds[i] || s.video == nullptr || !s.whole_video)
       return;
-    const double until = std::min(seconds_of(s.sounds[i]->length) - delay, s.video->seconds);
-    if (until > 0)
+    const double ends = s.inside == nullptr ? seconds_of(s.sounds[i]->length) - delay
+                                            : end_of_inner_sound(s, *s.inner_sounds[i]);
+    if (const double until = std::min(ends, s.video->seconds); until > 0)
       said_.say_seconds(sound, trait_kind::sounds_until, until);
+  }
+
+  /// In a ready file both have times of their own: from the first picture to the last stamp of the
+  /// sound. 0: not known.
+  static double end_of_inner_sound(const streams& s, const inner_stream& sound) {
+    const inner_stream& video = *s.inside->video();
+    if (!sound.first || !goes_on(*s.inside))
+      return 0;
+    const double begins =
+        (static_cast<double>(*sound.first) - static_cast<double>(*video.first)) / stamps_a_second;
+    return begins + static_cast<double>(sound.length) / stamps_a_second;
+  }
+
+  /// Whether a ready file is taken as it is: navigable from its first byte, without breaks.
+  static bool goes_on(const program_stream_facts& file) {
+    const inner_stream* const video = file.video();
+    return file.begins_with_nav_pack && file.clock_breaks.count == 0 && video != nullptr &&
+           video->first.has_value() &&
+           std::all_of(file.streams.begin(), file.streams.end(),
+                       [](const inner_stream& one) { return one.breaks.count == 0; });
+  }
+
+  /// Where the stream's own groups of pictures are no longer than what the disc tells of its end.
+  void say_end_of_picture(const finding_item& item, const streams& s) {
+    constexpr std::uint64_t longest_group = 100;
+    if (s.video == nullptr || !s.whole_video || s.video->seconds <= 0 || !s.video->longest_group ||
+        s.video->longest_group->fields > longest_group)
+      return;
+    if (s.inside != nullptr &&
+        (!goes_on(*s.inside) || s.inside->seconds + longest_group / 50.0 < s.video->seconds))
+      return;
+    said_.say_seconds(part_of(item, part::video), trait_kind::shows_until, s.video->seconds);
+  }
+
+  /// Where examination says that they come to lie. Units of a ready file need not begin with each I
+  /// picture.
+  void say_chapters(const finding_item& item, const disc_title& title, const streams& s) {
+    if (s.inside != nullptr || !title.is_multiplexed_here || d_.has_other_paths ||
+        s.video == nullptr || !s.whole_video || s.video->unit_begins.empty())
+      return;
+    const std::vector<double>& units = s.video->unit_begins;
+    const landed_chapters landed = chapters_on_disc(title, {s.video->seconds, units});
+    for (std::size_t i = 0; i < landed.begins.size(); ++i)
+      said_.say_seconds(part_of(item, part::chapter, static_cast<int>(i) + 1), trait_kind::lands,
+                        landed.begins[i]);
+    double longest = s.video->seconds - units.back();
+    for (std::size_t i = 1; i < units.size(); ++i)
+      longest = std::max(longest, units[i] - units[i - 1]);
+    said_.say_seconds(item, trait_kind::unit, longest);
+  }
+
+  /// Those that a ready file brings were told before the run.
+  void say_breaks(const finding_item& item, const disc_title& title, const streams& s) {
+    if (s.inside == nullptr || title.streams.size() != 1)
+      return;
+    std::uint64_t breaks = s.inside->clock_breaks.count;
+    for (const inner_stream& one : s.inside->streams)
+      breaks += one.breaks.count;
+    if (breaks > 0)
+      said_.say_count(item, trait_kind::breaks, breaks);
   }
 
   /// The n-th language of a kind labels the n-th stream of it, in each title of its titleset.
@@ -233,6 +300,7 @@ class foreseeing {
       return;
     say_video(item, s);
     say_length(item, s, 0);
+    say_end_of_picture(item, s);
     if (!s.inside && s.video != nullptr) {
       said_.say_count(item, trait_kind::audio_streams, s.sounds.size());
       for (std::size_t i = 0; i < s.sounds.size(); ++i)
@@ -344,21 +412,6 @@ class foreseeing {
 
 }  // namespace
 
-namespace {
-
-/// Whether each cue becomes one subpicture at its time.
-bool are_plain(const std::vector<text_cue>& cues, double seconds) {
-  double before = 0;
-  for (const text_cue& cue : cues) {
-    if (cue.begin < before || !cue.end || *cue.end <= cue.begin || *cue.end > seconds)
-      return false;
-    before = *cue.end;
-  }
-  return !cues.empty();
-}
-
-}  // namespace
-
 disc_traits foreseen_disc(const disc_description& d, const facts_by_path& facts, bool hand_edited) {
   return foreseeing(d, facts, hand_edited).all();
 }
@@ -366,20 +419,21 @@ disc_traits foreseen_disc(const disc_description& d, const facts_by_path& facts,
 void foresee_cues(const disc_description& d, disc_traits& foreseen) {
   for (int number = 1; number <= d.title_count(); ++number) {
     const finding_item title{whole::title, number, part::whole, 0};
-    const disc_trait* const length = foreseen.find(title, trait_kind::length);
     const std::vector<disc_subtitle>& subtitles = d.title(number).subtitles;
-    for (std::size_t i = 0; length != nullptr && i < std::min(subtitles.size(), most_subpictures);
-         ++i) {
+    for (std::size_t i = 0; i < std::min(subtitles.size(), most_subpictures); ++i) {
       const auto file = subtitle_file::read(native_from_stored(subtitles[i].file, native_style()));
       if (!file)
         continue;
-      const std::vector<text_cue> cues = cues_of(*file, *subtitles[i].settings).cues;
-      if (!are_plain(cues, leading_number(length->value)))
+      const double rate = leading_number((*subtitles[i].settings)[subtitle_field::frame_rate]);
+      const std::vector<cue_time> cues =
+          cue_times_of(cues_of(*file, *subtitles[i].settings), rate > 0 ? rate : 25);
+      if (cues.empty())
         continue;
       const finding_item item = part_of(title, part::subtitle, static_cast<int>(i) + 1);
       foreseen.say_count(item, trait_kind::cues, cues.size());
-      foreseen.say_seconds(item, trait_kind::first_cue, cues.front().begin);
-      foreseen.say_seconds(item, trait_kind::last_cue, cues.back().begin);
+      foreseen.say_seconds(item, trait_kind::first_cue, cues.front().begins);
+      foreseen.say_seconds(item, trait_kind::last_cue, cues.back().begins);
+      foreseen.say(item, trait_kind::shown, cue_times_text(cues));
     }
   }
 }

@@ -3,10 +3,13 @@
 #include "disc/disc_description.h"
 #include "examine/button_looks.h"
 #include "examine/chapter_rules.h"
+#include "examine/cue_times.h"
 #include "examine/disc_walk.h"
 #include "examine/measures.h"
+#include "formats/numbers.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <optional>
 #include <utility>
@@ -21,20 +24,6 @@ using part = finding_item::part_kind;
 constexpr int still_for_ever = 255;
 /// What is heard at the last time stamp: the shortest frame of sound.
 constexpr double frame_of_sound = 0.024;
-
-/// The stream of a number that tables give (disc_audio_stream::id), where it was read.
-const inner_stream* stream_with(const chain_streams& streams, int id) {
-  const auto number = [&](int first) { return id - first; };
-  if (id >= 0xC0)
-    return streams.facts.find(inner_kind::mpeg_audio, number(0xC0));
-  if (id >= 0xA0)
-    return streams.facts.find(inner_kind::lpcm, number(0xA0));
-  if (id >= 0x88)
-    return streams.facts.find(inner_kind::dts, number(0x88));
-  if (id >= 0x80)
-    return streams.facts.find(inner_kind::ac3, number(0x80));
-  return streams.facts.find(inner_kind::subpicture, number(0x20));
-}
 
 std::string format_of(const audio_attributes& attributes) {
   const std::string_view format = attributes.format();
@@ -80,6 +69,7 @@ class saying {
       said_.say_seconds(part_of(item, part::chapter, static_cast<int>(i) + 1), trait_kind::begins,
                         title.chapters[i]);
     const chain_streams* const streams = streams_of(title.chain);
+    say_end_of_picture(item, streams);
     say_sounds(item, title, streams);
     say_subtitles(item, title, streams);
     say_way(item, trait_kind::then, walks_.after_title(title));
@@ -95,6 +85,19 @@ class saying {
     said_.say_seconds(item, trait_kind::length, seconds);
   }
 
+  /// From the first picture on.
+  void say_end_of_picture(const finding_item& item, const chain_streams* streams) {
+    const inner_stream* const video = streams == nullptr ? nullptr : streams->facts.video();
+    if (video == nullptr || !video->first || video->breaks.count > 0)
+      return;
+    // Without a stamp among the last sectors, pictures end long before them: the last stamp may be
+    // that of a whole group.
+    constexpr double longest_group = 2;
+    said_.say_seconds(part_of(item, part::video), trait_kind::shows_until,
+                      streams->pictures_end ? seconds_from(*video->first, *streams->pictures_end)
+                                            : seconds_from(0, video->length) + longest_group);
+  }
+
   void say_sounds(const finding_item& item, const disc_title_contents& title,
                   const chain_streams* streams) {
     std::size_t heard = 0;
@@ -105,7 +108,7 @@ class saying {
       said_.say(sound, trait_kind::language,
                 one.attributes.language.empty() ? "none" : one.attributes.language);
       const inner_stream* const stream =
-          streams == nullptr ? nullptr : stream_with(*streams, one.id);
+          streams == nullptr ? nullptr : stream_with(streams->facts, one.id);
       heard += stream != nullptr && stream->packets > 0 ? 1 : 0;
       if (streams != nullptr)
         said_.say_seconds(sound, trait_kind::sounds_until, heard_until(*streams, stream));
@@ -133,7 +136,7 @@ class saying {
                 one.attributes.language.empty() ? "none" : one.attributes.language);
       if (streams == nullptr)
         continue;
-      const inner_stream* const stream = stream_with(*streams, one.id);
+      const inner_stream* const stream = stream_with(streams->facts, one.id);
       const inner_stream* const video = streams->facts.video();
       said_.say_count(subtitle, trait_kind::cues, stream == nullptr ? 0 : stream->stamps);
       if (stream == nullptr || !stream->first || video == nullptr || !video->first)
@@ -142,9 +145,25 @@ class saying {
       said_.say_seconds(subtitle, trait_kind::first_cue,
                         seconds_from(*video->first, *stream->first));
       said_.say_seconds(subtitle, trait_kind::last_cue, seconds_from(*video->first, *stream->last));
+      say_cue_times(subtitle, *streams, *stream);
     }
     if (streams != nullptr)
       said_.say_count(item, trait_kind::subtitles, shown);
+  }
+
+  void say_cue_times(const finding_item& subtitle, const chain_streams& streams,
+                     const inner_stream& stream) {
+    const auto units = streams.subtitles.find(stream.number);
+    if (units == streams.subtitles.end() || units->second.size() != stream.stamps)
+      return;
+    std::vector<cue_time> times;
+    for (const shown_unit& one : units->second) {
+      const double begins = seconds_from(*streams.facts.video()->first, one.stamp);
+      times.push_back({begins + one.times.begins.value_or(0), std::nullopt});
+      if (one.times.ends)
+        times.back().ends = begins + *one.times.ends;
+    }
+    said_.say(subtitle, trait_kind::shown, cue_times_text(times));
   }
 
   void say_menu(const finding_item& item, const disc_menu_contents& menu) {
@@ -153,6 +172,7 @@ class saying {
     said_.say(item, trait_kind::stays,
               still == still_for_ever ? "for ever" : std::to_string(still) + " s");
     const chain_streams* const streams = streams_of(menu.chain);
+    say_end_of_picture(item, streams);
     if (streams != nullptr)
       say_menu_sounds(item, *streams);
     const auto& shown = menu.chain.highlight;
@@ -218,6 +238,24 @@ class saying {
 
 disc_traits found_disc(const disc_contents& disc, const disc_streams& streams) {
   return saying(disc, streams).all();
+}
+
+void find_landed_chapters(const disc_title_contents& title, const disc_traits& foreseen,
+                          disc_traits& found) {
+  if (title.chapters.empty())
+    return;
+  const finding_item item{whole::title, title.number, part::whole, 0};
+  for (int number = 1;; ++number) {
+    const finding_item chapter = part_of(item, part::chapter, number);
+    const disc_trait* const lands = foreseen.find(chapter, trait_kind::lands);
+    if (lands == nullptr)
+      return;
+    const double asked = leading_number(lands->value);
+    found.say_seconds(chapter, trait_kind::lands,
+                      *std::ranges::min_element(title.chapters, {}, [asked](double begins) {
+                        return std::abs(begins - asked);
+                      }));
+  }
 }
 
 void foresee_chapters(const disc_title_contents& title, const std::string& asked,

@@ -20,4 +20,8 @@ disc_traits found_disc(const disc_contents& disc, const disc_streams& streams);
 void foresee_chapters(const disc_title_contents& title, const std::string& asked,
                       disc_traits& foreseen);
 
+/// Says, of each chapter that examination foresaw (trait `lands`), where the nearest one begins.
+void find_landed_chapters(const disc_title_contents& title, const disc_traits& foreseen,
+                          disc_traits& found);
+
 }  // namespace corvane

@@ -24,9 +24,13 @@ namespace {
 constexpr std::size_t slice = std::size_t{128} << 10;
 using slice_buffer = read_buffer<slice>;
 
+bool is_of_times(const std::string& rule) {
+  return rule == "disc-clock" || rule == "disc-times";
+}
+
 /// Follow from the material, whose errors were told before the run.
 bool is_of_material(const std::string& rule) {
-  return rule == "disc-picture-stated" || rule == "disc-sound-stated" || rule == "disc-clock";
+  return rule == "disc-picture-stated" || rule == "disc-sound-stated" || is_of_times(rule);
 }
 
 }  // namespace
@@ -239,6 +243,15 @@ struct verification::state {
 
   // Judging -------------------------------------------------------------------------------------
 
+  /// Whether a finding follows from what the user was told of the material and wanted all the same.
+  bool was_told_before(const finding& one) const {
+    if (one.severity != finding_severity::error)
+      return false;
+    const finding_item title{one.item.whole, one.item.number, finding_item::part_kind::whole, 0};
+    return (asked->in_spite_of_errors && is_of_material(one.rule)) ||
+           (is_of_times(one.rule) && foreseen.find(title, disc_trait_kind::breaks) != nullptr);
+  }
+
   void end() {
     done = true;
     current.clear();
@@ -251,13 +264,15 @@ struct verification::state {
     if (asked) {
       foreseen = asked->disc;
       for (const disc_title_contents& title : contents->titles)
-        if (title.number <= static_cast<int>(asked->chapters.size()))
+        if (title.number <= static_cast<int>(asked->chapters.size())) {
           foresee_chapters(title, asked->chapters[static_cast<std::size_t>(title.number) - 1],
                            foreseen);
+          find_landed_chapters(title, foreseen, found);
+        }
       for (finding& one : differences(foreseen, found, asked->in_spite_of_errors))
         findings.push_back(std::move(one));
       for (finding& one : findings)
-        if (asked->in_spite_of_errors && is_of_material(one.rule))
+        if (was_told_before(one))
           one.severity = finding_severity::warning;
     }
     sort_by_severity(findings);

@@ -36,6 +36,8 @@ struct unit_commands {
   subpicture picture;
   std::array<std::size_t, 2> field_at{};  ///< where the first and the second field's lines begin
   bool has_area = false, has_picture = false;
+  double now = 0;  ///< the time of the list that is read, in seconds
+  subpicture_times times;
 };
 
 /// Commands of a list, and how many bytes of arguments they have. What `areas` has to say, looks of
@@ -51,6 +53,13 @@ void obey(const unit_bytes& unit, std::size_t at, unit_command what, unit_comman
       set[code] = static_cast<std::uint8_t>(unit.nibble(at * 2 + (code_count - 1 - code)));
   };
   switch (what) {
+    case unit_command::force:
+    case unit_command::start:
+      said.times.begins = said.times.begins.value_or(said.now);
+      break;
+    case unit_command::stop:
+      said.times.ends = said.now;
+      break;
     case unit_command::colour:
       by_code(picture.at_rest.colour);
       break;
@@ -92,20 +101,28 @@ bool obey_list(const unit_bytes& unit, std::size_t at, std::size_t end, unit_com
 
 /// Each list begins with its time and where the next one is; the last one names itself. They stand
 /// one behind the other, so that no byte is read twice.
-std::optional<unit_commands> commands_of(const unit_bytes& unit) {
+std::optional<unit_commands> lists_of(const unit_bytes& unit) {
+  // Times of lists count so many clocks of 90 kHz.
+  constexpr double clocks = 1024;
   unit_commands said;
   for (std::size_t at = unit.word(2);;) {
+    said.now = unit.word(at) * clocks / 90'000;
     const std::size_t next = unit.word(at + 2);
     if (next < at || !obey_list(unit, at + 4, next == at ? unit.size() : next, said))
       return std::nullopt;
     if (next == at)
-      break;
+      return unit.overrun() ? std::nullopt : std::optional(std::move(said));
     at = next;
   }
-  const subpicture& p = said.picture;
-  const bool drawable =
-      said.has_area && said.has_picture && p.x0 <= p.x1 && p.y0 <= p.y1 && !unit.overrun();
-  return drawable ? std::optional(std::move(said)) : std::nullopt;
+}
+
+std::optional<unit_commands> commands_of(const unit_bytes& unit) {
+  auto said = lists_of(unit);
+  if (!said)
+    return std::nullopt;
+  const subpicture& p = said->picture;
+  const bool drawable = said->has_area && said->has_picture && p.x0 <= p.x1 && p.y0 <= p.y1;
+  return drawable ? std::move(said) : std::nullopt;
 }
 
 struct coded_run {
@@ -158,6 +175,11 @@ result<subpicture> read_subpicture(std::span<const std::uint8_t> bytes, int fram
   if (unit.overrun())
     return result<subpicture>::fail("is cut off");
   return result<subpicture>::ok(std::move(picture));
+}
+
+std::optional<subpicture_times> read_subpicture_times(std::span<const std::uint8_t> bytes) {
+  const auto said = lists_of(unit_bytes(bytes));
+  return said ? std::optional(said->times) : std::nullopt;
 }
 
 std::size_t stated_unit_size(std::span<const std::uint8_t> unit) {

@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -44,6 +45,16 @@ struct subpicture {
 /// last word counts.
 result<subpicture> read_subpicture(std::span<const std::uint8_t> unit, int frame_width,
                                    int frame_height);
+
+/// When a unit comes up and goes, in seconds from its time stamp on. Not set: nothing in it says
+/// so.
+struct subpicture_times {
+  std::optional<double> begins, ends;
+  bool operator==(const subpicture_times&) const = default;
+};
+
+/// Of a whole unit; nullopt when its commands cannot be read.
+std::optional<subpicture_times> read_subpicture_times(std::span<const std::uint8_t> unit);
 
 /// The bytes that a unit states to have, once its first two are there; else 0.
 std::size_t stated_unit_size(std::span<const std::uint8_t> unit);

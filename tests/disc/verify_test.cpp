@@ -9,7 +9,9 @@
 #include "judge.h"
 #include "large_sets.h"
 #include "platform/files/files.h"
+#include "platform/files/paths.h"
 #include "project/project_file.h"
+#include "project/subtitle_rows.h"
 #include "studio.h"
 
 #include <gmock/gmock.h>
@@ -20,6 +22,7 @@
 #include <fstream>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace corvane::disc {
@@ -179,6 +182,21 @@ TEST_F(Verify, AMenuWhosePictureIsBrokenIsTold) {
   EXPECT_THAT(found(), ElementsAre("disc-no-overlay"));
 }
 
+TEST_F(Verify, PicturesThatEndBeforeTheirStreamAreTold) {
+  std::string vobs = *read_file(file("VTS_01_1.VOB"), 1u << 30);
+  const std::size_t pack_header = 14, sectors = vobs.size() / disc_sector_size;
+  const std::string video("\0\0\1\xE0", 4), padding("\0\0\1\xBE", 4);
+  for (std::size_t sector = sectors * 7 / 10; sector < sectors; ++sector)
+    if (const std::size_t at = sector * disc_sector_size + pack_header;
+        vobs.compare(at, video.size(), video) == 0)
+      vobs.replace(at, padding.size(), padding);
+  ASSERT_FALSE(write_file(file("VTS_01_1.VOB"), vobs));
+  const finished told = console({home_.project_file(), home_.out()});
+  EXPECT_EQ(told.status, 2) << told.out;
+  EXPECT_THAT(told.out, AllOf(HasSubstr("error: title 2, video: shows until: "),
+                              Not(HasSubstr("error: title 1, video: shows until: "))));
+}
+
 TEST_F(Verify, AMissingFolderIsTold) {
   const finished told = console({home_.folder().path("nowhere")});
   EXPECT_EQ(told.status, 2);
@@ -211,6 +229,75 @@ TEST_F(Verify, AnImageOfAnotherDiscIsFound) {
 TEST_F(Verify, AnImageThatIsCutIsFound) {
   fs::resize_file(path_of(home_.image()), fs::file_size(path_of(home_.image())) / 2);
   EXPECT_THAT(found_with_image(), Not(IsEmpty()));
+}
+
+// What becomes of cues that are out of order, overlap, have no end, or come behind the title's.
+class VerifySubtitles : public ::testing::Test {
+ protected:
+  project with_text(const std::string& name, const std::string& text) {
+    project p = short_project();
+    p.subtitledata[0] =
+        with_subtitle("<none>", stored_from_native(home_.folder().add("work/" + name, text)));
+    p.subtitleoptions[0] =
+        "center,bottom,60,60,30,30,28.0,dejavusans.ttf,720,478,29.97,ISO-8859-1|";
+    return p;
+  }
+
+  studio home_;
+};
+
+TEST_F(VerifySubtitles, ComeAndGoAsForeseenWhateverTheirFileHolds) {
+  const std::pair<const char*, const char*> files[] = {
+      {"overlaps.srt",
+       "1\n00:00:02,000 --> 00:00:02,500\nC\n\n"
+       "2\n00:00:00,100 --> 00:00:01,000\nA\n\n"
+       "3\n00:00:00,500 --> 00:00:00,500\nB\n\n"
+       "4\n00:00:02,400 --> 00:00:02,900\nshared\n\n"
+       "5\n00:00:03,200 --> 00:00:03,300\nhidden\n\n"
+       "6\n00:00:03,200 --> 00:00:04,500\nshown\n\n"
+       "7\n00:00:30,000 --> 00:00:31,000\nlate\n\n"},
+      {"pictures.sub", "{3}{30}A\n{15}{15}B\n{60}{}C\n{45}{50}D\n"},
+      {"long.srt",
+       "1\n00:00:00,000 --> 00:20:00,000\nA\n\n2\n00:00:02,000 --> 00:20:00,000\nB\n\n"},
+      {"plain.ass",
+       "[Script Info]\n[Events]\n"
+       "Dialogue: 0,0:00:02.00,0:00:02.50,D,,0,0,0,,B\n"
+       "Dialogue: 0,0:00:00.50,0:00:01.50,D,,0,0,0,,A\n"},
+      {"viewer.sub", "00:00:00.10,00:00:01.00\nA\n\n00:00:00.50,00:00:02.00\nB\n\n"},
+      {"player.txt", "00:00:01:A\n00:00:03:B\n00:00:02:C\n"}};
+  for (const auto& [name, text] : files) {
+    const project p = with_text(name, text);
+    const finished done = home_.author(p, {"--force"});
+    EXPECT_EQ(done.status, 0) << name << "\n" << done.out;
+    EXPECT_THAT(done.out, Not(HasSubstr("disc-subtitle"))) << name;
+    const std::string foreseen = *read_file(home_.app() + "/foreseen.xml", 1u << 20);
+    EXPECT_THAT(foreseen, HasSubstr("what=\"shown\"")) << name;
+    fs::remove_all(path_of(home_.out()));
+  }
+}
+
+TEST_F(VerifySubtitles, ThatComeAtAnotherTimeAreTold) {
+  home_.authored(with_text("two.srt",
+                           "1\n00:00:01,000 --> 00:00:01,500\nA\n\n"
+                           "2\n00:00:02,000 --> 00:00:02,500\nB\n\n"));
+  const std::string path = home_.out() + "/VIDEO_TS/VTS_01_1.VOB";
+  std::string vobs = *read_file(path, 1u << 30);
+  // The second packet of the subtitle's stream comes four clocks of 2^15 later.
+  const std::string packet("\0\0\1\xBD", 4);
+  std::vector<std::size_t> times;
+  for (std::size_t at = vobs.find(packet); at != std::string::npos; at = vobs.find(packet, at + 1))
+    if (byte_of(vobs, at + 9 + byte_of(vobs, at + 8)) == 0x20 && byte_of(vobs, at + 7) >= 0x80)
+      times.push_back(at + 9);
+  ASSERT_EQ(times.size(), 2u);
+  vobs[times[1] + 2] = static_cast<char>(byte_of(vobs, times[1] + 2) ^ 0x02);
+  vobs[times[1] + 3] = static_cast<char>(byte_of(vobs, times[1] + 3) ^ 0x80);
+  ASSERT_FALSE(write_file(path, vobs));
+  command c;
+  c.words = {CORVANE_AUTHOR, "--verify", home_.project_file(), home_.out()};
+  c.environment["CORVANE_HOME"] = home_.app();
+  const finished told = run(c);
+  EXPECT_EQ(told.status, 2) << told.out;
+  EXPECT_THAT(told.out, HasSubstr("error: title 1, subtitle 1, 00:00:02: cue 2 is shown from"));
 }
 
 // One byte of tables, copies or navigation packs.

@@ -1,6 +1,7 @@
 // What of a disc differs from what was foreseen, the file that tells it, and the table of both.
 #include "examine/disc_rules.h"
 
+#include "examine/found_disc.h"
 #include "examine/verification.h"
 
 #include <gmock/gmock.h>
@@ -63,6 +64,57 @@ TEST(DiscDifferences, TimesHaveTheirTolerance) {
   EXPECT_THAT(with(9.5, 9), ElementsAre(HasSubstr("[disc-length, 00:00:10.00]")));
   EXPECT_THAT(with(10.5, 9), ElementsAre(HasSubstr("disc-length")));
   EXPECT_THAT(with(10, 4.5), ElementsAre(HasSubstr("disc-sound-end")));
+}
+
+TEST(DiscDifferences, PicturesEndWithTheirStreamOrLater) {
+  disc_traits foreseen;
+  foreseen.say_seconds(title(1, part::video), kind::shows_until, 10);
+  const auto with = [&](double until) {
+    disc_traits found;
+    found.say_seconds(title(1, part::video), kind::shows_until, until);
+    return told(foreseen, found);
+  };
+  EXPECT_THAT(with(9.6), IsEmpty()) << "mplex leaves out the last picture";
+  EXPECT_THAT(with(12), IsEmpty());
+  EXPECT_THAT(with(9.4), ElementsAre("error: title 1, video: shows until: 00:00:09.40. "
+                                     "[disc-picture-end, 00:00:10.00]"));
+}
+
+TEST(DiscDifferences, ChaptersAreWithinAUnitOfWhereExaminationSaid) {
+  disc_traits foreseen;
+  foreseen.say_seconds(title(1, part::chapter, 1), kind::lands, 0);
+  foreseen.say_seconds(title(1, part::chapter, 2), kind::lands, 5);
+  foreseen.say_seconds(title(1), kind::unit, 0.5);
+  const auto with = [&](std::vector<double> chapters) {
+    disc_title_contents one;
+    one.number = 1;
+    one.chapters = std::move(chapters);
+    disc_traits found;
+    find_landed_chapters(one, foreseen, found);
+    return told(foreseen, found);
+  };
+  EXPECT_THAT(with({0, 5.5}), IsEmpty());
+  EXPECT_THAT(with({0, 2.5, 4.9, 7}), IsEmpty()) << "another rule counts them";
+  EXPECT_THAT(with({0, 5.6}), ElementsAre("error: title 1, chapter 2: lands at: 00:00:05.60. "
+                                          "[disc-chapters, 00:00:05.00]"));
+  EXPECT_THAT(with({}), testing::SizeIs(2));
+}
+
+TEST(DiscDifferences, EachCueIsShownWhenItWasForeseen) {
+  disc_traits foreseen;
+  foreseen.say(title(1, part::subtitle, 2), kind::shown, "1-2 3-4.5 6-");
+  const auto with = [&](const std::string& times) {
+    disc_traits found;
+    found.say(title(1, part::subtitle, 2), kind::shown, times);
+    return told(foreseen, found);
+  };
+  EXPECT_THAT(with("1.05-2 3-4.45 6-9"), IsEmpty());
+  EXPECT_THAT(with("1-2 3-4.5"), IsEmpty()) << "another rule counts them";
+  EXPECT_THAT(with("1-2 3-5 6-9"),
+              ElementsAre("error: title 1, subtitle 2, 00:00:03: cue 2 is shown from 00:00:03.00 "
+                          "to 00:00:05.00. "
+                          "[disc-subtitle-times, from 00:00:03.00 to 00:00:04.50]"));
+  EXPECT_THAT(with("1-2 4-4.5 7-9"), ElementsAre(HasSubstr("; 1 other is not as foreseen, too")));
 }
 
 TEST(DiscDifferences, WhatIsMissingIsTold) {

@@ -119,6 +119,31 @@ TEST_F(ForeseenDisc, SoundEndsWithItsStreamOrThePicture) {
   EXPECT_EQ(said(title_item(1, part::audio, 1), kind::format), "MPEG audio");
 }
 
+std::shared_ptr<const file_facts> grouped_video(double seconds, std::uint64_t longest_group) {
+  file_facts f = *video_of(seconds, 3);
+  f.video->longest_group = video_group{{}, longest_group / 2, longest_group};
+  f.video->unit_begins = {0, 0.5, 1, 1.75};
+  return std::make_shared<const file_facts>(f);
+}
+
+TEST_F(ForeseenDisc, PicturesEndWithTheirStream) {
+  EXPECT_EQ(said(title_item(1, part::video), kind::shows_until), "(nothing)");
+  facts_[native("\\a.m2v")] = grouped_video(20, 30);
+  EXPECT_EQ(said(title_item(1, part::video), kind::shows_until), "20");
+  facts_[native("\\a.m2v")] = grouped_video(20, 200);
+  EXPECT_EQ(said(title_item(1, part::video), kind::shows_until), "(nothing)")
+      << "the disc's stamps may be further apart than what is missing";
+}
+
+TEST_F(ForeseenDisc, ChaptersLandOnTheUnitsOfTheirVideo) {
+  facts_[native("\\a.m2v")] = grouped_video(2, 30);
+  d_.titles[0].chapters = {time_of("0"), time_of("0:00:01.2")};
+  EXPECT_EQ(said(title_item(1, part::chapter, 1), kind::lands), "0");
+  EXPECT_EQ(said(title_item(1, part::chapter, 2), kind::lands), "1");
+  EXPECT_EQ(said(title_item(1, part::chapter, 3), kind::lands), "(nothing)");
+  EXPECT_EQ(said(title_item(1), kind::unit), "0.75");
+}
+
 TEST_F(ForeseenDisc, LanguagesAreThoseOfTheirTitleset) {
   d_.languages = {{disc_language::stream_kind::audio, {}, "EN", 1},
                   {disc_language::stream_kind::audio, {}, "de", 2}};
@@ -191,6 +216,39 @@ TEST_F(ForeseenDisc, StreamsOfAReadyFileAreThoseInside) {
   EXPECT_EQ(said(title_item(1), kind::audio_streams), "1");
   EXPECT_EQ(said(title_item(1, part::audio, 1), kind::format), "AC-3");
   EXPECT_EQ(said(title_item(1), kind::subtitles), "(nothing)") << "it may have some of its own";
+}
+
+TEST_F(ForeseenDisc, AReadyFileEndsByItsOwnStamps) {
+  file_facts f;
+  f.kind = file_kind::program_stream;
+  f.whole = true;
+  f.program.emplace();
+  inner_stream video, sound;
+  video.kind = inner_kind::video;
+  video.video = grouped_video(20, 30)->video;
+  video.first = 90'000;
+  sound.kind = inner_kind::ac3;
+  sound.audio = known_sound(9)->audio;
+  sound.first = 180'000;
+  sound.length = 900'000;
+  f.program->streams = {video, sound};
+  f.program->begins_with_nav_pack = true;
+  f.program->seconds = 19.5;
+  d_.titles[0].streams = {"\\ready.vob"};
+  d_.titles[0].is_multiplexed_here = false;
+  const auto with = [&](const char* name) {
+    facts_[native("\\ready.vob")] = std::make_shared<const file_facts>(f);
+    return std::string(name) == "sound" ? said(title_item(1, part::audio, 1), kind::sounds_until)
+                                        : said(title_item(1, part::video), kind::shows_until);
+  };
+  EXPECT_EQ(with("sound"), "11");
+  EXPECT_EQ(with("video"), "20");
+  EXPECT_EQ(said(title_item(1), kind::breaks), "(nothing)");
+  f.program->seconds = 3;
+  EXPECT_EQ(with("video"), "(nothing)") << "few of its pictures have stamps";
+  f.program->streams[1].breaks.add({});
+  EXPECT_EQ(with("sound"), "(nothing)");
+  EXPECT_EQ(said(title_item(1), kind::breaks), "1");
 }
 
 }  // namespace

@@ -1,0 +1,320 @@
+// What is told of the streams of a disc that is read back: a title and a menu made of packs.
+#include "examine/disc_streams.h"
+
+#include "examine/disc_rules.h"
+#include "examine/found_disc.h"
+#include "examine/last_pictures.h"
+#include "examine/made_audio.h"
+#include "examine/made_packs.h"
+#include "examine/made_video.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace corvane {
+namespace {
+
+using examine_test::ac3_frame;
+using examine_test::made_sequence;
+using examine_test::mpeg_frame;
+using examine_test::pack_maker;
+using examine_test::video_maker;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using namespace std::string_literals;
+
+constexpr stream_time one_picture = 3600;  // at 25 a second
+constexpr stream_time one_unit = 12 * one_picture;
+
+/// Small enough for a pack; the picture is shown behind the two that follow it.
+std::string group_of_disc(int aspect_code = 2) {
+  made_sequence quarter;
+  quarter.width = 352;
+  quarter.height = 288;
+  quarter.aspect_code = aspect_code;
+  return video_maker(quarter).whole_group("IBBPBBPBBPBB").bytes;
+}
+
+/// A unit of a disc: a NAV pack, a pack of video, one of sound.
+struct made_disc_unit {
+  stream_time shift = 0;        ///< of all its time stamps
+  stream_time sound_shift = 0;  ///< of its sound, beside that
+  std::uint64_t clock = 0;      ///< of its clock, at 27 MHz
+  bool video = true;
+  int vob = 1;
+};
+
+class made_streams {
+ public:
+  explicit made_streams(std::vector<made_disc_unit> units) : units_(std::move(units)) {}
+
+  std::string group = group_of_disc();
+  /// A packet of sound; a stream of private stream 1 states its own number.
+  std::string sound = ac3_frame() + ac3_frame();
+  bool mpeg_sound = false;
+
+  std::string bytes() const {
+    pack_maker made;
+    stream_time at = 0;
+    for (const made_disc_unit& unit : units_) {
+      const std::uint64_t clock = at * 300 + unit.clock;
+      const stream_time shown = at + 90'000 + unit.shift;
+      made.pack(clock).navigation(unit.vob, 1).fill();
+      made.pack(clock + 270'000);
+      if (unit.video)
+        made.packet(first_video_stream, group, shown + 2 * one_picture, shown);
+      made.fill().pack(clock + 540'000);
+      if (mpeg_sound)
+        made.packet(first_sound_stream, sound, shown + unit.sound_shift);
+      else
+        made.ac3(sound, shown + unit.sound_shift);
+      made.fill();
+      at += one_unit;
+    }
+    return made.bytes;
+  }
+
+ private:
+  std::vector<made_disc_unit> units_;
+};
+
+/// A disc with a title and a menu of these streams; empty: none.
+struct read_streams {
+  disc_contents disc;
+  disc_streams streams;
+
+  read_streams(const std::string& title, const std::string& menu) {
+    video_attributes video;
+    video.coding = video.standard_code = 1;
+    video.size_code = 3;
+    if (!title.empty()) {
+      disc_title_contents one;
+      one.number = one.titleset = one.number_in_titleset = 1;
+      one.video = video;
+      one.chapters = {0};
+      one.audio = {{audio_attributes{}, 0x80}};
+      one.audio[0].attributes.channels = 2;
+      one.chain = chain_of(title);
+      disc.titles.push_back(one);
+    }
+    if (!menu.empty()) {
+      disc_menu_contents one;
+      one.titleset = one.number = 1;
+      one.video = video;
+      one.chain = chain_of(menu);
+      disc.menus.push_back(one);
+    }
+    disc.titlesets.resize(1);
+    disc.vobs.push_back(vobs_of(title, false));
+    disc.vobs.push_back(vobs_of(menu, true));
+    disc_stream_reader reader(disc);
+    feed(reader, disc.vobs[0], title);
+    feed(reader, disc.vobs[1], menu);
+    streams = reader.finish();
+  }
+
+  std::vector<std::string> told() const {
+    std::vector<std::string> lines;
+    for (const finding& f : disc_findings(disc, streams))
+      if (f.rule != "disc-nowhere")
+        lines.push_back(line_of(f) + " [" + f.rule + "]");
+    return lines;
+  }
+
+  /// "-" if nothing is said.
+  std::string said(const finding_item& item, disc_trait_kind what) const {
+    const disc_traits all = found_disc(disc, streams);
+    const disc_trait* const one = all.find(item, what);
+    return one == nullptr ? "-" : one->value;
+  }
+
+ private:
+  static disc_chain chain_of(const std::string& bytes) {
+    auto tables = std::make_shared<program_chain>();
+    cell_playback cell;
+    cell.last_sector = static_cast<std::uint32_t>(bytes.size() / disc_sector_size - 1);
+    cell.vob = cell.cell = 1;
+    tables->cells = {cell};
+    tables->subpictures[0].present = false;
+    disc_chain chain;
+    chain.tables = tables;
+    chain.seconds = 1;
+    chain.cells = {{1, 1, 0, 1}};
+    return chain;
+  }
+
+  static disc_vobs vobs_of(const std::string& bytes, bool menus) {
+    disc_vobs vobs;
+    vobs.titleset = 1;
+    vobs.menus = menus;
+    vobs.sectors = bytes.size() / disc_sector_size;
+    return vobs;
+  }
+
+  /// In slices of a unit.
+  static void feed(disc_stream_reader& reader, const disc_vobs& vobs, const std::string& bytes) {
+    const auto* const first = reinterpret_cast<const std::uint8_t*>(bytes.data());
+    constexpr std::size_t slice = 3 * disc_sector_size;
+    for (std::size_t at = 0; at < bytes.size(); at += slice)
+      reader.feed(vobs, static_cast<std::uint32_t>(at / disc_sector_size),
+                  {first + at, std::min(slice, bytes.size() - at)});
+  }
+};
+
+std::vector<std::string> told_of_title(const made_streams& title) {
+  return read_streams(title.bytes(), {}).told();
+}
+
+/// A unit whose commands show it at once and take it away after 1024 times so many clocks.
+std::string made_subtitle(char ends_after) {
+  const std::string list_of_end = "\0"s + ends_after + "\0\x0B\2\xFF"s;
+  return "\0\x11\0\4\0\0\0\x0B\1\xFF\0"s + list_of_end;
+}
+
+constexpr finding_item first_title_video{finding_item::whole_kind::title, 1,
+                                         finding_item::part_kind::video, 0};
+
+std::string title_shows_until(const std::vector<made_disc_unit>& units) {
+  return read_streams(made_streams(units).bytes(), {})
+      .said(first_title_video, disc_trait_kind::shows_until);
+}
+
+TEST(DiscStreams, RightOnesHaveNoFindings) {
+  const made_streams four({{}, {}, {}, {}});
+  EXPECT_THAT(read_streams(four.bytes(), four.bytes()).told(), IsEmpty());
+}
+
+TEST(DiscStreams, PicturesAreCountedBehindTheLastStamp) {
+  EXPECT_EQ(title_shows_until({{}, {}, {}, {}}), "1.84") << "from the first picture with a stamp";
+  EXPECT_EQ(title_shows_until({{}, {}, {}, {0, 0, 0, false}}), "1.36");
+}
+
+TEST(DiscStreams, PicturesThatEndLongBeforeTheSoundDoSoByTheirLastStamp) {
+  std::vector<made_disc_unit> units(2);
+  units.resize(3 + sectors_of_last_pictures / 3, {0, 0, 0, false});
+  EXPECT_EQ(title_shows_until(units), "2.48") << "0.48 s, and what may follow a stamp";
+}
+
+TEST(DiscStreams, TheEndOfPicturesIsNotSaidOverABreak) {
+  EXPECT_EQ(title_shows_until({{}, {}, {900'000}, {900'000}}), "-");
+}
+
+TEST(DiscStreams, FieldsAndRepeatedOnesArePartsOfPictures) {
+  made_sequence ntsc;
+  ntsc.height = 480;
+  ntsc.width = 352;
+  ntsc.rate_code = 4;
+  video_maker video(ntsc);
+  video.sequence().group();
+  examine_test::made_picture repeated, top, bottom;
+  repeated.repeat_first_field = true;
+  top.structure = picture_extension::top_field;
+  bottom.structure = picture_extension::bottom_field;
+  bottom.kind = 'P';
+  video.picture(repeated).picture(top).picture(bottom);
+  pack_maker packs;
+  packs.pack(0).packet(first_video_stream, video.bytes, 1000).fill();
+  ASSERT_EQ(packs.bytes.size() % disc_pack_size, 0u);
+  const std::vector<std::uint8_t> bytes(packs.bytes.begin(), packs.bytes.end());
+  EXPECT_EQ(end_of_pictures(bytes), 1000u + 5 * 3003 / 2);
+  EXPECT_EQ(end_of_pictures({}), std::nullopt);
+}
+
+TEST(DiscStreams, EachBreakOfTheClockIsTold) {
+  constexpr std::uint64_t ten = 270'000'000;
+  const made_streams twice({{}, {0, 0, ten}, {}, {}});
+  EXPECT_THAT(told_of_title(twice),
+              ElementsAre("error: title 1, 00:00:00: the clock leaves out 10.46 s. [disc-clock]",
+                          "error: title 1, 00:00:00: the clock goes back by 9.54 s. [disc-clock]"));
+  const auto of_menu = read_streams({}, twice.bytes()).told();
+  EXPECT_THAT(of_menu,
+              Contains("error: menu 1, 00:00:00: the clock goes back by 9.54 s. [disc-clock]"));
+}
+
+TEST(DiscStreams, AnotherVobHasTimesOfItsOwn) {
+  constexpr std::uint64_t ten = 270'000'000;
+  const made_streams two({{}, {}, {900'000, 0, ten, true, 2}, {900'000, 0, ten, true, 2}});
+  EXPECT_THAT(told_of_title(two), IsEmpty());
+}
+
+// Where spumux puts buttons that come up after the end of their menu.
+TEST(DiscStreams, PacksBehindTheEndOfAMenuHaveTheirOwnTime) {
+  pack_maker late;
+  late.pack(27'000'000ull * 60).subpicture("\0\4\0\2"s, 60 * 90'000, 0).fill();
+  const std::string menu = made_streams({{}, {}}).bytes() + late.bytes;
+  EXPECT_THAT(read_streams({}, menu).told(), IsEmpty());
+  EXPECT_THAT(read_streams(menu, {}).told(), Contains(testing::HasSubstr("[disc-clock]")));
+}
+
+TEST(DiscStreams, EachBreakOfTimeStampsIsToldWithItsStream) {
+  EXPECT_THAT(told_of_title(made_streams({{}, {}, {0, 180'000}, {}})),
+              ElementsAre("error: title 1, audio 1, 00:00:00: its time stamps leave out 2.48 s. "
+                          "[disc-times]",
+                          "error: title 1, audio 1, 00:00:00: its time stamps go back by 1.52 s. "
+                          "[disc-times]"));
+  const made_streams all_later({{}, {}, {900'000}});
+  EXPECT_THAT(read_streams({}, all_later.bytes()).told(),
+              ElementsAre("error: menu 1, video, 00:00:00: its time stamps leave out 10.48 s. "
+                          "[disc-times]",
+                          "error: menu 1, audio, 00:00:00: its time stamps leave out 10.48 s. "
+                          "[disc-times]"));
+}
+
+TEST(DiscStreams, SubtitlesAreReadWithTheirTimes) {
+  pack_maker made;
+  made.raw(made_streams({{}, {}}).bytes());
+  const std::string first = made_subtitle(88), second = made_subtitle(44);
+  made.pack(27'000'000).subpicture(first.substr(0, 9), 180'000, 3).fill();
+  made.pack(27'000'000).subpicture(first.substr(9), {}, 3).fill();
+  made.pack(27'000'000).subpicture(second, 360'000, 3).fill();
+  read_streams title(made.bytes, {});
+  title.disc.titles[0].subpictures = {{{}, 0x23}};
+  const finding_item item{finding_item::whole_kind::title, 1, finding_item::part_kind::subtitle, 1};
+  // The first picture's stamp is 97,200.
+  EXPECT_EQ(title.said(item, disc_trait_kind::shown), "0.92-1.921 2.92-3.421");
+  made.pack(27'000'000).subpicture(first.substr(0, 9), 540'000, 3).fill();
+  read_streams cut(made.bytes, {});
+  cut.disc.titles[0].subpictures = {{{}, 0x23}};
+  EXPECT_EQ(cut.said(item, disc_trait_kind::shown), "-");
+}
+
+TEST(DiscStreams, BytesOfNoPackAreTold) {
+  std::string title = made_streams({{}, {}, {}, {}}).bytes();
+  title.replace(5 * disc_sector_size, disc_sector_size, disc_sector_size, '\x55');
+  EXPECT_THAT(read_streams(title, {}).told(),
+              Contains("error: title 1: 2048 bytes belong to no pack. [disc-bytes]"));
+}
+
+TEST(DiscStreams, SoundOfAnotherKindThanStatedIsTold) {
+  made_streams title({{}, {}, {}, {}});
+  title.mpeg_sound = true;
+  title.sound = mpeg_frame();
+  EXPECT_THAT(told_of_title(title),
+              ElementsAre("error: title 1, audio 1: the sound is MPEG audio. [disc-sound-stated]"));
+}
+
+TEST(DiscStreams, SoundOfOtherChannelsThanStatedIsTold) {
+  read_streams of_two(made_streams({{}, {}}).bytes(), {});
+  of_two.disc.titles[0].audio[0].attributes.channels = 6;
+  of_two.disc.titles[0].audio[0].attributes.rate_code = 1;
+  EXPECT_THAT(of_two.told(),
+              ElementsAre("warning: title 1, audio 1: the sound has 48000 samples a second. "
+                          "[disc-sound-format]",
+                          "warning: title 1, audio 1: the sound has 2 channels. "
+                          "[disc-sound-format]"));
+}
+
+TEST(DiscStreams, ProportionsOtherThanStatedAreTold) {
+  made_streams title({{}, {}, {}, {}});
+  title.group = group_of_disc(3);
+  EXPECT_THAT(told_of_title(title),
+              ElementsAre("warning: title 1, video: the picture is 16:9. [disc-aspect-stated]"));
+}
+
+}  // namespace
+}  // namespace corvane
