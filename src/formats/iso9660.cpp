@@ -37,6 +37,8 @@ class iso_reader {
   void read_primary(const table_bytes& sector, std::uint64_t at);
   std::uint32_t both32(const table_bytes& bytes, std::uint64_t place, const std::string& table,
                        std::uint64_t at);
+  void check_form(const table_bytes& bytes, std::uint64_t place, const std::string& table,
+                  std::uint64_t at);
   void read_folder(const waiting_folder& folder);
   void check_rest(const table_bytes& bytes, std::uint64_t begin, std::uint64_t end,
                   std::uint64_t at);
@@ -67,8 +69,26 @@ std::uint32_t iso_reader::both32(const table_bytes& bytes, std::uint64_t place,
   return low;
 }
 
+/// What a record of a file or folder says besides its place and size: it is in one piece, without
+/// attributes in front of it, and on the only disc of its set.
+void iso_reader::check_form(const table_bytes& bytes, std::uint64_t place, const std::string& table,
+                            std::uint64_t at) {
+  constexpr unsigned reserved_flags = 0x60;
+  if (bytes.u8(place + 1) != 0 || bytes.u8(place + 26) != 0 || bytes.u8(place + 27) != 0 ||
+      (bytes.u8(place + 25) & reserved_flags) != 0)
+    out_.tell(table, at + place, "is of a form that no disc has");
+  if (bytes.le16(place + 28) != bytes.u16(place + 30))
+    out_.tell(table, at + place,
+              "has another disc of its set in one order of bytes than in the other");
+}
+
 void iso_reader::read_primary(const table_bytes& sector, std::uint64_t at) {
   const std::string table = "ISO 9660 descriptor";
+  if (sector.u8(6) != 1)
+    out_.tell(table, at + 6, "is of another version");
+  if (sector.le16(120) != sector.u16(122) || sector.le16(124) != sector.u16(126))
+    out_.tell(table, at + 120, "has another set of discs in one order of bytes than in the other");
+  check_form(sector, 156, table, at);
   primary_ = at;
   volume_.name = text_at(sector, 40, 32);
   volume_.name.erase(volume_.name.find_last_not_of(' ') + 1);
@@ -136,11 +156,14 @@ std::uint64_t iso_reader::read_record(const waiting_folder& folder, const table_
   disc_file found;
   found.first_sector = both32(bytes, place + 2, record, at);
   found.size = both32(bytes, place + 10, record, at);
+  check_form(bytes, place, record, at);
   const unsigned flags = bytes.u8(place + 25);
   const std::string name = text_at(bytes, place + name_at, name_length);
   const bool special = name_length == 1 && bytes.u8(place + name_at) < 2;
   if (special != (number < 2))
     out_.tell(table, at + place, "does not begin with itself and the folder above");
+  if (special && (flags & folder_flag) == 0)
+    out_.tell(table, at + place, "is not said to be a folder");
   if (special)
     check_self(folder, found.first_sector, bytes.u8(place + name_at) == 1, at + place);
   else
@@ -186,7 +209,7 @@ std::vector<known_folder> iso_reader::path_table(std::uint64_t sector, std::uint
   std::vector<known_folder> folders;
   for (std::uint64_t place = 0; place < bytes.size() && folders.size() < most_image_files;) {
     const std::uint64_t length = bytes.u8(place);
-    if (length == 0 || !bytes.holds(place, 8 + length)) {
+    if (length == 0 || !bytes.holds(place, 8 + length) || bytes.u8(place + 1) != 0) {
       out_.tell(table, sector * image_sector + place, "has an entry that does not fit into it");
       break;
     }
@@ -212,10 +235,13 @@ void iso_reader::check_path_tables() {
 }
 
 void iso_reader::read() {
+  bool is_ended = false;
   for (std::uint64_t number = first_descriptor; number <= last_descriptor; ++number) {
     const auto data = out_.sector(number);
     const table_bytes sector(data);
-    if (text_at(sector, 1, 5) != "CD001" || sector.u8(0) == 0xFF)
+    const bool is_descriptor = text_at(sector, 1, 5) == "CD001";
+    is_ended = is_descriptor && sector.u8(0) == 0xFF && sector.u8(6) == 1;
+    if (!is_descriptor || sector.u8(0) == 0xFF)
       break;
     if (sector.u8(0) != 1 || volume_.found)
       continue;
@@ -226,6 +252,8 @@ void iso_reader::read() {
     out_.tell("ISO 9660 descriptor", first_descriptor * image_sector, "is not there");
     return;
   }
+  if (!is_ended)
+    out_.tell("ISO 9660 descriptor", first_descriptor * image_sector, "has no other at its end");
   waiting_folder folder;
   while (out_.next_folder(folder))
     read_folder(folder);

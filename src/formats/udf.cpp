@@ -64,20 +64,23 @@ class udf_reader {
 
 bool udf_reader::is_recognised() {
   constexpr std::uint64_t first = 16, last = 64;
-  bool begun = false;
+  bool begun = false, named = false, ended = false;
   for (std::uint64_t number = first; number < last; ++number) {
-    const auto sector = out_.bytes(number * image_sector, 6);
+    const auto sector = out_.bytes(number * image_sector, 7);
     const std::string mark(sector.begin(), sector.end());
-    const std::string_view name =
-        std::string_view(mark).substr(std::min<std::size_t>(1, mark.size()));
-    begun = begun || name == "BEA01";
-    if (begun && name == "NSR02")
-      return true;
-    if (name == "TEA01")
+    using namespace std::string_literals;
+    begun = begun || mark == "\0BEA01\1"s;
+    named = named || (begun && mark == "\0NSR02\1"s);
+    if (mark == "\0TEA01\1"s) {
+      ended = true;
       break;
+    }
   }
-  out_.tell("UDF recognition sequence", first * image_sector, "does not name UDF");
-  return false;
+  if (!named)
+    out_.tell("UDF recognition sequence", first * image_sector, "does not name UDF");
+  else if (!ended)
+    out_.tell("UDF recognition sequence", first * image_sector, "has no end");
+  return named;
 }
 
 bool udf_reader::check(const table_bytes& bytes, int kind, std::optional<std::uint32_t> place,

@@ -4,6 +4,7 @@
 #include "examine/read_disc.h"
 #include "examine/verification.h"
 #include "formats/disc_files.h"
+#include "formats/disc_image.h"
 #include "formats/ifo.h"
 #include "formats/navigation_pack.h"
 #include "judge.h"
@@ -17,6 +18,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -391,6 +393,91 @@ TEST_F(Verify, OneWrongByteOfANavigationPackIsFoundOrWithoutEffect) {
   }
   EXPECT_GT(found, 0);
   EXPECT_GT(without_effect, 0);
+}
+
+/// What both volumes of an image list.
+disc_image volumes_of(const std::string& image) {
+  auto source = open_bytes(image);
+  EXPECT_TRUE(source) << source.error;
+  return source ? read_disc_image(**source) : disc_image();
+}
+
+/// How many sectors are in front of the first file of an image: its descriptors, path tables and
+/// directories.
+std::uint64_t table_sectors(const std::string& image) {
+  std::uint64_t first = ~std::uint64_t{0};
+  for (const disc_file& one : volumes_of(image).iso9660.files)
+    first = std::min<std::uint64_t>(first, one.first_sector);
+  return first;
+}
+
+/// Whether the byte at `place` of the image's tables is one that no reader needs. `tables`: all
+/// sectors in front of the first file, as they were written.
+bool is_without_effect(const std::string& tables, std::uint64_t place) {
+  const std::uint64_t number = place / disc_sector_size, at = place % disc_sector_size;
+  const std::string sector = tables.substr(number * disc_sector_size, disc_sector_size);
+  const auto in = [at](std::uint64_t first, std::uint64_t end) { return at >= first && at < end; };
+  const auto byte = [&sector](std::uint64_t i) { return byte_of(sector, i); };
+  const auto of_primary = [&tables](std::uint64_t i) {
+    return byte_of(tables, 16 * disc_sector_size + i);
+  };
+  if (sector.find_first_not_of('\0') == std::string::npos)
+    return true;     // nothing is there
+  if (number == 16)  // names, dates and what is for a system's own use
+    return at == 7 || in(8, 80) || in(88, 120) || in(144, 148) || in(152, 156) ||
+           in(156 + 18, 156 + 25) || in(190, disc_sector_size);
+  if (number > 16 && number < 32)  // what ends the descriptors, and those that announce UDF
+    return at >= 7;
+  // Behind what their checksums are of; what stands behind the description of all files.
+  constexpr std::uint64_t tag = 16, terminator = 8;
+  if (byte(1) <= 2 && byte(2) == 2 && byte(3) == 0)
+    return byte(0) == terminator || at >= tag + (byte(10) | byte(11) << 8);
+  // Path tables, lowest and highest byte first: what is behind them.
+  const std::uint64_t low = of_primary(140) | of_primary(141) << 8,
+                      high = of_primary(151) | of_primary(150) << 8;
+  if (number == low || number == high)
+    return at >= (of_primary(132) | of_primary(133) << 8);
+  // Folders of ISO 9660: the date of an entry; how long the last one is.
+  for (std::uint64_t record = 0; record < disc_sector_size && byte(record) != 0;
+       record += byte(record))
+    if (in(record, record + byte(record)))
+      return in(record + 18, record + 25) || at >= record + 33 + byte(record + 32) ||
+             (at == record && byte(record + byte(record)) == 0);
+  return false;
+}
+
+// Bytes of an image's own tables, and of the room between them.
+TEST_F(Verify, OneWrongByteOfAnImagesTablesIsFoundOrWithoutEffect) {
+  std::mt19937 random(20260104);
+  const auto pick = [&](std::uint64_t most) {
+    return std::uniform_int_distribution<std::uint64_t>(0, most - 1)(random);
+  };
+  const std::uint64_t sectors = table_sectors(home_.image());
+  const std::string before =
+      read_file(home_.image(), 1u << 30)->substr(0, sectors * disc_sector_size);
+  std::vector<std::uint64_t> said;  // bytes that are not 0
+  for (std::uint64_t at = 16 * disc_sector_size; at < before.size(); ++at)
+    if (before[at] != 0)
+      said.push_back(at);
+  ASSERT_GT(said.size(), 1000u);
+  const disc_image whole = volumes_of(home_.image());
+  int found = 0, without_effect = 0;
+  for (int i = 0; i < part_of_set(300); ++i) {
+    const std::uint64_t place = i % 3 == 0 ? pick(before.size()) : said[pick(said.size())];
+    const std::uint64_t sector = place / disc_sector_size, at = place % disc_sector_size;
+    flip(home_.image(), place);
+    if (!verified({}, home_.image()).empty()) {
+      ++found;
+    } else {
+      ++without_effect;
+      EXPECT_TRUE(is_without_effect(before, place)) << "sector " << sector << ", byte " << at;
+      EXPECT_EQ(disagreement_text(home_.image()), "") << sector << " " << at;
+    }
+    flip(home_.image(), place);
+  }
+  EXPECT_GT(found, 0);
+  EXPECT_GT(without_effect, 0);
+  EXPECT_EQ(volumes_of(home_.image()).udf.files.size(), whole.udf.files.size());
 }
 
 // Tables and their copies, of the folder alone.

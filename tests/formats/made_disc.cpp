@@ -390,7 +390,7 @@ std::size_t put_identifier(made_bytes& to, std::size_t at, std::string_view name
 void put_udf(made_bytes& to) {
   namespace s = made_image_at;
   for (std::size_t i = 0; i < 3; ++i)
-    to.text((s::recognition + i) * 2048 + 1, i == 0 ? "BEA01" : i == 1 ? "NSR02" : "TEA01");
+    to.text((s::recognition + i) * 2048 + 1, i == 0 ? "BEA01\1" : i == 1 ? "NSR02\1" : "TEA01\1");
   put_sequence(to, s::sequence);
   put_sequence(to, s::reserve);
   to.le32(s::integrity * 2048 + 28, 1);
