@@ -51,6 +51,10 @@ TEST_F(UnseenDisc, WrongDiscIsFoundOutThoughTheFileWent) {
   EXPECT_EQ(run({project_, out()}), 1);
   EXPECT_THAT(stderr_, Not(HasSubstr("Process complete.")));
   EXPECT_THAT(log(), HasSubstr("ERR:  VIDEO_TS/VTS_01_0.BUP: "));
+  EXPECT_THAT(log(),
+              HasSubstr("; a viewer would see a player that refuses the disc, stops or shows "
+                        "something else; what to do: author the disc again; if it comes "
+                        "again, look at the log; rule: disc-tables\n"));
   EXPECT_THAT(stdout_, HasSubstr("\n    file: VIDEO_TS/VTS_01_0.BUP\n"));
   EXPECT_THAT(stdout_, HasSubstr("\n    what to do: author the disc again"));
   EXPECT_THAT(stdout_, HasSubstr("\n    rule: disc-tables\n"));

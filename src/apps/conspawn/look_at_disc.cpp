@@ -1,6 +1,7 @@
 #include "look_at_disc.h"
 
 #include "examine/verification.h"
+#include "formats/sanitized.h"
 #include "platform/files/files.h"
 #include "runner/output_lines.h"
 
@@ -30,13 +31,29 @@ std::string_view mark_of(finding_severity severity) {
   return "INFO: ";
 }
 
+/// Title or menu, time and file, as far as there are any.
+std::string place_of_difference(const finding& f) {
+  if (f.file.empty())
+    return place_text(f);
+  const bool of_file_alone = f.item == finding_item{} && !f.seconds;
+  return of_file_alone ? f.file : place_text(f) + ", " + f.file;
+}
+
+/// One line, which may be the only one that is looked at: all that a finding says.
 std::string text_of_difference(const finding& f) {
   std::string text(mark_of(f.severity));
-  text += f.file.empty() ? place_text(f) : f.file;
-  text += ": " + f.found;
-  if (f.severity != finding_severity::note && !f.wanted.empty())
-    text += "; it must be " + f.wanted;
-  return text;
+  text += place_of_difference(f) + ": " + f.found;
+  const auto add = [&text](std::string_view label, const std::string& what) {
+    if (!what.empty())
+      text.append("; ").append(label).append(what);
+  };
+  if (f.severity != finding_severity::note) {
+    add("it must be ", f.wanted);
+    add("a viewer would see ", f.consequence);
+    add("what to do: ", f.remedy);
+  }
+  add("rule: ", f.rule);
+  return sanitized(text);
 }
 
 void print_findings(const std::vector<finding>& findings, const line_printer& print) {
