@@ -154,7 +154,7 @@ struct comparison {
   trait_kind what;
   std::string_view rule;
   bool of_material;  ///< follows from the streams, whose errors were told before the run
-  enum { same, near, at_least, drawing, cues, within_unit, untold } how = same;
+  enum { same, one_of, near, at_least, drawing, cues, within_unit, untold } how = same;
   double tolerance = 0;  ///< seconds
 };
 
@@ -162,7 +162,7 @@ struct comparison {
 constexpr std::array comparisons = {
     comparison{trait_kind::titles, "disc-titles", false},
     comparison{trait_kind::menus, "disc-menus", false},
-    comparison{trait_kind::first_play, "disc-first-play", false},
+    comparison{trait_kind::first_play, "disc-first-play", false, comparison::one_of},
     comparison{trait_kind::standard, "disc-picture", true},
     comparison{trait_kind::size, "disc-picture", true},
     comparison{trait_kind::aspect, "disc-picture", true},
@@ -179,11 +179,11 @@ constexpr std::array comparisons = {
     comparison{trait_kind::cues, "disc-subtitles", true},
     comparison{trait_kind::first_cue, "disc-subtitles", true, comparison::near, 0.1},
     comparison{trait_kind::last_cue, "disc-subtitles", true, comparison::near, 0.1},
-    comparison{trait_kind::then, "disc-then", false},
+    comparison{trait_kind::then, "disc-then", false, comparison::one_of},
     comparison{trait_kind::stays, "disc-menu", false},
     comparison{trait_kind::buttons, "disc-buttons", false},
     comparison{trait_kind::edges, "disc-buttons", false},
-    comparison{trait_kind::leads_to, "disc-leads-to", false},
+    comparison{trait_kind::leads_to, "disc-leads-to", false, comparison::one_of},
     comparison{trait_kind::highlighted, "disc-button-colours", false},
     comparison{trait_kind::selected, "disc-button-colours", false},
     comparison{trait_kind::drawn, "disc-button-drawn", false, comparison::drawing},
@@ -214,6 +214,8 @@ bool agree(const comparison& c, const disc_trait& foreseen, const disc_trait& fo
            double tolerance) {
   if (c.how == comparison::same)
     return foreseen.value == found.value;
+  if (c.how == comparison::one_of)
+    return is_one_of(found.value, foreseen.value);
   if (c.how == comparison::drawing)
     return is_same_drawing(foreseen.value, found.value);
   const double more = leading_number(found.value) - leading_number(foreseen.value);

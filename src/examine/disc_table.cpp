@@ -48,6 +48,22 @@ bool is_for_a_person(disc_trait_kind what) {
   return what < disc_trait_kind::drawn;
 }
 
+/// Commands are shown where somebody typed them, so that no more than their places is foreseen, and
+/// where they do not tell where they lead.
+bool is_shown(const disc_trait& trait, const disc_traits& found, const disc_traits& foreseen) {
+  if (trait.kind != disc_trait_kind::does)
+    return is_for_a_person(trait.kind);
+  for (const auto way :
+       {disc_trait_kind::leads_to, disc_trait_kind::then, disc_trait_kind::first_play}) {
+    const disc_trait* const asked = foreseen.find(trait.item, way);
+    const bool is_typed = asked == nullptr ? !foreseen.all().empty()
+                                           : asked->value.find(either_place) != std::string::npos;
+    if (found.find(trait.item, way) != nullptr)
+      return is_typed;
+  }
+  return true;
+}
+
 bool is_same_whole(const finding_item& a, const finding_item& b) {
   return a.whole == b.whole && a.number == b.number;
 }
@@ -67,7 +83,7 @@ std::vector<row> rows_of(const disc_traits& found, const disc_traits& foreseen) 
                     got == nullptr ? "-" : shown_value(*got)});
   };
   for (const disc_trait& got : found.all())
-    if (is_for_a_person(got.kind))
+    if (is_shown(got, found, foreseen))
       add(got, foreseen.find(got.item, got.kind), &got);
   for (const disc_trait& asked : foreseen.all())
     if (is_for_a_person(asked.kind) && found.find(asked.item, asked.kind) == nullptr)

@@ -2,6 +2,7 @@
 
 #include "examine/measures.h"
 #include "formats/numbers.h"
+#include "formats/text.h"
 #include "formats/time_text.h"
 #include "formats/xml_reader.h"
 #include "formats/xml_text.h"
@@ -20,13 +21,13 @@ using whole = finding_item::whole_kind;
 using part = finding_item::part_kind;
 
 /// In the order of disc_trait_kind.
-constexpr std::array<std::string_view, 31> names = {
-    "titles",      "menus",        "first play",  "standard",  "size",          "aspect",
-    "coding",      "length",       "chapters",    "begins",    "audio streams", "format",
-    "language",    "sounds until", "shows until", "subtitles", "cues",          "first cue",
-    "last cue",    "then",         "stays",       "buttons",   "edges",         "leads to",
-    "highlighted", "selected",     "drawn",       "breaks",    "shown",         "lands at",
-    "longest unit"};
+constexpr std::array<std::string_view, 32> names = {
+    "titles",   "menus",        "first play",  "standard",  "size",          "aspect",
+    "coding",   "length",       "chapters",    "begins",    "audio streams", "format",
+    "language", "sounds until", "shows until", "subtitles", "cues",          "first cue",
+    "last cue", "then",         "stays",       "buttons",   "edges",         "leads to",
+    "does",     "highlighted",  "selected",    "drawn",     "breaks",        "shown",
+    "lands at", "longest unit"};
 static_assert(static_cast<std::size_t>(trait_kind::unit) + 1 == names.size());
 
 bool is_time(trait_kind what) {
@@ -82,6 +83,11 @@ std::string yes_or_no(bool yes) {
 
 std::string_view name_of(disc_trait_kind what) {
   return names[static_cast<std::size_t>(what)];
+}
+
+bool is_one_of(std::string_view place, std::string_view places) {
+  const std::vector<std::string> all = split(places, either_place);
+  return std::find(all.begin(), all.end(), place) != all.end();
 }
 
 std::string shown_value(const disc_trait& trait) {

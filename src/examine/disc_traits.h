@@ -42,7 +42,8 @@ enum class disc_trait_kind {
   stays,          ///< of a menu: "for ever", or how long after its end, "5 s"
   buttons,        ///< of a menu: how many
   edges,          ///< of a button: "10,20 to 109,59"
-  leads_to,       ///< of a button
+  leads_to,       ///< of a button; foreseen of a typed command: places with " or " between them
+  does,           ///< of a button, a title's end or the disc's beginning: its commands, decoded
   // Of a button, as examine/button_looks.h says them.
   highlighted,  ///< its colours then: "yellow"
   selected,     ///< the same
@@ -63,6 +64,10 @@ struct disc_trait {
 
 /// "length", "leads to".
 std::string_view name_of(disc_trait_kind kind);
+
+/// Places with "or" between them, and whether one is among them.
+inline constexpr std::string_view either_place = " or ";
+bool is_one_of(std::string_view place, std::string_view places);
 
 /// How the value is shown: a time as "0:01:05.50".
 std::string shown_value(const disc_trait& trait);

@@ -1,5 +1,6 @@
 #include "examine/foreseen_disc.h"
 
+#include "disc/command_reading.h"
 #include "examine/button_looks.h"
 #include "examine/chapter_rules.h"
 #include "examine/cue_times.h"
@@ -384,7 +385,36 @@ class foreseeing {
       case verb::other:
         break;
     }
-    return command.text == "exit" ? std::optional<std::string>("stop") : std::nullopt;
+    return typed_places(command.text);
+  }
+
+  /// Each place that a typed command names; which of them it leads to is the registers' matter.
+  /// Nothing where one of them is not known here.
+  std::optional<std::string> typed_places(const std::string& text) const {
+    const command_reading reading = read_commands(text + ";");
+    if (reading.fault || reading.resumes || d_.jump_table)
+      return std::nullopt;
+    std::vector<std::string> places;
+    for (const command_lead& lead : reading.leads) {
+      const auto place = place_of_lead(lead);
+      if (!place)
+        return std::nullopt;
+      places.push_back(*place);
+    }
+    if (reading.ends)
+      places.emplace_back("stop");
+    return places.empty() ? std::nullopt : std::optional(join(places, either_place));
+  }
+
+  std::optional<std::string> place_of_lead(const command_lead& lead) const {
+    if (lead.of_disc || lead.titleset || !lead.entry.empty())
+      return std::nullopt;
+    if (lead.to == command_lead::place::menu && !lead.chapter)
+      return menu_place(lead.number);
+    if (lead.to == command_lead::place::title && lead.number >= 1 &&
+        lead.number <= d_.title_count())
+      return title_place(lead.number, lead.chapter.value_or(1));
+    return std::nullopt;
   }
 
   std::optional<std::string> first_play() const {

@@ -47,6 +47,8 @@ class saying {
     said_.say_count(disc, trait_kind::titles, disc_.titles.size());
     said_.say_count(disc, trait_kind::menus, menus.size());
     say_way(disc, trait_kind::first_play, walks_.after_start());
+    if (disc_.first_play)
+      say_commands(disc, disc_.first_play->pre);
     for (const disc_title_contents& title : disc_.titles)
       say_title(title);
     for (std::size_t i = 0; i < menus.size(); ++i)
@@ -73,6 +75,7 @@ class saying {
     say_sounds(item, title, streams);
     say_subtitles(item, title, streams);
     say_way(item, trait_kind::then, walks_.after_title(title));
+    say_commands(item, title.chain.tables->post);
   }
 
   void say_video(const finding_item& item, const video_attributes& video, double seconds) {
@@ -221,6 +224,29 @@ class saying {
               std::to_string(b.x0) + "," + std::to_string(b.y0) + " to " + std::to_string(b.x1) +
                   "," + std::to_string(b.y1));
     say_way(item, trait_kind::leads_to, walks_.after_button(menu, index));
+    say_commands(item, commands_of_button(menu, b.command));
+  }
+
+  /// dvdauthor puts several commands of a button behind its menu, and into the button a way there.
+  static std::vector<vm_command> commands_of_button(const disc_menu_contents& menu,
+                                                    const vm_command& command) {
+    constexpr int tail_of_chain = 13;
+    std::vector<vm_command> all = {command};
+    const vm_target to = command.target();
+    if (to.where == vm_target::place::within && to.link == tail_of_chain)
+      all.insert(all.end(), menu.chain.tables->post.begin(), menu.chain.tables->post.end());
+    return all;
+  }
+
+  void say_commands(const finding_item& item, const std::vector<vm_command>& commands) {
+    constexpr std::size_t most_commands = 20;
+    std::string text;
+    for (std::size_t i = 0; i < std::min(commands.size(), most_commands); ++i)
+      text += (text.empty() ? "" : "; ") + commands[i].text();
+    if (commands.size() > most_commands)
+      text += "; ...";
+    if (!text.empty())
+      said_.say(item, trait_kind::does, text);
   }
 
   void say_way(const finding_item& item, trait_kind what, const std::optional<std::string>& place) {

@@ -117,6 +117,21 @@ TEST(DiscDifferences, EachCueIsShownWhenItWasForeseen) {
   EXPECT_THAT(with("1-2 4-4.5 7-9"), ElementsAre(HasSubstr("; 1 other is not as foreseen, too")));
 }
 
+TEST(DiscDifferences, ATypedCommandLeadsToOneOfItsPlaces) {
+  disc_traits foreseen;
+  foreseen.say(title(1), kind::then, "title 2 chapter 1 or stop");
+  const auto with = [&](const std::string& place) {
+    disc_traits found;
+    found.say(title(1), kind::then, place);
+    return told(foreseen, found);
+  };
+  EXPECT_THAT(with("stop"), IsEmpty());
+  EXPECT_THAT(with("title 2 chapter 1"), IsEmpty());
+  EXPECT_THAT(with("title 2"), testing::SizeIs(1));
+  EXPECT_THAT(with("menu 1"), ElementsAre("error: title 1: then: menu 1. "
+                                          "[disc-then, title 2 chapter 1 or stop]"));
+}
+
 TEST(DiscDifferences, WhatIsMissingIsTold) {
   disc_traits foreseen;
   foreseen.say(title(2), kind::then, "stop");
@@ -228,6 +243,21 @@ TEST(ForeseenRun, AnythingElseIsRefused) {
   EXPECT_FALSE(
       parse_foreseen("<foreseen folder=\"/a\"><trait what=\"colour\" is=\"1\"/></foreseen>"));
   EXPECT_TRUE(parse_foreseen("<foreseen folder=\"/a\"/>"));
+}
+
+TEST(DiscTable, ShowsCommandsThatWereTyped) {
+  disc_traits foreseen, found;
+  const finding_item first{whole::menu, 1, part::button, 1},
+      second{whole::menu, 1, part::button, 2};
+  found.say(first, kind::leads_to, "title 1 chapter 1");
+  found.say(first, kind::does, "JumpVTS_TT 1");
+  found.say(second, kind::does, "if (g1 == 2) JumpVTS_TT 1");
+  foreseen.say(first, kind::leads_to, "title 1 chapter 1");
+  EXPECT_THAT(disc_table(found, foreseen), testing::Not(HasSubstr("JumpVTS_TT 1\n  button 2")));
+  EXPECT_THAT(disc_table(found, {}), HasSubstr("button 2: does       if (g1 == 2) JumpVTS_TT 1"));
+  disc_traits typed;
+  typed.say(first, kind::leads_to, "title 1 chapter 1 or stop");
+  EXPECT_THAT(disc_table(found, typed), HasSubstr("JumpVTS_TT 1\n"));
 }
 
 TEST(DiscTable, ShowsBothBesideEachOther) {

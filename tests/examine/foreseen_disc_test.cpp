@@ -161,7 +161,13 @@ TEST_F(ForeseenDisc, CommandsLeadToPlaces) {
   EXPECT_EQ(leads("jump titleset 1 menu"), "menu 1");
   EXPECT_EQ(leads("exit"), "stop");
   EXPECT_EQ(leads("jump title 9"), "(nothing)") << "another rule tells it";
-  EXPECT_EQ(leads("if (g3 == 2) jump title 1"), "(nothing)");
+  EXPECT_EQ(leads("if (g3 == 2) jump title 1"), "title 1 chapter 1");
+  EXPECT_EQ(leads("g3 = 1; if (g2 == 1) jump title 2 chapter 3; else exit"),
+            "title 2 chapter 3 or stop");
+  EXPECT_EQ(leads("g3 = 1; jump vmgm menu 1"), "(nothing)")
+      << "menus of the disc are not described";
+  EXPECT_EQ(leads("g3 = 1; jump title 1; resume"), "(nothing)");
+  EXPECT_EQ(leads("g3 = 1"), "(nothing)");
 }
 
 TEST_F(ForeseenDisc, WithTheJumpTableTheMenuIsComeBackTo) {
