@@ -312,7 +312,8 @@ class foreseeing {
     for (std::size_t i = 0; i < menu.buttons.size(); ++i) {
       const finding_item button = part_of(item, part::button, static_cast<int>(i) + 1);
       say_edges(button, menu.buttons[i]);
-      say_way(button, trait_kind::leads_to, place_of(menu.buttons[i].action, number));
+      say_way(button, trait_kind::leads_to,
+              place_of(menu.buttons[i].action, menu.titleset, number));
     }
     // Edited XML may give a menu other colours, a ready file may bring a picture of its own.
     if (!hand_edited_ && !s.inside)
@@ -355,48 +356,66 @@ class foreseeing {
   }
 
   void say_way(const finding_item& item, trait_kind what, const std::optional<std::string>& place) {
-    if (place && !d_.has_other_paths && is_one_titleset())
+    if (place && !d_.has_other_paths && (!d_.jump_table || is_one_titleset()))
       said_.say(item, what, *place);
   }
 
-  std::optional<std::string> menu_place(int menu) const {
-    if (menu < 1 || menu > d_.menu_count())
-      return std::nullopt;
-    return "menu " + std::to_string(menu);
+  /// The number on the disc of title or menu `number` of a titleset, where there is one. `titleset`
+  /// 0: of the whole disc.
+  template <typename Item>
+  static std::optional<int> number_on_disc(const std::vector<Item>& all, int titleset, int number) {
+    int before = 0;
+    for (std::size_t i = 0; i < all.size(); ++i)
+      if ((titleset == 0 || all[i].titleset == titleset) && ++before == number)
+        return static_cast<int>(i) + 1;
+    return std::nullopt;
   }
 
-  /// `from`: the menu whose button it is; 0: a title's command, or the first one.
-  std::optional<std::string> place_of(const disc_command& command, int from) const {
+  std::optional<std::string> title_of(int titleset, int title, int chapter) const {
+    const auto number = number_on_disc(d_.titles, titleset, title);
+    return number ? std::optional(title_place(*number, chapter)) : std::nullopt;
+  }
+
+  /// Menus of the whole disc are not described.
+  std::optional<std::string> menu_of(int titleset, int menu) const {
+    const auto number = titleset == 0 ? std::nullopt : number_on_disc(d_.menus, titleset, menu);
+    return number ? std::optional("menu " + std::to_string(*number)) : std::nullopt;
+  }
+
+  /// `titleset`: the one that the command is in; 0: it is the disc's first. `from`: the menu of it
+  /// whose button it is; 0: a title's command, or the first one.
+  std::optional<std::string> place_of(const disc_command& command, int titleset, int from) const {
     const command_form& form = command.form;
+    const int own = titleset == 0 ? 1 : titleset;
     switch (form.what) {
       case verb::jump_title:
-        if (!form.number || *form.number < 1 || *form.number > d_.title_count())
-          return std::nullopt;
-        return title_place(*form.number, form.chapter.value_or(1));
+        return form.number ? title_of(titleset, *form.number, form.chapter.value_or(1))
+                           : std::nullopt;
       case verb::jump_menu:
-        return form.number ? menu_place(*form.number) : std::nullopt;
+        return form.number ? menu_of(is_one_titleset() ? own : titleset, *form.number)
+                           : std::nullopt;
       case verb::jump_titleset:
         // Remembered, it comes back to the menu that it was chosen in.
-        return menu_place(d_.jump_table && from > 0 ? from : 1);
+        return menu_of(1, d_.jump_table && from > 0 ? from : 1);
       case verb::call_menu:
-        return menu_place(d_.jump_table ? form.number.value_or(1) : 1);
+        return menu_of(own, d_.jump_table ? form.number.value_or(1) : 1);
       case verb::call_last_menu:
-        return d_.jump_table ? menu_place(1) : std::nullopt;  // none was shown before
+        return d_.jump_table ? menu_of(own, 1) : std::nullopt;  // none was shown before
       case verb::other:
         break;
     }
-    return typed_places(command.text);
+    return typed_places(command.text, titleset);
   }
 
   /// Each place that a typed command names; which of them it leads to is the registers' matter.
   /// Nothing where one of them is not known here.
-  std::optional<std::string> typed_places(const std::string& text) const {
+  std::optional<std::string> typed_places(const std::string& text, int titleset) const {
     const command_reading reading = read_commands(text + ";");
     if (reading.fault || reading.resumes || d_.jump_table)
       return std::nullopt;
     std::vector<std::string> places;
     for (const command_lead& lead : reading.leads) {
-      const auto place = place_of_lead(lead);
+      const auto place = place_of_lead(lead, titleset);
       if (!place)
         return std::nullopt;
       places.push_back(*place);
@@ -406,28 +425,32 @@ class foreseeing {
     return places.empty() ? std::nullopt : std::optional(join(places, either_place));
   }
 
-  std::optional<std::string> place_of_lead(const command_lead& lead) const {
-    if (lead.of_disc || lead.titleset || !lead.entry.empty())
+  std::optional<std::string> place_of_lead(const command_lead& lead, int titleset) const {
+    using place = command_lead::place;
+    if (lead.of_disc)
       return std::nullopt;
-    if (lead.to == command_lead::place::menu && !lead.chapter)
-      return menu_place(lead.number);
-    if (lead.to == command_lead::place::title && lead.number >= 1 &&
-        lead.number <= d_.title_count())
-      return title_place(lead.number, lead.chapter.value_or(1));
+    const int of = lead.titleset.value_or(titleset);
+    const bool is_root = lead.entry.empty() || lead.entry == "root";
+    if (lead.to == place::menu_entry && lead.titleset && is_root)
+      return menu_of(of, 1);
+    if (lead.to == place::menu && !lead.chapter && lead.entry.empty())
+      return menu_of(of, lead.number);
+    if (lead.to == place::title && lead.entry.empty())
+      return title_of(of, lead.number, lead.chapter.value_or(1));
     return std::nullopt;
   }
 
   std::optional<std::string> first_play() const {
     if (d_.first_play)
-      return place_of(*d_.first_play, 0);
+      return place_of(*d_.first_play, 0, 0);
     if (hand_edited_)
       return std::nullopt;
-    return d_.menus.empty() ? title_place(1, 1) : menu_place(1);
+    return d_.menus.empty() ? title_place(1, 1) : menu_of(1, 1);
   }
 
   std::optional<std::string> after_title(int number) const {
     if (const auto& post = d_.title(number).post)
-      return place_of(*post, 0);
+      return place_of(*post, d_.title(number).titleset, 0);
     if (hand_edited_)
       return std::nullopt;
     return number < d_.title_count() ? title_place(number + 1, 1) : "stop";
@@ -447,6 +470,8 @@ disc_traits foreseen_disc(const disc_description& d, const facts_by_path& facts,
 }
 
 void foresee_cues(const disc_description& d, disc_traits& foreseen) {
+  // Films have some ten thousand cues in all their languages; the text of them is read back whole.
+  std::size_t room = std::size_t{16} << 20;
   for (int number = 1; number <= d.title_count(); ++number) {
     const finding_item title{whole::title, number, part::whole, 0};
     const std::vector<disc_subtitle>& subtitles = d.title(number).subtitles;
@@ -463,7 +488,11 @@ void foresee_cues(const disc_description& d, disc_traits& foreseen) {
       foreseen.say_count(item, trait_kind::cues, cues.size());
       foreseen.say_seconds(item, trait_kind::first_cue, cues.front().begins);
       foreseen.say_seconds(item, trait_kind::last_cue, cues.back().begins);
-      foreseen.say(item, trait_kind::shown, cue_times_text(cues));
+      std::string times = cue_times_text(cues);
+      if (times.size() > room)
+        continue;
+      room -= times.size();
+      foreseen.say(item, trait_kind::shown, std::move(times));
     }
   }
 }

@@ -233,6 +233,41 @@ TEST_F(Verify, AnImageThatIsCutIsFound) {
   EXPECT_THAT(found_with_image(), Not(IsEmpty()));
 }
 
+// Edited XML of two titlesets, whose commands were typed.
+TEST(VerifyXml, WaysThroughSeveralTitlesetsAreComparedAndShown) {
+  const studio home;
+  project p = short_project();
+  add_title(p, {stored_media("muxed-ntsc.vob")});
+  const auto xml = [&](const std::string& post) {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<dvdauthor dest=\"" + home.out() +
+           "\">\r\n<!-- DO NOT edit the 2 lines above -->\r\n<vmgm><fpc>jump title 2;"
+           "</fpc></vmgm>\r\n<titleset><titles><pgc><vob file=\"" +
+           home.out() + "/title1.mpg\"/><post>g3=7; if (g3 eq 7) " + post +
+           "; exit;</post></pgc></titles></titleset>\r\n<titleset><titles><pgc><vob file=\"" +
+           media("muxed-ntsc.vob") +
+           "\"/><post>jump title 1;</post></pgc></titles></titleset></dvdauthor>\r\n";
+  };
+  p.customxml = xml("jump title 1");
+  home.authored(p);
+  const auto look = [&](const std::string& project_file) {
+    command c;
+    c.words = {CORVANE_AUTHOR, "--verify", project_file, home.out()};
+    c.environment["CORVANE_HOME"] = home.app();
+    return run(c);
+  };
+  const finished right = look(home.project_file());
+  EXPECT_EQ(right.status, 0) << right.out;
+  EXPECT_THAT(right.out, AllOf(ContainsRegex("first play +title 2 chapter 1 +title 2 chapter 1"),
+                               ContainsRegex("then +title 2 chapter 1 +title 2 chapter 1"),
+                               ContainsRegex("then +title 1 chapter 1 or stop +title 1 chapter 1"),
+                               ContainsRegex("does +g3 = 7; ")));
+  p.customxml = xml("exit");
+  const finished wrong = look(home.folder().add("other.cvp", project_text(p)));
+  EXPECT_EQ(wrong.status, 2) << wrong.out;
+  EXPECT_THAT(wrong.out, AllOf(HasSubstr("error: title 1: then: title 1 chapter 1"),
+                               HasSubstr("must be: stop")));
+}
+
 // What becomes of cues that are out of order, overlap, have no end, or come behind the title's.
 class VerifySubtitles : public ::testing::Test {
  protected:
@@ -274,6 +309,18 @@ TEST_F(VerifySubtitles, ComeAndGoAsForeseenWhateverTheirFileHolds) {
     EXPECT_THAT(done.out, Not(HasSubstr("disc-subtitle"))) << name;
     const std::string foreseen = *read_file(home_.app() + "/foreseen.xml", 1u << 20);
     EXPECT_THAT(foreseen, HasSubstr("what=\"shown\"")) << name;
+    fs::remove_all(path_of(home_.out()));
+  }
+}
+
+TEST_F(VerifySubtitles, KeepToThePictureWhenTheSoundIsMoved) {
+  for (const char* const delay : {"400", "-400"}) {
+    project p = with_text("two.srt",
+                          "1\n00:00:00,500 --> 00:00:01,500\nA\n\n"
+                          "2\n00:00:02,000 --> 00:00:02,500\nB\n\n");
+    p.delay[0] = delay;
+    const finished done = home_.author(p);
+    EXPECT_EQ(done.status, 0) << delay << "\n" << done.out;
     fs::remove_all(path_of(home_.out()));
   }
 }

@@ -189,6 +189,29 @@ TEST_F(ForeseenDisc, TitlesFollowEachOtherUnlessXmlSaysSo) {
   EXPECT_EQ(said({}, kind::first_play), "title 1 chapter 1");
 }
 
+TEST_F(ForeseenDisc, CommandsNameTheTitlesAndMenusOfTheirOwnTitleset) {
+  disc_title third = d_.titles[1];
+  third.titleset = d_.titles[1].titleset = 2;
+  third.post = command_of("jump title 1");
+  d_.titles.push_back(third);
+  d_.menus.push_back(d_.menus[0]);
+  d_.menus[1].titleset = 2;
+  d_.menus[1].buttons[0] = button("jump title 2 chapter 4");
+  EXPECT_EQ(said(title_item(3), kind::then, true), "title 2 chapter 1");
+  EXPECT_EQ(said(menu_item(2, part::button, 1), kind::leads_to, true), "title 3 chapter 4");
+  EXPECT_EQ(leads("jump title 2"), "(nothing)") << "its titleset has one title";
+  EXPECT_EQ(leads("jump titleset 2 menu"), "menu 2");
+  EXPECT_EQ(leads("jump titleset 2 title 2"), "title 3 chapter 1");
+  d_.first_play = command_of("jump titleset 2 title 1");
+  EXPECT_EQ(said({}, kind::first_play, true), "title 2 chapter 1");
+  d_.first_play = command_of("jump title 3");
+  EXPECT_EQ(said({}, kind::first_play, true), "title 3 chapter 1");
+  d_.titles[0].post = command_of("call menu");
+  d_.titles[1].post = command_of("call menu");
+  EXPECT_EQ(said(title_item(1), kind::then, true), "menu 1");
+  EXPECT_EQ(said(title_item(2), kind::then, true), "menu 2");
+}
+
 TEST_F(ForeseenDisc, OtherPathsOfXmlAreNotForeseen) {
   d_.has_other_paths = true;
   EXPECT_EQ(said(menu_item(1, part::button, 1), kind::leads_to), "(nothing)");
