@@ -54,7 +54,7 @@ TEST_F(UnseenDisc, WrongDiscIsFoundOutThoughTheFileWent) {
   EXPECT_THAT(log(),
               HasSubstr("; a viewer would see a player that refuses the disc, stops or shows "
                         "something else; what to do: author the disc again; if it comes "
-                        "again, look at the log; rule: disc-tables\n"));
+                        "again, look at the log; rule: disc-tables \r\n"));
   EXPECT_THAT(stdout_, HasSubstr("\n    file: VIDEO_TS/VTS_01_0.BUP\n"));
   EXPECT_THAT(stdout_, HasSubstr("\n    what to do: author the disc again"));
   EXPECT_THAT(stdout_, HasSubstr("\n    rule: disc-tables\n"));
