@@ -54,15 +54,10 @@ std::string entry_of(const finding& f) {
   return line + "/>\n";
 }
 
-std::string attribute(const xml_element& element, std::string_view name) {
-  const std::string* const value = attribute_of(element, name);
-  return value == nullptr ? std::string() : *value;
-}
-
 template <typename Kind, std::size_t Count>
 bool read_name(const xml_element& element, std::string_view name,
                const std::array<std::string_view, Count>& names, Kind& kind) {
-  const auto at = std::find(names.begin(), names.end(), attribute(element, name));
+  const auto at = std::find(names.begin(), names.end(), attribute_text(element, name));
   if (at == names.end())
     return false;
   kind = static_cast<Kind>(at - names.begin());
@@ -81,17 +76,18 @@ std::optional<finding> finding_in(const xml_element& element) {
       !read_name(element, "of", whole_names, f.item.whole) ||
       !read_name(element, "part", part_names, f.item.part))
     return std::nullopt;
-  f.rule = attribute(element, "rule");
-  f.item.number = leading_whole(attribute(element, "number"));
-  f.item.part_number = leading_whole(attribute(element, "part-number"));
-  f.file = attribute(element, "file");
-  if (const std::string milliseconds = attribute(element, "milliseconds"); !milliseconds.empty())
+  f.rule = attribute_text(element, "rule");
+  f.item.number = leading_whole(attribute_text(element, "number"));
+  f.item.part_number = leading_whole(attribute_text(element, "part-number"));
+  f.file = attribute_text(element, "file");
+  if (const std::string milliseconds = attribute_text(element, "milliseconds");
+      !milliseconds.empty())
     f.seconds = leading_number(milliseconds) / 1000;
-  f.byte = read_byte(attribute(element, "byte"));
-  f.found = attribute(element, "found");
-  f.wanted = attribute(element, "wanted");
-  f.consequence = attribute(element, "consequence");
-  f.remedy = attribute(element, "remedy");
+  f.byte = read_byte(attribute_text(element, "byte"));
+  f.found = attribute_text(element, "found");
+  f.wanted = attribute_text(element, "wanted");
+  f.consequence = attribute_text(element, "consequence");
+  f.remedy = attribute_text(element, "remedy");
   return f;
 }
 

@@ -1,5 +1,7 @@
 #include "examine/disc_reader.h"
 
+#include "examine/unit_facts.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <utility>
@@ -11,11 +13,6 @@ namespace {
 constexpr std::size_t most_told = 300;
 /// No part of VOBs is larger, so that old file systems hold it.
 constexpr std::uint64_t largest_part = std::uint64_t{1} << 30;
-constexpr double ticks_a_second = 90000;
-
-double seconds_between(std::uint32_t from, std::uint32_t to) {
-  return static_cast<double>(static_cast<std::int32_t>(to - from)) / ticks_a_second;
-}
 
 std::string at_sector(std::uint32_t sector) {
   return "unit at sector " + std::to_string(sector);
@@ -194,8 +191,8 @@ void disc_reader::play(disc_chain& chain, disc_cell& cell, const cell_playback& 
     // Interleaved cells of other angles lie between.
     if (unit->vob != tables.vob || unit->cell != tables.cell)
       continue;
-    chain.units.push_back(cell.begins + seconds_between(first->begins, unit->begins));
-    cell.seconds = std::max(cell.seconds, seconds_between(first->begins, unit->ends));
+    chain.units.push_back(cell.begins + seconds_between_units(first->begins, unit->begins));
+    cell.seconds = std::max(cell.seconds, seconds_between_units(first->begins, unit->ends));
     if (!chain.highlight)
       chain.highlight = unit->highlight;
   }

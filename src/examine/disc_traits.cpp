@@ -45,21 +45,16 @@ std::optional<std::size_t> index_of(const std::array<std::string_view, N>& names
                               : std::optional(static_cast<std::size_t>(at - names_of.begin()));
 }
 
-std::string attribute(const xml_element& element, std::string_view name) {
-  const std::string* const value = attribute_of(element, name);
-  return value == nullptr ? std::string() : *value;
-}
-
 std::optional<disc_trait> trait_of(const xml_element& element) {
-  const auto what = index_of(names, attribute(element, "what"));
-  const auto of = index_of(whole_names, attribute(element, "of"));
-  const auto in = index_of(part_names, attribute(element, "part"));
+  const auto what = index_of(names, attribute_text(element, "what"));
+  const auto of = index_of(whole_names, attribute_text(element, "of"));
+  const auto in = index_of(part_names, attribute_text(element, "part"));
   if (!what || !of || !in)
     return std::nullopt;
-  return disc_trait{{static_cast<whole>(*of), leading_whole(attribute(element, "number")),
-                     static_cast<part>(*in), leading_whole(attribute(element, "part-number"))},
+  return disc_trait{{static_cast<whole>(*of), leading_whole(attribute_text(element, "number")),
+                     static_cast<part>(*in), leading_whole(attribute_text(element, "part-number"))},
                     static_cast<trait_kind>(*what),
-                    attribute(element, "is")};
+                    attribute_text(element, "is")};
 }
 
 std::string line_of_trait(const disc_trait& trait) {
@@ -135,14 +130,14 @@ result<foreseen_run> parse_foreseen(std::string_view text) {
                                       read.fault->what);
   const xml_element& first = read.elements.front();
   foreseen_run run;
-  run.out = attribute(first, "folder");
-  run.image = attribute(first, "image") == "yes";
-  run.in_spite_of_errors = attribute(first, "in-spite-of-errors") == "yes";
+  run.out = attribute_text(first, "folder");
+  run.image = attribute_text(first, "image") == "yes";
+  run.in_spite_of_errors = attribute_text(first, "in-spite-of-errors") == "yes";
   if (first.name != "foreseen" || run.out.empty())
     return result<foreseen_run>::fail("it names no output folder");
   for (const xml_element& element : read.elements) {
     if (element.name == "chapters")
-      run.chapters.push_back(attribute(element, "at"));
+      run.chapters.push_back(attribute_text(element, "at"));
     if (element.name != "trait")
       continue;
     const auto trait = trait_of(element);

@@ -94,8 +94,7 @@ class disc_traits {
   std::map<key, std::size_t> places_;  // of what was said first
 };
 
-// What a run writes down for the look at its disc
-// --------------------------------------------------
+// For the look at a run's disc --------------------------------------------------------------------
 
 inline constexpr const char* unknown_chapters = "unknown";
 

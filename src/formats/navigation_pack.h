@@ -82,8 +82,8 @@ struct navigation_pack {
   std::array<std::uint32_t, 3> reference_ends{};  ///< ends of its first three I and P pictures
   int vob = 0, cell = 0;                          ///< identities
   playback_time search_elapsed;                   ///< as `elapsed`
-  std::uint16_t interleaving =
-      0;                        ///< bit 14: in an interleaved piece; 13: its first unit, 12: last
+  /// Bit 14: in an interleaved piece; 13: its first unit, 12: last.
+  std::uint16_t interleaving = 0;
   std::uint32_t piece_end = 0;  ///< last sector of the interleaved piece, from this pack
   std::uint32_t vob_video_begins = 0, vob_video_ends = 0;  ///< presentation times of the VOB
   std::array<std::uint8_t, 128> sound_gaps{};              ///< of each stream, as on the disc

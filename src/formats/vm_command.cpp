@@ -8,8 +8,6 @@ namespace corvane {
 
 namespace {
 
-using bits_of = vm_bits;
-
 std::string decimal(unsigned n) {
   return std::to_string(n);
 }
@@ -24,7 +22,7 @@ std::string any_register(unsigned field) {
 }
 
 /// A second operand that ends 16 bits from `highest`: a number, or a register in its lower half.
-std::string operand(const bits_of& c, bool immediate, unsigned highest) {
+std::string operand(const vm_bits& c, bool immediate, unsigned highest) {
   return immediate ? decimal(c(highest, 16)) : any_register(c(highest - 8, 8));
 }
 
@@ -38,27 +36,27 @@ std::string condition(const std::string& left, unsigned op, const std::string& r
 }
 
 /// The condition of links and control flow.
-std::string condition_of_link(const bits_of& c) {
+std::string condition_of_link(const vm_bits& c) {
   return condition(any_register(c(39, 8)), c(54, 3), operand(c, c.set(55), 31));
 }
 
 /// The condition of jumps and of commands that set system registers.
-std::string condition_of_jump(const bits_of& c) {
+std::string condition_of_jump(const vm_bits& c) {
   return condition(any_register(c(15, 8)), c(54, 3), any_register(c(7, 8)));
 }
 
 /// The condition of a command of kind 3.
-std::string condition_of_set(const bits_of& c) {
+std::string condition_of_set(const vm_bits& c) {
   return condition(general_register(c(43, 4)), c(54, 3), operand(c, c.set(55), 15));
 }
 
 /// The condition of a command of kind 4, whose first operand is the register it has just set.
-std::string condition_after_set(const bits_of& c) {
+std::string condition_after_set(const vm_bits& c) {
   return condition(general_register(c(51, 4)), c(54, 3), operand(c, c.set(55), 31));
 }
 
 /// The condition of commands of kinds 5 and 6.
-std::string condition_before_set(const bits_of& c) {
+std::string condition_before_set(const vm_bits& c) {
   if (c.set(60))
     return condition(general_register(c(31, 8) & 15), c(54, 3), any_register(c(23, 8)));
   return condition(general_register(c(39, 8) & 15), c(54, 3), operand(c, c.set(55), 31));
@@ -73,7 +71,7 @@ std::string assignment(const std::string& target, unsigned op, const std::string
 }
 
 /// Links within the program chain, and the button that is selected after them.
-std::string link_within(const bits_of& c) {
+std::string link_within(const vm_bits& c) {
   static const char* const names[] = {"Nop",
                                       "LinkTopCell",
                                       "LinkNextCell",
@@ -98,7 +96,7 @@ std::string link_within(const bits_of& c) {
   return button == 0 ? text : text + ", button " + decimal(button);
 }
 
-std::string link(const bits_of& c) {
+std::string link(const vm_bits& c) {
   const unsigned button = c(15, 6);
   const std::string select = button == 0 ? "" : ", button " + decimal(button);
   switch (c(51, 4)) {
@@ -139,7 +137,7 @@ std::string menu_name(unsigned id) {
 }
 
 /// Where JumpSS and CallSS go: the system space is the first-play chain and the menus.
-std::string system_space(const bits_of& c, bool jump) {
+std::string system_space(const vm_bits& c, bool jump) {
   switch (c(23, 2)) {
     case 0:
       return "FP";
@@ -154,7 +152,7 @@ std::string system_space(const bits_of& c, bool jump) {
   }
 }
 
-std::string jump(const bits_of& c) {
+std::string jump(const vm_bits& c) {
   switch (c(51, 4)) {
     case 1:
       return "Exit";
@@ -176,7 +174,7 @@ std::string jump(const bits_of& c) {
   }
 }
 
-std::string control_flow(const bits_of& c) {
+std::string control_flow(const vm_bits& c) {
   switch (c(51, 4)) {
     case 0:
       return "Nop";
@@ -191,7 +189,7 @@ std::string control_flow(const bits_of& c) {
   }
 }
 
-std::string set_streams(const bits_of& c) {
+std::string set_streams(const vm_bits& c) {
   static const char* const names[] = {"audio", "subpicture", "angle"};
   std::string text;
   for (unsigned i = 0; i < 3; ++i) {
@@ -204,7 +202,7 @@ std::string set_streams(const bits_of& c) {
   return text;
 }
 
-std::string set_system(const bits_of& c) {
+std::string set_system(const vm_bits& c) {
   switch (c(59, 4)) {
     case 1:
       return set_streams(c);
@@ -223,7 +221,7 @@ std::string set_system(const bits_of& c) {
 }
 
 /// Assignment of a command of kinds 4 to 6.
-std::string set_before_link(const bits_of& c, const std::string& target) {
+std::string set_before_link(const vm_bits& c, const std::string& target) {
   return assignment(target, c(59, 4), operand(c, c.set(60), 47));
 }
 
@@ -239,7 +237,7 @@ int whole(unsigned n) {
   return static_cast<int>(n);
 }
 
-vm_target target_within(const bits_of& c) {
+vm_target target_within(const vm_bits& c) {
   vm_target to;
   const unsigned which = c(4, 5);
   const bool known = which >= 1 && which <= 13 && which != 4 && which != 8;
@@ -251,7 +249,7 @@ vm_target target_within(const bits_of& c) {
   return to;
 }
 
-vm_target link_target(const bits_of& c) {
+vm_target link_target(const vm_bits& c) {
   vm_target to;
   switch (c(51, 4)) {
     case 1:
@@ -284,7 +282,7 @@ menu_kind kind_of_menu(unsigned id) {
   return id >= 2 && id <= 7 ? static_cast<menu_kind>(id) : menu_kind::none;
 }
 
-vm_target system_target(const bits_of& c, bool call) {
+vm_target system_target(const vm_bits& c, bool call) {
   vm_target to;
   to.call = call;
   to.resume_cell = call ? whole(c(31, 8)) : 0;
@@ -309,7 +307,7 @@ vm_target system_target(const bits_of& c, bool call) {
   return to;
 }
 
-vm_target jump_target(const bits_of& c) {
+vm_target jump_target(const vm_bits& c) {
   vm_target to;
   to.title = whole(c(22, 7));
   switch (c(51, 4)) {
@@ -340,7 +338,7 @@ vm_target jump_target(const bits_of& c) {
 }  // namespace
 
 std::string decoded(const vm_bytes& bytes) {
-  const bits_of c(bytes);
+  const vm_bits c(bytes);
   std::string text;
   switch (c(63, 3)) {
     case 0:
@@ -377,7 +375,7 @@ std::string decoded(const vm_bytes& bytes) {
 }
 
 vm_target target_of(const vm_bytes& bytes) {
-  const bits_of c(bytes);
+  const vm_bits c(bytes);
   const bool compared = c(54, 3) != 0;
   vm_target to;
   switch (c(63, 3)) {

@@ -298,4 +298,9 @@ const std::string* attribute_of(const xml_element& element, std::string_view nam
   return found != element.attributes.end() ? &found->value : nullptr;
 }
 
+std::string attribute_text(const xml_element& element, std::string_view name) {
+  const std::string* const value = attribute_of(element, name);
+  return value == nullptr ? std::string() : *value;
+}
+
 }  // namespace corvane

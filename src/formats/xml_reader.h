@@ -53,4 +53,7 @@ std::optional<xml_fault> first_xml_fault(std::string_view text);
 /// The value of an element's attribute; nullptr when it has none of that name.
 const std::string* attribute_of(const xml_element& element, std::string_view name);
 
+/// The same; empty if there is none.
+std::string attribute_text(const xml_element& element, std::string_view name);
+
 }  // namespace corvane

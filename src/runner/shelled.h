@@ -26,9 +26,8 @@ struct run_options {
   bool cleanup = false;                   ///< after a success the files of the run are removed
 
   /// Sets in order what the run has left, by its outcome (`none`: it could not be started), and
-  /// gathers what it has found. Called
-  /// once, when nothing of the run goes on any more and before the outcome is told; not by
-  /// `endprocess`, which leaves the command to itself.
+  /// gathers what it has found. Called once, when nothing of the run goes on any more and before
+  /// the outcome is told; not by `endprocess`, which leaves the command to itself.
   std::function<run_settled(run_outcome)> settle{};
 
   /// Called in each pass, as long as the run goes on.
