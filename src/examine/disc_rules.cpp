@@ -479,8 +479,7 @@ class self_examiner {
       const bool is_late = one.position >= streams.shown_bytes;
       if (item.whole == whole::menu && is_late)
         break;
-      add_break("disc-clock", item, one, "the clock", clocks_a_second);
-      if (is_late)
+      if (add_break("disc-clock", item, one, "the clock", clocks_a_second) && is_late)
         found_.back().severity = severity::warning;
     }
     for (const inner_stream& one : streams.facts.streams)
@@ -489,11 +488,11 @@ class self_examiner {
                   stamps_a_second);
   }
 
-  /// `unit`: how many of the times make a second.
-  void add_break(std::string_view id, const finding_item& item, const time_break& one,
+  /// False if it is none, or no more are told. `unit`: how many of the times make a second.
+  bool add_break(std::string_view id, const finding_item& item, const time_break& one,
                  const std::string& what, std::uint64_t unit) {
     if (one.new_vob || breaks_ == most_breaks)
-      return;
+      return false;
     ++breaks_;
     const auto seconds = [unit](std::uint64_t time) {
       return static_cast<double>(time) / static_cast<double>(unit);
@@ -508,6 +507,7 @@ class self_examiner {
                       : " leaves out ") +
             seconds_text(seconds(static_cast<std::uint64_t>(std::abs(step)))));
     found_.back().seconds = seconds(one.elapsed);
+    return true;
   }
 
   /// The stream's own item, where the tables state it.
