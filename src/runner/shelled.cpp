@@ -87,7 +87,7 @@ struct shelled::state {
     return {log_path(), "could not be written: " + why};
   }
 
-  void begin();
+  void begin(const std::string& first_lines);
   void refuse(const std::string& text);
   void not_started(const start_result& start);
   void pass();
@@ -110,9 +110,9 @@ struct shelled::state {
 };
 
 /// Forgets the run before.
-void shelled::state::begin() {
+void shelled::state::begin(const std::string& first_lines) {
   log.begin(log_path());
-  log.append(version_title + std::string(crlf));
+  log.append(first_lines.empty() ? version_title + std::string(crlf) : first_lines);
   normalize = {};
   output = {};
   notes.clear();
@@ -376,7 +376,7 @@ shelled::~shelled() = default;
 void shelled::ExecuteCommand(std::string_view command_line, const run_options& options) {
   if (running())
     return;
-  s_->begin();
+  s_->begin(options.first_lines);
   if (!command_line.empty())
     CommandLine = command_line;
   const result<std::string> script = read_file(CommandLine, largest_script);

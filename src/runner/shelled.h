@@ -22,7 +22,7 @@ inline constexpr const char* missing_script_runner =
 
 struct run_options {
   std::vector<child_variable> variables;  ///< of the command's environment, which is ours with them
-  std::string first_lines;                ///< what the log window shows before the first output
+  std::string first_lines;                ///< what the log begins with; empty: the program's name
   bool cleanup = false;                   ///< after a success the files of the run are removed
 
   /// Sets in order what the run has left, by its outcome (`none`: it could not be started), and

@@ -39,6 +39,17 @@ TEST(Shelled, ArgumentReplacesTheStoredCommandLine) {
   EXPECT_EQ(run.runner.CommandLine, "other.bat");
 }
 
+TEST(Shelled, LogBeginsWithTheFirstLinesOfTheRun) {
+  fake_run run;
+  run_options options;
+  options.first_lines = title + "INFO: something was left out.\r\n";
+  ASSERT_TRUE(run.lock.take());
+  run.runner.ExecuteCommand(run.script(), options);
+  run.expect_success();
+  run.feed("a\n*process complete\n");
+  EXPECT_EQ(run.log(), options.first_lines + "a \r\n *process complete \r\n \r\n");
+}
+
 TEST(Shelled, EmptyCommandLineIsRefusedAndLeavesTheMainWindowDisabled) {
   fake_run run;
   ASSERT_TRUE(run.lock.take());
