@@ -1,6 +1,5 @@
 #include "authoring/material_check.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace corvane {
@@ -30,10 +29,8 @@ material_answer look_at_material(const disc_description& d, examination_around a
   examination look(d, examination::depth::whole_files, *e.facts, std::move(around));
   const bool whole = examine_whole_files(look, e);
   const std::vector<finding> findings = look.findings();
-  const bool worth_asking = std::any_of(findings.begin(), findings.end(), [](const finding& f) {
-    return f.severity != finding_severity::note;
-  });
-  if (worth_asking && !ask.go_on_despite(findings))
+  const findings_question question = question_about(findings);
+  if (!question.findings.empty() && !ask.go_on_despite(question))
     return {false, !whole, false};
   return {true, !whole, count_of(findings, finding_severity::error) > 0};
 }

@@ -26,7 +26,7 @@ struct material_answer {
   bool operator==(const material_answer&) const = default;
 };
 
-/// Examines and, if there are errors or warnings, asks once (prompts::go_on_despite).
+/// Examines and, if there are errors or warnings, asks once about all (prompts::go_on_despite).
 material_answer look_at_material(const disc_description& d, examination_around around,
                                  const material_equipment& e, prompts& ask);
 

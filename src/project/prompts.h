@@ -38,8 +38,14 @@ struct input_box {
   std::string preset;
 };
 
-/// The question whether to author a disc although an error, or else a warning, was found.
-message_box question_about(const std::vector<finding>& findings);
+/// The question whether to author a disc although errors or warnings were found.
+struct findings_question {
+  std::string text;               ///< what would come of the worst, and the question
+  std::vector<finding> findings;  ///< all that are asked about, errors first
+};
+
+/// The question about what was found, errors first; notes are not asked about.
+findings_question question_about(const std::vector<finding>& findings);
 
 class prompts {
  public:
@@ -57,9 +63,9 @@ class prompts {
   /// The text; empty when the user cancelled or cleared it.
   virtual std::string input(const input_box& box) = 0;
 
-  /// Shows what was found before a run, an error or a warning among it, and asks whether to author
-  /// nonetheless. False unless the user says so.
-  virtual bool go_on_despite(const std::vector<finding>& findings);
+  /// Shows all that was found before a run, and asks whether to author nonetheless. False unless
+  /// the user says so; without anybody to ask, always.
+  virtual bool go_on_despite(const findings_question& /*question*/) { return false; }
 
   /// Opens a text file (native path) in the user's editor. False when that cannot be started. A
   /// program without windows opens none.

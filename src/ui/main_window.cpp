@@ -80,6 +80,8 @@ main_window::main_window(std::string app, const std::string& media_folder)
   end_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { end(); });
   Bind(wxEVT_CLOSE_WINDOW, &main_window::on_close, this);
   check_ = std::make_unique<project_check>(*this);
+  ask_.lead_to({[this](const finding& f) { return check_->has_place(f); },
+                [this](const finding& f) { to_repair_ = f; }});
   Bind(wxEVT_IDLE, &main_window::on_idle, this);
   start_up(document_);
   refresh();
@@ -191,6 +193,8 @@ void main_window::author() {
     if (result == author_result::started || result == author_result::editing)
       last_output_ = prepared.where.out;
   });
+  if (const auto f = std::exchange(to_repair_, std::nullopt))
+    check_->repair(*f);
   if (edit)
     edit_xml(prepared);
 }

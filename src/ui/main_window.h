@@ -20,6 +20,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -118,6 +119,7 @@ class main_window : public wxFrame {
   std::string left_by_run_;  ///< what became of things when the last run failed or was stopped, for
                              ///< the status bar until the next command
   std::string restored_;     ///< said once the outcome of a run that failed was told; or empty
+  std::optional<finding> to_repair_;  ///< asked for instead of the run
   wxTimer Timer1_;
 
   std::unique_ptr<command_bars> bars_;

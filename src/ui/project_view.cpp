@@ -1,7 +1,7 @@
 #include "ui/project_view.h"
 
 #include "tools/finding_list.h"
-#include "ui/disc/findings_window.h"
+#include "ui/disc/findings_view.h"
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"

@@ -1,6 +1,7 @@
 #include "ui/wx_prompts.h"
 
 #include "platform/files/files.h"
+#include "ui/disc/findings_question_window.h"
 #include "ui/widgets/file_filter.h"
 #include "ui/widgets/open_text_file.h"
 #include "ui/widgets/wx_text.h"
@@ -125,6 +126,15 @@ std::string wx_prompts::open_file(const file_dialog& dialog) {
 
 std::string wx_prompts::save_file(const file_dialog& dialog) {
   return with_implied_extension(choose(dialog, wxFD_SAVE), dialog.filter);
+}
+
+bool wx_prompts::go_on_despite(const findings_question& question) {
+  findings_question_window window(
+      parent(), question, [this](const finding& f) { return places_.has && places_.has(f); });
+  const bool go_on = show(window) == wxID_OK;
+  if (window.to_repair())
+    places_.ask_for(*window.to_repair());
+  return go_on;
 }
 
 bool wx_prompts::show_text_file(const std::string& path) {

@@ -3,7 +3,9 @@
 
 #include "project/prompts.h"
 
+#include <functional>
 #include <string>
+#include <utility>
 
 class wxDialog;
 class wxWindow;
@@ -20,8 +22,16 @@ class wx_prompts : public prompts {
   std::string open_file(const file_dialog& dialog) override;
   std::string save_file(const file_dialog& dialog) override;
   std::string input(const input_box& box) override;
+  bool go_on_despite(const findings_question& question) override;
   bool show_text_file(const std::string& path) override;
   bool can_ask() const override { return !asking_stopped_; }
+
+  /// Places in the project for what was found before a run.
+  struct finding_places {
+    std::function<bool(const finding&)> has;
+    std::function<void(const finding&)> ask_for;  ///< the user wants to see it, and no run
+  };
+  void lead_to(finding_places places) { places_ = std::move(places); }
 
   /// Whether a box or dialog stands: whoever asked is in the middle of it.
   bool asking() const { return asking_ > 0; }
@@ -36,6 +46,7 @@ class wx_prompts : public prompts {
 
   wxWindow& owner_;
   std::string last_folder_;
+  finding_places places_;
   int asking_ = 0;
   bool asking_stopped_ = false;
 };

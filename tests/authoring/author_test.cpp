@@ -229,10 +229,10 @@ TEST_F(Author, WrongMaterialIsAskedAboutLastAndBeforeAnythingIsWritten) {
   add_disc();
   expect_folder_question();
   ask.expect({replace_question(), icon::exclamation, buttons::yes_no, "Corvane"}, answer::yes);
-  ask.expect({"The disc would be wrong, or the run would fail:\n\ntitle 1, video: the video is PAL "
-              "(720x576, 25 pictures a second) in a project of NTSC.\n\nAuthor anyway?",
-              icon::exclamation, buttons::yes_no, "Corvane"},
-             answer::no);
+  ask.expect_findings(
+      "The disc would be wrong, or the run would fail. Author anyway?\nerror: title 1, video: the "
+      "video is PAL (720x576, 25 pictures a second) in a project of NTSC.",
+      false);
   EXPECT_EQ(author_command(doc, e, run), author_result::refused);
   EXPECT_FALSE(file_exists(in(app, "process.bat")));
   EXPECT_TRUE(folder_exists(in(out, "VIDEO_TS")));
@@ -603,10 +603,10 @@ TEST_F(Author, DiscThatIsWantedInSpiteOfErrorsIsNoted) {
   fact_store facts;
   e.material.facts = &facts;
   expect_folder_question();
-  ask.expect({"The disc would be wrong, or the run would fail:\n\ntitle 1, video: the video is PAL "
-              "(720x576, 25 pictures a second) in a project of NTSC.\n\nAuthor anyway?",
-              icon::exclamation, buttons::yes_no, "Corvane"},
-             answer::yes);
+  ask.expect_findings(
+      "The disc would be wrong, or the run would fail. Author anyway?\nerror: title 1, video: the "
+      "video is PAL (720x576, 25 pictures a second) in a project of NTSC.",
+      true);
   EXPECT_EQ(author_command(doc, e, run), author_result::started);
   const auto foreseen = parse_foreseen(folder.read(in("app", run_file::foreseen)));
   ASSERT_TRUE(foreseen) << foreseen.error;

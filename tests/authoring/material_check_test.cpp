@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 namespace corvane {
 namespace {
 
@@ -31,13 +33,13 @@ class MaterialCheck : public ::testing::Test {
     folder_.add("a.m2v", video);
     folder_.add("a.mp2", small_sound());
   }
-  material_answer look(std::vector<answer> replies = {}) {
+  material_answer look(std::optional<bool> go_on = {}) {
     scripted_prompts ask;
-    if (!replies.empty()) {
+    if (go_on) {
       examination e(disc(), examination::depth::whole_files, other_facts_);
       while (e.step(1000)) {
       }
-      ask.expect(question_about(e.findings()), replies[0]);
+      ask.expect_findings(scripted_prompts::words_of(question_about(e.findings())), *go_on);
     }
     return look_at_material(disc(), {}, equipment_, ask);
   }
@@ -55,15 +57,14 @@ TEST_F(MaterialCheck, CleanMaterialIsNotAskedAbout) {
 
 TEST_F(MaterialCheck, ErrorsStopUnlessTheUserWantsToGoOn) {
   make(small_video(video_standard::pal));
-  EXPECT_EQ(look({answer::no}), stop_);
-  EXPECT_EQ(look({answer::cancel}), stop_);
-  EXPECT_EQ(look({answer::yes}), go_on_in_spite_);
+  EXPECT_EQ(look(false), stop_);
+  EXPECT_EQ(look(true), go_on_in_spite_);
 }
 
 TEST_F(MaterialCheck, WarningsAreAskedAboutOnce) {
   make(small_video(video_standard::ntsc, 1));
-  EXPECT_EQ(look({answer::no}), stop_);
-  EXPECT_EQ(look({answer::yes}), go_on_);
+  EXPECT_EQ(look(false), stop_);
+  EXPECT_EQ(look(true), go_on_);
 }
 
 TEST_F(MaterialCheck, NotesAreNotAskedAbout) {
@@ -80,7 +81,7 @@ TEST_F(MaterialCheck, WithoutAStoreNothingIsLookedAt) {
 TEST_F(MaterialCheck, ALookThatIsSkippedStillTellsWhatBeginningsTell) {
   make(small_video(video_standard::pal));
   equipment_.examine = [](examination&) { return false; };
-  EXPECT_EQ(look({answer::yes}), (material_answer{true, true, true}));
+  EXPECT_EQ(look(true), (material_answer{true, true, true}));
 }
 
 TEST_F(MaterialCheck, KnownFilesNeedNoProgress) {

@@ -1,8 +1,6 @@
 // The question whether to author although something was found.
 #include "project/prompts.h"
 
-#include "support/scripted_prompts.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -12,9 +10,9 @@
 namespace corvane {
 namespace {
 
-using testing::HasSubstr;
-using testing::Not;
-using testing_support::scripted_prompts;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
 
 finding found(finding_severity severity, int title, const std::string& text) {
   finding f;
@@ -24,46 +22,30 @@ finding found(finding_severity severity, int title, const std::string& text) {
   return f;
 }
 
-TEST(QuestionAboutFindings, ErrorsAreListedWithoutWhatIsLess) {
-  const message_box box = question_about({found(finding_severity::error, 1, "the first"),
-                                          found(finding_severity::warning, 2, "the second")});
-  EXPECT_EQ(box.text,
-            "The disc would be wrong, or the run would fail:\n"
-            "\n"
-            "title 1: the first.\n"
-            "\n"
-            "Author anyway?");
-  EXPECT_EQ(box.picture, icon::exclamation);
-  EXPECT_EQ(box.choice, buttons::yes_no);
-  EXPECT_FALSE(box.enter_answers_yes);
+TEST(QuestionAboutFindings, HoldsErrorsAndWarningsAtOnceWithoutNotes) {
+  const auto error = found(finding_severity::error, 1, "the first");
+  const auto warning = found(finding_severity::warning, 2, "the second");
+  const findings_question question =
+      question_about({error, warning, found(finding_severity::note, 3, "the third")});
+  EXPECT_EQ(question.text, "The disc would be wrong, or the run would fail. Author anyway?");
+  EXPECT_THAT(question.findings, ElementsAre(error, warning));
 }
 
-TEST(QuestionAboutFindings, WarningsAreAskedAboutWhereThereIsNoError) {
-  const message_box box = question_about({found(finding_severity::warning, 2, "the second"),
-                                          found(finding_severity::note, 3, "the third")});
-  EXPECT_EQ(box.text,
-            "The disc may not be what is wanted:\n"
-            "\n"
-            "title 2: the second.\n"
-            "\n"
-            "Author it?");
+TEST(QuestionAboutFindings, OfWarningsAloneIsLessGrave) {
+  const auto warning = found(finding_severity::warning, 2, "the second");
+  const findings_question question = question_about({warning});
+  EXPECT_EQ(question.text, "The disc may not be what is wanted. Author anyway?");
+  EXPECT_THAT(question.findings, ElementsAre(warning));
 }
 
-TEST(QuestionAboutFindings, ALongListIsCutAndCounted) {
-  std::vector<finding> many(20, found(finding_severity::error, 1, "bad"));
-  many.push_back(found(finding_severity::error, 2, "last"));
-  const std::string text = question_about(many).text;
-  EXPECT_THAT(text, HasSubstr("\n... and 13 more.\n"));
-  EXPECT_THAT(text, Not(HasSubstr("last")));
+TEST(QuestionAboutFindings, LeavesNothingOutOfALongList) {
+  EXPECT_THAT(
+      question_about(std::vector<finding>(200, found(finding_severity::error, 1, "bad"))).findings,
+      SizeIs(200));
 }
 
-TEST(QuestionAboutFindings, OnlyYesGoesOn) {
-  const std::vector<finding> findings = {found(finding_severity::error, 1, "bad")};
-  for (const answer reply : {answer::yes, answer::no, answer::cancel}) {
-    scripted_prompts ask;
-    ask.expect(question_about(findings), reply);
-    EXPECT_EQ(ask.go_on_despite(findings), reply == answer::yes);
-  }
+TEST(QuestionAboutFindings, NotesAloneLeaveNothingToAsk) {
+  EXPECT_THAT(question_about({found(finding_severity::note, 1, "this")}).findings, IsEmpty());
 }
 
 }  // namespace

@@ -43,6 +43,22 @@ class scripted_prompts : public prompts {
     s.reply = std::move(text);
     steps_.push_back(std::move(s));
   }
+  /// The question whether to author although something was found must be this one, as `words_of`
+  /// gives it.
+  void expect_findings(const std::string& words, bool go_on) {
+    step s;
+    s.what = "findings";
+    s.text = words;
+    s.choice = go_on ? answer::yes : answer::no;
+    steps_.push_back(std::move(s));
+  }
+  /// Its text, then a line for each finding.
+  static std::string words_of(const findings_question& question) {
+    std::string words = question.text;
+    for (const finding& f : question.findings)
+      words += "\n" + line_of(f);
+    return words;
+  }
   /// After the last expected question the program is ending, and nobody answers any more.
   void leave_after_last() { leaves_ = true; }
   std::vector<std::string> shown;  ///< text files
@@ -70,6 +86,11 @@ class scripted_prompts : public prompts {
     EXPECT_EQ(s.input.prompt, box.prompt);
     EXPECT_EQ(s.input.preset, box.preset);
     return s.reply;
+  }
+  bool go_on_despite(const findings_question& question) override {
+    const step s = next("findings", words_of(question));
+    EXPECT_EQ(s.text, words_of(question));
+    return s.choice == answer::yes;
   }
   bool can_ask() const override { return !leaves_ || !steps_.empty(); }
 

@@ -24,51 +24,68 @@ wxString text_of(const wxDataViewListCtrl& list, int row, unsigned column) {
   return list.GetTextValue(static_cast<unsigned>(row), column);
 }
 
-}  // namespace
-
-wxDataViewListCtrl& findings_test::list() {
-  return *dynamic_cast<wxDataViewListCtrl*>(control("findingslist", dialog));
+wxDataViewListCtrl& list_in(const std::string& window) {
+  return *dynamic_cast<wxDataViewListCtrl*>(control("findingslist", window));
 }
 
-bool findings_test::lists(const std::string& text) {
-  for (int row = 0; row < list().GetItemCount(); ++row)
-    if (severity_of(list(), row).GetText().StartsWith(text) ||
-        text_of(list(), row, 1).StartsWith(text))
-      return true;
-  return false;
-}
-
-std::vector<std::string> findings_test::shown_rows() {
-  return ask_ui([] {
+std::vector<std::string> rows_in(const std::string& window) {
+  return ask_ui([&] {
+    const wxDataViewListCtrl& list = list_in(window);
     std::vector<std::string> all;
-    for (int row = 0; row < list().GetItemCount(); ++row) {
-      const wxDataViewIconText severity = severity_of(list(), row);
+    for (int row = 0; row < list.GetItemCount(); ++row) {
+      const wxDataViewIconText severity = severity_of(list, row);
       EXPECT_TRUE(severity.GetBitmapBundle().IsOk());
-      all.push_back(utf8_of(severity.GetText() + "|" + text_of(list(), row, 1) + "|" +
-                            text_of(list(), row, 2)));
+      all.push_back(
+          utf8_of(severity.GetText() + "|" + text_of(list, row, 1) + "|" + text_of(list, row, 2)));
     }
     return all;
   });
 }
 
-int findings_test::selected_row() {
-  return ask_ui([] { return list().GetSelectedRow(); });
+}  // namespace
+
+void answer_findings(const std::vector<std::string>& rows, const std::string& button) {
+  ASSERT_TRUE(window_comes(findings_question_name));
+  EXPECT_EQ(rows_in(findings_question_name), rows);
+  click_button(button);
+  EXPECT_TRUE(window_goes(findings_question_name));
 }
 
-wxPoint findings_test::middle_of_row(int row) {
-  return ask_ui([row] {
-    const wxRect place = list().GetItemRect(list().RowToItem(row), list().GetColumn(1));
-    return list().ClientToScreen(wxPoint(place.x + 20, place.y + place.height / 2));
+wxDataViewListCtrl& findings_test::list(const std::string& window) {
+  return list_in(window);
+}
+
+bool findings_test::lists(const std::string& text) {
+  for (int row = 0; row < list().GetItemCount(); ++row)
+    if (severity_of(list(), row).GetText().StartsWith(text) ||
+        text_of(list(), row, 1).StartsWith(text) || text_of(list(), row, 2).StartsWith(text))
+      return true;
+  return false;
+}
+
+std::vector<std::string> findings_test::shown_rows(const std::string& window) {
+  return rows_in(window);
+}
+
+int findings_test::selected_row(const std::string& window) {
+  return ask_ui([&] { return list_in(window).GetSelectedRow(); });
+}
+
+wxPoint findings_test::middle_of_row(int row, const std::string& window) {
+  return ask_ui([&] {
+    wxDataViewListCtrl& list = list_in(window);
+    const wxRect place = list.GetItemRect(list.RowToItem(row), list.GetColumn(1));
+    return list.ClientToScreen(wxPoint(place.x + 20, place.y + place.height / 2));
   });
 }
 
-std::string findings_test::details() {
+std::string findings_test::details(const std::string& window) {
   return ask_ui(
-      [] { return utf8_of(dynamic_cast<wxTextCtrl*>(control("details", dialog))->GetValue()); });
+      [&] { return utf8_of(dynamic_cast<wxTextCtrl*>(control("details", window))->GetValue()); });
 }
 
-bool findings_test::is_enabled(const std::string& name) {
-  return ask_ui([&] { return control(name, dialog)->IsEnabled(); });
+bool findings_test::is_enabled(const std::string& name, const std::string& window) {
+  return ask_ui([&] { return control(name, window)->IsEnabled(); });
 }
 
 bool findings_test::is_shown(const std::string& name, const std::string& window) {

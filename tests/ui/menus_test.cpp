@@ -2,6 +2,7 @@
 // (The editor itself: menu_editor_test.cpp.)
 #include "project/menu_rows.h"
 #include "ui/command_bars.h"
+#include "ui/findings_fixture.h"
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
 #include "ui/widgets/wx_text.h"
@@ -214,10 +215,8 @@ TEST_F(Menus, MenuMadeInTheWindowsIsOnTheDisc) {
 
   press("F5");
   answer_file("enter a folder name to create the dvd", folder_.path("disc"));
-  answer_message(
-      "The disc may not be what is wanted:\n\ntitle 1: no button and no end of another title leads "
-      "to title 1.\n\nAuthor it?",
-      "Yes");
+  answer_findings({"warning|title 1|no button and no end of another title leads to title 1"},
+                  "author anyway");
   EXPECT_TRUE(wait_until([] { return look_at_dialog().has_value(); }, 60));
   answer_message("Process complete.  Please review the log for more information (recommended).",
                  "Cancel");

@@ -1,4 +1,5 @@
 // Authoring from the window: the log window, its progress, stopping, and the outcome.
+#include "ui/findings_fixture.h"
 #include "ui/main_window.h"
 #include "ui/widgets/wx_text.h"
 #include "ui/window_fixture.h"
@@ -91,13 +92,9 @@ TEST_F(Runs, WithoutTitlesAuthoringIsRefused) {
 TEST_F(Runs, WrongMaterialIsToldBeforeAnythingIsWritten) {
   add_title(real_pal_video(), real_audio());
   start_authoring();
-  const seen_dialog asked = answer_message(
-      "The disc would be wrong, or the run would fail:\n\ntitle 1, video: the video is PAL "
-      "(720x576, "
-      "25 pictures a second) in a project of NTSC.\n\nAuthor anyway?",
-      "No");
-  EXPECT_EQ(asked.picture, "warning");
-  EXPECT_THAT(asked.buttons, testing::UnorderedElementsAre("Yes", "No"));
+  answer_findings({"error|title 1, video|the video is PAL (720x576, 25 pictures a second) in a "
+                   "project of NTSC"},
+                  "cancel");
   EXPECT_FALSE(file_exists(folder_.path("program/process.bat")));
   EXPECT_FALSE(log_is_shown());
   EXPECT_TRUE(commands_enabled());

@@ -2,6 +2,7 @@
 // why not.
 #include "media/video_file.h"
 #include "platform/settings/settings.h"
+#include "ui/findings_fixture.h"
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
 #include "ui/window_fixture.h"
@@ -257,10 +258,9 @@ TEST_F(Stills, VideoOfOnePictureBecomesAMenuOfTheDisc) {
   ASSERT_TRUE(window_goes("tsmenu"));
   press("F5");
   answer_file("enter a folder name to create the dvd", folder_.path("disc"));
-  answer_message(
-      "The disc may not be what is wanted:\n\nmenu 1, video: the stream says that its pixels are "
-      "square.\ntitle 1: no button and no end of another title leads to title 1.\n\nAuthor it?",
-      "Yes");
+  answer_findings({"warning|menu 1, video|the stream says that its pixels are square",
+                   "warning|title 1|no button and no end of another title leads to title 1"},
+                  "author anyway");
   EXPECT_TRUE(wait_until([] { return look_at_dialog().has_value(); }, 60));
   answer_message(success_text, "Cancel");
   EXPECT_TRUE(file_exists(folder_.path("disc/VIDEO_TS/VTS_01_0.VOB")));  // the titleset's menus

@@ -37,15 +37,10 @@ std::string console_prompts::input(const input_box&) {
   return {};
 }
 
-bool console_prompts::go_on_despite(const std::vector<finding>& findings) {
-  bool error = false;
-  for (const finding& f : findings) {
-    if (f.severity == finding_severity::note)
-      continue;
-    error = error || f.severity == finding_severity::error;
+bool console_prompts::go_on_despite(const findings_question& question) {
+  for (const finding& f : question.findings)
     report_.message(text_of(f));
-  }
-  if (!error || force_)
+  if (force_ || count_of(question.findings, finding_severity::error) == 0)
     return true;
   report_.message(
       "the disc would be wrong, or the run would fail; nothing was written.  Give --force to "

@@ -22,7 +22,7 @@ class console_prompts : public prompts {
   std::string input(const input_box& box) override;
 
   /// Tells all that was found. Warnings do not keep a run from going on; errors do without `force`.
-  bool go_on_despite(const std::vector<finding>& findings) override;
+  bool go_on_despite(const findings_question& question) override;
 
  private:
   report& report_;

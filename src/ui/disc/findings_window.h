@@ -17,14 +17,14 @@
 #include <string>
 
 class wxButton;
-class wxDataViewListCtrl;
 class wxGauge;
 class wxSizer;
 class wxStaticBitmap;
 class wxStaticText;
-class wxTextCtrl;
 
 namespace corvane {
+
+class findings_view;
 
 struct check_progress {
   double part = 0;   ///< that is done, 0 to 1
@@ -51,13 +51,15 @@ class findings_window : public wxDialog {
   /// Whether commands can be run: not while an editor or a run has the project.
   void let_commands(bool enabled);
 
+  /// Selects this one, if it is among them.
+  void select(const finding& f);
+
   /// Has the keyboard, on the list.
   void come_back();
 
  private:
   wxSizer* make_summary();
   wxSizer* make_progress();
-  wxSizer* make_list();
   wxSizer* make_buttons();
   wxButton* make_button(const char* name, const char* label, const char* tip,
                         const std::function<void()>& click);
@@ -66,8 +68,6 @@ class findings_window : public wxDialog {
   void fill(std::optional<std::size_t> selected);
   void on_key(wxKeyEvent& event);
   void on_close(wxCloseEvent& event);
-  const finding* selected() const;
-  void show_selected();
   void enable_buttons();
   void go_to_selected();
   void copy_all();
@@ -75,22 +75,17 @@ class findings_window : public wxDialog {
 
   handlers on_;
   finding_list findings_;
-  bool filling_ = false;
   bool commands_enabled_ = true;
   wxStaticBitmap* picture_ = nullptr;
   wxStaticText* summary_ = nullptr;
   wxSizer* progress_ = nullptr;
   wxStaticText* file_ = nullptr;
   wxGauge* gauge_ = nullptr;
-  wxDataViewListCtrl* list_ = nullptr;
-  wxTextCtrl* details_ = nullptr;
+  findings_view* view_ = nullptr;
   wxButton* go_to_ = nullptr;
   wxButton* copy_ = nullptr;
   wxButton* save_ = nullptr;
   wxButton* check_ = nullptr;
 };
-
-/// The picture of a severity: name for icon_picture.
-const char* picture_of(finding_severity severity);
 
 }  // namespace corvane

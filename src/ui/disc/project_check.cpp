@@ -253,6 +253,22 @@ void project_check::go_to(const finding& f) {
   comes_back_ = main_.has_editor();
 }
 
+bool project_check::has_place(const finding& f) const {
+  const result<disc_description> disc = asked();
+  const disc_description rows = disc_of(main_.shown_project());
+  return target_of(f, disc ? *disc : rows, rows).where != finding_target::place::none;
+}
+
+// The run has looked at the files, so that the look here reads hardly anything.
+void project_check::repair(const finding& f) {
+  begin_look();
+  while (look_)
+    step_look();
+  show();
+  window_->select(f);
+  go_to(f);
+}
+
 // After the editor has given the keyboard to the main window.
 void project_check::come_back() {
   if (std::exchange(comes_back_, false) && window_ != nullptr)

@@ -60,6 +60,11 @@ class project_check {
   /// "skip" once it takes longer than a moment.
   material_equipment material();
 
+  /// Whether the project has a place for a finding of the disc that it asks for; opens it, with the
+  /// findings window, in which the others stand.
+  bool has_place(const finding& f) const;
+  void repair(const finding& f);
+
   /// The editor that a finding led to was closed: back to the window.
   void come_back();
 

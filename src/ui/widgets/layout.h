@@ -46,6 +46,8 @@ inline constexpr int place_width = 170;  ///< of the status bar's "line 1234, co
 
 inline constexpr int findings_width = 620;
 inline constexpr int findings_height = 440;
+inline constexpr int findings_question_width = 740;
+inline constexpr int findings_least_height = 90;  ///< of the list, and of the text below it
 inline constexpr int findings_severity_width = 90;
 inline constexpr int findings_item_width = 180;
 
