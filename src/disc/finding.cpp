@@ -1,8 +1,9 @@
 #include "disc/finding.h"
 
+#include "disc/finding_json.h"
+#include "formats/json_text.h"
 #include "formats/sanitized.h"
 #include "formats/time_text.h"
-#include "platform/text/utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -34,64 +35,15 @@ void add_line(std::string& text, std::string_view label, const std::string& valu
     text += "\n    " + std::string(label) + ": " + sanitized(value);
 }
 
-std::string quoted(std::string_view value) {
-  std::string text = "\"";
-  for (const char c : repaired_utf8(value)) {
-    if (c == '"' || c == '\\') {
-      text += '\\';
-      text += c;
-    } else if (is_control_character(c)) {
-      std::array<char, 8> escape{};
-      std::snprintf(escape.data(), escape.size(), "\\u%04x", static_cast<unsigned>(c));
-      text += escape.data();
-    } else {
-      text += c;
-    }
-  }
-  return text + '"';
-}
-
-// A JSON number, with up to three places behind the point whatever the locale.
-std::string number(double value) {
-  const auto thousandths = std::llround(std::clamp(value, 0.0, latest_time) * 1000);
-  std::array<char, 32> text{};
-  std::snprintf(text.data(), text.size(), "%lld.%03lld", thousandths / 1000, thousandths % 1000);
-  return text.data();
-}
-
-class json_object {
- public:
-  void add(std::string_view name, const std::string& value) {
-    text_ += text_.empty() ? "{" : ", ";
-    text_ += quoted(name) + ": " + value;
-  }
-  void add_text(std::string_view name, const std::string& value) {
-    if (!value.empty())
-      add(name, quoted(value));
-  }
-  std::string text() const { return text_ + "}"; }
-
- private:
-  std::string text_;
-};
-
 std::string object_of(const finding& f) {
-  json_object item;
-  item.add_text("of", std::string(name_of(f.item.whole)));
-  if (f.item.number > 0)
-    item.add("number", std::to_string(f.item.number));
-  item.add_text("part", std::string(name_of(f.item.part)));
-  if (f.item.part_number > 0)
-    item.add("partNumber", std::to_string(f.item.part_number));
-
   json_object object;
   object.add_text("rule", f.rule);
   object.add_text("severity", name_of(f.severity));
-  object.add("item", item.text());
+  object.add("item", json_of_item(f.item));
   object.add_text("place", place_text(f));
   object.add_text("file", f.file);
   if (f.seconds)
-    object.add("seconds", number(*f.seconds));
+    object.add("seconds", json_number(*f.seconds));
   if (f.byte)
     object.add("byte", std::to_string(*f.byte));
   object.add_text("found", f.found);
@@ -136,11 +88,22 @@ std::string text_of(const finding& f) {
   return text;
 }
 
+std::string json_of_item(const finding_item& item) {
+  json_object object;
+  object.add_text("of", name_of(item.whole));
+  if (item.number > 0)
+    object.add("number", std::to_string(item.number));
+  object.add_text("part", name_of(item.part));
+  if (item.part_number > 0)
+    object.add("partNumber", std::to_string(item.part_number));
+  return object.text();
+}
+
 std::string json_of(const std::vector<finding>& findings) {
-  std::string text = "[";
+  json_lines lines;
   for (const finding& f : findings)
-    text += (text.size() == 1 ? "\n  " : ",\n  ") + object_of(f);
-  return text + (findings.empty() ? "]" : "\n]");
+    lines.add(object_of(f));
+  return lines.text();
 }
 
 }  // namespace corvane

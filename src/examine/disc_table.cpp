@@ -1,9 +1,12 @@
 #include "disc/finding.h"
+#include "disc/finding_json.h"
 #include "examine/verification.h"
+#include "formats/json_text.h"
 #include "formats/text.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <string_view>
 
 namespace corvane {
@@ -68,35 +71,48 @@ bool is_same_whole(const finding_item& a, const finding_item& b) {
   return a.whole == b.whole && a.number == b.number;
 }
 
+/// A trait that was found, foreseen, or both; null: it was not.
+struct compared_trait {
+  const disc_trait* foreseen = nullptr;
+  const disc_trait* found = nullptr;
+  const disc_trait& any() const { return found != nullptr ? *found : *foreseen; }
+};
+
+std::vector<compared_trait> compared(const disc_traits& found, const disc_traits& foreseen) {
+  std::vector<compared_trait> all;
+  for (const disc_trait& got : found.all())
+    if (is_shown(got, found, foreseen))
+      all.push_back({foreseen.find(got.item, got.kind), &got});
+  for (const disc_trait& asked : foreseen.all())
+    if (is_for_a_person(asked.kind) && found.find(asked.item, asked.kind) == nullptr)
+      all.push_back({&asked, nullptr});
+  return all;
+}
+
 std::vector<row> rows_of(const disc_traits& found, const disc_traits& foreseen) {
   std::vector<row> rows;
-  const finding_item* before = nullptr;
-  const auto add = [&](const disc_trait& trait, const disc_trait* asked, const disc_trait* got) {
-    if (before == nullptr || !is_same_whole(*before, trait.item)) {
+  std::optional<finding_item> before;
+  for (const compared_trait& one : compared(found, foreseen)) {
+    const disc_trait& trait = one.any();
+    if (!before || !is_same_whole(*before, trait.item)) {
       finding_item whole = trait.item;
       whole.part = part::whole;
       whole.part_number = 0;
       rows.push_back({text_of_item(whole), {}, {}});
     }
-    before = &trait.item;
-    rows.push_back({name_of_row(trait), asked == nullptr ? "" : shown_value(*asked),
-                    got == nullptr ? "-" : shown_value(*got)});
-  };
-  for (const disc_trait& got : found.all())
-    if (is_shown(got, found, foreseen))
-      add(got, foreseen.find(got.item, got.kind), &got);
-  for (const disc_trait& asked : foreseen.all())
-    if (is_for_a_person(asked.kind) && found.find(asked.item, asked.kind) == nullptr)
-      add(asked, &asked, nullptr);
+    before = trait.item;
+    rows.push_back({name_of_row(trait), one.foreseen == nullptr ? "" : shown_value(*one.foreseen),
+                    one.found == nullptr ? "-" : shown_value(*one.found)});
+  }
   return rows;
 }
 
 }  // namespace
 
 std::string disc_table(const disc_traits& found, const disc_traits& foreseen) {
-  const bool compared = !foreseen.all().empty();
+  const bool has_both = !foreseen.all().empty();
   std::vector<row> rows = rows_of(found, foreseen);
-  rows.insert(rows.begin(), {"", compared ? "asked for" : "", "on the disc"});
+  rows.insert(rows.begin(), {"", has_both ? "asked for" : "", "on the disc"});
   std::size_t name = 0, asked = 0;
   for (const row& one : rows) {
     name = std::max(name, width_of(one.name));
@@ -106,13 +122,28 @@ std::string disc_table(const disc_traits& found, const disc_traits& foreseen) {
   for (const row& one : rows) {
     std::string line;
     pad(line, one.name, name + 3);
-    if (compared)
+    if (has_both)
       pad(line, one.foreseen, asked + 3);
     line += one.found;
     line.erase(line.find_last_not_of(' ') + 1);
     text += line + "\n";
   }
   return text;
+}
+
+std::string disc_table_json(const disc_traits& found, const disc_traits& foreseen) {
+  json_lines lines;
+  for (const compared_trait& one : compared(found, foreseen)) {
+    json_object object;
+    object.add("item", json_of_item(one.any().item));
+    object.add_text("trait", name_of(one.any().kind));
+    if (one.foreseen != nullptr)
+      object.add("askedFor", json_string(shown_value(*one.foreseen)));
+    if (one.found != nullptr)
+      object.add("onTheDisc", json_string(shown_value(*one.found)));
+    lines.add(object.text());
+  }
+  return lines.text();
 }
 
 }  // namespace corvane

@@ -1,5 +1,6 @@
 #include "examine/examination.h"
 
+#include "examine/bitmap_files.h"
 #include "examine/button_rules.h"
 #include "examine/chapter_rules.h"
 #include "examine/navigation_rules.h"
@@ -185,6 +186,7 @@ std::vector<finding> examination::findings(depth how_deep) const {
     append(all, subtitle_font_findings(disc_, *around_.fonts));
   append(all, navigation_findings(disc_, around_.customxml));
   append(all, button_findings(disc_, menu_seconds));
+  append(all, bitmap_file_findings(disc_));
   append(all, space_findings(disc_, around_.output_folder, around_.program_folder));
   sort_by_severity(all);
   return all;

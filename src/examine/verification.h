@@ -59,4 +59,7 @@ class verification {
 /// aligned, a heading for each title and menu.
 std::string disc_table(const disc_traits& found, const disc_traits& foreseen);
 
+/// The same as a JSON array: of each trait its item, name and values, as the table shows them.
+std::string disc_table_json(const disc_traits& found, const disc_traits& foreseen);
+
 }  // namespace corvane

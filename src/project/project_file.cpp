@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -38,19 +39,17 @@ file_dialog project_dialog(const char* title) {
   return dialog;
 }
 
-bool refuse_file(document& doc, const std::string& path, const std::string& reason) {
+void refuse_file(document& doc, const std::string& path, const std::string& reason) {
   say(doc, icon::critical,
       "\"" + sanitized(path) + "\" is not a project file that can be loaded: " + reason + ".");
-  return false;
 }
 
-bool refuse_version(document& doc, const std::string& number) {
+void refuse_version(document& doc, const std::string& number) {
   say(doc, icon::exclamation,
       "Sorry, but this project file is from Corvane" +
           std::string(number.starts_with('-') ? "" : " ") + number +
           " and is incompatible with the lastest version.");
   dvdsize(doc);
-  return false;
 }
 
 /// The files that a loaded project names, looked up one by one.
@@ -170,6 +169,25 @@ bool replace_project(document& doc, loaded_project loaded) {
   return !missing;
 }
 
+/// Returns nullopt if the file is refused (a message was shown).
+std::optional<loaded_project> read_project(document& doc, const std::string& path) {
+  const auto text = read_file(path, largest_project_file);
+  if (!text) {
+    refuse_file(doc, path, text.error);
+    return std::nullopt;
+  }
+  const std::string version = version_number(*text);
+  if (leading_number(version) < oldest_version) {
+    refuse_version(doc, version);
+    return std::nullopt;
+  }
+  auto loaded = parse_project(*text);
+  if (loaded)
+    return std::move(*loaded);
+  refuse_file(doc, path, loaded.error);
+  return std::nullopt;
+}
+
 }  // namespace
 
 save_outcome save_project(document& doc) {
@@ -206,16 +224,17 @@ void loadproject_command(document& doc) {
 }
 
 bool loadprojectf(document& doc, const std::string& path) {
-  const auto text = read_file(path, largest_project_file);
-  if (!text)
-    return refuse_file(doc, path, text.error);
-  const std::string version = version_number(*text);
-  if (leading_number(version) < oldest_version)
-    return refuse_version(doc, version);
-  auto loaded = parse_project(*text);
+  std::optional<loaded_project> loaded = read_project(doc, path);
+  return loaded && replace_project(doc, std::move(*loaded));
+}
+
+bool load_to_look(document& doc, const std::string& path) {
+  std::optional<loaded_project> loaded = read_project(doc, path);
   if (!loaded)
-    return refuse_file(doc, path, loaded.error);
-  return replace_project(doc, std::move(*loaded));
+    return false;
+  fill(doc.p, std::move(*loaded));
+  doc.p.saved = 1;
+  return true;
 }
 
 std::string path_from_command_line(std::string_view command_line) {

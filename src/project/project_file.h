@@ -40,6 +40,11 @@ void loadproject_command(document& doc);
 /// when files it names are missing (the load was rolled back).
 bool loadprojectf(document& doc, const std::string& path);
 
+/// Loads a project for a look at it, which tells of its files: those that are missing are not,
+/// here, and the project stays as its file says. Returns false if the file was refused (a message
+/// was shown).
+bool load_to_look(document& doc, const std::string& path);
+
 /// What a command line names: every double quote removed.
 std::string path_from_command_line(std::string_view command_line);
 

@@ -1,10 +1,13 @@
 // corvane-author --check: what it prints, how it ends, and that it authors nothing.
 #include "apps/author_fixture_posix.h"
 #include "platform/files/files.h"
+#include "project/menu_rows.h"
 #include "support/small_streams.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <filesystem>
 
 namespace corvane {
 namespace {
@@ -27,7 +30,10 @@ TEST_F(CheckProgram, ACleanProjectEndsWithStatus0) {
   EXPECT_EQ(run({"--check", project_}), 0) << stdout_;
   EXPECT_EQ(stdout_, "Nothing was found that would spoil this disc.\n");
   EXPECT_EQ(run({"--check", "--json", project_}), 0);
-  EXPECT_EQ(stdout_, "[]\n");
+  EXPECT_THAT(
+      stdout_,
+      StartsWith("{\"program\": \"Corvane 0.997 - 1/2/2005\", \"errors\": 0, \"warnings\": 0, "
+                 "\"notes\": 0, \"findings\": [], \"disc\": [\n"));
 }
 
 TEST_F(CheckProgram, WarningsAloneEndWithStatus0) {
@@ -69,8 +75,44 @@ TEST_F(CheckProgram, ErrorsArePrintedWithTheirRemedyAndNothingIsRun) {
 TEST_F(CheckProgram, JsonIsAllThatIsPrinted) {
   make_junk();
   EXPECT_EQ(run({"--check", "--json", project_}), 2) << stderr_;
-  EXPECT_THAT(stdout_, StartsWith("[\n  {\"rule\": \"video-none\", \"severity\": \"error\", "));
-  EXPECT_THAT(stdout_, testing::EndsWith("}\n]\n"));
+  EXPECT_THAT(stdout_, HasSubstr("\"errors\": 2, \"warnings\": 0, \"notes\": 0, \"findings\": [\n  "
+                                 "{\"rule\": \"video-none\", \"severity\": \"error\", "));
+  EXPECT_THAT(stdout_, HasSubstr("\n], \"disc\": [\n  {\"item\": {\"of\": \"disc\"}, \"trait\": "
+                                 "\"titles\", \"askedFor\": \"1\"}"));
+  EXPECT_THAT(stdout_, testing::EndsWith("}\n]}\n"));
+}
+
+// All that is wrong at once, and what a file that is there tells as well.
+TEST_F(CheckProgram, MissingFilesAreFindingsAmongTheOthers) {
+  folder_.add("movie.m2v", "video");
+  std::filesystem::remove(path_of(folder_.path("movie.ac3")));
+  project p = one_title(folder_);
+  p.menulist = {folder_.stored("menu.m2v") + "/"};
+  p.moremenuoptions = {new_menu_options};
+  p.menubuttons = {" 0/ 0/ 100/ 53/jump title 1/" + folder_.stored("on.bmp") + "/" +
+                   folder_.stored("on.bmp")};
+  const std::string gone = save(p, "gone.cvp");
+  EXPECT_EQ(run({"--check", gone}), 2);
+  EXPECT_THAT(stderr_, IsEmpty());
+  EXPECT_THAT(stdout_, HasSubstr("error: title 1, video: there is no MPEG video in it.\n"));
+  for (const char* const place : {"title 1, audio 1", "menu 1, video"})
+    EXPECT_THAT(stdout_, HasSubstr("error: " + std::string(place) + ": the file cannot be read: "));
+  EXPECT_THAT(stdout_, HasSubstr("error: menu 1, button 1: its bitmap is not there.\n"));
+  for (const char* const file : {"movie.ac3", "menu.m2v", "on.bmp"})
+    EXPECT_THAT(stdout_, HasSubstr("    file: " + folder_.path(file) + "\n"));
+  EXPECT_THAT(stdout_, HasSubstr("    rule: file-missing\n"));
+  EXPECT_EQ(run({"--check", "--json", gone}), 2);
+  EXPECT_THAT(stdout_, HasSubstr("{\"rule\": \"file-missing\", \"severity\": \"error\", "));
+  EXPECT_EQ(run({gone, out()}), 2);
+  EXPECT_THAT(stderr_, HasSubstr("movie.ac3 appears to be missing")) << "before a run as ever";
+}
+
+TEST_F(CheckProgram, DiscIsVerifiedWithoutTheFilesOfItsProject) {
+  std::filesystem::remove(path_of(folder_.path("movie.ac3")));
+  EXPECT_EQ(run({"--verify", project_, out()}), 2);
+  EXPECT_EQ(stderr_, "corvane-author: \"" + folder_.path("movie.ac3") +
+                         "\" cannot be read.  What it would tell of the disc is not known.\n");
+  EXPECT_THAT(stdout_, HasSubstr("rule: image-missing\n"));
 }
 
 TEST_F(CheckProgram, ToolsNeedNotBeInstalled) {

@@ -284,5 +284,20 @@ TEST(DiscTable, ShowsBothBesideEachOther) {
             "  length        00:01:05.50\n");
 }
 
+TEST(DiscTable, IsTheSameInJson) {
+  disc_traits foreseen, found;
+  found.say(title(1, part::video), kind::size, "720x480");
+  found.say_seconds(title(1), kind::length, 65.5);
+  foreseen.say_seconds(title(1), kind::length, 65.5);
+  foreseen.say(title(1, part::audio, 1), kind::language, "\"");
+  EXPECT_EQ(disc_table_json(found, foreseen),
+            R"([
+  {"item": {"of": "title", "number": 1, "part": "video"}, "trait": "size", "onTheDisc": "720x480"},
+  {"item": {"of": "title", "number": 1}, "trait": "length", "askedFor": "00:01:05.50", "onTheDisc": "00:01:05.50"},
+  {"item": {"of": "title", "number": 1, "part": "audio", "partNumber": 1}, "trait": "language", "askedFor": "\""}
+])");
+  EXPECT_EQ(disc_table_json({}, {}), "[]");
+}
+
 }  // namespace
 }  // namespace corvane

@@ -31,7 +31,9 @@ constexpr auto polling_interval = 100ms;
 /// Loads the project and puts the options over its own switches. False when it was refused.
 bool load(document& doc, const author_arguments& arguments, const std::string& path) {
   start_up(doc);
-  if (!loadprojectf(doc, path))
+  // A look at project or disc tells itself of files that are missing.
+  const bool looks = arguments.check || arguments.verify;
+  if (looks ? !load_to_look(doc, path) : !loadprojectf(doc, path))
     return false;
   doc.p.isocreate = arguments.iso.value_or(doc.p.isocreate);
   doc.p.cleanup = arguments.cleanup;

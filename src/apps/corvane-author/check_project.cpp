@@ -1,7 +1,9 @@
 #include "apps/corvane-author/check_project.h"
 
 #include "apps/corvane-author/author_project.h"
+#include "apps/corvane-author/json_report.h"
 #include "authoring/asked_disc.h"
+#include "authoring/foreseen_run.h"
 #include "authoring/navigation_xml.h"
 #include "platform/processes/interrupt.h"
 #include "tools/finding_list.h"
@@ -58,7 +60,7 @@ int check_project(const project& p, const std::string& app, const std::string& o
   }
   const finding_list findings(e.findings(), files_read::whole);
   if (as_json) {
-    out.line(json_of(findings.findings()));
+    out.line(json_report(findings, {}, foreseen_of(p, where, &store, false).disc));
   } else {
     for (const finding& f : findings.findings())
       out.line(text_of(f) + "\n");

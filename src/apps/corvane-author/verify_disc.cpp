@@ -2,6 +2,7 @@
 
 #include "apps/corvane-author/author_project.h"
 #include "apps/corvane-author/check_project.h"
+#include "apps/corvane-author/json_report.h"
 #include "authoring/asked_disc.h"
 #include "authoring/foreseen_run.h"
 #include "authoring/navigation_xml.h"
@@ -18,6 +19,13 @@ namespace {
 
 constexpr int disc_slice_milliseconds = 100;
 
+void say_what_is_missing(const examination& e, report& out) {
+  for (const finding& f : e.findings(examination::depth::beginnings))
+    if (f.rule == "file-missing")
+      out.message("\"" + f.file +
+                  "\" cannot be read.  What it would tell of the disc is not known.");
+}
+
 /// What the project's disc should be, by all of its files. Returns nullopt if it was interrupted.
 std::optional<foreseen_run> foresee(const project& p, const std::string& app, bool quiet,
                                     report& out) {
@@ -29,6 +37,7 @@ std::optional<foreseen_run> foresee(const project& p, const std::string& app, bo
     examination e(*disc, examination::depth::whole_files, store, {});
     if (!read_all_files(e, out, quiet))
       return std::nullopt;
+    say_what_is_missing(e, out);
   }
   return foreseen_of(p, where, &store, false);
 }
@@ -76,7 +85,7 @@ int verify_disc(const project* p, const std::string& app, const std::string& dis
     return stopped(out);
   const finding_list findings(look.findings(), files_read::whole);
   if (as_json) {
-    out.line(json_of(findings.findings()));
+    out.line(json_report(findings, look.found(), look.foreseen()));
   } else {
     out.line(disc_table(look.found(), look.foreseen()));
     for (const finding& f : findings.findings())
