@@ -111,7 +111,8 @@ ending check_earlier_disc(document& doc, const disc_description& d, const author
 ending check_material(document& doc, const disc_description& d, const author_equipment& e,
                       prepared_run& run) {
   const result<disc_description> asked = asked_disc(doc.p, run.where);
-  examination_around around{asked ? doc.p.customxml : "", run.where.out, run.where.app, {}};
+  examination_around around{
+      asked ? doc.p.customxml : "", run.where.out, run.where.app, {}, doc.p.led_to};
   if (has_subtitles(d))
     around.fonts = run.where.fonts = e.fonts();
   const material_answer answer =

@@ -185,6 +185,7 @@ std::vector<finding> examination::findings(depth how_deep) const {
   if (around_.fonts)
     append(all, subtitle_font_findings(disc_, *around_.fonts));
   append(all, navigation_findings(disc_, around_.customxml));
+  append(all, moved_command_findings(disc_, around_.led_to));
   append(all, button_findings(disc_, menu_seconds));
   append(all, bitmap_file_findings(disc_));
   append(all, space_findings(disc_, around_.output_folder, around_.program_folder));

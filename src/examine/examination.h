@@ -7,6 +7,7 @@
 // only when its size or time of change differ.
 #pragma once
 
+#include "disc/command_target.h"
 #include "disc/disc_description.h"
 #include "disc/finding.h"
 #include "examine/file_facts.h"
@@ -43,8 +44,9 @@ class fact_store {
 struct examination_around {
   std::string customxml;  ///< hand-edited navigation XML that the disc was read from, or empty
   std::string output_folder,
-      program_folder;              ///< native; empty: room on its disk is not looked at
-  std::optional<font_list> fonts;  ///< those that are installed; not set: not looked at
+      program_folder;                       ///< native; empty: room on its disk is not looked at
+  std::optional<font_list> fonts;           ///< those that are installed; not set: not looked at
+  std::vector<command_target> led_to = {};  ///< what commands led to before numbers moved
 };
 
 class examination {

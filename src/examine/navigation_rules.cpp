@@ -5,6 +5,7 @@
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "formats/text.h"
+#include "platform/files/paths.h"
 
 #include <algorithm>
 #include <array>
@@ -50,6 +51,13 @@ constexpr std::array navigation_rules_table = {
     rule{"command-typed", severity::note, "Commands are ones that the editors offer",
          "nothing: a typed command is allowed, but only where it leads is checked",
          "perhaps something else than was meant", "try the button or title in a player",
+         of_this_program},
+    rule{"command-moved", severity::warning,
+         "Commands lead to what they led to before titles or menus were removed or moved",
+         "a command that leads to the title or menu that was meant",
+         "another title or menu than the one that was meant",
+         "choose the command anew, in \"nav cmds\" for a title or first play, in \"edit existing "
+         "titleset menu\" for a button; if it is right as it is, accept it there",
          of_this_program},
     rule{"menu-too-many-commands", severity::error, "The first menu's commands fit into it",
          "at most 128 commands in a menu, those that the jump table adds included",
@@ -316,6 +324,38 @@ class navigation_examiner {
 
 std::span<const rule> navigation_rules() {
   return navigation_rules_table;
+}
+
+namespace {
+
+/// What a viewer of the project's rows knows the file by.
+std::string moved_name(const std::string& stored, const std::string& other) {
+  const bool same_name = file_name_of(stored) == file_name_of(other);
+  return sanitized_quoted(same_name ? native_from_stored(stored, native_style())
+                                    : std::string(file_name_of(stored)));
+}
+
+}  // namespace
+
+std::vector<finding> moved_command_findings(const disc_description& d,
+                                            const std::vector<command_target>& led_to) {
+  std::vector<finding> findings;
+  if (led_to.empty())
+    return findings;
+  const std::vector<command_target> now = command_targets(d);
+  for (const command_target& before : led_to) {
+    const auto after = std::lower_bound(
+        now.begin(), now.end(), before,
+        [](const command_target& a, const command_target& b) { return is_before(a.item, b.item); });
+    if (after == now.end() || after->item != before.item || after->text != before.text ||
+        after->video == before.video)
+      continue;
+    findings.push_back(finding_of(navigation_rules_table, "command-moved", before.item,
+                                  "the command " + sanitized_quoted(before.text) + " led to " +
+                                      moved_name(before.video, after->video) + ", it leads to " +
+                                      moved_name(after->video, before.video) + " now"));
+  }
+  return findings;
 }
 
 std::vector<finding> navigation_findings(const disc_description& d, std::string_view customxml) {

@@ -3,6 +3,7 @@
 #include "formats/numbers.h"
 #include "platform/files/paths.h"
 #include "project/menu_rows.h"
+#include "project/moved_commands.h"
 
 #include <cstddef>
 #include <utility>
@@ -19,11 +20,13 @@ std::string entry(const project& p, int menu) {
 
 /// Commands of other menus and of titles keep the numbers they name.
 void erase_menu(project& p, int i) {
+  note_command_targets(p);
   if (i <= UUBound(p.menubuttons))  // a damaged project can have fewer elements than menus
     ArrayRemoveItem(p, i);
   p.menulist.erase(p.menulist.begin() + i);
   if (i <= UUBound(p.moremenuoptions))
     p.moremenuoptions.erase(p.moremenuoptions.begin() + i);
+  forget_removed_menu(p, i + 1);
 }
 
 }  // namespace

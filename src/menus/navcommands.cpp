@@ -4,6 +4,7 @@
 #include "formats/sanitized.h"
 #include "formats/text.h"
 #include "project/messages.h"
+#include "project/moved_commands.h"
 #include "project/post_rows.h"
 
 #include <algorithm>
@@ -116,6 +117,7 @@ void navcommands::accept() {
   for (std::size_t i = 0; i < rows_.size(); ++i)
     p.postinfo[i] = post_row(rows_[i].command);
   p.firstplay = firstplay_;
+  forget_targets_of_titles(p);
   p.saved = 0;
 }
 

@@ -2,6 +2,7 @@
 
 #include "formats/text.h"
 #include "project/menu_rows.h"
+#include "project/moved_commands.h"
 #include "project/project.h"
 
 #include <algorithm>
@@ -35,6 +36,7 @@ void store_edited_menu(project& p, std::int16_t indexed, const std::vector<std::
     row_to_write(p.moremenuoptions, indexed, new_menu_options) = options_row;
   }
   storebuttondata(p, indexed);
+  forget_targets_of_menu(p, indexed);
 }
 
 }  // namespace corvane

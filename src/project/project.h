@@ -6,6 +6,8 @@
 // window shows it, commands change it.
 #pragma once
 
+#include "disc/command_target.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,6 +34,8 @@ struct project {
   std::vector<std::string> menubuttons{std::string()};  ///< button records joined by "|"
   std::vector<std::string> buttondata;  ///< transfer list of the menu editor, else empty
   int indexer = 0;                      ///< number of the menu being edited
+
+  std::vector<command_target> led_to;  ///< commands before numbers moved (project/moved_commands.h)
 
   // The disc.
   std::vector<std::string> languagetags;  ///< "Audio tag:" or "Subtitle tag:", TAB, name and code

@@ -134,6 +134,7 @@ void fill(project& p, loaded_project loaded) {
   p.isocreate = loaded.isocreate;
   p.jumptable = loaded.jumptable;
   p.customxml = std::move(loaded.customxml);
+  p.led_to.clear();
   p.selected = -1;
   rebuild_List1(p);
   show_title_count(p);

@@ -1,6 +1,7 @@
 #include "project/title_rows.h"
 
 #include "formats/text.h"
+#include "project/moved_commands.h"
 #include "project/subtitle_rows.h"
 
 #include <cstdint>
@@ -36,6 +37,7 @@ void add_title(project& p, const std::string& List11_row) {
 }
 
 void remove_title(project& p, std::size_t row) {
+  note_command_targets(p);
   for (auto* list : title_lists(p))
     if (row < list->size())
       list->erase(list->begin() + static_cast<difference>(row));
@@ -47,6 +49,7 @@ void remove_title(project& p, std::size_t row) {
 }
 
 void swap_titles(project& p, std::size_t a, std::size_t b) {
+  note_command_targets(p);
   for (auto* list : title_lists(p))
     if (a < list->size() && b < list->size())
       std::swap((*list)[a], (*list)[b]);

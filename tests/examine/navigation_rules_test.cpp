@@ -4,6 +4,7 @@
 #include "authoring/sample_projects.h"
 #include "disc/read_navigation.h"
 #include "made_disc.h"
+#include "platform/files/paths.h"
 #include "project/disc_of.h"
 
 #include <gmock/gmock.h>
@@ -36,6 +37,48 @@ disc_description with_first_play(const std::string& command) {
 std::string found_about(const disc_description& d) {
   const std::vector<finding> findings = navigation_findings(d);
   return findings.size() == 1 ? findings[0].found : std::to_string(findings.size()) + " findings";
+}
+
+// Moved -----------------------------------------------------------------------------------------
+
+disc_description two_titles(const std::string& first, const std::string& second) {
+  disc_description d =
+      made_disc({made_title(), made_title()}, {made_menu({"jump title 1", "exit"})});
+  d.titles[0].streams = {first};
+  d.titles[1].streams = {second};
+  return d;
+}
+
+TEST(NavigationRules, CommandThatLeadsElsewhereThanBeforeIsAWarning) {
+  const auto led_to = command_targets(two_titles("\\a\\tour.m2v", "\\a\\beach.m2v"));
+  const auto findings =
+      moved_command_findings(two_titles("\\a\\beach.m2v", "\\a\\tour.m2v"), led_to);
+  EXPECT_THAT(told(findings), ElementsAre("command-moved @ menu 1, button 1"));
+  EXPECT_EQ(findings[0].severity, finding_severity::warning);
+  EXPECT_EQ(findings[0].found,
+            "the command \"jump title 1\" led to \"tour.m2v\", it leads to \"beach.m2v\" now");
+}
+
+TEST(NavigationRules, CommandThatLeadsToItsFileAgainOrWasChangedIsNot) {
+  const disc_description before = two_titles("\\a\\tour.m2v", "\\a\\beach.m2v");
+  const auto led_to = command_targets(before);
+  EXPECT_THAT(moved_command_findings(before, led_to), IsEmpty());
+  EXPECT_THAT(moved_command_findings(before, {}), IsEmpty());
+  disc_description now = two_titles("\\a\\beach.m2v", "\\a\\tour.m2v");
+  now.menus[0].buttons[0].action = command_of("jump title 2");
+  EXPECT_THAT(moved_command_findings(now, led_to), IsEmpty());
+  now.menus[0].buttons[0].action = command_of("jump title 1");
+  now.titles.clear();
+  EXPECT_THAT(moved_command_findings(now, led_to), IsEmpty()) << "told by another rule";
+}
+
+TEST(NavigationRules, FilesOfTheSameNameAreToldWithTheirFolders) {
+  const auto led_to = command_targets(two_titles("\\a\\film.m2v", "\\b\\film.m2v"));
+  const auto findings =
+      moved_command_findings(two_titles("\\b\\film.m2v", "\\a\\film.m2v"), led_to);
+  ASSERT_THAT(findings, SizeIs(1));
+  EXPECT_THAT(findings[0].found,
+              HasSubstr("led to \"" + native_from_stored("\\a\\film.m2v") + "\""));
 }
 
 // Targets ---------------------------------------------------------------------------------------

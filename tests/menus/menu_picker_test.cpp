@@ -86,6 +86,17 @@ TEST_F(MenuPicker, CommandsThatNameMenusKeepTheirNumbersWhenAnEarlierMenuIsErase
   EXPECT_EQ(p.postinfo, rows{"call menu 3              "});
 }
 
+TEST_F(MenuPicker, WhatCommandsLedToIsKnownWhenAnEarlierMenuIsErased) {
+  add_three_menus();
+  p.menubuttons[2] = "1/2/3/4/jump menu 3/black/black";
+  const std::string third = parse_menu_row(p.menulist[2]).video;
+  menu_picker(doc, picker_erase_caption).confirm(0);
+  ASSERT_FALSE(p.led_to.empty());
+  const finding_item button = {finding_item::whole_kind::menu, 2, finding_item::part_kind::button,
+                               1};
+  EXPECT_EQ(p.led_to.back(), (command_target{button, "jump menu 3", third}));
+}
+
 TEST_F(MenuPicker, ErasingTheOnlyMenuLeavesOneEmptyElement) {
   add_menu("only.m2v", "", "1/a");
   menu_picker(doc, picker_erase_caption).confirm(0);

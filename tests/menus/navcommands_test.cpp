@@ -2,6 +2,7 @@
 #include "menus/navcommands.h"
 
 #include "project/menu_rows.h"
+#include "project/moved_commands.h"
 #include "project/post_rows.h"
 #include "project/project_file.h"
 #include "support/command_test.h"
@@ -120,6 +121,17 @@ TEST_F(Navcommands, ProjectWithoutTitlesOffersExitAndDefault) {
   EXPECT_EQ(dialog.firstplay_items(), rows{"<default>"});
   dialog.accept();
   EXPECT_TRUE(p.postinfo.empty());
+}
+
+TEST_F(Navcommands, WhatItsCommandsLedToIsForgottenWhenItIsAccepted) {
+  add_titles(2);
+  p.firstplay = "jump title 2";
+  note_command_targets(p);
+  ASSERT_FALSE(p.led_to.empty());
+  navcommands dialog = open();
+  EXPECT_FALSE(p.led_to.empty());
+  dialog.accept();
+  EXPECT_TRUE(p.led_to.empty());
 }
 
 TEST_F(Navcommands, FirstPlayOfTheProjectIsShown) {

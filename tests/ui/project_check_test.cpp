@@ -57,6 +57,24 @@ TEST_F(ProjectCheck, PalVideoInAnNtscProjectIsAnErrorOfItsTitle) {
   screenshot("check-pal");
 }
 
+TEST_F(ProjectCheck, CommandThatLeadsElsewhereSinceATitleMovedIsToldUntilItMovesBack) {
+  project p = project_with_menus(2);
+  p.menubuttons[0] =
+      " 0/ 0/ 100/ 53/jump title 1/black/black| 0/ 60/ 100/ 113/jump title "
+      "2/black/black";
+  load(p);
+  check();
+  const std::string moved =
+      "the command \"jump title 1\" led to \"a.m2v\", it leads to \"b.m2v\" now";
+  EXPECT_FALSE(wait_until([&] { return lists(moved); }, 0.3));
+  click_row(0, "main");
+  press("alt+Down");
+  EXPECT_TRUE(wait_until([&] { return lists(moved); }));
+  EXPECT_THAT(shown_rows(), Contains("warning|menu 1, button 1|" + moved));
+  press("alt+Up");
+  EXPECT_TRUE(wait_until([&] { return !lists(moved); }));
+}
+
 TEST_F(ProjectCheck, ProjectThatIsInOrderHasNoErrorAndNoLine) {
   load(one_title(real_video(), real_audio()));
   check();

@@ -55,7 +55,8 @@ result<disc_description> project_check::asked() const {
 std::unique_ptr<examination> project_check::examine(examination::depth how_deep) {
   return std::make_unique<examination>(
       disc_, how_deep, facts_,
-      examination_around{main_.shown_project().customxml, output(), main_.app(), fonts_});
+      examination_around{main_.shown_project().customxml, output(), main_.app(), fonts_,
+                         main_.shown_project().led_to});
 }
 
 void project_check::check() {

@@ -1,0 +1,96 @@
+// What commands led to before titles and menus moved: when it is noted, and when forgotten.
+#include "project/moved_commands.h"
+
+#include "platform/files/paths.h"
+#include "project/button_data.h"
+#include "project/menu_rows.h"
+#include "project/project_file.h"
+#include "project/title_commands.h"
+#include "project/title_rows.h"
+#include "support/command_test.h"
+
+#include <gmock/gmock.h>
+
+namespace corvane {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using whole = finding_item::whole_kind;
+using part = finding_item::part_kind;
+
+class MovedCommands : public testing_support::command_test {
+ protected:
+  MovedCommands() {
+    add_files_and_title({"one.m2v", "one.ac3"});
+    add_files_and_title({"two.m2v", "two.ac3"});
+    for (const char* const menu : {"first.m2v", "second.m2v"})
+      folder.add(menu);
+    p.firstplay = "jump title 2";
+    p.postinfo = {"jump title 1"};
+    p.menulist = {folder.stored("first.m2v") + "/", folder.stored("second.m2v") + "/"};
+    p.moremenuoptions = {new_menu_options, new_menu_options};
+    p.menubuttons = {"0/0/9/9/jump menu 2/black/black|0/0/9/9/exit/black/black",
+                     "0/0/9/9/jump title 2 chapter 1/black/black"};
+  }
+  /// "menu 2, button 1: jump title 2 chapter 1 -> two.m2v".
+  std::vector<std::string> noted() const {
+    std::vector<std::string> lines;
+    for (const command_target& target : p.led_to) {
+      finding f;
+      f.item = target.item;
+      lines.push_back(place_text(f) + ": " + target.text + " -> " +
+                      std::string(file_name_of(target.video)));
+    }
+    return lines;
+  }
+};
+
+TEST_F(MovedCommands, AreNotedWhenATitleIsRemovedOrMoved) {
+  EXPECT_THAT(noted(), IsEmpty());
+  p.selected = 0;
+  titledown_command(doc);
+  const std::vector<std::string> all = {"disc, command: jump title 2 -> two.m2v",
+                                        "title 1, command: jump title 1 -> one.m2v",
+                                        "menu 1, button 1: jump menu 2 -> second.m2v",
+                                        "menu 2, button 1: jump title 2 chapter 1 -> two.m2v"};
+  EXPECT_EQ(noted(), all);
+  p.selected = 0;
+  remove_title_command(doc);
+  EXPECT_EQ(noted(), all) << "where they led first";
+}
+
+TEST_F(MovedCommands, WithAnotherTextAreNotedAnew) {
+  note_command_targets(p);
+  p.firstplay = "jump title 1";
+  note_command_targets(p);
+  EXPECT_EQ(noted()[0], "disc, command: jump title 1 -> one.m2v");
+}
+
+TEST_F(MovedCommands, OfARemovedMenuAreForgottenAndOthersMoveUpWithTheirMenu) {
+  note_command_targets(p);
+  forget_removed_menu(p, 1);
+  EXPECT_THAT(noted(), ElementsAre("disc, command: jump title 2 -> two.m2v",
+                                   "title 1, command: jump title 1 -> one.m2v",
+                                   "menu 1, button 1: jump title 2 chapter 1 -> two.m2v"));
+}
+
+TEST_F(MovedCommands, AreForgottenWhenTheirEditorIsAccepted) {
+  note_command_targets(p);
+  store_edited_menu(p, 2, {"0/0/9/9/jump title 2 chapter 1/black/black"}, "");
+  EXPECT_THAT(noted(), ElementsAre("disc, command: jump title 2 -> two.m2v",
+                                   "title 1, command: jump title 1 -> one.m2v",
+                                   "menu 1, button 1: jump menu 2 -> second.m2v"));
+  forget_targets_of_titles(p);
+  EXPECT_THAT(noted(), ElementsAre("menu 1, button 1: jump menu 2 -> second.m2v"));
+}
+
+TEST_F(MovedCommands, AreThoseOfTheProjectThatIsOpen) {
+  const std::string file = folder.add("film.cvp", project_text(p));
+  note_command_targets(p);
+  ASSERT_TRUE(loadprojectf(doc, file));
+  EXPECT_THAT(noted(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace corvane
