@@ -22,6 +22,16 @@ bool examine_whole_files(examination& e, const material_equipment& equipment) {
 
 }  // namespace
 
+std::vector<finding> known_faults(const disc_description& d, examination_around around,
+                                  const material_equipment& e) {
+  if (e.facts == nullptr)
+    return {};
+  examination look(d, examination::depth::whole_files, *e.facts, std::move(around));
+  while (look.step_beginnings(slice_milliseconds)) {
+  }
+  return question_about(look.findings()).findings;
+}
+
 material_answer look_at_material(const disc_description& d, examination_around around,
                                  const material_equipment& e, prompts& ask) {
   if (e.facts == nullptr)

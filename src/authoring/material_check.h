@@ -7,6 +7,7 @@
 #include "project/prompts.h"
 
 #include <functional>
+#include <vector>
 
 namespace corvane {
 
@@ -29,6 +30,11 @@ struct material_answer {
 /// Examines and, if there are errors or warnings, asks once about all (prompts::go_on_despite).
 material_answer look_at_material(const disc_description& d, examination_around around,
                                  const material_equipment& e, prompts& ask);
+
+/// What is wrong with a project that cannot be authored at all, as far as it is known without
+/// reading whole files: errors first, then warnings. Nothing without a store.
+std::vector<finding> known_faults(const disc_description& d, examination_around around,
+                                  const material_equipment& e);
 
 /// What the log says of a look that was skipped.
 inline constexpr const char* skipped_look =

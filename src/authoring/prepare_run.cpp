@@ -10,6 +10,7 @@
 #include "platform/files/files.h"
 #include "project/disc_of.h"
 #include "project/missing_tools.h"
+#include "project/plain_texts.h"
 #include "runner/run_files.h"
 
 #include <filesystem>
@@ -38,21 +39,50 @@ bool is_edited_first(const project& p, const author_equipment& e) {
   return p.editxml && e.edit_xml && !p.customxml.empty();
 }
 
-ending check_project(document& doc, const disc_description& d, const author_equipment& e) {
+refusal why_not_this_project(const project& p, const disc_description& d,
+                             const author_equipment& e) {
+  const path_style style = native_style();
+  refusal why = is_edited_first(p, e) ? why_not_these_rows(d, style)
+                                      : why_not_authorable(d, p.customxml, style);
+  if (!why)
+    why = why_not_these_menu_streams(d, style);
+  if (!why)
+    why = why_not_these_subtitles(d, style);
+  if (!why)
+    why = why_not_these_bitmaps(d, style);
+  return why;
+}
+
+// With hand-edited XML the disc that it asks for; an edit that cannot be read is mended first.
+struct looked_at_disc {
+  disc_description disc;
+  examination_around around;
+};
+
+looked_at_disc disc_to_look_at(const document& doc, const disc_description& d,
+                               const run_paths& where) {
+  const result<disc_description> asked = asked_disc(doc.p, where);
+  return {asked ? *asked : d,
+          {asked ? doc.p.customxml : "", where.out, where.app, {}, doc.p.led_to}};
+}
+
+// What cannot be authored at all is told with everything else that is known to be wrong: somebody
+// repairs all of it, not one thing after another.
+ending check_project(document& doc, const disc_description& d, const author_equipment& e,
+                     run_paths where) {
   if (d.titles.empty())
     return tell(doc, author_result::nothing_to_author, "please add more titles", icon::exclamation);
-  const auto why_not = is_edited_first(doc.p, e)
-                           ? why_not_these_rows(d, native_style())
-                           : why_not_authorable(d, doc.p.customxml, native_style());
-  if (why_not)
-    return refuse(doc, *why_not);
-  if (const auto why = why_not_these_menu_streams(d, native_style()))
+  const refusal why = why_not_this_project(doc.p, d, e);
+  if (!why)
+    return std::nullopt;
+  where.out = output_folder(folder_of_custom_xml(doc.p.customxml));
+  looked_at_disc look = disc_to_look_at(doc, d, where);
+  const findings_question known{*why, known_faults(look.disc, std::move(look.around), e.material),
+                                false};
+  if (count_of(known.findings, finding_severity::error) == 0)
     return refuse(doc, *why);
-  if (const auto why = why_not_these_subtitles(d, native_style()))
-    return refuse(doc, *why);
-  if (const auto why = why_not_these_bitmaps(d, native_style()))
-    return refuse(doc, *why);
-  return std::nullopt;
+  doc.ask.go_on_despite(known);
+  return author_result::refused;
 }
 
 ending check_tools(document& doc, const disc_description& d, const std::string& app) {
@@ -107,16 +137,13 @@ ending check_earlier_disc(document& doc, const disc_description& d, const author
   return author_result::holds_disc;
 }
 
-// With hand-edited XML the disc that it asks for; an edit that cannot be read is mended first.
 ending check_material(document& doc, const disc_description& d, const author_equipment& e,
                       prepared_run& run) {
-  const result<disc_description> asked = asked_disc(doc.p, run.where);
-  examination_around around{
-      asked ? doc.p.customxml : "", run.where.out, run.where.app, {}, doc.p.led_to};
+  looked_at_disc look = disc_to_look_at(doc, d, run.where);
   if (has_subtitles(d))
-    around.fonts = run.where.fonts = e.fonts();
+    look.around.fonts = run.where.fonts = e.fonts();
   const material_answer answer =
-      look_at_material(asked ? *asked : d, std::move(around), e.material, doc.ask);
+      look_at_material(look.disc, std::move(look.around), e.material, doc.ask);
   if (!answer.go_on)
     return author_result::refused;
   run.material_unseen = answer.unseen;
@@ -192,7 +219,7 @@ author_result prepare_run(document& doc, author_equipment& e, prepared_run& run)
   run = {};
   run.where.app = e.app;
   const disc_description d = disc_of(doc.p);
-  if (const ending end = check_project(doc, d, e))
+  if (const ending end = check_project(doc, d, e, run.where))
     return *end;
   if (const ending end = check_tools(doc, d, e.app))
     return *end;

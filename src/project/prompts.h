@@ -42,6 +42,7 @@ struct input_box {
 struct findings_question {
   std::string text;               ///< what would come of the worst, and the question
   std::vector<finding> findings;  ///< all that are asked about, errors first
+  bool may_go_on = true;          ///< false: nothing is asked; `text` says why there is no run
 };
 
 /// The question about what was found, errors first; notes are not asked about.
@@ -63,8 +64,8 @@ class prompts {
   /// The text; empty when the user cancelled or cleared it.
   virtual std::string input(const input_box& box) = 0;
 
-  /// Shows all that was found before a run, and asks whether to author nonetheless. False unless
-  /// the user says so; without anybody to ask, always.
+  /// Shows all that was found before a run, and asks whether to author nonetheless, if that may be.
+  /// False unless the user says so; without anybody to ask, always.
   virtual bool go_on_despite(const findings_question& /*question*/) { return false; }
 
   /// Opens a text file (native path) in the user's editor. False when that cannot be started. A

@@ -155,6 +155,24 @@ TEST_F(CheckProgram, AProjectThatIsNotThereIsRefused) {
   EXPECT_THAT(stdout_, IsEmpty());
 }
 
+TEST_F(CheckProgram, RunTellsAllErrorsOfAProjectThatCannotBeAuthoredAtAll) {
+  make_junk();
+  project p = one_title(folder_);
+  p.delay = {"soon"};
+  p.firstplay = "jump title 7";
+  const std::string broken = save(p, "broken.cvp");
+  EXPECT_EQ(run({"--force", broken, out()}), 2);
+  EXPECT_THAT(stderr_, HasSubstr("error: title 1: "));
+  for (const char* const rule :
+       {"video-none", "audio-kind", "delay-not-number", "command-target-missing"})
+    EXPECT_THAT(stderr_, HasSubstr("    rule: " + std::string(rule) + "\n"));
+  EXPECT_THAT(stderr_,
+              HasSubstr("corvane-author: Title 1 has the A/V delay \"soon\", which is not a "
+                        "number of milliseconds.  Please set the delay again.  --force "
+                        "does not change that.\n"));
+  EXPECT_FALSE(file_exists(app("process.bat")));
+}
+
 class RunOnWrongMaterial : public CheckProgram {};
 
 TEST_F(RunOnWrongMaterial, IsRefusedBeforeAnythingIsWrittenOrRemoved) {

@@ -239,6 +239,22 @@ TEST_F(Author, WrongMaterialIsAskedAboutLastAndBeforeAnythingIsWritten) {
   EXPECT_FALSE(lock.held());
 }
 
+TEST_F(Author, WhatCannotBeAuthoredIsToldAtOnceWithAllThatIsKnown) {
+  folder.add("a.m2v", small_video(video_standard::pal));
+  folder.add("a.ac3", small_sound());
+  fact_store facts;
+  e.material.facts = &facts;
+  p.firstplay = "jump title 7";
+  ask.expect_findings(
+      "The first-play command, \"jump title 7\", leads to title 7, which does not exist.  Please "
+      "change it in the navigation commands. (no run)\nerror: title 1, video: the video is PAL "
+      "(720x576, 25 pictures a second) in a project of NTSC.\nerror: disc, command: the first-play "
+      "command \"jump title 7\" leads to title 7, but there is only title 1.",
+      true);
+  EXPECT_EQ(author_command(doc, e, run), author_result::refused) << "whatever is said";
+  EXPECT_FALSE(file_exists(in(app, "process.bat")));
+}
+
 TEST_F(Author, ALookThatWasSkippedIsSaidInTheLog) {
   folder.add("a.m2v", small_video());
   folder.add("a.ac3", small_sound());

@@ -54,7 +54,7 @@ class scripted_prompts : public prompts {
   }
   /// Its text, then a line for each finding.
   static std::string words_of(const findings_question& question) {
-    std::string words = question.text;
+    std::string words = question.text + (question.may_go_on ? "" : " (no run)");
     for (const finding& f : question.findings)
       words += "\n" + line_of(f);
     return words;

@@ -103,6 +103,25 @@ TEST_F(FindingsQuestion, GoesToTheSelectedFindingInsteadOfARun) {
   EXPECT_EQ(selected_row(), 1);
 }
 
+TEST_F(FindingsQuestion, LeavesOnlyTheWayToThePlaceWhereNothingCanBeAuthored) {
+  project p = one_title(real_pal_video(), real_audio());
+  p.firstplay = "jump title 7";
+  p.delay = {"soon"};
+  load(p);
+  press("F5");
+  ASSERT_TRUE(window_comes(question));
+  EXPECT_EQ(
+      label_of("question"),
+      "Title 1 has the A/V delay \"soon\", which is not a number of milliseconds.  Please set "
+      "the\ndelay again.");
+  EXPECT_EQ(label_of("counts"), "3 errors");
+  EXPECT_FALSE(find_label("author anyway", label_place::button));
+  EXPECT_TRUE(is_enabled("goto", question));
+  screenshot("findings-refusal");
+  press("Return");
+  expect_nothing_came_of_it();
+}
+
 TEST_F(FindingsQuestion, DoubleClickOpensTheEditorOfTheFinding) {
   project p = one_title(real_video(), real_audio());
   p.chapters = {"00:00:00.00,00:00:09.00"};

@@ -40,6 +40,10 @@ std::string console_prompts::input(const input_box&) {
 bool console_prompts::go_on_despite(const findings_question& question) {
   for (const finding& f : question.findings)
     report_.message(text_of(f));
+  if (!question.may_go_on) {
+    report_.message(question.text + (force_ ? "  --force does not change that." : ""));
+    return false;
+  }
   if (force_ || count_of(question.findings, finding_severity::error) == 0)
     return true;
   report_.message(

@@ -6,9 +6,11 @@
 #include "ui/widgets/dialog_buttons.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/wrapped_text.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/button.h>
+#include <wx/dcclient.h>
 #include <wx/display.h>
 #include <wx/sizer.h>
 #include <wx/statbmp.h>
@@ -22,6 +24,14 @@ namespace {
 const char* picture_of_worst(const findings_question& question) {
   return picture_of(question.findings.empty() ? finding_severity::warning
                                               : question.findings.front().severity);
+}
+
+/// A reason can have the names of files in it, of any length.
+wxString lines_of(wxWindow& owner, const std::string& text) {
+  wxClientDC dc(&owner);
+  dc.SetFont(owner.GetFont());
+  const int beside = layout::tool_icon + layout::group_gap + 2 * layout::window_border;
+  return wrapped(dc, wx_text(text), owner.FromDIP(layout::findings_question_width - beside));
 }
 
 }  // namespace
@@ -44,7 +54,7 @@ findings_question_window::findings_question_window(
   groups->Add(make_heading(question), wxSizerFlags().Expand());
   view_ = new findings_view(this, std::move(on));
   groups->Add(view_, wxSizerFlags(1).Expand().Border(wxTOP, gap));
-  groups->Add(make_buttons(), wxSizerFlags().Expand().Border(wxTOP, gap));
+  groups->Add(make_buttons(question.may_go_on), wxSizerFlags().Expand().Border(wxTOP, gap));
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(groups, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::window_border)));
   SetSizer(whole);
@@ -68,8 +78,9 @@ wxSizer* findings_question_window::make_heading(const findings_question& questio
   auto* picture = new wxStaticBitmap(this, wxID_ANY,
                                      icon_picture(picture_of_worst(question), layout::tool_icon));
   name_control(*picture, "worst");
-  auto* text = new wxStaticText(this, wxID_ANY, wx_text(question.text));
+  auto* text = new wxStaticText(this, wxID_ANY, wxString());
   text->SetFont(text->GetFont().Bold());
+  text->SetLabelText(lines_of(*text, question.text));
   name_control(*text, "question");
   auto* counts = new wxStaticText(
       this, wxID_ANY, wx_text(finding_list(question.findings, files_read::whole).counts()));
@@ -83,14 +94,11 @@ wxSizer* findings_question_window::make_heading(const findings_question& questio
   return row;
 }
 
-wxSizer* findings_question_window::make_buttons() {
+wxSizer* findings_question_window::make_buttons(bool may_go_on) {
   go_to_ = new wxButton(this, wxID_ANY, "&go to");
   name_control(*go_to_, "goto");
   go_to_->SetToolTip("author nothing, and open what the selected finding is about (double click)");
   go_to_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { go_to_selected(); });
-  auto* anyway = new wxButton(this, wxID_OK, "&author anyway");
-  name_control(*anyway, "anyway");
-  anyway->SetToolTip("begin the run as the project is");
   auto* cancel = new wxButton(this, wxID_CANCEL, "&cancel");
   name_control(*cancel, "cancel");
   cancel->SetToolTip("author nothing (Enter, Escape)");
@@ -99,6 +107,13 @@ wxSizer* findings_question_window::make_buttons() {
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(go_to_);
   row->AddStretchSpacer();
+  if (!may_go_on) {
+    row->Add(cancel);
+    return row;
+  }
+  auto* anyway = new wxButton(this, wxID_OK, "&author anyway");
+  name_control(*anyway, "anyway");
+  anyway->SetToolTip("begin the run as the project is");
   row->Add(dialog_buttons(anyway, cancel));
   return row;
 }

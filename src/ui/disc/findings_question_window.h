@@ -1,5 +1,6 @@
 // The question whether to author although errors or warnings were found: all of them in a list,
-// what follows from the selected one and what to do, and no way on but the one button that says so.
+// what follows from the selected one and what to do, and no way on but the one button that says so,
+// which is missing where nothing can be authored.
 //
 // Modal. Enter and Escape cancel; a double click or "go to" cancels too, and says which finding is
 // to be repaired.
@@ -32,7 +33,7 @@ class findings_question_window : public wxDialog {
 
  private:
   wxSizer* make_heading(const findings_question& question);
-  wxSizer* make_buttons();
+  wxSizer* make_buttons(bool may_go_on);
   void fit_screen(const wxWindow& owner);
   void on_key(wxKeyEvent& event);
   void go_to_selected();
