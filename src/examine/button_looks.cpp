@@ -54,13 +54,6 @@ struct button_place {
   int x0 = 0, y0 = 0, x1 = 0, y1 = 0;
 };
 
-std::optional<int> whole_number(const text_number& edge, int most) {
-  if (!edge.is_number || edge.value < 0 || edge.value > most ||
-      edge.value != std::floor(edge.value))
-    return std::nullopt;
-  return static_cast<int>(edge.value);
-}
-
 /// Not set: it is not drawn as foreseen, or not at all.
 std::optional<button_place> place_of(const disc_button& b, int frame_height) {
   const auto x0 = whole_number(b.x0, frame_width), y0 = whole_number(b.y0, frame_height);
@@ -183,6 +176,13 @@ std::vector<int> numbers_of(std::string_view text) {
 }
 
 }  // namespace
+
+std::optional<int> whole_number(const text_number& edge, int most) {
+  if (!edge.is_number || edge.value < 0 || edge.value > most ||
+      edge.value != std::floor(edge.value))
+    return std::nullopt;
+  return static_cast<int>(edge.value);
+}
 
 std::vector<seen_button> foreseen_buttons(const disc_description& d, const disc_menu& menu) {
   std::vector<seen_button> all(menu.buttons.size());

@@ -13,6 +13,7 @@
 #include "formats/subpicture.h"
 #include "platform/result.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +24,9 @@ struct seen_button {
   std::string highlighted, selected;  ///< its colours
   std::string drawn;                  ///< while it is highlighted
 };
+
+/// An edge or a thickness, if it is a whole number from 0 to `most`.
+std::optional<int> whole_number(const text_number& edge, int most);
 
 /// As a run draws them (authoring/menu_overlays.h), one for each button of the menu. Not known of a
 /// state in which any button of the menu is a bitmap, of buttons that touch another one, and of

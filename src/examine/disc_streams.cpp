@@ -52,11 +52,6 @@ struct disc_stream_reader::reading {
 };
 
 /// Sectors of VOBs that belong to one chain.
-struct disc_stream_reader::stretch {
-  std::uint32_t first = 0, last = 0;
-  reading* of = nullptr;
-};
-
 disc_stream_reader::disc_stream_reader(const disc_contents& disc) {
   const auto vobs_of = [&](int titleset, bool menus) -> const disc_vobs* {
     const auto found = std::find_if(disc.vobs.begin(), disc.vobs.end(), [&](const disc_vobs& vobs) {
@@ -87,21 +82,19 @@ disc_stream_reader::reading* disc_stream_reader::add(const disc_chain& chain,
   reading& r = *readings_.back();
   r.chain = chain.tables.get();
   r.vobs = &vobs;
-  std::vector<stretch>& all = stretches_[&vobs];
+  std::map<std::uint32_t, stretch>& all = stretches_[&vobs];
   std::uint64_t end = 0;
   for (const cell_playback& cell : chain.tables->cells) {
     if (cell.last_sector < cell.first_sector)
       continue;
     r.streams.in_order = r.streams.in_order && cell.first_sector >= end;
     end = std::uint64_t{cell.last_sector} + 1;
-    const auto next = std::lower_bound(
-        all.begin(), all.end(), cell.first_sector,
-        [](const stretch& one, std::uint32_t sector) { return one.last < sector; });
-    if (next != all.end() && next->first <= cell.last_sector) {
+    const auto next = all.lower_bound(cell.first_sector);
+    if (next != all.end() && next->second.first <= cell.last_sector) {
       r.streams.shared = true;
       continue;
     }
-    all.insert(next, {cell.first_sector, cell.last_sector, &r});
+    all.emplace_hint(next, cell.last_sector, stretch{cell.first_sector, &r});
     r.sectors += std::uint64_t{cell.last_sector} - cell.first_sector + 1;
   }
   return &r;
@@ -195,19 +188,18 @@ void disc_stream_reader::feed(const disc_vobs& vobs, std::uint32_t first_sector,
   const std::uint64_t end = first_sector + bytes.size() / disc_sector_size;
   if (all == stretches_.end())
     return;
-  auto next =
-      std::lower_bound(all->second.begin(), all->second.end(), first_sector,
-                       [](const stretch& one, std::uint32_t sector) { return one.last < sector; });
-  for (; next != all->second.end() && next->first < end; ++next) {
-    const std::uint64_t from = std::max(next->first, first_sector);
-    const std::uint64_t to = std::min<std::uint64_t>(std::uint64_t{next->last} + 1, end);
-    take(*next->of,
+  for (auto next = all->second.lower_bound(first_sector);
+       next != all->second.end() && next->second.first < end; ++next) {
+    const stretch& here = next->second;
+    const std::uint64_t from = std::max(here.first, first_sector);
+    const std::uint64_t to = std::min<std::uint64_t>(std::uint64_t{next->first} + 1, end);
+    take(*here.of,
          bytes.subspan((from - first_sector) * disc_sector_size, (to - from) * disc_sector_size));
     const std::vector<std::uint8_t>& packs = packs_[&vobs];
-    for (std::uint64_t sector = from; next->of->wants_subtitles && sector < to; ++sector)
+    for (std::uint64_t sector = from; here.of->wants_subtitles && sector < to; ++sector)
       if (sector < packs.size() && packs[sector] >= first_subpicture &&
           packs[sector] <= last_subpicture)
-        take_subtitles(*next->of,
+        take_subtitles(*here.of,
                        bytes.subspan((sector - first_sector) * disc_sector_size, disc_sector_size));
   }
 }

@@ -78,7 +78,10 @@ class disc_stream_reader {
 
  private:
   struct reading;
-  struct stretch;
+  struct stretch {
+    std::uint32_t first = 0;  ///< sector
+    reading* of = nullptr;
+  };
   reading* add(const disc_chain& chain, const disc_vobs& vobs);
   static void take(reading& r, std::span<const std::uint8_t> bytes);
   static void take_head(reading& r, std::span<const std::uint8_t> bytes);
@@ -91,7 +94,8 @@ class disc_stream_reader {
   std::uint64_t shown_bytes(const reading& r) const;
 
   std::vector<std::unique_ptr<reading>> readings_;
-  std::map<const disc_vobs*, std::vector<stretch>> stretches_;  // by sector, none twice
+  /// By their last sector; no sector is in two.
+  std::map<const disc_vobs*, std::map<std::uint32_t, stretch>> stretches_;
   /// Of each sector that was read, the stream of its pack (pack_headers.h).
   std::map<const disc_vobs*, std::vector<std::uint8_t>> packs_;
 };

@@ -336,12 +336,14 @@ class foreseeing {
   }
 
   void say_edges(const finding_item& item, const disc_button& b) {
+    constexpr int most_edge = 1023;  // that a disc's tables hold
     std::array<int, 4> edges{};
     std::size_t i = 0;
     for (const text_number* one : {&b.x0, &b.y0, &b.x1, &b.y1}) {
-      if (!one->is_number || one->value != static_cast<int>(one->value))
+      const auto edge = whole_number(*one, most_edge);
+      if (!edge)
         return;
-      edges[i++] = static_cast<int>(one->value);
+      edges[i++] = *edge;
     }
     said_.say(item, trait_kind::edges,
               std::to_string(edges[0]) + "," + std::to_string(edges[1]) + " to " +

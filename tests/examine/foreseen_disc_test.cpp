@@ -223,8 +223,10 @@ TEST_F(ForeseenDisc, OtherPathsOfXmlAreNotForeseen) {
 TEST_F(ForeseenDisc, ButtonsStandWhereTheyWerePlaced) {
   EXPECT_EQ(said(menu_item(1), kind::buttons), "1");
   EXPECT_EQ(said(menu_item(1, part::button, 1), kind::edges), "10,20 to 109,59");
-  d_.menus[0].buttons[0].x0 = number_of("10.5");
-  EXPECT_EQ(said(menu_item(1, part::button, 1), kind::edges), "(nothing)");
+  for (const char* const none : {"10.5", "-10", "99999999999", "1e300"}) {
+    d_.menus[0].buttons[0].x0 = number_of(none);
+    EXPECT_EQ(said(menu_item(1, part::button, 1), kind::edges), "(nothing)") << none;
+  }
   EXPECT_EQ(said(menu_item(1), kind::stays), "for ever");
   d_.menus[0].loop = true;
   EXPECT_EQ(said(menu_item(1), kind::stays), "5 s");

@@ -88,9 +88,12 @@ std::vector<finding> look_at_disc(const shared_foreseen_run& foreseen, bool all_
   while (look.step(slice_milliseconds)) {
   }
   print_findings(look.findings(), print);
-  if (count_of(look.findings(), finding_severity::error) == 0)
-    print("INFO: the disc is as it should be: " + std::to_string(look.bytes_read()) +
-          " bytes were read");
+  const auto none = [&look](finding_severity of) { return count_of(look.findings(), of) == 0; };
+  if (none(finding_severity::error))
+    print(std::string("INFO: the disc is ") +
+          (none(finding_severity::warning) ? "as it should be: "
+                                           : "complete, with these warnings: ") +
+          std::to_string(look.bytes_read()) + " bytes were read");
   return look.findings();
 }
 
