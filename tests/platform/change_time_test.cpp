@@ -7,6 +7,8 @@
 
 #include <chrono>
 #include <filesystem>
+#include <fstream>
+#include <string>
 #include <thread>
 
 namespace corvane {
@@ -47,6 +49,19 @@ TEST_F(ChangeTime, GoesOnWithWritingAndMarking) {
   EXPECT_TRUE(is_later_than_mark(file));
   mark();
   EXPECT_FALSE(is_later_than_mark(file));
+}
+
+// Its machine's clock may be finer than the disk's, or another one.
+TEST_F(ChangeTime, OfWhatIsMarkedIsByTheClockByWhichOthersAre) {
+  for (int i = 0; i < 30; ++i) {
+    const std::string after = folder_.path("after" + std::to_string(i));
+    std::ofstream file(path_of(after), std::ios::binary);
+    wait_a_little();
+    EXPECT_FALSE(mark_changed(mark_));
+    file << "bytes" << std::flush;
+    EXPECT_LE(changed_at(mark_), changed_at(after))
+        << "what somebody wrote after the sign of life would be the run's";
+  }
 }
 
 TEST_F(ChangeTime, OfAFolderGoesOnWithWhatIsPutThere) {

@@ -35,14 +35,23 @@ std::optional<std::int64_t> changed_at(std::string_view native) {
       {found.CreationTime.QuadPart, found.LastWriteTime.QuadPart, found.ChangeTime.QuadPart});
 }
 
+// The time of its bytes is this machine's, which another machine's disk need not share and which is
+// finer than a disk's: so it is moved on by a tick alone, and the file system notes by its own
+// clock when that was done. FAT, which does not, is given the time of now.
 failure mark_changed(std::string_view native) {
-  const HANDLE file = open_attributes(native, FILE_WRITE_ATTRIBUTES);
+  const HANDLE file = open_attributes(native, FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES);
   if (file == INVALID_HANDLE_VALUE)
     return last_failure();
-  FILETIME now{};
-  ::GetSystemTimeAsFileTime(&now);
+  FILE_BASIC_INFO found{};
+  FILETIME time{};
+  ::GetSystemTimeAsFileTime(&time);
+  if (::GetFileInformationByHandleEx(file, FileBasicInfo, &found, sizeof found) != 0 &&
+      found.ChangeTime.QuadPart != 0) {
+    const LONGLONG next = found.LastWriteTime.QuadPart + 1;
+    time = {static_cast<DWORD>(next & 0xFFFFFFFF), static_cast<DWORD>(next >> 32)};
+  }
   const failure why =
-      ::SetFileTime(file, nullptr, nullptr, &now) != 0 ? std::nullopt : last_failure();
+      ::SetFileTime(file, nullptr, nullptr, &time) != 0 ? std::nullopt : last_failure();
   ::CloseHandle(file);
   return why;
 }

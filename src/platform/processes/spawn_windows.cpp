@@ -148,6 +148,24 @@ program_end not_started(DWORD error) {
   return {program_end::kind::not_started, error, message_of(error)};
 }
 
+/// Makes the process. Once in thousands of times, on a machine full of work, it dies before its
+/// first instruction (seen under Wine), which is told as an internal error: nothing of the program
+/// has run, so it is tried again.
+bool create_process(const std::vector<std::string>& words, STARTUPINFOEXW& how,
+                    PROCESS_INFORMATION& info) {
+  constexpr int most_tries = 4;
+  for (int tries = 1;; ++tries) {
+    std::wstring line = command_line_of(words);  // which the call may write into
+    if (::CreateProcessW(path_of(words[0]).c_str(), line.data(), nullptr, nullptr, TRUE,
+                         EXTENDED_STARTUPINFO_PRESENT, nullptr, nullptr, &how.StartupInfo,
+                         &info) != 0)
+      return true;
+    if (::GetLastError() != ERROR_INTERNAL_ERROR || tries == most_tries)
+      return false;
+    ::Sleep(100);
+  }
+}
+
 /// Starts one program. Its handle, or a closed one and `end` told.
 handle start(const std::vector<std::string>& words, const standard_handles& files,
              program_end& end) {
@@ -160,10 +178,7 @@ handle start(const std::vector<std::string>& words, const standard_handles& file
   how.StartupInfo.hStdError = files.err;
   how.lpAttributeList = inherited.attributes();
   PROCESS_INFORMATION info{};
-  std::wstring line = command_line_of(words);
-  if (::CreateProcessW(path_of(words[0]).c_str(), line.data(), nullptr, nullptr, TRUE,
-                       EXTENDED_STARTUPINFO_PRESENT, nullptr, nullptr, &how.StartupInfo,
-                       &info) == 0) {
+  if (!create_process(words, how, info)) {
     end = not_started(::GetLastError());
     return {};
   }
