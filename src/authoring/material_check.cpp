@@ -7,17 +7,17 @@ namespace {
 
 constexpr int slice_milliseconds = 100;
 
-bool examine_whole_files(examination& e, const material_equipment& equipment) {
+look_end examine_whole_files(examination& e, const material_equipment& equipment) {
   const bool more = e.step_beginnings(slice_milliseconds);
   if ((more || e.bytes_to_read() > 0) && equipment.examine) {
-    const bool whole = equipment.examine(e);
-    while (e.step_beginnings(slice_milliseconds)) {
+    const look_end end = equipment.examine(e);
+    while (end == look_end::skipped && e.step_beginnings(slice_milliseconds)) {
     }
-    return whole;
+    return end;
   }
   while (e.step(slice_milliseconds)) {
   }
-  return true;
+  return look_end::whole;
 }
 
 }  // namespace
@@ -37,12 +37,15 @@ material_answer look_at_material(const disc_description& d, examination_around a
   if (e.facts == nullptr)
     return {};
   examination look(d, examination::depth::whole_files, *e.facts, std::move(around));
-  const bool whole = examine_whole_files(look, e);
+  const look_end end = examine_whole_files(look, e);
+  if (end == look_end::stopped)
+    return {false, true, false, true};
+  const bool unseen = end == look_end::skipped;
   const std::vector<finding> findings = look.findings();
   const findings_question question = question_about(findings);
   if (!question.findings.empty() && !ask.go_on_despite(question))
-    return {false, !whole, false};
-  return {true, !whole, count_of(findings, finding_severity::error) > 0};
+    return {false, unseen};
+  return {true, unseen, count_of(findings, finding_severity::error) > 0};
 }
 
 }  // namespace corvane

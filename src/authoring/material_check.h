@@ -11,19 +11,23 @@
 
 namespace corvane {
 
+/// How far a look at the whole files came. Skipped, only what the files' beginnings tell is known;
+/// stopped, nothing more is wanted of it.
+enum class look_end { whole, skipped, stopped };
+
 /// What of the program around it the look needs.
 struct material_equipment {
   /// What is known of files; null: material is not looked at.
   fact_store* facts = nullptr;
-  /// Has the examination done, with progress for the user. Returns false if he skipped it: then
-  /// only what the files' beginnings tell is known. Not set: it is done without a sign.
-  std::function<bool(examination&)> examine = {};
+  /// Has the examination done, with progress for the user. Not set: it is done without a sign.
+  std::function<look_end(examination&)> examine = {};
 };
 
 struct material_answer {
   bool go_on = true;                ///< false: something is wrong, and the user does not want it
   bool unseen = false;              ///< the user skipped the look at the whole files
   bool in_spite_of_errors = false;  ///< there are errors, and the user wants it all the same
+  bool stopped = false;             ///< the user stopped the look; nothing was asked
   bool operator==(const material_answer&) const = default;
 };
 

@@ -144,6 +144,8 @@ ending check_material(document& doc, const disc_description& d, const author_equ
     look.around.fonts = run.where.fonts = e.fonts();
   const material_answer answer =
       look_at_material(look.disc, std::move(look.around), e.material, doc.ask);
+  if (answer.stopped)
+    return author_result::cancelled;
   if (!answer.go_on)
     return author_result::refused;
   run.material_unseen = answer.unseen;

@@ -82,9 +82,8 @@ std::optional<verified_disc> verify_command(document& doc, const verification_eq
   }
   if (disc.compared) {
     foreseen = foresee(doc.p, e);
-    // Only what was chosen is called for.
-    if (foreseen->image && !where.folder.empty() && file_exists(where.folder + ".iso"))
-      where.image = where.folder + ".iso";
+    if (foreseen->image)
+      where = place_with_image(disc.path);
   }
   verification look(where, foreseen);
   if (!read_whole_disc(look, e))

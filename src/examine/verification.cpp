@@ -6,12 +6,14 @@
 #include "formats/disc_files.h"
 #include "formats/disc_image.h"
 #include "platform/files/files.h"
+#include "platform/files/paths.h"
 #include "platform/files/read_buffer.h"
 
 #include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstddef>
+#include <filesystem>
 #include <future>
 #include <iterator>
 #include <map>
@@ -37,6 +39,21 @@ bool is_of_material(const std::string& rule) {
 
 disc_place place_of_disc(const std::string& path) {
   return folder_exists(path) ? disc_place{path, {}} : disc_place{{}, path};
+}
+
+disc_place place_with_image(const std::string& path) {
+  disc_place where = place_of_disc(path);
+  if (where.folder.empty())
+    return where;
+  std::filesystem::path folder = path_of(path);
+  if (!folder.has_filename())  // "film/"
+    folder = folder.parent_path();
+  if (folder.filename() == "VIDEO_TS")
+    folder = folder.parent_path();
+  const std::string image = text_of(folder) + ".iso";
+  if (file_exists(image))
+    where.image = image;
+  return where;
 }
 
 struct verification::state {

@@ -86,7 +86,8 @@ TEST(AuthorArguments, ALookAtADiscDoesNotGoWithWhatARunIsTold) {
   EXPECT_EQ(why({"--verify", "", "disc"}), "PROJECT.cvp is missing");
   EXPECT_EQ(why({"--verify", "a", "b", "c"}), "\"c\" is one path too many");
   EXPECT_EQ(why({"--verify", "--check", "a"}), "--check and --verify exclude each other");
-  for (const char* const option : {"--prepare", "--replace", "--cleanup", "--force", "--iso"})
+  for (const char* const option :
+       {"--prepare", "--replace", "--cleanup", "--force", "--skip-look", "--iso"})
     EXPECT_EQ(why({"--verify", option, "a"}), "--verify authors nothing and goes with --json only");
 }
 
@@ -98,7 +99,8 @@ TEST(AuthorArguments, ACheckDoesNotGoWithWhatARunIsTold) {
   EXPECT_EQ(why({"--check", "a.cvp", ""}), "OUTPUT-FOLDER is missing");
   EXPECT_EQ(why({"--check", "a.cvp", "out", "b"}), "\"b\" is one path too many");
   EXPECT_EQ(why({"--json", "a.cvp", "out"}), "--json goes with --check and --verify");
-  for (const char* option : {"--prepare", "--replace", "--cleanup", "--iso", "--no-iso"})
+  for (const char* option :
+       {"--prepare", "--replace", "--cleanup", "--skip-look", "--iso", "--no-iso"})
     EXPECT_EQ(why({"--check", option, "a.cvp"}),
               "--check authors nothing and goes with --json only");
 }

@@ -16,6 +16,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 using testing_support::AuthorProgram;
+using testing_support::small_sound;
 using testing_support::small_video;
 
 class CheckProgram : public AuthorProgram {
@@ -186,6 +187,20 @@ TEST_F(RunOnWrongMaterial, IsRefusedBeforeAnythingIsWrittenOrRemoved) {
   EXPECT_THAT(calls(), IsEmpty());
   EXPECT_EQ(folder_.read("disc/VIDEO_TS/VIDEO_TS.IFO"), "earlier");
   EXPECT_FALSE(file_exists(app("process.bat")));
+}
+
+TEST_F(RunOnWrongMaterial, IsNotReadToItsEndIfTheLookIsSkippedWhichTheLogSays) {
+  // A stray byte far behind the beginning.
+  std::string sound;
+  while (sound.size() < 2 << 20)
+    sound += small_sound();
+  folder_.add("movie.ac3", sound + "?" + small_sound());
+  EXPECT_EQ(run({"--check", project_}), 2) << stdout_;
+  EXPECT_THAT(stdout_, HasSubstr("error: title 1, audio 1, 00:01:"));
+  EXPECT_EQ(run({"--skip-look", project_, out()}), 0) << stderr_;
+  EXPECT_THAT(stderr_, Not(HasSubstr("error: title 1, audio 1")));
+  EXPECT_THAT(folder_.read("app/CorvaneLOG.txt"),
+              HasSubstr("INFO: the files of the project were not examined before this run."));
 }
 
 TEST_F(RunOnWrongMaterial, GoesOnWithForce) {

@@ -5,8 +5,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <filesystem>
+#include <string>
+#include <thread>
+#include <vector>
 
 namespace corvane {
 namespace {
@@ -54,6 +59,26 @@ TEST_F(AuthorSignals, ARequestToEndIsObeyedLikewise) {
 TEST_F(AuthorSignals, AClosedTerminalLikewise) {
   EXPECT_EQ(interrupt(SIGHUP), 129);
   EXPECT_TRUE(wait_until([&] { return !process_runs(tool_process("mplex")); }));
+}
+
+TEST_F(AuthorSignals, CtrlCInTheLookAtTheFilesEndsTheRunBeforeAnythingIsWritten) {
+  // Takes minutes to read, and no room.
+  std::filesystem::resize_file(path_of(folder_.path("movie.m2v")), std::uintmax_t{1} << 40);
+  for (const bool prepares : {true, false}) {
+    std::vector<std::string> words{project_, out()};
+    if (prepares)
+      words.insert(words.begin(), "--prepare");
+    running_program program(start(words));
+    ASSERT_TRUE(wait_until([&] { return file_exists(app("corvane.lock")); }));
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    program.send(SIGINT);
+    EXPECT_EQ(program.wait(), 130);
+    EXPECT_THAT(program.err(), HasSubstr("stopped; nothing was written.\n"));
+    EXPECT_EQ(program.out(), "examining the project's files\n");
+    EXPECT_FALSE(file_exists(app(run_file::script)));
+    EXPECT_THAT(calls(), testing::IsEmpty());
+    std::filesystem::remove(path_of(app("corvane.lock")));
+  }
 }
 
 TEST_F(AuthorSignals, OneThatWasIgnoredAtTheStartStaysIgnored) {

@@ -259,7 +259,7 @@ TEST_F(Author, ALookThatWasSkippedIsSaidInTheLog) {
   folder.add("a.m2v", small_video());
   folder.add("a.ac3", small_sound());
   fact_store facts;
-  e.material = {&facts, [](examination&) { return false; }};
+  e.material = {&facts, [](examination&) { return look_end::skipped; }};
   expect_folder_question();
   EXPECT_EQ(author_command(doc, e, run), author_result::started);
   ASSERT_EQ(listener.starts.size(), 1u);

@@ -80,8 +80,14 @@ TEST_F(MaterialCheck, WithoutAStoreNothingIsLookedAt) {
 
 TEST_F(MaterialCheck, ALookThatIsSkippedStillTellsWhatBeginningsTell) {
   make(small_video(video_standard::pal));
-  equipment_.examine = [](examination&) { return false; };
+  equipment_.examine = [](examination&) { return look_end::skipped; };
   EXPECT_EQ(look(true), (material_answer{true, true, true}));
+}
+
+TEST_F(MaterialCheck, ALookThatIsStoppedAsksNothing) {
+  make(small_video(video_standard::pal));
+  equipment_.examine = [](examination&) { return look_end::stopped; };
+  EXPECT_EQ(look(), (material_answer{false, true, false, true}));
 }
 
 TEST_F(MaterialCheck, KnownFilesNeedNoProgress) {
@@ -91,7 +97,7 @@ TEST_F(MaterialCheck, KnownFilesNeedNoProgress) {
     ++examinations;
     while (e.step(1000)) {
     }
-    return true;
+    return look_end::whole;
   };
   EXPECT_EQ(look(), go_on_);
   EXPECT_EQ(look(), go_on_);

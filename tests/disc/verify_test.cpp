@@ -208,6 +208,21 @@ TEST_F(Verify, AMissingFolderIsTold) {
   EXPECT_THAT(empty.out, HasSubstr("disc-missing"));
 }
 
+TEST_F(Verify, ImageBesideTheFolderIsReadIfItIsThere) {
+  const std::string tables = home_.out() + "/VIDEO_TS";
+  EXPECT_EQ(console({home_.project_file(), tables}).status, 0);
+  flip(home_.image(), 3 * fs::file_size(path_of(home_.image())) / 4);
+  for (const std::string& disc : {home_.out(), home_.out() + "/", tables, tables + "/"}) {
+    const finished told = console({home_.project_file(), disc});
+    EXPECT_EQ(told.status, 2) << disc;
+    EXPECT_THAT(told.out, HasSubstr("rule: image-")) << disc;
+  }
+  // As after a run that was told to make none.
+  fs::remove(path_of(home_.image()));
+  for (const std::string& disc : {home_.out(), tables})
+    EXPECT_EQ(console({home_.project_file(), disc}).status, 0) << disc;
+}
+
 TEST_F(Verify, ACopyOfTheTablesThatDiffersIsFound) {
   flip(file("VTS_01_0.BUP"), 5000);
   EXPECT_THAT(found(), ElementsAre("disc-tables"));

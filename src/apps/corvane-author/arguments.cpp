@@ -18,6 +18,8 @@ failure take_option(author_arguments& arguments, const std::string& word) {
     arguments.replace = true;
   } else if (word == "--force") {
     arguments.force = true;
+  } else if (word == "--skip-look") {
+    arguments.skip_look = true;
   } else if (word == "--cleanup") {
     arguments.cleanup = true;
   } else if (word == "--check") {
@@ -77,7 +79,7 @@ failure why_not_together(const author_arguments& arguments) {
   if (!arguments.check && !arguments.verify)
     return std::nullopt;
   if (arguments.prepare || arguments.replace || arguments.cleanup || arguments.force ||
-      arguments.iso)
+      arguments.skip_look || arguments.iso)
     return std::string(arguments.check ? "--check" : "--verify") +
            " authors nothing and goes with --json only";
   return std::nullopt;
@@ -126,6 +128,8 @@ Options:
   --no-iso    make none (without either option the project decides)
   --replace   replace a disc that OUTPUT-FOLDER already holds
   --force     author although the project or its files have errors
+  --skip-look do not read all of the files first, only how they begin; the log
+              says so
   --cleanup   remove the files of the run when it succeeded (the log stays)
   --check     only say what is wrong with the project and its files
   --verify    only say what is wrong with a disc

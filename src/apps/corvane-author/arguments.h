@@ -15,6 +15,7 @@ struct author_arguments {
   bool prepare = false;     ///< write the files of a run and run nothing
   bool replace = false;     ///< replace an earlier disc
   bool force = false;       ///< author whatever is found in the material
+  bool skip_look = false;   ///< of the material look at the files' beginnings only
   bool cleanup = false;     ///< remove the files of the run when it succeeded
   bool check = false;       ///< examine the project and author nothing
   bool verify = false;      ///< look at a disc and author nothing

@@ -143,9 +143,18 @@ int start_and_watch(run& r) {
 
 int prepare_and_run(const author_arguments& arguments, run& r) {
   r.equipment.replace_earlier_disc = arguments.replace;
-  r.equipment.material = {&r.facts,
-                          [&r](examination& e) { return read_all_files(e, r.report_, false); }};
+  r.equipment.material = {&r.facts, [&](examination& e) {
+                            if (arguments.skip_look)
+                              return look_end::skipped;
+                            return read_all_files(e, r.report_, false) ? look_end::whole
+                                                                       : look_end::stopped;
+                          }};
   const author_result prepared = prepare_run(r.doc, r.equipment, r.prepared);
+  if (prepared == author_result::cancelled && interrupt_number() != 0) {
+    r.report_.end_progress();
+    r.report_.message("stopped; nothing was written.");
+    return 128 + interrupt_number();
+  }
   if (prepared == author_result::holds_disc)
     r.report_.message("\"" + r.prepared.where.out +
                       "\" already holds a DVD or its image.  Give --replace to replace it.");

@@ -76,8 +76,8 @@ int verify_disc(const project* p, const std::string& app, const std::string& dis
     std::optional<foreseen_run> asked = foresee(*p, app, as_json, out);
     if (!asked)
       return stopped(out);
-    if (asked->image && !where.folder.empty())
-      where.image = where.folder + ".iso";
+    if (asked->image)
+      where = place_with_image(disc);
     foreseen = std::make_shared<const foreseen_run>(std::move(*asked));
   }
   verification look(where, foreseen);

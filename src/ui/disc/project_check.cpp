@@ -203,11 +203,12 @@ material_equipment project_check::material() {
   return {&facts_, [this](examination& e) { return read_before_run(e); }};
 }
 
-bool project_check::read_before_run(examination& e) {
-  return read_with_box(main_,
-                       {"Reading the files of the project...", "&Skip",
-                        "Author without looking at the rest of the files"},
-                       e);
+look_end project_check::read_before_run(examination& e) {
+  const bool whole = read_with_box(main_,
+                                   {"Reading the files of the project...", "&Skip",
+                                    "Author without looking at the rest of the files"},
+                                   e);
+  return whole ? look_end::whole : look_end::skipped;
 }
 
 void project_check::show_progress() {

@@ -80,7 +80,7 @@ class project_check {
   void begin_look();
   void step_look();
   void step_check();
-  bool read_before_run(examination& e);
+  look_end read_before_run(examination& e);
   void take(std::vector<finding> findings, files_read read);
   void show_progress();
   void end_check();

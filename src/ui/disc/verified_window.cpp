@@ -95,10 +95,11 @@ void verify_disc(main_window& main) {
   main.run([&main](document& doc) {
     verification_equipment e{main.app(), main.material(), {}};
     e.material.examine = [&main](examination& look) {
-      return read_with_box(main,
-                           {"Reading the files of the project...", "&Skip",
-                            "Hold the disc against what is known of the files so far"},
-                           look);
+      const bool whole = read_with_box(main,
+                                       {"Reading the files of the project...", "&Skip",
+                                        "Hold the disc against what is known of the files so far"},
+                                       look);
+      return whole ? look_end::whole : look_end::skipped;
     };
     e.read = [&main](verification& look) {
       return read_with_box(main, {"Reading the disc...", "&Stop", "Read no more of the disc"},
