@@ -15,7 +15,7 @@ namespace corvane {
 /// may compare on one disk. Returns nullopt if nothing has this name.
 std::optional<std::int64_t> changed_at(std::string_view native);
 
-/// Gives a file that is there the time of now.
+/// Has the file system note that a file that is there was changed now.
 failure mark_changed(std::string_view native);
 
 }  // namespace corvane

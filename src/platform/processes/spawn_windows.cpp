@@ -150,18 +150,19 @@ program_end not_started(DWORD error) {
 
 /// Makes the process. Once in thousands of times, on a machine full of work, it dies before its
 /// first instruction (seen under Wine), which is told as an internal error: nothing of the program
-/// has run, so it is tried again.
-bool create_process(const std::vector<std::string>& words, STARTUPINFOEXW& how,
-                    PROCESS_INFORMATION& info) {
+/// has run, so it is tried again. 0, or the error.
+DWORD create_process(const std::vector<std::string>& words, STARTUPINFOEXW& how,
+                     PROCESS_INFORMATION& info) {
   constexpr int most_tries = 4;
   for (int tries = 1;; ++tries) {
     std::wstring line = command_line_of(words);  // which the call may write into
     if (::CreateProcessW(path_of(words[0]).c_str(), line.data(), nullptr, nullptr, TRUE,
                          EXTENDED_STARTUPINFO_PRESENT, nullptr, nullptr, &how.StartupInfo,
                          &info) != 0)
-      return true;
-    if (::GetLastError() != ERROR_INTERNAL_ERROR || tries == most_tries)
-      return false;
+      return 0;
+    const DWORD error = ::GetLastError();
+    if (error != ERROR_INTERNAL_ERROR || tries == most_tries)
+      return error;
     ::Sleep(100);
   }
 }
@@ -178,8 +179,8 @@ handle start(const std::vector<std::string>& words, const standard_handles& file
   how.StartupInfo.hStdError = files.err;
   how.lpAttributeList = inherited.attributes();
   PROCESS_INFORMATION info{};
-  if (!create_process(words, how, info)) {
-    end = not_started(::GetLastError());
+  if (const DWORD error = create_process(words, how, info)) {
+    end = not_started(error);
     return {};
   }
   ::CloseHandle(info.hThread);
