@@ -10,6 +10,7 @@
 #include "platform/files/files.h"
 #include "project/disc_of.h"
 #include "project/missing_tools.h"
+#include "project/moved_commands.h"
 #include "project/plain_texts.h"
 #include "runner/run_files.h"
 
@@ -63,7 +64,7 @@ looked_at_disc disc_to_look_at(const document& doc, const disc_description& d,
                                const run_paths& where) {
   const result<disc_description> asked = asked_disc(doc.p, where);
   return {asked ? *asked : d,
-          {asked ? doc.p.customxml : "", where.out, where.app, {}, doc.p.led_to}};
+          {asked ? doc.p.customxml : "", where.out, where.app, {}, noted_command_targets(doc.p)}};
 }
 
 // What cannot be authored at all is told with everything else that is known to be wrong: somebody

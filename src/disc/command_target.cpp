@@ -1,5 +1,6 @@
 #include "disc/command_target.h"
 
+#include <algorithm>
 #include <tuple>
 
 namespace corvane {
@@ -48,6 +49,15 @@ std::vector<command_target> command_targets(const disc_description& d) {
 
 bool is_before(const finding_item& a, const finding_item& b) {
   return std::tie(a.whole, a.number, a.part_number) < std::tie(b.whole, b.number, b.part_number);
+}
+
+const command_target* target_of_item(const std::vector<command_target>& targets,
+                                     const finding_item& item) {
+  const auto found = std::lower_bound(targets.begin(), targets.end(), item,
+                                      [](const command_target& target, const finding_item& wanted) {
+                                        return is_before(target.item, wanted);
+                                      });
+  return found != targets.end() && found->item == item ? &*found : nullptr;
 }
 
 }  // namespace corvane

@@ -26,4 +26,8 @@ std::vector<command_target> command_targets(const disc_description& d);
 /// The order of `command_targets`.
 bool is_before(const finding_item& a, const finding_item& b);
 
+/// The one of this item's command among `targets`, which are in that order; null if there is none.
+const command_target* target_of_item(const std::vector<command_target>& targets,
+                                     const finding_item& item);
+
 }  // namespace corvane

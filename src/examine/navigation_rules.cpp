@@ -345,11 +345,8 @@ std::vector<finding> moved_command_findings(const disc_description& d,
     return findings;
   const std::vector<command_target> now = command_targets(d);
   for (const command_target& before : led_to) {
-    const auto after = std::lower_bound(
-        now.begin(), now.end(), before,
-        [](const command_target& a, const command_target& b) { return is_before(a.item, b.item); });
-    if (after == now.end() || after->item != before.item || after->text != before.text ||
-        after->video == before.video)
+    const command_target* const after = target_of_item(now, before.item);
+    if (after == nullptr || after->text != before.text || after->video == before.video)
       continue;
     findings.push_back(finding_of(navigation_rules_table, "command-moved", before.item,
                                   "the command " + sanitized_quoted(before.text) + " led to " +

@@ -9,11 +9,17 @@
 
 #include "project/project.h"
 
+#include <vector>
+
 namespace corvane {
 
 /// To be called before titles or menus change their numbers. What is noted of a command that has
-/// the same text stays: where it led first.
+/// the same text stays: where it led first. A title that goes on with the next one always does.
 void note_command_targets(project& p);
+
+/// What is noted, for a check. With hand-edited XML nothing: it was written after titles and menus
+/// had moved, and its commands name its own.
+std::vector<command_target> noted_command_targets(const project& p);
 
 /// Menu `menu` (1-based) has been removed with its buttons; those behind it have moved up.
 void forget_removed_menu(project& p, int menu);

@@ -14,8 +14,12 @@
 namespace corvane {
 namespace {
 
+using testing::AllOf;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
 using whole = finding_item::whole_kind;
 using part = finding_item::part_kind;
 
@@ -58,6 +62,30 @@ TEST_F(MovedCommands, AreNotedWhenATitleIsRemovedOrMoved) {
   p.selected = 0;
   remove_title_command(doc);
   EXPECT_EQ(noted(), all) << "where they led first";
+}
+
+TEST_F(MovedCommands, ATitleThatGoesOnWithTheNextOneAlwaysDoes) {
+  add_files_and_title({"three.m2v", "three.ac3"});
+  p.postinfo = {"jump title 2", "jump title 3 chapter 1", "jump title 1"};
+  note_command_targets(p);
+  EXPECT_THAT(noted(), AllOf(Not(Contains(StartsWith("title 1, command"))),
+                             Contains("title 2, command: jump title 3 chapter 1 -> three.m2v"),
+                             Contains("title 3, command: jump title 1 -> one.m2v")));
+}
+
+TEST_F(MovedCommands, ThatLeadNowhereForAWhileAreStillKnown) {
+  note_command_targets(p);
+  remove_title(p, 1);
+  note_command_targets(p);
+  EXPECT_EQ(noted()[0], "disc, command: jump title 2 -> two.m2v");
+  EXPECT_EQ(noted().size(), 4u);
+}
+
+TEST_F(MovedCommands, AreNotHeldAgainstXmlThatWasWrittenAfterwards) {
+  note_command_targets(p);
+  EXPECT_EQ(noted_command_targets(p), p.led_to);
+  p.customxml = "<dvdauthor/>";
+  EXPECT_THAT(noted_command_targets(p), IsEmpty());
 }
 
 TEST_F(MovedCommands, WithAnotherTextAreNotedAnew) {

@@ -1,5 +1,7 @@
 // The question whether to author although something was found, with a real pointer and real keys.
 #include "platform/files/files.h"
+#include "platform/files/paths.h"
+#include "project/subtitle_rows.h"
 #include "ui/findings_fixture.h"
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
@@ -70,6 +72,42 @@ TEST_F(FindingsQuestion, ShowsAllErrorsAtOnceWithWhatFollowsAndWhatToDo) {
   EXPECT_TRUE(wait_until([] { return list(question).GetSelectedRow() == 11; }));
   press("Return");
   expect_nothing_came_of_it();
+}
+
+TEST_F(FindingsQuestion, GoesToTheRowsWhereTheirXmlCannotBeRead) {
+  project p;
+  add_title_to(p, real_video(), real_audio());
+  add_title_to(p, real_pal_video(), real_audio());
+  p.customxml = "<dvdauthor dest=\"/x\">\n<x>";
+  load(p);
+  press("F5");
+  ASSERT_TRUE(window_comes(question));
+  press("alt+g");
+  EXPECT_TRUE(window_goes(question));
+  EXPECT_TRUE(wait_until([this] { return window_->may_command(); }));
+  EXPECT_EQ(selection(), 1);
+  EXPECT_FALSE(ask_ui([] { return wxWindow::FindWindowByName(dialog) != nullptr; }));
+}
+
+TEST_F(FindingsQuestion, GoesToAMissingFontWithTheListThatNamesIt) {
+  project p;
+  add_title_to(p, real_video(), real_audio());
+  subtitle_settings settings = default_subtitle_settings("NTSC");
+  settings[subtitle_field::font_file] = "No such font.ttf";
+  p.subtitledata = {
+      stored_from_native(folder_.add("a.srt", "1\n00:00:00,200 --> 00:00:00,900\nfirst\n\n"))};
+  p.subtitleoptions = {subtitle_options_text({subtitle_settings_text(settings)})};
+  load(p);
+  author();
+  ASSERT_TRUE(window_comes(question));
+  press("alt+g");
+  EXPECT_TRUE(window_goes(question));
+  ASSERT_TRUE(window_comes(dialog));
+  EXPECT_THAT(shown_rows(dialog), Contains(AllOf(StartsWith("warning|title 1, subtitle 1|"),
+                                                 HasSubstr("No such font"))));
+  ASSERT_TRUE(window_comes("Subtitles"));
+  close("Subtitles");
+  EXPECT_TRUE(window_goes("Subtitles"));
 }
 
 TEST_F(FindingsQuestion, EscapeAndItsButtonCancel) {

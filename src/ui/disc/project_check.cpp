@@ -5,6 +5,7 @@
 #include "formats/sanitized.h"
 #include "project/disc_of.h"
 #include "project/messages.h"
+#include "project/moved_commands.h"
 #include "ui/disc/finding_places.h"
 #include "ui/disc/reading_box.h"
 #include "ui/main_window.h"
@@ -13,6 +14,7 @@
 #include <wx/utils.h>
 
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace corvane {
@@ -56,34 +58,37 @@ std::unique_ptr<examination> project_check::examine(examination::depth how_deep)
   return std::make_unique<examination>(
       disc_, how_deep, facts_,
       examination_around{main_.shown_project().customxml, output(), main_.app(), fonts_,
-                         main_.shown_project().led_to});
+                         noted_command_targets(main_.shown_project())});
 }
 
 void project_check::check() {
   if (main_.raise_editor())
     return;
-  bool begins = false, needs_fonts = false;
+  std::optional<disc_description> checked;
   main_.run([&](document& doc) {
-    const result<disc_description> disc = asked();
+    result<disc_description> disc = asked();
     if (is_empty(doc.p))
       say(doc, icon::exclamation, "Please add a title first: there is nothing to check yet.");
     else if (!disc)
       say(doc, icon::exclamation,
           "The hand-edited XML cannot be checked: " + sanitized(disc.error) + ".");
     else
-      begins = true;
-    needs_fonts = begins && !fonts_ && has_subtitles(*disc);
+      checked = std::move(*disc);
   });
-  if (!begins)
+  if (!checked)
     return;
-  if (needs_fonts) {
-    const wxBusyCursor busy;  // the system may list its fonts for the first time
-    fonts_ = system_fonts();
-  }
+  list_fonts(*checked);
   begin_look();
   check_ = examine(examination::depth::whole_files);
   checking_for_.Start();
   show();
+}
+
+void project_check::list_fonts(const disc_description& disc) {
+  if (fonts_ || !has_subtitles(disc))
+    return;
+  const wxBusyCursor busy;  // the system may list its fonts for the first time
+  fonts_ = system_fonts();
 }
 
 void project_check::show() {
@@ -243,26 +248,46 @@ void project_check::let_commands(bool enabled) {
     window_->let_commands(enabled);
 }
 
+// Commands and chapters of hand-edited XML are repaired in it; the editors of the rows would
+// discard it.
+finding_target project_check::place_of(const finding& f, const disc_description& examined) const {
+  using place = finding_target::place;
+  const project& p = main_.shown_project();
+  finding_target to = target_of(f, examined, disc_of(p));
+  const bool is_written_in_xml = to.where == place::title_command ||
+                                 to.where == place::first_play || to.where == place::chapters;
+  if (is_written_in_xml && !p.customxml.empty())
+    to.where = to.title > 0 ? place::title : place::none;
+  return to;
+}
+
 bool project_check::leads_somewhere(const finding& f) const {
-  return target_of(f, shown_disc(), disc_of(main_.shown_project())).where !=
-         finding_target::place::none;
+  return place_of(f, shown_disc()).where != finding_target::place::none;
 }
 
 void project_check::go_to(const finding& f) {
   if (main_.raise_editor() || !main_.may_command())
     return;
-  open_place(main_, target_of(f, shown_disc(), disc_of(main_.shown_project())));
+  open_place(main_, place_of(f, shown_disc()));
   comes_back_ = main_.has_editor();
 }
 
 bool project_check::has_place(const finding& f) const {
   const result<disc_description> disc = asked();
-  const disc_description rows = disc_of(main_.shown_project());
-  return target_of(f, disc ? *disc : rows, rows).where != finding_target::place::none;
+  return place_of(f, disc ? *disc : disc_of(main_.shown_project())).where !=
+         finding_target::place::none;
 }
 
-// The run has looked at the files, so that the look here reads hardly anything.
+// The run has looked at the files and listed the fonts, so that the look here takes hardly a moment
+// and finds the same.
 void project_check::repair(const finding& f) {
+  const result<disc_description> disc = asked();
+  // Of hand-edited XML that cannot be read nothing is found; the question was about the rows.
+  if (!disc) {
+    open_place(main_, place_of(f, disc_of(main_.shown_project())));
+    return;
+  }
+  list_fonts(*disc);
   begin_look();
   while (look_)
     step_look();
