@@ -3,10 +3,12 @@
 #include "authoring/asked_disc.h"
 #include "authoring/foreseen_run.h"
 #include "authoring/navigation_xml.h"
+#include "formats/sanitized.h"
 #include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "project/disc_of.h"
+#include "project/messages.h"
 #include "tools/finding_list.h"
 
 #include <filesystem>
@@ -30,13 +32,21 @@ std::string disc_of_file(const std::string& file) {
   return text_of(inside ? folder.parent_path() : folder);
 }
 
-/// Has the project's files read and foresees its disc.
-std::shared_ptr<const foreseen_run> foresee(const project& p, const verification_equipment& e) {
+/// Has the project's files read and foresees its disc. Returns null after it has told that the
+/// hand-edited XML cannot be read.
+std::shared_ptr<const foreseen_run> foresee(document& doc, const verification_equipment& e) {
+  const project& p = doc.p;
   run_paths where;
   where.app = e.app;
   where.out = output_folder(folder_of_custom_xml(p.customxml));
   const result<disc_description> asked = asked_disc(p, where);
-  if (asked && e.material.facts != nullptr) {
+  if (!asked) {
+    say(doc, icon::exclamation,
+        "The hand-edited XML cannot be read: " + sanitized(asked.error) +
+            ".  The disc cannot be held against it.");
+    return nullptr;
+  }
+  if (e.material.facts != nullptr) {
     examination look(*asked, examination::depth::whole_files, *e.material.facts, {});
     if (e.material.examine)
       e.material.examine(look);
@@ -81,7 +91,9 @@ std::optional<verified_disc> verify_command(document& doc, const verification_eq
     disc.compared = said == answer::yes;
   }
   if (disc.compared) {
-    foreseen = foresee(doc.p, e);
+    foreseen = foresee(doc, e);
+    if (!foreseen)
+      return std::nullopt;
     if (foreseen->image)
       where = place_with_image(disc.path);
   }

@@ -5,6 +5,7 @@
 #include "examine/found_disc.h"
 #include "formats/disc_files.h"
 #include "formats/disc_image.h"
+#include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "platform/files/read_buffer.h"
@@ -48,7 +49,7 @@ disc_place place_with_image(const std::string& path) {
   std::filesystem::path folder = path_of(path);
   if (!folder.has_filename())  // "film/"
     folder = folder.parent_path();
-  if (folder.filename() == "VIDEO_TS")
+  if (upper(text_of(folder.filename())) == "VIDEO_TS")
     folder = folder.parent_path();
   const std::string image = text_of(folder) + ".iso";
   if (file_exists(image))

@@ -108,12 +108,42 @@ TEST_F(CheckProgram, MissingFilesAreFindingsAmongTheOthers) {
   EXPECT_THAT(stderr_, HasSubstr("movie.ac3 appears to be missing")) << "before a run as ever";
 }
 
-TEST_F(CheckProgram, DiscIsVerifiedWithoutTheFilesOfItsProject) {
-  std::filesystem::remove(path_of(folder_.path("movie.ac3")));
-  EXPECT_EQ(run({"--verify", project_, out()}), 2);
-  EXPECT_EQ(stderr_, "corvane-author: \"" + folder_.path("movie.ac3") +
+TEST_F(CheckProgram, FilesWithoutWhichADiscIsVerifiedAreNamedOnceEach) {
+  project p = one_title(folder_);
+  p.subtitledata = {folder_.stored("gone.srt") + "/" + folder_.stored("gone.srt")};
+  p.subtitleoptions[0] += p.subtitleoptions[0];
+  run({"--verify", save(p, "titled.cvp"), out()});
+  EXPECT_EQ(stderr_, "corvane-author: \"" + folder_.path("gone.srt") +
                          "\" cannot be read.  What it would tell of the disc is not known.\n");
-  EXPECT_THAT(stdout_, HasSubstr("rule: image-missing\n"));
+}
+
+TEST_F(CheckProgram, ADiscOfXmlThatCannotBeReadIsNotVerified) {
+  project p = one_title(folder_);
+  p.customxml = "<dvdauthor dest=\"x\">\r\n<vmgm>";
+  EXPECT_EQ(run({"--verify", save(p, "edited.cvp"), out()}), 2);
+  EXPECT_THAT(stderr_, HasSubstr("the hand-edited XML cannot be read: "));
+  EXPECT_THAT(stderr_, HasSubstr(".  The disc was not held against it.\n"));
+  EXPECT_THAT(stdout_, IsEmpty());
+}
+
+TEST_F(CheckProgram, AProjectWithoutTitlesIsRefusedAsByARun) {
+  const std::string empty = save(project{}, "empty.cvp");
+  EXPECT_EQ(run({empty, out()}), 2);
+  const std::string said = stderr_;
+  EXPECT_EQ(said, "corvane-author: please add more titles\n");
+  EXPECT_EQ(run({"--check", empty}), 2);
+  EXPECT_EQ(stderr_, said);
+  EXPECT_THAT(stdout_, IsEmpty());
+}
+
+TEST_F(CheckProgram, ControlCharactersOfFileNamesDoNotReachTheTerminal) {
+  project p = one_title(folder_);
+  p.List11 = {folder_.stored("v\xC2\x9B"
+                             "2J.m2v") +
+              "/" + folder_.stored("movie.ac3")};
+  EXPECT_EQ(run({"--check", save(p)}), 2);
+  EXPECT_THAT(stdout_, HasSubstr("v?2J.m2v"));
+  EXPECT_THAT(stdout_, Not(HasSubstr("\xC2\x9B")));
 }
 
 TEST_F(CheckProgram, ToolsNeedNotBeInstalled) {

@@ -1,6 +1,7 @@
 // "verify disc...": its whole conversation, with discs that are none.
 #include "authoring/verify_command.h"
 
+#include "authoring/asked_disc.h"
 #include "platform/files/files.h"
 #include "support/command_test.h"
 #include "support/temporary_folder.h"
@@ -83,6 +84,20 @@ TEST_F(VerifyCommand, StoppedThereIsNothingToShow) {
   ask.expect_open(disc_question, ifo());
   verification_equipment e{folder.path("app"), {}, [](verification&) { return false; }};
   EXPECT_FALSE(verify_command(doc, e));
+}
+
+TEST_F(VerifyCommand, XmlThatCannotBeReadIsSaidAndNothingIsRead) {
+  p.List11 = {"\\a.m2v/\\a.ac3"};
+  p.List1 = {"title1:a.m2v/a.ac3"};
+  p.chapters = {"0"};
+  p.customxml = "<dvdauthor dest=\"x\">\r\n<vmgm>";
+  ask.expect_open(disc_question, ifo());
+  ask.expect(question_, answer::yes);
+  const std::string why = asked_disc(p, {folder.path("app"), "x"}).error;
+  ASSERT_FALSE(why.empty());
+  expect_refusal("The hand-edited XML cannot be read: " + why +
+                 ".  The disc cannot be held against it.");
+  EXPECT_FALSE(verify());
 }
 
 TEST_F(VerifyCommand, ItIsSavedAsText) {

@@ -1,6 +1,7 @@
 // The look at finished discs: real ones are as foreseen, damaged ones are told.
 #include "command.h"
 #include "disc/finding.h"
+#include "examine/examination.h"
 #include "examine/read_disc.h"
 #include "examine/verification.h"
 #include "formats/disc_files.h"
@@ -11,6 +12,7 @@
 #include "large_sets.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
+#include "project/disc_of.h"
 #include "project/project_file.h"
 #include "project/subtitle_rows.h"
 #include "studio.h"
@@ -23,6 +25,7 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -197,6 +200,23 @@ TEST_F(Verify, PicturesThatEndBeforeTheirStreamAreTold) {
   EXPECT_EQ(told.status, 2) << told.out;
   EXPECT_THAT(told.out, AllOf(HasSubstr("error: title 2, video: shows until: "),
                               Not(HasSubstr("error: title 1, video: shows until: "))));
+}
+
+TEST_F(Verify, WhatMissingFilesWouldTellIsNotHeldAgainstTheDisc) {
+  std::set<std::string> files;
+  for (const std::string& stored : files_of(disc_of(small_project())))
+    files.insert(native_from_stored(stored, native_style()));
+  ASSERT_FALSE(files.empty());
+  for (const std::string& file : files) {
+    fs::rename(path_of(file), path_of(file + ".away"));
+    const finished told = console({home_.project_file(), home_.out()});
+    fs::rename(path_of(file + ".away"), path_of(file));
+    EXPECT_EQ(told.status, 0) << file << "\n" << told.out;
+    const std::string line =
+        "\"" + file + "\" cannot be read.  What it would tell of the disc is not known.\n";
+    EXPECT_THAT(told.out, HasSubstr(line));
+    EXPECT_EQ(told.out.find(line), told.out.rfind(line)) << "each file is named once";
+  }
 }
 
 TEST_F(Verify, AMissingFolderIsTold) {

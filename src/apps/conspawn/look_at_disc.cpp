@@ -92,7 +92,7 @@ std::vector<finding> look_at_disc(const shared_foreseen_run& foreseen, bool all_
   if (none(finding_severity::error))
     print(std::string("INFO: the disc is ") +
           (none(finding_severity::warning) ? "as it should be: "
-                                           : "complete, with these warnings: ") +
+                                           : "complete, but look at the warnings above: ") +
           std::to_string(look.bytes_read()) + " bytes were read");
   return look.findings();
 }

@@ -45,6 +45,10 @@ int check_project(const project& p, const std::string& app, const std::string& o
     out.message("the hand-edited XML cannot be read: " + disc.error + ".");
     return not_authorable;
   }
+  if (p.List11.empty()) {  // a run refuses it with the same words
+    out.message("please add more titles");
+    return not_authorable;
+  }
   fact_store store;
   examination_around around;
   around.customxml = p.customxml;
@@ -63,7 +67,7 @@ int check_project(const project& p, const std::string& app, const std::string& o
     out.line(json_report(findings, {}, foreseen_of(p, where, &store, false).disc));
   } else {
     for (const finding& f : findings.findings())
-      out.line(text_of(f) + "\n");
+      out.line(printable(text_of(f)) + "\n");
     out.line(findings.summary());
   }
   return findings.count(finding_severity::error) > 0 ? not_authorable : disc_authored;

@@ -43,7 +43,7 @@ void console_listener::say_findings() {
   const finding_list found(end_.findings.value_or(std::vector<finding>()), files_read::whole);
   for (const finding& f : found.findings())
     if (f.severity != finding_severity::note)
-      report_.line(text_of(f) + "\n");
+      report_.line(printable(text_of(f)) + "\n");
 }
 
 }  // namespace corvane

@@ -48,8 +48,7 @@ bool console_prompts::go_on_despite(const findings_question& question) {
     return true;
   report_.message(
       "the disc would be wrong, or the run would fail; nothing was written.  Give --force to "
-      "author "
-      "anyway.");
+      "author anyway.");
   return false;
 }
 

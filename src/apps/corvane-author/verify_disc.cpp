@@ -12,6 +12,8 @@
 
 #include <memory>
 #include <optional>
+#include <set>
+#include <string>
 #include <utility>
 
 namespace corvane {
@@ -20,25 +22,29 @@ namespace {
 constexpr int disc_slice_milliseconds = 100;
 
 void say_what_is_missing(const examination& e, report& out) {
-  for (const finding& f : e.findings(examination::depth::beginnings))
-    if (f.rule == "file-missing")
+  std::set<std::string> said;
+  for (const finding& f : e.findings())
+    if ((f.rule == "file-missing" || f.rule == "subtitle-unreadable") && said.insert(f.file).second)
       out.message("\"" + f.file +
                   "\" cannot be read.  What it would tell of the disc is not known.");
 }
 
-/// What the project's disc should be, by all of its files. Returns nullopt if it was interrupted.
-std::optional<foreseen_run> foresee(const project& p, const std::string& app, bool quiet,
-                                    report& out) {
+run_paths paths_of(const project& p, const std::string& app) {
   run_paths where;
   where.app = app;
   where.out = output_folder(folder_of_custom_xml(p.customxml));
+  return where;
+}
+
+/// What the project's disc should be, by all of its files; `asked` is the disc that it asks for.
+/// Returns nullopt if it was interrupted.
+std::optional<foreseen_run> foresee(const project& p, const disc_description& asked,
+                                    const run_paths& where, bool quiet, report& out) {
   fact_store store;
-  if (const result<disc_description> disc = asked_disc(p, where)) {
-    examination e(*disc, examination::depth::whole_files, store, {});
-    if (!read_all_files(e, out, quiet))
-      return std::nullopt;
-    say_what_is_missing(e, out);
-  }
+  examination e(asked, examination::depth::whole_files, store, {});
+  if (!read_all_files(e, out, quiet))
+    return std::nullopt;
+  say_what_is_missing(e, out);
   return foreseen_of(p, where, &store, false);
 }
 
@@ -73,7 +79,14 @@ int verify_disc(const project* p, const std::string& app, const std::string& dis
   std::shared_ptr<const foreseen_run> foreseen;
   disc_place where = place_of_disc(disc);
   if (p != nullptr) {
-    std::optional<foreseen_run> asked = foresee(*p, app, as_json, out);
+    const run_paths paths = paths_of(*p, app);
+    const result<disc_description> disc_asked = asked_disc(*p, paths);
+    if (!disc_asked) {
+      out.message("the hand-edited XML cannot be read: " + disc_asked.error +
+                  ".  The disc was not held against it.");
+      return not_authorable;
+    }
+    std::optional<foreseen_run> asked = foresee(*p, *disc_asked, paths, as_json, out);
     if (!asked)
       return stopped(out);
     if (asked->image)
@@ -89,7 +102,7 @@ int verify_disc(const project* p, const std::string& app, const std::string& dis
   } else {
     out.line(disc_table(look.found(), look.foreseen()));
     for (const finding& f : findings.findings())
-      out.line(text_of(f) + "\n");
+      out.line(printable(text_of(f)) + "\n");
     out.line(findings.summary());
   }
   return findings.count(finding_severity::error) > 0 ? not_authorable : disc_authored;
