@@ -187,6 +187,7 @@ class command_reader {
       statement();
     if (reading_.fault)
       reading_.leads.clear();
+    reading_.falls_through = !leads_ || is_tangled_;
     return std::move(reading_);
   }
 
@@ -251,16 +252,19 @@ class command_reader {
     if (accept("call"))
       return call();
     if (accept("exit")) {
-      reading_.ends = true;
+      reading_.ends = leads_ = true;
       return expect(";");
     }
     if (accept("resume")) {
-      reading_.resumes = true;
+      reading_.resumes = leads_ = true;
       return expect(";");
     }
-    if (accept("break"))
+    if (accept("break")) {
+      is_tangled_ = true;
       return expect(";");
+    }
     if (accept("goto")) {
+      is_tangled_ = true;
       label();
       return expect(";");
     }
@@ -297,10 +301,14 @@ class command_reader {
     expect("(");
     condition_value(0);
     expect(")");
+    // Only where both ways lead somewhere the condition does.
+    const bool before = std::exchange(leads_, false);
     if (is_fine())
       statement();
+    const bool when_true = std::exchange(leads_, false);
     if (is_fine() && accept("else"))
       statement();
+    leads_ = before || (when_true && leads_);
   }
 
   // Leads -----------------------------------------------------------------------------------------
@@ -368,6 +376,7 @@ class command_reader {
     else
       lead = place_of_lead(false);
     expect(";");
+    leads_ = true;
     reading_.leads.push_back(std::move(lead));
   }
 
@@ -376,6 +385,7 @@ class command_reader {
     if (is_fine() && accept("resume"))
       number_up_to(65535, "cell");
     expect(";");
+    leads_ = true;
     reading_.leads.push_back(std::move(lead));
   }
 
@@ -511,6 +521,8 @@ class command_reader {
   token_reader tokens_;
   token now_;
   command_reading reading_;
+  bool leads_ = false;       // what was read so far leads somewhere, whatever registers hold
+  bool is_tangled_ = false;  // it may be left on other ways than those
   int depth_ = 0;
 };
 

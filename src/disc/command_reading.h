@@ -39,6 +39,7 @@ struct command_reading {
   std::vector<command_lead> leads;   ///< in the order of the text
   bool ends = false;                 ///< holds "exit": the disc stops
   bool resumes = false;              ///< holds "resume": back into the title
+  bool falls_through = true;         ///< may come to its end without leading anywhere
 };
 
 /// Reads commands, each with its ";" ("jump title 1;"). Any text, in time that grows with its

@@ -4,8 +4,10 @@
 #include "examine/button_looks.h"
 #include "examine/chapter_rules.h"
 #include "examine/cue_times.h"
+#include "examine/inner_stream_scan.h"
 #include "examine/measures.h"
 #include "examine/subtitle_text_rules.h"
+#include "examine/time_course.h"
 #include "formats/numbers.h"
 #include "formats/text.h"
 #include "platform/files/paths.h"
@@ -180,11 +182,26 @@ class foreseeing {
       return;
     double seconds = s.video->seconds;
     for (std::size_t i = 0; i < s.sounds.size(); ++i) {
-      if (!s.whole_sounds[i])
+      const auto ends = end_of_sound(s, i, delay);
+      if (!ends)
         return;
-      seconds = std::max(seconds, seconds_of(s.sounds[i]->length) - delay);
+      seconds = std::max(seconds, *ends);
     }
     said_.say_seconds(item, trait_kind::length, seconds);
+  }
+
+  /// From the first picture to the end of the last frame. Nullopt if it is not known.
+  static std::optional<double> end_of_sound(const streams& s, std::size_t i, double delay) {
+    if (!s.whole_sounds[i])
+      return std::nullopt;
+    const double length = seconds_of(s.sounds[i]->length);
+    if (s.inside == nullptr)
+      return length - delay;
+    const auto begins = begin_of_inner_sound(s, *s.inner_sounds[i]);
+    if (!begins)
+      return std::nullopt;
+    // Frames may be missing between two stamps.
+    return *begins + std::max(length, seconds_of_stamps(s.inner_sounds[i]->length));
   }
 
   void say_sounds(const finding_item& item, const disc_title& title, const streams& s) {
@@ -204,20 +221,28 @@ class foreseeing {
     if (!s.whole_sounds[i] || s.video == nullptr || !s.whole_video)
       return;
     const double ends = s.inside == nullptr ? seconds_of(s.sounds[i]->length) - delay
-                                            : end_of_inner_sound(s, *s.inner_sounds[i]);
+                                            : last_of_inner_sound(s, *s.inner_sounds[i]);
     if (const double until = std::min(ends, s.video->seconds); until > 0)
       said_.say_seconds(sound, trait_kind::sounds_until, until);
   }
 
-  /// In a ready file both have times of their own: from the first picture to the last stamp of the
-  /// sound. 0: not known.
-  static double end_of_inner_sound(const streams& s, const inner_stream& sound) {
-    const inner_stream& video = *s.inside->video();
+  static double seconds_of_stamps(stream_time stamps) {
+    return static_cast<double>(stamps) / stamps_a_second;
+  }
+
+  /// In a ready file both have times of their own: from the first picture to the first stamp of the
+  /// sound, below 0 if that comes before. Nullopt if it is not known.
+  static std::optional<double> begin_of_inner_sound(const streams& s, const inner_stream& sound) {
     if (!sound.first || !goes_on(*s.inside))
-      return 0;
-    const double begins =
-        (static_cast<double>(*sound.first) - static_cast<double>(*video.first)) / stamps_a_second;
-    return begins + static_cast<double>(sound.length) / stamps_a_second;
+      return std::nullopt;
+    return static_cast<double>(way_between(*s.inside->video()->first, *sound.first, stamp_turn)) /
+           stamps_a_second;
+  }
+
+  /// From the first picture to the last stamp. 0: not known.
+  static double last_of_inner_sound(const streams& s, const inner_stream& sound) {
+    const auto begins = begin_of_inner_sound(s, sound);
+    return begins ? *begins + seconds_of_stamps(sound.length) : 0;
   }
 
   /// Whether a ready file is taken as it is: navigable from its first byte, without breaks.
@@ -260,11 +285,17 @@ class foreseeing {
 
   /// Those that a ready file brings were told before the run.
   void say_breaks(const finding_item& item, const disc_title& title, const streams& s) {
-    if (s.inside == nullptr || title.streams.size() != 1)
+    if (s.inside == nullptr)
       return;
-    std::uint64_t breaks = s.inside->clock_breaks.count;
-    for (const inner_stream& one : s.inside->streams)
-      breaks += one.breaks.count;
+    std::uint64_t breaks = 0;
+    for (const std::string& stored : title.streams) {
+      const file_facts* const file = facts_of(stored);
+      if (file == nullptr || !file->program)
+        continue;
+      breaks += file->program->clock_breaks.count;
+      for (const inner_stream& one : file->program->streams)
+        breaks += one.breaks.count;
+    }
     if (breaks > 0)
       said_.say_count(item, trait_kind::breaks, breaks);
   }
@@ -406,12 +437,13 @@ class foreseeing {
       case verb::other:
         break;
     }
-    return typed_places(command.text, titleset);
+    return typed_places(command.text, titleset, titleset > 0 && from == 0);
   }
 
   /// Each place that a typed command names; which of them it leads to is the registers' matter.
-  /// Nothing where one of them is not known here.
-  std::optional<std::string> typed_places(const std::string& text, int titleset) const {
+  /// Nothing where one of them is not known here. `of_title`: the disc stops behind its end.
+  std::optional<std::string> typed_places(const std::string& text, int titleset,
+                                          bool of_title) const {
     const command_reading reading = read_commands(text + ";");
     if (reading.fault || reading.resumes || d_.jump_table)
       return std::nullopt;
@@ -422,9 +454,11 @@ class foreseeing {
         return std::nullopt;
       places.push_back(*place);
     }
-    if (reading.ends)
+    if (places.empty() && !reading.ends)
+      return std::nullopt;
+    if (reading.ends || (of_title && reading.falls_through))
       places.emplace_back("stop");
-    return places.empty() ? std::nullopt : std::optional(join(places, either_place));
+    return join(places, either_place);
   }
 
   std::optional<std::string> place_of_lead(const command_lead& lead, int titleset) const {

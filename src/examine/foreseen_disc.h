@@ -11,14 +11,15 @@
 
 namespace corvane {
 
-/// Says nothing of what is not known: of a file that has not been read, or not to its end, of
-/// commands that no editor offers, of the ways through a disc whose hand-edited XML has others than
-/// are described. `d`: the disc that the run makes (authoring/asked_disc.h); `hand_edited`: by XML
-/// that somebody edited, where a title that says nothing of what follows it has nothing there.
+/// Says nothing of what is not known: of a file that has not been read, or not to its end, of typed
+/// commands that name a place which is not described, of the ways through a disc whose hand-edited
+/// XML has others than are described. `d`: the disc that the run makes (authoring/asked_disc.h);
+/// `hand_edited`: by XML that somebody edited, where a title that says nothing of what follows it
+/// has nothing there.
 disc_traits foreseen_disc(const disc_description& d, const facts_by_path& facts, bool hand_edited);
 
-/// Says of text subtitles how many cues they will have and when, where that is sure: where each cue
-/// has an end, none is in another's time, and all are within the title. Reads their files.
+/// Says of text subtitles how many cues they will have and when, where it is sure what spumux makes
+/// of them (examine/cue_times.h). Reads their files.
 void foresee_cues(const disc_description& d, disc_traits& foreseen);
 
 /// The chapter times of each title, for foreseen_run.

@@ -1,6 +1,7 @@
 // What of a disc is foreseen, from what is asked for and from the facts of its streams.
 #include "examine/foreseen_disc.h"
 
+#include "examine/inner_stream_scan.h"
 #include "platform/files/paths.h"
 
 #include <gmock/gmock.h>
@@ -170,6 +171,20 @@ TEST_F(ForeseenDisc, CommandsLeadToPlaces) {
   EXPECT_EQ(leads("g3 = 1"), "(nothing)");
 }
 
+TEST_F(ForeseenDisc, BehindATitleWhoseTypedCommandMayNotLeadAnywhereTheDiscStops) {
+  const auto then = [&](const std::string& command) {
+    d_.titles[0].post = command_of(command);
+    return said(title_item(1), kind::then);
+  };
+  EXPECT_EQ(then("if (g3 == 2) jump title 1"), "title 1 chapter 1 or stop");
+  EXPECT_EQ(then("if (g3 == 2) jump title 1; else jump title 2"),
+            "title 1 chapter 1 or title 2 chapter 1");
+  EXPECT_EQ(then("g3 = 1; jump title 2"), "title 2 chapter 1");
+  EXPECT_EQ(then("if (g3 == 2) break; jump title 2"), "title 2 chapter 1 or stop");
+  d_.first_play = command_of("if (g3 == 2) jump title 1");
+  EXPECT_EQ(said({}, kind::first_play), "title 1 chapter 1") << "there is nothing behind it";
+}
+
 TEST_F(ForeseenDisc, WithTheJumpTableTheMenuIsComeBackTo) {
   d_.jump_table = true;
   d_.menus.push_back(d_.menus[0]);
@@ -267,12 +282,25 @@ TEST_F(ForeseenDisc, AReadyFileEndsByItsOwnStamps) {
   f.program->seconds = 19.5;
   d_.titles[0].streams = {"\\ready.vob"};
   d_.titles[0].is_multiplexed_here = false;
+  const auto length = [&](double of_video, double of_sound) {
+    f.program->streams[0].video->seconds = of_video;
+    f.program->seconds = of_video - 0.5;
+    f.program->streams[1].audio = known_sound(of_sound)->audio;
+    facts_[native("\\ready.vob")] = std::make_shared<const file_facts>(f);
+    return said(title_item(1), kind::length);
+  };
+  EXPECT_EQ(length(10, 9), "11") << "its sound begins a second late, and lacks one";
+  EXPECT_EQ(length(10, 10.5), "11.5");
+  EXPECT_EQ(length(20, 9), "20");
   const auto with = [&](const char* name) {
     facts_[native("\\ready.vob")] = std::make_shared<const file_facts>(f);
     return std::string(name) == "sound" ? said(title_item(1, part::audio, 1), kind::sounds_until)
                                         : said(title_item(1, part::video), kind::shows_until);
   };
   EXPECT_EQ(with("sound"), "11");
+  f.program->streams[0].first = stamp_turn - 45'000;
+  f.program->streams[1].first = 45'000;
+  EXPECT_EQ(with("sound"), "11") << "stamps begin again between the two";
   EXPECT_EQ(with("video"), "20");
   EXPECT_EQ(said(title_item(1), kind::breaks), "(nothing)");
   f.program->seconds = 3;
@@ -280,6 +308,11 @@ TEST_F(ForeseenDisc, AReadyFileEndsByItsOwnStamps) {
   f.program->streams[1].breaks.add({});
   EXPECT_EQ(with("sound"), "(nothing)");
   EXPECT_EQ(said(title_item(1), kind::breaks), "1");
+  EXPECT_EQ(length(10, 9), "(nothing)");
+  f.program->clock_breaks.add({});
+  facts_[native("\\ready2.vob")] = std::make_shared<const file_facts>(f);
+  d_.titles[0].streams.emplace_back("\\ready2.vob");
+  EXPECT_EQ(said(title_item(1), kind::breaks), "3") << "of all its files";
 }
 
 }  // namespace
