@@ -112,7 +112,7 @@ constexpr std::array disc_rules_table = {
          "as foreseen", "a distorted or squeezed picture, or none",
          "encode the titles alike, and for the standard of the disc", asked_and_streams},
     rule{"disc-length", severity::error, "Titles and menus are as long as their streams",
-         "as foreseen", "a title that ends too early", author_again, asked_and_streams},
+         "as foreseen", "a title that ends too early or too late", author_again, asked_and_streams},
     rule{"disc-last-picture", severity::note, "The last picture of a stream is on the disc",
          "as foreseen", "nothing: the last picture of a stream without an end code is left out",
          "nothing", "mplex 2.1.0, measured"},
@@ -441,18 +441,23 @@ class self_examiner {
         streams.head ? stream_with(*streams.head, stated.id) : nullptr;
     if (sound == nullptr)
       return;
-    const auto compare = [&](int is, int tables, const std::string& what) {
+    const auto compare = [&](int is, int tables, const char* what, const char* many) {
+      const auto text = [&](int n) {
+        return count_text(static_cast<std::uint64_t>(n), what, many);
+      };
       if (is > 0 && tables > 0 && is != tables)
-        add("disc-sound-format", item, "the sound has " + std::to_string(is) + " " + what,
-            std::to_string(tables) + " " + what + ", as the tables state");
+        add("disc-sound-format", item, "the sound has " + text(is),
+            text(tables) + ", as the tables state");
     };
     const auto frame = sound->audio ? sound->audio->first : std::nullopt;
     const int rate = frame ? frame->sample_rate : sound->lpcm ? sound->lpcm->sample_rate : 0;
     const int channels = frame ? frame->channels : sound->lpcm ? sound->lpcm->channels : 0;
-    compare(rate, said.sample_rate(), "samples a second");
-    compare(channels, said.channels, "channels");
+    compare(rate, said.sample_rate(), "sample a second", "samples a second");
+    // Of MPEG audio dvdauthor states two channels, whatever it has: nobody can mend that.
+    if (sound->kind != inner_kind::mpeg_audio)
+      compare(channels, said.channels, "channel", "channels");
     if (sound->lpcm)
-      compare(sound->lpcm->bits, 16 + 4 * said.quantization, "bits in a sample");
+      compare(sound->lpcm->bits, 16 + 4 * said.quantization, "bit in a sample", "bits in a sample");
   }
 
   void look_at_packs(const finding_item& item, const chain_streams& streams) {
@@ -481,13 +486,23 @@ class self_examiner {
       const bool is_late = one.position >= streams.shown_bytes;
       if (item.whole == whole::menu && is_late)
         break;
-      if (add_break("disc-clock", item, one, "the clock", clocks_a_second) && is_late)
-        found_.back().severity = severity::warning;
+      const bool is_told = add_break("disc-clock", item, one, "the clock", clocks_a_second);
+      if (!is_late || !is_told)
+        continue;
+      say_it_is_late(found_.back());
+      break;
     }
     for (const inner_stream& one : streams.facts.streams)
       for (const time_break& at : one.breaks.kept)
         add_break("disc-times", item_of(item, sounds, subpictures, one), at, "its time stamps",
                   stamps_a_second);
+  }
+
+  static void say_it_is_late(finding& of_clock) {
+    of_clock.severity = severity::warning;
+    of_clock.consequence = "nothing in most players; in others a stop at the end of the title";
+    of_clock.remedy =
+        "delete the cues that come after the end of the title, or correct their times";
   }
 
   /// False if it is none, or no more are told. `unit`: how many of the times make a second.

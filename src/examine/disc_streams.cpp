@@ -26,14 +26,18 @@ std::uint8_t stream_of_buttons(const disc_menu_contents& menu) {
 
 }  // namespace
 
+/// What all chains together keep of their last sectors.
+constexpr std::size_t most_last_bytes = std::size_t{64} << 20;
+
 struct disc_stream_reader::reading {
   const program_chain* chain = nullptr;
   chain_streams streams;
   program_stream_scanner scanner{inner_streams::counted};
   std::vector<std::uint8_t> head;
   bool head_looked_at = false;
-  std::uint64_t sectors = 0;       // that its cells have
+  std::uint64_t sectors = 0;       // that its cells have, and that are there
   std::vector<std::uint8_t> last;  // the bytes that end_of_pictures looks at
+  bool lacks_last = false;         // there was no room for them
   const disc_vobs* vobs = nullptr;
   bool wants_subtitles = false;
   /// The unit of each subpicture stream that is not whole yet.
@@ -95,7 +99,8 @@ disc_stream_reader::reading* disc_stream_reader::add(const disc_chain& chain,
       continue;
     }
     all.emplace_hint(next, cell.last_sector, stretch{cell.first_sector, &r});
-    r.sectors += std::uint64_t{cell.last_sector} - cell.first_sector + 1;
+    if (cell.first_sector < vobs.sectors)
+      r.sectors += std::min(end, vobs.sectors) - cell.first_sector;
   }
   return &r;
 }
@@ -123,14 +128,19 @@ void disc_stream_reader::take_head(reading& r, std::span<const std::uint8_t> byt
 
 void disc_stream_reader::take_last(reading& r, std::span<const std::uint8_t> bytes) {
   const std::uint64_t left = r.sectors - std::min(r.sectors, r.streams.sectors);
-  if (left >= sectors_of_last_pictures)
+  if (left >= sectors_of_last_pictures || r.lacks_last)
     return;
   const std::uint64_t wanted = sectors_of_last_pictures - left;
   bytes = bytes.last(std::min<std::uint64_t>(bytes.size(), wanted * disc_sector_size));
-  r.last.insert(r.last.end(), bytes.begin(), bytes.end());
-  if (left > 0)
-    return;
-  r.streams.pictures_end = end_of_pictures(r.last);
+  r.lacks_last = bytes.size() > most_last_bytes - last_bytes_;
+  if (!r.lacks_last) {
+    last_bytes_ += bytes.size();
+    r.last.insert(r.last.end(), bytes.begin(), bytes.end());
+    if (left > 0)
+      return;
+    r.streams.pictures_end = end_of_pictures(r.last);
+  }
+  last_bytes_ -= r.last.size();
   r.last = {};
 }
 
@@ -174,7 +184,8 @@ void disc_stream_reader::take_subtitles(reading& r, std::span<const std::uint8_t
 void disc_stream_reader::take_packs(const disc_vobs& vobs, std::uint32_t first_sector,
                                     std::span<const std::uint8_t> bytes) {
   std::vector<std::uint8_t>& packs = packs_[&vobs];
-  packs.resize(std::max<std::size_t>(packs.size(), vobs.sectors));
+  const std::uint64_t end = first_sector + bytes.size() / disc_sector_size;
+  packs.resize(std::max<std::size_t>(packs.size(), std::min(vobs.sectors, end)));
   for (std::size_t at = 0, sector = first_sector;
        at + disc_sector_size <= bytes.size() && sector < packs.size();
        at += disc_sector_size, ++sector)

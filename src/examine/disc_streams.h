@@ -83,9 +83,9 @@ class disc_stream_reader {
     reading* of = nullptr;
   };
   reading* add(const disc_chain& chain, const disc_vobs& vobs);
-  static void take(reading& r, std::span<const std::uint8_t> bytes);
+  void take(reading& r, std::span<const std::uint8_t> bytes);
   static void take_head(reading& r, std::span<const std::uint8_t> bytes);
-  static void take_last(reading& r, std::span<const std::uint8_t> bytes);
+  void take_last(reading& r, std::span<const std::uint8_t> bytes);
   static void take_overlay(reading& r, std::span<const std::uint8_t> bytes);
   static void take_subtitles(reading& r, std::span<const std::uint8_t> sector);
   void take_packs(const disc_vobs& vobs, std::uint32_t first_sector,
@@ -94,6 +94,7 @@ class disc_stream_reader {
   std::uint64_t shown_bytes(const reading& r) const;
 
   std::vector<std::unique_ptr<reading>> readings_;
+  std::size_t last_bytes_ = 0;  ///< that they keep of their last sectors
   /// By their last sector; no sector is in two.
   std::map<const disc_vobs*, std::map<std::uint32_t, stretch>> stretches_;
   /// Of each sector that was read, the stream of its pack (pack_headers.h).

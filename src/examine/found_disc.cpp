@@ -5,7 +5,9 @@
 #include "examine/chapter_rules.h"
 #include "examine/cue_times.h"
 #include "examine/disc_walk.h"
+#include "examine/inner_stream_scan.h"
 #include "examine/measures.h"
+#include "examine/time_course.h"
 #include "formats/numbers.h"
 
 #include <algorithm>
@@ -32,8 +34,12 @@ std::string format_of(const audio_attributes& attributes) {
   return format == "mp2" ? "MPEG audio" : std::string(format);
 }
 
+/// Below 0 if the end is before the begin. Stamps begin again at 0.
 double seconds_from(stream_time begin, stream_time end) {
-  return (static_cast<double>(end) - static_cast<double>(begin)) / stamps_a_second;
+  return static_cast<double>(way_between(begin, end, stamp_turn)) / stamps_a_second;
+}
+double seconds_of_stamps(stream_time length) {
+  return static_cast<double>(length) / stamps_a_second;
 }
 
 class saying {
@@ -98,7 +104,7 @@ class saying {
     constexpr double longest_group = 2;
     said_.say_seconds(part_of(item, part::video), trait_kind::shows_until,
                       streams->pictures_end ? seconds_from(*video->first, *streams->pictures_end)
-                                            : seconds_from(0, video->length) + longest_group);
+                                            : seconds_of_stamps(video->length) + longest_group);
   }
 
   void say_sounds(const finding_item& item, const disc_title_contents& title,
@@ -125,7 +131,7 @@ class saying {
     const inner_stream* const video = streams.facts.video();
     if (sound == nullptr || !sound->first || video == nullptr || !video->first)
       return 0;
-    return seconds_from(*video->first, *sound->first) + seconds_from(0, sound->length) +
+    return seconds_from(*video->first, *sound->first) + seconds_of_stamps(sound->length) +
            frame_of_sound;
   }
 
@@ -290,8 +296,18 @@ void foresee_chapters(const disc_title_contents& title, const std::string& asked
     return;
   disc_title as_asked;
   as_asked.chapters.push_back({asked, {}});
-  const landed_chapters landed =
-      chapters_on_disc(as_asked, {title.chain.seconds, title.chain.units});
+  landed_chapters landed = chapters_on_disc(as_asked, {title.chain.seconds, title.chain.units});
+  // What counts for dvdauthor is the end of the last picture, which the disc's tables do not tell:
+  // a chapter may be right before or behind it.
+  constexpr double about_the_end = 0.1;
+  for (const double apart : {about_the_end, -about_the_end}) {
+    if (landed.begins.size() == title.chapters.size())
+      break;
+    landed_chapters other =
+        chapters_on_disc(as_asked, {title.chain.seconds + apart, title.chain.units});
+    if (other.begins.size() == title.chapters.size())
+      landed = std::move(other);
+  }
   const finding_item item{whole::title, title.number, part::whole, 0};
   foreseen.say_count(item, trait_kind::chapters, landed.begins.size());
   for (std::size_t i = 0; i < landed.begins.size(); ++i)

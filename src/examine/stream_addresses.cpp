@@ -69,10 +69,12 @@ class address_checks {
       const std::uint64_t to = (address & back) == 0 ? std::uint64_t{unit.sector} + distance
                                                      : std::uint64_t{unit.sector} - distance;
       const std::string name = "sound stream " + std::to_string(i + 1) + " is said to go on ";
-      if (!there || to >= packs_.size()) {
+      if (!there || to >= vobs_.sectors) {
         tell(unit, sound_address, name + "outside the VOBs");
         continue;
       }
+      if (to >= packs_.size())
+        continue;
       const std::uint8_t stream = packs_[static_cast<std::size_t>(to)];
       if (stream == 0)
         continue;

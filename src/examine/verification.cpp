@@ -3,6 +3,7 @@
 #include "examine/disc_rules.h"
 #include "examine/examination.h"
 #include "examine/found_disc.h"
+#include "examine/told_before.h"
 #include "formats/disc_files.h"
 #include "formats/disc_image.h"
 #include "formats/text.h"
@@ -26,15 +27,6 @@ namespace {
 
 constexpr std::size_t slice = std::size_t{128} << 10;
 using slice_buffer = read_buffer<slice>;
-
-bool is_of_times(const std::string& rule) {
-  return rule == "disc-clock" || rule == "disc-times";
-}
-
-/// Follow from the material, whose errors were told before the run.
-bool is_of_material(const std::string& rule) {
-  return rule == "disc-picture-stated" || rule == "disc-sound-stated" || is_of_times(rule);
-}
 
 }  // namespace
 
@@ -261,15 +253,6 @@ struct verification::state {
 
   // Judging -------------------------------------------------------------------------------------
 
-  /// Whether a finding follows from what the user was told of the material and wanted all the same.
-  bool was_told_before(const finding& one) const {
-    if (one.severity != finding_severity::error)
-      return false;
-    const finding_item title{one.item.whole, one.item.number, finding_item::part_kind::whole, 0};
-    return (asked->in_spite_of_errors && is_of_material(one.rule)) ||
-           (is_of_times(one.rule) && foreseen.find(title, disc_trait_kind::breaks) != nullptr);
-  }
-
   void end() {
     done = true;
     current.clear();
@@ -289,9 +272,7 @@ struct verification::state {
         }
       for (finding& one : differences(foreseen, found, asked->in_spite_of_errors))
         findings.push_back(std::move(one));
-      for (finding& one : findings)
-        if (was_told_before(one))
-          one.severity = finding_severity::warning;
+      soften_what_was_told(findings, *asked);
     }
     sort_by_severity(findings);
   }

@@ -2,11 +2,13 @@
 #include "examine/disc_rules.h"
 
 #include "examine/found_disc.h"
+#include "examine/told_before.h"
 #include "examine/verification.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -100,6 +102,29 @@ TEST(DiscDifferences, ChaptersAreWithinAUnitOfWhereExaminationSaid) {
   EXPECT_THAT(with({}), testing::SizeIs(2));
 }
 
+TEST(DiscDifferences, AChapterRightAtTheEndMayBeThereOrNot) {
+  const auto with = [&](const std::string& asked, std::vector<double> chapters) {
+    disc_title_contents one;
+    one.number = 1;
+    one.chapters = std::move(chapters);
+    one.chain.seconds = 3.97;
+    one.chain.units = {0, 0.5, 3.5, 3.94};
+    disc_traits foreseen, found;
+    foresee_chapters(one, asked, foreseen);
+    found.say_count(title(1), kind::chapters, one.chapters.size());
+    for (std::size_t i = 0; i < one.chapters.size(); ++i)
+      found.say_seconds(title(1, part::chapter, static_cast<int>(i) + 1), kind::begins,
+                        one.chapters[i]);
+    return told(foreseen, found);
+  };
+  EXPECT_THAT(with("0,3.98", {0, 3.94}), IsEmpty()) << "the last picture goes at 4.004 s";
+  EXPECT_THAT(with("0,4.02", {0}), IsEmpty());
+  EXPECT_THAT(with("0,3.96", {0}), IsEmpty());
+  EXPECT_THAT(with("0,3.5", {0}), testing::SizeIs(2));
+  EXPECT_THAT(with("0,3.98", {0, 3.5}), testing::SizeIs(1));
+  EXPECT_THAT(with("0,4.2", {0, 3.94}), testing::SizeIs(1));
+}
+
 TEST(DiscDifferences, EachCueIsShownWhenItWasForeseen) {
   disc_traits foreseen;
   foreseen.say(title(1, part::subtitle, 2), kind::shown, "1-2 3-4.5 6-");
@@ -155,6 +180,37 @@ TEST(DiscDifferences, WhatFollowsFromMaterialThatWasWrongIsAWarning) {
   found.say_count({}, kind::titles, 1);
   EXPECT_THAT(told(foreseen, found, true),
               ElementsAre(HasSubstr("warning: title 1"), HasSubstr("error: disc: titles: 1")));
+}
+
+finding broken_times(int of_title) {
+  finding f;
+  f.rule = "disc-times";
+  f.item = title(of_title, part::audio, 1);
+  f.severity = finding_severity::error;
+  return f;
+}
+
+std::size_t errors_in(const std::vector<finding>& findings) {
+  return static_cast<std::size_t>(
+      std::ranges::count(findings, finding_severity::error, &finding::severity));
+}
+
+TEST(DiscDifferences, OnlyAsManyBreaksAreForgivenAsWereKnown) {
+  foreseen_run run;
+  run.disc.say_count(title(1), kind::breaks, 1);
+  std::vector<finding> few(2, broken_times(1)), many(80, broken_times(1)),
+      of_other(1, broken_times(2));
+  finding of_menu = broken_times(1);
+  of_menu.item.whole = whole::menu;
+  of_other.push_back(of_menu);
+  for (std::vector<finding>* const all : {&few, &many, &of_other})
+    soften_what_was_told(*all, run);
+  EXPECT_EQ(errors_in(few), 0u) << "what dvdauthor may make of one";
+  EXPECT_EQ(errors_in(many), 78u);
+  EXPECT_EQ(errors_in(of_other), 2u);
+  run.in_spite_of_errors = true;
+  soften_what_was_told(many, run);
+  EXPECT_EQ(errors_in(many), 0u);
 }
 
 /// A disc of one title, of two cells in two files of VOBs, and a menu.

@@ -88,7 +88,8 @@ struct read_streams {
   disc_contents disc;
   disc_streams streams;
 
-  read_streams(const std::string& title, const std::string& menu) {
+  /// `missing`: sectors of the title's last cell that are not there.
+  read_streams(const std::string& title, const std::string& menu, std::uint32_t missing = 0) {
     video_attributes video;
     video.coding = video.standard_code = 1;
     video.size_code = 3;
@@ -99,7 +100,7 @@ struct read_streams {
       one.chapters = {0};
       one.audio = {{audio_attributes{}, 0x80}};
       one.audio[0].attributes.channels = 2;
-      one.chain = chain_of(title);
+      one.chain = chain_of(title, missing);
       disc.titles.push_back(one);
     }
     if (!menu.empty()) {
@@ -134,10 +135,10 @@ struct read_streams {
   }
 
  private:
-  static disc_chain chain_of(const std::string& bytes) {
+  static disc_chain chain_of(const std::string& bytes, std::uint32_t missing = 0) {
     auto tables = std::make_shared<program_chain>();
     cell_playback cell;
-    cell.last_sector = static_cast<std::uint32_t>(bytes.size() / disc_sector_size - 1);
+    cell.last_sector = static_cast<std::uint32_t>(bytes.size() / disc_sector_size - 1) + missing;
     cell.vob = cell.cell = 1;
     tables->cells = {cell};
     tables->subpictures[0].present = false;
@@ -192,6 +193,31 @@ TEST(DiscStreams, RightOnesHaveNoFindings) {
 TEST(DiscStreams, PicturesAreCountedBehindTheLastStamp) {
   EXPECT_EQ(title_shows_until({{}, {}, {}, {}}), "1.84") << "from the first picture with a stamp";
   EXPECT_EQ(title_shows_until({{}, {}, {}, {0, 0, 0, false}}), "1.36");
+}
+
+constexpr finding_item first_title_sound{finding_item::whole_kind::title, 1,
+                                         finding_item::part_kind::audio, 1};
+
+TEST(DiscStreams, StampsThatBeginAgainAreOneStretch) {
+  constexpr stream_time turn = stream_time{1} << 33;
+  const auto heard = [](stream_time shift, stream_time sound_shift) {
+    return read_streams(made_streams({{shift, sound_shift}, {shift, sound_shift}}).bytes(), {})
+        .said(first_title_sound, disc_trait_kind::sounds_until);
+  };
+  // The first picture's stamp is 97,200.
+  EXPECT_EQ(heard(0, 0), "0.424");
+  EXPECT_EQ(heard(turn - 97'200, 9'000), "0.524") << "the sound begins before the turn";
+  EXPECT_EQ(heard(turn - 97'201, 7'300), "0.505") << "and behind it";
+  const stream_time last = turn - 90'000 - one_unit;
+  EXPECT_EQ(title_shows_until({{last}, {last}, {last}}), title_shows_until({{}, {}, {}}));
+}
+
+TEST(DiscStreams, CellsBehindTheEndOfTheVobsDoNotHideTheEndOfPictures) {
+  const std::string bytes = made_streams({{}, {}, {}, {}}).bytes();
+  const read_streams as_it_is(bytes, {});
+  read_streams longer(bytes, {}, 1'000);
+  EXPECT_EQ(longer.said(first_title_video, disc_trait_kind::shows_until),
+            as_it_is.said(first_title_video, disc_trait_kind::shows_until));
 }
 
 TEST(DiscStreams, PicturesThatEndLongBeforeTheSoundDoSoByTheirLastStamp) {
@@ -252,6 +278,8 @@ TEST(DiscStreams, PacksBehindTheEndOfAMenuHaveTheirOwnTime) {
               ElementsAre("warning: title 1, 00:00:00: the clock leaves out 59.5 s. "
                           "[disc-clock]"))
       << "a subtitle behind the end, which was told before";
+  const std::string second = pack_maker().pack(27'000'000ull * 90).fill().bytes;
+  EXPECT_THAT(read_streams(menu + second, {}).told(), testing::SizeIs(1)) << "said once";
   // Of another VOB, whose times are its own.
   pack_maker other;
   other.pack(27'000'000ull * 60).navigation(2, 1).fill();
@@ -315,6 +343,18 @@ TEST(DiscStreams, SoundOfOtherChannelsThanStatedIsTold) {
                           "[disc-sound-format]",
                           "warning: title 1, audio 1: the sound has 2 channels. "
                           "[disc-sound-format]"));
+}
+
+TEST(DiscStreams, ChannelsOfMpegAudioAreNotCompared) {
+  made_streams title({{}, {}});
+  title.mpeg_sound = true;
+  title.sound = mpeg_frame();
+  read_streams of_six(title.bytes(), {});
+  disc_audio_stream& stated = of_six.disc.titles[0].audio[0];
+  stated.id = 0xC0;
+  stated.attributes.coding = 2;
+  stated.attributes.channels = 6;
+  EXPECT_THAT(of_six.told(), IsEmpty());
 }
 
 TEST(DiscStreams, ProportionsOtherThanStatedAreTold) {

@@ -133,6 +133,7 @@ void check_units(bytes content) {
   }
   corvane::unit_checks checks(addresses);
   corvane::disc_vobs vobs;
+  vobs.sectors = content.size();
   for (std::uint32_t i = 0; i < count; ++i) {
     const auto pack = corvane::read_navigation_pack(
         content.subspan(i * corvane::disc_sector_size, corvane::disc_sector_size));
