@@ -13,6 +13,7 @@ namespace corvane {
 namespace {
 
 constexpr double longest_title = 10.0 * 60 * 60;
+constexpr double highest_rate = 1000;
 constexpr double tolerance = 0.1;
 /// What spumux gives a cue without an end, and leaves of one that it cuts.
 constexpr double usual_length = 6;
@@ -32,6 +33,8 @@ class cue_counter {
       : all_(all), rate_(all.format == subtitle_format::microdvd ? rate : 100) {}
 
   std::vector<cue_time> times() {
+    if (!(rate_ > 0 && rate_ <= highest_rate))
+      return {};
     for (const text_cue& cue : all_.cues) {
       if (cue.begin > longest_title)
         return {};

@@ -22,8 +22,8 @@ struct cue_time {
 
 /// What spumux makes of the cues: it sorts them, cuts each where the next one begins, and leaves
 /// out one that begins when another does. Empty where that is not sure: of SSA whose cues overlap,
-/// which it lays above each other; of SAMI whose cues are out of order or have no end. `rate`:
-/// pictures a second, above 0.
+/// which it lays above each other; of SAMI whose cues are out of order or have no end; of MicroDVD
+/// at a rate that no film has. `rate`: pictures a second.
 std::vector<cue_time> cue_times_of(const subtitle_cues& all, double rate);
 
 /// "1.5-3.25 4-".

@@ -76,7 +76,7 @@ void iso_reader::check_form(const table_bytes& bytes, std::uint64_t place, const
   constexpr unsigned reserved_flags = 0x60;
   if (bytes.u8(place + 1) != 0 || bytes.u8(place + 26) != 0 || bytes.u8(place + 27) != 0 ||
       (bytes.u8(place + 25) & reserved_flags) != 0)
-    out_.tell(table, at + place, "is of a form that no disc has");
+    out_.tell(table, at + place, "has attributes, pieces or flags that a disc's files do not have");
   if (bytes.le16(place + 28) != bytes.u16(place + 30))
     out_.tell(table, at + place,
               "has another disc of its set in one order of bytes than in the other");
@@ -209,10 +209,13 @@ std::vector<known_folder> iso_reader::path_table(std::uint64_t sector, std::uint
   std::vector<known_folder> folders;
   for (std::uint64_t place = 0; place < bytes.size() && folders.size() < most_image_files;) {
     const std::uint64_t length = bytes.u8(place);
-    if (length == 0 || !bytes.holds(place, 8 + length) || bytes.u8(place + 1) != 0) {
+    if (length == 0 || !bytes.holds(place, 8 + length)) {
       out_.tell(table, sector * image_sector + place, "has an entry that does not fit into it");
       break;
     }
+    if (bytes.u8(place + 1) != 0)
+      out_.tell(table, sector * image_sector + place,
+                "has an entry with attributes, which a disc's folders do not have");
     const std::uint32_t own = high_first ? bytes.u32(place + 2) : bytes.le32(place + 2);
     const std::uint32_t above = high_first ? bytes.u16(place + 6) : bytes.le16(place + 6);
     const std::uint32_t parent =

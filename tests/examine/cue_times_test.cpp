@@ -59,6 +59,11 @@ TEST(CueTimes, WhatIsNotSureIsNotSaid) {
   EXPECT_EQ(times_of({{1, 2}, {3, 4}}, subtitle_format::sami), "1-2 3-4");
   EXPECT_EQ(times_of({{1, 2}, {1e9, 2e9}}), "") << "stamps begin again before";
   EXPECT_EQ(times_of({{1, 1200}}), "1-") << "its length does not fit";
+  subtitle_cues pictures;
+  pictures.format = subtitle_format::microdvd;
+  pictures.cues = {{1e-40, 2e-40, 1, {"text"}, {}}, {1, std::nullopt, 2, {"text"}, {}}};
+  for (const double rate : {1e40, 1e300, 0.0, -25.0})
+    EXPECT_TRUE(cue_times_of(pictures, rate).empty()) << rate;
 }
 
 }  // namespace
