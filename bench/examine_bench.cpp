@@ -51,6 +51,7 @@ auto facts_of(const std::string& path, Scanner scanner) {
   auto file = corvane::file_slices::open(path);
   if (!file)
     give_up(file.error);
+  file->read_ahead();
   for (;;) {
     const auto slice = file->next();
     if (!slice)

@@ -28,6 +28,9 @@ static_assert(plain_bytes == audio_head_bytes && plain_bytes <= file_slices::sli
 // In one call, 4 MB: whoever waits looks at a clock after each.
 constexpr int slices_a_call = 32;
 
+// What is read in a moment needs no thread that reads ahead.
+constexpr std::uint64_t worth_a_thread = std::uint64_t{4} << 20;
+
 constexpr const char* unreadable_end = "it could not be read to its end";
 
 // A kind, and what the beginning tells of it.
@@ -129,6 +132,8 @@ void file_scan::state::open(const std::string& path) {
     head.insert(head.end(), slice->begin(), slice->end());
   }
   facts.kind = told_by(head, head.size() == facts.size).kind;
+  if (facts.size - read > worth_a_thread)
+    file->read_ahead();
 }
 
 // None of the bytes at the end; nullopt, and the file counts as unreadable, if they cannot be read.

@@ -204,9 +204,12 @@ void program_stream_scan::take_clock(std::uint64_t clock) {
   if (facts.last_clock) {
     const std::int64_t step = way_between(*facts.last_clock, clock, clock_turn);
     // Most packs are short; MPEG-1's may last for seconds.
-    const double bits = 8 * static_cast<double>(at_ - pack_);
-    const double taken = mux_rate_ > 0 ? bits / static_cast<double>(mux_rate_) : 0;
-    if (step < 0 || static_cast<double>(step) > (taken + 1) * clocks_a_second)
+    const auto is_too_far = [&] {
+      const double bits = 8 * static_cast<double>(at_ - pack_);
+      const double taken = mux_rate_ > 0 ? bits / static_cast<double>(mux_rate_) : 0;
+      return static_cast<double>(step) > (taken + 1) * clocks_a_second;
+    };
+    if (step < 0 || (step > static_cast<std::int64_t>(clocks_a_second) && is_too_far()))
       facts.clock_breaks.add({at_, *facts.last_clock, clock, facts.clock_length});
     else
       facts.clock_length += static_cast<std::uint64_t>(step);

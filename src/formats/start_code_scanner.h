@@ -1,6 +1,7 @@
 // Finds the start codes of an MPEG video stream in slices of any size, as they are read.
 #pragma once
 
+#include "formats/start_code_mask.h"
 #include "formats/video_headers.h"
 
 #include <array>
@@ -41,9 +42,14 @@ class start_code_scanner {
   static constexpr std::size_t whole = 4 + header_bytes;
 
   void look(const std::uint8_t* data, std::size_t size, std::uint64_t position);
+  void look_at_kept(std::size_t size, std::uint64_t position);
+  void tell(std::uint64_t mask, const std::uint8_t* data, std::uint64_t position);
 
   start_code_sink& sink_;
-  std::array<std::uint8_t, 2 * (whole - 1)> kept_{};  // the end of what was fed, not yet looked at
+  // The end of what was fed, not yet looked at, with the beginning of what follows; of a mask's
+  // size.
+  std::array<std::uint8_t, mask_bytes + 2> kept_{};
+  static_assert(2 * (whole - 1) <= mask_bytes);
   std::size_t kept_size_ = 0;
   std::uint64_t fed_;  // the position behind it
 };
