@@ -148,7 +148,7 @@ class navigation_reader {
     disc_menu menu;
     menu.titleset = titleset_;
     const int number = ++menu_of_titleset_;
-    bool leaves = value_of(pgc, "pause") != "inf" || has(pgc, "entry");
+    bool leaves = value_of(pgc, "pause") != "inf";
     for (const std::size_t child : children(pgc)) {
       const xml_element& element = elements_[child];
       if (element.name == "button")
@@ -160,7 +160,7 @@ class navigation_reader {
       else if (element.name == "pre")
         read_menu_pre(element.text);
     }
-    disc_.has_other_paths = disc_.has_other_paths || (leaves && !menu.loop);
+    disc_.has_other_paths = disc_.has_other_paths || has(pgc, "entry") || (leaves && !menu.loop);
     disc_.menus.push_back(std::move(menu));
   }
 

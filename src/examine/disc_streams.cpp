@@ -91,7 +91,7 @@ disc_stream_reader::reading* disc_stream_reader::add(const disc_chain& chain,
   for (const cell_playback& cell : chain.tables->cells) {
     if (cell.last_sector < cell.first_sector)
       continue;
-    r.streams.in_order = r.streams.in_order && cell.first_sector >= end;
+    r.streams.in_order = r.streams.in_order && (end == 0 || cell.first_sector == end);
     end = std::uint64_t{cell.last_sector} + 1;
     const auto next = all.lower_bound(cell.first_sector);
     if (next != all.end() && next->second.first <= cell.last_sector) {

@@ -30,7 +30,7 @@ struct chain_streams {
   program_stream_facts facts;  ///< streams inside are counted, not examined
   /// Of the first bytes, where the streams inside are examined; null if they show nothing.
   std::shared_ptr<const program_stream_facts> head;
-  bool in_order = true;  ///< the cells are played in the order in which they lie
+  bool in_order = true;  ///< the cells are played as they lie, with no sector left out between them
   bool shared = false;   ///< another chain plays some of it, too: the facts lack that
   std::uint64_t sectors = 0;
   /// The time stamp up to which pictures are shown, where the last sectors tell it

@@ -148,8 +148,11 @@ class foreseeing {
     const streams& s = title_streams_[static_cast<std::size_t>(number) - 1];
     const finding_item item{whole::title, number, part::whole, 0};
     say_video(item, s);
-    say_length(item, s, title.is_multiplexed_here ? title.delay.value / 1000 : 0);
-    say_end_of_picture(item, s);
+    // Cells may leave parts out.
+    if (!d_.has_other_paths) {
+      say_length(item, s, title.is_multiplexed_here ? title.delay.value / 1000 : 0);
+      say_end_of_picture(item, s);
+    }
     say_breaks(item, title, s);
     say_chapters(item, title, s);
     if (s.known_sounds)
@@ -170,8 +173,9 @@ class foreseeing {
       said_.say(video, trait_kind::standard,
                 s.video->standard == video_standard::pal ? "PAL" : "NTSC");
     said_.say(video, trait_kind::size, size_text(shape));
-    // Square pixels and MPEG-1 are taken for 4:3.
-    said_.say(video, trait_kind::aspect, shape.mpeg2 && shape.aspect_code == 3 ? "16:9" : "4:3");
+    // Square pixels and MPEG-1 are taken for 4:3. Edited XML may state others.
+    if (!hand_edited_)
+      said_.say(video, trait_kind::aspect, shape.mpeg2 && shape.aspect_code == 3 ? "16:9" : "4:3");
     said_.say(video, trait_kind::coding, shape.mpeg2 ? "MPEG-2" : "MPEG-1");
   }
 
@@ -218,7 +222,7 @@ class foreseeing {
       return;
     if (const auto format = disc_format(s.sounds[i]->kind))
       said_.say(sound, trait_kind::format, *format);
-    if (!s.whole_sounds[i] || s.video == nullptr || !s.whole_video)
+    if (!s.whole_sounds[i] || s.video == nullptr || !s.whole_video || d_.has_other_paths)
       return;
     const double ends = s.inside == nullptr ? seconds_of(s.sounds[i]->length) - delay
                                             : last_of_inner_sound(s, *s.inner_sounds[i]);
@@ -338,7 +342,9 @@ class foreseeing {
       for (std::size_t i = 0; i < s.sounds.size(); ++i)
         say_sound(part_of(item, part::audio), s, i, 0);
     }
-    said_.say(item, trait_kind::stays, menu.loop ? "5 s" : "for ever");
+    // One that begins again may pause for any time in edited XML.
+    if (!menu.loop || !hand_edited_)
+      said_.say(item, trait_kind::stays, menu.loop ? "5 s" : "for ever");
     said_.say_count(item, trait_kind::buttons, menu.buttons.size());
     for (std::size_t i = 0; i < menu.buttons.size(); ++i) {
       const finding_item button = part_of(item, part::button, static_cast<int>(i) + 1);

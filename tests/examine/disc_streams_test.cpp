@@ -88,8 +88,10 @@ struct read_streams {
   disc_contents disc;
   disc_streams streams;
 
-  /// `missing`: sectors of the title's last cell that are not there.
-  read_streams(const std::string& title, const std::string& menu, std::uint32_t missing = 0) {
+  /// `missing`: sectors of the title's last cell that are not there. `second_cell`: where it
+  /// begins, behind a first one of six sectors; 0: there is none.
+  read_streams(const std::string& title, const std::string& menu, std::uint32_t missing = 0,
+               std::uint32_t second_cell = 0) {
     video_attributes video;
     video.coding = video.standard_code = 1;
     video.size_code = 3;
@@ -100,7 +102,7 @@ struct read_streams {
       one.chapters = {0};
       one.audio = {{audio_attributes{}, 0x80}};
       one.audio[0].attributes.channels = 2;
-      one.chain = chain_of(title, missing);
+      one.chain = chain_of(title, missing, second_cell);
       disc.titles.push_back(one);
     }
     if (!menu.empty()) {
@@ -135,12 +137,19 @@ struct read_streams {
   }
 
  private:
-  static disc_chain chain_of(const std::string& bytes, std::uint32_t missing = 0) {
+  static disc_chain chain_of(const std::string& bytes, std::uint32_t missing = 0,
+                             std::uint32_t second_cell = 0) {
     auto tables = std::make_shared<program_chain>();
     cell_playback cell;
     cell.last_sector = static_cast<std::uint32_t>(bytes.size() / disc_sector_size - 1) + missing;
     cell.vob = cell.cell = 1;
-    tables->cells = {cell};
+    if (second_cell > 0) {
+      cell_playback first = cell;
+      first.last_sector = 5;
+      tables->cells.push_back(first);
+      cell.first_sector = second_cell;
+    }
+    tables->cells.push_back(cell);
     tables->subpictures[0].present = false;
     disc_chain chain;
     chain.tables = tables;
@@ -218,6 +227,15 @@ TEST(DiscStreams, CellsBehindTheEndOfTheVobsDoNotHideTheEndOfPictures) {
   read_streams longer(bytes, {}, 1'000);
   EXPECT_EQ(longer.said(first_title_video, disc_trait_kind::shows_until),
             as_it_is.said(first_title_video, disc_trait_kind::shows_until));
+}
+
+TEST(DiscStreams, CellsThatLeaveSectorsOutHaveTimesThatTellNothing) {
+  const std::string bytes = made_streams({{}, {}, {}, {}, {}, {}}).bytes();
+  const read_streams cut(bytes, {}, 0, 9);
+  EXPECT_THAT(cut.told(), IsEmpty());
+  EXPECT_EQ(cut.said(first_title_video, disc_trait_kind::shows_until), "-");
+  const read_streams halves(bytes, {}, 0, 6);
+  EXPECT_EQ(halves.said(first_title_video, disc_trait_kind::shows_until), "2.8");
 }
 
 TEST(DiscStreams, PicturesThatEndLongBeforeTheSoundDoSoByTheirLastStamp) {

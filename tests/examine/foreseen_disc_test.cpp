@@ -228,11 +228,21 @@ TEST_F(ForeseenDisc, CommandsNameTheTitlesAndMenusOfTheirOwnTitleset) {
 }
 
 TEST_F(ForeseenDisc, OtherPathsOfXmlAreNotForeseen) {
+  EXPECT_EQ(said(title_item(1), kind::length), "20");
   d_.has_other_paths = true;
+  EXPECT_EQ(said(title_item(1), kind::length), "(nothing)") << "cells may leave parts out";
+  EXPECT_EQ(said(title_item(1, part::audio, 1), kind::sounds_until), "(nothing)");
+  EXPECT_EQ(said(title_item(1, part::audio, 1), kind::format), "AC-3");
   EXPECT_EQ(said(menu_item(1, part::button, 1), kind::leads_to), "(nothing)");
   EXPECT_EQ(said({}, kind::menus), "(nothing)");
   EXPECT_EQ(said({}, kind::titles), "2");
   EXPECT_EQ(chapters_asked(d_), (std::vector<std::string>{unknown_chapters, unknown_chapters}));
+}
+
+TEST_F(ForeseenDisc, ProportionsOfEditedXmlAreItsOwn) {
+  EXPECT_EQ(said(title_item(1, part::video), kind::aspect), "16:9");
+  EXPECT_EQ(said(title_item(1, part::video), kind::aspect, true), "(nothing)");
+  EXPECT_EQ(said(title_item(1, part::video), kind::size, true), "720x576");
 }
 
 TEST_F(ForeseenDisc, ButtonsStandWhereTheyWerePlaced) {
@@ -245,6 +255,7 @@ TEST_F(ForeseenDisc, ButtonsStandWhereTheyWerePlaced) {
   EXPECT_EQ(said(menu_item(1), kind::stays), "for ever");
   d_.menus[0].loop = true;
   EXPECT_EQ(said(menu_item(1), kind::stays), "5 s");
+  EXPECT_EQ(said(menu_item(1), kind::stays, true), "(nothing)") << "edited XML may say others";
 }
 
 TEST_F(ForeseenDisc, StreamsOfAReadyFileAreThoseInside) {

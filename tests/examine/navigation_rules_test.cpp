@@ -353,6 +353,7 @@ TEST(NavigationRules, WaysThatTheDescriptionDoesNotHoldLeaveNothingUnreachable) 
        {"<pgc>" + vob + "<post>jump title 2;</post></pgc>",
         "<pgc pause=\"inf\"><pre>jump title 2;</pre>" + vob + "</pgc>",
         "<pgc pause=\"inf\" entry=\"root\">" + vob + "</pgc>",
+        "<pgc pause=\"5\" entry=\"root\">" + vob + "<post>jump menu 1;</post></pgc>",
         std::string("<pgc pause=\"inf\"><vob file=\"a\"><cell>jump title 2;</cell></vob></pgc>")})
     EXPECT_THAT(told_about_xml(set("<menus>" + pgc + "</menus>")), IsEmpty()) << pgc;
 }
