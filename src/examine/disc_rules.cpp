@@ -389,7 +389,7 @@ class self_examiner {
     if (streams->shared)
       return;
     for (std::size_t i = 0; i < title.audio.size(); ++i)
-      look_at_sound(item, static_cast<int>(i) + 1, title.audio[i], *streams);
+      look_at_sound(item, static_cast<int>(i) + 1, title, *streams);
   }
 
   void look_at_picture(finding_item item, const video_attributes& stated,
@@ -415,22 +415,56 @@ class self_examiner {
     compare(v.shape->mpeg2 ? "MPEG-2" : "MPEG-1", stated.coding == 1 ? "MPEG-2" : "MPEG-1");
   }
 
+  /// A kind of sound, and its first stream.
+  struct stated_sound {
+    int first;
+    std::string_view name;
+  };
+  static constexpr std::array stated_sounds = {
+      stated_sound{0x80, "AC-3"}, stated_sound{0x88, "DTS"}, stated_sound{0xA0, "LPCM"},
+      stated_sound{0xC0, "MPEG audio"}};
+
   /// A ready title may lack a stream that others of its titleset have: then it has none of that
   /// number, of any kind.
-  void look_at_sound(finding_item item, int number, const disc_audio_stream& stated,
+  void look_at_sound(finding_item item, int number, const disc_title_contents& title,
                      const chain_streams& streams) {
+    const disc_audio_stream& stated = title.audio[static_cast<std::size_t>(number) - 1];
     item.part = part::audio;
     item.part_number = number;
     look_at_format(item, stated, streams);
-    const inner_kind said = stated.id >= 0xC0 ? inner_kind::mpeg_audio : inner_kind::ac3;
-    if (stated.attributes.format() != "ac3" && stated.attributes.format() != "mp2")
+    constexpr int of_a_kind = 8;
+    const auto said = std::ranges::find_if(stated_sounds, [&](const stated_sound& one) {
+      return stated.id >= one.first && stated.id < one.first + of_a_kind;
+    });
+    if (said == stated_sounds.end() || stream_with(streams.facts, stated.id) != nullptr)
       return;
-    const int index = stated.id & 7;
-    const inner_kind other = said == inner_kind::ac3 ? inner_kind::mpeg_audio : inner_kind::ac3;
-    if (streams.facts.find(said, index) == nullptr && streams.facts.find(other, index) != nullptr)
-      add("disc-sound-stated", item,
-          said == inner_kind::ac3 ? "the sound is MPEG audio" : "the sound is AC-3",
-          said == inner_kind::ac3 ? "AC-3" : "MPEG audio");
+    for (const stated_sound& other : stated_sounds) {
+      const int there = stated.id - said->first + other.first;
+      if (stream_with(streams.facts, there) == nullptr || !is_instead(title, stated.id, there))
+        continue;
+      add("disc-sound-stated", item, "the sound is " + std::string(other.name),
+          std::string(said->name));
+      return;
+    }
+  }
+
+  /// Whether this stream of the title is there for the stated one, and not beside it. dvdauthor
+  /// states the streams of all titles of a titleset for each of them: what tells is that the title,
+  /// or the titleset's first one, lacks what the other has.
+  bool is_instead(const disc_title_contents& title, int stated, int there) const {
+    if (std::ranges::find(title.audio, there, &disc_audio_stream::id) == title.audio.end())
+      return true;
+    const auto has_the_stated = [&](const disc_title_contents& one) {
+      const chain_streams* const streams =
+          one.titleset == title.titleset ? streams_.find(one.chain) : nullptr;
+      return streams != nullptr && !streams->shared &&
+             stream_with(streams->facts, stated) != nullptr &&
+             stream_with(streams->facts, there) == nullptr;
+    };
+    const auto first =
+        std::ranges::find(disc_.titles, title.titleset, &disc_title_contents::titleset);
+    return &*first == &title ? std::ranges::any_of(disc_.titles, has_the_stated)
+                             : has_the_stated(*first);
   }
 
   /// By what the stream's first frame, or packet, says of it.

@@ -31,6 +31,10 @@ std::string format_of(const audio_attributes& attributes) {
   const std::string_view format = attributes.format();
   if (format == "ac3")
     return "AC-3";
+  if (format == "lpcm")
+    return "LPCM";
+  if (format == "dts")
+    return "DTS";
   return format == "mp2" ? "MPEG audio" : std::string(format);
 }
 

@@ -26,7 +26,9 @@ namespace corvane::disc {
 namespace {
 
 using namespace std::string_literals;
+using testing::AllOf;
 using testing::ElementsAreArray;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::IsSupersetOf;
 
@@ -391,6 +393,19 @@ TEST_F(RealStreams, RunsOfReadyTitlesEndAsTheRulesSay) {
 
 TEST_F(RealStreams, TitlesTogetherHaveTheirFindings) {
   expect(titles_together());
+}
+
+/// What was told before the run is found on the disc that was wanted all the same.
+TEST_F(RealStreams, SoundOfAnotherKindThanTheTablesStateIsFoundOnTheDisc) {
+  const auto told = [&](const std::string& first, const std::string& second) {
+    const studio s;
+    return s.author(project_of({{first}, {second}}), {"--force"}).out;
+  };
+  const std::string plain = ready(), dts = ready("-c:a dca -strict -2 -b:a 768k"),
+                    lpcm = ready("-c:a pcm_dvd");
+  EXPECT_THAT(told(plain, lpcm), AllOf(HasSubstr("title 1, audio 2: the sound is AC-3"),
+                                       HasSubstr("title 2, audio 1: the sound is LPCM")));
+  EXPECT_THAT(told(dts, plain), HasSubstr("title 2, audio 1: the sound is AC-3"));
 }
 
 TEST_F(RealStreams, MenusOfOneTitlesetAreCompared) {

@@ -57,6 +57,8 @@ class made_streams {
   /// A packet of sound; a stream of private stream 1 states its own number.
   std::string sound = ac3_frame() + ac3_frame();
   bool mpeg_sound = false;
+  std::string substream;    ///< the header of another kind of private stream 1; empty: AC-3
+  bool two_sounds = false;  ///< both
 
   std::string bytes() const {
     pack_maker made;
@@ -71,8 +73,12 @@ class made_streams {
       made.fill().pack(clock + 540'000);
       if (mpeg_sound)
         made.packet(first_sound_stream, sound, shown + unit.sound_shift);
-      else
+      else if (substream.empty() || two_sounds)
         made.ac3(sound, shown + unit.sound_shift);
+      if (two_sounds)
+        made.fill().pack(clock + 600'000);
+      if (!substream.empty())
+        made.packet(private_stream_1, substream + sound, shown + unit.sound_shift);
       made.fill();
       at += one_unit;
     }
@@ -83,40 +89,45 @@ class made_streams {
   std::vector<made_disc_unit> units_;
 };
 
-/// A disc with a title and a menu of these streams; empty: none.
+/// A disc with a title, a menu and another title of these streams; empty: none.
 struct read_streams {
   disc_contents disc;
   disc_streams streams;
 
-  /// `missing`: sectors of the title's last cell that are not there. `second_cell`: where it
+  /// `missing`: sectors of the titles' last cells that are not there. `second_cell`: where a title's
   /// begins, behind a first one of six sectors; 0: there is none.
   read_streams(const std::string& title, const std::string& menu, std::uint32_t missing = 0,
-               std::uint32_t second_cell = 0) {
+               std::uint32_t second_cell = 0, const std::string& second_title = {}) {
     video_attributes video;
     video.coding = video.standard_code = 1;
     video.size_code = 3;
-    if (!title.empty()) {
+    std::size_t sector = 0;
+    for (const std::string& bytes : {title, second_title}) {
+      if (bytes.empty())
+        continue;
       disc_title_contents one;
-      one.number = one.titleset = one.number_in_titleset = 1;
+      one.number = one.number_in_titleset = static_cast<int>(disc.titles.size()) + 1;
+      one.titleset = 1;
       one.video = video;
       one.chapters = {0};
       one.audio = {{audio_attributes{}, 0x80}};
       one.audio[0].attributes.channels = 2;
-      one.chain = chain_of(title, missing, second_cell);
+      one.chain = chain_of(bytes, sector, missing, second_cell);
+      sector += bytes.size() / disc_sector_size;
       disc.titles.push_back(one);
     }
     if (!menu.empty()) {
       disc_menu_contents one;
       one.titleset = one.number = 1;
       one.video = video;
-      one.chain = chain_of(menu);
+      one.chain = chain_of(menu, 0);
       disc.menus.push_back(one);
     }
     disc.titlesets.resize(1);
-    disc.vobs.push_back(vobs_of(title, false));
+    disc.vobs.push_back(vobs_of(title + second_title, false));
     disc.vobs.push_back(vobs_of(menu, true));
     disc_stream_reader reader(disc);
-    feed(reader, disc.vobs[0], title);
+    feed(reader, disc.vobs[0], title + second_title);
     feed(reader, disc.vobs[1], menu);
     streams = reader.finish();
   }
@@ -137,11 +148,13 @@ struct read_streams {
   }
 
  private:
-  static disc_chain chain_of(const std::string& bytes, std::uint32_t missing = 0,
-                             std::uint32_t second_cell = 0) {
+  static disc_chain chain_of(const std::string& bytes, std::size_t sector,
+                             std::uint32_t missing = 0, std::uint32_t second_cell = 0) {
     auto tables = std::make_shared<program_chain>();
     cell_playback cell;
-    cell.last_sector = static_cast<std::uint32_t>(bytes.size() / disc_sector_size - 1) + missing;
+    cell.first_sector = static_cast<std::uint32_t>(sector);
+    cell.last_sector =
+        static_cast<std::uint32_t>(sector + bytes.size() / disc_sector_size - 1) + missing;
     cell.vob = cell.cell = 1;
     if (second_cell > 0) {
       cell_playback first = cell;
@@ -350,6 +363,42 @@ TEST(DiscStreams, SoundOfAnotherKindThanStatedIsTold) {
   title.sound = mpeg_frame();
   EXPECT_THAT(told_of_title(title),
               ElementsAre("error: title 1, audio 1: the sound is MPEG audio. [disc-sound-stated]"));
+}
+
+TEST(DiscStreams, LpcmOrDtsWhereAnotherKindIsStatedIsTold) {
+  made_streams lpcm({{}, {}});
+  lpcm.substream = "\xA0\x01\x00\x04\x00\x01\x80"s;
+  EXPECT_THAT(told_of_title(lpcm),
+              ElementsAre("error: title 1, audio 1: the sound is LPCM. [disc-sound-stated]"));
+  made_streams dts({{}, {}});
+  dts.substream = "\x88\x01\x00\x01"s;
+  EXPECT_THAT(told_of_title(dts),
+              ElementsAre("error: title 1, audio 1: the sound is DTS. [disc-sound-stated]"));
+  read_streams second(dts.bytes(), {});
+  second.disc.titles[0].audio[0].id = 0x81;
+  EXPECT_THAT(second.told(), IsEmpty()) << "a second stream, which the title has of no kind";
+}
+
+// dvdauthor states the streams of all titles for each: AC-3 and DTS of the same number here.
+TEST(DiscStreams, AKindBesideAnotherOneIsNotThereInItsPlace) {
+  made_streams dts({{}, {}});
+  dts.substream = "\x88\x01\x00\x01"s;
+  const std::string ac3 = made_streams({{}, {}}).bytes();
+  const auto told_of = [](const std::string& first, const std::string& second) {
+    read_streams two(first, {}, 0, 0, second);
+    for (disc_title_contents& title : two.disc.titles) {
+      title.audio = {title.audio[0], {{}, 0x88}};
+      title.audio[1].attributes.coding = 6;
+    }
+    return two.told();
+  };
+  EXPECT_THAT(told_of(ac3, dts.bytes()),
+              ElementsAre("error: title 1, audio 2: the sound is AC-3. [disc-sound-stated]",
+                          "error: title 2, audio 1: the sound is DTS. [disc-sound-stated]"));
+  made_streams both = dts;
+  both.two_sounds = true;
+  EXPECT_THAT(told_of(both.bytes(), ac3), IsEmpty());
+  EXPECT_THAT(told_of(ac3, both.bytes()), IsEmpty());
 }
 
 TEST(DiscStreams, SoundOfOtherChannelsThanStatedIsTold) {
