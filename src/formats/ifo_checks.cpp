@@ -165,13 +165,22 @@ void check_chapters(ifo_reader& reader, const titleset& set) {
   }
 }
 
+// A chain that plays a part twice, or parts in another order than they lie there, goes back.
+bool goes_on(const chain_entry& entry) {
+  if (!entry.chain)
+    return true;
+  return std::ranges::is_sorted(entry.chain->cells, {}, &cell_playback::first_sector);
+}
+
 void check_time_maps(ifo_reader& reader, const titleset& set, const chain_checks& checks) {
   if (set.time_maps.size() > set.chains.size())
     reader.tell("VTS_TMAPT", place_of_table(reader, 0xD4), "has more maps than there are PGCs");
   for (std::size_t m = 0; m < set.time_maps.size(); ++m) {
     const time_map& map = set.time_maps[m];
+    const bool in_order = m >= set.chains.size() || goes_on(set.chains[m]);
     for (std::size_t i = 0; i < map.sectors.size(); ++i)
-      if (!checks.is_unit(map.sectors[i]) || (i > 0 && map.sectors[i] < map.sectors[i - 1]))
+      if (!checks.is_unit(map.sectors[i]) ||
+          (in_order && i > 0 && map.sectors[i] < map.sectors[i - 1]))
         reader.tell("VTS_TMAPT", place_of_table(reader, 0xD4),
                     "has in map " + std::to_string(m + 1) + " an entry " + std::to_string(i + 1) +
                         " that is no unit, or one behind the next");

@@ -332,6 +332,21 @@ TEST(AuthoredDisc, HandEditedXmlIsWhatIsAuthored) {
   EXPECT_THAT(texts(disc.first_play->pre), ElementsAre("JumpTT 2"));
 }
 
+// dvdauthor keeps one copy of a file, so that the title goes back on the disc.
+TEST(AuthoredDisc, ATitleMayPlayAFileTwice) {
+  const studio s;
+  project p = short_project();
+  const std::string ready = "<vob file=\"" + media("muxed-ntsc.vob") + "\"/>";
+  p.customxml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<dvdauthor dest=\"" + s.out() +
+                "\">\r\n<!-- DO NOT edit the 2 lines above -->\r\n<vmgm><fpc>jump title 1;</fpc>"
+                "</vmgm>\r\n<titleset><titles><pgc>" +
+                ready + "<vob file=\"" + s.out() + "/title1.mpg\"/>" + ready +
+                "<post>exit;</post></pgc></titles></titleset></dvdauthor>\r\n";
+  const contents disc = s.authored(p);
+  ASSERT_EQ(disc.titles.size(), 1u);
+  EXPECT_NEAR(disc.titles[0].chain.seconds, 18, 0.5);
+}
+
 TEST(AuthoredDisc, TextSubtitlesBecomeASubpictureWithItsLanguage) {
   const studio s;
   s.folder().add("work/subtitles.srt", "1\n00:00:01,000 --> 00:00:03,000\nHello\n");
