@@ -15,15 +15,39 @@ void start_code_scanner::tell(std::uint64_t mask, const std::uint8_t* data,
   }
 }
 
+// Tells of the codes that begin in the whole blocks before `end`; gives where these end.
+std::size_t start_code_scanner::look_at_blocks(const std::uint8_t* data, std::size_t end,
+                                               std::uint64_t position) {
+  std::size_t at = 0;
+  for (; end - at >= mask_bytes; at += mask_bytes)
+    if (const std::uint64_t mask = start_code_mask(data + at); mask != 0)
+      tell(mask, data + at, position + at);
+  return at;
+}
+
+#ifdef CORVANE_HAS_WIDE_MASKS
+__attribute__((target("avx2"))) std::size_t start_code_scanner::look_at_wide_blocks(
+    const std::uint8_t* data, std::size_t end, std::uint64_t position) {
+  std::size_t at = 0;
+  for (; end - at >= mask_bytes; at += mask_bytes)
+    if (const std::uint64_t mask = wide_start_code_mask(data + at); mask != 0)
+      tell(mask, data + at, position + at);
+  return at;
+}
+#else
+std::size_t start_code_scanner::look_at_wide_blocks(const std::uint8_t* data, std::size_t end,
+                                                    std::uint64_t position) {
+  return look_at_blocks(data, end, position);
+}
+#endif
+
 // Tells of the codes that begin in `data` and are whole in it.
 void start_code_scanner::look(const std::uint8_t* data, std::size_t size, std::uint64_t position) {
   if (size < whole)
     return;
   const std::size_t end = size - whole + 1;  // of where a code can begin
-  std::size_t at = 0;
-  for (; end - at >= mask_bytes; at += mask_bytes)
-    if (const std::uint64_t mask = start_code_mask(data + at); mask != 0)
-      tell(mask, data + at, position + at);
+  std::size_t at = has_wide_masks() ? look_at_wide_blocks(data, end, position)
+                                    : look_at_blocks(data, end, position);
   if (end >= mask_bytes && at < end) {
     // The last ones once more: byte for byte takes as long as many masks.
     const std::uint64_t new_ones = ~std::uint64_t{0} << (mask_bytes - (end - at));

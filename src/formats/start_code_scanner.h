@@ -42,6 +42,9 @@ class start_code_scanner {
   static constexpr std::size_t whole = 4 + header_bytes;
 
   void look(const std::uint8_t* data, std::size_t size, std::uint64_t position);
+  std::size_t look_at_blocks(const std::uint8_t* data, std::size_t end, std::uint64_t position);
+  std::size_t look_at_wide_blocks(const std::uint8_t* data, std::size_t end,
+                                  std::uint64_t position);
   void look_at_kept(std::size_t size, std::uint64_t position);
   void tell(std::uint64_t mask, const std::uint8_t* data, std::uint64_t position);
 

@@ -118,6 +118,11 @@ TEST(StartCodeScanner, AMaskIsTheSameOnEveryProcessor) {
     any |= expected;
     ASSERT_EQ(start_code_mask(bytes.data()), expected) << round;
     ASSERT_EQ(portable_start_code_mask(bytes.data()), expected) << round;
+#ifdef CORVANE_HAS_WIDE_MASKS
+    if (has_wide_masks()) {
+      ASSERT_EQ(wide_start_code_mask(bytes.data()), expected) << round;
+    }
+#endif
   }
   EXPECT_EQ(any, ~std::uint64_t{0});
 }
