@@ -25,8 +25,8 @@ struct disc_place {
 /// The place of what stands at a path: a folder, or an image.
 disc_place place_of_disc(const std::string& path);
 
-/// Likewise; with the image "film.iso" beside the folder "film" (or "film/VIDEO_TS") if it is there:
-/// the run may have been told to make none.
+/// Likewise; with the image "film.iso" beside the folder "film" (or "film/VIDEO_TS") if it is
+/// there: the run may have been told to make none.
 disc_place place_with_image(const std::string& path);
 
 class verification {

@@ -2,8 +2,10 @@
 #include "formats/ifo_reader.h"
 
 #include <algorithm>
+#include <functional>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 namespace corvane {
 
@@ -169,7 +171,9 @@ void check_chapters(ifo_reader& reader, const titleset& set) {
 bool goes_on(const chain_entry& entry) {
   if (!entry.chain)
     return true;
-  return std::ranges::is_sorted(entry.chain->cells, {}, &cell_playback::first_sector);
+  const std::vector<cell_playback>& cells = entry.chain->cells;
+  return std::ranges::adjacent_find(cells, std::ranges::greater_equal{},
+                                    &cell_playback::first_sector) == cells.end();
 }
 
 void check_time_maps(ifo_reader& reader, const titleset& set, const chain_checks& checks) {

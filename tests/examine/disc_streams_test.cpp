@@ -94,8 +94,8 @@ struct read_streams {
   disc_contents disc;
   disc_streams streams;
 
-  /// `missing`: sectors of the titles' last cells that are not there. `second_cell`: where a title's
-  /// begins, behind a first one of six sectors; 0: there is none.
+  /// `missing`: sectors of the titles' last cells that are not there. `second_cell`: where a
+  /// title's begins, behind a first one of six sectors; 0: there is none.
   read_streams(const std::string& title, const std::string& menu, std::uint32_t missing = 0,
                std::uint32_t second_cell = 0, const std::string& second_title = {}) {
     video_attributes video;

@@ -6,6 +6,7 @@
 #include "authoring/foreseen_run.h"
 #include "authoring/navigation_xml.h"
 #include "platform/processes/interrupt.h"
+#include "project/disc_of.h"
 #include "tools/finding_list.h"
 
 namespace corvane {
@@ -45,7 +46,7 @@ int check_project(const project& p, const std::string& app, const std::string& o
     out.message("the hand-edited XML cannot be read: " + disc.error + ".");
     return not_authorable;
   }
-  if (p.List11.empty()) {  // a run refuses it with the same words
+  if (disc_of(p).titles.empty()) {  // a run refuses it with the same words
     out.message("please add more titles");
     return not_authorable;
   }
