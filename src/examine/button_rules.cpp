@@ -29,7 +29,7 @@ constexpr std::size_t most_colour_pairs = 9;
 constexpr int picture_width = 720;
 
 constexpr std::string_view dvd_video_highlights =
-    "DVD Specifications for Read-Only Disc, Video Specifications: highlight information";
+    "DVD Forum, book of the DVD-Video format: highlight information";
 constexpr std::string_view spumux_measured = "spumux 0.7.2, measured";
 constexpr std::string_view move_button =
     "move the button in \"edit existing titleset menu\" (\"left position\", \"y position\", "
@@ -83,7 +83,7 @@ constexpr std::array button_rules_table = {
          "A menu's buttons have at most nine pairs of highlight and select colour",
          "at most nine pairs of a highlight and a select colour in a menu",
          "a menu whose buttons cannot be seen", "give buttons of the menu the same colours",
-         "DVD Specifications for Read-Only Disc, Video Specifications: three groups of colours; "
+         "DVD Forum, book of the DVD-Video format: three groups of colours; "
          "spumux 0.7.2, measured"},
     rule{"menu-colours-too-slow", severity::error,
          "spumux finds in time how a player can show the menu's colours",
@@ -112,12 +112,12 @@ constexpr std::array button_rules_table = {
          "no end time for the buttons of a menu that does not loop",
          "a menu whose buttons go after a time and do not come back",
          "set the end time to 0, or \"loop menu\", in \"edit existing titleset menu\"",
-         "DVD Specifications for Read-Only Disc, Video Specifications: still after the last cell"},
+         "DVD Forum, book of the DVD-Video format: still after the last cell"},
     rule{"menu-sound-ends", severity::note, "A menu with sound begins again at its end",
          "\"loop menu\" for a menu with sound",
          "a menu that is silent when its sound has been played once",
          "set \"loop menu\" in \"edit existing titleset menu\", if the sound shall go on",
-         "DVD Specifications for Read-Only Disc, Video Specifications: still after the last cell"},
+         "DVD Forum, book of the DVD-Video format: still after the last cell"},
 };
 
 /// spumux takes digits, perhaps behind blanks, and nothing else; no picture has a million pixels.

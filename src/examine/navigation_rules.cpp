@@ -59,12 +59,11 @@ constexpr std::array navigation_rules_table = {
          "choose the command anew, in \"nav cmds\" for a title or first play, in \"edit existing "
          "titleset menu\" for a button; if it is right as it is, accept it there",
          of_this_program},
-    rule{
-        "menu-too-many-commands", severity::error, "The first menu's commands fit into it",
-        "at most 128 commands in a menu, those that the jump table adds included",
-        "nothing: the run fails when everything has been multiplexed",
-        "edit menu 1 and delete buttons that jump to a title, or remove menus",
-        "DVD Specifications for Read-Only Disc, Video Specifications: program chain command table"},
+    rule{"menu-too-many-commands", severity::error, "The first menu's commands fit into it",
+         "at most 128 commands in a menu, those that the jump table adds included",
+         "nothing: the run fails when everything has been multiplexed",
+         "edit menu 1 and delete buttons that jump to a title, or remove menus",
+         "DVD Forum, book of the DVD-Video format: program chain command table"},
     rule{"title-not-reachable", severity::warning, "Something leads to each title",
          "a title that first play, a button or the end of another title leads to",
          "the title only by its number on the remote control, if the player has that",

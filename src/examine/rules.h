@@ -27,16 +27,16 @@ struct rule {
 
 // Sources of more than one family.
 inline constexpr std::string_view dvd_video_pictures =
-    "DVD Specifications for Read-Only Disc, Video Specifications: video streams";
+    "DVD Forum, book of the DVD-Video format: video streams";
 inline constexpr std::string_view dvd_video_sound =
-    "DVD Specifications for Read-Only Disc, Video Specifications: audio streams";
+    "DVD Forum, book of the DVD-Video format: audio streams";
 inline constexpr std::string_view dvd_video_tables =
-    "DVD Specifications for Read-Only Disc, Video Specifications: tables of titles and chapters, "
+    "DVD Forum, book of the DVD-Video format: tables of titles and chapters, "
     "stream attributes";
 inline constexpr std::string_view mpeg_video = "ISO/IEC 13818-2 and 11172-2 (MPEG video)";
 inline constexpr std::string_view main_profile_main_level =
-    "ISO/IEC 13818-2, main profile at main level; DVD Specifications for Read-Only Disc, Video "
-    "Specifications: video streams";
+    "ISO/IEC 13818-2, main profile at main level; DVD Forum, book of the DVD-Video format: video "
+    "streams";
 inline constexpr std::string_view sound_frames =
     "ETSI TS 102 366 (AC-3) and ISO/IEC 11172-3 (MPEG audio): frames";
 inline constexpr std::string_view asked_and_streams =
