@@ -14,7 +14,7 @@
 #include "examine/verification.h"
 #include "examine/video_facts.h"
 #include "largest_project.h"
-#include "platform/files/file_slices.h"
+#include "platform/files/file_relay.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "project/disc_of.h"
@@ -48,17 +48,13 @@ double median(std::vector<double> numbers) {
 
 template <typename Scanner>
 auto facts_of(const std::string& path, Scanner scanner) {
-  auto file = corvane::file_slices::open(path);
-  if (!file)
-    give_up(file.error);
-  file->read_ahead();
-  for (;;) {
-    const auto slice = file->next();
-    if (!slice)
-      give_up(slice.error);
-    if (slice->empty())
-      break;
-    scanner.feed(slice->data(), slice->size());
+  using corvane::file_relay;
+  auto relay = file_relay::begin(
+      path, 0, corvane::file_size(path).value_or(0),
+      [&](std::span<const std::uint8_t> bytes) { scanner.feed(bytes.data(), bytes.size()); });
+  if (!relay)
+    give_up(relay.error);
+  while ((*relay)->wait_for((*relay)->taken() + 1) == file_relay::state::going_on) {
   }
   scanner.finish();
   return scanner.facts();

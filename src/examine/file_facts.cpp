@@ -2,6 +2,7 @@
 
 #include "formats/video_headers.h"
 #include "formats/video_standard.h"
+#include "platform/files/file_relay.h"
 #include "platform/files/file_slices.h"
 
 #include <algorithm>
@@ -25,11 +26,8 @@ static_assert(head_bytes % file_slices::slice_size == 0);
 constexpr std::size_t plain_bytes = enough_for_a_header;
 static_assert(plain_bytes == audio_head_bytes && plain_bytes <= file_slices::slice_size);
 
-// In one call, 4 MB: whoever waits looks at a clock after each.
-constexpr int slices_a_call = 32;
-
-// What is read in a moment needs no thread that reads ahead.
-constexpr std::uint64_t worth_a_thread = std::uint64_t{4} << 20;
+// In one call: whoever waits looks at a clock after each.
+constexpr std::uint64_t bytes_a_call = std::uint64_t{4} << 20;
 
 constexpr const char* unreadable_end = "it could not be read to its end";
 
@@ -98,54 +96,75 @@ bool is_told_whole(file_kind kind) {
 
 }  // namespace
 
-// An open file and the scanner of its kind.
+// A file's beginning, and the scanner of its kind for all of it.
 struct file_scan::state {
-  std::optional<file_slices> file;
+  explicit state(const std::string& path);
+
+  std::string path;
   std::vector<std::uint8_t> head;
   std::uint64_t read = 0;
   file_facts facts;
   std::unique_ptr<video_scanner> video;
   std::unique_ptr<audio_scanner> audio;
   std::unique_ptr<program_stream_scanner> program;
+  std::unique_ptr<file_relay> rest;  // what is behind the head, for the scanner
 
-  void open(const std::string& path);
-  std::optional<bytes> next();
+  bool begin();
+  bool go_on();
+  bool cannot_go_on();
   void make_scanner();
   void feed(bytes slice);
   void finish();
 };
 
-void file_scan::state::open(const std::string& path) {
-  result<file_slices> opened = file_slices::open(path);
-  if (!opened) {
-    facts.why_unreadable = opened.error;
+file_scan::state::state(const std::string& path_of_file) : path(path_of_file) {
+  result<file_slices> file = file_slices::open(path);
+  if (!file) {
+    facts.why_unreadable = file.error;
     return;
   }
-  file = std::move(*opened);
   facts.size = file->size();
-  while (head.size() < head_bytes) {
-    const auto slice = next();
-    if (!slice)
-      return;
-    if (slice->empty())
-      break;
-    head.insert(head.end(), slice->begin(), slice->end());
+  auto beginning = head_of(*file, {});
+  if (!beginning) {
+    cannot_go_on();
+    return;
   }
+  head = std::move(*beginning);
+  read = head.size();
   facts.kind = told_by(head, head.size() == facts.size).kind;
-  if (facts.size - read > worth_a_thread)
-    file->read_ahead();
+  facts.whole = is_told_whole(facts.kind);
 }
 
-// None of the bytes at the end; nullopt, and the file counts as unreadable, if they cannot be read.
-std::optional<bytes> file_scan::state::next() {
-  const auto slice = file->next();
-  if (!slice) {
-    facts.kind = file_kind::unreadable;
-    facts.why_unreadable = unreadable_end;
-    return std::nullopt;
+bool file_scan::state::cannot_go_on() {
+  facts.kind = file_kind::unreadable;
+  facts.why_unreadable = unreadable_end;
+  return false;
+}
+
+bool file_scan::state::begin() {
+  make_scanner();
+  feed(head);
+  auto relay = file_relay::begin(path, read, facts.size, [this](bytes part) { feed(part); });
+  if (!relay)
+    return cannot_go_on();
+  rest = std::move(*relay);
+  return true;
+}
+
+bool file_scan::state::go_on() {
+  read = std::min(read + bytes_a_call, facts.size);
+  switch (rest->wait_for(read - head.size())) {
+    case file_relay::state::going_on:
+      return true;
+    case file_relay::state::ended:
+      // What it took may have come all at once.
+      if (read == facts.size)
+        finish();
+      return !facts.whole;
+    case file_relay::state::failed:
+      break;
   }
-  read += slice->size();
-  return *slice;
+  return cannot_go_on();
 }
 
 void file_scan::state::make_scanner() {
@@ -207,10 +226,7 @@ file_facts read_file_head(const std::string& path) {
   return facts;
 }
 
-file_scan::file_scan(const std::string& path) : state_(std::make_unique<state>()) {
-  state_->open(path);
-  state_->facts.whole = is_told_whole(state_->facts.kind);
-}
+file_scan::file_scan(const std::string& path) : state_(std::make_unique<state>(path)) {}
 
 file_scan::~file_scan() = default;
 file_scan::file_scan(file_scan&&) noexcept = default;
@@ -220,22 +236,7 @@ bool file_scan::read_slice() {
   state& s = *state_;
   if (s.facts.kind == file_kind::unreadable || s.facts.whole)
     return false;
-  if (!s.video && !s.audio && !s.program) {
-    s.make_scanner();
-    s.feed(s.head);
-    return true;
-  }
-  for (int count = 0; count < slices_a_call; ++count) {
-    const auto slice = s.next();
-    if (!slice)
-      return false;
-    if (slice->empty()) {
-      s.finish();
-      return false;
-    }
-    s.feed(*slice);
-  }
-  return true;
+  return s.rest ? s.go_on() : s.begin();
 }
 
 std::uint64_t file_scan::bytes_read() const {

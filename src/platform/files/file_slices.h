@@ -29,24 +29,11 @@ class file_slices {
   /// none behind it. Fails if they cannot be read, or if the file has become shorter.
   result<std::span<const std::uint8_t>> next(std::size_t most = slice_size);
 
-  /// From now on a thread reads up to 8 MB before they are asked for, while somebody works on what
-  /// he has. `next` gives less than `most` at the end of each megabyte, too.
-  void read_ahead();
-
-  file_slices(file_slices&&) noexcept;
-  file_slices& operator=(file_slices&&) noexcept;
-  ~file_slices();
-
  private:
-  class reader;
-
-  file_slices();
-
   std::ifstream stream_;
   std::unique_ptr<read_buffer<slice_size>> buffer_;
   std::uint64_t size_ = 0;
   std::uint64_t left_ = 0;
-  std::unique_ptr<reader> reader_;  ///< if it is read ahead
 };
 
 }  // namespace corvane
