@@ -3,6 +3,7 @@
 #include "examine/disc_rules.h"
 #include "examine/examination.h"
 #include "examine/found_disc.h"
+#include "examine/image_comparison.h"
 #include "examine/told_before.h"
 #include "formats/disc_files.h"
 #include "formats/disc_image.h"
@@ -58,11 +59,12 @@ struct verification::state {
   std::optional<disc_contents> contents;
   std::unique_ptr<disc_stream_reader> streams;
   std::size_t file = 0;
-  std::uint64_t at = 0;                 // in that file
-  const disc_file* compared = nullptr;  // the same file in the image
-  std::uint64_t to_read = 0, read = 0;
+  std::uint64_t at = 0;       // in that file
+  std::uint64_t earlier = 0;  // bytes of the files before it
+  std::uint64_t to_read = 0;  // of the image, too
   std::string current;
-  std::unique_ptr<slice_buffer> bytes, of_image;
+  std::unique_ptr<slice_buffer> bytes;
+  std::unique_ptr<image_comparison> comparison;
 
   std::vector<finding> findings;
   disc_traits found, foreseen;
@@ -117,7 +119,8 @@ struct verification::state {
     if (tables.image)
       look_at_image_tables(*tables.image);
     bytes = std::make_unique<slice_buffer>();
-    of_image = image ? std::make_unique<slice_buffer>() : nullptr;
+    if (image)
+      begin_comparison();
   }
 
   void open_image_file() {
@@ -149,71 +152,85 @@ struct verification::state {
       if (std::find(contents->troubles.begin(), contents->troubles.end(), trouble) ==
           contents->troubles.end())
         tell("image-files", trouble.file, trouble.what);
-    for (const disc_file& one : image->files())
-      if (one.path.starts_with("VIDEO_TS/") && disc->find(one.path) == nullptr)
-        tell("image-files", one.path, "is not in the folder");
-    for (const disc_file& one : disc->files()) {
-      const disc_file* const other = image->find(one.path);
-      if (other == nullptr)
-        tell("image-files", one.path, "is not in the image");
-      else if (other->size != one.size)
-        tell("image-files", one.path,
-             "has " + std::to_string(other->size) + " bytes in the image, and " +
-                 std::to_string(one.size) + " in the folder");
-    }
+  }
+
+  /// The files of the folder that goes into the image, VIDEO_TS and what stands beside it. Of a
+  /// folder that is VIDEO_TS itself, those alone.
+  result<std::unique_ptr<disc_files>> files_beside_image() const {
+    auto tree = open_tree(where.folder);
+    const bool is_above = tree && std::ranges::all_of(disc->files(), [&](const disc_file& one) {
+                            return (*tree)->find(one.path) != nullptr;
+                          });
+    return is_above ? std::move(tree) : open_folder(where.folder);
+  }
+
+  bool is_newer_than_image(const std::string& path) const {
+    std::error_code error;
+    const auto time_of = [&](const std::string& native) {
+      return std::filesystem::last_write_time(path_of(native), error);
+    };
+    return time_of(join_path(where.folder, path)) > time_of(where.image) && !error;
+  }
+
+  void begin_comparison() {
+    auto files = files_beside_image();
+    if (!files)
+      return tell("disc-missing", where.folder, files.error);
+    image_files_matched matched =
+        match_files(*disc, **files, *image,
+                    [this](const std::string& path) { return is_newer_than_image(path); });
+    for (image_files_matched::difference& one : matched.differences)
+      tell("image-files", one.path, std::move(one.what));
+    comparison =
+        std::make_unique<image_comparison>(std::move(*files), *image, std::move(matched.pairs));
   }
 
   // Reading -------------------------------------------------------------------------------------
 
   /// A piece of the work; false when there is no more, or none before `until`.
   bool work(std::chrono::steady_clock::time_point until) {
-    if (!reading.valid()) {
-      if (!read_slice())
-        end();
+    if (reading.valid()) {
+      if (reading.wait_until(until) != std::future_status::ready)
+        return false;
+      take(reading.get());
       return !done;
     }
-    if (reading.wait_until(until) != std::future_status::ready)
+    if (comparison && !comparison->keep_with(earlier + at, until))
       return false;
-    take(reading.get());
-    return !done;
+    if (read_slice())
+      return true;
+    if (comparison) {
+      const auto differing = comparison->differing(until);
+      if (!differing)
+        return false;
+      for (const std::string& path : *differing)
+        tell("image-files", path, "is not the same in the image as in the folder");
+    }
+    end();
+    return false;
   }
 
   /// The next slice; false at the end.
   bool read_slice() {
     const std::vector<disc_file>& files = disc->files();
     while (file < files.size() && at >= files[file].size) {
-      ++file;
+      earlier += files[file++].size;
       at = 0;
     }
     if (file == files.size())
       return false;
     const disc_file& one = files[file];
-    if (at == 0)
-      begin_file(one);
+    current = one.path;
     const auto size = static_cast<std::size_t>(std::min<std::uint64_t>(slice, one.size - at));
     const std::span<std::uint8_t> part = bytes->first(size);
     if (!disc->read(one, at, part)) {
       tell("disc-file", one.path, "cannot be read from byte " + std::to_string(at) + " on");
-      skip(one);
+      at = one.size;
       return true;
     }
     feed(one, part);
-    compare(one, part);
     at += size;
-    read += size * (image ? 2 : 1);
     return true;
-  }
-
-  void begin_file(const disc_file& one) {
-    current = one.path;
-    compared = image ? image->find(one.path) : nullptr;
-    if (compared != nullptr && compared->size != one.size)
-      compared = nullptr;
-  }
-
-  void skip(const disc_file& one) {
-    read += (one.size - at) * (image ? 2 : 1);
-    at = one.size;
   }
 
   /// Where the bytes of a file lie in its VOBs.
@@ -239,16 +256,6 @@ struct verification::state {
     if (of != parts.end() && part.size() % disc_sector_size == 0)
       streams->feed(*of->second.vobs,
                     static_cast<std::uint32_t>((of->second.before + at) / disc_sector_size), part);
-  }
-
-  void compare(const disc_file& one, std::span<const std::uint8_t> part) {
-    if (compared == nullptr)
-      return;
-    const std::span<std::uint8_t> there = of_image->first(part.size());
-    if (image->read(*compared, at, there) && std::ranges::equal(part, there))
-      return;
-    compared = nullptr;
-    tell("image-files", one.path, "is not the same in the image as in the folder");
   }
 
   // Judging -------------------------------------------------------------------------------------
@@ -302,7 +309,7 @@ std::uint64_t verification::bytes_to_read() const {
 }
 
 std::uint64_t verification::bytes_read() const {
-  return state_->read;
+  return (state_->earlier + state_->at) * (state_->image ? 2 : 1);
 }
 
 const std::string& verification::current_file() const {

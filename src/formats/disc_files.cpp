@@ -8,6 +8,7 @@
 #include <cstring>
 #include <fstream>
 #include <limits>
+#include <map>
 #include <utility>
 
 namespace corvane {
@@ -63,44 +64,39 @@ std::string entry_of(const std::string& folder, std::string_view name,
   return found.empty() ? std::string() : found.front();
 }
 
-class folder_files : public disc_files {
+/// Files that stand anywhere, each by its own path.
+class native_files : public disc_files {
  public:
-  /// `folder` is VIDEO_TS, whatever its name.
-  explicit folder_files(const std::string& folder) {
-    std::vector<std::pair<std::string, std::string>> names;  // on the disc, in the folder
-    for (const std::string& name : files_in(folder))
-      names.emplace_back(upper(name), join_path(folder, name));
-    std::sort(names.begin(), names.end());
-    for (auto& [name, native] : names) {
-      files_.push_back({"VIDEO_TS/" + name, file_size(native).value_or(0), 0});
-      native_.push_back(std::move(native));
-    }
+  void add(const std::string& path, const std::string& native) {
+    files_.push_back({path, file_size(native).value_or(0), 0});
+    native_.emplace(path, native);
   }
+  void sort() { std::ranges::sort(files_, {}, &disc_file::path); }
 
   const std::vector<disc_file>& files() const override { return files_; }
 
   bool read(const disc_file& file, std::uint64_t at, std::span<std::uint8_t> buffer) override {
-    const auto known =
-        std::lower_bound(files_.begin(), files_.end(), file.path,
-                         [](const disc_file& f, const std::string& path) { return f.path < path; });
-    if (known == files_.end() || known->path != file.path)
-      return false;
-    const auto index = static_cast<std::size_t>(known - files_.begin());
-    if (!open_ || open_index_ != index) {
-      auto opened = open_bytes(native_[index]);
+    if (!open_ || open_path_ != file.path) {
+      auto known = native_.find(file.path);
+      const disc_file* const same = known == native_.end() ? find(file.path) : nullptr;
+      if (same != nullptr)
+        known = native_.find(same->path);
+      if (known == native_.end())
+        return false;
+      auto opened = open_bytes(known->second);
       if (!opened)
         return false;
       open_ = std::move(*opened);
-      open_index_ = index;
+      open_path_ = file.path;
     }
     return open_->read(at, buffer);
   }
 
  private:
   std::vector<disc_file> files_;
-  std::vector<std::string> native_;
+  std::map<std::string, std::string> native_;
   std::unique_ptr<byte_source> open_;  // the file that was read last
-  std::size_t open_index_ = 0;
+  std::string open_path_;
 };
 
 }  // namespace
@@ -154,7 +150,33 @@ result<std::unique_ptr<disc_files>> open_folder(std::string_view native_folder) 
     video = folder;
   if (video.empty())
     return opened::fail("there is no VIDEO_TS in " + folder);
-  return opened::ok(std::make_unique<folder_files>(video));
+  auto files = std::make_unique<native_files>();
+  for (const std::string& name : files_in(video))
+    files->add("VIDEO_TS/" + upper(name), join_path(video, name));
+  files->sort();
+  return opened::ok(std::move(files));
+}
+
+result<std::unique_ptr<disc_files>> open_tree(std::string_view native_folder) {
+  using opened = result<std::unique_ptr<disc_files>>;
+  namespace fs = std::filesystem;
+  const fs::path root = path_of(native_folder);
+  auto files = std::make_unique<native_files>();
+  std::error_code error;
+  for (fs::recursive_directory_iterator at(root, error), end; !error && at != end;
+       at.increment(error)) {
+    std::error_code unknown;
+    if (at->is_symlink(unknown) || !at->is_regular_file(unknown))
+      continue;
+    std::string path;
+    for (const fs::path& part : at->path().lexically_relative(root))
+      path += (path.empty() ? "" : "/") + text_of(part);
+    files->add(path, text_of(at->path()));
+  }
+  if (error)
+    return opened::fail(error.message());
+  files->sort();
+  return opened::ok(std::move(files));
 }
 
 }  // namespace corvane

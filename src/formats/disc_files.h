@@ -75,4 +75,9 @@ result<std::vector<std::uint8_t>> read_whole(disc_files& from, std::string_view 
 /// VIDEO_TS.IFO itself. Names are taken in any case of letters. Fails when there is neither.
 result<std::unique_ptr<disc_files>> open_folder(std::string_view native_folder);
 
+/// What goes into an image of a folder: all files of it and of the folders in it. Paths are in the
+/// case that they have there. Links are left out, for an image takes none. Fails when the folder
+/// cannot be read.
+result<std::unique_ptr<disc_files>> open_tree(std::string_view native_folder);
+
 }  // namespace corvane

@@ -332,6 +332,19 @@ TEST(AuthoredDisc, HandEditedXmlIsWhatIsAuthored) {
   EXPECT_THAT(texts(disc.first_play->pre), ElementsAre("JumpTT 2"));
 }
 
+// mkisofs writes names in its own way: other letters, shorter ones.
+TEST(AuthoredDisc, WhateverElseStandsInTheFolderGoesIntoTheImage) {
+  const studio s;
+  for (const char* name :
+       {"notes.txt", "Grüße für Oma.txt", "no extension", "empty.txt", ".hidden", "two.dots.txt",
+        "a name that is far longer than any name of such a disc may be, with an ending.jpeg",
+        "extras/more/pictures/one.jpg", "extras/more/pictures/two.jpg", "семья.txt", "UPPER.TXT",
+        "a;b+c=d[e].txt"})
+    s.folder().add(std::string("work/disc/") + name,
+                   std::string(name) == "empty.txt" ? "" : std::string("text of ") + name);
+  s.authored(short_project(), {"--iso"});
+}
+
 // dvdauthor keeps one copy of a file, so that the title goes back on the disc.
 TEST(AuthoredDisc, ATitleMayPlayAFileTwice) {
   const studio s;

@@ -21,6 +21,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -270,6 +271,38 @@ TEST_F(Verify, ATitleThatIsCutIsFound) {
 TEST_F(Verify, AnImageOfAnotherDiscIsFound) {
   flip(file("VTS_01_1.VOB"), 3 * 2048 + 1000);
   EXPECT_THAT(found_with_image(), Contains("image-files"));
+}
+
+// All of the folder goes into its image.
+TEST_F(Verify, AnImageThatLacksAnotherFileOfTheFolderIsFound) {
+  const auto add = [&](const std::string& name, const std::string& text, int hours_older) {
+    const std::string path = home_.folder().add("work/disc/" + name, text);
+    fs::last_write_time(path_of(path), fs::last_write_time(path_of(home_.image())) -
+                                           std::chrono::hours(hours_older));
+  };
+  add("notes.txt", "came after the image", -1);
+  EXPECT_THAT(found_with_image(), IsEmpty());
+  add("extras/letter.txt", "was there before", 1);
+  const std::vector<finding> all = verified(home_.out(), home_.image());
+  EXPECT_THAT(rules_of(all), ElementsAre("image-files"));
+  EXPECT_EQ(all.at(0).file, "extras/letter.txt");
+  EXPECT_THAT(all.at(0).found, HasSubstr("is not in the image"));
+  EXPECT_THAT(rules_of(verified(home_.out() + "/VIDEO_TS", home_.image())), IsEmpty());
+}
+
+TEST(VerifyImage, AnotherFileThatDiffersIsFound) {
+  const studio home;
+  const std::string text = "a letter that stands once in the image";
+  home.folder().add("work/disc/letter.txt", text);
+  home.authored(small_project(), {"--iso"});
+  EXPECT_THAT(rules_of(verified(home.out(), home.image())), IsEmpty());
+  const std::string image = home.folder().read("work/disc.iso");
+  const std::size_t at = image.find(text);
+  ASSERT_NE(at, std::string::npos);
+  flip(home.image(), at);
+  const std::vector<finding> all = verified(home.out(), home.image());
+  EXPECT_THAT(rules_of(all), ElementsAre("image-files"));
+  EXPECT_EQ(all.at(0).file, "letter.txt");
 }
 
 TEST_F(Verify, AnImageThatIsCutIsFound) {
