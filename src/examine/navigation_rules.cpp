@@ -53,7 +53,8 @@ constexpr std::array navigation_rules_table = {
          "perhaps something else than was meant", "try the button or title in a player",
          of_this_program},
     rule{"command-moved", severity::warning,
-         "Commands lead to what they led to before titles or menus were removed or moved",
+         "Commands lead to what they led to before titles or menus were removed or moved, as long "
+         "as the project is open",
          "a command that leads to the title or menu that was meant",
          "another title or menu than the one that was meant",
          "choose the command anew, in \"nav cmds\" for a title or first play, in \"edit existing "
