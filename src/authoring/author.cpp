@@ -67,7 +67,7 @@ run_record record_of(const prepared_run& run) {
 // Here, for the XML editor may have changed the disc that is asked for. What an earlier run has
 // found is not to be taken for this one's.
 failure write_foreseen(const project& p, const author_equipment& e, const prepared_run& run) {
-  const foreseen_run foreseen = foreseen_of(p, run.where, e.material.facts, run.in_spite_of_errors);
+  const foreseen_run foreseen = foreseen_of(p, run.where, e.material.facts, run.accepted);
   for (const auto& [name, text] : {std::pair{run_file::foreseen, foreseen_text(foreseen)},
                                    std::pair{run_file::findings, findings_text({})}}) {
     const std::string file = run.where.in_app(name);

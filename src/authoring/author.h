@@ -47,9 +47,9 @@ struct author_equipment {
 /// What a run wrote and will do, from the driver to the start.
 struct prepared_run {
   run_paths where;
-  std::vector<std::string> files;   ///< native paths of all files written, the script first
-  bool material_unseen = false;     ///< the user skipped the look at the material
-  bool in_spite_of_errors = false;  ///< errors were found in it, and the user goes on
+  std::vector<std::string> files;  ///< native paths of all files written, the script first
+  bool material_unseen = false;    ///< the user skipped the look at the material
+  std::vector<finding> accepted;   ///< errors that were found in it, and the user goes on
   std::vector<std::string>
       replace;        ///< folders and files of an earlier disc, put aside at the start
   run_record record;  ///< what the run makes; what it replaces is seen at the start

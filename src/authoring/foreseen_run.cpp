@@ -2,19 +2,20 @@
 
 #include "authoring/asked_disc.h"
 #include "examine/foreseen_disc.h"
+#include "examine/told_before.h"
 #include "project/disc_of.h"
 
 namespace corvane {
 
 foreseen_run foreseen_of(const project& p, const run_paths& where, const fact_store* facts,
-                         bool in_spite_of_errors) {
+                         const std::vector<finding>& accepted) {
   foreseen_run run;
   run.out = where.out;
   run.image = disc_of(p).image;
-  run.in_spite_of_errors = in_spite_of_errors;
   const result<disc_description> asked = asked_disc(p, where);
   if (!asked)
     return run;
+  run.told = told_of(accepted, *asked);
   facts_by_path known;
   if (facts != nullptr)
     for (const std::string& file : files_of(*asked))

@@ -7,11 +7,13 @@
 #include "examine/examination.h"
 #include "project/project.h"
 
+#include <vector>
+
 namespace corvane {
 
 /// Of the project as it is now, with hand-edited XML of the XML's disc. `facts`: what is known of
-/// its files; null: nothing.
+/// its files; null: nothing. `accepted`: the errors in spite of which the disc is wanted.
 foreseen_run foreseen_of(const project& p, const run_paths& where, const fact_store* facts,
-                         bool in_spite_of_errors);
+                         const std::vector<finding>& accepted);
 
 }  // namespace corvane

@@ -39,13 +39,14 @@ material_answer look_at_material(const disc_description& d, examination_around a
   examination look(d, examination::depth::whole_files, *e.facts, std::move(around));
   const look_end end = examine_whole_files(look, e);
   if (end == look_end::stopped)
-    return {false, true, false, true};
+    return {false, true, true};
   const bool unseen = end == look_end::skipped;
-  const std::vector<finding> findings = look.findings();
+  std::vector<finding> findings = look.findings();
   const findings_question question = question_about(findings);
   if (!question.findings.empty() && !ask.go_on_despite(question))
     return {false, unseen};
-  return {true, unseen, count_of(findings, finding_severity::error) > 0};
+  std::erase_if(findings, [](const finding& f) { return f.severity != finding_severity::error; });
+  return {true, unseen, false, std::move(findings)};
 }
 
 }  // namespace corvane

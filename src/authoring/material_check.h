@@ -24,10 +24,10 @@ struct material_equipment {
 };
 
 struct material_answer {
-  bool go_on = true;                ///< false: something is wrong, and the user does not want it
-  bool unseen = false;              ///< the user skipped the look at the whole files
-  bool in_spite_of_errors = false;  ///< there are errors, and the user wants it all the same
-  bool stopped = false;             ///< the user stopped the look; nothing was asked
+  bool go_on = true;                   ///< false: something is wrong, and the user does not want it
+  bool unseen = false;                 ///< the user skipped the look at the whole files
+  bool stopped = false;                ///< the user stopped the look; nothing was asked
+  std::vector<finding> accepted = {};  ///< the errors in spite of which the user goes on
   bool operator==(const material_answer&) const = default;
 };
 

@@ -143,14 +143,13 @@ ending check_material(document& doc, const disc_description& d, const author_equ
   looked_at_disc look = disc_to_look_at(doc, d, run.where);
   if (has_subtitles(d))
     look.around.fonts = run.where.fonts = e.fonts();
-  const material_answer answer =
-      look_at_material(look.disc, std::move(look.around), e.material, doc.ask);
+  material_answer answer = look_at_material(look.disc, std::move(look.around), e.material, doc.ask);
   if (answer.stopped)
     return author_result::cancelled;
   if (!answer.go_on)
     return author_result::refused;
   run.material_unseen = answer.unseen;
-  run.in_spite_of_errors = answer.in_spite_of_errors;
+  run.accepted = std::move(answer.accepted);
   return std::nullopt;
 }
 

@@ -56,7 +56,7 @@ std::shared_ptr<const foreseen_run> foresee(document& doc, const verification_eq
     while (look.step_beginnings(disc_slice_milliseconds)) {
     }
   }
-  return std::make_shared<const foreseen_run>(foreseen_of(p, where, e.material.facts, false));
+  return std::make_shared<const foreseen_run>(foreseen_of(p, where, e.material.facts, {}));
 }
 
 bool read_whole_disc(verification& look, const verification_equipment& e) {

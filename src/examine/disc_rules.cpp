@@ -6,6 +6,7 @@
 #include "examine/inner_stream_scan.h"
 #include "examine/measures.h"
 #include "examine/time_course.h"
+#include "examine/told_before.h"
 #include "formats/numbers.h"
 #include "formats/time_text.h"
 
@@ -155,44 +156,43 @@ constexpr std::array disc_rules_table = {
 struct comparison {
   trait_kind what;
   std::string_view rule;
-  bool of_material;  ///< follows from the streams, whose errors were told before the run
   enum { same, one_of, near, at_least, drawing, cues, within_unit, untold } how = same;
   double tolerance = 0;  ///< seconds
 };
 
 /// Times of navigation packs are rounded; a title ends with the last picture or the last sound.
 constexpr std::array comparisons = {
-    comparison{trait_kind::titles, "disc-titles", false},
-    comparison{trait_kind::menus, "disc-menus", false},
-    comparison{trait_kind::first_play, "disc-first-play", false, comparison::one_of},
-    comparison{trait_kind::standard, "disc-picture", true},
-    comparison{trait_kind::size, "disc-picture", true},
-    comparison{trait_kind::aspect, "disc-picture", true},
-    comparison{trait_kind::coding, "disc-picture", true},
-    comparison{trait_kind::length, "disc-length", true, comparison::near, 0.3},
-    comparison{trait_kind::chapters, "disc-chapters", true},
-    comparison{trait_kind::begins, "disc-chapters", true, comparison::near, 0.02},
-    comparison{trait_kind::audio_streams, "disc-sound", true},
-    comparison{trait_kind::format, "disc-sound", true},
-    comparison{trait_kind::language, "disc-sound", false},
-    comparison{trait_kind::sounds_until, "disc-sound-end", true, comparison::at_least, 0.5},
-    comparison{trait_kind::shows_until, "disc-picture-end", true, comparison::at_least, 0.5},
-    comparison{trait_kind::subtitles, "disc-subtitles", true},
-    comparison{trait_kind::cues, "disc-subtitles", true},
-    comparison{trait_kind::first_cue, "disc-subtitles", true, comparison::near, 0.1},
-    comparison{trait_kind::last_cue, "disc-subtitles", true, comparison::near, 0.1},
-    comparison{trait_kind::then, "disc-then", false, comparison::one_of},
-    comparison{trait_kind::stays, "disc-menu", false},
-    comparison{trait_kind::buttons, "disc-buttons", false},
-    comparison{trait_kind::edges, "disc-buttons", false},
-    comparison{trait_kind::leads_to, "disc-leads-to", false, comparison::one_of},
-    comparison{trait_kind::highlighted, "disc-button-colours", false},
-    comparison{trait_kind::selected, "disc-button-colours", false},
-    comparison{trait_kind::drawn, "disc-button-drawn", false, comparison::drawing},
-    comparison{trait_kind::shown, "disc-subtitle-times", true, comparison::cues},
-    comparison{trait_kind::lands, "disc-chapters", true, comparison::within_unit, 0.02},
-    comparison{trait_kind::unit, "disc-chapters", true, comparison::untold},
-    comparison{trait_kind::breaks, "disc-times", true, comparison::untold},
+    comparison{trait_kind::titles, "disc-titles"},
+    comparison{trait_kind::menus, "disc-menus"},
+    comparison{trait_kind::first_play, "disc-first-play", comparison::one_of},
+    comparison{trait_kind::standard, "disc-picture"},
+    comparison{trait_kind::size, "disc-picture"},
+    comparison{trait_kind::aspect, "disc-picture"},
+    comparison{trait_kind::coding, "disc-picture"},
+    comparison{trait_kind::length, "disc-length", comparison::near, 0.3},
+    comparison{trait_kind::chapters, "disc-chapters"},
+    comparison{trait_kind::begins, "disc-chapters", comparison::near, 0.02},
+    comparison{trait_kind::audio_streams, "disc-sound"},
+    comparison{trait_kind::format, "disc-sound"},
+    comparison{trait_kind::language, "disc-sound"},
+    comparison{trait_kind::sounds_until, "disc-sound-end", comparison::at_least, 0.5},
+    comparison{trait_kind::shows_until, "disc-picture-end", comparison::at_least, 0.5},
+    comparison{trait_kind::subtitles, "disc-subtitles"},
+    comparison{trait_kind::cues, "disc-subtitles"},
+    comparison{trait_kind::first_cue, "disc-subtitles", comparison::near, 0.1},
+    comparison{trait_kind::last_cue, "disc-subtitles", comparison::near, 0.1},
+    comparison{trait_kind::then, "disc-then", comparison::one_of},
+    comparison{trait_kind::stays, "disc-menu"},
+    comparison{trait_kind::buttons, "disc-buttons"},
+    comparison{trait_kind::edges, "disc-buttons"},
+    comparison{trait_kind::leads_to, "disc-leads-to", comparison::one_of},
+    comparison{trait_kind::highlighted, "disc-button-colours"},
+    comparison{trait_kind::selected, "disc-button-colours"},
+    comparison{trait_kind::drawn, "disc-button-drawn", comparison::drawing},
+    comparison{trait_kind::shown, "disc-subtitle-times", comparison::cues},
+    comparison{trait_kind::lands, "disc-chapters", comparison::within_unit, 0.02},
+    comparison{trait_kind::unit, "disc-chapters", comparison::untold},
+    comparison{trait_kind::breaks, "disc-times", comparison::untold},
 };
 
 const comparison& comparison_of(trait_kind what) {
@@ -231,9 +231,14 @@ std::string missing_text(const disc_trait& foreseen) {
   return "it is not there";
 }
 
+void soften(finding& f, trait_kind what, std::span<const told_item> told) {
+  if (f.severity == severity::error && follows_from(told, f.item, what))
+    f.severity = severity::warning;
+}
+
 /// The first one that differs; nothing where another number of them tells enough.
 std::optional<finding> difference_of_cues(const disc_trait& foreseen, const disc_traits& found,
-                                          bool in_spite_of_errors) {
+                                          std::span<const told_item> told) {
   const disc_trait* const got = found.find(foreseen.item, foreseen.kind);
   const auto apart = got == nullptr ? std::nullopt : first_cue_apart(foreseen.value, got->value);
   if (!apart)
@@ -244,18 +249,17 @@ std::optional<finding> difference_of_cues(const disc_trait& foreseen, const disc
   finding f = finding_of(disc_rules_table, "disc-subtitle-times", foreseen.item, std::move(text),
                          text_of(apart->foreseen));
   f.seconds = apart->foreseen.begins;
-  if (in_spite_of_errors)
-    f.severity = severity::warning;
+  soften(f, foreseen.kind, told);
   return f;
 }
 
 std::optional<finding> difference(const disc_trait& foreseen, const disc_traits& all_foreseen,
-                                  const disc_traits& found, bool in_spite_of_errors) {
+                                  const disc_traits& found, std::span<const told_item> told) {
   const comparison& c = comparison_of(foreseen.kind);
   if (c.how == comparison::untold)
     return std::nullopt;
   if (c.how == comparison::cues)
-    return difference_of_cues(foreseen, found, in_spite_of_errors);
+    return difference_of_cues(foreseen, found, told);
   const disc_trait* const got = found.find(foreseen.item, foreseen.kind);
   const std::string name(name_of(foreseen.kind));
   if (got != nullptr && agree(c, foreseen, *got, tolerance_of(c, foreseen, all_foreseen))) {
@@ -272,8 +276,7 @@ std::optional<finding> difference(const disc_trait& foreseen, const disc_traits&
           : c.rule,
       foreseen.item, name + ": " + (got == nullptr ? missing_text(foreseen) : shown_value(*got)),
       shown_value(foreseen));
-  if (in_spite_of_errors && c.of_material && f.severity == severity::error)
-    f.severity = severity::warning;
+  soften(f, foreseen.kind, told);
   return f;
 }
 
@@ -638,13 +641,13 @@ std::vector<finding> disc_findings(const disc_contents& disc, const disc_streams
 }
 
 std::vector<finding> differences(const disc_traits& foreseen, const disc_traits& found,
-                                 bool in_spite_of_errors) {
+                                 std::span<const told_item> told) {
   std::vector<finding> all;
   for (const disc_trait& trait : foreseen.all()) {
     if (found.find(trait.item, trait.kind) == nullptr &&
         (is_of_looks(trait.kind) || (may_be_unknown(trait.kind) && is_there(found, trait.item))))
       continue;
-    if (auto one = difference(trait, foreseen, found, in_spite_of_errors))
+    if (auto one = difference(trait, foreseen, found, told))
       all.push_back(std::move(*one));
   }
   return all;

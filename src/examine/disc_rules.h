@@ -18,10 +18,10 @@ std::span<const rule> disc_rules();
 std::vector<finding> disc_findings(const disc_contents& disc, const disc_streams& streams);
 
 /// What of `found` is not as foreseen: each trait that is foreseen is looked at, and `found` says
-/// nothing of it only where it cannot be told. `in_spite_of_errors`: what follows from the material
-/// was known before and is a warning.
+/// nothing of it only where it cannot be told. What follows from material of whose errors the user
+/// was told is a warning.
 std::vector<finding> differences(const disc_traits& foreseen, const disc_traits& found,
-                                 bool in_spite_of_errors);
+                                 std::span<const told_item> told);
 
 /// A finding of the file at `path`, under one of the rules about files and images.
 finding disc_file_finding(std::string_view rule, const std::string& path, std::string found);

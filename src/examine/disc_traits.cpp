@@ -45,29 +45,62 @@ std::optional<std::size_t> index_of(const std::array<std::string_view, N>& names
                               : std::optional(static_cast<std::size_t>(at - names_of.begin()));
 }
 
-std::optional<disc_trait> trait_of(const xml_element& element) {
-  const auto what = index_of(names, attribute_text(element, "what"));
+std::optional<finding_item> item_in(const xml_element& element) {
   const auto of = index_of(whole_names, attribute_text(element, "of"));
   const auto in = index_of(part_names, attribute_text(element, "part"));
-  if (!what || !of || !in)
+  if (!of || !in)
     return std::nullopt;
-  return disc_trait{{static_cast<whole>(*of), leading_whole(attribute_text(element, "number")),
-                     static_cast<part>(*in), leading_whole(attribute_text(element, "part-number"))},
-                    static_cast<trait_kind>(*what),
-                    attribute_text(element, "is")};
+  return finding_item{static_cast<whole>(*of), leading_whole(attribute_text(element, "number")),
+                      static_cast<part>(*in),
+                      leading_whole(attribute_text(element, "part-number"))};
+}
+
+std::optional<disc_trait> trait_of(const xml_element& element) {
+  const auto what = index_of(names, attribute_text(element, "what"));
+  const auto item = item_in(element);
+  if (!what || !item)
+    return std::nullopt;
+  return disc_trait{*item, static_cast<trait_kind>(*what), attribute_text(element, "is")};
+}
+
+/// False if the element says nothing of a disc.
+bool take(const xml_element& element, foreseen_run& run) {
+  if (element.name == "chapters")
+    run.chapters.push_back(attribute_text(element, "at"));
+  if (element.name == "told") {
+    const auto item = item_in(element);
+    if (item)
+      run.told.push_back({*item, attribute_text(element, "by") == "titleset"});
+    return item.has_value();
+  }
+  if (element.name == "trait") {
+    const auto trait = trait_of(element);
+    if (trait)
+      run.disc.say(trait->item, trait->kind, trait->value);
+    return trait.has_value();
+  }
+  return true;
+}
+
+std::string attributes_of(const finding_item& item) {
+  std::string text = "of=\"" + std::string(name_of(item.whole)) + "\"";
+  if (item.number != 0)
+    text += " number=\"" + std::to_string(item.number) + "\"";
+  if (item.part != part::whole)
+    text += " part=\"" + std::string(name_of(item.part)) + "\"";
+  if (item.part_number != 0)
+    text += " part-number=\"" + std::to_string(item.part_number) + "\"";
+  return text;
 }
 
 std::string line_of_trait(const disc_trait& trait) {
-  const finding_item& item = trait.item;
-  std::string line = "  <trait of=\"" + std::string(name_of(item.whole)) + "\"";
-  if (item.number != 0)
-    line += " number=\"" + std::to_string(item.number) + "\"";
-  if (item.part != part::whole)
-    line += " part=\"" + std::string(name_of(item.part)) + "\"";
-  if (item.part_number != 0)
-    line += " part-number=\"" + std::to_string(item.part_number) + "\"";
-  return line + " what=\"" + std::string(name_of(trait.kind)) + "\" is=\"" +
-         xml_attribute_text(trait.value) + "\"/>\n";
+  return "  <trait " + attributes_of(trait.item) + " what=\"" + std::string(name_of(trait.kind)) +
+         "\" is=\"" + xml_attribute_text(trait.value) + "\"/>\n";
+}
+
+std::string line_of_told(const told_item& told) {
+  return "  <told " + attributes_of(told.item) + (told.of_titleset ? " by=\"titleset\"" : "") +
+         "/>\n";
 }
 
 std::string yes_or_no(bool yes) {
@@ -114,8 +147,9 @@ const disc_trait* disc_traits::find(const finding_item& item, disc_trait_kind wh
 
 std::string foreseen_text(const foreseen_run& run) {
   std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<foreseen folder=\"" +
-                     xml_attribute_text(run.out) + "\" image=\"" + yes_or_no(run.image) +
-                     "\" in-spite-of-errors=\"" + yes_or_no(run.in_spite_of_errors) + "\">\n";
+                     xml_attribute_text(run.out) + "\" image=\"" + yes_or_no(run.image) + "\">\n";
+  for (const told_item& told : run.told)
+    text += line_of_told(told);
   for (const std::string& chapters : run.chapters)
     text += "  <chapters at=\"" + xml_attribute_text(chapters) + "\"/>\n";
   for (const disc_trait& trait : run.disc.all())
@@ -132,20 +166,12 @@ result<foreseen_run> parse_foreseen(std::string_view text) {
   foreseen_run run;
   run.out = attribute_text(first, "folder");
   run.image = attribute_text(first, "image") == "yes";
-  run.in_spite_of_errors = attribute_text(first, "in-spite-of-errors") == "yes";
   if (first.name != "foreseen" || run.out.empty())
     return result<foreseen_run>::fail("it names no output folder");
-  for (const xml_element& element : read.elements) {
-    if (element.name == "chapters")
-      run.chapters.push_back(attribute_text(element, "at"));
-    if (element.name != "trait")
-      continue;
-    const auto trait = trait_of(element);
-    if (!trait)
+  for (const xml_element& element : read.elements)
+    if (!take(element, run))
       return result<foreseen_run>::fail("line " + std::to_string(element.line) +
                                         " says nothing of a disc");
-    run.disc.say(trait->item, trait->kind, trait->value);
-  }
   return result<foreseen_run>::ok(std::move(run));
 }
 

@@ -98,11 +98,17 @@ class disc_traits {
 
 inline constexpr const char* unknown_chapters = "unknown";
 
+/// That the user was told of an error in the material and wanted the disc all the same.
+struct told_item {
+  finding_item item;         ///< whose material it is, or shares a titleset with it
+  bool of_titleset = false;  ///< the error is another title's (or menu's) of the same titleset
+  bool operator==(const told_item&) const = default;
+};
+
 struct foreseen_run {
   std::string out;     ///< the output folder, native; the disc is in it
   bool image = false;  ///< its image is beside it, with ".iso"
-  /// The user wanted the disc in spite of errors that had been found in its material.
-  bool in_spite_of_errors = false;
+  std::vector<told_item> told;
   disc_traits disc;
   /// The chapter times of each title as they were asked for, "," between them: where they are
   /// depends on the units of the disc. `unknown_chapters`: not foreseen.

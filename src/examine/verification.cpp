@@ -277,7 +277,7 @@ struct verification::state {
                            foreseen);
           find_landed_chapters(title, foreseen, found);
         }
-      for (finding& one : differences(foreseen, found, asked->in_spite_of_errors))
+      for (finding& one : differences(foreseen, found, asked->told))
         findings.push_back(std::move(one));
       soften_what_was_told(findings, *asked);
     }

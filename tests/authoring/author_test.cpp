@@ -597,7 +597,7 @@ TEST_F(Author, WhatTheDiscShouldBeIsWrittenWhenTheRunStarts) {
   ASSERT_TRUE(foreseen) << foreseen.error;
   EXPECT_EQ(foreseen->out, out);
   EXPECT_TRUE(foreseen->image);
-  EXPECT_FALSE(foreseen->in_spite_of_errors);
+  EXPECT_THAT(foreseen->told, ::testing::IsEmpty());
   EXPECT_THAT(foreseen->chapters, ElementsAre("00:00:00.00,00:00:05.00"));
   const disc_trait* const titles = foreseen->disc.find({}, disc_trait_kind::titles);
   ASSERT_NE(titles, nullptr);
@@ -626,10 +626,9 @@ TEST_F(Author, DiscThatIsWantedInSpiteOfErrorsIsNoted) {
   EXPECT_EQ(author_command(doc, e, run), author_result::started);
   const auto foreseen = parse_foreseen(folder.read(in("app", run_file::foreseen)));
   ASSERT_TRUE(foreseen) << foreseen.error;
-  EXPECT_TRUE(foreseen->in_spite_of_errors);
-  const disc_trait* const size =
-      foreseen->disc.find({finding_item::whole_kind::title, 1, finding_item::part_kind::video, 0},
-                          disc_trait_kind::size);
+  const finding_item video{finding_item::whole_kind::title, 1, finding_item::part_kind::video, 0};
+  EXPECT_THAT(foreseen->told, ElementsAre(told_item{video, false}));
+  const disc_trait* const size = foreseen->disc.find(video, disc_trait_kind::size);
   ASSERT_NE(size, nullptr) << "what the look has found is foreseen";
   EXPECT_EQ(size->value, "720x576");
 }

@@ -246,7 +246,7 @@ class ButtonsOnDisc : public ::testing::Test {
   std::vector<std::string> told(std::size_t sectors_at_once = 3) const {
     const looked_at at = look(sectors_at_once);
     std::vector<finding> all =
-        differences(foreseen_disc(made_disc({}, {asked_}), {}, false), at.found, false);
+        differences(foreseen_disc(made_disc({}, {asked_}), {}, false), at.found, {});
     all.insert(all.end(), at.own.begin(), at.own.end());
     std::vector<std::string> lines;
     for (const finding& f : all)

@@ -28,9 +28,9 @@ finding_item title(int number, part what = part::whole, int part_number = 0) {
 }
 
 std::vector<std::string> told(const disc_traits& foreseen, const disc_traits& found,
-                              bool in_spite = false) {
+                              const std::vector<told_item>& before = {}) {
   std::vector<std::string> lines;
-  for (const finding& f : differences(foreseen, found, in_spite))
+  for (const finding& f : differences(foreseen, found, before))
     lines.push_back(line_of(f) + " [" + f.rule + ", " + f.wanted + "]");
   return lines;
 }
@@ -178,8 +178,14 @@ TEST(DiscDifferences, WhatFollowsFromMaterialThatWasWrongIsAWarning) {
   found.say(title(1, part::video), kind::standard, "NTSC");
   foreseen.say_count({}, kind::titles, 2);
   found.say_count({}, kind::titles, 1);
-  EXPECT_THAT(told(foreseen, found, true),
-              ElementsAre(HasSubstr("warning: title 1"), HasSubstr("error: disc: titles: 1")));
+  foreseen.say(title(2, part::subtitle, 1), kind::shown, "1-2");
+  found.say(title(2, part::subtitle, 1), kind::shown, "1-4");
+  EXPECT_THAT(told(foreseen, found, {{title(1, part::video)}}),
+              ElementsAre(HasSubstr("warning: title 1"), HasSubstr("error: disc: titles: 1"),
+                          HasSubstr("error: title 2, subtitle 1")));
+  EXPECT_THAT(told(foreseen, found, {{title(2, part::subtitle, 1)}}),
+              ElementsAre(HasSubstr("error: title 1"), HasSubstr("error: disc: titles: 1"),
+                          HasSubstr("warning: title 2, subtitle 1")));
 }
 
 finding broken_times(int of_title) {
@@ -208,7 +214,11 @@ TEST(DiscDifferences, OnlyAsManyBreaksAreForgivenAsWereKnown) {
   EXPECT_EQ(errors_in(few), 0u) << "what dvdauthor may make of one";
   EXPECT_EQ(errors_in(many), 78u);
   EXPECT_EQ(errors_in(of_other), 2u);
-  run.in_spite_of_errors = true;
+  many.assign(80, broken_times(1));
+  run.told = {{title(2, part::audio, 1)}};
+  soften_what_was_told(many, run);
+  EXPECT_EQ(errors_in(many), 78u) << "another title's";
+  run.told = {{title(1, part::audio, 1)}};
   soften_what_was_told(many, run);
   EXPECT_EQ(errors_in(many), 0u);
 }
@@ -269,7 +279,8 @@ TEST(DiscFindings, AUnitThatNothingPlaysIsTheDiscs) {
 TEST(ForeseenRun, IsReadAsItWasWritten) {
   foreseen_run run;
   run.out = "/home/u/a \"b\" & <c>/dvd ü";
-  run.image = run.in_spite_of_errors = true;
+  run.image = true;
+  run.told = {{title(2, part::audio, 1)}, {title(1, part::audio, 1), true}};
   run.chapters = {"0,5.5", "", unknown_chapters};
   run.disc.say_count({}, kind::titles, 3);
   run.disc.say(title(1, part::subtitle, 2), kind::language, "de");
@@ -280,8 +291,10 @@ TEST(ForeseenRun, IsReadAsItWasWritten) {
   EXPECT_EQ(*again, run) << text;
   EXPECT_EQ(text,
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-            "<foreseen folder=\"/home/u/a &quot;b&quot; &amp; &lt;c>/dvd ü\" image=\"yes\" "
-            "in-spite-of-errors=\"yes\">\n"
+            "<foreseen folder=\"/home/u/a &quot;b&quot; &amp; &lt;c>/dvd ü\" image=\"yes\">\n"
+            "  <told of=\"title\" number=\"2\" part=\"audio\" part-number=\"1\"/>\n"
+            "  <told of=\"title\" number=\"1\" part=\"audio\" part-number=\"1\" "
+            "by=\"titleset\"/>\n"
             "  <chapters at=\"0,5.5\"/>\n"
             "  <chapters at=\"\"/>\n"
             "  <chapters at=\"unknown\"/>\n"
@@ -298,6 +311,7 @@ TEST(ForeseenRun, AnythingElseIsRefused) {
   EXPECT_FALSE(parse_foreseen("<dvdauthor folder=\"/a\"/>"));
   EXPECT_FALSE(
       parse_foreseen("<foreseen folder=\"/a\"><trait what=\"colour\" is=\"1\"/></foreseen>"));
+  EXPECT_FALSE(parse_foreseen("<foreseen folder=\"/a\"><told of=\"film\"/></foreseen>"));
   EXPECT_TRUE(parse_foreseen("<foreseen folder=\"/a\"/>"));
 }
 

@@ -65,7 +65,7 @@ int check_project(const project& p, const std::string& app, const std::string& o
   }
   const finding_list findings(e.findings(), files_read::whole);
   if (as_json) {
-    out.line(json_report(findings, {}, foreseen_of(p, where, &store, false).disc));
+    out.line(json_report(findings, {}, foreseen_of(p, where, &store, {}).disc));
   } else {
     for (const finding& f : findings.findings())
       out.line(printable(text_of(f)) + "\n");

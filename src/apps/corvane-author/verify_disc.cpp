@@ -45,7 +45,7 @@ std::optional<foreseen_run> foresee(const project& p, const disc_description& as
   if (!read_all_files(e, out, quiet))
     return std::nullopt;
   say_what_is_missing(e, out);
-  return foreseen_of(p, where, &store, false);
+  return foreseen_of(p, where, &store, {});
 }
 
 bool read_disc_whole(verification& look, bool quiet, report& out) {
