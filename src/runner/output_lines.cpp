@@ -39,4 +39,8 @@ std::string step_in_line(std::string_view line) {
   return std::string(trim_left(line.substr(0, line.find_last_not_of(". ") + 1)));
 }
 
+std::string step_line(std::string_view name) {
+  return "*" + std::string(name) + ".....";
+}
+
 }  // namespace corvane

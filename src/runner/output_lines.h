@@ -36,4 +36,7 @@ inline constexpr std::size_t longest_mark = 32;
 /// title: 1....." gives "multiplexing title: 1". Empty when it names none, as an error line.
 std::string step_in_line(std::string_view line);
 
+/// The line that names a step: "*multiplexing title: 1.....".
+std::string step_line(std::string_view name);
+
 }  // namespace corvane

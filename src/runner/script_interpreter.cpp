@@ -43,10 +43,11 @@ class interpreter {
   /// All lines have been run. True when nothing has gone wrong.
   bool end(const last_look& look) {
     if (!marker_.empty() && look)
-      look(all_well_, [this](std::string_view text) {
-        all_well_ = all_well_ && !is_error_line(text);
-        say(text);
-      });
+      look(all_well_, {[this](std::string_view text) {
+                         all_well_ = all_well_ && !is_error_line(text);
+                         say(text);
+                       },
+                       [this](std::string_view name) { print_line(step_line(sanitized(name))); }});
     if (!marker_.empty())
       print_line(marker_);
     return all_well_;

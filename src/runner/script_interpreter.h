@@ -45,11 +45,16 @@ class script_host : public tool_files {
   virtual void take(finding f) = 0;
 };
 
-/// Prints a line of conspawn's own. One that begins "ERR:" makes the run a failure.
-using line_printer = std::function<void(std::string_view line)>;
+/// Prints texts of conspawn's own into the output of a run.
+struct look_output {
+  /// A line. One that begins "ERR:" makes the run a failure.
+  std::function<void(std::string_view text)> line;
+  /// That a step begins, in the form of the script's own ("*making the ISO image.....").
+  std::function<void(std::string_view name)> step;
+};
 
 /// A last look at what the script has made. `all_well`: nothing has gone wrong so far.
-using last_look = std::function<void(bool all_well, const line_printer& print)>;
+using last_look = std::function<void(bool all_well, const look_output& out)>;
 
 /// Runs the whole script. Each thing that goes wrong is printed as a line that begins "ERR:", after
 /// a line break of its own, since a tool may have left its last line open; then the next line is

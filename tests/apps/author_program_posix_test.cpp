@@ -37,7 +37,8 @@ TEST_F(AuthorProgram, ADiscIsAuthored) {
   EXPECT_THAT(calls(), ElementsAre("mplex", "dvdauthor"));
   EXPECT_THAT(lines_of(stdout_),
               ElementsAre("please wait while the titles are multiplexed", "multiplexing title: 1",
-                          "authoring title(s)", "process complete", "log: " + app(run_file::log)));
+                          "authoring title(s)", "reading the disc back", "process complete",
+                          "log: " + app(run_file::log)));
   EXPECT_EQ(stderr_,
             "corvane-author: Process complete.  Please review the log for more information "
             "(recommended).\n");

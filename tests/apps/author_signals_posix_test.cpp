@@ -81,6 +81,30 @@ TEST_F(AuthorSignals, CtrlCInTheLookAtTheFilesEndsTheRunBeforeAnythingIsWritten)
   }
 }
 
+TEST_F(AuthorSignals, CtrlCInTheLookAtTheDiscEndsItAtOnce) {
+  // Takes minutes to read, and no room.
+  const std::string made = folder_.path("notes/made");
+  add_tool("dvdauthor", "(" + real("dvdauthor") +
+                            ")\n/usr/bin/truncate -s 1T \"$TEST_OUT/VIDEO_TS/VTS_09_1.VOB\"\n"
+                            "echo >'" +
+                            made + "'\n");
+  running_program program(start({project_, out()}));
+  ASSERT_TRUE(wait_until([&] { return file_exists(made); }));
+  std::this_thread::sleep_for(std::chrono::milliseconds(2500));
+  const auto before = std::chrono::steady_clock::now();
+  program.send(SIGINT);
+  EXPECT_EQ(program.wait(), 130);
+  EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(5));
+  EXPECT_THAT(program.err(), HasSubstr("stopped; the tools have been ended."));
+  EXPECT_THAT(
+      program.out(),
+      EndsWith("authoring title(s)\nreading the disc back\nlog: " + app(run_file::log) + "\n"));
+  EXPECT_THAT(folder_.read("app/CorvaneLOG.txt"),
+              testing::AllOf(HasSubstr("INFO: reading the disc back: 0%"),
+                             HasSubstr("*** stopped by the user")));
+  EXPECT_FALSE(folder_exists(out() + "/VIDEO_TS")) << "nobody knows whether it is right";
+}
+
 TEST_F(AuthorSignals, OneThatWasIgnoredAtTheStartStaysIgnored) {
   add_tool("mplex", "while [ ! -e \"$TEST_OUT/go\" ]; do /bin/sleep 0.05; done\n" + real("mplex"));
   program_start how = start({project_, out()});

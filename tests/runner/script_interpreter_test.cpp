@@ -2,6 +2,7 @@
 
 #include "noting_host.h"
 #include "platform/files/files.h"
+#include "runner/output_lines.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -148,11 +149,11 @@ TEST(LastLook, ComesBeforeTheEndMarkerAndItsErrorsMakeTheRunAFailure) {
   noting_host host;
   host.printed = {"half"};
   EXPECT_FALSE(run_script("bin/a.exe\necho *process complete\n", host,
-                          [](bool all_well, const line_printer& print) {
+                          [](bool all_well, const look_output& out) {
                             EXPECT_TRUE(all_well);
-                            print("INFO: looking\n*process complete");
-                            print("ERR:  title 1 is half as long as it should be");
-                            print("*process complete");
+                            out.line("INFO: looking\n*process complete");
+                            out.line("ERR:  title 1 is half as long as it should be");
+                            out.line("*process complete");
                           }));
   EXPECT_EQ(host.notes,
             "[run /own/a.exe]\nhalf\nINFO: looking?*process complete\n"
@@ -160,25 +161,34 @@ TEST(LastLook, ComesBeforeTheEndMarkerAndItsErrorsMakeTheRunAFailure) {
             "*process complete\n");
 }
 
+TEST(LastLook, IsAStepThatTheLogWindowAndTheConsoleShow) {
+  noting_host host;
+  host.printed = {"half"};
+  EXPECT_TRUE(
+      run_script("bin/a.exe\necho *process complete\n", host,
+                 [](bool /*all_well*/, const look_output& out) { out.step("reading\n*it back"); }));
+  EXPECT_EQ(host.notes, "[run /own/a.exe]\nhalf\n*reading?*it back.....\n*process complete\n");
+  EXPECT_EQ(step_in_line("*reading?*it back....."), "reading?*it back");
+}
+
 TEST(LastLook, ThatFindsNothingChangesNothing) {
   noting_host host;
   EXPECT_TRUE(run_script("echo a\necho *process complete\n", host,
-                         [](bool /*all_well*/, const line_printer& /*print*/) {}));
+                         [](bool /*all_well*/, const look_output& /*out*/) {}));
   EXPECT_EQ(host.notes, "a\n*process complete\n");
 }
 
 TEST(LastLook, IsToldThatSomethingWentWrong) {
   noting_host host;
   bool well = true;
-  EXPECT_FALSE(
-      run_script("format c:\necho *process complete\n", host,
-                 [&well](bool all_well, const line_printer& /*print*/) { well = all_well; }));
+  EXPECT_FALSE(run_script("format c:\necho *process complete\n", host,
+                          [&well](bool all_well, const look_output& /*out*/) { well = all_well; }));
   EXPECT_FALSE(well);
 }
 
 TEST(LastLook, IsNotTakenAtAScriptThatMakesNoDisc) {
   noting_host host;
-  EXPECT_TRUE(run_script("bin/spumux.exe\n", host, [](bool, const line_printer&) { FAIL(); }));
+  EXPECT_TRUE(run_script("bin/spumux.exe\n", host, [](bool, const look_output&) { FAIL(); }));
 }
 
 TEST(Complaint, NamesTheToolAndHowItEnded) {

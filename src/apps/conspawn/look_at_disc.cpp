@@ -1,4 +1,4 @@
-#include "look_at_disc.h"
+#include "apps/conspawn/look_at_disc.h"
 
 #include "examine/verification.h"
 #include "formats/sanitized.h"
@@ -16,7 +16,6 @@ namespace corvane {
 namespace {
 
 constexpr std::uintmax_t largest_file = 64u << 20;
-constexpr int slice_milliseconds = 1000;
 constexpr std::size_t most_lines = 100;
 
 std::string_view mark_of(finding_severity severity) {
@@ -56,12 +55,31 @@ std::string text_of_difference(const finding& f) {
   return sanitized(text);
 }
 
-void print_findings(const std::vector<finding>& findings, const line_printer& print) {
+/// How far it is, in whole percent.
+int percent_of(const verification& look) {
+  return look.bytes_to_read() == 0
+             ? 0
+             : static_cast<int>(100.0 * static_cast<double>(look.bytes_read()) /
+                                static_cast<double>(look.bytes_to_read()));
+}
+
+/// Reads to the end. The number has no blank before its "%": so the log window's bar finds it
+/// (runner/output_text.h).
+void read_back(verification& look, const look_output& out, int pause) {
+  int told = -1;
+  while (look.step(pause))
+    if (const int percent = percent_of(look); percent != told) {
+      told = percent;
+      out.line("INFO: reading the disc back: " + std::to_string(percent) + "%");
+    }
+}
+
+void print_findings(const std::vector<finding>& findings, const look_output& out) {
   const std::size_t shown = std::min(findings.size(), most_lines);
   for (std::size_t i = 0; i < shown; ++i)
-    print(text_of_difference(findings[i]));
+    out.line(text_of_difference(findings[i]));
   if (shown < findings.size())
-    print("INFO: and " + std::to_string(findings.size() - shown) + " more");
+    out.line("INFO: and " + std::to_string(findings.size() - shown) + " more");
 }
 
 }  // namespace
@@ -79,21 +97,21 @@ result<shared_foreseen_run> read_foreseen(const std::string& foreseen) {
 }
 
 std::vector<finding> look_at_disc(const shared_foreseen_run& foreseen, bool all_well,
-                                  const line_printer& print) {
+                                  const look_output& out, int pause) {
   if (!all_well)
     return {};
-  print("INFO: the disc is read back and held against what was asked for");
+  out.step("reading the disc back");
+  out.line("INFO: the disc is read back and held against what was asked for");
   verification look({foreseen->out, foreseen->image ? foreseen->out + ".iso" : std::string()},
                     foreseen);
-  while (look.step(slice_milliseconds)) {
-  }
-  print_findings(look.findings(), print);
+  read_back(look, out, pause);
+  print_findings(look.findings(), out);
   const auto none = [&look](finding_severity of) { return count_of(look.findings(), of) == 0; };
   if (none(finding_severity::error))
-    print(std::string("INFO: the disc is ") +
-          (none(finding_severity::warning) ? "as it should be: "
-                                           : "complete, but look at the warnings above: ") +
-          std::to_string(look.bytes_read()) + " bytes were read");
+    out.line(std::string("INFO: the disc is ") +
+             (none(finding_severity::warning) ? "as it should be: "
+                                              : "complete, but look at the warnings above: ") +
+             std::to_string(look.bytes_read()) + " bytes were read");
   return look.findings();
 }
 

@@ -21,7 +21,9 @@ result<shared_foreseen_run> read_foreseen(const std::string& foreseen);
 
 /// Reads the disc back and holds it against what was foreseen. What is wrong is printed as lines
 /// that begin "ERR:", and given. Nobody looks at what a run has left that went wrong before.
+///
+/// `pause`: milliseconds between two lines that tell how much has been read.
 std::vector<finding> look_at_disc(const shared_foreseen_run& foreseen, bool all_well,
-                                  const line_printer& print);
+                                  const look_output& out, int pause = 1000);
 
 }  // namespace corvane

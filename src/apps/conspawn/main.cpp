@@ -10,8 +10,8 @@
 // is read back before the script's end is told, and nothing is run when what is foreseen of it does
 // not stand beside the script. What was found is written there, too.
 
+#include "apps/conspawn/look_at_disc.h"
 #include "disc/finding_file.h"
-#include "look_at_disc.h"
 #include "platform/files/files.h"
 #include "platform/processes/spawn.h"
 #include "runner/output_lines.h"
@@ -65,14 +65,14 @@ bool run(const corvane::invocation& own) {
     complain("the disc could not be looked at, so nothing is run: " + foreseen.error);
     return false;
   }
-  return corvane::run_script(*script, host, [&](bool all_well, const corvane::line_printer& print) {
+  return corvane::run_script(*script, host, [&](bool all_well, const corvane::look_output& out) {
     std::vector<corvane::finding> found = host.findings();
-    const auto on_disc = corvane::look_at_disc(*foreseen, all_well, print);
+    const auto on_disc = corvane::look_at_disc(*foreseen, all_well, out);
     found.insert(found.end(), on_disc.begin(), on_disc.end());
     const std::string file = beside(own.arguments[0], run_file::findings);
     if (const corvane::failure why = corvane::replace_file(file, corvane::findings_text(found)))
-      print("INFO: what was found stands here alone: \"" + file +
-            "\" could not be written: " + *why);
+      out.line("INFO: what was found stands here alone: \"" + file +
+               "\" could not be written: " + *why);
   });
 }
 
