@@ -26,7 +26,7 @@ TEST_F(RunFindings, MessageOfAToolIsToldWithItemAndRemedy) {
            "echo 'WARN: attempt to update tv format from ntsc to pal; skipping'\n");
   EXPECT_EQ(run({project_, out()}), 1);
   EXPECT_THAT(stdout_,
-              EndsWith("error: title 1, video: its video is pal, but the disc is declared ntsc.\n"
+              EndsWith("error: title 1, video: its video is PAL, but the disc is declared NTSC.\n"
                        "    a viewer would see: Players show no picture or a wrong one\n"
                        "    what to do: Encode it in the video standard of the project, or choose "
                        "the other standard\n"

@@ -62,8 +62,8 @@ TEST(ToolMessages, ATitleOfTheOtherVideoStandardIsNeverComplete) {
   const studio s;
   const finished done = s.author(p, {"--force"});
   EXPECT_EQ(done.status, 1) << done.out;
-  EXPECT_THAT(log_of(s), HasSubstr("ERR:  title 2, video: its video is pal, but the disc is "
-                                   "declared ntsc."));
+  EXPECT_THAT(log_of(s), HasSubstr("ERR:  title 2, video: its video is PAL, but the disc is "
+                                   "declared NTSC."));
   EXPECT_FALSE(std::filesystem::exists(s.image()));
 }
 

@@ -57,7 +57,7 @@ const std::vector<sample> measured = {
      "mplex-last-frame", "INFO: title 2, audio: the last frame of its sound is not whole"},
     {"dvdauthor", "WARN: attempt to update tv format from ntsc to pal; skipping",
      "dvdauthor-mixed-standards",
-     "ERR:  title 2, video: its video is pal, but the disc is declared ntsc. Players show no "
+     "ERR:  title 2, video: its video is PAL, but the disc is declared NTSC. Players show no "
      "picture or a wrong one. Encode it in the video standard of the project, or choose the other "
      "standard."},
     {"dvdauthor",
@@ -434,8 +434,8 @@ TEST(KnownMessages, OfAWrongDiscMakeTheRunAFailureAndNoImage) {
   host.printed = {"STAT: Processing /o/title2.mpg...\n",
                   "WARN: attempt to update tv format from ntsc to pal; skipping\n"};
   EXPECT_FALSE(run_script("bin/dvdauthor.exe c.xml\nbin/mkisofs.exe -o o.iso o\n", host));
-  EXPECT_THAT(host.notes, HasSubstr("\nERR:  title 2, video: its video is pal, but the disc is "
-                                    "declared ntsc. Players"));
+  EXPECT_THAT(host.notes, HasSubstr("\nERR:  title 2, video: its video is PAL, but the disc is "
+                                    "declared NTSC. Players"));
   EXPECT_THAT(host.notes, HasSubstr("INFO: no image is made"));
 }
 

@@ -31,7 +31,7 @@ TEST(ToolFindings, KnownMessageIsOneWithItemConsequenceAndRemedy) {
                   "WARN: attempt to update tv format from ntsc to pal; skipping\n"};
   EXPECT_FALSE(run_script("bin/dvdauthor.exe -x c.xml\n", host));
   EXPECT_THAT(found(host),
-              ElementsAre("error: title 2, video: its video is pal, but the disc is declared ntsc. "
+              ElementsAre("error: title 2, video: its video is PAL, but the disc is declared NTSC. "
                           "[dvdauthor-mixed-standards]"));
   EXPECT_EQ(host.findings.at(0).consequence, "Players show no picture or a wrong one");
   EXPECT_EQ(host.findings.at(0).remedy,

@@ -48,8 +48,8 @@ TEST_F(RunFindings, ErrorsAreShownOnceTheOutcomeWasRead) {
   author(failure_text);
   ASSERT_TRUE(window_comes(dialog));
   EXPECT_EQ(caption(), "findings of the last run");
-  EXPECT_THAT(shown_rows(), testing::ElementsAre("error|title 1, video|its video is pal, but the "
-                                                 "disc is declared ntsc"));
+  EXPECT_THAT(shown_rows(), testing::ElementsAre("error|title 1, video|its video is PAL, but the "
+                                                 "disc is declared NTSC"));
   EXPECT_THAT(details(), HasSubstr("What to do: Encode it in the video standard of the project"));
   EXPECT_TRUE(is_enabled("goto"));
   screenshot("run-findings");

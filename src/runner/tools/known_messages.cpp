@@ -50,7 +50,7 @@ std::string seconds_of_ticks(std::string_view ticks) {
   return text.data();
 }
 
-/// The value of "1", "1+" or "1s".
+/// The value of "1", "1+", "1s" or "1^".
 std::string value_of(std::string_view name, const std::vector<std::string_view>& parts) {
   const auto index = static_cast<std::size_t>(name.front() - '1');
   if (index >= parts.size())
@@ -58,6 +58,8 @@ std::string value_of(std::string_view name, const std::vector<std::string_view>&
   const std::string_view part = parts[index];
   if (name.ends_with('s'))
     return seconds_of_ticks(part);
+  if (name.ends_with('^'))
+    return upper(part);
   if (const std::optional<int> number = small_number(part); number && name.ends_with('+'))
     return std::to_string(*number + 1);
   return std::string(part);

@@ -34,7 +34,7 @@ struct known_message {
   finding_severity severity = finding_severity::warning;
 
   // Sentences without their full stop. "{1}" is what the first "~" stood for; "{1+}" is one more
-  // than that number, "{1s}" the seconds of that many ticks of 90 kHz.
+  // than that number, "{1s}" the seconds of that many ticks of 90 kHz; "{1^}" is it in capitals.
   std::string_view found, consequence, remedy;
 
   message_about about = message_about::stream;
