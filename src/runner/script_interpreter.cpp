@@ -151,10 +151,10 @@ class interpreter {
     for (const std::string& line : ways.announce(call, host_))
       say(line);
     const std::string made = ways.makes(call);
-    const auto before = made.empty() ? std::nullopt : host_.stamp_of(made);
+    const bool was_there = !made.empty() && host_.set_time_back(made);
     call_findings found{item_of_call(call.words, call.output)};
     tool_result result = run(p, c, found);
-    result.left_alone = before && host_.stamp_of(made) == before;
+    result.left_alone = was_there && host_.was_left_alone(made);
     for (const finding& f : ways.explain(call, result, host_))
       tell(f, found);
     std::vector<finding> judged = ways.judge(call, result, host_);

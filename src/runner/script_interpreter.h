@@ -10,7 +10,9 @@
 #include "runner/tools/tool_ways.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,6 +34,14 @@ class script_host : public tool_files {
 
   /// Fails when there is no such file or the new path names something already.
   virtual failure rename(const std::string& path, const std::string& new_path) = 0;
+
+  /// Gives a file that is there a time of change at which nobody wrote it, so that it can be told
+  /// whether it is written from now on: disks keep times to two seconds, and the same bytes have
+  /// the same size. False when there is none, or its time cannot be set.
+  virtual bool set_time_back(const std::string& file) = 0;
+
+  /// Whether nobody has written it since; then its time is what it was before.
+  virtual bool was_left_alone(const std::string& file) = 0;
 
   /// The path under which a program named in the script is started; empty when it is none that
   /// scripts may start.
@@ -76,13 +86,14 @@ class system_script_host : public script_host {
   std::vector<std::string> matching(const std::string& pattern) override;
   failure erase(const std::string& path) override;
   failure rename(const std::string& path, const std::string& new_path) override;
+  bool set_time_back(const std::string& file) override;
+  bool was_left_alone(const std::string& file) override;
   std::string allowed_program(const std::string& path) override;
   pipeline_result run(const pipeline& programs) override;
   std::string why_no_buttons_seen(const std::string& menu_stream) override;
   int buttons_asked_for(const std::string& control_file) override;
   std::string control_text(const std::string& control_file) override;
   std::optional<std::uintmax_t> size_of(const std::string& file) override;
-  std::optional<file_stamp> stamp_of(const std::string& file) override;
   std::string why_not_this_still(const std::string& m2v, const still_form& asked) override;
   std::vector<std::string> font_names_in(const std::string& font_file) override;
   void take(finding f) override { findings_.push_back(std::move(f)); }
@@ -93,6 +104,10 @@ class system_script_host : public script_host {
  private:
   std::string own_folder_;
   std::vector<finding> findings_;
+  struct set_back {
+    std::filesystem::file_time_type own, kept;  ///< `kept`: what the disk made of the one set
+  };
+  std::map<std::string, set_back> times_;
 };
 
 }  // namespace corvane

@@ -5,6 +5,7 @@
 #include "runner/script_interpreter.h"
 #include "runner/tools/spumux_buttons.h"
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <system_error>
@@ -59,6 +60,35 @@ failure system_script_host::rename(const std::string& path, const std::string& n
   return std::nullopt;
 }
 
+bool system_script_host::set_time_back(const std::string& file) {
+  constexpr auto about_a_year = std::chrono::hours(24 * 370);
+  std::error_code error;
+  const fs::path path = path_of(file);
+  if (!fs::is_regular_file(path, error))
+    return false;
+  const fs::file_time_type own = fs::last_write_time(path, error);
+  if (error)
+    return false;
+  fs::last_write_time(path, own - about_a_year, error);
+  if (error)
+    return false;
+  const fs::file_time_type kept = fs::last_write_time(path, error);
+  if (error || kept == own)
+    return false;
+  times_[file] = {own, kept};
+  return true;
+}
+
+bool system_script_host::was_left_alone(const std::string& file) {
+  const auto times = times_.find(file);
+  std::error_code error;
+  if (times == times_.end() || fs::last_write_time(path_of(file), error) != times->second.kept ||
+      error)
+    return false;
+  fs::last_write_time(path_of(file), times->second.own, error);
+  return true;
+}
+
 std::string system_script_host::allowed_program(const std::string& path) {
   const fs::path program = path_of(path);
   if (program.parent_path().empty() || own_folder_.empty() ||
@@ -89,10 +119,6 @@ std::string system_script_host::control_text(const std::string& control_file) {
 
 std::optional<std::uintmax_t> system_script_host::size_of(const std::string& file) {
   return file_size(file);
-}
-
-std::optional<file_stamp> system_script_host::stamp_of(const std::string& file) {
-  return corvane::stamp_of(file);
 }
 
 std::string system_script_host::why_not_this_still(const std::string& m2v,

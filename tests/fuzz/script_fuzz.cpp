@@ -93,8 +93,13 @@ class checking_host : public corvane::script_host {
     return menu_stream.size() % 2 != 0 ? "odd" : "";
   }
   std::optional<std::uintmax_t> size_of(const std::string& file) override { return file.size(); }
-  std::optional<corvane::file_stamp> stamp_of(const std::string& file) override {
-    return corvane::file_stamp{file.size(), 0};
+  bool set_time_back(const std::string& file) override {
+    check_name(file);
+    return file.size() % 2 != 0;
+  }
+  bool was_left_alone(const std::string& file) override {
+    check_name(file);
+    return file.size() % 3 == 0;
   }
   std::string why_not_this_still(const std::string& m2v,
                                  const corvane::still_form& asked) override {

@@ -5,7 +5,6 @@
 #include "runner/script_interpreter.h"
 
 #include <cstdint>
-#include <deque>
 #include <map>
 #include <optional>
 #include <string>
@@ -29,10 +28,11 @@ class noting_host : public script_host {
   int buttons = 1;             ///< that a control file asks for
   std::string control;         ///< text of a control file
   std::map<std::string, std::uintmax_t> sizes;
-  std::deque<std::optional<file_stamp>> stamps;  ///< of each file that is asked for; then none
-  std::string why_no_still;                      ///< of the last still looked at
-  still_form still;                              ///< that it should have
-  std::vector<std::string> fonts;                ///< the names of each font file
+  bool lies_there = false;         ///< the file that the next line makes is there before
+  bool leaves_it = false;          ///< and the line does not write it
+  std::string why_no_still;        ///< of the last still looked at
+  still_form still;                ///< that it should have
+  std::vector<std::string> fonts;  ///< the names of each font file
   std::vector<finding> findings;
 
   void print(std::string_view text) override {
@@ -71,13 +71,8 @@ class noting_host : public script_host {
     const auto found = sizes.find(file);
     return found == sizes.end() ? std::nullopt : std::optional(found->second);
   }
-  std::optional<file_stamp> stamp_of(const std::string& /*file*/) override {
-    if (stamps.empty())
-      return std::nullopt;
-    const std::optional<file_stamp> stamp = stamps.front();
-    stamps.pop_front();
-    return stamp;
-  }
+  bool set_time_back(const std::string& /*file*/) override { return lies_there; }
+  bool was_left_alone(const std::string& /*file*/) override { return leaves_it; }
   std::string why_not_this_still(const std::string& m2v, const still_form& asked) override {
     note("look at " + m2v);
     still = asked;

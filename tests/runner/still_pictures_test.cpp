@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <optional>
+#include <filesystem>
 #include <string>
 
 namespace corvane {
@@ -89,7 +89,7 @@ TEST(StillLine, VideoThatIsNotWholeIsAnErrorThoughBothToolsEndedWell) {
 
 TEST(StillLine, VideoOfAnEarlierRunThatWasNotWrittenIsAnError) {
   noting_host host;
-  host.stamps = {file_stamp{5000, 1}, file_stamp{5000, 1}};
+  host.lies_there = host.leaves_it = true;
   EXPECT_FALSE(run_script(still_line, host));
   EXPECT_EQ(host.notes,
             both_ran + wrong + "mpeg2enc did not write it, and what lies there is older\n");
@@ -97,7 +97,7 @@ TEST(StillLine, VideoOfAnEarlierRunThatWasNotWrittenIsAnError) {
 
 TEST(StillLine, VideoOfAnEarlierRunMayBeReplaced) {
   noting_host host;
-  host.stamps = {file_stamp{5000, 1}, file_stamp{5000, 2}};
+  host.lies_there = true;
   EXPECT_TRUE(run_script(still_line, host));
   EXPECT_EQ(host.notes, both_ran + "[look at /s.m2v]\n");
 }
@@ -114,6 +114,40 @@ TEST(StillLine, Jpeg2yuvAloneMakesNoStill) {
   noting_host host;
   EXPECT_TRUE(run_script("bin/jpeg2yuv.exe -n 1 -j /p.jpg > /p.y4m\n", host));
   EXPECT_EQ(host.notes, "[run /own/jpeg2yuv.exe,-n,1,-j,/p.jpg]\n");
+}
+
+// The system's host -------------------------------------------------------------------------------
+
+namespace fs = std::filesystem;
+
+class WrittenFile : public ::testing::Test {
+ protected:
+  const temporary_folder folder_;
+  const std::string file_ = folder_.add("still.m2v", "12345");
+  const fs::file_time_type own_ = fs::last_write_time(path_of(file_));
+  system_script_host host_{folder_.path()};
+};
+
+TEST_F(WrittenFile, IsKnownThoughItsSizeAndTimeAreAsBefore) {
+  ASSERT_TRUE(host_.set_time_back(file_));
+  folder_.add("still.m2v", "54321");
+  fs::last_write_time(path_of(file_), own_);  // as a disk does that keeps times to two seconds
+  EXPECT_FALSE(host_.was_left_alone(file_));
+}
+
+TEST_F(WrittenFile, OneThatIsLeftAloneKeepsItsTime) {
+  ASSERT_TRUE(host_.set_time_back(file_));
+  EXPECT_NE(fs::last_write_time(path_of(file_)), own_);
+  EXPECT_TRUE(host_.was_left_alone(file_));
+  EXPECT_EQ(fs::last_write_time(path_of(file_)), own_);
+}
+
+TEST_F(WrittenFile, OneThatWasNotThereOrGoesIsNotLeftAlone) {
+  EXPECT_FALSE(host_.set_time_back(folder_.path("none.m2v")));
+  EXPECT_FALSE(host_.was_left_alone(folder_.path("none.m2v")));
+  ASSERT_TRUE(host_.set_time_back(file_));
+  fs::remove(path_of(file_));
+  EXPECT_FALSE(host_.was_left_alone(file_));
 }
 
 }  // namespace

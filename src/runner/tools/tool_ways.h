@@ -5,7 +5,6 @@
 #pragma once
 
 #include "disc/finding.h"
-#include "platform/files/file_stamp.h"
 #include "platform/processes/spawn.h"
 #include "runner/script_line.h"
 #include "runner/tools/still_pictures.h"
@@ -50,9 +49,6 @@ class tool_files {
 
   /// How many bytes a file has; nullopt when there is none.
   virtual std::optional<std::uintmax_t> size_of(const std::string& file) = 0;
-
-  /// By which a file is known again; nullopt when there is none.
-  virtual std::optional<file_stamp> stamp_of(const std::string& file) = 0;
 
   /// Why a still video is not as it was asked for (runner/tools/still_pictures.h).
   virtual std::string why_not_this_still(const std::string& m2v, const still_form& asked) = 0;
