@@ -101,14 +101,13 @@ TEST_F(AuthorProgram, AToolsErrorIsToldAndGivesStatusOne) {
 TEST_F(AuthorProgram, AToolThatFailsWithoutAWordGivesStatusOne) {
   add_tool("mplex", "exit 7\n");
   EXPECT_EQ(run({project_, out()}), 1);
-  EXPECT_THAT(stderr_, HasSubstr("mplex.exe ended with status 7"));
+  EXPECT_THAT(stdout_, HasSubstr("\nerror: title 1: mplex.exe ended with status 7.\n"));
 }
 
 TEST_F(AuthorProgram, AToolThatCrashesGivesStatusOne) {
   add_tool("mplex", "kill -SEGV $$\n");
   EXPECT_EQ(run({project_, out()}), 1);
-  EXPECT_THAT(stderr_, HasSubstr("ERR:"));
-  EXPECT_THAT(stderr_, HasSubstr("mplex.exe"));
+  EXPECT_THAT(stdout_, HasSubstr("\nerror: title 1: mplex.exe was ended by signal 11 "));
 }
 
 TEST_F(AuthorProgram, BadArgumentsGiveStatusTwo) {

@@ -3,11 +3,13 @@
 #include "apps/corvane-author/console_listener.h"
 #include "apps/corvane-author/console_prompts.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 namespace corvane {
 namespace {
@@ -130,6 +132,38 @@ TEST_F(Report, ErrorsOfARunAreSaidWhenAskedForWithHowManyMoreThereWere) {
   listener.say_errors();
   EXPECT_EQ(err(),
             "corvane-author: ERR:  a\ncorvane-author: ERR:  b\ncorvane-author: ... and 3 more\n");
+}
+
+TEST_F(Report, ErrorsOfARunThatAreFindingsAreSaidOnceInTheirFullForm) {
+  console_listener listener(piped_);
+  run_end end{
+      run_outcome::failed,
+      {"ERR:  title 1: there is no picture; rule: disc-picture", "ERR:  no luck", "ERR:  a"},
+      4,
+      {}};
+  finding first, second, third;
+  first.found = "there is no picture";
+  second.found = "dvdauthor says \"ERR:  no luck\"";
+  third.found = "another one, of which the line is not at hand";
+  end.findings = std::vector<finding>{first, second, third};
+  listener.finished(end);
+  listener.say_errors();
+  EXPECT_EQ(err(), "corvane-author: ERR:  a\n");
+  EXPECT_EQ(out(), "");
+  listener.say_findings();
+  EXPECT_THAT(out(), testing::HasSubstr("error: disc: there is no picture.\n"));
+}
+
+TEST_F(Report, WarningsThatSayTheSameHideNoError) {
+  console_listener listener(piped_);
+  run_end end{run_outcome::failed, {"ERR:  no luck"}, 1, {}};
+  finding warning;
+  warning.severity = finding_severity::warning;
+  warning.found = "no luck";
+  end.findings = std::vector<finding>{warning};
+  listener.finished(end);
+  listener.say_errors();
+  EXPECT_EQ(err(), "corvane-author: ERR:  no luck\n");
 }
 
 TEST_F(Report, WhatTheCleanUpCouldNotDoIsSaidUnlessTheRunnerHas) {

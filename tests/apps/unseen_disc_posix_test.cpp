@@ -58,6 +58,7 @@ TEST_F(UnseenDisc, WrongDiscIsFoundOutThoughTheFileWent) {
   EXPECT_THAT(stdout_, HasSubstr("\n    file: VIDEO_TS/VTS_01_0.BUP\n"));
   EXPECT_THAT(stdout_, HasSubstr("\n    what to do: author the disc again"));
   EXPECT_THAT(stdout_, HasSubstr("\n    rule: disc-tables\n"));
+  EXPECT_THAT(stderr_, Not(HasSubstr("ERR:"))) << "each is said once";
   EXPECT_FALSE(folder_exists(out() + "/VIDEO_TS"));
 }
 

@@ -1,5 +1,6 @@
 #include "apps/corvane-author/console_listener.h"
 
+#include "formats/sanitized.h"
 #include "runner/run_files.h"
 #include "tools/finding_list.h"
 
@@ -8,6 +9,17 @@
 #include <vector>
 
 namespace corvane {
+namespace {
+
+/// Whether the line of the log says what is found, or is the tool's line that it repeats.
+bool says(const std::string& line, const finding& f) {
+  const std::string found = sanitized(f.found);
+  return f.severity == finding_severity::error && !found.empty() &&
+         (line.find(found) != std::string::npos ||
+          found.find(sanitized(line)) != std::string::npos);
+}
+
+}  // namespace
 
 void console_listener::step(const run_step& step) {
   report_.step(step.name);
@@ -32,11 +44,19 @@ void console_listener::finished(const run_end& end) {
       report_.message("\"" + trouble.file + "\" " + trouble.text);
 }
 
+// Each finding has had a line of its own in the log, of which only the first ones are at hand.
 void console_listener::say_errors() {
-  for (const std::string& line : end_.errors)
-    report_.message(line);
-  if (end_.error_count > end_.errors.size())
-    report_.message("... and " + std::to_string(end_.error_count - end_.errors.size()) + " more");
+  const std::vector<finding> found = end_.findings.value_or(std::vector<finding>());
+  std::size_t left = count_of(found, finding_severity::error);
+  for (const std::string& line : end_.errors) {
+    if (std::ranges::none_of(found, [&](const finding& f) { return says(line, f); }))
+      report_.message(line);
+    else
+      left -= std::min<std::size_t>(left, 1);
+  }
+  const std::size_t more = end_.error_count - end_.errors.size();
+  if (more > left)
+    report_.message("... and " + std::to_string(more - left) + " more");
 }
 
 void console_listener::say_findings() {

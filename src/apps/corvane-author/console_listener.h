@@ -12,7 +12,8 @@ class console_listener : public run_listener {
  public:
   explicit console_listener(report& out) : report_(out) {}
 
-  /// Says which lines made the run a failure. To be called once it has finished.
+  /// Says which lines made the run a failure, but for those that `say_findings` tells more fully.
+  /// To be called once it has finished.
   void say_errors();
 
   /// Says what was found that is an error or a warning, worst first, with what to do; the log has
