@@ -99,14 +99,14 @@ TEST(FileFacts, OfABeginningAreTheKindThatTheWholeFileHas) {
            {testing_support::small_video() + sound, file_kind::video},
            {sound + testing_support::small_video(), file_kind::audio}}) {
     const std::string path = folder.add(std::to_string(++number), bytes);
-    const file_facts head = read_file_head(path);
-    EXPECT_EQ(head.kind, kind) << number;
-    EXPECT_EQ(head.size, bytes.size());
-    EXPECT_EQ(head.audio.has_value(), kind == file_kind::audio) << number;
-    EXPECT_EQ(head.video.has_value(), kind == file_kind::video) << number;
+    const file_facts beginning = read_file_head(path);
+    EXPECT_EQ(beginning.kind, kind) << number;
+    EXPECT_EQ(beginning.size, bytes.size());
+    EXPECT_EQ(beginning.audio.has_value(), kind == file_kind::audio) << number;
+    EXPECT_EQ(beginning.video.has_value(), kind == file_kind::video) << number;
     const file_scan scan(path);
     EXPECT_EQ(scan.facts().kind, kind) << number;
-    EXPECT_EQ(scan.facts().whole, head.whole) << number;
+    EXPECT_EQ(scan.facts().whole, beginning.whole) << number;
   }
 }
 
