@@ -270,18 +270,31 @@ class foreseeing {
     said_.say_seconds(part_of(item, part::video), trait_kind::shows_until, s.video->seconds);
   }
 
-  /// Where examination says that they come to lie. Units of a ready file need not begin with each I
-  /// picture.
+  /// What examination knows of a title's units; none where dvdauthor may make others.
+  static title_length units_of(const disc_title& title, const streams& s) {
+    if (s.video == nullptr || !s.whole_video)
+      return {};
+    if (s.inside == nullptr)
+      return title.is_multiplexed_here ? title_length{s.video->seconds, s.video->unit_begins}
+                                       : title_length{};
+    return goes_on(*s.inside) ? title_length{s.inside->shown_until, s.inside->unit_begins}
+                              : title_length{};
+  }
+
+  /// Where examination says that they come to lie. One right before the end may be left out: mplex
+  /// drops the last picture of some streams.
   void say_chapters(const finding_item& item, const disc_title& title, const streams& s) {
-    if (s.inside != nullptr || !title.is_multiplexed_here || d_.has_other_paths ||
-        s.video == nullptr || !s.whole_video || s.video->unit_begins.empty())
+    constexpr double about_the_end = 0.1;
+    const title_length length = units_of(title, s);
+    const std::vector<double>& units = length.units;
+    if (units.empty() || !length.seconds || d_.has_other_paths)
       return;
-    const std::vector<double>& units = s.video->unit_begins;
-    const landed_chapters landed = chapters_on_disc(title, {s.video->seconds, units});
+    const landed_chapters landed =
+        chapters_on_disc(title, {*length.seconds - about_the_end, units});
     for (std::size_t i = 0; i < landed.begins.size(); ++i)
       said_.say_seconds(part_of(item, part::chapter, static_cast<int>(i) + 1), trait_kind::lands,
                         landed.begins[i]);
-    double longest = s.video->seconds - units.back();
+    double longest = *length.seconds - units.back();
     for (std::size_t i = 1; i < units.size(); ++i)
       longest = std::max(longest, units[i] - units[i - 1]);
     said_.say_seconds(item, trait_kind::unit, longest);

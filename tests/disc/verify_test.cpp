@@ -345,6 +345,78 @@ TEST(VerifyXml, WaysThroughSeveralTitlesetsAreComparedAndShown) {
                                HasSubstr("must be: stop")));
 }
 
+// Ready streams of several multiplexers, whose own NAV packs say where chapters can begin.
+class VerifyReady : public ::testing::Test {
+ protected:
+  std::string path(const std::string& name) const { return home_.folder().path(name); }
+
+  std::string make(const std::string& line, const std::string& name) const {
+    const finished done = run({{"sh", "-c", line + " '" + path(name) + "'"}});
+    EXPECT_EQ(done.status, 0) << line << "\n" << done.out;
+    return path(name);
+  }
+
+  /// FFmpeg's line for six seconds, up to the file's name.
+  static std::string encode(const std::string& options) {
+    return "ffmpeg -nostdin -v error -y -f lavfi -i testsrc2=size=720x480:rate=30000/1001 -i '" +
+           media("clip.ac3") +
+           "' -t 6 -c:v mpeg2video -pix_fmt yuv420p -sc_threshold 1000000000 -b:v 2500k "
+           "-maxrate 6000k -bufsize 1835k -aspect 4:3 -c:a copy " +
+           options;
+  }
+  std::string by_mplex(const std::string& video, const std::string& name) const {
+    return make("mplex -v 0 -f 8 '" + video + "' '" + media("clip.ac3") + "' -o", name);
+  }
+
+  /// A disc of this stream alone; how many chapters were foreseen by its units.
+  int landed(const std::string& stream, const std::string& chapters) const {
+    project p;
+    add_title(p, {stored_from_native(stream)}, chapters);
+    home_.authored(p, {"--replace"});
+    const auto text = read_file(join_path(home_.app(), "foreseen.xml"), 1u << 24);
+    const auto foreseen = text ? parse_foreseen(*text) : result<foreseen_run>::fail(text.error);
+    EXPECT_TRUE(foreseen) << foreseen.error;
+    int count = 0;
+    if (foreseen)
+      for (const disc_trait& trait : foreseen->disc.all())
+        count += trait.kind == disc_trait_kind::lands ? 1 : 0;
+    return count;
+  }
+
+  studio home_;
+};
+
+TEST_F(VerifyReady, ChaptersOfEachLandWhereExaminationSaid) {
+  const std::string chapters = "0,00:00:00.70,00:00:02.10,00:00:02.90,00:00:04.40";
+  const std::string open = make(encode("-map 0 -g 15 -bf 2 -f mpeg2video"), "open.m2v");
+  for (const std::string& stream :
+       {media("muxed-ntsc.vob"), by_mplex(media("clip-ntsc.m2v"), "mplex.vob"),
+        by_mplex(open, "open.vob"), make(encode("-g 12 -f dvd"), "ffmpeg.vob"),
+        make(encode("-g 15 -bf 2 -f dvd"), "ffmpeg-open.vob")})
+    EXPECT_EQ(landed(stream, chapters), 5) << stream;
+  // Of a disc.
+  const std::string again = path("again.vob");
+  fs::rename(path_of(home_.out() + "/VIDEO_TS/VTS_01_1.VOB"), path_of(again));
+  EXPECT_EQ(landed(again, chapters), 5);
+}
+
+/// dvdauthor is not asked for other chapters than those of the project; so another stream takes the
+/// place of the one that the disc was made of.
+TEST_F(VerifyReady, ChaptersElsewhereAreTold) {
+  const std::string stream =
+      by_mplex(make(encode("-map 0 -g 18 -f mpeg2video"), "long.m2v"), "stream.vob");
+  const std::string other =
+      by_mplex(make(encode("-map 0 -g 3 -f mpeg2video"), "short.m2v"), "other.vob");
+  EXPECT_EQ(landed(stream, "0,00:00:02.00"), 2);
+  fs::rename(path_of(other), path_of(stream));
+  command c;
+  c.words = {CORVANE_AUTHOR, "--verify", home_.project_file(), home_.out()};
+  c.environment["CORVANE_HOME"] = home_.app();
+  const finished told = run(c);
+  EXPECT_EQ(told.status, 2) << told.out;
+  EXPECT_THAT(told.out, HasSubstr("error: title 1, chapter 2: lands at: "));
+}
+
 // What becomes of cues that are out of order, overlap, have no end, or come behind the title's.
 class VerifySubtitles : public ::testing::Test {
  protected:

@@ -145,6 +145,52 @@ TEST_F(ForeseenDisc, ChaptersLandOnTheUnitsOfTheirVideo) {
   EXPECT_EQ(said(title_item(1), kind::unit), "0.75");
 }
 
+TEST_F(ForeseenDisc, AChapterRightBeforeTheEndMayBeLeftOut) {
+  facts_[native("\\a.m2v")] = grouped_video(2, 30);
+  d_.titles[0].chapters = {time_of("0"), time_of("0:00:01.97")};
+  EXPECT_EQ(said(title_item(1, part::chapter, 1), kind::lands), "0");
+  EXPECT_EQ(said(title_item(1, part::chapter, 2), kind::lands), "(nothing)");
+}
+
+TEST_F(ForeseenDisc, ChaptersOfAReadyFileLandOnItsUnits) {
+  file_facts f;
+  f.kind = file_kind::program_stream;
+  f.whole = true;
+  f.program.emplace();
+  inner_stream video;
+  video.kind = inner_kind::video;
+  video.video = grouped_video(2, 30)->video;
+  video.first = 90'000;
+  f.program->streams = {video};
+  f.program->begins_with_nav_pack = true;
+  f.program->seconds = 2;
+  f.program->unit_begins = {0, 0.6, 1.5};
+  f.program->shown_until = 2;
+  d_.titles[0].streams = {"\\ready.vob"};
+  d_.titles[0].is_multiplexed_here = false;
+  d_.titles[0].chapters = {time_of("0"), time_of("0:00:01.2")};
+  const auto lands = [&] {
+    facts_[native("\\ready.vob")] = std::make_shared<const file_facts>(f);
+    return said(title_item(1, part::chapter, 2), kind::lands);
+  };
+  EXPECT_EQ(lands(), "1.5") << "not where an I picture without a NAV pack is";
+  EXPECT_EQ(said(title_item(1), kind::unit), "0.9");
+  f.program->begins_with_nav_pack = false;
+  EXPECT_EQ(lands(), "(nothing)") << "dvdauthor leaves out what is before the first one";
+  f.program->begins_with_nav_pack = true;
+  f.program->clock_breaks.add({});
+  EXPECT_EQ(lands(), "(nothing)") << "dvdauthor moves the times behind it";
+  f.program->clock_breaks = {};
+  f.program->unit_begins.clear();
+  EXPECT_EQ(lands(), "(nothing)");
+  f.program->unit_begins = {0, 0.6, 1.5};
+  f.whole = false;
+  EXPECT_EQ(lands(), "(nothing)");
+  f.whole = true;
+  d_.titles[0].streams.emplace_back("\\more.vob");
+  EXPECT_EQ(lands(), "(nothing)") << "its files come one behind the other";
+}
+
 TEST_F(ForeseenDisc, LanguagesAreThoseOfTheirTitleset) {
   d_.languages = {{disc_language::stream_kind::audio, {}, "EN", 1},
                   {disc_language::stream_kind::audio, {}, "de", 2}};
