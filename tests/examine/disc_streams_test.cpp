@@ -11,8 +11,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace corvane {
@@ -330,6 +334,104 @@ TEST(DiscStreams, EachBreakOfTimeStampsIsToldWithItsStream) {
                           "[disc-times]",
                           "error: menu 1, audio, 00:00:00: its time stamps leave out 10.48 s. "
                           "[disc-times]"));
+}
+
+// How much of a disc is kept
+// -----------------------------------------------------------------------
+
+/// A pack of a group of pictures with a stamp.
+std::string pack_with_stamp() {
+  return pack_maker()
+      .pack(0)
+      .packet(first_video_stream, group_of_disc(), 90'000 + 2 * one_picture, 90'000)
+      .fill()
+      .bytes;
+}
+
+std::span<const std::uint8_t> view_of_bytes(const std::string& bytes) {
+  return {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()};
+}
+
+/// Titles that wait for their last sector: that of each lies behind the other sectors of all of
+/// them, so that these are kept of all at once, as far as they may be. A last title has one sector.
+struct waiting_titles {
+  static constexpr std::uint32_t body = sectors_of_last_pictures - 1;
+  disc_contents disc;
+  disc_streams streams;
+
+  explicit waiting_titles(std::uint32_t waiting) {
+    for (std::uint32_t i = 0; i < waiting; ++i)
+      add({{i * body, (i + 1) * body - 1}, {waiting * body + i, waiting * body + i}});
+    const std::uint32_t end = waiting * body + waiting;
+    add({{end, end}});
+    disc_vobs vobs;
+    vobs.titleset = 1;
+    vobs.sectors = end + 1;
+    disc.vobs.push_back(vobs);
+    disc_stream_reader reader(disc);
+    const std::string zeros(body * disc_sector_size, '\0'), last = pack_with_stamp();
+    for (std::uint32_t i = 0; i < waiting; ++i)
+      reader.feed(disc.vobs[0], i * body, view_of_bytes(zeros));
+    for (std::uint32_t i = waiting * body; i <= end; ++i)
+      reader.feed(disc.vobs[0], i, view_of_bytes(last));
+    streams = reader.finish();
+  }
+
+  /// Whether it is known when the pictures of the n-th title (1-based) end.
+  bool has_end(std::size_t number) const {
+    const chain_streams* const found = streams.find(disc.titles.at(number - 1).chain);
+    return found != nullptr && found->pictures_end.has_value();
+  }
+
+ private:
+  void add(const std::vector<std::pair<std::uint32_t, std::uint32_t>>& cells) {
+    auto tables = std::make_shared<program_chain>();
+    for (const auto& [first, last] : cells) {
+      cell_playback cell;
+      cell.first_sector = first;
+      cell.last_sector = last;
+      tables->cells.push_back(cell);
+    }
+    disc_title_contents title;
+    title.number = static_cast<int>(disc.titles.size()) + 1;
+    title.titleset = 1;
+    title.chain.tables = tables;
+    disc.titles.push_back(title);
+  }
+};
+
+TEST(DiscStreams, LastSectorsAreKeptUpTo64MiBInAll) {
+  constexpr std::size_t sixteen = 16;  // that have 64 MiB less 16 sectors
+  const waiting_titles some(sixteen), more(sixteen + 1);
+  for (std::size_t title = 1; title <= sixteen; ++title) {
+    EXPECT_TRUE(some.has_end(title)) << title;
+    EXPECT_TRUE(more.has_end(title)) << title;
+  }
+  EXPECT_FALSE(more.has_end(sixteen + 1)) << "there was no room for it";
+  EXPECT_TRUE(some.has_end(sixteen + 1)) << "the room of those that have ended is free again";
+  EXPECT_TRUE(more.has_end(sixteen + 2));
+}
+
+/// The table grows with what is read, whatever the disc's tables say of its size.
+TEST(DiscStreams, PacksAreKnownAsFarAsTheyWereRead) {
+  disc_contents disc;
+  disc_vobs vobs;
+  vobs.titleset = 1;
+  vobs.sectors = std::uint64_t{1} << 62;
+  disc_unit unit;
+  unit.last_sector = 100;
+  unit.vob = unit.cell = 1;
+  unit.audio = {12, 5, 40};  // read, left out, not read
+  vobs.units = {unit};
+  disc.vobs = {vobs};
+  disc_stream_reader reader(disc);
+  const std::string pack = pack_with_stamp();
+  reader.feed(disc.vobs[0], 0, view_of_bytes(pack));
+  reader.feed(disc.vobs[0], 10, view_of_bytes(pack + pack + pack + pack));
+  const disc_streams streams = reader.finish();
+  ASSERT_EQ(streams.unit_troubles().size(), 1u);
+  EXPECT_EQ(streams.unit_troubles()[0].what,
+            "sound stream 1 is said to go on at sector 12, which has no sound");
 }
 
 TEST(DiscStreams, SubtitlesAreReadWithTheirTimes) {

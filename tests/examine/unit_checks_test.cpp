@@ -10,6 +10,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -367,6 +369,25 @@ TEST(UnitChecks, OneKindOfTroubleIsToldOnceForACell) {
               ElementsAre(AllOf(StartsWith("sector 0: the next unit with pictures"),
                                 HasSubstr(", and so in 5 other units of its cell")),
                           AllOf(StartsWith("sector 60"), HasSubstr(" in 1 other unit of"))));
+}
+
+/// Whether a unit with wrong headers is told that comes behind so many others.
+bool is_told_behind(std::size_t others) {
+  unit_checks checks({});
+  navigation_pack p = made_unit(0);
+  point_in_cell(p, 0, 0);
+  for (std::size_t i = 0; i < others; ++i)
+    checks.add(p, p.sector);
+  p.vob = 2;
+  p.headers = {};
+  checks.add(p, p.sector);
+  const auto troubles = checks.judge();
+  return std::ranges::any_of(troubles, [](const unit_trouble& one) { return one.vob == 2; });
+}
+
+TEST(UnitChecks, NoMoreUnitsAreLookedAtThanAnyDiscHas) {
+  EXPECT_TRUE(is_told_behind(unit_checks::most_units - 1));
+  EXPECT_FALSE(is_told_behind(unit_checks::most_units));
 }
 
 TEST(UnitChecks, TroublesHaveTheirPlace) {
