@@ -12,36 +12,47 @@
 namespace corvane {
 namespace {
 
-/// Whether the title's file is the one that the run makes of this row, or that the row names.
-bool is_of_row(const disc_title& title, const disc_description& rows, int number,
+/// Whether the file is the one that the run makes of this row, or that the row names.
+bool is_of_row(const title_file& asked, const disc_description& rows, int number,
                const run_paths& where) {
   const disc_title& made = rows.title(number);
   const std::string file =
       made.is_multiplexed_here
           ? stored_from_native(where.in_out(run_file::title_stream(number)), where.style)
           : made.video();
-  return title.streams.size() == 1 && title.video() == file;
+  return asked.video() == file;
 }
 
-/// Rows may name the same file: the title's own number is looked at first.
-void complete_title(disc_title& title, int own_number, const disc_description& rows,
-                    const run_paths& where) {
+/// The row that the file is of; 0: there is none. Rows may name the same file: the title's own
+/// number is looked at first.
+int row_of_file(const title_file& file, int own_number, const disc_description& rows,
+                const run_paths& where) {
   std::vector<int> numbers;
   if (own_number <= rows.title_count())
     numbers.push_back(own_number);
   for (int number = 1; number <= rows.title_count(); ++number)
     numbers.push_back(number);
-  const auto found = std::find_if(numbers.begin(), numbers.end(), [&](int number) {
-    return is_of_row(title, rows, number, where);
-  });
-  if (found == numbers.end())
-    return;
-  const disc_title& made = rows.title(*found);
-  title.name = made.name;
-  title.streams = made.streams;
-  title.is_multiplexed_here = made.is_multiplexed_here;
-  title.delay = made.delay;
-  title.subtitles = made.subtitles;
+  const auto found = std::find_if(numbers.begin(), numbers.end(),
+                                  [&](int number) { return is_of_row(file, rows, number, where); });
+  return found == numbers.end() ? 0 : *found;
+}
+
+void complete_file(title_file& file, const title_file& made) {
+  file.streams = made.streams;
+  file.is_multiplexed_here = made.is_multiplexed_here;
+  file.delay = made.delay;
+  file.subtitles = made.subtitles;
+}
+
+void complete_title(disc_title& title, int own_number, const disc_description& rows,
+                    const run_paths& where) {
+  if (const int row = row_of_file(title, own_number, rows, where); row != 0) {
+    title.name = rows.title(row).name;
+    complete_file(title, rows.title(row));
+  }
+  for (title_file& file : title.further)
+    if (const int row = row_of_file(file, own_number, rows, where); row != 0)
+      complete_file(file, rows.title(row));
 }
 
 void complete_menu(disc_menu& menu, const disc_description& rows, const run_paths& where) {
@@ -52,6 +63,7 @@ void complete_menu(disc_menu& menu, const disc_description& rows, const run_path
       continue;
     const disc_menu& made = rows.menu(number);
     menu.files = made.files;
+    menu.is_ready = false;
     menu.spu_begin = made.spu_begin;
     menu.spu_end = made.spu_end;
     menu.thickness = made.thickness;
@@ -76,8 +88,9 @@ result<disc_description> asked_disc(const project& p, const run_paths& where) {
   int number = 0;
   for (disc_title& title : asked->titles)
     complete_title(title, ++number, rows, where);
-  for (disc_menu& menu : asked->menus)
-    complete_menu(menu, rows, where);
+  for (auto* const menus : {&asked->menus, &asked->disc_menus})
+    for (disc_menu& menu : *menus)
+      complete_menu(menu, rows, where);
   asked->image = rows.image;
   return asked;
 }

@@ -16,8 +16,15 @@ const std::string& piece(const std::vector<std::string>& pieces, std::size_t ind
 
 }  // namespace
 
-const std::string& disc_title::video() const {
+const std::string& title_file::video() const {
   return piece(streams, 0);
+}
+
+std::vector<const title_file*> disc_title::files() const {
+  std::vector<const title_file*> all = {this};
+  for (const title_file& file : further)
+    all.push_back(&file);
+  return all;
 }
 
 const std::string& disc_menu::video() const {
@@ -51,8 +58,11 @@ text_time time_of(const std::string& text) {
 }
 
 bool has_subtitles(const disc_description& d) {
-  return std::any_of(d.titles.begin(), d.titles.end(),
-                     [](const disc_title& title) { return !title.subtitles.empty(); });
+  return std::any_of(d.titles.begin(), d.titles.end(), [](const disc_title& title) {
+    const std::vector<const title_file*> files = title.files();
+    return std::any_of(files.begin(), files.end(),
+                       [](const title_file* file) { return !file->subtitles.empty(); });
+  });
 }
 
 }  // namespace corvane

@@ -56,20 +56,37 @@ struct disc_subtitle {
   }
 };
 
-struct disc_title {
-  int titleset = 1;  ///< 1-based
-  std::string name;  ///< as lists show it: "title1:movie.m2v/movie.ac3"
+/// A file that a title plays.
+struct title_file {
   /// Stored paths: the video, then its audio streams. Of a ready file its one path.
   std::vector<std::string> streams;
   bool is_multiplexed_here = false;  ///< the run multiplexes the streams; else a ready file is used
   text_number delay;                 ///< of the audio, in milliseconds
-  std::string chapters_text;         ///< the chapter times, "," between them
+  std::string chapters_text;         ///< the chapter times, from its beginning, "," between them
   std::vector<text_time> chapters;   ///< its pieces, in their order, also those that are blank
   std::vector<disc_subtitle> subtitles;
-  std::optional<disc_command> post;  ///< what it ends with; not set: the next title, or the end
-  bool operator==(const disc_title&) const = default;
+  /// Hand-edited XML takes it apart into cells: which parts of it are played, with which chapters,
+  /// is not described.
+  bool has_cells = false;
+  bool operator==(const title_file&) const = default;
 
   const std::string& video() const;
+};
+
+struct disc_title : title_file {
+  int titleset = 1;                  ///< 1-based
+  std::string name;                  ///< as lists show it: "title1:movie.m2v/movie.ac3"
+  std::optional<disc_command> post;  ///< what it ends with; not set: the next title, or the end
+  // Only of hand-edited XML, where it states them.
+  std::vector<title_file> further;  ///< played behind the first one
+  std::optional<disc_command> pre;  ///< what it begins with
+  std::vector<disc_command> cell_commands;
+  std::string pause;   ///< after its end: seconds, or "inf"
+  std::string aspect;  ///< of its titleset: "16:9"
+  bool operator==(const disc_title&) const = default;
+
+  /// All files, in their order. The title must outlive what is given.
+  std::vector<const title_file*> files() const;
 };
 
 /// What a button shows while it is highlighted or selected.
@@ -89,7 +106,7 @@ struct disc_button {
 };
 
 struct disc_menu {
-  int titleset = 1;  ///< 1-based
+  int titleset = 1;  ///< 1-based; 0: of the whole disc
   /// Stored paths: the video, then its audio, which is empty if the menu has none. Hand-made
   /// projects can have more, which no text of a run names.
   std::vector<std::string> files;
@@ -97,6 +114,18 @@ struct disc_menu {
   text_time spu_begin, spu_end;  ///< when the buttons come up and go; an end of 0: never
   text_number thickness;         ///< of the frame around a button, in pixels; whole
   std::vector<disc_button> buttons;
+  // Only of hand-edited XML, where it states them.
+  bool is_ready = false;  ///< its file is none that the run makes of streams
+  int language = 0;       ///< in which of its languages the menu is shown, in their order, 0-based
+  std::vector<std::string> entries;  ///< keys and commands that lead here: "root"
+  std::optional<disc_command> pre;   ///< what it begins with; not the jump table
+  std::optional<disc_command> post;  ///< what it ends with, unless that is `loop`
+  std::vector<disc_command> cell_commands;
+  std::string pause;   ///< after its end: seconds, or "inf"
+  std::string aspect;  ///< of the menus of its titleset: "16:9"
+  /// Several files, cells, or buttons by their names: how long it is and which buttons it has, is
+  /// not described.
+  bool has_parts = false;
   bool operator==(const disc_menu&) const = default;
 
   const std::string& video() const;
@@ -119,15 +148,17 @@ struct disc_description {
   video_standard standard = video_standard::other;
   std::vector<disc_title> titles;
   std::vector<disc_menu> menus;
+  std::vector<disc_menu> disc_menus;  ///< of the whole disc (VMGM); only of hand-edited XML
   std::vector<disc_language> languages;
   std::string first_play_text = "<default>";  ///< that, or a command
   std::optional<disc_command> first_play;     ///< not set: the first menu, or title
   bool jump_table = false;                    ///< menus are remembered in general register g1
   bool image = false;                         ///< an ISO image of the folder is wanted as well
-  /// Hand-edited XML has ways through the disc that are not described here: menus of the whole
-  /// disc, commands around a title or menu or in a cell, entries, a jump pad. What a viewer can
-  /// reach is then not known.
+  /// Hand-edited XML has ways through the disc that the editors have no words for: menus of the
+  /// whole disc, commands around a title or menu or in a cell, entries, a jump pad. What a viewer
+  /// can reach is then not looked at.
   bool has_other_paths = false;
+  bool has_jump_pad = false;  ///< dvdauthor puts commands of its own before those of the XML
   bool operator==(const disc_description&) const = default;
 
   int title_count() const { return static_cast<int>(titles.size()); }

@@ -21,11 +21,11 @@ enum class finding_severity {
 
 /// What of a disc a finding is about: title 2, audio 1.
 struct finding_item {
-  enum class whole_kind { disc, title, menu };
+  enum class whole_kind { disc, title, menu, disc_menu };  ///< the last: of the whole disc (VMGM)
   enum class part_kind { whole, video, audio, subtitle, chapter, button, command };
 
   whole_kind whole = whole_kind::disc;
-  int number = 0;  ///< of the title or menu, 1-based
+  int number = 0;  ///< of the title or menu among its kind, 1-based
   part_kind part = part_kind::whole;
   int part_number = 0;  ///< of the audio, subtitle, chapter or button, 1-based; 0: there is one
 
@@ -57,7 +57,8 @@ struct finding {
 
 /// In the order of their enumerations.
 inline constexpr std::array<std::string_view, 3> severity_names = {"note", "warning", "error"};
-inline constexpr std::array<std::string_view, 3> whole_names = {"disc", "title", "menu"};
+inline constexpr std::array<std::string_view, 4> whole_names = {"disc", "title", "menu",
+                                                                "disc menu"};
 inline constexpr std::array<std::string_view, 7> part_names = {
     "", "video", "audio", "subtitle", "chapter", "button", "command"};
 

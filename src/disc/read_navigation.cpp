@@ -30,6 +30,15 @@ std::string command_in(std::string_view text) {
   return std::string(without_white(text));
 }
 
+/// "root, ptt" in its words.
+std::vector<std::string> words_in(std::string_view list) {
+  std::vector<std::string> words;
+  for (const std::string& word : split(list, ','))
+    if (std::string only(without_white(word)); !only.empty())
+      words.push_back(std::move(only));
+  return words;
+}
+
 /// "g1=3; jump menu 3" in two: "3" and "jump menu 3".
 struct remembered {
   std::string menu, command;
@@ -56,7 +65,8 @@ class navigation_reader {
       : elements_(elements), style_(style) {}
 
   disc_description read() {
-    disc_.has_other_paths = has(0, "jumppad");
+    disc_.has_jump_pad = has(0, "jumppad");
+    disc_.has_other_paths = disc_.has_jump_pad;
     for (const std::size_t child : children(0)) {
       if (elements_[child].name == "vmgm")
         read_manager(child);
@@ -93,40 +103,67 @@ class navigation_reader {
   }
 
   void read_manager(std::size_t manager) {
+    int language = 0;
     for (const std::size_t child : children(manager))
       if (elements_[child].name == "fpc") {
         disc_.first_play_text = command_in(elements_[child].text);
         disc_.first_play = command_of(disc_.first_play_text);
       } else if (elements_[child].name == "menus") {
         disc_.has_other_paths = true;
+        read_menus(child, disc_.disc_menus, 0, language++);
       }
   }
 
   void read_titleset(std::size_t titleset) {
     ++titleset_;
-    menu_of_titleset_ = 0;
-    int menu_groups = 0;  // one for each language of the menus
+    int language = 0;
     for (const std::size_t child : children(titleset)) {
-      const bool menus = elements_[child].name == "menus";
-      if (!menus && elements_[child].name != "titles")
-        continue;
-      if (menus && ++menu_groups > 1)
-        disc_.has_other_paths = true;
-      for (const std::size_t part : children(child))
-        read_part(part, menus);
+      const std::string& name = elements_[child].name;
+      if (name == "menus") {
+        disc_.has_other_paths = disc_.has_other_paths || language > 0;
+        read_menus(child, disc_.menus, titleset_, language++);
+      } else if (name == "titles") {
+        read_titles(child);
+      }
     }
   }
 
-  void read_part(std::size_t part, bool of_menus) {
-    const std::string& name = elements_[part].name;
-    if (name == "pgc" && of_menus)
-      read_menu(part);
-    else if (name == "pgc")
-      read_title(part);
-    else if (name == "video" && !of_menus)
-      read_standard(part);
-    else if ((name == "audio" || name == "subpicture") && !of_menus)
-      read_language(part);
+  /// The menus of one language.
+  void read_menus(std::size_t menus, std::vector<disc_menu>& all, int titleset, int language) {
+    std::string aspect;
+    int number = 0;
+    const std::size_t before = all.size();
+    for (const std::size_t part : children(menus)) {
+      if (elements_[part].name == "video" && has(part, "aspect"))
+        aspect = value_of(part, "aspect");
+      if (elements_[part].name != "pgc")
+        continue;
+      disc_menu& menu = all.emplace_back();
+      menu.titleset = titleset;
+      menu.language = language;
+      menu.is_ready = true;
+      read_menu(part, ++number, menu);
+    }
+    for (std::size_t i = before; i < all.size(); ++i)
+      all[i].aspect = aspect;
+  }
+
+  void read_titles(std::size_t titles) {
+    std::string aspect;
+    const std::size_t before = disc_.titles.size();
+    for (const std::size_t part : children(titles)) {
+      const std::string& name = elements_[part].name;
+      if (name == "pgc") {
+        read_title(part);
+      } else if (name == "video") {
+        read_standard(part);
+        aspect = has(part, "aspect") ? value_of(part, "aspect") : aspect;
+      } else if (name == "audio" || name == "subpicture") {
+        read_language(part);
+      }
+    }
+    for (std::size_t i = before; i < disc_.titles.size(); ++i)
+      disc_.titles[i].aspect = aspect;
   }
 
   void read_standard(std::size_t video) {
@@ -144,51 +181,64 @@ class navigation_reader {
         {audio ? kind::audio : kind::subpicture, {}, value_of(element, "lang"), titleset_});
   }
 
-  void read_menu(std::size_t pgc) {
-    disc_menu menu;
-    menu.titleset = titleset_;
-    const int number = ++menu_of_titleset_;
-    bool leaves = value_of(pgc, "pause") != "inf";
+  void read_menu(std::size_t pgc, int number, disc_menu& menu) {
+    menu.pause = value_of(pgc, "pause");
+    menu.entries = words_in(value_of(pgc, "entry"));
+    bool leaves = menu.pause != "inf";
     for (const std::size_t child : children(pgc)) {
       const xml_element& element = elements_[child];
-      if (element.name == "button")
+      if (element.name == "button") {
         menu.buttons.push_back(button_of(element.text, number));
-      else if (element.name == "vob")
+        menu.has_parts = menu.has_parts || has(child, "name");
+      } else if (element.name == "vob") {
         read_menu_vob(child, menu);
-      else if (element.name == "post")
+      } else if (element.name == "post") {
         read_menu_post(element.text, number, menu, leaves);
-      else if (element.name == "pre")
-        read_menu_pre(element.text);
+      } else if (element.name == "pre") {
+        read_menu_pre(element.text, menu);
+      }
     }
-    disc_.has_other_paths = disc_.has_other_paths || has(pgc, "entry") || (leaves && !menu.loop);
-    disc_.menus.push_back(std::move(menu));
+    disc_.has_other_paths =
+        disc_.has_other_paths || !menu.entries.empty() || (leaves && !menu.loop);
   }
 
   void read_menu_vob(std::size_t vob, disc_menu& menu) {
+    menu.has_parts = menu.has_parts || !menu.files.empty();
     if (menu.files.empty())
       menu.files.push_back(file_of(vob));  // a second one would be no audio
-    read_cells(vob);
+    menu.has_parts = read_cells(vob, menu.cell_commands) || menu.has_parts;
   }
 
   void read_menu_post(std::string_view text, int number, disc_menu& menu, bool& leaves) {
-    const bool again =
-        command_of(command_in(text)).form == command_form{verb::jump_menu, number, {}};
+    const disc_command command = command_of(command_in(text));
+    const bool again = command.form == command_form{verb::jump_menu, number, {}};
     menu.loop = menu.loop || again;
     leaves = leaves || !again;
+    if (!again)
+      menu.post = command;
   }
 
-  void read_menu_pre(std::string_view text) {
-    if (text.find("g1==") != std::string_view::npos)
+  void read_menu_pre(std::string_view text, disc_menu& menu) {
+    if (text.find("g1==") != std::string_view::npos) {
       disc_.jump_table = true;
-    else
+    } else {
       disc_.has_other_paths = true;
+      menu.pre = command_of(command_in(text));
+    }
   }
 
-  /// Cells have commands, and chapters that the file's attribute does not tell.
-  void read_cells(std::size_t vob) {
-    for (const std::size_t child : children(vob))
-      if (elements_[child].name == "cell")
-        disc_.has_other_paths = true;
+  /// Cells have commands, and chapters that the file's attribute does not tell. Whether there are
+  /// any.
+  bool read_cells(std::size_t vob, std::vector<disc_command>& commands) {
+    bool has_cells = false;
+    for (const std::size_t child : children(vob)) {
+      if (elements_[child].name != "cell")
+        continue;
+      has_cells = disc_.has_other_paths = true;
+      if (std::string command = command_in(elements_[child].text); !command.empty())
+        commands.push_back(command_of(command));
+    }
+    return has_cells;
   }
 
   disc_button button_of(std::string_view text, int menu) {
@@ -204,26 +254,29 @@ class navigation_reader {
   void read_title(std::size_t pgc) {
     disc_title title;
     title.titleset = titleset_;
+    title.pause = value_of(pgc, "pause");
+    bool is_first = true;
     for (const std::size_t child : children(pgc)) {
       const xml_element& element = elements_[child];
-      if (element.name == "vob")
-        read_vob(child, title);
-      else if (element.name == "post")
+      if (element.name == "vob") {
+        title_file& file = std::exchange(is_first, false) ? title : title.further.emplace_back();
+        read_vob(child, file);
+        file.has_cells = read_cells(child, title.cell_commands);
+      } else if (element.name == "post") {
         title.post = post_of(element.text);
-      else if (element.name == "pre")
+      } else if (element.name == "pre") {
         disc_.has_other_paths = true;
+        title.pre = command_of(command_in(element.text));
+      }
     }
     disc_.titles.push_back(std::move(title));
   }
 
-  void read_vob(std::size_t vob, disc_title& title) {
-    read_cells(vob);
-    title.streams.push_back(file_of(vob));
-    if (title.streams.size() > 1)
-      return;  // chapters of further files begin at their files
-    title.chapters_text = value_of(vob, "chapters");
-    for (const std::string& time : split(title.chapters_text, ','))
-      title.chapters.push_back(time_of(time));
+  void read_vob(std::size_t vob, title_file& file) {
+    file.streams.push_back(file_of(vob));
+    file.chapters_text = value_of(vob, "chapters");
+    for (const std::string& time : split(file.chapters_text, ','))
+      file.chapters.push_back(time_of(time));
   }
 
   disc_command post_of(std::string_view text) {
@@ -248,7 +301,6 @@ class navigation_reader {
   path_style style_;
   disc_description disc_;
   int titleset_ = 0;
-  int menu_of_titleset_ = 0;
 };
 
 }  // namespace

@@ -14,11 +14,10 @@ namespace corvane {
 /// Fails if it is not well formed or its document is not a <dvdauthor>, with a clause for a
 /// message.
 ///
-/// Of a title and of a menu the text names one ready file, so that streams, delay, subtitles, edges
-/// and looks of buttons are not set. A pgc of several files has them as streams, in their order. A
-/// command stands without the ";" behind it; what the jump table has put before it is taken off
-/// again, so that the command is the one that was asked for. Elements and attributes that the
-/// description has no place for are passed over.
+/// Of titles and menus the text names ready files, so that streams, delay, subtitles, edges and
+/// looks of buttons are not set. A command stands without the ";" behind it; what the jump table
+/// has put before it is taken off again, so that the command is the one that was asked for.
+/// Elements and attributes that the description has no place for are passed over.
 result<disc_description> read_navigation(std::string_view xml, path_style style = native_style());
 
 }  // namespace corvane

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -60,10 +61,11 @@ std::size_t nearest_unit(double seconds, const std::vector<double>& units) {
   return static_cast<std::size_t>((later_is_nearer ? after : before) - units.begin());
 }
 
-// Gathers a title's chapters as dvdauthor takes them.
+// Gathers the chapters of a file as dvdauthor takes them.
 class landing {
  public:
-  explicit landing(const title_length& length) : length_(length) {}
+  landing(const title_length& length, bool is_first_file)
+      : length_(length), is_first_file_(is_first_file) {}
 
   chapter_fate take(const text_time& entry) {
     chapter_fate fate;
@@ -71,7 +73,7 @@ class landing {
     if (!entry.seconds)
       return fate;
     fate.asked = fate.begins = *entry.seconds;
-    if (result_.begins.empty())
+    if (is_first_file_ && result_.begins.empty())
       begin(*entry.seconds);
     if (*entry.seconds < latest_) {
       fate.what = fate_kind::out_of_order;
@@ -96,7 +98,7 @@ class landing {
   }
 
   landed_chapters finish(std::vector<chapter_fate> fates) {
-    if (result_.begins.empty())
+    if (is_first_file_ ? result_.begins.empty() : fates.empty())
       result_.begins.push_back(0);
     result_.fates = std::move(fates);
     return std::move(result_);
@@ -111,6 +113,7 @@ class landing {
   }
 
   const title_length& length_;
+  bool is_first_file_;
   landed_chapters result_;
   double latest_ = 0;
   bool first_ = false;  // the entry that is the beginning has not been taken yet
@@ -127,6 +130,13 @@ std::string at_time(double seconds) {
   return time_text(std::min(seconds, latest_time));
 }
 
+// `file`: of the title, 0-based.
+title_length length_of_file(const title_length& title, std::size_t file) {
+  if (file == 0)
+    return title;
+  return file <= title.further.size() ? title.further[file - 1] : title_length();
+}
+
 finding_item chapter_item(int title, std::size_t entry) {
   return {whole::title, title, part::chapter, static_cast<int>(entry) + 1};
 }
@@ -134,7 +144,8 @@ finding_item chapter_item(int title, std::size_t entry) {
 finding about_entry(std::string_view id, int title, std::size_t entry, const chapter_fate& fate,
                     std::string found) {
   finding f = finding_of(chapter_rules_table, id, chapter_item(title, entry), std::move(found));
-  f.seconds = fate.asked;
+  if (fate.file == 0)  // others count from the beginning of theirs
+    f.seconds = fate.asked;
   return f;
 }
 
@@ -176,7 +187,9 @@ void look_at_entries(int title, const title_length& length, const landed_chapter
       case fate_kind::after_end:
         all.push_back(
             about_entry("chapter-after-end", title, entry, fate,
-                        time + " is not before the end of the title, " + at_time(*length.seconds)));
+                        time + " is not before the end of the " +
+                            (length.further.empty() ? "title, " : "file, ") +
+                            at_time(length_of_file(length, fate.file).seconds.value_or(0))));
         break;
     }
   }
@@ -224,7 +237,8 @@ void look_at_command(const placed_command& command, const disc_title& t,
                                    count_text(chapters, "becomes a chapter", "become chapters")));
     return;
   }
-  if (number < 1 || number > static_cast<int>(landed.fates.size()))
+  // Of several files each has a list of its own, or none.
+  if (number < 1 || number > static_cast<int>(landed.fates.size()) || !t.further.empty())
     return;
   const chapter_fate& meant = landed.fates[static_cast<std::size_t>(number) - 1];
   if (meant.number == number || meant.what == fate_kind::no_time)
@@ -240,20 +254,40 @@ void look_at_command(const placed_command& command, const disc_title& t,
 
 }  // namespace
 
-std::vector<text_time> chapters_read(const disc_title& title) {
+std::vector<text_time> chapters_read(const title_file& file) {
   std::vector<text_time> read;
-  for (const text_time& piece : title.chapters)
+  for (const text_time& piece : file.chapters)
     for (const std::string& entry : chapter_entries(piece.text))
       read.push_back({entry, chapter_entry_seconds(entry)});
   return read;
 }
 
-landed_chapters chapters_on_disc(const disc_title& title, const title_length& length) {
-  landing l(length);
+landed_chapters chapters_in_file(const title_file& file, const title_length& length,
+                                 bool is_first) {
+  landing l(length, is_first);
   std::vector<chapter_fate> fates;
-  for (const text_time& entry : chapters_read(title))
+  for (const text_time& entry : chapters_read(file))
     fates.push_back(l.take(entry));
   return l.finish(std::move(fates));
+}
+
+landed_chapters chapters_on_disc(const disc_title& title, const title_length& length) {
+  landed_chapters all = chapters_in_file(title, length, true);
+  double begins = length.seconds.value_or(0);
+  for (std::size_t i = 0; i < title.further.size(); ++i) {
+    const title_length of_file = length_of_file(length, i + 1);
+    const landed_chapters more = chapters_in_file(title.further[i], of_file, false);
+    for (chapter_fate fate : more.fates) {
+      fate.file = i + 1;
+      if (fate.number > 0)
+        fate.number += static_cast<int>(all.begins.size());
+      all.fates.push_back(std::move(fate));
+    }
+    std::transform(more.begins.begin(), more.begins.end(), std::back_inserter(all.begins),
+                   [begins](double in_file) { return begins + in_file; });
+    begins += of_file.seconds.value_or(0);
+  }
+  return all;
 }
 
 std::span<const rule> chapter_rules() {
@@ -266,7 +300,7 @@ std::vector<finding> chapter_findings(const disc_description& d,
   std::vector<landed_chapters> landed;
   for (int title = 1; title <= d.title_count(); ++title) {
     const auto index = static_cast<std::size_t>(title) - 1;
-    const title_length length = index < lengths.size() ? lengths[index] : title_length{};
+    const title_length length = index < lengths.size() ? lengths[index] : title_length();
     landed.push_back(chapters_on_disc(d.title(title), length));
     look_at_entries(title, length, landed.back(), all);
   }

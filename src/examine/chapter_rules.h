@@ -13,14 +13,15 @@
 
 namespace corvane {
 
-/// What is known of a title's video. Times are seconds from its beginning.
+/// What is known of the video of a title's file. Times are seconds from its beginning.
 struct title_length {
   std::optional<double> seconds;
-  std::vector<double> units;  ///< where its units begin; empty: not known
+  std::vector<double> units;          ///< where its units begin; empty: not known
+  std::vector<title_length> further;  ///< of a title's first file: those of the further ones
 };
 
-/// The entries of a title's chapter times as dvdauthor takes and reads them: blank ones are none.
-std::vector<text_time> chapters_read(const disc_title& title);
+/// The entries of a file's chapter times as dvdauthor takes and reads them: blank ones are none.
+std::vector<text_time> chapters_read(const title_file& file);
 
 /// What becomes of one of these entries.
 struct chapter_fate {
@@ -33,9 +34,10 @@ struct chapter_fate {
   };
   std::string text;  ///< as it stands in the list
   kind what = kind::no_time;
-  int number = 0;     ///< of the chapter that it is, or is merged with, 1-based; 0: none
-  double asked = 0;   ///< seconds
-  double begins = 0;  ///< where that chapter begins; `asked` if the units are not known
+  int number = 0;        ///< of the chapter that it is, or is merged with, 1-based; 0: none
+  std::size_t file = 0;  ///< of the title, 0-based, in whose list it stands
+  double asked = 0;      ///< seconds from the beginning of the file
+  double begins = 0;     ///< where that chapter begins; `asked` if the units are not known
 };
 
 struct landed_chapters {
@@ -44,6 +46,12 @@ struct landed_chapters {
   std::vector<double> begins;       ///< of each chapter on the disc, in seconds
 };
 
+/// Those of one file, by its own times. A title's first one has a chapter at its beginning,
+/// whatever was asked for; a further one only where it has no list.
+landed_chapters chapters_in_file(const title_file& file, const title_length& length, bool is_first);
+
+/// Those of all files. `begins` is where they are in the title; behind a file of unknown length,
+/// from the beginning of the last one whose place is known.
 landed_chapters chapters_on_disc(const disc_title& title, const title_length& length);
 
 std::span<const rule> chapter_rules();

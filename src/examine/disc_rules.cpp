@@ -8,6 +8,7 @@
 #include "examine/time_course.h"
 #include "examine/told_before.h"
 #include "formats/numbers.h"
+#include "formats/text.h"
 #include "formats/time_text.h"
 
 #include <algorithm>
@@ -134,10 +135,17 @@ constexpr std::array disc_rules_table = {
     rule{"disc-subtitle-times", severity::error, "Each subtitle comes up and goes at its time",
          "as foreseen", "a subtitle at another time, or one that stays too long or too short",
          author_again, asked_and_streams},
-    rule{"disc-then", severity::error, "What follows a title is what was asked for", "as foreseen",
-         "something else after the title", "correct the title's command", asked_and_streams},
-    rule{"disc-menu", severity::error, "Menus stay, or begin again, as asked", "as foreseen",
-         "a menu that goes, or stays", author_again, asked_and_streams},
+    rule{"disc-then", severity::error,
+         "What follows a title, a menu or a cell is what was asked for", "as foreseen",
+         "something else after it", "correct its command", asked_and_streams},
+    rule{"disc-commands", severity::error,
+         "The commands before a title or menu do what was asked for", "as foreseen",
+         "something else than the title or menu", author_again, asked_and_streams},
+    rule{"disc-entries", severity::error,
+         "Keys and commands lead to the menus that are named for them", "as foreseen",
+         "another menu than was meant", author_again, asked_and_streams},
+    rule{"disc-menu", severity::error, "Titles and menus stay, or menus begin again, as asked",
+         "as foreseen", "a title or menu that goes, or stays", author_again, asked_and_streams},
     rule{"disc-buttons", severity::error, "Menus have their buttons where they were placed",
          "as foreseen", "buttons that are missing or elsewhere", author_again, asked_and_streams},
     rule{"disc-button-colours", severity::error,
@@ -156,7 +164,7 @@ constexpr std::array disc_rules_table = {
 struct comparison {
   trait_kind what;
   std::string_view rule;
-  enum { same, one_of, near, at_least, drawing, cues, within_unit, untold } how = same;
+  enum { same, one_of, all_of, near, at_least, drawing, cues, within_unit, untold } how = same;
   double tolerance = 0;  ///< seconds
 };
 
@@ -164,6 +172,7 @@ struct comparison {
 constexpr std::array comparisons = {
     comparison{trait_kind::titles, "disc-titles"},
     comparison{trait_kind::menus, "disc-menus"},
+    comparison{trait_kind::disc_menus, "disc-menus"},
     comparison{trait_kind::first_play, "disc-first-play", comparison::one_of},
     comparison{trait_kind::standard, "disc-picture"},
     comparison{trait_kind::size, "disc-picture"},
@@ -181,8 +190,10 @@ constexpr std::array comparisons = {
     comparison{trait_kind::cues, "disc-subtitles"},
     comparison{trait_kind::first_cue, "disc-subtitles", comparison::near, 0.1},
     comparison{trait_kind::last_cue, "disc-subtitles", comparison::near, 0.1},
+    comparison{trait_kind::before, "disc-commands", comparison::one_of},
     comparison{trait_kind::then, "disc-then", comparison::one_of},
     comparison{trait_kind::stays, "disc-menu"},
+    comparison{trait_kind::entries, "disc-entries", comparison::all_of},
     comparison{trait_kind::buttons, "disc-buttons"},
     comparison{trait_kind::edges, "disc-buttons"},
     comparison{trait_kind::leads_to, "disc-leads-to", comparison::one_of},
@@ -212,12 +223,22 @@ double tolerance_of(const comparison& c, const disc_trait& trait, const disc_tra
   return c.tolerance + (unit == nullptr ? 0 : leading_number(unit->value));
 }
 
+/// Of lists with ", " between.
+bool has_all(const std::string& list, const std::string& wanted) {
+  const std::vector<std::string> there = split(list, ", ");
+  return std::ranges::all_of(split(wanted, ", "), [&there](const std::string& one) {
+    return std::ranges::find(there, one) != there.end();
+  });
+}
+
 bool agree(const comparison& c, const disc_trait& foreseen, const disc_trait& found,
            double tolerance) {
   if (c.how == comparison::same)
     return foreseen.value == found.value;
   if (c.how == comparison::one_of)
-    return is_one_of(found.value, foreseen.value);
+    return is_one_of(found.value, foreseen.value) || found.value == not_told;
+  if (c.how == comparison::all_of)
+    return has_all(found.value, foreseen.value);
   if (c.how == comparison::drawing)
     return is_same_drawing(foreseen.value, found.value);
   const double more = leading_number(found.value) - leading_number(foreseen.value);
@@ -324,6 +345,9 @@ class self_examiner {
     const auto menus = menus_with_pictures(disc_);
     for (std::size_t i = 0; i < menus.size(); ++i)
       look_at_menu({whole::menu, static_cast<int>(i) + 1, part::whole, 0}, *menus[i]);
+    const auto disc_menus = disc_menus_with_pictures(disc_);
+    for (std::size_t i = 0; i < disc_menus.size(); ++i)
+      look_at_menu({whole::disc_menu, static_cast<int>(i) + 1, part::whole, 0}, *disc_menus[i]);
     return std::move(found_);
   }
 
@@ -355,6 +379,12 @@ class self_examiner {
       if (menus[i]->titleset == trouble.titleset && trouble.menus &&
           find_in_chain(menus[i]->chain, trouble, f)) {
         f.item = {whole::menu, static_cast<int>(i) + 1, part::whole, 0};
+        return;
+      }
+    const auto disc_menus = disc_menus_with_pictures(disc_);
+    for (std::size_t i = 0; i < disc_menus.size(); ++i)
+      if (trouble.titleset == 0 && find_in_chain(disc_menus[i]->chain, trouble, f)) {
+        f.item = {whole::disc_menu, static_cast<int>(i) + 1, part::whole, 0};
         return;
       }
   }
@@ -521,7 +551,7 @@ class self_examiner {
     for (const time_break& one : streams.facts.clock_breaks.kept) {
       // spumux puts buttons and subtitles that come up after the end behind it, at their time.
       const bool is_late = one.position >= streams.shown_bytes;
-      if (item.whole == whole::menu && is_late)
+      if (item.whole != whole::title && is_late)
         break;
       const bool is_told = add_break("disc-clock", item, one, "the clock", clocks_a_second);
       if (!is_late || !is_told)

@@ -54,6 +54,17 @@ bool is_for_a_person(disc_trait_kind what) {
 /// Commands are shown where somebody typed them, so that no more than their places is foreseen, and
 /// where they do not tell where they lead.
 bool is_shown(const disc_trait& trait, const disc_traits& found, const disc_traits& foreseen) {
+  // Few discs have menus of their own.
+  if (trait.kind == disc_trait_kind::disc_menus) {
+    const disc_trait* const asked = foreseen.find(trait.item, trait.kind);
+    return trait.value != "0" || (asked != nullptr && asked->value != "0");
+  }
+  // What dvdauthor does around menus by itself is only in the way of what was asked for.
+  const bool is_around =
+      trait.kind == disc_trait_kind::before || trait.kind == disc_trait_kind::entries ||
+      (trait.kind == disc_trait_kind::then && trait.item.whole != finding_item::whole_kind::title);
+  if (is_around && !foreseen.all().empty())
+    return foreseen.find(trait.item, trait.kind) != nullptr;
   if (trait.kind != disc_trait_kind::does)
     return is_for_a_person(trait.kind);
   for (const auto way :

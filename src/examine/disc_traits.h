@@ -20,7 +20,8 @@ namespace corvane {
 
 enum class disc_trait_kind {
   titles,         ///< of the disc: how many
-  menus,          ///< of the disc: how many show something
+  menus,          ///< of the disc: how many of its titlesets show something
+  disc_menus,     ///< of the disc: how many of its own menus do
   first_play,     ///< of the disc: "menu 1", as examine/disc_walk.h says it
   standard,       ///< of a video stream: "NTSC", "PAL"
   size,           ///< "720x480"
@@ -38,8 +39,10 @@ enum class disc_trait_kind {
   cues,           ///< of a subtitle: how many
   first_cue,      ///< of a subtitle: seconds
   last_cue,       ///< of a subtitle: when the last one begins
-  then,           ///< of a title: what follows it
-  stays,          ///< of a menu: "for ever", or how long after its end, "5 s"
+  before,         ///< of a title or menu: what its first commands lead to; "goes on"
+  then,           ///< of a title, menu or command in a cell: what follows it
+  stays,          ///< of a title or menu: "for ever", or how long after its end, "5 s"
+  entries,        ///< of a menu: commands and keys that lead to it, "root, ptt"
   buttons,        ///< of a menu: how many
   edges,          ///< of a button: "10,20 to 109,59"
   leads_to,       ///< of a button; foreseen of a typed command: places with " or " between them
@@ -97,6 +100,7 @@ class disc_traits {
 // For the look at a run's disc --------------------------------------------------------------------
 
 inline constexpr const char* unknown_chapters = "unknown";
+inline constexpr const char* chapters_of_next_file = "|";
 
 /// That the user was told of an error in the material and wanted the disc all the same.
 struct told_item {
@@ -110,8 +114,9 @@ struct foreseen_run {
   bool image = false;  ///< its image is beside it, with ".iso"
   std::vector<told_item> told;
   disc_traits disc;
-  /// The chapter times of each title as they were asked for, "," between them: where they are
-  /// depends on the units of the disc. `unknown_chapters`: not foreseen.
+  /// The chapter times of each title as they were asked for, "," between them, and
+  /// `chapters_of_next_file` between those of its files: where they are depends on the units of the
+  /// disc. `unknown_chapters`: not foreseen.
   std::vector<std::string> chapters;
 
   bool operator==(const foreseen_run&) const = default;

@@ -55,6 +55,28 @@ class disc_walks::walk {
     return leave();
   }
 
+  std::optional<std::string> by_commands(int titleset, bool in_title, const disc_chain& chain,
+                                         std::span<const vm_command> commands) {
+    registers_.known = 0;
+    titleset_ = titleset;
+    in_title_ = in_title;
+    chain_ = chain.tables;
+    const vm_end end = run(commands);
+    return leads(end) ? led_by(end) : goes_on;
+  }
+
+  /// The menu itself, or the one that it links to if it shows nothing; without what that does
+  /// first. Empty: none.
+  std::string by_entry(const disc_menu_contents& entered) {
+    const std::string name = name_of(entered.chain.tables);
+    registers_.known = 0;
+    const vm_end end = name.empty() ? run(entered.chain.tables->pre) : vm_end{};
+    if (!end.to || end.to->where != vm_place::chain)
+      return name;
+    const auto linked = all_.menus_.find({entered.titleset, end.to->chain});
+    return linked == all_.menus_.end() ? std::string() : name_of(linked->second->chain.tables);
+  }
+
   std::optional<std::string> from_button(const disc_menu_contents& menu, std::size_t button) {
     titleset_ = menu.titleset;
     chain_ = menu.chain.tables;
@@ -119,11 +141,11 @@ class disc_walks::walk {
       case vm_place::exit:
         return "stop";
       case vm_place::title:
-        return title_at(to.title, 1);
+        return title_at(to.title);
       case vm_place::titleset_title:
-        return title_of_titleset(to.title, 1);
+        return title_of_titleset(to.title);
       case vm_place::chapter:
-        return title_of_titleset(to.title, to.chapter);
+        return chapter_of_titleset(to.title, to.chapter);
       case vm_place::first_play:
         return from_start();
       case vm_place::manager_menu:
@@ -158,14 +180,31 @@ class disc_walks::walk {
     }
   }
 
-  answer title_at(int number, int chapter) const {
+  answer title_at(int number) {
     const auto found = all_.titles_.find(number);
-    return found == all_.titles_.end() ? nowhere() : arrived(*found->second, chapter);
+    return found == all_.titles_.end() ? nowhere() : enter_title(*found->second);
   }
 
-  answer title_of_titleset(int number, int chapter) const {
+  answer title_of_titleset(int number) {
+    const auto found = all_.titleset_titles_.find({titleset_, number});
+    return found == all_.titleset_titles_.end() ? nowhere() : enter_title(*found->second);
+  }
+
+  answer chapter_of_titleset(int number, int chapter) const {
     const auto found = all_.titleset_titles_.find({titleset_, number});
     return found == all_.titleset_titles_.end() ? nowhere() : arrived(*found->second, chapter);
+  }
+
+  /// At its beginning, where its commands are done first.
+  answer enter_title(const disc_title_contents& title) {
+    if (!may_go_on())
+      return std::nullopt;
+    titleset_ = title.titleset;
+    in_title_ = true;
+    chain_ = title.chain.tables;
+    if (const vm_end end = run(chain_->pre); leads(end))
+      return led_by(end);
+    return arrived(title, 1);
   }
 
   answer arrived(const disc_title_contents& title, int chapter) const {
@@ -181,7 +220,7 @@ class disc_walks::walk {
       return nowhere();
     const auto& chains = disc_.titlesets[static_cast<std::size_t>(titleset_) - 1].chains;
     const auto index = static_cast<std::size_t>(number) - 1;
-    return index < chains.size() ? title_of_titleset(chains[index].title, 1) : nowhere();
+    return index < chains.size() ? title_of_titleset(chains[index].title) : nowhere();
   }
 
   answer menu_number(int titleset, int number) {
@@ -256,6 +295,31 @@ std::optional<std::string> disc_walks::after_start() {
 
 std::optional<std::string> disc_walks::after_title(const disc_title_contents& title) {
   return walk(*this).from_end_of(title);
+}
+
+std::optional<std::string> disc_walks::by_commands(const disc_title_contents& title,
+                                                   std::span<const vm_command> commands) {
+  return walk(*this).by_commands(title.titleset, true, title.chain, commands);
+}
+
+std::optional<std::string> disc_walks::by_commands(const disc_menu_contents& menu,
+                                                   std::span<const vm_command> commands) {
+  return walk(*this).by_commands(menu.titleset, false, menu.chain, commands);
+}
+
+std::vector<std::string> disc_walks::entries_of(const disc_menu_contents& menu) {
+  constexpr std::pair<menu_kind, const char*> kinds[] = {
+      {menu_kind::title, "title"}, {menu_kind::root, "root"},   {menu_kind::subpicture, "subtitle"},
+      {menu_kind::audio, "audio"}, {menu_kind::angle, "angle"}, {menu_kind::chapter, "ptt"}};
+  const auto own = names_.find(menu.chain.tables.get());
+  std::vector<std::string> entries;
+  for (const auto& [kind, name] : kinds) {
+    const auto entry = entries_.find({menu.titleset, kind});
+    if (own != names_.end() && entry != entries_.end() &&
+        walk(*this).by_entry(*entry->second) == own->second)
+      entries.emplace_back(name);
+  }
+  return entries;
 }
 
 std::optional<std::string> disc_walks::after_button(const disc_menu_contents& menu,

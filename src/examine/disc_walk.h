@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -24,6 +25,11 @@ std::vector<const disc_menu_contents*> menus_with_pictures(const disc_contents& 
 /// The same of the video manager.
 std::vector<const disc_menu_contents*> disc_menus_with_pictures(const disc_contents& disc);
 
+/// Said where commands lead nowhere, so that what they belong to goes on.
+inline constexpr const char* goes_on = "goes on";
+/// Said where there are commands, but not where they lead.
+inline constexpr const char* not_told = "not told";
+
 /// The walks over one disc, which must stay. All of them together do so many commands at most that
 /// no disc takes more than moments; what is left then cannot be told.
 class disc_walks {
@@ -35,6 +41,16 @@ class disc_walks {
 
   /// `button`: 0-based, of those that the menu shows.
   std::optional<std::string> after_button(const disc_menu_contents& menu, std::size_t button);
+
+  /// What commands of this title or menu lead to, those before it, behind it, or of a cell; or
+  /// `goes_on`.
+  std::optional<std::string> by_commands(const disc_title_contents& title,
+                                         std::span<const vm_command> commands);
+  std::optional<std::string> by_commands(const disc_menu_contents& menu,
+                                         std::span<const vm_command> commands);
+
+  /// The entries that lead to a menu which shows something, by their names in commands: "root".
+  std::vector<std::string> entries_of(const disc_menu_contents& menu);
 
  private:
   class walk;

@@ -45,11 +45,13 @@ std::vector<std::string> files_of(const disc_description& d) {
       files.push_back(native);
   };
   for (const disc_title& t : d.titles)
-    std::for_each(t.streams.begin(), t.streams.end(), add);
-  for (const disc_menu& m : d.menus) {
-    add(m.video());
-    add(m.audio());
-  }
+    for (const title_file* const file : t.files())
+      std::for_each(file->streams.begin(), file->streams.end(), add);
+  for (const auto* const menus : {&d.menus, &d.disc_menus})
+    for (const disc_menu& m : *menus) {
+      add(m.video());
+      add(m.audio());
+    }
   return files;
 }
 
@@ -80,8 +82,9 @@ title_length length_of_video(const facts_by_path& facts, const std::string& stor
     return {};
   const file_facts& f = *file->second;
   if (f.program && !f.program->unit_begins.empty())
-    return {f.program->shown_until, f.program->unit_begins};
-  return {seconds_of_video(facts, stored), f.video ? f.video->unit_begins : std::vector<double>()};
+    return {f.program->shown_until, f.program->unit_begins, {}};
+  return {
+      seconds_of_video(facts, stored), f.video ? f.video->unit_begins : std::vector<double>(), {}};
 }
 
 void append(std::vector<finding>& all, std::vector<finding> more) {
@@ -174,6 +177,8 @@ std::vector<finding> examination::findings(depth how_deep) const {
   for (const disc_title& t : disc_.titles) {
     title_seconds.push_back(seconds_of_video(facts_, t.video()));
     lengths.push_back(length_of_video(facts_, t.video()));
+    for (const title_file& file : t.further)
+      lengths.back().further.push_back(length_of_video(facts_, file.video()));
   }
   for (const disc_menu& m : disc_.menus)
     menu_seconds.push_back(seconds_of_video(facts_, m.video()));

@@ -1,9 +1,9 @@
 #include "examine/foreseen_disc.h"
 
-#include "disc/command_reading.h"
 #include "examine/button_looks.h"
 #include "examine/chapter_rules.h"
 #include "examine/cue_times.h"
+#include "examine/foreseen_ways.h"
 #include "examine/inner_stream_scan.h"
 #include "examine/measures.h"
 #include "examine/subtitle_text_rules.h"
@@ -14,9 +14,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <map>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <utility>
 
@@ -36,31 +38,28 @@ std::optional<std::string> disc_format(audio_kind what) {
   return std::nullopt;
 }
 
-std::string title_place(int title, int chapter) {
-  return "title " + std::to_string(title) + " chapter " + std::to_string(chapter);
-}
-
 class foreseeing {
  public:
   foreseeing(const disc_description& d, const facts_by_path& facts, bool hand_edited)
-      : d_(d), facts_(facts), hand_edited_(hand_edited) {
+      : d_(d), facts_(facts), hand_edited_(hand_edited), ways_(d, hand_edited) {
     for (const disc_title& title : d.titles)
-      title_streams_.push_back(streams_of(title.streams, title.is_multiplexed_here));
-    for (const disc_menu& menu : d.menus)
-      menu_streams_.push_back(streams_of(menu.files, true));
+      title_streams_.push_back(streams_of_files(title));
   }
 
   disc_traits all() {
     const finding_item disc;
     said_.say_count(disc, trait_kind::titles, d_.titles.size());
-    // Menus of the whole disc are not described.
-    if (!d_.has_other_paths)
-      said_.say_count(disc, trait_kind::menus, d_.menus.size());
-    say_way(disc, trait_kind::first_play, first_play());
+    const auto menus = menus_shown(d_);
+    for (const auto& [what, of] : {std::pair{trait_kind::menus, whole::menu},
+                                   std::pair{trait_kind::disc_menus, whole::disc_menu}})
+      said_.say_count(disc, what,
+                      static_cast<std::size_t>(std::ranges::count(
+                          menus, of, [](const auto& menu) { return menu.first.whole; })));
+    say_way(disc, trait_kind::first_play, ways_.after_start());
     for (int title = 1; title <= d_.title_count(); ++title)
       say_title(title);
-    for (int menu = 1; menu <= d_.menu_count(); ++menu)
-      say_menu(menu);
+    for (const auto& [item, menu] : menus)
+      say_menu(item, *menu);
     return std::move(said_);
   }
 
@@ -91,9 +90,6 @@ class foreseeing {
     if (first != nullptr && first->program) {
       s.inside = &*first->program;
       look_inside(s, *first);
-      // Further files of a title come behind it.
-      s.whole_video = s.whole_video && stored.size() == 1;
-      s.known_sounds = s.known_sounds && stored.size() == 1;
       return s;
     }
     s.known_sounds = multiplexed;
@@ -106,6 +102,13 @@ class foreseeing {
       s.whole_sounds.push_back(known && sound->whole);
     }
     return s;
+  }
+
+  std::vector<streams> streams_of_files(const disc_title& title) const {
+    std::vector<streams> all;
+    for (const title_file* const file : title.files())
+      all.push_back(streams_of(file->streams, file->is_multiplexed_here));
+    return all;
   }
 
   // dvdauthor leaves gaps where they are, and makes others where it moves a clock that begins
@@ -145,24 +148,153 @@ class foreseeing {
 
   void say_title(int number) {
     const disc_title& title = d_.title(number);
-    const streams& s = title_streams_[static_cast<std::size_t>(number) - 1];
+    const std::vector<streams>& all = title_streams_[static_cast<std::size_t>(number) - 1];
     const finding_item item{whole::title, number, part::whole, 0};
-    say_video(item, s);
+    say_video(item, all.front());
+    say_breaks(item, title);
+    if (all.size() > 1)
+      say_joined(item, title, all);
+    else
+      say_only_file(item, title, all.front());
+    say_way(item, trait_kind::then, ways_.after_title(number));
+    const auto way = [&](const disc_command& command) {
+      return ways_.by_title_command(number, command);
+    };
+    if (is_given(title.pre))
+      say_way(item, trait_kind::before, way(*title.pre));
+    for (std::size_t i = 0; i < title.cell_commands.size(); ++i)
+      say_way(part_of(item, part::command, static_cast<int>(i) + 1), trait_kind::then,
+              way(title.cell_commands[i]));
+    // A title without a pause has none, which is no trait of it.
+    if (const auto stays = stated_pause(title.pause); stays && *stays != "0 s")
+      said_.say(item, trait_kind::stays, *stays);
+    say_stated_aspect(item, title.aspect);
+  }
+
+  static bool is_given(const std::optional<disc_command>& command) {
+    return command && !trim(command->text).empty();
+  }
+
+  /// As the disc tells it. Of other numbers dvdauthor keeps the lowest byte.
+  static std::optional<std::string> stated_pause(const std::string& pause) {
+    constexpr int longest = 254;
+    if (pause == "inf")
+      return "for ever";
+    const text_number seconds = number_of(pause);
+    const auto whole_seconds = whole_number(seconds, longest);
+    return whole_seconds ? std::optional(std::to_string(*whole_seconds) + " s") : std::nullopt;
+  }
+
+  void say_stated_aspect(const finding_item& item, const std::string& aspect) {
+    if (hand_edited_ && (aspect == "4:3" || aspect == "16:9"))
+      said_.say(part_of(item, part::video), trait_kind::aspect, aspect);
+  }
+
+  /// Seconds by which the picture comes later than the sound.
+  static double delay_of(const title_file& file) {
+    return file.is_multiplexed_here ? file.delay.value / 1000 : 0;
+  }
+
+  void say_only_file(const finding_item& item, const disc_title& title, const streams& s) {
     // Cells may leave parts out.
-    if (!d_.has_other_paths) {
-      say_length(item, s, title.is_multiplexed_here ? title.delay.value / 1000 : 0);
+    if (!title.has_cells) {
+      say_length(item, s, delay_of(title));
       say_end_of_picture(item, s);
+      say_chapters(item, title, {&s, 1});
     }
-    say_breaks(item, title, s);
-    say_chapters(item, title, s);
     if (s.known_sounds)
       say_sounds(item, title, s);
     say_languages(item, title.titleset, s.sounds.size(), title.subtitles.size());
     // A ready file may carry subtitles of its own.
-    if (!s.inside && title.is_multiplexed_here)
+    if (!s.inside && title.is_multiplexed_here && !title.has_cells)
       said_.say_count(item, trait_kind::subtitles, title.subtitles.size());
-    say_way(item, trait_kind::then, after_title(number));
   }
+
+  // Titles of several files -----------------------------------------------------------------------
+
+  void say_joined(const finding_item& item, const disc_title& title,
+                  const std::vector<streams>& all) {
+    if (!has_cells(title)) {
+      if (const auto seconds = joined_seconds(title, all))
+        said_.say_seconds(item, trait_kind::length, *seconds);
+      say_chapters(item, title, all);
+    }
+    const std::vector<const title_file*> files = title.files();
+    // Of ready files it is not foreseen what becomes of their streams behind each other.
+    if (!std::all_of(files.begin(), files.end(),
+                     [](const title_file* file) { return file->is_multiplexed_here; }))
+      return;
+    std::size_t sounds = 0, subtitles = 0;
+    for (const streams& s : all)
+      sounds = std::max(sounds, s.sounds.size());
+    for (const title_file* const file : files)
+      subtitles = std::max(subtitles, file->subtitles.size());
+    if (!has_cells(title))
+      said_.say_count(item, trait_kind::subtitles, subtitles);
+    say_languages(item, title.titleset, sounds, subtitles);
+    if (have_alike_sounds(all))
+      said_.say_count(item, trait_kind::audio_streams, sounds);
+    for (std::size_t i = 0; i < all.front().sounds.size(); ++i)
+      say_joined_sound(part_of(item, part::audio, static_cast<int>(i) + 1), title, all, i);
+  }
+
+  static bool has_cells(const disc_title& title) {
+    const std::vector<const title_file*> files = title.files();
+    return std::any_of(files.begin(), files.end(),
+                       [](const title_file* file) { return file->has_cells; });
+  }
+
+  /// Each file loses what a single one may.
+  std::optional<double> joined_seconds(const disc_title& title,
+                                       const std::vector<streams>& all) const {
+    constexpr std::size_t most_files = 5;
+    if (all.size() > most_files)
+      return std::nullopt;
+    double seconds = 0;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+      const auto more = seconds_of_file(all[i], delay_of(*title.files()[i]));
+      if (!more)
+        return std::nullopt;
+      seconds += *more;
+    }
+    return seconds;
+  }
+
+  /// Whether the n-th sounds of all files are of one kind, so that they are one stream of the disc.
+  static bool have_alike_sounds(const std::vector<streams>& all) {
+    for (const streams& s : all)
+      for (std::size_t i = 0; i < s.sounds.size(); ++i) {
+        const audio_facts* const first =
+            i < all.front().sounds.size() ? all.front().sounds[i] : nullptr;
+        if (first == nullptr || s.sounds[i] == nullptr || s.sounds[i]->kind != first->kind)
+          return false;
+      }
+    return true;
+  }
+
+  /// What comes behind the last time stamp of a file is only known of the last one.
+  void say_joined_sound(const finding_item& sound, const disc_title& title,
+                        const std::vector<streams>& all, std::size_t i) {
+    constexpr double behind_last_stamp = 0.5, little_delay = 0.2;
+    if (all.front().sounds[i] == nullptr)
+      return;
+    if (const auto format = disc_format(all.front().sounds[i]->kind))
+      said_.say(sound, trait_kind::format, *format);
+    double until = -behind_last_stamp * static_cast<double>(all.size() - 1);
+    for (std::size_t n = 0; n < all.size(); ++n) {
+      const streams& s = all[n];
+      const double delay = delay_of(*title.files()[n]);
+      if (i >= s.sounds.size() || !s.whole_sounds[i] || s.video == nullptr || !s.whole_video ||
+          std::abs(delay) > little_delay || s.sounds[i]->kind != all.front().sounds[i]->kind ||
+          has_cells(title))
+        return;
+      until += std::min(seconds_of(s.sounds[i]->length) - delay, s.video->seconds);
+    }
+    if (until > 0)
+      said_.say_seconds(sound, trait_kind::sounds_until, until);
+  }
+
+  // Titles and menus ------------------------------------------------------------------------------
 
   void say_video(const finding_item& item, const streams& s) {
     if (s.video == nullptr || !s.video->shape)
@@ -179,19 +311,24 @@ class foreseeing {
     said_.say(video, trait_kind::coding, shape.mpeg2 ? "MPEG-2" : "MPEG-1");
   }
 
+  void say_length(const finding_item& item, const streams& s, double delay) {
+    if (const auto seconds = seconds_of_file(s, delay))
+      said_.say_seconds(item, trait_kind::length, *seconds);
+  }
+
   /// Up to the last picture or the last sound, whichever is later. `delay`: seconds by which the
   /// picture comes later.
-  void say_length(const finding_item& item, const streams& s, double delay) {
+  static std::optional<double> seconds_of_file(const streams& s, double delay) {
     if (s.video == nullptr || !s.whole_video || s.video->seconds <= 0 || !s.known_sounds)
-      return;
+      return std::nullopt;
     double seconds = s.video->seconds;
     for (std::size_t i = 0; i < s.sounds.size(); ++i) {
       const auto ends = end_of_sound(s, i, delay);
       if (!ends)
-        return;
+        return std::nullopt;
       seconds = std::max(seconds, *ends);
     }
-    said_.say_seconds(item, trait_kind::length, seconds);
+    return seconds;
   }
 
   /// From the first picture to the end of the last frame. Nullopt if it is not known.
@@ -212,17 +349,18 @@ class foreseeing {
     said_.say_count(item, trait_kind::audio_streams, s.sounds.size());
     for (std::size_t i = 0; i < s.sounds.size(); ++i) {
       const finding_item sound = part_of(item, part::audio, static_cast<int>(i) + 1);
-      say_sound(sound, s, i, title.is_multiplexed_here ? title.delay.value / 1000 : 0);
+      say_sound(sound, s, i, delay_of(title), !title.has_cells);
     }
   }
 
-  /// `delay`: seconds by which the picture comes later.
-  void say_sound(const finding_item& sound, const streams& s, std::size_t i, double delay) {
+  /// `delay`: seconds by which the picture comes later. `all_of_it`: it is played to its end.
+  void say_sound(const finding_item& sound, const streams& s, std::size_t i, double delay,
+                 bool all_of_it) {
     if (s.sounds[i] == nullptr)
       return;
     if (const auto format = disc_format(s.sounds[i]->kind))
       said_.say(sound, trait_kind::format, *format);
-    if (!s.whole_sounds[i] || s.video == nullptr || !s.whole_video || d_.has_other_paths)
+    if (!s.whole_sounds[i] || s.video == nullptr || !s.whole_video || !all_of_it)
       return;
     const double ends = s.inside == nullptr ? seconds_of(s.sounds[i]->length) - delay
                                             : last_of_inner_sound(s, *s.inner_sounds[i]);
@@ -270,43 +408,51 @@ class foreseeing {
     said_.say_seconds(part_of(item, part::video), trait_kind::shows_until, s.video->seconds);
   }
 
-  /// What examination knows of a title's units; none where dvdauthor may make others.
-  static title_length units_of(const disc_title& title, const streams& s) {
+  /// What examination knows of a file's units; none where dvdauthor may make others.
+  static title_length units_of(const title_file& file, const streams& s) {
     if (s.video == nullptr || !s.whole_video)
       return {};
     if (s.inside == nullptr)
-      return title.is_multiplexed_here ? title_length{s.video->seconds, s.video->unit_begins}
-                                       : title_length{};
-    return goes_on(*s.inside) ? title_length{s.inside->shown_until, s.inside->unit_begins}
+      return file.is_multiplexed_here ? title_length{s.video->seconds, s.video->unit_begins, {}}
+                                      : title_length{};
+    return goes_on(*s.inside) ? title_length{s.inside->shown_until, s.inside->unit_begins, {}}
                               : title_length{};
   }
 
   /// Where examination says that they come to lie. One right before the end may be left out: mplex
   /// drops the last picture of some streams.
-  void say_chapters(const finding_item& item, const disc_title& title, const streams& s) {
+  void say_chapters(const finding_item& item, const disc_title& title,
+                    std::span<const streams> all) {
     constexpr double about_the_end = 0.1;
-    const title_length length = units_of(title, s);
-    const std::vector<double>& units = length.units;
-    if (units.empty() || !length.seconds || d_.has_other_paths)
-      return;
-    const landed_chapters landed =
-        chapters_on_disc(title, {*length.seconds - about_the_end, units});
-    for (std::size_t i = 0; i < landed.begins.size(); ++i)
+    std::vector<double> begins;
+    double of_file = 0, longest = 0;
+    for (std::size_t n = 0; n < all.size(); ++n) {
+      const title_file& file = *title.files()[n];
+      title_length length = units_of(file, all[n]);
+      if (length.units.empty() || !length.seconds || (all[n].inside && all.size() > 1))
+        return;
+      longest = std::max(longest, *length.seconds - length.units.back());
+      for (std::size_t i = 1; i < length.units.size(); ++i)
+        longest = std::max(longest, length.units[i] - length.units[i - 1]);
+      *length.seconds -= about_the_end;
+      for (const double at : chapters_in_file(file, length, n == 0).begins)
+        begins.push_back(of_file + at);
+      const auto seconds = seconds_of_file(all[n], delay_of(file));
+      if (!seconds && n + 1 < all.size())
+        return;
+      of_file += seconds.value_or(0);
+    }
+    for (std::size_t i = 0; i < begins.size(); ++i)
       said_.say_seconds(part_of(item, part::chapter, static_cast<int>(i) + 1), trait_kind::lands,
-                        landed.begins[i]);
-    double longest = *length.seconds - units.back();
-    for (std::size_t i = 1; i < units.size(); ++i)
-      longest = std::max(longest, units[i] - units[i - 1]);
+                        begins[i]);
     said_.say_seconds(item, trait_kind::unit, longest);
   }
 
   /// Those that a ready file brings were told before the run.
-  void say_breaks(const finding_item& item, const disc_title& title, const streams& s) {
-    if (s.inside == nullptr)
-      return;
+  void say_breaks(const finding_item& item, const disc_title& title) {
     std::uint64_t breaks = 0;
-    for (const std::string& stored : title.streams) {
-      const file_facts* const file = facts_of(stored);
+    for (const title_file* const of_title : title.files()) {
+      const file_facts* const file = facts_of(of_title->video());
       if (file == nullptr || !file->program)
         continue;
       breaks += file->program->clock_breaks.count;
@@ -340,34 +486,70 @@ class foreseeing {
       say(part::subtitle, subpicture++, subtitles, "");
   }
 
-  void say_menu(int number) {
-    const disc_menu& menu = d_.menu(number);
-    const streams& s = menu_streams_[static_cast<std::size_t>(number) - 1];
-    const finding_item item{whole::menu, number, part::whole, 0};
-    // Which of its menus shows nothing is not known of other XML.
-    if (d_.has_other_paths)
-      return;
+  void say_menu(const finding_item& item, const disc_menu& menu) {
+    const streams s = streams_of(menu.files, true);
     say_video(item, s);
-    say_length(item, s, 0);
-    say_end_of_picture(item, s);
-    if (!s.inside && s.video != nullptr) {
-      said_.say_count(item, trait_kind::audio_streams, s.sounds.size());
-      for (std::size_t i = 0; i < s.sounds.size(); ++i)
-        say_sound(part_of(item, part::audio), s, i, 0);
+    say_stated_aspect(item, menu.aspect);
+    say_stay(item, menu);
+    if (!menu.has_parts) {
+      say_menu_streams(item, s);
+      say_buttons(item, menu);
     }
-    // One that begins again may pause for any time in edited XML.
-    if (!menu.loop || !hand_edited_)
-      said_.say(item, trait_kind::stays, menu.loop ? "5 s" : "for ever");
+    if (hand_edited_)
+      say_menu_commands(item, menu);
+    // Edited XML may give a menu other colours, a ready file may bring a picture of its own.
+    if (!hand_edited_ && !s.inside)
+      say_looks(item, menu);
+  }
+
+  void say_buttons(const finding_item& item, const disc_menu& menu) {
     said_.say_count(item, trait_kind::buttons, menu.buttons.size());
     for (std::size_t i = 0; i < menu.buttons.size(); ++i) {
       const finding_item button = part_of(item, part::button, static_cast<int>(i) + 1);
       say_edges(button, menu.buttons[i]);
-      say_way(button, trait_kind::leads_to,
-              place_of(menu.buttons[i].action, menu.titleset, number));
+      say_way(button, trait_kind::leads_to, ways_.after_button(menu, menu.buttons[i].action));
     }
-    // Edited XML may give a menu other colours, a ready file may bring a picture of its own.
-    if (!hand_edited_ && !s.inside)
-      say_looks(item, menu);
+  }
+
+  void say_menu_streams(const finding_item& item, const streams& s) {
+    say_length(item, s, 0);
+    say_end_of_picture(item, s);
+    if (s.inside || s.video == nullptr)
+      return;
+    said_.say_count(item, trait_kind::audio_streams, s.sounds.size());
+    for (std::size_t i = 0; i < s.sounds.size(); ++i)
+      say_sound(part_of(item, part::audio), s, i, 0, true);
+  }
+
+  void say_stay(const finding_item& item, const disc_menu& menu) {
+    if (!hand_edited_)
+      said_.say(item, trait_kind::stays, menu.loop ? "5 s" : "for ever");
+    else if (const auto stays = stated_pause(menu.pause))
+      said_.say(item, trait_kind::stays, *stays);
+  }
+
+  void say_menu_commands(const finding_item& item, const disc_menu& menu) {
+    const auto way = [&](const disc_command& command) {
+      return ways_.by_menu_command(menu, command);
+    };
+    // dvdauthor chooses a button before a menu's commands, unless they do.
+    if (is_given(menu.pre) && !chooses_button(menu.pre->text))
+      say_way(item, trait_kind::before, way(*menu.pre));
+    // dvdauthor puts what several commands of a button do behind the menu, too.
+    const bool has_programs = std::any_of(
+        menu.buttons.begin(), menu.buttons.end(),
+        [](const disc_button& button) { return button.action.form.what == verb::other; });
+    if (is_given(menu.post) && !has_programs)
+      say_way(item, trait_kind::then, way(*menu.post));
+    for (std::size_t i = 0; i < menu.cell_commands.size(); ++i)
+      say_way(part_of(item, part::command, static_cast<int>(i) + 1), trait_kind::then,
+              way(menu.cell_commands[i]));
+    if (!menu.entries.empty() && !d_.has_jump_pad)
+      said_.say(item, trait_kind::entries, join(menu.entries, ", "));
+  }
+
+  static bool chooses_button(const std::string& commands) {
+    return commands.find("button") != std::string::npos || commands.find("s8") != std::string::npos;
   }
 
   void say_looks(const finding_item& item, const disc_menu& menu) {
@@ -400,121 +582,16 @@ class foreseeing {
                   std::to_string(edges[2]) + "," + std::to_string(edges[3]));
   }
 
-  /// Titles and menus of several titlesets are numbered in each of them.
-  bool is_one_titleset() const {
-    const auto is_first = [](const auto& one) { return one.titleset == 1; };
-    return std::all_of(d_.titles.begin(), d_.titles.end(), is_first) &&
-           std::all_of(d_.menus.begin(), d_.menus.end(), is_first);
-  }
-
   void say_way(const finding_item& item, trait_kind what, const std::optional<std::string>& place) {
-    if (place && !d_.has_other_paths && (!d_.jump_table || is_one_titleset()))
+    if (place)
       said_.say(item, what, *place);
-  }
-
-  /// The number on the disc of title or menu `number` of a titleset, where there is one. `titleset`
-  /// 0: of the whole disc.
-  template <typename Item>
-  static std::optional<int> number_on_disc(const std::vector<Item>& all, int titleset, int number) {
-    int before = 0;
-    for (std::size_t i = 0; i < all.size(); ++i)
-      if ((titleset == 0 || all[i].titleset == titleset) && ++before == number)
-        return static_cast<int>(i) + 1;
-    return std::nullopt;
-  }
-
-  std::optional<std::string> title_of(int titleset, int title, int chapter) const {
-    const auto number = number_on_disc(d_.titles, titleset, title);
-    return number ? std::optional(title_place(*number, chapter)) : std::nullopt;
-  }
-
-  /// Menus of the whole disc are not described.
-  std::optional<std::string> menu_of(int titleset, int menu) const {
-    const auto number = titleset == 0 ? std::nullopt : number_on_disc(d_.menus, titleset, menu);
-    return number ? std::optional("menu " + std::to_string(*number)) : std::nullopt;
-  }
-
-  /// `titleset`: the one that the command is in; 0: it is the disc's first. `from`: the menu of it
-  /// whose button it is; 0: a title's command, or the first one.
-  std::optional<std::string> place_of(const disc_command& command, int titleset, int from) const {
-    const command_form& form = command.form;
-    const int own = titleset == 0 ? 1 : titleset;
-    switch (form.what) {
-      case verb::jump_title:
-        return form.number ? title_of(titleset, *form.number, form.chapter.value_or(1))
-                           : std::nullopt;
-      case verb::jump_menu:
-        return form.number ? menu_of(is_one_titleset() ? own : titleset, *form.number)
-                           : std::nullopt;
-      case verb::jump_titleset:
-        // Remembered, it comes back to the menu that it was chosen in.
-        return menu_of(1, d_.jump_table && from > 0 ? from : 1);
-      case verb::call_menu:
-        return menu_of(own, d_.jump_table ? form.number.value_or(1) : 1);
-      case verb::call_last_menu:
-        return d_.jump_table ? menu_of(own, 1) : std::nullopt;  // none was shown before
-      case verb::other:
-        break;
-    }
-    return typed_places(command.text, titleset, titleset > 0 && from == 0);
-  }
-
-  /// Each place that a typed command names; which of them it leads to is the registers' matter.
-  /// Nothing where one of them is not known here. `of_title`: the disc stops behind its end.
-  std::optional<std::string> typed_places(const std::string& text, int titleset,
-                                          bool of_title) const {
-    const command_reading reading = read_commands(text + ";");
-    if (reading.fault || reading.resumes || d_.jump_table)
-      return std::nullopt;
-    std::vector<std::string> places;
-    for (const command_lead& lead : reading.leads) {
-      const auto place = place_of_lead(lead, titleset);
-      if (!place)
-        return std::nullopt;
-      places.push_back(*place);
-    }
-    if (places.empty() && !reading.ends)
-      return std::nullopt;
-    if (reading.ends || (of_title && reading.falls_through))
-      places.emplace_back("stop");
-    return join(places, either_place);
-  }
-
-  std::optional<std::string> place_of_lead(const command_lead& lead, int titleset) const {
-    using place = command_lead::place;
-    if (lead.of_disc)
-      return std::nullopt;
-    const int of = lead.titleset.value_or(titleset);
-    const bool is_root = lead.entry.empty() || lead.entry == "root";
-    if (lead.to == place::menu_entry && lead.titleset && is_root)
-      return menu_of(of, 1);
-    if (lead.to == place::menu && !lead.chapter && lead.entry.empty())
-      return menu_of(of, lead.number);
-    if (lead.to == place::title && lead.entry.empty())
-      return title_of(of, lead.number, lead.chapter.value_or(1));
-    return std::nullopt;
-  }
-
-  std::optional<std::string> first_play() const {
-    if (d_.first_play)
-      return place_of(*d_.first_play, 0, 0);
-    if (hand_edited_)
-      return std::nullopt;
-    return d_.menus.empty() ? title_place(1, 1) : menu_of(1, 1);
-  }
-
-  std::optional<std::string> after_title(int number) const {
-    if (const auto& post = d_.title(number).post)
-      return place_of(*post, d_.title(number).titleset, 0);
-    if (hand_edited_)
-      return std::nullopt;
-    return number < d_.title_count() ? title_place(number + 1, 1) : "stop";
   }
 
   const disc_description& d_;
   const facts_by_path& facts_;
   bool hand_edited_;
-  std::vector<streams> title_streams_, menu_streams_;
+  foreseen_ways ways_;
+  std::vector<std::vector<streams>> title_streams_;  // of each file
   disc_traits said_;
 };
 
@@ -529,6 +606,9 @@ void foresee_cues(const disc_description& d, disc_traits& foreseen) {
   std::size_t room = std::size_t{16} << 20;
   for (int number = 1; number <= d.title_count(); ++number) {
     const finding_item title{whole::title, number, part::whole, 0};
+    // Of several files the times begin again with each; cells may leave some out.
+    if (!d.title(number).further.empty() || d.title(number).has_cells)
+      continue;
     const std::vector<disc_subtitle>& subtitles = d.title(number).subtitles;
     for (std::size_t i = 0; i < std::min(subtitles.size(), most_subpictures); ++i) {
       const auto file = subtitle_file::read(native_from_stored(subtitles[i].file, native_style()));
@@ -555,8 +635,14 @@ void foresee_cues(const disc_description& d, disc_traits& foreseen) {
 std::vector<std::string> chapters_asked(const disc_description& d) {
   std::vector<std::string> chapters;
   for (const disc_title& title : d.titles) {
-    const bool several = !title.is_multiplexed_here && title.streams.size() > 1;
-    chapters.push_back(several || d.has_other_paths ? unknown_chapters : title.chapters_text);
+    std::vector<std::string> lists;
+    for (const title_file* const file : title.files())
+      lists.push_back(file->chapters_text);
+    bool is_known = true;
+    for (const title_file* const file : title.files())
+      is_known = is_known && !file->has_cells &&
+                 file->chapters_text.find(chapters_of_next_file) == std::string::npos;
+    chapters.push_back(is_known ? join(lists, chapters_of_next_file) : unknown_chapters);
   }
   return chapters;
 }

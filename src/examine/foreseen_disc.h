@@ -12,10 +12,9 @@
 namespace corvane {
 
 /// Says nothing of what is not known: of a file that has not been read, or not to its end, of typed
-/// commands that name a place which is not described, of the ways through a disc whose hand-edited
-/// XML has others than are described. `d`: the disc that the run makes (authoring/asked_disc.h);
-/// `hand_edited`: by XML that somebody edited, where a title that says nothing of what follows it
-/// has nothing there.
+/// commands that name a place which is not described, of the ways through a disc with a jump pad.
+/// `d`: the disc that the run makes (authoring/asked_disc.h); `hand_edited`: by XML that somebody
+/// edited, where a title that says nothing of what follows it has nothing there.
 disc_traits foreseen_disc(const disc_description& d, const facts_by_path& facts, bool hand_edited);
 
 /// Says of text subtitles how many cues they will have and when, where it is sure what spumux makes

@@ -9,11 +9,13 @@
 #include "examine/measures.h"
 #include "examine/time_course.h"
 #include "formats/numbers.h"
+#include "formats/text.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <utility>
 
 namespace corvane {
@@ -55,7 +57,9 @@ class saying {
     const auto menus = menus_with_pictures(disc_);
     const finding_item disc;
     said_.say_count(disc, trait_kind::titles, disc_.titles.size());
+    const auto disc_menus = disc_menus_with_pictures(disc_);
     said_.say_count(disc, trait_kind::menus, menus.size());
+    said_.say_count(disc, trait_kind::disc_menus, disc_menus.size());
     say_way(disc, trait_kind::first_play, walks_.after_start());
     if (disc_.first_play)
       say_commands(disc, disc_.first_play->pre);
@@ -63,6 +67,8 @@ class saying {
       say_title(title);
     for (std::size_t i = 0; i < menus.size(); ++i)
       say_menu({whole::menu, static_cast<int>(i) + 1, part::whole, 0}, *menus[i]);
+    for (std::size_t i = 0; i < disc_menus.size(); ++i)
+      say_menu({whole::disc_menu, static_cast<int>(i) + 1, part::whole, 0}, *disc_menus[i]);
     return std::move(said_);
   }
 
@@ -84,8 +90,45 @@ class saying {
     say_end_of_picture(item, streams);
     say_sounds(item, title, streams);
     say_subtitles(item, title, streams);
+    say_commands_around(item, title, title.chain);
     say_way(item, trait_kind::then, walks_.after_title(title));
+    if (title.chain.tables->still_seconds != 0)
+      say_stay(item, title.chain);
     say_commands(item, title.chain.tables->post);
+  }
+
+  void say_stay(const finding_item& item, const disc_chain& chain) {
+    const int still = chain.tables->still_seconds;
+    said_.say(item, trait_kind::stays,
+              still == still_for_ever ? "for ever" : std::to_string(still) + " s");
+  }
+
+  /// Without the one that dvdauthor puts before those of a menu with buttons: the first button is
+  /// highlighted.
+  static std::span<const vm_command> commands_before(const finding_item& item,
+                                                     const program_chain& tables) {
+    constexpr vm_bytes first_button = {0x56, 0, 0, 0, 0x04, 0, 0, 0};
+    const std::span<const vm_command> all = tables.pre;
+    const bool is_added =
+        item.whole != whole::title && !all.empty() && all.front().bytes == first_button;
+    return is_added ? all.subspan(1) : all;
+  }
+
+  /// Those before a title or menu, and of its cells.
+  template <typename Contents>
+  void say_commands_around(const finding_item& item, const Contents& of, const disc_chain& chain) {
+    const program_chain& tables = *chain.tables;
+    if (const auto pre = commands_before(item, tables); !pre.empty())
+      said_.say(item, trait_kind::before, walks_.by_commands(of, pre).value_or(not_told));
+    int number = 0;
+    for (const cell_playback& cell : tables.cells) {
+      const auto index = static_cast<std::size_t>(cell.command) - 1;
+      if (cell.command == 0 || index >= tables.cell_commands.size())
+        continue;
+      const finding_item command = part_of(item, part::command, ++number);
+      say_way(command, trait_kind::then, walks_.by_commands(of, {&tables.cell_commands[index], 1}));
+      say_commands(command, {tables.cell_commands[index]});
+    }
   }
 
   void say_video(const finding_item& item, const video_attributes& video, double seconds) {
@@ -181,9 +224,12 @@ class saying {
 
   void say_menu(const finding_item& item, const disc_menu_contents& menu) {
     say_video(item, menu.video, menu.chain.seconds);
-    const int still = menu.chain.tables->still_seconds;
-    said_.say(item, trait_kind::stays,
-              still == still_for_ever ? "for ever" : std::to_string(still) + " s");
+    say_commands_around(item, menu, menu.chain);
+    if (!menu.chain.tables->post.empty())
+      say_way(item, trait_kind::then, walks_.by_commands(menu, menu.chain.tables->post));
+    say_stay(item, menu.chain);
+    if (const auto entries = walks_.entries_of(menu); !entries.empty())
+      said_.say(item, trait_kind::entries, join(entries, ", "));
     const chain_streams* const streams = streams_of(menu.chain);
     say_end_of_picture(item, streams);
     if (streams != nullptr)
@@ -294,29 +340,86 @@ void find_landed_chapters(const disc_title_contents& title, const disc_traits& f
   }
 }
 
-void foresee_chapters(const disc_title_contents& title, const std::string& asked,
-                      disc_traits& foreseen) {
-  if (asked == unknown_chapters || title.chain.units.empty())
-    return;
-  disc_title as_asked;
+namespace {
+
+/// A file of the title, as the disc has it: a VOB.
+struct file_on_disc {
+  double begins = 0, seconds = 0;
+  std::vector<double> units;  // from its beginning
+  std::size_t chapters = 0;
+};
+
+/// `is_one`: the title was asked for as one file, whatever it is made of.
+std::vector<file_on_disc> files_on_disc(const disc_title_contents& title, bool is_one) {
+  std::vector<file_on_disc> files;
+  if (is_one)
+    files.push_back({0, title.chain.seconds, title.chain.units, title.chapters.size()});
+  if (is_one || title.chain.cells.empty())
+    return files;
+  const disc_cell* before = nullptr;
+  for (const disc_cell& cell : title.chain.cells) {
+    if (before == nullptr || before->vob != cell.vob || before->cell >= cell.cell)
+      files.push_back({cell.begins, 0, {}, 0});
+    before = &cell;
+    files.back().seconds += cell.seconds;
+  }
+  const auto file_at = [&files](double seconds) {
+    constexpr double rounding = 1e-6;
+    auto file = files.begin();
+    while (file + 1 != files.end() && seconds >= (file + 1)->begins - rounding)
+      ++file;
+    return file;
+  };
+  for (const double unit : title.chain.units) {
+    file_on_disc& file = *file_at(unit);
+    file.units.push_back(std::round((unit - file.begins) * stamps_a_second) / stamps_a_second);
+  }
+  for (const double chapter : title.chapters)
+    ++file_at(chapter)->chapters;
+  return files;
+}
+
+/// Where the chapters of a file must be, from its beginning.
+std::vector<double> chapters_of_file(const file_on_disc& file, const std::string& asked,
+                                     bool is_first) {
+  title_file as_asked;
   as_asked.chapters.push_back({asked, {}});
-  landed_chapters landed = chapters_on_disc(as_asked, {title.chain.seconds, title.chain.units});
+  std::vector<double> begins =
+      chapters_in_file(as_asked, {file.seconds, file.units, {}}, is_first).begins;
   // What counts for dvdauthor is the end of the last picture, which the disc's tables do not tell:
   // a chapter may be right before or behind it.
   constexpr double about_the_end = 0.1;
   for (const double apart : {about_the_end, -about_the_end}) {
-    if (landed.begins.size() == title.chapters.size())
+    if (begins.size() == file.chapters)
       break;
-    landed_chapters other =
-        chapters_on_disc(as_asked, {title.chain.seconds + apart, title.chain.units});
-    if (other.begins.size() == title.chapters.size())
-      landed = std::move(other);
+    std::vector<double> other =
+        chapters_in_file(as_asked, {file.seconds + apart, file.units, {}}, is_first).begins;
+    if (other.size() == file.chapters)
+      begins = std::move(other);
   }
+  return begins;
+}
+
+}  // namespace
+
+void foresee_chapters(const disc_title_contents& title, const std::string& asked,
+                      disc_traits& foreseen) {
+  if (asked == unknown_chapters || title.chain.units.empty())
+    return;
+  const std::vector<std::string> lists = split(asked, chapters_of_next_file);
+  const std::vector<file_on_disc> files = files_on_disc(title, lists.size() == 1);
+  // Which part of the title a missing file would be is not known; its length tells that.
+  if (files.size() != lists.size())
+    return;
+  std::vector<double> begins;
+  for (std::size_t i = 0; i < files.size(); ++i)
+    for (const double at : chapters_of_file(files[i], lists[i], i == 0))
+      begins.push_back(files[i].begins + at);
   const finding_item item{whole::title, title.number, part::whole, 0};
-  foreseen.say_count(item, trait_kind::chapters, landed.begins.size());
-  for (std::size_t i = 0; i < landed.begins.size(); ++i)
+  foreseen.say_count(item, trait_kind::chapters, begins.size());
+  for (std::size_t i = 0; i < begins.size(); ++i)
     foreseen.say_seconds(part_of(item, part::chapter, static_cast<int>(i) + 1), trait_kind::begins,
-                         landed.begins[i]);
+                         begins[i]);
 }
 
 }  // namespace corvane

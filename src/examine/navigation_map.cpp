@@ -70,11 +70,15 @@ std::string hint_about_letters(const std::string& text, bool hand_edited) {
 }  // namespace
 
 std::optional<int> chapters_asked_for(const disc_title& title) {
-  if (!title.is_multiplexed_here && title.streams.size() > 1)
+  const std::vector<const title_file*> files = title.files();
+  if (std::any_of(files.begin(), files.end(), [](const title_file* f) { return f->has_cells; }))
     return std::nullopt;
   const std::vector<text_time> entries = chapters_read(title);
   const bool begins = !entries.empty() && entries.front().seconds == 0.0;
-  return static_cast<int>(entries.size()) + (begins ? 0 : 1);
+  std::size_t chapters = entries.size() + (begins ? 0 : 1);
+  for (const title_file& file : title.further)
+    chapters += std::max<std::size_t>(1, chapters_read(file).size());
+  return static_cast<int>(chapters);
 }
 
 navigation_map::navigation_map(const disc_description& d, bool hand_edited)

@@ -88,8 +88,9 @@ class navigation_map {
 };
 
 /// How many chapters a title will be given: one more than its list has if that does not begin at 0,
-/// since dvdauthor adds one there. Chapters that fall together are counted each. Returns nullopt
-/// for a title of several files, whose chapters the description does not hold.
+/// since dvdauthor adds one there, and one at each further file that has no list. Chapters that
+/// fall together are counted each. Returns nullopt for a title whose chapters the description does
+/// not hold.
 std::optional<int> chapters_asked_for(const disc_title& title);
 
 }  // namespace corvane

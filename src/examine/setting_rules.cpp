@@ -102,15 +102,20 @@ class setting_examiner {
   void look_at_title(int number) {
     const disc_title& t = disc_.title(number);
     const finding_item item{whole::title, number, part::whole, 0};
-    if (t.is_multiplexed_here && t.streams.size() > most_audio_streams + 1)
-      add("title-too-many-sounds", item,
-          "the title has " + std::to_string(t.streams.size() - 1) + " audio streams");
-    if (t.subtitles.size() > most_subpictures)
-      add("title-too-many-subtitles", item,
-          "the title has " + std::to_string(t.subtitles.size()) + " subtitles");
+    for (const title_file* const file : t.files())
+      look_at_file(item, *file);
     look_at_chapters(number, t);
-    if (t.is_multiplexed_here)
-      look_at_delay(item, t.delay);
+  }
+
+  void look_at_file(const finding_item& item, const title_file& file) {
+    if (file.is_multiplexed_here && file.streams.size() > most_audio_streams + 1)
+      add("title-too-many-sounds", item,
+          "the title has " + std::to_string(file.streams.size() - 1) + " audio streams");
+    if (file.subtitles.size() > most_subpictures)
+      add("title-too-many-subtitles", item,
+          "the title has " + std::to_string(file.subtitles.size()) + " subtitles");
+    if (file.is_multiplexed_here)
+      look_at_delay(item, file.delay);
   }
 
   void look_at_chapters(int title, const disc_title& t) {
@@ -145,16 +150,19 @@ class setting_examiner {
 
   std::map<int, stream_count> streams_by_titleset() const {
     std::map<int, stream_count> all;
-    for (const disc_title& t : disc_.titles) {
-      stream_count& count = all[t.titleset];
-      if (!t.is_multiplexed_here || t.streams.empty()) {
-        count.is_known = false;
-        continue;
-      }
-      count.audio = std::max(count.audio, t.streams.size() - 1);
-      count.subpictures = std::max(count.subpictures, t.subtitles.size());
-    }
+    for (const disc_title& t : disc_.titles)
+      for (const title_file* const file : t.files())
+        count_streams(*file, all[t.titleset]);
     return all;
+  }
+
+  static void count_streams(const title_file& file, stream_count& count) {
+    if (!file.is_multiplexed_here || file.streams.empty()) {
+      count.is_known = false;
+      return;
+    }
+    count.audio = std::max(count.audio, file.streams.size() - 1);
+    count.subpictures = std::max(count.subpictures, file.subtitles.size());
   }
 
   void look_at_languages() {

@@ -80,25 +80,29 @@ space_wanted space_wanted_by(
     const disc_description& d,
     const std::function<std::optional<std::uintmax_t>(const std::string&)>& size_of) {
   std::uint64_t multiplexed = 0, ready = 0, menus = 0, largest_with_subtitles = 0;
-  for (const disc_title& t : d.titles) {
+  const auto add_file = [&](const title_file& file) {
     std::uint64_t payload = 0;
-    for (const std::string& stream : t.streams)
+    for (const std::string& stream : file.streams)
       payload += sane(size_of(stream));
-    if (!t.is_multiplexed_here) {
+    if (!file.is_multiplexed_here) {
       ready += payload;
-      continue;
+      return;
     }
     multiplexed += in_packs(payload);
-    if (!t.subtitles.empty())
+    if (!file.subtitles.empty())
       largest_with_subtitles = std::max(largest_with_subtitles, in_packs(payload));
-  }
-  for (const disc_menu& m : d.menus) {
-    std::uint64_t payload = 0;
-    for (const std::string& file : {m.video(), m.audio()})
-      if (!file.empty())
-        payload += sane(size_of(file));
-    menus += in_packs(payload);
-  }
+  };
+  for (const disc_title& t : d.titles)
+    for (const title_file* const file : t.files())
+      add_file(*file);
+  for (const auto* const all : {&d.menus, &d.disc_menus})
+    for (const disc_menu& m : *all) {
+      std::uint64_t payload = 0;
+      for (const std::string& file : {m.video(), m.audio()})
+        if (!file.empty())
+          payload += sane(size_of(file));
+      menus += in_packs(payload);
+    }
   space_wanted wanted;
   wanted.disc = multiplexed + ready + menus;
   // First the streams, one of them twice while a subtitle goes into it; then they and the disc; and
@@ -107,7 +111,7 @@ space_wanted space_wanted_by(
   wanted.output = std::max(streams + largest_with_subtitles, streams + wanted.disc);
   if (d.image)
     wanted.output = std::max(wanted.output, 2 * wanted.disc);
-  wanted.program = texts_bytes + menu_pictures_bytes * d.menus.size();
+  wanted.program = texts_bytes + menu_pictures_bytes * (d.menus.size() + d.disc_menus.size());
   return wanted;
 }
 

@@ -120,7 +120,10 @@ class look {
     for (int title = 1; title <= d_.title_count(); ++title)
       look_at_title(title);
     for (int menu = 1; menu <= d_.menu_count(); ++menu)
-      look_at_menu(menu);
+      look_at_menu({whole::menu, menu}, d_.menu(menu));
+    int number = 0;
+    for (const disc_menu& menu : d_.disc_menus)
+      look_at_menu({whole::disc_menu, ++number}, menu);
     compare(titles_, false);
     compare(menus_, true);
     return std::move(findings_);
@@ -129,22 +132,27 @@ class look {
  private:
   void look_at_title(int number) {
     const disc_title& t = d_.title(number);
-    const finding_item item{whole::title, number};
-    if (t.streams.empty())
-      return;
-    if (t.is_multiplexed_here)
-      titles_.push_back(look_at_streams(item, t.titleset, t.streams));
-    else
-      for (const std::string& file : t.streams)
-        if (auto inside = look_at_ready(item, t.titleset, file))
-          titles_.push_back(std::move(*inside));
+    for (const title_file* const file : t.files())
+      look_at_file({whole::title, number}, t.titleset, *file);
   }
 
-  void look_at_menu(int number) {
-    const disc_menu& m = d_.menu(number);
-    const finding_item item{whole::menu, number};
+  void look_at_file(finding_item item, int titleset, const title_file& file) {
+    if (file.streams.empty())
+      return;
+    if (file.is_multiplexed_here)
+      titles_.push_back(look_at_streams(item, titleset, file.streams));
+    else if (auto inside = look_at_ready(item, titleset, file.video()))
+      titles_.push_back(std::move(*inside));
+  }
+
+  void look_at_menu(finding_item item, const disc_menu& m) {
     if (m.files.empty())
       return;
+    if (m.is_ready) {
+      if (auto inside = look_at_ready(item, m.titleset, m.video()))
+        menus_.push_back(std::move(*inside));
+      return;
+    }
     std::vector<std::string> files = {m.video()};
     if (!m.audio().empty())
       files.push_back(m.audio());
@@ -199,7 +207,7 @@ class look {
   void look_at_sound_file(streams_of_item& s, int number, const std::string& file,
                           std::optional<double> picture_seconds) {
     // A menu has one sound at most, which needs no number.
-    const int shown = s.item.whole == whole::menu ? 0 : number;
+    const int shown = s.item.whole == whole::title ? number : 0;
     const finding_item item = part_of(s.item, part::audio, shown);
     s.sounds.push_back({number - 1, {}, file, {}, 0});
     const file_facts* const f = known(item, file);

@@ -52,6 +52,8 @@ class telling {
       tell_others(item, d_.titles);
     if (item.whole == whole::menu)
       tell_others(item, d_.menus);
+    if (item.whole == whole::disc_menu)
+      tell_others(item, d_.disc_menus);
   }
 
   std::vector<told_item> take() { return std::move(told_); }

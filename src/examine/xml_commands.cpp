@@ -58,7 +58,9 @@ class command_collector {
     chain_ = {};
     if (around == "titles")
       chain_ = {whole::title, ++titles_, part::whole, 0};
-    else if (around == "menus" && !of_disc)
+    else if (around == "menus" && of_disc)
+      chain_ = {whole::disc_menu, ++disc_menus_, part::whole, 0};
+    else if (around == "menus")
       chain_ = {whole::menu, ++menus_, part::whole, 0};
   }
 
@@ -87,7 +89,7 @@ class command_collector {
   const std::vector<xml_element>& elements_;
   std::vector<xml_command_fault> faults_;
   finding_item chain_;
-  int titles_ = 0, menus_ = 0, buttons_ = 0;
+  int titles_ = 0, menus_ = 0, disc_menus_ = 0, buttons_ = 0;
 };
 
 }  // namespace

@@ -153,7 +153,8 @@ finding_target target_of(const finding& f, const disc_description& examined,
       to.where = place::menu;
     if (to.menu != 0 && f.item.part == finding_item::part_kind::button)
       to.part = f.item.part_number;
-  } else if (f.item.part == finding_item::part_kind::command) {
+  } else if (f.item.whole == finding_item::whole_kind::disc &&
+             f.item.part == finding_item::part_kind::command) {
     to.where = place::first_play;
   }
   return to;

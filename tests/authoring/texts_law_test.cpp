@@ -8,6 +8,7 @@
 #include "project/menu_rows.h"
 #include "project/post_rows.h"
 #include "project/title_rows.h"
+#include "runner/run_files.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -73,6 +74,8 @@ disc_description told(disc_description d) {
       framed = framed || (coloured && b.y1.value - b.y0.value > 3);
     }
     menu.thickness = framed ? as_value(menu.thickness) : text_number{};
+    menu.pause.clear();  // which `loop` is
+    menu.is_ready = false;
   }
   for (disc_language& language : d.languages)
     language.text.clear();
@@ -281,6 +284,65 @@ TEST(AskedDisc, SecondFileOfAMenuIsNotItsSound) {
       "file=\"/b.mpg\"/></pgc></menus></titleset>");
   EXPECT_THAT(d.menu(1).files, ElementsAre("\\a.mpg"));
   EXPECT_EQ(d.menu(1).audio(), "");
+}
+
+TEST(AskedDisc, TitlesThatTheRunMakesMayBeJoined) {
+  project p;
+  add_title(p, "\\m\\a.m2v/\\m\\a.ac3");
+  add_title(p, "\\m\\b.m2v/\\m\\b.ac3");
+  const disc_description rows = disc_of(p);
+  const run_paths where = sample_run_paths(path_style::posix);
+  const auto file_of = [&](int title, const std::string& chapters) {
+    return "<vob file=\"" + where.in_out(run_file::title_stream(title)) + "\" chapters=\"" +
+           chapters + "\"/>";
+  };
+  const disc_description d =
+      asked_by("<titleset><titles><pgc>" + file_of(2, "0,5") + file_of(1, "0:07") +
+                   "<vob file=\"/m/other.vob\"/></pgc></titles></titleset>",
+               p);
+  ASSERT_EQ(d.title_count(), 1);
+  ASSERT_EQ(d.title(1).further.size(), 2u);
+  EXPECT_EQ(d.title(1).streams, rows.title(2).streams);
+  EXPECT_EQ(d.title(1).delay, rows.title(2).delay);
+  EXPECT_EQ(d.title(1).chapters_text, "0,5");
+  EXPECT_EQ(d.title(1).further[0].streams, rows.title(1).streams);
+  EXPECT_TRUE(d.title(1).further[0].is_multiplexed_here);
+  EXPECT_THAT(d.title(1).further[0].chapters, ElementsAre(text_time{"0:07", 7.0}));
+  EXPECT_THAT(d.title(1).further[1].streams, ElementsAre("\\m\\other.vob"));
+  EXPECT_FALSE(d.title(1).further[1].is_multiplexed_here);
+}
+
+TEST(AskedDisc, CommandsEntriesAndPausesAreThoseOfTheXml) {
+  const disc_description d = asked_by(
+      "<vmgm><menus lang=\"en\"><pgc entry=\"title\"/></menus><menus lang=\"de\"><pgc/></menus>"
+      "</vmgm><titleset><menus><video aspect=\"16:9\"/><pgc entry=\"root, ptt\" pause=\"4\"><pre>"
+      "g2=1; </pre><vob file=\"/a\"><cell>g3=1;</cell></vob><post>jump title "
+      "1;</post></pgc></menus>"
+      "<titles><pgc pause=\"inf\"><pre>jump title 2;</pre><vob file=\"/b\"><cell>exit;</cell>"
+      "</vob><vob file=\"/c\"/></pgc><video aspect=\"4:3\"/></titles></titleset>");
+  ASSERT_EQ(d.disc_menus.size(), 2u);
+  EXPECT_EQ(d.disc_menus[0].titleset, 0);
+  EXPECT_THAT(d.disc_menus[0].entries, ElementsAre("title"));
+  EXPECT_EQ(d.disc_menus[1].language, 1);
+  ASSERT_EQ(d.menu_count(), 1);
+  const disc_menu& menu = d.menu(1);
+  EXPECT_THAT(menu.entries, ElementsAre("root", "ptt"));
+  EXPECT_EQ(menu.pause, "4");
+  EXPECT_EQ(menu.aspect, "16:9");
+  EXPECT_EQ(menu.pre.value().text, "g2=1");
+  EXPECT_EQ(menu.post.value().text, "jump title 1");
+  EXPECT_THAT(menu.cell_commands, ElementsAre(command_of("g3=1")));
+  EXPECT_TRUE(menu.has_parts);
+  const disc_title& title = d.title(1);
+  EXPECT_EQ(title.pre.value().text, "jump title 2");
+  EXPECT_EQ(title.pause, "inf");
+  EXPECT_EQ(title.aspect, "4:3");
+  EXPECT_TRUE(title.has_cells);
+  EXPECT_FALSE(title.further.at(0).has_cells);
+  EXPECT_THAT(title.cell_commands, ElementsAre(command_of("exit")));
+  EXPECT_TRUE(asked_by("").menus.empty());
+  EXPECT_TRUE(d.has_other_paths);
+  EXPECT_FALSE(d.has_jump_pad);
 }
 
 TEST(AskedDisc, TitlesOfTheSameFileHaveTheirOwnRows) {

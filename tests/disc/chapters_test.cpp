@@ -245,7 +245,7 @@ std::optional<std::vector<double>> chapters_foretold(const std::string& list,
   for (const text_time& time : chapters_read(title))
     if (!time.seconds)
       return std::nullopt;
-  return chapters_on_disc(title, {video.length(), units_of(video)}).begins;
+  return chapters_on_disc(title, {video.length(), units_of(video), {}}).begins;
 }
 
 TEST_F(DiscChapters, TimesAreReadByTheRulesAsByDvdauthor) {

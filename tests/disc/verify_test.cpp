@@ -417,6 +417,212 @@ TEST_F(VerifyReady, ChaptersElsewhereAreTold) {
   EXPECT_THAT(told.out, HasSubstr("error: title 1, chapter 2: lands at: "));
 }
 
+/// Discs of edited XML: made of one text and held against another.
+class VerifyEdited : public ::testing::Test {
+ protected:
+  VerifyEdited() {
+    add_title(p_, {stored_media("clip-ntsc.m2v"), stored_media("clip.ac3")});
+    for (int menu = 0; menu < 2; ++menu)
+      add_menu(p_, stored_media("menu-ntsc.m2v"), stored_media("menu.ac3"),
+               {"100/100/200/150/exit/yellow/white", "100/200/200/250/exit/yellow/white"});
+  }
+
+  std::string file(const std::string& name) const {
+    return "<vob file=\"" + home_.out() + "/" + name + "\"";
+  }
+  static std::string ready() { return "<vob file=\"" + media("muxed-ntsc.vob") + "\""; }
+
+  project with_xml(const std::string& elements) const {
+    project p = p_;
+    p.customxml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<dvdauthor dest=\"" + home_.out() +
+                  "\">\r\n<!-- DO NOT edit the 2 lines above -->\r\n" + elements +
+                  "</dvdauthor>\r\n";
+    return p;
+  }
+
+  /// The whole run, with its own look at the disc.
+  std::string run_of(const std::string& elements) const {
+    std::filesystem::remove_all(path_of(home_.out()));
+    const finished done = home_.author(with_xml(elements));
+    EXPECT_EQ(done.status, 0) << elements << "\n" << done.out;
+    return done.out;
+  }
+
+  finished held_against(const std::string& elements) const {
+    command c;
+    c.words = {CORVANE_AUTHOR, "--verify",
+               home_.folder().add("other.cvp", project_text(with_xml(elements))), home_.out()};
+    c.environment["CORVANE_HOME"] = home_.app();
+    return run(c);
+  }
+
+  project p_ = short_project();
+  studio home_;
+};
+
+TEST_F(VerifyEdited, TitlesOfSeveralFilesHaveTheirChapters) {
+  const auto title = [this](const std::string& first, const std::string& second,
+                            const std::string& third) {
+    return "<vmgm/><titleset><titles><video format=\"ntsc\"/><pgc>" + file("title1.mpg") + first +
+           "/>" + file("title2.mpg") + second + "/>" + third + "</pgc></titles></titleset>";
+  };
+  const std::string listed = title(" chapters=\"0:01\"", " chapters=\"0:01,0:03.3,9\"", ""),
+                    plain = title("", "", ready() + " chapters=\"0.1,2\"/>");
+  run_of(plain);
+  const finished right = held_against(plain);
+  EXPECT_EQ(right.status, 0) << right.out;
+  EXPECT_THAT(right.out, AllOf(ContainsRegex("chapters +4 +4"),
+                               ContainsRegex("length +00:00:18.* +00:00:18")));
+  run_of(listed);
+  EXPECT_EQ(held_against(listed).status, 0);
+  const finished elsewhere =
+      held_against(title(" chapters=\"0:01\"", " chapters=\"0:02,0:03.3,9\"", ""));
+  EXPECT_EQ(elsewhere.status, 2);
+  EXPECT_THAT(elsewhere.out, HasSubstr("error: title 1, chapter 3: begins: 00:00:07"));
+  const finished fewer = held_against(title(" chapters=\"0:01\"", " chapters=\"0:01\"", ""));
+  EXPECT_THAT(fewer.out, HasSubstr("error: title 1: chapters: 4"));
+  const finished longer = held_against(plain);
+  EXPECT_THAT(longer.out, HasSubstr("error: title 1: length: 00:00:12"));
+}
+
+// What edited XML may have besides: nothing of it is told of a disc that is right.
+TEST_F(VerifyEdited, RightDiscsHaveNoFinding) {
+  const std::string title = "<pgc>" + file("title1.mpg") + "/></pgc>",
+                    titles = "<titles><video format=\"ntsc\"/>" + title + title + "</titles>",
+                    shown = ready() + "/>", buttons = "<button>jump title 1;</button><button>";
+  const auto set = [&](const std::string& menus) {
+    return "<titleset>" + menus + titles + "</titleset>";
+  };
+  const std::string elements[] = {
+      // A menu that never shows, under two entries, and programs before another.
+      "<vmgm/>" + set("<menus><pgc entry=\"root,audio\" pause=\"3\"><pre>jump menu 2;</pre>" +
+                      shown + "</pgc><pgc><pre>{ g1=1; if (g1 gt 2) { jump menu 1; } }</pre>" +
+                      shown + "<post>g2=1;</post></pgc></menus>"),
+      // Several languages.
+      "<vmgm/>" + set("<menus lang=\"fr\"><pgc pause=\"3\">" + shown +
+                      "</pgc></menus><menus lang=\"de\"><pgc>" + shown + "</pgc><pgc>" + shown +
+                      "</pgc></menus>"),
+      // Buttons that choose, several commands of a button, menus that only lead on.
+      "<vmgm><menus><pgc><post>if (g1 == 0) jump titleset 1 menu; jump menu 2;</post></pgc><pgc "
+      "entry=\"title\" pause=\"inf\"><pre>button=2048;</pre>" +
+          buttons + "jump menu 1;</button>" + file("menusub1.mpg") + "/></pgc></menus></vmgm>" +
+          set("<menus><pgc pause=\"9\"><pre>g3=s8; button=1024;</pre>" + buttons +
+              "g2=1; jump vmgm menu 2;</button>" + file("menusub2.mpg") +
+              "/><post>jump menu 1;</post></pgc></menus>"),
+      // Several files and cells of a menu; cells of titles.
+      "<vmgm><fpc>{ g1=5; jump vmgm menu 1; }</fpc><menus><pgc>" + shown + shown +
+          "<post>jump title 2;</post></pgc></menus></vmgm><titleset><titles><video "
+          "format=\"ntsc\"/><pgc><pre>g1=1;</pre>" +
+          file("title1.mpg") +
+          "><cell start=\"0\" end=\"1\"/><cell start=\"3\" end=\"4\" "
+          "chapter=\"1\">g1=2;</cell></vob>" +
+          file("title2.mpg") +
+          " pause=\"2\" chapters=\"1\"/><post>if (g1 == 1) call vmgm menu; "
+          "else jump title 1 chapter 2;</post></pgc><pgc>" +
+          file("title2.mpg") + "/></pgc></titles></titleset>",
+      // Titlesets, and every way between them.
+      "<vmgm><menus><pgc><pre>if (g1 == 1) jump title 2;</pre>" + shown +
+          "<post>jump titleset 2 menu entry root;</post></pgc></menus></vmgm>" +
+          set("<menus><pgc>" + shown + "<post>jump vmgm menu;</post></pgc></menus>") +
+          set("<menus><pgc entry=\"subtitle\">" + shown +
+              "<post>jump title 2;</post></pgc><pgc "
+              "entry=\"root\">" +
+              shown + "<post>jump menu entry subtitle;</post></pgc></menus>"),
+  };
+  for (const std::string& one : elements) {
+    std::filesystem::remove_all(path_of(home_.out()));
+    const finished done = home_.author(with_xml(one), {"--force"});
+    EXPECT_THAT(done.out, Not(HasSubstr("ERR:"))) << one;
+    const finished right = held_against(one);
+    EXPECT_EQ(right.status, 0) << one << "\n" << done.out << right.out;
+  }
+}
+
+class VerifyXmlNavigation : public VerifyEdited {
+ protected:
+  /// A disc with all that XML has and the editors have not; parts of it by their names.
+  struct parts {
+    std::string fpc = "<fpc>if (g4 == 0) jump vmgm menu 1; else jump title 1;</fpc>";
+    std::string disc_pre = "<pre>g5=1;</pre>", disc_button = "jump title 1;", disc_pause = "inf";
+    std::string menu_pre = "<pre>if (g5 == 7) jump title 2;</pre>", menu_post = "jump title 2;",
+                menu_pause = "4", audio_entry = "audio";
+    std::string title_pre = "<pre>g6=1;</pre>", title_pause = "3", title_post = "call menu;",
+                cell = "g7=1;", aspect = "16:9";
+    bool has_disc_menu = true;
+  };
+
+  std::string elements(const parts& x) const {
+    const std::string disc_menus = "<menus><pgc pause=\"" + x.disc_pause + "\">" + x.disc_pre +
+                                   "<button>" + x.disc_button +
+                                   "</button><button>jump titleset 1 menu;</button>" +
+                                   file("menusub1.mpg") + "/></pgc></menus>";
+    return "<vmgm>" + x.fpc + (x.has_disc_menu ? disc_menus : "") +
+           "</vmgm><titleset><menus><pgc pause=\"" + x.menu_pause + "\">" + x.menu_pre +
+           "<button>jump title 1;</button><button>jump title 2;</button>" + file("menusub2.mpg") +
+           "/><post>" + x.menu_post + "</post></pgc><pgc entry=\"" + x.audio_entry +
+           "\" pause=\"1\">" + ready() +
+           "/><post>jump menu 1;</post></pgc></menus><titles><video format=\"ntsc\" aspect=\"" +
+           x.aspect + "\"/><pgc pause=\"" + x.title_pause + "\">" + x.title_pre +
+           file("title1.mpg") + " chapters=\"0,0:02\"/><post>" + x.title_post +
+           "</post></pgc><pgc>" + ready() + "><cell start=\"0\" end=\"3\" chapter=\"1\">" + x.cell +
+           "</cell></vob></pgc></titles></titleset>";
+  }
+};
+
+TEST_F(VerifyXmlNavigation, IsAsForeseen) {
+  const std::string xml = elements({});
+  EXPECT_THAT(run_of(xml), Not(HasSubstr("ERR:")));
+  const finished right = held_against(xml);
+  EXPECT_EQ(right.status, 0) << right.out;
+  for (const char* const row :
+       {"first play +disc menu 1 or title 1 chapter 1 +disc menu 1", "disc menus +1 +1",
+        "button 1: leads to +title 1 chapter 1 +title 1 chapter 1",
+        "button 2: leads to +title 2 chapter 1 or menu 1 +menu 1", "stays +for ever +for ever",
+        "stays +4 s +4 s", "stays +3 s +3 s", "then +title 2 chapter 1 +title 2 chapter 1",
+        "before +title 2 chapter 1 or goes on +goes on", "before +goes on +goes on",
+        "entries +audio +audio", "command 1: then +goes on +goes on", "video: aspect +16:9 +16:9",
+        "then +title 2 chapter 1 or menu 1 +menu 1", "then +stop +stop", "chapters +2 +2"})
+    EXPECT_THAT(right.out, ContainsRegex(row)) << row;
+}
+
+TEST_F(VerifyXmlNavigation, IsToldWhereItIsAnother) {
+  parts made;
+  made.disc_pre = made.menu_pre = made.title_pre = "";
+  made.disc_button = "jump title 2;";
+  made.disc_pause = "9";
+  made.menu_post = "jump title 1;";
+  made.menu_pause = "5";
+  made.audio_entry = "angle";
+  made.title_pause = "2";
+  made.title_post = "exit;";
+  made.cell = "jump title 1;";
+  made.aspect = "4:3";
+  made.fpc = "<fpc>jump titleset 1 menu;</fpc>";
+  run_of(elements(made));
+  const finished wrong = held_against(elements({}));
+  EXPECT_EQ(wrong.status, 2);
+  for (const char* const told :
+       {"error: disc: first play: menu 1.", "error: disc menu 1: before: there is none.",
+        "error: disc menu 1, button 1: leads to: title 2 chapter 1.",
+        "error: disc menu 1: stays: 9 s.", "error: menu 1: before: there is none.",
+        "error: menu 1: then: title 1 chapter 1.", "error: menu 1: stays: 5 s.",
+        "error: menu 2: entries: angle.", "error: title 1: before: there is none.",
+        "error: title 1: stays: 2 s.", "error: title 1: then: stop.",
+        "error: title 2, command 1: then: title 1 chapter 1.",
+        "error: title 1, video: aspect: 4:3."})
+    EXPECT_THAT(wrong.out, HasSubstr(told)) << wrong.out;
+}
+
+TEST_F(VerifyXmlNavigation, MissesMenusOfTheWholeDisc) {
+  parts made;
+  made.has_disc_menu = false;
+  made.fpc = "<fpc>jump title 1;</fpc>";
+  run_of(elements(made));
+  const finished wrong = held_against(elements({}));
+  EXPECT_EQ(wrong.status, 2);
+  EXPECT_THAT(wrong.out, HasSubstr("error: disc: disc menus: 0."));
+}
+
 // What becomes of cues that are out of order, overlap, have no end, or come behind the title's.
 class VerifySubtitles : public ::testing::Test {
  protected:

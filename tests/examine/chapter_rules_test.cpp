@@ -12,8 +12,11 @@
 namespace corvane {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 disc_title title_with(const std::string& chapters) {
   disc_title t;
@@ -220,6 +223,37 @@ TEST(ChapterRules, CommandsToRightNumbersHaveNoFinding) {
   add_button(d, "jump title 1 chapter 3");
   add_button(d, "jump title 1");
   EXPECT_THAT(found(d, half_seconds()), IsEmpty());
+}
+
+// Titles of several files -------------------------------------------------------------------------
+
+TEST(ChapterRules, AFurtherFileHasAChapterAtItsBeginningOnlyWithoutAList) {
+  const auto in_further = [](const std::string& list) {
+    return chapters_in_file(title_with(list), half_seconds(), false).begins;
+  };
+  EXPECT_THAT(in_further(""), ElementsAre(0));
+  EXPECT_THAT(in_further(" ,"), ElementsAre(0));
+  EXPECT_THAT(in_further("1"), ElementsAre(1));
+  EXPECT_THAT(in_further("0,1"), ElementsAre(0, 1));
+  EXPECT_THAT(in_further("0.1,0.2,1.1"), ElementsAre(0, 1));
+  EXPECT_THAT(in_further("3,1"), ElementsAre(3));
+  EXPECT_THAT(in_further("30,1"), IsEmpty()) << "the first one is behind its end";
+}
+
+TEST(ChapterRules, FilesOfATitleHaveTheirChaptersBehindEachOther) {
+  disc_description d = disc_with("0,5");
+  title_length length = half_seconds();
+  for (const char* const list : {"", "2,2.1,40", "1"}) {
+    d.titles[0].further.push_back(title_with(list));
+    length.further.push_back(half_seconds());
+  }
+  EXPECT_THAT(chapters_on_disc(d.titles[0], length).begins, ElementsAre(0, 5, 24, 50, 73));
+  EXPECT_THAT(found(d, length), ElementsAre("chapter-merged at title 1, chapter 4",
+                                            "chapter-after-end at title 1, chapter 5"));
+  add_button(d, "jump title 1 chapter 5");
+  EXPECT_THAT(found(d, half_seconds()), Not(Contains(HasSubstr("button"))));
+  add_button(d, "jump title 1 chapter 7");
+  EXPECT_THAT(found(d, length), Contains("chapter-missing at menu 1, button 2"));
 }
 
 }  // namespace

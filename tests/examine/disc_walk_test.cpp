@@ -165,5 +165,45 @@ TEST_F(DiscWalk, MenusWithoutPicturesAreNotCounted) {
   EXPECT_EQ(start(), "menu 1") << "the second is the first that shows anything";
 }
 
+TEST_F(DiscWalk, TitlesDoFirstWhatStandsBeforeThem) {
+  title_[1]->pre = {jump_vts_title(1)};
+  EXPECT_EQ(pressed(jump_vts_title(2)), "title 1 chapter 1");
+  EXPECT_EQ(pressed(made_command({0x30, 0x05, 0, 1, 0, 2, 0, 0})), "title 2 chapter 1")
+      << "not on the way to a chapter";
+  title_[0]->pre = {jump_vts_title(2)};
+  EXPECT_EQ(pressed(jump_vts_title(2)), std::nullopt) << "round and round";
+}
+
+TEST_F(DiscWalk, CommandsOfATitleOrMenuLeadSomewhereOrGoOn) {
+  disc_walks walks(disc_);
+  const auto of_title = [&](const vm_command& c) {
+    return walks.by_commands(disc_.titles[0], {&c, 1});
+  };
+  const auto of_menu = [&](const vm_command& c) {
+    return walks.by_commands(disc_.menus[0], {&c, 1});
+  };
+  EXPECT_EQ(of_title(jump_vts_title(2)), "title 2 chapter 1");
+  EXPECT_EQ(of_title(made_command({0x71, 0, 0, 1, 0, 2, 0, 0})), goes_on);
+  EXPECT_EQ(of_menu(link_chain(2)), "menu 2");
+  EXPECT_EQ(of_menu(made_command({0x20, 0xA4, 0, 3, 0, 2, 0, 2})), goes_on);
+  EXPECT_EQ(of_menu(exit_command), "stop");
+}
+
+TEST_F(DiscWalk, EntriesLeadToAMenuByThemselvesOrThroughAnother) {
+  disc_menu_contents only_leads = disc_.menus[0];
+  auto chain = std::make_shared<program_chain>();
+  chain->pre = {link_chain(2)};
+  only_leads.number = 3;
+  only_leads.entry = menu_kind::audio;
+  only_leads.chain.tables = chain;
+  only_leads.chain.seconds = 0;
+  disc_.menus.push_back(only_leads);
+  menu_[0]->pre = {link_chain(2)};
+  menu_[1]->pre = {link_chain(1)};  // which is not done to know the entry
+  disc_walks walks(disc_);
+  EXPECT_EQ(walks.entries_of(disc_.menus[0]), std::vector<std::string>{"root"});
+  EXPECT_EQ(walks.entries_of(disc_.menus[1]), std::vector<std::string>{"audio"});
+}
+
 }  // namespace
 }  // namespace corvane

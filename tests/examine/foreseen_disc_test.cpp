@@ -244,8 +244,8 @@ TEST_F(ForeseenDisc, TitlesFollowEachOtherUnlessXmlSaysSo) {
   EXPECT_EQ(said(title_item(1), kind::then), "title 2 chapter 1");
   EXPECT_EQ(said(title_item(2), kind::then), "stop");
   EXPECT_EQ(said({}, kind::first_play), "menu 1");
-  EXPECT_EQ(said(title_item(1), kind::then, true), "(nothing)");
-  EXPECT_EQ(said({}, kind::first_play, true), "(nothing)");
+  EXPECT_EQ(said(title_item(1), kind::then, true), "stop") << "dvdauthor puts an exit there";
+  EXPECT_EQ(said({}, kind::first_play, true), "menu 1");
   d_.menus.clear();
   EXPECT_EQ(said({}, kind::first_play), "title 1 chapter 1");
 }
@@ -273,22 +273,200 @@ TEST_F(ForeseenDisc, CommandsNameTheTitlesAndMenusOfTheirOwnTitleset) {
   EXPECT_EQ(said(title_item(2), kind::then, true), "menu 2");
 }
 
-TEST_F(ForeseenDisc, OtherPathsOfXmlAreNotForeseen) {
+TEST_F(ForeseenDisc, WhatCellsLeaveOfATitleIsNotForeseen) {
   EXPECT_EQ(said(title_item(1), kind::length), "20");
-  d_.has_other_paths = true;
+  d_.titles[0].has_cells = true;
   EXPECT_EQ(said(title_item(1), kind::length), "(nothing)") << "cells may leave parts out";
   EXPECT_EQ(said(title_item(1, part::audio, 1), kind::sounds_until), "(nothing)");
   EXPECT_EQ(said(title_item(1, part::audio, 1), kind::format), "AC-3");
-  EXPECT_EQ(said(menu_item(1, part::button, 1), kind::leads_to), "(nothing)");
-  EXPECT_EQ(said({}, kind::menus), "(nothing)");
   EXPECT_EQ(said({}, kind::titles), "2");
+  d_.titles[1].chapters_text = "0|1";
   EXPECT_EQ(chapters_asked(d_), (std::vector<std::string>{unknown_chapters, unknown_chapters}));
+}
+
+TEST_F(ForeseenDisc, WaysPastAJumpPadAreNotForeseen) {
+  d_.has_jump_pad = true;
+  EXPECT_EQ(said(menu_item(1, part::button, 1), kind::leads_to, true), "(nothing)");
+  EXPECT_EQ(said(title_item(1), kind::then, true), "(nothing)");
+  EXPECT_EQ(said({}, kind::first_play, true), "(nothing)");
 }
 
 TEST_F(ForeseenDisc, ProportionsOfEditedXmlAreItsOwn) {
   EXPECT_EQ(said(title_item(1, part::video), kind::aspect), "16:9");
   EXPECT_EQ(said(title_item(1, part::video), kind::aspect, true), "(nothing)");
   EXPECT_EQ(said(title_item(1, part::video), kind::size, true), "720x576");
+  d_.titles[0].aspect = "4:3";
+  EXPECT_EQ(said(title_item(1, part::video), kind::aspect, true), "4:3");
+  d_.titles[0].aspect = "2.21:1";
+  EXPECT_EQ(said(title_item(1, part::video), kind::aspect, true), "(nothing)");
+  d_.menus[0].aspect = "16:9";
+  EXPECT_EQ(said(menu_item(1, part::video), kind::aspect, true), "16:9");
+}
+
+TEST_F(ForeseenDisc, PausesOfEditedXmlAreThoseThatItStates) {
+  const auto pauses = [this](const std::string& pause) {
+    d_.titles[0].pause = d_.menus[0].pause = pause;
+    return said(title_item(1), kind::stays, true) + "; " + said(menu_item(1), kind::stays, true);
+  };
+  EXPECT_EQ(pauses(""), "(nothing); (nothing)");
+  EXPECT_EQ(pauses("7"), "7 s; 7 s");
+  EXPECT_EQ(pauses("inf"), "for ever; for ever");
+  EXPECT_EQ(pauses("0"), "(nothing); 0 s");
+  EXPECT_EQ(pauses("300"), "(nothing); (nothing)") << "dvdauthor makes 44 of it";
+}
+
+// Titles of several files -------------------------------------------------------------------------
+
+class JoinedTitle : public ForeseenDisc {
+ protected:
+  JoinedTitle() {
+    facts_[native("\\a.m2v")] = units_of(20);
+    facts_[native("\\b.m2v")] = units_of(10);
+    facts_[native("\\a.ac3")] = known_sound(20.5);
+    facts_[native("\\b.ac3")] = known_sound(9);
+    d_.titles[0].further.push_back(static_cast<const title_file&>(d_.titles[1]));
+    d_.titles[0].subtitles.emplace_back();
+    list(d_.titles[0], "0:05");
+  }
+
+  /// A unit each half second.
+  static std::shared_ptr<const file_facts> units_of(double seconds) {
+    file_facts f = *grouped_video(seconds, 30);
+    f.video->unit_begins.clear();
+    for (double at = 0; at < seconds; at += 0.5)
+      f.video->unit_begins.push_back(at);
+    return std::make_shared<const file_facts>(f);
+  }
+
+  static void list(title_file& file, const std::string& chapters) {
+    file.chapters_text = chapters;
+    file.chapters = {time_of(chapters)};
+  }
+
+  std::string lands() const {
+    std::string all;
+    for (int chapter = 1;; ++chapter) {
+      const std::string at = said(title_item(1, part::chapter, chapter), kind::lands, true);
+      if (at == "(nothing)")
+        return all;
+      all += at + " ";
+    }
+  }
+};
+
+TEST_F(JoinedTitle, IsAsLongAsItsFiles) {
+  EXPECT_EQ(said(title_item(1), kind::length, true), "30.5");
+  EXPECT_EQ(said(title_item(1), kind::audio_streams, true), "1");
+  EXPECT_EQ(said(title_item(1), kind::subtitles, true), "1");
+  EXPECT_EQ(said(title_item(1, part::audio, 1), kind::format, true), "AC-3");
+  EXPECT_EQ(said(title_item(1, part::audio, 1), kind::sounds_until, true), "28.5")
+      << "what comes behind the first file's last stamp is not known";
+  EXPECT_EQ(said(title_item(1, part::video), kind::shows_until, true), "(nothing)");
+  facts_[native("\\b.ac3")] = known_sound(9, audio_kind::mpeg_layer_2);
+  EXPECT_EQ(said(title_item(1), kind::audio_streams, true), "(nothing)");
+  EXPECT_EQ(said(title_item(1, part::audio, 1), kind::sounds_until, true), "(nothing)");
+  facts_.erase(native("\\b.m2v"));
+  EXPECT_EQ(said(title_item(1), kind::length, true), "(nothing)");
+}
+
+TEST_F(JoinedTitle, HasTheChaptersOfEachFile) {
+  EXPECT_EQ(lands(), "0 5 20.5 ") << "a file without a list has a chapter at its beginning";
+  EXPECT_EQ(chapters_asked(d_).front(), "0:05|");
+  list(d_.titles[0].further[0], "0:02.3");
+  EXPECT_EQ(lands(), "0 5 23 ") << "and one with a list has only those";
+  EXPECT_EQ(said(title_item(1), kind::unit, true), "0.5");
+  EXPECT_EQ(chapters_asked(d_).front(), "0:05|0:02.3");
+  list(d_.titles[0].further[0], "0:11");
+  EXPECT_EQ(lands(), "0 5 ") << "it ends before";
+  d_.titles[0].further[0].has_cells = true;
+  EXPECT_EQ(lands(), "");
+  EXPECT_EQ(chapters_asked(d_).front(), unknown_chapters);
+}
+
+// Commands of edited XML --------------------------------------------------------------------------
+
+class XmlWays : public ForeseenDisc {
+ protected:
+  XmlWays() {
+    d_.menus[0].buttons[0] = button("jump title 1");
+    d_.menus.push_back(d_.menus[0]);
+  }
+
+  std::string first() const { return said({}, kind::first_play, true); }
+  std::string pressed() const { return said(menu_item(1, part::button, 1), kind::leads_to, true); }
+};
+
+TEST_F(XmlWays, GoThroughWhatTitlesAndMenusBeginWith) {
+  EXPECT_EQ(pressed(), "title 1 chapter 1");
+  d_.titles[0].pre = command_of("if (g1 == 1) jump title 2");
+  EXPECT_EQ(pressed(), "title 2 chapter 1 or title 1 chapter 1");
+  EXPECT_EQ(said(title_item(1), kind::before, true), "title 2 chapter 1 or goes on");
+  d_.titles[0].pre = command_of("{ g1 = 2; call menu; }");
+  EXPECT_EQ(pressed(), "menu 1");
+  d_.menus[0].pre = command_of("jump menu 2");
+  EXPECT_EQ(pressed(), "menu 2");
+  EXPECT_EQ(said(menu_item(1), kind::before, true), "menu 2");
+  d_.menus[1].pre = command_of("jump menu 1");
+  EXPECT_EQ(pressed(), "(nothing)") << "round and round";
+  d_.menus[1].pre = command_of("resume");
+  EXPECT_EQ(pressed(), "(nothing)");
+  d_.menus[0].pre = command_of("");
+  EXPECT_EQ(pressed(), "menu 1");
+  EXPECT_EQ(said(menu_item(1), kind::before, true), "(nothing)");
+}
+
+TEST_F(XmlWays, EndWhereNothingFollows) {
+  EXPECT_EQ(said(title_item(1), kind::then, true), "stop");
+  EXPECT_EQ(said(menu_item(1), kind::then, true), "(nothing)");
+  d_.titles[0].post = command_of("g1 = 2");
+  EXPECT_EQ(said(title_item(1), kind::then, true), "stop");
+  d_.menus[0].post = command_of("if (g1 == 2) jump title 2");
+  EXPECT_EQ(said(menu_item(1), kind::then, true), "title 2 chapter 1 or goes on");
+  d_.menus[0].buttons[0] = button("g3 = 1; jump title 2");
+  EXPECT_EQ(said(menu_item(1), kind::then, true), "(nothing)")
+      << "dvdauthor puts the button's commands there";
+  d_.titles[0].cell_commands = {command_of("g1 = 2"), command_of("jump title 2")};
+  EXPECT_EQ(said(title_item(1, part::command, 1), kind::then, true), "goes on");
+  EXPECT_EQ(said(title_item(1, part::command, 2), kind::then, true), "title 2 chapter 1");
+}
+
+TEST_F(XmlWays, FindMenusByTheirEntries) {
+  d_.first_play = command_of("jump titleset 1 menu");
+  EXPECT_EQ(first(), "menu 1");
+  d_.menus[1].entries = {"root", "subtitle"};
+  EXPECT_EQ(first(), "menu 2");
+  EXPECT_EQ(said(menu_item(2), kind::entries, true), "root, subtitle");
+  EXPECT_EQ(said(menu_item(1), kind::entries, true), "(nothing)");
+  d_.first_play = command_of("jump titleset 1 menu entry ptt");
+  EXPECT_EQ(first(), "menu 1");
+  d_.first_play = command_of("jump titleset 1 menu entry audio");
+  EXPECT_EQ(first(), "(nothing)");
+  d_.first_play = command_of("");
+  EXPECT_EQ(first(), "menu 2");
+}
+
+TEST_F(XmlWays, LeadThroughMenusOfTheWholeDisc) {
+  const finding_item disc_menu_1{whole::disc_menu, 1, part::whole, 0};
+  EXPECT_EQ(said({}, kind::disc_menus), "0");
+  d_.disc_menus = {d_.menus[0], d_.menus[0]};
+  for (disc_menu& menu : d_.disc_menus)
+    menu.titleset = 0;
+  d_.disc_menus[0].buttons[0] = button("jump menu 2");
+  d_.disc_menus[1].buttons[0] = button("jump titleset 1 menu");
+  EXPECT_EQ(said({}, kind::disc_menus, true), "2");
+  EXPECT_EQ(said({}, kind::menus, true), "2");
+  EXPECT_EQ(first(), "disc menu 1");
+  EXPECT_EQ(said(part_of(disc_menu_1, part::button, 1), kind::leads_to, true), "disc menu 2");
+  d_.disc_menus[1].files.clear();
+  EXPECT_EQ(said({}, kind::disc_menus, true), "1") << "one without a picture only leads on";
+  EXPECT_EQ(said(part_of(disc_menu_1, part::button, 1), kind::leads_to, true), "stop");
+  d_.disc_menus[1].post = command_of("jump titleset 1 menu");
+  EXPECT_EQ(said(part_of(disc_menu_1, part::button, 1), kind::leads_to, true), "menu 1");
+  d_.disc_menus[1].entries = {"title"};
+  d_.titles[0].post = command_of("call vmgm menu");
+  EXPECT_EQ(said(title_item(1), kind::then, true), "menu 1");
+  d_.menus[0].language = 1;
+  EXPECT_EQ(said({}, kind::menus, true), "1");
 }
 
 TEST_F(ForeseenDisc, ButtonsStandWhereTheyWerePlaced) {
@@ -368,7 +546,7 @@ TEST_F(ForeseenDisc, AReadyFileEndsByItsOwnStamps) {
   EXPECT_EQ(length(10, 9), "(nothing)");
   f.program->clock_breaks.add({});
   facts_[native("\\ready2.vob")] = std::make_shared<const file_facts>(f);
-  d_.titles[0].streams.emplace_back("\\ready2.vob");
+  d_.titles[0].further.emplace_back().streams = {"\\ready2.vob"};
   EXPECT_EQ(said(title_item(1), kind::breaks), "3") << "of all its files";
 }
 

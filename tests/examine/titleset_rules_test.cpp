@@ -304,7 +304,7 @@ TEST_F(TitlesetRules, PictureAndSoundInsideAreTooManyBits) {
 TEST_F(TitlesetRules, EachFileOfATitleIsExamined) {
   add_ready_title(ready(true, ntsc_video(), audio_kind::ac3));
   const auto add_file = [this](const std::string& name, const file_facts& file) {
-    d.titles[0].streams.push_back(name);
+    d.titles[0].further.emplace_back().streams = {name};
     facts[name] = std::make_shared<const file_facts>(file);
   };
   add_file("alike.vob", ready(true, ntsc_video(), audio_kind::ac3));
