@@ -67,6 +67,8 @@ void complete_menu(disc_menu& menu, const disc_description& rows, const run_path
     menu.spu_begin = made.spu_begin;
     menu.spu_end = made.spu_end;
     menu.thickness = made.thickness;
+    menu.has_other_looks =
+        menu.has_other_looks || menu.has_parts || menu.buttons.size() != made.buttons.size();
     for (std::size_t i = 0; i < std::min(menu.buttons.size(), made.buttons.size()); ++i) {
       disc_command action = menu.buttons[i].action;
       menu.buttons[i] = made.buttons[i];
@@ -92,6 +94,11 @@ result<disc_description> asked_disc(const project& p, const run_paths& where) {
     for (disc_menu& menu : *menus)
       complete_menu(menu, rows, where);
   asked->image = rows.image;
+  // Where it states none, dvdauthor takes the run's.
+  if (asked->standard_text.empty()) {
+    asked->standard_text = rows.standard_text;
+    asked->standard = rows.standard;
+  }
   return asked;
 }
 

@@ -126,6 +126,7 @@ struct disc_menu {
   /// Several files, cells, or buttons by their names: how long it is and which buttons it has, is
   /// not described.
   bool has_parts = false;
+  bool has_other_looks = false;  ///< its buttons need not look as the run draws them
   bool operator==(const disc_menu&) const = default;
 
   const std::string& video() const;

@@ -132,8 +132,10 @@ class navigation_reader {
   void read_menus(std::size_t menus, std::vector<disc_menu>& all, int titleset, int language) {
     std::string aspect;
     int number = 0;
+    bool has_subpictures = false;
     const std::size_t before = all.size();
     for (const std::size_t part : children(menus)) {
+      has_subpictures = has_subpictures || elements_[part].name == "subpicture";
       if (elements_[part].name == "video" && has(part, "aspect"))
         aspect = value_of(part, "aspect");
       if (elements_[part].name != "pgc")
@@ -144,8 +146,10 @@ class navigation_reader {
       menu.is_ready = true;
       read_menu(part, ++number, menu);
     }
-    for (std::size_t i = before; i < all.size(); ++i)
+    for (std::size_t i = before; i < all.size(); ++i) {
       all[i].aspect = aspect;
+      all[i].has_other_looks = all[i].has_other_looks || has_subpictures;
+    }
   }
 
   void read_titles(std::size_t titles) {
@@ -184,6 +188,7 @@ class navigation_reader {
   void read_menu(std::size_t pgc, int number, disc_menu& menu) {
     menu.pause = value_of(pgc, "pause");
     menu.entries = words_in(value_of(pgc, "entry"));
+    menu.has_other_looks = has(pgc, "palette");
     bool leaves = menu.pause != "inf";
     for (const std::size_t child : children(pgc)) {
       const xml_element& element = elements_[child];

@@ -203,35 +203,60 @@ void look_at_entries(int title, const title_length& length, const landed_chapter
 // A command of the disc, and where it stands.
 struct placed_command {
   finding_item item;
-  command_form form;
+  command_owner owner;
+  const disc_command* command;
 };
 
-std::vector<placed_command> commands_of(const disc_description& d) {
-  std::vector<placed_command> all;
-  if (d.first_play)
-    all.push_back({{whole::disc, 0, part::command}, d.first_play->form});
-  for (int title = 1; title <= d.title_count(); ++title)
-    if (d.title(title).post)
-      all.push_back({{whole::title, title, part::command}, d.title(title).post->form});
-  for (int menu = 1; menu <= d.menu_count(); ++menu) {
-    int button = 0;
-    for (const disc_button& b : d.menu(menu).buttons)
-      all.push_back({{whole::menu, menu, part::button, ++button}, b.action.form});
+class command_list {
+ public:
+  explicit command_list(const disc_description& d) {
+    add({whole::disc, 0, part::command}, {}, d.first_play);
+    for (int title = 1; title <= d.title_count(); ++title) {
+      const disc_title& t = d.title(title);
+      add_around({whole::title, title, part::command},
+                 {command_owner::kind::title, title, t.titleset}, t);
+    }
+    for (int menu = 1; menu <= d.menu_count(); ++menu) {
+      const disc_menu& m = d.menu(menu);
+      const command_owner owner{command_owner::kind::menu, menu, m.titleset};
+      add_around({whole::menu, menu, part::command}, owner, m);
+      int button = 0;
+      for (const disc_button& b : m.buttons)
+        all_.push_back({{whole::menu, menu, part::button, ++button}, owner, &b.action});
+    }
   }
-  return all;
-}
+
+  const std::vector<placed_command>& all() const { return all_; }
+
+ private:
+  void add(const finding_item& item, const command_owner& owner,
+           const std::optional<disc_command>& command) {
+    if (command)
+      all_.push_back({item, owner, &*command});
+  }
+
+  template <typename Item>
+  void add_around(const finding_item& item, const command_owner& owner, const Item& of) {
+    add(item, owner, of.pre);
+    for (const disc_command& command : of.cell_commands)
+      all_.push_back({item, owner, &command});
+    add(item, owner, of.post);
+  }
+
+  std::vector<placed_command> all_;
+};
 
 // A person counts the entries of the list; the disc, its chapters. Numbers beyond both are told by
 // the navigation rules.
-void look_at_command(const placed_command& command, const disc_title& t,
+void look_at_chapter(const finding_item& item, const named_chapter& named, const disc_title& t,
                      const landed_chapters& landed, std::vector<finding>& all) {
-  const int number = *command.form.chapter;
+  const int number = named.chapter;
   const std::string chapter =
-      "chapter " + std::to_string(number) + " of title " + std::to_string(*command.form.number);
+      "chapter " + std::to_string(number) + " of title " + std::to_string(named.title);
   if (number > static_cast<int>(landed.begins.size())) {
     const std::size_t chapters = landed.begins.size() - (landed.added ? 1 : 0);
     if (number <= chapters_asked_for(t).value_or(0))
-      all.push_back(finding_of(chapter_rules_table, "chapter-missing", command.item,
+      all.push_back(finding_of(chapter_rules_table, "chapter-missing", item,
                                chapter + " is not on the disc: of its " +
                                    count_text(landed.fates.size(), "time", "times") + " " +
                                    count_text(chapters, "becomes a chapter", "become chapters")));
@@ -246,7 +271,7 @@ void look_at_command(const placed_command& command, const disc_title& t,
   const bool is_there = meant.number > 0;
   const std::string real = "chapter " + std::to_string(meant.number);
   all.push_back(finding_of(
-      chapter_rules_table, "chapter-number", command.item,
+      chapter_rules_table, "chapter-number", item,
       chapter + " will begin at " + at_time(landed.begins[static_cast<std::size_t>(number) - 1]) +
           ", not at " + at_time(meant.asked) + ", which is " + (is_there ? real : "no chapter"),
       is_there ? real : std::string()));
@@ -304,12 +329,14 @@ std::vector<finding> chapter_findings(const disc_description& d,
     landed.push_back(chapters_on_disc(d.title(title), length));
     look_at_entries(title, length, landed.back(), all);
   }
-  for (const placed_command& command : commands_of(d)) {
-    const auto& form = command.form;
-    if (form.what == verb::jump_title && form.chapter && form.number && *form.number >= 1 &&
-        *form.number <= d.title_count())
-      look_at_command(command, d.title(*form.number),
-                      landed[static_cast<std::size_t>(*form.number) - 1], all);
+  // Whether a ";" that is missing may be missing, the navigation rules tell.
+  const navigation_map map(d, true);
+  const command_list commands(d);
+  for (const placed_command& one : commands.all()) {
+    const command_outcome outcome = map.outcome_of(one.owner, *one.command);
+    for (const named_chapter& named : outcome.chapters)
+      look_at_chapter(one.item, named, d.title(named.title),
+                      landed[static_cast<std::size_t>(named.title) - 1], all);
   }
   return all;
 }

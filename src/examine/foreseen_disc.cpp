@@ -497,8 +497,8 @@ class foreseeing {
     }
     if (hand_edited_)
       say_menu_commands(item, menu);
-    // Edited XML may give a menu other colours, a ready file may bring a picture of its own.
-    if (!hand_edited_ && !s.inside)
+    // A ready file may bring a picture of its own.
+    if (!menu.is_ready && !menu.has_other_looks && !s.inside)
       say_looks(item, menu);
   }
 

@@ -352,7 +352,10 @@ void navigation_map::to_numbered_title(const std::vector<int>& titles, const std
 
 void navigation_map::to_chapter(int title, int chapter, command_outcome& outcome) const {
   const std::optional<int> chapters = chapters_asked_for(disc_->title(title));
-  if (!chapters || disc_->has_other_paths)
+  if (!chapters)
+    return;
+  outcome.chapters.push_back({title, chapter});
+  if (disc_->has_other_paths)
     return;
   if (chapter < 1 || chapter > *chapters)
     outcome.problems.push_back(

@@ -26,9 +26,17 @@ struct command_problem {
   std::string clause;     ///< "leads to title 9, but there are 3 titles"
 };
 
+/// A chapter that a command names.
+struct named_chapter {
+  int title = 0;    ///< in the description, 1-based
+  int chapter = 0;  ///< as it stands there
+  bool operator==(const named_chapter&) const = default;
+};
+
 /// What a command does, as far as its text says.
 struct command_outcome {
-  std::vector<int> places;      ///< where it may lead
+  std::vector<int> places;  ///< where it may lead
+  std::vector<named_chapter> chapters;
   bool leads_anywhere = false;  ///< also where its text does not say
   bool stops = false;           ///< may end the disc
   bool is_typed = false;        ///< none that the editors offer

@@ -1,6 +1,7 @@
 #include "examine/space_rules.h"
 
 #include "formats/numbers.h"
+#include "platform/files/files.h"
 #include "project/file_lookup.h"
 
 #include <algorithm>
@@ -66,7 +67,7 @@ finding about_disc(std::string_view rule, std::string found, std::string wanted 
 }
 
 std::string room_text(const std::string& folder, const disk_room& room, std::uint64_t needed) {
-  return "the disk of the " + folder + " folder has " + bytes_text(room.free) +
+  return "the disk of the " + folder + " has " + bytes_text(room.free) +
          " bytes free, but the run needs " + bytes_text(needed);
 }
 
@@ -109,28 +110,37 @@ space_wanted space_wanted_by(
   // when they are gone, the disc and its image.
   const std::uint64_t streams = multiplexed + menus;
   wanted.output = std::max(streams + largest_with_subtitles, streams + wanted.disc);
-  if (d.image)
-    wanted.output = std::max(wanted.output, 2 * wanted.disc);
+  wanted.image = d.image ? wanted.disc : 0;
   wanted.program = texts_bytes + menu_pictures_bytes * (d.menus.size() + d.disc_menus.size());
   return wanted;
 }
 
-std::vector<finding> space_findings(const space_wanted& wanted,
-                                    const std::optional<disk_room>& output,
-                                    const std::optional<disk_room>& program) {
+std::vector<finding> space_findings(const space_wanted& wanted, const disks_of_run& disks) {
   std::vector<finding> findings;
   const std::string size = "the disc has at least " + bytes_text(wanted.disc) + " bytes";
   if (wanted.disc > double_layer_bytes)
     findings.push_back(about_disc("disc-over-double-layer", size));
   else if (wanted.disc > single_layer_bytes)
     findings.push_back(about_disc("disc-over-single-layer", size));
+  const auto are_one = [](const std::optional<disk_room>& a, const std::optional<disk_room>& b) {
+    return a && b && a->size == b->size;
+  };
+  const auto look = [&](std::string_view rule, const std::string& folder,
+                        const std::optional<disk_room>& disk, std::uint64_t needed) {
+    if (disk && needed > disk->free)
+      findings.push_back(about_disc(rule, room_text(folder, *disk, needed)));
+  };
   // Two disks that are taken for one: the few megabytes of the program folder make no difference.
-  const bool is_one_disk = output && program && output->size == program->size;
-  const std::uint64_t there = wanted.output + (is_one_disk ? wanted.program : 0);
-  if (output && there > output->free)
-    findings.push_back(about_disc("space-output", room_text("output", *output, there)));
-  if (program && wanted.program > program->free)
-    findings.push_back(about_disc("space-program", room_text("program", *program, wanted.program)));
+  std::uint64_t in_output = wanted.output;
+  const bool holds_image = !disks.beside_output || are_one(disks.output, disks.beside_output);
+  if (holds_image)
+    in_output = std::max(in_output, wanted.disc + wanted.image);
+  if (are_one(disks.output, disks.program))
+    in_output += wanted.program;
+  look("space-output", "output folder", disks.output, in_output);
+  if (!holds_image)
+    look("space-output", "folder of the image", disks.beside_output, wanted.image);
+  look("space-program", "program folder", disks.program, wanted.program);
   return findings;
 }
 
@@ -142,8 +152,9 @@ std::vector<finding> space_findings(const disc_description& d, const std::string
   const auto room_of = [](const std::string& folder) {
     return folder.empty() ? std::nullopt : room_at(folder);
   };
+  const std::string beside = text_of(path_of(output_folder).parent_path());
   std::vector<finding> findings =
-      space_findings(wanted, room_of(output_folder), room_of(program_folder));
+      space_findings(wanted, {room_of(output_folder), room_of(program_folder), room_of(beside)});
   for (finding& f : findings)
     if (f.rule == "space-output")
       f.file = output_folder;

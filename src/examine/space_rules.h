@@ -27,8 +27,9 @@ std::span<const rule> space_rules();
 /// Bytes at least.
 struct space_wanted {
   std::uint64_t disc = 0;     ///< the finished disc
-  std::uint64_t output = 0;   ///< in the output folder and beside it, when most is there
+  std::uint64_t output = 0;   ///< in the output folder, when most is there
   std::uint64_t program = 0;  ///< in the program folder
+  std::uint64_t image = 0;    ///< beside the output folder, together with the disc
 };
 
 /// `size_of` gives the size of a file (stored path), or nothing: such a file is counted as empty.
@@ -37,11 +38,14 @@ space_wanted space_wanted_by(
     const disc_description& d,
     const std::function<std::optional<std::uintmax_t>(const std::string&)>& size_of);
 
-/// `output` and `program`: the disks of the two folders; not set: not compared. Disks of
-/// equal size are taken for one.
-std::vector<finding> space_findings(const space_wanted& wanted,
-                                    const std::optional<disk_room>& output,
-                                    const std::optional<disk_room>& program);
+/// The disks of the folders and, for the image, of the one that holds the output folder; not set:
+/// not compared.
+struct disks_of_run {
+  std::optional<disk_room> output, program, beside_output;
+};
+
+/// Disks of equal size are taken for one.
+std::vector<finding> space_findings(const space_wanted& wanted, const disks_of_run& disks);
 
 /// The same of files and folders as they are now; native folders, an empty one is not looked at.
 /// A finding about a folder names it as its file.

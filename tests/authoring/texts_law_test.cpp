@@ -255,6 +255,34 @@ disc_description asked_by(const std::string& elements, project p = {}) {
   return asked ? *asked : disc_description();
 }
 
+TEST(AskedDisc, TheStandardIsTheRowsWhereTheXmlStatesNone) {
+  project p;
+  p.globalregion = "PAL";
+  const std::string title = "<titles><pgc><vob file=\"/m/a.vob\"/></pgc></titles>";
+  EXPECT_EQ(asked_by("<titleset>" + title + "</titleset>", p).standard, video_standard::pal);
+  EXPECT_EQ(asked_by("<titleset>" + title + "</titleset>", p).picture_height(), 576);
+  const std::string stated = "<titles><video format=\"ntsc\"/></titles>";
+  EXPECT_EQ(asked_by("<titleset>" + stated + "</titleset>", p).standard, video_standard::ntsc);
+}
+
+TEST(AskedDisc, ButtonsLookAsTheRunDrawsThemUnlessTheXmlSaysOtherwise) {
+  const sample s = jump_table(path_style::posix);
+  const auto has_other_looks = [&](const std::string& xml) {
+    project p = s.p;
+    p.customxml = xml;
+    const auto asked = asked_disc(p, s.where);
+    EXPECT_TRUE(asked) << asked.error;
+    return asked && asked->menu(1).has_other_looks;
+  };
+  const std::string xml = config_xml(s.p, s.where);
+  EXPECT_FALSE(has_other_looks(xml));
+  EXPECT_TRUE(has_other_looks(replace_all(xml, "<pgc", "<pgc palette=\"x.rgb\"")));
+  EXPECT_TRUE(has_other_looks(replace_all(xml, "<menus>", "<menus><subpicture lang=\"en\"/>")));
+  const std::size_t button = xml.find("<button>"), end = xml.find("</button>") + 9;
+  ASSERT_NE(button, std::string::npos);
+  EXPECT_TRUE(has_other_looks(std::string(xml).erase(button, end - button)));
+}
+
 TEST(AskedDisc, MenusAreNumberedInTheirTitleset) {
   const disc_description d = asked_by(
       "<titleset><menus><pgc><post>exit;</post></pgc></menus></titleset><titleset><menus>"

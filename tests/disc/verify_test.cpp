@@ -131,19 +131,47 @@ TEST_F(Verify, AnotherProjectsDiscIsToldWithWhatDiffers) {
   EXPECT_THAT(told.out, HasSubstr("error: menu 1, button 1: highlighted: yellow"));
 }
 
-TEST_F(Verify, ButtonsThatHaveLostTheirColourAreTold) {
+/// The disc's menu has black in the place of yellow.
+void take_the_yellow(const studio& home) {
   for (const char* const name : {"VTS_01_0.IFO", "VTS_01_0.BUP"}) {
-    std::string tables = *read_file(file(name), 1u << 30);
+    const std::string file = home.out() + "/VIDEO_TS/" + name;
+    std::string tables = *read_file(file, 1u << 30);
     const std::string yellow("\x00\xD2\x92\x10", 4), black("\x00\x10\x80\x80", 4);
     const std::size_t at = tables.find(yellow);
     ASSERT_NE(at, std::string::npos) << "no such entry in the menu's palette";
-    ASSERT_FALSE(write_file(file(name), tables.replace(at, yellow.size(), black)));
+    ASSERT_FALSE(write_file(file, tables.replace(at, yellow.size(), black)));
   }
+}
+
+const auto says_that_yellow_is_lost =
+    AllOf(HasSubstr("error: menu 1, button 1: highlighted: black"),
+          HasSubstr("error: menu 1, button 2: highlighted: black"), HasSubstr("must be: yellow"),
+          Not(HasSubstr(": selected: ")));
+
+TEST_F(Verify, ButtonsThatHaveLostTheirColourAreTold) {
+  take_the_yellow(home_);
   const finished told = console({home_.project_file(), home_.out()});
   EXPECT_EQ(told.status, 2) << told.out;
-  EXPECT_THAT(told.out, AllOf(HasSubstr("error: menu 1, button 1: highlighted: black"),
-                              HasSubstr("error: menu 1, button 2: highlighted: black"),
-                              HasSubstr("must be: yellow"), Not(HasSubstr(": selected: "))));
+  EXPECT_THAT(told.out, says_that_yellow_is_lost);
+}
+
+TEST_F(Verify, ButtonsOfEditedXmlThatHaveLostTheirColourAreTold) {
+  project p = small_project();
+  p.customxml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<dvdauthor dest=\"" + home_.out() +
+                "\">\r\n<!-- DO NOT edit the 2 lines above -->\r\n<titleset><menus><pgc pause="
+                "\"inf\"><vob file=\"" +
+                home_.out() +
+                "/menusub1.mpg\"/><button>jump title 1;</button><button>jump title 2;</button>"
+                "</pgc></menus><titles><pgc><vob file=\"" +
+                home_.out() + "/title1.mpg\"/></pgc><pgc><vob file=\"" + home_.out() +
+                "/title2.mpg\" chapters=\"0,0:01\"/></pgc></titles></titleset></dvdauthor>\r\n";
+  const std::string edited = home_.folder().add("edited.cvp", project_text(p));
+  const finished right = console({edited, home_.out()});
+  EXPECT_EQ(right.status, 0) << right.out;
+  take_the_yellow(home_);
+  const finished wrong = console({edited, home_.out()});
+  EXPECT_EQ(wrong.status, 2) << wrong.out;
+  EXPECT_THAT(wrong.out, says_that_yellow_is_lost);
 }
 
 std::size_t byte_of(const std::string& bytes, std::size_t at) {

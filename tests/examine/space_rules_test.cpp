@@ -38,7 +38,8 @@ TEST(SpaceRules, ReadyFileIsNotCopiedBeforeItIsOnTheDisc) {
   EXPECT_EQ(wanted.disc, 1000u);
   EXPECT_EQ(wanted.output, 1000u);
   d.image = true;
-  EXPECT_EQ(wanted_by(d, 1000).output, 2000u);
+  EXPECT_EQ(wanted_by(d, 1000).output, 1000u);
+  EXPECT_EQ(wanted_by(d, 1000).image, 1000u);
 }
 
 TEST(SpaceRules, MenusCountAndTakeRoomInTheProgramFolder) {
@@ -60,7 +61,7 @@ TEST(SpaceRules, SumsOfHugeFilesDoNotWrap) {
 }
 
 std::vector<std::string> told_of(std::uint64_t disc) {
-  return told(space_findings({disc, 0, 0}, std::nullopt, std::nullopt));
+  return told(space_findings({disc, 0, 0}, {}));
 }
 
 TEST(SpaceRules, DiscIsHeldAgainstWhatDiscsHold) {
@@ -68,14 +69,14 @@ TEST(SpaceRules, DiscIsHeldAgainstWhatDiscsHold) {
   EXPECT_THAT(told_of(4'700'372'993), ElementsAre("disc-over-single-layer @ disc"));
   EXPECT_THAT(told_of(8'543'666'176), ElementsAre("disc-over-single-layer @ disc"));
   EXPECT_THAT(told_of(8'543'666'177), ElementsAre("disc-over-double-layer @ disc"));
-  EXPECT_EQ(space_findings({4'800'000'000, 0, 0}, std::nullopt, std::nullopt)[0].found,
+  EXPECT_EQ(space_findings({4'800'000'000, 0, 0}, {})[0].found,
             "the disc has at least 4,800,000,000 bytes");
 }
 
 TEST(SpaceRules, DiskThatIsTooSmallIsAnError) {
   const space_wanted wanted{100, 1000, 10};
-  EXPECT_THAT(space_findings(wanted, disk_room{1000, 5000}, disk_room{10, 6000}), IsEmpty());
-  const auto findings = space_findings(wanted, disk_room{999, 5000}, disk_room{9, 6000});
+  EXPECT_THAT(space_findings(wanted, {disk_room{1000, 5000}, disk_room{10, 6000}, {}}), IsEmpty());
+  const auto findings = space_findings(wanted, {disk_room{999, 5000}, disk_room{9, 6000}, {}});
   EXPECT_THAT(told(findings), ElementsAre("space-output @ disc", "space-program @ disc"));
   EXPECT_EQ(findings[0].found,
             "the disk of the output folder has 999 bytes free, but the run needs 1,000");
@@ -83,9 +84,23 @@ TEST(SpaceRules, DiskThatIsTooSmallIsAnError) {
 
 TEST(SpaceRules, OneDiskMustHoldBothFolders) {
   const space_wanted wanted{100, 1000, 10};
-  EXPECT_THAT(told(space_findings(wanted, disk_room{1009, 5000}, disk_room{1009, 5000})),
+  EXPECT_THAT(told(space_findings(wanted, {disk_room{1009, 5000}, disk_room{1009, 5000}, {}})),
               ElementsAre("space-output @ disc"));
-  EXPECT_THAT(space_findings(wanted, disk_room{1010, 5000}, disk_room{1010, 5000}), IsEmpty());
+  EXPECT_THAT(space_findings(wanted, {disk_room{1010, 5000}, disk_room{1010, 5000}, {}}),
+              IsEmpty());
+}
+
+TEST(SpaceRules, TheImageNeedsRoomWhereItIs) {
+  const space_wanted wanted{900, 1000, 10, 900};
+  const disk_room small{1799, 5000}, enough{1800, 5000}, other{899, 4000};
+  EXPECT_THAT(told(space_findings(wanted, {small, {}, small})), ElementsAre("space-output @ disc"));
+  EXPECT_THAT(space_findings(wanted, {enough, {}, enough}), IsEmpty());
+  // The output folder is a disk of its own: the image lies beside it, on another one.
+  const auto findings = space_findings(wanted, {small, {}, other});
+  EXPECT_THAT(told(findings), ElementsAre("space-output @ disc"));
+  EXPECT_EQ(findings[0].found,
+            "the disk of the folder of the image has 899 bytes free, but the run needs 900");
+  EXPECT_THAT(space_findings(wanted, {small, {}, disk_room{900, 4000}}), IsEmpty());
 }
 
 TEST(SpaceRules, FilesAndFoldersAreLookedAt) {
