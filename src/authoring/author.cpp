@@ -3,12 +3,14 @@
 #include "authoring/checks.h"
 #include "authoring/earlier_disc.h"
 #include "authoring/foreseen_run.h"
+#include "authoring/look_before_run.h"
 #include "authoring/navigation_xml.h"
 #include "disc/finding_file.h"
 #include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "platform/files/program_folder.h"
+#include "project/disc_of.h"
 #include "project/plain_texts.h"
 #include "runner/run_files.h"
 #include "runner/tools/tool_outcomes.h"
@@ -31,10 +33,12 @@ author_result not_started(document& doc, author_equipment& e, author_result end,
   return end;
 }
 
-// The XML editor may have changed the text since the run was prepared.
+// The XML editor may have changed the text since the run was prepared; without an edit, the XML is
+// that of the rows, whose commands nobody has looked at where there was one.
 std::optional<std::string> why_not_edited_xml(const project& p, const prepared_run& run) {
   if (p.customxml.empty())
-    return std::nullopt;
+    return run.looked_at_xml.empty() ? std::nullopt
+                                     : why_not_authorable(disc_of(p), {}, native_style());
   if (const auto why = why_not_safe_xml(p.customxml))
     return why;
   if (output_folder(folder_of_custom_xml(p.customxml)) != run.where.out)
@@ -102,7 +106,7 @@ std::string first_lines(const prepared_run& run) {
 
 }  // namespace
 
-author_result authordvd(document& doc, author_equipment& e, const prepared_run& run) {
+author_result authordvd(document& doc, author_equipment& e, prepared_run run) {
   if (!e.lock.take())
     return not_started(doc, e, author_result::folder_in_use,
                        "Another authoring run is using the program folder \"" + e.app +
@@ -112,6 +116,10 @@ author_result authordvd(document& doc, author_equipment& e, const prepared_run& 
   // The runner would say so too, but only once the earlier disc has been put aside.
   if (!tool_is_there(e.app, "conspawn"))
     return not_started(doc, e, author_result::not_started, missing_script_runner);
+  if (const auto end = look_at_edit(doc, e, run)) {
+    e.lock.release();
+    return *end;
+  }
   if (const refusal why = why_not_as_asked(run))
     return not_started(doc, e, author_result::refused, *why);
   if (const failure why = write_foreseen(doc.p, e, run))

@@ -48,7 +48,9 @@ struct author_equipment {
 struct prepared_run {
   run_paths where;
   std::vector<std::string> files;  ///< native paths of all files written, the script first
+  std::string looked_at_xml;       ///< the hand-edited XML whose disc was looked at, or empty
   bool material_unseen = false;    ///< the user skipped the look at the material
+  std::vector<finding> told;       ///< what he was asked about
   std::vector<finding> accepted;   ///< errors that were found in it, and the user goes on
   std::vector<std::string>
       replace;        ///< folders and files of an earlier disc, put aside at the start
@@ -60,8 +62,10 @@ struct prepared_run {
 author_result prepare_run(document& doc, author_equipment& e, prepared_run& run);
 
 /// Puts the earlier disc aside, shows the log window and starts the prepared script. At its end the
-/// earlier disc goes or comes back (authoring/earlier_disc.h).
-author_result authordvd(document& doc, author_equipment& e, const prepared_run& run);
+/// earlier disc goes or comes back (authoring/earlier_disc.h). Where the XML editor has left other
+/// XML than the run was prepared with, the disc of that is looked at first, and asked about as it
+/// is then.
+author_result authordvd(document& doc, author_equipment& e, prepared_run run);
 
 /// "author dvd...": the two above, or the XML editor in between.
 author_result author_command(document& doc, author_equipment& e, prepared_run& run);

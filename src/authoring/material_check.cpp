@@ -1,5 +1,6 @@
 #include "authoring/material_check.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace corvane {
@@ -33,7 +34,8 @@ std::vector<finding> known_faults(const disc_description& d, examination_around 
 }
 
 material_answer look_at_material(const disc_description& d, examination_around around,
-                                 const material_equipment& e, prompts& ask) {
+                                 const material_equipment& e, prompts& ask,
+                                 const std::vector<finding>& told) {
   if (e.facts == nullptr)
     return {};
   examination look(d, examination::depth::whole_files, *e.facts, std::move(around));
@@ -42,11 +44,14 @@ material_answer look_at_material(const disc_description& d, examination_around a
     return {false, true, true};
   const bool unseen = end == look_end::skipped;
   std::vector<finding> findings = look.findings();
-  const findings_question question = question_about(findings);
-  if (!question.findings.empty() && !ask.go_on_despite(question))
+  findings_question question = question_about(findings);
+  const bool is_told = std::ranges::all_of(question.findings, [&](const finding& f) {
+    return std::ranges::find(told, f) != told.end();
+  });
+  if (!is_told && !ask.go_on_despite(question))
     return {false, unseen};
   std::erase_if(findings, [](const finding& f) { return f.severity != finding_severity::error; });
-  return {true, unseen, false, std::move(findings)};
+  return {true, unseen, false, std::move(question.findings), std::move(findings)};
 }
 
 }  // namespace corvane

@@ -27,13 +27,16 @@ struct material_answer {
   bool go_on = true;                   ///< false: something is wrong, and the user does not want it
   bool unseen = false;                 ///< the user skipped the look at the whole files
   bool stopped = false;                ///< the user stopped the look; nothing was asked
+  std::vector<finding> told = {};      ///< what the user has been asked about
   std::vector<finding> accepted = {};  ///< the errors in spite of which the user goes on
   bool operator==(const material_answer&) const = default;
 };
 
 /// Examines and, if there are errors or warnings, asks once about all (prompts::go_on_despite).
+/// Not where none is among them but those that the user was `told` of, and went on.
 material_answer look_at_material(const disc_description& d, examination_around around,
-                                 const material_equipment& e, prompts& ask);
+                                 const material_equipment& e, prompts& ask,
+                                 const std::vector<finding>& told = {});
 
 /// What is wrong with a project that cannot be authored at all, as far as it is known without
 /// reading whole files: errors first, then warnings. Nothing without a store.

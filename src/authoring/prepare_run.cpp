@@ -1,8 +1,8 @@
 // From "author dvd..." to the files of the run.
-#include "authoring/asked_disc.h"
 #include "authoring/author.h"
 #include "authoring/checks.h"
 #include "authoring/earlier_disc.h"
+#include "authoring/look_before_run.h"
 #include "authoring/menu_overlays.h"
 #include "authoring/navigation_xml.h"
 #include "authoring/subtitle_xml.h"
@@ -10,7 +10,6 @@
 #include "platform/files/files.h"
 #include "project/disc_of.h"
 #include "project/missing_tools.h"
-#include "project/moved_commands.h"
 #include "project/plain_texts.h"
 #include "runner/run_files.h"
 
@@ -52,19 +51,6 @@ refusal why_not_this_project(const project& p, const disc_description& d,
   if (!why)
     why = why_not_these_bitmaps(d, style);
   return why;
-}
-
-// With hand-edited XML the disc that it asks for; an edit that cannot be read is mended first.
-struct looked_at_disc {
-  disc_description disc;
-  examination_around around;
-};
-
-looked_at_disc disc_to_look_at(const document& doc, const disc_description& d,
-                               const run_paths& where) {
-  const result<disc_description> asked = asked_disc(doc.p, where);
-  return {asked ? *asked : d,
-          {asked ? doc.p.customxml : "", where.out, where.app, {}, noted_command_targets(doc.p)}};
 }
 
 // What cannot be authored at all is told with everything else that is known to be wrong: somebody
@@ -138,19 +124,12 @@ ending check_earlier_disc(document& doc, const disc_description& d, const author
   return author_result::holds_disc;
 }
 
+// Subtitles are drawn in fonts, which takes a while to list.
 ending check_material(document& doc, const disc_description& d, const author_equipment& e,
                       prepared_run& run) {
-  looked_at_disc look = disc_to_look_at(doc, d, run.where);
   if (has_subtitles(d))
-    look.around.fonts = run.where.fonts = e.fonts();
-  material_answer answer = look_at_material(look.disc, std::move(look.around), e.material, doc.ask);
-  if (answer.stopped)
-    return author_result::cancelled;
-  if (!answer.go_on)
-    return author_result::refused;
-  run.material_unseen = answer.unseen;
-  run.accepted = std::move(answer.accepted);
-  return std::nullopt;
+    run.where.fonts = e.fonts();
+  return look_before_run(doc, e, run);
 }
 
 ending take_folder(document& doc, author_equipment& e) {

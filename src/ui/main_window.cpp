@@ -193,8 +193,7 @@ void main_window::author() {
     if (result == author_result::started || result == author_result::editing)
       last_output_ = prepared.where.out;
   });
-  if (const auto f = std::exchange(to_repair_, std::nullopt))
-    check_->repair(*f);
+  repair_what_was_asked_about();
   if (edit)
     edit_xml(prepared);
 }
@@ -225,6 +224,13 @@ void main_window::start(const prepared_run& prepared) {
     equipment.material = material();
     authordvd(doc, equipment, prepared);
   });
+  repair_what_was_asked_about();
+}
+
+// The place of a finding was the answer to the question about it.
+void main_window::repair_what_was_asked_about() {
+  if (const auto f = std::exchange(to_repair_, std::nullopt))
+    check_->repair(*f);
 }
 
 void main_window::still() {

@@ -103,6 +103,7 @@ class main_window : public wxFrame {
   void on_idle(wxIdleEvent& event);
   void edit_xml(const prepared_run& prepared);
   void start(const prepared_run& prepared);
+  void repair_what_was_asked_about();
 
   project p_;
   std::unique_ptr<settings> prefs_;

@@ -881,5 +881,161 @@ TEST_F(Author, NothingIsRemovedWhenWhatTheEditorLeftIsRefused) {
   EXPECT_TRUE(file_exists(disc));
 }
 
+/// Notes what is asked about, by rules, and answers the same each time.
+class answering_prompts : public prompts {
+ public:
+  explicit answering_prompts(std::string folder) : folder_(std::move(folder)) {}
+  answer message(const message_box& box) override {
+    told.push_back(box.text);
+    return answer::ok;
+  }
+  std::string open_file(const file_dialog&) override { return {}; }
+  std::string save_file(const file_dialog&) override { return folder_; }
+  std::string input(const input_box&) override { return {}; }
+  bool go_on_despite(const findings_question& question) override {
+    std::vector<std::string> rules;
+    for (const finding& f : question.findings)
+      rules.push_back(f.rule);
+    asked.push_back(std::move(rules));
+    return goes_on;
+  }
+  bool goes_on = true;
+  std::vector<std::vector<std::string>> asked;
+  std::vector<std::string> told;
+
+ private:
+  std::string folder_;
+};
+
+/// A run that is prepared, and what the XML editor leaves then.
+class AuthorAfterTheEditor : public Author {
+ protected:
+  AuthorAfterTheEditor() {
+    folder.add("a.m2v", small_video());
+    folder.add("wide.m2v", small_video(video_standard::ntsc, 3));
+    folder.add("a.ac3", small_sound());
+    e.material.facts = &facts;
+  }
+
+  void add_wide_title() {
+    p.List11.push_back(folder.stored("wide.m2v") + "/" + folder.stored("a.ac3"));
+    p.List1.push_back("title2:wide.m2v/a.ac3");
+    for (auto* const rows : {&p.chapters, &p.delay, &p.subtitledata})
+      rows->push_back(rows->front());
+  }
+  void prepare() { ASSERT_EQ(prepare_run(other, e, run), author_result::prepared); }
+  /// XML with a titleset for each of these, what stands in the <pgc> of its title.
+  std::string xml(const std::vector<std::string>& titles) {
+    std::string text =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<dvdauthor dest=\"" + out + "\">\r\n";
+    for (const std::string& title : titles)
+      text += "<titleset><titles><video format=\"ntsc\"/><pgc>" + title +
+              "</pgc></titles></titleset>\r\n";
+    return text + "</dvdauthor>\r\n";
+  }
+  std::string title(int number) {
+    return "<vob file=\"" + in(out, run_file::title_stream(number)) + "\"/>";
+  }
+  std::vector<told_item> forgiven() {
+    const auto read = parse_foreseen(folder.read(in("app", run_file::foreseen)));
+    EXPECT_TRUE(read) << read.error;
+    return read ? read->told : std::vector<told_item>();
+  }
+
+  fact_store facts;
+  answering_prompts any{out};
+  document other{p, any, prefs};
+};
+
+TEST_F(AuthorAfterTheEditor, TheDiscOfTheEditIsLookedAtBeforeTheRunStarts) {
+  const std::string disc = add_disc();
+  e.replace_earlier_disc = true;
+  prepare();
+  EXPECT_THAT(any.asked, IsEmpty());
+  p.customxml = xml({title(1) + "<post>jump title 7;</post>"});
+  any.goes_on = false;
+  EXPECT_EQ(authordvd(other, e, run), author_result::refused);
+  EXPECT_THAT(any.asked, ElementsAre(ElementsAre("command-target-missing")));
+  EXPECT_FALSE(lock.held());
+  EXPECT_THAT(launcher.started, IsEmpty());
+  EXPECT_TRUE(file_exists(disc));
+  EXPECT_FALSE(file_exists(in(app, run_file::foreseen)));
+  any.goes_on = true;
+  EXPECT_EQ(authordvd(other, e, run), author_result::started);
+}
+
+TEST_F(AuthorAfterTheEditor, FilesThatOnlyTheEditNamesAreLookedAtAndForeseen) {
+  prepare();
+  p.customxml = xml({title(1), "<vob file=\"" + folder.path("none.vob") + "\"/>"});
+  EXPECT_EQ(authordvd(other, e, run), author_result::started);
+  EXPECT_THAT(any.asked, ElementsAre(testing::Contains("file-missing")));
+}
+
+TEST_F(AuthorAfterTheEditor, AnErrorThatTheEditHasCuredIsNotForgiven) {
+  add_wide_title();
+  prepare();
+  ASSERT_THAT(any.asked, ElementsAre(ElementsAre("titleset-aspect")));
+  p.customxml = xml({title(1), title(2)});
+  EXPECT_EQ(authordvd(other, e, run), author_result::started);
+  EXPECT_EQ(any.asked.size(), 1u) << "nothing is wrong with it any more";
+  EXPECT_THAT(forgiven(), IsEmpty());
+}
+
+TEST_F(AuthorAfterTheEditor, WhatWasToldBeforeIsNotAskedAboutAgain) {
+  add_wide_title();
+  prepare();
+  ASSERT_EQ(any.asked.size(), 1u);
+  p.customxml = xml({title(1) + "</pgc>\r\n<pgc>" + title(2)});
+  EXPECT_EQ(authordvd(other, e, run), author_result::started);
+  EXPECT_EQ(any.asked.size(), 1u);
+  EXPECT_THAT(forgiven(), testing::Not(IsEmpty()));
+}
+
+TEST_F(AuthorAfterTheEditor, WhatIsNewIsAskedAboutWithWhatIsLeft) {
+  add_wide_title();
+  prepare();
+  p.customxml = xml({title(1) + "<post>jump title 7;</post></pgc>\r\n<pgc>" + title(2)});
+  EXPECT_EQ(authordvd(other, e, run), author_result::started);
+  EXPECT_THAT(any.asked, ElementsAre(ElementsAre("titleset-aspect"),
+                                     testing::UnorderedElementsAre("titleset-aspect",
+                                                                   "command-target-missing")));
+}
+
+TEST_F(AuthorAfterTheEditor, ALookThatIsSkippedThenIsSaidInTheLog) {
+  prepare();
+  EXPECT_FALSE(run.material_unseen);
+  folder.add("more.m2v", small_video());
+  e.material.examine = [](examination&) { return look_end::skipped; };
+  p.customxml = xml({title(1), "<vob file=\"" + folder.path("more.m2v") + "\"/>"});
+  EXPECT_EQ(authordvd(other, e, run), author_result::started);
+  ASSERT_EQ(listener.starts.size(), 1u);
+  EXPECT_THAT(listener.starts[0].first_lines, HasSubstr(skipped_look));
+}
+
+TEST_F(AuthorAfterTheEditor, ALookThatIsStoppedStartsNothing) {
+  prepare();
+  folder.add("more.m2v", small_video());
+  e.material.examine = [](examination&) { return look_end::stopped; };
+  p.customxml = xml({title(1), "<vob file=\"" + folder.path("more.m2v") + "\"/>"});
+  EXPECT_EQ(authordvd(other, e, run), author_result::cancelled);
+  EXPECT_FALSE(lock.held());
+  EXPECT_THAT(launcher.started, IsEmpty());
+}
+
+/// The XML of the rows is made of commands that nobody has looked at while there was an edit.
+TEST_F(AuthorAfterTheEditor, AnEditThatIsTakenBackLeavesTheCommandsOfTheRows) {
+  e.edit_xml = [] {};
+  p.editxml = true;
+  p.firstplay = "jump title 7";
+  p.customxml = xml({title(1)});
+  EXPECT_EQ(author_command(other, e, run), author_result::editing);
+  p.customxml.clear();
+  EXPECT_EQ(authordvd(other, e, run), author_result::refused);
+  EXPECT_THAT(any.told,
+              ElementsAre("The first-play command, \"jump title 7\", leads to title 7, which does "
+                          "not exist.  Please change it in the navigation commands."));
+  EXPECT_THAT(launcher.started, IsEmpty());
+}
+
 }  // namespace
 }  // namespace corvane::testing_support

@@ -16,6 +16,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::Field;
+using testing::IsEmpty;
 using testing_support::scripted_prompts;
 using testing_support::small_sound;
 using testing_support::small_video;
@@ -70,7 +71,10 @@ TEST_F(MaterialCheck, ErrorsStopUnlessTheUserWantsToGoOn) {
 TEST_F(MaterialCheck, WarningsAreAskedAboutOnce) {
   make(small_video(video_standard::ntsc, 1));
   EXPECT_EQ(look(false), stop_);
-  EXPECT_EQ(look(true), go_on_);
+  const material_answer told = look(true);
+  EXPECT_TRUE(told.go_on);
+  EXPECT_THAT(told.told, ElementsAre(Field(&finding::rule, "video-aspect-square")));
+  EXPECT_THAT(told.accepted, IsEmpty());
 }
 
 TEST_F(MaterialCheck, NotesAreNotAskedAbout) {
