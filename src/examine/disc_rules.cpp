@@ -129,6 +129,14 @@ constexpr std::array disc_rules_table = {
     rule{"disc-sound-end", severity::error, "Sound is heard to the end of its stream",
          "at least as foreseen", "silence from there on",
          "look at the stream's findings with \"check project...\"", asked_and_streams},
+    rule{"disc-stream-bytes", severity::error,
+         "Of a file that was not read to its end before the run, as many bytes are on the disc as "
+         "it has",
+         "the bytes of the file, but for a last picture, a last frame and what is no stream in it",
+         "a picture or a sound that ends too early or has a hole",
+         "author the disc again, and have the files read before the run: that tells what is wrong "
+         "with them",
+         "the sizes of the project's files; mplex 2.1.0 and dvdauthor 0.7.2, measured"},
     rule{"disc-subtitles", severity::error, "Titles have their text subtitles", "as foreseen",
          "subtitles that are missing, or in another language",
          "look at the subtitle's findings with \"check project...\"", asked_and_streams},
@@ -204,6 +212,7 @@ constexpr std::array comparisons = {
     comparison{trait_kind::lands, "disc-chapters", comparison::within_unit, 0.02},
     comparison{trait_kind::unit, "disc-chapters", comparison::untold},
     comparison{trait_kind::breaks, "disc-times", comparison::untold},
+    comparison{trait_kind::bytes, "disc-stream-bytes", comparison::at_least},
 };
 
 const comparison& comparison_of(trait_kind what) {
@@ -296,7 +305,7 @@ std::optional<finding> difference(const disc_trait& foreseen, const disc_traits&
           ? "disc-subtitles"
           : c.rule,
       foreseen.item, name + ": " + (got == nullptr ? missing_text(foreseen) : shown_value(*got)),
-      shown_value(foreseen));
+      (foreseen.kind == trait_kind::bytes ? "at least " : "") + shown_value(foreseen));
   soften(f, foreseen.kind, told);
   return f;
 }
@@ -316,7 +325,8 @@ bool may_be_unknown(trait_kind what) {
          what == trait_kind::leads_to || what == trait_kind::audio_streams ||
          what == trait_kind::sounds_until || what == trait_kind::shows_until ||
          what == trait_kind::subtitles || what == trait_kind::cues ||
-         what == trait_kind::first_cue || what == trait_kind::last_cue || what == trait_kind::shown;
+         what == trait_kind::first_cue || what == trait_kind::last_cue ||
+         what == trait_kind::shown || what == trait_kind::bytes;
 }
 
 /// Where nothing is said of it, another finding tells why: the button or the menu's picture is not

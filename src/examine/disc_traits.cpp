@@ -21,14 +21,14 @@ using whole = finding_item::whole_kind;
 using part = finding_item::part_kind;
 
 /// In the order of disc_trait_kind.
-constexpr std::array<std::string_view, 35> names = {
-    "titles",    "menus",    "disc menus",   "first play",  "standard",    "size",
-    "aspect",    "coding",   "length",       "chapters",    "begins",      "audio streams",
-    "format",    "language", "sounds until", "shows until", "subtitles",   "cues",
-    "first cue", "last cue", "before",       "then",        "stays",       "entries",
-    "buttons",   "edges",    "leads to",     "does",        "highlighted", "selected",
-    "drawn",     "breaks",   "shown",        "lands at",    "longest unit"};
-static_assert(static_cast<std::size_t>(trait_kind::unit) + 1 == names.size());
+constexpr std::array<std::string_view, 36> names = {
+    "titles",    "menus",    "disc menus",   "first play",  "standard",     "size",
+    "aspect",    "coding",   "length",       "chapters",    "begins",       "audio streams",
+    "format",    "language", "sounds until", "shows until", "subtitles",    "cues",
+    "first cue", "last cue", "before",       "then",        "stays",        "entries",
+    "buttons",   "edges",    "leads to",     "does",        "highlighted",  "selected",
+    "drawn",     "breaks",   "shown",        "lands at",    "longest unit", "bytes"};
+static_assert(static_cast<std::size_t>(trait_kind::bytes) + 1 == names.size());
 
 bool is_time(trait_kind what) {
   return what == trait_kind::length || what == trait_kind::begins ||

@@ -56,6 +56,7 @@ enum class disc_trait_kind {
   shown,   ///< of a subtitle: when each cue comes up and goes (examine/cue_times.h)
   lands,   ///< of a chapter: where one begins on the disc, by the units of its video; seconds
   unit,    ///< of a title: how long its longest unit is
+  bytes,   ///< of a stream: how many of its own; of a title or menu: all of them, with their packs
 };
 
 struct disc_trait {

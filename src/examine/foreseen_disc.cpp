@@ -16,6 +16,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <span>
@@ -201,6 +202,10 @@ class foreseeing {
       say_length(item, s, delay_of(title));
       say_end_of_picture(item, s);
       say_chapters(item, title, {&s, 1});
+      if (title.is_multiplexed_here)
+        say_bytes(item, title.streams);
+      else
+        say_bytes_of_ready(item, title.streams);
     }
     if (s.known_sounds)
       say_sounds(item, title, s);
@@ -408,6 +413,54 @@ class foreseeing {
     said_.say_seconds(part_of(item, part::video), trait_kind::shows_until, s.video->seconds);
   }
 
+  /// Of a file of which only the beginning was read, its size tells how much of it must be there:
+  /// all but what mplex leaves out.
+  void say_bytes(const finding_item& item, const std::vector<std::string>& stored) {
+    // The largest picture; the largest frame, and tags behind the last one.
+    constexpr std::uint64_t last_picture = 1'835'008 / 8, last_frame = 16'384;
+    int sounds = 0;
+    for (std::size_t i = 0; i < stored.size(); ++i) {
+      if (i > 0 && stored[i].empty())
+        continue;
+      const finding_item stream =
+          i == 0 ? part_of(item, part::video)
+                 : part_of(item, part::audio, item.whole == whole::title ? ++sounds : 0);
+      const file_facts* const file = facts_of(stored[i]);
+      if (file != nullptr && !file->whole && is_elementary(*file, i == 0))
+        say_least_bytes(stream, file->size, i == 0 ? last_picture : last_frame);
+    }
+  }
+
+  /// As mplex reads it to its end.
+  static bool is_elementary(const file_facts& file, bool video) {
+    if (video)
+      return file.kind == file_kind::video;
+    return file.kind == file_kind::audio && file.audio && disc_format(file.audio->kind);
+  }
+
+  /// dvdauthor takes the packs of a ready file as they are, but for what is cut off at its end.
+  void say_bytes_of_ready(const finding_item& item, const std::vector<std::string>& stored) {
+    constexpr std::uint64_t cut_off = 65'536;
+    std::uint64_t size = 0, left_out = 0;
+    bool known = true;
+    for (const std::string& one : stored) {
+      const file_facts* const file = facts_of(one);
+      if (file == nullptr || !file->program || !file->program->begins_with_nav_pack ||
+          file->program->uneven_packs.count > 0)
+        return;
+      known = known && file->whole;
+      size += file->size;
+      left_out += cut_off;
+    }
+    if (!known)
+      say_least_bytes(item, size, left_out);
+  }
+
+  void say_least_bytes(const finding_item& item, std::uint64_t size, std::uint64_t left_out) {
+    if (size > left_out)
+      said_.say_count(item, trait_kind::bytes, size - left_out);
+  }
+
   /// What examination knows of a file's units; none where dvdauthor may make others.
   static title_length units_of(const title_file& file, const streams& s) {
     if (s.video == nullptr || !s.whole_video)
@@ -493,6 +546,7 @@ class foreseeing {
     say_stay(item, menu);
     if (!menu.has_parts) {
       say_menu_streams(item, s);
+      say_bytes(item, menu.files);
       say_buttons(item, menu);
     }
     if (hand_edited_)

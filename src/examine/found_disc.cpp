@@ -88,6 +88,7 @@ class saying {
                         title.chapters[i]);
     const chain_streams* const streams = streams_of(title.chain);
     say_end_of_picture(item, streams);
+    say_bytes(item, streams);
     say_sounds(item, title, streams);
     say_subtitles(item, title, streams);
     say_commands_around(item, title, title.chain);
@@ -154,6 +155,14 @@ class saying {
                                             : seconds_of_stamps(video->length) + longest_group);
   }
 
+  void say_bytes(const finding_item& item, const chain_streams* streams) {
+    if (streams == nullptr)
+      return;
+    said_.say_count(item, trait_kind::bytes, streams->sectors * disc_sector_size);
+    if (const inner_stream* const video = streams->facts.video())
+      said_.say_count(part_of(item, part::video), trait_kind::bytes, video->payload_bytes);
+  }
+
   void say_sounds(const finding_item& item, const disc_title_contents& title,
                   const chain_streams* streams) {
     std::size_t heard = 0;
@@ -166,8 +175,10 @@ class saying {
       const inner_stream* const stream =
           streams == nullptr ? nullptr : stream_with(streams->facts, one.id);
       heard += stream != nullptr && stream->packets > 0 ? 1 : 0;
-      if (streams != nullptr)
-        said_.say_seconds(sound, trait_kind::sounds_until, heard_until(*streams, stream));
+      if (streams == nullptr)
+        continue;
+      said_.say_seconds(sound, trait_kind::sounds_until, heard_until(*streams, stream));
+      said_.say_count(sound, trait_kind::bytes, stream == nullptr ? 0 : stream->payload_bytes);
     }
     if (streams != nullptr)
       said_.say_count(item, trait_kind::audio_streams, heard);
@@ -232,6 +243,7 @@ class saying {
       said_.say(item, trait_kind::entries, join(entries, ", "));
     const chain_streams* const streams = streams_of(menu.chain);
     say_end_of_picture(item, streams);
+    say_bytes(item, streams);
     if (streams != nullptr)
       say_menu_sounds(item, *streams);
     const auto& shown = menu.chain.highlight;
@@ -270,6 +282,7 @@ class saying {
       const finding_item sound = part_of(item, part::audio);
       said_.say(sound, trait_kind::format, one.kind == inner_kind::ac3 ? "AC-3" : "MPEG audio");
       said_.say_seconds(sound, trait_kind::sounds_until, heard_until(streams, &one));
+      said_.say_count(sound, trait_kind::bytes, one.payload_bytes);
     }
     said_.say_count(item, trait_kind::audio_streams, heard);
   }

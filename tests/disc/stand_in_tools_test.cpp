@@ -21,6 +21,7 @@ namespace corvane::disc {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -48,25 +49,40 @@ class StandIn : public ::testing::Test {
     fs::permissions(path_of(path), fs::perms::owner_all);
   }
 
-  finished author() const {
-    EXPECT_FALSE(write_file(home_.project_file(), project_text(small_project())));
+  /// `look`: options about the look at the material.
+  finished author(const std::vector<std::string>& look = {}) const {
+    EXPECT_FALSE(write_file(home_.project_file(), project_text(project_)));
     command c;
-    c.words = {CORVANE_AUTHOR, "--replace", home_.project_file(), home_.out()};
+    c.words = {CORVANE_AUTHOR, "--replace"};
+    c.words.insert(c.words.end(), look.begin(), look.end());
+    c.words.insert(c.words.end(), {home_.project_file(), home_.out()});
     c.environment["CORVANE_HOME"] = home_.app();
     c.environment["PATH"] = home_.folder().path("tools") + ":/usr/bin:/bin";
     c.environment["OUT"] = home_.out();
     return run(c);
   }
 
+  /// Of the whole set also where nobody has looked at the material.
   void expect_not_complete(const std::string& what) const {
-    const finished done = author();
+    expect_not_complete(what, {});
+    if (part_of_set(10) == 10)
+      expect_not_complete_unseen(what);
+  }
+  void expect_not_complete_unseen(const std::string& what) const {
+    expect_not_complete(what + " (without a look)", {"--skip-look"});
+  }
+
+  project project_ = small_project();
+  studio home_;
+
+ private:
+  void expect_not_complete(const std::string& what, const std::vector<std::string>& look) const {
+    const finished done = author(look);
     EXPECT_NE(done.status, 0) << what << "\n" << done.out;
     EXPECT_THAT(done.out, Not(HasSubstr("Process complete."))) << what;
     EXPECT_FALSE(file_exists(home_.image())) << what;
     EXPECT_FALSE(folder_exists(home_.out() + "/VIDEO_TS")) << what;
   }
-
-  studio home_;
 };
 
 /// Of a tool that writes to the file behind "-o".
@@ -78,13 +94,37 @@ std::string after_o(const std::string& then) {
 }
 
 TEST_F(StandIn, ToolsThatDoTheirWorkMakeACompleteDisc) {
-  const finished done = author();
-  EXPECT_EQ(done.status, 0) << done.out;
+  EXPECT_EQ(author().status, 0);
+  EXPECT_EQ(author({"--skip-look"}).status, 0);
+}
+
+/// Cuts the file behind "-o" in its middle.
+constexpr const char* half_of_it = "truncate -s $(($(stat -c %s \"$o\") / 4096 * 2048)) \"$o\"\n";
+
+TEST_F(StandIn, HalfAFilmThatNobodyHasLookedAtIsFoundOutByItsSize) {
+  add("mplex", after_o(real("mplex") + " \"$@\"\n" + half_of_it));
+  const finished done = author({"--skip-look"});
+  EXPECT_NE(done.status, 0) << done.out;
+  for (const char* const item : {"title 1, video", "title 1, audio 1", "menu 1, video"})
+    EXPECT_THAT(done.out, ContainsRegex("error: " + std::string(item) + ": bytes: [0-9]+"));
+}
+
+TEST_F(StandIn, HalfAReadyFilmThatNobodyHasLookedAtIsFoundOutByItsSize) {
+  project_ = project();
+  add_title(project_, {stored_media("muxed-ntsc.vob")});
+  EXPECT_EQ(author({"--skip-look"}).status, 0);
+  const std::string half = home_.folder().path("half.vob");
+  add("dvdauthor", "/usr/bin/head -c 614400 '" + media("muxed-ntsc.vob") + "' >'" + half +
+                       "'\nsed -i 's|" + media("muxed-ntsc.vob") + "|" + half + "|' \"$2\"\nexec " +
+                       real("dvdauthor") + " \"$@\"\n");
+  const finished done = author({"--skip-look"});
+  EXPECT_NE(done.status, 0) << done.out;
+  EXPECT_THAT(done.out, ContainsRegex("error: title 1: bytes: [0-9]+"));
 }
 
 TEST_F(StandIn, MplexThatDoesHalfOfItsWorkIsFoundOut) {
   const std::string work = real("mplex") + " \"$@\"";
-  const std::string half = "truncate -s $(($(stat -c %s \"$o\") / 4096 * 2048)) \"$o\"\n";
+  const std::string half = half_of_it;
   for (const std::string& way :
        {after_o(work + "\n" + half), std::string("exit 0\n"),
         after_o("head -c 100000 /dev/zero >\"$o\"\n"),
@@ -92,6 +132,7 @@ TEST_F(StandIn, MplexThatDoesHalfOfItsWorkIsFoundOut) {
         after_o(work + "\n" + half + "kill -KILL $$\n")}) {
     add("mplex", way);
     expect_not_complete("mplex: " + way);
+    expect_not_complete_unseen("mplex: " + way);
   }
 }
 

@@ -82,6 +82,21 @@ TEST(DiscDifferences, PicturesEndWithTheirStreamOrLater) {
                                      "[disc-picture-end, 00:00:10.00]"));
 }
 
+TEST(DiscDifferences, AStreamHasItsBytesOrMore) {
+  disc_traits foreseen;
+  foreseen.say_count(title(1, part::audio, 1), kind::bytes, 100'000);
+  const auto with = [&](std::size_t bytes) {
+    disc_traits found;
+    found.say_count(title(1, part::audio, 1), kind::bytes, bytes);
+    return told(foreseen, found, {{title(1)}});
+  };
+  EXPECT_THAT(with(100'000), IsEmpty());
+  EXPECT_THAT(with(120'000), IsEmpty()) << "the last frame is there, too";
+  EXPECT_THAT(with(99'999), ElementsAre("error: title 1, audio 1: bytes: 99999. "
+                                        "[disc-stream-bytes, at least 100000]"))
+      << "what the file's beginning tells is no reason for it";
+}
+
 TEST(DiscDifferences, ChaptersAreWithinAUnitOfWhereExaminationSaid) {
   disc_traits foreseen;
   foreseen.say_seconds(title(1, part::chapter, 1), kind::lands, 0);

@@ -108,6 +108,58 @@ TEST_F(ForeseenDisc, WhatHasNotBeenReadIsNotForeseen) {
   EXPECT_EQ(said(title_item(1, part::video), kind::size), "720x576");
 }
 
+/// Of a file of which only the beginning was read.
+template <typename Facts>
+std::shared_ptr<const file_facts> beginning_of(const Facts& known, std::uint64_t size) {
+  file_facts f = *known;
+  f.whole = false;
+  f.size = size;
+  return std::make_shared<const file_facts>(f);
+}
+
+TEST_F(ForeseenDisc, OfAFileThatWasNotReadItsBytesAreForeseen) {
+  const finding_item picture = title_item(1, part::video), sound = title_item(1, part::audio, 1);
+  EXPECT_EQ(said(picture, kind::bytes), "(nothing)") << "its pictures tell more";
+  facts_[native("\\a.m2v")] = beginning_of(video_of(20, 3), 1'000'000);
+  facts_[native("\\a.ac3")] = beginning_of(known_sound(15), 100'000);
+  EXPECT_EQ(said(picture, kind::bytes), "770624") << "less the largest picture";
+  EXPECT_EQ(said(sound, kind::bytes), "83616") << "less the last frame, and tags";
+  EXPECT_EQ(said(title_item(1), kind::bytes), "(nothing)");
+  facts_[native("\\a.m2v")] = beginning_of(video_of(20, 3), 200'000);
+  EXPECT_EQ(said(picture, kind::bytes), "(nothing)");
+  facts_[native("\\a.ac3")] = beginning_of(known_sound(15, audio_kind::mpeg_layer_3), 100'000);
+  EXPECT_EQ(said(sound, kind::bytes), "(nothing)") << "mplex does not take it";
+  facts_[native("\\m.m2v")] = beginning_of(video_of(20, 3), 1'000'000);
+  EXPECT_EQ(said(menu_item(1, part::video), kind::bytes), "770624");
+  d_.has_other_paths = true;
+  EXPECT_EQ(said(menu_item(1, part::video), kind::bytes), "(nothing)") << "a cell may leave it out";
+}
+
+TEST_F(ForeseenDisc, OfReadyFilesThatWereNotReadAllPacksAreForeseen) {
+  file_facts ready;
+  ready.kind = file_kind::program_stream;
+  ready.size = 4'096'000;
+  ready.program.emplace();
+  ready.program->begins_with_nav_pack = true;
+  d_.titles[0].streams = {"\\a.vob", "\\b.vob"};
+  d_.titles[0].is_multiplexed_here = false;
+  const auto with = [&](bool nav, std::size_t uneven, bool whole_file) {
+    ready.program->begins_with_nav_pack = nav;
+    ready.program->uneven_packs.count = uneven;
+    ready.whole = whole_file;
+    facts_[native("\\b.vob")] = std::make_shared<const file_facts>(ready);
+    return said(title_item(1), kind::bytes);
+  };
+  EXPECT_EQ(with(true, 0, false), "(nothing)") << "of the first one nothing is known";
+  facts_[native("\\a.vob")] = std::make_shared<const file_facts>(ready);
+  EXPECT_EQ(with(true, 0, false), "8060928");
+  EXPECT_EQ(with(false, 0, false), "(nothing)") << "dvdauthor leaves out what comes before";
+  EXPECT_EQ(with(true, 1, false), "(nothing)");
+  EXPECT_EQ(with(true, 0, true), "8060928") << "of one the beginning alone is known";
+  facts_[native("\\a.vob")] = facts_[native("\\b.vob")];
+  EXPECT_EQ(with(true, 0, true), "(nothing)");
+}
+
 TEST_F(ForeseenDisc, SoundEndsWithItsStreamOrThePicture) {
   EXPECT_EQ(said(title_item(1, part::audio, 1), kind::format), "AC-3");
   EXPECT_EQ(said(title_item(1, part::audio, 1), kind::sounds_until), "15");
