@@ -1,6 +1,7 @@
 #include "authoring/checks.h"
 
 #include "authoring/row_checks.h"
+#include "examine/project_rules.h"
 #include "formats/bmp_header.h"
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
@@ -8,6 +9,7 @@
 #include "platform/files/files.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace corvane {
 namespace {
@@ -70,6 +72,12 @@ std::optional<std::string> why_not_authorable(const disc_description& d, std::st
     return why;
   // Hand-edited XML has commands, tags and chapters of its own.
   return customxml.empty() ? why_not_navigation(d) : why_not_safe_xml(customxml);
+}
+
+std::optional<finding> finding_of_refusal(const disc_description& d, std::string_view customxml,
+                                          path_style style) {
+  refusal why = why_not_authorable(d, customxml, style);
+  return why ? std::optional(refused_project(std::move(*why))) : std::nullopt;
 }
 
 std::optional<std::string> why_not_these_bitmaps(const disc_description& d, path_style style) {

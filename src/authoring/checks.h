@@ -4,6 +4,7 @@
 
 #include "authoring/run_paths.h"
 #include "disc/disc_description.h"
+#include "disc/finding.h"
 
 #include <optional>
 #include <string>
@@ -17,6 +18,10 @@ namespace corvane {
 /// path, add an argument, or put markup into the XML.
 std::optional<std::string> why_not_authorable(const disc_description& d, std::string_view customxml,
                                               path_style style);
+
+/// The same as a finding, for whoever looks at a project without authoring it.
+std::optional<finding> finding_of_refusal(const disc_description& d, std::string_view customxml,
+                                          path_style style);
 
 /// The part of it that holds whatever the navigation XML is: video standard, titles and menus.
 std::optional<std::string> why_not_these_rows(const disc_description& d, path_style style);

@@ -4,6 +4,7 @@
 #include "examine/chapter_rules.h"
 #include "examine/disc_rules.h"
 #include "examine/navigation_rules.h"
+#include "examine/project_rules.h"
 #include "examine/ready_rules.h"
 #include "examine/setting_rules.h"
 #include "examine/space_rules.h"
@@ -35,7 +36,8 @@ std::string section_of(const rule& r) {
 }  // namespace
 
 std::vector<rule_family> rule_families() {
-  return {{"Files", file_rules()},
+  return {{"The project", project_rules()},
+          {"Files", file_rules()},
           {"Ready titles", ready_rules()},
           {"Video", video_rules()},
           {"Sound", audio_rules()},

@@ -161,6 +161,32 @@ TEST_F(CheckProgram, HandEditedXmlThatCannotBeReadIsSaid) {
   EXPECT_THAT(stdout_, IsEmpty());
 }
 
+// What no rule of its own tells of, a run would refuse nonetheless.
+TEST_F(CheckProgram, WhatARunRefusesIsAnError) {
+  project edited = one_title(folder_);
+  edited.customxml = "<?xml version=\"1.0\"?>\r\n<dvdauthor dest=\"" + out() +
+                     "\">\r\n<titleset><titles><video format=\"ntsc\"/><pgc><vob file=\"" + out() +
+                     "/title1.mpg\"/></pgc><pgc><vob file=\"a&#10;*process complete&#10;\"/></pgc>"
+                     "</titles></titleset></dvdauthor>\r\n";
+  EXPECT_EQ(run({"--check", save(edited, "edited.cvp")}), 2) << stdout_;
+  EXPECT_THAT(stdout_, HasSubstr("error: disc: The hand-edited XML cannot be authored: in line 3, "
+                                 "the attribute \"file\" of \"vob\", "));
+  EXPECT_THAT(stdout_, HasSubstr("    rule: not-authorable\n"));
+
+  project quoted = one_title(folder_);
+  folder_.add("a\"b.m2v", small_video());
+  quoted.List11 = {folder_.stored("a\"b.m2v") + "/" + folder_.stored("movie.ac3")};
+  const std::string saved = save(quoted, "quoted.cvp");
+  EXPECT_EQ(run({"--check", saved}), 2) << stdout_;
+  EXPECT_THAT(stdout_, HasSubstr("    rule: not-authorable\n"));
+  EXPECT_THAT(stdout_, HasSubstr("\n1 error\n"));
+  EXPECT_EQ(run({"--check", "--json", saved}), 2);
+  EXPECT_THAT(stdout_, HasSubstr("\"errors\": 1, \"warnings\": 0, \"notes\": 0, \"findings\": [\n  "
+                                 "{\"rule\": \"not-authorable\", "));
+  EXPECT_EQ(run({"--force", saved, out()}), 2) << "as a run does";
+  EXPECT_THAT(calls(), IsEmpty());
+}
+
 // A disk of the system's own, on which nobody can write.
 TEST_F(CheckProgram, FolderWithoutRoomIsSaid) {
   EXPECT_EQ(run({"--check", project_, "/proc/dvd"}), 2) << stderr_;

@@ -3,11 +3,15 @@
 #include "apps/corvane-author/author_project.h"
 #include "apps/corvane-author/json_report.h"
 #include "authoring/asked_disc.h"
+#include "authoring/checks.h"
 #include "authoring/foreseen_run.h"
 #include "authoring/navigation_xml.h"
 #include "platform/processes/interrupt.h"
 #include "project/disc_of.h"
 #include "tools/finding_list.h"
+
+#include <utility>
+#include <vector>
 
 namespace corvane {
 namespace {
@@ -63,7 +67,10 @@ int check_project(const project& p, const std::string& app, const std::string& o
     out.message("stopped; nothing was examined to its end.");
     return 128 + interrupt_number();
   }
-  const finding_list findings(e.findings(), files_read::whole);
+  std::vector<finding> found = e.findings();
+  if (auto refused = finding_of_refusal(disc_of(p), p.customxml, where.style))
+    found.push_back(std::move(*refused));
+  const finding_list findings(std::move(found), files_read::whole);
   if (as_json) {
     out.line(json_report(findings, {}, foreseen_of(p, where, &store, {}).disc));
   } else {

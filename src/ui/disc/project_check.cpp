@@ -1,6 +1,7 @@
 #include "ui/disc/project_check.h"
 
 #include "authoring/asked_disc.h"
+#include "authoring/checks.h"
 #include "authoring/navigation_xml.h"
 #include "formats/sanitized.h"
 #include "project/disc_of.h"
@@ -174,7 +175,10 @@ void project_check::begin_look() {
     look_.reset();
     end_check();
     disc_ = {};
-    take({}, files_read::beginnings);
+    if (disc)
+      take({}, files_read::beginnings);
+    else
+      take_with_refusal({}, files_read::beginnings);
     return;
   }
   const bool other = *disc != disc_;
@@ -191,8 +195,8 @@ void project_check::step_look() {
     return;
   const bool known = look_->bytes_to_read() == 0;
   const std::unique_ptr<examination> seen = std::move(look_);
-  take(known ? seen->findings() : seen->findings(examination::depth::beginnings),
-       known ? files_read::whole : files_read::beginnings);
+  take_with_refusal(known ? seen->findings() : seen->findings(examination::depth::beginnings),
+                    known ? files_read::whole : files_read::beginnings);
 }
 
 void project_check::step_check() {
@@ -200,7 +204,7 @@ void project_check::step_check() {
     show_progress();
     return;
   }
-  take(check_->findings(), files_read::whole);
+  take_with_refusal(check_->findings(), files_read::whole);
   end_check();
 }
 
@@ -230,6 +234,14 @@ void project_check::take(std::vector<finding> findings, files_read read) {
     window_->show_findings(findings_);
 }
 
+/// A run would refuse the project for what no other rule may tell of.
+void project_check::take_with_refusal(std::vector<finding> findings, files_read read) {
+  const project& p = main_.shown_project();
+  if (auto refused = finding_of_refusal(disc_of(p), p.customxml, native_style()))
+    findings.push_back(std::move(*refused));
+  take(std::move(findings), read);
+}
+
 void project_check::end_check() {
   check_.reset();
   if (window_ != nullptr)
@@ -239,7 +251,7 @@ void project_check::end_check() {
 void project_check::stop() {
   if (!check_)
     return;
-  take(check_->findings(), files_read::some);
+  take_with_refusal(check_->findings(), files_read::some);
   end_check();
 }
 

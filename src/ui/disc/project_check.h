@@ -82,6 +82,7 @@ class project_check {
   void step_check();
   look_end read_before_run(examination& e);
   void take(std::vector<finding> findings, files_read read);
+  void take_with_refusal(std::vector<finding> findings, files_read read);
   void show_progress();
   void end_check();
   void stop();
