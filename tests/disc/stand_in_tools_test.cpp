@@ -147,6 +147,30 @@ TEST_F(StandIn, SpumuxThatDoesHalfOfItsWorkIsFoundOut) {
   }
 }
 
+/// Of a title's text: the menu's buttons are drawn as ever.
+TEST_F(StandIn, SpumuxThatDoesHalfOfItsWorkOnATextIsFoundOut) {
+  const std::string one = "1\n00:00:00,500 --> 00:00:01,500\nOne\n\n";
+  home_.folder().add("work/other.srt", one);
+  project_.subtitledata[0] = stored_from_native(
+      home_.folder().add("work/text.srt", one + "2\n00:00:02,000 --> 00:00:03,000\nTwo\n\n"));
+  project_.subtitleoptions[0] =
+      "center,bottom,60,60,30,30,28.0,dejavusans.ttf,720,478,29.97,ISO-8859-1|";
+  ASSERT_EQ(author().status, 0);
+  fs::remove_all(path_of(home_.out()));
+  fs::remove(path_of(home_.image()));
+  const std::string work = real("spumux") + " \"$@\"";
+  const std::string added = "echo 'INFO: 2 subtitles added, 0 subtitles skipped' >&2\n";
+  for (const std::string& way :
+       {work + " | head -c 600000\n", std::string("exit 0\n"), "cat\n" + added,
+        "sed 's|text.srt|other.srt|' \"$3\" >\"$3.other\"\nexec " + real("spumux") +
+            " \"$1\" \"$2\" \"$3.other\"\n",
+        work + " | head -c 600000\nkill -KILL $$\n"}) {
+    add("spumux", "if [ \"$1\" != -s ]; then exec " + work + "; fi\n" + way);
+    expect_not_complete("spumux, text: " + way);
+    expect_not_complete_unseen("spumux, text: " + way);
+  }
+}
+
 TEST_F(StandIn, DvdauthorThatDoesHalfOfItsWorkIsFoundOut) {
   const std::string work = real("dvdauthor") + " \"$@\"\n";
   const std::string half =
