@@ -231,6 +231,28 @@ TEST_F(Verify, PicturesThatEndBeforeTheirStreamAreTold) {
                               Not(HasSubstr("error: title 1, video: shows until: "))));
 }
 
+/// mplex leaves it out where the stream has no end code.
+TEST_F(Verify, ALastPictureThatIsNotThereIsANote) {
+  const std::string end_code("\0\0\1\xB7", 4);
+  const std::string video = *read_file(media("clip-ntsc.m2v"), 1u << 30);
+  ASSERT_NE(video.substr(video.size() - 4), end_code);
+  // The title ends with its picture.
+  constexpr std::size_t frame = 768, frames = 180;
+  const std::string sound = home_.folder().add(
+      "short.ac3", read_file(media("clip.ac3"), 1u << 30)->substr(0, frame * frames));
+  const auto noted = [&](const std::string& stream) {
+    project p;
+    add_title(p, {stored_from_native(stream), stored_from_native(sound)});
+    const finished done = home_.author(p, {"--replace"});
+    EXPECT_EQ(done.status, 0) << done.out;
+    return read_file(home_.app() + "/CorvaneLOG.txt", 1u << 24)
+               ->find("INFO: title 1: its last picture is not there; rule: disc-last-picture") !=
+           std::string::npos;
+  };
+  EXPECT_FALSE(noted(home_.folder().add("whole.m2v", video + end_code)));
+  EXPECT_TRUE(noted(media("clip-ntsc.m2v")));
+}
+
 TEST_F(Verify, WhatMissingFilesWouldTellIsNotHeldAgainstTheDisc) {
   // Copies: other tests read the files, too.
   std::string text = project_text(small_project());
