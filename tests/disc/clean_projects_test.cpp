@@ -1,9 +1,14 @@
 // Projects of material that a disc takes, made up at random: none has an error before its run, none
 // a difference after it.
+#include "authoring/foreseen_run.h"
 #include "clips.h"
 #include "command.h"
+#include "disc/finding.h"
+#include "examine/examination.h"
+#include "examine/verification.h"
 #include "judge.h"
 #include "large_sets.h"
+#include "project/disc_of.h"
 #include "project/project_file.h"
 #include "studio.h"
 
@@ -12,6 +17,7 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
 #include <random>
 #include <string>
 #include <vector>
@@ -20,6 +26,7 @@ namespace corvane::disc {
 namespace {
 
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::Not;
 
 constexpr int clip_seconds = 4;
@@ -46,30 +53,43 @@ class clips {
     sound("stereo.mp2", "-ac 2 -c:a mp2 -b:a 224k");
     sound("mono.mp2", "-ac 1 -c:a mp2 -b:a 128k");
     sound("twolame.mp2", "-ac 2 -c:a libtwolame -b:a 192k");
+    sound("mp2enc.mp2", "-ac 2 -f wav s.wav && mp2enc -v 0 -b 192 -r 48000 <s.wav -o");
+    for (const bool pal : {false, true})
+      for (const char* const aspect : {"4:3", "16:9"})
+        make_ready(pal, aspect);
   }
 
   std::string stored(const std::string& name) const { return stored_from_native(files_.at(name)); }
-  /// Names of clips of this standard and these proportions; the last one is a ready file.
+  /// Names of clips of this standard and these proportions.
   static std::vector<std::string> videos(bool pal, const std::string& aspect) {
-    const std::string begin = (pal ? "pal" : "ntsc") + aspect.substr(0, aspect.find(':'));
+    const std::string begin = begin_of(pal, aspect);
     std::vector<std::string> names = {begin + "-ffmpeg.m2v"};
     // mpeg2enc takes ten seconds for a clip.
     if (aspect == "4:3")
       names.push_back(begin + "-mpeg2enc.m2v");
     else if (!pal)
       names.push_back(begin + "-pulldown.m2v");
-    names.push_back(begin + "-ready.vob");
+    return names;
+  }
+  /// The same of ready files, with one sound like "stereo.ac3".
+  static std::vector<std::string> ready(bool pal, const std::string& aspect) {
+    std::vector<std::string> names;
+    for (const char* const by : {"-ready.vob", "-mplex.vob", "-disc.vob"})
+      names.push_back(begin_of(pal, aspect) + by);
     return names;
   }
 
  private:
+  static std::string begin_of(bool pal, const std::string& aspect) {
+    return (pal ? "pal" : "ntsc") + aspect.substr(0, aspect.find(':'));
+  }
   /// `line` makes the file whose name stands behind it.
   void make(const std::string& line, const std::string& name) {
     files_[name] = kept_clip(line, name);
   }
 
   void make_videos(bool pal, const std::string& aspect) {
-    const std::string begin = (pal ? "pal" : "ntsc") + aspect.substr(0, aspect.find(':'));
+    const std::string begin = begin_of(pal, aspect);
     const std::string size = pal ? "720x576" : "720x480", rate = pal ? "25" : "30000/1001";
     const std::string time = " -t " + std::to_string(clip_seconds);
     const std::string source =
@@ -85,6 +105,17 @@ class clips {
     make(source + time + " -f lavfi -i sine=d=4:r=48000" + by_ffmpeg + aspect +
              " -c:a ac3 -b:a 192k -ac 2 -shortest -f dvd",
          begin + "-ready.vob");
+  }
+
+  /// Of mplex, and what dvdauthor made of it on a disc.
+  void make_ready(bool pal, const std::string& aspect) {
+    const std::string begin = begin_of(pal, aspect), file = begin + "-mplex.vob";
+    make("mplex -v 0 -f 8 '" + files_.at(begin + "-ffmpeg.m2v") + "' '" + files_.at("stereo.ac3") +
+             "' -o",
+         file);
+    make("VIDEO_FORMAT=" + std::string(pal ? "PAL" : "NTSC") + " dvdauthor -o disc -t '" +
+             files_.at(file) + "' && mv disc/VIDEO_TS/VTS_01_1.VOB",
+         begin + "-disc.vob");
   }
 
   void sound(const std::string& name, const std::string& how) {
@@ -103,12 +134,12 @@ class made_up {
       : clips_(of), texts_(texts), random_(seed) {
     pal_ = chance(50);
     p_.globalregion = pal_ ? "PAL" : "NTSC";
-    videos_ = clips::videos(pal_, chance(50) ? "16:9" : "4:3");
-    ready_ = videos_.back();
-    videos_.pop_back();
+    const std::string aspect = chance(50) ? "16:9" : "4:3";
+    videos_ = clips::videos(pal_, aspect);
+    ready_ = clips::ready(pal_, aspect);
     for (int i = pick(1, 8); i > 0; --i)
-      sounds_.push_back(
-          any({"stereo.ac3", "mono.ac3", "surround.ac3", "stereo.mp2", "mono.mp2", "twolame.mp2"}));
+      sounds_.push_back(any({"stereo.ac3", "mono.ac3", "surround.ac3", "stereo.mp2", "mono.mp2",
+                             "twolame.mp2", "mp2enc.mp2"}));
     if (chance(40))
       sounds_ = {"stereo.ac3"};  // as ready files have it
     titles_ = pick(1, 4);
@@ -144,7 +175,7 @@ class made_up {
 
   void make_title() {
     const bool ready = sounds_.size() == 1 && sounds_[0] == "stereo.ac3" && chance(40);
-    std::vector<std::string> streams = {clips_.stored(ready ? ready_ : any(videos_))};
+    std::vector<std::string> streams = {clips_.stored(any(ready ? ready_ : videos_))};
     if (!ready)
       for (const std::string& sound : sounds_)
         streams.push_back(clips_.stored(sound));
@@ -202,11 +233,27 @@ class made_up {
   std::mt19937 random_;
   project p_;
   bool pal_ = false;
-  std::vector<std::string> videos_, sounds_;
-  std::string ready_;
+  std::vector<std::string> videos_, ready_, sounds_;
   int titles_ = 1, menus_ = 0;
   std::vector<int> chapters_;
 };
+
+/// What differs on the disc from what the beginnings of the project's files tell.
+std::vector<std::string> found_unseen(const studio& s, const project& p) {
+  fact_store facts;
+  examination e(disc_of(p), examination::depth::beginnings, facts);
+  while (e.step(1000)) {
+  }
+  const run_paths where{s.app(), s.out()};
+  verification look({s.out(), {}},
+                    std::make_shared<const foreseen_run>(foreseen_of(p, where, &facts, {})));
+  while (look.step(1000)) {
+  }
+  std::vector<std::string> lines;
+  for (const finding& f : look.findings())
+    lines.push_back(line_of(f));
+  return lines;
+}
 
 TEST(CleanProjects, HaveNoErrorBeforeTheirRunAndNoDifferenceAfterIt) {
   const clips of;
@@ -219,6 +266,7 @@ TEST(CleanProjects, HaveNoErrorBeforeTheirRunAndNoDifferenceAfterIt) {
     EXPECT_THAT(done.out, Not(HasSubstr("error: ")));
     EXPECT_THAT(done.out, Not(HasSubstr("unit at sector")));
     EXPECT_EQ(disagreement_text(s.out()), "");
+    EXPECT_THAT(found_unseen(s, p), IsEmpty());
   }
 }
 
