@@ -36,8 +36,19 @@ std::vector<finding> packet_sound_findings(const inner_stream& sound, finding_it
 double bits_a_second(const lpcm_format& lpcm);
 std::string lpcm_text(const lpcm_format& lpcm);  ///< "LPCM of 48 kHz, 16 bits, 2 channels"
 
-/// Whether all streams of a title together are too many bits a second. `sound`: bits a second of
-/// all its sound streams.
+/// The sound that is multiplexed with a video.
+struct sounds_of_title {
+  int count = 0;
+  double rate = 0;   ///< of all of them, bits a second
+  double delay = 0;  ///< seconds by which the picture comes later
+};
+
+/// Whether mplex can multiplex them: whether each picture is there before it is to be decoded.
+std::vector<finding> multiplexing_findings(const video_facts& video, const sounds_of_title& sounds,
+                                           finding_item item, const std::string& file);
+
+/// Whether all streams of a ready title together are too many bits a second. `sound`: bits a second
+/// of all its sound streams.
 std::vector<finding> total_rate_findings(const video_facts& video, double sound, finding_item item,
                                          const std::string& file);
 

@@ -140,9 +140,11 @@ class look {
     if (file.streams.empty())
       return;
     if (file.is_multiplexed_here)
-      titles_.push_back(look_at_streams(item, titleset, file.streams));
-    else if (auto inside = look_at_ready(item, titleset, file.video()))
-      titles_.push_back(std::move(*inside));
+      titles_.push_back(look_at_streams(item, titleset, file.streams, file.delay.value / 1000));
+    else
+      for (const std::string& one : file.streams)
+        if (auto inside = look_at_ready(item, titleset, one))
+          titles_.push_back(std::move(*inside));
   }
 
   void look_at_menu(finding_item item, const disc_menu& m) {
@@ -156,7 +158,7 @@ class look {
     std::vector<std::string> files = {m.video()};
     if (!m.audio().empty())
       files.push_back(m.audio());
-    menus_.push_back(look_at_streams(item, m.titleset, files));
+    menus_.push_back(look_at_streams(item, m.titleset, files, 0));
   }
 
   // Null, with a finding, if there is nothing to look at; null without one if it was not read.
@@ -174,8 +176,9 @@ class look {
     return nullptr;
   }
 
+  /// `delay`: seconds by which the picture comes later.
   streams_of_item look_at_streams(finding_item item, int titleset,
-                                  const std::vector<std::string>& stored) {
+                                  const std::vector<std::string>& stored, double delay) {
     streams_of_item s{titleset, item, native_from_stored(stored.front(), native_style()), {}, {}};
     const finding_item video_item = part_of(item, part::video, 0);
     const file_facts* const video = known(video_item, s.video_file);
@@ -187,7 +190,9 @@ class look {
       look_at_sound_file(s, static_cast<int>(n), native_from_stored(stored[n], native_style()),
                          seconds);
     if (s.video != nullptr)
-      append(total_rate_findings(*s.video, s.rate_of_sounds(), item, s.video_file));
+      append(multiplexing_findings(*s.video,
+                                   {static_cast<int>(s.sounds.size()), s.rate_of_sounds(), delay},
+                                   item, s.video_file));
     return s;
   }
 

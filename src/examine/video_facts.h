@@ -13,6 +13,7 @@
 
 #include "disc/disc_description.h"
 #include "examine/counted_list.h"
+#include "examine/read_ahead.h"
 #include "formats/video_headers.h"
 
 #include <array>
@@ -139,7 +140,10 @@ struct video_facts {
   /// The highest over a second of display: of the shortest runs of pictures that are shown for a
   /// second or longer. A stream shorter than a second counts as lasting one.
   double peak_rate = 0;
-  video_place peak_place;             ///< where that second begins
+  video_place peak_place;  ///< where that second begins
+  // Of a whole stream: what it needs of a decoder's buffer (examine/read_ahead.h).
+  buffer_need need_of_video;
+  std::vector<buffer_need> needs_in_packs;
   std::uint64_t largest_picture = 0;  ///< in bytes
   video_place largest_picture_place;
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 
 namespace corvane {
@@ -69,10 +70,20 @@ constexpr std::array video_rules_table = {
     rule{"video-low-delay", severity::warning, "The stream is not marked as of low delay",
          "low_delay off", "stutter in some players", "encode the video again without low delay",
          dvd_video_pictures},
-    rule{"video-peak-rate", severity::error, "No second of video has more bits than a player reads",
+    rule{"video-peak-rate", severity::error, "Video has no more bits than a player reads",
          "at most 9.8 Mb/s (MPEG-1: 1.856 Mb/s) beyond what the decoder's buffer evens out",
          "the run fails after it has written the whole title, or the picture stutters there",
-         "encode the video again with a maximum of 9 Mb/s", dvd_video_pictures},
+         "encode the video again with a maximum of 9 Mb/s and the buffer of a disc (ffmpeg: "
+         "-maxrate 9000k -bufsize 1835k)",
+         dvd_video_pictures},
+    rule{"video-large-beginning", severity::error,
+         "The first pictures are small enough to be read before they are shown",
+         "a first picture of some 120,000 bytes at most, and pictures behind it that do not need "
+         "more",
+         "nothing: the run fails when the whole title or menu has been multiplexed (buffer "
+         "under-runs)",
+         "encode the video again so that its beginning has fewer bits (mpeg2enc: a larger -q)",
+         mplex_measured},
     rule{"video-high-rate", severity::warning,
          "No second of video has more bits than the highest rate",
          "at most 9.8 Mb/s (MPEG-1: 1.856 Mb/s)",
@@ -244,16 +255,30 @@ void look_at_profile(const video_facts& v, finding_collector& c) {
     c.add("video-low-delay", "the stream is marked as of low delay");
 }
 
+bool has_too_many_bits(const video_facts& v) {
+  return v.need_of_video.of_full.bits >
+         (v.shape->mpeg2 ? read_ahead::buffer : read_ahead::mpeg1_buffer);
+}
+
+void add_at(finding_collector& c, std::string_view id, const missing_bits& place, std::string found,
+            std::string wanted = {}) {
+  c.add_at(id, place.byte, place.seconds, std::move(found), std::move(wanted));
+}
+
 void look_at_rate(const video_facts& v, finding_collector& c) {
   const bool mpeg2 = v.shape->mpeg2;
   const double limit = mpeg2 ? most_video_rate : most_mpeg1_rate;
   const double buffer = mpeg2 ? buffer_bits : mpeg1_buffer_bits;
-  if (v.whole && v.peak_rate > limit) {
-    const bool beyond_buffer = v.peak_rate > limit + buffer;
-    add_at(c, beyond_buffer ? "video-peak-rate" : "video-high-rate", v.peak_place,
+  if (has_too_many_bits(v))
+    add_at(c, "video-peak-rate", v.need_of_video.of_full,
+           "up to here the pictures need more than " + rate_text(limit) +
+               " for longer than a buffer evens out; the highest second has " +
+               rate_text(v.peak_rate),
+           "at most " + rate_text(limit));
+  else if (v.whole && v.peak_rate > limit)
+    add_at(c, "video-high-rate", v.peak_place,
            "the second that begins here has " + rate_text(v.peak_rate),
            "at most " + rate_text(limit));
-  }
   if (static_cast<double>(v.vbv_bytes) * 8 > buffer)
     c.add("video-buffer",
           "the stream asks for a buffer of " + std::to_string(v.vbv_bytes * 8) + " bits",
@@ -327,6 +352,24 @@ void look_at_wholeness(const video_facts& v, bool packed, finding_collector& c) 
                          : ""));
 }
 
+/// How many bits mplex sends before it shows the first picture: half of what the buffers hold, by
+/// the time that takes in whole pictures.
+double bits_before_beginning(const video_facts& v, const sounds_of_title& sounds) {
+  constexpr double of_video = 0.0943, of_sound = 0.008;
+  const double rate = 1.0 * v.shape->rate_numerator / v.shape->rate_denominator;
+  const double seconds = std::floor((of_video + of_sound * sounds.count) * rate + 0.5) / rate;
+  return read_ahead::rate_in_packs * (seconds + std::max(0.0, sounds.delay));
+}
+
+/// The picture from which on these needs are more than mplex can send in time; null if there is
+/// none. `more`: bits that it may have sent besides.
+const missing_bits* late_picture(const buffer_need* need, double before, double more) {
+  if (need != nullptr && need->of_empty.bits > before + more)
+    return &need->of_empty;
+  return need != nullptr && need->of_full.bits > read_ahead::buffer + more ? &need->of_full
+                                                                           : nullptr;
+}
+
 }  // namespace
 
 std::span<const rule> video_rules() {
@@ -359,13 +402,44 @@ std::vector<finding> total_rate_findings(const video_facts& video, double sound,
   if (!video.whole || !video.shape || !video.shape->mpeg2)
     return {};
   const double total = video.peak_rate + sound;
-  if (total <= most_total_rate + buffer_bits || video.peak_rate > most_video_rate + buffer_bits)
+  if (total <= most_total_rate + buffer_bits || has_too_many_bits(video))
     return {};
   finding_collector c(video_rules_table, item, file);
   add_at(c, "total-rate", video.peak_place,
          "the second that begins here has " + rate_text(total) + ", " + rate_text(sound) +
              " of it sound",
          "at most " + rate_text(most_total_rate));
+  return c.take();
+}
+
+std::vector<finding> multiplexing_findings(const video_facts& video, const sounds_of_title& sounds,
+                                           finding_item item, const std::string& file) {
+  if (!video.whole || !video.shape || has_too_many_bits(video))
+    return {};
+  // What mplex can send of each sound before it is heard.
+  constexpr double sound_buffer_bits = 150'000;
+  constexpr double beginning = 1;
+  const double before = bits_before_beginning(video, sounds);
+  const missing_bits* const alone =
+      late_picture(need_at(video.needs_in_packs, read_ahead::rate_in_packs), before, 0);
+  const missing_bits* const late =
+      alone != nullptr
+          ? alone
+          : late_picture(need_at(video.needs_in_packs, read_ahead::rate_in_packs - sounds.rate),
+                         before, sounds.count * sound_buffer_bits);
+  if (late == nullptr)
+    return {};
+  finding_collector c(video_rules_table, item, file);
+  if (late == alone && late->seconds < beginning)
+    add_at(c, "video-large-beginning", *late,
+           "the pictures up to here have more bits than can be read before this one is decoded");
+  else
+    add_at(c, "total-rate", *late,
+           "up to here picture and sound, " + rate_text(sounds.rate) +
+               " of it, need more for longer than a buffer evens out; the highest second of the "
+               "picture has " +
+               rate_text(video.peak_rate),
+           "at most " + rate_text(most_total_rate));
   return c.take();
 }
 

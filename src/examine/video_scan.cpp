@@ -198,6 +198,8 @@ void video_scan::finish() {
   settle_group();
   window_.end();
   settle_rates();
+  facts.need_of_video = reading_.of_video();
+  facts.needs_in_packs = reading_.in_packs();
   stop_stray(facts.bytes);
   facts.end_code = ended_.has_value();
   facts.whole = true;

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "examine/rate_window.h"
+#include "examine/read_ahead.h"
 #include "examine/slice_rows.h"
 #include "examine/stray_bytes.h"
 #include "examine/video_facts.h"
@@ -37,6 +38,7 @@ struct gathered_frame {
   std::uint64_t fields = 0;
   bool counts = false;
   bool hidden = false;
+  picture_kind kind = picture_kind::other;
   // The field that is there, while the other one is not.
   std::optional<picture_extension::structure_kind> half;
 };
@@ -76,6 +78,7 @@ class video_scan : private start_code_sink {
   void settle_frame(std::uint64_t end);
   void settle_group();
   void settle_rates();
+  std::uint64_t fields_to_next(const gathered_frame& done);
   void stop_stray(std::uint64_t position);
 
   double seconds_of(std::uint64_t fields) const;
@@ -88,6 +91,7 @@ class video_scan : private start_code_sink {
   start_code_scanner scanner_{*this};
   stray_bytes stray_;
   rate_window window_;
+  read_ahead reading_;
   slice_rows rows_;
   std::optional<gathered_headers> headers_;  // since the last slice
   std::optional<gathered_frame> frame_;      // the last one, while bytes of it may come
@@ -108,6 +112,7 @@ class video_scan : private start_code_sink {
   bool first_closed_ = false;           // the first I picture stands in a closed group
   double earlier_seconds_ = 0;          // at rates before this one
   std::uint64_t fields_at_rate_ = 0;    // shown, at the rate of now
+  std::uint64_t reference_fields_ = 2;  // of the last I or P picture
 };
 
 }  // namespace corvane

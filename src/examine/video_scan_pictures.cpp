@@ -1,6 +1,7 @@
 #include "examine/video_scan.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace corvane {
 
@@ -36,6 +37,7 @@ void video_scan::count_frame() {
   look_at_group();
   here.counts = true;
   here.hidden = look_at_references();
+  here.kind = headers_->kind;
   here.fields = static_cast<std::uint64_t>(shown_fields(*stated_, extension));
   ++facts.pictures;
   if (extension.structure != picture_extension::frame) {
@@ -108,6 +110,7 @@ void video_scan::adopt_shape() {
     earlier_seconds_ = seconds_before();
     fields_at_rate_ = 0;
     window_.begin(stated_->rate_numerator, stated_->rate_denominator);
+    reading_.begin(stated_->mpeg2);
   }
   shape_ = stated_;
 }
@@ -166,12 +169,22 @@ void video_scan::settle_frame(std::uint64_t end) {
   ++group_->pictures;
   group_->fields += done.fields;
   window_.add({here.byte, here.seconds, bytes, done.fields});
+  reading_.add({here.byte, here.seconds, bytes, seconds_of(fields_to_next(done)),
+                done.kind == picture_kind::intra});
   if (!done.hidden) {
     facts.fields += done.fields;
     fields_at_rate_ += done.fields;
     facts.repeated_fields += done.fields - 2;
   }
   settle_rates();
+}
+
+// Until the next picture is decoded. An I or P picture is decoded when the one before begins to be
+// shown, and a B picture when it is shown itself.
+std::uint64_t video_scan::fields_to_next(const gathered_frame& done) {
+  if (done.kind == picture_kind::bidirectional)
+    return done.fields;
+  return std::exchange(reference_fields_, done.fields);
 }
 
 void video_scan::settle_group() {

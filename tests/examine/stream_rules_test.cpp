@@ -154,10 +154,14 @@ TEST(VideoRules, PeakRateWithinAndBeyondWhatTheBufferEvensOut) {
   EXPECT_THAT(rules_in(video), IsEmpty());
   video.peak_rate = 10.5e6;
   EXPECT_THAT(rules_in(video), ElementsAre("video-high-rate"));
-  video.peak_rate = 12e6;
+  video.need_of_video.of_full = {read_ahead::buffer, 5000, 12};
+  EXPECT_THAT(rules_in(video), ElementsAre("video-high-rate"));
+  video.need_of_video.of_full.bits += 8;
   const auto findings = found_in(video);
   ASSERT_THAT(rules_of(findings), ElementsAre("video-peak-rate"));
-  EXPECT_EQ(findings[0].found, "the second that begins here has 12 Mb/s");
+  EXPECT_EQ(findings[0].found,
+            "up to here the pictures need more than 9.8 Mb/s for longer than a buffer evens out; "
+            "the highest second has 10.5 Mb/s");
   EXPECT_EQ(findings[0].wanted, "at most 9.8 Mb/s");
   EXPECT_EQ(findings[0].seconds, 12);
   EXPECT_EQ(findings[0].byte, 5000);
@@ -249,6 +253,53 @@ TEST(VideoRules, EndWithinAPictureIsANote) {
   const auto findings = found_in(video);
   ASSERT_THAT(rules_of(findings), ElementsAre("video-cut"));
   EXPECT_EQ(findings[0].severity, finding_severity::note);
+}
+
+/// NTSC video of pictures of this size, as its scanner tells of it.
+video_facts even_video(double rate, int pictures, double first_bytes = 0) {
+  video_facts v = ntsc_video();
+  read_ahead reading;
+  reading.begin(true);
+  const double lasts = 1001.0 / 30000;
+  for (int i = 0; i < pictures; ++i)
+    reading.add(
+        {static_cast<std::uint64_t>(i), i * lasts,
+         static_cast<std::uint64_t>(i == 0 && first_bytes > 0 ? first_bytes : rate / 8 * lasts),
+         lasts, i % 15 == 0});
+  v.peak_rate = rate;
+  v.need_of_video = reading.of_video();
+  v.needs_in_packs = reading.in_packs();
+  return v;
+}
+
+std::vector<std::string> rules_for(const video_facts& v, const sounds_of_title& sounds) {
+  return rules_of(multiplexing_findings(v, sounds, video_item, "a.m2v"));
+}
+
+// What mplex 2.1.0 was seen to do with such streams: the first of two rates it takes, the second
+// one not.
+TEST(VideoRules, AConstantRateThatIsALittleTooHighIsAnErrorWhereItLasts) {
+  constexpr int minute = 1798, ten_minutes = 10 * minute;
+  EXPECT_THAT(rules_in(even_video(10.4e6, 60)), ElementsAre("video-high-rate"));
+  EXPECT_THAT(rules_in(even_video(10.4e6, minute)), ElementsAre("video-peak-rate"));
+  EXPECT_THAT(rules_in(even_video(9.8e6, ten_minutes)), IsEmpty());
+  EXPECT_THAT(rules_for(even_video(9.7e6, ten_minutes), {1, 192e3, 0}), IsEmpty());
+  EXPECT_THAT(rules_for(even_video(9.78e6, ten_minutes), {1, 192e3, 0}), ElementsAre("total-rate"));
+  EXPECT_THAT(rules_for(even_video(9.4e6, ten_minutes), {1, 448e3, 0}), IsEmpty());
+  EXPECT_THAT(rules_for(even_video(9.6e6, minute), {1, 448e3, 0}), ElementsAre("total-rate"));
+  EXPECT_THAT(rules_for(even_video(8.1e6, ten_minutes), {4, 4 * 448e3, 0}), IsEmpty());
+  EXPECT_THAT(rules_for(even_video(8.3e6, minute), {4, 4 * 448e3, 0}), ElementsAre("total-rate"));
+}
+
+TEST(VideoRules, ABeginningThatIsNotReadInTimeIsAnError) {
+  EXPECT_THAT(rules_for(even_video(2e6, 300, 121'000), {1, 192e3, 0}), IsEmpty());
+  const auto findings =
+      multiplexing_findings(even_video(2e6, 300, 128'000), {1, 192e3, 0}, video_item, "a.m2v");
+  ASSERT_THAT(rules_of(findings), ElementsAre("video-large-beginning"));
+  EXPECT_EQ(findings[0].found,
+            "the pictures up to here have more bits than can be read before this one is decoded");
+  // The picture begins later than the sound, and so can be read for longer.
+  EXPECT_THAT(rules_for(even_video(2e6, 300, 128'000), {1, 192e3, 0.1}), IsEmpty());
 }
 
 TEST(VideoRules, TotalRateOfPictureAndSound) {

@@ -333,6 +333,38 @@ TEST(VideoFacts, PeakIsTheHighestSecondWhereverItBegins) {
   EXPECT_EQ(facts.picture_bytes, maker.bytes.size());
 }
 
+TEST(VideoFacts, NeedOfABufferGrowsWhileMoreComesThanIsRead) {
+  video_maker maker;
+  maker.sequence().group();
+  constexpr int pictures = 50, loud = 20, late = 17;
+  constexpr std::size_t size = 60'000;
+  std::uint64_t first_late = 0;
+  for (int i = 0; i < pictures; ++i) {
+    if (i == late)
+      first_late = maker.here();
+    maker.picture(sized(i == 0 ? 'I' : 'P', i < loud ? size : 10'000));
+  }
+  const video_facts facts = video_facts_in_slices(maker.bytes, 65536);
+  const missing_bits& most = facts.need_of_video.of_full;
+  EXPECT_EQ(most.byte, first_late) << "the first one for which a player's buffer is too small";
+  EXPECT_DOUBLE_EQ(most.seconds, late / 25.0);
+  EXPECT_NEAR(most.bits, loud * size * 8 - (loud - 1) * 9.8e6 / 25, 1000);
+  EXPECT_DOUBLE_EQ(facts.need_of_video.of_empty.bits, most.bits);
+  ASSERT_EQ(facts.needs_in_packs.size(), read_ahead::steps);
+  EXPECT_GT(facts.needs_in_packs[50].of_full.bits, facts.needs_in_packs[0].of_full.bits);
+}
+
+TEST(VideoFacts, AQuietBeginningFillsTheBufferOnlySoFar) {
+  video_maker maker;
+  maker.sequence().group();
+  for (int i = 0; i < 50; ++i)
+    maker.picture(sized(i == 0 ? 'I' : 'P', 10'000));
+  maker.picture(sized('P', 250'000));
+  const buffer_need need = video_facts_in_slices(maker.bytes, 65536).need_of_video;
+  EXPECT_DOUBLE_EQ(need.of_full.bits, 8 * 250'000);
+  EXPECT_LT(need.of_empty.bits, 100'000) << "a buffer that is never full has more then";
+}
+
 TEST(VideoFacts, ASecondOfNtscIsThirtyPictures) {
   video_maker maker(ntsc());
   maker.sequence().group();
