@@ -240,6 +240,136 @@ const std::vector<sample> from_formats = {
      "dvdauthor-cannot-write", "ERR:  the disc could not be written: No space left on device."},
     {"dvdauthor", "ERR:  no video format specified for VMGM", "dvdauthor-no-standard",
      "ERR:  neither the streams nor the project say whether it is NTSC or PAL."},
+    {"dvdauthor", "WARN: attempt to update sampling rate from 48khz to 96khz; skipping",
+     "dvdauthor-mixed-others",
+     "WARN: the sampling rate of a stream is 96khz, but its titleset is declared 48khz."},
+    {"dvdauthor", "WARN: aspect ratio was not autodetected", "dvdauthor-no-video",
+     "WARN: the aspect ratio of its video could not be found out."},
+    {"dvdauthor", "WARN: Audio ch 5 is not used!", "dvdauthor-audio-unused",
+     "WARN: a sound stream of a file (number 5) is not on the disc."},
+    {"dvdauthor", "WARN: audio sector out of range: 900 (vobu #7, pts 12.345)",
+     "dvdauthor-audio-sector", "WARN: title 2, audio: sound and picture lie too far apart"},
+    {"dvdauthor", "WARN: Transition from non-audio to audio VOB; assuming discontinuity.",
+     "dvdauthor-audio-joint", "INFO: a file with sound follows one without"},
+    {"dvdauthor",
+     "WARN: Do not know how to compute the audio gap between 'a.vob' and 'b.vob', assuming "
+     "discontinuity.",
+     "dvdauthor-audio-joint", "INFO: the sound of b.vob does not go on where that of a.vob ends."},
+    {"dvdauthor",
+     "INFO: found video GOP at inoffset 0x800 without a preceding VOBU - creating VOBU",
+     "dvdauthor-no-unit", "INFO: title 2, video: a group of pictures begins at byte 0x800 without"},
+    {"dvdauthor", "WARN: First cell is not marked as a chapter in PGC 1, setting chapter flag",
+     "dvdauthor-first-cell", "INFO: title 1 has no chapter at its beginning"},
+    {"dvdauthor", "WARN: Source has no cells (a.vob) in PGC 1", "dvdauthor-no-cells",
+     "WARN: nothing of a.vob is played."},
+    {"dvdauthor", "ERR:  Limit of up to 36 buttons", "dvdauthor-too-many-buttons",
+     "ERR:  a menu has more than 36 buttons."},
+    {"dvdauthor", "WARN: Too many button streams at inoffset 0x800; ignoring buttons",
+     "dvdauthor-too-many-buttons", "WARN: title 2: a stream holds more sets of buttons"},
+    {"dvdauthor", "WARN: Too many subpicture tracks for a menu; 1 is allowed, 2 are present.",
+     "dvdauthor-too-many-subpictures", "WARN: a menu has more than one subpicture track."},
+    {"dvdauthor", "ERR:  Cannot 'call' a chapter within a menu", "dvdauthor-refused-command",
+     "ERR:  a command calls a chapter of a menu."},
+    {"dvdauthor", "ERR:  Cannot call to a menu in another titleset", "dvdauthor-refused-command",
+     "ERR:  a command calls a menu in another titleset, which a DVD cannot do"},
+    {"dvdauthor", "ERR:  Cannot jump to a chapter from FPC", "dvdauthor-refused-command",
+     "ERR:  the first play command jumps to a chapter."},
+    {"dvdauthor", "ERR:  Menus do not have chapters", "dvdauthor-refused-command",
+     "ERR:  a command leads to a chapter of a menu."},
+    {"dvdauthor", "ERR:  Cannot specify chapter when jumping to another menu",
+     "dvdauthor-refused-command", "ERR:  a command leads to a chapter of a menu."},
+    {"dvdauthor", "ERR:  Cannot omit menu/title if specifying vmgm/titleset",
+     "dvdauthor-refused-command", "ERR:  a command names a titleset and no title or menu of it."},
+    {"dvdauthor", "ERR:  Parser failed on code 'jupm title 1;'.", "dvdauthor-refused-command",
+     "ERR:  the command \"jupm title 1;\" is not understood."},
+    {"dvdauthor",
+     "ERR:  Button command is too complex to fit in one instruction, and allgprm==true.",
+     "dvdauthor-command-too-long", "ERR:  the command of a button is too long"},
+    {"dvdauthor", "ERR:  Expression is too complicated, ran out of registers",
+     "dvdauthor-command-too-long", "ERR:  a command calculates with more values"},
+    {"dvdauthor", "WARN: Button value is 2, but it should be a multiple of 1024",
+     "dvdauthor-button-value", "WARN: a command chooses button 2, which no menu can have."},
+    {"dvdauthor", "WARN: Conflict in colormap between PGC 1 and 2", "dvdauthor-colours",
+     "WARN: the colours of subtitles or buttons differ between PGC 1 and 2"},
+    {"dvdauthor",
+     "WARN: PGC 1 has the subtitle set for stream 0, mode widescreen which is illegal given the "
+     "video characteristics.  Forcibly removing.",
+     "dvdauthor-subpicture-removed",
+     "WARN: PGC 1 has a subpicture (0, widescreen) for a picture of another shape"},
+    {"dvdauthor",
+     "WARN:  Cannot infer the stream id for subpicture 0 mode panscan in PGC 1; please manually "
+     "specify.",
+     "dvdauthor-subpicture-id",
+     "WARN: the stream of subpicture 0 (panscan) in PGC 1 is not known."},
+    {"dvdauthor", "ERR:  Error in parsing XML", "dvdauthor-wrong-xml",
+     "ERR:  the XML has a fault."},
+    {"dvdauthor", "ERR:  Cannot match start tag 'titel'.  Valid tags are:", "dvdauthor-wrong-xml",
+     "ERR:  the XML has a tag that dvdauthor does not know there: titel."},
+    {"dvdauthor", "ERR:  Cannot match attribute 'fiel' in tag 'vob'.  Valid attributes are:",
+     "dvdauthor-wrong-xml",
+     "ERR:  the XML has an attribute that dvdauthor does not know: fiel in vob."},
+    {"dvdauthor", "ERR:  Read premature EOF", "dvdauthor-wrong-xml",
+     "ERR:  the XML ends too early."},
+    {"dvdauthor", "ERR:  no titles defined", "dvdauthor-no-titles", "ERR:  the XML has no title."},
+    {"dvdauthor", "ERR:  Cannot parse chapter timestamp '5x'", "dvdauthor-chapter-time",
+     "ERR:  \"5x\" is no time of a chapter."},
+    {"mplex", "++ WARN: [mplex] File size exceeded before split-point in video stream",
+     "mplex-split", "WARN: title 2: mplex begins a new file before its end."},
+    {"mplex", "**ERROR: [mplex] Invalid frequency in MPEG Audio stream header.", "mplex-bad-header",
+     "ERR:  title 2: the MPEG Audio states a sampling rate that there is not."},
+    {"spumux", "ERR:  Button 1 cannot find color ffff00 in group 2", "spumux-too-many-colours",
+     "ERR:  title 2: button 1 has a colour that its group of colours lacks: ffff00."},
+    {"spumux", "WARN: Bad image,  skipping line 3", "spumux-no-picture",
+     "WARN: title 2: a picture of its buttons cannot be read."},
+    {"spumux", "WARN: No picture, skipping line 3", "spumux-no-picture",
+     "WARN: title 2: a picture of its buttons is not there."},
+    {"spumux", "WARN:Glyph for char U+4E00|\xE4 not found.", "spumux-missing-letter",
+     "WARN: title 2: its font lacks characters, U+4E00 first."},
+    {"spumux", "WARN:FT_Load_Glyph 0x12 (char 0x0041) failed.", "spumux-letter-failed",
+     "WARN: title 2: letters of its font cannot be drawn (FT_Load_Glyph 0x12 (char 0x0041))."},
+    {"spumux", "WARN:FT_Get_Glyph did not return a bitmap glyph.", "spumux-letter-failed",
+     "WARN: title 2: letters of its font cannot be drawn."},
+    {"spumux", "WARN:Unicode charmap not available for this font. Very bad!",
+     "spumux-font-characters", "WARN: title 2: its font does not say which"},
+    {"spumux", "WARN:No charmaps! Strange.", "spumux-font-characters",
+     "WARN: title 2: its font does not say which"},
+    {"spumux", "WARN:Selected font is not scalable. Using ppem=12.", "spumux-font-size",
+     "WARN: title 2: its font has letters of certain sizes only; spumux takes those of 12 pixels."},
+    {"spumux", "WARN: Incorrect pack header", "spumux-damaged-stream",
+     "WARN: title 2: its stream is damaged."},
+    {"spumux", "WARN: Unknown header 00 00 01 12", "spumux-damaged-stream",
+     "WARN: title 2: something stands in its stream"},
+    {"spumux", "WARN:  Read 14, expected 2048", "spumux-damaged-stream",
+     "WARN: title 2: its stream is cut off: of 2048 bytes there are 14."},
+    {"spumux", "INFO: Skipped 12 bytes of garbage", "spumux-damaged-stream",
+     "WARN: title 2: 12 bytes of its stream belong to no packet."},
+    {"mkisofs", "genisoimage: Unable to parse DVD-Video structures.", "mkisofs-no-dvd",
+     "ERR:  what stands in the output folder is no whole DVD."},
+    {"mkisofs", "genisoimage: No such file or directory. Failed to open VIDEO_TS.IFO",
+     "mkisofs-no-dvd", "ERR:  VIDEO_TS.IFO in the output folder cannot be opened."},
+    {"mkisofs", "genisoimage: Input/output error. Failed to read VIDEO_TS.IFO", "mkisofs-no-dvd",
+     "ERR:  VIDEO_TS.IFO in the output folder cannot be read."},
+    {"mkisofs", "genisoimage: Input/output error. Failed to seek VIDEO_TS.IFO", "mkisofs-no-dvd",
+     "ERR:  VIDEO_TS.IFO in the output folder cannot be read."},
+    {"mkisofs", "genisoimage: Implementation botch. Video pad for file VTS_01_0.IFO is -3",
+     "mkisofs-wrong-size", "ERR:  VTS_01_0.IFO has not the size that the disc's tables name."},
+    {"mkisofs", "genisoimage: Permission denied. Unable to open directory D/secret",
+     "mkisofs-file-left-out",
+     "ERR:  the folder D/secret cannot be read, and nothing of it is in the image."},
+    {"mkisofs",
+     "genisoimage: Directories too deep for 'D/a/b/c/d/e/f/g/h/i' (9) max is 8; ignored - "
+     "continuing.",
+     "mkisofs-file-left-out", "ERR:  D/a/b/c/d/e/f/g/h/i lies too deep in folders"},
+    {"mkisofs", "genisoimage: Unknown file type (socket) D/x - ignoring and continuing.",
+     "mkisofs-file-left-out", "ERR:  D/x is neither a file nor a folder (socket)"},
+    {"mkisofs", "genisoimage: Error: 'D/a' and 'D/b' have the same Rock Ridge name 'A'.",
+     "mkisofs-same-name", "ERR:  D/a and D/b would have one name in the image."},
+    {"mkisofs", "genisoimage: Error: D/a and D/b have the same Joliet name", "mkisofs-same-name",
+     "ERR:  D/a and D/b would have one name in the image."},
+    {"mkisofs", "genisoimage: The file D/y is strange - ignoring", "mkisofs-file-left-out",
+     "ERR:  something is not in the image: The file D/y is strange."},
+    {"mkisofs", "genisoimage: The file D/y is strange; ignored - continuing.",
+     "mkisofs-file-left-out", "ERR:  something is not in the image: The file D/y is strange;"},
     {"spumux", "ERR:  Too many colors in base picture", "spumux-too-many-colours",
      "ERR:  title 2: the picture under its buttons has more than four colours."},
     {"spumux", "ERR:  Overlapping buttons", "spumux-overlapping-buttons",
@@ -351,6 +481,46 @@ TEST(KnownMessages, OrdinaryLinesAreNone) {
     EXPECT_TRUE(std::none_of(reader.found().begin(), reader.found().end(),
                              [](const message_reader::told& one) { return one.known; }))
         << tool;
+  }
+}
+
+TEST(KnownMessages, AWarningOfWhichNothingIsKnownIsToldInTheToolsWords) {
+  const auto found_in = [](const char* tool, const std::vector<std::string>& lines) {
+    message_reader reader(tool, title_2);
+    for (const std::string& line : lines)
+      reader.look_at(line);
+    return reader.found();
+  };
+  const auto found =
+      found_in("dvdauthor.exe", {"WARN: the moon is 1 mile high", "WARN: the moon is 23 miles high",
+                                 "WARN: the moon is 4 mile high", "STAT: at 5"});
+  ASSERT_EQ(found.size(), 2u);
+  EXPECT_FALSE(found[0].known);
+  EXPECT_EQ(found[0].times, 2);
+  EXPECT_EQ(found[0].what.rule, "tool-warning");
+  EXPECT_EQ(
+      log_line(found[0].what, 1),
+      "WARN: title 2: dvdauthor says \"WARN: the moon is 1 mile high\". Perhaps nothing. Look "
+      "in the log at what was said around it, and at this place on the finished disc.");
+  EXPECT_EQ(found_in("spumux.exe", {"STAT: 0:00:01.000WARN: no luck"}).at(0).what.found,
+            "spumux says \"WARN: no luck\"");
+  EXPECT_EQ(found_in("mplex.exe", {"++ WARN: [mplex] no luck"}).at(0).what.found,
+            "mplex says \"++ WARN: [mplex] no luck\"");
+  EXPECT_TRUE(found_in("gm.exe", {"WARN: no luck"}).empty());
+}
+
+TEST(KnownMessages, AWarningThatGoesOnWithAnotherIsNone) {
+  for (const char* tool : {"mplex.exe", "dvdauthor.exe", "spumux.exe"}) {
+    message_reader reader(tool, title_2);
+    for (const char* line :
+         {"WARN: Previous sector: 0.901 - 0.997", "WARN: Current sector: 0.9 - 0.99",
+          "WARN: Using SCR instead.", "WARN: (button #1=1024, #2=2048, etc)",
+          "WARN:", "++ WARN: [mplex] N.b. a 20% or so discrepancy in variable bit-rate",
+          "++ WARN: [mplex.exe] streams is common and harmless provided no time-outs will occur",
+          "++ WARN: [mplex] Video e0: buf= 123512 frame=000000 sector=00000061",
+          "WARN:Selected font is fixed-width."})
+      reader.look_at(line);
+    EXPECT_TRUE(reader.found().empty()) << tool;
   }
 }
 

@@ -22,6 +22,41 @@ namespace {
 /// More would only be more of the same.
 constexpr std::size_t most_found = 50;
 
+/// Patterns of what stands in ordinary runs, or goes on with what the line before said.
+constexpr std::array<std::string_view, 11> harmless_warnings = {
+    "WARN: Previous sector:",
+    "WARN: Current sector:",
+    "WARN: Using SCR instead.",
+    "WARN: (button #1=",
+    "WARN:Selected font is fixed-width.",
+    "WARN:spacewidth set to default.",
+    "++ WARN: [%] N.b. a 20% or so discrepancy",
+    "++ WARN: [%] streams is common and harmless",
+    "++ WARN: [%] Video ~: buf=",
+    "++ WARN: [%] Audio ~: buf=",
+    "++ WARN: [%] Other ~: buf="};
+
+/// From its mark on, which begins it or follows a report of progress; empty where it says nothing
+/// that should be known.
+std::string_view warning_in(std::string_view line) {
+  constexpr std::string_view mark = "WARN:", starred = "++ WARN:", progress = "STAT:";
+  line = trim_left(line);
+  if (line.starts_with(progress))
+    line.remove_prefix(std::min(line.find(mark), line.size()));
+  const std::string_view own = line.starts_with(starred) ? starred : mark;
+  std::vector<std::string_view> parts;
+  if (!line.starts_with(own) || trim(line.substr(own.size())).empty() ||
+      std::ranges::any_of(harmless_warnings,
+                          [&](std::string_view one) { return is_message(line, one, parts); }))
+    return {};
+  return line;
+}
+
+std::string without_digits(std::string text) {
+  std::erase_if(text, [](char c) { return c >= '0' && c <= '9'; });
+  return text;
+}
+
 template <class Number>
 std::optional<Number> number_in(std::string_view text) {
   text = trim(text);
@@ -188,7 +223,9 @@ void message_reader::look_at(std::string_view line) {
     if (is_message(line, message.pattern, parts))
       return add(message, parts);
   if (is_error_line(line))
-    add_unknown(line);
+    add_unknown("tool-error", line);
+  else if (const auto warning = warning_in(line); !messages_.empty() && !warning.empty())
+    add_unknown("tool-warning", warning);
 }
 
 /// The same of the same item; null if it was not said before.
@@ -199,11 +236,14 @@ message_reader::told* message_reader::find(const finding& f) {
   return known == found_.end() ? nullptr : &*known;
 }
 
-void message_reader::add_unknown(std::string_view line) {
-  finding f = outcome_finding("tool-error", item_, tool_ + " says " + sanitized_quoted(trim(line)));
+void message_reader::add_unknown(std::string_view rule, std::string_view line) {
+  finding f = outcome_finding(rule, item_, tool_ + " says " + sanitized_quoted(trim(line)));
   f.file = file_;
-  const auto known =
-      std::find_if(found_.begin(), found_.end(), [&f](const told& one) { return one.what == f; });
+  // Another place of the same kind is no more news.
+  const auto known = std::find_if(found_.begin(), found_.end(), [&f](const told& one) {
+    return one.what.rule == f.rule && one.what.item == f.item && one.what.file == f.file &&
+           without_digits(one.what.found) == without_digits(f.found);
+  });
   if (known != found_.end())
     ++known->times;
   else if (found_.size() < most_found)

@@ -53,14 +53,14 @@ bool is_message(std::string_view line, std::string_view pattern,
 /// The title or menu that a call is about, by the names of its files (runner/run_files.h).
 finding_item item_of_call(const script_words& words, const std::string& output);
 
-/// Looks for known messages, and other errors, in what one call of a tool prints.
+/// Looks for known messages, and other errors and warnings, in what one call of a tool prints.
 class message_reader {
  public:
   /// What was found, and how often it was said of that item.
   struct told {
     finding what;
     int times = 1;
-    bool known = true;  ///< not so, of an error that the tool says in words of its own
+    bool known = true;  ///< not so, of what is told in the tool's own words
   };
 
   message_reader(std::string_view tool, finding_item item);
@@ -73,7 +73,7 @@ class message_reader {
 
  private:
   void add(const known_message& message, const std::vector<std::string_view>& parts);
-  void add_unknown(std::string_view line);
+  void add_unknown(std::string_view rule, std::string_view line);
   told* find(const finding& f);
 
   std::string tool_;
