@@ -183,7 +183,7 @@ std::vector<finding> examination::findings(depth how_deep) const {
   for (const disc_menu& m : disc_.menus)
     menu_seconds.push_back(seconds_of_video(facts_, m.video()));
   append(all, chapter_findings(disc_, lengths));
-  append(all, setting_findings(disc_));
+  append(all, setting_findings(disc_, title_seconds));
   if (how_deep == depth::whole_files)
     append(all, subtitle_findings(disc_, native_style(), title_seconds,
                                   around_.fonts ? &*around_.fonts : nullptr));

@@ -1,6 +1,7 @@
 #include "examine/setting_rules.h"
 
 #include "examine/chapter_rules.h"
+#include "examine/measures.h"
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "formats/text.h"
@@ -10,6 +11,7 @@
 #include <cstddef>
 #include <iterator>
 #include <map>
+#include <optional>
 #include <string>
 
 namespace corvane {
@@ -54,6 +56,11 @@ constexpr std::array setting_rules_table = {
          "nothing: the run fails when the whole title has been multiplexed (buffer under-runs)",
          "set a smaller delay in \"edit A/V delay\", or cut the beginning off the sound",
          "mplex 2.1.0, measured"},
+    rule{"delay-beyond-title", severity::warning, "Sound begins before its title's video ends",
+         "a delay of the sound that is shorter than the video",
+         "the whole title without sound, and then sound without a picture that moves",
+         "set a smaller delay in \"edit A/V delay\": it is counted in milliseconds",
+         "mplex 2.1.0, measured"},
     rule{"language-code", severity::error, "A language tag ends in a language code",
          "a code of two letters", run_fails, "choose the language again in \"edit language tags\"",
          "ISO 639-1; dvdauthor 0.7.2, measured"},
@@ -75,7 +82,8 @@ bool is_language_code(const std::string& code) {
 
 class setting_examiner {
  public:
-  explicit setting_examiner(const disc_description& d) : disc_(d) {}
+  setting_examiner(const disc_description& d, std::span<const std::optional<double>> title_seconds)
+      : disc_(d), title_seconds_(title_seconds) {}
 
   std::vector<finding> findings() {
     look_at_counts();
@@ -115,7 +123,7 @@ class setting_examiner {
       add("title-too-many-subtitles", item,
           "the title has " + std::to_string(file.subtitles.size()) + " subtitles");
     if (file.is_multiplexed_here)
-      look_at_delay(item, file.delay);
+      look_at_delay(item, file);
   }
 
   void look_at_chapters(int title, const disc_title& t) {
@@ -133,11 +141,24 @@ class setting_examiner {
           "the title has " + std::to_string(chapters) + " chapters");
   }
 
-  void look_at_delay(const finding_item& item, const text_number& delay) {
+  std::optional<double> seconds_of(int title) const {
+    const auto index = static_cast<std::size_t>(title) - 1;
+    return index < title_seconds_.size() && disc_.title(title).further.empty()
+               ? title_seconds_[index]
+               : std::nullopt;
+  }
+
+  void look_at_delay(const finding_item& item, const title_file& file) {
+    const text_number& delay = file.delay;
+    const std::optional<double> seconds = seconds_of(item.number);
     if (!delay.is_number)
       add("delay-not-number", item, "the A/V delay is " + sanitized_quoted(delay.text));
     else if (delay.value >= too_long_a_delay)
       add("delay-too-long", item, "the A/V delay is " + sanitized_quoted(delay.text) + " ms");
+    else if (file.streams.size() > 1 && seconds && *seconds > 0 && -delay.value >= *seconds * 1000)
+      add("delay-beyond-title", item,
+          "the A/V delay is " + sanitized_quoted(delay.text) + " ms, so that sound begins after " +
+              seconds_text(-delay.value / 1000) + "; the video lasts " + seconds_text(*seconds));
   }
 
   // Languages -------------------------------------------------------------------------------------
@@ -210,6 +231,7 @@ class setting_examiner {
   }
 
   const disc_description& disc_;
+  std::span<const std::optional<double>> title_seconds_;
   std::vector<finding> findings_;
 };
 
@@ -219,8 +241,9 @@ std::span<const rule> setting_rules() {
   return setting_rules_table;
 }
 
-std::vector<finding> setting_findings(const disc_description& d) {
-  return setting_examiner(d).findings();
+std::vector<finding> setting_findings(const disc_description& d,
+                                      std::span<const std::optional<double>> title_seconds) {
+  return setting_examiner(d, title_seconds).findings();
 }
 
 }  // namespace corvane

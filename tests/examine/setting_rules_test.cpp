@@ -40,6 +40,19 @@ TEST(SettingRules, DelayOfASecondIsAnError) {
   EXPECT_THAT(told_of_settings(with_delay("-4000")), IsEmpty()) << "which delays the sound";
 }
 
+TEST(SettingRules, SoundThatBeginsBehindItsPictureIsAWarning) {
+  const std::vector<std::optional<double>> three_seconds = {3.0};
+  const auto findings = setting_findings(with_delay("-3000"), three_seconds);
+  ASSERT_THAT(told(findings), ElementsAre("delay-beyond-title @ title 1"));
+  EXPECT_EQ(findings[0].severity, finding_severity::warning);
+  EXPECT_EQ(findings[0].found,
+            "the A/V delay is \"-3000\" ms, so that sound begins after 3 s; the video lasts 3 s");
+  EXPECT_THAT(told(setting_findings(with_delay("-2999"), three_seconds)), IsEmpty());
+  disc_description silent = with_delay("-3000");
+  silent.titles[0].streams.resize(1);
+  EXPECT_THAT(told(setting_findings(silent, three_seconds)), IsEmpty());
+}
+
 TEST(SettingRules, DelayThatIsNoNumberIsAnError) {
   for (const char* const text : {"", "12,5", "100ms", "x"})
     EXPECT_THAT(told_of_settings(with_delay(text)), ElementsAre("delay-not-number @ title 1"))
