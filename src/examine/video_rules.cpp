@@ -128,6 +128,14 @@ constexpr std::array video_rules_table = {
     rule{"video-stray-bytes", severity::warning, "No bytes stand where none belong",
          "headers and pictures without anything between", "perhaps a broken picture there",
          "encode or cut the video again", mpeg_video},
+    rule{"video-packet-codes", severity::warning,
+         "No headers of packets stand in an elementary stream", "pictures alone",
+         "broken pictures there: the stream was taken out of its packets wrongly",
+         "take the video out of its source again, with another tool", mpeg_video},
+    rule{"video-beginning", severity::warning, "The stream begins with an I picture",
+         "an I picture before all others",
+         "the picture later than the sound: pictures before the first I picture cannot be decoded",
+         "cut the video at an I picture, or encode it again", mpeg_video},
     rule{"video-damage", severity::warning, "The stream is whole",
          "whole pictures with all their rows", "broken pictures there",
          "copy the file again from its source, or encode it again", mpeg_video},
@@ -337,6 +345,18 @@ void look_at_wholeness(const video_facts& v, bool packed, finding_collector& c) 
     add_at(c, "video-stray-bytes", v.stray_bytes.kept.front().place,
            count_text(v.stray_bytes_in_all, "byte stands", "bytes stand") +
                " where none belong, the first one here");
+  if (v.system_codes.count > 0)
+    add_at(
+        c, "video-packet-codes", v.system_codes.kept.front(),
+        count_text(v.system_codes.count, "header of a packet stands", "headers of packets stand") +
+            " in the stream, the first one here");
+  // With the header of a group before them it is the group that is damaged.
+  if (v.pictures_before_intra > 0 &&
+      (v.damage.kept.empty() ||
+       v.damage.kept.front().kind != video_damage_kind::group_without_intra))
+    c.add("video-beginning",
+          count_text(v.pictures_before_intra, "picture stands", "pictures stand") +
+              " before the first I picture");
   std::uint64_t damages = v.damage.count;
   const bool cut = v.whole && !v.damage.kept.empty() &&
                    v.damage.kept.back().kind == video_damage_kind::cut_at_end;

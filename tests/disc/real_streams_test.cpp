@@ -105,6 +105,20 @@ std::string padded(const std::string& stream, const std::vector<std::size_t>& si
   return all.append(stream, begin);
 }
 
+/// As a bad demultiplexer leaves it: the header of a pack before the place.
+std::string with_packet_header(const std::string& stream, std::size_t at) {
+  constexpr std::size_t pack_header_size = 14;
+  return stream.substr(0, at) + "\0\0\1\xBA"s + std::string(pack_header_size - 4, '\x44') +
+         stream.substr(at);
+}
+
+/// Its first group has neither a header of its own nor an I picture.
+std::string without_first_intra(const std::string& stream) {
+  constexpr std::string_view group("\0\0\1\xB8", 4), picture_header("\0\0\1\0", 4);
+  const std::size_t first = stream.find(group);
+  return stream.substr(0, first) + stream.substr(nth(stream, picture_header, 1));
+}
+
 std::string without_later_sequence_headers(std::string stream) {
   constexpr std::string_view group("\0\0\1\xB8", 4);
   for (std::size_t at; (at = stream.find(sequence_header, 4)) != std::string::npos;)
@@ -289,6 +303,9 @@ std::vector<RealStreams::made> RealStreams::more_videos() const {
       {{"video-end-code at title 1, video, 00:00:03"},
        {{file("ends.m2v", v + "\0\0\1\xB7"s + v), long_sound}}},
       {{"video-stray-bytes at title 1, video, 00:00:00"}, {{file("late.m2v", "late" + v), a}}},
+      {{"video-packet-codes at title 1, video, 00:00:01"},
+       {{file("packed.m2v", with_packet_header(v, nth(v, sequence_header, 4))), a}}},
+      {{"video-beginning at title 1, video"}, {{file("behind.m2v", without_first_intra(v)), a}}},
       {{"video-damage at title 1, video, 00:00:02"}, {{file("hole.m2v", hole), a}}},
       {{"video-cut at title 1, video, 00:00:02"},
        {{file("cut.m2v", v.substr(0, v.size() - 500)), a}}},

@@ -237,6 +237,24 @@ TEST(VideoRules, StrayBytes) {
               ElementsAre("video-stray-bytes"));
 }
 
+TEST(VideoRules, HeadersOfPacketsInTheStream) {
+  video_facts video = ntsc_video();
+  video.system_codes.add(at_12_seconds);
+  video.system_codes.add({9000, 20});
+  const auto findings = found_in(video);
+  ASSERT_THAT(rules_of(findings), ElementsAre("video-packet-codes"));
+  EXPECT_EQ(findings[0].found, "2 headers of packets stand in the stream, the first one here");
+  EXPECT_EQ(findings[0].seconds, 12);
+}
+
+TEST(VideoRules, PicturesBeforeTheFirstIPicture) {
+  video_facts video = ntsc_video();
+  video.pictures_before_intra = 3;
+  EXPECT_THAT(rules_in(video), ElementsAre("video-beginning"));
+  video.damage.add({video_damage_kind::group_without_intra, {}});
+  EXPECT_THAT(rules_in(video), ElementsAre("video-damage")) << "which says it, too";
+}
+
 TEST(VideoRules, DamageIsToldOnceWithItsFirstPlaceAndCount) {
   video_facts video = ntsc_video();
   video.damage.add({video_damage_kind::missing_rows, at_12_seconds});
