@@ -118,6 +118,12 @@ constexpr std::array disc_rules_table = {
     rule{"disc-last-picture", severity::note, "The last picture of a stream is on the disc",
          "as foreseen", "nothing: the last picture of a stream without an end code is left out",
          "nothing", "mplex 2.1.0, measured"},
+    rule{"disc-last-pictures", severity::warning,
+         "No more than the last picture of a stream is left out", "as foreseen",
+         "nothing, or an end that comes some pictures too early",
+         "look at the end of the title on the finished disc; if something is missing there, encode "
+         "the video again with some more pictures at its end",
+         asked_and_streams},
     rule{"disc-picture-end", severity::error, "Pictures are shown to the end of their stream",
          "at least as foreseen", "a picture that stands still or is black from there on",
          "look at the stream's findings with \"check project...\"", asked_and_streams},
@@ -283,6 +289,36 @@ std::optional<finding> difference_of_cues(const disc_trait& foreseen, const disc
   return f;
 }
 
+/// Seconds by which the picture of a title or menu ends too early; 0 where it is not known, or
+/// where the picture is not what ends last.
+double picture_too_short(const disc_trait& length, const disc_traits& all_foreseen,
+                         const disc_traits& found) {
+  const finding_item video = part_of(length.item, part::video);
+  const disc_trait* const wanted = all_foreseen.find(video, trait_kind::shows_until);
+  const disc_trait* const got = found.find(video, trait_kind::shows_until);
+  if (wanted == nullptr || got == nullptr || wanted->value != length.value)
+    return 0;
+  return leading_number(wanted->value) - leading_number(got->value);
+}
+
+/// Of a title or menu that is nearly as long as it should be.
+std::optional<finding> pictures_left_out(const disc_trait& foreseen, const disc_trait& got,
+                                         const disc_traits& all_foreseen,
+                                         const disc_traits& found) {
+  const double less = leading_number(foreseen.value) - leading_number(got.value);
+  if (less <= 0.01)
+    return std::nullopt;
+  if (less < about_a_picture)
+    return finding_of(disc_rules_table, "disc-last-picture", foreseen.item,
+                      "its last picture is not there");
+  const double short_by = picture_too_short(foreseen, all_foreseen, found);
+  if (short_by <= about_a_picture)
+    return std::nullopt;
+  return finding_of(disc_rules_table, "disc-last-pictures", foreseen.item,
+                    "the last " + decimal_text(short_by, 2) + " s of its picture are not there",
+                    shown_value(foreseen));
+}
+
 std::optional<finding> difference(const disc_trait& foreseen, const disc_traits& all_foreseen,
                                   const disc_traits& found, std::span<const told_item> told) {
   const comparison& c = comparison_of(foreseen.kind);
@@ -293,11 +329,9 @@ std::optional<finding> difference(const disc_trait& foreseen, const disc_traits&
   const disc_trait* const got = found.find(foreseen.item, foreseen.kind);
   const std::string name(name_of(foreseen.kind));
   if (got != nullptr && agree(c, foreseen, *got, tolerance_of(c, foreseen, all_foreseen))) {
-    const double less = leading_number(foreseen.value) - leading_number(got->value);
-    if (foreseen.kind == trait_kind::length && less > 0.01 && less < about_a_picture)
-      return finding_of(disc_rules_table, "disc-last-picture", foreseen.item,
-                        "its last picture is not there");
-    return std::nullopt;
+    return foreseen.kind == trait_kind::length
+               ? pictures_left_out(foreseen, *got, all_foreseen, found)
+               : std::nullopt;
   }
   finding f = finding_of(
       disc_rules_table,

@@ -68,6 +68,24 @@ TEST(DiscDifferences, TimesHaveTheirTolerance) {
   EXPECT_THAT(with(10, 4.5), ElementsAre(HasSubstr("disc-sound-end")));
 }
 
+TEST(DiscDifferences, PicturesThatAreLeftOutAtTheEndAreAWarning) {
+  const auto with = [](double sound, double length, double until) {
+    disc_traits foreseen, found;
+    foreseen.say_seconds(title(1), kind::length, std::max(10.0, sound));
+    foreseen.say_seconds(title(1, part::video), kind::shows_until, 10);
+    found.say_seconds(title(1), kind::length, length);
+    found.say_seconds(title(1, part::video), kind::shows_until, until);
+    return told(foreseen, found);
+  };
+  EXPECT_THAT(with(9, 9.8, 9.8),
+              ElementsAre("warning: title 1: the last 0.2 s of its picture are not there. "
+                          "[disc-last-pictures, 00:00:10.00]"));
+  EXPECT_THAT(with(9, 9.96, 9.96), ElementsAre(HasSubstr("disc-last-picture,")));
+  EXPECT_THAT(with(9, 10, 10), IsEmpty());
+  EXPECT_THAT(with(9, 9.8, 10), IsEmpty()) << "its times are rounded";
+  EXPECT_THAT(with(10.1, 9.9, 9.9), IsEmpty()) << "it is sound that ends last";
+}
+
 TEST(DiscDifferences, PicturesEndWithTheirStreamOrLater) {
   disc_traits foreseen;
   foreseen.say_seconds(title(1, part::video), kind::shows_until, 10);
