@@ -45,6 +45,13 @@ constexpr std::array subtitle_text_rules_table = {
     rule{"subtitle-no-cues", severity::error, "A subtitle file has cues",
          "at least one cue with a text", "nothing: the run fails at this subtitle",
          "choose another file in \"add/edit subtitles\"", spumux_source},
+    rule{"subtitle-not-examined", severity::note,
+         "The cues of a subtitle file are read by this program, too",
+         "SubRip, MicroDVD, SubViewer, SSA, SAMI or VPlayer",
+         "nothing: spumux reads the file; but neither are its texts and times looked at before a "
+         "run, nor held against the finished disc",
+         "look at it in the preview of \"add/edit subtitles\", or convert it to SubRip",
+         "this program"},
     rule{"subtitle-markup-shown", severity::warning, "Subtitles hold no markup that spumux draws",
          "text without this markup", "the markup as letters in the subtitle", edit_file,
          spumux_source},
@@ -382,7 +389,8 @@ std::vector<finding> subtitle_text_findings(const subtitle_file& file,
     return {about_file("subtitle-unreadable", item, path,
                        "the file is in none of the subtitle formats that spumux reads")};
   if (all.format == subtitle_format::other)
-    return {};
+    return {about_file("subtitle-not-examined", item, path,
+                       "the file is in a format whose cues are not looked at")};
   if (all.cues.empty())
     return {about_file("subtitle-no-cues", item, path, "the file holds no cue with a text")};
   cue_examiner examiner(all, item, path);

@@ -52,6 +52,13 @@ TEST(SubtitleTextRules, PlainCuesGiveNothing) {
       IsEmpty());
 }
 
+TEST(SubtitleTextRules, FormatWhoseCuesAreNotReadIsANote) {
+  const auto findings = findings_in("FORMAT=TIME\n1 2\nOne\n");
+  ASSERT_THAT(findings, SizeIs(1));
+  EXPECT_EQ(findings[0].rule, "subtitle-not-examined");
+  EXPECT_EQ(findings[0].severity, finding_severity::note);
+}
+
 TEST(SubtitleTextRules, FindingNamesFileItemTimeAndText) {
   const auto findings = findings_in(cue("{\\an8}Up there"));
   ASSERT_THAT(findings, SizeIs(1));
@@ -276,7 +283,9 @@ TEST(SubtitleTextRules, ArabicLettersAreLookedForAsTheirForms) {
 }
 
 TEST(SubtitleTextRules, FormatsThatAreNotReadHaveNoCharacters) {
-  EXPECT_THAT(findings_with(font_with({}), "30,75,\"Жук\"\n"), IsEmpty());
+  const auto findings = findings_with(font_with({}), "30,75,\"Жук\"\n");
+  ASSERT_THAT(findings, SizeIs(1));
+  EXPECT_EQ(findings[0].rule, "subtitle-not-examined");
 }
 
 disc_description with_subtitle(const std::string& path, const std::string& font = "arial.ttf") {
