@@ -66,6 +66,12 @@ constexpr std::array titleset_rules_table = {
          "noise, or sound too fast or too slow, in players that believe the disc's tables more "
          "than the stream",
          "encode the sound alike", dvdauthor_measured},
+    rule{"titleset-audio-channels", severity::note,
+         "AC-3 and DTS sound of the titles of a titleset has one number of channels",
+         "as many as the first title's",
+         "nothing in most players, which take the number from the stream; others show that of the "
+         "first title, for the disc's tables state it for all",
+         "nothing need be done; to have them alike, encode the sound alike", dvdauthor_measured},
     rule{"titleset-audio-count", severity::warning,
          "All titles of a titleset have the same number of sound streams", "as many as the others",
          "silence in this title for a viewer who chose the missing stream",
@@ -85,7 +91,8 @@ struct known_sound {
   std::string kind;  // "AC-3"; empty where nothing is known
   std::string file;
   std::optional<lpcm_format> lpcm;
-  double rate = 0;  // bits a second
+  double rate = 0;   // bits a second
+  int channels = 0;  // of AC-3 and DTS; 0: not known
 };
 
 // The streams of one title or menu, as far as they are known. A title of several ready files has
@@ -214,7 +221,7 @@ class look {
     // A menu has one sound at most, which needs no number.
     const int shown = s.item.whole == whole::title ? number : 0;
     const finding_item item = part_of(s.item, part::audio, shown);
-    s.sounds.push_back({number - 1, {}, file, {}, 0});
+    s.sounds.push_back({number - 1, {}, file, {}, 0, 0});
     const file_facts* const f = known(item, file);
     if (f == nullptr)
       return;
@@ -223,6 +230,7 @@ class look {
       append(audio_findings(*f->audio, item, file, false, compared));
       s.sounds.back().kind = kind_of(*f->audio);
       s.sounds.back().rate = f->audio->highest_bit_rate;
+      s.sounds.back().channels = channels_of(*f->audio);
     } else {
       add(audio_rules(), "audio-kind", item, file, "there is no sound in it that is known");
     }
@@ -301,7 +309,7 @@ class look {
       const int number = menus ? 0 : static_cast<int>(n) + 1;
       const finding_item item = part_of(one.item, part::audio, number);
       if (const known_sound* const alike = find(first, mine.number, mine.kind))
-        compare_samples(*alike, mine, item, name(first, one));
+        compare_alike(*alike, mine, item, name(first, one), menus);
       else if (const known_sound* const other = missing(first, one, mine.number);
                other != nullptr && !mine.kind.empty())
         add(titleset_rules_table, menus ? "menus-audio-kind" : "titleset-audio-kind", item,
@@ -334,6 +342,30 @@ class look {
       add(titleset_rules_table, "titleset-audio-samples", item, one.file,
           "the sound is " + lpcm_text(*one.lpcm) + ", that of " + name_of_first + " " +
               lpcm_text(*first.lpcm));
+  }
+
+  void compare_alike(const known_sound& first, const known_sound& one, finding_item item,
+                     const std::string& name_of_first, bool menus) {
+    compare_samples(first, one, item, name_of_first);
+    // No table states the channels of a menu's sound for a viewer.
+    if (!menus)
+      compare_channels(first, one, item, name_of_first);
+  }
+
+  void compare_channels(const known_sound& first, const known_sound& one, finding_item item,
+                        const std::string& name_of_first) {
+    const auto text = [](int channels) {
+      return count_text(static_cast<std::uint64_t>(channels), "channel", "channels");
+    };
+    if (first.channels > 0 && one.channels > 0 && first.channels != one.channels)
+      add(titleset_rules_table, "titleset-audio-channels", item, one.file,
+          "the sound has " + text(one.channels) + ", that of " + name_of_first + " " +
+              text(first.channels));
+  }
+
+  // Of MPEG audio dvdauthor states two channels, whatever it has.
+  static int channels_of(const audio_facts& a) {
+    return a.first && a.kind != audio_kind::mpeg_layer_2 ? a.first->channels : 0;
   }
 
   void compare_numbers(const streams_of_item& first, const streams_of_item& one) {
@@ -399,11 +431,12 @@ std::optional<streams_of_item> look::look_inside(const file_facts& f, finding_it
 known_sound look::look_at_sound_inside(const inner_stream& sound, finding_item item,
                                        const std::string& file,
                                        std::optional<double> picture_seconds) {
-  known_sound known{sound.number, {}, file, sound.lpcm, 0};
+  known_sound known{sound.number, {}, file, sound.lpcm, 0, 0};
   if (sound.audio) {
     append(audio_findings(*sound.audio, item, file, true, picture_seconds));
     known.kind = kind_of(*sound.audio);
     known.rate = sound.audio->highest_bit_rate;
+    known.channels = channels_of(*sound.audio);
   } else if (sound.kind == inner_kind::lpcm || sound.kind == inner_kind::dts) {
     append(packet_sound_findings(sound, item, file, picture_seconds));
     known.kind = sound.kind == inner_kind::lpcm ? "LPCM" : name_of(audio_kind::dts);

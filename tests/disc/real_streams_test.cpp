@@ -410,6 +410,7 @@ std::vector<RealStreams::made> RealStreams::titles_together() const {
       {{"titleset-audio-number at title 2"},
        {{r}, {file("second.vob", with_sound_packs(bytes_of(r), [](char* s) { s[0] = '\x81'; }))}}},
       {{"titleset-audio-count at title 2"}, {{v, a, b}, {v, a}}},
+      {{"titleset-audio-channels at title 2, audio 1"}, {{v, a}, {v, sound("-ac 6")}}},
       {{"titleset-aspect at title 2, video"}, {{v, a}, {video("-aspect 16:9"), a}}},
       {{"titleset-size at title 2, video"},
        {{v, a}, {video({}, "-f lavfi -i testsrc=s=352x480:r=30000/1001,format=yuv420p "), a}}},

@@ -117,6 +117,22 @@ TEST_F(TitlesetRules, OtherSizeAndCodingThanTheFirstTitle) {
               ElementsAre("titleset-size at title 2, video", "titleset-coding at title 2, video"));
 }
 
+TEST_F(TitlesetRules, OtherChannelsThanTheFirstTitleAreANote) {
+  const auto with_channels = [](audio_facts a, int channels) {
+    a.first->channels = channels;
+    return a;
+  };
+  add_title(ntsc_video(), {with_channels(ac3, 2), with_channels(mp2, 2)});
+  add_title(ntsc_video(), {with_channels(ac3, 6), with_channels(mp2, 1)});
+  EXPECT_THAT(found(), ElementsAre("titleset-audio-channels at title 2, audio 1"))
+      << "of MPEG audio the tables say two channels, whatever it has";
+  EXPECT_EQ(stream_findings(d, facts)[0].found,
+            "the sound has 6 channels, that of title 1 2 channels");
+  EXPECT_EQ(stream_findings(d, facts)[0].severity, finding_severity::note);
+  d.titles[1].titleset = 2;
+  EXPECT_THAT(found(), IsEmpty());
+}
+
 TEST_F(TitlesetRules, FewerSoundStreamsThanTheFirstTitle) {
   add_title(ntsc_video(), {ac3, ac3});
   add_title(ntsc_video(), {ac3});
