@@ -121,6 +121,11 @@ class foreseeing {
            (!video->video || p.seconds < video->video->seconds + gap);
   }
 
+  /// Of DTS and LPCM there are no facts but those of packets.
+  static bool is_known_by_packets(const inner_stream& sound) {
+    return sound.kind == inner_kind::dts || sound.kind == inner_kind::lpcm;
+  }
+
   // dvdauthor numbers the sound streams of a ready file by their stream numbers.
   static void look_inside(streams& s, const file_facts& file) {
     const inner_stream* const video = file.program->video();
@@ -131,18 +136,22 @@ class foreseeing {
     for (const inner_stream& one : file.program->streams)
       if (one.kind == inner_kind::ac3 || one.kind == inner_kind::mpeg_audio)
         by_number.emplace(one.number, &one);
-    // Of other kinds of sound nothing more is known.
-    s.known_sounds =
-        file.whole && file.program->count_of(inner_kind::dts) == 0 &&
-        file.program->count_of(inner_kind::lpcm) == 0 &&
-        static_cast<int>(by_number.size()) == file.program->count_of(inner_kind::ac3) +
-                                                  file.program->count_of(inner_kind::mpeg_audio);
+    // In which order DTS and LPCM stand among others is not known.
+    const int dts = file.program->count_of(inner_kind::dts);
+    const int lpcm = file.program->count_of(inner_kind::lpcm);
+    const int others =
+        file.program->count_of(inner_kind::ac3) + file.program->count_of(inner_kind::mpeg_audio);
+    for (const inner_stream& one : file.program->streams)
+      if (others == 0 && (dts == 0 || lpcm == 0) &&
+          (one.kind == inner_kind::dts || one.kind == inner_kind::lpcm))
+        by_number.emplace(one.number, &one);
+    s.known_sounds = file.whole && static_cast<int>(by_number.size()) == others + dts + lpcm;
     int next = 0;
     for (const auto& [number, one] : by_number) {
       // A gap in the numbers: what of them becomes which stream of the disc is not foreseen.
       s.known_sounds = s.known_sounds && number == next++;
       s.sounds.push_back(one->audio ? &*one->audio : nullptr);
-      s.whole_sounds.push_back(file.whole && one->audio.has_value());
+      s.whole_sounds.push_back(file.whole && (one->audio || is_known_by_packets(*one)));
       s.inner_sounds.push_back(one);
     }
   }
@@ -199,7 +208,10 @@ class foreseeing {
   void say_only_file(const finding_item& item, const disc_title& title, const streams& s) {
     // Cells may leave parts out.
     if (!title.has_cells) {
-      say_length(item, s, delay_of(title));
+      if (s.inside != nullptr)
+        say_length_of_files(item, title.streams);
+      else
+        say_length(item, s, delay_of(title));
       say_end_of_picture(item, s);
       say_chapters(item, title, {&s, 1});
       if (title.is_multiplexed_here)
@@ -336,18 +348,68 @@ class foreseeing {
     return seconds;
   }
 
+  /// Of the files of a ready title, one behind the other.
+  void say_length_of_files(const finding_item& item, const std::vector<std::string>& stored) {
+    // The times of each are rounded.
+    constexpr std::size_t most_files = 4;
+    if (stored.size() > most_files)
+      return;
+    double seconds = 0;
+    for (std::size_t i = 0; i < stored.size(); ++i) {
+      const file_facts* const file = facts_of(stored[i]);
+      const auto length = file == nullptr
+                              ? std::nullopt
+                              : length_of_ready(*file, i + 1 == stored.size(), stored.size() > 1);
+      if (!length)
+        return;
+      seconds += *length;
+    }
+    if (seconds > 0)
+      said_.say_seconds(item, trait_kind::length, seconds);
+  }
+
+  /// Nullopt if it is not known. `last`: nothing follows it; before other files, sound that goes on
+  /// behind the picture has no place.
+  static std::optional<double> length_of_ready(const file_facts& file, bool last, bool of_several) {
+    if (!file.program)
+      return std::nullopt;
+    streams s;
+    s.inside = &*file.program;
+    look_inside(s, file);
+    if (s.video == nullptr || !s.whole_video || s.video->seconds <= 0 ||
+        (of_several && !goes_on(*s.inside)))
+      return std::nullopt;
+    double seconds = s.video->seconds;
+    for (const inner_stream& one : file.program->streams) {
+      if (one.kind != inner_kind::ac3 && one.kind != inner_kind::mpeg_audio &&
+          !is_known_by_packets(one))
+        continue;
+      const auto begins = begin_of_inner_sound(s, one);
+      if (!begins || (!one.audio && !is_known_by_packets(one)))
+        return std::nullopt;
+      seconds = std::max(seconds, *begins + length_of_inner_sound(one));
+    }
+    constexpr double last_frame = 0.05;
+    if (!last && seconds > s.video->seconds + last_frame)
+      return std::nullopt;
+    return seconds;
+  }
+
+  /// Frames may be missing between two stamps.
+  static double length_of_inner_sound(const inner_stream& sound) {
+    return std::max(sound.audio ? seconds_of(sound.audio->length) : 0,
+                    seconds_of_stamps(sound.length));
+  }
+
   /// From the first picture to the end of the last frame. Nullopt if it is not known.
   static std::optional<double> end_of_sound(const streams& s, std::size_t i, double delay) {
     if (!s.whole_sounds[i])
       return std::nullopt;
-    const double length = seconds_of(s.sounds[i]->length);
     if (s.inside == nullptr)
-      return length - delay;
+      return seconds_of(s.sounds[i]->length) - delay;
     const auto begins = begin_of_inner_sound(s, *s.inner_sounds[i]);
-    if (!begins)
-      return std::nullopt;
-    // Frames may be missing between two stamps.
-    return *begins + std::max(length, seconds_of_stamps(s.inner_sounds[i]->length));
+    return begins ? std::optional(*begins + length_of_inner_sound(*s.inner_sounds[i]))
+                  : std::nullopt;
   }
 
   void say_sounds(const finding_item& item, const disc_title& title, const streams& s) {
@@ -361,9 +423,13 @@ class foreseeing {
   /// `delay`: seconds by which the picture comes later. `all_of_it`: it is played to its end.
   void say_sound(const finding_item& sound, const streams& s, std::size_t i, double delay,
                  bool all_of_it) {
-    if (s.sounds[i] == nullptr)
+    const bool by_packets = s.inside != nullptr && is_known_by_packets(*s.inner_sounds[i]);
+    if (s.sounds[i] == nullptr && !by_packets)
       return;
-    if (const auto format = disc_format(s.sounds[i]->kind))
+    if (by_packets)
+      said_.say(sound, trait_kind::format,
+                s.inner_sounds[i]->kind == inner_kind::dts ? "DTS" : "LPCM");
+    else if (const auto format = disc_format(s.sounds[i]->kind))
       said_.say(sound, trait_kind::format, *format);
     if (!s.whole_sounds[i] || s.video == nullptr || !s.whole_video || !all_of_it)
       return;

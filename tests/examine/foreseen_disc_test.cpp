@@ -551,6 +551,62 @@ TEST_F(ForeseenDisc, StreamsOfAReadyFileAreThoseInside) {
   EXPECT_EQ(said(title_item(1), kind::subtitles), "(nothing)") << "it may have some of its own";
 }
 
+/// A ready file of so many seconds of video, and of a sound of this kind.
+std::shared_ptr<const file_facts> ready_of(double seconds, inner_kind sound_kind, double of_sound) {
+  file_facts f;
+  f.kind = file_kind::program_stream;
+  f.whole = true;
+  f.program.emplace();
+  inner_stream video, sound;
+  video.kind = inner_kind::video;
+  video.video = video_of(seconds, 3)->video;
+  video.first = sound.first = 90'000;
+  sound.kind = sound_kind;
+  sound.length = static_cast<stream_time>(of_sound * stamps_a_second);
+  if (sound_kind == inner_kind::ac3)
+    sound.audio = known_sound(of_sound)->audio;
+  f.program->streams = {video, sound};
+  f.program->begins_with_nav_pack = true;
+  f.program->seconds = seconds;
+  return std::make_shared<const file_facts>(f);
+}
+
+TEST_F(ForeseenDisc, LpcmAndDtsAreForeseenByTheirPackets) {
+  d_.titles[0].streams = {"\\ready.vob"};
+  d_.titles[0].is_multiplexed_here = false;
+  for (const auto& [what, format] :
+       {std::pair(inner_kind::lpcm, "LPCM"), {inner_kind::dts, "DTS"}}) {
+    facts_[native("\\ready.vob")] = ready_of(10, what, 12);
+    EXPECT_EQ(said(title_item(1), kind::length), "12");
+    EXPECT_EQ(said(title_item(1), kind::audio_streams), "1");
+    EXPECT_EQ(said(title_item(1, part::audio, 1), kind::format), format);
+    EXPECT_EQ(said(title_item(1, part::audio, 1), kind::sounds_until), "10");
+  }
+  file_facts mixed = *ready_of(10, inner_kind::lpcm, 12);
+  mixed.program->streams.push_back(ready_of(10, inner_kind::ac3, 13)->program->streams[1]);
+  facts_[native("\\ready.vob")] = std::make_shared<const file_facts>(mixed);
+  EXPECT_EQ(said(title_item(1), kind::length), "13");
+  EXPECT_EQ(said(title_item(1), kind::audio_streams), "(nothing)") << "their order is not known";
+}
+
+TEST_F(ForeseenDisc, FilesOfAReadyTitleFollowEachOther) {
+  d_.titles[0].streams = {"\\one.vob", "\\two.vob"};
+  d_.titles[0].is_multiplexed_here = false;
+  const auto length = [&](double of_first_sound, double of_second_sound) {
+    facts_[native("\\one.vob")] = ready_of(10, inner_kind::ac3, of_first_sound);
+    facts_[native("\\two.vob")] = ready_of(5, inner_kind::ac3, of_second_sound);
+    return said(title_item(1), kind::length);
+  };
+  EXPECT_EQ(length(10, 5), "15");
+  EXPECT_EQ(length(10, 6), "16");
+  EXPECT_EQ(length(11, 5), "(nothing)") << "what follows the first file is not known";
+  file_facts broken = *ready_of(5, inner_kind::ac3, 5);
+  broken.program->clock_breaks.add({});
+  length(10, 5);
+  facts_[native("\\two.vob")] = std::make_shared<const file_facts>(broken);
+  EXPECT_EQ(said(title_item(1), kind::length), "(nothing)");
+}
+
 TEST_F(ForeseenDisc, AReadyFileEndsByItsOwnStamps) {
   file_facts f;
   f.kind = file_kind::program_stream;
