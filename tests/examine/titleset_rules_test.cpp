@@ -124,7 +124,7 @@ TEST_F(TitlesetRules, OtherChannelsThanTheFirstTitleAreANote) {
   };
   add_title(ntsc_video(), {with_channels(ac3, 2), with_channels(mp2, 2)});
   add_title(ntsc_video(), {with_channels(ac3, 6), with_channels(mp2, 1)});
-  EXPECT_THAT(found(), ElementsAre("titleset-audio-channels at title 2, audio 1"))
+  ASSERT_THAT(found(), ElementsAre("titleset-audio-channels at title 2, audio 1"))
       << "of MPEG audio the tables say two channels, whatever it has";
   EXPECT_EQ(stream_findings(d, facts)[0].found,
             "the sound has 6 channels, that of title 1 2 channels");
