@@ -611,8 +611,7 @@ class foreseeing {
     say_stated_aspect(item, menu.aspect);
     say_stay(item, menu);
     if (!menu.has_parts) {
-      say_menu_streams(item, s);
-      say_bytes(item, menu.files);
+      say_menu_streams(item, menu.files, s);
       say_buttons(item, menu);
     }
     if (hand_edited_)
@@ -631,9 +630,11 @@ class foreseeing {
     }
   }
 
-  void say_menu_streams(const finding_item& item, const streams& s) {
+  void say_menu_streams(const finding_item& item, const std::vector<std::string>& stored,
+                        const streams& s) {
     say_length(item, s, 0);
     say_end_of_picture(item, s);
+    say_bytes(item, stored);
     if (s.inside || s.video == nullptr)
       return;
     said_.say_count(item, trait_kind::audio_streams, s.sounds.size());

@@ -131,7 +131,7 @@ TEST_F(ForeseenDisc, OfAFileThatWasNotReadItsBytesAreForeseen) {
   EXPECT_EQ(said(sound, kind::bytes), "(nothing)") << "mplex does not take it";
   facts_[native("\\m.m2v")] = beginning_of(video_of(20, 3), 1'000'000);
   EXPECT_EQ(said(menu_item(1, part::video), kind::bytes), "770624");
-  d_.has_other_paths = true;
+  d_.menus[0].has_parts = true;
   EXPECT_EQ(said(menu_item(1, part::video), kind::bytes), "(nothing)") << "a cell may leave it out";
 }
 
