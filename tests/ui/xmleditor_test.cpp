@@ -1,5 +1,6 @@
 // The navigation XML editor: from the switch in the menu to the disc that shows the edit.
 #include "ui/command_bars.h"
+#include "ui/findings_fixture.h"
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
 #include "ui/widgets/wx_text.h"
@@ -114,6 +115,24 @@ TEST_F(XmlEditors, EditedLanguageIsOnTheDisc) {
   EXPECT_EQ(language_on_disc(), "fr");
   EXPECT_EQ(config(), edited + "\r\n");
   EXPECT_EQ(customxml(), edited);
+}
+
+TEST_F(XmlEditors, EditThatLeadsNowhereIsAskedAboutBeforeTheRun) {
+  open_editor();
+  replace("exit;", "jump title 7;");
+  const std::string edited = shown_xml();
+  EXPECT_THAT(edited, HasSubstr("jump title 7"));
+  close_editor("Yes", "Yes");
+  ASSERT_TRUE(window_comes(findings_question_name));
+  screenshot("xmleditor-question");
+  press("alt+g");
+  EXPECT_TRUE(window_goes(findings_question_name));
+  ASSERT_TRUE(window_comes("findings"));
+  EXPECT_TRUE(wait_until([this] { return window_->may_command(); }));
+  EXPECT_FALSE(file_exists(folder_.path("disc/VIDEO_TS/VTS_01_0.IFO")));
+  EXPECT_EQ(customxml(), edited);
+  close("findings");
+  EXPECT_TRUE(window_goes("findings"));
 }
 
 TEST_F(XmlEditors, UnsavedEditIsNotOnTheDisc) {
