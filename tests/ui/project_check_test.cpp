@@ -114,6 +114,19 @@ TEST_F(ProjectCheck, LineUnderTheTitlesComesAndGoesWithWhatIsWrong) {
   EXPECT_TRUE(wait_until([=] { return control("List1", "main")->GetSize().y == height; }));
 }
 
+TEST_F(ProjectCheck, WhatARunRefusesIsAnErrorOfTheDisc) {
+  project p = one_title(real_video(), real_audio());
+  p.customxml =
+      "<?xml version=\"1.0\"?>\r\n<dvdauthor dest=\"" + folder_.path("disc") +
+      "\">\r\n<titleset><titles><pgc><vob file=\"" + folder_.path("disc/title1.mpg") +
+      "\"/><post note=\"a&#10;*process complete\"/></pgc></titles></titleset></dvdauthor>";
+  load(p);
+  ASSERT_TRUE(line_is_shown(true));
+  check();
+  EXPECT_THAT(shown_rows(), Contains(AllOf(StartsWith("error|disc|The hand-edited XML cannot be"),
+                                           HasSubstr("contains a control character"))));
+}
+
 TEST_F(ProjectCheck, LineOpensTheFindingsByPointerAndByKeys) {
   load(one_title(real_pal_video(), real_audio()));
   ASSERT_TRUE(line_is_shown(true));
@@ -223,6 +236,8 @@ TEST_F(ProjectCheck, HandEditedXmlThatCannotBeReadIsToldToBeSo) {
   project p = one_title(real_video(), real_audio());
   p.customxml = "<dvdauthor\r\n";
   load(p);
+  EXPECT_TRUE(line_is_shown(true));
+  EXPECT_THAT(line(), StartsWith("1 error: disc: The hand-edited XML cannot be authored: "));
   press("ctrl+k");
   ASSERT_TRUE(wait_until([] { return look_at_dialog().has_value(); }));
   EXPECT_THAT(top_dialog()->text, StartsWith("The hand-edited XML cannot be checked: "));
