@@ -42,11 +42,17 @@ int row_number(const std::vector<T>& examined, const std::vector<T>& rows, int n
   return found == rows.end() ? 0 : static_cast<int>(found - rows.begin()) + 1;
 }
 
+/// Whether it is of a title's chapters together, of which no one is wrong by itself.
+bool is_of_chapters(const finding& f) {
+  return f.item.part == finding_item::part_kind::whole &&
+         (f.rule.starts_with("chapter-") || f.rule == "title-too-many-chapters");
+}
+
 finding_target title_target(const finding& f, int title) {
   using part_kind = finding_item::part_kind;
   using place = finding_target::place;
   finding_target to{place::title, title, 0, 0, std::nullopt};
-  if (f.item.part == part_kind::chapter) {
+  if (f.item.part == part_kind::chapter || is_of_chapters(f)) {
     to.where = place::chapters;
     to.part = f.item.part_number;
   } else if (f.item.part == part_kind::subtitle) {
@@ -156,6 +162,8 @@ finding_target target_of(const finding& f, const disc_description& examined,
   } else if (f.item.whole == finding_item::whole_kind::disc &&
              f.item.part == finding_item::part_kind::command) {
     to.where = place::first_play;
+  } else if (f.rule.starts_with("language-")) {
+    to.where = place::languages;
   }
   return to;
 }

@@ -67,6 +67,7 @@ struct finding_target {
     none,           ///< it is about the disc as a whole, or what it was about is gone
     title,          ///< the title in the main window's list
     chapters,       ///< the title's chapter dialog
+    languages,      ///< the dialog of language tags
     subtitles,      ///< the title's subtitles dialog
     menu,           ///< the menu editor
     title_command,  ///< the title's command in the dialog of navigation commands

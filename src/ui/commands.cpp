@@ -8,7 +8,6 @@
 #include "project/project_file.h"
 #include "project/title_commands.h"
 #include "tools/association.h"
-#include "tools/language_tags.h"
 #include "tools/still_video.h"
 #include "tools/xml_editor.h"
 #include "ui/disc/verified_window.h"
@@ -19,9 +18,9 @@
 #include "ui/video/chapter_window.h"
 #include "ui/widgets/icons.h"
 
-#include <optional>
+#include <string>
 #include <string_view>
-#include <utility>
+#include <vector>
 
 namespace corvane {
 namespace {
@@ -76,17 +75,6 @@ void register_extension(main_window& main) {
   });
 }
 
-void edit_tags(main_window& main) {
-  std::optional<language> model;
-  main.run([&model](document& doc) { model = language::open(doc); });
-  if (model)
-    main.open_editor([&](document&, std::function<void()> closed) -> wxTopLevelWindow* {
-      auto* dialog = new language_window(&main, std::move(*model), std::move(closed));
-      dialog->Show();
-      return dialog;
-    });
-}
-
 menu_item command(const char* name, const char* caption, action run, const char* keys = "") {
   return {name, caption, keys, item_kind::command, run};
 }
@@ -128,7 +116,7 @@ menu extras_menu() {
           {label("notice", "--highlight a title before selecting these options"),
            command("addaudiostream", "add audio stream", core<addaudiostream_command>, "Ctrl+U"),
            command("addsubs", "add/edit subtitles", edit_subtitles, "Ctrl+B"),
-           command("edittags", "edit language tags", edit_tags, "Ctrl+G"),
+           command("edittags", "edit language tags", edit_languages, "Ctrl+G"),
            command("editdelay", "edit A/V delay", core<editdelay_command>, "Ctrl+D")}};
 }
 
@@ -198,7 +186,7 @@ const std::vector<tool>& main_tools() {
        drop_extras,
        {{"addaudio", "add additional audio track", core<addaudiostream_command>},
         {"subtitles", "add/edit subtitles", edit_subtitles},
-        {"edittags", "edit language tags", edit_tags},
+        {"edittags", "edit language tags", edit_languages},
         {"editdelay", "edit A/V delay", core<editdelay_command>}}},
       {"author-dvd", "author dvd", "author the dvd", "begin the authoring process", author, {}},
   };

@@ -164,6 +164,25 @@ TEST_F(FindingTarget, ChapterLeadsToItsLineInTheChapterDialog) {
             (finding_target{place::chapters, 1, 0, 3, std::nullopt}));
 }
 
+TEST_F(FindingTarget, WhatIsOfAllChaptersLeadsToTheirDialog) {
+  finding f = found(finding_severity::warning, "x", {whole::title, 2, part::whole, 0});
+  for (const char* const rule : {"chapter-added", "chapter-moved", "title-too-many-chapters"}) {
+    f.rule = rule;
+    EXPECT_EQ(target_of(f, examined_, rows_),
+              (finding_target{place::chapters, 2, 0, 0, std::nullopt}));
+  }
+  f.rule = "chapter-number";
+  f.item = {whole::menu, 1, part::button, 2};
+  EXPECT_EQ(target_of(f, examined_, rows_), (finding_target{place::menu, 0, 1, 2, std::nullopt}));
+}
+
+TEST_F(FindingTarget, LanguageTagsLeadToTheirDialog) {
+  finding f = found(finding_severity::error, "x", {});
+  f.rule = "language-code";
+  EXPECT_EQ(target_of(f, examined_, rows_),
+            (finding_target{place::languages, 0, 0, 0, std::nullopt}));
+}
+
 TEST_F(FindingTarget, SubtitleLeadsToItsFileAndCue) {
   EXPECT_EQ(to({whole::title, 2, part::subtitle, 2}, 65.5),
             (finding_target{place::subtitles, 2, 0, 2, 65.5}));

@@ -41,6 +41,14 @@ TEST_F(FindingPlaces, ChapterIsItsLineInTheChapterDialog) {
   EXPECT_TRUE(window_goes("chapter"));
 }
 
+TEST_F(FindingPlaces, LanguagesAreTheirDialog) {
+  load(one_title(real_video(), real_audio()));
+  open_at({place::languages, 0, 0, 0, std::nullopt});
+  ASSERT_TRUE(window_comes("language"));
+  close("language");
+  EXPECT_TRUE(window_goes("language"));
+}
+
 TEST_F(FindingPlaces, ButtonIsChosenInTheMenuEditor) {
   project p = project_with_menus(1);
   p.menubuttons[0] += "| |" + std::string(" 0/ 100/ 100/ 103/exit/red/red");

@@ -2,6 +2,7 @@
 
 #include "ui/editor/menu_windows.h"
 #include "ui/main_window.h"
+#include "ui/subtitles/language_window.h"
 #include "ui/subtitles/subtitles_window.h"
 #include "ui/video/chapter_window.h"
 
@@ -13,6 +14,9 @@ void open_place(main_window& main, const finding_target& place) {
   switch (place.where) {
     case finding_target::place::chapters:
       edit_chapters_at(main, place.part);
+      break;
+    case finding_target::place::languages:
+      edit_languages(main);
       break;
     case finding_target::place::subtitles:
       edit_subtitles_at(main, place.part, place.seconds);

@@ -260,14 +260,15 @@ void project_check::let_commands(bool enabled) {
     window_->let_commands(enabled);
 }
 
-// Commands and chapters of hand-edited XML are repaired in it; the editors of the rows would
-// discard it.
+// Commands, chapters and languages of hand-edited XML are repaired in it; the editors of the rows
+// would discard it.
 finding_target project_check::place_of(const finding& f, const disc_description& examined) const {
   using place = finding_target::place;
   const project& p = main_.shown_project();
   finding_target to = target_of(f, examined, disc_of(p));
   const bool is_written_in_xml = to.where == place::title_command ||
-                                 to.where == place::first_play || to.where == place::chapters;
+                                 to.where == place::first_play || to.where == place::chapters ||
+                                 to.where == place::languages;
   if (is_written_in_xml && !p.customxml.empty())
     to.where = to.title > 0 ? place::title : place::none;
   return to;

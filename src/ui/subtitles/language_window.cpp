@@ -1,5 +1,6 @@
 #include "ui/subtitles/language_window.h"
 
+#include "ui/main_window.h"
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/dialog_buttons.h"
 #include "ui/widgets/icons.h"
@@ -15,6 +16,7 @@
 #include <wx/statbox.h>
 #include <wx/stattext.h>
 
+#include <optional>
 #include <utility>
 
 namespace corvane {
@@ -28,6 +30,17 @@ wxArrayString languages() {
 }
 
 }  // namespace
+
+void edit_languages(main_window& main) {
+  std::optional<language> model;
+  main.run([&model](document& doc) { model = language::open(doc); });
+  if (model)
+    main.open_editor([&](document&, std::function<void()> closed) -> wxTopLevelWindow* {
+      auto* dialog = new language_window(&main, std::move(*model), std::move(closed));
+      dialog->Show();
+      return dialog;
+    });
+}
 
 language_window::language_window(wxWindow* main, language model, std::function<void()> closed)
     : wxDialog(main, wxID_ANY, "language tags", wxDefaultPosition, wxDefaultSize,

@@ -20,7 +20,11 @@ class wxStaticText;
 
 namespace corvane {
 
+class main_window;
 class search_list;
+
+/// The toolbar's button: opens the dialog.
+void edit_languages(main_window& main);
 
 class language_window : public wxDialog {
  public:
