@@ -114,6 +114,25 @@ TEST_F(ProjectCheck, LineUnderTheTitlesComesAndGoesWithWhatIsWrong) {
   EXPECT_TRUE(wait_until([=] { return control("List1", "main")->GetSize().y == height; }));
 }
 
+TEST_F(ProjectCheck, LineComesWhenAWrongFileWasAddedAndItsQuestionsAreAnswered) {
+  load(one_title(real_video(), real_audio()));
+  click_tool("add title");
+  answer_file("select video stream", real_pal_video());
+  ASSERT_TRUE(wait_until([] { return look_at_dialog().has_value(); }));
+  EXPECT_FALSE(wait_until([] { return control("findingstext", "main")->IsShown(); }, 0.5));
+  answer_file("select audio stream", real_audio());
+  EXPECT_TRUE(line_is_shown(true));
+  EXPECT_THAT(line(), AllOf(HasSubstr(": title 2"), HasSubstr("PAL")));
+}
+
+TEST_F(ProjectCheck, LineComesWhenAWrongFileIsDropped) {
+  on_ui([this] {
+    window_->CallAfter([this] { window_->drop({real_pal_video(), real_audio()}); });
+  });
+  EXPECT_TRUE(line_is_shown(true));
+  EXPECT_THAT(line(), AllOf(HasSubstr(": title 1"), HasSubstr("PAL")));
+}
+
 TEST_F(ProjectCheck, WhatARunRefusesIsAnErrorOfTheDisc) {
   project p = one_title(real_video(), real_audio());
   p.customxml =
