@@ -548,7 +548,8 @@ class foreseeing {
     for (std::size_t n = 0; n < all.size(); ++n) {
       const title_file& file = *title.files()[n];
       title_length length = units_of(file, all[n]);
-      if (length.units.empty() || !length.seconds || (all[n].inside && all.size() > 1))
+      const bool is_of_several = all.size() > 1 || file.streams.size() > 1;
+      if (length.units.empty() || !length.seconds || (all[n].inside && is_of_several))
         return;
       longest = std::max(longest, *length.seconds - length.units.back());
       for (std::size_t i = 1; i < length.units.size(); ++i)

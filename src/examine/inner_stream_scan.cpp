@@ -51,7 +51,7 @@ void take_lpcm_header(inner_stream& facts, std::optional<lpcm_format>& newest,
 
 inner_stream_scan::inner_stream_scan(inner_kind kind, bool examined) : kind_(kind) {
   if (examined && kind == inner_kind::video)
-    video_ = std::make_unique<video_scanner>();
+    video_ = std::make_unique<video_scanner>(false);
   if (examined && (kind == inner_kind::mpeg_audio || kind == inner_kind::ac3))
     audio_ = std::make_unique<audio_scanner>();
 }

@@ -23,12 +23,12 @@ void note(missing_bits& most, double missing, double enough, const read_ahead::p
 
 void read_ahead::begin(bool mpeg2) {
   level_ = {};
-  levels_in_packs_.assign(steps, {});
+  levels_in_packs_.assign(steps_, {});
   if (!in_packs_.empty())
     return;
   buffer_ = mpeg2 ? buffer : mpeg1_buffer;
   of_video_.rate = mpeg2 ? mpeg2_rate : mpeg1_rate;
-  for (std::size_t i = 0; i < steps; ++i)
+  for (std::size_t i = 0; i < steps_; ++i)
     in_packs_.push_back({rate_in_packs - step * static_cast<double>(i), {}, {}});
 }
 

@@ -31,6 +31,9 @@ struct buffer_need {
 
 class read_ahead {
  public:
+  /// `to_multiplex`: `in_packs` is found out, too.
+  explicit read_ahead(bool to_multiplex = true) : steps_(to_multiplex ? steps : 0) {}
+
   /// The highest rates of the video of a disc, and what is left for video of the rate of all
   /// together, 10.08 Mb/s, by the headers of its packs. Bits a second.
   static constexpr double mpeg2_rate = 9'800'000, mpeg1_rate = 1'856'000;
@@ -65,6 +68,7 @@ class read_ahead {
     double of_full = 0, of_empty = 0;  // bits that are missing
   };
 
+  std::size_t steps_;
   buffer_need of_video_;
   std::vector<buffer_need> in_packs_;
   level level_;

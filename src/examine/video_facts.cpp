@@ -20,7 +20,8 @@ video_standard standard_of(const video_shape& shape) {
   }
 }
 
-video_scanner::video_scanner() : scan_(std::make_unique<video_scan>()) {}
+video_scanner::video_scanner(bool to_multiplex)
+    : scan_(std::make_unique<video_scan>(to_multiplex)) {}
 video_scanner::video_scanner(video_scanner&&) noexcept = default;
 video_scanner& video_scanner::operator=(video_scanner&&) noexcept = default;
 video_scanner::~video_scanner() = default;

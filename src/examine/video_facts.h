@@ -143,8 +143,8 @@ struct video_facts {
   video_place peak_place;  ///< where that second begins
   // Of a whole stream: what it needs of a decoder's buffer (examine/read_ahead.h).
   buffer_need need_of_video;
-  std::vector<buffer_need> needs_in_packs;
-  std::uint64_t largest_picture = 0;  ///< in bytes
+  std::vector<buffer_need> needs_in_packs;  ///< of a stream that is to be multiplexed
+  std::uint64_t largest_picture = 0;        ///< in bytes
   video_place largest_picture_place;
 
   // Changes in mid stream, against the header in force before.
@@ -176,7 +176,8 @@ class video_scan;
 /// Gathers the facts of a stream that is read in slices. However it is sliced, they are the same.
 class video_scanner {
  public:
-  video_scanner();
+  /// `to_multiplex`: what the stream needs of a multiplexer's buffers is found out, too.
+  explicit video_scanner(bool to_multiplex = true);
   video_scanner(video_scanner&&) noexcept;
   video_scanner& operator=(video_scanner&&) noexcept;
   ~video_scanner();

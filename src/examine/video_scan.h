@@ -45,7 +45,7 @@ struct gathered_frame {
 
 class video_scan : private start_code_sink {
  public:
-  video_scan() { stray_.watch(0); }
+  explicit video_scan(bool to_multiplex) : reading_(to_multiplex) { stray_.watch(0); }
 
   void feed(const std::uint8_t* data, std::size_t size);
   /// No more will be fed, though there may be more.

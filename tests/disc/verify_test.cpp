@@ -163,7 +163,8 @@ TEST_F(Verify, ButtonsOfEditedXmlThatHaveLostTheirColourAreTold) {
                 home_.out() +
                 "/menusub1.mpg\"/><button>jump title 1;</button><button>jump title 2;</button>"
                 "</pgc></menus><titles><pgc><vob file=\"" +
-                home_.out() + "/title1.mpg\"/></pgc><pgc><vob file=\"" + home_.out() +
+                home_.out() + "/title1.mpg\"/><post>jump title 2;</post></pgc><pgc><vob file=\"" +
+                home_.out() +
                 "/title2.mpg\" chapters=\"0,0:01\"/></pgc></titles></titleset></dvdauthor>\r\n";
   const std::string edited = home_.folder().add("edited.cvp", project_text(p));
   const finished right = console({edited, home_.out()});

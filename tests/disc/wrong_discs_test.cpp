@@ -54,6 +54,14 @@ std::string half_of_video(const std::string& stream) {
   return stream.substr(0, at) + "\0\0\1\xB7"s;
 }
 
+/// The same without its last pictures.
+std::string without_pictures(const std::string& stream, int pictures) {
+  std::size_t at = stream.size();
+  for (; pictures > 0; --pictures)
+    at = stream.rfind("\0\0\1\0"s, at - 1);
+  return stream.substr(0, at) + "\0\0\1\xB7"s;
+}
+
 std::string with_aspect(std::string stream, int code) {
   const std::string header = "\0\0\1\xB3"s;
   for (std::size_t at = stream.find(header); at != std::string::npos;
@@ -80,6 +88,7 @@ class WrongDiscs : public ::testing::Test {
     add("whole.m2v", video);
     add("wide.m2v", with_aspect(video, 3));
     add("half.m2v", half_of_video(video));
+    add("less.m2v", without_pictures(video, 4));
     add("part.mp2", mp2.substr(0, mp2.size() / 8));
     add("text.srt", cue_one + "2\n00:00:02,000 --> 00:00:03,000\nTwo\n\n");
     add("one.srt", cue_one);
@@ -364,6 +373,18 @@ TEST_F(WrongDiscs, AreFoundByTheirImages) {
   expect(changed_images());
 }
 
+TEST_F(WrongDiscs, LastPicturesThatAreMissingAreTold) {
+  project p;
+  add_title(p, {made("whole.m2v"), made("part.mp2")});
+  home_.authored(p);
+  EXPECT_THAT(found(p), IsEmpty());
+  p.List11[0] = made("less.m2v") + "/" + made("part.mp2");
+  home_.authored(p, {"--replace"});
+  EXPECT_THAT(found(p), IsEmpty());
+  p.List11[0] = made("whole.m2v") + "/" + made("part.mp2");
+  EXPECT_THAT(found(p), testing::ElementsAre("disc-last-pictures at title 1"));
+}
+
 /// dvdauthor states the channels of the first title for all of a titleset.
 TEST_F(WrongDiscs, SoundOfOtherChannelsThanTheTablesStateIsTold) {
   project p = asked();
@@ -391,7 +412,7 @@ TEST_F(WrongDiscs, AFileThatEndsWhileItIsReadIsTold) {
 
 /// A rule that comes later gets a disc here, or a name where another test has one.
 TEST_F(WrongDiscs, EachRuleAboutDiscsHasOne) {
-  found_rules shown = {"disc-file", "disc-sound-format"};
+  found_rules shown = {"disc-file", "disc-sound-format", "disc-last-pictures"};
   for (const auto& table :
        {other_projects(), other_menus(), changed_tables(), changed_streams(), changed_images()})
     for (const wrong& one : table)

@@ -374,10 +374,23 @@ TEST_F(ButtonsOnDisc, TheFirstPictureCounts) {
   EXPECT_THAT(told(), IsEmpty());
 }
 
-TEST_F(ButtonsOnDisc, OfEditedXmlNothingIsForeseen) {
-  const disc_traits foreseen = foreseen_disc(made_disc({}, {asked_}), {}, true);
-  for (const disc_trait& trait : foreseen.all())
-    EXPECT_LT(trait.kind, disc_trait_kind::highlighted) << trait.value;
+TEST_F(ButtonsOnDisc, OfEditedXmlTheyAreForeseenWhereTheRunDrawsThem) {
+  const auto foreseen_looks = [this](bool hand_edited) {
+    std::vector<disc_trait> looks;
+    const disc_traits foreseen = foreseen_disc(made_disc({}, {asked_}), {}, hand_edited);
+    for (const disc_trait& trait : foreseen.all())
+      if (trait.kind == disc_trait_kind::highlighted || trait.kind == disc_trait_kind::selected ||
+          trait.kind == disc_trait_kind::drawn)
+        looks.push_back(trait);
+    return looks;
+  };
+  EXPECT_FALSE(foreseen_looks(true).empty());
+  EXPECT_EQ(foreseen_looks(true), foreseen_looks(false));
+  asked_.has_other_looks = true;
+  EXPECT_TRUE(foreseen_looks(true).empty()) << "a palette of its own";
+  asked_.has_other_looks = false;
+  asked_.is_ready = true;
+  EXPECT_TRUE(foreseen_looks(true).empty()) << "a file that the run does not make";
 }
 
 TEST_F(ButtonsOnDisc, AnyDamageOfThePictureIsSurvived) {

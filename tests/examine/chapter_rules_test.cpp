@@ -229,11 +229,11 @@ TEST(ChapterRules, ATitlesetsFirstTitleIsItsOwn) {
   disc_description d = disc_with("0,5.1,5.2");
   d.titles.push_back(title_with("0,5,10"));
   d.titles[1].titleset = 2;
-  const std::string merged = "chapter-merged at title 1, chapter 3, 00:00:05.20";
+  const std::string merged = "chapter-merged at title 1, chapter 3, 00:00:05";
   d.titles[1].post = command_of("jump title 1 chapter 3");
   EXPECT_THAT(found(d, half_seconds()), ElementsAre(merged)) << "which is title 2 of the disc";
   d.titles[0].post = command_of("jump title 1 chapter 3");
-  EXPECT_THAT(found(d, half_seconds()), ElementsAre(merged, "chapter-missing at title 1"));
+  EXPECT_THAT(found(d, half_seconds()), ElementsAre(merged, "chapter-missing at title 1, command"));
 }
 
 TEST(ChapterRules, ChaptersThatTypedCommandsNameAreLookedFor) {
@@ -242,10 +242,10 @@ TEST(ChapterRules, ChaptersThatTypedCommandsNameAreLookedFor) {
   EXPECT_THAT(found(d, half_seconds()), Contains("chapter-missing at menu 1, button 1"));
   d.menus.clear();
   d.titles[0].post = command_of("if (g3 eq 1) jump chapter 3; else jump chapter 2;");
-  EXPECT_THAT(found(d, half_seconds()), Contains("chapter-missing at title 1"));
+  EXPECT_THAT(found(d, half_seconds()), Contains("chapter-missing at title 1, command"));
   d.titles[0].post.reset();
   d.titles[0].pre = command_of("jump chapter 3");
-  EXPECT_THAT(found(d, half_seconds()), Contains("chapter-missing at title 1"));
+  EXPECT_THAT(found(d, half_seconds()), Contains("chapter-missing at title 1, command"));
 }
 
 // Titles of several files -------------------------------------------------------------------------
