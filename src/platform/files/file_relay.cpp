@@ -48,7 +48,11 @@ file_relay::file_relay(std::array<std::ifstream, threads> files, std::uint64_t f
 }
 
 file_relay::~file_relay() {
-  stopped_ = true;
+  {
+    const std::lock_guard lock(mutex_);
+    stopped_ = true;
+  }
+  changed_.notify_all();
   for (std::thread& one : running_)
     one.join();
 }
@@ -57,55 +61,60 @@ std::uint64_t file_relay::place_of(std::uint64_t block) const {
   return std::min(from_ + block * block_size, end_);
 }
 
-// A thread that stops hands its turn on, too, so that the other one does not wait for ever.
 void file_relay::run(std::size_t thread) {
   const auto buffer = std::make_unique_for_overwrite<read_buffer<block_size>>();
   for (std::uint64_t block = thread; block < blocks_; block += threads) {
     const std::uint64_t at = place_of(block);
     const auto bytes = buffer->first(static_cast<std::size_t>(place_of(block + 1) - at));
-    const bool is_read = !stopped_ && read_at(files_[thread], at, bytes);
-    for (std::uint64_t turn = turn_; turn != block; turn = turn_)
-      turn_.wait(turn);
-    if (!stopped_)
-      take(bytes, is_read);
-    const bool stops = stopped_;
-    turn_ = block + 1;
-    turn_.notify_all();
-    if (stops)
+    const bool is_read = read_at(files_[thread], at, bytes);
+    if (!wait_for_turn(block))
       return;
+    end_turn(bytes.size(), is_read && take(bytes));
   }
 }
 
-void file_relay::take(std::span<const std::uint8_t> bytes, bool is_read) {
+/// False: the thread is to stop.
+bool file_relay::wait_for_turn(std::uint64_t block) {
+  std::unique_lock lock(mutex_);
+  changed_.wait(lock, [&] { return stopped_ || turn_ == block; });
+  return !stopped_;
+}
+
+bool file_relay::take(std::span<const std::uint8_t> bytes) {
   try {
-    if (is_read) {
-      take_(bytes);
-      taken_ += bytes.size();
-      return;
-    }
+    take_(bytes);
+    return true;
   } catch (...) {
     thrown_ = std::current_exception();
+    return false;
   }
-  failed_ = stopped_ = true;
+}
+
+void file_relay::end_turn(std::uint64_t bytes, bool well) {
+  {
+    const std::lock_guard lock(mutex_);
+    if (well)
+      taken_ += bytes;
+    else
+      failed_ = stopped_ = true;
+    ++turn_;
+  }
+  changed_.notify_all();
 }
 
 file_relay::state file_relay::wait_for(std::uint64_t bytes) {
-  for (;;) {
-    const std::uint64_t turn = turn_;
-    if (failed_) {
-      if (thrown_)
-        std::rethrow_exception(thrown_);
-      return state::failed;
-    }
-    if (taken_ == end_ - from_)
-      return state::ended;
-    if (taken_ >= bytes)
-      return state::going_on;
-    turn_.wait(turn);
-  }
+  std::unique_lock lock(mutex_);
+  const std::uint64_t all = end_ - from_;
+  changed_.wait(lock, [&] { return failed_ || taken_ >= std::min(bytes, all); });
+  if (failed_ && thrown_)
+    std::rethrow_exception(thrown_);
+  if (failed_)
+    return state::failed;
+  return taken_ == all ? state::ended : state::going_on;
 }
 
 std::uint64_t file_relay::taken() const {
+  const std::lock_guard lock(mutex_);
   return taken_;
 }
 

@@ -7,13 +7,14 @@
 #include "platform/result.h"
 
 #include <array>
-#include <atomic>
+#include <condition_variable>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
 #include <fstream>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <span>
 #include <string>
 #include <thread>
@@ -55,17 +56,24 @@ class file_relay {
   file_relay(std::array<std::ifstream, threads> files, std::uint64_t from, std::uint64_t end,
              taker take);
   void run(std::size_t thread);
-  void take(std::span<const std::uint8_t> bytes, bool is_read);
+  bool wait_for_turn(std::uint64_t block);
+  bool take(std::span<const std::uint8_t> bytes);
+  void end_turn(std::uint64_t bytes, bool well);
   std::uint64_t place_of(std::uint64_t block) const;
 
   const std::uint64_t from_, end_, blocks_;
   const taker take_;
   std::array<std::ifstream, threads> files_;
-  std::atomic<std::uint64_t> turn_ = 0;   ///< number of the block that the taker has, or gets next
-  std::atomic<std::uint64_t> taken_ = 0;  ///< bytes
-  std::atomic<bool> stopped_ = false;
-  std::atomic<bool> failed_ = false;
-  std::exception_ptr thrown_;  ///< before `failed_`
+
+  // Of all threads.
+  mutable std::mutex mutex_;
+  std::condition_variable changed_;
+  std::uint64_t turn_ = 0;   ///< number of the block that the taker has, or gets next
+  std::uint64_t taken_ = 0;  ///< bytes
+  bool stopped_ = false;
+  bool failed_ = false;
+  std::exception_ptr thrown_;
+
   std::array<std::thread, threads> running_;
 };
 
