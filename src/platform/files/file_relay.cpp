@@ -52,7 +52,7 @@ file_relay::~file_relay() {
     const std::lock_guard lock(mutex_);
     stopped_ = true;
   }
-  changed_.notify_all();
+  turn_changed_.notify_all();
   for (std::thread& one : running_)
     one.join();
 }
@@ -73,10 +73,17 @@ void file_relay::run(std::size_t thread) {
   }
 }
 
-/// False: the thread is to stop.
+/// False: the thread is to stop. To fall asleep and be woken takes as long as half a turn: it looks
+/// for a while first.
 bool file_relay::wait_for_turn(std::uint64_t block) {
-  std::unique_lock lock(mutex_);
-  changed_.wait(lock, [&] { return stopped_ || turn_ == block; });
+  constexpr int looks = 200;
+  const auto is_over = [&] { return stopped_ || turn_ == block; };
+  for (int i = 0; i < looks && !is_over(); ++i)
+    std::this_thread::yield();
+  if (!is_over()) {
+    std::unique_lock lock(mutex_);
+    turn_changed_.wait(lock, is_over);
+  }
   return !stopped_;
 }
 
@@ -91,21 +98,26 @@ bool file_relay::take(std::span<const std::uint8_t> bytes) {
 }
 
 void file_relay::end_turn(std::uint64_t bytes, bool well) {
+  bool is_reached = false;
   {
     const std::lock_guard lock(mutex_);
     if (well)
       taken_ += bytes;
     else
       failed_ = stopped_ = true;
+    is_reached = failed_ || taken_ >= wanted_;
     ++turn_;
   }
-  changed_.notify_all();
+  turn_changed_.notify_all();
+  if (is_reached)
+    reached_.notify_all();
 }
 
 file_relay::state file_relay::wait_for(std::uint64_t bytes) {
   std::unique_lock lock(mutex_);
   const std::uint64_t all = end_ - from_;
-  changed_.wait(lock, [&] { return failed_ || taken_ >= std::min(bytes, all); });
+  wanted_ = std::min(bytes, all);
+  reached_.wait(lock, [&] { return failed_ || taken_ >= wanted_; });
   if (failed_ && thrown_)
     std::rethrow_exception(thrown_);
   if (failed_)

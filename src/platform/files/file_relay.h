@@ -7,6 +7,7 @@
 #include "platform/result.h"
 
 #include <array>
+#include <atomic>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
@@ -67,10 +68,11 @@ class file_relay {
 
   // Of all threads.
   mutable std::mutex mutex_;
-  std::condition_variable changed_;
-  std::uint64_t turn_ = 0;   ///< number of the block that the taker has, or gets next
-  std::uint64_t taken_ = 0;  ///< bytes
-  bool stopped_ = false;
+  std::condition_variable turn_changed_, reached_;
+  std::atomic<std::uint64_t> turn_ = 0;  ///< the block that the taker has, or gets next
+  std::atomic<bool> stopped_ = false;
+  std::uint64_t taken_ = 0;   ///< bytes
+  std::uint64_t wanted_ = 0;  ///< whoever waits, waits for so many
   bool failed_ = false;
   std::exception_ptr thrown_;
 
