@@ -1,6 +1,7 @@
 #include "disc/disc_description.h"
 
 #include "formats/numbers.h"
+#include "formats/text.h"
 #include "formats/time_text.h"
 
 #include <algorithm>
@@ -55,6 +56,15 @@ text_number number_of(const std::string& text) {
 
 text_time time_of(const std::string& text) {
   return {text, typed_time(text)};
+}
+
+bool is_given(const std::optional<disc_command>& command) {
+  return command && !trim(command->text).empty();
+}
+
+bool is_cut(const disc_title& title) {
+  return title.has_cells || std::any_of(title.further.begin(), title.further.end(),
+                                        [](const title_file& file) { return file.has_cells; });
 }
 
 bool has_subtitles(const disc_description& d) {

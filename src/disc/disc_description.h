@@ -169,6 +169,12 @@ struct disc_description {
   int picture_height() const { return standard == video_standard::pal ? 576 : 480; }
 };
 
+/// Whether there is a command: an empty element of hand-edited XML is none.
+bool is_given(const std::optional<disc_command>& command);
+
+/// Whether hand-edited XML takes any of the title's files apart into cells.
+bool is_cut(const disc_title& title);
+
 /// The standard that is called so: "NTSC", "PAL"; anything else is `other`.
 video_standard standard_named(const std::string& name);
 

@@ -160,7 +160,8 @@ class navigation_reader {
       if (name == "pgc") {
         read_title(part);
       } else if (name == "video") {
-        read_standard(part);
+        if (has(part, "format"))
+          read_standard(part);
         aspect = has(part, "aspect") ? value_of(part, "aspect") : aspect;
       } else if (name == "audio" || name == "subpicture") {
         read_language(part);

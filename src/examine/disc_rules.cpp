@@ -386,12 +386,8 @@ class self_examiner {
     look_at_way({}, walks_.after_start());
     for (const disc_title_contents& title : disc_.titles)
       look_at_title(title);
-    const auto menus = menus_with_pictures(disc_);
-    for (std::size_t i = 0; i < menus.size(); ++i)
-      look_at_menu({whole::menu, static_cast<int>(i) + 1, part::whole, 0}, *menus[i]);
-    const auto disc_menus = disc_menus_with_pictures(disc_);
-    for (std::size_t i = 0; i < disc_menus.size(); ++i)
-      look_at_menu({whole::disc_menu, static_cast<int>(i) + 1, part::whole, 0}, *disc_menus[i]);
+    for (const auto& [item, menu] : menus_with_pictures(disc_))
+      look_at_menu(item, *menu);
     return std::move(found_);
   }
 
@@ -418,17 +414,10 @@ class self_examiner {
         f.item = {whole::title, title.number, part::whole, 0};
         return;
       }
-    const auto menus = menus_with_pictures(disc_);
-    for (std::size_t i = 0; i < menus.size(); ++i)
-      if (menus[i]->titleset == trouble.titleset && trouble.menus &&
-          find_in_chain(menus[i]->chain, trouble, f)) {
-        f.item = {whole::menu, static_cast<int>(i) + 1, part::whole, 0};
-        return;
-      }
-    const auto disc_menus = disc_menus_with_pictures(disc_);
-    for (std::size_t i = 0; i < disc_menus.size(); ++i)
-      if (trouble.titleset == 0 && find_in_chain(disc_menus[i]->chain, trouble, f)) {
-        f.item = {whole::disc_menu, static_cast<int>(i) + 1, part::whole, 0};
+    for (const auto& [item, menu] : menus_with_pictures(disc_))
+      if (menu->titleset == trouble.titleset && trouble.menus &&
+          find_in_chain(menu->chain, trouble, f)) {
+        f.item = item;
         return;
       }
   }

@@ -31,10 +31,6 @@ std::vector<const disc_menu_contents*> menus_of(const disc_contents& disc, int t
   return menus;
 }
 
-std::string numbered(const char* what, std::size_t index) {
-  return what + std::to_string(index + 1);
-}
-
 }  // namespace
 
 class disc_walks::walk {
@@ -254,29 +250,27 @@ class disc_walks::walk {
   int jumps_ = 0;
 };
 
-std::vector<const disc_menu_contents*> menus_with_pictures(const disc_contents& disc) {
-  std::vector<const disc_menu_contents*> shown;
-  for (int titleset = 1; titleset <= static_cast<int>(disc.titlesets.size()); ++titleset)
+std::vector<named_menu> menus_with_pictures(const disc_contents& disc) {
+  using whole = finding_item::whole_kind;
+  std::vector<named_menu> shown;
+  int number = 0;
+  const auto add = [&](whole of, int titleset) {
     for (const disc_menu_contents* menu : menus_of(disc, titleset))
       if (is_shown(*menu))
-        shown.push_back(menu);
-  return shown;
-}
-
-std::vector<const disc_menu_contents*> disc_menus_with_pictures(const disc_contents& disc) {
-  std::vector<const disc_menu_contents*> shown = menus_of(disc, 0);
-  std::erase_if(shown, [](const disc_menu_contents* menu) { return !is_shown(*menu); });
+        shown.emplace_back(finding_item{of, ++number, finding_item::part_kind::whole, 0}, menu);
+  };
+  for (int titleset = 1; titleset <= static_cast<int>(disc.titlesets.size()); ++titleset)
+    add(whole::menu, titleset);
+  number = 0;
+  add(whole::disc_menu, 0);
   return shown;
 }
 
 // The first of a kind or number is the one that players find.
 disc_walks::disc_walks(const disc_contents& disc) : disc_(disc) {
-  const auto name = [this](const char* what, const std::vector<const disc_menu_contents*>& menus) {
-    for (std::size_t i = 0; i < menus.size(); ++i)
-      names_.try_emplace(menus[i]->chain.tables.get(), numbered(what, i));
-  };
-  name("menu ", menus_with_pictures(disc));
-  name("disc menu ", disc_menus_with_pictures(disc));
+  for (const auto& [item, menu] : menus_with_pictures(disc))
+    names_.try_emplace(menu->chain.tables.get(),
+                       std::string(name_of(item.whole)) + " " + std::to_string(item.number));
   for (int titleset = 0; titleset <= static_cast<int>(disc.titlesets.size()); ++titleset)
     for (const disc_menu_contents* menu : menus_of(disc, titleset)) {
       menus_.try_emplace({titleset, menu->number}, menu);

@@ -6,6 +6,7 @@
 // do. Not set where it cannot be told; nor is "nowhere" where that depends on what was seen before.
 #pragma once
 
+#include "disc/finding.h"
 #include "examine/read_disc.h"
 
 #include <cstddef>
@@ -18,12 +19,12 @@
 
 namespace corvane {
 
-/// The menus of titlesets that show anything, in their order, in the first language: menu n is at
-/// n-1. Others only lead on.
-std::vector<const disc_menu_contents*> menus_with_pictures(const disc_contents& disc);
+/// A menu and what it is called.
+using named_menu = std::pair<finding_item, const disc_menu_contents*>;
 
-/// The same of the video manager.
-std::vector<const disc_menu_contents*> disc_menus_with_pictures(const disc_contents& disc);
+/// The menus that show anything, in the first language, each kind numbered in its order: those of
+/// titlesets ("menu 1"), then those of the video manager ("disc menu 1"). Others only lead on.
+std::vector<named_menu> menus_with_pictures(const disc_contents& disc);
 
 /// Said where commands lead nowhere, so that what they belong to goes on.
 inline constexpr const char* goes_on = "goes on";

@@ -181,10 +181,6 @@ class foreseeing {
     say_stated_aspect(item, title.aspect);
   }
 
-  static bool is_given(const std::optional<disc_command>& command) {
-    return command && !trim(command->text).empty();
-  }
-
   /// As the disc tells it. Of other numbers dvdauthor keeps the lowest byte.
   static std::optional<std::string> stated_pause(const std::string& pause) {
     constexpr int longest = 254;
@@ -208,16 +204,13 @@ class foreseeing {
   void say_only_file(const finding_item& item, const disc_title& title, const streams& s) {
     // Cells may leave parts out.
     if (!title.has_cells) {
-      if (s.inside != nullptr)
-        say_length_of_files(item, title.streams);
-      else
-        say_length(item, s, delay_of(title));
+      say_length(item, s, delay_of(title));
       say_end_of_picture(item, s);
       say_chapters(item, title, {&s, 1});
       if (title.is_multiplexed_here)
         say_bytes(item, title.streams);
       else
-        say_bytes_of_ready(item, title.streams);
+        say_bytes_of_ready(item, title.video());
     }
     if (s.known_sounds)
       say_sounds(item, title, s);
@@ -231,7 +224,7 @@ class foreseeing {
 
   void say_joined(const finding_item& item, const disc_title& title,
                   const std::vector<streams>& all) {
-    if (!has_cells(title)) {
+    if (!is_cut(title)) {
       if (const auto seconds = joined_seconds(title, all))
         said_.say_seconds(item, trait_kind::length, *seconds);
       say_chapters(item, title, all);
@@ -246,19 +239,13 @@ class foreseeing {
       sounds = std::max(sounds, s.sounds.size());
     for (const title_file* const file : files)
       subtitles = std::max(subtitles, file->subtitles.size());
-    if (!has_cells(title))
+    if (!is_cut(title))
       said_.say_count(item, trait_kind::subtitles, subtitles);
     say_languages(item, title.titleset, sounds, subtitles);
     if (have_alike_sounds(all))
       said_.say_count(item, trait_kind::audio_streams, sounds);
     for (std::size_t i = 0; i < all.front().sounds.size(); ++i)
       say_joined_sound(part_of(item, part::audio, static_cast<int>(i) + 1), title, all, i);
-  }
-
-  static bool has_cells(const disc_title& title) {
-    const std::vector<const title_file*> files = title.files();
-    return std::any_of(files.begin(), files.end(),
-                       [](const title_file* file) { return file->has_cells; });
   }
 
   /// Each file loses what a single one may.
@@ -269,11 +256,23 @@ class foreseeing {
       return std::nullopt;
     double seconds = 0;
     for (std::size_t i = 0; i < all.size(); ++i) {
-      const auto more = seconds_of_file(all[i], delay_of(*title.files()[i]));
-      if (!more)
+      const double delay = delay_of(*title.files()[i]);
+      const auto more = i + 1 < all.size() ? seconds_before_next_file(all[i], delay)
+                                           : seconds_of_file(all[i], delay);
+      if (!more || (all[i].inside != nullptr && !goes_on(*all[i].inside)))
         return std::nullopt;
       seconds += *more;
     }
+    return seconds;
+  }
+
+  /// Nullopt as well for sound of a ready file that goes on behind the picture: it has no place
+  /// there.
+  static std::optional<double> seconds_before_next_file(const streams& s, double delay) {
+    constexpr double last_frame = 0.05;
+    const auto seconds = seconds_of_file(s, delay);
+    if (s.inside != nullptr && seconds && *seconds > s.video->seconds + last_frame)
+      return std::nullopt;
     return seconds;
   }
 
@@ -303,7 +302,7 @@ class foreseeing {
       const double delay = delay_of(*title.files()[n]);
       if (i >= s.sounds.size() || !s.whole_sounds[i] || s.video == nullptr || !s.whole_video ||
           std::abs(delay) > little_delay || s.sounds[i]->kind != all.front().sounds[i]->kind ||
-          has_cells(title))
+          is_cut(title))
         return;
       until += std::min(seconds_of(s.sounds[i]->length) - delay, s.video->seconds);
     }
@@ -336,51 +335,25 @@ class foreseeing {
   /// Up to the last picture or the last sound, whichever is later. `delay`: seconds by which the
   /// picture comes later.
   static std::optional<double> seconds_of_file(const streams& s, double delay) {
-    if (s.video == nullptr || !s.whole_video || s.video->seconds <= 0 || !s.known_sounds)
+    if (s.video == nullptr || !s.whole_video || s.video->seconds <= 0)
+      return std::nullopt;
+    if (s.inside != nullptr)
+      return seconds_of_ready(s);
+    if (!s.known_sounds)
       return std::nullopt;
     double seconds = s.video->seconds;
     for (std::size_t i = 0; i < s.sounds.size(); ++i) {
-      const auto ends = end_of_sound(s, i, delay);
-      if (!ends)
+      if (!s.whole_sounds[i])
         return std::nullopt;
-      seconds = std::max(seconds, *ends);
+      seconds = std::max(seconds, seconds_of(s.sounds[i]->length) - delay);
     }
     return seconds;
   }
 
-  /// Of the files of a ready title, one behind the other.
-  void say_length_of_files(const finding_item& item, const std::vector<std::string>& stored) {
-    // The times of each are rounded.
-    constexpr std::size_t most_files = 4;
-    if (stored.size() > most_files)
-      return;
-    double seconds = 0;
-    for (std::size_t i = 0; i < stored.size(); ++i) {
-      const file_facts* const file = facts_of(stored[i]);
-      const auto length = file == nullptr
-                              ? std::nullopt
-                              : length_of_ready(*file, i + 1 == stored.size(), stored.size() > 1);
-      if (!length)
-        return;
-      seconds += *length;
-    }
-    if (seconds > 0)
-      said_.say_seconds(item, trait_kind::length, seconds);
-  }
-
-  /// Nullopt if it is not known. `last`: nothing follows it; before other files, sound that goes on
-  /// behind the picture has no place.
-  static std::optional<double> length_of_ready(const file_facts& file, bool last, bool of_several) {
-    if (!file.program)
-      return std::nullopt;
-    streams s;
-    s.inside = &*file.program;
-    look_inside(s, file);
-    if (s.video == nullptr || !s.whole_video || s.video->seconds <= 0 ||
-        (of_several && !goes_on(*s.inside)))
-      return std::nullopt;
+  /// Its sounds count whatever their numbers on the disc will be.
+  static std::optional<double> seconds_of_ready(const streams& s) {
     double seconds = s.video->seconds;
-    for (const inner_stream& one : file.program->streams) {
+    for (const inner_stream& one : s.inside->streams) {
       if (one.kind != inner_kind::ac3 && one.kind != inner_kind::mpeg_audio &&
           !is_known_by_packets(one))
         continue;
@@ -389,9 +362,6 @@ class foreseeing {
         return std::nullopt;
       seconds = std::max(seconds, *begins + length_of_inner_sound(one));
     }
-    constexpr double last_frame = 0.05;
-    if (!last && seconds > s.video->seconds + last_frame)
-      return std::nullopt;
     return seconds;
   }
 
@@ -399,17 +369,6 @@ class foreseeing {
   static double length_of_inner_sound(const inner_stream& sound) {
     return std::max(sound.audio ? seconds_of(sound.audio->length) : 0,
                     seconds_of_stamps(sound.length));
-  }
-
-  /// From the first picture to the end of the last frame. Nullopt if it is not known.
-  static std::optional<double> end_of_sound(const streams& s, std::size_t i, double delay) {
-    if (!s.whole_sounds[i])
-      return std::nullopt;
-    if (s.inside == nullptr)
-      return seconds_of(s.sounds[i]->length) - delay;
-    const auto begins = begin_of_inner_sound(s, *s.inner_sounds[i]);
-    return begins ? std::optional(*begins + length_of_inner_sound(*s.inner_sounds[i]))
-                  : std::nullopt;
   }
 
   void say_sounds(const finding_item& item, const disc_title& title, const streams& s) {
@@ -505,21 +464,12 @@ class foreseeing {
   }
 
   /// dvdauthor takes the packs of a ready file as they are, but for what is cut off at its end.
-  void say_bytes_of_ready(const finding_item& item, const std::vector<std::string>& stored) {
+  void say_bytes_of_ready(const finding_item& item, const std::string& stored) {
     constexpr std::uint64_t cut_off = 65'536;
-    std::uint64_t size = 0, left_out = 0;
-    bool known = true;
-    for (const std::string& one : stored) {
-      const file_facts* const file = facts_of(one);
-      if (file == nullptr || !file->program || !file->program->begins_with_nav_pack ||
-          file->program->uneven_packs.count > 0)
-        return;
-      known = known && file->whole;
-      size += file->size;
-      left_out += cut_off;
-    }
-    if (!known)
-      say_least_bytes(item, size, left_out);
+    const file_facts* const file = facts_of(stored);
+    if (file != nullptr && !file->whole && file->program && file->program->begins_with_nav_pack &&
+        file->program->uneven_packs.count == 0)
+      say_least_bytes(item, file->size, cut_off);
   }
 
   void say_least_bytes(const finding_item& item, std::uint64_t size, std::uint64_t left_out) {
@@ -548,8 +498,7 @@ class foreseeing {
     for (std::size_t n = 0; n < all.size(); ++n) {
       const title_file& file = *title.files()[n];
       title_length length = units_of(file, all[n]);
-      const bool is_of_several = all.size() > 1 || file.streams.size() > 1;
-      if (length.units.empty() || !length.seconds || (all[n].inside && is_of_several))
+      if (length.units.empty() || !length.seconds || (all[n].inside && all.size() > 1))
         return;
       longest = std::max(longest, *length.seconds - length.units.back());
       for (std::size_t i = 1; i < length.units.size(); ++i)
@@ -557,10 +506,12 @@ class foreseeing {
       *length.seconds -= about_the_end;
       for (const double at : chapters_in_file(file, length, n == 0).begins)
         begins.push_back(of_file + at);
-      const auto seconds = seconds_of_file(all[n], delay_of(file));
-      if (!seconds && n + 1 < all.size())
+      if (n + 1 == all.size())
+        break;
+      const auto seconds = seconds_before_next_file(all[n], delay_of(file));
+      if (!seconds)
         return;
-      of_file += seconds.value_or(0);
+      of_file += *seconds;
     }
     for (std::size_t i = 0; i < begins.size(); ++i)
       said_.say_seconds(part_of(item, part::chapter, static_cast<int>(i) + 1), trait_kind::lands,
@@ -760,10 +711,10 @@ std::vector<std::string> chapters_asked(const disc_description& d) {
     std::vector<std::string> lists;
     for (const title_file* const file : title.files())
       lists.push_back(file->chapters_text);
-    bool is_known = true;
-    for (const title_file* const file : title.files())
-      is_known = is_known && !file->has_cells &&
-                 file->chapters_text.find(chapters_of_next_file) == std::string::npos;
+    const bool is_known =
+        !is_cut(title) && std::ranges::none_of(lists, [](const std::string& list) {
+          return list.find(chapters_of_next_file) != std::string::npos;
+        });
     chapters.push_back(is_known ? join(lists, chapters_of_next_file) : unknown_chapters);
   }
   return chapters;

@@ -19,19 +19,10 @@ std::string title_place(int title, int chapter) {
   return "title " + std::to_string(title) + " chapter " + std::to_string(chapter);
 }
 
-/// An element of the XML without a text is no command.
-bool is_given(const std::optional<disc_command>& command) {
-  return command && !trim(command->text).empty();
-}
-
 /// The ";" behind the last command may have been taken off; behind a "}" there was none.
 command_reading reading_with_end(const std::string& text) {
   command_reading reading = read_commands(text + ";");
   return reading.fault ? read_commands(text) : reading;
-}
-
-bool has_pre(const disc_menu& menu) {
-  return is_given(menu.pre);
 }
 
 }  // namespace
@@ -219,7 +210,7 @@ void foreseen_ways::to_menu(const disc_menu* menu, search& s) const {
   if (!s.seen.insert(menu).second)
     return;
   const owner of{menu->titleset, 0};
-  if (has_pre(*menu) && !through(*menu->pre, of, s))
+  if (is_given(menu->pre) && !through(*menu->pre, of, s))
     return;
   if (const auto name = names_.find(menu); name != names_.end())
     s.add(name->second);
@@ -280,7 +271,7 @@ std::optional<std::string> foreseen_ways::remembered_place(const disc_command& c
                                                            int titleset, int from) const {
   const bool has_others =
       !d_.disc_menus.empty() || std::any_of(d_.menus.begin(), d_.menus.end(), [](const auto& menu) {
-        return has_pre(menu) || !menu.entries.empty() || menu.language > 0;
+        return is_given(menu.pre) || !menu.entries.empty() || menu.language > 0;
       });
   const bool has_pre_of_title = std::any_of(d_.titles.begin(), d_.titles.end(),
                                             [](const auto& title) { return is_given(title.pre); });

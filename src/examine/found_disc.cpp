@@ -57,18 +57,18 @@ class saying {
     const auto menus = menus_with_pictures(disc_);
     const finding_item disc;
     said_.say_count(disc, trait_kind::titles, disc_.titles.size());
-    const auto disc_menus = disc_menus_with_pictures(disc_);
-    said_.say_count(disc, trait_kind::menus, menus.size());
-    said_.say_count(disc, trait_kind::disc_menus, disc_menus.size());
+    for (const auto& [what, of] : {std::pair{trait_kind::menus, whole::menu},
+                                   std::pair{trait_kind::disc_menus, whole::disc_menu}})
+      said_.say_count(disc, what,
+                      static_cast<std::size_t>(std::ranges::count(
+                          menus, of, [](const named_menu& menu) { return menu.first.whole; })));
     say_way(disc, trait_kind::first_play, walks_.after_start());
     if (disc_.first_play)
       say_commands(disc, disc_.first_play->pre);
     for (const disc_title_contents& title : disc_.titles)
       say_title(title);
-    for (std::size_t i = 0; i < menus.size(); ++i)
-      say_menu({whole::menu, static_cast<int>(i) + 1, part::whole, 0}, *menus[i]);
-    for (std::size_t i = 0; i < disc_menus.size(); ++i)
-      say_menu({whole::disc_menu, static_cast<int>(i) + 1, part::whole, 0}, *disc_menus[i]);
+    for (const auto& [item, menu] : menus)
+      say_menu(item, *menu);
     return std::move(said_);
   }
 

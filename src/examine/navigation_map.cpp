@@ -70,8 +70,7 @@ std::string hint_about_letters(const std::string& text, bool hand_edited) {
 }  // namespace
 
 std::optional<int> chapters_asked_for(const disc_title& title) {
-  const std::vector<const title_file*> files = title.files();
-  if (std::any_of(files.begin(), files.end(), [](const title_file* f) { return f->has_cells; }))
+  if (is_cut(title))
     return std::nullopt;
   const std::vector<text_time> entries = chapters_read(title);
   const bool begins = !entries.empty() && entries.front().seconds == 0.0;

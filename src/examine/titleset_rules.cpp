@@ -148,10 +148,8 @@ class look {
       return;
     if (file.is_multiplexed_here)
       titles_.push_back(look_at_streams(item, titleset, file.streams, file.delay.value / 1000));
-    else
-      for (const std::string& one : file.streams)
-        if (auto inside = look_at_ready(item, titleset, one))
-          titles_.push_back(std::move(*inside));
+    else if (auto inside = look_at_ready(item, titleset, file.video()))
+      titles_.push_back(std::move(*inside));
   }
 
   void look_at_menu(finding_item item, const disc_menu& m) {

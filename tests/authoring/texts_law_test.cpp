@@ -263,6 +263,13 @@ TEST(AskedDisc, TheStandardIsTheRowsWhereTheXmlStatesNone) {
   EXPECT_EQ(asked_by("<titleset>" + title + "</titleset>", p).picture_height(), 576);
   const std::string stated = "<titles><video format=\"ntsc\"/></titles>";
   EXPECT_EQ(asked_by("<titleset>" + stated + "</titleset>", p).standard, video_standard::ntsc);
+  EXPECT_EQ(asked_by("<titleset>" + stated +
+                         "</titleset><titleset><titles><video aspect=\"4:3\"/>"
+                         "</titles></titleset>",
+                     p)
+                .standard,
+            video_standard::ntsc)
+      << "of the titleset that states one";
 }
 
 TEST(AskedDisc, ButtonsLookAsTheRunDrawsThemUnlessTheXmlSaysOtherwise) {

@@ -511,6 +511,23 @@ class VerifyEdited : public ::testing::Test {
   studio home_;
 };
 
+// Of a title of several files all have to be there.
+TEST_F(VerifyEdited, ATitleOfSeveralFilesIsAsLongAsAllOfThem) {
+  const auto title = [](int files) {
+    std::string text = "<vmgm><fpc>jump title 1;</fpc></vmgm><titleset><titles><pgc>";
+    for (int i = 0; i < files; ++i)
+      text += ready() + "/>";
+    return text + "</pgc></titles></titleset>";
+  };
+  run_of(title(2));
+  const finished right = held_against(title(2));
+  EXPECT_EQ(right.status, 0) << right.out;
+  EXPECT_THAT(right.out, ContainsRegex("length +[0-9:.]+ +[0-9:.]+")) << right.out;
+  const finished wrong = held_against(title(3));
+  EXPECT_EQ(wrong.status, 2) << wrong.out;
+  EXPECT_THAT(wrong.out, HasSubstr("title 1: length"));
+}
+
 TEST_F(VerifyEdited, TitlesOfSeveralFilesHaveTheirChapters) {
   const auto title = [this](const std::string& first, const std::string& second,
                             const std::string& third) {
@@ -672,35 +689,6 @@ TEST_F(VerifyXmlNavigation, MissesMenusOfTheWholeDisc) {
   const finished wrong = held_against(elements({}));
   EXPECT_EQ(wrong.status, 2);
   EXPECT_THAT(wrong.out, HasSubstr("error: disc: disc menus: 0."));
-}
-
-// Of a title of several files all have to be there.
-TEST(VerifyXml, ATitleOfSeveralFilesIsAsLongAsAllOfThem) {
-  const studio home;
-  project p = short_project();
-  add_title(p, {stored_media("muxed-ntsc.vob")});
-  const std::string file = "<vob file=\"" + media("muxed-ntsc.vob") + "\"/>";
-  const auto xml = [&](const std::string& files) {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<dvdauthor dest=\"" + home.out() +
-           "\">\r\n<!-- DO NOT edit the 2 lines above -->\r\n<vmgm><fpc>jump title 1;"
-           "</fpc></vmgm>\r\n<titleset><titles><pgc>" +
-           files + "</pgc></titles></titleset></dvdauthor>\r\n";
-  };
-  p.customxml = xml(file + file);
-  home.authored(p);
-  const auto look = [&](const std::string& project_file) {
-    command c;
-    c.words = {CORVANE_AUTHOR, "--verify", project_file, home.out()};
-    c.environment["CORVANE_HOME"] = home.app();
-    return run(c);
-  };
-  const finished right = look(home.project_file());
-  EXPECT_EQ(right.status, 0) << right.out;
-  EXPECT_THAT(right.out, ContainsRegex("length +[0-9:.]+ +[0-9:.]+")) << right.out;
-  p.customxml = xml(file + file + file);
-  const finished wrong = look(home.folder().add("other.cvp", project_text(p)));
-  EXPECT_EQ(wrong.status, 2) << wrong.out;
-  EXPECT_THAT(wrong.out, HasSubstr("title 1: length"));
 }
 
 // What becomes of cues that are out of order, overlap, have no end, or come behind the title's.

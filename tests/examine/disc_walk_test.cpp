@@ -159,7 +159,7 @@ TEST_F(DiscWalk, MenusThatLeadInACircleAreLeft) {
 TEST_F(DiscWalk, MenusWithoutPicturesAreNotCounted) {
   disc_.menus[0].chain.seconds = 0;
   ASSERT_EQ(menus_with_pictures(disc_).size(), 1u);
-  EXPECT_EQ(menus_with_pictures(disc_)[0]->number, 2);
+  EXPECT_EQ(menus_with_pictures(disc_)[0].second->number, 2);
   menu_[0]->pre.clear();
   menu_[0]->post = {link_chain(2)};
   EXPECT_EQ(start(), "menu 1") << "the second is the first that shows anything";
