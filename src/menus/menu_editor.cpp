@@ -232,12 +232,16 @@ void menu_editor::show_fields() {
 bool menu_editor::accept() {
   if (!Checkbuttons(doc_, c_.List1).empty())
     return false;
-  const std::string options =
-      menu_options_text({c_.Check1, c_.spubegin, c_.spuend, c_.thickness.value});
-  store_edited_menu(doc_.p, static_cast<std::int16_t>(c_.indexer), c_.List1, options);
+  keep_in(doc_.p);
   doc_.p.saved = 0;
   dvdsize(doc_);
   return true;
+}
+
+void menu_editor::keep_in(project& copy) const {
+  const std::string options =
+      menu_options_text({c_.Check1, c_.spubegin, c_.spuend, c_.thickness.value});
+  store_edited_menu(copy, static_cast<std::int16_t>(c_.indexer), c_.List1, options);
 }
 
 }  // namespace corvane

@@ -99,6 +99,10 @@ class menu_editor {
   /// overlap, which was told.
   bool accept();
 
+  /// What stands here and was not accepted, into a copy of the project that is kept in case the
+  /// program dies.
+  void keep_in(project& copy) const;
+
   /// How often an event was refused with a message so far, because no button was chosen or a text
   /// could not be used.
   int refusals() const { return refusals_; }

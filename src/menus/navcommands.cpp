@@ -110,15 +110,18 @@ void navcommands::set_firstplay(const std::string& text) {
 }
 
 void navcommands::accept() {
-  project& p = doc_->p;
   if (firstplay_.empty())
     firstplay_ = no_first_play;
-  p.postinfo.resize(std::max(p.postinfo.size(), rows_.size()));
+  keep_in(doc_->p);
+  forget_targets_of_titles(doc_->p);
+  doc_->p.saved = 0;
+}
+
+void navcommands::keep_in(project& copy) const {
+  copy.postinfo.resize(std::max(copy.postinfo.size(), rows_.size()));
   for (std::size_t i = 0; i < rows_.size(); ++i)
-    p.postinfo[i] = post_row(rows_[i].command);
-  p.firstplay = firstplay_;
-  forget_targets_of_titles(p);
-  p.saved = 0;
+    copy.postinfo[i] = post_row(rows_[i].command);
+  copy.firstplay = firstplay_;
 }
 
 }  // namespace corvane

@@ -42,6 +42,10 @@ class navcommands {
   /// `Command1`: writes `postinfo` and `firstplay` into the project; the window closes.
   void accept();
 
+  /// What stands here and was not accepted, into a copy of the project that is kept in case the
+  /// program dies.
+  void keep_in(project& copy) const;
+
  private:
   struct title_row {
     std::string title, command;  // as long as they are stored, not yet cut or padded

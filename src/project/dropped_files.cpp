@@ -40,11 +40,12 @@ class dropped_answers : public prompts {
   std::deque<std::string> files_;
 };
 
-/// Runs a command whose open dialogs are answered with `files`.
-void run_with(document& doc, void (*command)(document&), std::deque<std::string> files) {
-  dropped_answers ask(doc.ask, std::move(files));
-  document answered{doc.p, ask, doc.prefs};
-  command(answered);
+/// Runs a command whose open dialogs are answered with `files`; gives what it gives.
+template <class Result>
+Result run_with(document& doc, Result (*command)(document&), std::deque<std::string> files) {
+  dropped_answers ask(doc.ask.asked(), std::move(files));
+  const prompts_relay::answered_by dropped(doc.ask, ask);
+  return command(doc);
 }
 
 /// Adds audio to the selected title until one is not taken (the command has said why).
@@ -101,8 +102,9 @@ void add_dropped_streams(document& doc, const dropped_set& dropped) {
 
 void drop_files(document& doc, const std::vector<std::string>& native_paths) {
   const dropped_set dropped = sort_dropped(native_paths);
-  if (!dropped.project.empty())
-    run_with(doc, loadproject_command, {dropped.project});
+  // The streams belong to the project that was dropped with them.
+  if (!dropped.project.empty() && !run_with(doc, load_asked, {dropped.project}))
+    return;
   if (!dropped.titles.empty() || !dropped.audio.empty())
     add_dropped_streams(doc, dropped);
   if (!dropped.unusable.empty())

@@ -27,6 +27,7 @@ void start_up(document& doc) {
   // must not leave the project without a region.
   const std::string region = doc.prefs.get("dvdregion");
   doc.p.globalregion = is_region(region) ? region : "NTSC";
+  doc.forget_file();
 }
 
 void cleanup_command(document& doc) {
@@ -36,11 +37,14 @@ void cleanup_command(document& doc) {
 
 void isocreate_command(document& doc) {
   doc.p.isocreate = !doc.p.isocreate;
+  doc.p.saved = 0;
 }
 
 void region_command(document& doc, const std::string& region) {
   if (!doc.p.Comboregion_enabled || !is_region(region))
     return;
+  if (doc.p.globalregion != region)
+    doc.p.saved = 0;
   doc.p.globalregion = region;
   doc.prefs.set("dvdregion", region);
 }

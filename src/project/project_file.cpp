@@ -8,7 +8,9 @@
 #include "project/file_lookup.h"
 #include "project/menu_rows.h"
 #include "project/messages.h"
+#include "project/preferences.h"
 #include "project/project_text.h"
+#include "project/recent_projects.h"
 #include "project/stream_dialogs.h"
 #include "project/subtitle_rows.h"
 #include "project/title_rows.h"
@@ -149,6 +151,13 @@ void reset_project(project& p) {
   show_title_count(p);
 }
 
+/// The text that a file would have which holds this alone.
+std::string text_as_saved(const loaded_project& loaded) {
+  project alone;
+  fill(alone, loaded);
+  return project_text(alone);
+}
+
 /// Replaces the project with what a file holds (its language tags are added to those already
 /// there). Each file it names that is missing gets a message; after one, titles, menus and subtitle
 /// data are emptied again and the answer is false.
@@ -167,6 +176,8 @@ bool replace_project(document& doc, loaded_project loaded) {
   if (missing)
     reset_project(doc.p);
   dvdsize(doc, files);
+  if (missing)
+    doc.forget_file();
   return !missing;
 }
 
@@ -191,17 +202,30 @@ std::optional<loaded_project> read_project(document& doc, const std::string& pat
 
 }  // namespace
 
-save_outcome save_project(document& doc) {
+namespace {
+
+bool may_be_saved(document& doc) {
   const std::size_t menus = menus_in_file(doc.p);
   if (menus > static_cast<std::size_t>(most_menus)) {
     say(doc, icon::critical,
         "A project file holds at most " + trimmed(most_menus) + " menus; this project has " +
             trimmed(static_cast<std::int64_t>(menus)) + ".  Nothing was saved.");
-    return save_outcome::failed;
+    return false;
   }
-  const std::string path = doc.ask.save_file(project_dialog("save corvane project"));
-  if (path.empty() || (file_exists(path) && !may_overwrite(doc)))
-    return save_outcome::given_up;
+  return true;
+}
+
+/// "Do you want to save project?" and what follows. False when the project is to stay open.
+bool may_leave(document& doc) {
+  message_box question;
+  question.text = "Do you want to save project?";
+  question.picture = icon::exclamation;
+  question.choice = buttons::yes_no_cancel;
+  const answer reply = doc.ask.message(question);
+  return reply == answer::no || (reply == answer::yes && save_project(doc) == save_outcome::saved);
+}
+
+save_outcome save_to(document& doc, const std::string& path) {
   if (const failure why = write_file(path, project_text(doc.p))) {
     say(doc, icon::critical,
         "The project could not be saved to \"" + sanitized(path) + "\": " + *why +
@@ -209,24 +233,71 @@ save_outcome save_project(document& doc) {
     return save_outcome::failed;
   }
   doc.p.saved = 1;
+  doc.set_file(path);
+  note_recent_project(doc.prefs, path);
   return save_outcome::saved;
+}
+
+}  // namespace
+
+save_outcome save_project(document& doc) {
+  if (!may_be_saved(doc))
+    return save_outcome::failed;
+  const std::string path = doc.ask.save_file(project_dialog("save corvane project"));
+  if (path.empty() || (file_exists(path) && !may_overwrite(doc)))
+    return save_outcome::given_up;
+  return save_to(doc, path);
 }
 
 void saveproject_command(document& doc) {
   save_project(doc);
 }
 
-void loadproject_command(document& doc) {
-  if (!may_replace_titles(doc))
+void savefile_command(document& doc) {
+  if (doc.file().empty())
+    saveproject_command(doc);
+  else if (may_be_saved(doc))
+    save_to(doc, doc.file());
+}
+
+void newproject_command(document& doc) {
+  const bool holds_something =
+      !doc.p.List11.empty() || !doc.p.menulist.empty() || !doc.p.customxml.empty();
+  if (holds_something && doc.is_unsaved() && !may_leave(doc))
     return;
+  const project old = std::exchange(doc.p, {});
+  start_up(doc);
+  doc.p.cleanup = old.cleanup;
+  doc.p.editxml = old.editxml;
+  dvdsize(doc);
+}
+
+void loadproject_command(document& doc) {
+  load_asked(doc);
+}
+
+bool load_asked(document& doc) {
+  if (!may_replace_titles(doc))
+    return false;
   const std::string path = doc.ask.open_file(project_dialog("load corvane project"));
-  if (!path.empty())
+  return !path.empty() && loadprojectf(doc, path);
+}
+
+void load_recent_command(document& doc, const std::string& path) {
+  if (may_replace_titles(doc))
     loadprojectf(doc, path);
 }
 
 bool loadprojectf(document& doc, const std::string& path) {
   std::optional<loaded_project> loaded = read_project(doc, path);
-  return loaded && replace_project(doc, std::move(*loaded));
+  if (!loaded)
+    return false;
+  std::string text = text_as_saved(*loaded);
+  if (!replace_project(doc, std::move(*loaded)))
+    return false;
+  doc.set_file(path, std::move(text));
+  note_recent_project(doc.prefs, path);
+  return true;
 }
 
 bool load_to_look(document& doc, const std::string& path) {

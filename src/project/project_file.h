@@ -32,8 +32,21 @@ enum class save_outcome { saved, given_up, failed };
 /// The same command for callers that must know how it ended.
 save_outcome save_project(document& doc);
 
+/// Saves into the project's file, without asking; "save project..." where it has none.
+void savefile_command(document& doc);
+
+/// "new project": asks whether to save the one that is open, if it is not saved, and begins with
+/// an empty one.
+void newproject_command(document& doc);
+
+/// Loads a project that was open before (native path), after the question of "load project...".
+void load_recent_command(document& doc, const std::string& path);
+
 /// "load project...": asks before replacing titles, asks for the file, loads it.
 void loadproject_command(document& doc);
+
+/// The same for callers that must know whether a project was loaded.
+bool load_asked(document& doc);
 
 /// Loads a project file (native path). Whatever is wrong with it is shown in a message. Returns
 /// whether a project is now loaded: false when the file was refused (the project is as it was) or

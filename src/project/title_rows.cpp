@@ -33,6 +33,8 @@ void add_title(project& p, const std::string& List11_row) {
   p.subtitleoptions.push_back(default_subtitleoptions(p.globalregion));
   show_title_count(p);
   p.chapters.emplace_back("00:00:00.00");
+  // A load that was taken back for missing files leaves the delays of titles that are gone.
+  p.delay.resize(p.List11.size() - 1, "0");
   p.delay.emplace_back("0");
 }
 

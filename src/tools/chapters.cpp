@@ -133,4 +133,12 @@ bool chapter::accept() {
   return true;
 }
 
+void chapter::keep_in(project& copy) const {
+  std::vector<std::string> lines;
+  for (const std::string& line : chapter_lines(RichTextBox1_))
+    if (const std::string_view time = trim(line); !time.empty() && !holds_control_character(time))
+      lines.emplace_back(time);
+  row_to_write(copy.chapters, leading_whole(Label2_), {}) = chapter_row(lines);
+}
+
 }  // namespace corvane

@@ -55,6 +55,10 @@ class chapter {
   /// is told; nothing is stored. A missing file of the project is told and keeps nothing back.
   bool accept();
 
+  /// What stands here and was not accepted, into a copy of the project that is kept in case the
+  /// program dies: every line, also one that is no time.
+  void keep_in(project& copy) const;
+
  private:
   chapter(document& doc, std::size_t row);
 

@@ -101,9 +101,13 @@ void language::remove() {
 }
 
 void language::accept() {
-  doc_->p.languagetags = List1_;
+  keep_in(doc_->p);
   doc_->p.saved = 0;
   dvdsize(*doc_);
+}
+
+void language::keep_in(project& copy) const {
+  copy.languagetags = List1_;
 }
 
 }  // namespace corvane

@@ -54,6 +54,10 @@ class language {
   /// project is told and keeps nothing back.
   void accept();
 
+  /// What stands here and was not accepted, into a copy of the project that is kept in case the
+  /// program dies.
+  void keep_in(project& copy) const;
+
  private:
   explicit language(document& doc);
   void add(disc_language::stream_kind kind);

@@ -169,10 +169,14 @@ void Subtitles::reset() {
 }
 
 void Subtitles::accept() {
-  row_to_write(doc_->p.subtitleoptions, static_cast<int>(title_) + 1, {}) =
-      subtitle_options_text(suboptions_);
+  keep_in(doc_->p);
   doc_->p.saved = 0;
   dvdsize(*doc_);
+}
+
+void Subtitles::keep_in(project& copy) const {
+  row_to_write(copy.subtitleoptions, static_cast<int>(title_) + 1, {}) =
+      subtitle_options_text(suboptions_);
 }
 
 }  // namespace corvane

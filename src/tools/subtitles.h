@@ -66,6 +66,10 @@ class Subtitles {
   /// is told and keeps nothing back.
   void accept();
 
+  /// What stands here and was not accepted, into a copy of the project that is kept in case the
+  /// program dies.
+  void keep_in(project& copy) const;
+
  private:
   Subtitles(document& doc, std::size_t title, font_list fonts);
   std::string& files_row();

@@ -59,6 +59,11 @@ void xmleditor::set_Text1(std::string_view text) {
   Text1_ = replace_all(replace_all(Text1_, "\r", "\n"), "\n", crlf);
 }
 
+void xmleditor::keep_in(project& copy) const {
+  if (Text1_ != opened_)
+    copy.customxml = Text1_;
+}
+
 xmleditor_end xmleditor::close() {
   if (!may_close_with_fault())
     return xmleditor_end::stays_open;

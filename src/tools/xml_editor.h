@@ -55,6 +55,10 @@ class xmleditor {
   /// without anything in it takes the edit back, and config.xml is what the project gives.
   xmleditor_end close();
 
+  /// What was typed and not saved, into a copy of the project that is kept in case the
+  /// program dies.
+  void keep_in(project& copy) const;
+
  private:
   bool may_close_with_fault();
   bool save();

@@ -40,6 +40,15 @@ void command_bars::make_menus() {
   for (const menu& m : main_menus()) {
     auto* shown_menu = new wxMenu;
     for (const menu_item& entry : m.items) {
+      if (entry.kind == item_kind::separator) {
+        shown_menu->AppendSeparator();
+        continue;
+      }
+      if (entry.kind == item_kind::submenu) {
+        items_[entry.name] = shown_menu->AppendSubMenu(new wxMenu, entry.caption);
+        items_[entry.name]->Enable(false);  // until there is something in it
+        continue;
+      }
       wxMenuItem* made = shown_menu->Append(bound_id(window_, entry.run), with_keys(entry),
                                             wxString(), toolkit_kind(entry.kind));
       made->Enable(entry.run != nullptr);

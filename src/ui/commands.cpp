@@ -18,6 +18,8 @@
 #include "ui/video/chapter_window.h"
 #include "ui/widgets/icons.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,10 +27,27 @@
 namespace corvane {
 namespace {
 
+/// The name of a step, as a template's argument.
+template <std::size_t size>
+struct step_name {
+  char text[size];
+  constexpr step_name(const char (&name)[size]) { std::copy_n(name, size, text); }
+};
+
 /// A command of the core, followed by a refresh of the window.
-template <void (*command)(document&)>
+template <step_name name, void (*command)(document&)>
 void core(main_window& window) {
-  window.run(command);
+  window.run(name.text, command);
+}
+
+void undo(main_window& window) {
+  window.undo();
+}
+void redo(main_window& window) {
+  window.redo();
+}
+void quit(main_window& window) {
+  window.Close();
 }
 
 void author(main_window& window) {
@@ -61,15 +80,17 @@ std::string program_picture() {
 }
 
 void print_layout(main_window& main) {
-  main.run([&main](document& doc) { layoutprint_command(doc, main.app(), main.user_desktop()); });
+  main.run("generate layout report",
+           [&main](document& doc) { layoutprint_command(doc, main.app(), main.user_desktop()); });
 }
 
 void create_avisynth_script(main_window& main) {
-  main.run([&main](document& doc) { avisynth_command(doc, main.user_desktop()); });
+  main.run("create motion menu script",
+           [&main](document& doc) { avisynth_command(doc, main.user_desktop()); });
 }
 
 void register_extension(main_window& main) {
-  main.run([&main](document& doc) {
+  main.run("register .cvp extension", [&main](document& doc) {
     register_command(doc, {main.app(), own_executable(), program_picture(), user_desktop_folders(),
                            main.user_desktop()});
   });
@@ -81,52 +102,76 @@ menu_item command(const char* name, const char* caption, action run, const char*
 menu_item check(const char* name, const char* caption, action run) {
   return {name, caption, "", item_kind::check, run};
 }
+menu_item separator() {
+  return {"", "", "", item_kind::separator, nullptr};
+}
 menu_item label(const char* name, const char* caption) {
   return {name, caption, "", item_kind::label, nullptr};
 }
 
 menu file_menu() {
-  return {"mnufile",
-          "file",
-          {command("open", "add new title...", core<open_command>, "Ctrl+T"),
-           command("author", "author dvd...", author, "F5"),
-           command("loadproject", "load project...", core<loadproject_command>, "Ctrl+O"),
-           command("saveproject", "save project...", core<saveproject_command>, "Ctrl+S"),
-           command("showlog", "show log", show_log, "Ctrl+L"),
-           command("clearlog", "clear log", clear_log), label("empty", "---settings----"),
-           check("isocreate", "create iso after authoring", core<isocreate_command>),
-           check("editxml", "edit xml before authoring", core<editxml_command>),
-           check("cleanup", "clean up files after authoring", core<cleanup_command>)}};
+  return {
+      "mnufile",
+      "file",
+      {command("open", "add new title...", core<"add title", open_command>, "Ctrl+T"),
+       command("author", "author dvd...", author, "F5"),
+       command("loadproject", "load project...", core<"load project", loadproject_command>,
+               "Ctrl+O"),
+       command("saveproject", "save project...", core<"save project", saveproject_command>,
+               "Ctrl+Shift+S"),
+       command("showlog", "show log", show_log, "Ctrl+L"),
+       command("clearlog", "clear log", clear_log),
+       label("empty", "---settings----"),
+       check("isocreate", "create iso after authoring",
+             core<"change \"create iso\"", isocreate_command>),
+       check("editxml", "edit xml before authoring", core<"change \"edit xml\"", editxml_command>),
+       check("cleanup", "clean up files after authoring",
+             core<"change \"clean up files\"", cleanup_command>),
+       separator(),
+       command("newproject", "new project", core<"new project", newproject_command>, "Ctrl+N"),
+       command("savefile", "save", core<"save", savefile_command>, "Ctrl+S"),
+       {"recent", "recent projects", "", item_kind::submenu, nullptr},
+       separator(),
+       command("quit", "quit", quit, "Ctrl+Q")}};
 }
 
 menu menus_menu() {
-  return {"menu",
-          "menus",
-          {command("addmenu", "add new titleset menu", add_menu, "Ctrl+M"),
-           command("editmenu", "edit existing titleset menu", edit_menu, "Ctrl+E"),
-           command("remove", "remove titleset menu", remove_menu),
-           command("still", "create m2v still", still, "Ctrl+I"),
-           command("framecount", "set m2v framecount", core<framecount_command>),
-           command("avisynth", "create motion menu script", create_avisynth_script, "Ctrl+Y")}};
+  return {
+      "menu",
+      "menus",
+      {command("addmenu", "add new titleset menu", add_menu, "Ctrl+M"),
+       command("editmenu", "edit existing titleset menu", edit_menu, "Ctrl+E"),
+       command("remove", "remove titleset menu", remove_menu),
+       command("still", "create m2v still", still, "Ctrl+I"),
+       command("framecount", "set m2v framecount", core<"set m2v framecount", framecount_command>),
+       command("avisynth", "create motion menu script", create_avisynth_script, "Ctrl+Shift+Y")}};
 }
 
 menu extras_menu() {
   return {"extras",
           "extras",
           {label("notice", "--highlight a title before selecting these options"),
-           command("addaudiostream", "add audio stream", core<addaudiostream_command>, "Ctrl+U"),
+           command("addaudiostream", "add audio stream",
+                   core<"add audio stream", addaudiostream_command>, "Ctrl+U"),
            command("addsubs", "add/edit subtitles", edit_subtitles, "Ctrl+B"),
            command("edittags", "edit language tags", edit_languages, "Ctrl+G"),
-           command("editdelay", "edit A/V delay", core<editdelay_command>, "Ctrl+D")}};
+           command("editdelay", "edit A/V delay", core<"edit A/V delay", editdelay_command>,
+                   "Ctrl+D")}};
 }
 
 menu tools_menu() {
   return {"tools",
           "tools",
-          {check("jumptable", "use JumpTable", core<jumptable_command>),
+          {check("jumptable", "use JumpTable", core<"change JumpTable", jumptable_command>),
            command("layoutprint", "generate layout report", print_layout, "Ctrl+R"),
            command("register", "register .cvp extension", register_extension),
-           command("mnuabout", "about", core<about_command>, "F1")}};
+           command("mnuabout", "about", core<"about", about_command>, "F1")}};
+}
+
+menu edit_menu_items() {
+  return {"edit",
+          "edit",
+          {command("undo", "undo", undo, "Ctrl+Z"), command("redo", "redo", redo, "Ctrl+Y")}};
 }
 
 menu check_menu() {
@@ -140,8 +185,8 @@ menu check_menu() {
 }  // namespace
 
 const std::vector<menu>& main_menus() {
-  static const std::vector<menu> menus = {file_menu(), menus_menu(), extras_menu(), tools_menu(),
-                                          check_menu()};
+  static const std::vector<menu> menus = {file_menu(),  menus_menu(),      extras_menu(),
+                                          tools_menu(), edit_menu_items(), check_menu()};
   return menus;
 }
 
@@ -151,13 +196,13 @@ const std::vector<tool>& main_tools() {
        "add title",
        "add a basic mpeg video stream, and the complimentry audio stream",
        "add a basic video and audio stream",
-       core<open_command>,
+       core<"add title", open_command>,
        {}},
       {"remove-title",
        "remove title",
        "remove title",
        "highlight a title in the list and click remove.",
-       core<remove_title_command>,
+       core<"remove title", remove_title_command>,
        {}},
       {"chapters",
        "chapters",
@@ -184,10 +229,11 @@ const std::vector<tool>& main_tools() {
        "add extra audio streams, or subtitles",
        "add extra audio streams, or subtitles",
        drop_extras,
-       {{"addaudio", "add additional audio track", core<addaudiostream_command>},
+       {{"addaudio", "add additional audio track",
+         core<"add audio stream", addaudiostream_command>},
         {"subtitles", "add/edit subtitles", edit_subtitles},
         {"edittags", "edit language tags", edit_languages},
-        {"editdelay", "edit A/V delay", core<editdelay_command>}}},
+        {"editdelay", "edit A/V delay", core<"edit A/V delay", editdelay_command>}}},
       {"author-dvd", "author dvd", "author the dvd", "begin the authoring process", author, {}},
   };
   return tools;

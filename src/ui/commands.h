@@ -12,7 +12,8 @@ class main_window;
 /// What choosing an item does; null: nothing yet.
 using action = void (*)(main_window&);
 
-enum class item_kind { command, check, label };
+/// A `submenu` is filled by the window; it and a separator have no command.
+enum class item_kind { command, check, label, separator, submenu };
 
 struct menu_item {
   const char* name;     ///< the command's name

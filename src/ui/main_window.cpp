@@ -8,6 +8,7 @@
 #include "project/missing_tools.h"
 #include "project/preferences.h"
 #include "project/project_file.h"
+#include "project/recent_projects.h"
 #include "project/title_commands.h"
 #include "tools/still_video.h"
 #include "tools/xml_editor.h"
@@ -25,6 +26,7 @@
 #include "ui/widgets/wx_text.h"
 
 #include <wx/accel.h>
+#include <wx/control.h>
 #include <wx/menu.h>
 #include <wx/toolbar.h>
 
@@ -55,10 +57,11 @@ class raised {
 main_window::main_window(std::string app, const std::string& media_folder)
     : wxFrame(nullptr, wxID_ANY, version_title, wxDefaultPosition, wxDefaultSize,
               wxDEFAULT_FRAME_STYLE, "main"),
+      app_(std::move(app)),
       prefs_(user_settings()),
       ask_(*this, media_folder),
-      document_{p_, ask_, *prefs_},
-      app_(std::move(app)),
+      recovery_(join_path(app_, "kept")),
+      document_(ask_, *prefs_),
       lock_(app_),
       display_(*this, [this] { stop_run(); }),
       launcher_(make_process_launcher()),
@@ -84,6 +87,7 @@ main_window::main_window(std::string app, const std::string& media_folder)
                 [this](const finding& f) { to_repair_ = f; }});
   Bind(wxEVT_IDLE, &main_window::on_idle, this);
   start_up(document_);
+  document_.keep_in(&recovery_);
   refresh();
 }
 
@@ -97,14 +101,14 @@ void main_window::make_controls() {
   bars_ = std::make_unique<command_bars>(*this);
   CreateStatusBar();
   project_view::handlers on;
-  on.select = [this](int row) { p_.selected = row; };
-  on.titleup = [this] { run(titleup_command); };
-  on.titledown = [this] { run(titledown_command); };
-  on.insert = [this] { run(open_command); };
-  on.remove = [this] { run(remove_title_command); };
+  on.select = [this](int row) { document_.p.selected = row; };
+  on.titleup = [this] { run("move title up", titleup_command); };
+  on.titledown = [this] { run("move title down", titledown_command); };
+  on.insert = [this] { run("add title", open_command); };
+  on.remove = [this] { run("remove title", remove_title_command); };
   on.findings = [this] { check_->show(); };
   on.region = [this](const std::string& region) {
-    run([&region](document& doc) { region_command(doc, region); });
+    run("change DVD format", [&region](document& doc) { region_command(doc, region); });
   };
   view_ = new project_view(this, std::move(on));
   view_->SetDropTarget(new file_drop([this](const std::vector<std::string>& p) { drop(p); }));
@@ -127,20 +131,21 @@ void main_window::bind_keys() {
   const int chapters = wxWindow::NewControlId();
   const int nav_commands = wxWindow::NewControlId();
   Bind(
-      wxEVT_MENU, [this](wxCommandEvent&) { run(titleup_command); }, up);
+      wxEVT_MENU, [this](wxCommandEvent&) { run("move title up", titleup_command); }, up);
   Bind(
-      wxEVT_MENU, [this](wxCommandEvent&) { run(titledown_command); }, down);
+      wxEVT_MENU, [this](wxCommandEvent&) { run("move title down", titledown_command); }, down);
   Bind(
       wxEVT_MENU, [this](wxCommandEvent&) { edit_chapters(*this); }, chapters);
   Bind(
       wxEVT_MENU, [this](wxCommandEvent&) { edit_navcommands(*this); }, nav_commands);
+  const int redo_too = wxWindow::NewControlId();
   Bind(
-      wxEVT_MENU, [this](wxCommandEvent&) { Close(); }, wxID_EXIT);
+      wxEVT_MENU, [this](wxCommandEvent&) { redo(); }, redo_too);
   const wxAcceleratorEntry keys[] = {{wxACCEL_ALT, WXK_UP, up},
                                      {wxACCEL_ALT, WXK_DOWN, down},
                                      {wxACCEL_CTRL, 'H', chapters},
-                                     {wxACCEL_CTRL, 'N', nav_commands},
-                                     {wxACCEL_CTRL, 'Q', wxID_EXIT}};
+                                     {wxACCEL_CTRL, 'J', nav_commands},
+                                     {wxACCEL_CTRL | wxACCEL_SHIFT, 'Z', redo_too}};
   SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(std::size(keys)), keys));
 }
 
@@ -148,12 +153,13 @@ bool main_window::may_command() const {
   return !in_command_ && !editor_is_open_ && !ending_ && !runner_.running();
 }
 
-void main_window::run(const std::function<void(document&)>& command) {
+void main_window::run(const char* name, const std::function<void(document&)>& command) {
   if (!may_command())
     return;
   {
     const raised in_command(in_command_);
     left_by_run_.clear();
+    const document::step step(document_, name);
     command(document_);
   }
   if (runner_.watching())
@@ -161,18 +167,32 @@ void main_window::run(const std::function<void(document&)>& command) {
   refresh();
 }
 
-void main_window::open_editor(
-    const std::function<wxTopLevelWindow*(document&, std::function<void()>)>& open) {
+void main_window::open_editor(const char* name,
+                              const std::function<wxTopLevelWindow*(lent_project)>& open) {
   if (!may_command())
     return;
   editor_is_open_ = true;
   check_->let_commands(false);
-  editor_ = open(document_, [this] {
-    editor_is_open_ = false;
-    check_->let_commands(true);
-    focus_titles();
-    check_->come_back();
-  });
+  editor_ = open({document_, ask_, name, [this] {
+                    editor_is_open_ = false;
+                    check_->let_commands(true);
+                    focus_titles();
+                    check_->come_back();
+                  }});
+}
+
+void main_window::undo() {
+  if (!may_command())
+    return;
+  document_.undo();
+  refresh();
+}
+
+void main_window::redo() {
+  if (!may_command())
+    return;
+  document_.redo();
+  refresh();
 }
 
 bool main_window::raise_editor() {
@@ -185,7 +205,7 @@ bool main_window::raise_editor() {
 void main_window::author() {
   prepared_run prepared;
   bool edit = false;
-  run([&](document& doc) {
+  run("author dvd", [&](document& doc) {
     author_equipment equipment{app_, lock_, runner_, [&edit] { edit = true; }, {}};
     equipment.material = material();
     stop_question_ = "Stop authoring?  The disc will not be complete.";
@@ -200,17 +220,18 @@ void main_window::author() {
 
 void main_window::edit_xml(const prepared_run& prepared) {
   bool opened = false;
-  open_editor([&](document& doc, std::function<void()> closed) -> wxTopLevelWindow* {
+  open_editor("edit xml", [&](lent_project lent) -> wxTopLevelWindow* {
     opened = true;
+    document& doc = lent.doc();
     const auto generated = [&doc, where = prepared.where] {
       return config_xml(disc_of(doc.p), {}, where);
     };
-    auto* editor = new xmleditor_window(this, xmleditor(doc, {app_, lock_, generated}),
-                                        [this, prepared, closed = std::move(closed)](bool proceed) {
-                                          closed();
-                                          if (proceed)
-                                            start(prepared);
-                                        });
+    auto* editor =
+        new xmleditor_window(this, std::move(lent), xmleditor(doc, {app_, lock_, generated}),
+                             [this, prepared](bool proceed) {
+                               if (proceed)
+                                 start(prepared);
+                             });
     editor->Show();
     return editor;
   });
@@ -219,7 +240,7 @@ void main_window::edit_xml(const prepared_run& prepared) {
 }
 
 void main_window::start(const prepared_run& prepared) {
-  run([&](document& doc) {
+  run("author dvd", [&](document& doc) {
     author_equipment equipment{app_, lock_, runner_, {}, {}};
     equipment.material = material();
     authordvd(doc, equipment, prepared);
@@ -234,7 +255,7 @@ void main_window::repair_what_was_asked_about() {
 }
 
 void main_window::still() {
-  run([this](document& doc) {
+  run("create m2v still", [this](document& doc) {
     const media_pictures pictures;
     still_equipment equipment{app_, lock_, runner_, pictures};
     stop_question_ = "Stop making the still?  The video will not be complete.";
@@ -267,7 +288,7 @@ void main_window::show_findings(const finding_list& findings) {
 }
 
 void main_window::select_title(int row) {
-  run([row](document& doc) {
+  run("select title", [row](document& doc) {
     if (row < title_count(doc.p))
       doc.p.selected = row;
   });
@@ -291,7 +312,7 @@ void main_window::drop_down(const std::string& tool_caption) {
 // One after the other: what is told stands until it was read, and a project that came meanwhile
 // would be refused as any command is then.
 void main_window::begin(const failure& unusable, const std::string& project) {
-  run([&](document& doc) {
+  run("start", [&](document& doc) {
     if (unusable) {
       tell("The program folder " + app_ + " cannot be used: " + *unusable + ".");
       return;
@@ -304,11 +325,11 @@ void main_window::begin(const failure& unusable, const std::string& project) {
 }
 
 void main_window::load(const std::string& path) {
-  run([&path](document& doc) { loadprojectf(doc, path); });
+  run("load project", [&path](document& doc) { loadprojectf(doc, path); });
 }
 
 void main_window::drop(const std::vector<std::string>& paths) {
-  run([&paths](document& doc) { drop_files(doc, paths); });
+  run("add dropped files", [&paths](document& doc) { drop_files(doc, paths); });
 }
 
 void main_window::tell(const std::string& text) {
@@ -319,18 +340,56 @@ void main_window::tell(const std::string& text) {
 }
 
 void main_window::refresh() {
-  view_->show_project(p_);
-  bars_->item("isocreate")->Check(p_.isocreate);
-  bars_->item("cleanup")->Check(p_.cleanup);
-  bars_->item("jumptable")->Check(p_.jumptable);
-  bars_->item("editxml")->Check(p_.editxml);
+  const project& p = document_.p;
+  view_->show_project(p);
+  bars_->item("isocreate")->Check(p.isocreate);
+  bars_->item("cleanup")->Check(p.cleanup);
+  bars_->item("jumptable")->Check(p.jumptable);
+  bars_->item("editxml")->Check(p.editxml);
+  show_steps();
+  show_recent();
   check_->look();
   show_status();
 }
 
+// "undo remove title"
+void main_window::show_steps() {
+  const auto show = [this](const char* name, const std::optional<std::string>& step,
+                           const char* keys) {
+    wxMenuItem* const item = bars_->item(name);
+    item->SetItemLabel(wx_text(name + (step ? " " + *step : std::string())) + "\t" + keys);
+    item->Enable(step.has_value());
+  };
+  show("undo", document_.undo_name(), "Ctrl+Z");
+  show("redo", document_.redo_name(), "Ctrl+Y");
+}
+
+void main_window::show_recent() {
+  const std::vector<std::string> files = recent_projects(*prefs_);
+  if (files == shown_recent_)
+    return;
+  shown_recent_ = files;
+  wxMenu& menu = *bars_->item("recent")->GetSubMenu();
+  while (menu.GetMenuItemCount() > 0)
+    menu.Destroy(menu.FindItemByPosition(0));
+  for (const std::string& file : files) {
+    const int id = wxWindow::NewControlId();
+    menu.Append(id, wxControl::EscapeMnemonics(wx_text(file)));
+    menu.Bind(
+        wxEVT_MENU,
+        [this, file](wxCommandEvent&) {
+          run("load project", [&file](document& doc) { load_recent_command(doc, file); });
+        },
+        id);
+  }
+  bars_->item("recent")->Enable(!files.empty());
+}
+
 void main_window::show_status() {
   const char* const hint =
-      p_.List1.empty() ? "Click \"add title\" or drop video and audio streams here to begin." : "";
+      document_.p.List1.empty()
+          ? "Click \"add title\" or drop video and audio streams here to begin."
+          : "";
   SetStatusText(wx_text(left_by_run_.empty() ? hint : left_by_run_));
 }
 
@@ -368,9 +427,9 @@ void main_window::let_commands(bool enabled) {
 // Without a focus the window's keys do nothing. GTK selects the first row of a list that gets it;
 // what the user has selected stays selected, and nothing else.
 void main_window::focus_titles() {
-  const int selected = p_.selected;
+  const int selected = document_.p.selected;
   view_->SetFocus();
-  p_.selected = selected;
+  document_.p.selected = selected;
   refresh();
 }
 

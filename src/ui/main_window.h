@@ -10,8 +10,10 @@
 #include "platform/settings/settings.h"
 #include "project/document.h"
 #include "project/project.h"
+#include "project/recovery.h"
 #include "runner/shelled.h"
 #include "ui/disc/run_display.h"
+#include "ui/lent_project.h"
 #include "ui/wx_prompts.h"
 
 #include <wx/frame.h>
@@ -41,8 +43,10 @@ class main_window : public wxFrame {
   ~main_window() override;
 
   // What the items of the tables do. None does anything while a run or another command is on, or
-  // another window has the project.
-  void run(const std::function<void(document&)>& command);
+  // another window has the project. `name`: of the step, as "undo" names it.
+  void run(const char* name, const std::function<void(document&)>& command);
+  void undo();
+  void redo();
   void author();
   void still();
   void show_log();
@@ -54,9 +58,8 @@ class main_window : public wxFrame {
   material_equipment material();
 
   /// Lends the project to a window that `open` makes and shows, and runs no command until that
-  /// window calls the function it was given: then it is gone, or about to go. The window keeps this
-  /// one disabled.
-  void open_editor(const std::function<wxTopLevelWindow*(document&, std::function<void()>)>& open);
+  /// window gives it back: then it is gone, or about to go. The window keeps this one disabled.
+  void open_editor(const char* name, const std::function<wxTopLevelWindow*(lent_project)>& open);
 
   /// What follows once the window is shown: why the program folder cannot be used, or what came of
   /// a run that was interrupted and which outside tools are missing; then the project named on the
@@ -78,7 +81,7 @@ class main_window : public wxFrame {
   bool raise_editor();  ///< the window that has the project; false: none has it
   void show_findings(const finding_list& findings);
 
-  const project& shown_project() const { return p_; }
+  const project& shown_project() const { return document_.p; }
   const std::string& app() const { return app_; }                  ///< the program folder
   const std::string& last_output() const { return last_output_; }  ///< of a run, or empty; native
   const command_bars& bars() const { return *bars_; }
@@ -93,6 +96,8 @@ class main_window : public wxFrame {
   void make_controls();
   void bind_keys();
   void refresh();
+  void show_steps();
+  void show_recent();
   void show_status();
   void tell_restored();
   void tell(const std::string& text);  ///< says something that needs no answer
@@ -105,11 +110,11 @@ class main_window : public wxFrame {
   void start(const prepared_run& prepared);
   void repair_what_was_asked_about();
 
-  project p_;
+  std::string app_;
   std::unique_ptr<settings> prefs_;
   wx_prompts ask_;
+  recovery recovery_;
   document document_;
-  std::string app_;
   std::string last_output_;
   folder_lock lock_;
   run_display display_;
@@ -126,6 +131,7 @@ class main_window : public wxFrame {
   std::unique_ptr<command_bars> bars_;
   project_view* view_ = nullptr;
   std::unique_ptr<project_check> check_;
+  std::vector<std::string> shown_recent_;
   bool in_command_ = false;
   bool editor_is_open_ = false;
   bool ending_ = false;

@@ -87,6 +87,8 @@ wx_prompts::wx_prompts(wxWindow& owner, std::string folder)
     : owner_(owner), last_folder_(std::move(folder)) {}
 
 wxWindow* wx_prompts::parent() const {
+  if (!askers_.empty())
+    return askers_.back();
   wxWindow* active = wxGetTopLevelParent(wxGetActiveWindow());
   return active != nullptr && active->IsShown() && !active->IsBeingDeleted() ? active : &owner_;
 }

@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 #include <utility>
+#include <vector>
 
 class wxDialog;
 class wxWindow;
@@ -14,8 +15,8 @@ namespace corvane {
 
 class wx_prompts : public prompts {
  public:
-  /// Boxes stand over `owner` (or over the log window while that is the active one). File dialogs
-  /// open in `folder` (native) first, then in the one used last.
+  /// Boxes belong to `owner`, or to the active window beside it (the log), unless another one has
+  /// said that it asks. File dialogs open in `folder` (native) first, then in the one used last.
   wx_prompts(wxWindow& owner, std::string folder);
 
   answer message(const message_box& box) override;
@@ -25,6 +26,20 @@ class wx_prompts : public prompts {
   bool go_on_despite(const findings_question& question) override;
   bool show_text_file(const std::string& path) override;
   bool can_ask() const override { return !asking_stopped_; }
+
+  /// A window that works on the project: as long as this lives, what is asked is asked by it.
+  class asking_window {
+   public:
+    asking_window(wx_prompts& ask, wxWindow& window) : ask_(ask) {
+      ask_.askers_.push_back(&window);
+    }
+    ~asking_window() { ask_.askers_.pop_back(); }
+    asking_window(const asking_window&) = delete;
+    asking_window& operator=(const asking_window&) = delete;
+
+   private:
+    wx_prompts& ask_;
+  };
 
   /// Places in the project for what was found before a run.
   struct finding_places {
@@ -45,6 +60,7 @@ class wx_prompts : public prompts {
   std::string choose(const file_dialog& dialog, long style);
 
   wxWindow& owner_;
+  std::vector<wxWindow*> askers_;  ///< each stands over the one before
   std::string last_folder_;
   finding_places places_;
   int asking_ = 0;

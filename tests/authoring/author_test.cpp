@@ -100,10 +100,10 @@ class Author : public ::testing::Test {
   temporary_folder folder;
   std::string app = folder.path("app");
   std::string out;
-  project p;
   scripted_prompts ask;
   memory_settings prefs;
-  document doc{p, ask, prefs};
+  document doc{ask, prefs};
+  project& p = doc.p;
   bool made = (make_folders(app), true);
   folder_lock lock{app};
   recording_listener listener;
@@ -638,8 +638,8 @@ TEST_F(Author, WithoutRoomForWhatTheDiscShouldBeNothingIsStarted) {
   EXPECT_EQ(prepare_run(doc, e, run), author_result::prepared);
   make_folders(in(app, run_file::foreseen));
   not_written_prompts any("");
-  document other{p, any, prefs};
-  EXPECT_EQ(authordvd(other, e, run), author_result::not_written);
+  const prompts_relay::answered_by others(doc.ask, any);
+  EXPECT_EQ(authordvd(doc, e, run), author_result::not_written);
   ASSERT_EQ(any.told.size(), 1u);
   EXPECT_THAT(any.told[0], StartsWith("The file \"" + in(app, run_file::foreseen) +
                                       "\" could not be written: "));
@@ -664,8 +664,8 @@ TEST_F(Author, ASecondRunInTheProgramFolderIsRefused) {
 TEST_F(Author, AFileThatCannotBeWrittenIsNamedAndTheLockReleased) {
   make_folders(in(app, "config.xml"));
   not_written_prompts answers(out);
-  document other{p, answers, prefs};
-  EXPECT_EQ(author_command(other, e, run), author_result::not_written);
+  const prompts_relay::answered_by others(doc.ask, answers);
+  EXPECT_EQ(author_command(doc, e, run), author_result::not_written);
   ASSERT_EQ(answers.told.size(), 1u);
   EXPECT_THAT(answers.told[0],
               StartsWith("The file \"" + in(app, "config.xml") + "\" could not be written: "));
@@ -710,11 +710,11 @@ class AuthorOverWhatStays : public Author {
   void expect_refused(const std::string& fixed, const std::string& message) {
     e.replace_earlier_disc = true;
     not_written_prompts answers(out);
-    document other{p, answers, prefs};
-    ASSERT_EQ(prepare_run(other, e, run), author_result::prepared);
+    const prompts_relay::answered_by others(doc.ask, answers);
+    ASSERT_EQ(prepare_run(doc, e, run), author_result::prepared);
     {
       const kept_folder kept(fixed);
-      EXPECT_EQ(authordvd(other, e, run), author_result::refused);
+      EXPECT_EQ(authordvd(doc, e, run), author_result::refused);
     }
     ASSERT_EQ(answers.told.size(), 1u);
     EXPECT_THAT(answers.told[0], StartsWith(message + " could not be put aside: "));
@@ -923,7 +923,7 @@ class AuthorAfterTheEditor : public Author {
     for (auto* const rows : {&p.chapters, &p.delay, &p.subtitledata})
       rows->push_back(rows->front());
   }
-  void prepare() { ASSERT_EQ(prepare_run(other, e, run), author_result::prepared); }
+  void prepare() { ASSERT_EQ(prepare_run(doc, e, run), author_result::prepared); }
   /// XML with a titleset for each of these, what stands in the <pgc> of its title.
   std::string xml(const std::vector<std::string>& titles) {
     std::string text =
@@ -944,7 +944,7 @@ class AuthorAfterTheEditor : public Author {
 
   fact_store facts;
   answering_prompts any{out};
-  document other{p, any, prefs};
+  const prompts_relay::answered_by others{doc.ask, any};
 };
 
 TEST_F(AuthorAfterTheEditor, TheDiscOfTheEditIsLookedAtBeforeTheRunStarts) {
@@ -954,20 +954,20 @@ TEST_F(AuthorAfterTheEditor, TheDiscOfTheEditIsLookedAtBeforeTheRunStarts) {
   EXPECT_THAT(any.asked, IsEmpty());
   p.customxml = xml({title(1) + "<post>jump title 7;</post>"});
   any.goes_on = false;
-  EXPECT_EQ(authordvd(other, e, run), author_result::refused);
+  EXPECT_EQ(authordvd(doc, e, run), author_result::refused);
   EXPECT_THAT(any.asked, ElementsAre(ElementsAre("command-target-missing")));
   EXPECT_FALSE(lock.held());
   EXPECT_THAT(launcher.started, IsEmpty());
   EXPECT_TRUE(file_exists(disc));
   EXPECT_FALSE(file_exists(in(app, run_file::foreseen)));
   any.goes_on = true;
-  EXPECT_EQ(authordvd(other, e, run), author_result::started);
+  EXPECT_EQ(authordvd(doc, e, run), author_result::started);
 }
 
 TEST_F(AuthorAfterTheEditor, FilesThatOnlyTheEditNamesAreLookedAtAndForeseen) {
   prepare();
   p.customxml = xml({title(1), "<vob file=\"" + folder.path("none.vob") + "\"/>"});
-  EXPECT_EQ(authordvd(other, e, run), author_result::started);
+  EXPECT_EQ(authordvd(doc, e, run), author_result::started);
   EXPECT_THAT(any.asked, ElementsAre(testing::Contains("file-missing")));
 }
 
@@ -976,7 +976,7 @@ TEST_F(AuthorAfterTheEditor, AnErrorThatTheEditHasCuredIsNotForgiven) {
   prepare();
   ASSERT_THAT(any.asked, ElementsAre(ElementsAre("titleset-aspect")));
   p.customxml = xml({title(1), title(2)});
-  EXPECT_EQ(authordvd(other, e, run), author_result::started);
+  EXPECT_EQ(authordvd(doc, e, run), author_result::started);
   EXPECT_EQ(any.asked.size(), 1u) << "nothing is wrong with it any more";
   EXPECT_THAT(forgiven(), IsEmpty());
 }
@@ -986,7 +986,7 @@ TEST_F(AuthorAfterTheEditor, WhatWasToldBeforeIsNotAskedAboutAgain) {
   prepare();
   ASSERT_EQ(any.asked.size(), 1u);
   p.customxml = xml({title(1) + "</pgc>\r\n<pgc>" + title(2)});
-  EXPECT_EQ(authordvd(other, e, run), author_result::started);
+  EXPECT_EQ(authordvd(doc, e, run), author_result::started);
   EXPECT_EQ(any.asked.size(), 1u);
   EXPECT_THAT(forgiven(), testing::Not(IsEmpty()));
 }
@@ -995,7 +995,7 @@ TEST_F(AuthorAfterTheEditor, WhatIsNewIsAskedAboutWithWhatIsLeft) {
   add_wide_title();
   prepare();
   p.customxml = xml({title(1) + "<post>jump title 7;</post></pgc>\r\n<pgc>" + title(2)});
-  EXPECT_EQ(authordvd(other, e, run), author_result::started);
+  EXPECT_EQ(authordvd(doc, e, run), author_result::started);
   EXPECT_THAT(any.asked, ElementsAre(ElementsAre("titleset-aspect"),
                                      testing::UnorderedElementsAre("titleset-aspect",
                                                                    "command-target-missing")));
@@ -1007,7 +1007,7 @@ TEST_F(AuthorAfterTheEditor, ALookThatIsSkippedThenIsSaidInTheLog) {
   folder.add("more.m2v", small_video());
   e.material.examine = [](examination&) { return look_end::skipped; };
   p.customxml = xml({title(1), "<vob file=\"" + folder.path("more.m2v") + "\"/>"});
-  EXPECT_EQ(authordvd(other, e, run), author_result::started);
+  EXPECT_EQ(authordvd(doc, e, run), author_result::started);
   ASSERT_EQ(listener.starts.size(), 1u);
   EXPECT_THAT(listener.starts[0].first_lines, HasSubstr(skipped_look));
 }
@@ -1017,7 +1017,7 @@ TEST_F(AuthorAfterTheEditor, ALookThatIsStoppedStartsNothing) {
   folder.add("more.m2v", small_video());
   e.material.examine = [](examination&) { return look_end::stopped; };
   p.customxml = xml({title(1), "<vob file=\"" + folder.path("more.m2v") + "\"/>"});
-  EXPECT_EQ(authordvd(other, e, run), author_result::cancelled);
+  EXPECT_EQ(authordvd(doc, e, run), author_result::cancelled);
   EXPECT_FALSE(lock.held());
   EXPECT_THAT(launcher.started, IsEmpty());
 }
@@ -1028,9 +1028,9 @@ TEST_F(AuthorAfterTheEditor, AnEditThatIsTakenBackLeavesTheCommandsOfTheRows) {
   p.editxml = true;
   p.firstplay = "jump title 7";
   p.customxml = xml({title(1)});
-  EXPECT_EQ(author_command(other, e, run), author_result::editing);
+  EXPECT_EQ(author_command(doc, e, run), author_result::editing);
   p.customxml.clear();
-  EXPECT_EQ(authordvd(other, e, run), author_result::refused);
+  EXPECT_EQ(authordvd(doc, e, run), author_result::refused);
   EXPECT_THAT(any.told,
               ElementsAre("The first-play command, \"jump title 7\", leads to title 7, which does "
                           "not exist.  Please change it in the navigation commands."));

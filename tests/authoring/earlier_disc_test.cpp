@@ -151,10 +151,10 @@ class EarlierDisc : public ::testing::Test {
   std::string app = folder.path("app"), out = folder.path("dvd");
   std::string beside = folder.path("dvd.earlier");
   run_record record{true, {"VIDEO_TS", "AUDIO_TS", "image.iso"}, {"title1.mpg"}};
-  project p;
   scripted_prompts ask;
   memory_settings prefs;
-  document doc{p, ask, prefs};
+  document doc{ask, prefs};
+  project& p = doc.p;
   bool made = (make_folders(app), true);
   folder_lock lock{app};
 };

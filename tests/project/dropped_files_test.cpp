@@ -158,6 +158,16 @@ TEST_F(DroppedFiles, ProjectFileAsksBeforeItReplacesTitles) {
   EXPECT_EQ(p.List1.size(), 1u);
 }
 
+TEST_F(DroppedFiles, StreamsDroppedWithAProjectThatIsNotLoadedAreNotAdded) {
+  add_files_and_title({"a.m2v", "a.ac3"});
+  ask.expect(box("overwrite currect project?", icon::information, buttons::ok_cancel),
+             answer::cancel);
+  std::vector<std::string> dropped = add_all({"b.m2v", "b.ac3"});
+  dropped.push_back(folder.add("disc.cvp", project_text(project())));
+  drop_files(doc, dropped);
+  EXPECT_EQ(p.List1, rows{"title1:a.m2v/a.ac3"});
+}
+
 TEST_F(DroppedFiles, HandEditedXmlIsAskedAboutOnce) {
   p.customxml = "<a/>";
   expect_guard(answer::ok);

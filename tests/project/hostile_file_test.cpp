@@ -38,8 +38,8 @@ class HostileFile : public testing_support::command_test {
     p.menulist.clear();
     const loaded_project before = contents_of(p);
     user.messages.clear();
-    document patient{p, user, prefs};
-    const bool loaded = loadprojectf(patient, file);
+    const prompts_relay::answered_by patient(doc.ask, user);
+    const bool loaded = loadprojectf(doc, file);
     EXPECT_EQ(loaded, user.messages.empty());
     const bool taken_back = !loaded && p.saved == 1;
     if (!loaded && !taken_back) {

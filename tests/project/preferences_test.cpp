@@ -63,10 +63,10 @@ TEST_F(Preferences, AStoreThatKeepsNothingStillLeavesARegion) {
     std::string get(std::string_view) const override { return {}; }
     void set(std::string_view, std::string_view) override {}
   } deaf;
-  document without_store{p, ask, deaf};
-  p.globalregion = "";
+  document without_store(ask, deaf);
+  without_store.p.globalregion = "";
   start_up(without_store);
-  EXPECT_EQ(p.globalregion, "NTSC");
+  EXPECT_EQ(without_store.p.globalregion, "NTSC");
 }
 
 TEST_F(Preferences, CleanupTogglesMarkAndPreference) {

@@ -25,8 +25,9 @@ const std::set<std::string> own_elements = {"html", "head", "title", "body", "fo
 class ReportInBrowser : public testing_support::command_test {
  protected:
   /// Has the command write the report of a project, and gives the page's path.
-  std::string page_of(project made, const std::string& name) {
-    document made_bench{made, ask, prefs};
+  std::string page_of(const project& made, const std::string& name) {
+    document made_bench(ask, prefs);
+    made_bench.p = made;
     const std::string app = folder.path(name);
     EXPECT_FALSE(make_folders(app));
     EXPECT_EQ(layoutprint_command(made_bench, app, user_desktop), report_result::shown);

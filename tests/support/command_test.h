@@ -70,8 +70,8 @@ class command_test : public testing::Test {
   testing_support::temporary_folder folder;
   testing_support::scripted_prompts ask;
   memory_settings prefs;
-  project p;
-  document doc{p, ask, prefs};
+  document doc{ask, prefs};
+  project& p = doc.p;
 };
 
 /// A block as a program stream with navigation packets begins.

@@ -22,7 +22,7 @@ void menu_editor_test::SetUp() {
   window_test::SetUp();
   p_.chapters = {"0,1.5"};
   ask_ = ask_ui([this] { return std::make_unique<wx_prompts>(*window_, folder_.path()); });
-  bench_ = std::make_unique<document>(document{p_, *ask_, prefs_});
+  answers_ = std::make_unique<prompts_relay::answered_by>(bench_.ask, *ask_);
 }
 
 void menu_editor_test::TearDown() {
@@ -41,7 +41,9 @@ void menu_editor_test::add_menu(const std::string& native_video,
 
 void menu_editor_test::start() {
   const bool recall = !p_.menubuttons.back().empty();
-  on_ui([this, recall] { new tsmenu(window_, *bench_, recall, [this] { ++closed_; }); });
+  on_ui([this, recall] {
+    new tsmenu(window_, lent_project(bench_, *ask_, "edit menu", [this] { ++closed_; }), recall);
+  });
 }
 
 void menu_editor_test::open() {

@@ -3,6 +3,7 @@
 
 #include "platform/settings/settings.h"
 #include "project/document.h"
+#include "support/scripted_prompts.h"
 #include "ui/window_fixture.h"
 #include "ui/wx_prompts.h"
 
@@ -47,13 +48,17 @@ class menu_editor_test : public window_test {
   /// The button records that the project holds of the menu, joined by "|".
   std::string stored() const;
 
-  project p_;
   int closed_ = 0;
 
  private:
   std::unique_ptr<wx_prompts> ask_;
   memory_settings prefs_;
-  std::unique_ptr<document> bench_;
+  scripted_prompts nobody_;
+  document bench_{nobody_, prefs_};
+  std::unique_ptr<prompts_relay::answered_by> answers_;
+
+ protected:
+  project& p_ = bench_.p;
 };
 
 /// A Windows bitmap of one colour (0xRRGGBB) with so many bits a pixel, as bytes.

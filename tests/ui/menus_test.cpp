@@ -206,7 +206,7 @@ TEST_F(Menus, MenuMadeInTheWindowsIsOnTheDisc) {
   click_control("Command1", "tsmenu");
   click_control("Command2", "tsmenu");
   ASSERT_TRUE(window_goes("tsmenu"));
-  press("ctrl+n");
+  press("ctrl+j");
   ASSERT_TRUE(window_comes("navcommands"));
   double_click_row(0, "navcommands");
   type_text("call menu");

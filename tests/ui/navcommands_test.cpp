@@ -152,7 +152,7 @@ TEST_F(Navigation, TypedCommandOf30CharactersIsKeptToItsFirst25) {
 
 TEST_F(Navigation, AllOfItGoesWithTheKeysAlone) {
   load(titles_only(2));
-  press("ctrl+n");
+  press("ctrl+j");
   ASSERT_TRUE(window_comes(dialog));
   press("Down");
   press("Return");
@@ -241,7 +241,7 @@ TEST_F(Navigation, MainWindowRestsWhileTheDialogIsOpen) {
   });
   click_at(ask_ui([this] { return window_->GetScreenPosition() + wxPoint(20, 60); }));
   press("F5");
-  press("ctrl+n");
+  press("ctrl+j");
   const auto seen = top_dialog();
   EXPECT_TRUE(!seen || seen->title == "navigation commands editor") << seen->title;
   close("main");

@@ -84,7 +84,7 @@ class Program : public testing::Test {
 
   /// Saves what the program has loaded under another name, and gives the bytes.
   std::string saved_again() {
-    press("ctrl+s");
+    press("ctrl+shift+s");
     EXPECT_TRUE(window_comes("save corvane project"));
     std::this_thread::sleep_for(std::chrono::milliseconds(700));
     press("ctrl+a");

@@ -75,7 +75,7 @@ TEST_F(SideDocuments, MenuScriptOpensInTheEditor) {
 }
 
 TEST_F(SideDocuments, MenuScriptWithoutATitleIsRefused) {
-  press("ctrl+y");
+  press("ctrl+shift+y");
   EXPECT_EQ(answer_message("please add more titles", "OK").picture, "warning");
 }
 

@@ -19,6 +19,8 @@ struct expected_item {
   bool check;
 };
 
+const expected_item separator{"", "", true, false};
+
 struct expected_menu {
   const char* caption;
   std::vector<expected_item> items;
@@ -35,7 +37,13 @@ const std::vector<expected_menu> expected_menus = {
       {"empty", "---settings----", false, false},
       {"isocreate", "create iso after authoring", true, true},
       {"editxml", "edit xml before authoring", true, true},
-      {"cleanup", "clean up files after authoring", true, true}}},
+      {"cleanup", "clean up files after authoring", true, true},
+      separator,
+      {"newproject", "new project", true, false},
+      {"savefile", "save", true, false},
+      {"recent", "recent projects", false, false},
+      separator,
+      {"quit", "quit", true, false}}},
     {"menus",
      {{"addmenu", "add new titleset menu", true, false},
       {"editmenu", "edit existing titleset menu", true, false},
@@ -54,6 +62,7 @@ const std::vector<expected_menu> expected_menus = {
       {"layoutprint", "generate layout report", true, false},
       {"register", "register .cvp extension", true, false},
       {"mnuabout", "about", true, false}}},
+    {"edit", {{"undo", "undo", false, false}, {"redo", "redo", false, false}}},
     {"disc",
      {{"check", "check project...", true, false},
       {"verify", "verify disc...", true, false},
@@ -114,6 +123,9 @@ TEST_F(Tables, MenuBarHoldsEveryItemInOrder) {
       for (std::size_t i = 0; i < items.GetCount(); ++i) {
         const expected_item& expected = expected_menus[m].items[i];
         const wxMenuItem* item = items[i];
+        EXPECT_EQ(item->IsSeparator(), *expected.name == '\0');
+        if (item->IsSeparator())
+          continue;
         EXPECT_EQ(utf8_of(item->GetItemLabelText()), expected.caption);
         EXPECT_EQ(item->IsEnabled(), expected.enabled) << expected.caption;
         EXPECT_EQ(item->IsCheckable(), expected.check) << expected.caption;

@@ -6,6 +6,7 @@
 #include "ui/commands.h"
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
+#include "ui/widgets/wx_text.h"
 #include "ui/window_fixture.h"
 
 #include <wx/menuitem.h>
@@ -92,6 +93,17 @@ class Walk : public window_test {
            expect_check("editxml", &project::editxml);
          }},
         {"cleanup", [this] { expect_check("cleanup", &project::cleanup); }},
+        {"newproject",
+         [] {
+           expect_message("Do you want to save project?");
+           cancel_dialog("save corvane project");
+         }},
+        {"savefile",
+         [this] {
+           EXPECT_TRUE(wait_until([this] { return window_->shown_project().saved == 1; }));
+         }},
+        {"undo", [this] { EXPECT_FALSE(window_->shown_project().isocreate); }},
+        {"redo", [this] { EXPECT_TRUE(window_->shown_project().isocreate); }},
         {"addmenu", file("select video stream")},
         {"editmenu", file(picker_edit_caption)},
         {"remove", file(picker_erase_caption)},
@@ -149,6 +161,10 @@ class Walk : public window_test {
       expect_check("jumptable", &project::jumptable);
     };
     all["chapters"] = says("Please select a title to add chapters to.");
+    all["newproject"] = [this] { EXPECT_FALSE(window_->shown_project().isocreate); };
+    all["savefile"] = [] { cancel_dialog("save corvane project"); };
+    all["undo"] = [this] { EXPECT_FALSE(window_->shown_project().jumptable); };
+    all["redo"] = [this] { EXPECT_TRUE(window_->shown_project().jumptable); };
     all["remove title"] = says("Please select a title first to remove.");
     all["menus"] = all["addmenu"];
     all["extras"] = [] {
@@ -176,16 +192,22 @@ class Walk : public window_test {
     click_row(0, "main");
   }
 
-  /// Clicks on every item of the menu bar.
-  static void click_menu_bar(const effect_map& all) {
+  /// "undo" names what it undoes.
+  wxString label_of_item(const char* name) const {
+    return window_->bars().item(name)->GetItemLabelText();
+  }
+
+  /// Clicks on every item of the menu bar but "quit".
+  void click_menu_bar(const effect_map& all) {
     for (const menu& m : main_menus())
       for (const menu_item& item : m.items) {
-        if (item.kind == item_kind::label)
+        if (item.kind == item_kind::label || item.kind == item_kind::separator ||
+            item.kind == item_kind::submenu || std::string_view(item.name) == "quit")
           continue;
         SCOPED_TRACE(item.name);
         ASSERT_TRUE(all.contains(item.name));
         ASSERT_NE(item.run, nullptr);
-        click_menu(m.caption, item.caption);
+        click_menu(m.caption, utf8_of(ask_ui([&] { return label_of_item(item.name); })));
         all.at(item.name)();
         ASSERT_TRUE(no_dialog());
       }

@@ -169,7 +169,7 @@ TEST_F(XmlEditors, SavedEditIsKeptInTheProjectFileAndAuthoredFromThere) {
   replace("\"EN\"", "\"fr\"");
   const std::string edited = shown_xml();
   close_editor("Yes", "No");
-  press("ctrl+s");
+  press("ctrl+shift+s");
   answer_file("save corvane project", folder_.path("edited.cvp"));
   load(project());
   EXPECT_EQ(customxml(), "");

@@ -181,11 +181,10 @@ int author_project(const author_arguments& arguments, report& out) {
   }
   if (arguments.verify && path.empty())
     return verify_disc(nullptr, app, output, arguments.json, out);
-  project p;
   // The window's preferences are the user's; a run without it neither reads nor changes them.
   memory_settings prefs;
   console_prompts ask(out, output, arguments.force);
-  document doc{p, ask, prefs};
+  document doc(ask, prefs);
   if (!arguments.check && !arguments.verify)
     tell_missing_tools(doc, app);
   // Makes the lock's file: loading looks for any file in the program folder.
@@ -194,13 +193,13 @@ int author_project(const author_arguments& arguments, report& out) {
   if (!load(doc, arguments, path))
     return not_authorable;
   if (arguments.verify)
-    return verify_disc(&p, app, output, arguments.json, out);
-  if (const failure why = output.empty() ? std::nullopt : why_not_there(p, output)) {
+    return verify_disc(&doc.p, app, output, arguments.json, out);
+  if (const failure why = output.empty() ? std::nullopt : why_not_there(doc.p, output)) {
     out.message(*why);
     return not_authorable;
   }
   if (arguments.check)
-    return check_project(p, app, output, arguments.json, out);
+    return check_project(doc.p, app, output, arguments.json, out);
   run r(out, doc, lock, app);
   return prepare_and_run(arguments, r);
 }

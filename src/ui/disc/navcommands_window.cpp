@@ -38,12 +38,12 @@ wxArrayString shown_items(const std::vector<std::string>& items) {
 
 }  // namespace
 
-navcommands_window::navcommands_window(wxWindow* main, navcommands model,
-                                       std::function<void()> closed)
+navcommands_window::navcommands_window(wxWindow* main, lent_project lent, navcommands model)
     : wxDialog(main, wxID_ANY, "navigation commands editor", wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "navcommands"),
+      lent_(std::move(lent)),
       model_(std::move(model)),
-      closed_(std::move(closed)) {
+      life_(*this, *main, lent_.ask(), {{}, {}, [this] { lent_.give_back(); }}) {
   name_control(*this, "navcommands");
   SetIcons(program_icon());
   auto* groups = new wxBoxSizer(wxVERTICAL);
@@ -57,7 +57,7 @@ navcommands_window::navcommands_window(wxWindow* main, navcommands model,
   SetSizerAndFit(whole);
   bind_controls();
   CentreOnParent();
-  main->Disable();
+  life_.begin();
   List1_->SetFocus();
 }
 
@@ -144,8 +144,7 @@ void navcommands_window::bind_controls() {
   Bind(
       wxEVT_BUTTON, [this](wxCommandEvent&) { accept(); }, wxID_OK);
   Bind(
-      wxEVT_BUTTON, [this](wxCommandEvent&) { leave(); }, wxID_CANCEL);
-  Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { leave(); });
+      wxEVT_BUTTON, [this](wxCommandEvent&) { Close(); }, wxID_CANCEL);
 }
 
 void navcommands_window::on_list_key(wxKeyEvent& event) {
@@ -183,7 +182,8 @@ void navcommands_window::change_command() {
   if (row == wxNOT_FOUND)
     return;
   const std::string text = utf8_of(Combo1_->GetValue());
-  model_.set_command(text);
+  if (!life_.during([&] { model_.set_command(text); }))
+    return;
   if (model_.Combo1() != text)  // refused
     Combo1_->ChangeValue(wx_text(model_.Combo1()));
   List1_->SetString(static_cast<unsigned>(row),
@@ -192,21 +192,14 @@ void navcommands_window::change_command() {
 
 void navcommands_window::accept() {
   const std::string first = utf8_of(firstplay_->GetValue());
-  model_.set_firstplay(first);
+  if (!life_.during([&] { model_.set_firstplay(first); }))
+    return;
   if (model_.firstplay() != first) {  // refused
     firstplay_->ChangeValue(wx_text(model_.firstplay()));
     return;
   }
   model_.accept();
-  leave();
-}
-
-// The main window first: a disabled one would not get the focus back.
-void navcommands_window::leave() {
-  GetParent()->Enable();
-  Hide();
-  closed_();
-  Destroy();
+  life_.leave();
 }
 
 }  // namespace corvane

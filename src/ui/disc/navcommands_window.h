@@ -6,10 +6,10 @@
 #pragma once
 
 #include "menus/navcommands.h"
+#include "ui/lent_project.h"
+#include "ui/window_life.h"
 
 #include <wx/dialog.h>
-
-#include <functional>
 
 class wxComboBox;
 class wxKeyEvent;
@@ -24,9 +24,8 @@ enum class navcommands_focus { titles, selected_command, first_play };
 
 class navcommands_window : public wxDialog {
  public:
-  /// Disables `main`. When the user leaves the dialog, it enables `main` and calls `closed`; when
-  /// it goes with `main`, it does neither.
-  navcommands_window(wxWindow* main, navcommands model, std::function<void()> closed);
+  /// Disables `main` until the user leaves the dialog, which gives the project back then.
+  navcommands_window(wxWindow* main, lent_project lent, navcommands model);
 
   /// The command of the title that is selected in the model, or the first play.
   void focus_on(navcommands_focus what);
@@ -42,10 +41,10 @@ class navcommands_window : public wxDialog {
   void edit_command();
   void change_command();
   void accept();
-  void leave();
 
+  lent_project lent_;
   navcommands model_;
-  std::function<void()> closed_;
+  window_life life_;
   wxListBox* List1_ = nullptr;
   wxTextCtrl* Text1_ = nullptr;
   wxComboBox* Combo1_ = nullptr;

@@ -66,7 +66,7 @@ void project_check::check() {
   if (main_.raise_editor())
     return;
   std::optional<disc_description> checked;
-  main_.run([&](document& doc) {
+  main_.run("check project", [&](document& doc) {
     result<disc_description> disc = asked();
     if (is_empty(doc.p))
       say(doc, icon::exclamation, "Please add a title first: there is nothing to check yet.");
@@ -122,7 +122,7 @@ void project_check::show_run() {
   if (main_.raise_editor())
     return;
   if (!had_run_) {
-    main_.run([](document& doc) {
+    main_.run("check project", [](document& doc) {
       say(doc, icon::information,
           "No disc has been authored since the program was started: nothing was found yet.");
     });
@@ -316,7 +316,7 @@ void project_check::come_back() {
 }
 
 void project_check::save() {
-  main_.run([this](document& doc) { save_findings(doc, shown()); });
+  main_.run("save findings", [this](document& doc) { save_findings(doc, shown()); });
 }
 
 }  // namespace corvane

@@ -92,7 +92,7 @@ class verified_window : public wxDialog {
 }  // namespace
 
 void verify_disc(main_window& main) {
-  main.run([&main](document& doc) {
+  main.run("verify disc", [&main](document& doc) {
     verification_equipment e{main.app(), main.material(), {}};
     e.material.examine = [&main](examination& look) {
       const bool whole = read_with_box(main,

@@ -26,12 +26,19 @@ wxString place(int line, int column) {
 
 }  // namespace
 
-xmleditor_window::xmleditor_window(wxWindow* main, xmleditor model,
+xmleditor_window::xmleditor_window(wxWindow* main, lent_project lent, xmleditor model,
                                    std::function<void(bool)> closed)
     : wxFrame(main, wxID_ANY, "navigation XML editor", wxDefaultPosition, wxDefaultSize,
               wxDEFAULT_FRAME_STYLE, "xmleditor"),
+      lent_(std::move(lent)),
       model_(std::move(model)),
-      closed_(std::move(closed)) {
+      life_(*this, *main, lent_.ask(),
+            {{},
+             [this] { return may_close(); },
+             [this, closed = std::move(closed)] {
+               lent_.give_back();
+               closed(proceed_);
+             }}) {
   name_control(*this, "xmleditor");
   SetIcons(program_icon());
   Text1_ = make_xml_text(this);
@@ -54,7 +61,7 @@ xmleditor_window::xmleditor_window(wxWindow* main, xmleditor model,
   SetClientSize(FromDIP(wxSize(layout::xml_width, layout::xml_height)));
   bind_controls();
   CentreOnParent();
-  main->Disable();
+  life_.begin();
   show_status();
   Text1_->SetFocus();
 }
@@ -96,7 +103,6 @@ void xmleditor_window::bind_controls() {
     event.Skip();
   });
   rested_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { show_status(); });
-  Bind(wxEVT_CLOSE_WINDOW, &xmleditor_window::on_close, this);
 }
 
 void xmleditor_window::take_text() {
@@ -124,35 +130,13 @@ void xmleditor_window::go_to_fault() {
   Text1_->SetFocus();
 }
 
-void xmleditor_window::on_close(wxCloseEvent& event) {
-  if (!event.CanVeto()) {  // the session ends, and the main window with it
-    if (!closing_)
-      leave(false);
-    return;
-  }
-  if (closing_) {
-    event.Veto();
-    return;
-  }
-  closing_ = true;
+bool xmleditor_window::may_close() {
   take_text();
   const xmleditor_end end = model_.close();
-  closing_ = false;
-  if (end != xmleditor_end::stays_open) {
-    leave(end == xmleditor_end::proceed);
-    return;
-  }
-  event.Veto();
-  go_to_fault();
-}
-
-// The main window first: a disabled one would not get the focus back.
-void xmleditor_window::leave(bool proceed) {
-  GetParent()->Enable();
-  Hide();
-  const auto closed = closed_;
-  Destroy();
-  closed(proceed);
+  proceed_ = end == xmleditor_end::proceed;
+  if (end == xmleditor_end::stays_open)
+    go_to_fault();
+  return end != xmleditor_end::stays_open;
 }
 
 }  // namespace corvane

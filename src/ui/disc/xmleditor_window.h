@@ -6,6 +6,8 @@
 #pragma once
 
 #include "tools/xml_editor.h"
+#include "ui/lent_project.h"
+#include "ui/window_life.h"
 
 #include <wx/frame.h>
 #include <wx/timer.h>
@@ -21,9 +23,10 @@ class find_bar;
 
 class xmleditor_window : public wxFrame {
  public:
-  /// Disables `main`. When the user leaves the window, it enables `main` and calls `closed` with
-  /// whether the prepared run is to start; when it goes with `main`, it does neither.
-  xmleditor_window(wxWindow* main, xmleditor model, std::function<void(bool proceed)> closed);
+  /// Disables `main` until the user leaves the window. It gives the project back then, and calls
+  /// `closed` with whether the prepared run is to start.
+  xmleditor_window(wxWindow* main, lent_project lent, xmleditor model,
+                   std::function<void(bool proceed)> closed);
 
  private:
   void make_menus();
@@ -31,12 +34,12 @@ class xmleditor_window : public wxFrame {
   void take_text();
   void show_status();
   void go_to_fault();
-  void on_close(wxCloseEvent& event);
-  void leave(bool proceed);
+  bool may_close();
 
+  lent_project lent_;
   xmleditor model_;
-  std::function<void(bool)> closed_;
-  bool closing_ = false;
+  bool proceed_ = false;
+  window_life life_;
   wxStyledTextCtrl* Text1_ = nullptr;
   find_bar* find_ = nullptr;
   wxTimer rested_;  ///< runs out when nothing was typed for a moment

@@ -26,12 +26,13 @@
 
 namespace corvane {
 
-tsmenu::tsmenu(wxWindow* main, document& doc, bool recall, std::function<void()> closed)
+tsmenu::tsmenu(wxWindow* main, lent_project lent, bool recall)
     : wxFrame(main, wxID_ANY, "titleset menu", wxDefaultPosition, wxDefaultSize,
               wxDEFAULT_FRAME_STYLE | wxFRAME_FLOAT_ON_PARENT, "tsmenu"),
-      main_(main),
-      closed_(std::move(closed)),
-      editor_(doc, pictures_) {
+      lent_(std::move(lent)),
+      editor_(lent_.doc(), pictures_),
+      life_(*this, *main, lent_.ask(),
+            {[this] { area_->strip().release(); }, {}, [this] { lent_.give_back(); }}) {
   name_control(*this, "tsmenu");
   SetIcons(program_icon());
   if (recall)
@@ -42,8 +43,7 @@ tsmenu::tsmenu(wxWindow* main, document& doc, bool recall, std::function<void()>
   show_controls();
   fit();
   CentreOnScreen();
-  Bind(wxEVT_CLOSE_WINDOW, &tsmenu::on_close, this);
-  main_->Disable();
+  life_.begin();
   Show();
   panel_->SetFocus();  // on the first control, and on by one
   Navigate();
@@ -149,20 +149,16 @@ void tsmenu::fit() {
   Layout();
 }
 
-// While a message stands, the window is not disabled on every system: what happens meanwhile would
-// come in the middle of the event that the message is about. A field that is left because the
-// window closes is discarded with it.
+// A field that is left because the window closes is discarded with it.
 void tsmenu::tell(const menu_event& event) {
-  if (in_event_ || closing_)
-    return;
-  in_event_ = true;
-  buttons_->apply(editor_);
-  options_->apply(editor_);
-  if (event)
-    event(editor_);
-  if (show_controls())
-    fit();
-  in_event_ = false;
+  life_.during([&] {
+    buttons_->apply(editor_);
+    options_->apply(editor_);
+    if (event)
+      event(editor_);
+    if (show_controls())
+      fit();
+  });
 }
 
 /// True when the controls need another room.
@@ -184,28 +180,7 @@ void tsmenu::accept() {
     accepted = editor.refusals() == refusals && editor.accept();
   });
   if (accepted)
-    close();
-}
-
-// A message or file dialog of an event would delete the window under the event.
-void tsmenu::on_close(wxCloseEvent& event) {
-  if (!in_event_)
-    close();
-  else if (event.CanVeto())
-    event.Veto();
-}
-
-// Hiding takes the focus from a field, which tells.
-void tsmenu::close() {
-  if (closing_)
-    return;
-  closing_ = true;
-  area_->strip().release();
-  main_->Enable();
-  Hide();
-  main_->Raise();
-  Destroy();
-  closed_();
+    life_.leave();
 }
 
 }  // namespace corvane

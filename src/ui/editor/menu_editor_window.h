@@ -9,10 +9,10 @@
 #include "menus/menu_editor.h"
 #include "ui/editor/file_pictures.h"
 #include "ui/editor/menu_event.h"
+#include "ui/lent_project.h"
+#include "ui/window_life.h"
 
 #include <wx/frame.h>
-
-#include <functional>
 
 class wxPanel;
 class wxSizer;
@@ -26,9 +26,9 @@ class menu_picture_area;
 class tsmenu : public wxFrame {
  public:
   /// Opens for menu project::indexer and shows itself over `main`, which is disabled as long as it
-  /// is there. `recall`: the menu existed before, so its buttons are shown. `closed` is called when
-  /// the window has gone and `main` is enabled again, accepted or not; not when `main` itself goes.
-  tsmenu(wxWindow* main, document& doc, bool recall, std::function<void()> closed);
+  /// is there. `recall`: the menu existed before, so its buttons are shown. Gives the project back
+  /// when it goes, accepted or not.
+  tsmenu(wxWindow* main, lent_project lent, bool recall);
 
   /// Chooses a button of the disc (1-based), if there is such a one.
   void choose(int number);
@@ -42,16 +42,12 @@ class tsmenu : public wxFrame {
   void tell(const menu_event& event);
   bool show_controls();
   void accept();
-  void on_close(wxCloseEvent& event);
-  void close();
 
-  wxWindow* main_;
-  std::function<void()> closed_;
+  lent_project lent_;
   media_pictures pictures_;
   menu_editor editor_;
   wxSize video_size_;  ///< as the player shows it; 0 x 0 when it cannot
-  bool in_event_ = false;
-  bool closing_ = false;
+  window_life life_;
   wxPanel* panel_ = nullptr;
   menu_picture_area* area_ = nullptr;
   menu_button_panel* buttons_ = nullptr;

@@ -91,8 +91,8 @@ bool show_menuselect(wxWindow* main, menu_picker& picker) {
 
 /// `recall`: the menu is not new. `button`: the one that is chosen, 1-based; 0: none.
 void show_editor(main_window& main, bool recall, int button = 0) {
-  main.open_editor([&](document& doc, std::function<void()> closed) -> wxTopLevelWindow* {
-    auto* editor = new tsmenu(&main, doc, recall, std::move(closed));
+  main.open_editor("edit menu", [&](lent_project lent) -> wxTopLevelWindow* {
+    auto* editor = new tsmenu(&main, std::move(lent), recall);
     editor->choose(button);
     return editor;
   });
@@ -100,12 +100,13 @@ void show_editor(main_window& main, bool recall, int button = 0) {
 
 void show_navcommands(main_window& main, int title, navcommands_focus focus) {
   std::optional<navcommands> model;
-  main.run([&model](document& doc) { model = navcommands::prepare(doc); });
+  main.run("edit navigation commands",
+           [&model](document& doc) { model = navcommands::prepare(doc); });
   if (!model)
     return;
   model->select(title - 1);
-  main.open_editor([&](document&, std::function<void()> closed) -> wxTopLevelWindow* {
-    auto* dialog = new navcommands_window(&main, std::move(*model), std::move(closed));
+  main.open_editor("edit navigation commands", [&](lent_project lent) -> wxTopLevelWindow* {
+    auto* dialog = new navcommands_window(&main, std::move(lent), std::move(*model));
     dialog->Show();
     dialog->focus_on(focus);
     return dialog;
@@ -116,14 +117,14 @@ void show_navcommands(main_window& main, int title, navcommands_focus focus) {
 
 void add_menu(main_window& main) {
   bool added = false;
-  main.run([&added](document& doc) { added = addmenu_command(doc); });
+  main.run("add menu", [&added](document& doc) { added = addmenu_command(doc); });
   if (added)
     show_editor(main, false);
 }
 
 void edit_menu(main_window& main) {
   bool picked = false;
-  main.run([&](document& doc) {
+  main.run("edit menu", [&](document& doc) {
     if (!editmenu_command(doc))
       return;
     menu_picker picker(doc, picker_edit_caption);
@@ -136,7 +137,7 @@ void edit_menu(main_window& main) {
 // The picker, which is not shown, takes the menu as if it was picked.
 void edit_menu_at(main_window& main, int menu, int button) {
   bool picked = false;
-  main.run([&](document& doc) {
+  main.run("edit menu", [&](document& doc) {
     picked = editmenu_command(doc) && menu_picker(doc, picker_edit_caption).confirm(menu - 1);
   });
   if (picked)
@@ -144,7 +145,7 @@ void edit_menu_at(main_window& main, int menu, int button) {
 }
 
 void remove_menu(main_window& main) {
-  main.run([&main](document& doc) {
+  main.run("remove menu", [&main](document& doc) {
     if (!remove_menu_command(doc))
       return;
     menu_picker picker(doc, picker_erase_caption);

@@ -33,20 +33,21 @@ wxArrayString languages() {
 
 void edit_languages(main_window& main) {
   std::optional<language> model;
-  main.run([&model](document& doc) { model = language::open(doc); });
+  main.run("edit language tags", [&model](document& doc) { model = language::open(doc); });
   if (model)
-    main.open_editor([&](document&, std::function<void()> closed) -> wxTopLevelWindow* {
-      auto* dialog = new language_window(&main, std::move(*model), std::move(closed));
+    main.open_editor("edit language tags", [&](lent_project lent) -> wxTopLevelWindow* {
+      auto* dialog = new language_window(&main, std::move(lent), std::move(*model));
       dialog->Show();
       return dialog;
     });
 }
 
-language_window::language_window(wxWindow* main, language model, std::function<void()> closed)
+language_window::language_window(wxWindow* main, lent_project lent, language model)
     : wxDialog(main, wxID_ANY, "language tags", wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "language"),
+      lent_(std::move(lent)),
       model_(std::move(model)),
-      closed_(std::move(closed)) {
+      life_(*this, *main, lent_.ask(), {{}, {}, [this] { lent_.give_back(); }}) {
   name_control(*this, "language");
   SetIcons(program_icon());
   auto* groups = new wxBoxSizer(wxVERTICAL);
@@ -58,7 +59,7 @@ language_window::language_window(wxWindow* main, language model, std::function<v
   bind_controls();
   show_tags();
   CentreOnParent();
-  main->Disable();
+  life_.begin();
   List1_->SetFocus();
 }
 
@@ -139,13 +140,7 @@ void language_window::bind_controls() {
   Bind(
       wxEVT_BUTTON, [this](wxCommandEvent&) { accept(); }, wxID_OK);
   Bind(
-      wxEVT_BUTTON, [this](wxCommandEvent&) { leave(); }, wxID_CANCEL);
-  Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
-    if (accepting_ && event.CanVeto())
-      event.Veto();
-    else
-      leave();
-  });
+      wxEVT_BUTTON, [this](wxCommandEvent&) { Close(); }, wxID_CANCEL);
 }
 
 void language_window::on_list_key(wxKeyEvent& event) {
@@ -182,19 +177,8 @@ void language_window::show_tags() {
 
 // A file that is missing is told then, over this window.
 void language_window::accept() {
-  if (accepting_)
-    return;
-  accepting_ = true;
-  model_.accept();
-  leave();
-}
-
-// The main window first: a disabled one would not get the focus back.
-void language_window::leave() {
-  GetParent()->Enable();
-  Hide();
-  closed_();
-  Destroy();
+  if (life_.during([this] { model_.accept(); }))
+    life_.leave();
 }
 
 }  // namespace corvane

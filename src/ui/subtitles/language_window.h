@@ -6,10 +6,10 @@
 #pragma once
 
 #include "tools/language_tags.h"
+#include "ui/lent_project.h"
+#include "ui/window_life.h"
 
 #include <wx/dialog.h>
-
-#include <functional>
 
 class wxBitmapButton;
 class wxButton;
@@ -28,9 +28,8 @@ void edit_languages(main_window& main);
 
 class language_window : public wxDialog {
  public:
-  /// Disables `main`. When the user leaves the dialog, it enables `main` and calls `closed`; when
-  /// it goes with `main`, it does neither.
-  language_window(wxWindow* main, language model, std::function<void()> closed);
+  /// Disables `main` until the user leaves the dialog, which gives the project back then.
+  language_window(wxWindow* main, lent_project lent, language model);
 
  private:
   wxSizer* make_tags();
@@ -45,11 +44,10 @@ class language_window : public wxDialog {
   void tell(void (language::*event)());
   void show_tags();
   void accept();
-  void leave();
 
+  lent_project lent_;
   language model_;
-  std::function<void()> closed_;
-  bool accepting_ = false;
+  window_life life_;
   wxListBox* List1_ = nullptr;
   search_list* Combo1_ = nullptr;
   wxBitmapButton* Command3_ = nullptr;

@@ -35,12 +35,13 @@ void edit_subtitles(main_window& main) {
 
 void edit_subtitles_at(main_window& main, int subtitle, std::optional<double> seconds) {
   std::optional<Subtitles> model;
-  main.run([&model](document& doc) { model = Subtitles::open(doc, fonts_of_system()); });
+  main.run("edit subtitles",
+           [&model](document& doc) { model = Subtitles::open(doc, fonts_of_system()); });
   if (!model)
     return;
   model->select(subtitle - 1);
-  main.open_editor([&](document&, std::function<void()> closed) -> wxTopLevelWindow* {
-    auto* dialog = new subtitles_window(&main, main.app(), std::move(*model), std::move(closed));
+  main.open_editor("edit subtitles", [&](lent_project lent) -> wxTopLevelWindow* {
+    auto* dialog = new subtitles_window(&main, main.app(), std::move(lent), std::move(*model));
     if (seconds)
       dialog->show_cue_at(*seconds);
     dialog->Show();
@@ -48,12 +49,14 @@ void edit_subtitles_at(main_window& main, int subtitle, std::optional<double> se
   });
 }
 
-subtitles_window::subtitles_window(wxWindow* main, const std::string& app, Subtitles model,
-                                   std::function<void()> closed)
+subtitles_window::subtitles_window(wxWindow* main, const std::string& app, lent_project lent,
+                                   Subtitles model)
     : wxDialog(main, wxID_ANY, "Corvane - subtitles", wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "Subtitles"),
+      lent_(std::move(lent)),
       model_(std::move(model)),
-      closed_(std::move(closed)) {
+      life_(*this, *main, lent_.ask(),
+            {[this] { preview_->release(); }, {}, [this] { lent_.give_back(); }}) {
   name_control(*this, "Subtitles");
   SetIcons(program_icon());
   auto* columns = new wxBoxSizer(wxHORIZONTAL);
@@ -69,7 +72,7 @@ subtitles_window::subtitles_window(wxWindow* main, const std::string& app, Subti
   widen();
   bind_controls();
   CentreOnParent();
-  main->Disable();
+  life_.begin();
   list1_->SetFocus();
 }
 
@@ -145,23 +148,13 @@ void subtitles_window::bind_controls() {
       wxEVT_BUTTON, [this](wxCommandEvent&) { accept(); }, wxID_OK);
   Bind(
       wxEVT_BUTTON, [this](wxCommandEvent&) { Close(); }, wxID_CANCEL);
-  Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
-    if (in_event_ && event.CanVeto())
-      event.Veto();
-    else
-      leave();
-  });
 }
 
-// While a message stands, the window is not disabled on every system: what happens meanwhile would
-// come in the middle of the event that the message is about.
 void subtitles_window::tell(const subtitle_event& event) {
-  if (in_event_ || leaving_)
-    return;
-  in_event_ = true;
-  event(model_);
-  show_model();
-  in_event_ = false;
+  life_.during([&] {
+    event(model_);
+    show_model();
+  });
 }
 
 void subtitles_window::show_model() {
@@ -181,24 +174,8 @@ void subtitles_window::show_files() {
 
 // A file that is missing is told then, over this window.
 void subtitles_window::accept() {
-  if (in_event_ || leaving_)
-    return;
-  in_event_ = true;
-  model_.accept();
-  in_event_ = false;
-  leave();
-}
-
-// The main window first: a disabled one would not get the focus back.
-void subtitles_window::leave() {
-  if (leaving_)
-    return;
-  leaving_ = true;
-  preview_->release();
-  GetParent()->Enable();
-  Hide();
-  closed_();
-  Destroy();
+  if (life_.during([this] { model_.accept(); }))
+    life_.leave();
 }
 
 }  // namespace corvane

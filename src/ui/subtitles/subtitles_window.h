@@ -7,11 +7,12 @@
 #pragma once
 
 #include "tools/subtitles.h"
+#include "ui/lent_project.h"
 #include "ui/subtitles/subtitle_options_panel.h"
+#include "ui/window_life.h"
 
 #include <wx/dialog.h>
 
-#include <functional>
 #include <optional>
 #include <string>
 
@@ -33,10 +34,9 @@ void edit_subtitles_at(main_window& main, int subtitle, std::optional<double> se
 
 class subtitles_window : public wxDialog {
  public:
-  /// `app`: the program folder. Disables `main`. When the user leaves the dialog, it enables `main`
-  /// and calls `closed`; when it goes with `main`, it does neither.
-  subtitles_window(wxWindow* main, const std::string& app, Subtitles model,
-                   std::function<void()> closed);
+  /// `app`: the program folder. Disables `main` until the user leaves the dialog, which gives the
+  /// project back then.
+  subtitles_window(wxWindow* main, const std::string& app, lent_project lent, Subtitles model);
 
   /// Shows the cue at a time (seconds) of the selected file.
   void show_cue_at(double seconds);
@@ -53,12 +53,10 @@ class subtitles_window : public wxDialog {
   void show_model();
   void show_files();
   void accept();
-  void leave();
 
+  lent_project lent_;
   Subtitles model_;
-  std::function<void()> closed_;
-  bool in_event_ = false;
-  bool leaving_ = false;
+  window_life life_;
   wxListBox* list1_ = nullptr;
   subtitle_options_panel* options_ = nullptr;
   cue_preview* preview_ = nullptr;

@@ -28,23 +28,23 @@ void edit_chapters(main_window& main) {
 
 void edit_chapters_at(main_window& main, int line) {
   std::optional<chapter> model;
-  main.run([&model](document& doc) { model = chapter::open(doc); });
+  main.run("edit chapters", [&model](document& doc) { model = chapter::open(doc); });
   if (model)
-    main.open_editor([&](document& doc, std::function<void()> closed) -> wxTopLevelWindow* {
-      auto* dialog = new chapter_window(&main, doc, std::move(*model), std::move(closed));
+    main.open_editor("edit chapters", [&](lent_project lent) -> wxTopLevelWindow* {
+      auto* dialog = new chapter_window(&main, std::move(lent), std::move(*model));
       dialog->select_line(line);
       dialog->Show();
       return dialog;
     });
 }
 
-chapter_window::chapter_window(wxWindow* main, document& doc, chapter model,
-                               std::function<void()> closed)
+chapter_window::chapter_window(wxWindow* main, lent_project lent, chapter model)
     : wxDialog(main, wxID_ANY, "chapters", wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "chapter"),
-      doc_(&doc),
+      lent_(std::move(lent)),
       model_(std::move(model)),
-      closed_(std::move(closed)) {
+      life_(*this, *main, lent_.ask(),
+            {{}, [this] { return may_close(); }, [this] { lent_.give_back(); }}) {
   name_control(*this, "chapter");
   SetIcons(program_icon());
   const int gap = FromDIP(layout::group_gap);
@@ -57,7 +57,7 @@ chapter_window::chapter_window(wxWindow* main, document& doc, chapter model,
   SetSizerAndFit(whole);
   bind_controls();
   CentreOnParent();
-  main->Disable();
+  life_.begin();
   RichTextBox1_->SetFocus();
 }
 
@@ -131,8 +131,7 @@ void chapter_window::bind_controls() {
   Bind(
       wxEVT_BUTTON, [this](wxCommandEvent&) { accept(); }, wxID_OK);
   Bind(
-      wxEVT_BUTTON, [this](wxCommandEvent&) { leave(); }, wxID_CANCEL);
-  Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { leave(); });
+      wxEVT_BUTTON, [this](wxCommandEvent&) { Close(); }, wxID_CANCEL);
 }
 
 // Enter alone begins a new line.
@@ -148,15 +147,14 @@ void chapter_window::take_typed() {
   model_.set_text(replace_all(utf8_of(RichTextBox1_->GetValue()), "\n", crlf));
 }
 
-// The editor opens with a message; what happens while that stands is about no dialog any more.
+// The editor opens with a message.
 void chapter_window::edit_visually() {
-  if (telling_)
-    return;
-  take_typed();
-  telling_ = true;
-  vchapters editor(*doc_, model_);
-  telling_ = false;
-  editor_ = new chapters_editor_window(this, std::move(editor), [this] { editor_closed(); });
+  life_.during([this] {
+    take_typed();
+    vchapters editor(lent_.doc(), model_);
+    editor_ = new chapters_editor_window(this, lent_.ask(), std::move(editor),
+                                         [this] { editor_closed(); });
+  });
 }
 
 void chapter_window::editor_closed() {
@@ -167,30 +165,22 @@ void chapter_window::editor_closed() {
 }
 
 void chapter_window::accept() {
-  if (telling_)
-    return;
-  take_typed();
-  telling_ = true;
-  const bool accepted = model_.accept();
-  telling_ = false;
+  bool accepted = false;
+  const bool free = life_.during([&] {
+    take_typed();
+    accepted = model_.accept();
+  });
   if (accepted)
-    leave();
-  else
+    life_.leave();
+  else if (free)
     RichTextBox1_->SetFocus();
 }
 
-// The main window first: a disabled one would not get the focus back.
-void chapter_window::leave() {
-  if (telling_)
-    return;
-  if (editor_ != nullptr) {
-    editor_->Raise();
-    return;
-  }
-  GetParent()->Enable();
-  Hide();
-  closed_();
-  Destroy();
+bool chapter_window::may_close() {
+  if (editor_ == nullptr)
+    return true;
+  editor_->Raise();
+  return false;
 }
 
 }  // namespace corvane

@@ -7,11 +7,12 @@
 #pragma once
 
 #include "tools/chapters.h"
+#include "ui/lent_project.h"
+#include "ui/window_life.h"
 
 #include <wx/dialog.h>
 #include <wx/weakref.h>
 
-#include <functional>
 #include <string>
 
 class wxSizer;
@@ -29,9 +30,8 @@ void edit_chapters_at(main_window& main, int line);
 
 class chapter_window : public wxDialog {
  public:
-  /// Disables `main`. When the user leaves the dialog, it enables `main` and calls `closed`; when
-  /// it goes with `main`, it does neither.
-  chapter_window(wxWindow* main, document& doc, chapter model, std::function<void()> closed);
+  /// Disables `main` until the user leaves the dialog, which gives the project back then.
+  chapter_window(wxWindow* main, lent_project lent, chapter model);
   ~chapter_window() override;
 
   /// Selects a line (1-based) of the times, if there is such a one.
@@ -47,12 +47,11 @@ class chapter_window : public wxDialog {
   void edit_visually();
   void editor_closed();
   void accept();
-  void leave();
+  bool may_close();
 
-  document* doc_;
+  lent_project lent_;
   chapter model_;
-  std::function<void()> closed_;
-  bool telling_ = false;  ///< a message of the dialog stands
+  window_life life_;
   wxWeakRef<wxTopLevelWindow> editor_;
   wxTextCtrl* RichTextBox1_ = nullptr;
 };

@@ -22,12 +22,12 @@
 
 namespace corvane {
 
-chapters_editor_window::chapters_editor_window(wxWindow* dialog, vchapters model,
+chapters_editor_window::chapters_editor_window(wxWindow* dialog, wx_prompts& ask, vchapters model,
                                                std::function<void()> closed)
     : wxFrame(dialog, wxID_ANY, "chapters editor", wxDefaultPosition, wxDefaultSize,
               wxDEFAULT_FRAME_STYLE | wxFRAME_FLOAT_ON_PARENT, "vchapters"),
       model_(std::move(model)),
-      closed_(std::move(closed)) {
+      life_(*this, *dialog, ask, {[this] { player_->release(); }, {}, std::move(closed)}) {
   name_control(*this, "vchapters");
   SetIcons(program_icon());
   make_controls();
@@ -36,7 +36,7 @@ chapters_editor_window::chapters_editor_window(wxWindow* dialog, vchapters model
   show_rows();
   fit();
   CentreOnScreen();
-  dialog->Disable();
+  life_.begin();
   Show();
   List1_->SetFocus();
 }
@@ -97,7 +97,6 @@ void chapters_editor_window::bind_controls() {
     if (!use_key(event))
       event.Skip();
   });
-  Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { leave(); });
 }
 
 // As large as the video wants; on a smaller screen the picture gets smaller. The user can make it
@@ -191,21 +190,7 @@ void chapters_editor_window::seek() {
 
 void chapters_editor_window::accept() {
   model_.accept();
-  leave();
-}
-
-// The dialog first: a disabled one would not get the focus back.
-void chapters_editor_window::leave() {
-  if (leaving_)
-    return;
-  leaving_ = true;
-  player_->release();
-  wxWindow* dialog = GetParent();
-  dialog->Enable();
-  Hide();
-  dialog->Raise();
-  closed_();
-  Destroy();
+  life_.leave();
 }
 
 }  // namespace corvane

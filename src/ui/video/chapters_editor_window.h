@@ -6,6 +6,7 @@
 #pragma once
 
 #include "tools/visual_chapters.h"
+#include "ui/window_life.h"
 
 #include <wx/frame.h>
 
@@ -22,9 +23,10 @@ class video_player;
 
 class chapters_editor_window : public wxFrame {
  public:
-  /// Shows itself over `dialog`, which it disables. When the user leaves it, it enables `dialog`
-  /// and calls `closed`; when it goes with `dialog`, it does neither.
-  chapters_editor_window(wxWindow* dialog, vchapters model, std::function<void()> closed);
+  /// Shows itself over `dialog`, which it disables until the user leaves it; `closed` is called
+  /// then, not when it goes with `dialog`.
+  chapters_editor_window(wxWindow* dialog, wx_prompts& ask, vchapters model,
+                         std::function<void()> closed);
 
  private:
   void make_controls();
@@ -41,11 +43,9 @@ class chapters_editor_window : public wxFrame {
   void remove();
   void seek();
   void accept();
-  void leave();
 
   vchapters model_;
-  std::function<void()> closed_;
-  bool leaving_ = false;
+  window_life life_;
   wxPanel* panel_ = nullptr;
   video_player* player_ = nullptr;
   wxListBox* List1_ = nullptr;
