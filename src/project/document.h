@@ -16,6 +16,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace corvane {
 
@@ -32,6 +33,9 @@ class document {
   project p;
   prompts_relay ask;
   settings& prefs;
+
+  /// Files (stored paths) that are missing and that the user does not know where to find.
+  std::vector<std::string> given_up_files;
 
   /// What is done to the project as long as it lives, to be undone as one. Within another step it
   /// is part of that one.
@@ -72,6 +76,9 @@ class document {
   /// Where the project is kept from now on, as long as it is not saved. Must outlive the document.
   void keep_in(recovery* keeper) { keeper_ = keeper; }
 
+  /// Keeps the project as it is, or nothing if it is saved.
+  void keep();
+
   /// Keeps the project as a window (its caption) would leave it that is open now.
   void keep_draft(const project& draft, const std::string& editor);
 
@@ -82,7 +89,6 @@ class document {
   void begin_step(std::string name);
   void end_step();
   void restore(const project_state& state, const std::shared_ptr<const project_origin>& origin);
-  void keep();
 
   std::shared_ptr<const project_origin> origin_;
   project_history history_;
@@ -112,6 +118,9 @@ void dvdsize(document& doc);
 
 /// The same for a command that has looked at the project's files already.
 void dvdsize(document& doc, file_lookup& files);
+
+/// Refreshes both from the files that are there, without a word about those that are not.
+void show_size_of_what_is_there(project& p);
 
 /// What the status text reads before the first refresh.
 extern const char* const start_up_dvdsizetext;

@@ -1,7 +1,11 @@
 #include "project/moved_commands.h"
 
 #include "disc/disc_command.h"
+#include "formats/numbers.h"
+#include "formats/text.h"
 #include "project/disc_of.h"
+#include "project/menu_rows.h"
+#include "project/post_rows.h"
 
 #include <algorithm>
 #include <iterator>
@@ -24,6 +28,61 @@ bool leads_to_next_title(const command_target& target) {
          form.number == target.item.number + 1 && !form.chapter;
 }
 
+/// The number of the one title (or menu) that plays this video.
+std::optional<int> number_of_video(const disc_description& d, bool of_menus,
+                                   const std::string& video) {
+  std::optional<int> found;
+  const int count = of_menus ? d.menu_count() : d.title_count();
+  for (int number = 1; number <= count; ++number)
+    if ((of_menus ? d.menu(number).video() : d.title(number).video()) == video) {
+      if (found)
+        return std::nullopt;
+      found = number;
+    }
+  return found;
+}
+
+/// The command with another number of its title or menu.
+std::string with_number(const std::string& command, int number) {
+  constexpr std::string_view digits = "0123456789";
+  const std::size_t begin = command.find_first_of(digits);
+  const std::size_t end = std::min(command.find_first_not_of(digits, begin), command.size());
+  return command.substr(0, begin) + trimmed(number) + command.substr(end);
+}
+
+std::string name_of(const finding_item& item) {
+  switch (item.whole) {
+    case whole::menu:
+      return "button " + trimmed(item.part_number) + " of menu " + trimmed(item.number);
+    case whole::title:
+      return "the command after title " + trimmed(item.number);
+    default:
+      return "first play";
+  }
+}
+
+/// Writes a command into the row that holds it.
+void write_command(project& p, const finding_item& item, const std::string& command) {
+  if (item.whole == whole::title) {
+    row_to_write(p.postinfo, item.number, {}) = post_row(command);
+    return;
+  }
+  if (item.whole != whole::menu) {
+    p.firstplay = command;
+    return;
+  }
+  std::string& element = row_to_write(p.menubuttons, item.number, {});
+  std::vector<std::string> pieces = pieces_of(element);
+  int button = 0;
+  for (std::string& piece : pieces)
+    if (!trim(piece).empty() && ++button == item.part_number) {
+      button_record record = parse_button(piece);
+      record.action = command;
+      piece = button_text(record);
+    }
+  element = join(pieces, "|");
+}
+
 }  // namespace
 
 void note_command_targets(project& p) {
@@ -43,6 +102,48 @@ void note_command_targets(project& p) {
 
 std::vector<command_target> noted_command_targets(const project& p) {
   return p.customxml.empty() ? p.led_to : std::vector<command_target>();
+}
+
+std::vector<moved_command> moved_commands(const project& p) {
+  std::vector<moved_command> moved;
+  if (!p.customxml.empty())
+    return moved;
+  const disc_description d = disc_of(p);
+  const std::vector<command_target> now = command_targets(d);
+  for (const command_target& before : p.led_to) {
+    const command_target* const after = target_of_item(now, before.item);
+    if (after == nullptr || after->text != before.text || after->video == before.video)
+      continue;
+    const bool of_menus = parse_command(before.text).what != verb::jump_title;
+    const auto number = number_of_video(d, of_menus, before.video);
+    moved.push_back(
+        {before, number ? std::optional(with_number(before.text, *number)) : std::nullopt});
+  }
+  return moved;
+}
+
+std::string moved_commands_note(const std::vector<moved_command>& moved) {
+  constexpr std::size_t most_named = 4;
+  std::string names;
+  for (std::size_t i = 0; i < moved.size() && i < most_named; ++i) {
+    const bool is_last = i + 1 == moved.size();
+    names += (i == 0 ? "" : is_last ? " and " : ", ") + name_of(moved[i].before.item);
+  }
+  if (moved.size() > most_named)
+    names += " and " + trimmed(static_cast<std::int64_t>(moved.size() - most_named)) + " more";
+  if (names.empty())
+    return names;
+  names[0] = static_cast<char>(names[0] - 'a' + 'A');
+  return names + (moved.size() == 1 ? " leads" : " lead") + " to something else than before.";
+}
+
+void carry_commands_along(document& doc) {
+  for (const moved_command& moved : moved_commands(doc.p))
+    if (moved.now) {
+      write_command(doc.p, moved.before.item, *moved.now);
+      std::erase(doc.p.led_to, moved.before);
+      doc.p.saved = 0;
+    }
 }
 
 void forget_removed_menu(project& p, int menu) {

@@ -7,8 +7,11 @@
 // (examine/navigation_rules.h).
 #pragma once
 
+#include "project/document.h"
 #include "project/project.h"
 
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace corvane {
@@ -20,6 +23,23 @@ void note_command_targets(project& p);
 /// What is noted, for a check. With hand-edited XML nothing: it was written after titles and menus
 /// had moved, and its commands name its own.
 std::vector<command_target> noted_command_targets(const project& p);
+
+/// A command that leads to something else now.
+struct moved_command {
+  command_target before;           ///< of whom it is, its text, and what it led to
+  std::optional<std::string> now;  ///< the text with which it leads there again; nullopt if that is
+                                   ///< gone, or the project has it more than once
+};
+
+/// All of them, in the order of `command_targets`; none with hand-edited XML.
+std::vector<moved_command> moved_commands(const project& p);
+
+/// "Buttons 1 and 3 of menu 2 and the command after title 1 lead to something else than before";
+/// empty if none does.
+std::string moved_commands_note(const std::vector<moved_command>& moved);
+
+/// Writes the texts with which commands lead to what they led to before, where there are such.
+void carry_commands_along(document& doc);
 
 /// Menu `menu` (1-based) has been removed with its buttons; those behind it have moved up.
 void forget_removed_menu(project& p, int menu);

@@ -8,6 +8,7 @@
 #include "project/file_lookup.h"
 #include "project/menu_rows.h"
 #include "project/messages.h"
+#include "project/moved_files.h"
 #include "project/preferences.h"
 #include "project/project_text.h"
 #include "project/recent_projects.h"
@@ -158,6 +159,20 @@ std::string text_as_saved(const loaded_project& loaded) {
   return project_text(alone);
 }
 
+/// Files that are not there are looked for where the user says, as often as he does; what was found
+/// stands in their place.
+void find_moved_files(document& doc, loaded_project& loaded) {
+  project wanted;
+  fill(wanted, loaded);
+  file_lookup files;
+  if (!offer_to_find_files(doc, wanted, files))
+    return;
+  loaded.List11 = std::move(wanted.List11);
+  loaded.menulist = std::move(wanted.menulist);
+  loaded.menubuttons = std::move(wanted.menubuttons);
+  loaded.subtitledata = std::move(wanted.subtitledata);
+}
+
 /// Replaces the project with what a file holds (its language tags are added to those already
 /// there). Each file it names that is missing gets a message; after one, titles, menus and subtitle
 /// data are emptied again and the answer is false.
@@ -289,16 +304,58 @@ void load_recent_command(document& doc, const std::string& path) {
 }
 
 bool loadprojectf(document& doc, const std::string& path) {
+  doc.given_up_files.clear();
   std::optional<loaded_project> loaded = read_project(doc, path);
   if (!loaded)
     return false;
   std::string text = text_as_saved(*loaded);
+  find_moved_files(doc, *loaded);
   if (!replace_project(doc, std::move(*loaded)))
     return false;
   doc.set_file(path, std::move(text));
   note_recent_project(doc.prefs, path);
   return true;
 }
+
+namespace {
+
+message_box question_about(const kept_project& left) {
+  message_box question;
+  const std::string name = left.file.empty() ? "A project that was never saved"
+                                             : "The project \"" + sanitized(left.file) + "\"";
+  question.text = name + " had changes that were not saved when Corvane ended.";
+  if (!left.editor.empty())
+    question.text +=
+        "  The window \"" + sanitized(left.editor) + "\" was open; what stood there is among them.";
+  question.text += "\r\n\r\nDo you want to bring them back?  With No they are gone for good.";
+  question.picture = icon::information;
+  question.choice = buttons::yes_no;
+  question.enter_answers_yes = true;
+  return question;
+}
+
+/// What the file of a project holds, as this program would write it; empty if it cannot be read.
+std::string text_in_file(const std::string& path) {
+  const auto text =
+      path.empty() ? result<std::string>::fail({}) : read_file(path, largest_project_file);
+  auto loaded = text ? parse_project(*text) : result<loaded_project>::fail({});
+  return loaded ? text_as_saved(*loaded) : std::string();
+}
+
+bool bring_back(document& doc, const kept_project& left) {
+  auto loaded = parse_project(left.text);
+  if (!loaded)
+    return false;
+  doc.p.languagetags.clear();
+  fill(doc.p, std::move(*loaded));
+  doc.p.Comboregion_enabled = doc.p.List1.empty() && doc.p.menulist.empty();
+  doc.p.saved = 0;
+  doc.set_file(left.file, text_in_file(left.file));
+  show_size_of_what_is_there(doc.p);
+  return true;
+}
+
+}  // namespace
 
 bool load_to_look(document& doc, const std::string& path) {
   std::optional<loaded_project> loaded = read_project(doc, path);
@@ -307,6 +364,27 @@ bool load_to_look(document& doc, const std::string& path) {
   fill(doc.p, std::move(*loaded));
   doc.p.saved = 1;
   return true;
+}
+
+bool recover_command(document& doc, recovery& kept) {
+  std::vector<left_project> all = kept.left();
+  for (auto left = all.rbegin(); left != all.rend(); ++left) {
+    const answer reply = doc.ask.message(question_about(left->what()));
+    if (reply == answer::no)
+      left->drop();
+    if (reply != answer::yes)
+      continue;
+    if (!bring_back(doc, left->what())) {
+      say(doc, icon::critical, "What was kept of the project cannot be read.  It stays kept.");
+      continue;
+    }
+    // Kept by this program before the other's goes.
+    doc.keep();
+    if (!kept.flush())
+      left->drop();
+    return true;
+  }
+  return false;
 }
 
 std::string path_from_command_line(std::string_view command_line) {

@@ -7,6 +7,7 @@
 
 #include "platform/result.h"
 #include "project/document.h"
+#include "project/recovery.h"
 
 #include <cstdint>
 #include <string>
@@ -57,6 +58,12 @@ bool loadprojectf(document& doc, const std::string& path);
 /// here, and the project stays as its file says. Returns false if the file was refused (a message
 /// was shown).
 bool load_to_look(document& doc, const std::string& path);
+
+/// Brings back a project that a program has kept: asks about each that was left, the last one
+/// first, until one is taken. With No it is gone; closed without an answer, the question comes
+/// again at the next start. What is missing of its files empties nothing. Returns whether a project
+/// was brought back.
+bool recover_command(document& doc, recovery& kept);
 
 /// What a command line names: every double quote removed.
 std::string path_from_command_line(std::string_view command_line);

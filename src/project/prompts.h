@@ -68,6 +68,10 @@ class prompts {
   /// False unless the user says so; without anybody to ask, always.
   virtual bool go_on_despite(const findings_question& /*question*/) { return false; }
 
+  /// Files of the project (native paths) are not there. The folder (native) to look for them in;
+  /// empty when the user does not know any, and without anybody to ask.
+  virtual std::string folder_of_missing(const std::vector<std::string>& /*files*/) { return {}; }
+
   /// Opens a text file (native path) in the user's editor. False when that cannot be started. A
   /// program without windows opens none.
   virtual bool show_text_file(const std::string& /*path*/) { return true; }

@@ -4,10 +4,12 @@
 #include "project/document.h"
 #include "project/file_lookup.h"
 #include "project/messages.h"
+#include "project/moved_files.h"
 
 #include <cmath>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace corvane {
 namespace {
@@ -15,30 +17,28 @@ namespace {
 constexpr double bytes_of_a_disc = 4.7e9;      // what a single-layer disc is sold as
 constexpr double bytes_of_a_gig = 1073741824;  // what the figure counts in
 
+/// The files of titles and menus, and those of them that are not there.
 struct files_found {
   double bytes = 0;
-  bool missing = false;
+  std::vector<std::string> missing;
 };
 
-void add_file(document& doc, file_lookup& files, const std::string& part, files_found& found) {
-  if (const auto size = files.size_of(part)) {
-    found.bytes += static_cast<double>(*size);
-  } else {
-    say_missing(doc, part);
-    found.missing = true;
-  }
-}
-
-files_found look_at_all_files(document& doc, file_lookup& files) {
+files_found look_at_all_files(const project& p, file_lookup& files) {
   files_found found;
-  const disc_description d = disc_of(doc.p);
+  const auto add = [&](const std::string& file) {
+    if (const auto size = files.size_of(file))
+      found.bytes += static_cast<double>(*size);
+    else
+      found.missing.push_back(file);
+  };
+  const disc_description d = disc_of(p);
   for (const disc_title& title : d.titles)
     for (const std::string& stream : title.streams)
-      add_file(doc, files, stream, found);
+      add(stream);
   for (const disc_menu& menu : d.menus)
     for (const std::string& file : menu.files)
       if (!file.empty())  // a menu without audio
-        add_file(doc, files, file, found);
+        add(file);
   return found;
 }
 
@@ -55,21 +55,32 @@ std::string row_count(const std::vector<std::string>& rows) {
   return trimmed(static_cast<std::int64_t>(rows.size()));
 }
 
+void show_size(project& p, double bytes) {
+  p.dvdsizetext_red = bytes > bytes_of_a_disc;
+  p.dvdsizetext = row_count(p.List1) + " titles\r\n" + row_count(p.menulist) + " menus\r\n" +
+                  gigs(bytes) + " gig total";
+}
+
 }  // namespace
 
 void dvdsize(document& doc) {
   file_lookup files;
+  if (offer_to_find_files(doc, doc.p, files))
+    doc.p.saved = 0;
   dvdsize(doc, files);
 }
 
 void dvdsize(document& doc, file_lookup& files) {
-  const files_found found = look_at_all_files(doc, files);
-  if (found.missing)
-    return;
-  project& p = doc.p;
-  p.dvdsizetext_red = found.bytes > bytes_of_a_disc;
-  p.dvdsizetext = row_count(p.List1) + " titles\r\n" + row_count(p.menulist) + " menus\r\n" +
-                  gigs(found.bytes) + " gig total";
+  const files_found found = look_at_all_files(doc.p, files);
+  for (const std::string& file : found.missing)
+    say_missing(doc, file);
+  if (found.missing.empty())
+    show_size(doc.p, found.bytes);
+}
+
+void show_size_of_what_is_there(project& p) {
+  file_lookup files;
+  show_size(p, look_at_all_files(p, files).bytes);
 }
 
 }  // namespace corvane

@@ -10,6 +10,8 @@
 #include "project/stream_dialogs.h"
 #include "project/title_rows.h"
 
+#include <algorithm>
+
 namespace corvane {
 namespace {
 
@@ -86,6 +88,8 @@ void remove_title_command(document& doc) {
     return;
   }
   remove_title(doc.p, *row);
+  // The next one, so that several can be removed one after the other.
+  doc.p.selected = std::min(static_cast<int>(*row), title_count(doc.p) - 1);
   dvdsize(doc);
 }
 
@@ -157,22 +161,28 @@ void about_command(document& doc) {
       "-mkisofs http://cdrtools.sourceforge.net");
 }
 
-bool close_command(document& doc) {
+close_end close_project(document& doc) {
   const bool holds_something = !doc.p.List1.empty() || !doc.p.menulist.empty();
-  if (!holds_something || doc.p.saved != 0)
-    return true;
+  if (!holds_something)
+    return close_end::given_up;
+  if (doc.p.saved != 0)
+    return close_end::ends;
   message_box question;
   question.text = "Do you want to save project?";
   question.picture = icon::exclamation;
   question.choice = buttons::yes_no_cancel;
   switch (doc.ask.message(question)) {
     case answer::yes:
-      return save_project(doc) != save_outcome::failed;
+      return save_project(doc) == save_outcome::failed ? close_end::stays : close_end::ends;
     case answer::no:
-      return true;
+      return close_end::given_up;
     default:
-      return false;
+      return close_end::stays;
   }
+}
+
+bool close_command(document& doc) {
+  return close_project(doc) != close_end::stays;
 }
 
 }  // namespace corvane

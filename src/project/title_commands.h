@@ -28,6 +28,10 @@ void about_command(document& doc);
 /// save; Yes saves first (and ends also when the save dialog was cancelled).
 bool close_command(document& doc);
 
+/// How it ended: `given_up` when the user does not want what is not saved.
+enum class close_end { stays, ends, given_up };
+close_end close_project(document& doc);
+
 /// How many bytes of a program stream are searched for navigation packets.
 inline constexpr std::size_t nav_search_bytes = 16384;
 

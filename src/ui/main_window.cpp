@@ -3,9 +3,12 @@
 #include "authoring/author.h"
 #include "authoring/earlier_disc.h"
 #include "authoring/navigation_xml.h"
+#include "platform/files/paths.h"
+#include "project/change_notes.h"
 #include "project/disc_of.h"
 #include "project/dropped_files.h"
 #include "project/missing_tools.h"
+#include "project/moved_commands.h"
 #include "project/preferences.h"
 #include "project/project_file.h"
 #include "project/recent_projects.h"
@@ -28,6 +31,7 @@
 #include <wx/accel.h>
 #include <wx/control.h>
 #include <wx/menu.h>
+#include <wx/statusbr.h>
 #include <wx/toolbar.h>
 
 #include <algorithm>
@@ -38,6 +42,8 @@ namespace corvane {
 namespace {
 
 constexpr int poll_milliseconds = 100;
+constexpr int draft_milliseconds = 300;
+constexpr int told_pane = 0, file_pane = 1;
 
 /// Sets a flag as long as it lives.
 class raised {
@@ -51,6 +57,17 @@ class raised {
   bool& flag_;
   bool before_;
 };
+
+/// "disc.cvp, not saved (/home/u/films)".
+std::string project_name(const document& doc) {
+  const std::string stored = stored_from_native(doc.file());
+  const std::string name(file_name_of(stored));
+  const std::string mark = doc.is_unsaved() ? ", not saved" : "";
+  if (name.empty())
+    return "no project file" + mark;
+  const std::string folder = native_from_stored(stored.substr(0, stored.size() - name.size()));
+  return name + mark + " (" + folder + ")";
+}
 
 }  // namespace
 
@@ -80,6 +97,7 @@ main_window::main_window(std::string app, const std::string& media_folder)
       let_timer(true);
     tell_restored();
   });
+  draft_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { keep_draft(); });
   end_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { end(); });
   Bind(wxEVT_CLOSE_WINDOW, &main_window::on_close, this);
   check_ = std::make_unique<project_check>(*this);
@@ -99,7 +117,9 @@ main_window::~main_window() {
 
 void main_window::make_controls() {
   bars_ = std::make_unique<command_bars>(*this);
-  CreateStatusBar();
+  CreateStatusBar(2);
+  const int widths[] = {-3, -2};
+  SetStatusWidths(2, widths);
   project_view::handlers on;
   on.select = [this](int row) { document_.p.selected = row; };
   on.titleup = [this] { run("move title up", titleup_command); };
@@ -160,7 +180,9 @@ void main_window::run(const char* name, const std::function<void(document&)>& co
     const raised in_command(in_command_);
     left_by_run_.clear();
     const document::step step(document_, name);
+    const corvane::project before = document_.p;
     command(document_);
+    note_ = change_note(before, document_.p);
   }
   if (runner_.watching())
     let_timer(true);
@@ -173,7 +195,7 @@ void main_window::open_editor(const char* name,
     return;
   editor_is_open_ = true;
   check_->let_commands(false);
-  editor_ = open({document_, ask_, name, [this] {
+  editor_ = open({document_, ask_, name, draft_, [this] {
                     editor_is_open_ = false;
                     check_->let_commands(true);
                     focus_titles();
@@ -184,6 +206,7 @@ void main_window::open_editor(const char* name,
 void main_window::undo() {
   if (!may_command())
     return;
+  note_.clear();
   document_.undo();
   refresh();
 }
@@ -191,6 +214,7 @@ void main_window::undo() {
 void main_window::redo() {
   if (!may_command())
     return;
+  note_.clear();
   document_.redo();
   refresh();
 }
@@ -300,8 +324,19 @@ void main_window::select_title(int row) {
 // change under it, and a run needs the disk.
 void main_window::on_idle(wxIdleEvent& event) {
   event.Skip();
+  if (draft_.keep && !draft_timer_.IsRunning())
+    draft_timer_.StartOnce(draft_milliseconds);
   if (!in_command_ && !ending_ && !runner_.running() && check_->work())
     event.RequestMore();
+}
+
+// Each event of an open window may have changed what stands there.
+void main_window::keep_draft() {
+  if (!draft_.keep)
+    return;
+  project copy = document_.p;
+  draft_.keep(copy);
+  document_.keep_draft(copy, draft_.caption);
 }
 
 void main_window::drop_down(const std::string& tool_caption) {
@@ -320,7 +355,15 @@ void main_window::begin(const failure& unusable, const std::string& project) {
     settle_interrupted_runs(doc, app_, lock_);
     tell_missing_tools(doc, app_);
   });
-  if (!project.empty())
+  if (unusable)
+    return;
+  bool recovered = false;
+  run("recover project", [&](document& doc) { recovered = recover_command(doc, recovery_); });
+  if (project.empty() || (recovered && document_.file() == project))
+    return;
+  if (recovered)
+    run("load project", [&](document& doc) { load_recent_command(doc, project); });
+  else
     load(project);
 }
 
@@ -348,6 +391,7 @@ void main_window::refresh() {
   bars_->item("editxml")->Check(p.editxml);
   show_steps();
   show_recent();
+  show_moved_commands();
   check_->look();
   show_status();
 }
@@ -362,6 +406,14 @@ void main_window::show_steps() {
   };
   show("undo", document_.undo_name(), "Ctrl+Z");
   show("redo", document_.redo_name(), "Ctrl+Y");
+}
+
+void main_window::show_moved_commands() {
+  const std::vector<moved_command> moved = moved_commands(document_.p);
+  const bool can_be_carried =
+      std::ranges::any_of(moved, [](const moved_command& one) { return one.now.has_value(); });
+  view_->show_notice(moved_commands_note(moved), can_be_carried ? "&carry them along" : "",
+                     [this] { run("carry commands along", carry_commands_along); });
 }
 
 void main_window::show_recent() {
@@ -390,7 +442,11 @@ void main_window::show_status() {
       document_.p.List1.empty()
           ? "Click \"add title\" or drop video and audio streams here to begin."
           : "";
-  SetStatusText(wx_text(left_by_run_.empty() ? hint : left_by_run_));
+  SetStatusText(wx_text(!left_by_run_.empty() ? left_by_run_
+                        : !note_.empty()      ? note_
+                                              : hint),
+                told_pane);
+  SetStatusText(wx_text(project_name(document_)), file_pane);
 }
 
 // Of a run that the user stopped himself the status bar tells; one that failed has left him with
@@ -488,14 +544,15 @@ void main_window::on_close(wxCloseEvent& event) {
     event.Veto();
     return;
   }
-  bool may_end = false;
+  close_end closed = close_end::stays;
   {
     const raised in_command(in_command_);
-    may_end = close_command(document_);
+    closed = close_project(document_);
   }
-  if (may_end)
+  if (closed != close_end::stays) {
+    document_.end(closed == close_end::given_up);
     end();
-  else {
+  } else {
     refresh();
     event.Veto();
   }

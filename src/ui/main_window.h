@@ -98,6 +98,7 @@ class main_window : public wxFrame {
   void refresh();
   void show_steps();
   void show_recent();
+  void show_moved_commands();
   void show_status();
   void tell_restored();
   void tell(const std::string& text);  ///< says something that needs no answer
@@ -106,6 +107,7 @@ class main_window : public wxFrame {
   bool stop_run();
   void end();
   void on_idle(wxIdleEvent& event);
+  void keep_draft();
   void edit_xml(const prepared_run& prepared);
   void start(const prepared_run& prepared);
   void repair_what_was_asked_about();
@@ -124,6 +126,7 @@ class main_window : public wxFrame {
   const char* stop_question_ = "";  ///< what is asked before the run that is on is stopped
   std::string left_by_run_;  ///< what became of things when the last run failed or was stopped, for
                              ///< the status bar until the next command
+  std::string note_;         ///< what the last command has changed beside, for the status bar
   std::string restored_;     ///< said once the outcome of a run that failed was told; or empty
   std::optional<finding> to_repair_;  ///< asked for instead of the run
   wxTimer Timer1_;
@@ -134,6 +137,8 @@ class main_window : public wxFrame {
   std::vector<std::string> shown_recent_;
   bool in_command_ = false;
   bool editor_is_open_ = false;
+  lent_project::draft draft_;  ///< of the window that has the project
+  wxTimer draft_timer_;
   bool ending_ = false;
   wxTimer end_timer_;
   wxWeakRef<wxTopLevelWindow> editor_;

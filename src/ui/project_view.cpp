@@ -10,6 +10,7 @@
 #include <wx/bmpbuttn.h>
 #include <wx/button.h>
 #include <wx/choice.h>
+#include <wx/infobar.h>
 #include <wx/listbox.h>
 #include <wx/settings.h>
 #include <wx/sizer.h>
@@ -21,7 +22,6 @@
 #include <utility>
 
 namespace corvane {
-
 project_view::project_view(wxWindow* parent, handlers on) : wxPanel(parent), on_(std::move(on)) {
   // The list is made first: it is where the focus goes at start, not the region, which a turn of
   // the wheel would change.
@@ -30,7 +30,15 @@ project_view::project_view(wxWindow* parent, handlers on) : wxPanel(parent), on_
   lower->Add(make_statistics(), wxSizerFlags(1).Expand());
   lower->Add(make_region(),
              wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::group_gap)));
+  notice_ = new wxInfoBar(this);
+  name_control(*notice_, "notice");
+  notice_->Bind(wxEVT_BUTTON, [this](wxCommandEvent& event) {
+    event.Skip();  // which takes the line away
+    if (event.GetId() == notice_action_ && notice_act_)
+      CallAfter(notice_act_);
+  });
   auto* groups = new wxBoxSizer(wxVERTICAL);
+  groups->Add(notice_, wxSizerFlags().Expand());
   groups->Add(titles, wxSizerFlags(1).Expand());
   groups->Add(make_findings(), wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::group_gap)));
   groups->Add(lower, wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::group_gap)));
@@ -157,6 +165,23 @@ void project_view::show_findings(const finding_list& findings) {
     GetSizer()->Show(findings_, !line.empty(), true);
     Layout();
   }
+}
+
+void project_view::show_notice(const std::string& text, const wxString& action,
+                               std::function<void()> act) {
+  if (text == notice_text_)
+    return;
+  notice_text_ = text;
+  notice_act_ = std::move(act);
+  if (notice_->HasButtonId(notice_action_))
+    notice_->RemoveButton(notice_action_);
+  if (text.empty()) {
+    notice_->Dismiss();
+    return;
+  }
+  if (!action.empty())
+    notice_->AddButton(notice_action_, action);
+  notice_->ShowMessage(wx_text(text), wxICON_INFORMATION);
 }
 
 void project_view::show_titles(const project& p) {

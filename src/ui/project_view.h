@@ -11,6 +11,7 @@
 
 class wxBitmapButton;
 class wxChoice;
+class wxInfoBar;
 class wxKeyEvent;
 class wxListBox;
 class wxSizer;
@@ -41,6 +42,10 @@ class project_view : public wxPanel {
   /// The line under the titles: there only when there is something to say.
   void show_findings(const finding_list& findings);
 
+  /// A line above the titles with what can be done about it; it stays until that was done, the user
+  /// has put it away, or another text takes its place. An empty text takes it away.
+  void show_notice(const std::string& text, const wxString& action, std::function<void()> act);
+
   /// The least size, with that line.
   wxSize least_size() const { return least_; }
 
@@ -56,6 +61,10 @@ class project_view : public wxPanel {
   void on_key(wxKeyEvent& event);
 
   handlers on_;
+  wxInfoBar* notice_ = nullptr;
+  const wxWindowID notice_action_ = wxWindow::NewControlId();
+  std::string notice_text_;
+  std::function<void()> notice_act_;
   wxStaticBox* Frame1_ = nullptr;
   wxListBox* List1_ = nullptr;
   wxSizer* findings_ = nullptr;

@@ -1,11 +1,13 @@
 #include "ui/wx_prompts.h"
 
+#include "formats/sanitized.h"
 #include "platform/files/files.h"
 #include "ui/disc/findings_question_window.h"
 #include "ui/widgets/file_filter.h"
 #include "ui/widgets/open_text_file.h"
 #include "ui/widgets/wx_text.h"
 
+#include <wx/dirdlg.h>
 #include <wx/filedlg.h>
 #include <wx/msgdlg.h>
 #include <wx/textdlg.h>
@@ -137,6 +139,28 @@ bool wx_prompts::go_on_despite(const findings_question& question) {
   if (window.to_repair())
     places_.ask_for(*window.to_repair());
   return go_on;
+}
+
+std::string wx_prompts::folder_of_missing(const std::vector<std::string>& files) {
+  wxString text =
+      files.size() == 1
+          ? wxString("A file of the project is not where it was:\n\n")
+          : wxString::Format("%zu files of the project are not where they were:\n\n", files.size());
+  constexpr std::size_t most_named = 5;
+  for (std::size_t i = 0; i < files.size() && i < most_named; ++i)
+    text += wx_text(sanitized(files[i])) + "\n";
+  if (files.size() > most_named)
+    text += wxString::Format("and %zu more\n", files.size() - most_named);
+  text +=
+      "\nIf they were moved, choose the folder where they are now; it is searched with all "
+      "folders in it.";
+  wxMessageDialog question(parent(), text, "files have moved", wxYES_NO | wxICON_QUESTION);
+  question.SetYesNoLabels("&choose folder...", "&leave them");
+  if (show(question) != wxID_YES)
+    return {};
+  wxDirDialog folder(parent(), "the folder where the files are now", wx_text(last_folder_),
+                     wxDD_DEFAULT_STYLE | wxDD_DIR_MUST_EXIST);
+  return show(folder) == wxID_OK ? utf8_of(folder.GetPath()) : std::string();
 }
 
 bool wx_prompts::show_text_file(const std::string& path) {

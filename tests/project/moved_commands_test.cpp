@@ -120,5 +120,45 @@ TEST_F(MovedCommands, AreThoseOfTheProjectThatIsOpen) {
   EXPECT_THAT(noted(), IsEmpty());
 }
 
+TEST_F(MovedCommands, AreNamedAndCarriedAlongByOneCommand) {
+  p.selected = 0;
+  titledown_command(doc);
+  const auto moved = moved_commands(p);
+  EXPECT_EQ(moved_commands_note(moved),
+            "First play, the command after title 1 and button 1 of menu 2 lead to something else "
+            "than before.");
+  p.saved = 1;
+  carry_commands_along(doc);
+  EXPECT_EQ(p.firstplay, "jump title 1");
+  EXPECT_THAT(p.postinfo, ElementsAre(StartsWith("jump title 2 ")));
+  EXPECT_THAT(p.menubuttons, ElementsAre("0/0/9/9/jump menu 2/black/black|0/0/9/9/exit/black/black",
+                                         "0/0/9/9/jump title 1 chapter 1/black/black"));
+  EXPECT_THAT(moved_commands(p), IsEmpty());
+  EXPECT_EQ(moved_commands_note({}), "");
+  EXPECT_EQ(p.saved, 0);
+  titledown_command(doc);
+}
+
+TEST_F(MovedCommands, AreNotCarriedToATitleThatIsGone) {
+  p.selected = 1;
+  remove_title_command(doc);
+  add_files_and_title({"three.m2v", "three.ac3"});
+  const auto moved = moved_commands(p);
+  ASSERT_EQ(moved.size(), 2u);
+  EXPECT_EQ(moved[0].now, std::nullopt);
+  carry_commands_along(doc);
+  EXPECT_EQ(p.firstplay, "jump title 2");
+  EXPECT_EQ(moved_commands(p).size(), 2u) << "they stay named";
+}
+
+TEST_F(MovedCommands, AreNotCarriedWhereTheProjectHasTheTitleTwice) {
+  add_title(p, p.List11[1]);
+  p.selected = 1;
+  titleup_command(doc);
+  ASSERT_FALSE(moved_commands(p).empty());
+  carry_commands_along(doc);
+  EXPECT_EQ(p.firstplay, "jump title 2");
+}
+
 }  // namespace
 }  // namespace corvane

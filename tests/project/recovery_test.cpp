@@ -3,6 +3,7 @@
 
 #include "project/project_file.h"
 #include "project/title_commands.h"
+#include "project/title_rows.h"
 #include "support/command_test.h"
 
 #include <gmock/gmock.h>
@@ -127,6 +128,128 @@ TEST_F(Recovery, WhereNothingCanBeWrittenThatIsTold) {
   folder.add("app/kept", "a file in the place of the folder");
   keeper.keep({"", "", "text"});
   EXPECT_NE(keeper.flush(), std::nullopt);
+}
+
+// Brought back ------------------------------------------------------------------------------------
+
+class Recovered : public Recovery {
+ protected:
+  static message_box question(const std::string& about) {
+    message_box asked = box(about +
+                                "\r\n\r\nDo you want to bring them back?  With No they are gone "
+                                "for good.",
+                            icon::information, buttons::yes_no);
+    asked.enter_answers_yes = true;
+    return asked;
+  }
+  static message_box never_saved() {
+    return question(
+        "A project that was never saved had changes that were not saved when Corvane "
+        "ended.");
+  }
+  void leave(const project& left, const std::string& file = {}, const std::string& editor = {}) {
+    recovery(kept).keep({file, editor, project_text(left)});
+  }
+  project one_title() {
+    project left;
+    add_title(left, folder.stored("gone.m2v") + "/" + folder.stored("gone.ac3"));
+    left.languagetags = {"Audio tag:\tENGLISH EN"};
+    return left;
+  }
+  bool recover() {
+    const document::step step(doc, "recover project");
+    return recover_command(doc, keeper);
+  }
+};
+
+TEST_F(Recovered, WithItsFileAndWithoutAWordAboutMissingFiles) {
+  const std::string file = folder.add("p.cvp", project_text(project()));
+  leave(one_title(), file, "chapters");
+  ask.expect(question("The project \"" + file +
+                      "\" had changes that were not saved when Corvane ended.  The window "
+                      "\"chapters\" was open; what stood there is among them."),
+             answer::yes);
+  EXPECT_TRUE(recover());
+  EXPECT_THAT(p.List1, testing::ElementsAre("title1:gone.m2v/gone.ac3"));
+  EXPECT_THAT(p.languagetags, SizeIs(1));
+  EXPECT_EQ(doc.file(), file);
+  EXPECT_TRUE(doc.is_unsaved());
+  EXPECT_EQ(p.saved, 0);
+  EXPECT_FALSE(p.Comboregion_enabled);
+  EXPECT_EQ(p.dvdsizetext, "1 titles\r\n0 menus\r\n0.000 gig total");
+  EXPECT_THAT(found(kept), IsEmpty()) << "this program keeps it now";
+  EXPECT_EQ(doc.undo_name(), "recover project");
+}
+
+TEST_F(Recovered, NotWithNo) {
+  leave(one_title());
+  ask.expect(never_saved(), answer::no);
+  EXPECT_FALSE(recover());
+  EXPECT_THAT(p.List1, IsEmpty());
+  EXPECT_THAT(found(kept), IsEmpty());
+}
+
+TEST_F(Recovered, LaterWhenNothingWasAnswered) {
+  leave(one_title());
+  ask.expect(never_saved(), answer::cancel);
+  EXPECT_FALSE(recover());
+  EXPECT_THAT(found(kept), SizeIs(1));
+}
+
+TEST_F(Recovered, OneAfterTheOtherUntilOneIsTaken) {
+  leave(one_title());
+  leave(one_title());
+  leave(one_title());
+  ask.expect(never_saved(), answer::no);
+  ask.expect(never_saved(), answer::yes);
+  EXPECT_TRUE(recover());
+  EXPECT_THAT(found(kept), SizeIs(1));
+}
+
+TEST_F(Recovered, NotWhatCannotBeRead) {
+  { recovery(kept).keep({"", "", "no project"}); }
+  ask.expect(never_saved(), answer::yes);
+  ask.expect(box("What was kept of the project cannot be read.  It stays kept.", icon::critical));
+  EXPECT_FALSE(recover());
+  EXPECT_THAT(found(kept), SizeIs(1));
+}
+
+// The end of the program --------------------------------------------------------------------------
+
+TEST_F(Recovered, AfterACloseThatDidNotAsk) {
+  folder.add("a.vob");
+  folder.add("b.vob");
+  add_title(p, folder.stored("a.vob"));
+  add_title(p, folder.stored("b.vob"));
+  const auto closed = [&](answer reply) {
+    recovery ending(kept);
+    doc.keep_in(&ending);
+    doc.set_file("/p.cvp");
+    {
+      const document::step step(doc, "move title up");
+      p.selected = 1;
+      titleup_command(doc);
+    }
+    if (reply != answer::ok) {
+      p.saved = 0;
+      ask.expect(box("Do you want to save project?", icon::exclamation, buttons::yes_no_cancel),
+                 reply);
+    } else {
+      p.saved = 1;
+    }
+    if (reply == answer::yes)
+      ask.expect_save({"save corvane project", testing_support::cvp_filter, ""}, "");
+    const close_end end = close_project(doc);
+    doc.end(end == close_end::given_up);
+    doc.keep_in(nullptr);
+    return end;
+  };
+  EXPECT_EQ(closed(answer::ok), close_end::ends);
+  EXPECT_THAT(found(kept), SizeIs(1)) << "only moved: the close does not ask";
+  EXPECT_EQ(closed(answer::no), close_end::given_up);
+  EXPECT_THAT(found(kept), SizeIs(1)) << "this one is not wanted";
+  EXPECT_EQ(closed(answer::yes), close_end::ends);
+  EXPECT_THAT(found(kept), SizeIs(2)) << "no file was chosen";
 }
 
 }  // namespace

@@ -42,7 +42,7 @@ TEST_F(TitleCommands, RemovingATitleRenumbersTheOnesAfterIt) {
   EXPECT_EQ(p.Frame1, "2 titles loaded");
   EXPECT_EQ(p.dvdsizetext, "2 titles\r\n0 menus\r\n0.000 gig total");
   EXPECT_EQ(p.saved, 0);
-  EXPECT_EQ(p.selected, -1);
+  EXPECT_EQ(p.selected, 1) << "the next one";
   EXPECT_FALSE(p.Comboregion_enabled);
 }
 

@@ -42,7 +42,8 @@ void menu_editor_test::add_menu(const std::string& native_video,
 void menu_editor_test::start() {
   const bool recall = !p_.menubuttons.back().empty();
   on_ui([this, recall] {
-    new tsmenu(window_, lent_project(bench_, *ask_, "edit menu", [this] { ++closed_; }), recall);
+    new tsmenu(window_, lent_project(bench_, *ask_, "edit menu", draft_, [this] { ++closed_; }),
+               recall);
   });
 }
 

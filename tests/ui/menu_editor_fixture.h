@@ -4,6 +4,7 @@
 #include "platform/settings/settings.h"
 #include "project/document.h"
 #include "support/scripted_prompts.h"
+#include "ui/lent_project.h"
 #include "ui/window_fixture.h"
 #include "ui/wx_prompts.h"
 
@@ -56,6 +57,7 @@ class menu_editor_test : public window_test {
   scripted_prompts nobody_;
   document bench_{nobody_, prefs_};
   std::unique_ptr<prompts_relay::answered_by> answers_;
+  lent_project::draft draft_;
 
  protected:
   project& p_ = bench_.p;

@@ -280,6 +280,7 @@ TEST_F(Menus, WhatErasingHasToTellStandsOverTheMainWindow) {
   click_menu("menus", "remove titleset menu");
   ASSERT_TRUE(picker_comes(erase_caption));
   press("Return");
+  leave_missing_files();
   answer_message(folder_.path("second.m2v") + " appears to be missing", "OK");
   EXPECT_FALSE(picker_is_shown());
   EXPECT_THAT(shown().menulist, ElementsAre(folder_.stored("second.m2v") + "/"));

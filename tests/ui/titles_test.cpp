@@ -217,6 +217,7 @@ TEST_F(Titles, MissingFileOfAProjectIsNamed) {
   EXPECT_TRUE(no_dialog());
   std::filesystem::remove(path("a.ac3"));
   on_ui([this] { window_->CallAfter([this] { window_->load(path("disc.cvp")); }); });
+  leave_missing_files();
   EXPECT_EQ(answer_message(path("a.ac3") + " appears to be missing", "OK").picture, "error");
   EXPECT_THAT(rows(), IsEmpty());
   EXPECT_EQ(label_of("Frame1"), "0 titles loaded");

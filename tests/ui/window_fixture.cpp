@@ -150,6 +150,17 @@ void window_test::replace_tool(const std::string& name, const std::string& scrip
   std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
 }
 
+void window_test::leave_missing_files() {
+  if (wait_for_dialog("files have moved"))
+    click_button("leave them");
+}
+
+void window_test::find_missing_files(const std::string& folder) {
+  if (wait_for_dialog("files have moved"))
+    click_button("choose folder...");
+  answer_file("the folder where the files are now", folder);
+}
+
 std::vector<std::string> window_test::rows() {
   return list_rows("main");
 }

@@ -58,6 +58,7 @@ navcommands_window::navcommands_window(wxWindow* main, lent_project lent, navcom
   bind_controls();
   CentreOnParent();
   life_.begin();
+  lent_.keeps({"navigation commands editor", [this](project& copy) { model_.keep_in(copy); }});
   List1_->SetFocus();
 }
 

@@ -62,6 +62,10 @@ xmleditor_window::xmleditor_window(wxWindow* main, lent_project lent, xmleditor 
   bind_controls();
   CentreOnParent();
   life_.begin();
+  lent_.keeps({"navigation XML editor", [this](project& copy) {
+                 take_text();
+                 model_.keep_in(copy);
+               }});
   show_status();
   Text1_->SetFocus();
 }

@@ -44,6 +44,7 @@ tsmenu::tsmenu(wxWindow* main, lent_project lent, bool recall)
   fit();
   CentreOnScreen();
   life_.begin();
+  lent_.keeps({"titleset menu", [this](project& copy) { editor_.keep_in(copy); }});
   Show();
   panel_->SetFocus();  // on the first control, and on by one
   Navigate();

@@ -60,6 +60,7 @@ language_window::language_window(wxWindow* main, lent_project lent, language mod
   show_tags();
   CentreOnParent();
   life_.begin();
+  lent_.keeps({"language tags", [this](project& copy) { model_.keep_in(copy); }});
   List1_->SetFocus();
 }
 

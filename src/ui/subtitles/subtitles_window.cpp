@@ -73,6 +73,7 @@ subtitles_window::subtitles_window(wxWindow* main, const std::string& app, lent_
   bind_controls();
   CentreOnParent();
   life_.begin();
+  lent_.keeps({"subtitles", [this](project& copy) { model_.keep_in(copy); }});
   list1_->SetFocus();
 }
 

@@ -58,6 +58,10 @@ chapter_window::chapter_window(wxWindow* main, lent_project lent, chapter model)
   bind_controls();
   CentreOnParent();
   life_.begin();
+  lent_.keeps({"chapters", [this](project& copy) {
+                 take_typed();
+                 model_.keep_in(copy);
+               }});
   RichTextBox1_->SetFocus();
 }
 
