@@ -38,20 +38,6 @@ bool has_nav_packets(document& doc, const std::string& stored) {
   return false;
 }
 
-void move_title(document& doc, int by) {
-  if (custom(doc) != 1)
-    return;
-  const auto row = selected_title(doc.p);
-  if (!row)
-    return;
-  const int target = doc.p.selected + by;
-  if (target < 0 || target >= static_cast<int>(doc.p.List1.size()))
-    return;
-  swap_titles(doc.p, *row, static_cast<std::size_t>(target));
-  doc.p.selected = target;
-  dvdsize(doc);
-}
-
 }  // namespace
 
 void open_command(document& doc) {
@@ -94,11 +80,27 @@ void remove_title_command(document& doc) {
 }
 
 void titleup_command(document& doc) {
-  move_title(doc, -1);
+  movetitle_command(doc, doc.p.selected - 1);
 }
 
 void titledown_command(document& doc) {
-  move_title(doc, 1);
+  movetitle_command(doc, doc.p.selected + 1);
+}
+
+void movetitle_command(document& doc, int row) {
+  if (custom(doc) != 1)
+    return;
+  const auto selected = selected_title(doc.p);
+  if (!selected || row < 0 || row >= static_cast<int>(doc.p.List1.size()))
+    return;
+  const auto target = static_cast<std::size_t>(row);
+  for (std::size_t at = *selected; at != target;) {
+    const std::size_t next = at < target ? at + 1 : at - 1;
+    swap_titles(doc.p, at, next);
+    at = next;
+  }
+  doc.p.selected = row;
+  dvdsize(doc);
 }
 
 void addaudiostream_command(document& doc) {

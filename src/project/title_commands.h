@@ -16,6 +16,10 @@ void remove_title_command(document& doc);
 void titleup_command(document& doc);
 void titledown_command(document& doc);
 
+/// Moves the selected title to a row (0-based), as often up or down as it takes. A row that is not
+/// there is no change.
+void movetitle_command(document& doc, int row);
+
 /// Adds an audio stream to the selected title.
 void addaudiostream_command(document& doc);
 

@@ -91,6 +91,26 @@ wxMenu* command_bars::drop_down(const std::string& tool_caption) const {
   return found == drop_downs_.end() ? nullptr : found->second;
 }
 
+std::unique_ptr<wxMenu> command_bars::title_menu() {
+  auto menu = std::make_unique<wxMenu>();
+  for (const drop_item& entry : title_items()) {
+    if (*entry.key == '\0') {
+      menu->AppendSeparator();
+      continue;
+    }
+    const int id = wxWindow::NewControlId();
+    menu->Append(id, entry.caption);
+    menu->Bind(
+        wxEVT_MENU,
+        // Once the menu has gone.
+        [this, run = entry.run](wxCommandEvent&) {
+          window_.CallAfter([this, run] { run(window_); });
+        },
+        id);
+  }
+  return menu;
+}
+
 void command_bars::enable(bool enabled) {
   wxMenuBar* bar = window_.GetMenuBar();
   for (std::size_t i = 0; i < bar->GetMenuCount(); ++i)

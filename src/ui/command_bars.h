@@ -4,6 +4,7 @@
 #include "ui/commands.h"
 
 #include <map>
+#include <memory>
 #include <string>
 
 class wxMenu;
@@ -22,6 +23,9 @@ class command_bars {
 
   /// The drop-down of the tool with that caption. Returns nullptr if it has none.
   wxMenu* drop_down(const std::string& tool_caption) const;
+
+  /// A new menu of what can be done with the selected title.
+  std::unique_ptr<wxMenu> title_menu();
 
   /// All of it on or off (a run is on).
   void enable(bool enabled);

@@ -190,6 +190,21 @@ const std::vector<menu>& main_menus() {
   return menus;
 }
 
+const std::vector<drop_item>& title_items() {
+  static const std::vector<drop_item> items = {
+      {"chapters", "chapters...", edit_chapters},
+      {"subtitles", "add/edit subtitles", edit_subtitles},
+      {"addaudio", "add audio stream", core<"add audio stream", addaudiostream_command>},
+      {"editdelay", "edit A/V delay", core<"edit A/V delay", editdelay_command>},
+      {"navcommands", "nav cmds...", edit_navcommands},
+      {"", "", nullptr},
+      {"titleup", "move up", core<"move title up", titleup_command>},
+      {"titledown", "move down", core<"move title down", titledown_command>},
+      {"", "", nullptr},
+      {"remove", "remove title", core<"remove title", remove_title_command>}};
+  return items;
+}
+
 const std::vector<tool>& main_tools() {
   static const std::vector<tool> tools = {
       {"add-title",

@@ -47,6 +47,9 @@ struct tool {
 /// The menu bar, left to right.
 const std::vector<menu>& main_menus();
 
+/// The menu of a title in the list; an item without a key is a separator.
+const std::vector<drop_item>& title_items();
+
 /// Toolbar1, left to right.
 const std::vector<tool>& main_tools();
 

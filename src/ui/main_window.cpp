@@ -126,6 +126,11 @@ void main_window::make_controls() {
   on.titledown = [this] { run("move title down", titledown_command); };
   on.insert = [this] { run("add title", open_command); };
   on.remove = [this] { run("remove title", remove_title_command); };
+  on.open = [this] { edit_chapters(*this); };
+  on.move = [this](int row) {
+    run("move title", [row](document& doc) { movetitle_command(doc, row); });
+  };
+  on.context = [this] { return may_command() ? bars_->title_menu().release() : nullptr; };
   on.findings = [this] { check_->show(); };
   on.region = [this](const std::string& region) {
     run("change DVD format", [&region](document& doc) { region_command(doc, region); });
@@ -365,6 +370,7 @@ void main_window::begin(const failure& unusable, const std::string& project) {
     run("load project", [&](document& doc) { load_recent_command(doc, project); });
   else
     load(project);
+  focus_titles();
 }
 
 void main_window::load(const std::string& path) {

@@ -12,6 +12,7 @@
 #include <wx/choice.h>
 #include <wx/infobar.h>
 #include <wx/listbox.h>
+#include <wx/menu.h>
 #include <wx/settings.h>
 #include <wx/sizer.h>
 #include <wx/statbmp.h>
@@ -19,6 +20,7 @@
 #include <wx/stattext.h>
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace corvane {
@@ -69,6 +71,24 @@ wxSizer* project_view::make_titles() {
   name_control(*List1_, "List1");
   List1_->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { on_.select(List1_->GetSelection()); });
   List1_->Bind(wxEVT_KEY_DOWN, &project_view::on_key, this);
+  List1_->Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { CallAfter(on_.open); });
+  List1_->Bind(wxEVT_CONTEXT_MENU, [this](wxContextMenuEvent&) { show_context_menu(); });
+  List1_->Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& event) {
+    dragged_ = List1_->HitTest(event.GetPosition());
+    event.Skip();
+  });
+  List1_->Bind(wxEVT_LEFT_UP, [this](wxMouseEvent& event) {
+    event.Skip();
+    on_dragged(event);
+  });
+  List1_->Bind(wxEVT_RIGHT_DOWN, [this](wxMouseEvent& event) {
+    const int row = List1_->HitTest(event.GetPosition());
+    if (row != wxNOT_FOUND && row != List1_->GetSelection()) {
+      List1_->SetSelection(row);
+      on_.select(row);
+    }
+    event.Skip();
+  });
   auto* movers = new wxBoxSizer(wxVERTICAL);
   movers->Add(make_mover(Frame1_, "titleup", "up", "move the selected title up", on_.titleup));
   movers->AddSpacer(FromDIP(layout::control_gap));
@@ -142,6 +162,18 @@ void project_view::on_key(wxKeyEvent& event) {
     on_.insert();
   else
     event.Skip();
+}
+
+void project_view::on_dragged(const wxMouseEvent& event) {
+  const int from = std::exchange(dragged_, wxNOT_FOUND), to = List1_->HitTest(event.GetPosition());
+  if (from != wxNOT_FOUND && to != wxNOT_FOUND && from != to && from == List1_->GetSelection())
+    CallAfter([this, to] { on_.move(to); });
+}
+
+void project_view::show_context_menu() {
+  const std::unique_ptr<wxMenu> menu(on_.context());
+  if (menu)
+    List1_->PopupMenu(menu.get());
 }
 
 void project_view::show_project(const project& p) {

@@ -13,6 +13,8 @@ class wxBitmapButton;
 class wxChoice;
 class wxInfoBar;
 class wxKeyEvent;
+class wxMenu;
+class wxMouseEvent;
 class wxListBox;
 class wxSizer;
 class wxStaticBitmap;
@@ -30,6 +32,9 @@ class project_view : public wxPanel {
     std::function<void(int)> select;  ///< a row of the list, 0-based; -1: none
     std::function<void()> titleup, titledown;
     std::function<void()> insert, remove;  ///< the keys Insert and Delete on the list
+    std::function<void()> open;            ///< a double click on a title, or Enter
+    std::function<void(int)> move;         ///< the selected title was dragged to a row, 0-based
+    std::function<wxMenu*()> context;      ///< the menu of the selected title, to be deleted
     std::function<void(const std::string&)> region;
     std::function<void()> findings;  ///< the line of what was found
   };
@@ -59,6 +64,8 @@ class project_view : public wxPanel {
   void show_titles(const project& p);
   void show_statistics(const project& p);
   void on_key(wxKeyEvent& event);
+  void on_dragged(const wxMouseEvent& event);
+  void show_context_menu();
 
   handlers on_;
   wxInfoBar* notice_ = nullptr;
@@ -73,6 +80,7 @@ class project_view : public wxPanel {
   wxStaticText* dvdsizetext_ = nullptr;
   wxStaticText* globalregion_ = nullptr;
   wxChoice* Comboregion_ = nullptr;
+  int dragged_ = wxNOT_FOUND;  ///< the row that the button went down on
   wxSize least_;
 };
 

@@ -1,5 +1,7 @@
 #include "ui/gtk_sight.h"
 
+#include "ui/widgets/wx_text.h"
+
 #include <wx/textdlg.h>
 #include <wx/window.h>
 
@@ -145,6 +147,10 @@ std::optional<seen_dialog> look_at_dialog() {
     seen.picture = picture_in(window);
     g_free(text);
   }
+  GtkWindow* const owner = gtk_window_get_transient_for(window);
+  for (const wxWindow* const each : wxTopLevelWindows)
+    if (owner != nullptr && each->GetHandle() == GTK_WIDGET(owner))
+      seen.over = utf8_of(each->GetName());
   seen.chooses_file = GTK_IS_FILE_CHOOSER(window);
   if (seen.chooses_file)
     seen.saves =

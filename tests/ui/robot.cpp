@@ -81,27 +81,11 @@ wxPoint middle_of(const std::string& text, label_place place) {
   return settled([&] { return find_label(text, place); }, text);
 }
 
-bool wait_for_dialog(const std::string& title) {
-  const bool seen = wait_until([&] {
-    const auto dialog = look_at_dialog();
-    return dialog && dialog->title == title;
-  });
-  EXPECT_TRUE(seen) << "no dialog \"" << title << '"';
-  wait_until(dialog_has_the_keys, 1);
-  return seen;
-}
-
 wxWindow* find(const std::string& name, const std::string& window) {
   if (window.empty())
     return wxWindow::FindWindowByName(name);
   const wxWindow* within = wxWindow::FindWindowByName(window);
   return within == nullptr ? nullptr : wxWindow::FindWindowByName(name, within);
-}
-
-wxPoint middle_of_row(int row, const std::string& window) {
-  const wxRect place = ask_ui([&] { return control("List1", window)->GetScreenRect(); });
-  const int height = ask_ui([&] { return list_row_height(*control("List1", window)); });
-  return {place.x + 40, place.y + 3 + height * row + height / 2};
 }
 
 /// Types the text; what no key of the keyboard gives is pasted. A key that is made for a character
@@ -121,6 +105,22 @@ void enter_text(const std::string& text) {
 }
 
 }  // namespace
+
+wxPoint middle_of_row(int row, const std::string& window) {
+  const wxRect place = ask_ui([&] { return control("List1", window)->GetScreenRect(); });
+  const int height = ask_ui([&] { return list_row_height(*control("List1", window)); });
+  return {place.x + 40, place.y + 3 + height * row + height / 2};
+}
+
+bool wait_for_dialog(const std::string& title) {
+  const bool seen = wait_until([&] {
+    const auto dialog = look_at_dialog();
+    return dialog && dialog->title == title;
+  });
+  EXPECT_TRUE(seen) << "no dialog \"" << title << '"';
+  wait_until(dialog_has_the_keys, 1);
+  return seen;
+}
 
 void on_ui(const std::function<void()>& f) {
   auto done = std::make_shared<std::promise<void>>();
@@ -164,6 +164,14 @@ void double_click_at(wxPoint screen) {
   xdotool("mousemove " + at(screen));
   let_it_happen();
   xdotool("click --repeat 2 --delay 60 1");
+  let_it_happen();
+}
+
+void right_click_at(wxPoint screen) {
+  keep_from_double_click(screen);
+  xdotool("mousemove " + at(screen));
+  let_it_happen();
+  xdotool("click 3");
   let_it_happen();
 }
 

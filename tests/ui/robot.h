@@ -35,6 +35,7 @@ bool wait_until(const std::function<bool()>& condition, double seconds = 15);
 // The pointer and the keys.
 void click_at(wxPoint screen);
 void double_click_at(wxPoint screen);
+void right_click_at(wxPoint screen);
 void hover_at(wxPoint screen);
 void drag(wxPoint from, wxPoint to);  ///< in a few steps, as a hand does
 void press(const std::string& keys);  ///< as xdotool names them: "ctrl+s", "Return"
@@ -48,6 +49,9 @@ void click_control(const std::string& name, const std::string& window = "");
 /// Clicks on a row (0-based) of the list `List1`, or on the empty place below the rows.
 void click_row(int row, const std::string& window = "");
 void double_click_row(int row, const std::string& window = "");
+
+/// The middle of its left part.
+wxPoint middle_of_row(int row, const std::string& window = "");
 
 /// The control of that name; only for use in the main thread.
 wxWindow* control(const std::string& name, const std::string& window = "");
@@ -81,6 +85,7 @@ struct seen_dialog {
   std::string text;     ///< of a message box
   std::string picture;  ///< of a message box: "info", "warning", "error", "question", "none"
   std::vector<std::string> buttons;
+  std::string over;  ///< name of the window that it belongs to
   bool chooses_file = false;
   bool saves = false;
 };
@@ -93,6 +98,8 @@ std::optional<seen_dialog> top_dialog();
 seen_dialog answer_message(const std::string& text, const std::string& button);
 
 /// Waits for a file dialog with this title, types the path and accepts.
+/// Waits for a dialog with this title; false, with a failed test, when none comes.
+bool wait_for_dialog(const std::string& title);
 void answer_file(const std::string& title, const std::string& path);
 
 /// Waits for a dialog with this title and presses Escape.

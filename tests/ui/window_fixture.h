@@ -41,7 +41,8 @@ class window_test : public testing::Test {
   /// Puts a shell script of the test's own in a tool's place; returns when it is there.
   void replace_tool(const std::string& name, const std::string& script);
 
-  /// Answers the question where missing files are now: the user does not know, or it is this folder.
+  /// Answers the question where missing files are now: the user does not know, or it is this
+  /// folder.
   static void leave_missing_files();
   static void find_missing_files(const std::string& folder);
 
