@@ -3,6 +3,7 @@
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "project/messages.h"
+#include "runner/lost_log.h"
 #include "runner/run_files.h"
 
 #include <utility>
@@ -117,11 +118,16 @@ std::string output_folder_in_use(const std::string& out) {
 }
 
 void settle_interrupted_runs(document& doc, const std::string& app, folder_lock& lock) {
-  if (unfinished_runs(app).empty())
-    return;
   const bool held = lock.held();
-  if (!lock.take())
+  const bool lost_log =
+      !held && has_lost_log(app);  // while it is held, the log may be a run's of ours
+  if ((!lost_log && unfinished_runs(app).empty()) || !lock.take())
     return;
+  if (lost_log && keep_lost_log(app))
+    say(doc, icon::information,
+        "The last authoring run was lost with its program.  Its log, as far as it was written, is "
+        "kept in \"" +
+            join_path(app, run_file::log) + "\".");
   for (const unfinished_run& run : unfinished_runs(app))
     if (settle_interrupted(doc, run))
       drop_unfinished_run(app, run);

@@ -32,7 +32,8 @@ bool is_complete(run_outcome outcome, const std::string& out, const run_record& 
 run_settled settle_run(const std::string& app, const run_record& record, run_place& place,
                        run_outcome outcome);
 
-/// Sets in order what runs of this program folder left that died, and tells the user. Does nothing
+/// Sets in order what runs of this program folder left that died, their log among it
+/// (runner/lost_log.h), and tells the user. Does nothing
 /// while another run uses the program folder. `lock` is that folder's, and is held afterwards if it
 /// was before. What lies on a disk that is not there waits for it.
 void settle_interrupted_runs(document& doc, const std::string& app, folder_lock& lock);

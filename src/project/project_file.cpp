@@ -240,6 +240,16 @@ bool may_leave(document& doc) {
   return reply == answer::no || (reply == answer::yes && save_project(doc) == save_outcome::saved);
 }
 
+/// Whether the file is write-protected, which is then told.
+bool is_kept_from_us(document& doc, const std::string& path) {
+  const failure why = why_not_writable_file(path);
+  if (why)
+    say(doc, icon::exclamation,
+        "\"" + sanitized(path) + "\" " + *why +
+            ".  Nothing was saved: please choose another name, or let the file be written.");
+  return why.has_value();
+}
+
 save_outcome save_to(document& doc, const std::string& path) {
   if (const failure why = write_file(path, project_text(doc.p))) {
     say(doc, icon::critical,
@@ -259,6 +269,8 @@ save_outcome save_project(document& doc) {
   if (!may_be_saved(doc))
     return save_outcome::failed;
   const std::string path = doc.ask.save_file(project_dialog("save corvane project"));
+  if (is_kept_from_us(doc, path))
+    return save_outcome::failed;
   if (path.empty() || (file_exists(path) && !may_overwrite(doc)))
     return save_outcome::given_up;
   return save_to(doc, path);
@@ -271,7 +283,7 @@ void saveproject_command(document& doc) {
 void savefile_command(document& doc) {
   if (doc.file().empty())
     saveproject_command(doc);
-  else if (may_be_saved(doc))
+  else if (may_be_saved(doc) && !is_kept_from_us(doc, doc.file()))
     save_to(doc, doc.file());
 }
 

@@ -14,10 +14,6 @@
 namespace corvane {
 namespace {
 
-std::string part_of(const std::string& path) {
-  return path + ".part";
-}
-
 bool is_link(const std::string& path) {
   std::error_code error;
   return std::filesystem::is_symlink(path_of(path), error);
@@ -29,6 +25,10 @@ std::string reason(int error) {
 }
 
 }  // namespace
+
+std::string run_log::part_of(const std::string& path) {
+  return path + ".part";
+}
 
 void run_log::begin(std::string path) {
   file_ = std::ofstream();

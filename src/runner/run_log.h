@@ -19,6 +19,9 @@ namespace corvane {
 
 class run_log {
  public:
+  /// Where the log with this path is written until it is complete.
+  static std::string part_of(const std::string& path);
+
   /// Begins an empty log. `path` (native) is the log file's; nothing is written to the disk yet.
   void begin(std::string path);
 

@@ -265,6 +265,23 @@ TEST_F(EarlierDisc, ComesBackAtTheNextStartAfterTheRunDied) {
   expect_the_earlier_disc();
 }
 
+TEST_F(EarlierDisc, TheLogOfARunThatDiedIsKeptAndToldOfAtTheNextStart) {
+  put("app/CorvaneLOG.txt.part", "*one.....\r\n");
+  ASSERT_TRUE(lock.take());
+  settle_interrupted_runs(doc, app, lock);  // it may be the log of a run of ours
+  EXPECT_TRUE(there("app/CorvaneLOG.txt.part"));
+  lock.release();
+  expect_told(
+      "The last authoring run was lost with its program.  Its log, as far as it was "
+      "written, is kept in \"" +
+      join_path(app, "CorvaneLOG.txt") + "\".");
+  settle_interrupted_runs(doc, app, lock);
+  EXPECT_FALSE(lock.held());
+  EXPECT_FALSE(there("app/CorvaneLOG.txt.part"));
+  EXPECT_TRUE(read("app/CorvaneLOG.txt").starts_with("*one.....\r\n"));
+  settle_interrupted_runs(doc, app, lock);
+}
+
 TEST_F(EarlierDisc, WithoutOneTheHalfDiscOfARunThatDiedIsRemovedAndThatIsTold) {
   for (const char* const name : {"dvd/VIDEO_TS", "dvd/AUDIO_TS", "dvd.iso"})
     remove_all(folder.path(native(name)));

@@ -1,5 +1,6 @@
 #include "platform/files/files.h"
 
+#include "platform/files/durable_write.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -152,6 +153,46 @@ TEST(Files, TheCurrentFolderMayHoldOne) {
   folder.add("a");
   EXPECT_TRUE(current_folder_holds_a_file());
   fs::current_path(before);
+}
+
+TEST(WritingFiles, ANameMayBeAsLongAsTheSystemTakes) {
+  const testing_support::temporary_folder folder;
+  const std::string ascii = std::string(246, 'a') + ".cvp";
+  std::string accents = "a";  // so that a cut at an even place falls between two bytes
+  for (int i = 0; i < 60; ++i)
+    accents += "\xC3\xA9";
+  for (const std::string& name : {ascii, accents}) {
+    EXPECT_EQ(write_file(folder.path(name), "old"), std::nullopt);
+    EXPECT_EQ(write_file(folder.path(name), "new"), std::nullopt);
+    EXPECT_EQ(folder.read(name), "new");
+  }
+  EXPECT_EQ(files_in(folder.path()).size(), 2u);
+}
+
+// No process has this number: systems give none that is so large.
+constexpr const char* ended_process = "999999999";
+
+TEST(LeftParts, GoWithTheNextTextWhereTheirProgramIsGone) {
+  const testing_support::temporary_folder folder;
+  folder.add("a.cvp.part" + std::string(ended_process));
+  folder.add("b.cvp.part" + std::string(ended_process));
+  folder.add("a.cvp.part1x");
+  folder.add("a.cvp.part");
+  EXPECT_EQ(write_file(folder.path("a.cvp"), "new"), std::nullopt);
+  EXPECT_EQ(files_in(folder.path()),
+            (std::vector<std::string>{"a.cvp", "a.cvp.part", "a.cvp.part1x",
+                                      "b.cvp.part" + std::string(ended_process)}));
+}
+
+TEST(LeftParts, OfAFolderOfOurOwnGoButForThoseOfProgramsThatRun) {
+  const testing_support::temporary_folder folder;
+  const std::string ours = "a.part" + std::to_string(process_number());
+  folder.add(ours);
+  folder.add("a.part" + std::string(ended_process));
+  folder.add(std::string(100, 'n') + ".part" + ended_process);
+  folder.add("CorvaneLOG.txt.part");
+  remove_left_parts(folder.path());
+  EXPECT_EQ(files_in(folder.path()), (std::vector<std::string>{"CorvaneLOG.txt.part", ours}));
 }
 
 }  // namespace

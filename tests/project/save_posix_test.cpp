@@ -2,6 +2,7 @@
 #include "project/project_file.h"
 #include "sample_project.h"
 #include "support/command_test.h"
+#include "support/ordinary_user_posix.h"
 
 #include <csignal>
 #include <cstring>
@@ -75,6 +76,40 @@ TEST_F(SaveProjectPosix, ALinkStaysALink) {
   const std::string target = folder.add("real.cvp", "old");
   const std::string link = folder.path("link.cvp");
   std::filesystem::create_symlink(target, link);
+  expect_save_over(link);
+  EXPECT_EQ(save_project(doc), save_outcome::saved);
+  EXPECT_TRUE(std::filesystem::is_symlink(link));
+  EXPECT_EQ(folder.read("real.cvp"), project_text(p));
+}
+
+TEST_F(SaveProjectPosix, AWriteProtectedProjectIsNotReplacedAndTheReasonIsTold) {
+  const std::string target = folder.add("disc.cvp", "old");
+  std::filesystem::permissions(target, std::filesystem::perms::owner_read);
+  ask.expect_save({"save corvane project", testing_support::cvp_filter, ""}, target);
+  ask.expect(
+      box("\"" + target +
+              "\" is write-protected.  Nothing was saved: please choose another name, or let "
+              "the file be written.",
+          icon::exclamation));
+  EXPECT_EQ(save_project(doc), save_outcome::failed);
+  EXPECT_EQ(folder.read("disc.cvp"), "old");
+  EXPECT_EQ(p.saved, 0);
+}
+
+TEST_F(SaveProjectPosix, AProjectIsSavedWhereOnlyItsFileMayBeWritten) {
+  const std::string target = folder.add("closed/disc.cvp", "old");
+  const testing_support::ordinary_user user(folder);
+  std::filesystem::permissions(folder.path("closed"), std::filesystem::perms::owner_read |
+                                                          std::filesystem::perms::owner_exec);
+  expect_save_over(target);
+  EXPECT_EQ(save_project(doc), save_outcome::saved);
+  EXPECT_EQ(folder.read("closed/disc.cvp"), project_text(p));
+  std::filesystem::permissions(folder.path("closed"), std::filesystem::perms::owner_all);
+}
+
+TEST_F(SaveProjectPosix, ALinkThatLeadsToNoFileYetStaysOne) {
+  const std::string link = folder.path("link.cvp");
+  std::filesystem::create_symlink("real.cvp", link);
   expect_save_over(link);
   EXPECT_EQ(save_project(doc), save_outcome::saved);
   EXPECT_TRUE(std::filesystem::is_symlink(link));

@@ -1,6 +1,7 @@
 #include "platform/files/files.h"
 
 #include "platform/files/durable_write.h"
+#include "platform/files/scratch_folder.h"
 
 #include <fstream>
 #include <system_error>
@@ -84,19 +85,71 @@ failure write_in_place_of(const fs::path& target, std::string_view text) {
   return std::nullopt;
 }
 
+constexpr std::uintmax_t largest_kept = std::uintmax_t{1} << 30;
+
+/// Writes into the file itself, with a copy of what it held kept elsewhere meanwhile.
+failure write_into(const fs::path& target, std::string_view text) {
+  const result<std::string> old = read_file(text_of(target), largest_kept);
+  if (!old)
+    return "its folder lets nothing be put beside it, and it cannot be kept: " + old.error;
+  auto place = scratch_folder::make(text_of(lasting_temporary_folder()));
+  const failure not_kept =
+      place ? write_durably(path_of((*place)->path("copy")), *old) : failure(place.error);
+  if (not_kept)
+    return "its folder lets nothing be put beside it, and no copy can be kept: " + *not_kept;
+  failure why = overwrite_durably(target, text);
+  if (why && read_file(text_of(target), largest_kept).value != old.value &&
+      overwrite_durably(target, *old)) {
+    *why += ", and what it held could not be put back; that is kept in \"" +
+            (*place)->path("copy") + "\"";
+    (*place)->keep();
+  }
+  return why;
+}
+
+/// Where a path leads when all links at its end are followed; there may be nothing.
+result<fs::path> end_of_links(fs::path path) {
+  constexpr int most_links = 40;
+  std::error_code error;
+  for (int links = 0; fs::is_symlink(path, error); ++links) {
+    const fs::path next = fs::read_symlink(path, error);
+    if (error || links == most_links)
+      return result<fs::path>::fail(error ? error.message() : "its links lead round in a circle");
+    path = path.parent_path() / next;  // an absolute one replaces all of it
+  }
+  return result<fs::path>::ok(std::move(path));
+}
+
 }  // namespace
 
 failure write_file(std::string_view native, std::string_view text) {
   std::error_code error;
-  fs::path target = path_of(native);
-  if (fs::is_symlink(target, error)) {
-    const fs::path end = fs::weakly_canonical(target, error);
-    if (!error)
-      target = end;
-  }
-  if (fs::exists(target, error) && !fs::is_regular_file(target, error))
+  const result<fs::path> end = end_of_links(path_of(native));
+  if (!end)
+    return end.error;
+  const fs::path& target = *end;
+  const bool exists = fs::exists(target, error);
+  if (exists && !fs::is_regular_file(target, error))
     return fs::is_directory(target, error) ? "it is a folder, not a file" : "it is not a file";
-  return write_in_place_of(target, text);
+  if (const failure why = why_write_protected(target))
+    return "it " + *why;
+  if (exists && must_stay_this_file(target))
+    return write_into(target, text);
+  failure why = write_in_place_of(target, text);
+  if (!why)
+    remove_left_parts_of(target);
+  return why;
+}
+
+failure why_not_writable_file(std::string_view native) {
+  return why_write_protected(path_of(native));
+}
+
+void remove_left_parts(std::string_view native_folder) {
+  // Each target is known by its part alone.
+  for (const std::string& name : files_in(native_folder))
+    if (const auto mark = name.rfind(".part"); mark != std::string::npos)
+      remove_left_parts_of(path_of(native_folder) / path_of(name.substr(0, mark)));
 }
 
 failure replace_file(std::string_view native, std::string_view text) {

@@ -38,12 +38,24 @@ result<std::string> read_file(std::string_view native, std::uintmax_t limit);
 
 /// Writes the whole text: beside the target, flushed to the disk, then renamed over it. Whatever
 /// happens, the target holds either its old bytes or all of the new ones. A target that is a link
-/// keeps being one: the file it points at is replaced.
+/// keeps being one: the file it points at is replaced, or made where there is none. Fails for a
+/// file that is write-protected. Where the target may be written but its folder does not let it be
+/// replaced, it is written into, while a copy of what it held is kept in the system's folder for
+/// temporary files; the reason names the copy where the old bytes could not be put back. What
+/// programs that are gone have left beside the target goes.
 failure write_file(std::string_view native, std::string_view text);
 
 /// The same for a file in a folder of the program's own: a target that is a link is replaced
 /// itself, and what it points at stays as it is.
 failure replace_file(std::string_view native, std::string_view text);
+
+/// Why a file (links followed) is not to be written into or replaced, as the end of a sentence
+/// about it ("is write-protected"); nullopt when nothing speaks against it or there is none.
+failure why_not_writable_file(std::string_view native);
+
+/// Removes from a folder of the program's own what programs that are gone have left of texts that
+/// they were writing ("process.bat.part1234").
+void remove_left_parts(std::string_view native_folder);
 
 /// Gives a file, folder or link another name on the same disk. Fails, and changes nothing, when
 /// there is something of the new name or it lies on another disk. On Windows what another program

@@ -29,8 +29,10 @@ const std::vector<outside_tool>& outside_tools();
 std::string program_folder();
 
 /// Makes the folder, its bin with the links (Linux), and makes it the current folder. A link in bin
-/// that leads elsewhere or nowhere is set anew; a real file there is left alone. Fails also where
-/// nothing can be written into it. Paths from the command line must have been made absolute before.
+/// that leads elsewhere or nowhere is set anew; a real file there is left alone. What programs that
+/// are gone have left of files that they were writing there goes. Fails also where nothing can be
+/// written into it (on Linux: where a link would have to be). Paths from the command line must have
+/// been made absolute before.
 failure enter_program_folder(const std::string& folder);
 
 /// Path of a tool in the folder's bin: join of folder, "bin", name + ".exe".

@@ -91,6 +91,8 @@ failure enter_program_folder(const std::string& folder) {
   const std::string bin = join_path(folder, "bin");
   if (const failure why = make_folders(bin))
     return "the program folder \"" + bin + "\" cannot be made: " + *why;
+  remove_left_parts(folder);
+  remove_left_parts(bin);
   if (const failure why = refresh_links(folder))
     return why;
   std::error_code error;

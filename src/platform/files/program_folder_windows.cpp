@@ -35,6 +35,7 @@ failure enter_program_folder(const std::string& folder) {
   if (const failure why = why_not_writable(folder))
     return "nothing can be written into the program folder \"" + folder + "\": " + *why +
            ".  The files of a run go there: please put the program into a folder of your own";
+  remove_left_parts(folder);
   return std::nullopt;
 }
 

@@ -11,10 +11,11 @@ namespace corvane {
 
 namespace fs = std::filesystem;
 
-result<std::unique_ptr<scratch_folder>> scratch_folder::make() {
+result<std::unique_ptr<scratch_folder>> scratch_folder::make(const std::string& parent_folder) {
   using made = result<std::unique_ptr<scratch_folder>>;
   std::error_code error;
-  const fs::path parent = fs::temp_directory_path(error);
+  const fs::path parent =
+      parent_folder.empty() ? fs::temp_directory_path(error) : path_of(parent_folder);
   if (error)
     return made::fail("there is no temporary folder: " + error.message());
   std::random_device random;
@@ -32,7 +33,8 @@ result<std::unique_ptr<scratch_folder>> scratch_folder::make() {
 }
 
 scratch_folder::~scratch_folder() {
-  remove_all(path_);
+  if (!kept_)
+    remove_all(path_);
 }
 
 std::string scratch_folder::path(const std::string& name) const {

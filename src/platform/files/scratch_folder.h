@@ -13,7 +13,11 @@ namespace corvane {
 class scratch_folder {
  public:
   /// Makes a new folder that no other program knows and, on POSIX, no other user can look into.
-  static result<std::unique_ptr<scratch_folder>> make();
+  /// `parent` (native) is where; empty: the system's temporary folder.
+  static result<std::unique_ptr<scratch_folder>> make(const std::string& parent = {});
+
+  /// From now on it stays when the object goes.
+  void keep() { kept_ = true; }
 
   ~scratch_folder();
   scratch_folder(const scratch_folder&) = delete;
@@ -25,6 +29,7 @@ class scratch_folder {
  private:
   explicit scratch_folder(std::string path) : path_(std::move(path)) {}
   std::string path_;
+  bool kept_ = false;
 };
 
 }  // namespace corvane
