@@ -2,6 +2,7 @@
 
 #include "disc/read_navigation.h"
 #include "project/disc_of.h"
+#include "project/edited_xml.h"
 #include "runner/run_files.h"
 
 #include <algorithm>
@@ -82,9 +83,9 @@ void complete_menu(disc_menu& menu, const disc_description& rows, const run_path
 
 result<disc_description> asked_disc(const project& p, const run_paths& where) {
   disc_description rows = disc_of(p);
-  if (p.customxml.empty())
+  if (edited_xml(p).empty())
     return result<disc_description>::ok(std::move(rows));
-  result<disc_description> asked = read_navigation(p.customxml, where.style);
+  result<disc_description> asked = read_navigation(edited_xml(p), where.style);
   if (!asked)
     return asked;
   int number = 0;

@@ -11,6 +11,7 @@
 #include "platform/files/paths.h"
 #include "platform/files/program_folder.h"
 #include "project/disc_of.h"
+#include "project/edited_xml.h"
 #include "project/plain_texts.h"
 #include "runner/run_files.h"
 #include "runner/tools/tool_outcomes.h"
@@ -36,12 +37,12 @@ author_result not_started(document& doc, author_equipment& e, author_result end,
 // The XML editor may have changed the text since the run was prepared; without an edit, the XML is
 // that of the rows, whose commands nobody has looked at where there was one.
 std::optional<std::string> why_not_edited_xml(const project& p, const prepared_run& run) {
-  if (p.customxml.empty())
+  if (edited_xml(p).empty())
     return run.looked_at_xml.empty() ? std::nullopt
                                      : why_not_authorable(disc_of(p), {}, native_style());
-  if (const auto why = why_not_safe_xml(p.customxml))
+  if (const auto why = why_not_safe_xml(edited_xml(p)))
     return why;
-  if (output_folder(folder_of_custom_xml(p.customxml)) != run.where.out)
+  if (output_folder(folder_of_custom_xml(edited_xml(p))) != run.where.out)
     return "The edited XML names another output folder than \"" + run.where.out +
            "\", for which this run was prepared.  Please author again.";
   return std::nullopt;

@@ -4,6 +4,7 @@
 #include "examine/foreseen_disc.h"
 #include "examine/told_before.h"
 #include "project/disc_of.h"
+#include "project/edited_xml.h"
 
 namespace corvane {
 
@@ -21,7 +22,7 @@ foreseen_run foreseen_of(const project& p, const run_paths& where, const fact_st
     for (const std::string& file : files_of(*asked))
       if (auto found = facts->find(file, false))
         known.emplace(file, std::move(found));
-  run.disc = foreseen_disc(*asked, known, !p.customxml.empty());
+  run.disc = foreseen_disc(*asked, known, !edited_xml(p).empty());
   foresee_cues(*asked, run.disc);
   run.chapters = chapters_asked(*asked);
   return run;

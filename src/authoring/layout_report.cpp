@@ -7,6 +7,7 @@
 #include "platform/files/paths.h"
 #include "platform/text/utf8.h"
 #include "project/disc_of.h"
+#include "project/edited_xml.h"
 #include "project/messages.h"
 #include "project/post_rows.h"
 #include "runner/run_files.h"
@@ -157,11 +158,11 @@ std::string layout_html(const disc_description& d, const std::string& size_text,
 report_result layoutprint_command(document& doc, const std::string& app, desktop& user_desktop) {
   const std::string file = join_path(app, run_file::layout_page);
   // The copy first: a page that leads to it is there only with it.
-  if (!doc.p.customxml.empty() &&
-      write_or_tell(doc, join_path(app, run_file::layout_xml), doc.p.customxml))
+  if (!edited_xml(doc.p).empty() &&
+      write_or_tell(doc, join_path(app, run_file::layout_xml), edited_xml(doc.p)))
     return report_result::not_written;
   if (write_or_tell(doc, file,
-                    layout_html(disc_of(doc.p), doc.p.dvdsizetext, !doc.p.customxml.empty())))
+                    layout_html(disc_of(doc.p), doc.p.dvdsizetext, !edited_xml(doc.p).empty())))
     return report_result::not_written;
   if (const failure why = user_desktop.show_page(file)) {
     say(doc, icon::exclamation,

@@ -2,6 +2,7 @@
 
 #include "authoring/asked_disc.h"
 #include "project/disc_of.h"
+#include "project/edited_xml.h"
 #include "project/moved_commands.h"
 
 #include <utility>
@@ -12,7 +13,7 @@ looked_at_disc disc_to_look_at(const document& doc, const disc_description& rows
                                const run_paths& where) {
   const result<disc_description> asked = asked_disc(doc.p, where);
   return {asked ? *asked : rows,
-          {asked ? doc.p.customxml : "", where.out, where.app, {}, noted_command_targets(doc.p)}};
+          {asked ? edited_xml(doc.p) : "", where.out, where.app, {}, noted_command_targets(doc.p)}};
 }
 
 std::optional<author_result> look_before_run(document& doc, const author_equipment& e,
@@ -21,7 +22,7 @@ std::optional<author_result> look_before_run(document& doc, const author_equipme
   looked_at_disc look = disc_to_look_at(doc, rows, run.where);
   if (has_subtitles(rows))
     look.around.fonts = run.where.fonts;
-  run.looked_at_xml = doc.p.customxml;
+  run.looked_at_xml = edited_xml(doc.p);
   material_answer answer =
       look_at_material(look.disc, std::move(look.around), e.material, doc.ask, run.told);
   if (answer.stopped)
@@ -36,7 +37,7 @@ std::optional<author_result> look_before_run(document& doc, const author_equipme
 
 std::optional<author_result> look_at_edit(document& doc, const author_equipment& e,
                                           prepared_run& run) {
-  return doc.p.customxml == run.looked_at_xml ? std::nullopt : look_before_run(doc, e, run);
+  return edited_xml(doc.p) == run.looked_at_xml ? std::nullopt : look_before_run(doc, e, run);
 }
 
 }  // namespace corvane

@@ -9,6 +9,7 @@
 #include "authoring/work_script.h"
 #include "platform/files/files.h"
 #include "project/disc_of.h"
+#include "project/edited_xml.h"
 #include "project/missing_tools.h"
 #include "project/plain_texts.h"
 #include "runner/run_files.h"
@@ -36,14 +37,14 @@ ending refuse(document& doc, const std::string& text) {
 // An edit that cannot be authored as it stands is mended in the editor, which therefore has to
 // open; it is looked at again when the run starts.
 bool is_edited_first(const project& p, const author_equipment& e) {
-  return p.editxml && e.edit_xml && !p.customxml.empty();
+  return p.editxml && e.edit_xml && !edited_xml(p).empty();
 }
 
 refusal why_not_this_project(const project& p, const disc_description& d,
                              const author_equipment& e) {
   const path_style style = native_style();
   refusal why = is_edited_first(p, e) ? why_not_these_rows(d, style)
-                                      : why_not_authorable(d, p.customxml, style);
+                                      : why_not_authorable(d, edited_xml(p), style);
   if (!why)
     why = why_not_these_menu_streams(d, style);
   if (!why)
@@ -62,7 +63,7 @@ ending check_project(document& doc, const disc_description& d, const author_equi
   const refusal why = why_not_this_project(doc.p, d, e);
   if (!why)
     return std::nullopt;
-  where.out = output_folder(folder_of_custom_xml(doc.p.customxml));
+  where.out = output_folder(folder_of_custom_xml(edited_xml(doc.p)));
   looked_at_disc look = disc_to_look_at(doc, d, where);
   const findings_question known{*why, known_faults(look.disc, std::move(look.around), e.material),
                                 false};
@@ -82,8 +83,8 @@ ending check_tools(document& doc, const disc_description& d, const std::string& 
 // Hand-edited XML names its folder itself; any other run asks, and so does one whose edit has lost
 // that line.
 std::string named_folder(document& doc) {
-  if (names_folder(doc.p.customxml))
-    return folder_of_custom_xml(doc.p.customxml);
+  if (names_folder(edited_xml(doc.p)))
+    return folder_of_custom_xml(edited_xml(doc.p));
   return doc.ask.save_file({"enter a folder name to create the dvd", "", "folder"});
 }
 
@@ -182,7 +183,7 @@ ending remove_pictures(document& doc, const disc_description& d, author_equipmen
 
 ending write_texts(document& doc, const disc_description& d, author_equipment& e,
                    prepared_run& run) {
-  for (const auto& [name, text] : texts_of_run(d, doc.p.customxml, run.where)) {
+  for (const auto& [name, text] : texts_of_run(d, edited_xml(doc.p), run.where)) {
     const std::string file = run.where.in_app(name);
     if (const failure why = replace_file(file, text)) {
       e.lock.release();

@@ -8,6 +8,7 @@
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "project/disc_of.h"
+#include "project/edited_xml.h"
 #include "project/messages.h"
 #include "tools/finding_list.h"
 
@@ -38,7 +39,7 @@ std::shared_ptr<const foreseen_run> foresee(document& doc, const verification_eq
   const project& p = doc.p;
   run_paths where;
   where.app = e.app;
-  where.out = output_folder(folder_of_custom_xml(p.customxml));
+  where.out = output_folder(folder_of_custom_xml(edited_xml(p)));
   const result<disc_description> asked = asked_disc(p, where);
   if (!asked) {
     say(doc, icon::exclamation,

@@ -16,9 +16,11 @@
 namespace corvane {
 namespace {
 
-// The delay stands in the script outside of quotes: blanks around it would be arguments.
+// The delay stands in the script outside of quotes: blanks around it, as files of others have them,
+// would be arguments there.
 text_number delay_of(const std::string& row) {
-  return {row, leading_number(row), leading_number_text(row) == row};
+  const std::string number(trim(row));
+  return {number, leading_number(number), leading_number_text(number) == number};
 }
 
 // One for each settings row, without a file. The settings reach the project only when the subtitle

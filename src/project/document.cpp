@@ -2,6 +2,7 @@
 
 #include "formats/sanitized.h"
 #include "platform/files/paths.h"
+#include "project/edited_xml.h"
 #include "project/messages.h"
 #include "project/project_file.h"
 #include "project/recovery.h"
@@ -119,7 +120,7 @@ void document::end(bool given_up) {
 }
 
 int custom(document& doc) {
-  if (doc.p.customxml.empty())
+  if (edited_xml(doc.p).empty())
     return 1;
   message_box question;
   question.text = "You have edited the XML manually, do you want to discard these changes?";

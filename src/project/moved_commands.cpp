@@ -4,6 +4,7 @@
 #include "formats/numbers.h"
 #include "formats/text.h"
 #include "project/disc_of.h"
+#include "project/edited_xml.h"
 #include "project/menu_rows.h"
 #include "project/post_rows.h"
 
@@ -101,12 +102,12 @@ void note_command_targets(project& p) {
 }
 
 std::vector<command_target> noted_command_targets(const project& p) {
-  return p.customxml.empty() ? p.led_to : std::vector<command_target>();
+  return edited_xml(p).empty() ? p.led_to : std::vector<command_target>();
 }
 
 std::vector<moved_command> moved_commands(const project& p) {
   std::vector<moved_command> moved;
-  if (!p.customxml.empty())
+  if (!edited_xml(p).empty())
     return moved;
   const disc_description d = disc_of(p);
   const std::vector<command_target> now = command_targets(d);

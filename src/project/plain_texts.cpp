@@ -1,6 +1,7 @@
 #include "project/plain_texts.h"
 
 #include "formats/text.h"
+#include "formats/xml_characters.h"
 #include "platform/files/long_paths.h"
 #include "platform/text/utf8.h"
 #include "project/messages.h"
@@ -36,6 +37,8 @@ refusal why_not_plain_text(std::string_view text) {
     if (c == '<')
       return "contains a less-than sign (<)";
   }
+  if (first_character_not_allowed(text) != std::string_view::npos)
+    return "contains a character that no text may contain (U+FFFE or U+FFFF)";
   return std::nullopt;
 }
 

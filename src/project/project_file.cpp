@@ -55,6 +55,13 @@ void refuse_version(document& doc, const std::string& number) {
   dvdsize(doc);
 }
 
+void say_other_characters(document& doc, const std::string& path) {
+  say(doc, icon::information,
+      "\"" + sanitized(path) +
+          "\" is not UTF-8 text.  It was read as Windows-1252, as older programs and editors write "
+          "it; please look whether all names are right.  Saved, it will be UTF-8.");
+}
+
 /// The files that a loaded project names, looked up one by one.
 class file_check {
  public:
@@ -198,21 +205,26 @@ bool replace_project(document& doc, loaded_project loaded) {
 
 /// Returns nullopt if the file is refused (a message was shown).
 std::optional<loaded_project> read_project(document& doc, const std::string& path) {
-  const auto text = read_file(path, largest_project_file);
-  if (!text) {
-    refuse_file(doc, path, text.error);
+  const auto bytes = read_file(path, largest_project_file);
+  if (!bytes) {
+    refuse_file(doc, path, bytes.error);
     return std::nullopt;
   }
-  const std::string version = version_number(*text);
+  const auto characters = project_characters_of(*bytes);
+  const std::string version = version_number(characters ? characters->text : *bytes);
   if (leading_number(version) < oldest_version) {
     refuse_version(doc, version);
     return std::nullopt;
   }
-  auto loaded = parse_project(*text);
-  if (loaded)
-    return std::move(*loaded);
-  refuse_file(doc, path, loaded.error);
-  return std::nullopt;
+  auto loaded =
+      characters ? parse_project(characters->text) : result<loaded_project>::fail(characters.error);
+  if (!loaded) {
+    refuse_file(doc, path, loaded.error);
+    return std::nullopt;
+  }
+  if (characters->was_windows_1252)
+    say_other_characters(doc, path);
+  return std::move(*loaded);
 }
 
 }  // namespace

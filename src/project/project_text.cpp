@@ -4,6 +4,7 @@
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "formats/text.h"
+#include "platform/text/charset.h"
 #include "platform/text/utf8.h"
 #include "project/messages.h"
 #include "project/project_file.h"
@@ -222,6 +223,19 @@ bool project_reader::read_all() {
 }
 
 }  // namespace
+
+result<project_characters> project_characters_of(std::string_view bytes) {
+  using read = result<project_characters>;
+  constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+  if (bytes.starts_with(byte_order_mark))
+    bytes.remove_prefix(byte_order_mark.size());
+  if (is_utf8(bytes))
+    return read::ok({std::string(bytes)});
+  auto text = in_utf8(bytes, "CP1252");
+  if (!text)
+    return read::fail("it is neither UTF-8 text nor Windows-1252 text");
+  return read::ok({std::move(*text), true});
+}
 
 std::string version_number(std::string_view text) {
   constexpr std::string_view name = "Corvane ";

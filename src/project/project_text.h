@@ -37,6 +37,16 @@ struct loaded_project {
 /// Files with a lower version number are of a format that cannot be read.
 inline constexpr double oldest_version = 0.996;
 
+/// A project file's characters.
+struct project_characters {
+  std::string text;  ///< UTF-8, without a byte-order mark
+  bool was_windows_1252 = false;
+};
+
+/// The bytes of a file as characters: those of UTF-8, or, where they are not, those of
+/// Windows-1252, which older programs and editors write. Fails where they are neither.
+result<project_characters> project_characters_of(std::string_view bytes);
+
 /// The version number in a file's first line, as trimmed number text: what follows "Corvane " up
 /// to a comma; "0" where the line does not begin so.
 std::string version_number(std::string_view text);

@@ -5,6 +5,7 @@
 #include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
+#include "project/edited_xml.h"
 #include "project/messages.h"
 #include "project/project_file.h"
 #include "runner/run_files.h"
@@ -47,8 +48,8 @@ std::string lines_of(std::string_view text) {
 }  // namespace
 
 xmleditor::xmleditor(document& doc, xmleditor_equipment e) : doc_(&doc), e_(std::move(e)) {
-  if (!doc.p.customxml.empty())
-    opened_ = doc.p.customxml;
+  if (const std::string& edited = edited_xml(doc.p); !edited.empty())
+    opened_ = edited;
   else if (const auto text = read_file(config_file(e_.app), largest_xml))
     opened_ = lines_of(*text);
   restore();

@@ -122,13 +122,13 @@ TEST(RowChecks, TitlesWithoutAnyFile) {
 }
 
 TEST(RowChecks, DelayMustBeANumberAndNothingElse) {
-  for (const char* good : {"0", "250", "-250", "12.5", "-0.5"}) {
+  for (const char* good : {"0", "250", "-250", "12.5", "-0.5", " 1", "1 "}) {
     project p = full_project();
     p.delay[0] = good;
     EXPECT_EQ(refusal_of(p), "(authorable)") << good;
   }
-  for (const char* bad : {"", "0 & calc", "1;2", "0ms -o /etc/passwd", " 1", "1 ", "+5", "1e3",
-                          "12,5", "0x10", "-", "1\n2", "\"", "00"}) {
+  for (const char* bad : {"", "0 & calc", "1;2", "0ms -o /etc/passwd", "1 1", "+5", "1e3", "12,5",
+                          "0x10", "-", "1\n2", "\"", "00"}) {
     project p = full_project();
     p.delay[0] = bad;
     EXPECT_THAT(refusal_of(p), HasSubstr("Title 1 has the A/V delay \"")) << bad;

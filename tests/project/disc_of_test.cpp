@@ -78,11 +78,17 @@ TEST(DiscOf, MissingRowsOfATitleReadAsThoseOfANewOne) {
 
 TEST(DiscOf, DelayThatIsNoPlainNumberSaysSo) {
   project p = with_title("\\a.m2v/\\a.ac3");
-  for (const char* row : {"12 ms", " 5", "abc", "", "1.50"}) {
+  for (const char* row : {"12 ms", "1 5", "abc", "", "1.50"}) {
     p.delay = {row};
     EXPECT_EQ(disc_of(p).title(1).delay.text, row);
     EXPECT_FALSE(disc_of(p).title(1).delay.is_number) << row;
   }
+}
+
+TEST(DiscOf, BlanksAroundADelayAreNoPartOfIt) {
+  project p = with_title("\\a.m2v/\\a.ac3");
+  p.delay = {" -200 "};
+  EXPECT_EQ(disc_of(p).title(1).delay, (text_number{"-200", -200, true}));
 }
 
 TEST(DiscOf, BlankAndOddChapterTimesStayInTheirPlaces) {

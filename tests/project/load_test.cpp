@@ -1,4 +1,6 @@
 // Loading: the conversation, what it replaces, and files that are missing.
+#include "formats/text.h"
+#include "project/edited_xml.h"
 #include "project/project_file.h"
 #include "sample_project.h"
 #include "support/command_test.h"
@@ -45,6 +47,51 @@ TEST_F(LoadProject, FillsTheStoresAndWhatTheWindowShows) {
   EXPECT_EQ(p.saved, 1);
   EXPECT_EQ(p.selected, -1);
   EXPECT_FALSE(p.Comboregion_enabled);
+}
+
+TEST_F(LoadProject, AByteOrderMarkIsNoPartOfTheFile) {
+  add_sample();
+  const std::string marked = folder.add("marked.cvp", "\xEF\xBB\xBF" + folder.read("disc.cvp"));
+  EXPECT_TRUE(loadprojectf(doc, marked));
+  EXPECT_EQ(contents_of(p), contents_of(sample_project(root())));
+  EXPECT_EQ(project_text(p), folder.read("disc.cvp"));
+}
+
+TEST_F(LoadProject, WhatIsNotUtf8IsReadAsWindows1252AndThatIsTold) {
+  add_sample();
+  const std::string old =
+      folder.add("old.cvp", replace_all(folder.read("disc.cvp"), "\xC3\xA7", "\xE7"));
+  ask.expect(
+      box("\"" + old +
+              "\" is not UTF-8 text.  It was read as Windows-1252, as older programs and "
+              "editors write it; please look whether all names are right.  Saved, it will be "
+              "UTF-8.",
+          icon::information));
+  EXPECT_TRUE(loadprojectf(doc, old));
+  EXPECT_EQ(contents_of(p), contents_of(sample_project(root())));
+}
+
+TEST_F(LoadProject, BytesThatWindows1252LacksAreRefused) {
+  add_sample();
+  const std::string file =
+      folder.add("bad.cvp", replace_all(folder.read("disc.cvp"), "\xC3\xA7", "\x81"));
+  expect_error("\"" + file +
+               "\" is not a project file that can be loaded: it is neither UTF-8 text nor "
+               "Windows-1252 text.");
+  EXPECT_FALSE(loadprojectf(doc, file));
+}
+
+TEST_F(LoadProject, ABlankLastLineStaysInTheFileAndIsNoHandEditedXml) {
+  add_sample();
+  project plain = sample_project(root());
+  plain.customxml.clear();
+  const std::string file = folder.add("blank.cvp", project_text(plain) + "\r\n \t\r\n");
+  EXPECT_TRUE(loadprojectf(doc, file));
+  EXPECT_EQ(edited_xml(p), "");
+  EXPECT_EQ(custom(doc), 1) << "without a question";
+  EXPECT_EQ(project_text(p), folder.read("blank.cvp"));
+  p.customxml += "<a/>";
+  EXPECT_EQ(edited_xml(p), p.customxml);
 }
 
 TEST_F(LoadProject, NoTitleIsSelectedAfterALoad) {

@@ -12,6 +12,7 @@
 #include "platform/files/program_folder.h"
 #include "platform/processes/interrupt.h"
 #include "platform/processes/process.h"
+#include "project/edited_xml.h"
 #include "project/missing_tools.h"
 #include "project/preferences.h"
 #include "project/project_file.h"
@@ -44,9 +45,9 @@ bool load(document& doc, const author_arguments& arguments, const std::string& p
 /// Hand-edited navigation XML names the output folder itself; authoring elsewhere than the command
 /// line says would be a surprise.
 failure why_not_there(const project& p, const std::string& output) {
-  if (p.customxml.empty())
+  if (edited_xml(p).empty())
     return std::nullopt;
-  const std::string folder = folder_of_custom_xml(p.customxml);
+  const std::string folder = folder_of_custom_xml(edited_xml(p));
   if (!folder.empty() && (absolute_path(folder) == output || same_place(folder, output)))
     return std::nullopt;
   return "the project's hand-edited navigation XML authors into \"" + folder + "\", not into \"" +

@@ -8,6 +8,7 @@
 #include "authoring/navigation_xml.h"
 #include "platform/processes/interrupt.h"
 #include "project/disc_of.h"
+#include "project/edited_xml.h"
 #include "tools/finding_list.h"
 
 #include <utility>
@@ -44,7 +45,7 @@ int check_project(const project& p, const std::string& app, const std::string& o
                   report& out) {
   run_paths where;
   where.app = app;
-  where.out = output_folder(folder_of_custom_xml(p.customxml));
+  where.out = output_folder(folder_of_custom_xml(edited_xml(p)));
   const result<disc_description> disc = asked_disc(p, where);
   if (!disc) {
     out.message("the hand-edited XML cannot be read: " + disc.error + ".");
@@ -56,7 +57,7 @@ int check_project(const project& p, const std::string& app, const std::string& o
   }
   fact_store store;
   examination_around around;
-  around.customxml = p.customxml;
+  around.customxml = edited_xml(p);
   around.output_folder = where.out.empty() ? output : where.out;
   around.program_folder = app;
   if (has_subtitles(*disc))
@@ -68,7 +69,7 @@ int check_project(const project& p, const std::string& app, const std::string& o
     return 128 + interrupt_number();
   }
   std::vector<finding> found = e.findings();
-  if (auto refused = finding_of_refusal(disc_of(p), p.customxml, where.style))
+  if (auto refused = finding_of_refusal(disc_of(p), edited_xml(p), where.style))
     found.push_back(std::move(*refused));
   const finding_list findings(std::move(found), files_read::whole);
   if (as_json) {

@@ -8,6 +8,7 @@
 #include "authoring/navigation_xml.h"
 #include "examine/verification.h"
 #include "platform/processes/interrupt.h"
+#include "project/edited_xml.h"
 #include "tools/finding_list.h"
 
 #include <memory>
@@ -32,7 +33,7 @@ void say_what_is_missing(const examination& e, report& out) {
 run_paths paths_of(const project& p, const std::string& app) {
   run_paths where;
   where.app = app;
-  where.out = output_folder(folder_of_custom_xml(p.customxml));
+  where.out = output_folder(folder_of_custom_xml(edited_xml(p)));
   return where;
 }
 

@@ -95,6 +95,9 @@ std::string join_path(std::string_view folder, std::string_view name, path_style
 std::optional<std::string> why_not_storable(std::string_view native, path_style style) {
   if (!is_utf8(native))
     return "contains bytes that are not UTF-8 text";
+  for (const std::string_view none : {"\xEF\xBF\xBE", "\xEF\xBF\xBF"})
+    if (native.find(none) != std::string_view::npos)
+      return "contains a character that no text may contain (U+FFFE or U+FFFF)";
   for (const char c : native) {
     if (is_control_character(c))
       return "contains a control character";

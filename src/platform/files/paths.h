@@ -47,8 +47,8 @@ std::string join_path(std::string_view folder, std::string_view name,
 
 /// Why a native path cannot be kept in a row or written into a script or XML, as a clause for a
 /// message ("contains a double quote"); nullopt if it can. Refused are: text that is not UTF-8,
-/// control characters, the double quote, "|" and "<"; on POSIX "\" too, on Windows "/" and the
-/// names of devices, as CON and NUL.
+/// what XML allows nowhere (control characters, U+FFFE, U+FFFF), the double quote, "|" and "<"; on
+/// POSIX "\" too, on Windows "/" and the names of devices, as CON and NUL.
 std::optional<std::string> why_not_storable(std::string_view native,
                                             path_style style = native_style());
 

@@ -5,6 +5,7 @@
 #include "authoring/navigation_xml.h"
 #include "formats/sanitized.h"
 #include "project/disc_of.h"
+#include "project/edited_xml.h"
 #include "project/messages.h"
 #include "project/moved_commands.h"
 #include "ui/disc/finding_places.h"
@@ -40,7 +41,7 @@ project_check::~project_check() {
 
 /// The output folder, which hand-edited XML alone names before a run.
 std::string project_check::named_output() const {
-  return output_folder(folder_of_custom_xml(main_.shown_project().customxml));
+  return output_folder(folder_of_custom_xml(edited_xml(main_.shown_project())));
 }
 
 /// Where a run would write, as far as that is known before it asks: most people keep their discs in
@@ -58,7 +59,7 @@ result<disc_description> project_check::asked() const {
 std::unique_ptr<examination> project_check::examine(examination::depth how_deep) {
   return std::make_unique<examination>(
       disc_, how_deep, facts_,
-      examination_around{main_.shown_project().customxml, output(), main_.app(), fonts_,
+      examination_around{edited_xml(main_.shown_project()), output(), main_.app(), fonts_,
                          noted_command_targets(main_.shown_project())});
 }
 
@@ -237,7 +238,7 @@ void project_check::take(std::vector<finding> findings, files_read read) {
 /// A run would refuse the project for what no other rule may tell of.
 void project_check::take_with_refusal(std::vector<finding> findings, files_read read) {
   const project& p = main_.shown_project();
-  if (auto refused = finding_of_refusal(disc_of(p), p.customxml, native_style()))
+  if (auto refused = finding_of_refusal(disc_of(p), edited_xml(p), native_style()))
     findings.push_back(std::move(*refused));
   take(std::move(findings), read);
 }
@@ -269,7 +270,7 @@ finding_target project_check::place_of(const finding& f, const disc_description&
   const bool is_written_in_xml = to.where == place::title_command ||
                                  to.where == place::first_play || to.where == place::chapters ||
                                  to.where == place::languages;
-  if (is_written_in_xml && !p.customxml.empty())
+  if (is_written_in_xml && !edited_xml(p).empty())
     to.where = to.title > 0 ? place::title : place::none;
   return to;
 }
