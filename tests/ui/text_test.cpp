@@ -36,7 +36,10 @@ TEST(FileFilter, AnExtensionIsImpliedOnlyByASinglePattern) {
   EXPECT_EQ(with_implied_extension("/a/disc", project_filter), "/a/disc.cvp");
   EXPECT_EQ(with_implied_extension("/a.b/disc", project_filter), "/a.b/disc.cvp");
   EXPECT_EQ(with_implied_extension("/a/disc.cvp", project_filter), "/a/disc.cvp");
-  EXPECT_EQ(with_implied_extension("/a/disc.txt", project_filter), "/a/disc.txt");
+  EXPECT_EQ(with_implied_extension("/a/disc.txt", project_filter), "/a/disc.txt.cvp");
+  EXPECT_EQ(with_implied_extension("/a/disc v1.0", project_filter), "/a/disc v1.0.cvp");
+  EXPECT_EQ(with_implied_extension("/a/DISC.CVP", project_filter), "/a/DISC.CVP");
+  EXPECT_EQ(with_implied_extension("C:\\a.cvp\\disc", project_filter), "C:\\a.cvp\\disc.cvp");
   EXPECT_EQ(with_implied_extension("/a/.hidden", project_filter), "/a/.hidden.cvp");
   EXPECT_EQ(with_implied_extension("", project_filter), "");
   EXPECT_EQ(with_implied_extension("/a/", project_filter), "/a/");

@@ -59,13 +59,14 @@ std::string with_implied_extension(std::string_view path, std::string_view filte
   if (whole.empty() || entries.size() != 1 || entries[0].patterns.size() != 1)
     return whole;
   const std::string& pattern = entries[0].patterns[0];
-  if (pattern.rfind("*.", 0) != 0 || pattern.find_first_of("*?", 1) != std::string::npos)
+  if (!pattern.starts_with("*.") || pattern.find_first_of("*?", 1) != std::string::npos)
     return whole;
+  const std::string extension = pattern.substr(1);
   const std::size_t separator_at = whole.find_last_of("/\\");
-  const std::size_t name_at = separator_at == std::string::npos ? 0 : separator_at + 1;
-  if (name_at == whole.size() || whole.find('.', name_at + 1) != std::string::npos)
+  const std::string name = whole.substr(separator_at == std::string::npos ? 0 : separator_at + 1);
+  if (name.empty() || (name.size() > extension.size() && lower(name).ends_with(lower(extension))))
     return whole;
-  return whole + pattern.substr(1);
+  return whole + extension;
 }
 
 }  // namespace corvane

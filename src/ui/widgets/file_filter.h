@@ -22,8 +22,10 @@ std::vector<filter_entry> filter_entries(std::string_view filter);
 /// becomes "*.[mM]2[vV]", so that MOVIE.M2V from a camera or a Windows disk is offered too.
 std::string toolkit_filter(std::string_view filter, path_style style = native_style());
 
-/// The path with the filter's extension when the user typed a name without one and the filter has
-/// exactly one pattern ("*.cvp" gives ".cvp"); else as it is.
+/// The path with the filter's extension when the name does not end in it (in letters of either
+/// case) and the filter has exactly one pattern: with "*.cvp", "disc v1.0" gives "disc v1.0.cvp",
+/// for what stands behind its point is no kind of file. Where the system's own dialog has added the
+/// extension, the path is as it should be already. Any other path is given as it is.
 std::string with_implied_extension(std::string_view path, std::string_view filter);
 
 }  // namespace corvane
