@@ -109,9 +109,10 @@ std::string first_lines(const prepared_run& run) {
 
 author_result authordvd(document& doc, author_equipment& e, prepared_run run) {
   if (!e.lock.take())
-    return not_started(doc, e, author_result::folder_in_use,
-                       "Another authoring run is using the program folder \"" + e.app +
-                           "\".  Please wait until it has finished.");
+    return not_started(
+        doc, e,
+        e.lock.is_held_elsewhere() ? author_result::folder_in_use : author_result::not_written,
+        program_folder_not_taken(e.app, e.lock));
   if (const auto why = why_not_edited_xml(doc.p, run))
     return not_started(doc, e, author_result::refused, *why);
   // The runner would say so too, but only once the earlier disc has been put aside.

@@ -53,6 +53,10 @@ std::optional<std::string> why_not_this_folder(const disc_description& d, const 
 /// name.
 std::optional<std::string> why_not_what_lies_there(const run_paths& where);
 
+/// Why it is refused for what the system says: nothing can be written there, or where it would be
+/// made, or the disk is full. Tries it.
+std::optional<std::string> why_nothing_is_written_there(const run_paths& where);
+
 /// What of an earlier disc stands there: VIDEO_TS, AUDIO_TS and, when an image is made, the image
 /// beside the folder (native paths).
 std::vector<std::string> earlier_disc(const run_paths& where, bool image);

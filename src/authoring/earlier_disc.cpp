@@ -117,6 +117,14 @@ std::string output_folder_in_use(const std::string& out) {
          "\".  Please wait until it has finished, or choose another folder.";
 }
 
+std::string program_folder_not_taken(const std::string& app, const folder_lock& lock) {
+  if (lock.is_held_elsewhere())
+    return "Another authoring run is using the program folder \"" + app +
+           "\".  Please wait until it has finished.";
+  return "Nothing can be written into the program folder \"" + app +
+         "\", where the files of a run go: " + lock.trouble() + ".  Please let it be written.";
+}
+
 void settle_interrupted_runs(document& doc, const std::string& app, folder_lock& lock) {
   const bool held = lock.held();
   const bool lost_log =

@@ -45,4 +45,7 @@ bool settle_interrupted_at(document& doc, const std::string& out);
 /// What is told then.
 std::string output_folder_in_use(const std::string& out);
 
+/// What is told where the lock of the program folder `app` could not be taken.
+std::string program_folder_not_taken(const std::string& app, const folder_lock& lock);
+
 }  // namespace corvane

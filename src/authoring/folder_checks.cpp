@@ -6,6 +6,7 @@
 #include "platform/files/files.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <filesystem>
 #include <system_error>
 
@@ -105,6 +106,9 @@ std::vector<std::string> files_of(const disc_description& d, path_style style) {
 
 // The refusals ----------------------------------------------------------------------------------
 
+/// More than what a full disk has left in its last block.
+constexpr std::size_t enough_for_a_beginning = std::size_t{64} << 10;
+
 const std::string advice = "  Please choose another folder.";
 
 // "C:\\" has lost its separator as any folder named with one.
@@ -195,6 +199,23 @@ std::optional<std::string> why_not_what_lies_there(const run_paths& where) {
              ", and authoring erases all .mpg files there.  Please move the file or choose "
              "another folder.";
   return std::nullopt;
+}
+
+// Tools would each find it out for themselves, and say so in many lines.
+std::optional<std::string> why_nothing_is_written_there(const run_paths& where) {
+  std::error_code error;
+  std::filesystem::path there = path_of(where.out);
+  while (!std::filesystem::exists(there, error) && there.has_relative_path())
+    there = there.parent_path();
+  const failure why = try_writing_in(text_of(there), enough_for_a_beginning);
+  if (!why)
+    return std::nullopt;
+  if (there == path_of(where.out))
+    return "Nothing can be written into the output folder \"" + where.out + "\": " + *why + "." +
+           advice;
+  return "The output folder \"" + where.out +
+         "\" cannot be made, for nothing can be written into \"" + text_of(there) + "\": " + *why +
+         "." + advice;
 }
 
 std::vector<std::string> earlier_disc(const run_paths& where, bool image) {

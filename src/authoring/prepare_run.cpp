@@ -101,6 +101,8 @@ ending choose_folder(document& doc, const disc_description& d, prepared_run& run
                 icon::critical);
   if (const auto why = why_not_what_lies_there(run.where))
     return refuse(doc, *why);
+  if (const auto why = why_nothing_is_written_there(run.where))
+    return tell(doc, author_result::not_written, *why, icon::critical);
   return std::nullopt;
 }
 
@@ -136,10 +138,9 @@ ending check_material(document& doc, const disc_description& d, const author_equ
 ending take_folder(document& doc, author_equipment& e) {
   if (e.lock.take())
     return std::nullopt;
-  return tell(doc, author_result::folder_in_use,
-              "Another authoring run is using the program folder \"" + e.app +
-                  "\".  Please wait until it has finished.",
-              icon::critical);
+  return tell(
+      doc, e.lock.is_held_elsewhere() ? author_result::folder_in_use : author_result::not_written,
+      program_folder_not_taken(e.app, e.lock), icon::critical);
 }
 
 using named_text = std::pair<std::string, std::string>;

@@ -14,7 +14,7 @@ std::optional<std::uintmax_t> file_lookup::size_of(const std::string& stored) {
 
 bool file_lookup::current_folder_has_any() {
   if (!any_here_)
-    any_here_ = current_folder_holds_a_file();
+    any_here_ = current_folder_holds_a_file() || try_writing_in(".", 0).has_value();
   return *any_here_;
 }
 

@@ -14,7 +14,8 @@ class file_lookup {
   /// Size in bytes of a file (stored path); nullopt if there is no such file.
   std::optional<std::uintmax_t> size_of(const std::string& stored);
 
-  /// What an empty path finds: any file in the current folder.
+  /// What an empty path finds: any file in the current folder, which is the program's own and holds
+  /// its lock. Where nothing can be written, there cannot be any, which says nothing of the path.
   bool current_folder_has_any();
 
  private:

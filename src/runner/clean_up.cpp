@@ -8,6 +8,16 @@
 #include <system_error>
 
 namespace corvane {
+namespace {
+
+/// Whether a copy of the script may not have had the room.
+bool is_without_room(const std::string& app) {
+  const auto room = room_at(app);
+  const auto script = file_size(join_path(app, run_file::script));
+  return room && script && room->free < 2 * *script;
+}
+
+}  // namespace
 
 std::vector<run_trouble> clean_up(const std::string& app) {
   std::vector<run_trouble> troubles;
@@ -16,7 +26,9 @@ std::vector<run_trouble> clean_up(const std::string& app) {
     // A link would have the copy written elsewhere.
     std::error_code error;
     std::filesystem::remove(path_of(copy), error);
-    if (const failure why = copy_file(join_path(app, run_file::script), copy))
+    const failure why = copy_file(join_path(app, run_file::script), copy);
+    // It is made to be removed: a disk without room for it need not be told of.
+    if (why && !is_without_room(app))
       troubles.push_back({copy, "could not be written by the clean-up: " + *why});
   }
   for (const std::string& name : files_in(app)) {

@@ -34,7 +34,7 @@ void run_log::begin(std::string path) {
   file_ = std::ofstream();
   path_ = std::move(path);
   tail_.clear();
-  opened_ = error_ = marker_ = false;
+  opened_ = error_ = marker_ = in_place_ = false;
   trouble_.reset();
 }
 
@@ -71,8 +71,9 @@ void run_log::write(std::string_view text) {
   if (trouble_)
     return;
   errno = 0;
+  // At once: what is still here goes with the program, should that die.
   file_.write(text.data(), static_cast<std::streamsize>(text.size()));
-  if (!file_)
+  if (!file_.flush())
     trouble_ = reason(errno);
 }
 
@@ -88,12 +89,16 @@ failure run_log::finish() {
   if (!file_ && !trouble_)
     trouble_ = reason(errno);
   std::error_code error;
-  if (!trouble_) {
+  if (!trouble_ || file_size(part_of(path_)).value_or(0) > 0) {
     std::filesystem::rename(path_of(part_of(path_)), path_of(path_), error);
     // On Windows a program that shows the old log can keep it from being replaced, though not from
     // being rewritten.
-    if (error)
-      trouble_ = is_link(path_) ? failure(error.message()) : copy_file(part_of(path_), path_);
+    const failure not_placed = !error           ? std::nullopt
+                               : is_link(path_) ? failure(error.message())
+                                                : copy_file(part_of(path_), path_);
+    in_place_ = !not_placed;
+    if (!trouble_)
+      trouble_ = not_placed;
   }
   std::filesystem::remove(path_of(part_of(path_)), error);
   opened_ = false;

@@ -5,7 +5,8 @@
 // then. What the runner asks about the output is kept at hand: its last characters, whether it
 // holds an error line, whether the end marker has come.
 //
-// A disk that is full ends the writing, not the run; `finish` tells it.
+// A disk that is full ends the writing, not the run; what was written until then is the run's log,
+// and `finish` tells it.
 #pragma once
 
 #include "platform/result.h"
@@ -31,9 +32,12 @@ class run_log {
   /// Adds normalized output.
   void append(std::string_view text);
 
-  /// Ends the last line and puts the log in its place. Gives the reason when it could not be
-  /// written whole; the log of the run before then stays.
+  /// Ends the last line and puts the log in its place, or as much of it as could be written. Gives
+  /// the reason when that is not all; where nothing was, the log of the run before stays.
   failure finish();
+
+  /// Whether what has the log's name is of this run, whole or not. Known when it has finished.
+  bool is_in_place() const { return in_place_; }
 
   /// Adds a line to the log that `finish` has put in its place, if it can still be written.
   void add_line(std::string_view line);
@@ -64,6 +68,7 @@ class run_log {
   bool opened_ = false;
   bool error_ = false;
   bool marker_ = false;
+  bool in_place_ = false;
   failure trouble_;
 };
 

@@ -84,7 +84,8 @@ struct shelled::state {
 
   std::string log_path() const { return join_path(app, run_file::log); }
   run_trouble log_trouble(const std::string& why) const {
-    return {log_path(), "could not be written: " + why};
+    return {log_path(),
+            (log.is_in_place() ? "could not be written whole: " : "could not be written: ") + why};
   }
 
   void begin(const std::string& first_lines);
@@ -100,6 +101,8 @@ struct shelled::state {
   std::vector<std::string> settle_run();
   void warn(const std::vector<std::string>& warnings);
   failure close_run();
+  void tell_log_trouble(const std::string& why);
+  std::vector<run_trouble> cleaned_up() const;
   void finish();
   void leave();
   void note(const std::vector<run_trouble>& troubles);
@@ -297,8 +300,30 @@ failure shelled::state::close_run() {
   listener.closed();
   warn(warnings);
   if (not_written)
-    ask.message({"The log file could not be written: " + *not_written, icon::critical});
+    tell_log_trouble(*not_written);
   return not_written;
+}
+
+void shelled::state::tell_log_trouble(const std::string& why) {
+  if (log.is_in_place())
+    ask.message(
+        {"The log could not be written whole: " + why + ".  It is kept as far as it was written.",
+         icon::exclamation});
+  else
+    ask.message(
+        {"The log file could not be written: " + why +
+             (file_exists(log_path()) ? ".  \"" + log_path() + "\" is that of an earlier run."
+                                      : ""),
+         icon::critical});
+}
+
+/// Whatever goes wrong with what a good run leaves, it was a good run.
+std::vector<run_trouble> shelled::state::cleaned_up() const {
+  try {
+    return clean_up(app);
+  } catch (const std::system_error& error) {
+    return {{app, std::string("could not be cleaned up: ") + error.what()}};
+  }
 }
 
 void shelled::state::finish() {
@@ -309,7 +334,7 @@ void shelled::state::finish() {
   std::vector<run_trouble> troubles;
   const failure not_written = close_run();
   if (!failed && cleanup)
-    troubles = clean_up(app);
+    troubles = cleaned_up();
   if (not_written) {
     tell(troubles);
     troubles.insert(troubles.begin(), log_trouble(*not_written));
@@ -353,7 +378,9 @@ void shelled::state::say_outcome(bool failed) {
       icon::information, buttons::ok_cancel};
   const message_box trouble{"There was an error.  Please review the log.", icon::critical,
                             buttons::ok_cancel};
-  if (ask.message(failed ? trouble : success) == answer::ok && !ask.show_text_file(log_path()))
+  // Of a log that is not there the user knows; an earlier one would be taken for this run's.
+  if (ask.message(failed ? trouble : success) == answer::ok && log.is_in_place() &&
+      !ask.show_text_file(log_path()))
     ask.message({"The log cannot be opened.  It is in " + log_path() + ".", icon::information});
 }
 

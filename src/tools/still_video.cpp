@@ -135,7 +135,12 @@ std::optional<int> choose_frames(document& doc) {
 }
 
 still_result run(document& doc, still_equipment& e, const still_video& still) {
-  if (!e.lock.take())
+  if (!e.lock.take() && !e.lock.is_held_elsewhere())
+    return tell(doc, still_result::not_written, icon::critical,
+                "Nothing can be written into the program folder \"" + e.app +
+                    "\", where the files of a run go: " + e.lock.trouble() +
+                    ".  Please let it be written.");
+  if (!e.lock.held())
     return tell(doc, still_result::folder_in_use, icon::critical,
                 "Another run is using the program folder \"" + e.app +
                     "\".  Please wait until it has finished.");

@@ -661,6 +661,20 @@ TEST_F(Author, ASecondRunInTheProgramFolderIsRefused) {
   EXPECT_EQ(author_command(doc, e, run), author_result::started);
 }
 
+#ifndef _WIN32
+TEST_F(Author, AProgramFolderThatCannotBeWrittenIsNotBlamedOnAnotherRun) {
+  make_folders(in(folder.path("closed"), "corvane.lock"));  // so that no lock can be made
+  folder_lock none(folder.path("closed"));
+  author_equipment closed{e.app, none, e.runner, e.edit_xml, e.replace_earlier_disc};
+  expect_folder_question();
+  ask.expect(told("Nothing can be written into the program folder \"" + app +
+                      "\", where the files of a run go: Is a directory.  Please let it be written.",
+                  icon::critical));
+  EXPECT_EQ(author_command(doc, closed, run), author_result::not_written);
+  EXPECT_THAT(launcher.started, IsEmpty());
+}
+#endif
+
 TEST_F(Author, AFileThatCannotBeWrittenIsNamedAndTheLockReleased) {
   make_folders(in(app, "config.xml"));
   not_written_prompts answers(out);

@@ -116,6 +116,23 @@ TEST_F(SaveProjectPosix, ALinkThatLeadsToNoFileYetStaysOne) {
   EXPECT_EQ(folder.read("real.cvp"), project_text(p));
 }
 
+TEST_F(SaveProjectPosix, AMenuWithoutSoundIsNotMissingWhereNothingCanBeWritten) {
+  const std::string here = absolute_path(".");
+  std::filesystem::create_directory(folder.path("closed"));
+  project silent;
+  silent.menulist = {folder.stored("menu.m2v") + "/"};
+  silent.moremenuoptions = {""};
+  folder.add("menu.m2v");
+  const std::string file = folder.add("disc.cvp", project_text(silent));
+  const testing_support::ordinary_user user(folder);
+  std::filesystem::permissions(folder.path("closed"), std::filesystem::perms::owner_read |
+                                                          std::filesystem::perms::owner_exec);
+  std::filesystem::current_path(folder.path("closed"));
+  EXPECT_TRUE(loadprojectf(doc, file));
+  std::filesystem::current_path(here);
+  std::filesystem::permissions(folder.path("closed"), std::filesystem::perms::owner_all);
+}
+
 TEST_F(SaveProjectPosix, NamesThatARowCannotHoldAreFineForProjectFiles) {
   const std::string target = folder.path("a|b\\c\".cvp");
   expect_save_over(target);

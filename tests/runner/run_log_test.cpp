@@ -148,24 +148,25 @@ TEST(RunLog, LogThatCannotTakeItsPlaceIsToldAndLeavesNoPartOfItself) {
 }
 
 #ifndef _WIN32  // where no process has a limit of its own
-TEST(RunLog, DiskThatIsFullWhenTheLogIsClosedIsTold) {
+TEST(RunLog, DiskThatIsFullIsToldAndWhatWasWrittenIsKept) {
   const temporary_folder folder;
   folder.add("CorvaneLOG.txt", "an earlier log");
   run_log log;
   log.begin(folder.path("CorvaneLOG.txt"));
   log.open();
-  log.append("so little that it is written at the end");
   rlimit before{};
   ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
   const auto handler = std::signal(SIGXFSZ, SIG_IGN);
   rlimit full = before;
   full.rlim_cur = 8;
   EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &full), 0);
+  log.append("so little that it is written at the end");
   const failure why = log.finish();
   EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
   std::signal(SIGXFSZ, handler);
   EXPECT_EQ(why, std::make_error_code(std::errc::file_too_large).message());
-  EXPECT_EQ(folder.read("CorvaneLOG.txt"), "an earlier log");
+  EXPECT_TRUE(log.is_in_place());
+  EXPECT_EQ(folder.read("CorvaneLOG.txt"), "so littl");
   EXPECT_EQ(files_in(folder.path()), std::vector<std::string>{"CorvaneLOG.txt"});
 }
 

@@ -145,6 +145,15 @@ failure why_not_writable_file(std::string_view native) {
   return why_write_protected(path_of(native));
 }
 
+failure try_writing_in(std::string_view native_folder, std::size_t bytes) {
+  const fs::path tried = unused_name_beside(path_of(native_folder) / "corvane");
+  std::error_code error;
+  fs::remove(tried, error);
+  failure why = write_durably(tried, std::string(bytes, '.'));
+  fs::remove(tried, error);
+  return why;
+}
+
 void remove_left_parts(std::string_view native_folder) {
   // Each target is known by its part alone.
   for (const std::string& name : files_in(native_folder))

@@ -53,6 +53,10 @@ failure replace_file(std::string_view native, std::string_view text);
 /// about it ("is write-protected"); nullopt when nothing speaks against it or there is none.
 failure why_not_writable_file(std::string_view native);
 
+/// Why nothing can be written into a folder that is there, found by writing so many bytes and
+/// removing them again; nullopt when they could be.
+failure try_writing_in(std::string_view native_folder, std::size_t bytes);
+
 /// Removes from a folder of the program's own what programs that are gone have left of texts that
 /// they were writing ("process.bat.part1234").
 void remove_left_parts(std::string_view native_folder);

@@ -28,6 +28,9 @@ class folder_lock {
   /// locks, it fails for that.
   bool is_held_elsewhere() const;
 
+  /// Why the last `take` failed where nobody holds the lock, in the system's words.
+  const std::string& trouble() const;
+
   /// Releases the lock, if it is held, and removes its file.
   void vanish();
 

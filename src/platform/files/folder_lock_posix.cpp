@@ -2,6 +2,7 @@
 #include "platform/files/paths.h"
 
 #include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -14,6 +15,7 @@ struct folder_lock::state {
   int file = -1;
   bool held = false;
   bool held_elsewhere = false;
+  std::string trouble;
 
   bool open() {
     if (file < 0)
@@ -48,10 +50,13 @@ folder_lock::~folder_lock() {
 bool folder_lock::take() {
   s_->held_elsewhere = false;
   for (int tries = 0; !s_->held && tries < 3; ++tries) {
-    if (!s_->open())
+    if (!s_->open()) {
+      s_->trouble = std::strerror(errno);
       return false;
+    }
     if (::flock(s_->file, LOCK_EX | LOCK_NB) != 0) {
       s_->held_elsewhere = errno == EWOULDBLOCK;
+      s_->trouble = std::strerror(errno);
       return false;
     }
     s_->held = s_->is_the_named_one();
@@ -73,6 +78,10 @@ bool folder_lock::held() const {
 
 bool folder_lock::is_held_elsewhere() const {
   return s_->held_elsewhere;
+}
+
+const std::string& folder_lock::trouble() const {
+  return s_->trouble;
 }
 
 void folder_lock::vanish() {

@@ -2,6 +2,7 @@
 #include "platform/files/folder_lock.h"
 #include "platform/files/paths.h"
 
+#include <system_error>
 #include <windows.h>
 
 namespace corvane {
@@ -11,6 +12,7 @@ struct folder_lock::state {
   HANDLE file = INVALID_HANDLE_VALUE;
   bool held = false;
   bool held_elsewhere = false;
+  std::string trouble;
 
   bool open() {
     if (file == INVALID_HANDLE_VALUE)
@@ -40,14 +42,17 @@ bool folder_lock::take() {
   s_->held_elsewhere = false;
   if (s_->held)
     return true;
-  if (!s_->open())
+  if (!s_->open()) {
+    s_->trouble = std::system_category().message(static_cast<int>(::GetLastError()));
     return false;
+  }
   OVERLAPPED at{};
   s_->held = ::LockFileEx(s_->file, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0,
                           &at) != 0;
   if (!s_->held) {
     const DWORD why = ::GetLastError();
     s_->held_elsewhere = why == ERROR_LOCK_VIOLATION || why == ERROR_IO_PENDING;
+    s_->trouble = std::system_category().message(static_cast<int>(why));
   }
   return s_->held;
 }
@@ -65,6 +70,10 @@ bool folder_lock::held() const {
 
 bool folder_lock::is_held_elsewhere() const {
   return s_->held_elsewhere;
+}
+
+const std::string& folder_lock::trouble() const {
+  return s_->trouble;
 }
 
 // A file that is open keeps its folder from being removed, so it is closed first.
