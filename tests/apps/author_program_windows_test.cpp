@@ -87,7 +87,7 @@ TEST_F(AuthorProgram, PrepareWritesAndNamesTheFilesAndRunsNothing) {
 TEST_F(AuthorProgram, ADiscIsAuthored) {
   EXPECT_EQ(run("--iso \"" + project_ + "\" \"disc ü\""), 0u) << stderr_;
   EXPECT_EQ(calls(), "mplex\r\ndvdauthor\r\nmkisofs\r\n");
-  EXPECT_THAT(stderr_, HasSubstr("Process complete."));
+  EXPECT_THAT(stdout_, HasSubstr("Process complete."));
   EXPECT_THAT(stdout_, HasSubstr("log: " + folder_.path(in_program("CorvaneLOG.txt")) + "\n"));
 }
 

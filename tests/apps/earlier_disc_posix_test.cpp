@@ -238,7 +238,7 @@ TEST_F(EarlierDiscOfAuthor, CtrlCAfterTheEndDoesNotMakeASuccessAStop) {
   program.send(SIGINT);
   program.send(SIGCONT);
   EXPECT_EQ(program.wait(), 0) << program.err();
-  EXPECT_THAT(program.err(), HasSubstr("Process complete."));
+  EXPECT_THAT(program.out(), HasSubstr("Process complete."));
   EXPECT_THAT(program.err(), Not(HasSubstr("stopped")));
   expect_a_disc();
 }

@@ -116,6 +116,14 @@ TEST_F(Report, QuestionsGetTheAnswerThatLosesNothing) {
             "corvane-author: Overwrite?  (answered: cancel)\n");
 }
 
+TEST_F(Report, AGoodEndIsToldOnStandardOutputAndABadOneOnStandardError) {
+  console_prompts ask(piped_, "/dvd/out", false);
+  ask.message({"Process complete.", icon::information, buttons::ok_cancel});
+  ask.message({"There was an error.", icon::critical, buttons::ok_cancel});
+  EXPECT_EQ(out(), "Process complete.\n");
+  EXPECT_EQ(err(), "corvane-author: There was an error.\n");
+}
+
 TEST_F(Report, PercentageThatMayBeOfTheStepBeforeIsNotShown) {
   console_listener listener(terminal_);
   listener.step({1, 2, "one", "*one"});

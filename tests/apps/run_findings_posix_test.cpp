@@ -45,7 +45,7 @@ TEST_F(RunFindings, WarningsOfADiscThatIsCompleteAreTold) {
   EXPECT_THAT(stdout_, HasSubstr("\nwarning: title 1, video: its video is 16:9, but its titleset "
                                  "is declared 4:3.\n"));
   EXPECT_THAT(stdout_, Not(HasSubstr("note: "))) << "the log has it";
-  EXPECT_THAT(stderr_, HasSubstr("Process complete."));
+  EXPECT_THAT(stdout_, HasSubstr("Process complete."));
 }
 
 TEST_F(RunFindings, ToolThatEndsWithoutAWordIsToldWithItsItem) {

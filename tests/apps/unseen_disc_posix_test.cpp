@@ -49,7 +49,7 @@ TEST_F(UnseenDisc, DiscIsHeldAgainstAFileThatWentMeanwhile) {
 TEST_F(UnseenDisc, WrongDiscIsFoundOutThoughTheFileWent) {
   taking_dvdauthor("echo no >\"$TEST_OUT/VIDEO_TS/VTS_01_0.BUP\"\n");
   EXPECT_EQ(run({project_, out()}), 1);
-  EXPECT_THAT(stderr_, Not(HasSubstr("Process complete.")));
+  EXPECT_THAT(stdout_, Not(HasSubstr("Process complete.")));
   EXPECT_THAT(log(), HasSubstr("ERR:  VIDEO_TS/VTS_01_0.BUP: "));
   EXPECT_THAT(log(),
               HasSubstr("; a viewer would see a player that refuses the disc, stops or shows "

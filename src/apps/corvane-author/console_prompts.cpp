@@ -13,7 +13,11 @@ answer console_prompts::message(const message_box& box) {
       report_.message(box.text);
       return answer::ok;
     case buttons::ok_cancel:
-      report_.message(box.text);
+      // That a run went well is what the program is there to say, and no trouble.
+      if (box.picture == icon::information)
+        report_.line(printable(box.text));
+      else
+        report_.message(box.text);
       return answer::cancel;
     case buttons::yes_no:
       report_.message(box.text + "  (answered: no)");

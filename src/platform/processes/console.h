@@ -1,7 +1,11 @@
-// The console a program without windows talks through.
+// The console that a program talks through.
 #pragma once
 
 namespace corvane {
+
+/// Lets a program that has windows print where it was started: on Windows such a program has no
+/// standard output unless that was led somewhere. Elsewhere it has it already.
+void use_callers_console();
 
 /// Until the program ends the console takes our UTF-8 text as such.
 void use_utf8_console();

@@ -5,6 +5,10 @@
 
 namespace corvane {
 
+void use_callers_console() {
+  // Standard output is there.
+}
+
 void use_utf8_console() {
   // Terminals take it already.
 }

@@ -1,9 +1,18 @@
 #include "platform/processes/console.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <windows.h>
 
 namespace corvane {
+
+void use_callers_console() {
+  const HANDLE led = ::GetStdHandle(STD_OUTPUT_HANDLE);
+  if (led != nullptr && led != INVALID_HANDLE_VALUE && ::GetFileType(led) != FILE_TYPE_UNKNOWN)
+    return;
+  if (::AttachConsole(ATTACH_PARENT_PROCESS) != 0)
+    static_cast<void>(std::freopen("CONOUT$", "w", stdout));
+}
 
 void use_utf8_console() {
   // The code page is the console's, which other programs go on using.
