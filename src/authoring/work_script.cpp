@@ -13,8 +13,9 @@ namespace {
 
 void add_opening(std::string& text, const run_paths& where) {
   add_line(text, "@echo off");
-  add_line(text,
-           "echo Send problems with Corvane to the Corvane developers, corvane-bugs@example.org");
+  add_line(
+      text,
+      "echo Send problems with Corvane to whoever gave it to you, see Problems in its README.md");
   add_line(text, "mkdir " + in_double_quotes(where.out));
   add_line(text, "echo ***please wait while the titles are multiplexed.");
 }

@@ -28,16 +28,16 @@ std::vector<std::string> script_lines(const sample& s) {
 }
 
 TEST(WorkScript, MuxedTitlesAreNotMultiplexedAgain) {
-  EXPECT_THAT(
-      script_lines(muxed_titles(windows)),
-      ElementsAre(
-          "@echo off",
-          "echo Send problems with Corvane to the Corvane developers, corvane-bugs@example.org",
-          "mkdir \"D:\\discs\\my dvd\"", "echo ***please wait while the titles are multiplexed.",
-          "echo *authoring title(s).....", "",
-          "\"C:\\Program Files\\Corvane\\bin\\dvdauthor.exe\" -x "
-          "\"C:\\Program Files\\Corvane\\config.xml\"",
-          "erase \"D:\\discs\\my dvd\"\\*.mpg", "echo *process complete"));
+  EXPECT_THAT(script_lines(muxed_titles(windows)),
+              ElementsAre("@echo off",
+                          "echo Send problems with Corvane to whoever gave it to you, see Problems "
+                          "in its README.md",
+                          "mkdir \"D:\\discs\\my dvd\"",
+                          "echo ***please wait while the titles are multiplexed.",
+                          "echo *authoring title(s).....", "",
+                          "\"C:\\Program Files\\Corvane\\bin\\dvdauthor.exe\" -x "
+                          "\"C:\\Program Files\\Corvane\\config.xml\"",
+                          "erase \"D:\\discs\\my dvd\"\\*.mpg", "echo *process complete"));
 }
 
 TEST(WorkScript, TwoBlanksSeparateTheStreamsAndOneEndsTheLine) {

@@ -1,5 +1,5 @@
 @echo off
-echo Send problems with Corvane to the Corvane developers, corvane-bugs@example.org
+echo Send problems with Corvane to whoever gave it to you, see Problems in its README.md
 mkdir "/home/anna/discs/my dvd"
 echo ***please wait while the titles are multiplexed.
 echo *multiplexing title: 1.....
