@@ -20,8 +20,9 @@ constexpr const char* module_name = "corvane-decoders.so";
 std::string module_path() {
   const std::filesystem::path folder = path_of(own_executable()).parent_path();
   const std::string beside = text_of(folder / module_name);
-  const std::string installed = text_of(
-      (folder / ".." / CORVANE_LIBRARY_FOLDER / "corvane" / module_name).lexically_normal());
+  const std::string installed =
+      text_of((folder / ".." / CORVANE_LIBRARY_FOLDER / "corvane/modules" / module_name)
+                  .lexically_normal());
   return !file_exists(beside) && file_exists(installed) ? installed : beside;
 }
 

@@ -68,7 +68,7 @@ TEST_F(DecoderModule, BesideTheProgramIsLoadedWithTheFirstPicture) {
 }
 
 TEST_F(DecoderModule, IsFoundInTheLibraryFolderOfAnInstalledProgram) {
-  place(module_file, "usr/" CORVANE_LIBRARY_FOLDER "/corvane");
+  place(module_file, "usr/" CORVANE_LIBRARY_FOLDER "/corvane/modules");
   EXPECT_EQ(told(still_picture), "without FFmpeg; 720 x 480; with FFmpeg\n");
 }
 

@@ -3,6 +3,7 @@
 #include "authoring/layout_report.h"
 #include "authoring/sample_projects.h"
 #include "authoring/texts_of_project.h"
+#include "platform/files/files.h"
 #include "support/golden.h"
 #include "tools/association.h"
 
@@ -35,6 +36,16 @@ TEST_P(SideGolden, TextsAreTheExpectedBytes) {
   const std::string folder = std::string(CORVANE_GOLDEN_FOLDER) +
                              (GetParam() == path_style::windows ? "/windows" : "/linux");
   expect_golden(folder, texts_of(GetParam()));
+}
+
+// An installed program is found by its name, one that a user associates by its path.
+TEST(PackagedFiles, AreWhatTheAssociationWrites) {
+  const auto packaged = [](const char* name) {
+    return read_file(std::string(CORVANE_PACKAGING_FOLDER) + "/" + name, 1u << 20)
+        .value.value_or("");
+  };
+  EXPECT_EQ(packaged("corvane.desktop"), desktop_entry("corvane"));
+  EXPECT_EQ(packaged("corvane.xml"), mime_type_xml());
 }
 
 INSTANTIATE_TEST_SUITE_P(BothStyles, SideGolden,
