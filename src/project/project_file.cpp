@@ -5,6 +5,7 @@
 #include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
+#include "project/edited_xml.h"
 #include "project/file_lookup.h"
 #include "project/menu_rows.h"
 #include "project/messages.h"
@@ -301,7 +302,7 @@ void savefile_command(document& doc) {
 
 void newproject_command(document& doc) {
   const bool holds_something =
-      !doc.p.List11.empty() || !doc.p.menulist.empty() || !doc.p.customxml.empty();
+      !doc.p.List11.empty() || !doc.p.menulist.empty() || !edited_xml(doc.p).empty();
   if (holds_something && doc.is_unsaved() && !may_leave(doc))
     return;
   const project old = std::exchange(doc.p, {});
