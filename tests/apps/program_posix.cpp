@@ -42,6 +42,8 @@ ends make_terminal() {
   ::dup2(::open("/dev/null", O_RDONLY), 0);
   ::dup2(out, 1);
   ::dup2(err, 2);
+  for (const int file : start.closed_files)
+    ::close(file);
   for (const int number : start.ignored_signals)
     std::signal(number, SIG_IGN);
   for (const auto& [name, value] : start.environment)

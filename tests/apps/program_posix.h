@@ -15,9 +15,10 @@ struct program_start {
   std::string program;                                           ///< native path
   std::vector<std::string> arguments;                            ///< without the program's name
   std::vector<std::pair<std::string, std::string>> environment;  ///< changes to this process's
-  std::string folder;          ///< current folder; empty: this process's
-  bool on_terminal = false;    ///< standard output is a pseudo terminal, 40 columns wide
-  bool output_unread = false;  ///< standard output is a pipe that nobody reads
+  std::string folder;             ///< current folder; empty: this process's
+  bool on_terminal = false;       ///< standard output is a pseudo terminal, 40 columns wide
+  bool output_unread = false;     ///< standard output is a pipe that nobody reads
+  std::vector<int> closed_files;  ///< of its standard ones: 1 is its output
   std::vector<int> ignored_signals;
 };
 

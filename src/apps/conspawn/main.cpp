@@ -14,6 +14,7 @@
 #include "disc/finding_file.h"
 #include "platform/files/files.h"
 #include "platform/processes/spawn.h"
+#include "platform/processes/standard_files.h"
 #include "runner/output_lines.h"
 #include "runner/run_files.h"
 #include "runner/script_interpreter.h"
@@ -80,6 +81,7 @@ bool run(const corvane::invocation& own) {
 
 int main(int argc, char** argv) {
   try {
+    corvane::fill_standard_files();
     corvane::begin_as_script_runner();
     return run(corvane::own_invocation(argc, argv)) ? 0 : 1;
   } catch (const std::exception& error) {

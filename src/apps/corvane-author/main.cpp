@@ -5,6 +5,7 @@
 #include "platform/files/program_folder.h"
 #include "platform/processes/console.h"
 #include "platform/processes/interrupt.h"
+#include "platform/processes/standard_files.h"
 #include "platform/system_version.h"
 
 #include <cstdio>
@@ -12,6 +13,7 @@
 #include <string>
 
 int main(int argc, char** argv) {
+  corvane::fill_standard_files();
   corvane::use_utf8_console();
   corvane::report report(stdout, stderr, corvane::output_is_terminal(), corvane::terminal_width);
   const auto arguments = corvane::read_author_arguments(corvane::utf8_arguments(argc, argv));

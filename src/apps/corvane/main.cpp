@@ -2,6 +2,7 @@
 #include "platform/files/program_folder.h"
 #include "platform/processes/console.h"
 #include "project/project.h"
+#include "platform/processes/standard_files.h"
 #include "ui/app.h"
 
 #include <wx/init.h>
@@ -50,6 +51,7 @@ int main(int argc, char** argv) {
     corvane::use_callers_console();
     return std::fputs(text.c_str(), stdout) < 0 || std::fflush(stdout) != 0 ? 1 : 0;
   }
+  corvane::fill_standard_files();
 #ifdef __WXGTK__
   // Pango reads the fonts in a thread of its own; begun here, it does so while GTK starts.
   pango_cairo_font_map_get_default();
