@@ -26,6 +26,9 @@ inline constexpr const char* findings = "findings.xml";
 /// hand, or that makes a still, is run without it.
 inline constexpr const char* makes_disc_variable = "CORVANE_MAKES_DISC";
 
+/// How fast this machine does the work of a run (runner/run_speeds.h).
+inline constexpr const char* speeds = "speeds.txt";
+
 /// What had been printed when the runner met an unexpected error, and the error.
 inline constexpr const char* unexpected_error = "updatecodelog.txt";
 

@@ -32,6 +32,15 @@ struct run_progress {
   bool of_last_step = false;  ///< not, perhaps, of the one before: no step came in the same piece
 };
 
+/// Where the run is as a whole.
+struct run_whole {
+  double percent = 0;  ///< of its time; never goes back, below 100
+  int step = 0;        ///< from 1, among those that have something to do; 0: there are none
+  int count = 0;
+  std::string name{};                    ///< of the step that was printed last
+  std::optional<double> seconds_left{};  ///< not set as long as nothing can be said
+};
+
 /// A file that could not be written or removed.
 struct run_trouble {
   std::string file;  ///< native path
@@ -69,6 +78,10 @@ class run_listener {
 
   virtual void step(const run_step& step) = 0;
   virtual void progress(const run_progress& progress) = 0;
+
+  /// Some times a second, whether anything was printed or not, and after each step. Not every
+  /// listener has a place for it.
+  virtual void whole(const run_whole& /*whole*/) {}
 
   /// Something was printed. `tail`: the last of the output, normalized, at least as much as
   /// `view_length` (runner/output_text.h). After the steps that were in it, and not for what came

@@ -6,11 +6,14 @@
 #include "platform/files/paths.h"
 #include "project/project.h"
 #include "runner/clean_up.h"
+#include "runner/line_cutter.h"
 #include "runner/output_lines.h"
 #include "runner/output_text.h"
 #include "runner/run_files.h"
 #include "runner/run_log.h"
+#include "runner/run_meter.h"
 #include "runner/run_output.h"
+#include "runner/run_speeds.h"
 #include "runner/run_steps.h"
 
 #include <algorithm>
@@ -46,6 +49,12 @@ constexpr auto time_to_die = std::chrono::seconds(2);
 /// With which conspawn ends after a script with errors; anything higher is no end of its own.
 constexpr std::uint32_t worst_script_status = 1;
 
+/// How often the listener is told where the run is.
+constexpr auto whole_time = std::chrono::milliseconds(250);
+
+/// The file of this machine's speeds is much smaller.
+constexpr std::uintmax_t largest_speeds = 4096;
+
 /// Scripts are much smaller; of a larger one no steps are known beforehand.
 constexpr std::uintmax_t largest_script = std::uintmax_t{64} << 20;
 
@@ -72,6 +81,9 @@ struct shelled::state {
   line_end_normalizer normalize{};
   run_output output{};
   run_steps steps{};
+  run_meter meter{};
+  line_cutter meter_lines{};
+  steady::time_point began{}, whole_told{};
   bool cleanup = false;
   std::function<run_settled(run_outcome)> settle{};
   std::function<void()> alive{};
@@ -95,6 +107,9 @@ struct shelled::state {
   bool read_pieces();
   void take(const std::string& bytes);
   bool tell_steps();
+  void begin_meter(std::string_view script, const run_options& options);
+  void tell_whole();
+  void keep_speeds();
   void broke();
   bool has_ended();
   void drain();
@@ -149,6 +164,31 @@ bool shelled::state::tell_steps() {
   return !lines.empty();
 }
 
+void shelled::state::begin_meter(std::string_view script, const run_options& options) {
+  const bool makes_disc =
+      std::any_of(options.variables.begin(), options.variables.end(),
+                  [](const child_variable& v) { return v.name == run_file::makes_disc_variable; });
+  const result<std::string> speeds = read_file(join_path(app, run_file::speeds), largest_speeds);
+  meter =
+      run_meter(script, makes_disc, parse_costs(speeds ? *speeds : std::string()), files_on_disk());
+  meter_lines = {};
+  began = whole_told = steady::now();
+}
+
+void shelled::state::tell_whole() {
+  whole_told = steady::now();
+  const run_whole whole = meter.at(std::chrono::duration<double>(whole_told - began).count());
+  if (whole.count > 0)
+    listener.whole(whole);
+}
+
+/// Of a run that did all its work. A file that cannot be written costs the next run its guess.
+void shelled::state::keep_speeds() {
+  meter.at(std::chrono::duration<double>(steady::now() - began).count());
+  if (const work_costs learned = meter.learned(); learned != meter.known())
+    replace_file(join_path(app, run_file::speeds), costs_text(learned));
+}
+
 /// Reads what waits. False when the run has come to its end: the marker was read or the pipe is
 /// broken.
 bool shelled::state::read_pieces() {
@@ -175,6 +215,7 @@ bool shelled::state::read_pieces() {
     const std::string piece = normalize(*bytes);
     log.append(piece);
     output.feed(*bytes);
+    meter_lines.feed(*bytes, [this](std::string_view line) { meter.line(line); });
     const bool new_step = tell_steps();
     read_some = true;
     much = bytes->size() >= smallest_pipe;
@@ -187,6 +228,8 @@ bool shelled::state::read_pieces() {
   }
   if (read_some)
     listener.output(log.tail());
+  if (steady::now() - whole_told >= whole_time)
+    tell_whole();
   return true;
 }
 
@@ -328,8 +371,11 @@ std::vector<run_trouble> shelled::state::cleaned_up() const {
 
 void shelled::state::finish() {
   output.end();  // the marker's line end may not have been read
+  meter_lines.end([this](std::string_view line) { meter.line(line); });
   tell_steps();
   const bool failed = log.holds_error();
+  if (!failed)
+    keep_speeds();
   outcome = failed ? run_outcome::failed : run_outcome::success;
   std::vector<run_trouble> troubles;
   const failure not_written = close_run();
@@ -408,6 +454,7 @@ void shelled::ExecuteCommand(std::string_view command_line, const run_options& o
     CommandLine = command_line;
   const result<std::string> script = read_file(CommandLine, largest_script);
   s_->steps.begin(script ? *script : std::string());
+  s_->begin_meter(script ? *script : std::string(), options);
   s_->cleanup = options.cleanup;
   s_->settle = options.settle;
   s_->alive = options.alive;

@@ -29,6 +29,7 @@ class fake_screen : public run_listener {
   std::vector<run_start> starts;
   std::vector<run_step> steps;
   std::vector<run_progress> percents;
+  std::vector<run_whole> wholes;
   std::vector<run_end> ends;
   std::vector<std::string> events;  ///< the names of the last ones' kinds, in order
   std::function<void()> during_output, during_closed, during_finished;
@@ -49,6 +50,7 @@ class fake_screen : public run_listener {
     percents.push_back(progress);
     bar.push_back(progress.percent);
   }
+  void whole(const run_whole& whole) override { wholes.push_back(whole); }
   void output(std::string_view tail) override {
     if (during_output)
       during_output();

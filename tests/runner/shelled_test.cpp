@@ -1,8 +1,10 @@
 #include "fake_run.h"
 #include "runner/run_log.h"
 
+#include <chrono>
 #include <stdexcept>
 #include <system_error>
+#include <thread>
 
 namespace corvane {
 namespace {
@@ -118,6 +120,49 @@ TEST(Shelled, OutputIsShownWithItsCaptionAndProgress) {
   EXPECT_EQ(run.screen.captions.back(), "Corvane log - multiplexing title: 1..... ");
   EXPECT_EQ(run.screen.bar.back(), 45.3);
   EXPECT_TRUE(run.runner.watching());
+}
+
+/// A run of one title, whose stream grows as the test writes it.
+struct growing_run : fake_run {
+  growing_run() {
+    const std::string in = app.add("film.m2v", std::string(1000, 'x'));
+    app.add("process.bat", "echo *multiplexing title: 1.....\r\n\"" + app.path("bin/mplex.exe") +
+                               "\" -f 8 -o \"" + app.path("title1.mpg") + "\" \"" + in +
+                               "\"\r\necho *process complete\r\n");
+  }
+  /// A pass late enough to tell where the run is.
+  void look() {
+    std::this_thread::sleep_for(std::chrono::milliseconds(260));
+    runner.update();
+  }
+};
+
+TEST(Shelled, WholeRunIsToldWhileNothingIsPrinted) {
+  growing_run run;
+  run.start();
+  run.feed("*multiplexing title: 1.....\n");
+  run.look();
+  run.app.add("title1.mpg", std::string(510, 'x'));
+  run.look();
+  ASSERT_EQ(run.screen.wholes.size(), 2u);
+  EXPECT_EQ(run.screen.wholes[1].step, 1);
+  EXPECT_EQ(run.screen.wholes[1].count, 1);
+  EXPECT_EQ(run.screen.wholes[1].name, "multiplexing title: 1");
+  EXPECT_GT(run.screen.wholes[1].percent, 0);
+  EXPECT_LT(run.screen.wholes[1].percent, 100);
+}
+
+TEST(Shelled, SpeedsAreKeptForTheNextRunAfterASuccessAlone) {
+  for (const bool fails : {true, false}) {
+    growing_run run;
+    run.start();
+    run.feed("one\n*multiplexing title: 1.....\n");
+    run.look();
+    run.app.add("title1.mpg", std::string(1020, 'x'));
+    fails ? run.expect_failure() : run.expect_success();
+    run.feed(std::string(fails ? "ERR:  no\n" : "") + "*process complete\n");
+    EXPECT_EQ(file_exists(run.app.path("speeds.txt")), !fails);
+  }
 }
 
 TEST(Shelled, PassDoesNotBeginInAnother) {

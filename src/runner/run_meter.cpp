@@ -1,0 +1,241 @@
+#include "runner/run_meter.h"
+
+#include "formats/numbers.h"
+#include "runner/output_lines.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+/// What was known before counts as much as so many seconds of this run.
+constexpr double trust_in_kind = 3;
+constexpr double trust_in_machine = 10;
+
+/// Nothing is said of the time before this: the first file has hardly begun to grow.
+constexpr double first_word = 2;
+
+/// A guess of the end moves to a new one in about this time, so that it does not jump.
+constexpr double settling_time = 2;
+
+/// Only the run's end is more.
+constexpr double most_percent = 99.9;
+
+constexpr std::size_t index_of(work_kind kind) {
+  return static_cast<std::size_t>(kind);
+}
+
+/// The number before a "%" that a line holds.
+double percent_in(std::string_view line) {
+  const std::string_view before = line.substr(0, line.find('%'));
+  return std::clamp(leading_number(before.substr(before.find_last_of(' ') + 1)), 0.0, 100.0);
+}
+
+/// Whether there is anything that tells how far such work is.
+bool is_seen(const planned_work& work) {
+  return !work.grows.empty() || work.kind == work_kind::fix || work.kind == work_kind::read_back;
+}
+
+}  // namespace
+
+run_meter::run_meter(std::string_view script, bool reads_back, const work_costs& costs,
+                     plan_files files)
+    : plan_(script, reads_back, files), files_(std::move(files)), costs_(costs) {}
+
+void run_meter::line(std::string_view text) {
+  if (text.starts_with("STAT: fixing VOBU") || text.starts_with("INFO: reading the disc back: ")) {
+    percent_printed_ = percent_in(text);
+  } else if (text.starts_with("STAT: fixed ")) {
+    all_fixed_ = true;
+    percent_printed_ = -1;
+  } else if (std::string name = step_in_line(text); !name.empty()) {
+    name_ = std::move(name);
+    const auto& steps = plan_.steps();
+    std::size_t next = step_ + (in_step_ ? 1 : 0);
+    while (next < steps.size() && steps[next].line != text)
+      ++next;
+    if (next < steps.size() || text.starts_with(end_marker))
+      begin_step(next);
+  }
+}
+
+/// Steps that were left out have nothing more to do either.
+void run_meter::begin_step(std::size_t step) {
+  end_step();
+  step_ = step;
+  in_step_ = step < plan_.steps().size();
+  current_.clear();
+  if (in_step_)
+    for (const planned_work& work : plan_.steps()[step].works)
+      current_.push_back({work});
+  step_began_ = looked_;
+  first_look_ = true;
+  percent_printed_ = -1;
+  all_fixed_ = false;
+  fixed_before_ = 0;
+}
+
+/// What it has made is known now, and with it more of what is still to do.
+void run_meter::end_step() {
+  for (watched_work& watched : current_) {
+    const planned_work& work = watched.work;
+    const double made = work.grows.empty() ? 0 : files_.size_of(work.grows).value_or(0);
+    // Of one that made nothing, as a failed one, nothing can be learned.
+    if (work.grows.empty() || made > 0 || watched.done > 0)
+      advance(watched, work.amount);
+    if (made > 0)
+      plan_.was_made(work.command, made);
+  }
+  current_.clear();
+}
+
+void run_meter::advance(watched_work& watched, double done) {
+  unpaid_[index_of(watched.work.kind)] += done - watched.done;
+  watched.done = done;
+}
+
+void run_meter::look(double now) {
+  // What a step replaces may still lie where it will lie itself.
+  if (!std::exchange(first_look_, false)) {
+    for (watched_work& watched : current_)
+      look_at(watched);
+    for (watched_work& watched : current_)
+      if (current_.back().done > 0 && watched.work.command < current_.back().work.command)
+        advance(watched, watched.work.amount);
+  }
+  pay(now - looked_);
+  looked_ = now;
+}
+
+void run_meter::look_at(watched_work& watched) {
+  const planned_work& work = watched.work;
+  if (!work.grows.empty() && work.grows_to > 0) {
+    if (const std::optional<double> bytes = files_.size_of(work.grows))
+      advance(watched, work.amount * std::min(1.0, *bytes / work.grows_to));
+  } else if (work.kind == work_kind::fix) {
+    advance(watched, std::min(work.amount, navigation_fixed()));
+  } else if (work.kind == work_kind::read_back && percent_printed_ >= 0) {
+    advance(watched, work.amount * percent_printed_ / 100);
+  }
+}
+
+/// Bytes. dvdauthor fixes what it has collected when it has collected a whole titleset, or its
+/// menus, and then collects on.
+double run_meter::navigation_fixed() {
+  double collected = 0;
+  for (const watched_work& watched : current_)
+    if (watched.work.kind == work_kind::collect)
+      collected = watched.done;
+  if (std::exchange(all_fixed_, false))
+    fixed_before_ = collected;
+  const double share = std::max(0.0, percent_printed_) / 100;
+  return fixed_before_ + std::max(0.0, collected - fixed_before_) * share;
+}
+
+/// The time is that of whatever was done in it.
+void run_meter::pay(double seconds) {
+  unpaid_time_ += seconds;
+  double likely = 0;
+  for (std::size_t kind = 0; kind < work_kinds; ++kind)
+    likely += std::max(0.0, unpaid_[kind]) * costs_[kind];
+  if (likely <= 0)
+    return;
+  for (std::size_t kind = 0; kind < work_kinds; ++kind) {
+    spent_[kind].time += unpaid_time_ * std::max(0.0, unpaid_[kind]) * costs_[kind] / likely;
+    spent_[kind].done += unpaid_[kind];
+  }
+  unpaid_ = {};
+  unpaid_time_ = 0;
+}
+
+/// How much longer things take than they are known to: the machine may have other things to do.
+double run_meter::pace() const {
+  double took = trust_in_machine;
+  double likely = trust_in_machine;
+  for (std::size_t kind = 0; kind < work_kinds; ++kind) {
+    took += spent_[kind].time;
+    likely += std::max(0.0, spent_[kind].done) * costs_[kind];
+  }
+  return std::clamp(took / likely, 1.0 / 3, 3.0);
+}
+
+double run_meter::cost_of(work_kind kind) const {
+  const double known = costs_[index_of(kind)];
+  const spent& now = spent_[index_of(kind)];
+  return (trust_in_kind * pace() + now.time) / (trust_in_kind / known + std::max(0.0, now.done));
+}
+
+double run_meter::left(double now) const {
+  double seconds = 0;
+  bool seen = false;
+  for (const watched_work& watched : current_) {
+    seconds += std::max(0.0, watched.work.amount - watched.done) * cost_of(watched.work.kind);
+    seen = seen || is_seen(watched.work);
+  }
+  // Calls of which nothing is seen go on by the clock.
+  if (!seen)
+    seconds = std::max(seconds / 20, seconds - (now - step_began_));
+  for (std::size_t step = step_ + (in_step_ ? 1 : 0); step < plan_.steps().size(); ++step)
+    for (const planned_work& work : plan_.steps()[step].works)
+      seconds += work.amount * cost_of(work.kind);
+  return seconds;
+}
+
+run_whole run_meter::at(double now) {
+  const double passed = now - looked_;
+  look(now);
+  const double guess = now + left(now);
+  end_ = end_ < 0 ? guess : end_ + (guess - end_) * (1 - std::exp(-passed / settling_time));
+  const double seconds = std::max(0.0, end_ - now);
+  if (now > 0)
+    shown_ = std::max(shown_, std::min(most_percent, 100 * now / (now + seconds)));
+  const int count = static_cast<int>(plan_.steps().size());
+  run_whole whole{shown_, std::min(static_cast<int>(step_) + 1, count), count, name_, std::nullopt};
+  if (now >= first_word)
+    whole.seconds_left = seconds;
+  return whole;
+}
+
+work_costs run_meter::learned() const {
+  work_costs costs = costs_;
+  for (std::size_t kind = 0; kind < work_kinds; ++kind)
+    if (spent_[kind].done > 0)
+      costs[kind] =
+          (trust_in_kind + spent_[kind].time) / (trust_in_kind / costs_[kind] + spent_[kind].done);
+  return costs;
+}
+
+std::string time_left_text(const run_whole& whole) {
+  if (!whole.seconds_left)
+    return {};
+  const double seconds = *whole.seconds_left;
+  if (seconds < 5)
+    return "a few seconds left";
+  if (seconds < 57.5)
+    return "about " + trimmed(std::lround(seconds / 5) * 5) + " s left";
+  if (seconds < 600) {
+    const long tens = std::lround(seconds / 10);
+    const std::string rest = tens % 6 == 0 ? "" : " " + trimmed(tens % 6 * 10) + " s";
+    return "about " + trimmed(tens / 6) + " min" + rest + " left";
+  }
+  const long minutes = std::lround(seconds / 60);
+  if (minutes < 60)
+    return "about " + trimmed(minutes) + " min left";
+  const std::string rest = minutes % 60 == 0 ? "" : " " + trimmed(minutes % 60) + " min";
+  return "about " + trimmed(minutes / 60) + " h" + rest + " left";
+}
+
+std::string whole_text(const run_whole& whole) {
+  if (whole.count == 0)
+    return {};
+  std::string text = "step " + trimmed(whole.step) + " of " + trimmed(whole.count);
+  if (!whole.name.empty())
+    text += ": " + whole.name;
+  if (const std::string time = time_left_text(whole); !time.empty())
+    text += ", " + time;
+  return text;
+}
+
+}  // namespace corvane
