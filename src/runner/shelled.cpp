@@ -194,6 +194,7 @@ void shelled::state::keep_speeds() {
 bool shelled::state::read_pieces() {
   const auto until = steady::now() + pass_time;
   bool read_some = false;
+  bool come_to_step = false;
   bool much = false;
   for (;;) {
     const std::optional<std::size_t> waiting = child->waiting();
@@ -218,6 +219,7 @@ bool shelled::state::read_pieces() {
     meter_lines.feed(*bytes, [this](std::string_view line) { meter.line(line); });
     const bool new_step = tell_steps();
     read_some = true;
+    come_to_step = come_to_step || new_step;
     much = bytes->size() >= smallest_pipe;
     if (log.holds_marker())
       return false;
@@ -228,7 +230,7 @@ bool shelled::state::read_pieces() {
   }
   if (read_some)
     listener.output(log.tail());
-  if (steady::now() - whole_told >= whole_time)
+  if (come_to_step || steady::now() - whole_told >= whole_time)
     tell_whole();
   return true;
 }

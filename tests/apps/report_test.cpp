@@ -67,6 +67,37 @@ TEST_F(Report, TheLineIsCutToTheWidthAndTheNumberStays) {
   EXPECT_EQ(out(), "\r0123456789abcdefghi\r0123456789ab  100 %");
 }
 
+int seventy_columns() {
+  return 70;
+}
+
+TEST_F(Report, WholeRunStandsBehindTheStepAsFarAsThereIsRoom) {
+  report wide(out_, err_, true, seventy_columns);
+  console_listener listener(wide);
+  listener.whole({3, 1, 5, "", 100});  // before there is a step
+  listener.step({4, 5, "authoring title(s)", "*authoring title(s)....."});
+  listener.whole({41.7, 2, 5, "authoring title(s)", 41});
+  EXPECT_EQ(out(),
+            "\rauthoring title(s)\rauthoring title(s)  |  41 % of all, step 2 of 5, about 40 "
+            "s left");
+}
+
+TEST_F(Report, WholeRunOnANarrowTerminalIsItsPercentageOrNothing) {
+  console_listener listener(terminal_);
+  listener.step({1, 2, "two", "*two"});
+  listener.whole({41.7, 2, 5, "two", 41});
+  listener.step({2, 2, "0123456789", "*0123456789"});
+  listener.progress({50, true});
+  EXPECT_EQ(out(), "\rtwo\rtwo  |  41 % of all\r0123456789  |  41 %\r0123456789  50 %   ");
+}
+
+TEST_F(Report, WholeRunIsLeftOutOfAFile) {
+  console_listener listener(piped_);
+  listener.step({1, 2, "two", "*two"});
+  listener.whole({41.7, 2, 5, "two", 41});
+  EXPECT_EQ(out(), "two\n");
+}
+
 TEST_F(Report, MessagesGoBelowTheProgressLineUnderTheProgramsName) {
   terminal_.step("one");
   terminal_.message("first\r\nsecond");

@@ -1,11 +1,14 @@
 #include "apps/corvane-author/console_listener.h"
 
+#include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "runner/run_files.h"
+#include "runner/run_meter.h"
 #include "tools/finding_list.h"
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace corvane {
@@ -29,6 +32,16 @@ void console_listener::step(const run_step& step) {
 void console_listener::progress(const run_progress& progress) {
   if (progress.of_last_step)
     report_.percent(progress.percent);
+}
+
+void console_listener::whole(const run_whole& whole) {
+  const std::string at = "step " + trimmed(whole.step) + " of " + trimmed(whole.count);
+  std::vector<std::string> words;
+  if (const std::string time = time_left_text(whole); !time.empty())
+    words = {"all, " + at + ", " + time, "all, " + time};
+  words.push_back("all, " + at);
+  words.emplace_back("all");
+  report_.whole(whole.percent, std::move(words));
 }
 
 // When the log could not be written, the runner has told all of them.

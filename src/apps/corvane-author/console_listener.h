@@ -23,6 +23,7 @@ class console_listener : public run_listener {
   void started(const run_start&) override {}
   void step(const run_step& step) override;
   void progress(const run_progress& progress) override;
+  void whole(const run_whole& whole) override;
   void output(std::string_view) override {}
   void broken_off() override {}
   void closed() override {}

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 namespace corvane {
 namespace {
@@ -82,13 +83,32 @@ void report::percent(double done) {
   draw();
 }
 
+void report::whole(double done, std::vector<std::string> words) {
+  const int percent = static_cast<int>(std::clamp(done, 0.0, 100.0));
+  if (!on_terminal_ || step_.empty() || (whole_ == percent && words_ == words))
+    return;
+  whole_ = percent;
+  words_ = std::move(words);
+  draw();
+}
+
+/// What stands behind the step; of the run as a whole so much that the step has `columns` to
+/// itself.
+std::string report::numbers(int columns) const {
+  const std::string own = percent_ ? "  " + std::to_string(*percent_) + " %" : std::string();
+  if (!whole_)
+    return own;
+  const std::string all = own + "  |  " + std::to_string(*whole_) + " %";
+  for (const std::string& words : words_)
+    if (const std::string text = all + " of " + words; width_of(text) + columns < columns_())
+      return text;
+  return width_of(all) + columns < columns_() ? all : own;
+}
+
 void report::draw() {
-  std::string text = step_;
-  if (percent_) {
-    // The number keeps its place at the end, whatever is cut.
-    const std::string number = "  " + std::to_string(*percent_) + " %";
-    text = cut_to_width(text, columns_() - 1 - width_of(number)) + number;
-  }
+  // The numbers keep their place at the end, whatever is cut.
+  const std::string behind = numbers(width_of(step_));
+  std::string text = cut_to_width(step_, columns_() - 1 - width_of(behind)) + behind;
   // The last column stays free: a terminal would go to the next line there.
   text = cut_to_width(text, columns_() - 1);
   const int width = width_of(text);

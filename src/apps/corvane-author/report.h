@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace corvane {
 
@@ -28,6 +29,9 @@ class report {
   void step(const std::string& text);
   /// How far the step is, 0 to 100.
   void percent(double done);
+  /// Where the run is as a whole: percent, and words for step and time left, the longest first. As
+  /// many of them stand behind the step as there is room for.
+  void whole(double done, std::vector<std::string> words);
   /// The progress line stays as it is and the next text begins below it.
   void end_progress();
 
@@ -37,6 +41,7 @@ class report {
 
  private:
   void draw();
+  std::string numbers(int columns) const;
 
   std::FILE* out_;
   std::FILE* err_;
@@ -44,7 +49,9 @@ class report {
   int (*columns_)();
   std::string step_;
   std::optional<int> percent_;
-  int drawn_ = 0;  ///< columns of the progress line on the screen
+  std::optional<int> whole_;        ///< percent of the run
+  std::vector<std::string> words_;  ///< of the run as a whole, the longest first
+  int drawn_ = 0;                   ///< columns of the progress line on the screen
 };
 
 }  // namespace corvane
