@@ -20,7 +20,7 @@ bool is_likely(double cost, double usual) {
 }  // namespace
 
 work_costs usual_costs() {
-  return {0.06, 10e-9, 8e-9, 0.006, 5e-9, 2e-9, 4e-9, 1e-9, 1};
+  return {0.06, 8.5e-9, 8e-9, 0.006, 5.5e-9, 1e-9, 2.5e-9, 0.7e-9, 1};
 }
 
 work_costs parse_costs(std::string_view text) {

@@ -103,6 +103,11 @@ main_window::main_window(std::string app, const std::string& media_folder)
   check_ = std::make_unique<project_check>(*this);
   ask_.lead_to({[this](const finding& f) { return check_->has_place(f); },
                 [this](const finding& f) { to_repair_ = f; }});
+  // It may come when the window has gone.
+  ask_.show_texts_by([window = wxWeakRef<main_window>(this)](const std::string&) {
+    if (window != nullptr)
+      window->display_.show_last_log();
+  });
   Bind(wxEVT_IDLE, &main_window::on_idle, this);
   start_up(document_);
   document_.keep_in(&recovery_);

@@ -164,7 +164,14 @@ std::string wx_prompts::folder_of_missing(const std::vector<std::string>& files)
 }
 
 bool wx_prompts::show_text_file(const std::string& path) {
-  return open_text_file(path);
+  const auto show_here = [show = show_text_, path] {
+    if (show)
+      show(path);
+  };
+  if (open_text_file(path, show_here))
+    return true;
+  show_here();
+  return show_text_ != nullptr;
 }
 
 std::string wx_prompts::input(const input_box& box) {

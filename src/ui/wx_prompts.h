@@ -49,6 +49,11 @@ class wx_prompts : public prompts {
   };
   void lead_to(finding_places places) { places_ = std::move(places); }
 
+  /// Shows a text (native path) that no program of the user's shows.
+  void show_texts_by(std::function<void(const std::string& path)> show) {
+    show_text_ = std::move(show);
+  }
+
   /// Whether a box or dialog stands: whoever asked is in the middle of it.
   bool asking() const { return asking_ > 0; }
 
@@ -64,6 +69,7 @@ class wx_prompts : public prompts {
   std::vector<wxWindow*> askers_;  ///< each stands over the one before
   std::string last_folder_;
   finding_places places_;
+  std::function<void(const std::string&)> show_text_;
   int asking_ = 0;
   bool asking_stopped_ = false;
 };

@@ -1,15 +1,19 @@
 #include "ui/disc/log_window.h"
 
+#include "runner/run_meter.h"
+#include "ui/disc/log_page.h"
 #include "ui/widgets/control_name.h"
+#include "ui/widgets/fixed_pitch.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/button.h>
-#include <wx/font.h>
 #include <wx/gauge.h>
+#include <wx/notebook.h>
 #include <wx/panel.h>
 #include <wx/sizer.h>
+#include <wx/stattext.h>
 #include <wx/textctrl.h>
 
 #include <algorithm>
@@ -19,34 +23,53 @@
 namespace corvane {
 namespace {
 
-wxTextCtrl* make_text(wxWindow* parent) {
-  auto* text = new wxTextCtrl(parent, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
-                              wxTE_MULTILINE | wxTE_READONLY | wxTE_DONTWRAP);
-  text->SetFont(
-      wxFont(wxFontInfo(text->GetFont().GetFractionalPointSize()).Family(wxFONTFAMILY_TELETYPE)));
-  return text;
+constexpr int run_page = 0, last_page = 1;
+
+void set_share(wxGauge& bar, double percent) {
+  const double inside = std::isnan(percent) ? 0 : std::clamp(percent, 0.0, 100.0);
+  bar.SetValue(static_cast<int>(std::lround(inside * progress_steps / 100)));
 }
 
 }  // namespace
 
-log_window::log_window(std::function<void()> stop)
+log_window::log_window(std::function<void()> stop, std::string log_file)
     : wxFrame(nullptr, wxID_ANY, "Corvane log", wxDefaultPosition, wxDefaultSize,
               wxDEFAULT_FRAME_STYLE, "log") {
   auto* panel = new wxPanel(this);
-  Text1_ = make_text(panel);
-  ProgressBar1_ = new wxGauge(panel, wxID_ANY, progress_steps);
+  pages_ = new wxNotebook(panel, wxID_ANY);
+  pages_->AddPage(make_run_page(), "run");
+  last_ = new log_page(pages_, std::move(log_file));
+  pages_->AddPage(last_, "log of the last run");
+  name_control(*this, "log");
+  name_control(*pages_, "pages");
+  SetIcons(program_icon());
+
   stop_ = new wxButton(panel, wxID_ANY, "stop");
   stop_->SetBitmap(icon_picture("stop", layout::button_icon));
   stop_->SetToolTip("stop authoring and end every tool that is running");
   stop_->Disable();
-  name_control(*this, "log");
-  name_control(*Text1_, "Text1");
-  name_control(*ProgressBar1_, "ProgressBar1");
   name_control(*stop_, "stop");
-  arrange();
-  SetIcons(program_icon());
+  hide_ = new wxButton(panel, wxID_ANY, "&hide");
+  hide_->SetToolTip("put the log window away (Esc); \"show log\" brings it back");
+  name_control(*hide_, "hide");
+
+  auto* whole = new wxBoxSizer(wxVERTICAL);
+  whole->Add(pages_, wxSizerFlags(1).Expand());
+  whole->Add(make_bars(), wxSizerFlags().Expand().Border(wxALL, FromDIP(layout::control_gap)));
+  panel->SetSizer(whole);
+  wxSize least = whole->CalcMin();
+  least.IncTo(FromDIP(wxSize(layout::log_least_width, layout::log_least_height)));
+  SetMinClientSize(least);
+  SetClientSize(FromDIP(wxSize(layout::log_width, layout::log_height)));
 
   stop_->Bind(wxEVT_BUTTON, [stop = std::move(stop)](wxCommandEvent&) { stop(); });
+  hide_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { hide(); });
+  pages_->Bind(wxEVT_NOTEBOOK_PAGE_CHANGED, [this](wxBookCtrlEvent& event) {
+    event.Skip();
+    if (on_last_log())
+      last_->show_log();
+  });
+  bind_keys();
   // Only the program hides the log: while a run is on, it is what the user has of it.
   Bind(wxEVT_CLOSE_WINDOW, [](wxCloseEvent& event) {
     if (event.CanVeto())
@@ -54,18 +77,68 @@ log_window::log_window(std::function<void()> stop)
   });
 }
 
-void log_window::arrange() {
-  wxWindow* panel = Text1_->GetParent();
-  const wxSizerFlags gap = wxSizerFlags().Border(wxALL, FromDIP(layout::control_gap));
-  auto* strip = new wxBoxSizer(wxHORIZONTAL);
-  strip->Add(ProgressBar1_, wxSizerFlags(gap).Proportion(1).CentreVertical());
-  strip->Add(stop_, wxSizerFlags(gap).CentreVertical());
+wxWindow* log_window::make_run_page() {
+  auto* page = new wxPanel(pages_);
+  Text1_ = new wxTextCtrl(page, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                          wxTE_MULTILINE | wxTE_READONLY | wxTE_DONTWRAP);
+  Text1_->SetFont(fixed_pitch(Text1_->GetFont()));
+  name_control(*Text1_, "Text1");
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(Text1_, wxSizerFlags(1).Expand());
-  whole->Add(strip, wxSizerFlags().Expand());
-  panel->SetSizer(whole);
-  SetMinClientSize(FromDIP(wxSize(layout::log_least_width, layout::log_least_height)));
-  SetClientSize(FromDIP(wxSize(layout::log_width, layout::log_height)));
+  page->SetSizer(whole);
+  return page;
+}
+
+wxGauge* log_window::make_bar(const char* name) {
+  auto* bar = new wxGauge(stop_->GetParent(), wxID_ANY, progress_steps);
+  name_control(*bar, name);
+  return bar;
+}
+
+// That of the tool stands at the bottom.
+wxSizer* log_window::make_bars() {
+  wxWindow* panel = stop_->GetParent();
+  const int gap = FromDIP(layout::control_gap);
+  where_ = new wxStaticText(panel, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                            wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
+  where_->SetMinSize(wxSize(1, -1));
+  name_control(*where_, "where");
+  auto* grid = new wxFlexGridSizer(3, gap, gap);
+  grid->AddGrowableCol(1);
+  const auto row = [&](const char* label, wxGauge*& bar, const char* name, wxButton* button) {
+    grid->Add(new wxStaticText(panel, wxID_ANY, label), wxSizerFlags().CentreVertical());
+    bar = make_bar(name);
+    grid->Add(bar, wxSizerFlags().Expand().CentreVertical());
+    grid->Add(button, wxSizerFlags().Expand());
+  };
+  row("whole run", whole_bar_, "wholerun", stop_);
+  row("this step", ProgressBar1_, "ProgressBar1", hide_);
+  auto* bars = new wxBoxSizer(wxVERTICAL);
+  bars->Add(where_, wxSizerFlags().Expand().Border(wxBOTTOM, gap));
+  bars->Add(grid, wxSizerFlags().Expand());
+  return bars;
+}
+
+void log_window::bind_keys() {
+  Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+    const int key = event.GetKeyCode();
+    if (key == WXK_ESCAPE && hide_->IsEnabled())
+      hide();
+    else if (on_last_log() && key == 'F' && event.GetModifiers() == wxMOD_CONTROL)
+      last_->ask_what_to_find();
+    else if (on_last_log() && key == WXK_F3)
+      last_->find_again(event.ShiftDown());
+    else
+      event.Skip();
+  });
+}
+
+void log_window::hide() {
+  Hide();
+}
+
+bool log_window::on_last_log() const {
+  return pages_->GetSelection() == last_page;
 }
 
 void log_window::show_text(const std::string& text) {
@@ -79,20 +152,47 @@ void log_window::show_text(const std::string& text) {
 }
 
 void log_window::show_progress(double percent) {
-  const double inside = std::isnan(percent) ? 0 : std::clamp(percent, 0.0, 100.0);
-  ProgressBar1_->SetValue(static_cast<int>(std::lround(inside * progress_steps / 100)));
+  set_share(*ProgressBar1_, percent);
+}
+
+void log_window::show_whole(const run_whole& whole) {
+  set_share(*whole_bar_, whole.percent);
+  if (const wxString text = wx_text(whole_text(whole)); text != where_->GetLabelText())
+    where_->SetLabelText(text);
 }
 
 void log_window::run_is_active(bool active) {
   stop_->Enable(active);
+  hide_->Enable(!active);
 }
 
+void log_window::show_run() {
+  pages_->ChangeSelection(run_page);
+}
+
+void log_window::show_last_log() {
+  pages_->ChangeSelection(last_page);
+  last_->show_log();
+}
+
+bool log_window::has_last_log() const {
+  return last_->has_log();
+}
+
+void log_window::log_has_changed() {
+  last_->has_changed();
+  if (on_last_log() && IsShown())
+    last_->show_log();
+}
+
+// The text is painted at once, and with it, on GTK, whatever else is to be painted: bars with the
+// lengths that they had, for the new ones are worked out just before the next picture. For that
+// they have to be painted again.
 void log_window::repaint() {
-  for (wxWindow* control :
-       {static_cast<wxWindow*>(Text1_), static_cast<wxWindow*>(ProgressBar1_)}) {
-    control->Refresh();
-    control->Update();
-  }
+  Text1_->Refresh();
+  Text1_->Update();
+  whole_bar_->Refresh();
+  ProgressBar1_->Refresh();
 }
 
 }  // namespace corvane

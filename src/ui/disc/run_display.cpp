@@ -1,8 +1,11 @@
 #include "ui/disc/run_display.h"
 
+#include "platform/files/paths.h"
 #include "project/project.h"
+#include "runner/run_files.h"
 #include "ui/disc/log_window.h"
 #include "ui/main_window.h"
+#include "ui/widgets/attention.h"
 #include "ui/widgets/wx_text.h"
 
 #include <utility>
@@ -19,7 +22,7 @@ run_display::~run_display() {
 
 log_window& run_display::log() {
   if (log_ == nullptr) {
-    log_ = new log_window(stop_);
+    log_ = new log_window(stop_, join_path(main_.app(), run_file::log));
     log_->show_text(std::string(version_title) + "\r\n");
     log_->run_is_active(!main_enabled_);
   }
@@ -27,6 +30,19 @@ log_window& run_display::log() {
 }
 
 void run_display::show_log() {
+  if (main_enabled_ && !has_text_ && log().has_last_log())
+    log().show_last_log();
+  else
+    log().show_run();
+  bring_up_log();
+}
+
+void run_display::show_last_log() {
+  log().show_last_log();
+  bring_up_log();
+}
+
+void run_display::bring_up_log() {
   log().Iconize(false);
   log().Show();
   log().Raise();
@@ -34,7 +50,9 @@ void run_display::show_log() {
 }
 
 void run_display::clear_log() {
+  has_text_ = false;
   log().show_text(std::string(version_title) + "\r\n");
+  log().show_run();
 }
 
 void run_display::let_main(bool enabled) {
@@ -50,10 +68,13 @@ void run_display::started(const run_start& run) {
   shown_ = {};
   // Cleared before it is shown: the text of the run before must not be seen again.
   log().show_text({});
-  show_log();
+  log().show_run();
+  bring_up_log();
   log().show_text(run.first_lines);
   log().show_progress(0);
+  log().show_whole({});
   let_main(false);
+  has_text_ = true;
 }
 
 void run_display::step(const run_step& step) {
@@ -62,6 +83,10 @@ void run_display::step(const run_step& step) {
 
 void run_display::progress(const run_progress& progress) {
   log().show_progress(progress.percent);
+}
+
+void run_display::whole(const run_whole& whole) {
+  log().show_whole(whole);
 }
 
 void run_display::output(std::string_view tail) {
@@ -82,9 +107,15 @@ void run_display::closed() {
   main_.let_timer(false);
   let_main(true);
   log().show_text({});
+  has_text_ = false;
+  log().log_has_changed();
 }
 
 void run_display::finished(const run_end& end) {
+  if (end.outcome == run_outcome::success || end.outcome == run_outcome::failed)
+    ask_for_attention(main_);  // a long run is left alone
+  if (end.outcome == run_outcome::success)
+    log().show_whole({100, 0, 0, {}, {}});
   log().Hide();
   log().SetTitle("Corvane log");  // the last step's name must not greet the next run
   main_.run_has_ended(end);

@@ -23,8 +23,11 @@ class run_display : public run_listener {
   run_display(const run_display&) = delete;
   run_display& operator=(const run_display&) = delete;
 
-  /// Shows the log window with what is in it.
+  /// Shows the log window with what is in it: where that is nothing, the last run's log.
   void show_log();
+
+  /// Shows the last run's log.
+  void show_last_log();
 
   /// Leaves the program's title in the log window. The log file stays.
   void clear_log();
@@ -32,6 +35,7 @@ class run_display : public run_listener {
   void started(const run_start& run) override;
   void step(const run_step& step) override;
   void progress(const run_progress& progress) override;
+  void whole(const run_whole& whole) override;
   void output(std::string_view tail) override;
   void broken_off() override;
   void closed() override;
@@ -39,6 +43,7 @@ class run_display : public run_listener {
 
  private:
   log_window& log();
+  void bring_up_log();
   void let_main(bool enabled);
 
   main_window& main_;
@@ -46,6 +51,7 @@ class run_display : public run_listener {
   log_window* log_ = nullptr;
   log_display shown_;
   bool main_enabled_ = true;
+  bool has_text_ = false;  ///< of a run, in the log window
 };
 
 }  // namespace corvane
