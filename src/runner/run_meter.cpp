@@ -14,6 +14,13 @@ namespace {
 constexpr double trust_in_kind = 3;
 constexpr double trust_in_machine = 10;
 
+/// How long ago what goes on counts half and less: a disk that has taken all it can at once goes on
+/// much slower.
+constexpr double lately = 4;
+
+/// How much of a change of speed is believed to last, as a power of it.
+constexpr double trust_in_change = 0.9;
+
 /// Nothing is said of the time before this: the first file has hardly begun to grow.
 constexpr double first_word = 2;
 
@@ -145,6 +152,10 @@ void run_meter::pay(double seconds) {
   for (std::size_t kind = 0; kind < work_kinds; ++kind) {
     spent_[kind].time += unpaid_time_ * std::max(0.0, unpaid_[kind]) * costs_[kind] / likely;
     spent_[kind].done += unpaid_[kind];
+    const double fading = std::exp(-unpaid_time_ / lately);
+    const double share = std::max(0.0, unpaid_[kind]) * costs_[kind] / likely;
+    lately_[kind].time = lately_[kind].time * fading + unpaid_time_ * share;
+    lately_[kind].done = lately_[kind].done * fading + std::max(0.0, unpaid_[kind]);
   }
   unpaid_ = {};
   unpaid_time_ = 0;
@@ -167,11 +178,22 @@ double run_meter::cost_of(work_kind kind) const {
   return (trust_in_kind * pace() + now.time) / (trust_in_kind / known + std::max(0.0, now.done));
 }
 
+/// Of what is being done: nearer to what it takes now than to what it took so far, though that may
+/// be a hitch.
+double run_meter::cost_now(work_kind kind) const {
+  const double so_far = cost_of(kind);
+  const spent& now = lately_[index_of(kind)];
+  if (now.time < 1 || now.done <= 0)
+    return so_far;
+  const double change = std::clamp(now.time / now.done / so_far, 0.1, 10.0);
+  return so_far * std::pow(change, trust_in_change);
+}
+
 double run_meter::left(double now) const {
   double seconds = 0;
   bool seen = false;
   for (const watched_work& watched : current_) {
-    seconds += std::max(0.0, watched.work.amount - watched.done) * cost_of(watched.work.kind);
+    seconds += std::max(0.0, watched.work.amount - watched.done) * cost_now(watched.work.kind);
     seen = seen || is_seen(watched.work);
   }
   // Calls of which nothing is seen go on by the clock.
@@ -211,7 +233,7 @@ std::string time_left_text(const run_whole& whole) {
   if (!whole.seconds_left)
     return {};
   const double seconds = *whole.seconds_left;
-  if (seconds < 5)
+  if (seconds < 7.5)
     return "a few seconds left";
   if (seconds < 57.5)
     return "about " + trimmed(std::lround(seconds / 5) * 5) + " s left";

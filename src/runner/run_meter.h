@@ -53,6 +53,7 @@ class run_meter {
   double navigation_fixed();
   void pay(double seconds);
   double cost_of(work_kind kind) const;
+  double cost_now(work_kind kind) const;
   double pace() const;
   double left(double now) const;
 
@@ -60,6 +61,7 @@ class run_meter {
   plan_files files_;
   work_costs costs_{};
   std::array<spent, work_kinds> spent_{};
+  std::array<spent, work_kinds> lately_{};   ///< the same, what is long ago counting less
   std::array<double, work_kinds> unpaid_{};  ///< done since time was last accounted for
   double unpaid_time_ = 0;
   std::string name_;                   ///< of the step that was printed last

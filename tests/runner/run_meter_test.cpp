@@ -161,6 +161,22 @@ TEST_F(MeteredRun, OfStreamsThatBecomeLargerThanForeseenNeverGoesBack) {
   expect_never_back_and_100_only_at_the_end(play(meter, run_of(usual_costs(), 1, 1.5)));
 }
 
+// A disk takes the first gigabytes at once, and the rest as fast as it is.
+TEST_F(MeteredRun, ThatGoesOnFiveTimesAsSlowIsForeseenAgainSoonAfter) {
+  const std::string one =
+      "echo *generating udf iso.....\n\"/bin/mplex.exe\" -o \"/x\" \"/a.m2v\"\n";
+  run_meter meter(one, false, usual_costs(), files());
+  const told_run run =
+      play(meter, {{"*generating udf iso.....", {{15, "/x", 1.53e9, {}}, {25, "/x", 0.51e9, {}}}}});
+  expect_never_back_and_100_only_at_the_end(run);
+  for (std::size_t i = 0; i < run.told.size(); ++i) {
+    const double left = run.end - run.times[i];
+    if (run.times[i] > 29 && left > 5) {
+      EXPECT_NEAR(run.told[i].seconds_left.value_or(0) / left, 1, 0.34) << "at " << run.times[i];
+    }
+  }
+}
+
 TEST_F(MeteredRun, TeachesTheSpeedsOfTheMachine) {
   run_meter meter(script, true, usual_costs(), files());
   play(meter, run_of(usual_costs(), 2));
@@ -222,6 +238,7 @@ TEST(WholeText, SaysStepNameAndTimeLeft) {
 TEST(WholeText, TimesAreRoundedAsTheyAreKnown) {
   const auto text = [](double seconds) { return time_left_text({0, 1, 1, "", seconds}); };
   EXPECT_EQ(text(0), "a few seconds left");
+  EXPECT_EQ(text(7), "a few seconds left");
   EXPECT_EQ(text(12), "about 10 s left");
   EXPECT_EQ(text(59), "about 1 min left");
   EXPECT_EQ(text(59.9), "about 1 min left");
