@@ -5,6 +5,7 @@
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/wheel.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/bmpbuttn.h>
@@ -142,6 +143,7 @@ wxSizer* project_view::make_region() {
   const wxString regions[] = {"NTSC", "PAL"};
   Comboregion_ = new wxChoice(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, 2, regions);
   name_control(*Comboregion_, "Comboregion");
+  let_wheel_pass(*Comboregion_);
   Comboregion_->SetToolTip("click to change preference");
   Comboregion_->Bind(wxEVT_CHOICE,
                      [this](wxCommandEvent& event) { on_.region(utf8_of(event.GetString())); });

@@ -284,5 +284,35 @@ TEST_F(LanguageDialog, HandEditedXmlIsKeptWhenTheUserSaysSo) {
   EXPECT_FALSE(shown().customxml.empty());
 }
 
+TEST_F(LanguageDialog, EscapeInTheOpenListClosesTheListAloneAndTheNextOneTheDialog) {
+  load(tagged({"Audio tag:\tFRENCH FR"}));
+  open();
+  click_row(0, dialog);
+  EXPECT_TRUE(language_becomes("FRENCH FR"));
+  click_control("Combo1", dialog);
+  ASSERT_TRUE(wait_until([] { return combo().IsPopupShown(); }));
+  press("Down");
+  press("Escape");
+  EXPECT_TRUE(wait_until([] { return !combo().IsPopupShown(); }));
+  ASSERT_TRUE(window_comes(dialog));
+  EXPECT_EQ(language_shown(), "FRENCH FR");  // what was not picked is not taken
+  EXPECT_THAT(list_rows(dialog), ElementsAre("Audio tag:\tFRENCH FR"));
+  press("Escape");
+  EXPECT_TRUE(window_goes(dialog));
+}
+
+TEST_F(LanguageDialog, WheelOverTheLanguageThatWasNotClickedChangesNothing) {
+  load(tagged({"Audio tag:\tFRENCH FR"}));
+  open();
+  click_row(0, dialog);
+  EXPECT_TRUE(language_becomes("FRENCH FR"));
+  turn_wheel_over("Combo1", wheel::down, dialog);
+  on_ui([] { combo().SetFocus(); });  // by the keyboard: still not clicked
+  turn_wheel_over("Combo1", wheel::down, dialog);
+  EXPECT_EQ(language_shown(), "FRENCH FR");
+  press("Escape");
+  EXPECT_TRUE(window_goes(dialog));
+}
+
 }  // namespace
 }  // namespace corvane::testing_support

@@ -523,5 +523,48 @@ TEST_F(MenuEditorWindow, ThirtySixButtonsStandInThePicture) {
   screenshot("menu-editor-36");
 }
 
+TEST_F(MenuEditorWindow, WheelOverControlsThatWereNotClickedChangesNoButton) {
+  open_three();
+  choose(1);
+  on_ui([] { control("Command1")->SetFocus(); });
+  const auto look = [] {
+    std::string all = place() + text_of("Combo2") + text_of("Colorhighlight") +
+                      text_of("ColorSelect") + text_of("Combo1");
+    for (const char* name : {"Slider1", "Slider2", "thickness"})
+      all += " " + std::to_string(slider(name));
+    return all;
+  };
+  const std::string before = look();
+  for (const char* name : {"Slider1", "Slider2", "thickness", "Colorhighlight", "ColorSelect",
+                           "Combo1", "HScroll1", "VScroll1", "Combo2", "position"})
+    for (const wheel way : {wheel::down, wheel::up, wheel::up}) {
+      turn_wheel_over(name, way);
+      EXPECT_EQ(look(), before) << name;
+    }
+  EXPECT_EQ(slider("position"), 0);
+}
+
+TEST_F(MenuEditorWindow, SliderThatWasClickedFollowsTheWheel) {
+  open_three();
+  choose(1);
+  click_control("Slider1");
+  const int clicked = slider("Slider1");
+  turn_wheel_over("Slider1", wheel::down);
+  EXPECT_NE(slider("Slider1"), clicked);
+}
+
+TEST_F(MenuEditorWindow, EscapeInAnOpenListChangesNothing) {
+  open_three();
+  choose(1);
+  for (const char* name : {"Combo2", "Colorhighlight", "ColorSelect"}) {
+    const std::string before = text_of(name);
+    click_control(name);
+    press("Down");
+    press("Escape");
+    EXPECT_TRUE(is_open());
+    EXPECT_EQ(text_of(name), before) << name;
+  }
+}
+
 }  // namespace
 }  // namespace corvane::testing_support

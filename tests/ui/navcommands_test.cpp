@@ -341,5 +341,26 @@ TEST_F(Navigation, StoredCommandsAreShownAgain) {
   EXPECT_TRUE(window_goes(dialog));
 }
 
+TEST_F(Navigation, EscapeInAnOpenListClosesTheListAloneAndTheWheelChangesNothing) {
+  load(titles_only(2));
+  click_row(0);
+  open();
+  click_row(0, dialog);
+  for (const char* name : {"Combo1", "firstplay"}) {
+    const std::string before = value(name);
+    turn_wheel_over(name, wheel::down, dialog);
+    turn_wheel_over(name, wheel::up, dialog);
+    EXPECT_EQ(value(name), before) << name;
+    const wxRect place = ask_ui([=] { return combo(name).GetScreenRect(); });
+    click_at({place.GetRight() - 8, place.y + place.height / 2});
+    press("Down");
+    press("Escape");
+    ASSERT_TRUE(window_comes(dialog)) << name;
+    EXPECT_EQ(value(name), before) << name;
+  }
+  press("Escape");
+  EXPECT_TRUE(window_goes(dialog));
+}
+
 }  // namespace
 }  // namespace corvane::testing_support

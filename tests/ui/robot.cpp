@@ -175,6 +175,14 @@ void right_click_at(wxPoint screen) {
   let_it_happen();
 }
 
+void turn_wheel_at(wxPoint screen, wheel way, int notches) {
+  xdotool("mousemove " + at(screen));
+  let_it_happen();
+  xdotool("click --repeat " + std::to_string(notches) + " --delay 30 " +
+          (way == wheel::up ? "4" : "5"));
+  let_it_happen();
+}
+
 void drag(wxPoint from, wxPoint to) {
   constexpr int steps = 5;
   keep_from_double_click(from);
@@ -214,8 +222,11 @@ std::string label_of(const std::string& name) {
   return ask_ui([&] { return utf8_of(control(name)->GetLabel()); });
 }
 
-void click_control(const std::string& name, const std::string& window) {
-  click_at(settled(
+namespace {
+
+/// The middle of the control of that name, once it stands still.
+wxPoint middle_of_control(const std::string& name, const std::string& window) {
+  return settled(
       [&]() -> std::optional<wxPoint> {
         const wxWindow* found = find(name, window);
         if (found == nullptr || !found->IsShownOnScreen())
@@ -225,7 +236,17 @@ void click_control(const std::string& name, const std::string& window) {
           return std::nullopt;
         return wxPoint(place.x + place.width / 2, place.y + place.height / 2);
       },
-      name));
+      name);
+}
+
+}  // namespace
+
+void click_control(const std::string& name, const std::string& window) {
+  click_at(middle_of_control(name, window));
+}
+
+void turn_wheel_over(const std::string& name, wheel way, const std::string& window) {
+  turn_wheel_at(middle_of_control(name, window), way);
 }
 
 void click_row(int row, const std::string& window) {

@@ -38,6 +38,8 @@ void double_click_at(wxPoint screen);
 void right_click_at(wxPoint screen);
 void hover_at(wxPoint screen);
 void drag(wxPoint from, wxPoint to);  ///< in a few steps, as a hand does
+enum class wheel { up, down };
+void turn_wheel_at(wxPoint screen, wheel way, int notches = 1);
 void press(const std::string& keys);  ///< as xdotool names them: "ctrl+s", "Return"
 void type_text(const std::string& text);
 
@@ -45,6 +47,9 @@ void type_text(const std::string& text);
 
 /// Clicks on the middle of the control of that name, which must be on the screen.
 void click_control(const std::string& name, const std::string& window = "");
+
+/// Turns the wheel over the middle of the control of that name, one notch.
+void turn_wheel_over(const std::string& name, wheel way, const std::string& window = "");
 
 /// Clicks on a row (0-based) of the list `List1`, or on the empty place below the rows.
 void click_row(int row, const std::string& window = "");

@@ -17,6 +17,7 @@
 #include <wx/control.h>
 #include <wx/dcclient.h>
 #include <wx/listbox.h>
+#include <wx/spinctrl.h>
 #include <wx/textctrl.h>
 
 #include <algorithm>
@@ -751,6 +752,68 @@ TEST_F(SubtitlesPreview, WindowFitsASmallScreen) {
     EXPECT_LE(least.x, 1000) << least.x;
     EXPECT_LE(least.y, 600) << least.y;
   });
+  leave();
+}
+
+// Keys and wheel in lists ------------------------------------------------------------------------
+
+TEST_F(SubtitlesDialog, EscapeInAnOpenListClosesTheListAlone) {
+  load(with_files({"a.srt"}, fresh));
+  open();
+  type_into("lmargin", "77");
+  for (const char* name : {"halign", "valign", "fontface", "charact"}) {
+    const auto shown = [name] {
+      return dynamic_cast<search_list*>(control(name, dialog))->IsPopupShown();
+    };
+    const std::string before = value(name);
+    click_control(name, dialog);
+    ASSERT_TRUE(wait_until(shown)) << name;
+    press("Up");
+    press("Escape");
+    EXPECT_TRUE(wait_until([&] { return !shown(); })) << name;
+    ASSERT_TRUE(window_comes(dialog)) << name;
+    EXPECT_EQ(value(name), before) << name;
+  }
+  click_control("halign", dialog);  // and with the keys
+  press("Escape");
+  press("alt+Down");
+  press("Escape");
+  ASSERT_TRUE(window_comes(dialog));
+  EXPECT_EQ(value("lmargin"), "77");
+  press("Escape");
+  EXPECT_TRUE(window_goes(dialog));
+}
+
+TEST_F(SubtitlesDialog, EscapeInTheOpenListOfRatesClosesTheListAlone) {
+  load(with_files({"a.srt"}, fresh));
+  open();
+  const wxRect place = ask_ui([] { return control("mfps", dialog)->GetScreenRect(); });
+  click_at({place.GetRight() - 8, place.y + place.height / 2});
+  press("Down");
+  press("Escape");
+  ASSERT_TRUE(window_comes(dialog));
+  EXPECT_EQ(value("mfps"), "29.97");
+  press("Escape");
+  EXPECT_TRUE(window_goes(dialog));
+}
+
+TEST_F(SubtitlesDialog, WheelOverControlsThatWereNotClickedChangesNothing) {
+  load(with_files({"a.srt"}, fresh));
+  open();
+  const std::string before = fields();
+  const auto number = [] {
+    return ask_ui(
+        [] { return dynamic_cast<wxSpinCtrl*>(control("cuenumber", dialog))->GetValue(); });
+  };
+  for (const char* name : {"halign", "valign", "fontface", "mfps", "charact", "cuenumber"})
+    for (const wheel way : {wheel::down, wheel::up, wheel::up}) {
+      turn_wheel_over(name, way, dialog);
+      EXPECT_EQ(fields(), before) << name;
+      EXPECT_EQ(number(), 1) << name;
+    }
+  click_control("cuenumber", dialog);  // what was clicked follows the wheel
+  turn_wheel_over("cuenumber", wheel::up, dialog);
+  EXPECT_EQ(number(), 2);
   leave();
 }
 

@@ -269,5 +269,22 @@ TEST_F(Titles, LogWindowIsShownClearedAndNotClosed) {
             "Corvane 0.997 - 1/2/2005\n");
 }
 
+TEST_F(Titles, WheelOverTheRegionThatWasNotClickedChangesNothing) {
+  const auto region = [] {
+    return ask_ui([] { return dynamic_cast<wxChoice*>(control("Comboregion"))->GetSelection(); });
+  };
+  for (const wheel way : {wheel::down, wheel::up, wheel::down})
+    turn_wheel_over("Comboregion", way);
+  on_ui([] { control("Comboregion")->SetFocus(); });
+  turn_wheel_over("Comboregion", wheel::down);
+  EXPECT_EQ(region(), 0);
+  EXPECT_EQ(ask_ui([this] { return window_->shown_project().globalregion; }), "NTSC");
+  EXPECT_EQ(label_of("globalregion"), "NTSC");
+  click_control("Comboregion");  // its list; then it was clicked
+  press("Escape");
+  turn_wheel_over("Comboregion", wheel::down);
+  EXPECT_TRUE(wait_until([this] { return window_->shown_project().globalregion == "PAL"; }));
+}
+
 }  // namespace
 }  // namespace corvane::testing_support

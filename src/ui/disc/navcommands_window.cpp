@@ -6,6 +6,7 @@
 #include "ui/widgets/fixed_pitch.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/wheel.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/button.h>
@@ -97,6 +98,7 @@ wxSizer* navcommands_window::make_command() {
   Combo1_ = new wxComboBox(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
                            shown_items(model_.Combo1_items()), wxCB_DROPDOWN | wxTE_PROCESS_ENTER);
   name_control(*Combo1_, "Combo1");
+  let_wheel_pass(*Combo1_);
   Combo1_->SetMaxLength(most_command_letters);
   Combo1_->ChangeValue(wx_text(model_.Combo1()));
   Combo1_->Disable();  // until there is a row that it belongs to
@@ -117,6 +119,7 @@ wxSizer* navcommands_window::make_first_play() {
       new wxComboBox(box->GetStaticBox(), wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
                      shown_items(model_.firstplay_items()), wxCB_DROPDOWN | wxTE_PROCESS_ENTER);
   name_control(*firstplay_, "firstplay");
+  let_wheel_pass(*firstplay_);
   firstplay_->SetToolTip("sets the first thing that is played when the dvd begins.");
   firstplay_->ChangeValue(wx_text(model_.firstplay()));
   box->Add(firstplay_, wxSizerFlags().Expand().Border(wxALL, FromDIP(layout::box_border)));

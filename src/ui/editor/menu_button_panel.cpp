@@ -5,6 +5,7 @@
 #include "ui/widgets/labelled.h"
 #include "ui/widgets/layout.h"
 #include "ui/widgets/pick_list.h"
+#include "ui/widgets/wheel.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/button.h>
@@ -106,6 +107,7 @@ wxTextCtrl* menu_button_panel::make_field(const char* name, typed_field::value s
 wxSlider* menu_button_panel::make_slider(const char* name, value_setter slide) {
   auto* control = new wxSlider(selected_, wxID_ANY, 0, 0, 1);
   name_control(*control, name);
+  let_wheel_pass(*control);
   control->Bind(wxEVT_SLIDER, [this, slide](wxCommandEvent& event) {
     const int value = event.GetInt();
     tell_([slide, value](menu_editor& editor) { (editor.*slide)(value); });
@@ -145,6 +147,7 @@ void menu_button_panel::add_action(wxGridBagSizer* grid) {
   Combo1_ = new wxComboBox(selected_, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, 0,
                            nullptr, wxTE_PROCESS_ENTER);
   name_control(*Combo1_, "Combo1");
+  let_wheel_pass(*Combo1_);
   label->SetToolTip(tip);
   Combo1_->SetToolTip(tip);
   label_leads_to(label, Combo1_);
@@ -157,6 +160,7 @@ wxChoice* menu_button_panel::make_colour_list(const char* name, text_setter pick
   auto* list =
       new wxChoice(selected_, wxID_ANY, wxDefaultPosition, wxDefaultSize, wx_rows(button_colours));
   name_control(*list, name);
+  let_wheel_pass(*list);
   list->Bind(wxEVT_CHOICE, [this, pick](wxCommandEvent& event) {
     const std::string colour = utf8_of(event.GetString());
     tell_([pick, colour](menu_editor& editor) { (editor.*pick)(colour); });

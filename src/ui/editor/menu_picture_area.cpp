@@ -4,6 +4,7 @@
 #include "ui/video/video_strip.h"
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/wheel.h"
 
 #include <wx/scrolbar.h>
 
@@ -46,6 +47,7 @@ wxScrollBar* menu_picture_area::make_scroll(const char* name, long style, const 
                                             const tell_event& tell) {
   auto* bar = new wxScrollBar(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, style);
   name_control(*bar, name);
+  let_wheel_pass(*bar);
   bar->SetToolTip(tip);
   const auto scrolled = [scroll, tell](wxScrollEvent& event) {
     const int value = event.GetPosition();

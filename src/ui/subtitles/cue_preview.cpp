@@ -4,6 +4,7 @@
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/labelled.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/wheel.h"
 #include "ui/widgets/wrapped_text.h"
 #include "ui/widgets/wx_text.h"
 
@@ -95,6 +96,7 @@ wxSizer* cue_preview::make_choice(wxWindow* inside) {
   note_ = new wxStaticText(inside, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
                            wxST_NO_AUTORESIZE | wxALIGN_RIGHT);
   name_control(*number_, "cuenumber");
+  let_wheel_pass(*number_);
   name_control(*note_, "cuetime");
   label_leads_to(label, number_);
   const int gap = FromDIP(layout::control_gap);

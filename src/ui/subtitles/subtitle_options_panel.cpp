@@ -4,6 +4,7 @@
 #include "ui/widgets/labelled.h"
 #include "ui/widgets/layout.h"
 #include "ui/widgets/search_list.h"
+#include "ui/widgets/wheel.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/combobox.h>
@@ -138,6 +139,7 @@ wxComboBox* subtitle_options_panel::make_rates() {
                                shown_items(mfps_items));
   rates->SetInitialSize(rates->GetSizeFromTextSize(rates->GetTextExtent("00.0000")));
   name_control(*rates, "mfps");
+  let_wheel_pass(*rates);
   bind(rates, rates, subtitle_field::frame_rate);
   return rates;
 }

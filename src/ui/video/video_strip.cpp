@@ -3,6 +3,7 @@
 #include "ui/editor/file_pictures.h"
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/wheel.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/gauge.h>
@@ -25,6 +26,7 @@ video_strip::video_strip(wxWindow* parent, std::function<void(const wxImage&)> s
   progress_ = new wxGauge(this, wxID_ANY, progress_steps);
   progress_->SetToolTip("how much of the video has been looked through");
   name_control(*position_, "position");
+  let_wheel_pass(*position_);
   name_control(*time_, "positiontime");
   name_control(*progress_, "videoprogress");
   arrange();

@@ -1,5 +1,7 @@
 #include "ui/widgets/pick_list.h"
 
+#include "ui/widgets/wheel.h"
+
 #include <wx/choice.h>
 #include <wx/combobox.h>
 
@@ -39,14 +41,15 @@ class choice_with_picks : public wxChoice {
 
 wxControlWithItems* make_pick_list(wxWindow* parent, std::function<void()> picked) {
 #ifdef __WXGTK__
-  return new choice_with_picks(parent, std::move(picked));
+  auto* list = new choice_with_picks(parent, std::move(picked));
 #else
   auto* list = new wxComboBox(parent, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, 0,
                               nullptr, wxCB_READONLY);
   for (const auto& type : {wxEVT_COMBOBOX, wxEVT_COMBOBOX_CLOSEUP})
     list->Bind(type, [picked](wxCommandEvent&) { picked(); });
-  return list;
 #endif
+  let_wheel_pass(*list);
+  return list;
 }
 
 }  // namespace corvane

@@ -2,6 +2,7 @@
 
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/wheel.h"
 
 #include <wx/dcclient.h>
 #include <wx/renderer.h>
@@ -22,10 +23,12 @@ search_list::search_list(wxWindow* parent, const char* name, const wxArrayString
                          std::function<void(int)> picked) {
   Create(parent, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, entries, wxCB_READONLY);
   name_control(*this, name);
+  let_wheel_pass(*this);
 #ifdef __WXGTK__
   Bind(wxEVT_PAINT, &search_list::on_paint, this);
 #endif
   Bind(wxEVT_KILL_FOCUS, &search_list::on_kill_focus, this);
+  Bind(wxEVT_CHAR_HOOK, &search_list::on_key, this);
   Bind(wxEVT_COMBOBOX, [this, picked = std::move(picked)](wxCommandEvent&) {
     if (const int entry = GetSelection(); entry != wxNOT_FOUND)
       picked(entry);
@@ -40,6 +43,14 @@ search_list::~search_list() {
 void search_list::on_kill_focus(wxFocusEvent& event) {
   end_search();
   event.Skip();
+}
+
+// Before a dialog around takes it for its cancel button.
+void search_list::on_key(wxKeyEvent& event) {
+  if (event.GetKeyCode() == WXK_ESCAPE && IsPopupShown())
+    HidePopup();
+  else
+    event.Skip();
 }
 
 void search_list::DoSetPopupControl(wxComboPopup* popup) {

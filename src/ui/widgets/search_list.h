@@ -45,6 +45,7 @@ class search_list : public wxOwnerDrawnComboBox {
   void end_search();
 
   void on_kill_focus(wxFocusEvent& event);
+  void on_key(wxKeyEvent& event);
   void on_paint(wxPaintEvent& event);
 
   entry_list* list_ = nullptr;
