@@ -44,6 +44,30 @@ bool has_separators(std::string_view time) {
   return time[2] == ':' && time[5] == ':' && time[8] == '.';
 }
 
+/// "HH:MM:SS" and nothing else but blanks.
+bool lacks_hundredths(std::string_view line) {
+  constexpr std::string_view form = "00:00:00";
+  const std::string_view time = trim(line);
+  return time.size() == form.size() &&
+         std::equal(time.begin(), time.end(), form.begin(),
+                    [](char c, char f) { return f == '0' ? is_digit(c) : c == f; });
+}
+
+chapter_line_fate fate_of(std::string_view line, std::string_view time) {
+  const std::string characters = one_byte_each(time);
+  if (trim(line).empty())
+    return chapter_line_fate::blank;
+  if (characters.size() < fewest_characters)
+    return chapter_line_fate::left_out;
+  if (!has_separators(characters) || !is_storable_chapter(time))
+    return chapter_line_fate::typo;
+  return trim(line) == time ? chapter_line_fate::stored : chapter_line_fate::cut;
+}
+
+std::string lines_that(std::size_t count, const char* one, const char* several) {
+  return trimmed(static_cast<std::int64_t>(count)) + (count == 1 ? one : several);
+}
+
 }  // namespace
 
 std::string chapter_time(double seconds) {
@@ -84,16 +108,64 @@ std::string chapter_text(std::string_view chapter_string) {
   return text;
 }
 
+chapter_line judged_chapter_line(std::string_view line) {
+  const std::string_view time = trim(first_characters(line, most_characters));
+  chapter_line judged{fate_of(line, time), {}, lacks_hundredths(line)};
+  if (judged.fate == chapter_line_fate::stored || judged.fate == chapter_line_fate::cut)
+    judged.time = time;
+  return judged;
+}
+
+std::vector<chapter_line> judged_chapter_lines(std::string_view text) {
+  std::vector<chapter_line> judged;
+  for (const std::string& line : chapter_lines(text))
+    judged.push_back(judged_chapter_line(line));
+  return judged;
+}
+
+std::vector<std::string> chapter_notes(const std::vector<chapter_line>& lines) {
+  const auto with = [&lines](chapter_line_fate fate) {
+    return static_cast<std::size_t>(std::count_if(
+        lines.begin(), lines.end(), [fate](const chapter_line& l) { return l.fate == fate; }));
+  };
+  const std::size_t left_out = with(chapter_line_fate::left_out);
+  const std::size_t typos = with(chapter_line_fate::typo);
+  const std::size_t cut = with(chapter_line_fate::cut);
+  const std::size_t times = with(chapter_line_fate::stored) + cut;
+  std::vector<std::string> notes{lines_that(times, " chapter.", " chapters.")};
+  if (typos > 0)
+    notes.push_back(lines_that(typos, " line is", " lines are") +
+                    " no time (00:12:30.50) and must be corrected first.");
+  if (left_out > 0)
+    notes.push_back(lines_that(left_out, " line is", " lines are") +
+                    " too short for a time (00:12:30.50) and will be left out.");
+  if (cut > 0)
+    notes.push_back(lines_that(cut, " line is", " lines are") +
+                    " longer than a time and will be cut after 12 characters.");
+  return notes;
+}
+
+std::string completed_chapter_text(std::string_view text) {
+  std::string completed;
+  for (const std::string& line : split(text, '\n')) {
+    const std::string_view end = line.ends_with('\r') ? "\r" : "";
+    const std::string_view typed = std::string_view(line).substr(0, line.size() - end.size());
+    completed += lacks_hundredths(typed) ? std::string(trim(typed)) + ".00" : std::string(typed);
+    completed += end;
+    completed += '\n';
+  }
+  if (!completed.empty())
+    completed.pop_back();
+  return completed;
+}
+
 std::optional<std::string> chapter_string(std::string_view text) {
   std::vector<std::string> times;
-  for (const std::string& line : chapter_lines(text)) {
-    const std::string_view time = trim(first_characters(line, most_characters));
-    const std::string characters = one_byte_each(time);
-    if (characters.size() < fewest_characters)
-      continue;
-    if (!has_separators(characters) || !is_storable_chapter(time))
+  for (const chapter_line& line : judged_chapter_lines(text)) {
+    if (line.fate == chapter_line_fate::typo)
       return std::nullopt;
-    times.emplace_back(time);
+    if (!line.time.empty())
+      times.push_back(line.time);
   }
   return chapter_row(times);
 }

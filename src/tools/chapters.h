@@ -29,6 +29,33 @@ std::vector<std::string> chapter_lines(std::string_view text);
 /// Chapter string to chapter text: each time followed by CR LF.
 std::string chapter_text(std::string_view chapter_string);
 
+/// What becomes of a line of a chapter text when it is accepted.
+enum class chapter_line_fate {
+  blank,     ///< nothing stands in it
+  left_out,  ///< too short for a time: dropped
+  typo,      ///< no chapter time: nothing is accepted as long as it stands
+  cut,       ///< stored up to its 12th character; more stands behind it
+  stored
+};
+struct chapter_line {
+  chapter_line_fate fate;
+  std::string time;          ///< as it is stored; empty when it is not
+  bool completable = false;  ///< it is "HH:MM:SS", a time without its hundredths
+};
+
+/// The fate of one line, without its line break.
+chapter_line judged_chapter_line(std::string_view line);
+
+/// The fates of all lines of a chapter text.
+std::vector<chapter_line> judged_chapter_lines(std::string_view text);
+
+/// What acceptance would do with these lines, a sentence each ("3 lines are too short for a time
+/// (00:12:30.50) and will be left out."): first how many times are stored, then what is not.
+std::vector<std::string> chapter_notes(const std::vector<chapter_line>& lines);
+
+/// The text with ".00" behind each time that lacks its hundredths; nothing else changes.
+std::string completed_chapter_text(std::string_view text);
+
 /// Chapter text to chapter string. Of a line its first 12 characters count, without blanks at both
 /// ends; what is shorter than 9 is dropped. Returns nullopt if a line is no chapter time: a
 /// separator is not in its place, or it holds a character that the chapter string cannot (a comma,

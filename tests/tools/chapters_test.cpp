@@ -151,6 +151,92 @@ TEST(ChapterString, LineFeedsAloneEndLinesToo) {
   EXPECT_EQ(chapter_string("00:00:00.00\n00:10:00.00\n"), "00:00:00.00,00:10:00.00");
 }
 
+// What becomes of each line ----------------------------------------------------------------------
+
+using fate = chapter_line_fate;
+
+TEST(ChapterLines, EachHasItsFate) {
+  const std::pair<const char*, fate> lines[] = {
+      {"", fate::blank},
+      {"   ", fate::blank},
+      {"00:05:00.00", fate::stored},
+      {" 00:05:00.00   ", fate::stored},
+      {"ab:cd:ef.gh", fate::stored},
+      {"00:05:00.", fate::stored},
+      {"00:05:00", fate::left_out},
+      {"5:00", fate::left_out},
+      {"             00:05:00.00", fate::left_out},  // nothing in the first 12 characters
+      {"0:05:00.00", fate::typo},
+      {"00:05:00,00", fate::typo},
+      {"00:05:00.1,2", fate::typo},
+      {"00:05:00.00 - second song", fate::cut},
+      {"  00:05:00.00", fate::cut},
+  };
+  for (const auto& [line, expected] : lines) {
+    const chapter_line judged = judged_chapter_line(line);
+    EXPECT_EQ(judged.fate, expected) << '"' << line << '"';
+    EXPECT_EQ(judged.time.empty(), expected != fate::stored && expected != fate::cut) << line;
+  }
+  EXPECT_EQ(judged_chapter_line("00:05:00.00 - second song").time, "00:05:00.00");
+}
+
+TEST(ChapterLines, AcceptanceDoesToEachWhatWasSaid) {
+  const char* const samples[] = {"",
+                                 "  ",
+                                 "00:05:00",
+                                 "0:05:00.00",
+                                 "00:05:00.0099",
+                                 "x",
+                                 "00:05:00,00",
+                                 " 00:05:00.00 ",
+                                 "ab:cd:ef.gh",
+                                 "\xC3\xA4",
+                                 "00:00:00.0,",
+                                 "12:34:56.78 and more"};
+  for (const char* const first : samples)
+    for (const char* const second : samples) {
+      const std::string text = std::string(first) + "\r\n" + second;
+      std::string said;
+      bool refused = false;
+      for (const chapter_line& line : judged_chapter_lines(text)) {
+        refused = refused || line.fate == fate::typo;
+        if (!line.time.empty())
+          said += (said.empty() ? "" : ",") + line.time;
+      }
+      EXPECT_EQ(chapter_string(text), refused ? std::nullopt : std::optional(said)) << text;
+    }
+}
+
+TEST(ChapterLines, NotesTellHowManyAreStoredAndWhatIsNot) {
+  const auto notes = [](const char* text) { return chapter_notes(judged_chapter_lines(text)); };
+  using testing_support::rows;
+  EXPECT_EQ(notes(""), rows{"0 chapters."});
+  EXPECT_EQ(notes("00:00:00.00\r\n"), rows{"1 chapter."});
+  EXPECT_EQ(
+      notes("00:00:00.00\r\n00:05:00\r\n00:10:00\r\nx\r\n"),
+      (rows{"1 chapter.", "3 lines are too short for a time (00:12:30.50) and will be left out."}));
+  EXPECT_EQ(notes("00:05:00\n0:05:00.00\n00:05:00.00 song"),
+            (rows{"1 chapter.", "1 line is no time (00:12:30.50) and must be corrected first.",
+                  "1 line is too short for a time (00:12:30.50) and will be left out.",
+                  "1 line is longer than a time and will be cut after 12 characters."}));
+  EXPECT_EQ(notes("0:05:00.00\n0:06:00.00")[1],
+            "2 lines are no time (00:12:30.50) and must be corrected first.");
+}
+
+TEST(ChapterLines, TimesWithoutHundredthsAreCompletedAndNothingElseChanges) {
+  EXPECT_EQ(completed_chapter_text("00:05:00"), "00:05:00.00");
+  EXPECT_EQ(completed_chapter_text("00:05:00\r\n  00:10:00 \r\n"),
+            "00:05:00.00\r\n00:10:00.00\r\n");
+  EXPECT_EQ(completed_chapter_text("00:05:00\n\n00:10:00\n"), "00:05:00.00\n\n00:10:00.00\n");
+  for (const char* const text : {"", "\r\n", "00:05:00.00\r\n", "0:05:00", "00:05", "00:05:0a",
+                                 "00-05-00", "00:05:00x", " \r\n 00:05:00. \r\nx"})
+    EXPECT_EQ(completed_chapter_text(text), text);
+  EXPECT_TRUE(judged_chapter_line("00:05:00").completable);
+  EXPECT_FALSE(judged_chapter_line("00:05:00.00").completable);
+  EXPECT_EQ(chapter_string(completed_chapter_text("00:00:00\r\n00:05:00")),
+            "00:00:00.00,00:05:00.00");
+}
+
 // The dialog -------------------------------------------------------------------------------------
 
 TEST_F(Chapter, WithoutATitleSelectedIsRefused) {

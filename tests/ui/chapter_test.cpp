@@ -251,5 +251,125 @@ TEST_F(Chapters, HandEditedXmlIsKeptWhenTheUserSaysSo) {
   EXPECT_FALSE(shown_project().customxml.empty());
 }
 
+// What becomes of the lines ----------------------------------------------------------------------
+
+class ChapterFates : public Chapters {
+ protected:
+  static std::string notes() {
+    return ask_ui([] {
+      wxString all = control("chapternotes", dialog)->GetLabel();
+      all.Replace("\n", " ");
+      return utf8_of(all);
+    });
+  }
+  static bool notes_become(const std::string& text) {
+    return wait_until([&] {
+      wxString all = control("chapternotes", dialog)->GetLabel();
+      all.Replace("\n", " ");
+      return utf8_of(all) == text;
+    });
+  }
+  /// The colour in which a line (0-based) stands; no colour: the field's own.
+  static wxColour colour_of_line(int line) {
+    return ask_ui([line] {
+      wxTextAttr attr;
+      text().GetStyle(text().XYToPosition(1, line), attr);
+      return attr.GetTextColour() == text().GetForegroundColour() ? wxColour()
+                                                                  : attr.GetTextColour();
+    });
+  }
+  static bool completes() {
+    return ask_ui([] { return control("completetimes", dialog)->IsEnabled(); });
+  }
+};
+
+TEST_F(ChapterFates, LinesThatWillBeLeftOutAreToldWhileTheyAreTyped) {
+  load_two();
+  open();
+  EXPECT_EQ(notes(), "2 chapters.");
+  EXPECT_FALSE(completes());
+  press("ctrl+End");
+  type_text("00:12:30");
+  EXPECT_TRUE(notes_become(
+      "2 chapters. 1 line is too short for a time (00:12:30.50) and will be left out."))
+      << notes();
+  EXPECT_TRUE(completes());
+  type_text(".50");
+  EXPECT_TRUE(notes_become("3 chapters.")) << notes();
+  EXPECT_FALSE(completes());
+  press("Return");
+  type_text("0:05:00.00");
+  EXPECT_TRUE(
+      notes_become("3 chapters. 1 line is no time (00:12:30.50) and must be corrected first."))
+      << notes();
+  press("Escape");
+  EXPECT_TRUE(gone());
+}
+
+TEST_F(ChapterFates, SuchLinesAreMarked) {
+  load_two();
+  open();
+  set_text("00:00:00.00\n00:05:00\n0:06:00.00\n00:07:00.00 song\n00:08:00.00");
+  screenshot("chapters-marked");
+  const wxColour left_out = colour_of_line(1), wrong = colour_of_line(2);
+  EXPECT_TRUE(left_out.IsOk());
+  EXPECT_TRUE(wrong.IsOk());
+  EXPECT_NE(left_out, wrong);
+  EXPECT_TRUE(colour_of_line(3).IsOk());
+  for (const int line : {0, 4})
+    EXPECT_FALSE(colour_of_line(line).IsOk()) << line;
+  click_control("RichTextBox1", dialog);
+  press("ctrl+Home");
+  press("Down");
+  press("End");
+  type_text(".00");
+  EXPECT_TRUE(wait_until([] { return text().GetLineText(1) == "00:05:00.00"; }));
+  screenshot("chapters-mended");
+  EXPECT_FALSE(colour_of_line(1).IsOk());  // mended
+  EXPECT_EQ(colour_of_line(2), wrong);
+  press("Escape");
+  EXPECT_TRUE(gone());
+}
+
+TEST_F(ChapterFates, TimesTypedAsTheLabelSaysAreCompletedWithOneKeyAndStored) {
+  load_two("");
+  open();
+  type_text("00:00:00");
+  press("Return");
+  type_text("00:05:00");
+  press("alt+t");
+  EXPECT_TRUE(wait_until([] { return text().GetValue() == "00:00:00.00\n00:05:00.00"; }))
+      << typed();
+  EXPECT_TRUE(notes_become("2 chapters."));
+  EXPECT_FALSE(completes());
+  press("ctrl+Return");
+  EXPECT_TRUE(gone());
+  EXPECT_EQ(shown_project().chapters[1], "00:00:00.00,00:05:00.00");
+}
+
+TEST_F(ChapterFates, WithoutCompletingTheyAreStillLeftOut) {
+  load_two();
+  open();
+  set_text("00:00:00.00\n00:05:00");
+  click_control("Command2", dialog);
+  EXPECT_TRUE(gone());
+  EXPECT_EQ(shown_project().chapters[1], "00:00:00.00");
+}
+
+TEST_F(ChapterFates, ManyNotesHaveRoomInTheSmallestWindow) {
+  load_two();
+  open();
+  set_text("00:05:00\n0:06:00.00\n00:07:00.00 song");
+  EXPECT_TRUE(wait_until([] {
+    wxWindow* notes = control("chapternotes", dialog);
+    const wxSize needs = notes->GetTextExtent("x");
+    const int lines = 1 + notes->GetLabel().Freq('\n');
+    return lines >= 4 && notes->GetSize().y >= needs.y * lines;
+  }));
+  screenshot("chapters-notes");
+  press("Escape");
+  EXPECT_TRUE(gone());
+}
+
 }  // namespace
 }  // namespace corvane::testing_support

@@ -3,20 +3,24 @@
 #include "formats/text.h"
 #include "tools/visual_chapters.h"
 #include "ui/main_window.h"
+#include "ui/video/chapter_marks.h"
 #include "ui/video/chapters_editor_window.h"
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/dialog_buttons.h"
 #include "ui/widgets/fixed_pitch.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/wrapped_text.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/button.h>
+#include <wx/dcclient.h>
 #include <wx/sizer.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -55,6 +59,7 @@ chapter_window::chapter_window(wxWindow* main, lent_project lent, chapter model)
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(groups, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::window_border)));
   SetSizerAndFit(whole);
+  show_fates();
   bind_controls();
   CentreOnParent();
   life_.begin();
@@ -101,18 +106,39 @@ wxSizer* chapter_window::make_title() {
 
 wxSizer* chapter_window::make_times() {
   RichTextBox1_ = new wxTextCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
-                                 wxTE_MULTILINE | wxTE_DONTWRAP);
+                                 wxTE_MULTILINE | wxTE_DONTWRAP | wxTE_RICH2);
   name_control(*RichTextBox1_, "RichTextBox1");
   RichTextBox1_->SetToolTip("one time a line; Ctrl+Enter accepts");
   RichTextBox1_->SetFont(fixed_pitch(RichTextBox1_->GetFont()));
   RichTextBox1_->SetMinSize(wxSize(-1, FromDIP(layout::chapters_height)));
   RichTextBox1_->ChangeValue(wx_lines(model_.RichTextBox1()));
-  auto* Label4 = new wxStaticText(this, wxID_ANY, "the format is HH:MM:SS");
-  name_control(*Label4, "Label4");
   auto* column = new wxBoxSizer(wxVERTICAL);
   column->Add(RichTextBox1_, wxSizerFlags(1).Expand());
-  column->Add(Label4, wxSizerFlags().Border(wxTOP, FromDIP(layout::control_gap)));
+  column->Add(make_below_times(), wxSizerFlags().Expand());
   return column;
+}
+
+/// The format, what becomes of the lines, and the way to complete them.
+wxSizer* chapter_window::make_below_times() {
+  auto* Label4 = new wxStaticText(this, wxID_ANY, "the format is HH:MM:SS");
+  name_control(*Label4, "Label4");
+  complete_ = new wxButton(this, wxID_ANY, "complete &times");
+  complete_->SetToolTip("adds \".00\" to each time that stands without hundredths");
+  name_control(*complete_, "completetimes");
+  complete_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { complete_times(); });
+  notes_ = new wxStaticText(this, wxID_ANY, "\n\n", wxDefaultPosition, wxDefaultSize,
+                            wxST_NO_AUTORESIZE);
+  notes_->SetMinSize(wxSize(1, notes_->GetBestSize().y));  // the text does not jump
+  name_control(*notes_, "chapternotes");
+  const int gap = FromDIP(layout::control_gap);
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(Label4, wxSizerFlags().CentreVertical());
+  row->AddStretchSpacer();
+  row->Add(complete_, wxSizerFlags().CentreVertical().Border(wxLEFT, gap));
+  auto* rows = new wxBoxSizer(wxVERTICAL);
+  rows->Add(row, wxSizerFlags().Expand().Border(wxTOP, gap));
+  rows->Add(notes_, wxSizerFlags().Expand().Border(wxTOP, gap));
+  return rows;
 }
 
 wxSizer* chapter_window::make_buttons() {
@@ -132,6 +158,11 @@ wxSizer* chapter_window::make_buttons() {
 
 void chapter_window::bind_controls() {
   RichTextBox1_->Bind(wxEVT_CHAR_HOOK, &chapter_window::on_text_key, this);
+  RichTextBox1_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { show_fates(); });
+  RichTextBox1_->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    CallAfter([this] { show_notes(); });  // once all have their places
+    event.Skip();
+  });
   Bind(
       wxEVT_BUTTON, [this](wxCommandEvent&) { accept(); }, wxID_OK);
   Bind(
@@ -151,6 +182,44 @@ void chapter_window::take_typed() {
   model_.set_text(replace_all(utf8_of(RichTextBox1_->GetValue()), "\n", crlf));
 }
 
+void chapter_window::show_fates() {
+  if (marking_)
+    return;
+  const auto lines = judged_chapter_lines(utf8_of(RichTextBox1_->GetValue()));
+  marking_ = true;
+  mark_chapter_lines(*RichTextBox1_, lines);
+  marking_ = false;
+  complete_->Enable(std::any_of(lines.begin(), lines.end(),
+                                [](const chapter_line& line) { return line.completable; }));
+  show_notes();
+}
+
+/// In lines as wide as the window. What needs more of them than usual takes the room of the text.
+void chapter_window::show_notes() {
+  wxString notes;
+  for (const std::string& note :
+       chapter_notes(judged_chapter_lines(utf8_of(RichTextBox1_->GetValue()))))
+    notes += (notes.empty() ? "" : "\n") + wx_text(note);
+  wxClientDC dc(notes_);
+  dc.SetFont(notes_->GetFont());
+  notes = wrapped(dc, notes, RichTextBox1_->GetSize().x);
+  if (notes == notes_->GetLabelText())
+    return;
+  notes_->SetLabelText(notes);
+  const int height = dc.GetMultiLineTextExtent(notes).y;
+  if (notes_->GetMinSize().y < height) {
+    notes_->SetMinSize(wxSize(1, height));
+    Layout();
+  }
+}
+
+void chapter_window::complete_times() {
+  const long at = RichTextBox1_->GetInsertionPoint();
+  RichTextBox1_->SetValue(wx_text(completed_chapter_text(utf8_of(RichTextBox1_->GetValue()))));
+  RichTextBox1_->SetInsertionPoint(std::min(at, RichTextBox1_->GetLastPosition()));
+  RichTextBox1_->SetFocus();
+}
+
 // The editor opens with a message.
 void chapter_window::edit_visually() {
   life_.during([this] {
@@ -165,6 +234,7 @@ void chapter_window::editor_closed() {
   const wxString text = wx_lines(model_.RichTextBox1());
   if (RichTextBox1_->GetValue() != text)
     RichTextBox1_->ChangeValue(text);
+  show_fates();
   RichTextBox1_->SetFocus();
 }
 

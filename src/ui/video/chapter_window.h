@@ -2,8 +2,8 @@
 // which has the rules.
 //
 // Modeless; owns itself. While it is open the main window is disabled. Only "accept" writes to the
-// project; closing discards what was typed. While its visual editor is open, the dialog is disabled
-// and does not close.
+// project; closing discards what was typed. What would become of each line then is shown while it
+// is typed. While its visual editor is open, the dialog is disabled and does not close.
 #pragma once
 
 #include "tools/chapters.h"
@@ -15,7 +15,9 @@
 
 #include <string>
 
+class wxButton;
 class wxSizer;
+class wxStaticText;
 class wxTextCtrl;
 
 namespace corvane {
@@ -40,10 +42,14 @@ class chapter_window : public wxDialog {
  private:
   wxSizer* make_title();
   wxSizer* make_times();
+  wxSizer* make_below_times();
   wxSizer* make_buttons();
   void bind_controls();
   void on_text_key(wxKeyEvent& event);
   void take_typed();
+  void show_fates();
+  void show_notes();
+  void complete_times();
   void edit_visually();
   void editor_closed();
   void accept();
@@ -53,7 +59,10 @@ class chapter_window : public wxDialog {
   chapter model_;
   window_life life_;
   wxWeakRef<wxTopLevelWindow> editor_;
+  bool marking_ = false;  ///< the marks are no change of the text
   wxTextCtrl* RichTextBox1_ = nullptr;
+  wxStaticText* notes_ = nullptr;
+  wxButton* complete_ = nullptr;
 };
 
 }  // namespace corvane

@@ -36,7 +36,7 @@ inline constexpr int preview_width = 480;    ///< of the preview, where the scre
 inline constexpr int preview_least_width = 320;
 inline constexpr int preview_least_height = 240;
 
-inline constexpr int chapters_width = 260;       ///< of the title that chapters are typed for
+inline constexpr int chapters_width = 400;       ///< of the title that chapters are typed for
 inline constexpr int chapters_height = 220;      ///< least height of the typed chapter times
 inline constexpr int chapter_times_width = 150;  ///< least width of the list beside the player
 
