@@ -30,11 +30,11 @@ std::optional<std::string> agreed_unicode(document& doc, const std::string& stor
   if (!file || file->unicode().empty() || file->unicode() == file->set_read(charset))
     return std::nullopt;
   const std::string set = file->unicode();
-  const bool agreed =
-      doc.ask.message({"\"" + sanitized(path) + "\" is " + set + " text.  Read it as " + set +
+  message_box question{"\"" + sanitized(path) + "\" is " + set + " text.  Read it as " + set +
                            " instead of " + sanitized_short(charset) + "?",
-                       icon::exclamation, buttons::yes_no, program_name}) == answer::yes;
-  return agreed ? std::optional(set) : std::nullopt;
+                       icon::exclamation, buttons::yes_no, program_name};
+  question.enter_answers_yes = true;  // with no the file cannot be read
+  return doc.ask.message(question) == answer::yes ? std::optional(set) : std::nullopt;
 }
 
 }  // namespace
@@ -118,6 +118,21 @@ void Subtitles::select(int row) {
     return;
   selected_ = row;
   shown_ = parse_subtitle_settings(suboptions_[static_cast<std::size_t>(row)]);
+  look_at_file();
+}
+
+void Subtitles::look_at_file() {
+  told_set_.clear();
+  if (const auto path = file())
+    if (const auto looked_at = subtitle_file::read(*path))
+      told_set_ = looked_at->unicode();
+}
+
+std::vector<std::string> Subtitles::character_sets() const {
+  std::vector<std::string> sets(charact_items.begin(), charact_items.end());
+  if (!told_set_.empty())
+    sets.push_back(told_set_);
+  return sets;
 }
 
 void Subtitles::change(subtitle_field field, const std::string& text) {
@@ -157,8 +172,8 @@ void Subtitles::add_file() {
   if (const auto unicode = agreed_unicode(*doc_, *file, charset)) {
     charset = *unicode;
     settings_row = subtitle_settings_text(settings);
-    select(selected_);
   }
+  select(static_cast<int>(files));
 }
 
 void Subtitles::reset() {

@@ -34,6 +34,10 @@ class Subtitles {
   int selected() const { return selected_; }  ///< row of `list1`, 0-based
   const subtitle_settings& shown() const { return shown_; }  ///< the twelve controls' texts
   const font_list& fonts() const { return fonts_; }          ///< rows of `fontface`
+
+  /// Rows of `charact`: the 23, and below them the set that the selected file itself tells
+  /// ("UTF-8"), where it does.
+  std::vector<std::string> character_sets() const;
   std::optional<std::size_t> fontface() const;  ///< the row that is selected; nothing: none
 
   // For the preview, paths native.
@@ -56,7 +60,8 @@ class Subtitles {
 
   /// `Command1`, "add text subtitle": asks for a file. The first one takes the settings that are
   /// there, a further one a copy of the last ones. A file that is UTF-8 or UTF-16 is asked about
-  /// ("Read it as UTF-8 instead of ISO-8859-1?"); with yes that becomes its character set.
+  /// ("Read it as UTF-8 instead of ISO-8859-1?"); with yes that becomes its character set. The
+  /// added file is selected.
   void add_file();
 
   /// `Command2`, "reset subtitles to none": the last settings stay, for the next file.
@@ -73,6 +78,7 @@ class Subtitles {
  private:
   Subtitles(document& doc, std::size_t title, font_list fonts);
   std::string& files_row();
+  void look_at_file();
 
   document* doc_;
   std::size_t title_;  // row of the title, 0-based
@@ -80,6 +86,7 @@ class Subtitles {
   std::vector<std::string> suboptions_;
   subtitle_settings shown_;
   int selected_ = 0;
+  std::string told_set_;  ///< by the selected file; empty: none
 };
 
 }  // namespace corvane

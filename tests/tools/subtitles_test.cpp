@@ -1,5 +1,6 @@
 #include "tools/subtitles.h"
 
+#include "project/subtitle_file.h"
 #include "support/command_test.h"
 
 namespace corvane {
@@ -43,6 +44,12 @@ class SubtitlesDialog : public testing_support::command_test {
     expect_file(folder.add(name));
     dialog.add_file();
   }
+  /// "Read it as UTF-8 instead of ISO-8859-1?", which Enter answers with yes.
+  void expect_question(const std::string& text, answer reply) {
+    message_box question{text, icon::exclamation, buttons::yes_no, "Corvane"};
+    question.enter_answers_yes = true;
+    ask.expect(question, reply);
+  }
   std::string& files() { return p.subtitledata[1]; }
   std::string& options() { return p.subtitleoptions[1]; }
 };
@@ -55,9 +62,9 @@ TEST_F(SubtitlesDialog, TellsTheFilesForThePreview) {
   EXPECT_EQ(dialog.region(), "PAL");
   add(dialog, "one.srt");
   add(dialog, "two.srt");
-  EXPECT_EQ(dialog.file(), folder.path("one.srt"));
-  dialog.select(1);
   EXPECT_EQ(dialog.file(), folder.path("two.srt"));
+  dialog.select(0);
+  EXPECT_EQ(dialog.file(), folder.path("one.srt"));
   dialog.reset();
   EXPECT_EQ(dialog.file(), std::nullopt);
 }
@@ -167,12 +174,13 @@ TEST_F(SubtitlesDialog, TheSecondFilesSettingsStartAsACopyOfTheFirstsCurrentOnes
   add(dialog, "english.srt");
   dialog.change(subtitle_field::left_margin, "99");
   add(dialog, "deutsch.srt");
-  dialog.change(subtitle_field::left_margin, "11");  // still the first one's
+  EXPECT_EQ(dialog.selected(), 1);
+  dialog.change(subtitle_field::left_margin, "11");  // the added one's
   dialog.accept();
   EXPECT_EQ(files(), folder.stored("english.srt") + "/" + folder.stored("deutsch.srt"));
   EXPECT_EQ(options(),
-            "center,bottom,11,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|"
-            "center,bottom,99,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|");
+            "center,bottom,99,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|"
+            "center,bottom,11,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|");
 }
 
 TEST_F(SubtitlesDialog, AUtf8FileIsAskedAboutAndYesMakesItItsCharacterSet) {
@@ -180,14 +188,13 @@ TEST_F(SubtitlesDialog, AUtf8FileIsAskedAboutAndYesMakesItItsCharacterSet) {
   add(dialog, "plain.srt");
   const std::string accents = folder.add("accents.srt", "1\n00:00:01,000 --> x\nCaf\xC3\xA9\n");
   expect_file(accents);
-  ask.expect({"\"" + accents + "\" is UTF-8 text.  Read it as UTF-8 instead of ISO-8859-1?",
-              icon::exclamation, buttons::yes_no, "Corvane"},
-             answer::yes);
+  expect_question("\"" + accents + "\" is UTF-8 text.  Read it as UTF-8 instead of ISO-8859-1?",
+                  answer::yes);
   dialog.add_file();
   EXPECT_EQ(dialog.suboptions(), rows({ntsc_row, std::string(ntsc_row).replace(55, 10, "UTF-8")}));
-  EXPECT_EQ(dialog.shown()[subtitle_field::character_set], "ISO-8859-1");
-  dialog.select(1);
   EXPECT_EQ(dialog.shown()[subtitle_field::character_set], "UTF-8");
+  dialog.select(0);
+  EXPECT_EQ(dialog.shown()[subtitle_field::character_set], "ISO-8859-1");
 }
 
 TEST_F(SubtitlesDialog, TheFirstFilesSetIsShownAtOnceWhenItBecomesUtf8) {
@@ -196,9 +203,8 @@ TEST_F(SubtitlesDialog, TheFirstFilesSetIsShownAtOnceWhenItBecomesUtf8) {
                                       "\xEF\xBB\xBF"
                                       "1\n00:00:01 --> x\nCaf\xC3\xA9\n");
   expect_file(file);
-  ask.expect({"\"" + file + "\" is UTF-8 text.  Read it as UTF-8 instead of ISO-8859-1?",
-              icon::exclamation, buttons::yes_no, "Corvane"},
-             answer::yes);
+  expect_question("\"" + file + "\" is UTF-8 text.  Read it as UTF-8 instead of ISO-8859-1?",
+                  answer::yes);
   dialog.add_file();
   EXPECT_EQ(dialog.shown()[subtitle_field::character_set], "UTF-8");
 }
@@ -208,9 +214,8 @@ TEST_F(SubtitlesDialog, AUtf8FileIsAskedAboutWhateverTheSetThatStands) {
   Subtitles dialog = edit();
   const std::string file = folder.add("a.srt", "1\n00:00:01 --> x\nCaf\xC3\xA9\n");
   expect_file(file);
-  ask.expect({"\"" + file + "\" is UTF-8 text.  Read it as UTF-8 instead of SHIFT_JIS?",
-              icon::exclamation, buttons::yes_no, "Corvane"},
-             answer::no);
+  expect_question("\"" + file + "\" is UTF-8 text.  Read it as UTF-8 instead of SHIFT_JIS?",
+                  answer::no);
   dialog.add_file();
   EXPECT_EQ(dialog.shown()[subtitle_field::character_set], "SHIFT_JIS");
 }
@@ -228,12 +233,60 @@ TEST_F(SubtitlesDialog, WithNoTheCharacterSetStays) {
                                                            "1\0\n\0",
                                                            6));
   expect_file(file);
-  ask.expect({"\"" + file + "\" is UTF-16 text.  Read it as UTF-16 instead of ISO-8859-1?",
-              icon::exclamation, buttons::yes_no, "Corvane"},
-             answer::no);
+  expect_question("\"" + file + "\" is UTF-16 text.  Read it as UTF-16 instead of ISO-8859-1?",
+                  answer::no);
   dialog.add_file();
   EXPECT_EQ(dialog.suboptions(), rows({ntsc_row}));
   EXPECT_EQ(files(), stored_from_native(file));
+}
+
+TEST_F(SubtitlesDialog, OffersTheSetThatTheSelectedFileTellsBelowThe23) {
+  const std::vector<std::string> the_23(charact_items.begin(), charact_items.end());
+  const auto with = [&the_23](const char* set) {
+    std::vector<std::string> all = the_23;
+    all.emplace_back(set);
+    return all;
+  };
+  folder.add("plain.srt", "1\n00:00:01,000 --> x\nCafe\n");
+  folder.add("latin.srt", "1\n00:00:01,000 --> x\nCaf\xE9\n");
+  folder.add("eight.srt", "1\n00:00:01,000 --> x\nCaf\xC3\xA9\n");
+  folder.add("sixteen.srt", std::string("\xFF\xFE"
+                                        "1\0\n\0",
+                                        6));
+  for (const char* const name : {"plain.srt", "latin.srt", "eight.srt", "sixteen.srt", "gone.srt"})
+    files() = with_subtitle(files(), folder.stored(name));
+  Subtitles dialog = edit();
+  EXPECT_EQ(dialog.character_sets(), the_23);
+  const std::vector<std::string> told[] = {the_23, the_23, with("UTF-8"), with("UTF-16"), the_23};
+  for (int row = 0; row < 5; ++row) {
+    dialog.select(row);
+    EXPECT_EQ(dialog.character_sets(), told[row]) << row;
+  }
+  dialog.reset();
+  EXPECT_EQ(dialog.character_sets(), the_23);
+}
+
+TEST_F(SubtitlesDialog, AfterNoTheFilesOwnSetCanStillBeChosenAndMakesItReadable) {
+  const std::string accents = folder.add("a.srt", "1\n00:00:01,000 --> x\nCaf\xC3\xA9\n");
+  {
+    Subtitles dialog = edit();
+    expect_file(accents);
+    expect_question("\"" + accents + "\" is UTF-8 text.  Read it as UTF-8 instead of ISO-8859-1?",
+                    answer::no);
+    dialog.add_file();
+    EXPECT_EQ(dialog.character_sets().back(), "UTF-8");
+    // left without "accept", as after yes: the file stays, its set is the old one
+  }
+  Subtitles dialog = edit();
+  EXPECT_EQ(dialog.shown()[subtitle_field::character_set], "ISO-8859-1");
+  ASSERT_EQ(dialog.character_sets().back(), "UTF-8");
+  const auto file = subtitle_file::read(accents);
+  ASSERT_TRUE(file);
+  EXPECT_TRUE(file->why_not(dialog.shown()[subtitle_field::character_set]));
+  dialog.change(subtitle_field::character_set, dialog.character_sets().back());
+  dialog.accept();
+  EXPECT_EQ(options(), std::string(ntsc_row).replace(55, 10, "UTF-8") + "|");
+  EXPECT_EQ(file->why_not("UTF-8"), std::nullopt);
 }
 
 TEST_F(SubtitlesDialog, AFileThatCannotTellItsCharactersIsNotAskedAbout) {

@@ -281,6 +281,48 @@ TEST_F(SubtitlesDialog, FileInUnicodeIsReadSoWhenTheUserAgrees) {
   EXPECT_EQ(options(), "center,bottom,60,60,30,30,28.0,arial.ttf,720,478,29.97,UTF-8|");
 }
 
+TEST_F(SubtitlesDialog, SetThatAFileTellsIsOfferedBelowTheOthersWheneverItIsSelected) {
+  load(with_files({"plain.srt"}, fresh));
+  folder_.add("uml.srt", "1\n00:00:01,000 --> 00:00:02,000\nf\xC3\xBCnf\n");
+  const std::string question =
+      "\"" + folder_.path("uml.srt") + "\" is UTF-8 text.  Read it as UTF-8 instead of ISO-8859-1?";
+  open();
+  EXPECT_EQ(entries("charact").size(), 23u);
+  click_control("Command1", dialog);
+  answer_file(chooser, folder_.path("uml.srt"));
+  answer_message(question, "No");
+  EXPECT_EQ(row(), 1);
+  ASSERT_EQ(entries("charact").size(), 24u);
+  EXPECT_EQ(entries("charact").back(), "UTF-8");
+  click_file(0);
+  EXPECT_EQ(entries("charact").size(), 23u);
+  EXPECT_EQ(value("charact"), "ISO-8859-1");
+  click_button("close, keep files");
+  EXPECT_TRUE(window_goes(dialog));
+  open();
+  click_file(1);
+  EXPECT_EQ(value("charact"), "ISO-8859-1");
+  pick("charact", "utf", "UTF-8");
+  screenshot("subtitles-utf8");
+  accept();
+  EXPECT_EQ(options(),
+            std::string(fresh) + "center,bottom,60,60,30,30,28.0,arial.ttf,720,478,29.97,UTF-8|");
+}
+
+TEST_F(SubtitlesDialog, EnterReadsAFileInUnicodeAsWhatItIs) {
+  load(titles_only(1));
+  folder_.add("uml.srt", "1\n00:00:01,000 --> 00:00:02,000\nf\xC3\xBCnf\n");
+  open();
+  click_control("Command1", dialog);
+  answer_file(chooser, folder_.path("uml.srt"));
+  ASSERT_TRUE(wait_until([] {
+    return look_at_dialog() && look_at_dialog()->text.find("Read it as UTF-8") != std::string::npos;
+  }));
+  press("Return");
+  EXPECT_TRUE(value_becomes("charact", "UTF-8"));
+  leave();
+}
+
 TEST_F(SubtitlesDialog, ChooserOffersTheSubtitleFilesOnly) {
   load(titles_only(1));
   open();
@@ -307,7 +349,7 @@ TEST_F(SubtitlesDialog, SecondFileStartsWithTheCurrentSettingsOfTheFirst) {
   pick("valign", "top", "top");
   add("two.srt");
   EXPECT_THAT(names(), ElementsAre("one.srt", "two.srt"));
-  click_file(1);
+  EXPECT_EQ(row(), 1);  // what is set next is the added file's
   EXPECT_EQ(fields(), "center,top,80,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1");
   type_into("lmargin", "10");
   click_file(0);
@@ -344,7 +386,7 @@ TEST_F(SubtitlesDialog, ClosingKeepsTheFilesAndDropsTheSettings) {
     if (way == std::string("close"))
       close(dialog);
     else if (way == std::string("cancel"))
-      click_button("cancel");
+      click_button("close, keep files");
     else
       press("Escape");
     EXPECT_TRUE(window_goes(dialog)) << way;

@@ -105,7 +105,8 @@ void subtitle_options_panel::add_movie() {
   label = make_label(box_, "fra&me rate");
   add(label, make_rates(), 6, 0);
   label = make_label(box_, "cha&racter set");
-  add(label, make_list("charact", subtitle_field::character_set, shown_items(charact_items)), 6, 2);
+  charact_ = make_list("charact", subtitle_field::character_set, shown_items(charact_items));
+  add(label, charact_, 6, 2);
 }
 
 void subtitle_options_panel::add(wxStaticText* label, wxWindow* field, int row, int column,
@@ -117,8 +118,10 @@ void subtitle_options_panel::add(wxStaticText* label, wxWindow* field, int row, 
 
 search_list* subtitle_options_panel::make_list(const char* name, subtitle_field field,
                                                const wxArrayString& items) {
-  auto* list = new search_list(box_, name, items, [this, field, items](int entry) {
-    const std::string text = utf8_of(items[static_cast<std::size_t>(entry)]);
+  // What is picked stands in the list by then, whatever it offers.
+  const std::size_t at = lists_.size();
+  auto* list = new search_list(box_, name, items, [this, at, field](int) {
+    const std::string text = utf8_of(lists_[at].first->GetValue());
     tell_([field, text](Subtitles& model) { model.change(field, text); });
   });
   give_room(list);
@@ -157,6 +160,7 @@ void subtitle_options_panel::show(const Subtitles& model) {
   for (const auto& [entry, field] : entries_)
     if (const wxString text = wx_text(model.shown()[field]); entry->GetValue() != text)
       entry->ChangeValue(text);
+  charact_->offer(wx_rows(model.character_sets()));
   for (const auto& [list, field] : lists_)
     list->show(wx_text(model.shown()[field]));
   const wxString file = wx_text(model.shown()[subtitle_field::font_file]);

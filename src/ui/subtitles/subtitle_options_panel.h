@@ -50,6 +50,7 @@ class subtitle_options_panel : public wxPanel {
   std::vector<std::pair<wxTextEntry*, subtitle_field>> entries_;
   std::vector<std::pair<search_list*, subtitle_field>> lists_;
   search_list* fontface_ = nullptr;
+  search_list* charact_ = nullptr;
   wxTextCtrl* fontfac_ = nullptr;
 };
 

@@ -137,7 +137,11 @@ wxButton* subtitles_window::make_command(const char* name, const char* label,
 wxSizer* subtitles_window::make_buttons() {
   auto* accept = new wxButton(this, wxID_OK, "acc&ept");
   name_control(*accept, "accept");
-  return dialog_buttons(accept, new wxButton(this, wxID_CANCEL, "&cancel"));
+  auto* close = new wxButton(this, wxID_CANCEL, "&close, keep files");
+  close->SetToolTip(
+      "files that were added stay, those that were reset are gone; how they are drawn is as "
+      "before");
+  return dialog_buttons(accept, close);
 }
 
 void subtitles_window::bind_controls() {

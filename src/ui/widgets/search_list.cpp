@@ -85,6 +85,15 @@ void search_list::end_search() {
     list_->end_search();
 }
 
+void search_list::offer(const wxArrayString& entries) {
+  if (entries == GetStrings())
+    return;
+  end_search();
+  const wxString shown = GetValue();
+  Set(entries);
+  SetText(shown);
+}
+
 void search_list::show(const wxString& text) {
   if (GetValue() == text)
     return;

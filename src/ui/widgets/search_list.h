@@ -21,6 +21,9 @@ class search_list : public wxOwnerDrawnComboBox {
 
   ~search_list() override;
 
+  /// From now on the list has these entries; the text that is shown stays.
+  void offer(const wxArrayString& entries);
+
   /// Shows a text; when it is one of the entries, that one is selected.
   void show(const wxString& text);
 
