@@ -1,5 +1,6 @@
 #include "examine/setting_rules.h"
 
+#include "disc/av_delay.h"
 #include "examine/chapter_rules.h"
 #include "examine/measures.h"
 #include "formats/numbers.h"
@@ -25,7 +26,6 @@ constexpr int most_titles = 99;
 constexpr int most_menus = 99;
 constexpr std::size_t most_chapters = 99;
 constexpr std::size_t most_audio_streams = 8;
-constexpr double too_long_a_delay = 1000;  // milliseconds
 
 constexpr std::string_view run_fails =
     "nothing: the run fails when everything has been multiplexed";

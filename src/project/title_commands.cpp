@@ -1,7 +1,9 @@
 #include "project/title_commands.h"
 
+#include "disc/av_delay.h"
 #include "formats/numbers.h"
 #include "formats/program_stream.h"
+#include "formats/sanitized.h"
 #include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
@@ -130,6 +132,35 @@ void addaudiostream_command(document& doc) {
   dvdsize(doc);
 }
 
+namespace {
+
+/// Whether a typed delay says nothing but its number, with or without the unit.
+bool is_read_as_typed(std::string_view typed) {
+  std::string compact = lower(typed);
+  std::erase(compact, ' ');
+  if (compact.ends_with("ms"))
+    compact.resize(compact.size() - 2);
+  return is_decimal(compact);
+}
+
+/// What the user should know of a delay (milliseconds) that was typed and stored; or nothing.
+std::string note_about_delay(const std::string& typed, const std::string& stored) {
+  std::string note;
+  if (!is_read_as_typed(typed))
+    note = sanitized_quoted(typed) + " was taken as " + sanitized_short(stored) +
+           " ms.  A delay is a number of milliseconds with a point before its fraction, such as "
+           "200, -40 or 12.5.";
+  if (leading_number(stored) >= too_long_a_delay)
+    note += std::string(note.empty() ? "" : "\r\n\r\n") + "With a delay of " +
+            sanitized_short(stored) +
+            " ms the title cannot be multiplexed: the video can be delayed by less than " +
+            trimmed(static_cast<std::int64_t>(too_long_a_delay)) +
+            " ms.  Set a smaller delay, or cut the beginning off the sound.";
+  return note;
+}
+
+}  // namespace
+
 void editdelay_command(document& doc) {
   if (custom(doc) != 1)
     return;
@@ -149,8 +180,11 @@ void editdelay_command(document& doc) {
   box.prompt = "Set the A/V delay for this title.";
   box.preset = doc.p.delay[*row] + " ms";
   const std::string text = doc.ask.input(box);
-  if (!text.empty())
-    doc.p.delay[*row] = leading_number_text(text);
+  if (text.empty())
+    return;
+  doc.p.delay[*row] = leading_number_text(text);
+  if (const std::string note = note_about_delay(text, doc.p.delay[*row]); !note.empty())
+    say(doc, icon::information, note);
 }
 
 void about_command(document& doc) {

@@ -23,7 +23,8 @@ void movetitle_command(document& doc, int row);
 /// Adds an audio stream to the selected title.
 void addaudiostream_command(document& doc);
 
-/// Sets the selected title's A/V delay.
+/// Sets the selected title's A/V delay. Told afterwards: a text that was read as another number
+/// than it seems, and a delay that mplex does not bear.
 void editdelay_command(document& doc);
 
 void about_command(document& doc);

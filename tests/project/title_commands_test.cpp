@@ -26,6 +26,19 @@ class TitleCommands : public testing_support::command_test {
     p.Comboregion_enabled = false;
     p.saved = 1;
   }
+
+  // What is said after a delay was typed.
+  void expect_note(const std::string& text) { ask.expect(box(text, icon::information)); }
+  static std::string taken_as(const char* number) {
+    return std::string(" was taken as ") + number +
+           " ms.  A delay is a number of milliseconds with a point before its fraction, such as "
+           "200, -40 or 12.5.";
+  }
+  static std::string not_borne(const char* number) {
+    return std::string("With a delay of ") + number +
+           " ms the title cannot be multiplexed: the video can be delayed by less than 1000 ms.  "
+           "Set a smaller delay, or cut the beginning off the sound.";
+  }
 };
 
 TEST_F(TitleCommands, RemovingATitleRenumbersTheOnesAfterIt) {
@@ -234,8 +247,8 @@ TEST_F(TitleCommands, EighthAudioStreamIsTakenAndTheNinthRefused) {
 
 TEST_F(TitleCommands, DelayIsAskedWithTheOldOneAndStoredAsANumber) {
   const std::pair<const char*, const char*> answers[] = {
-      {"250", "250"},   {"-120 ms", "-120"}, {" 1 000 ms", "1000"}, {"12.5", "12.5"},
-      {"letters", "0"}, {"7", "7"},          {"7 ms", "7"},         {"0 & calc", "0"}};
+      {"250", "250"}, {"-120 ms", "-120"}, {" -1 000 ms", "-1000"}, {"12.5", "12.5"},
+      {"7", "7"},     {"7 ms", "7"},       {"+40MS", "40"},         {"999.9", "999.9"}};
   add_three_titles();
   p.selected = 1;
   for (const auto& [text, stored] : answers) {
@@ -252,14 +265,51 @@ TEST_F(TitleCommands, DelayOfLettersOnlyIsZero) {
   add_three_titles();
   p.selected = 0;
   ask.expect_input({"A/V sync delay", "Set the A/V delay for this title.", "1 ms"}, "soon");
+  expect_note("\"soon\"" + taken_as("0"));
   editdelay_command(doc);
   EXPECT_EQ(p.delay[0], "0");
+}
+
+TEST_F(TitleCommands, DelayReadAsAnotherNumberThanItSeemsIsTold) {
+  const std::pair<const char*, const char*> answers[] = {
+      {"1,5", "1"},     {"1,000", "1"}, {"1.5 s", "1.5"},    {"0 & calc", "0"},
+      {"1.2.3", "1.2"}, {"--5", "0"},   {"200 or so", "200"}};
+  add_three_titles();
+  p.selected = 1;
+  for (const auto& [text, stored] : answers) {
+    ask.expect_input({"A/V sync delay", "Set the A/V delay for this title.", p.delay[1] + " ms"},
+                     text);
+    expect_note("\"" + std::string(text) + "\"" + taken_as(stored));
+    editdelay_command(doc);
+    EXPECT_EQ(p.delay[1], stored) << text;
+  }
+}
+
+TEST_F(TitleCommands, DelayThatMplexDoesNotBearIsTold) {
+  add_three_titles();
+  p.selected = 1;
+  const auto type = [this](const char* text) {
+    ask.expect_input({"A/V sync delay", "Set the A/V delay for this title.", p.delay[1] + " ms"},
+                     text);
+  };
+  for (const char* const text : {"1000", "100000"}) {
+    type(text);
+    expect_note(not_borne(text));
+    editdelay_command(doc);
+    EXPECT_EQ(p.delay[1], text);
+  }
+  type("1500,5");
+  expect_note("\"1500,5\"" + taken_as("1500") + "\r\n\r\n" + not_borne("1500"));
+  editdelay_command(doc);
+  type("-5000");  // how long the video is, decides the examination
+  editdelay_command(doc);
+  EXPECT_EQ(p.delay[1], "-5000");
 }
 
 TEST_F(TitleCommands, TheOfferedDelayTakenAsItIsGivesItselfBack) {
   add_three_titles();
   p.selected = 0;
-  for (const std::string delay : {"0", "-250", "12.5", "100000"}) {
+  for (const std::string delay : {"0", "-250", "12.5", "-100000"}) {
     p.delay[0] = delay;
     ask.expect_input({"A/V sync delay", "Set the A/V delay for this title.", delay + " ms"},
                      delay + " ms");
