@@ -126,6 +126,7 @@ int custom(document& doc) {
   question.text = "You have edited the XML manually, do you want to discard these changes?";
   question.picture = icon::exclamation;
   question.choice = buttons::ok_cancel;
+  question.enter_cancels = true;
   if (doc.ask.message(question) != answer::ok)
     return 2;
   doc.p.customxml.clear();

@@ -33,6 +33,7 @@ bool may_replace_titles(document& doc) {
   question.text = "overwrite currect project?";
   question.picture = icon::information;
   question.choice = buttons::ok_cancel;
+  question.enter_cancels = true;
   return doc.ask.message(question) == answer::ok;
 }
 

@@ -24,6 +24,7 @@ struct message_box {
   buttons choice = buttons::ok;
   std::string caption = program_name;
   bool enter_answers_yes = false;  ///< of a yes_no question in which No is what loses something
+  bool enter_cancels = false;      ///< of an ok_cancel question in which OK loses something
 };
 
 struct file_dialog {

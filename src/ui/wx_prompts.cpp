@@ -59,7 +59,7 @@ long picture_style(icon picture) {
 long button_style(const message_box& box) {
   switch (box.choice) {
     case buttons::ok_cancel:
-      return wxOK | wxCANCEL;
+      return wxOK | wxCANCEL | (box.enter_cancels ? wxCANCEL_DEFAULT : wxOK_DEFAULT);
     case buttons::yes_no:
       return wxYES_NO | (box.enter_answers_yes ? wxYES_DEFAULT : wxNO_DEFAULT);
     case buttons::yes_no_cancel:

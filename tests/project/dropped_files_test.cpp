@@ -152,8 +152,7 @@ TEST_F(DroppedFiles, ProjectFileIsLoaded) {
 
 TEST_F(DroppedFiles, ProjectFileAsksBeforeItReplacesTitles) {
   add_files_and_title({"a.m2v", "a.ac3"});
-  ask.expect(box("overwrite currect project?", icon::information, buttons::ok_cancel),
-             answer::cancel);
+  expect_loss("overwrite currect project?", icon::information, answer::cancel);
   drop_files(doc, {folder.add("disc.cvp", project_text(project()))});
   EXPECT_EQ(p.List1.size(), 1u);
 }

@@ -31,7 +31,7 @@ class LoadProject : public testing_support::command_test {
     ask.expect_open({"load corvane project", testing_support::cvp_filter, ""}, native);
   }
   void expect_replace_question(answer reply) {
-    ask.expect(box("overwrite currect project?", icon::information, buttons::ok_cancel), reply);
+    expect_loss("overwrite currect project?", icon::information, reply);
   }
   void take_away(const std::string& name) { ASSERT_FALSE(remove_all(folder.path(name))); }
 };

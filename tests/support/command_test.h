@@ -34,9 +34,14 @@ class command_test : public testing::Test {
  protected:
   /// The question that guards hand-edited XML.
   void expect_guard(answer reply) {
-    ask.expect(box("You have edited the XML manually, do you want to discard these changes?",
-                   icon::exclamation, buttons::ok_cancel),
-               reply);
+    expect_loss("You have edited the XML manually, do you want to discard these changes?",
+                icon::exclamation, reply);
+  }
+  /// A question in which OK loses something, so that Enter cancels.
+  void expect_loss(const std::string& text, icon picture, answer reply) {
+    message_box question = box(text, picture, buttons::ok_cancel);
+    question.enter_cancels = true;
+    ask.expect(question, reply);
   }
   void expect_video(const std::string& native) {
     ask.expect_open({"select video stream", video_filter, ""}, native);

@@ -72,6 +72,7 @@ class scripted_prompts : public prompts {
     EXPECT_EQ(s.box.choice, box.choice) << box.text;
     EXPECT_EQ(s.box.caption, box.caption) << box.text;
     EXPECT_EQ(s.box.enter_answers_yes, box.enter_answers_yes) << box.text;
+    EXPECT_EQ(s.box.enter_cancels, box.enter_cancels) << box.text;
     return s.choice;
   }
   std::string open_file(const file_dialog& dialog) override { return file("open dialog", dialog); }

@@ -145,7 +145,18 @@ TEST_F(Titles, DelayIsAskedForAndKept) {
   answer_input("A/V sync delay", "-120 ms");
   EXPECT_TRUE(delay_is("-120"));
   press("ctrl+d");
-  answer_input("A/V sync delay", "letters");
+  ASSERT_TRUE(wait_until([] { return look_at_dialog().has_value(); }));
+  press("ctrl+a");
+  type_text("1,5");
+  press("Return");
+  EXPECT_EQ(answer_message("\"1,5\" was taken as 1 ms.  A delay is a number of milliseconds with a "
+                           "point before its fraction, such as 200, -40 or 12.5.",
+                           "OK")
+                .picture,
+            "info");
+  EXPECT_TRUE(delay_is("1"));
+  press("ctrl+d");
+  answer_input("A/V sync delay", "0");
   EXPECT_TRUE(delay_is("0"));
   press("ctrl+d");
   cancel_dialog("A/V sync delay");
@@ -256,7 +267,7 @@ TEST_F(Titles, ClosingWithYesSavesFirst) {
 }
 
 TEST_F(Titles, LogWindowIsShownClearedAndNotClosed) {
-  press("ctrl+l");
+  press("ctrl+o");
   ASSERT_TRUE(wait_until([] {
     const wxWindow* log = wxWindow::FindWindowByName("log");
     return log != nullptr && log->IsShownOnScreen();
@@ -267,6 +278,33 @@ TEST_F(Titles, LogWindowIsShownClearedAndNotClosed) {
   EXPECT_FALSE(ask_ui([] { return control("stop")->IsEnabled(); }));
   EXPECT_EQ(ask_ui([] { return utf8_of(dynamic_cast<wxTextCtrl*>(control("Text1"))->GetValue()); }),
             "Corvane 0.997 - 1/2/2005\n");
+}
+
+TEST_F(Titles, EnterKeepsTheTitlesWhenAnotherProjectWouldReplaceThem) {
+  add_two();
+  press("ctrl+l");
+  ASSERT_TRUE(wait_until(
+      [] { return look_at_dialog() && look_at_dialog()->text == "overwrite currect project?"; }));
+  press("Return");
+  EXPECT_TRUE(no_dialog());
+  EXPECT_EQ(rows().size(), 2u);
+}
+
+TEST_F(Titles, EnterKeepsHandEditedXml) {
+  project p = project_with_menus(1);
+  p.customxml = "<dvdauthor>\r\n</dvdauthor>\r\n";
+  load(p);
+  click_row(0);
+  click_tool("remove title");
+  ASSERT_TRUE(wait_until([] {
+    return look_at_dialog() &&
+           look_at_dialog()->text ==
+               "You have edited the XML manually, do you want to discard these changes?";
+  }));
+  press("Return");
+  EXPECT_TRUE(no_dialog());
+  EXPECT_EQ(rows().size(), 1u);
+  EXPECT_FALSE(ask_ui([this] { return window_->shown_project().customxml.empty(); }));
 }
 
 TEST_F(Titles, WheelOverTheRegionThatWasNotClickedChangesNothing) {

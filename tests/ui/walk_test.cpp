@@ -69,7 +69,7 @@ class Walk : public window_test {
         {"author", file("enter a folder name to create the dvd")},
         {"loadproject",
          [] {
-           expect_message("overwrite currect project?");
+           answer_message("overwrite currect project?", "OK");
            cancel_dialog("load corvane project");
          }},
         {"saveproject", file("save corvane project")},
