@@ -25,6 +25,15 @@
 #include <utility>
 
 namespace corvane {
+namespace {
+
+/// Under the statistics in a dark theme, where black and red could not be read.
+wxColour light_ground() {
+  return {240, 240, 240};
+}
+
+}  // namespace
+
 project_view::project_view(wxWindow* parent, handlers on) : wxPanel(parent), on_(std::move(on)) {
   // The list is made first: it is where the focus goes at start, not the region, which a turn of
   // the wheel would change.
@@ -130,6 +139,8 @@ wxSizer* project_view::make_statistics() {
   name_control(*Frame2, "Frame2");
   dvdsizetext_ = new wxStaticText(Frame2, wxID_ANY, "0 titles\n0 menus\n0 gig total");
   name_control(*dvdsizetext_, "dvdsizetext");
+  if (wxSystemSettings::GetAppearance().IsUsingDarkBackground())
+    dvdsizetext_->SetBackgroundColour(light_ground());
   box->Add(dvdsizetext_, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::box_border)));
   return box;
 }
@@ -234,8 +245,7 @@ void project_view::show_titles(const project& p) {
 
 void project_view::show_statistics(const project& p) {
   dvdsizetext_->SetLabel(wx_lines(p.dvdsizetext));
-  dvdsizetext_->SetForegroundColour(
-      p.dvdsizetext_red ? *wxRED : wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOWTEXT));
+  dvdsizetext_->SetForegroundColour(p.dvdsizetext_red ? *wxRED : *wxBLACK);
 }
 
 }  // namespace corvane

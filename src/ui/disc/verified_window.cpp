@@ -6,6 +6,7 @@
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/screen_fit.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/button.h>
@@ -53,7 +54,7 @@ class verified_window : public wxDialog {
     whole->Add(row, wxSizerFlags().Expand().Border(wxALL, border));
     SetSizer(whole);
     SetMinClientSize(whole->CalcMin());
-    SetClientSize(FromDIP(wxSize(layout::xml_width, layout::xml_height)));
+    set_size_on_screen(*this, FromDIP(wxSize(layout::xml_width, layout::xml_height)));
     CentreOnParent();
     close->SetFocus();
     copy->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { copy_to_clipboard(text_); });

@@ -5,6 +5,7 @@
 #include "ui/widgets/find_bar.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/screen_fit.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/menu.h>
@@ -58,7 +59,7 @@ xmleditor_window::xmleditor_window(wxWindow* main, lent_project lent, xmleditor 
   whole->Add(Text1_, wxSizerFlags(1).Expand());
   whole->Add(find_, wxSizerFlags().Expand());
   SetSizer(whole);
-  SetClientSize(FromDIP(wxSize(layout::xml_width, layout::xml_height)));
+  set_size_on_screen(*this, FromDIP(wxSize(layout::xml_width, layout::xml_height)));
   bind_controls();
   CentreOnParent();
   life_.begin();

@@ -10,6 +10,8 @@
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/screen_fit.h"
+#include "ui/widgets/scrolled_column.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/button.h>
@@ -67,8 +69,9 @@ void tsmenu::choose(int number) {
 void tsmenu::make_controls() {
   panel_ = new wxPanel(this);
   const tell_event to_model = [this](const menu_event& event) { tell(event); };
-  buttons_ = new menu_button_panel(panel_, to_model);
-  options_ = new menu_options_panel(panel_, to_model);
+  right_ = new scrolled_column(panel_);
+  buttons_ = new menu_button_panel(right_, to_model);
+  options_ = new menu_options_panel(right_, to_model);
   area_ = new menu_picture_area(panel_, editor_, to_model);
   auto* columns = new wxBoxSizer(wxHORIZONTAL);
   columns->Add(area_, wxSizerFlags(1).Expand());
@@ -81,18 +84,21 @@ void tsmenu::make_controls() {
   SetSizer(around);
 }
 
+// What ends the window stays in sight, whatever the screen.
 wxSizer* tsmenu::make_right() {
   auto* Command2 = new wxButton(panel_, wxID_ANY, "acc&ept");
   name_control(*Command2, "Command2");
   Command2->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { accept(); });
   const int gap = FromDIP(layout::group_gap);
-  right_ = new wxBoxSizer(wxVERTICAL);
-  right_->Add(make_heading(), wxSizerFlags().Expand());
-  right_->Add(buttons_, wxSizerFlags().Expand().Border(wxTOP, gap));
-  right_->Add(options_, wxSizerFlags().Expand().Border(wxTOP, gap));
-  right_->AddStretchSpacer();
-  right_->Add(Command2, wxSizerFlags().Right().Border(wxTOP, gap));
-  return right_;
+  auto* groups = new wxBoxSizer(wxVERTICAL);
+  groups->Add(buttons_, wxSizerFlags().Expand());
+  groups->Add(options_, wxSizerFlags().Expand().Border(wxTOP, gap));
+  right_->hold(groups);
+  beside_ = new wxBoxSizer(wxVERTICAL);
+  beside_->Add(make_heading(), wxSizerFlags().Expand());
+  beside_->Add(right_, wxSizerFlags(1).Expand().Border(wxTOP, gap));
+  beside_->Add(Command2, wxSizerFlags().Right().Border(wxTOP, gap));
+  return beside_;
 }
 
 /// "menu", `indexer` and the name of the video.
@@ -130,14 +136,18 @@ void tsmenu::load_video() {
 }
 
 // The window is as large as its controls and the video want. On a screen that is too small for it
-// the picture gets smaller.
+// the picture gets smaller, and what stands beside it scrolls.
 void tsmenu::fit() {
-  const wxSize added_by_window_managers = FromDIP(wxSize(8, 48));
   const wxRect screen = wxDisplay(this).GetClientArea();
-  const wxSize most = screen.GetSize() - added_by_window_managers;
+  const wxSize most = most_client_size(*this);
+  const int border = 2 * FromDIP(layout::window_border);
+  right_->let_scroll(false);
+  const int all_beside = beside_->CalcMin().y + border;
+  right_->let_scroll(all_beside > most.y);
   wxSize wanted = GetSizer()->CalcMin();
   wxSize least = wanted - area_->GetBestSize() / 2;
-  least.y = std::max(least.y, right_->CalcMin().y + 2 * FromDIP(layout::window_border));
+  wanted.y = std::max(wanted.y, all_beside);
+  least.y = std::max(least.y, beside_->CalcMin().y + border);
   wanted.DecTo(most);
   least.DecTo(most);
   SetMinClientSize(least);

@@ -22,6 +22,7 @@ namespace corvane {
 class menu_button_panel;
 class menu_options_panel;
 class menu_picture_area;
+class scrolled_column;
 
 class tsmenu : public wxFrame {
  public:
@@ -52,7 +53,8 @@ class tsmenu : public wxFrame {
   menu_picture_area* area_ = nullptr;
   menu_button_panel* buttons_ = nullptr;
   menu_options_panel* options_ = nullptr;
-  wxSizer* right_ = nullptr;  ///< of all that stands beside the picture
+  wxSizer* beside_ = nullptr;         ///< of all that stands beside the picture
+  scrolled_column* right_ = nullptr;  ///< its part that scrolls on a small screen
 };
 
 }  // namespace corvane

@@ -15,6 +15,9 @@ inline constexpr int group_gap = 10;      ///< between groups
 inline constexpr int control_gap = 6;     ///< between controls that belong together
 inline constexpr int box_border = 8;      ///< inside a captioned box
 
+inline constexpr int column_least_height = 160;  ///< of a column that scrolls
+inline constexpr int scroll_step = 10;           ///< of one
+
 inline constexpr int tool_icon = 32;    ///< edge of a toolbar picture
 inline constexpr int button_icon = 16;  ///< edge of a picture on a button
 
