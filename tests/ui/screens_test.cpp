@@ -212,7 +212,7 @@ TEST_F(Screens, StatisticsAreReadInBothTheirColours) {
   EXPECT_EQ(seen().first, *wxBLACK);
   EXPECT_GE(seen().second, 3);
   std::filesystem::resize_file(folder_.path("a.m2v"), 4'900'000'000);  // takes no room on the disk
-  start([](main_window& main) { main.run(titledown_command); });
+  start([](main_window& main) { main.run("move title down", titledown_command); });
   ASSERT_TRUE(wait_until([] { return control("dvdsizetext")->GetForegroundColour() == *wxRED; }));
   screenshot("screen-statistics-red");
   EXPECT_GE(seen().second, 3);

@@ -29,7 +29,7 @@ menu_picture_area::menu_picture_area(wxWindow* parent, const menu_editor& editor
                                      const tell_event& tell)
     : wxPanel(parent), full_size_(FromDIP(wxSize(largest_x + 1, editor.ymax() + 1))) {
   picture_ = new menu_picture(this, editor, tell);
-  name_control(*picture_, "MediaPlayer1");
+  name_drawn_control(*picture_, "MediaPlayer1", control_role::picture);
   VScroll1_ = make_scroll("VScroll1", wxSB_VERTICAL, "top edge of the button",
                           &menu_editor::scroll_y, tell);
   HScroll1_ = make_scroll("HScroll1", wxSB_HORIZONTAL, "left edge of the button",

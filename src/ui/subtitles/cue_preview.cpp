@@ -63,7 +63,7 @@ cue_preview::cue_preview(wxWindow* parent, const std::string& app, const font_li
       video_(std::make_unique<video_backdrop>(video)) {
   auto* box = new wxStaticBoxSizer(wxVERTICAL, this, "preview");
   picture_ = new video_picture(box->GetStaticBox());
-  name_control(*picture_, "preview");
+  name_drawn_control(*picture_, "preview", control_role::picture);
   picture_->SetMinSize(FromDIP(wxSize(layout::preview_least_width, layout::preview_least_height)));
   const int border = FromDIP(layout::box_border);
   const wxSize proportions = video_->proportions();

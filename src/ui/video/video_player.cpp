@@ -58,8 +58,8 @@ void video_player::make_controls() {
   });
   progress_ = new wxGauge(this, wxID_ANY, progress_steps);
   progress_->SetToolTip("how much of the video has been looked through");
-  name_control(*MediaPlayer1_, "MediaPlayer1");
-  name_control(*line_, "position");
+  name_drawn_control(*MediaPlayer1_, "MediaPlayer1", control_role::picture);
+  name_drawn_control(*line_, "position", control_role::slider);
   name_control(*progress_, "videoprogress");
   controls_.push_back(line_);
   wxSizer* transport = make_transport();

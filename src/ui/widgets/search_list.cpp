@@ -22,7 +22,7 @@ class search_list::entry_list : public wxVListBoxComboPopup {
 search_list::search_list(wxWindow* parent, const char* name, const wxArrayString& entries,
                          std::function<void(int)> picked) {
   Create(parent, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, entries, wxCB_READONLY);
-  name_control(*this, name);
+  name_drawn_control(*this, name, control_role::list);
   let_wheel_pass(*this);
 #ifdef __WXGTK__
   Bind(wxEVT_PAINT, &search_list::on_paint, this);
