@@ -159,8 +159,7 @@ TEST_F(DroppedFiles, ProjectFileAsksBeforeItReplacesTitles) {
 
 TEST_F(DroppedFiles, StreamsDroppedWithAProjectThatIsNotLoadedAreNotAdded) {
   add_files_and_title({"a.m2v", "a.ac3"});
-  ask.expect(box("overwrite currect project?", icon::information, buttons::ok_cancel),
-             answer::cancel);
+  expect_loss("overwrite currect project?", icon::information, answer::cancel);
   std::vector<std::string> dropped = add_all({"b.m2v", "b.ac3"});
   dropped.push_back(folder.add("disc.cvp", project_text(project())));
   drop_files(doc, dropped);

@@ -267,7 +267,7 @@ TEST_F(Titles, ClosingWithYesSavesFirst) {
 }
 
 TEST_F(Titles, LogWindowIsShownClearedAndNotClosed) {
-  press("ctrl+o");
+  press("ctrl+l");
   ASSERT_TRUE(wait_until([] {
     const wxWindow* log = wxWindow::FindWindowByName("log");
     return log != nullptr && log->IsShownOnScreen();
@@ -282,7 +282,7 @@ TEST_F(Titles, LogWindowIsShownClearedAndNotClosed) {
 
 TEST_F(Titles, EnterKeepsTheTitlesWhenAnotherProjectWouldReplaceThem) {
   add_two();
-  press("ctrl+l");
+  press("ctrl+o");
   ASSERT_TRUE(wait_until(
       [] { return look_at_dialog() && look_at_dialog()->text == "overwrite currect project?"; }));
   press("Return");
