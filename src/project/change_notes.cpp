@@ -20,9 +20,12 @@ bool is_locked_for_nothing(const project& p) {
 }  // namespace
 
 std::string change_note(const project& before, const project& after) {
-  // A load or a new project has commands of its own.
+  // A project that was loaded has commands of its own.
+  const bool has_its_titles =
+      after.List11.size() >= before.List11.size() &&
+      std::equal(before.List11.begin(), before.List11.end(), after.List11.begin());
   const std::int64_t commands = post_commands(before);
-  if (commands > 0 && post_commands(after) == 0 && after.List11.size() >= before.List11.size())
+  if (commands > 0 && post_commands(after) == 0 && has_its_titles)
     return (commands == 1 ? "The command after a title was"
                           : "The commands after " + trimmed(commands) + " titles were") +
            std::string(" removed, as adding a title does; \"undo\" brings back what was.");

@@ -80,8 +80,12 @@ bool document::is_unsaved() const {
   return project_text(p) != origin_->text;
 }
 
-void document::set_file(const std::string& file) {
+void document::saved_to(const std::string& file) {
+  const auto before = origin_;
   set_file(file, project_text(p));
+  history_.was_saved(before, origin_);
+  if (origin_before_ == before)
+    origin_before_ = origin_;
 }
 
 void document::set_file(const std::string& file, std::string text) {
@@ -89,7 +93,7 @@ void document::set_file(const std::string& file, std::string text) {
 }
 
 void document::forget_file() {
-  set_file({});
+  set_file({}, project_text(p));
 }
 
 void document::keep() {
@@ -102,7 +106,7 @@ void document::keep_draft(const project& draft, const std::string& editor) {
   std::string text = project_text(draft);
   if (text == origin_->text)
     text.clear();
-  if (text == kept_)
+  if (text == kept_ && !keeper_->trouble())
     return;
   kept_ = text;
   if (text.empty())
@@ -116,7 +120,10 @@ void document::end(bool given_up) {
     return;
   if (given_up)
     keeper_->forget();
+  else if (steps_on_ == 0)
+    keep();  // it may have been saved just now
   keeper_->flush();
+  keeper_ = nullptr;
 }
 
 int custom(document& doc) {

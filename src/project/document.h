@@ -14,9 +14,9 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace corvane {
 
@@ -35,7 +35,7 @@ class document {
   settings& prefs;
 
   /// Files (stored paths) that are missing and that the user does not know where to find.
-  std::vector<std::string> given_up_files;
+  std::set<std::string> given_up_files;
 
   /// What is done to the project as long as it lives, to be undone as one. Within another step it
   /// is part of that one.
@@ -65,9 +65,10 @@ class document {
   /// Whether the project is another than the one in its file, or than a new one.
   bool is_unsaved() const;
 
-  /// The project has been saved to this file, or is what a program kept of the project of a file
-  /// that says `text`.
-  void set_file(const std::string& file);
+  /// The project has been saved to this file (native path).
+  void saved_to(const std::string& file);
+
+  /// The project belongs to this file now, which holds `text`.
   void set_file(const std::string& file, std::string text);
 
   /// The project has no file, and as it is nothing that one would save.
@@ -82,7 +83,8 @@ class document {
   /// Keeps the project as a window (its caption) would leave it that is open now.
   void keep_draft(const project& draft, const std::string& editor);
 
-  /// The program ends: what is not saved stays kept, unless the user gave it up.
+  /// The program ends: what is not saved stays kept, unless the user gave it up. Nothing that comes
+  /// later is kept.
   void end(bool given_up);
 
  private:

@@ -19,24 +19,20 @@ constexpr std::size_t most_named_files = 10;
 
 /// Answers a command's open dialogs with dropped files, one after the other; passes every other
 /// question on to the user.
-class dropped_answers : public prompts {
+class dropped_answers : public prompts_relay {
  public:
   dropped_answers(prompts& user, std::deque<std::string> files)
-      : user_(user), files_(std::move(files)) {}
+      : prompts_relay(user), files_(std::move(files)) {}
 
-  answer message(const message_box& box) override { return user_.message(box); }
   std::string open_file(const file_dialog& dialog) override {
     if (files_.empty())
-      return user_.open_file(dialog);
+      return prompts_relay::open_file(dialog);
     std::string file = std::move(files_.front());
     files_.pop_front();
     return file;
   }
-  std::string save_file(const file_dialog& dialog) override { return user_.save_file(dialog); }
-  std::string input(const input_box& box) override { return user_.input(box); }
 
  private:
-  prompts& user_;
   std::deque<std::string> files_;
 };
 

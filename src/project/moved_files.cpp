@@ -55,6 +55,11 @@ std::size_t alike_at_the_end(const std::string& a, const std::string& b) {
   return static_cast<std::size_t>(differs.first - x.rbegin());
 }
 
+/// A name as the system tells files apart.
+std::string comparable(std::string_view name) {
+  return native_style() == path_style::windows ? lower(name) : std::string(name);
+}
+
 /// The files below a folder that have one of these names: their stored paths by name.
 std::multimap<std::string, std::string> files_named(const std::set<std::string>& names,
                                                     const std::string& folder) {
@@ -65,7 +70,7 @@ std::multimap<std::string, std::string> files_named(const std::set<std::string>&
       path_of(folder), std::filesystem::directory_options::skip_permission_denied, trouble);
   for (int entries = 0; !trouble && each != std::filesystem::end(each) && entries < most_entries;
        ++entries, each.increment(trouble)) {
-    const std::string name = text_of(each->path().filename());
+    const std::string name = comparable(text_of(each->path().filename()));
     std::error_code ignored;
     if (!names.contains(name) || !each->is_regular_file(ignored))
       continue;
@@ -93,14 +98,14 @@ std::vector<found_file> look_for(const std::vector<std::string>& missing,
                                  const std::string& folder) {
   std::set<std::string> names;
   for (const std::string& path : missing)
-    names.emplace(file_name_of(path));
+    names.insert(comparable(file_name_of(path)));
   const auto there = files_named(names, folder);
   std::vector<found_file> found;
   for (const std::string& path : missing) {
     std::size_t best = 0;
     bool is_sure = false;
     std::string best_path;
-    const auto [begin, end] = there.equal_range(std::string(file_name_of(path)));
+    const auto [begin, end] = there.equal_range(comparable(file_name_of(path)));
     for (auto candidate = begin; candidate != end; ++candidate) {
       const std::size_t alike = alike_at_the_end(path, candidate->second);
       is_sure = alike > best || (is_sure && alike < best);
@@ -115,21 +120,28 @@ std::vector<found_file> look_for(const std::vector<std::string>& missing,
 }
 
 bool offer_to_find_files(document& doc, project& p, file_lookup& files) {
-  for (bool changed = false;; changed = true) {
+  std::string searched;
+  std::size_t found_there = 0;
+  for (bool changed = false;; changed = changed || found_there > 0) {
     const std::vector<std::string> missing = missing_files(p, files);
-    if (missing.empty() || missing == doc.given_up_files)
+    const bool is_known = std::ranges::all_of(
+        missing, [&](const std::string& path) { return doc.given_up_files.contains(path); });
+    if (is_known)
       return changed;
     std::vector<std::string> native;
     native.reserve(missing.size());
     for (const std::string& path : missing)
       native.push_back(native_from_stored(path));
-    const std::string folder = doc.ask.folder_of_missing(native);
+    const std::string folder = doc.ask.folder_of_missing({native, searched, found_there});
     if (folder.empty()) {
-      doc.given_up_files = missing;
+      doc.given_up_files.insert(missing.begin(), missing.end());
       return changed;
     }
-    take_found_files(p, look_for(missing, folder));
+    const std::vector<found_file> found = look_for(missing, folder);
+    take_found_files(p, found);
     files = file_lookup();
+    searched = folder;
+    found_there = found.size();
   }
 }
 

@@ -260,7 +260,9 @@ bool is_kept_from_us(document& doc, const std::string& path) {
   if (why)
     say(doc, icon::exclamation,
         "\"" + sanitized(path) + "\" " + *why +
-            ".  Nothing was saved: please choose another name, or let the file be written.");
+            ".  Nothing was saved: please choose another name with \"save project...\", or let the "
+            "file be "
+            "written.");
   return why.has_value();
 }
 
@@ -272,7 +274,7 @@ save_outcome save_to(document& doc, const std::string& path) {
     return save_outcome::failed;
   }
   doc.p.saved = 1;
-  doc.set_file(path);
+  doc.saved_to(path);
   note_recent_project(doc.prefs, path);
   return save_outcome::saved;
 }
@@ -362,9 +364,14 @@ message_box question_about(const kept_project& left) {
 
 /// What the file of a project holds, as this program would write it; empty if it cannot be read.
 std::string text_in_file(const std::string& path) {
-  const auto text =
-      path.empty() ? result<std::string>::fail({}) : read_file(path, largest_project_file);
-  auto loaded = text ? parse_project(*text) : result<loaded_project>::fail({});
+  if (path.empty())
+    return {};
+  const auto bytes = read_file(path, largest_project_file);
+  const auto characters =
+      bytes ? project_characters_of(*bytes) : result<project_characters>::fail(bytes.error);
+  if (!characters)
+    return {};
+  auto loaded = parse_project(characters->text);
   return loaded ? text_as_saved(*loaded) : std::string();
 }
 
@@ -395,6 +402,10 @@ bool load_to_look(document& doc, const std::string& path) {
 bool recover_command(document& doc, recovery& kept) {
   std::vector<left_project> all = kept.left();
   for (auto left = all.rbegin(); left != all.rend(); ++left) {
+    if (left->what().text == text_in_file(left->what().file)) {
+      left->drop();  // saved, and ended before it could forget it
+      continue;
+    }
     const answer reply = doc.ask.message(question_about(left->what()));
     if (reply == answer::no)
       left->drop();

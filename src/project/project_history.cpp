@@ -35,6 +35,14 @@ void project_history::forget_oldest() {
   bytes_ += front.bytes;
 }
 
+void project_history::was_saved(const std::shared_ptr<const project_origin>& before,
+                                const std::shared_ptr<const project_origin>& now) {
+  for (kept& each : steps_)
+    for (auto* const origin : {&each.step.origin_before, &each.step.origin_after})
+      if (*origin != nullptr && (*origin == before || (*origin)->file == now->file))
+        *origin = now;
+}
+
 const project_step* project_history::undone_next() const {
   return done_ == 0 ? nullptr : &steps_[done_ - 1].step;
 }

@@ -36,6 +36,11 @@ class project_history {
   const project_step* undone_next() const;
   const project_step* redone_next() const;
 
+  /// The project was saved: as `now`, from `before`. Steps that stay with either stay with the new
+  /// one; whatever they lead to is another project than its file holds.
+  void was_saved(const std::shared_ptr<const project_origin>& before,
+                 const std::shared_ptr<const project_origin>& now);
+
   /// The one is undone, or redone. There must be one.
   void undo() { --done_; }
   void redo() { ++done_; }

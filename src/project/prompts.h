@@ -6,6 +6,7 @@
 
 #include "disc/finding.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -49,6 +50,13 @@ struct findings_question {
 /// The question about what was found, errors first; notes are not asked about.
 findings_question question_about(const std::vector<finding>& findings);
 
+/// The question where missing files of the project are now.
+struct missing_question {
+  std::vector<std::string> files;  ///< native paths
+  std::string searched;   ///< the folder of the last answer; empty: it is the first question
+  std::size_t found = 0;  ///< how many were found there
+};
+
 class prompts {
  public:
   virtual ~prompts() = default;
@@ -69,9 +77,9 @@ class prompts {
   /// False unless the user says so; without anybody to ask, always.
   virtual bool go_on_despite(const findings_question& /*question*/) { return false; }
 
-  /// Files of the project (native paths) are not there. The folder (native) to look for them in;
-  /// empty when the user does not know any, and without anybody to ask.
-  virtual std::string folder_of_missing(const std::vector<std::string>& /*files*/) { return {}; }
+  /// Files of the project are not there. The folder (native) to look for them in; empty when the
+  /// user does not know any, and without anybody to ask.
+  virtual std::string folder_of_missing(const missing_question& /*question*/) { return {}; }
 
   /// Opens a text file (native path) in the user's editor. False when that cannot be started. A
   /// program without windows opens none.

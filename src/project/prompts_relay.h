@@ -18,8 +18,8 @@ class prompts_relay : public prompts {
   bool go_on_despite(const findings_question& question) override {
     return to_->go_on_despite(question);
   }
-  std::string folder_of_missing(const std::vector<std::string>& files) override {
-    return to_->folder_of_missing(files);
+  std::string folder_of_missing(const missing_question& question) override {
+    return to_->folder_of_missing(question);
   }
   bool show_text_file(const std::string& path) override { return to_->show_text_file(path); }
   bool can_ask() const override { return to_->can_ask(); }

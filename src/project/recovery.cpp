@@ -4,6 +4,7 @@
 #include "platform/files/files.h"
 
 #include <algorithm>
+#include <exception>
 #include <filesystem>
 #include <string_view>
 #include <utility>
@@ -68,7 +69,9 @@ left_project::left_project(std::string folder, std::unique_ptr<folder_lock> lock
 void left_project::drop() {
   remove_all(folder_ + kept_file);
   lock_->vanish();
-  remove_all(folder_);
+  // Only if it is empty: another program may have made it anew for itself.
+  std::error_code ignored;
+  std::filesystem::remove(path_of(folder_), ignored);
 }
 
 recovery::recovery(std::string folder) : folder_(std::move(folder)) {}
@@ -86,9 +89,9 @@ recovery::~recovery() {
 void recovery::keep(kept_project what) {
   std::unique_lock<std::mutex> lock(guard_);
   changed_.wait(lock, [this] { return !waiting_ && !writing_; });
-  waiting_.emplace(std::move(what));
   if (!writer_.joinable())
     writer_ = std::thread([this] { write(); });
+  waiting_.emplace(std::move(what));
   lock.unlock();
   changed_.notify_all();
 }
@@ -101,6 +104,11 @@ void recovery::forget() {
   waiting_.emplace(std::nullopt);
   lock.unlock();
   changed_.notify_all();
+}
+
+failure recovery::trouble() {
+  const std::lock_guard<std::mutex> lock(guard_);
+  return trouble_;
 }
 
 failure recovery::flush() {
@@ -119,11 +127,26 @@ void recovery::write() {
     waiting_.reset();
     writing_ = true;
     lock.unlock();
-    failure trouble = write_one(what);
+    failure trouble = try_to_write(what);
     lock.lock();
     trouble_ = std::move(trouble);
     writing_ = false;
     changed_.notify_all();
+  }
+}
+
+/// Whatever happens, the window waits for the next one.
+failure recovery::try_to_write(const std::optional<kept_project>& what) {
+  try {
+    failure trouble = write_one(what);
+    if (!trouble || own_.empty())
+      return trouble;
+    // Somebody may have removed the folder: once more, in another one.
+    own_.clear();
+    own_lock_.reset();
+    return write_one(what);
+  } catch (const std::exception& e) {
+    return e.what();
   }
 }
 
@@ -155,7 +178,8 @@ failure recovery::make_own_folder() {
       own_lock_ = std::move(lock);
       return std::nullopt;
     }
-    if (!lock->is_held_elsewhere())
+    // Another program has it, or has just removed it: it looked as if it had been left.
+    if (!lock->is_held_elsewhere() && folder_exists(folder))
       return "no lock can be had in \"" + folder + "\"";
   }
   return "\"" + folder_ + "\" is full";

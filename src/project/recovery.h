@@ -59,11 +59,15 @@ class recovery {
   /// Waits until all is written. Why the last could not be, if so: then what was kept before stays.
   failure flush();
 
+  /// Why the last that was written could not be; nullopt if all is well. Waits for nothing.
+  failure trouble();
+
   /// What programs have left that are gone, the latest last.
   std::vector<left_project> left();
 
  private:
   void write();
+  failure try_to_write(const std::optional<kept_project>& what);
   failure write_one(const std::optional<kept_project>& what);
   failure make_own_folder();
 

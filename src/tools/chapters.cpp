@@ -18,6 +18,9 @@ namespace {
 
 constexpr std::size_t most_characters = 12, fewest_characters = 9;
 
+/// A row of this text alone would end its section in the project file.
+constexpr std::string_view section_end = "***";
+
 /// "7" as "07".
 std::string two_digits(std::int64_t number) {
   return (number < 10 ? "0" : "") + trimmed(number);
@@ -208,7 +211,8 @@ bool chapter::accept() {
 void chapter::keep_in(project& copy) const {
   std::vector<std::string> lines;
   for (const std::string& line : chapter_lines(RichTextBox1_))
-    if (const std::string_view time = trim(line); !time.empty() && !holds_control_character(time))
+    if (const std::string_view time = trim(line);
+        !time.empty() && time != section_end && is_storable_chapter(time))
       lines.emplace_back(time);
   row_to_write(copy.chapters, leading_whole(Label2_), {}) = chapter_row(lines);
 }

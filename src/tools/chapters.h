@@ -83,7 +83,7 @@ class chapter {
   bool accept();
 
   /// What stands here and was not accepted, into a copy of the project that is kept in case the
-  /// program dies: every line, also one that is no time.
+  /// program dies: every line that a row can hold, also one that is no time.
   void keep_in(project& copy) const;
 
  private:

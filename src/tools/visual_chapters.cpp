@@ -50,11 +50,15 @@ void vchapters::remove() {
   selected_ = -1;
 }
 
-void vchapters::accept() {
+std::string vchapters::text() const {
   std::string text;
   for (const std::string& row : List1_)
     text += row + std::string(crlf);
-  dialog_->set_text(text);
+  return text;
+}
+
+void vchapters::accept() {
+  dialog_->set_text(text());
 }
 
 }  // namespace corvane

@@ -42,6 +42,9 @@ class vchapters {
   /// `remove`: the selected row goes, but never the first one.
   void remove();
 
+  /// The rows as a chapter text.
+  std::string text() const;
+
   /// `accept`: the rows replace the chapter dialog's text; the window closes.
   void accept();
 

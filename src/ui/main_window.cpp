@@ -2,6 +2,7 @@
 
 #include "authoring/author.h"
 #include "authoring/earlier_disc.h"
+#include "authoring/last_disc.h"
 #include "authoring/navigation_xml.h"
 #include "platform/files/paths.h"
 #include "project/change_notes.h"
@@ -116,6 +117,8 @@ main_window::main_window(std::string app, const std::string& media_folder)
 
 // A window that works on the project must not outlive it.
 main_window::~main_window() {
+  keep_draft();  // the session may have ended while it was open
+  document_.keep_in(nullptr);
   if (editor_ != nullptr)
     delete editor_.get();
 }
@@ -136,6 +139,9 @@ void main_window::make_controls() {
     run("move title", [row](document& doc) { movetitle_command(doc, row); });
   };
   on.context = [this] { return may_command() ? bars_->title_menu().release() : nullptr; };
+  on.open_folder = [this] { tell_if(user_desktop_->show_folder(last_disc_.folder)); };
+  on.play = [this] { tell_if(user_desktop_->play_disc(last_disc_.to_play())); };
+  on.show_log = [this] { display_.show_last_log(); };
   on.findings = [this] { check_->show(); };
   on.region = [this](const std::string& region) {
     run("change DVD format", [&region](document& doc) { region_command(doc, region); });
@@ -204,6 +210,7 @@ void main_window::open_editor(const char* name,
   if (!may_command())
     return;
   editor_is_open_ = true;
+  note_.clear();
   check_->let_commands(false);
   editor_ = open({document_, ask_, name, draft_, [this] {
                     editor_is_open_ = false;
@@ -246,6 +253,7 @@ void main_window::author() {
     const author_result result = author_command(doc, equipment, prepared);
     if (result == author_result::started || result == author_result::editing)
       last_output_ = prepared.where.out;
+    authors_ = result == author_result::started;
   });
   repair_what_was_asked_about();
   if (edit)
@@ -277,7 +285,7 @@ void main_window::start(const prepared_run& prepared) {
   run("author dvd", [&](document& doc) {
     author_equipment equipment{app_, lock_, runner_, {}, {}};
     equipment.material = material();
-    authordvd(doc, equipment, prepared);
+    authors_ = authordvd(doc, equipment, prepared) == author_result::started;
   });
   repair_what_was_asked_about();
 }
@@ -453,10 +461,14 @@ void main_window::show_status() {
       document_.p.List1.empty()
           ? "Click \"add title\" or drop video and audio streams here to begin."
           : "";
-  SetStatusText(wx_text(!left_by_run_.empty() ? left_by_run_
-                        : !note_.empty()      ? note_
-                                              : hint),
-                told_pane);
+  const failure not_kept = recovery_.trouble();
+  SetStatusText(
+      wx_text(not_kept ? "Should the program die, changes since the last save are lost: " +
+                             *not_kept + "."
+              : !left_by_run_.empty() ? left_by_run_
+              : !note_.empty()        ? note_
+                                      : hint),
+      told_pane);
   SetStatusText(wx_text(project_name(document_)), file_pane);
 }
 
@@ -474,7 +486,16 @@ void main_window::run_has_ended(const run_end& end) {
     restored_ = end.restored;
   if (end.findings)
     check_->take_run(*end.findings);
+  if (std::exchange(authors_, false) && end.outcome != run_outcome::none) {
+    last_disc_ = look_at_last_disc(last_output_, document_.p.isocreate, end.outcome);
+    view_->show_last_disc(last_disc_);
+  }
   show_status();
+}
+
+void main_window::tell_if(const failure& why) {
+  if (why)
+    tell("That cannot be done: " + *why + ".");
 }
 
 void main_window::tell_restored() {
@@ -495,7 +516,7 @@ void main_window::let_commands(bool enabled) {
 // what the user has selected stays selected, and nothing else.
 void main_window::focus_titles() {
   const int selected = document_.p.selected;
-  view_->SetFocus();
+  view_->focus_titles();
   document_.p.selected = selected;
   refresh();
 }
@@ -547,6 +568,9 @@ void main_window::end() {
 
 void main_window::on_close(wxCloseEvent& event) {
   if (!event.CanVeto()) {
+    // The session ends, and maybe this program at once.
+    keep_draft();
+    document_.end(false);
     end();
     return;
   }

@@ -3,6 +3,7 @@
 // left in the project is shown.
 #pragma once
 
+#include "authoring/last_disc.h"
 #include "platform/files/folder_lock.h"
 #include "platform/processes/desktop.h"
 #include "platform/processes/process.h"
@@ -101,6 +102,7 @@ class main_window : public wxFrame {
   void show_moved_commands();
   void show_status();
   void tell_restored();
+  void tell_if(const failure& why);
   void tell(const std::string& text);  ///< says something that needs no answer
   void focus_titles();
   void on_close(wxCloseEvent& event);
@@ -118,6 +120,8 @@ class main_window : public wxFrame {
   recovery recovery_;
   document document_;
   std::string last_output_;
+  last_disc last_disc_;
+  bool authors_ = false;  ///< the run that is on makes a disc
   folder_lock lock_;
   run_display display_;
   std::unique_ptr<process_launcher> launcher_;

@@ -1,7 +1,9 @@
 #include "ui/project_view.h"
 
+#include "authoring/last_disc.h"
 #include "tools/finding_list.h"
 #include "ui/disc/findings_view.h"
+#include "ui/widgets/choice_again.h"
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
@@ -11,7 +13,6 @@
 #include <wx/bmpbuttn.h>
 #include <wx/button.h>
 #include <wx/choice.h>
-#include <wx/infobar.h>
 #include <wx/listbox.h>
 #include <wx/menu.h>
 #include <wx/settings.h>
@@ -42,23 +43,19 @@ project_view::project_view(wxWindow* parent, handlers on) : wxPanel(parent), on_
   lower->Add(make_statistics(), wxSizerFlags(1).Expand());
   lower->Add(make_region(),
              wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::group_gap)));
-  notice_ = new wxInfoBar(this);
-  name_control(*notice_, "notice");
-  notice_->Bind(wxEVT_BUTTON, [this](wxCommandEvent& event) {
-    event.Skip();  // which takes the line away
-    if (event.GetId() == notice_action_ && notice_act_)
-      CallAfter(notice_act_);
-  });
   auto* groups = new wxBoxSizer(wxVERTICAL);
-  groups->Add(notice_, wxSizerFlags().Expand());
+  groups->Add(make_notice(), wxSizerFlags().Expand().Border(wxBOTTOM, FromDIP(layout::group_gap)));
   groups->Add(titles, wxSizerFlags(1).Expand());
   groups->Add(make_findings(), wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::group_gap)));
+  groups->Add(make_last_disc(), wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::group_gap)));
   groups->Add(lower, wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::group_gap)));
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(groups, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::window_border)));
   SetSizer(whole);
   least_ = whole->CalcMin();
+  groups->Show(notice_, false, true);
   groups->Show(findings_, false, true);
+  groups->Show(last_disc_, false, true);
 }
 
 wxBitmapButton* project_view::make_mover(wxWindow* parent, const char* name, const char* picture,
@@ -133,6 +130,39 @@ wxSizer* project_view::make_findings() {
   return findings_;
 }
 
+wxSizer* project_view::make_last_disc() {
+  last_disc_text_ = new wxStaticText(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                                     wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_MIDDLE);
+  last_disc_text_->SetMinSize(wxSize(1, -1));
+  name_control(*last_disc_text_, "lastdisc");
+  const auto button = [this](const char* name, const char* label, const char* tip,
+                             const std::function<void()>& clicked) {
+    auto* made = new wxButton(this, wxID_ANY, label);
+    name_control(*made, name);
+    made->SetToolTip(tip);
+    made->Bind(wxEVT_BUTTON, [clicked](wxCommandEvent&) { clicked(); });
+    return made;
+  };
+  play_ = button("playdisc", "&play", "the disc, in a player of the system", on_.play);
+  const wxSizerFlags behind =
+      wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::control_gap));
+  last_disc_ = new wxBoxSizer(wxHORIZONTAL);
+  last_disc_->Add(last_disc_text_, wxSizerFlags(1).CentreVertical());
+  last_disc_->Add(button("openfolder", "open fo&lder", "where the disc is", on_.open_folder),
+                  behind);
+  last_disc_->Add(play_, behind);
+  last_disc_->Add(button("lastlog", "lo&g", "of the last run", on_.show_log), behind);
+  return last_disc_;
+}
+
+void project_view::show_last_disc(const last_disc& disc) {
+  last_disc_text_->SetLabelText(wx_text(disc.text));
+  last_disc_text_->SetToolTip(wx_text(disc.text));
+  play_->Enable(disc.is_there);
+  GetSizer()->Show(last_disc_, true, true);
+  Layout();
+}
+
 wxSizer* project_view::make_statistics() {
   auto* box = new wxStaticBoxSizer(wxVERTICAL, this, "statistics");
   wxStaticBox* Frame2 = box->GetStaticBox();
@@ -155,6 +185,8 @@ wxSizer* project_view::make_region() {
   Comboregion_ = new wxChoice(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, 2, regions);
   name_control(*Comboregion_, "Comboregion");
   let_wheel_pass(*Comboregion_);
+  tell_choice_again(*Comboregion_,
+                    [this] { on_.region(utf8_of(Comboregion_->GetStringSelection())); });
   Comboregion_->SetToolTip("click to change preference");
   Comboregion_->Bind(wxEVT_CHOICE,
                      [this](wxCommandEvent& event) { on_.region(utf8_of(event.GetString())); });
@@ -198,6 +230,10 @@ void project_view::show_project(const project& p) {
   Layout();
 }
 
+void project_view::focus_titles() {
+  List1_->SetFocus();
+}
+
 void project_view::show_findings(const finding_list& findings) {
   const wxString line = wx_text(findings.headline());
   if (!line.empty()) {
@@ -212,21 +248,48 @@ void project_view::show_findings(const finding_list& findings) {
   }
 }
 
+wxSizer* project_view::make_notice() {
+  notice_text_ = new wxStaticText(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                                  wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
+  notice_text_->SetMinSize(wxSize(1, -1));
+  name_control(*notice_text_, "notice");
+  notice_action_ = new wxButton(this, wxID_ANY, wxString());
+  name_control(*notice_action_, "noticeaction");
+  notice_action_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
+    notice_text_->SetLabelText(wxString());  // it comes again if it is still so
+    let_notice_stand(false);
+    if (notice_act_)
+      CallAfter(notice_act_);
+  });
+  auto* away = new wxButton(this, wxID_ANY, "&hide");
+  name_control(*away, "hidenotice");
+  away->SetToolTip("puts this line away");
+  away->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { let_notice_stand(false); });
+  const int gap = FromDIP(layout::control_gap);
+  notice_ = new wxBoxSizer(wxHORIZONTAL);
+  notice_->Add(notice_text_, wxSizerFlags(1).CentreVertical());
+  notice_->Add(notice_action_, wxSizerFlags().CentreVertical().Border(wxLEFT, gap));
+  notice_->Add(away, wxSizerFlags().CentreVertical().Border(wxLEFT, gap));
+  return notice_;
+}
+
+void project_view::let_notice_stand(bool stands) {
+  GetSizer()->Show(notice_, stands, true);
+  if (stands)
+    notice_action_->Show(!notice_action_->GetLabel().empty());
+  Layout();
+}
+
 void project_view::show_notice(const std::string& text, const wxString& action,
                                std::function<void()> act) {
-  if (text == notice_text_)
+  const wxString shown = wx_text(text);
+  if (shown == notice_text_->GetLabelText())
     return;
-  notice_text_ = text;
+  notice_text_->SetLabelText(shown);
+  notice_text_->SetToolTip(shown);
+  notice_action_->SetLabel(action);
   notice_act_ = std::move(act);
-  if (notice_->HasButtonId(notice_action_))
-    notice_->RemoveButton(notice_action_);
-  if (text.empty()) {
-    notice_->Dismiss();
-    return;
-  }
-  if (!action.empty())
-    notice_->AddButton(notice_action_, action);
-  notice_->ShowMessage(wx_text(text), wxICON_INFORMATION);
+  let_notice_stand(!text.empty());
 }
 
 void project_view::show_titles(const project& p) {

@@ -10,8 +10,8 @@
 #include <string>
 
 class wxBitmapButton;
+class wxButton;
 class wxChoice;
-class wxInfoBar;
 class wxKeyEvent;
 class wxMenu;
 class wxMouseEvent;
@@ -24,6 +24,7 @@ class wxStaticText;
 namespace corvane {
 
 class finding_list;
+struct last_disc;
 
 class project_view : public wxPanel {
  public:
@@ -36,13 +37,17 @@ class project_view : public wxPanel {
     std::function<void(int)> move;         ///< the selected title was dragged to a row, 0-based
     std::function<wxMenu*()> context;      ///< the menu of the selected title, to be deleted
     std::function<void(const std::string&)> region;
-    std::function<void()> findings;  ///< the line of what was found
+    std::function<void()> findings;                     ///< the line of what was found
+    std::function<void()> open_folder, play, show_log;  ///< the line of the last disc
   };
 
   project_view(wxWindow* parent, handlers on);
 
   /// Brings every control up to date.
   void show_project(const project& p);
+
+  /// Gives the list the keys.
+  void focus_titles();
 
   /// The line under the titles: there only when there is something to say.
   void show_findings(const finding_list& findings);
@@ -51,12 +56,18 @@ class project_view : public wxPanel {
   /// has put it away, or another text takes its place. An empty text takes it away.
   void show_notice(const std::string& text, const wxString& action, std::function<void()> act);
 
+  /// The line of what the last run has left, below the titles.
+  void show_last_disc(const last_disc& disc);
+
   /// The least size, with that line.
   wxSize least_size() const { return least_; }
 
  private:
   wxSizer* make_titles();
+  wxSizer* make_notice();
+  void let_notice_stand(bool stands);
   wxSizer* make_findings();
+  wxSizer* make_last_disc();
   wxSizer* make_statistics();
   wxSizer* make_region();
   wxBitmapButton* make_mover(wxWindow* parent, const char* name, const char* picture,
@@ -68,15 +79,18 @@ class project_view : public wxPanel {
   void show_context_menu();
 
   handlers on_;
-  wxInfoBar* notice_ = nullptr;
-  const wxWindowID notice_action_ = wxWindow::NewControlId();
-  std::string notice_text_;
+  wxSizer* notice_ = nullptr;
+  wxStaticText* notice_text_ = nullptr;
+  wxButton* notice_action_ = nullptr;
   std::function<void()> notice_act_;
   wxStaticBox* Frame1_ = nullptr;
   wxListBox* List1_ = nullptr;
   wxSizer* findings_ = nullptr;
   wxStaticBitmap* findings_picture_ = nullptr;
   wxStaticText* findings_text_ = nullptr;
+  wxSizer* last_disc_ = nullptr;
+  wxStaticText* last_disc_text_ = nullptr;
+  wxButton* play_ = nullptr;
   wxStaticText* dvdsizetext_ = nullptr;
   wxStaticText* globalregion_ = nullptr;
   wxChoice* Comboregion_ = nullptr;

@@ -141,8 +141,14 @@ bool wx_prompts::go_on_despite(const findings_question& question) {
   return go_on;
 }
 
-std::string wx_prompts::folder_of_missing(const std::vector<std::string>& files) {
-  wxString text =
+std::string wx_prompts::folder_of_missing(const missing_question& missing) {
+  const std::vector<std::string>& files = missing.files;
+  wxString text;
+  if (!missing.searched.empty())
+    text = (missing.found == 0 ? wxString("None of them was found in ")
+                               : wxString::Format("%zu were found in ", missing.found)) +
+           wx_text(sanitized(missing.searched)) + ".\n\n";
+  text +=
       files.size() == 1
           ? wxString("A file of the project is not where it was:\n\n")
           : wxString::Format("%zu files of the project are not where they were:\n\n", files.size());

@@ -24,7 +24,7 @@ class wx_prompts : public prompts {
   std::string save_file(const file_dialog& dialog) override;
   std::string input(const input_box& box) override;
   bool go_on_despite(const findings_question& question) override;
-  std::string folder_of_missing(const std::vector<std::string>& files) override;
+  std::string folder_of_missing(const missing_question& missing) override;
   bool show_text_file(const std::string& path) override;
   bool can_ask() const override { return !asking_stopped_; }
 

@@ -26,6 +26,8 @@ TEST(ChangeNotes, AddingATitleTellsOfTheCommandsThatItRemoves) {
   EXPECT_EQ(change_note(with_commands({"call menu"}), after).substr(0, 33),
             "The command after a title was rem");
   EXPECT_EQ(change_note(with_commands({""}), after), "");
+  after.List11.front() = "\\other.vob";
+  EXPECT_EQ(change_note(with_commands({"call menu"}), after), "") << "another project";
 }
 
 TEST(ChangeNotes, ALockedRegionWithNothingLoadedIsTold) {

@@ -3,6 +3,7 @@
 
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
+#include "project/dropped_files.h"
 #include "project/file_lookup.h"
 #include "project/project_file.h"
 #include "project/title_commands.h"
@@ -20,8 +21,9 @@ using ::testing::SizeIs;
 /// Answers the questions about missing files with these folders, one after the other.
 class knows_folders : public testing_support::scripted_prompts {
  public:
-  std::string folder_of_missing(const std::vector<std::string>& files) override {
-    asked.push_back(files);
+  std::string folder_of_missing(const missing_question& question) override {
+    asked.push_back(question.files);
+    found.push_back(question.found);
     if (folders.empty())
       return {};
     std::string folder = folders.front();
@@ -30,6 +32,7 @@ class knows_folders : public testing_support::scripted_prompts {
   }
   std::vector<std::string> folders;
   std::vector<std::vector<std::string>> asked;
+  std::vector<std::size_t> found;
 };
 
 class MovedFiles : public testing_support::command_test {
@@ -82,6 +85,7 @@ TEST_F(MovedFiles, WhatIsNotFoundIsAskedAboutAgainAndThenTold) {
   EXPECT_FALSE(loadprojectf(doc, file));
   ASSERT_THAT(user.asked, SizeIs(2));
   EXPECT_THAT(user.asked[1], ElementsAre(folder.path("old/b.vob")));
+  EXPECT_THAT(user.found, ElementsAre(0u, 5u));
   EXPECT_THAT(p.List11, IsEmpty());
 }
 
@@ -113,6 +117,37 @@ TEST_F(MovedFiles, AreOfferedBeforeTheMessagesOfACommandAndOnceOnly) {
   titleup_command(doc);
   EXPECT_EQ(p.List11[1], stored("new/a.m2v") + "/" + stored("a.ac3"));
   EXPECT_EQ(p.saved, 0);
+}
+
+TEST_F(MovedFiles, ThatWereGivenUpAreNotAskedAboutInAnotherOrder) {
+  add_files_and_title({"a.m2v", "a.ac3"});
+  add_files_and_title({"b.m2v", "b.ac3"});
+  remove_all(folder.path("a.m2v"));
+  remove_all(folder.path("b.m2v"));
+  p.selected = 1;
+  for (int command = 0; command < 3; ++command) {
+    const bool swapped = command == 0;
+    if (command < 2) {
+      user.expect(
+          box(folder.path(swapped ? "b.m2v" : "a.m2v") + " appears to be missing", icon::critical));
+      user.expect(
+          box(folder.path(swapped ? "a.m2v" : "b.m2v") + " appears to be missing", icon::critical));
+      (swapped ? titleup_command : titledown_command)(doc);
+    } else {
+      user.expect(box(folder.path("a.m2v") + " appears to be missing", icon::critical));
+      remove_title_command(doc);
+    }
+    EXPECT_THAT(user.asked, SizeIs(1));
+  }
+}
+
+TEST_F(MovedFiles, OfADroppedProjectAreAskedAboutToo) {
+  const std::string file = project_of_old();
+  add_all("elsewhere");
+  user.folders = {folder.path("elsewhere")};
+  drop_files(doc, {file});
+  EXPECT_THAT(user.asked, SizeIs(1));
+  EXPECT_THAT(p.List11, SizeIs(2));
 }
 
 TEST_F(MovedFiles, AMenuWithoutAudioMissesNothing) {

@@ -40,7 +40,7 @@ using testing_support::temporary_folder;
     if (change % 7 == 0) {
       const document::step step(doc, "save");
       if (!write_file(file, project_text(doc.p)))
-        doc.set_file(file);
+        doc.saved_to(file);
     }
     if (::write(told, &change, sizeof change) != sizeof change)
       ::_exit(1);

@@ -1,6 +1,7 @@
 // Projects kept for the case that their program ends without saving them.
 #include "project/recovery.h"
 
+#include "platform/files/files.h"
 #include "project/project_file.h"
 #include "project/title_commands.h"
 #include "project/title_rows.h"
@@ -67,7 +68,7 @@ TEST_F(Recovery, WhatIsSavedOrGivenUpIsForgotten) {
     EXPECT_EQ(ending.flush(), std::nullopt);
     if (saved) {
       const document::step step(doc, "save");
-      doc.set_file("/p.cvp");
+      doc.saved_to("/p.cvp");
     }
     doc.end(!saved);
     doc.keep_in(nullptr);
@@ -122,6 +123,22 @@ TEST_F(Recovery, AFileThatIsNoneIsLeftAlone) {
   folder.add("app/kept/1/project.kept", "something");
   EXPECT_THAT(found(kept), IsEmpty());
   EXPECT_EQ(folder.read("app/kept/1/project.kept"), "something");
+}
+
+TEST_F(Recovery, GoesOnWhereItsFolderWasRemoved) {
+  keeper.keep({"", "", "one"});
+  EXPECT_EQ(keeper.flush(), std::nullopt);
+  remove_all(kept);
+  keeper.keep({"", "", "two"});
+  EXPECT_EQ(keeper.flush(), std::nullopt);
+  EXPECT_EQ(folder.read("app/kept/1/project.kept"), "Corvane kept project 1\n\n\ntwo");
+}
+
+TEST_F(Recovery, WhatItsFileHoldsAlreadyIsNotOffered) {
+  const std::string file = folder.add("p.cvp", project_text(project()));
+  { recovery(kept).keep({file, "", project_text(project())}); }
+  EXPECT_FALSE(recover_command(doc, keeper));
+  EXPECT_THAT(found(kept), IsEmpty());
 }
 
 TEST_F(Recovery, WhereNothingCanBeWrittenThatIsTold) {
@@ -221,10 +238,11 @@ TEST_F(Recovered, AfterACloseThatDidNotAsk) {
   folder.add("b.vob");
   add_title(p, folder.stored("a.vob"));
   add_title(p, folder.stored("b.vob"));
+  std::string target;
   const auto closed = [&](answer reply) {
     recovery ending(kept);
     doc.keep_in(&ending);
-    doc.set_file("/p.cvp");
+    doc.saved_to("/p.cvp");
     {
       const document::step step(doc, "move title up");
       p.selected = 1;
@@ -238,7 +256,7 @@ TEST_F(Recovered, AfterACloseThatDidNotAsk) {
       p.saved = 1;
     }
     if (reply == answer::yes)
-      ask.expect_save({"save corvane project", testing_support::cvp_filter, ""}, "");
+      ask.expect_save({"save corvane project", testing_support::cvp_filter, ""}, target);
     const close_end end = close_project(doc);
     doc.end(end == close_end::given_up);
     doc.keep_in(nullptr);
@@ -250,6 +268,9 @@ TEST_F(Recovered, AfterACloseThatDidNotAsk) {
   EXPECT_THAT(found(kept), SizeIs(1)) << "this one is not wanted";
   EXPECT_EQ(closed(answer::yes), close_end::ends);
   EXPECT_THAT(found(kept), SizeIs(2)) << "no file was chosen";
+  target = folder.path("saved.cvp");
+  EXPECT_EQ(closed(answer::yes), close_end::ends);
+  EXPECT_THAT(found(kept), SizeIs(2)) << "this one was saved";
 }
 
 }  // namespace

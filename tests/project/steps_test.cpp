@@ -218,6 +218,31 @@ TEST_F(Steps, ALoadIsUndoneWithItsFile) {
   EXPECT_THAT(p.List1, ElementsAre("title1:a.m2v/a.ac3"));
 }
 
+TEST_F(Steps, ASaveCountsForTheStepsBeforeIt) {
+  add("a");
+  const auto save_as = [&](const char* name) {
+    ask.expect_save({"save corvane project", testing_support::cvp_filter, ""}, folder.path(name));
+    run("save project", saveproject_command);
+  };
+  save_as("1.cvp");
+  run("new project", newproject_command);
+  run("load project", [&](document& d) { loadprojectf(d, folder.path("1.cvp")); });
+  add("b");
+  run("save", savefile_command);
+  doc.undo();
+  doc.undo();
+  doc.redo();
+  EXPECT_EQ(doc.file(), folder.path("1.cvp"));
+  EXPECT_TRUE(doc.is_unsaved()) << "the file has the second title";
+  doc.redo();
+  EXPECT_FALSE(doc.is_unsaved());
+  save_as("2.cvp");
+  doc.undo();
+  doc.undo();
+  doc.redo();
+  EXPECT_EQ(doc.file(), folder.path("2.cvp")) << "\"save\" does not write into the old file";
+}
+
 TEST_F(Steps, ANewProjectIsBegunWhenTheOldOneIsSavedOrGivenUp) {
   add("a");
   ask.expect(save_question(), answer::cancel);

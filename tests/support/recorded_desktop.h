@@ -16,6 +16,8 @@ namespace corvane::testing_support {
 class recorded_desktop : public desktop {
  public:
   failure show_page(const std::string& file) override { return keep("show " + file); }
+  failure show_folder(const std::string& folder) override { return keep("folder " + folder); }
+  failure play_disc(const std::string& disc) override { return keep("play " + disc); }
   failure edit_text(const std::string& file) override { return keep("edit " + file); }
   failure import_registry(const std::string& file) override { return keep("import " + file); }
   failure run(const std::vector<std::string>& words) override {

@@ -117,6 +117,10 @@ TEST_F(Runs, TwoTitlesBecomeADisc) {
   EXPECT_THAT(seen.captions, testing::Contains(testing::StartsWith("Corvane log - *")));
   EXPECT_THAT(seen.longest, testing::HasSubstr("INFO: [mplex]"));
   EXPECT_TRUE(commands_enabled());
+  EXPECT_TRUE(ask_ui([] { return control("lastdisc")->IsShownOnScreen(); }));
+  EXPECT_THAT(label_of("lastdisc"),
+              testing::AllOf(testing::StartsWith("Ready: " + folder_.path("disc") + ", 0.0"),
+                             testing::EndsWith(" GB, image " + folder_.path("disc.iso"))));
   EXPECT_THAT(folder_.read("program/CorvaneLOG.txt"),
               testing::AllOf(testing::StartsWith("Corvane 0.997 - 1/2/2005\r\n"),
                              testing::HasSubstr("*multiplexing title: 1....."),

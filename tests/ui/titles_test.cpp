@@ -163,6 +163,23 @@ TEST_F(Titles, DelayIsAskedForAndKept) {
   EXPECT_THAT(window_->shown_project().delay, ElementsAre("0"));
 }
 
+TEST_F(Titles, TheRegionThatIsShownCanBeChosenAgainForThePreference) {
+  project p;
+  p.globalregion = "PAL";
+  load(p);
+  ASSERT_TRUE(wait_until([] { return control("globalregion")->GetLabel() == "PAL"; }));
+  const auto preferences = [this] { return folder_.read("config/corvane/preferences"); };
+  EXPECT_THAT(preferences(), testing::HasSubstr("dvdregion = NTSC"));
+  click_control("Comboregion");
+  press("Escape");
+  EXPECT_THAT(preferences(), testing::HasSubstr("dvdregion = NTSC")) << "nothing was chosen";
+  click_control("Comboregion");
+  press("Return");
+  EXPECT_TRUE(wait_until([&] {
+    return preferences().find("dvdregion = PAL") != std::string::npos;
+  })) << preferences();
+}
+
 TEST_F(Titles, RegionIsChosenShownAndRemembered) {
   click_control("Comboregion");
   press("Down");

@@ -246,6 +246,18 @@ TEST_F(Walk, OverTheMenuBar) {
   click_menu_bar(with_namesakes(effects()));
 }
 
+TEST_F(Walk, TheLineOfTheLastDiscOpensItsFolder) {
+  add_title(real_video(), real_audio());
+  click_tool("author dvd");
+  answer_file("enter a folder name to create the dvd", folder_.path("disc"));
+  EXPECT_TRUE(wait_until([] { return top_dialog().has_value(); }, 60));
+  press("Escape");
+  ASSERT_TRUE(wait_until([] { return control("lastdisc")->IsShownOnScreen(); }));
+  click_button("open folder");
+  EXPECT_TRUE(wait_until([this] { return file_exists(folder_.path("opened")); }));
+  EXPECT_EQ(folder_.read("opened"), folder_.path("disc") + "\n");
+}
+
 TEST_F(Walk, OverTheMenuBarWithoutAProject) {
   click_menu_bar(with_namesakes(effects_on_nothing()));
 }

@@ -28,6 +28,13 @@ class desktop {
   /// Opens a page (native path) in the user's browser: explorer.exe, maximized; xdg-open.
   virtual failure show_page(const std::string& file) = 0;
 
+  /// Shows a folder (native path) in the user's file manager.
+  virtual failure show_folder(const std::string& folder) = 0;
+
+  /// Plays a disc: `disc` (native path) is the folder that holds VIDEO_TS, or an image. Linux: the
+  /// first of some players that is installed. Windows: the program that opens such files.
+  virtual failure play_disc(const std::string& disc) = 0;
+
   /// Opens a text in the user's editor, whatever its name ends in: notepad.exe; what the desktop
   /// opens plain text with, and xdg-open where that cannot be started.
   virtual failure edit_text(const std::string& file) = 0;

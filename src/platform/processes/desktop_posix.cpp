@@ -49,6 +49,21 @@ class posix_desktop : public desktop {
 
   failure show_page(const std::string& file) override { return start({"xdg-open", file}); }
 
+  failure show_folder(const std::string& folder) override { return start({"xdg-open", folder}); }
+
+  failure play_disc(const std::string& disc) override {
+    if (command_on_path("vlc"))
+      return start({"vlc", "dvd://" + disc});
+    if (command_on_path("mpv"))
+      return start({"mpv", "--force-window", "--dvd-device=" + disc, "dvd://"});
+    if (command_on_path("mplayer"))
+      return start({"mplayer", "-dvd-device", disc, "dvdnav://"});
+    for (const char* const player : {"totem", "smplayer"})
+      if (command_on_path(player))
+        return start({player, "dvd://" + disc});
+    return "none of vlc, mpv, mplayer, totem and smplayer is installed";
+  }
+
   failure edit_text(const std::string& file) override {
     const std::string entry = text_editor_entry();
     if (!entry.empty() && command_on_path("gtk-launch"))

@@ -1,3 +1,5 @@
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
 #include "platform/processes/desktop.h"
 #include "platform/text/utf16_windows.h"
 
@@ -11,7 +13,7 @@ namespace {
 
 // Through the shell, because regedit wants rights that a plain start of a process cannot give.
 failure start(const wchar_t* program, const std::string& file, int show) {
-  const std::wstring quoted = utf16("\"" + file + "\"");
+  const std::wstring quoted = file.empty() ? std::wstring() : utf16("\"" + file + "\"");
   SHELLEXECUTEINFOW how{};
   how.cbSize = sizeof how;
   how.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
@@ -30,6 +32,13 @@ class windows_desktop : public desktop {
  public:
   failure show_page(const std::string& file) override {
     return start(L"explorer.exe", file, SW_SHOWMAXIMIZED);
+  }
+  failure show_folder(const std::string& folder) override {
+    return start(L"explorer.exe", folder, SW_SHOWNORMAL);
+  }
+  failure play_disc(const std::string& disc) override {
+    const std::string tables = join_path(join_path(disc, "VIDEO_TS"), "VIDEO_TS.IFO");
+    return start(utf16(file_exists(tables) ? tables : disc).c_str(), {}, SW_SHOWNORMAL);
   }
   failure edit_text(const std::string& file) override {
     return start(L"notepad.exe", file, SW_SHOWNORMAL);

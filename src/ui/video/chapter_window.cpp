@@ -65,7 +65,11 @@ chapter_window::chapter_window(wxWindow* main, lent_project lent, chapter model)
   life_.begin();
   lent_.keeps({"chapters", [this](project& copy) {
                  take_typed();
+                 const std::string typed = model_.RichTextBox1();
+                 if (const auto* editor = dynamic_cast<chapters_editor_window*>(editor_.get()))
+                   model_.set_text(editor->text());
                  model_.keep_in(copy);
+                 model_.set_text(typed);
                }});
   RichTextBox1_->SetFocus();
 }

@@ -28,6 +28,9 @@ class chapters_editor_window : public wxFrame {
   chapters_editor_window(wxWindow* dialog, wx_prompts& ask, vchapters model,
                          std::function<void()> closed);
 
+  /// Its times as the dialog would have them.
+  std::string text() const { return model_.text(); }
+
  private:
   void make_controls();
   wxSizer* make_right(wxWindow* parent);
