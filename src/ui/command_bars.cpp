@@ -8,6 +8,9 @@
 #include <wx/menu.h>
 #include <wx/toolbar.h>
 
+#include <cstddef>
+#include <string_view>
+
 namespace corvane {
 namespace {
 
@@ -114,7 +117,7 @@ std::unique_ptr<wxMenu> command_bars::title_menu() {
 void command_bars::enable(bool enabled) {
   wxMenuBar* bar = window_.GetMenuBar();
   for (std::size_t i = 0; i < bar->GetMenuCount(); ++i)
-    bar->EnableTop(i, enabled);
+    bar->EnableTop(i, enabled || std::string_view(main_menus()[i].name) == "help");
   Toolbar1_->Enable(enabled);
 }
 

@@ -27,7 +27,7 @@ class command_bars {
   /// A new menu of what can be done with the selected title.
   std::unique_ptr<wxMenu> title_menu();
 
-  /// All of it on or off (a run is on).
+  /// All of it but "help" on or off (a run is on).
   void enable(bool enabled);
 
  private:

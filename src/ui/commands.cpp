@@ -12,6 +12,7 @@
 #include "tools/xml_editor.h"
 #include "ui/disc/verified_window.h"
 #include "ui/editor/menu_windows.h"
+#include "ui/guide.h"
 #include "ui/main_window.h"
 #include "ui/subtitles/language_window.h"
 #include "ui/subtitles/subtitles_window.h"
@@ -68,6 +69,12 @@ void check_project(main_window& window) {
 void show_run_findings(main_window& window) {
   window.show_run_findings();
 }
+void show_guide(main_window& window) {
+  window.show_guide(guide_page_about(&window));
+}
+void show_keys(main_window& window) {
+  window.show_guide("keys.html");
+}
 void drop_extras(main_window& window) {
   window.drop_down("extras");
 }
@@ -112,82 +119,99 @@ menu_item label(const char* name, const char* caption) {
 menu file_menu() {
   return {
       "mnufile",
-      "file",
-      {command("open", "add new title...", core<"add title", open_command>, "Ctrl+T"),
-       command("author", "author dvd...", author, "F5"),
-       command("loadproject", "load project...", core<"load project", loadproject_command>,
+      "&file",
+      {command("open", "add &new title...", core<"add title", open_command>, "Ctrl+T"),
+       command("author", "&author dvd...", author, "F5"),
+       command("loadproject", "&load project...", core<"load project", loadproject_command>,
                "Ctrl+O"),
-       command("saveproject", "save project...", core<"save project", saveproject_command>,
+       command("saveproject", "save &project...", core<"save project", saveproject_command>,
                "Ctrl+Shift+S"),
-       command("showlog", "show log", show_log, "Ctrl+L"),
-       command("clearlog", "clear log", clear_log),
+       command("showlog", "show lo&g", show_log, "Ctrl+L"),
+       command("clearlog", "clea&r log", clear_log),
        label("empty", "---settings----"),
-       check("isocreate", "create iso after authoring",
+       check("isocreate", "create &iso after authoring",
              core<"change \"create iso\"", isocreate_command>),
-       check("editxml", "edit xml before authoring", core<"change \"edit xml\"", editxml_command>),
-       check("cleanup", "clean up files after authoring",
+       check("editxml", "edit &xml before authoring", core<"change \"edit xml\"", editxml_command>),
+       check("cleanup", "&clean up files after authoring",
              core<"change \"clean up files\"", cleanup_command>),
        separator(),
-       command("newproject", "new project", core<"new project", newproject_command>, "Ctrl+N"),
-       command("savefile", "save", core<"save", savefile_command>, "Ctrl+S"),
-       {"recent", "recent projects", "", item_kind::submenu, nullptr},
+       command("newproject", "ne&w project", core<"new project", newproject_command>, "Ctrl+N"),
+       command("savefile", "&save", core<"save", savefile_command>, "Ctrl+S"),
+       {"recent", "r&ecent projects", "", item_kind::submenu, nullptr},
        separator(),
-       command("quit", "quit", quit, "Ctrl+Q")}};
+       command("quit", "&quit", quit, "Ctrl+Q")}};
 }
 
 menu menus_menu() {
   return {
       "menu",
-      "menus",
-      {command("addmenu", "add new titleset menu", add_menu, "Ctrl+M"),
-       command("editmenu", "edit existing titleset menu", edit_menu, "Ctrl+E"),
-       command("remove", "remove titleset menu", remove_menu),
-       command("still", "create m2v still", still, "Ctrl+I"),
-       command("framecount", "set m2v framecount", core<"set m2v framecount", framecount_command>),
-       command("avisynth", "create motion menu script", create_avisynth_script, "Ctrl+Shift+Y")}};
+      "&menus",
+      {command("addmenu", "&add new titleset menu", add_menu, "Ctrl+M"),
+       command("editmenu", "&edit existing titleset menu", edit_menu, "Ctrl+E"),
+       command("remove", "&remove titleset menu", remove_menu),
+       command("still", "&create m2v still", still, "Ctrl+I"),
+       command("framecount", "set m2v &framecount", core<"set m2v framecount", framecount_command>),
+       command("avisynth", "create &motion menu script", create_avisynth_script, "Ctrl+Shift+Y")}};
 }
 
 menu extras_menu() {
   return {"extras",
-          "extras",
+          "e&xtras",
           {label("notice", "--highlight a title before selecting these options"),
-           command("addaudiostream", "add audio stream",
+           command("addaudiostream", "&add audio stream",
                    core<"add audio stream", addaudiostream_command>, "Ctrl+U"),
-           command("addsubs", "add/edit subtitles", edit_subtitles, "Ctrl+B"),
-           command("edittags", "edit language tags", edit_languages, "Ctrl+G"),
-           command("editdelay", "edit A/V delay", core<"edit A/V delay", editdelay_command>,
+           command("addsubs", "add/edit &subtitles", edit_subtitles, "Ctrl+B"),
+           command("edittags", "edit &language tags", edit_languages, "Ctrl+G"),
+           command("editdelay", "edit A/V &delay", core<"edit A/V delay", editdelay_command>,
                    "Ctrl+D")}};
 }
 
 menu tools_menu() {
   return {"tools",
-          "tools",
-          {check("jumptable", "use JumpTable", core<"change JumpTable", jumptable_command>),
-           command("layoutprint", "generate layout report", print_layout, "Ctrl+R"),
-           command("register", "register .cvp extension", register_extension),
-           command("mnuabout", "about", core<"about", about_command>, "F1")}};
+          "&tools",
+          {check("jumptable", "use &JumpTable", core<"change JumpTable", jumptable_command>),
+           command("layoutprint", "generate layout &report", print_layout, "Ctrl+R"),
+           command("register", "register .&cvp extension", register_extension),
+           command("mnuabout", "&about", core<"about", about_command>)}};
 }
 
 menu edit_menu_items() {
   return {"edit",
-          "edit",
-          {command("undo", "undo", undo, "Ctrl+Z"), command("redo", "redo", redo, "Ctrl+Y")}};
+          "&edit",
+          {command("undo", "&undo", undo, "Ctrl+Z"), command("redo", "&redo", redo, "Ctrl+Y")}};
 }
 
 menu check_menu() {
   return {"disc",
-          "disc",
-          {command("check", "check project...", check_project, "Ctrl+K"),
-           command("verify", "verify disc...", verify_disc, "Ctrl+Shift+K"),
-           command("lastrun", "what the last run found...", show_run_findings)}};
+          "&disc",
+          {command("check", "&check project...", check_project, "Ctrl+K"),
+           command("verify", "&verify disc...", verify_disc, "Ctrl+Shift+K"),
+           command("lastrun", "what the last run &found...", show_run_findings)}};
+}
+
+menu help_menu() {
+  return {"help",
+          "&help",
+          {command("guide", "user &guide", show_guide, "F1"), command("keys", "&keys", show_keys)}};
 }
 
 }  // namespace
 
 const std::vector<menu>& main_menus() {
   static const std::vector<menu> menus = {file_menu(),  menus_menu(),      extras_menu(),
-                                          tools_menu(), edit_menu_items(), check_menu()};
+                                          tools_menu(), edit_menu_items(), check_menu(),
+                                          help_menu()};
   return menus;
+}
+
+const std::vector<command_key>& main_keys() {
+  static const std::vector<command_key> keys = {
+      {"Alt+Up", "move the title up", core<"move title up", titleup_command>},
+      {"Alt+Down", "move the title down", core<"move title down", titledown_command>},
+      {"Ctrl+H", "chapters of the title", edit_chapters},
+      {"Ctrl+J", "nav cmds", edit_navcommands},
+      {"Ctrl+Shift+Z", "redo", redo}};
+  return keys;
 }
 
 const std::vector<drop_item>& title_items() {

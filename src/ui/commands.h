@@ -17,7 +17,7 @@ enum class item_kind { command, check, label, separator, submenu };
 
 struct menu_item {
   const char* name;     ///< the command's name
-  const char* caption;  ///< what the user reads
+  const char* caption;  ///< what the user reads, "&" before its mnemonic
   const char* keys;     ///< accelerator ("Ctrl+O"), "" for none
   item_kind kind;
   action run;
@@ -25,13 +25,20 @@ struct menu_item {
 
 struct menu {
   const char* name;
-  const char* caption;
+  const char* caption;  ///< as an item's
   std::vector<menu_item> items;
 };
 
 struct drop_item {
   const char* key;
   const char* caption;
+  action run;
+};
+
+/// A key for a command that has no item with it in the menu bar.
+struct command_key {
+  const char* keys;
+  const char* does;  ///< as the user guide says it
   action run;
 };
 
@@ -46,6 +53,9 @@ struct tool {
 
 /// The menu bar, left to right.
 const std::vector<menu>& main_menus();
+
+/// The further keys of the window.
+const std::vector<command_key>& main_keys();
 
 /// The menu of a title in the list; an item without a key is a separator.
 const std::vector<drop_item>& title_items();

@@ -36,7 +36,6 @@
 #include <wx/toolbar.h>
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace corvane {
@@ -84,7 +83,9 @@ main_window::main_window(std::string app, const std::string& media_folder)
       display_(*this, [this] { stop_run(); }),
       launcher_(make_process_launcher()),
       user_desktop_(make_desktop()),
-      runner_(display_, ask_, *launcher_, lock_, app_) {
+      runner_(display_, ask_, *launcher_, lock_, app_),
+      // Once the key has been dealt with: a message may follow.
+      guide_key_([this](const char* page) { CallAfter([this, page] { show_guide(page); }); }) {
   name_control(*this, "main");
   // Drawn while the display brings the window up: only the desktop shows them.
   CallAfter([this] { SetIcons(program_icon()); });
@@ -162,27 +163,16 @@ void main_window::make_controls() {
 }
 
 void main_window::bind_keys() {
-  const int up = wxWindow::NewControlId();
-  const int down = wxWindow::NewControlId();
-  const int chapters = wxWindow::NewControlId();
-  const int nav_commands = wxWindow::NewControlId();
-  Bind(
-      wxEVT_MENU, [this](wxCommandEvent&) { run("move title up", titleup_command); }, up);
-  Bind(
-      wxEVT_MENU, [this](wxCommandEvent&) { run("move title down", titledown_command); }, down);
-  Bind(
-      wxEVT_MENU, [this](wxCommandEvent&) { edit_chapters(*this); }, chapters);
-  Bind(
-      wxEVT_MENU, [this](wxCommandEvent&) { edit_navcommands(*this); }, nav_commands);
-  const int redo_too = wxWindow::NewControlId();
-  Bind(
-      wxEVT_MENU, [this](wxCommandEvent&) { redo(); }, redo_too);
-  const wxAcceleratorEntry keys[] = {{wxACCEL_ALT, WXK_UP, up},
-                                     {wxACCEL_ALT, WXK_DOWN, down},
-                                     {wxACCEL_CTRL, 'H', chapters},
-                                     {wxACCEL_CTRL, 'J', nav_commands},
-                                     {wxACCEL_CTRL | wxACCEL_SHIFT, 'Z', redo_too}};
-  SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(std::size(keys)), keys));
+  std::vector<wxAcceleratorEntry> entries;
+  for (const command_key& key : main_keys()) {
+    const int id = wxWindow::NewControlId();
+    Bind(
+        wxEVT_MENU, [this, run = key.run](wxCommandEvent&) { run(*this); }, id);
+    wxAcceleratorEntry entry;
+    entry.FromString(key.keys);
+    entries.emplace_back(entry.GetFlags(), entry.GetKeyCode(), id);
+  }
+  SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(entries.size()), entries.data()));
 }
 
 bool main_window::may_command() const {
@@ -234,6 +224,19 @@ void main_window::redo() {
   note_.clear();
   document_.redo();
   refresh();
+}
+
+// The status bar tells where the page is: a browser that does not come up says nothing.
+void main_window::show_guide(const char* page) {
+  if (ending_)
+    return;
+  const failure why = open_guide(*user_desktop_, page);
+  if (!why) {
+    SetStatusText(wx_text("User guide: " + join_path(guide_folder(), page)), told_pane);
+    return;
+  }
+  const raised in_command(in_command_);
+  tell(*why);
 }
 
 bool main_window::raise_editor() {
@@ -418,13 +421,13 @@ void main_window::refresh() {
 // "undo remove title"
 void main_window::show_steps() {
   const auto show = [this](const char* name, const std::optional<std::string>& step,
-                           const char* keys) {
+                           const char* caption, const char* keys) {
     wxMenuItem* const item = bars_->item(name);
-    item->SetItemLabel(wx_text(name + (step ? " " + *step : std::string())) + "\t" + keys);
+    item->SetItemLabel(wx_text(caption + (step ? " " + *step : std::string())) + "\t" + keys);
     item->Enable(step.has_value());
   };
-  show("undo", document_.undo_name(), "Ctrl+Z");
-  show("redo", document_.redo_name(), "Ctrl+Y");
+  show("undo", document_.undo_name(), "&undo", "Ctrl+Z");
+  show("redo", document_.redo_name(), "&redo", "Ctrl+Y");
 }
 
 void main_window::show_moved_commands() {

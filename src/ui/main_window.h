@@ -14,6 +14,7 @@
 #include "project/recovery.h"
 #include "runner/shelled.h"
 #include "ui/disc/run_display.h"
+#include "ui/guide.h"
 #include "ui/lent_project.h"
 #include "ui/wx_prompts.h"
 
@@ -55,6 +56,8 @@ class main_window : public wxFrame {
   void drop_down(const std::string& tool_caption);
   void check_project();
   void show_run_findings();
+  /// Opens a page of the user guide, during a run too.
+  void show_guide(const char* page);
   /// What is known of the project's files, for commands that look at all of them.
   material_equipment material();
 
@@ -134,6 +137,7 @@ class main_window : public wxFrame {
   std::string restored_;     ///< said once the outcome of a run that failed was told; or empty
   std::optional<finding> to_repair_;  ///< asked for instead of the run
   wxTimer Timer1_;
+  guide_key guide_key_;
 
   std::unique_ptr<command_bars> bars_;
   project_view* view_ = nullptr;

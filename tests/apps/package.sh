@@ -25,7 +25,9 @@ for file in bin/corvane bin/corvane-author libexec/corvane/conspawn \
   icons/hicolor/scalable/apps/corvane.svg \
   icons/hicolor/scalable/mimetypes/application-x-corvane-project.svg \
   man/man1/corvane.1.gz man/man1/corvane-author.1.gz man/man1/conspawn.1.gz \
-  doc/corvane/copyright doc/corvane/changelog.gz doc/corvane/README.md doc/corvane/NEWS.md; do
+  doc/corvane/copyright doc/corvane/changelog.gz doc/corvane/README.md doc/corvane/NEWS.md \
+  doc/corvane/guide/index.html doc/corvane/guide/main.html doc/corvane/guide/keys.html \
+  doc/corvane/guide/guide.css; do
   [ -s "$work/root/usr/$file" ] || [ -s "$work/root/usr/share/$file" ] || fail "$file is not in it"
 done
 [ -z "$(find "$work/root" -name '*.1')" ] || fail "a manual page is not compressed"

@@ -67,6 +67,7 @@ const std::vector<expected_menu> expected_menus = {
      {{"check", "check project...", true, false},
       {"verify", "verify disc...", true, false},
       {"lastrun", "what the last run found...", true, false}}},
+    {"help", {{"guide", "user guide", true, false}, {"keys", "keys", true, false}}},
 };
 
 struct expected_tool {
@@ -117,7 +118,7 @@ TEST_F(Tables, MenuBarHoldsEveryItemInOrder) {
     const wxMenuBar* bar = window_->GetMenuBar();
     ASSERT_EQ(bar->GetMenuCount(), expected_menus.size());
     for (std::size_t m = 0; m < expected_menus.size(); ++m) {
-      EXPECT_EQ(utf8_of(bar->GetMenuLabel(m)), expected_menus[m].caption);
+      EXPECT_EQ(utf8_of(bar->GetMenuLabelText(m)), expected_menus[m].caption);
       const wxMenuItemList& items = bar->GetMenu(m)->GetMenuItems();
       ASSERT_EQ(items.GetCount(), expected_menus[m].items.size());
       for (std::size_t i = 0; i < items.GetCount(); ++i) {

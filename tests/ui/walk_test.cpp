@@ -1,10 +1,13 @@
 // Every item of menu bar, toolbar and drop-downs, clicked one after the other, over a project with
 // a title and two menus and over an empty one: what it opens is seen, and closed again.
 #include "menus/menu_picker.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
 #include "support/environment_variable.h"
 #include "ui/command_bars.h"
 #include "ui/commands.h"
 #include "ui/gtk_sight.h"
+#include "ui/guide.h"
 #include "ui/main_window.h"
 #include "ui/widgets/wx_text.h"
 #include "ui/window_fixture.h"
@@ -64,6 +67,14 @@ class Walk : public window_test {
     const auto file = [](const char* title) { return [title] { cancel_dialog(title); }; };
     const auto opens = [](const char* name) { return [name] { expect_window(name); }; };
     const auto says = [](const char* begin) { return [begin] { expect_message(begin); }; };
+    const auto opens_page = [this](const char* page) {
+      return [this, page] {
+        EXPECT_TRUE(wait_until([&] {
+          return file_exists(folder_.path("opened")) &&
+                 folder_.read("opened").ends_with(join_path(guide_folder(), page) + "\n");
+        })) << page;
+      };
+    };
     effect_map all = {
         {"open", file("select video stream")},
         {"author", file("enter a folder name to create the dvd")},
@@ -124,6 +135,8 @@ class Walk : public window_test {
            EXPECT_TRUE(wait_until([this] { return file_exists(folder_.path("opened")); }));
            EXPECT_EQ(folder_.read("opened"), app_ + "/layout.html\n");
          }},
+        {"guide", opens_page("main.html")},
+        {"keys", opens_page("keys.html")},
         {"register", says("Project files (.cvp) are now opened with Corvane.")},
         {"mnuabout", says("This is a simple graphical front end written for the dvdauthor")},
         {"check", opens("findings")},
@@ -207,7 +220,8 @@ class Walk : public window_test {
         SCOPED_TRACE(item.name);
         ASSERT_TRUE(all.contains(item.name));
         ASSERT_NE(item.run, nullptr);
-        click_menu(m.caption, utf8_of(ask_ui([&] { return label_of_item(item.name); })));
+        click_menu(utf8_of(wxMenuItem::GetLabelText(m.caption)),
+                   utf8_of(ask_ui([&] { return label_of_item(item.name); })));
         all.at(item.name)();
         ASSERT_TRUE(no_dialog());
       }
