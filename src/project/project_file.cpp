@@ -266,7 +266,8 @@ bool is_kept_from_us(document& doc, const std::string& path) {
   return why.has_value();
 }
 
-save_outcome save_to(document& doc, const std::string& path) {
+// The document's own path would go while it is saved.
+save_outcome save_to(document& doc, const std::string path) {  // NOLINT(*-unnecessary-value-param)
   if (const failure why = write_file(path, project_text(doc.p))) {
     say(doc, icon::critical,
         "The project could not be saved to \"" + sanitized(path) + "\": " + *why +

@@ -100,9 +100,7 @@ failure run_log::finish() {
     if (!trouble_)
       trouble_ = not_placed;
   }
-  // What could not be put into its place is kept for the next start.
-  if (in_place_ || file_size(part_of(path_)).value_or(0) == 0)
-    std::filesystem::remove(path_of(part_of(path_)), error);
+  std::filesystem::remove(path_of(part_of(path_)), error);
   opened_ = false;
   return trouble_;
 }

@@ -1,8 +1,8 @@
 // corvane: the windows.
 #include "platform/files/program_folder.h"
 #include "platform/processes/console.h"
-#include "project/project.h"
 #include "platform/processes/standard_files.h"
+#include "project/project.h"
 #include "ui/app.h"
 
 #include <wx/init.h>
