@@ -264,7 +264,7 @@ TEST_F(Walk, TheLineOfTheLastDiscOpensItsFolder) {
   add_title(real_video(), real_audio());
   click_tool("author dvd");
   answer_file("enter a folder name to create the dvd", folder_.path("disc"));
-  EXPECT_TRUE(wait_until([] { return top_dialog().has_value(); }, 60));
+  EXPECT_TRUE(wait_until([] { return look_at_dialog().has_value(); }, 60));
   press("Escape");
   ASSERT_TRUE(wait_until([] { return control("lastdisc")->IsShownOnScreen(); }));
   click_button("open folder");
