@@ -51,15 +51,33 @@ std::string with_number(const std::string& command, int number) {
   return command.substr(0, begin) + trimmed(number) + command.substr(end);
 }
 
-std::string name_of(const finding_item& item) {
-  switch (item.whole) {
-    case whole::menu:
-      return "button " + trimmed(item.part_number) + " of menu " + trimmed(item.number);
-    case whole::title:
-      return "the command after title " + trimmed(item.number);
-    default:
-      return "first play";
+/// "1, 2 and 3"
+std::string listed(const std::vector<std::string>& names) {
+  std::string text;
+  for (std::size_t i = 0; i < names.size(); ++i)
+    text += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
+  return text;
+}
+
+/// "first play", "the command after title 2", "buttons 1 and 3 of menu 2": the buttons of a menu
+/// are one.
+std::vector<std::string> names_of(const std::vector<moved_command>& moved) {
+  std::vector<std::string> names, buttons;
+  for (std::size_t i = 0; i < moved.size(); ++i) {
+    const finding_item& item = moved[i].before.item;
+    if (item.whole != whole::menu) {
+      names.push_back(item.whole == whole::title ? "the command after title " + trimmed(item.number)
+                                                 : "first play");
+      continue;
+    }
+    buttons.push_back(trimmed(item.part_number));
+    if (i + 1 < moved.size() && is_of_menu(moved[i + 1].before, item.number))
+      continue;
+    names.push_back((buttons.size() == 1 ? "button " : "buttons ") + listed(buttons) + " of menu " +
+                    trimmed(item.number));
+    buttons.clear();
   }
+  return names;
 }
 
 /// Writes a command into the row that holds it.
@@ -125,17 +143,18 @@ std::vector<moved_command> moved_commands(const project& p) {
 
 std::string moved_commands_note(const std::vector<moved_command>& moved) {
   constexpr std::size_t most_named = 4;
-  std::string names;
-  for (std::size_t i = 0; i < moved.size() && i < most_named; ++i) {
-    const bool is_last = i + 1 == moved.size();
-    names += (i == 0 ? "" : is_last ? " and " : ", ") + name_of(moved[i].before.item);
-  }
-  if (moved.size() > most_named)
-    names += " and " + trimmed(static_cast<std::int64_t>(moved.size() - most_named)) + " more";
+  std::vector<std::string> names = names_of(moved);
   if (names.empty())
-    return names;
-  names[0] = static_cast<char>(names[0] - 'a' + 'A');
-  return names + (moved.size() == 1 ? " leads" : " lead") + " to something else than before.";
+    return {};
+  if (names.size() > most_named) {
+    const std::size_t more = names.size() - (most_named - 1);
+    names.resize(most_named - 1);
+    names.push_back(trimmed(static_cast<std::int64_t>(more)) + " more");
+  }
+  std::string note =
+      listed(names) + (moved.size() == 1 ? " leads" : " lead") + " elsewhere than before.";
+  note[0] = static_cast<char>(note[0] - 'a' + 'A');
+  return note;
 }
 
 void carry_commands_along(document& doc) {

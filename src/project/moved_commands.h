@@ -34,8 +34,8 @@ struct moved_command {
 /// All of them, in the order of `command_targets`; none with hand-edited XML.
 std::vector<moved_command> moved_commands(const project& p);
 
-/// "Buttons 1 and 3 of menu 2 and the command after title 1 lead to something else than before";
-/// empty if none does.
+/// "The command after title 1 and buttons 1 and 3 of menu 2 lead elsewhere than before."; empty if
+/// none does.
 std::string moved_commands_note(const std::vector<moved_command>& moved);
 
 /// Writes the texts with which commands lead to what they led to before, where there are such.

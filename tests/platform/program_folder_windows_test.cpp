@@ -68,7 +68,7 @@ TEST(WritingOnWindows, DoesNotReplaceAReadOnlyFile) {
   const temporary_folder folder;
   const std::string file = folder.add("a", "old");
   ASSERT_NE(::SetFileAttributesW(utf16(file).c_str(), FILE_ATTRIBUTE_READONLY), 0);
-  EXPECT_EQ(write_file(file, "new"), "the file is read-only");
+  EXPECT_EQ(write_file(file, "new"), "it is write-protected");
   ::SetFileAttributesW(utf16(file).c_str(), FILE_ATTRIBUTE_NORMAL);
   EXPECT_EQ(folder.read("a"), "old");
 }

@@ -125,8 +125,8 @@ TEST_F(MovedCommands, AreNamedAndCarriedAlongByOneCommand) {
   titledown_command(doc);
   const auto moved = moved_commands(p);
   EXPECT_EQ(moved_commands_note(moved),
-            "First play, the command after title 1 and button 1 of menu 2 lead to something else "
-            "than before.");
+            "First play, the command after title 1 and button 1 of menu 2 lead elsewhere than "
+            "before.");
   p.saved = 1;
   carry_commands_along(doc);
   EXPECT_EQ(p.firstplay, "jump title 1");
@@ -137,6 +137,23 @@ TEST_F(MovedCommands, AreNamedAndCarriedAlongByOneCommand) {
   EXPECT_EQ(moved_commands_note({}), "");
   EXPECT_EQ(p.saved, 0);
   titledown_command(doc);
+}
+
+TEST_F(MovedCommands, OfOneMenuAreNamedTogether) {
+  std::vector<moved_command> moved;
+  const auto button = [&](int menu, int number) {
+    moved.push_back({{{whole::menu, menu, part::button, number}, "jump title 1", "\\a.m2v"}, {}});
+  };
+  button(1, 2);
+  EXPECT_EQ(moved_commands_note(moved), "Button 2 of menu 1 leads elsewhere than before.");
+  button(1, 3);
+  button(1, 5);
+  EXPECT_EQ(moved_commands_note(moved), "Buttons 2, 3 and 5 of menu 1 lead elsewhere than before.");
+  for (int menu = 2; menu < 7; ++menu)
+    button(menu, 1);
+  EXPECT_EQ(moved_commands_note(moved),
+            "Buttons 2, 3 and 5 of menu 1, button 1 of menu 2, button 1 of menu 3 and 3 more lead "
+            "elsewhere than before.");
 }
 
 TEST_F(MovedCommands, AreNotCarriedToATitleThatIsGone) {

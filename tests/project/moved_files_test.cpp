@@ -1,6 +1,7 @@
 // Files of a project that are somewhere else now.
 #include "project/moved_files.h"
 
+#include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "project/dropped_files.h"
@@ -48,7 +49,12 @@ class MovedFiles : public testing_support::command_test {
     old.subtitledata[0] = stored("old/a.srt");
     return folder.add("disc.cvp", project_text(old));
   }
-  std::string stored(const std::string& name) const { return folder.stored(name); }
+  /// Of a name with "/" between its folders.
+  static std::string native(const std::string& name) {
+    return native_style() == path_style::windows ? replace_all(name, "/", "\\") : name;
+  }
+  std::string path(const std::string& name) const { return folder.path(native(name)); }
+  std::string stored(const std::string& name) const { return folder.stored(native(name)); }
   void add_all(const std::string& where) {
     for (const char* const name : {"a.m2v", "a.ac3", "b.vob", "menu.m2v", "look.bmp", "a.srt"})
       folder.add(where + "/" + name);
@@ -61,7 +67,7 @@ class MovedFiles : public testing_support::command_test {
 TEST_F(MovedFiles, OneQuestionForTheFolderTakesAllThatAreFoundThere) {
   const std::string file = project_of_old();
   add_all("elsewhere/films");
-  user.folders = {folder.path("elsewhere")};
+  user.folders = {path("elsewhere")};
   EXPECT_TRUE(loadprojectf(doc, file));
   ASSERT_THAT(user.asked, SizeIs(1));
   EXPECT_THAT(user.asked[0], SizeIs(6));
@@ -79,12 +85,12 @@ TEST_F(MovedFiles, OneQuestionForTheFolderTakesAllThatAreFoundThere) {
 TEST_F(MovedFiles, WhatIsNotFoundIsAskedAboutAgainAndThenTold) {
   const std::string file = project_of_old();
   add_all("elsewhere");
-  remove_all(folder.path("elsewhere/b.vob"));
-  user.folders = {folder.path("elsewhere")};
-  user.expect(box(folder.path("old/b.vob") + " appears to be missing", icon::critical));
+  remove_all(path("elsewhere/b.vob"));
+  user.folders = {path("elsewhere")};
+  user.expect(box(path("old/b.vob") + " appears to be missing", icon::critical));
   EXPECT_FALSE(loadprojectf(doc, file));
   ASSERT_THAT(user.asked, SizeIs(2));
-  EXPECT_THAT(user.asked[1], ElementsAre(folder.path("old/b.vob")));
+  EXPECT_THAT(user.asked[1], ElementsAre(path("old/b.vob")));
   EXPECT_THAT(user.found, ElementsAre(0u, 5u));
   EXPECT_THAT(p.List11, IsEmpty());
 }
@@ -95,7 +101,7 @@ TEST_F(MovedFiles, OfSeveralTheOneWithTheSameFoldersIsTaken) {
   folder.add("new/1/b.vob");
   folder.add("new/2/b.vob");
   const std::vector<std::string> missing = {stored("old/a.m2v"), stored("old/b.vob")};
-  EXPECT_THAT(look_for(missing, folder.path("new")),
+  EXPECT_THAT(look_for(missing, path("new")),
               ElementsAre(found_file{stored("old/a.m2v"), stored("new/1/old/a.m2v")}))
       << "two places for the other are alike";
 }
@@ -103,17 +109,17 @@ TEST_F(MovedFiles, OfSeveralTheOneWithTheSameFoldersIsTaken) {
 TEST_F(MovedFiles, AreOfferedBeforeTheMessagesOfACommandAndOnceOnly) {
   add_files_and_title({"a.m2v", "a.ac3"});
   add_files_and_title({"b.m2v", "b.ac3"});
-  remove_all(folder.path("a.m2v"));
+  remove_all(path("a.m2v"));
   p.selected = 1;
   for (int move = 0; move < 2; ++move) {
-    user.expect(box(folder.path("a.m2v") + " appears to be missing", icon::critical));
+    user.expect(box(path("a.m2v") + " appears to be missing", icon::critical));
     (move == 0 ? titleup_command : titledown_command)(doc);
     EXPECT_THAT(user.asked, SizeIs(1)) << "he does not know where it is";
   }
   folder.add("new/a.m2v");
-  remove_all(folder.path("b.ac3"));
-  user.folders = {folder.path("new")};
-  user.expect(box(folder.path("b.ac3") + " appears to be missing", icon::critical));
+  remove_all(path("b.ac3"));
+  user.folders = {path("new")};
+  user.expect(box(path("b.ac3") + " appears to be missing", icon::critical));
   titleup_command(doc);
   EXPECT_EQ(p.List11[1], stored("new/a.m2v") + "/" + stored("a.ac3"));
   EXPECT_EQ(p.saved, 0);
@@ -122,8 +128,8 @@ TEST_F(MovedFiles, AreOfferedBeforeTheMessagesOfACommandAndOnceOnly) {
 TEST_F(MovedFiles, ThatWereGivenUpAreNotAskedAboutInAnotherOrder) {
   add_files_and_title({"a.m2v", "a.ac3"});
   add_files_and_title({"b.m2v", "b.ac3"});
-  remove_all(folder.path("a.m2v"));
-  remove_all(folder.path("b.m2v"));
+  remove_all(path("a.m2v"));
+  remove_all(path("b.m2v"));
   p.selected = 1;
   for (int command = 0; command < 3; ++command) {
     const bool swapped = command == 0;
@@ -134,7 +140,7 @@ TEST_F(MovedFiles, ThatWereGivenUpAreNotAskedAboutInAnotherOrder) {
           box(folder.path(swapped ? "a.m2v" : "b.m2v") + " appears to be missing", icon::critical));
       (swapped ? titleup_command : titledown_command)(doc);
     } else {
-      user.expect(box(folder.path("a.m2v") + " appears to be missing", icon::critical));
+      user.expect(box(path("a.m2v") + " appears to be missing", icon::critical));
       remove_title_command(doc);
     }
     EXPECT_THAT(user.asked, SizeIs(1));
@@ -144,14 +150,14 @@ TEST_F(MovedFiles, ThatWereGivenUpAreNotAskedAboutInAnotherOrder) {
 TEST_F(MovedFiles, OfADroppedProjectAreAskedAboutToo) {
   const std::string file = project_of_old();
   add_all("elsewhere");
-  user.folders = {folder.path("elsewhere")};
+  user.folders = {path("elsewhere")};
   drop_files(doc, {file});
   EXPECT_THAT(user.asked, SizeIs(1));
   EXPECT_THAT(p.List11, SizeIs(2));
 }
 
 TEST_F(MovedFiles, AMenuWithoutAudioMissesNothing) {
-  p.menulist = {folder.stored("menu.m2v") + "/"};
+  p.menulist = {stored("menu.m2v") + "/"};
   folder.add("menu.m2v");
   file_lookup files;
   EXPECT_THAT(missing_files(p, files), IsEmpty());

@@ -1,6 +1,8 @@
 // The model of a whole run against runs that are made up, second by second.
 #include "runner/run_meter.h"
 
+#include "platform/files/paths.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -97,7 +99,8 @@ std::vector<made_up_step> run_of(const work_costs& costs, double slower, double 
   const double a = 2e9 * grown, b = 1e9 * grown;
   const std::string fixing = "STAT: fixing VOBU at 7MB (17/113, %1%)";
   const auto collect = [&](double bytes) {
-    return made_up_part{seconds(work_kind::collect, bytes), "/dvd/VIDEO_TS", bytes, {}};
+    return made_up_part{
+        seconds(work_kind::collect, bytes), join_path("/dvd", "VIDEO_TS"), bytes, {}};
   };
   const auto fix = [&](double bytes) {
     return made_up_part{seconds(work_kind::fix, bytes), {}, 0, fixing};

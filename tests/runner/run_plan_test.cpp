@@ -1,5 +1,7 @@
 #include "runner/run_plan.h"
 
+#include "platform/files/paths.h"
+
 #include <gtest/gtest.h>
 
 #include <map>
@@ -94,7 +96,7 @@ TEST(RunPlan, SizesFollowFromWhatThingsAreMadeOf) {
   EXPECT_EQ(work_of_kind(plan, work_kind::cues)->amount, 2);
   const double disc = title1 * 1.003 + title2 + 2e8;
   EXPECT_NEAR(work_of_kind(plan, work_kind::collect)->amount, disc, 1);
-  EXPECT_EQ(work_of_kind(plan, work_kind::collect)->grows, "/dvd/VIDEO_TS");
+  EXPECT_EQ(work_of_kind(plan, work_kind::collect)->grows, join_path("/dvd", "VIDEO_TS"));
   EXPECT_NEAR(work_of_kind(plan, work_kind::fix)->amount, disc, 1);
   EXPECT_NEAR(work_of_kind(plan, work_kind::image)->amount, disc, 1);
   EXPECT_NEAR(work_of_kind(plan, work_kind::read_back)->amount, 2 * disc, 1);
