@@ -86,11 +86,11 @@ TEST_F(SaveProjectPosix, AWriteProtectedProjectIsNotReplacedAndTheReasonIsTold) 
   const std::string target = folder.add("disc.cvp", "old");
   std::filesystem::permissions(target, std::filesystem::perms::owner_read);
   ask.expect_save({"save corvane project", testing_support::cvp_filter, ""}, target);
-  ask.expect(
-      box("\"" + target +
-              "\" is write-protected.  Nothing was saved: please choose another name, or let "
-              "the file be written.",
-          icon::exclamation));
+  ask.expect(box("\"" + target +
+                     "\" is write-protected.  Nothing was saved: please choose another name with "
+                     "\"save project...\", or let "
+                     "the file be written.",
+                 icon::exclamation));
   EXPECT_EQ(save_project(doc), save_outcome::failed);
   EXPECT_EQ(folder.read("disc.cvp"), "old");
   EXPECT_EQ(p.saved, 0);
