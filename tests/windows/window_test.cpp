@@ -129,10 +129,9 @@ TEST_F(CorvaneWindow, KeepsTheRegionInTheRegistryAndShowsItAfterARestart) {
   user_settings()->set("dvdregion", before);
 }
 
-/// The field of the chapters dialog, in which lines are coloured; by what the system offers.
+/// The field of the chapters dialog, in which lines are coloured.
 HWND times_of(HWND chapters) {
-  const HWND field = find_control(chapters, "RICHEDIT50W");
-  return field != nullptr ? field : find_control(chapters, "RichEdit20W");
+  return find_control(chapters, "RichEdit50W");
 }
 
 TEST_F(CorvaneWindow, TakesAChapterFromTheVideoAndStoresItWithTheOthers) {
