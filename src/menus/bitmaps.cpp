@@ -6,6 +6,7 @@
 #include "platform/files/paths.h"
 #include "project/menu_rows.h"
 #include "project/messages.h"
+#include "project/picked_file.h"
 
 #include <cstddef>
 
@@ -57,7 +58,7 @@ bool is_shallow(document& doc, const std::string& stored) {
 }  // namespace
 
 std::optional<picked_bitmap> pick_highlight_bitmap(document& doc, const picture_loader& pictures) {
-  const auto file = pick_file(doc, bitmap_dialog());
+  const auto file = pick_file(doc, bitmap_dialog(), file_use::bitmap);
   if (!file)
     return std::nullopt;
   const auto size = measured(doc, pictures, *file);
@@ -71,7 +72,7 @@ std::optional<picked_bitmap> pick_highlight_bitmap(document& doc, const picture_
 
 picked_select pick_select_bitmap(document& doc, const picture_loader& pictures,
                                  const std::string& highlight) {
-  const auto file = pick_file(doc, bitmap_dialog());
+  const auto file = pick_file(doc, bitmap_dialog(), file_use::bitmap);
   if (!file)
     return {};
   const auto size = measured(doc, pictures, *file);

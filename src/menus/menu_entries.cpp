@@ -3,6 +3,7 @@
 #include "formats/numbers.h"
 #include "project/menu_rows.h"
 #include "project/messages.h"
+#include "project/picked_file.h"
 #include "project/project_file.h"
 #include "project/stream_dialogs.h"
 
@@ -20,8 +21,8 @@ file_dialog menu_video_dialog() {
   return dialog;
 }
 
-/// The audio's stored path; empty when the user wants none. A file whose name cannot be stored is
-/// not "none": the user is asked again.
+/// The audio's stored path; empty when the user wants none. A file whose name cannot be stored, or
+/// that is of another kind and not wanted, is not "none": the user is asked again.
 std::string pick_menu_audio(document& doc) {
   file_dialog dialog = audio_dialog();
   dialog.title = "select audio stream (If no audio is needed for the menu, press cancel)";
@@ -29,7 +30,8 @@ std::string pick_menu_audio(document& doc) {
     const std::string native = doc.ask.open_file(dialog);
     if (native.empty())
       return {};
-    if (const auto stored = stored_or_told(doc, native))
+    const auto stored = stored_or_told(doc, native);
+    if (stored && may_be_taken(doc, native, file_use::sound))
       return *stored;
   }
 }
@@ -59,7 +61,7 @@ bool addmenu_command(document& doc) {
         "A project holds at most " + trimmed(most_menus) + " menus.  Please remove one first.");
     return false;
   }
-  const auto video = pick_file(doc, menu_video_dialog());
+  const auto video = pick_file(doc, menu_video_dialog(), file_use::menu_video);
   if (!video)
     return false;
   add_menu(doc.p, {*video, pick_menu_audio(doc)});

@@ -140,18 +140,4 @@ int custom(document& doc) {
   return 1;
 }
 
-std::optional<std::string> pick_file(document& doc, const file_dialog& dialog) {
-  const std::string native = doc.ask.open_file(dialog);
-  return native.empty() ? std::nullopt : stored_or_told(doc, native);
-}
-
-std::optional<std::string> stored_or_told(document& doc, const std::string& native) {
-  if (const auto why = why_not_storable(native)) {
-    say(doc, icon::exclamation,
-        "\"" + sanitized(native) + "\" cannot be used: its name " + *why + ".  Please rename it.");
-    return std::nullopt;
-  }
-  return stored_from_native(native);
-}
-
 }  // namespace corvane

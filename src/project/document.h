@@ -62,6 +62,10 @@ class document {
   /// The project's file (native path); empty if it has none.
   const std::string& file() const { return origin_->file; }
 
+  /// What the file held when it was loaded or saved last, as this program would write it; of a
+  /// project without a file, what is nothing that one would save.
+  const std::string& text_of_file() const { return origin_->text; }
+
   /// Whether the project is another than the one in its file, or than a new one.
   bool is_unsaved() const;
 
@@ -105,14 +109,6 @@ class document {
 /// Guard of every command that changes the project's structure: 1 when there is no hand-edited XML
 /// or the user agrees to discard it (it is then emptied), 2 otherwise.
 int custom(document& doc);
-
-/// Shows the open dialog and gives the chosen file in stored form. Returns nullopt if the user
-/// cancelled, or if the name cannot be stored (a message was shown).
-std::optional<std::string> pick_file(document& doc, const file_dialog& dialog);
-
-/// A file that the user chose (native path), in stored form. Returns nullopt if its name cannot be
-/// stored (a message was shown).
-std::optional<std::string> stored_or_told(document& doc, const std::string& native);
 
 /// Refreshes the status text and the size estimate. A file that is missing gets one message, and
 /// the status keeps its old text.

@@ -6,6 +6,7 @@
 #include "platform/files/paths.h"
 #include "project/dropped_match.h"
 #include "project/messages.h"
+#include "project/picked_file.h"
 #include "project/project_file.h"
 #include "project/title_commands.h"
 
@@ -72,16 +73,24 @@ void add_dropped_title(document& doc, const dropped_title& title) {
   doc.p.selected = selected;
 }
 
+/// What a file is, where its first bytes tell more than that it is a second project.
+std::string described(const std::string& native) {
+  const std::string kind =
+      lower_extension_of(native) == "cvp" ? std::string() : kind_of_file(native);
+  return kind.empty() ? kind : ": " + kind;
+}
+
 void name_unusable(document& doc, const std::vector<std::string>& files) {
   std::string text = "These files are neither streams nor a project:\r\n";
   for (std::size_t i = 0; i < files.size() && i < most_named_files; ++i)
-    text += sanitized(files[i]) + "\r\n";
+    text += sanitized(files[i]) + described(files[i]) + "\r\n";
   if (files.size() > most_named_files)
     text +=
         "and " + trimmed(static_cast<std::int64_t>(files.size() - most_named_files)) + " more\r\n";
   text +=
       "Video (*.m2v, *.m1v, *.mpv), video with NAV packets (*.vob, *.mpg, *.mpeg), audio (*.ac3, "
-      "*.mp2, *.mpa) and one project file (*.cvp) can be dropped here.";
+      "*.mp2, *.mpa) and one project file (*.cvp) can be dropped here.  How other films and sounds "
+      "are made into those, the user guide (F1) says under \"What Corvane takes\".";
   say(doc, icon::exclamation, std::move(text));
 }
 

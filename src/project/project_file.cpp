@@ -10,6 +10,7 @@
 #include "project/menu_rows.h"
 #include "project/messages.h"
 #include "project/moved_files.h"
+#include "project/picked_file.h"
 #include "project/preferences.h"
 #include "project/project_text.h"
 #include "project/recent_projects.h"
@@ -37,10 +38,12 @@ bool may_replace_titles(document& doc) {
   return doc.ask.message(question) == answer::ok;
 }
 
-file_dialog project_dialog(const char* title) {
+file_dialog project_dialog(const document& doc, const char* title) {
   file_dialog dialog;
   dialog.title = title;
   dialog.filter = project_filter;
+  if (!doc.file().empty())
+    dialog.folder = text_of(path_of(doc.file()).parent_path());
   return dialog;
 }
 
@@ -266,12 +269,48 @@ bool is_kept_from_us(document& doc, const std::string& path) {
   return why.has_value();
 }
 
+/// The same text as this program would write it; empty if it is no project.
+std::string as_saved_here(const std::string& bytes) {
+  const auto characters = project_characters_of(bytes);
+  if (!characters)
+    return {};
+  auto loaded = parse_project(characters->text);
+  return loaded ? text_as_saved(*loaded) : std::string();
+}
+
+/// What the file of a project holds, as this program would write it; empty if it cannot be read.
+std::string text_in_file(const std::string& path) {
+  const auto bytes =
+      path.empty() ? result<std::string>::fail("") : read_file(path, largest_project_file);
+  return bytes ? as_saved_here(*bytes) : std::string();
+}
+
+/// Whether the project's file may be replaced. It may be another than the one that was loaded or
+/// saved here, as when two programs have the same project.
+bool may_replace_file(document& doc) {
+  if (!file_exists(doc.file()) || text_in_file(doc.file()) == as_saved_here(doc.text_of_file()))
+    return true;
+  message_box question;
+  question.text = "\"" + sanitized(doc.file()) +
+                  "\" is not as it was when this project was loaded or saved last, as when another "
+                  "program has changed it; what stands there now would be lost.  With Cancel "
+                  "nothing is saved, and \"save project...\" saves under another name.\r\n\r\nDo "
+                  "you want to replace it?";
+  question.picture = icon::exclamation;
+  question.choice = buttons::ok_cancel;
+  question.enter_cancels = true;
+  return doc.ask.message(question) == answer::ok;
+}
+
 // The document's own path would go while it is saved.
 save_outcome save_to(document& doc, const std::string path) {  // NOLINT(*-unnecessary-value-param)
+  const auto before = read_file(path, largest_project_file);
   if (const failure why = write_file(path, project_text(doc.p))) {
+    const auto after = read_file(path, largest_project_file);
+    const bool as_it_was = before ? after && *after == *before : !after;
     say(doc, icon::critical,
         "The project could not be saved to \"" + sanitized(path) + "\": " + *why +
-            ".  The file is as it was.");
+            (as_it_was ? ".  The file is as it was." : "."));
     return save_outcome::failed;
   }
   doc.p.saved = 1;
@@ -285,7 +324,7 @@ save_outcome save_to(document& doc, const std::string path) {  // NOLINT(*-unnec
 save_outcome save_project(document& doc) {
   if (!may_be_saved(doc))
     return save_outcome::failed;
-  const std::string path = doc.ask.save_file(project_dialog("save corvane project"));
+  const std::string path = doc.ask.save_file(project_dialog(doc, "save corvane project"));
   if (is_kept_from_us(doc, path))
     return save_outcome::failed;
   if (path.empty() || (file_exists(path) && !may_overwrite(doc)))
@@ -300,7 +339,7 @@ void saveproject_command(document& doc) {
 void savefile_command(document& doc) {
   if (doc.file().empty())
     saveproject_command(doc);
-  else if (may_be_saved(doc) && !is_kept_from_us(doc, doc.file()))
+  else if (may_be_saved(doc) && !is_kept_from_us(doc, doc.file()) && may_replace_file(doc))
     save_to(doc, doc.file());
 }
 
@@ -323,8 +362,8 @@ void loadproject_command(document& doc) {
 bool load_asked(document& doc) {
   if (!may_replace_titles(doc))
     return false;
-  const std::string path = doc.ask.open_file(project_dialog("load corvane project"));
-  return !path.empty() && loadprojectf(doc, path);
+  const std::string path = doc.ask.open_file(project_dialog(doc, "load corvane project"));
+  return !path.empty() && may_be_taken(doc, path, file_use::project) && loadprojectf(doc, path);
 }
 
 void load_recent_command(document& doc, const std::string& path) {
@@ -361,19 +400,6 @@ message_box question_about(const kept_project& left) {
   question.choice = buttons::yes_no;
   question.enter_answers_yes = true;
   return question;
-}
-
-/// What the file of a project holds, as this program would write it; empty if it cannot be read.
-std::string text_in_file(const std::string& path) {
-  if (path.empty())
-    return {};
-  const auto bytes = read_file(path, largest_project_file);
-  const auto characters =
-      bytes ? project_characters_of(*bytes) : result<project_characters>::fail(bytes.error);
-  if (!characters)
-    return {};
-  auto loaded = parse_project(characters->text);
-  return loaded ? text_as_saved(*loaded) : std::string();
 }
 
 bool bring_back(document& doc, const kept_project& left) {

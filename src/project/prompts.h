@@ -30,8 +30,9 @@ struct message_box {
 
 struct file_dialog {
   std::string title;
-  std::string filter;  ///< "text|*.a;*.b|text|*.c": what the user reads, then the patterns
-  std::string preset;  ///< file name offered; empty: none
+  std::string filter;    ///< "text|*.a;*.b|text|*.c": what the user reads, then the patterns
+  std::string preset;    ///< file name offered; empty: none
+  std::string folder{};  ///< where it opens (native path); empty: where the user was last
 };
 
 struct input_box {

@@ -8,6 +8,7 @@
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "project/messages.h"
+#include "project/picked_file.h"
 #include "project/project_file.h"
 #include "project/stream_dialogs.h"
 #include "project/title_rows.h"
@@ -18,11 +19,6 @@ namespace corvane {
 namespace {
 
 constexpr std::size_t most_audio_streams = 8;
-
-bool is_program_stream(const std::string& stored) {
-  const std::string extension = lower_extension_of(file_name_of(stored));
-  return extension == "vob" || extension == "mpg" || extension == "mpeg";
-}
 
 /// Whether a program stream can be a title as it stands; why not is told.
 bool has_nav_packets(document& doc, const std::string& stored) {
@@ -45,13 +41,13 @@ bool has_nav_packets(document& doc, const std::string& stored) {
 void open_command(document& doc) {
   if (custom(doc) != 1)
     return;
-  const auto video = pick_file(doc, video_dialog(true));
+  const auto video = pick_file(doc, video_dialog(true), file_use::title);
   if (!video)
     return;
   const bool muxed = is_program_stream(*video);
   std::string streams = *video;
   if (!muxed) {
-    const auto audio = pick_file(doc, audio_dialog());
+    const auto audio = pick_file(doc, audio_dialog(), file_use::sound);
     if (!audio)
       return;
     streams = with_stream(streams, *audio);
@@ -124,7 +120,7 @@ void addaudiostream_command(document& doc) {
     say(doc, icon::exclamation, "Only eight audio streams allowed.");
     return;
   }
-  const auto audio = pick_file(doc, audio_dialog());
+  const auto audio = pick_file(doc, audio_dialog(), file_use::sound);
   if (!audio)
     return;
   doc.p.List1[*row] = with_stream(doc.p.List1[*row], file_name_of(*audio));

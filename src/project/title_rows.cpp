@@ -1,6 +1,7 @@
 #include "project/title_rows.h"
 
 #include "formats/text.h"
+#include "platform/files/paths.h"
 #include "project/moved_commands.h"
 #include "project/subtitle_rows.h"
 
@@ -16,6 +17,11 @@ using difference = std::vector<std::string>::difference_type;
 
 std::vector<std::string> streams_of(std::string_view row) {
   return split(row, '/');
+}
+
+bool is_program_stream(std::string_view stored) {
+  const std::string extension = lower_extension_of(file_name_of(stored));
+  return extension == "vob" || extension == "mpg" || extension == "mpeg";
 }
 
 std::string with_stream(std::string_view row, std::string_view stream) {

@@ -17,6 +17,9 @@ namespace corvane {
 /// An empty row has none.
 std::vector<std::string> streams_of(std::string_view row);
 
+/// Whether the name of a file (stored form) is that of a program stream, which is a title alone.
+bool is_program_stream(std::string_view stored);
+
 /// The row with one more stream.
 std::string with_stream(std::string_view row, std::string_view stream);
 

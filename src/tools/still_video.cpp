@@ -8,6 +8,7 @@
 #include "platform/files/program_folder.h"
 #include "project/messages.h"
 #include "project/missing_tools.h"
+#include "project/picked_file.h"
 #include "runner/output_lines.h"
 #include "runner/run_files.h"
 
@@ -48,7 +49,7 @@ still_result tell(document& doc, still_result end, icon picture, const std::stri
 /// Asks for the picture and checks it. Gives its path and height, or why the command ends.
 std::optional<still_result> choose_jpeg(document& doc, const still_equipment& e,
                                         still_video& still) {
-  const auto stored = pick_file(doc, jpeg_dialog());
+  const auto stored = pick_file(doc, jpeg_dialog(), file_use::jpeg);
   if (!stored)
     return still_result::cancelled;
   still.jpeg = native_from_stored(*stored);

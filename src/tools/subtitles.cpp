@@ -4,6 +4,7 @@
 #include "formats/text.h"
 #include "platform/files/paths.h"
 #include "project/messages.h"
+#include "project/picked_file.h"
 #include "project/subtitle_file.h"
 #include "project/title_rows.h"
 
@@ -154,7 +155,7 @@ void Subtitles::pick_font(std::size_t row) {
 }
 
 void Subtitles::add_file() {
-  const auto file = pick_file(*doc_, subtitle_dialog());
+  const auto file = pick_file(*doc_, subtitle_dialog(), file_use::subtitles);
   if (!file)
     return;
   std::string& row = files_row();

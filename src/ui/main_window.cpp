@@ -76,7 +76,7 @@ main_window::main_window(std::string app, const std::string& media_folder)
               wxDEFAULT_FRAME_STYLE, "main"),
       app_(std::move(app)),
       prefs_(user_settings()),
-      ask_(*this, media_folder),
+      ask_(*this, *prefs_, media_folder),
       recovery_(join_path(app_, "kept")),
       document_(ask_, *prefs_),
       lock_(app_),

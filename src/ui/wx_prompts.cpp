@@ -85,8 +85,8 @@ answer answer_of(int id, buttons choice) {
 
 }  // namespace
 
-wx_prompts::wx_prompts(wxWindow& owner, std::string folder)
-    : owner_(owner), last_folder_(std::move(folder)) {}
+wx_prompts::wx_prompts(wxWindow& owner, settings& prefs, std::string folder)
+    : owner_(owner), folders_(prefs, std::move(folder)) {}
 
 wxWindow* wx_prompts::parent() const {
   if (!askers_.empty())
@@ -112,16 +112,18 @@ answer wx_prompts::message(const message_box& box) {
 }
 
 std::string wx_prompts::choose(const file_dialog& dialog, long style) {
-  wxFileDialog chooser(parent(), wx_text(dialog.title), wx_text(last_folder_),
+  wxFileDialog chooser(parent(), wx_text(dialog.title), wx_text(folders_.folder_for(dialog)),
                        wx_text(dialog.preset), wx_text(toolkit_filter(dialog.filter)), style);
   if ((style & wxFD_SAVE) != 0 && dialog.filter.empty())  // no kind of file: it names a folder
     let_name_folder(chooser, dialog.preset);
   if (show(chooser) != wxID_OK)
     return {};
-  const std::string path = utf8_of(chooser.GetPath());
-  if (!chooser.GetDirectory().empty())
-    last_folder_ = utf8_of(chooser.GetDirectory());
-  return path.empty() ? path : absolute_path(path);
+  std::string path = utf8_of(chooser.GetPath());
+  if (path.empty())
+    return path;
+  path = absolute_path(path);
+  folders_.left_at(dialog, path);
+  return path;
 }
 
 std::string wx_prompts::open_file(const file_dialog& dialog) {
@@ -164,7 +166,7 @@ std::string wx_prompts::folder_of_missing(const missing_question& missing) {
   question.SetYesNoLabels("&choose folder...", "&leave them");
   if (show(question) != wxID_YES)
     return {};
-  wxDirDialog folder(parent(), "the folder where the files are now", wx_text(last_folder_),
+  wxDirDialog folder(parent(), "the folder where the files are now", wx_text(folders_.last()),
                      wxDD_DEFAULT_STYLE | wxDD_DIR_MUST_EXIST);
   return show(folder) == wxID_OK ? utf8_of(folder.GetPath()) : std::string();
 }

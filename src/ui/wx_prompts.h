@@ -1,6 +1,7 @@
 // The user prompts with the toolkit's own boxes and dialogs.
 #pragma once
 
+#include "project/dialog_folders.h"
 #include "project/prompts.h"
 
 #include <functional>
@@ -16,8 +17,8 @@ namespace corvane {
 class wx_prompts : public prompts {
  public:
   /// Boxes belong to `owner`, or to the active window beside it (the log), unless another one has
-  /// said that it asks. File dialogs open in `folder` (native) first, then in the one used last.
-  wx_prompts(wxWindow& owner, std::string folder);
+  /// said that it asks. File dialogs open in `folder` (native) as long as no other is remembered.
+  wx_prompts(wxWindow& owner, settings& prefs, std::string folder);
 
   answer message(const message_box& box) override;
   std::string open_file(const file_dialog& dialog) override;
@@ -67,7 +68,7 @@ class wx_prompts : public prompts {
 
   wxWindow& owner_;
   std::vector<wxWindow*> askers_;  ///< each stands over the one before
-  std::string last_folder_;
+  dialog_folders folders_;
   finding_places places_;
   std::function<void(const std::string&)> show_text_;
   int asking_ = 0;

@@ -3,6 +3,7 @@
 
 #include "formats/sanitized.h"
 #include "project/messages.h"
+#include "project/picked_file.h"
 #include "support/command_test.h"
 
 namespace corvane {
@@ -31,12 +32,12 @@ TEST_F(Workbench, GuardKeepsTheXmlOnCancel) {
 TEST_F(Workbench, PickedFileComesInStoredForm) {
   const file_dialog dialog{"title", "all|*.*", "preset"};
   ask.expect_open(dialog, folder.path("a b.m2v"));
-  EXPECT_EQ(pick_file(doc, dialog), folder.stored("a b.m2v"));
+  EXPECT_EQ(pick_file(doc, dialog, file_use::title), folder.stored("a b.m2v"));
 }
 
 TEST_F(Workbench, CancelledDialogPicksNothing) {
   ask.expect_open({"title", "all|*.*", ""}, "");
-  EXPECT_EQ(pick_file(doc, {"title", "all|*.*", ""}), std::nullopt);
+  EXPECT_EQ(pick_file(doc, {"title", "all|*.*", ""}, file_use::title), std::nullopt);
 }
 
 TEST_F(Workbench, NamesThatARowCannotHoldAreRefusedWithTheReason) {
@@ -57,7 +58,7 @@ TEST_F(Workbench, NamesThatARowCannotHoldAreRefusedWithTheReason) {
     ask.expect_open({"title", "all|*.*", ""}, path);
     expect_refusal("\"" + sanitized(path) + "\" cannot be used: its name " + why +
                    ".  Please rename it.");
-    EXPECT_EQ(pick_file(doc, {"title", "all|*.*", ""}), std::nullopt) << name;
+    EXPECT_EQ(pick_file(doc, {"title", "all|*.*", ""}, file_use::title), std::nullopt) << name;
   }
 }
 

@@ -25,9 +25,19 @@ class DroppedFiles : public testing_support::command_test {
     expect_refusal(
         "These files are neither streams nor a project:\r\n" + list +
         "Video (*.m2v, *.m1v, *.mpv), video with NAV packets (*.vob, *.mpg, *.mpeg), audio "
-        "(*.ac3, *.mp2, *.mpa) and one project file (*.cvp) can be dropped here.");
+        "(*.ac3, *.mp2, *.mpa) and one project file (*.cvp) can be dropped here.  How other films "
+        "and sounds are made into those, the user guide (F1) says under \"What Corvane takes\".");
   }
 };
+
+TEST_F(DroppedFiles, FilesOfOtherKindsAreNamedWithWhatTheyAre) {
+  using namespace std::string_literals;
+  const std::string film = folder.add("holiday.mp4", "\0\0\0\x20"s + "ftypisom");
+  const std::string text = folder.add("notes.txt");
+  expect_other_kinds(film + ": an MP4 film\r\n" + text + "\r\n");
+  drop_files(doc, {film, text});
+  EXPECT_TRUE(p.List1.empty());
+}
 
 TEST_F(DroppedFiles, VideoTakesTheAudioOfItsName) {
   drop_files(doc, add_all({"movie.ac3", "movie.m2v"}));

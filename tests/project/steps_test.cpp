@@ -197,6 +197,51 @@ TEST_F(Steps, SaveWritesIntoTheProjectsFileWithoutAQuestion) {
   EXPECT_FALSE(doc.is_unsaved());
 }
 
+TEST_F(Steps, AFileThatAnotherProgramHasChangedIsNotReplacedUnasked) {
+  add("a");
+  ask.expect_save({"save corvane project", testing_support::cvp_filter, ""}, folder.path("p.cvp"));
+  run("save", savefile_command);
+  const std::string ours = folder.read("p.cvp");
+  project other = p;
+  other.List11.clear();
+  const std::string theirs = project_text(other);
+  folder.add("p.cvp", theirs);
+  add("b");
+  const auto expect_question = [&](answer reply) {
+    expect_loss("\"" + folder.path("p.cvp") +
+                    "\" is not as it was when this project was loaded or saved last, as when "
+                    "another program has changed it; what stands there now would be lost.  With "
+                    "Cancel nothing is saved, and \"save project...\" saves under another name."
+                    "\r\n\r\nDo you want to replace it?",
+                icon::exclamation, reply);
+  };
+  expect_question(answer::cancel);
+  run("save", savefile_command);
+  EXPECT_EQ(folder.read("p.cvp"), theirs);
+  EXPECT_TRUE(doc.is_unsaved());
+  expect_question(answer::ok);
+  run("save", savefile_command);
+  EXPECT_EQ(folder.read("p.cvp"), project_text(p));
+  // Ours again, and one that is gone: nothing is asked.
+  add("c");
+  run("save", savefile_command);
+  EXPECT_EQ(folder.read("p.cvp"), project_text(p));
+  std::filesystem::remove(path_of(folder.path("p.cvp")));
+  add("d");
+  run("save", savefile_command);
+  EXPECT_EQ(folder.read("p.cvp"), project_text(p));
+}
+
+TEST_F(Steps, AFileThatHoldsTheSameInOtherBytesIsReplaced) {
+  add("a");
+  ask.expect_save({"save corvane project", testing_support::cvp_filter, ""}, folder.path("p.cvp"));
+  run("save", savefile_command);
+  folder.add("p.cvp", "\xEF\xBB\xBF" + folder.read("p.cvp"));
+  add("b");
+  run("save", savefile_command);
+  EXPECT_EQ(folder.read("p.cvp"), project_text(p));
+}
+
 TEST_F(Steps, ALoadIsUndoneWithItsFile) {
   add("a");
   ask.expect_save({"save corvane project", testing_support::cvp_filter, ""}, folder.path("p.cvp"));

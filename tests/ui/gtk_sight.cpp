@@ -152,9 +152,13 @@ std::optional<seen_dialog> look_at_dialog() {
     if (owner != nullptr && each->GetHandle() == GTK_WIDGET(owner))
       seen.over = utf8_of(each->GetName());
   seen.chooses_file = GTK_IS_FILE_CHOOSER(window);
-  if (seen.chooses_file)
+  if (seen.chooses_file) {
     seen.saves =
         gtk_file_chooser_get_action(GTK_FILE_CHOOSER(window)) != GTK_FILE_CHOOSER_ACTION_OPEN;
+    gchar* const folder = gtk_file_chooser_get_current_folder(GTK_FILE_CHOOSER(window));
+    seen.folder = text_of(folder);
+    g_free(folder);
+  }
   return seen;
 }
 

@@ -204,6 +204,32 @@ TEST_F(Habits, FilesThatHaveMovedAreFoundByOneQuestion) {
   EXPECT_FALSE(top_dialog());
 }
 
+TEST_F(Habits, FileDialogsOpenWhereTheyWereLeftAndProjectsWhereTheirFileIs) {
+  const std::string projects = path("projects"), films = path("films");
+  for (const char* const name : {"films/a.m2v", "sounds/a.ac3"})
+    folder_.add(name);
+  std::filesystem::create_directories(projects);
+  const auto opens_in = [](const std::string& folder) {
+    EXPECT_TRUE(eventually([&] {
+      const auto dialog = top_dialog();
+      return dialog && dialog->folder == folder;
+    })) << folder
+        << ", not " << top_dialog().value_or(seen_dialog()).folder;
+  };
+  add_title(path("films/a.m2v"), path("sounds/a.ac3"));
+  press("ctrl+shift+s");
+  answer_file("save corvane project", projects + "/disc.cvp");
+  EXPECT_TRUE(no_dialog());
+  press("ctrl+t");
+  ASSERT_TRUE(wait_for_dialog("select video stream"));
+  opens_in(films);
+  cancel_dialog("select video stream");
+  press("ctrl+shift+s");
+  ASSERT_TRUE(wait_for_dialog("save corvane project"));
+  opens_in(projects);
+  cancel_dialog("save corvane project");
+}
+
 TEST_F(Habits, TheListHasTheKeysAfterALoadAtTheStart) {
   folder_.add("disc.cvp", project_text(project_with_menus(1)));
   on_ui([this] { window_->CallAfter([this] { window_->begin({}, path("disc.cvp")); }); });

@@ -21,7 +21,8 @@ namespace corvane::testing_support {
 void menu_editor_test::SetUp() {
   window_test::SetUp();
   p_.chapters = {"0,1.5"};
-  ask_ = ask_ui([this] { return std::make_unique<wx_prompts>(*window_, folder_.path()); });
+  ask_ = ask_ui(
+      [this] { return std::make_unique<wx_prompts>(*window_, bench_.prefs, folder_.path()); });
   answers_ = std::make_unique<prompts_relay::answered_by>(bench_.ask, *ask_);
 }
 

@@ -92,6 +92,7 @@ struct seen_dialog {
   std::vector<std::string> buttons;
   std::string over;  ///< name of the window that it belongs to
   bool chooses_file = false;
+  std::string folder;  ///< that a file dialog shows
   bool saves = false;
 };
 
