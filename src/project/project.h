@@ -52,6 +52,7 @@ struct project {
   std::string Frame1 = "0 titles loaded";
   std::string dvdsizetext;          ///< three lines: titles, menus, size
   bool dvdsizetext_red = false;     ///< more than 4.7e9 bytes
+  std::uint64_t dvdsize_bytes = 0;  ///< of which its size is the figure
   bool Comboregion_enabled = true;  ///< whether the region may be changed
   int selected = -1;                ///< selected row of List1, 0-based; -1: none
 };

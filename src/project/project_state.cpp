@@ -26,6 +26,7 @@ project_state::project_state(const project& p, const project_state* like)
       Frame1_(p.Frame1),
       dvdsizetext_(p.dvdsizetext),
       dvdsizetext_red_(p.dvdsizetext_red),
+      dvdsize_bytes_(p.dvdsize_bytes),
       selected_(p.selected) {
   for (std::size_t i = 0; i < lists.size(); ++i)
     lists_[i] = shared(p.*lists[i], like == nullptr ? nullptr : like->lists_[i]);
@@ -47,6 +48,7 @@ void project_state::restore(project& p) const {
   p.Frame1 = Frame1_;
   p.dvdsizetext = dvdsizetext_;
   p.dvdsizetext_red = dvdsizetext_red_;
+  p.dvdsize_bytes = dvdsize_bytes_;
   p.selected = selected_;
 }
 

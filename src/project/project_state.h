@@ -47,6 +47,7 @@ class project_state {
   std::vector<command_target> led_to_;
   std::string Frame1_, dvdsizetext_;
   bool dvdsizetext_red_ = false;
+  std::uint64_t dvdsize_bytes_ = 0;
   int selected_ = -1;
 };
 

@@ -19,7 +19,7 @@ constexpr double bytes_of_a_gig = 1073741824;  // what the figure counts in
 
 /// The files of titles and menus, and those of them that are not there.
 struct files_found {
-  double bytes = 0;
+  std::uint64_t bytes = 0;
   std::vector<std::string> missing;
 };
 
@@ -27,7 +27,7 @@ files_found look_at_all_files(const project& p, file_lookup& files) {
   files_found found;
   const auto add = [&](const std::string& file) {
     if (const auto size = files.size_of(file))
-      found.bytes += static_cast<double>(*size);
+      found.bytes += *size;
     else
       found.missing.push_back(file);
   };
@@ -55,7 +55,9 @@ std::string row_count(const std::vector<std::string>& rows) {
   return trimmed(static_cast<std::int64_t>(rows.size()));
 }
 
-void show_size(project& p, double bytes) {
+void show_size(project& p, std::uint64_t size) {
+  const auto bytes = static_cast<double>(size);
+  p.dvdsize_bytes = size;
   p.dvdsizetext_red = bytes > bytes_of_a_disc;
   p.dvdsizetext = row_count(p.List1) + " titles\r\n" + row_count(p.menulist) + " menus\r\n" +
                   gigs(bytes) + " gig total";

@@ -1,12 +1,14 @@
 #include "ui/project_view.h"
 
 #include "authoring/last_disc.h"
+#include "examine/space_text.h"
 #include "tools/finding_list.h"
 #include "ui/disc/findings_view.h"
 #include "ui/widgets/choice_again.h"
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/space_bar.h"
 #include "ui/widgets/wheel.h"
 #include "ui/widgets/wx_text.h"
 
@@ -171,7 +173,20 @@ wxSizer* project_view::make_statistics() {
   name_control(*dvdsizetext_, "dvdsizetext");
   if (wxSystemSettings::GetAppearance().IsUsingDarkBackground())
     dvdsizetext_->SetBackgroundColour(light_ground());
-  box->Add(dvdsizetext_, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::box_border)));
+  space_ = new space_bar(Frame2);
+  name_drawn_control(*space_, "spacepicture", control_role::picture);
+  space_->SetToolTip("what titles and menus take of a DVD-5 (one layer) and a DVD-9 (two)");
+  space_text_ = new wxStaticText(Frame2, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                                 wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
+  space_text_->SetMinSize(wxSize(1, -1));
+  name_control(*space_text_, "spacetext");
+  auto* room = new wxBoxSizer(wxVERTICAL);
+  room->Add(space_, wxSizerFlags().Expand());
+  room->Add(space_text_, wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::label_gap)));
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(dvdsizetext_, wxSizerFlags().CentreVertical());
+  row->Add(room, wxSizerFlags(1).CentreVertical().Border(wxLEFT, FromDIP(layout::column_gap)));
+  box->Add(row, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::box_border)));
   return box;
 }
 
@@ -309,6 +324,12 @@ void project_view::show_titles(const project& p) {
 void project_view::show_statistics(const project& p) {
   dvdsizetext_->SetLabel(wx_lines(p.dvdsizetext));
   dvdsizetext_->SetForegroundColour(p.dvdsizetext_red ? *wxRED : *wxBLACK);
+  space_->show_used(p.dvdsize_bytes);
+  if (const wxString text = wx_text(space_text(p.dvdsize_bytes));
+      text != space_text_->GetLabelText()) {
+    space_text_->SetLabelText(text);
+    space_text_->SetToolTip(text);
+  }
 }
 
 }  // namespace corvane

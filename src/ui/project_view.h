@@ -24,6 +24,7 @@ class wxStaticText;
 namespace corvane {
 
 class finding_list;
+class space_bar;
 struct last_disc;
 
 class project_view : public wxPanel {
@@ -92,6 +93,8 @@ class project_view : public wxPanel {
   wxStaticText* last_disc_text_ = nullptr;
   wxButton* play_ = nullptr;
   wxStaticText* dvdsizetext_ = nullptr;
+  space_bar* space_ = nullptr;
+  wxStaticText* space_text_ = nullptr;
   wxStaticText* globalregion_ = nullptr;
   wxChoice* Comboregion_ = nullptr;
   int dragged_ = wxNOT_FOUND;  ///< the row that the button went down on

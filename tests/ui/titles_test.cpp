@@ -2,6 +2,7 @@
 #include "project/project_file.h"
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
+#include "ui/widgets/space_bar.h"
 #include "ui/widgets/wx_text.h"
 #include "ui/window_fixture.h"
 
@@ -9,6 +10,7 @@
 #include <wx/choice.h>
 #include <wx/textctrl.h>
 
+#include <cstdint>
 #include <filesystem>
 
 namespace corvane::testing_support {
@@ -37,6 +39,24 @@ TEST_F(Titles, AddedThroughTheDialogsStandInTheList) {
   EXPECT_EQ(label_of("Frame1"), "2 titles loaded");
   EXPECT_EQ(label_of("dvdsizetext"), "2 titles\n0 menus\n0.000 gig total");
   EXPECT_FALSE(ask_ui([] { return control("Comboregion")->IsEnabled(); }));
+}
+
+TEST_F(Titles, TheirRoomIsShownAgainstBothDiscs) {
+  const auto space = [] { return dynamic_cast<space_bar*>(control("spacepicture")); };
+  EXPECT_EQ(label_of("spacetext"), "4.37 gig free on a DVD-5, 7.95 on a DVD-9");
+  std::filesystem::resize_file(path("a.m2v"), std::uintmax_t{5'000'000'000});
+  add_title(path("a.m2v"), path("a.ac3"));
+  EXPECT_EQ(label_of("spacetext"), "0.28 gig too much for a DVD-5, 3.30 free on a DVD-9");
+  on_ui([&space] {
+    ASSERT_NE(space(), nullptr);
+    EXPECT_EQ(space()->used(), 5'000'000'001u);
+    const int width = space()->GetClientSize().x;
+    EXPECT_EQ(space()->place_of(8'543'666'176), width);
+    EXPECT_NEAR(space()->place_of(4'700'372'992), width * 0.55, 1 + width * 0.001);
+  });
+  press("ctrl+z");
+  EXPECT_TRUE(wait_until([&space] { return space()->used() == 0; }));
+  EXPECT_EQ(label_of("spacetext"), "4.37 gig free on a DVD-5, 7.95 on a DVD-9");
 }
 
 TEST_F(Titles, CancellingTheAudioDialogAddsNothing) {

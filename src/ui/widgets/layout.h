@@ -13,6 +13,8 @@ namespace corvane::layout {
 inline constexpr int window_border = 10;  ///< between a window's edge and its controls
 inline constexpr int group_gap = 10;      ///< between groups
 inline constexpr int control_gap = 6;     ///< between controls that belong together
+inline constexpr int column_gap = 20;     ///< between columns of one box
+inline constexpr int label_gap = 2;       ///< between a picture and the words for it
 inline constexpr int box_border = 8;      ///< inside a captioned box
 
 inline constexpr int column_least_height = 160;  ///< of a column that scrolls
