@@ -94,9 +94,9 @@ wxMenu* command_bars::drop_down(const std::string& tool_caption) const {
   return found == drop_downs_.end() ? nullptr : found->second;
 }
 
-std::unique_ptr<wxMenu> command_bars::title_menu() {
+std::unique_ptr<wxMenu> command_bars::context_menu(const std::vector<drop_item>& items) {
   auto menu = std::make_unique<wxMenu>();
-  for (const drop_item& entry : title_items()) {
+  for (const drop_item& entry : items) {
     if (*entry.key == '\0') {
       menu->AppendSeparator();
       continue;

@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 class wxMenu;
 class wxMenuItem;
@@ -24,8 +25,8 @@ class command_bars {
   /// The drop-down of the tool with that caption. Returns nullptr if it has none.
   wxMenu* drop_down(const std::string& tool_caption) const;
 
-  /// A new menu of what can be done with the selected title.
-  std::unique_ptr<wxMenu> title_menu();
+  /// A new menu of what can be done with a selected title or menu.
+  std::unique_ptr<wxMenu> context_menu(const std::vector<drop_item>& items);
 
   /// All of it but "help" on or off (a run is on).
   void enable(bool enabled);

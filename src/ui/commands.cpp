@@ -229,6 +229,14 @@ const std::vector<drop_item>& title_items() {
   return items;
 }
 
+const std::vector<drop_item>& menu_items() {
+  static const std::vector<drop_item> items = {{"editmenu", "edit menu...", edit_selected_menu},
+                                               {"addmenu", "add menu...", add_menu},
+                                               {"", "", nullptr},
+                                               {"remove", "remove menu", remove_selected_menu}};
+  return items;
+}
+
 const std::vector<tool>& main_tools() {
   static const std::vector<tool> tools = {
       {"add-title",

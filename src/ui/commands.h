@@ -59,6 +59,8 @@ const std::vector<command_key>& main_keys();
 
 /// The menu of a title in the list; an item without a key is a separator.
 const std::vector<drop_item>& title_items();
+/// The menu of a menu in the list, likewise.
+const std::vector<drop_item>& menu_items();
 
 /// Toolbar1, left to right.
 const std::vector<tool>& main_tools();

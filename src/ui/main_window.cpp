@@ -21,6 +21,7 @@
 #include "ui/disc/xmleditor_window.h"
 #include "ui/editor/file_pictures.h"
 #include "ui/editor/menu_windows.h"
+#include "ui/item_details.h"
 #include "ui/project_view.h"
 #include "ui/video/chapter_window.h"
 #include "ui/widgets/control_name.h"
@@ -103,6 +104,7 @@ main_window::main_window(std::string app, const std::string& media_folder)
   end_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { end(); });
   Bind(wxEVT_CLOSE_WINDOW, &main_window::on_close, this);
   check_ = std::make_unique<project_check>(*this);
+  details_ = std::make_unique<item_details>(check_->facts(), [this] { return view_->details(); });
   ask_.lead_to({[this](const finding& f) { return check_->has_place(f); },
                 [this](const finding& f) { to_repair_ = f; }});
   // It may come when the window has gone.
@@ -139,7 +141,16 @@ void main_window::make_controls() {
   on.move = [this](int row) {
     run("move title", [row](document& doc) { movetitle_command(doc, row); });
   };
-  on.context = [this] { return may_command() ? bars_->title_menu().release() : nullptr; };
+  on.context = [this] {
+    return may_command() ? bars_->context_menu(title_items()).release() : nullptr;
+  };
+  on.add_menu = [this] { add_menu(*this); };
+  on.edit_menu = [this] { edit_selected_menu(*this); };
+  on.remove_menu = [this] { remove_selected_menu(*this); };
+  on.menu_context = [this] {
+    return may_command() ? bars_->context_menu(menu_items()).release() : nullptr;
+  };
+  on.show_details = [this] { show_details(); };
   on.open_folder = [this] { tell_if(user_desktop_->show_folder(last_disc_.folder)); };
   on.play = [this] { tell_if(user_desktop_->play_disc(last_disc_.to_play())); };
   on.show_log = [this] { display_.show_last_log(); };
@@ -205,7 +216,7 @@ void main_window::open_editor(const char* name,
   editor_ = open({document_, ask_, name, draft_, [this] {
                     editor_is_open_ = false;
                     check_->let_commands(true);
-                    focus_titles();
+                    focus_list();
                     check_->come_back();
                   }});
 }
@@ -330,6 +341,18 @@ material_equipment main_window::material() {
 
 void main_window::show_findings(const finding_list& findings) {
   view_->show_findings(findings);
+  show_details();
+}
+
+// What is shown there may have become known meanwhile.
+void main_window::show_details() {
+  if (details_)
+    details_->show(document_.p, view_->shown_item());
+}
+
+int main_window::selected_menu() const {
+  const finding_item shown = view_->shown_item();
+  return shown.whole == finding_item::whole_kind::menu ? shown.number : 0;
 }
 
 void main_window::select_title(int row) {
@@ -347,7 +370,7 @@ void main_window::on_idle(wxIdleEvent& event) {
   event.Skip();
   if (draft_.keep && !draft_timer_.IsRunning())
     draft_timer_.StartOnce(draft_milliseconds);
-  if (!in_command_ && !ending_ && !runner_.running() && check_->work())
+  if (!in_command_ && !ending_ && !runner_.running() && (details_->work() || check_->work()))
     event.RequestMore();
 }
 
@@ -414,6 +437,7 @@ void main_window::refresh() {
   show_steps();
   show_recent();
   show_moved_commands();
+  show_details();
   check_->look();
   show_status();
 }
@@ -512,7 +536,7 @@ void main_window::let_commands(bool enabled) {
   view_->Enable(enabled);
   check_->let_commands(enabled);
   if (enabled)
-    focus_titles();
+    focus_list();
 }
 
 // Without a focus the window's keys do nothing. GTK selects the first row of a list that gets it;
@@ -521,6 +545,16 @@ void main_window::focus_titles() {
   const int selected = document_.p.selected;
   view_->focus_titles();
   document_.p.selected = selected;
+  refresh();
+}
+
+// After another window, or a run.
+void main_window::focus_list() {
+  if (selected_menu() == 0) {
+    focus_titles();
+    return;
+  }
+  view_->focus_list();
   refresh();
 }
 

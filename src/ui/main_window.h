@@ -32,6 +32,7 @@ namespace corvane {
 
 class command_bars;
 class finding_list;
+class item_details;
 struct material_equipment;
 struct prepared_run;
 class project_check;
@@ -81,6 +82,8 @@ class main_window : public wxFrame {
 
   // For findings, whose window stands beside this one.
   void select_title(int row);  ///< 0-based; this window comes to the front
+  /// The selected menu (1-based) of the list of menus; 0: none.
+  int selected_menu() const;
   bool has_editor() const { return editor_is_open_; }
   bool raise_editor();  ///< the window that has the project; false: none has it
   void show_findings(const finding_list& findings);
@@ -107,7 +110,9 @@ class main_window : public wxFrame {
   void tell_restored();
   void tell_if(const failure& why);
   void tell(const std::string& text);  ///< says something that needs no answer
+  void show_details();
   void focus_titles();
+  void focus_list();
   void on_close(wxCloseEvent& event);
   bool stop_run();
   void end();
@@ -142,6 +147,7 @@ class main_window : public wxFrame {
   std::unique_ptr<command_bars> bars_;
   project_view* view_ = nullptr;
   std::unique_ptr<project_check> check_;
+  std::unique_ptr<item_details> details_;
   std::vector<std::string> shown_recent_;
   bool in_command_ = false;
   bool editor_is_open_ = false;

@@ -1,8 +1,12 @@
 #include "ui/project_view.h"
 
 #include "authoring/last_disc.h"
+#include "examine/item_summary.h"
 #include "examine/space_text.h"
+#include "formats/sanitized.h"
+#include "project/disc_of.h"
 #include "tools/finding_list.h"
+#include "ui/details_panel.h"
 #include "ui/disc/findings_view.h"
 #include "ui/widgets/choice_again.h"
 #include "ui/widgets/control_name.h"
@@ -40,7 +44,7 @@ wxColour light_ground() {
 project_view::project_view(wxWindow* parent, handlers on) : wxPanel(parent), on_(std::move(on)) {
   // The list is made first: it is where the focus goes at start, not the region, which a turn of
   // the wheel would change.
-  wxSizer* titles = make_titles();
+  wxSizer* titles = make_lists();
   auto* lower = new wxBoxSizer(wxHORIZONTAL);
   lower->Add(make_statistics(), wxSizerFlags(1).Expand());
   lower->Add(make_region(),
@@ -54,10 +58,111 @@ project_view::project_view(wxWindow* parent, handlers on) : wxPanel(parent), on_
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(groups, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::window_border)));
   SetSizer(whole);
-  least_ = whole->CalcMin();
+  least_ = whole->CalcMin() + wxSize(0, FromDIP(layout::menus_height + layout::control_gap));
   groups->Show(notice_, false, true);
   groups->Show(findings_, false, true);
   groups->Show(last_disc_, false, true);
+  Bind(wxEVT_PAINT, &project_view::on_first_paint, this);
+}
+
+// Nobody waits for it before he sees the window.
+void project_view::on_first_paint(wxPaintEvent& event) {
+  event.Skip();
+  Unbind(wxEVT_PAINT, &project_view::on_first_paint, this);
+  CallAfter([this] { make_details(); });
+}
+
+void project_view::make_details() {
+  details_ = new details_panel(this);
+  details_->MoveAfterInTabOrder(menus_ != nullptr ? static_cast<wxWindow*>(menus_) : Frame1_);
+  details_place_->AssignWindow(details_);
+  details_->SetContainingSizer(lists_and_details_);
+  Layout();
+  on_.show_details();
+}
+
+// The list of menus is as high as its rows, as far as the titles leave room.
+bool project_view::Layout() {
+  details_place_->Show(GetClientSize().x >= FromDIP(layout::details_from_width));
+  if (menus_ == nullptr)
+    return wxPanel::Layout();
+  const wxSize least = FromDIP(wxSize(layout::list_height, layout::menus_height));
+  menus_->SetMinSize(least);
+  const bool laid_out = wxPanel::Layout();
+  const int row = menus_->GetCharHeight() + FromDIP(layout::menus_row);
+  const int wanted = row * static_cast<int>(menus_->GetCount()) + FromDIP(layout::control_gap);
+  const int height = lists_and_details_->GetSize().y;
+  const int most = std::min(height * layout::menus_percent / 100,
+                            height - titles_->GetMinSize().y - FromDIP(layout::control_gap));
+  if (std::min(wanted, most) <= least.y)
+    return laid_out;
+  menus_->SetMinSize(wxSize(least.x, std::min(wanted, most)));
+  return wxPanel::Layout();
+}
+
+wxSizer* project_view::make_lists() {
+  lists_ = new wxBoxSizer(wxVERTICAL);
+  titles_ = make_titles();
+  lists_->Add(titles_, wxSizerFlags(1).Expand());
+  lists_and_details_ = new wxBoxSizer(wxHORIZONTAL);
+  lists_and_details_->Add(lists_, wxSizerFlags(layout::lists_share).Expand());
+  details_place_ = lists_and_details_->Add(
+      1, 1,
+      wxSizerFlags(layout::details_share).Expand().Border(wxLEFT, FromDIP(layout::group_gap)));
+  return lists_and_details_;
+}
+
+// With the first menu: most projects begin without one.
+void project_view::make_menus() {
+  const wxSize least = FromDIP(wxSize(layout::list_height, layout::menus_height));
+  menus_ = new wxListBox(this, wxID_ANY, wxDefaultPosition, least, 0, nullptr,
+                         wxLB_SINGLE | wxLB_HSCROLL | wxLB_NEEDED_SB);
+  name_control(*menus_, "menuslist");
+  menus_->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { show_menu_details(); });
+  menus_->Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
+    event.Skip();
+    show_menu_details();
+  });
+  menus_->Bind(wxEVT_KEY_DOWN, &project_view::on_menu_key, this);
+  menus_->Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { CallAfter(on_.edit_menu); });
+  menus_->Bind(wxEVT_CONTEXT_MENU,
+               [this](wxContextMenuEvent&) { show_context_menu(*menus_, on_.menu_context); });
+  menus_->Bind(wxEVT_RIGHT_DOWN, [this](wxMouseEvent& event) {
+    if (const int row = menus_->HitTest(event.GetPosition()); row != wxNOT_FOUND) {
+      menus_->SetSelection(row);
+      menus_->SetFocus();
+      show_menu_details();
+    }
+    event.Skip();
+  });
+  menus_->MoveAfterInTabOrder(Frame1_);
+  lists_->Add(menus_, wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::control_gap)));
+}
+
+// The toolkit moves the focus about as windows go.
+void project_view::show_menu_details() {
+  if (IsBeingDeleted())
+    return;
+  shows_menu_ = true;
+  if (menus_->GetSelection() == wxNOT_FOUND && !menus_->IsEmpty())
+    menus_->SetSelection(0);
+  on_.show_details();
+}
+
+void project_view::show_title_details() {
+  if (IsBeingDeleted())
+    return;
+  shows_menu_ = false;
+  on_.show_details();
+}
+
+finding_item project_view::shown_item() const {
+  using whole = finding_item::whole_kind;
+  const wxListBox& list = shows_menu_ ? *menus_ : *List1_;
+  const int row = list.GetSelection();
+  if (row == wxNOT_FOUND)
+    return {};
+  return {shows_menu_ ? whole::menu : whole::title, row + 1};
 }
 
 wxBitmapButton* project_view::make_mover(wxWindow* parent, const char* name, const char* picture,
@@ -74,14 +179,22 @@ wxSizer* project_view::make_titles() {
   Frame1_ = box->GetStaticBox();
   name_control(*Frame1_, "Frame1");
   // Its least size; made without one, it would be measured for nothing.
-  const wxSize least = FromDIP(wxSize(layout::list_height, layout::list_height));
+  const wxSize least = FromDIP(wxSize(layout::list_height, layout::titles_height));
   List1_ = new wxListBox(Frame1_, wxID_ANY, wxDefaultPosition, least, 0, nullptr,
                          wxLB_SINGLE | wxLB_HSCROLL | wxLB_NEEDED_SB);
   name_control(*List1_, "List1");
-  List1_->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { on_.select(List1_->GetSelection()); });
+  List1_->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) {
+    on_.select(List1_->GetSelection());
+    show_title_details();
+  });
+  List1_->Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
+    event.Skip();
+    show_title_details();
+  });
   List1_->Bind(wxEVT_KEY_DOWN, &project_view::on_key, this);
   List1_->Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { CallAfter(on_.open); });
-  List1_->Bind(wxEVT_CONTEXT_MENU, [this](wxContextMenuEvent&) { show_context_menu(); });
+  List1_->Bind(wxEVT_CONTEXT_MENU,
+               [this](wxContextMenuEvent&) { show_context_menu(*List1_, on_.context); });
   List1_->Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& event) {
     dragged_ = List1_->HitTest(event.GetPosition());
     event.Skip();
@@ -95,6 +208,7 @@ wxSizer* project_view::make_titles() {
     if (row != wxNOT_FOUND && row != List1_->GetSelection()) {
       List1_->SetSelection(row);
       on_.select(row);
+      show_title_details();
     }
     event.Skip();
   });
@@ -230,14 +344,27 @@ void project_view::on_dragged(const wxMouseEvent& event) {
     CallAfter([this, to] { on_.move(to); });
 }
 
-void project_view::show_context_menu() {
-  const std::unique_ptr<wxMenu> menu(on_.context());
+void project_view::on_menu_key(wxKeyEvent& event) {
+  const int key = event.HasAnyModifiers() ? WXK_NONE : event.GetKeyCode();
+  if (key == WXK_DELETE || key == WXK_NUMPAD_DELETE)
+    on_.remove_menu();
+  else if (key == WXK_INSERT || key == WXK_NUMPAD_INSERT)
+    CallAfter(on_.add_menu);
+  else if (key == WXK_RETURN || key == WXK_NUMPAD_ENTER)
+    CallAfter(on_.edit_menu);
+  else
+    event.Skip();
+}
+
+void project_view::show_context_menu(wxWindow& list, const std::function<wxMenu*()>& context) {
+  const std::unique_ptr<wxMenu> menu(context());
   if (menu)
-    List1_->PopupMenu(menu.get());
+    list.PopupMenu(menu.get());
 }
 
 void project_view::show_project(const project& p) {
   show_titles(p);
+  show_menus(p);
   show_statistics(p);
   globalregion_->SetLabel(wx_text(p.globalregion));
   Comboregion_->SetSelection(p.globalregion == "PAL" ? 1 : 0);
@@ -246,7 +373,15 @@ void project_view::show_project(const project& p) {
 }
 
 void project_view::focus_titles() {
+  shows_menu_ = false;
   List1_->SetFocus();
+}
+
+void project_view::focus_list() {
+  if (shows_menu_)
+    menus_->SetFocus();
+  else
+    focus_titles();
 }
 
 void project_view::show_findings(const finding_list& findings) {
@@ -319,6 +454,26 @@ void project_view::show_titles(const project& p) {
     List1_->SetSelection(p.selected);
   if (p.selected >= 0)
     List1_->EnsureVisible(p.selected);
+}
+
+// The keys must not stay in a list that goes.
+void project_view::show_menus(const project& p) {
+  const disc_description d = disc_of(p);
+  wxArrayString rows;
+  for (int menu = 1; menu <= d.menu_count(); ++menu)
+    rows.push_back(wx_text(sanitized(menu_line(d, menu))));
+  if (menus_ == nullptr && rows.empty())
+    return;
+  if (menus_ == nullptr)
+    make_menus();
+  if (rows == menus_->GetStrings())
+    return;
+  const int selected = std::min(menus_->GetSelection(), static_cast<int>(rows.size()) - 1);
+  menus_->Set(rows);
+  menus_->SetSelection(selected);
+  if (rows.empty() && shows_menu_)
+    focus_titles();
+  menus_->Show(!rows.empty());
 }
 
 void project_view::show_statistics(const project& p) {

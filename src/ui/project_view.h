@@ -1,7 +1,8 @@
-// The main window's inner part: the title list, the statistics, the region. Shows a project; what
-// the user does there is handed on.
+// The main window's inner part: the lists of titles and menus, what the selected one holds, the
+// statistics, the region. Shows a project; what the user does there is handed on.
 #pragma once
 
+#include "disc/finding.h"
 #include "project/project.h"
 
 #include <wx/panel.h>
@@ -15,14 +16,17 @@ class wxChoice;
 class wxKeyEvent;
 class wxMenu;
 class wxMouseEvent;
+class wxPaintEvent;
 class wxListBox;
 class wxSizer;
+class wxSizerItem;
 class wxStaticBitmap;
 class wxStaticBox;
 class wxStaticText;
 
 namespace corvane {
 
+class details_panel;
 class finding_list;
 class space_bar;
 struct last_disc;
@@ -37,6 +41,9 @@ class project_view : public wxPanel {
     std::function<void()> open;            ///< a double click on a title, or Enter
     std::function<void(int)> move;         ///< the selected title was dragged to a row, 0-based
     std::function<wxMenu*()> context;      ///< the menu of the selected title, to be deleted
+    std::function<void()> add_menu, edit_menu, remove_menu;  ///< the last two: the selected one
+    std::function<wxMenu*()> menu_context;  ///< the menu of the selected menu, to be deleted
+    std::function<void()> show_details;     ///< another item is shown, or its place has come up
     std::function<void(const std::string&)> region;
     std::function<void()> findings;                     ///< the line of what was found
     std::function<void()> open_folder, play, show_log;  ///< the line of the last disc
@@ -47,8 +54,16 @@ class project_view : public wxPanel {
   /// Brings every control up to date.
   void show_project(const project& p);
 
-  /// Gives the list the keys.
+  /// Gives the list of titles the keys; what is shown is the selected one.
   void focus_titles();
+  /// Gives the keys back to the list that had them last.
+  void focus_list();
+
+  /// The title or menu whose details are shown: the selected one of the list that had the keys
+  /// last; the whole disc when none is selected.
+  finding_item shown_item() const;
+  /// Where they are shown; null until the window has been painted.
+  details_panel* details() const { return details_; }
 
   /// The line under the titles: there only when there is something to say.
   void show_findings(const finding_list& findings);
@@ -60,11 +75,18 @@ class project_view : public wxPanel {
   /// The line of what the last run has left, below the titles.
   void show_last_disc(const last_disc& disc);
 
+  /// Shares the room between the lists and the details.
+  bool Layout() override;
+
   /// The least size, with that line.
   wxSize least_size() const { return least_; }
 
  private:
   wxSizer* make_titles();
+  wxSizer* make_lists();
+  void make_menus();
+  void make_details();
+  void on_first_paint(wxPaintEvent& event);
   wxSizer* make_notice();
   void let_notice_stand(bool stands);
   wxSizer* make_findings();
@@ -74,10 +96,14 @@ class project_view : public wxPanel {
   wxBitmapButton* make_mover(wxWindow* parent, const char* name, const char* picture,
                              const char* tip, const std::function<void()>& move);
   void show_titles(const project& p);
+  void show_menus(const project& p);
+  void show_title_details();
+  void show_menu_details();
   void show_statistics(const project& p);
   void on_key(wxKeyEvent& event);
+  void on_menu_key(wxKeyEvent& event);
   void on_dragged(const wxMouseEvent& event);
-  void show_context_menu();
+  static void show_context_menu(wxWindow& list, const std::function<wxMenu*()>& context);
 
   handlers on_;
   wxSizer* notice_ = nullptr;
@@ -86,6 +112,13 @@ class project_view : public wxPanel {
   std::function<void()> notice_act_;
   wxStaticBox* Frame1_ = nullptr;
   wxListBox* List1_ = nullptr;
+  wxListBox* menus_ = nullptr;
+  bool shows_menu_ = false;  ///< the list of menus had the keys last
+  wxSizer* lists_ = nullptr;
+  wxSizer* titles_ = nullptr;
+  wxSizer* lists_and_details_ = nullptr;
+  wxSizerItem* details_place_ = nullptr;
+  details_panel* details_ = nullptr;
   wxSizer* findings_ = nullptr;
   wxStaticBitmap* findings_picture_ = nullptr;
   wxStaticText* findings_text_ = nullptr;

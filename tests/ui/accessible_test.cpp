@@ -19,6 +19,7 @@
 #include <wx/spinctrl.h>
 #include <wx/textctrl.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -68,7 +69,7 @@ std::string role_of(const wxWindow& control) {
   if (is(static_cast<const wxTextCtrl*>(nullptr)))
     return "text";
   const std::string name = control.GetName().ToStdString();
-  if (name == "MediaPlayer1" || name == "preview")
+  if (name == "MediaPlayer1" || name == "preview" || name == "itempicture")
     return "drawing area";
   return {};
 }
@@ -137,6 +138,16 @@ class ReadAloud : public window_test {
 
 TEST_F(ReadAloud, MainWindow) {
   expect_told("main", 4);
+}
+
+TEST_F(ReadAloud, WhatTheSelectedTitleHolds) {
+  ASSERT_TRUE(wait_until([] { return wxWindow::FindWindowByName("itemdetails") != nullptr; }));
+  const std::set<std::string> lines = told();
+  EXPECT_TRUE(is_told(lines, "text", "itemdetails"));
+  EXPECT_TRUE(is_told(lines, "tree table|table|list", "menuslist"));
+  EXPECT_TRUE(std::any_of(lines.begin(), lines.end(), [](const std::string& line) {
+    return line.starts_with("holds\ttitle 1|");
+  })) << "its text is read aloud";
 }
 
 TEST_F(ReadAloud, Subtitles) {

@@ -1,6 +1,7 @@
 // Prints what a screen reader is told of a program: a line for each accessible object of the
-// process whose number is the argument, "<role>\t<name>". Ends with 1 when the process does not
-// come up on the accessibility bus.
+// process whose number is the argument, "<role>\t<name>", and for one that holds a text another
+// one, "holds\t<text>", with "|" for its line ends. Ends with 1 when the process does not come up
+// on the accessibility bus.
 #include <atspi/atspi.h>
 #include <cstdio>
 #include <cstdlib>
@@ -8,12 +9,24 @@
 
 namespace {
 
+void tell_text(AtspiAccessible* object) {
+  AtspiText* const text = atspi_accessible_get_text_iface(object);
+  if (text == nullptr)
+    return;
+  if (gchar* held = atspi_text_get_text(text, 0, -1, nullptr)) {
+    std::printf("holds\t%s\n", g_strdelimit(held, "\n", '|'));
+    g_free(held);
+  }
+  g_object_unref(text);
+}
+
 void tell(AtspiAccessible* object) {
   gchar* role = atspi_accessible_get_role_name(object, nullptr);
   gchar* name = atspi_accessible_get_name(object, nullptr);
   std::printf("%s\t%s\n", role == nullptr ? "" : role, name == nullptr ? "" : name);
   g_free(role);
   g_free(name);
+  tell_text(object);
   const gint children = atspi_accessible_get_child_count(object, nullptr);
   for (gint i = 0; i < children; ++i)
     if (AtspiAccessible* child = atspi_accessible_get_child_at_index(object, i, nullptr)) {

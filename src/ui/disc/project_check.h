@@ -65,6 +65,9 @@ class project_check {
   bool has_place(const finding& f) const;
   void repair(const finding& f);
 
+  /// What is known of files.
+  fact_store& facts() { return facts_; }
+
   /// The editor that a finding led to was closed: back to the window.
   void come_back();
 

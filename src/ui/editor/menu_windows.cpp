@@ -153,6 +153,21 @@ void remove_menu(main_window& main) {
   });
 }
 
+void edit_selected_menu(main_window& main) {
+  if (const int menu = main.selected_menu(); menu > 0)
+    edit_menu_at(main, menu, 0);
+}
+
+void remove_selected_menu(main_window& main) {
+  const int menu = main.selected_menu();
+  if (menu == 0)
+    return;
+  main.run("remove menu", [menu](document& doc) {
+    if (remove_menu_command(doc))
+      menu_picker(doc, picker_erase_caption).confirm(menu - 1);
+  });
+}
+
 void add_or_edit_menu(main_window& main) {
   if (main.shown_project().menulist.empty())
     add_menu(main);

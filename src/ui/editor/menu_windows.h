@@ -14,6 +14,11 @@ void edit_menu_at(main_window& main, int menu, int button);
 
 void remove_menu(main_window& main);
 
+/// The same without the picker for the menu that is selected in the main window; nothing when there
+/// is none.
+void edit_selected_menu(main_window& main);
+void remove_selected_menu(main_window& main);
+
 /// The toolbar's button: edits when there is a menu and adds one otherwise.
 void add_or_edit_menu(main_window& main);
 

@@ -23,9 +23,16 @@ inline constexpr int scroll_step = 10;           ///< of one
 inline constexpr int tool_icon = 32;    ///< edge of a toolbar picture
 inline constexpr int button_icon = 16;  ///< edge of a picture on a button
 
-inline constexpr int main_width = 660;
+inline constexpr int main_width = 900;
 inline constexpr int main_height = 480;
-inline constexpr int list_height = 120;  ///< least height of the title list
+inline constexpr int list_height = 120;         ///< least of a list, also of its width
+inline constexpr int titles_height = 60;        ///< least of the title list, which shares its place
+inline constexpr int menus_height = 38;         ///< least of the list of menus
+inline constexpr int menus_row = 6;             ///< what a row of it has above and below its text
+inline constexpr int menus_percent = 35;        ///< most of the height that it shares with them
+inline constexpr int details_from_width = 560;  ///< in less, the lists take their place
+inline constexpr int details_picture_percent = 40;        ///< most of their height
+inline constexpr int lists_share = 5, details_share = 4;  ///< of the width
 
 inline constexpr int picker_width = 420;
 inline constexpr int picker_height = 180;
