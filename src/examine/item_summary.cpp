@@ -391,6 +391,7 @@ class summary {
         menu.loop ? "again and again, with a pause of five seconds" : "until a button is chosen";
     if (is_still()) {
       say("kind", "a still picture, shown " + shown);
+      say("size", size_of_files());
       return;
     }
     say_length_and_size(0);

@@ -335,6 +335,7 @@ TEST_F(ItemSummary, StillMenuIsCalledSo) {
   known_.files[native("\\m.m2v")] = file_of(still);
   EXPECT_EQ(of_menu("kind"), "a still picture, shown until a button is chosen");
   EXPECT_EQ(of_menu("length"), "(nothing)");
+  EXPECT_EQ(of_menu("size"), "1 kB");
 }
 
 TEST_F(ItemSummary, ListsShowMenusWithTheirFileAndButtons) {

@@ -2,6 +2,7 @@
 #include "project/project_file.h"
 #include "project/title_rows.h"
 #include "ui/findings_fixture.h"
+#include "ui/first_pictures.h"
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
 #include "ui/project_view.h"
@@ -13,8 +14,10 @@
 #include <wx/listbox.h>
 #include <wx/textctrl.h>
 
+#include <atomic>
 #include <chrono>
 #include <filesystem>
+#include <memory>
 #include <thread>
 
 namespace corvane::testing_support {
@@ -268,6 +271,74 @@ TEST_F(Details, GiveWayWhenThereIsLittleWidth) {
   EXPECT_FALSE(ask_ui([] { return control("itempanel")->IsShown(); }));
   const int narrow = ask_ui([] { return control("itempanel")->GetParent()->GetSize().x; });
   EXPECT_GT(width_of("Frame1"), narrow - 40);
+}
+
+// Pictures, without the window around them; in its thread.
+class FirstPictures : public Details {
+ protected:
+  void SetUp() override {
+    Details::SetUp();
+    on_ui([this] { pictures_ = std::make_unique<first_pictures>([this] { ++came_; }); });
+  }
+  void TearDown() override {
+    on_ui([this] { pictures_.reset(); });
+    Details::TearDown();
+  }
+  std::string copy_of_video(const std::string& name) const {
+    std::filesystem::copy_file(real_video(), folder_.path(name));
+    return folder_.path(name);
+  }
+  bool is_known(const std::string& path) const {
+    return ask_ui([&] { return pictures_->find(path) != nullptr; });
+  }
+  void want(const std::string& path) const {
+    on_ui([&] { pictures_->want(path); });
+  }
+  void get(const std::string& path) const {
+    const int before = came_;
+    want(path);
+    EXPECT_TRUE(eventually([&] { return ask_ui([this] { return came_.load(); }) > before; }));
+  }
+
+  std::unique_ptr<first_pictures> pictures_;
+  std::atomic<int> came_ = 0;
+};
+
+TEST_F(FirstPictures, OfWhatIsPassedByAreNotDecoded) {
+  const std::string first = copy_of_video("1.m2v"), second = copy_of_video("2.m2v");
+  on_ui([&] {
+    pictures_->want(first);
+    pictures_->want(second);
+  });
+  EXPECT_TRUE(eventually([&] { return is_known(second); }));
+  EXPECT_FALSE(is_known(first));
+  EXPECT_EQ(came_, 1);
+}
+
+TEST_F(FirstPictures, AreKeptForTheLastFewAsLongAsTheirFilesStay) {
+  std::vector<std::string> files;
+  for (int i = 0; i < 7; ++i)
+    files.push_back(copy_of_video(std::to_string(i) + ".m2v"));
+  for (const std::string& file : files)
+    get(file);
+  EXPECT_FALSE(is_known(files[0])) << "six are kept";
+  EXPECT_TRUE(is_known(files[1]));
+  std::filesystem::resize_file(files[1], 100'000);
+  EXPECT_FALSE(is_known(files[1])) << "it may show another picture now";
+}
+
+TEST_F(FirstPictures, OfAFileWithoutThereIsNone) {
+  const std::string text = folder_.add("text.m2v", "no video");
+  get(text);
+  ASSERT_TRUE(is_known(text));
+  EXPECT_FALSE(ask_ui([&] { return pictures_->find(text)->image.IsOk(); }));
+}
+
+TEST_F(FirstPictures, ThatAreBeingDecodedAreWaitedForAtTheEnd) {
+  want(copy_of_video("1.m2v"));
+  std::this_thread::sleep_for(std::chrono::milliseconds(155));
+  on_ui([this] { pictures_.reset(); });
+  EXPECT_EQ(came_, 0);
 }
 
 }  // namespace
