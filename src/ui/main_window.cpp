@@ -403,11 +403,10 @@ void main_window::begin(const failure& unusable, const std::string& project) {
     return;
   bool recovered = false;
   run("recover project", [&](document& doc) { recovered = recover_command(doc, recovery_); });
-  if (project.empty() || (recovered && document_.file() == project))
-    return;
-  if (recovered)
+  const bool is_open = project.empty() || (recovered && document_.file() == project);
+  if (!is_open && recovered)
     run("load project", [&](document& doc) { load_recent_command(doc, project); });
-  else
+  else if (!is_open)
     load(project);
   focus_titles();
 }

@@ -334,8 +334,21 @@ void project_view::on_key(wxKeyEvent& event) {
     on_.remove();
   else if (key == WXK_INSERT || key == WXK_NUMPAD_INSERT)
     on_.insert();
-  else
+  else if (!enter_list(key))
     event.Skip();
+}
+
+/// Selects the first title with the key that goes down, as long as none is: the toolkit would go to
+/// the second one, since it takes the first for where the keys stand. Returns false if it is
+/// another key.
+bool project_view::enter_list(int key) {
+  const bool down = key == WXK_DOWN || key == WXK_NUMPAD_DOWN;
+  if (!down || List1_->IsEmpty() || List1_->GetSelection() != wxNOT_FOUND)
+    return false;
+  List1_->SetSelection(0);
+  on_.select(0);
+  show_title_details();
+  return true;
 }
 
 void project_view::on_dragged(const wxMouseEvent& event) {

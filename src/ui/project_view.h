@@ -102,6 +102,7 @@ class project_view : public wxPanel {
   void show_statistics(const project& p);
   void on_key(wxKeyEvent& event);
   void on_menu_key(wxKeyEvent& event);
+  bool enter_list(int key);
   void on_dragged(const wxMouseEvent& event);
   static void show_context_menu(wxWindow& list, const std::function<wxMenu*()>& context);
 

@@ -128,6 +128,21 @@ TEST_F(Habits, RecentProjectsAreOpenedFromTheMenu) {
   EXPECT_TRUE(rows_become({"title1:a.m2v/a.ac3"}));
 }
 
+TEST_F(Habits, TheListHasTheKeysAtStartWithoutAProject) {
+  EXPECT_TRUE(eventually([] { return focus() == "List1"; })) << focus();
+}
+
+TEST_F(Habits, DownGoesToTheFirstTitleWhenNoneIsSelected) {
+  load(project_with_menus(2));
+  ASSERT_TRUE(eventually([] { return focus() == "List1"; })) << focus();
+  ASSERT_EQ(selection(), -1);
+  press("Down");
+  EXPECT_EQ(selection(), 0);
+  EXPECT_EQ(shown().selected, 0);
+  press("Down");
+  EXPECT_EQ(selection(), 1);
+}
+
 TEST_F(Habits, TheNextTitleIsSelectedWhenOneIsRemoved) {
   load(project_with_menus(3));
   click_row(1, "main");

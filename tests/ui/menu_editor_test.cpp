@@ -55,6 +55,24 @@ TEST_F(MenuEditorWindow, FocusStandsOnTheSecondControl) {
   }));
 }
 
+TEST_F(MenuEditorWindow, LabelsKeysLeadToTheFieldsInWhichIsTyped) {
+  open_new();
+  press("alt+a");
+  const std::pair<const char*, const char*> fields[] = {
+      {"alt+l", "leftpos"}, {"alt+y", "ypos"}, {"alt+w", "widthpos"}, {"alt+h", "heightpos"}};
+  for (const auto& [keys, name] : fields) {
+    press(keys);
+    EXPECT_TRUE(wait_until([name] {
+      const wxWindow* const focus = wxWindow::FindFocus();
+      return focus != nullptr && focus->GetName() == name;
+    })) << keys;
+    press("ctrl+a");
+    type_text("50");
+    press("Return");
+  }
+  EXPECT_EQ(place(), "50 50 50 50");
+}
+
 TEST_F(MenuEditorWindow, GoesWithTheMainWindowWithoutAWord) {
   open_new();
   on_ui([this] { window_->Close(true); });

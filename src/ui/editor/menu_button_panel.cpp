@@ -133,7 +133,7 @@ void menu_button_panel::add_size(wxGridBagSizer* grid, int row, const char* labe
                                  wxTextCtrl* field) {
   wxStaticText* text = make_label(selected_, label);
   label_leads_to(text, field);
-  text->MoveBeforeInTabOrder(slides);
+  text->MoveAfterInTabOrder(slides);  // its key leads to what follows it: the field
   grid->Add(text, wxGBPosition(row, 0), wxDefaultSpan, wxALIGN_CENTRE_VERTICAL);
   grid->Add(slides, wxGBPosition(row, 1), wxGBSpan(1, 2), wxEXPAND);
   auto* middle = new wxBoxSizer(wxHORIZONTAL);  // a slider may be higher
