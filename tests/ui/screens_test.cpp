@@ -198,6 +198,22 @@ TEST_F(Screens, HoldTheLog) {
   look_at("log");
 }
 
+TEST_F(Screens, PicturesOnButtonsAreSeenOnTheirGround) {
+  for (const char* name : {"titleup", "titledown"})
+    EXPECT_TRUE(wait_until(
+        [name] {
+          const wxRect place = control(name)->GetScreenRect();
+          const int begin = place.x + place.width / 4, middle = place.y + place.height / 2;
+          const wxColour ground = colour_at({begin, middle});
+          double best = 1;
+          for (int x = begin; x < place.GetRight() - place.width / 4; ++x)
+            best = std::max(best, contrast(colour_at({x, middle}), ground));
+          return best >= 3;
+        },
+        5))
+        << name;
+}
+
 // Their colours are black and red, whatever the theme.
 TEST_F(Screens, StatisticsAreReadInBothTheirColours) {
   const auto seen = [] {

@@ -17,8 +17,8 @@ struct embedded_icon {
 /// Every embedded picture; generated.
 const std::vector<embedded_icon>& embedded_icons();
 
-/// The picture in an edge length of `edge` pixels at 100 %, sharp at every scale. An unknown name
-/// gives an empty bundle.
+/// The picture in an edge length of `edge` pixels at 100 %, sharp at every scale, and brighter on
+/// the ground of a dark theme. An unknown name gives an empty bundle.
 wxBitmapBundle icon_picture(std::string_view name, int edge);
 
 /// The program's own icon in the sizes that window managers ask for.
