@@ -15,15 +15,16 @@ namespace {
 /// More than that nobody reads in a window.
 constexpr std::uintmax_t most_shown = std::uintmax_t{4} << 20;
 
-log_line_kind kind_of_line(std::string_view line, bool first) {
-  if (!first && is_error_line(line))
+}  // namespace
+
+log_line_kind kind_of_log_line(std::string_view line) {
+  line = trim_left(line);
+  if (is_error_line(line))
     return log_line_kind::error;
   if (line.starts_with("WARN") || line.starts_with("++ WARN") || line.starts_with("--WARN"))
     return log_line_kind::warning;
   return step_in_line(line).empty() ? log_line_kind::plain : log_line_kind::step;
 }
-
-}  // namespace
 
 std::vector<line_of_log> log_lines(std::string_view log) {
   std::string text = repaired_utf8(log);
@@ -33,7 +34,7 @@ std::vector<line_of_log> log_lines(std::string_view log) {
     if (line.starts_with(' '))
       line.erase(0, 1);
     line.erase(trim_right(line).size());
-    const log_line_kind kind = kind_of_line(trim_left(line), lines.empty());
+    const log_line_kind kind = lines.empty() ? log_line_kind::plain : kind_of_log_line(line);
     lines.push_back({std::move(line), kind});
   }
   while (!lines.empty() && lines.back().text.empty())

@@ -15,6 +15,9 @@ struct line_of_log {
   bool operator==(const line_of_log&) const = default;
 };
 
+/// Of a line but the first, with or without the blanks around it.
+log_line_kind kind_of_log_line(std::string_view line);
+
 /// The lines of a log's text. UTF-8; what of it is none is shown as U+FFFD, a NUL as a blank.
 std::vector<line_of_log> log_lines(std::string_view log);
 

@@ -102,6 +102,18 @@ class LogWindow : public window_test {
     press("ctrl+l");
     ASSERT_TRUE(window_comes("log"));
   }
+  /// The colour of these words in a text of the log window.
+  static wxColour colour_of(const char* name, const char* words) {
+    return ask_ui([=] {
+      auto* text = dynamic_cast<wxTextCtrl*>(control(name, "log"));
+      wxTextAttr look;
+      if (text->GetValue().Find(words) == wxNOT_FOUND)
+        ADD_FAILURE() << words << " is not in " << text->GetValue();
+      else
+        text->GetStyle(text->GetValue().Find(words), look);
+      return look.HasTextColour() ? look.GetTextColour() : text->GetForegroundColour();
+    });
+  }
   static int page() {
     return ask_ui(
         [] { return dynamic_cast<wxNotebook*>(control("pages", "log"))->GetSelection(); });
@@ -201,19 +213,28 @@ TEST_F(LogWindow, LinesOfErrorsAreInColour) {
   answer_message(failed_text, "Cancel");
   close_findings();
   show_log();
-  const auto colour_at = [](const char* words) {
-    return ask_ui([words] {
-      wxTextAttr look;
-      if (last_log_text()->GetValue().Find(words) == wxNOT_FOUND)
-        ADD_FAILURE() << words << " is not in " << last_log_text()->GetValue();
-      else
-        last_log_text()->GetStyle(last_log_text()->GetValue().Find(words), look);
-      return look.GetTextColour();
-    });
-  };
-  const wxColour error = colour_at("ERR:  no luck"), plain = colour_at("INFO: [mplex");
-  EXPECT_NE(error, plain);
+  const wxColour error = colour_of("lastlog", "ERR:  no luck");
+  EXPECT_NE(error, colour_of("lastlog", "INFO: [mplex"));
   EXPECT_GT(error.Red(), error.Green() + 100);
+}
+
+TEST_F(LogWindow, LinesOfErrorsAreInColourWhileTheRunIsOn) {
+  replace_tool(
+      "mplex",
+      "echo 'all is well'\necho '**ERROR: [mplex] no luck'\necho 'a later line'\nsleep 3\n");
+  start_run();
+  ASSERT_TRUE(window_comes("log"));
+  ASSERT_TRUE(wait_until([] {
+    return dynamic_cast<wxTextCtrl*>(control("Text1", "log"))->GetValue().Contains("a later line");
+  }));
+  screenshot("run-error");
+  const wxColour error = colour_of("Text1", "**ERROR: [mplex] no luck");
+  EXPECT_GT(error.Red(), error.Green() + 100);
+  EXPECT_EQ(colour_of("Text1", "all is well"), colour_of("Text1", "a later line"));
+  EXPECT_NE(colour_of("Text1", "a later line"), error);
+  EXPECT_NE(colour_of("Text1", "*multiplexing title: 1"), error);
+  answer_message(failed_text, "Cancel");
+  close_findings();
 }
 
 TEST_F(LogWindow, LastRunsLogIsSearchedAndCopied) {

@@ -3,6 +3,7 @@
 #include "formats/numbers.h"
 #include "platform/files/files.h"
 #include "runner/last_log.h"
+#include "ui/disc/log_colours.h"
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/find_bar.h"
 #include "ui/widgets/fixed_pitch.h"
@@ -10,7 +11,6 @@
 #include "ui/widgets/wx_text.h"
 
 #include <wx/button.h>
-#include <wx/settings.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
@@ -24,28 +24,6 @@ namespace {
 
 /// A log of nothing but errors is red enough with these, and comes up at once.
 constexpr int most_coloured = 2000;
-
-struct log_colours {
-  const char *error, *warning, *step;
-};
-constexpr log_colours log_on_light = {"#b00020", "#8a5200", "#00479d"};
-constexpr log_colours log_on_dark = {"#ff8a80", "#f0b47a", "#7db8ff"};
-
-wxTextAttr attribute_of_kind(log_line_kind kind) {
-  const bool light = wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW).GetLuminance() > 0.5;
-  const log_colours& c = light ? log_on_light : log_on_dark;
-  switch (kind) {
-    case log_line_kind::error:
-      return wxTextAttr(wxColour(c.error));
-    case log_line_kind::warning:
-      return wxTextAttr(wxColour(c.warning));
-    case log_line_kind::step:
-      return wxTextAttr(wxColour(c.step));
-    case log_line_kind::plain:
-      break;
-  }
-  return {};
-}
 
 /// "3 lines are errors, 1 is a warning".
 std::string counted(const std::vector<line_of_log>& lines) {
@@ -125,7 +103,7 @@ void log_page::fill() {
   }
   text_->ChangeValue(text);
   for (const coloured& mark : marks)
-    text_->SetStyle(mark.from, mark.to, attribute_of_kind(mark.kind));
+    text_->SetStyle(mark.from, mark.to, look_of_log_line(mark.kind));
   text_->ShowPosition(text_->XYToPosition(0, text_->GetNumberOfLines() - 1));
   about_->SetLabelText(lines.empty() ? wxString("There is no log of a run.")
                                      : wx_text(counted(lines) + ": " + file_));

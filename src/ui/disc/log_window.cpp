@@ -1,6 +1,7 @@
 #include "ui/disc/log_window.h"
 
 #include "runner/run_meter.h"
+#include "ui/disc/log_colours.h"
 #include "ui/disc/log_page.h"
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/fixed_pitch.h"
@@ -80,7 +81,7 @@ log_window::log_window(std::function<void()> stop, std::string log_file)
 wxWindow* log_window::make_run_page() {
   auto* page = new wxPanel(pages_);
   Text1_ = new wxTextCtrl(page, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
-                          wxTE_MULTILINE | wxTE_READONLY | wxTE_DONTWRAP);
+                          wxTE_MULTILINE | wxTE_READONLY | wxTE_DONTWRAP | wxTE_RICH2);
   Text1_->SetFont(fixed_pitch(Text1_->GetFont()));
   name_control(*Text1_, "Text1");
   auto* whole = new wxBoxSizer(wxVERTICAL);
@@ -146,9 +147,25 @@ void log_window::show_text(const std::string& text) {
   if (lines == Text1_->GetValue())
     return;
   Text1_->ChangeValue(lines);
+  colour_lines();
   // The first column of the last line: its far end would scroll long lines out of sight.
   Text1_->ShowPosition(Text1_->XYToPosition(0, Text1_->GetNumberOfLines() - 1));
   repaint();
+}
+
+// A run's text is a few lines, so that all are coloured anew each time. A rich text of Windows
+// gives new text the colour that the old one began with.
+void log_window::colour_lines() {
+  long from = 0;
+  Text1_->SetStyle(0, Text1_->GetLastPosition(), wxTextAttr(Text1_->GetForegroundColour()));
+  for (int line = 0; line < Text1_->GetNumberOfLines(); ++line) {
+    const wxString text = Text1_->GetLineText(line);
+    const long to = from + static_cast<long>(text.length());
+    const log_line_kind kind = kind_of_log_line(utf8_of(text));
+    if (kind != log_line_kind::plain)
+      Text1_->SetStyle(from, to, look_of_log_line(kind));
+    from = to + 1;
+  }
 }
 
 void log_window::show_progress(double percent) {

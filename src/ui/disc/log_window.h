@@ -24,7 +24,8 @@ class log_window : public wxFrame {
   /// `stop` is called by the button "stop". `log_file` (native path) is what the second page shows.
   log_window(std::function<void()> stop, std::string log_file);
 
-  /// Replaces the text (UTF-8, lines end in CR LF), shows its end, and repaints at once.
+  /// Replaces the text (UTF-8, lines end in CR LF; the last ones of a run, not all of its log),
+  /// with lines of errors in their colour, shows its end, and repaints at once.
   void show_text(const std::string& text);
 
   /// Percent; values outside 0 to 100 are taken as the nearer end.
@@ -51,6 +52,7 @@ class log_window : public wxFrame {
   void bind_keys();
   void hide();
   bool on_last_log() const;
+  void colour_lines();
   void repaint();
 
   wxNotebook* pages_;
