@@ -1,6 +1,7 @@
 // The log window around a run: its two bars, how it is put away, the log of the last run, and how a
 // run's end is noticed from elsewhere.
 #include "support/environment_variable.h"
+#include "ui/gtk_sight.h"
 #include "ui/main_window.h"
 #include "ui/widgets/wx_text.h"
 #include "ui/window_fixture.h"
@@ -188,6 +189,19 @@ TEST_F(LogWindow, StaysWhileARunIsOn) {
   EXPECT_TRUE(ask_ui([] { return control("log")->IsShown(); }));
   click_control("stop");
   answer_message(stop_it_text, "Yes");
+  EXPECT_TRUE(log_goes());
+}
+
+TEST_F(LogWindow, RunIsStoppedByKeys) {
+  replace_tool("mplex", "exec sleep 300\n");
+  start_run();
+  ASSERT_TRUE(window_comes("log"));
+  press("alt+s");
+  ASSERT_TRUE(wait_until([] {
+    const auto question = look_at_dialog();
+    return question && question->text == stop_it_text && dialog_has_the_keys();
+  }));
+  press("alt+y");
   EXPECT_TRUE(log_goes());
 }
 

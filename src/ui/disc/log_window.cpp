@@ -45,7 +45,7 @@ log_window::log_window(std::function<void()> stop, std::string log_file)
   name_control(*pages_, "pages");
   SetIcons(program_icon());
 
-  stop_ = new wxButton(panel, wxID_ANY, "stop");
+  stop_ = new wxButton(panel, wxID_ANY, "&stop");
   stop_->SetBitmap(icon_picture("stop", layout::button_icon));
   stop_->SetToolTip("stop authoring and end every tool that is running");
   stop_->Disable();
