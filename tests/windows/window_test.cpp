@@ -129,6 +129,32 @@ TEST_F(CorvaneWindow, KeepsTheRegionInTheRegistryAndShowsItAfterARestart) {
   user_settings()->set("dvdregion", before);
 }
 
+TEST_F(CorvaneWindow, RegionThatIsShownIsThePreferenceOnceItIsChosenAgain) {
+  const std::string before = user_settings()->get("dvdregion");
+  user_settings()->set("dvdregion", "NTSC");
+  program_.start();
+  const HWND region = find_control(program_.main(), "ComboBox");
+  ASSERT_NE(region, nullptr);
+  EXPECT_EQ(text_of_window(region), "NTSC");
+  user_settings()->set("dvdregion", "PAL");  // that of another window, say
+  const auto key = [region](WPARAM code) {
+    ::PostMessageW(region, WM_KEYDOWN, code, 0);
+    ::PostMessageW(region, WM_KEYUP, code, 0);
+  };
+  const auto is_open = [region] { return ::SendMessageW(region, CB_GETDROPPEDSTATE, 0, 0) != 0; };
+  key(VK_F4);
+  wait_until(is_open, "the open list");
+  key(VK_ESCAPE);
+  wait_until([&] { return !is_open(); }, "the closed list");
+  EXPECT_EQ(user_settings()->get("dvdregion"), "PAL") << "nothing was chosen";
+  key(VK_F4);
+  wait_until(is_open, "the open list");
+  key(VK_RETURN);
+  wait_until([] { return user_settings()->get("dvdregion") == "NTSC"; }, "the preference");
+  EXPECT_TRUE(program_.close());
+  user_settings()->set("dvdregion", before);
+}
+
 /// The field of the chapters dialog, in which lines are coloured.
 HWND times_of(HWND chapters) {
   return find_control(chapters, "RichEdit50W");
