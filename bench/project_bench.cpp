@@ -76,22 +76,22 @@ int titles_of(const benchmark::State& state) {
 void load(benchmark::State& state) {
   const bench_project largest(own_folder(titles_of(state)), titles_of(state));
   for (auto _ : state) {
-    corvane::project p;
     corvane::memory_settings prefs;
     saving_prompts ask("");
-    corvane::document doc{p, ask, prefs};
-    if (!corvane::loadprojectf(doc, largest.file) || p.List11 != largest.p.List11)
+    corvane::document doc(ask, prefs);
+    if (!corvane::loadprojectf(doc, largest.file) || doc.p.List11 != largest.p.List11)
       state.SkipWithError("the project did not load");
-    benchmark::DoNotOptimize(p);
+    benchmark::DoNotOptimize(doc.p);
   }
   state.SetComplexityN(state.range(0));
 }
 
 void save(benchmark::State& state) {
-  bench_project largest(own_folder(titles_of(state)), titles_of(state));
+  const bench_project largest(own_folder(titles_of(state)), titles_of(state));
   corvane::memory_settings prefs;
   saving_prompts ask(largest.file);
-  corvane::document doc{largest.p, ask, prefs};
+  corvane::document doc(ask, prefs);
+  doc.p = largest.p;
   for (auto _ : state)
     if (corvane::save_project(doc) != corvane::save_outcome::saved)
       state.SkipWithError("the project was not saved");
@@ -138,10 +138,9 @@ std::string status_line(const std::string& name) {
 
 int peak(const std::string& folder) {
   std::cout << "before" << status_line("VmRSS") << "\n";
-  corvane::project p;
   corvane::memory_settings prefs;
   saving_prompts ask("");
-  corvane::document doc{p, ask, prefs};
+  corvane::document doc(ask, prefs);
   if (!corvane::loadprojectf(doc, corvane::join_path(folder, "largest.cvp")))
     return 1;
   std::cout << "peak" << status_line("VmHWM") << "\n";
