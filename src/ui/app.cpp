@@ -5,6 +5,7 @@
 #include "platform/system_version.h"
 #include "project/project_file.h"
 #include "ui/main_window.h"
+#include "ui/widgets/plain_arrows.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/msgdlg.h>
@@ -74,6 +75,7 @@ void show_message_pictures() {}
 
 main_window* start_main_window(const std::string& project) {
   show_message_pictures();
+  draw_choices_with_plain_arrows();
   const std::string started_in = absolute_path(".");
   const std::string app = program_folder();
   const failure unusable = enter_program_folder(app);

@@ -4,6 +4,7 @@
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/plain_arrows.h"
 
 #include <wx/menu.h>
 #include <wx/toolbar.h>
@@ -81,6 +82,7 @@ void command_bars::make_tools() {
       Toolbar1_->SetDropdownMenu(id, make_drop_down(t));
     Toolbar1_->EnableTool(id, t.run != nullptr);
   }
+  draw_with_plain_arrows(*Toolbar1_);
   Toolbar1_->Realize();
 }
 
