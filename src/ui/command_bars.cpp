@@ -5,6 +5,7 @@
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
 #include "ui/widgets/plain_arrows.h"
+#include "ui/widgets/tool_tips.h"
 
 #include <wx/menu.h>
 #include <wx/toolbar.h>
@@ -83,6 +84,7 @@ void command_bars::make_tools() {
     Toolbar1_->EnableTool(id, t.run != nullptr);
   }
   draw_with_plain_arrows(*Toolbar1_);
+  let_tips_stand_below(*Toolbar1_);
   Toolbar1_->Realize();
 }
 

@@ -209,6 +209,20 @@ bool filter_offers(const std::string& file_name) {
   return gtk_file_filter_filter(filter, &info) != FALSE;
 }
 
+std::optional<wxRect> tip_on_screen() {
+  std::optional<wxRect> place;
+  walk_screen([&](GtkWidget* widget) {
+    if (!GTK_IS_WINDOW(widget) ||
+        gtk_window_get_type_hint(GTK_WINDOW(widget)) != GDK_WINDOW_TYPE_HINT_TOOLTIP)
+      return;
+    GdkWindow* const window = gtk_widget_get_window(widget);
+    int x = 0, y = 0;
+    gdk_window_get_origin(window, &x, &y);
+    place = wxRect(x, y, gdk_window_get_width(window), gdk_window_get_height(window));
+  });
+  return place;
+}
+
 wxColour colour_at(wxPoint screen) {
   GdkPixbuf* pixel =
       gdk_pixbuf_get_from_window(gdk_get_default_root_window(), screen.x, screen.y, 1, 1);

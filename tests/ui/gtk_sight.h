@@ -38,6 +38,9 @@ std::string chosen_path();
 /// Whether a file of that name is offered by the filter that the open file dialog shows.
 bool filter_offers(const std::string& file_name);
 
+/// Where the tool tip that is shown stands on the screen.
+std::optional<wxRect> tip_on_screen();
+
 /// The colour of a pixel of the screen.
 wxColour colour_at(wxPoint screen);
 

@@ -193,6 +193,24 @@ TEST_F(Tables, DescriptionOfAToolIsShownInTheStatusBar) {
   }));
 }
 
+TEST_F(Tables, TipOfAToolStandsBelowTheToolBar) {
+  for (const char* const caption : {"add title", "menus"}) {
+    std::optional<wxPoint> label;
+    ASSERT_TRUE(wait_until([&] {
+      label = find_label(caption, label_place::toolbar);
+      return label.has_value();
+    }));
+    hover_at(wxPoint(label->x, label->y + 150));
+    ASSERT_TRUE(wait_until([] { return !tip_on_screen(); }));
+    hover_at(wxPoint(label->x, label->y - 25));  // on its picture
+    ASSERT_TRUE(wait_until([] { return tip_on_screen().has_value(); })) << caption;
+    const wxRect tip = *ask_ui([] { return tip_on_screen(); });
+    const wxRect bar = ask_ui([this] { return window_->GetToolBar()->GetScreenRect(); });
+    EXPECT_GT(tip.GetTop(), bar.GetBottom()) << caption;
+    EXPECT_LT(tip.GetTop(), bar.GetBottom() + 40) << caption;
+  }
+}
+
 TEST_F(Tables, AboutNamesTheProjectsThatAreUsed) {
   click_menu("tools", "about");
   ASSERT_TRUE(wait_until([] { return look_at_dialog().has_value(); }));
