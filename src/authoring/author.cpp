@@ -98,6 +98,13 @@ found_in_run found_by(const std::string& app, run_outcome outcome) {
   return found;
 }
 
+std::vector<std::string> parts_put_aside(const run_place& place, const run_record& record) {
+  std::vector<std::string> paths;
+  for (const std::string& part : record.earlier)
+    paths.push_back(join_path(place.path(), part));
+  return paths;
+}
+
 std::string first_lines(const prepared_run& run) {
   std::string lines = version_title + std::string(crlf);
   if (run.material_unseen)
@@ -144,6 +151,7 @@ author_result authordvd(document& doc, author_equipment& e, prepared_run run) {
        first_lines(run),
        doc.p.cleanup,
        settle,
+       parts_put_aside(*begun.place, record),
        [place = begun.place] { place->note_alive(); }});
   return e.runner.running() ? author_result::started : author_result::not_started;
 }

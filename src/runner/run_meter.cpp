@@ -12,20 +12,27 @@ namespace {
 
 /// What was known before counts as much as so many seconds of this run.
 constexpr double trust_in_kind = 3;
-constexpr double trust_in_machine = 10;
+constexpr double trust_in_machine = 5;
+
+/// The same for the runs that follow.
+constexpr double trust_for_later = 2;
 
 /// How long ago what goes on counts half and less: a disk that has taken all it can at once goes on
-/// much slower.
-constexpr double lately = 4;
+/// much slower. The less is left, the sooner it must be seen.
+constexpr double longest_lately = 4, shortest_lately = 1.5, lately_of_left = 0.25;
 
 /// How much of a change of speed is believed to last, as a power of it.
 constexpr double trust_in_change = 0.9;
+
+/// How much of it is believed of other kinds of work, where their speeds are known from earlier
+/// runs: what slows one down, as another program, need not slow down the next.
+constexpr double trust_in_pace = 0.5;
 
 /// Nothing is said of the time before this: the first file has hardly begun to grow.
 constexpr double first_word = 2;
 
 /// A guess of the end moves to a new one in about this time, so that it does not jump.
-constexpr double settling_time = 2;
+constexpr double longest_settling = 2, shortest_settling = 0.4, settling_of_left = 0.1;
 
 /// Only the run's end is more.
 constexpr double most_percent = 99.9;
@@ -48,8 +55,8 @@ bool is_seen(const planned_work& work) {
 }  // namespace
 
 run_meter::run_meter(std::string_view script, bool reads_back, const work_costs& costs,
-                     plan_files files)
-    : plan_(script, reads_back, files), files_(std::move(files)), costs_(costs) {}
+                     plan_files files, const std::vector<std::string>& removed)
+    : plan_(script, reads_back, files, removed), files_(std::move(files)), costs_(costs) {}
 
 void run_meter::line(std::string_view text) {
   if (text.starts_with("STAT: fixing VOBU") || text.starts_with("INFO: reading the disc back: ")) {
@@ -65,7 +72,22 @@ void run_meter::line(std::string_view text) {
       ++next;
     if (next < steps.size() || text.starts_with(end_marker))
       begin_step(next);
+    if (text.starts_with(end_marker))
+      begin_removal();
   }
+}
+
+/// Of it no line is printed.
+void run_meter::begin_removal() {
+  const auto& steps = plan_.steps();
+  if (steps.empty() || steps.back().line != step_line(removal_step))
+    return;
+  name_ = removal_step;
+  begin_step(steps.size() - 1);
+}
+
+void run_meter::settled() {
+  begin_step(plan_.steps().size());
 }
 
 /// Steps that were left out have nothing more to do either.
@@ -152,13 +174,18 @@ void run_meter::pay(double seconds) {
   for (std::size_t kind = 0; kind < work_kinds; ++kind) {
     spent_[kind].time += unpaid_time_ * std::max(0.0, unpaid_[kind]) * costs_[kind] / likely;
     spent_[kind].done += unpaid_[kind];
-    const double fading = std::exp(-unpaid_time_ / lately);
+    const double fading = std::exp(-unpaid_time_ / lately_time());
     const double share = std::max(0.0, unpaid_[kind]) * costs_[kind] / likely;
     lately_[kind].time = lately_[kind].time * fading + unpaid_time_ * share;
     lately_[kind].done = lately_[kind].done * fading + std::max(0.0, unpaid_[kind]);
   }
   unpaid_ = {};
   unpaid_time_ = 0;
+}
+
+double run_meter::lately_time() const {
+  return end_ < 0 ? longest_lately
+                  : std::clamp((end_ - looked_) * lately_of_left, shortest_lately, longest_lately);
 }
 
 /// How much longer things take than they are known to: the machine may have other things to do.
@@ -169,7 +196,8 @@ double run_meter::pace() const {
     took += spent_[kind].time;
     likely += std::max(0.0, spent_[kind].done) * costs_[kind];
   }
-  return std::clamp(took / likely, 1.0 / 3, 3.0);
+  const double slower = std::clamp(took / likely, 1.0 / 3, 3.0);
+  return costs_ == usual_costs() ? slower : std::pow(slower, trust_in_pace);
 }
 
 double run_meter::cost_of(work_kind kind) const {
@@ -183,7 +211,7 @@ double run_meter::cost_of(work_kind kind) const {
 double run_meter::cost_now(work_kind kind) const {
   const double so_far = cost_of(kind);
   const spent& now = lately_[index_of(kind)];
-  if (now.time < 1 || now.done <= 0)
+  if (now.time < shortest_lately / 2 || now.done <= 0)
     return so_far;
   const double change = std::clamp(now.time / now.done / so_far, 0.1, 10.0);
   return so_far * std::pow(change, trust_in_change);
@@ -194,9 +222,9 @@ double run_meter::left(double now) const {
   bool seen = false;
   for (const watched_work& watched : current_) {
     seconds += std::max(0.0, watched.work.amount - watched.done) * cost_now(watched.work.kind);
-    seen = seen || is_seen(watched.work);
+    seen = seen || (is_seen(watched.work) && watched.done > 0);
   }
-  // Calls of which nothing is seen go on by the clock.
+  // Calls of which nothing is seen, or not yet, go on by the clock.
   if (!seen)
     seconds = std::max(seconds / 20, seconds - (now - step_began_));
   for (std::size_t step = step_ + (in_step_ ? 1 : 0); step < plan_.steps().size(); ++step)
@@ -209,7 +237,9 @@ run_whole run_meter::at(double now) {
   const double passed = now - looked_;
   look(now);
   const double guess = now + left(now);
-  end_ = end_ < 0 ? guess : end_ + (guess - end_) * (1 - std::exp(-passed / settling_time));
+  const double settling =
+      std::clamp((guess - now) * settling_of_left, shortest_settling, longest_settling);
+  end_ = end_ < 0 ? guess : end_ + (guess - end_) * (1 - std::exp(-passed / settling));
   const double seconds = std::max(0.0, end_ - now);
   if (now > 0)
     shown_ = std::max(shown_, std::min(most_percent, 100 * now / (now + seconds)));
@@ -224,8 +254,8 @@ work_costs run_meter::learned() const {
   work_costs costs = costs_;
   for (std::size_t kind = 0; kind < work_kinds; ++kind)
     if (spent_[kind].done > 0)
-      costs[kind] =
-          (trust_in_kind + spent_[kind].time) / (trust_in_kind / costs_[kind] + spent_[kind].done);
+      costs[kind] = (trust_for_later + spent_[kind].time) /
+                    (trust_for_later / costs_[kind] + spent_[kind].done);
   return costs;
 }
 

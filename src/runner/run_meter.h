@@ -20,10 +20,14 @@ namespace corvane {
 class run_meter {
  public:
   run_meter() = default;
-  run_meter(std::string_view script, bool reads_back, const work_costs& costs, plan_files files);
+  run_meter(std::string_view script, bool reads_back, const work_costs& costs, plan_files files,
+            const std::vector<std::string>& removed = {});
 
   /// A line that the run has printed, without its end. Names of steps come this way too.
   void line(std::string_view text);
+
+  /// What the run has left is set in order: nothing is left to do.
+  void settled();
 
   /// Looks how far it is. To be called some times a second; what it gives never goes back and stays
   /// below 100.
@@ -47,6 +51,7 @@ class run_meter {
 
   void begin_step(std::size_t step);
   void end_step();
+  void begin_removal();
   void advance(watched_work& watched, double done);
   void look(double now);
   void look_at(watched_work& watched);
@@ -55,6 +60,7 @@ class run_meter {
   double cost_of(work_kind kind) const;
   double cost_now(work_kind kind) const;
   double pace() const;
+  double lately_time() const;
   double left(double now) const;
 
   run_plan plan_;

@@ -101,6 +101,8 @@ class run_plan::walk {
     // Its line is in no script: conspawn prints it.
     if (plan_.reads_back_ && disc_ > 0)
       add(step_line("reading the disc back"), work_of(work_kind::read_back, disc_ + image_));
+    if (plan_.removed_ > 0)
+      add(step_line(removal_step), work_of(work_kind::remove, plan_.removed_));
   }
 
  private:
@@ -192,8 +194,11 @@ class run_plan::walk {
   double image_ = 0;
 };
 
-run_plan::run_plan(std::string_view script, bool reads_back, plan_files files)
+run_plan::run_plan(std::string_view script, bool reads_back, plan_files files,
+                   const std::vector<std::string>& removed)
     : reads_back_(reads_back), files_(std::move(files)) {
+  for (const std::string& path : removed)
+    removed_ += files_.size_of(path).value_or(0);
   std::string step;
   while (!script.empty()) {
     const std::string_view line = script.substr(0, script.find('\n'));

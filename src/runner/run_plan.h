@@ -25,8 +25,12 @@ enum class work_kind {
   image,      ///< mkisofs: bytes written
   read_back,  ///< conspawn: bytes read
   other,      ///< calls of other programs
+  remove,     ///< the runner, once the script has ended: bytes of files that go
 };
-inline constexpr std::size_t work_kinds = 9;
+inline constexpr std::size_t work_kinds = 10;
+
+/// The step in which files go that the run has made useless; no line of the script names it.
+inline constexpr std::string_view removal_step = "removing the earlier disc";
 
 struct planned_work {
   work_kind kind = work_kind::other;
@@ -56,8 +60,10 @@ class run_plan {
  public:
   run_plan() = default;
 
-  /// `reads_back`: conspawn looks at the disc once all lines are done.
-  run_plan(std::string_view script, bool reads_back, plan_files files);
+  /// `reads_back`: conspawn looks at the disc once all lines are done. `removed`: files and folders
+  /// of files that go after that.
+  run_plan(std::string_view script, bool reads_back, plan_files files,
+           const std::vector<std::string>& removed = {});
 
   /// The steps that have anything to do, in order. What follows from the size of something that a
   /// tool has yet to make is guessed from what it is made of.
@@ -80,6 +86,7 @@ class run_plan {
 
   std::vector<command_of_step> commands_;
   bool reads_back_ = false;
+  double removed_ = 0;  ///< bytes
   plan_files files_;
   std::map<std::string, double> inputs_;
   std::map<std::string, double> cues_;

@@ -10,7 +10,8 @@ namespace corvane {
 namespace {
 
 constexpr std::array<std::string_view, work_kinds> names = {
-    "draw", "multiplex", "overlay", "cues", "collect", "fix", "image", "read-back", "other"};
+    "draw", "multiplex", "overlay",   "cues",  "collect",
+    "fix",  "image",     "read-back", "other", "remove"};
 
 /// Times a thousand longer or shorter than the usual one are no machine's.
 bool is_likely(double cost, double usual) {
@@ -20,7 +21,7 @@ bool is_likely(double cost, double usual) {
 }  // namespace
 
 work_costs usual_costs() {
-  return {0.06, 8.5e-9, 8e-9, 0.006, 5.5e-9, 1e-9, 2.5e-9, 0.7e-9, 1};
+  return {0.06, 6e-9, 8e-9, 0.006, 3.2e-9, 0.3e-9, 1.1e-9, 0.3e-9, 1, 0.3e-9};
 }
 
 work_costs parse_costs(std::string_view text) {

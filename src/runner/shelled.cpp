@@ -20,6 +20,7 @@
 #include <chrono>
 #include <cstdint>
 #include <exception>
+#include <future>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -113,6 +114,7 @@ struct shelled::state {
   void broke();
   bool has_ended();
   void drain();
+  run_settled settled();
   std::vector<std::string> settle_run();
   void warn(const std::vector<std::string>& warnings);
   failure close_run();
@@ -169,8 +171,8 @@ void shelled::state::begin_meter(std::string_view script, const run_options& opt
       std::any_of(options.variables.begin(), options.variables.end(),
                   [](const child_variable& v) { return v.name == run_file::makes_disc_variable; });
   const result<std::string> speeds = read_file(join_path(app, run_file::speeds), largest_speeds);
-  meter =
-      run_meter(script, makes_disc, parse_costs(speeds ? *speeds : std::string()), files_on_disk());
+  meter = run_meter(script, makes_disc, parse_costs(speeds ? *speeds : std::string()),
+                    files_on_disk(), options.removed);
   meter_lines = {};
   began = whole_told = steady::now();
 }
@@ -184,7 +186,6 @@ void shelled::state::tell_whole() {
 
 /// Of a run that did all its work. A file that cannot be written costs the next run its guess.
 void shelled::state::keep_speeds() {
-  meter.at(std::chrono::duration<double>(steady::now() - began).count());
   if (const work_costs learned = meter.learned(); learned != meter.known())
     replace_file(join_path(app, run_file::speeds), costs_text(learned));
 }
@@ -295,13 +296,28 @@ void shelled::state::drain() {
   }
 }
 
+/// Does so in a thread: an earlier disc goes from a slow disk in some seconds, of which the
+/// listener is told.
+run_settled shelled::state::settled() {
+  const auto work = std::exchange(settle, nullptr);
+  std::future<run_settled> done = std::async(std::launch::async | std::launch::deferred,
+                                             [&work, as = outcome] { return work(as); });
+  while (done.wait_for(whole_time) == std::future_status::timeout)
+    if (outcome == run_outcome::success)
+      tell_whole();
+  // Here, for what is told next waits for the user.
+  meter.settled();
+  meter.at(std::chrono::duration<double>(steady::now() - began).count());
+  return done.get();
+}
+
 /// What the run has left is set in order, and the log says what was done. Gives what the user has
 /// to know.
 std::vector<std::string> shelled::state::settle_run() {
   alive = nullptr;
   if (!settle)
     return {};
-  run_settled done = std::exchange(settle, nullptr)(outcome);
+  run_settled done = settled();
   notes = done.notes;
   findings = std::move(done.findings);
   restored = done.restored;
@@ -377,10 +393,12 @@ void shelled::state::finish() {
   tell_steps();
   const bool failed = log.holds_error();
   if (!failed)
-    keep_speeds();
+    tell_whole();  // what is done now may take some seconds
   outcome = failed ? run_outcome::failed : run_outcome::success;
   std::vector<run_trouble> troubles;
   const failure not_written = close_run();
+  if (!failed)
+    keep_speeds();
   if (!failed && cleanup)
     troubles = cleaned_up();
   if (not_written) {

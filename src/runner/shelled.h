@@ -27,8 +27,12 @@ struct run_options {
 
   /// Sets in order what the run has left, by its outcome (`none`: it could not be started), and
   /// gathers what it has found. Called once, when nothing of the run goes on any more and before
-  /// the outcome is told; not by `endprocess`, which leaves the command to itself.
+  /// the outcome is told; not by `endprocess`, which leaves the command to itself. It is called in
+  /// a thread of its own, for which the runner waits.
   std::function<run_settled(run_outcome)> settle{};
+
+  /// Files, and folders of files, that `settle` removes after a success (native paths).
+  std::vector<std::string> removed{};
 
   /// Called in each pass, as long as the run goes on.
   std::function<void()> alive{};

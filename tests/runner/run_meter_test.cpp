@@ -180,6 +180,60 @@ TEST_F(MeteredRun, ThatGoesOnFiveTimesAsSlowIsForeseenAgainSoonAfter) {
   }
 }
 
+// The image is written at once for a while, and then as fast as the disk is.
+TEST_F(MeteredRun, WhoseDiskSlowsDownInItsLastTenSecondsIsForeseenSoonAfter) {
+  const std::string one =
+      "echo *generating udf iso.....\n\"/bin/mplex.exe\" -o \"/x\" \"/a.m2v\"\n";
+  run_meter meter(one, false, usual_costs(), files());
+  const told_run run =
+      play(meter, {{"*generating udf iso.....", {{15, "/x", 1.6e9, {}}, {9, "/x", 0.44e9, {}}}}});
+  expect_never_back_and_100_only_at_the_end(run);
+  for (std::size_t i = 0; i < run.told.size(); ++i) {
+    const double left = run.end - run.times[i];
+    if (run.times[i] >= 17.5 && left >= 1) {
+      EXPECT_NEAR(run.told[i].seconds_left.value_or(0) / left, 1, 0.34) << "at " << run.times[i];
+    }
+  }
+}
+
+// Another program has the machine's processors for a while; the disk is not slower for it.
+TEST_F(MeteredRun, OfAKnownMachineDoesNotTakeOneSlowStepForAllThatFollow) {
+  work_costs known = usual_costs();
+  known[static_cast<std::size_t>(work_kind::draw)] *= 0.9;
+  run_meter meter(script, true, known, files());
+  std::vector<made_up_step> steps = run_of(known, 1);
+  for (made_up_step& step : steps)
+    if (step.line.starts_with("*multiplexing"))
+      step.parts[0].seconds *= 2;
+  const told_run run = play(meter, steps);
+  expect_never_back_and_100_only_at_the_end(run);
+  for (std::size_t i = 0; i < run.told.size(); ++i) {
+    const double left = run.end - run.times[i];
+    if (run.times[i] >= 25 && left >= 2) {
+      EXPECT_NEAR(run.told[i].seconds_left.value_or(0) / left, 1, 0.34) << "at " << run.times[i];
+    }
+  }
+}
+
+TEST_F(MeteredRun, CountsTheRemovalOfTheEarlierDiscAsItsLastStep) {
+  sizes_["/dvd.earlier/VIDEO_TS"] = 4e9;
+  sizes_["/dvd.earlier/image.iso"] = 4e9;
+  run_meter meter(script, true, usual_costs(), files(),
+                  {"/dvd.earlier/VIDEO_TS", "/dvd.earlier/AUDIO_TS", "/dvd.earlier/image.iso"});
+  const told_run run = play(meter, run_of(usual_costs(), 1));
+  const run_whole& last = run.told.back();
+  EXPECT_EQ(last.name, "removing the earlier disc");
+  EXPECT_EQ(last.step, 6);
+  EXPECT_EQ(last.count, 6);
+  const double foreseen = usual_costs()[static_cast<std::size_t>(work_kind::remove)] * 8e9;
+  EXPECT_NEAR(last.seconds_left.value_or(0), foreseen, 0.4);
+  meter.settled();
+  EXPECT_LT(meter.at(run.end + 2 * foreseen).seconds_left.value_or(9), 0.4);
+  const double learned = meter.learned()[static_cast<std::size_t>(work_kind::remove)] * 8e9;
+  EXPECT_GT(learned, 1.3 * foreseen);
+  EXPECT_LT(learned, 2.1 * foreseen);
+}
+
 TEST_F(MeteredRun, TeachesTheSpeedsOfTheMachine) {
   run_meter meter(script, true, usual_costs(), files());
   play(meter, run_of(usual_costs(), 2));

@@ -167,6 +167,30 @@ TEST(Shelled, SpeedsAreKeptForTheNextRunAfterASuccessAlone) {
   }
 }
 
+TEST(Shelled, RemovalOfTheEarlierDiscIsToldAsTheLastStep) {
+  growing_run run;
+  run_options options;
+  options.removed = {run.app.add("earlier.iso", std::string(5000, 'x'))};
+  std::size_t told_before = 0;
+  options.settle = [&](run_outcome) {
+    told_before = run.screen.wholes.size();
+    std::this_thread::sleep_for(std::chrono::milliseconds(700));
+    return run_settled{};
+  };
+  ASSERT_TRUE(run.lock.take());
+  run.runner.ExecuteCommand(run.script(), options);
+  run.feed("*multiplexing title: 1.....\n");
+  EXPECT_EQ(run.screen.wholes.back().count, 2);
+  run.expect_success();
+  run.feed("*process complete\n");
+  ASSERT_GE(run.screen.wholes.size(), told_before + 2) << "while it is done";
+  ASSERT_GE(told_before, 1u);
+  for (std::size_t i = told_before - 1; i < run.screen.wholes.size(); ++i) {
+    EXPECT_EQ(run.screen.wholes[i].name, "removing the earlier disc");
+    EXPECT_EQ(run.screen.wholes[i].step, 2);
+  }
+}
+
 TEST(Shelled, PassDoesNotBeginInAnother) {
   fake_run run;
   run.start();

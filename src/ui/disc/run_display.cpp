@@ -87,6 +87,7 @@ void run_display::progress(const run_progress& progress) {
 
 void run_display::whole(const run_whole& whole) {
   log().show_whole(whole);
+  log().Update();  // what the run has left may be set in order now, which this window waits for
 }
 
 void run_display::output(std::string_view tail) {
