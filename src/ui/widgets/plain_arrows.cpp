@@ -42,8 +42,12 @@ void replace_arrows(GtkWidget* widget, gpointer data) {
 
 void draw_choices_with_plain_arrows() {
   GtkCssProvider* const style = gtk_css_provider_new();
-  gtk_css_provider_load_from_data(style, "combobox arrow { -gtk-icon-source: builtin; }", -1,
-                                  nullptr);
+  // The picture that comes with GTK; without a source of their own choices have no arrow at all.
+  gtk_css_provider_load_from_data(style,
+                                  "combobox arrow { -gtk-icon-source: "
+                                  "-gtk-recolor(url(\"resource:///org/gtk/libgtk/icons/16x16/"
+                                  "status/pan-down-symbolic.symbolic.png\")); }",
+                                  -1, nullptr);
   gtk_style_context_add_provider_for_screen(gdk_screen_get_default(), GTK_STYLE_PROVIDER(style),
                                             GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
   g_object_unref(style);
