@@ -3,6 +3,7 @@
 #include "platform/files/paths.h"
 #include "project/project.h"
 #include "runner/run_files.h"
+#include "runner/run_plan.h"
 #include "ui/disc/log_window.h"
 #include "ui/main_window.h"
 #include "ui/widgets/attention.h"
@@ -87,7 +88,8 @@ void run_display::progress(const run_progress& progress) {
 
 void run_display::whole(const run_whole& whole) {
   log().show_whole(whole);
-  log().Update();  // what the run has left may be set in order now, which this window waits for
+  if (whole.name == removal_step)
+    log().Update();  // the windows wait for it
 }
 
 void run_display::output(std::string_view tail) {
