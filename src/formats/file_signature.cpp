@@ -140,8 +140,7 @@ signature by_start_code(bytes head) {
   if (code == start_code::sequence_header)
     return file_signature{file_family::dvd_video, "an MPEG video stream"};
   if (code == pack_header)
-    return file_signature{file_family::program_stream,
-                          "a program stream, with video and sound inside"};
+    return file_signature{file_family::program_stream, "a program stream of MPEG packets"};
   if (code == 0xB0)  // visual object sequence
     return file_signature{file_family::film, "an MPEG-4 video stream"};
   const std::uint8_t next = zeros + 2 < head.size() ? head[zeros + 2] : 0;

@@ -29,15 +29,24 @@ std::string kind_of(const file_dialog& dialog) {
 dialog_folders::dialog_folders(settings& prefs, std::string first)
     : prefs_(prefs), last_(std::move(first)) {}
 
-std::string dialog_folders::folder_for(const file_dialog& dialog) const {
+std::string dialog_folders::folder_for(const file_dialog& dialog) {
   const std::string kind = kind_of(dialog);
-  const auto own = by_kind_.find(kind);
-  const std::string in_order[] = {dialog.folder, own == by_kind_.end() ? "" : own->second,
-                                  moved_ ? last_ : "", prefs_.get(kind)};
-  for (const std::string& folder : in_order)
-    if (!folder.empty() && folder_exists(folder))
-      return folder;
-  return last_;
+  const auto is_there = [](const std::string& folder) {
+    return !folder.empty() && folder_exists(folder);
+  };
+  if (is_there(dialog.folder))
+    return dialog.folder;
+  if (const auto own = by_kind_.find(kind); own != by_kind_.end() && is_there(own->second))
+    return own->second;
+  if (moved_ && is_there(last_))
+    return last_;
+  // Looked at once: a disk that is not connected may take its time to say so.
+  const auto [known, is_new] = earlier_.try_emplace(kind);
+  if (is_new) {
+    const std::string folder = prefs_.get(kind);
+    known->second = is_there(folder) ? folder : std::string();
+  }
+  return known->second.empty() ? last_ : known->second;
 }
 
 void dialog_folders::left_at(const file_dialog& dialog, const std::string& path) {

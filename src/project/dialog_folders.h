@@ -17,7 +17,7 @@ class dialog_folders {
   /// The folder (native path) that a dialog opens in, the first of these that is still there: the
   /// one that it asks for; the one where a dialog of its kind was left by this program; where any
   /// dialog was left; where one of its kind was left by an earlier program; else the first.
-  std::string folder_for(const file_dialog& dialog) const;
+  std::string folder_for(const file_dialog& dialog);
 
   /// The user chose a file (native, absolute) in it, or typed its path.
   void left_at(const file_dialog& dialog, const std::string& path);
@@ -30,6 +30,7 @@ class dialog_folders {
   std::string last_;
   bool moved_ = false;  ///< `last_` is of a dialog of this program
   std::map<std::string, std::string> by_kind_;
+  std::map<std::string, std::string> earlier_;  ///< of an earlier program; empty: it is not there
 };
 
 }  // namespace corvane

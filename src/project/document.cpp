@@ -112,7 +112,7 @@ void document::keep_draft(const project& draft, const std::string& editor) {
   if (text.empty())
     keeper_->forget();
   else
-    keeper_->keep({origin_->file, editor, std::move(text)});
+    keeper_->keep({origin_->file, editor, std::move(text), mark_of_text(origin_->text)});
 }
 
 void document::end(bool given_up) {

@@ -90,6 +90,9 @@ std::string_view remedy_for_video(file_use use) {
 }
 
 std::string_view remedy_for_program_stream(file_use use) {
+  if (use == file_use::subtitles)
+    return "If it came with an *.idx file, its subtitles are pictures.  Only texts can be drawn: "
+           "convert it to an *.srt file first.";
   if (use == file_use::title)
     return "Give it a name that ends in .vob or .mpg, and choose it again.  It becomes a title if "
            "it "
@@ -186,7 +189,8 @@ bool may_be_taken(document& doc, const std::string& native, file_use use) {
   question.text = "\"" + sanitized(native) + "\" is " + std::string(what->name) + ", not " +
                   std::string(wanted_for(use, stored)) + ".\r\n\r\n" +
                   std::string(remedy_for(what->family, use)) +
-                  "\r\n\r\nDo you want to take it nonetheless?";
+                  "\r\n\r\nDo you want to take it nonetheless?  With Cancel nothing is " +
+                  (use == file_use::project ? "loaded." : "added.");
   question.picture = icon::exclamation;
   question.choice = buttons::ok_cancel;
   question.enter_cancels = true;

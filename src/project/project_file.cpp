@@ -288,7 +288,13 @@ std::string text_in_file(const std::string& path) {
 /// Whether the project's file may be replaced. It may be another than the one that was loaded or
 /// saved here, as when two programs have the same project.
 bool may_replace_file(document& doc) {
-  if (!file_exists(doc.file()) || text_in_file(doc.file()) == as_saved_here(doc.text_of_file()))
+  if (!file_exists(doc.file()))
+    return true;
+  const auto bytes = read_file(doc.file(), largest_project_file);
+  if (bytes && *bytes == doc.text_of_file())
+    return true;
+  const std::string there = bytes ? as_saved_here(*bytes) : std::string();
+  if (!there.empty() && there == as_saved_here(doc.text_of_file()))
     return true;
   message_box question;
   question.text = "\"" + sanitized(doc.file()) +
@@ -402,6 +408,19 @@ message_box question_about(const kept_project& left) {
   return question;
 }
 
+/// What the project's file holds, if that is what it held when the project was kept; else nothing,
+/// so that it is not replaced unasked.
+std::string text_known_of(const kept_project& left) {
+  const auto bytes = left.file.empty() ? result<std::string>::fail("")
+                                       : read_file(left.file, largest_project_file);
+  if (!bytes)
+    return {};
+  const std::string text = as_saved_here(*bytes);
+  const bool is_known =
+      left.mark.empty() || mark_of_text(*bytes) == left.mark || mark_of_text(text) == left.mark;
+  return is_known ? text : std::string();
+}
+
 bool bring_back(document& doc, const kept_project& left) {
   auto loaded = parse_project(left.text);
   if (!loaded)
@@ -410,7 +429,7 @@ bool bring_back(document& doc, const kept_project& left) {
   fill(doc.p, std::move(*loaded));
   doc.p.Comboregion_enabled = doc.p.List1.empty() && doc.p.menulist.empty();
   doc.p.saved = 0;
-  doc.set_file(left.file, text_in_file(left.file));
+  doc.set_file(left.file, text_known_of(left));
   show_size_of_what_is_there(doc.p);
   return true;
 }

@@ -4,6 +4,7 @@
 #include "platform/files/files.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <exception>
 #include <filesystem>
 #include <string_view>
@@ -12,13 +13,16 @@
 namespace corvane {
 namespace {
 
-constexpr std::string_view first_line = "Corvane kept project 1\n";
+constexpr std::string_view first_line = "Corvane kept project 2\n";
+/// Without the mark of the file.
+constexpr std::string_view older_first_line = "Corvane kept project 1\n";
 constexpr const char* kept_file = "/project.kept";
 constexpr std::uintmax_t largest = std::uintmax_t{128} << 20;
 
 // File names have no line ends here, captions neither: the project could not name such files.
 std::string kept_text(const kept_project& what) {
-  return std::string(first_line) + what.file + "\n" + what.editor + "\n" + what.text;
+  return std::string(first_line) + what.file + "\n" + what.editor + "\n" + what.mark + "\n" +
+         what.text;
 }
 
 std::optional<std::string> taken_line(std::string_view& text) {
@@ -31,14 +35,16 @@ std::optional<std::string> taken_line(std::string_view& text) {
 }
 
 std::optional<kept_project> parsed(std::string_view text) {
-  if (!text.starts_with(first_line))
+  const bool older = text.starts_with(older_first_line);
+  if (!older && !text.starts_with(first_line))
     return std::nullopt;
   text.remove_prefix(first_line.size());
   const auto file = taken_line(text);
   const auto editor = file ? taken_line(text) : std::nullopt;
-  if (!editor)
+  const auto mark = !editor || older ? std::optional<std::string>("") : taken_line(text);
+  if (!editor || !mark)
     return std::nullopt;
-  return kept_project{*file, *editor, std::string(text)};
+  return kept_project{*file, *editor, std::string(text), *mark};
 }
 
 struct found_folder {
@@ -62,6 +68,14 @@ std::vector<found_folder> folders_in(const std::string& folder) {
 }
 
 }  // namespace
+
+// FNV-1a, and the length.
+std::string mark_of_text(std::string_view text) {
+  std::uint64_t hash = 0xCBF29CE484222325;
+  for (const char c : text)
+    hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3;
+  return std::to_string(text.size()) + "-" + std::to_string(hash);
+}
 
 left_project::left_project(std::string folder, std::unique_ptr<folder_lock> lock, kept_project what)
     : folder_(std::move(folder)), lock_(std::move(lock)), what_(std::move(what)) {}

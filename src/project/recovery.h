@@ -11,6 +11,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -20,8 +21,12 @@ struct kept_project {
   std::string file;    ///< native path of the project's file; empty: it was never saved
   std::string editor;  ///< caption of the window that was open with unaccepted work; or empty
   std::string text;    ///< as a project file holds it
+  std::string mark{};  ///< of what the file held (mark_of_text); empty: not known
   bool operator==(const kept_project&) const = default;
 };
+
+/// A short text that is another one for another text.
+std::string mark_of_text(std::string_view text);
 
 /// A project that another program has left. Nobody else is offered it while this lives.
 class left_project {

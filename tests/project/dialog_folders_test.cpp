@@ -25,7 +25,7 @@ class DialogFolders : public ::testing::Test {
 };
 
 TEST_F(DialogFolders, OpenInTheFirstOneAtFirst) {
-  const dialog_folders folders(prefs_, made("first"));
+  dialog_folders folders(prefs_, made("first"));
   EXPECT_EQ(folders.folder_for(audio_dialog()), made("first"));
 }
 

@@ -22,9 +22,10 @@ class PickedFile : public testing_support::command_test {
     return folder.add(name, "\0\0\0\x20"s + "ftypisom....");
   }
   void expect_other_kind(const std::string& file, const std::string& is, const std::string& remedy,
-                         answer reply = answer::cancel) {
+                         answer reply = answer::cancel, const std::string& done = "added") {
     expect_loss("\"" + file + "\" is " + is + ".\r\n\r\n" + remedy +
-                    "\r\n\r\nDo you want to take it nonetheless?",
+                    "\r\n\r\nDo you want to take it nonetheless?  With Cancel nothing is " + done +
+                    ".",
                 icon::exclamation, reply);
   }
   const std::string film_remedy =
@@ -90,7 +91,7 @@ TEST_F(PickedFile, AProgramStreamIsATitleOnlyUnderItsName) {
   const std::string packs = bytes_of({0, 0, 1, 0xBA, 0x44, 0, 4, 0, 4, 1});
   EXPECT_TRUE(may_be_taken(doc, folder.add("film.vob", packs), file_use::title));
   const std::string named_video = folder.add("film.m2v", packs);
-  expect_other_kind(named_video, "a program stream, with video and sound inside, " + not_a_title,
+  expect_other_kind(named_video, "a program stream of MPEG packets, " + not_a_title,
                     "Give it a name that ends in .vob or .mpg, and choose it again.  It becomes a "
                     "title if it has NAV packets; else it has to be taken apart into video and "
                     "sound first.");
@@ -113,7 +114,7 @@ TEST_F(PickedFile, APictureAsATitleIsLedToTheStill) {
 TEST_F(PickedFile, WhatIsNoProjectIsToldBeforeItIsLoaded) {
   const std::string film = mp4("holiday.cvp");
   ask.expect_open({"load corvane project", testing_support::cvp_filter, ""}, film);
-  expect_other_kind(film, "an MP4 film, not a project", film_remedy);
+  expect_other_kind(film, "an MP4 film, not a project", film_remedy, answer::cancel, "loaded");
   EXPECT_FALSE(load_asked(doc));
 }
 
@@ -157,6 +158,14 @@ TEST_F(PickedFile, EveryKindNamesWhatCanBeDone) {
       EXPECT_EQ(text[end - 1], '.') << text;
     }
   }
+}
+
+TEST_F(PickedFile, SubtitlesThatArePicturesAreToldFromTexts) {
+  const std::string sub = folder.add("film.sub", bytes_of({0, 0, 1, 0xBA, 0x44, 0, 4, 0, 4, 1}));
+  expect_other_kind(sub, "a program stream of MPEG packets, not a file of text subtitles",
+                    "If it came with an *.idx file, its subtitles are pictures.  Only texts can be "
+                    "drawn: convert it to an *.srt file first.");
+  EXPECT_FALSE(may_be_taken(doc, sub, file_use::subtitles));
 }
 
 TEST_F(PickedFile, IsDescribedByItsBytes) {

@@ -131,7 +131,7 @@ TEST_F(Recovery, GoesOnWhereItsFolderWasRemoved) {
   remove_all(kept);
   keeper.keep({"", "", "two"});
   EXPECT_EQ(keeper.flush(), std::nullopt);
-  EXPECT_EQ(folder.read("app/kept/1/project.kept"), "Corvane kept project 1\n\n\ntwo");
+  EXPECT_EQ(folder.read("app/kept/1/project.kept"), "Corvane kept project 2\n\n\n\ntwo");
 }
 
 TEST_F(Recovery, WhatItsFileHoldsAlreadyIsNotOffered) {
@@ -196,6 +196,49 @@ TEST_F(Recovered, WithItsFileAndWithoutAWordAboutMissingFiles) {
   EXPECT_EQ(p.dvdsizetext, "1 titles\r\n0 menus\r\n0.000 gig total");
   EXPECT_THAT(found(kept), IsEmpty()) << "this program keeps it now";
   EXPECT_EQ(doc.undo_name(), "recover project");
+}
+
+TEST_F(Recovered, AFileThatAnotherHasSavedMeanwhileIsNotReplacedUnasked) {
+  const std::string file = folder.add("p.cvp", project_text(project()));
+  const std::string mark = mark_of_text(project_text(project()));
+  { recovery(kept).keep({file, "", project_text(one_title()), mark}); }
+  project theirs;
+  theirs.isocreate = true;
+  folder.add("p.cvp", project_text(theirs));
+  ask.expect(
+      question("The project \"" + file + "\" had changes that were not saved when Corvane ended."),
+      answer::yes);
+  ASSERT_TRUE(recover());
+  expect_loss("\"" + file +
+                  "\" is not as it was when this project was loaded or saved last, as when "
+                  "another program has changed it; what stands there now would be lost.  With "
+                  "Cancel nothing is saved, and \"save project...\" saves under another name."
+                  "\r\n\r\nDo you want to replace it?",
+              icon::exclamation, answer::cancel);
+  savefile_command(doc);
+  EXPECT_EQ(folder.read("p.cvp"), project_text(theirs));
+}
+
+TEST_F(Recovered, IntoAFileThatIsAsItWasItIsSavedWithoutAQuestion) {
+  const std::string file = folder.add("p.cvp", project_text(project()));
+  const std::string mark = mark_of_text(project_text(project()));
+  { recovery(kept).keep({file, "", project_text(one_title()), mark}); }
+  ask.expect(
+      question("The project \"" + file + "\" had changes that were not saved when Corvane ended."),
+      answer::yes);
+  ASSERT_TRUE(recover());
+  savefile_command(doc);
+  EXPECT_EQ(folder.read("p.cvp"), project_text(p));
+}
+
+TEST_F(Recovered, WhatAnOlderProgramHasKept) {
+  folder.add("app/kept/1/project.kept",
+             "Corvane kept project 1\n\nchapters\n" + project_text(one_title()));
+  ask.expect(question("A project that was never saved had changes that were not saved when Corvane "
+                      "ended.  The window \"chapters\" was open; what stood there is among them."),
+             answer::yes);
+  EXPECT_TRUE(recover());
+  EXPECT_THAT(p.List1, testing::ElementsAre("title1:gone.m2v/gone.ac3"));
 }
 
 TEST_F(Recovered, NotWithNo) {

@@ -268,7 +268,7 @@ TEST_F(Habits, WhatStandsInAnOpenWindowIsKept) {
   }));
   const auto text = read_file(kept, 1 << 20);
   ASSERT_TRUE(text) << text.error;
-  EXPECT_THAT(*text, StartsWith("Corvane kept project 1\n" + path("disc.cvp") + "\nchapters\n"));
+  EXPECT_THAT(*text, StartsWith("Corvane kept project 2\n" + path("disc.cvp") + "\nchapters\n"));
   close("chapter");
   EXPECT_TRUE(window_goes("chapter"));
   EXPECT_TRUE(eventually([&] { return !file_exists(kept); })) << "nothing is lost any more";

@@ -39,6 +39,9 @@ std::optional<std::uintmax_t> file_size(std::string_view native) {
 }
 
 result<std::string> first_bytes(std::string_view native, std::size_t count) {
+  // Of a pipe or a terminal the opening alone may last for ever.
+  if (!file_size(native))
+    return result<std::string>::fail("the file cannot be opened");
   std::ifstream file(path_of(native), std::ios::binary);
   if (!file)
     return result<std::string>::fail("the file cannot be opened");

@@ -29,7 +29,8 @@ std::optional<std::uintmax_t> file_size(std::string_view native);
 /// Whether the current folder holds at least one file (folders do not count).
 bool current_folder_holds_a_file();
 
-/// The first `count` bytes, or as many as there are. Fails when the file cannot be opened or read.
+/// The first `count` bytes, or as many as there are. Fails when the file cannot be opened or read,
+/// and on anything but a regular file.
 result<std::string> first_bytes(std::string_view native, std::size_t count);
 
 /// A whole file. Fails on anything but a regular file, on one larger than `limit` bytes (told by
