@@ -4,6 +4,7 @@
 #include "examine/measures.h"
 #include "examine/subtitle_text_rules.h"
 #include "formats/numbers.h"
+#include "formats/sanitized.h"
 #include "formats/text.h"
 #include "platform/files/file_stamp.h"
 #include "platform/files/paths.h"
@@ -26,6 +27,11 @@ using stream_kind = disc_language::stream_kind;
 
 constexpr int seconds_a_minute = 60, minutes_an_hour = 60;
 constexpr double bits_a_byte = 8;
+
+// What a disc holds of each; a damaged project may name any number.
+constexpr std::size_t most_streams = 1 + 8;
+constexpr std::size_t most_buttons = 36;
+constexpr std::size_t most_of_a_command = 200;  // characters
 
 std::string native_of(const std::string& stored) {
   return native_from_stored(stored, native_style());
@@ -235,8 +241,10 @@ class summary {
 
   /// The first is the video; an empty path is no stream.
   void take(const std::vector<std::string>& stored) {
-    std::ranges::copy_if(stored, std::back_inserter(files_),
-                         [](const std::string& path) { return !path.empty(); });
+    for (const std::string& path : stored)
+      if (!path.empty() && files_.size() < most_streams)
+        files_.push_back(path);
+    left_out_ = stored.size() - std::min(stored.size(), most_streams);
     if (files_.empty())
       return;
     made_.video = native_of(files_.front());
@@ -343,6 +351,9 @@ class summary {
     for (std::size_t i = 0; i < sounds.size(); ++i)
       say(sounds.size() > 1 ? "audio " + trimmed(static_cast<std::int64_t>(i) + 1) : "audio",
           listed({language(titleset, stream_kind::audio, i + 1), sounds[i]}));
+    if (left_out_ > 0)
+      say("audio",
+          trimmed(static_cast<std::int64_t>(left_out_)) + " more, which a disc has no room for");
   }
 
   std::string language(int titleset, stream_kind kind, std::size_t number) const {
@@ -419,9 +430,12 @@ class summary {
       return;
     }
     std::vector<std::string> actions;
-    for (const disc_button& button : menu.buttons)
-      actions.push_back(words_of_command(d_, button.action));
-    const std::string count = trimmed(static_cast<std::int64_t>(actions.size()));
+    const std::size_t shown = std::min(menu.buttons.size(), most_buttons);
+    for (std::size_t i = 0; i < shown; ++i)
+      actions.push_back(words_of_command(d_, menu.buttons[i].action));
+    if (shown < menu.buttons.size())
+      actions.emplace_back("...");
+    const std::string count = trimmed(static_cast<std::int64_t>(menu.buttons.size()));
     say("buttons", hand_edited_ ? count : count + ": " + join(actions, "; "));
   }
 
@@ -430,6 +444,7 @@ class summary {
   bool hand_edited_;
   item_summary made_;
   std::vector<std::string> files_;  // stored paths
+  std::size_t left_out_ = 0;        // of them
   const video_facts* video_ = nullptr;
   const program_stream_facts* inside_ = nullptr;  // of a ready file
 };
@@ -473,7 +488,7 @@ std::string words_of_command(const disc_description& d, const disc_command& comm
     default:
       break;
   }
-  const std::string typed(trim(command.text));
+  const std::string typed = sanitized_short(trim(command.text), most_of_a_command);
   return typed.empty() ? "nothing" : typed;
 }
 
@@ -517,13 +532,14 @@ summary_look::summary_look(const disc_description& d, const finding_item& item, 
     : store_(store), counts_(counts) {
   if (item.whole == whole::title && item.number >= 1 && item.number <= d.title_count()) {
     const disc_title& title = d.title(item.number);
-    for (const std::string& file : title.streams)
-      take_file(file);
+    for (std::size_t i = 0; i < std::min(title.streams.size(), most_streams); ++i)
+      take_file(title.streams[i]);
     for (std::size_t i = 0; i < std::min(title.subtitles.size(), most_subpictures); ++i)
       take_subtitle(title.subtitles[i]);
   } else if (item.whole == whole::menu && item.number >= 1 && item.number <= d.menu_count()) {
-    for (const std::string& file : d.menu(item.number).files)
-      take_file(file);
+    const std::vector<std::string>& files = d.menu(item.number).files;
+    for (std::size_t i = 0; i < std::min(files.size(), most_streams); ++i)
+      take_file(files[i]);
   }
 }
 
@@ -531,6 +547,9 @@ void summary_look::take_file(const std::string& stored) {
   if (stored.empty())
     return;
   const std::string path = native_of(stored);
+  if (known_.files.contains(path) || known_.missing.contains(path) ||
+      std::ranges::find(unseen_, path) != unseen_.end())
+    return;
   if (auto facts = store_.find(path, false))
     known_.files[path] = std::move(facts);
   else if (!stamp_of(path))

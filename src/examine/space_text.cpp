@@ -3,12 +3,15 @@
 #include "examine/space_rules.h"
 #include "formats/numbers.h"
 
+#include <algorithm>
+
 namespace corvane {
 namespace {
 
 /// "3.17". Room is rounded down and what is too much up, so that neither promises too much.
 std::string gigs(std::uint64_t bytes, bool round_up) {
   constexpr std::uint64_t gig = std::uint64_t{1} << 30;
+  bytes = std::min(bytes, std::uint64_t{1} << 56);  // no disk holds more
   const std::uint64_t hundredths = (bytes * 100 + (round_up ? gig - 1 : 0)) / gig;
   const std::string decimals = trimmed(static_cast<std::int64_t>(hundredths % 100));
   return trimmed(static_cast<std::int64_t>(hundredths / 100)) + (decimals.size() < 2 ? ".0" : ".") +

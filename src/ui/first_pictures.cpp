@@ -27,9 +27,17 @@ first_pictures::~first_pictures() {
     decoding_.wait();
 }
 
-const first_picture* first_pictures::find(const std::string& path) const {
+void first_pictures::look_again() {
+  for (kept& one : kept_)
+    one.looked_at = false;
+}
+
+const first_picture* first_pictures::find(const std::string& path) {
   const auto known = std::ranges::find(kept_, path, &kept::path);
-  return known != kept_.end() && known->stamp == stamp_of(path) ? &known->picture : nullptr;
+  if (known == kept_.end() || (!known->looked_at && known->stamp != stamp_of(path)))
+    return nullptr;
+  known->looked_at = true;
+  return &known->picture;
 }
 
 void first_pictures::want(const std::string& path) {

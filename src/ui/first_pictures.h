@@ -35,8 +35,12 @@ class first_pictures {
   first_pictures(const first_pictures&) = delete;
   first_pictures& operator=(const first_pictures&) = delete;
 
-  /// Of the file (native path) as it is now; null if that is not known.
-  const first_picture* find(const std::string& path) const;
+  /// Files may have changed: each is looked at once more before its picture is given again.
+  void look_again();
+
+  /// Of the file (native path) as it was at the last look_again or later; null if that is not
+  /// known. A file that is being written changes all the time; its picture does not.
+  const first_picture* find(const std::string& path);
 
   /// Wishes for one that is not known; the wish before is forgotten. An empty path: for none.
   void want(const std::string& path);
@@ -50,6 +54,7 @@ class first_pictures {
     std::string path;
     std::optional<file_stamp> stamp;
     first_picture picture;
+    bool looked_at = true;  ///< since the last look_again
   };
   static decoded decode(const std::string& path);
   void begin();

@@ -32,6 +32,7 @@ void item_details::show(const project& p, const finding_item& item) {
   hand_edited_ = !edited_xml(p).empty();
   item_ = item;
   look_.emplace(disc_, item_, facts_, counts_);
+  pictures_.look_again();
   tell();
 }
 

@@ -120,7 +120,8 @@ main_window::main_window(std::string app, const std::string& media_folder)
 
 // A window that works on the project must not outlive it.
 main_window::~main_window() {
-  keep_draft();  // the session may have ended while it was open
+  details_.reset();  // windows that go move the keys about, and what is shown with them
+  keep_draft();      // the session may have ended while it was open
   document_.keep_in(nullptr);
   if (editor_ != nullptr)
     delete editor_.get();
@@ -147,6 +148,7 @@ void main_window::make_controls() {
   on.add_menu = [this] { add_menu(*this); };
   on.edit_menu = [this] { edit_selected_menu(*this); };
   on.remove_menu = [this] { remove_selected_menu(*this); };
+  on.no_menus = [this] { focus_titles(); };
   on.menu_context = [this] {
     return may_command() ? bars_->context_menu(menu_items()).release() : nullptr;
   };

@@ -26,6 +26,7 @@
 #include <wx/statbmp.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
+#include <wx/time.h>
 
 #include <algorithm>
 #include <memory>
@@ -37,6 +38,10 @@ namespace {
 /// Under the statistics in a dark theme, where black and red could not be read.
 wxColour light_ground() {
   return {240, 240, 240};
+}
+
+bool is_delete(int key) {
+  return key == WXK_DELETE || key == WXK_NUMPAD_DELETE;
 }
 
 }  // namespace
@@ -83,7 +88,10 @@ void project_view::make_details() {
 
 // The list of menus is as high as its rows, as far as the titles leave room.
 bool project_view::Layout() {
-  details_place_->Show(GetClientSize().x >= FromDIP(layout::details_from_width));
+  const bool has_room = GetClientSize().x >= FromDIP(layout::details_from_width);
+  if (!has_room && details_ != nullptr && details_->IsDescendant(FindFocus()))
+    CallAfter(&project_view::focus_list);  // the keys must not stay in what is not seen
+  details_place_->Show(has_room);
   if (menus_ == nullptr)
     return wxPanel::Layout();
   const wxSize least = FromDIP(wxSize(layout::list_height, layout::menus_height));
@@ -121,7 +129,8 @@ void project_view::make_menus() {
   menus_->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { show_menu_details(); });
   menus_->Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
     event.Skip();
-    show_menu_details();
+    if (!shows_menu_)
+      show_menu_details();
   });
   menus_->Bind(wxEVT_KEY_DOWN, &project_view::on_menu_key, this);
   menus_->Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { CallAfter(on_.edit_menu); });
@@ -189,7 +198,8 @@ wxSizer* project_view::make_titles() {
   });
   List1_->Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
     event.Skip();
-    show_title_details();
+    if (shows_menu_)
+      show_title_details();
   });
   List1_->Bind(wxEVT_KEY_DOWN, &project_view::on_key, this);
   List1_->Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { CallAfter(on_.open); });
@@ -330,9 +340,10 @@ wxSizer* project_view::make_region() {
 
 void project_view::on_key(wxKeyEvent& event) {
   const int key = event.HasAnyModifiers() ? WXK_NONE : event.GetKeyCode();
-  if (key == WXK_DELETE || key == WXK_NUMPAD_DELETE)
-    on_.remove();
-  else if (key == WXK_INSERT || key == WXK_NUMPAD_INSERT)
+  if (is_delete(key)) {
+    if (!delete_was_held())
+      on_.remove();
+  } else if (key == WXK_INSERT || key == WXK_NUMPAD_INSERT)
     on_.insert();
   else if (!enter_list(key))
     event.Skip();
@@ -357,9 +368,20 @@ void project_view::on_dragged(const wxMouseEvent& event) {
     CallAfter([this, to] { on_.move(to); });
 }
 
+/// Whether this Delete still belongs to those that have removed the last menu: held down, the key
+/// would go on with the titles.
+bool project_view::delete_was_held() {
+  constexpr int pause = 700;  // milliseconds; a key that is held comes sooner
+  const wxLongLong now = wxGetLocalTimeMillis();
+  const bool held = now - menus_went_at_ < pause;
+  if (held)
+    menus_went_at_ = now;
+  return held;
+}
+
 void project_view::on_menu_key(wxKeyEvent& event) {
   const int key = event.HasAnyModifiers() ? WXK_NONE : event.GetKeyCode();
-  if (key == WXK_DELETE || key == WXK_NUMPAD_DELETE)
+  if (is_delete(key))
     on_.remove_menu();
   else if (key == WXK_INSERT || key == WXK_NUMPAD_INSERT)
     CallAfter(on_.add_menu);
@@ -484,8 +506,11 @@ void project_view::show_menus(const project& p) {
   const int selected = std::min(menus_->GetSelection(), static_cast<int>(rows.size()) - 1);
   menus_->Set(rows);
   menus_->SetSelection(selected);
-  if (rows.empty() && shows_menu_)
-    focus_titles();
+  if (rows.empty() && shows_menu_) {
+    shows_menu_ = false;
+    menus_went_at_ = wxGetLocalTimeMillis();
+    CallAfter(on_.no_menus);
+  }
   menus_->Show(!rows.empty());
 }
 

@@ -5,6 +5,7 @@
 #include "disc/finding.h"
 #include "project/project.h"
 
+#include <wx/longlong.h>
 #include <wx/panel.h>
 
 #include <functional>
@@ -42,6 +43,7 @@ class project_view : public wxPanel {
     std::function<void(int)> move;         ///< the selected title was dragged to a row, 0-based
     std::function<wxMenu*()> context;      ///< the menu of the selected title, to be deleted
     std::function<void()> add_menu, edit_menu, remove_menu;  ///< the last two: the selected one
+    std::function<void()> no_menus;         ///< the list of menus had the keys and has gone
     std::function<wxMenu*()> menu_context;  ///< the menu of the selected menu, to be deleted
     std::function<void()> show_details;     ///< another item is shown, or its place has come up
     std::function<void(const std::string&)> region;
@@ -102,6 +104,7 @@ class project_view : public wxPanel {
   void show_statistics(const project& p);
   void on_key(wxKeyEvent& event);
   void on_menu_key(wxKeyEvent& event);
+  bool delete_was_held();
   bool enter_list(int key);
   void on_dragged(const wxMouseEvent& event);
   static void show_context_menu(wxWindow& list, const std::function<wxMenu*()>& context);
@@ -114,7 +117,8 @@ class project_view : public wxPanel {
   wxStaticBox* Frame1_ = nullptr;
   wxListBox* List1_ = nullptr;
   wxListBox* menus_ = nullptr;
-  bool shows_menu_ = false;  ///< the list of menus had the keys last
+  bool shows_menu_ = false;       ///< the list of menus had the keys last
+  wxLongLong menus_went_at_ = 0;  ///< when the last one was removed by its list
   wxSizer* lists_ = nullptr;
   wxSizer* titles_ = nullptr;
   wxSizer* lists_and_details_ = nullptr;

@@ -214,6 +214,20 @@ TEST_F(ItemSummary, EightSoundsEachHaveALine) {
   EXPECT_EQ(of_title("audio 9"), "(nothing)");
 }
 
+TEST_F(ItemSummary, MoreSoundsAndButtonsThanADiscHoldsAreCounted) {
+  d_.titles[0].streams.resize(5000, "\\a.ac3");
+  const item_summary title = title_summary(d_, 1, known_, false);
+  EXPECT_LT(title.lines.size(), 20u);
+  EXPECT_THAT(title.lines,
+              Contains(summary_line{"audio", "4991 more, which a disc has no room for"}));
+  for (int i = 0; i < 5000; ++i)
+    add_button("jump title 1");
+  const std::string buttons = line(menu_summary(d_, 1, known_, false), "buttons");
+  EXPECT_THAT(buttons, testing::StartsWith("5000: title 1; title 1;"));
+  EXPECT_THAT(buttons, testing::EndsWith("; ..."));
+  EXPECT_LT(buttons.size(), 500u);
+}
+
 TEST_F(ItemSummary, KindsOfSoundAreNamed) {
   const auto told = [this](const audio_facts& facts) {
     known_.files[native("\\a.ac3")] = file_of(facts);
@@ -407,6 +421,15 @@ TEST_F(SummaryLook, ReadsNoMoreThanTheBeginningOfAFile) {
   EXPECT_FALSE(sound.whole);
   EXPECT_GT(sound.size, 1'000'000u);
   EXPECT_LT(sound.audio->bytes, 100'000u);
+}
+
+TEST_F(SummaryLook, AFileThatIsNamedOftenIsLookedAtOnce) {
+  folder_.add("a.ac3", "no sound");
+  d_.titles[0].streams.assign(5000, folder_.stored("a.ac3"));
+  d_.titles[0].subtitles.clear();
+  summary_look look(d_, {whole::title, 1}, store_, counts_);
+  EXPECT_FALSE(look.step());
+  EXPECT_TRUE(look.is_done());
 }
 
 TEST_F(SummaryLook, OfAnotherTextNothingIsCounted) {

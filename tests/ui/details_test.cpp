@@ -202,6 +202,10 @@ TEST_F(Details, DeleteRemovesTheSelectedMenuAndUndoBringsItBack) {
   press("Delete");
   EXPECT_TRUE(eventually([] { return menu_rows().empty(); }));
   EXPECT_TRUE(eventually([] { return focus() == "List1"; })) << "the list of menus has gone";
+  const std::size_t titles = rows().size();
+  press("Delete");  // as one that is held goes on
+  EXPECT_FALSE(top_dialog()) << "no title is to be removed";
+  EXPECT_EQ(rows().size(), titles);
   press("ctrl+z");
   press("ctrl+z");
   EXPECT_TRUE(eventually([] { return menu_rows().size() == 2; }));
@@ -324,6 +328,8 @@ TEST_F(FirstPictures, AreKeptForTheLastFewAsLongAsTheirFilesStay) {
   EXPECT_FALSE(is_known(files[0])) << "six are kept";
   EXPECT_TRUE(is_known(files[1]));
   std::filesystem::resize_file(files[1], 100'000);
+  EXPECT_TRUE(is_known(files[1])) << "one that is being written is not decoded again and again";
+  on_ui([this] { pictures_->look_again(); });
   EXPECT_FALSE(is_known(files[1])) << "it may show another picture now";
 }
 
