@@ -10,9 +10,10 @@
 namespace corvane {
 namespace {
 
-/// What was known before counts as much as so many seconds of this run.
-constexpr double trust_in_kind = 3;
-constexpr double trust_in_machine = 5;
+/// What was known before counts as much as so many seconds of this run: of more, where this one
+/// seems to be quicker. A disk takes much at once before it goes on at its own speed.
+constexpr double trust_in_kind = 3, trust_in_kind_if_quicker = 6;
+constexpr double trust_in_machine = 5, trust_in_machine_if_quicker = 10;
 
 /// The same for the runs that follow.
 constexpr double trust_for_later = 2;
@@ -190,20 +191,23 @@ double run_meter::lately_time() const {
 
 /// How much longer things take than they are known to: the machine may have other things to do.
 double run_meter::pace() const {
-  double took = trust_in_machine;
-  double likely = trust_in_machine;
+  double took = 0;
+  double likely = 0;
   for (std::size_t kind = 0; kind < work_kinds; ++kind) {
     took += spent_[kind].time;
     likely += std::max(0.0, spent_[kind].done) * costs_[kind];
   }
-  const double slower = std::clamp(took / likely, 1.0 / 3, 3.0);
+  const double trust = took < likely ? trust_in_machine_if_quicker : trust_in_machine;
+  const double slower = std::clamp((trust + took) / (trust + likely), 1.0 / 3, 3.0);
   return costs_ == usual_costs() ? slower : std::pow(slower, trust_in_pace);
 }
 
 double run_meter::cost_of(work_kind kind) const {
   const double known = costs_[index_of(kind)];
   const spent& now = spent_[index_of(kind)];
-  return (trust_in_kind * pace() + now.time) / (trust_in_kind / known + std::max(0.0, now.done));
+  const double done = std::max(0.0, now.done);
+  const double trust = now.time < done * known ? trust_in_kind_if_quicker : trust_in_kind;
+  return (trust * pace() + now.time) / (trust / known + done);
 }
 
 /// Of what is being done: nearer to what it takes now than to what it took so far, though that may
@@ -263,8 +267,10 @@ std::string time_left_text(const run_whole& whole) {
   if (!whole.seconds_left)
     return {};
   const double seconds = *whole.seconds_left;
-  if (seconds < 7.5)
+  if (seconds < 4.5)
     return "a few seconds left";
+  if (seconds < 9.5)
+    return "about " + trimmed(std::lround(seconds)) + " s left";
   if (seconds < 57.5)
     return "about " + trimmed(std::lround(seconds / 5) * 5) + " s left";
   if (seconds < 600) {

@@ -180,6 +180,19 @@ TEST_F(MeteredRun, ThatGoesOnFiveTimesAsSlowIsForeseenAgainSoonAfter) {
   }
 }
 
+// The same at the beginning of a run, on a machine of which nothing is known yet.
+TEST_F(MeteredRun, WhoseQuickBeginningDoesNotLastIsNotPromisedToEndSoon) {
+  run_meter meter(script, true, usual_costs(), files());
+  std::vector<made_up_step> steps = run_of(usual_costs(), 1.16);
+  steps[0].parts[0].seconds *= 0.6;
+  const told_run run = play(meter, steps);
+  expect_never_back_and_100_only_at_the_end(run);
+  for (std::size_t i = 0; i < run.told.size(); ++i)
+    if (const double left = run.end - run.times[i]; run.times[i] >= 10 && left >= 4) {
+      EXPECT_NEAR(run.told[i].seconds_left.value_or(0) / left, 1, 0.334) << "at " << run.times[i];
+    }
+}
+
 // The image is written at once for a while, and then as fast as the disk is.
 TEST_F(MeteredRun, WhoseDiskSlowsDownInItsLastTenSecondsIsForeseenSoonAfter) {
   const std::string one =
@@ -295,7 +308,8 @@ TEST(WholeText, SaysStepNameAndTimeLeft) {
 TEST(WholeText, TimesAreRoundedAsTheyAreKnown) {
   const auto text = [](double seconds) { return time_left_text({0, 1, 1, "", seconds}); };
   EXPECT_EQ(text(0), "a few seconds left");
-  EXPECT_EQ(text(7), "a few seconds left");
+  EXPECT_EQ(text(4.4), "a few seconds left");
+  EXPECT_EQ(text(7), "about 7 s left");
   EXPECT_EQ(text(12), "about 10 s left");
   EXPECT_EQ(text(59), "about 1 min left");
   EXPECT_EQ(text(59.9), "about 1 min left");
