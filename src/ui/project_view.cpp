@@ -55,18 +55,22 @@ project_view::project_view(wxWindow* parent, handlers on) : wxPanel(parent), on_
   lower->Add(make_region(),
              wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::group_gap)));
   auto* groups = new wxBoxSizer(wxVERTICAL);
-  groups->Add(make_notice(), wxSizerFlags().Expand().Border(wxBOTTOM, FromDIP(layout::group_gap)));
+  // The lines are made when they are first shown.
+  notice_ = new wxBoxSizer(wxHORIZONTAL);
+  findings_ = new wxBoxSizer(wxHORIZONTAL);
+  last_disc_ = new wxBoxSizer(wxHORIZONTAL);
+  const wxSizerFlags below = wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::group_gap));
+  groups->Add(notice_, wxSizerFlags().Expand().Border(wxBOTTOM, FromDIP(layout::group_gap)));
   groups->Add(titles, wxSizerFlags(1).Expand());
-  groups->Add(make_findings(), wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::group_gap)));
-  groups->Add(make_last_disc(), wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::group_gap)));
-  groups->Add(lower, wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::group_gap)));
+  groups->Add(findings_, below);
+  groups->Add(last_disc_, below);
+  groups->Add(lower, below);
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(groups, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::window_border)));
   SetSizer(whole);
-  least_ = whole->CalcMin() + wxSize(0, FromDIP(layout::menus_height + layout::control_gap));
-  groups->Show(notice_, false, true);
-  groups->Show(findings_, false, true);
-  groups->Show(last_disc_, false, true);
+  const int line = Comboregion_->GetBestSize().y + FromDIP(layout::group_gap);  // as with a button
+  const int menus = FromDIP(layout::menus_height + layout::control_gap);
+  least_ = whole->CalcMin() + wxSize(0, 3 * line + menus);
   Bind(wxEVT_PAINT, &project_view::on_first_paint, this);
 }
 
@@ -233,15 +237,31 @@ wxSizer* project_view::make_titles() {
   return box;
 }
 
+/// A text of a line, which is cut where there is no room for it.
+wxStaticText* project_view::make_line_text(const char* name, long cut) {
+  auto* text = new wxStaticText(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                                wxST_NO_AUTORESIZE | cut);
+  text->SetMinSize(wxSize(1, -1));
+  name_control(*text, name);
+  return text;
+}
+
+/// The keys go through the lines from above, whichever was made first.
+void project_view::order_lines() {
+  wxWindow* before = Comboregion_;
+  for (wxSizer* line : {notice_, findings_, last_disc_})
+    for (wxSizerItem* item : line->GetChildren()) {
+      item->GetWindow()->MoveAfterInTabOrder(before);
+      before = item->GetWindow();
+    }
+}
+
 // The text is for the pointer, the button for the keys.
-wxSizer* project_view::make_findings() {
+void project_view::make_findings() {
   findings_picture_ = new wxStaticBitmap(this, wxID_ANY, wxBitmapBundle(), wxDefaultPosition,
                                          FromDIP(wxSize(layout::button_icon, layout::button_icon)));
   name_control(*findings_picture_, "findingspicture");
-  findings_text_ = new wxStaticText(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
-                                    wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
-  findings_text_->SetMinSize(wxSize(1, -1));
-  name_control(*findings_text_, "findingstext");
+  findings_text_ = make_line_text("findingstext", wxST_ELLIPSIZE_END);
   findings_text_->SetCursor(wxCursor(wxCURSOR_HAND));
   findings_text_->Bind(wxEVT_LEFT_UP, [this](wxMouseEvent&) { on_.findings(); });
   auto* show = new wxButton(this, wxID_ANY, "&show findings");
@@ -249,18 +269,14 @@ wxSizer* project_view::make_findings() {
   show->SetToolTip("what was found, what a viewer would see of it and what to do");
   show->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { on_.findings(); });
   const int gap = FromDIP(layout::control_gap);
-  findings_ = new wxBoxSizer(wxHORIZONTAL);
   findings_->Add(findings_picture_, wxSizerFlags().CentreVertical());
   findings_->Add(findings_text_, wxSizerFlags(1).CentreVertical().Border(wxLEFT, gap));
   findings_->Add(show, wxSizerFlags().CentreVertical().Border(wxLEFT, gap));
-  return findings_;
+  order_lines();
 }
 
-wxSizer* project_view::make_last_disc() {
-  last_disc_text_ = new wxStaticText(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
-                                     wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_MIDDLE);
-  last_disc_text_->SetMinSize(wxSize(1, -1));
-  name_control(*last_disc_text_, "lastdisc");
+void project_view::make_last_disc() {
+  last_disc_text_ = make_line_text("lastdisc", wxST_ELLIPSIZE_MIDDLE);
   const auto button = [this](const char* name, const char* label, const char* tip,
                              const std::function<void()>& clicked) {
     auto* made = new wxButton(this, wxID_ANY, label);
@@ -272,16 +288,17 @@ wxSizer* project_view::make_last_disc() {
   play_ = button("playdisc", "&play", "the disc, in a player of the system", on_.play);
   const wxSizerFlags behind =
       wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::control_gap));
-  last_disc_ = new wxBoxSizer(wxHORIZONTAL);
   last_disc_->Add(last_disc_text_, wxSizerFlags(1).CentreVertical());
   last_disc_->Add(button("openfolder", "open fo&lder", "where the disc is", on_.open_folder),
                   behind);
   last_disc_->Add(play_, behind);
   last_disc_->Add(button("lastlog", "lo&g", "of the last run", on_.show_log), behind);
-  return last_disc_;
+  order_lines();
 }
 
 void project_view::show_last_disc(const last_disc& disc) {
+  if (last_disc_text_ == nullptr)
+    make_last_disc();
   last_disc_text_->SetLabelText(wx_text(disc.text));
   last_disc_text_->SetToolTip(wx_text(disc.text));
   play_->Enable(disc.is_there);
@@ -421,6 +438,12 @@ void project_view::focus_list() {
 
 void project_view::show_findings(const finding_list& findings) {
   const wxString line = wx_text(findings.headline());
+  if (findings_text_ == nullptr) {
+    if (line.empty())
+      return;
+    make_findings();
+    GetSizer()->Show(findings_, false, true);
+  }
   if (!line.empty()) {
     findings_picture_->SetBitmap(
         icon_picture(picture_of(findings.findings().front().severity), layout::button_icon));
@@ -433,11 +456,8 @@ void project_view::show_findings(const finding_list& findings) {
   }
 }
 
-wxSizer* project_view::make_notice() {
-  notice_text_ = new wxStaticText(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
-                                  wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
-  notice_text_->SetMinSize(wxSize(1, -1));
-  name_control(*notice_text_, "notice");
+void project_view::make_notice() {
+  notice_text_ = make_line_text("notice", wxST_ELLIPSIZE_END);
   notice_action_ = new wxButton(this, wxID_ANY, wxString());
   name_control(*notice_action_, "noticeaction");
   notice_action_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
@@ -451,11 +471,10 @@ wxSizer* project_view::make_notice() {
   away->SetToolTip("puts this line away");
   away->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { let_notice_stand(false); });
   const int gap = FromDIP(layout::control_gap);
-  notice_ = new wxBoxSizer(wxHORIZONTAL);
   notice_->Add(notice_text_, wxSizerFlags(1).CentreVertical());
   notice_->Add(notice_action_, wxSizerFlags().CentreVertical().Border(wxLEFT, gap));
   notice_->Add(away, wxSizerFlags().CentreVertical().Border(wxLEFT, gap));
-  return notice_;
+  order_lines();
 }
 
 void project_view::let_notice_stand(bool stands) {
@@ -468,6 +487,11 @@ void project_view::let_notice_stand(bool stands) {
 void project_view::show_notice(const std::string& text, const wxString& action,
                                std::function<void()> act) {
   const wxString shown = wx_text(text);
+  if (notice_text_ == nullptr) {
+    if (shown.empty())
+      return;
+    make_notice();
+  }
   if (shown == notice_text_->GetLabelText())
     return;
   notice_text_->SetLabelText(shown);

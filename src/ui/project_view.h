@@ -80,7 +80,7 @@ class project_view : public wxPanel {
   /// Shares the room between the lists and the details.
   bool Layout() override;
 
-  /// The least size, with that line.
+  /// The least size, with all lines.
   wxSize least_size() const { return least_; }
 
  private:
@@ -89,10 +89,12 @@ class project_view : public wxPanel {
   void make_menus();
   void make_details();
   void on_first_paint(wxPaintEvent& event);
-  wxSizer* make_notice();
+  wxStaticText* make_line_text(const char* name, long cut);
+  void order_lines();
+  void make_notice();
   void let_notice_stand(bool stands);
-  wxSizer* make_findings();
-  wxSizer* make_last_disc();
+  void make_findings();
+  void make_last_disc();
   wxSizer* make_statistics();
   wxSizer* make_region();
   wxBitmapButton* make_mover(wxWindow* parent, const char* name, const char* picture,

@@ -98,7 +98,7 @@ class Details : public findings_test {
   /// Until the files have been looked at: the line of what was found moves the lists.
   void load_and_wait(const project& p) {
     load(p);
-    EXPECT_TRUE(wait_until([] { return control("findingstext")->IsShownOnScreen(); }));
+    EXPECT_TRUE(wait_until([] { return is_seen("findingstext"); }));
     EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("itemdetails") != nullptr; }));
   }
 };

@@ -197,12 +197,12 @@ TEST_F(Habits, CommandsThatLeadElsewhereAreNamedAndCarriedAlongByOneClick) {
   load(p);
   click_row(0, "main");
   press("alt+Down");
-  ASSERT_TRUE(wait_until([] { return control("notice")->IsShownOnScreen(); }));
+  ASSERT_TRUE(wait_until([] { return is_seen("notice"); }));
   click_button("carry them along");
   EXPECT_TRUE(eventually([&] {
     return shown().menubuttons[0].find("jump title 2") != std::string::npos;
   })) << shown().menubuttons[0];
-  EXPECT_TRUE(wait_until([] { return !control("notice")->IsShown(); }));
+  EXPECT_TRUE(wait_until([] { return !is_seen("notice"); }));
   EXPECT_EQ(label_of_item("undo"), "undo carry commands along");
 }
 

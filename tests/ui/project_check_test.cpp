@@ -42,7 +42,7 @@ class ProjectCheck : public findings_test {
     }));
   }
   static bool line_is_shown(bool shown) {
-    return wait_until([shown] { return control("findingstext", "main")->IsShown() == shown; });
+    return wait_until([shown] { return is_seen("findingstext") == shown; });
   }
   static std::string line() { return label_of("findingstext"); }
 };
@@ -119,7 +119,7 @@ TEST_F(ProjectCheck, LineComesWhenAWrongFileWasAddedAndItsQuestionsAreAnswered) 
   click_tool("add title");
   answer_file("select video stream", real_pal_video());
   ASSERT_TRUE(wait_until([] { return look_at_dialog().has_value(); }));
-  EXPECT_FALSE(wait_until([] { return control("findingstext", "main")->IsShown(); }, 0.5));
+  EXPECT_FALSE(wait_until([] { return is_seen("findingstext"); }, 0.5));
   answer_file("select audio stream", real_audio());
   EXPECT_TRUE(line_is_shown(true));
   EXPECT_THAT(line(), AllOf(HasSubstr(": title 2"), HasSubstr("PAL")));

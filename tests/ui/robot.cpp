@@ -218,6 +218,11 @@ wxWindow* control(const std::string& name, const std::string& window) {
   return found;
 }
 
+bool is_seen(const std::string& name, const std::string& window) {
+  const wxWindow* const found = find(name, window);
+  return found != nullptr && found->IsShownOnScreen();
+}
+
 std::string label_of(const std::string& name) {
   return ask_ui([&] { return utf8_of(control(name)->GetLabel()); });
 }

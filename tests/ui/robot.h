@@ -61,6 +61,9 @@ wxPoint middle_of_row(int row, const std::string& window = "");
 /// The control of that name; only for use in the main thread.
 wxWindow* control(const std::string& name, const std::string& window = "");
 
+/// Whether a control of that name is there and can be seen; only for use in the main thread.
+bool is_seen(const std::string& name, const std::string& window = "");
+
 /// The control's label.
 std::string label_of(const std::string& name);
 

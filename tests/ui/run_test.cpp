@@ -117,7 +117,7 @@ TEST_F(Runs, TwoTitlesBecomeADisc) {
   EXPECT_THAT(seen.captions, testing::Contains(testing::StartsWith("Corvane log - *")));
   EXPECT_THAT(seen.longest, testing::HasSubstr("INFO: [mplex]"));
   EXPECT_TRUE(commands_enabled());
-  EXPECT_TRUE(ask_ui([] { return control("lastdisc")->IsShownOnScreen(); }));
+  EXPECT_TRUE(ask_ui([] { return is_seen("lastdisc"); }));
   EXPECT_THAT(label_of("lastdisc"),
               testing::AllOf(testing::StartsWith("Ready: " + folder_.path("disc") + ", 0.0"),
                              testing::EndsWith(" GB, image " + folder_.path("disc.iso"))));

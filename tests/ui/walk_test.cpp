@@ -266,10 +266,27 @@ TEST_F(Walk, TheLineOfTheLastDiscOpensItsFolder) {
   answer_file("enter a folder name to create the dvd", folder_.path("disc"));
   EXPECT_TRUE(wait_until([] { return look_at_dialog().has_value(); }, 60));
   press("Escape");
-  ASSERT_TRUE(wait_until([] { return control("lastdisc")->IsShownOnScreen(); }));
+  ASSERT_TRUE(wait_until([] { return is_seen("lastdisc"); }));
   click_button("open folder");
   EXPECT_TRUE(wait_until([this] { return file_exists(folder_.path("opened")); }));
   EXPECT_EQ(folder_.read("opened"), folder_.path("disc") + "\n");
+}
+
+// The line of findings is made after that of the disc.
+TEST_F(Walk, TheLinesHaveTheKeysFromAboveWhicheverCameFirst) {
+  add_title(real_video(), real_audio());
+  click_tool("author dvd");
+  answer_file("enter a folder name to create the dvd", folder_.path("disc"));
+  EXPECT_TRUE(wait_until([] { return look_at_dialog().has_value(); }, 60));
+  press("Escape");
+  ASSERT_TRUE(wait_until([] { return is_seen("lastdisc"); }));
+  add_title(real_pal_video(), real_audio());
+  ASSERT_TRUE(wait_until([] { return is_seen("showfindings"); }));
+  const bool in_order = ask_ui([] {
+    const wxWindowList& all = control("lastdisc")->GetParent()->GetChildren();
+    return all.IndexOf(control("showfindings")) < all.IndexOf(control("openfolder"));
+  });
+  EXPECT_TRUE(in_order);
 }
 
 TEST_F(Walk, OverTheMenuBarWithoutAProject) {
