@@ -406,7 +406,19 @@ class summary {
       return;
     }
     say_length_and_size(0);
+    if (video_ == nullptr) {
+      say("kind", "not known: " + why_no_video());
+      return;
+    }
     say("kind", (menu.loop ? "plays " : "plays and stays ") + shown);
+  }
+
+  std::string why_no_video() const {
+    if (files_.empty())
+      return "there is no video";
+    if (known_.missing.contains(native_of(files_.front())))
+      return "the video is missing";
+    return unknown_text(known_, files_.front());
   }
 
   bool is_still() const {

@@ -352,6 +352,22 @@ TEST_F(ItemSummary, StillMenuIsCalledSo) {
   EXPECT_EQ(of_menu("size"), "1 kB");
 }
 
+TEST_F(ItemSummary, MenuWithoutItsVideoDoesNotPlay) {
+  for (const bool loop : {false, true}) {
+    d_.menus[0].loop = loop;
+    known_.files.erase(native("\\m.m2v"));
+    known_.missing = {native("\\m.m2v")};
+    EXPECT_EQ(of_menu("kind"), "not known: the video is missing");
+    EXPECT_EQ(of_menu("picture"), "the file m.m2v is missing");
+    known_.missing.clear();
+    EXPECT_EQ(of_menu("kind"), "not known: the file m.m2v has not been looked at yet");
+    known_.files[native("\\m.m2v")] = file_of(sound(audio_kind::ac3));
+    EXPECT_EQ(of_menu("kind"), "not known: the file m.m2v is sound");
+  }
+  d_.menus[0].files = {"", ""};
+  EXPECT_EQ(of_menu("kind"), "not known: there is no video");
+}
+
 TEST_F(ItemSummary, ListsShowMenusWithTheirFileAndButtons) {
   d_.menus[0].files[0] = "\\films\\intro.m2v";
   EXPECT_EQ(menu_line(d_, 1), "menu 1: intro.m2v, no buttons");
