@@ -26,6 +26,8 @@ std::string size_text(const video_shape& shape) {
 std::string aspect_text(const video_shape& shape) {
   if (shape.aspect_width == 0)
     return "square pixels";
+  if (shape.aspect_height == 100)
+    return decimal_text(shape.aspect_width / 100.0, 2) + ":1";
   return std::to_string(shape.aspect_width) + ":" + std::to_string(shape.aspect_height);
 }
 

@@ -25,8 +25,9 @@ void set_proportions(video_shape& shape) {
   const int code = shape.aspect_code;
   const bool wide = shape.mpeg2 ? code == 3 : code == 3 || code == 6;
   const bool narrow = shape.mpeg2 ? code == 2 : code == 8 || code == 12;
-  shape.aspect_width = wide ? 16 : narrow ? 4 : 0;
-  shape.aspect_height = wide ? 9 : narrow ? 3 : 0;
+  const bool widest = shape.mpeg2 && code == 4;
+  shape.aspect_width = wide ? 16 : narrow ? 4 : widest ? 221 : 0;
+  shape.aspect_height = wide ? 9 : narrow ? 3 : widest ? 100 : 0;
 }
 
 }  // namespace

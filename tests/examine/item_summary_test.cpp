@@ -5,6 +5,7 @@
 #include "made_audio.h"
 #include "made_facts.h"
 #include "platform/files/paths.h"
+#include "support/small_streams.h"
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
@@ -149,6 +150,15 @@ TEST_F(ItemSummary, PictureOfPalAndOfWideScreen) {
   video.whole = false;
   known_.files[native("\\a.m2v")] = file_of(video);
   EXPECT_EQ(of_title("picture"), "640x576, neither NTSC nor PAL, 16:9, MPEG-1");
+}
+
+TEST_F(ItemSummary, PictureOfTheWidestScreenAsItsHeadersSay) {
+  const testing_support::temporary_folder folder;
+  const std::string file =
+      folder.add("wide.m2v", testing_support::small_video(video_standard::pal, 4));
+  d_.titles[0].streams = {stored_from_native(file)};
+  known_.files[file] = std::make_shared<const file_facts>(read_file_head(file));
+  EXPECT_THAT(of_title("picture"), HasSubstr("PAL, 2.21:1"));
 }
 
 TEST_F(ItemSummary, OfBeginningsTheLengthIsAnEstimate) {

@@ -80,7 +80,7 @@ TEST(VideoHeaders, ProportionsOfBothStandards) {
     int code;
     bool mpeg2;
     int width, height;
-  } const rows[] = {{1, true, 0, 0},   {2, true, 4, 3},   {3, true, 16, 9}, {4, true, 0, 0},
+  } const rows[] = {{1, true, 0, 0},   {2, true, 4, 3},   {3, true, 16, 9}, {4, true, 221, 100},
                     {1, false, 0, 0},  {12, false, 4, 3}, {8, false, 4, 3}, {3, false, 16, 9},
                     {6, false, 16, 9}, {2, false, 0, 0}};
   const bytes8 extension{0x14, 0x82, 0, 0, 0, 0, 0, 0};
