@@ -87,7 +87,7 @@ TEST(WritingFiles, ALinkPutWhereTheTextIsWrittenFirstIsNotFollowed) {
   const temporary_folder folder;
   folder.add("a", "old");
   folder.add("mine", "mine");
-  fs::create_symlink("mine", folder.path("a.part" + std::to_string(::getpid())));
+  fs::create_symlink("mine", folder.path("a.corvane-part" + std::to_string(::getpid())));
   EXPECT_EQ(write_file(folder.path("a"), "new"), std::nullopt);
   EXPECT_EQ(folder.read("a"), "new");
   EXPECT_EQ(folder.read("mine"), "mine");

@@ -174,22 +174,34 @@ constexpr const char* ended_process = "999999999";
 
 TEST(LeftParts, GoWithTheNextTextWhereTheirProgramIsGone) {
   const testing_support::temporary_folder folder;
-  folder.add("a.cvp.part" + std::string(ended_process));
-  folder.add("b.cvp.part" + std::string(ended_process));
-  folder.add("a.cvp.part1x");
-  folder.add("a.cvp.part");
+  folder.add("a.cvp.corvane-part" + std::string(ended_process));
+  folder.add("b.cvp.corvane-part" + std::string(ended_process));
+  folder.add("a.cvp.corvane-part1x");
+  folder.add("a.cvp.corvane-part");
   EXPECT_EQ(write_file(folder.path("a.cvp"), "new"), std::nullopt);
   EXPECT_EQ(files_in(folder.path()),
-            (std::vector<std::string>{"a.cvp", "a.cvp.part", "a.cvp.part1x",
-                                      "b.cvp.part" + std::string(ended_process)}));
+            (std::vector<std::string>{"a.cvp", "a.cvp.corvane-part", "a.cvp.corvane-part1x",
+                                      "b.cvp.corvane-part" + std::string(ended_process)}));
+}
+
+TEST(LeftParts, OfOtherProgramsStay) {
+  const testing_support::temporary_folder folder;
+  const std::vector<std::string> theirs = {"film.cvp.part" + std::string(ended_process),
+                                           "film.part" + std::string(ended_process)};
+  for (const std::string& name : theirs)
+    folder.add(name);
+  remove_left_parts(folder.path());
+  EXPECT_EQ(files_in(folder.path()), theirs);
+  EXPECT_EQ(write_file(folder.path("film.cvp"), "new"), std::nullopt);
+  EXPECT_EQ(files_in(folder.path()), (std::vector<std::string>{"film.cvp", theirs[0], theirs[1]}));
 }
 
 TEST(LeftParts, OfAFolderOfOurOwnGoButForThoseOfProgramsThatRun) {
   const testing_support::temporary_folder folder;
-  const std::string ours = "a.part" + std::to_string(process_number());
+  const std::string ours = "a.corvane-part" + std::to_string(process_number());
   folder.add(ours);
-  folder.add("a.part" + std::string(ended_process));
-  folder.add(std::string(100, 'n') + ".part" + ended_process);
+  folder.add("a.corvane-part" + std::string(ended_process));
+  folder.add(std::string(100, 'n') + ".corvane-part" + ended_process);
   folder.add("CorvaneLOG.txt.part");
   remove_left_parts(folder.path());
   EXPECT_EQ(files_in(folder.path()), (std::vector<std::string>{"CorvaneLOG.txt.part", ours}));

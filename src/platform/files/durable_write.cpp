@@ -27,6 +27,10 @@ constexpr bool continues(native_char c) {
     return (c & 0xFC00) == 0xDC00;
 }
 
+/// In the names beside targets, before the number. Others write files of parts too ("film.part12"),
+/// and those are nobody's to remove: this one is made by nobody else.
+constexpr std::string_view part_mark = ".corvane-part";
+
 /// The name beside the target without the number at its end.
 fs::path beginning_beside(const fs::path& target) {
   fs::path::string_type name = target.filename().native();
@@ -36,7 +40,7 @@ fs::path beginning_beside(const fs::path& target) {
       --end;
     name.resize(end);
   }
-  return fs::path(name) += ".part";
+  return fs::path(name) += part_mark;
 }
 
 /// The process whose part of a text has this name; nullopt when it is no name of a part.
@@ -53,6 +57,14 @@ std::optional<unsigned long> maker_of(std::string_view name, std::string_view be
 
 fs::path unused_name_beside(const fs::path& target) {
   return target.parent_path() / (beginning_beside(target) += std::to_string(process_number()));
+}
+
+std::optional<fs::path> target_of_part(const fs::path& name) {
+  const std::string text = text_of(name.filename());
+  const auto at = text.rfind(part_mark);
+  if (at == std::string::npos || !maker_of(text, text.substr(0, at + part_mark.size())))
+    return std::nullopt;
+  return name.parent_path() / path_of(text.substr(0, at));
 }
 
 void remove_left_parts_of(const fs::path& target) {

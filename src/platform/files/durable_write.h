@@ -11,9 +11,13 @@
 namespace corvane {
 
 /// A name in the target's folder for the text while it is being written: the beginning of the
-/// target's name, ".part" and this process's number, so that two programs do not meet there. Not
-/// longer than systems allow, however long the target's is.
+/// target's name, ".corvane-part" and this process's number, so that two programs do not meet
+/// there. Not longer than systems allow, however long the target's is.
 std::filesystem::path unused_name_beside(const std::filesystem::path& target);
+
+/// The target, or one that has the same names beside it, of what has such a name; nullopt when it
+/// is no such name.
+std::optional<std::filesystem::path> target_of_part(const std::filesystem::path& part);
 
 /// Removes from the target's folder what programs that are gone have left of such names for it.
 void remove_left_parts_of(const std::filesystem::path& target);

@@ -160,8 +160,8 @@ failure try_writing_in(std::string_view native_folder, std::size_t bytes) {
 void remove_left_parts(std::string_view native_folder) {
   // Each target is known by its part alone.
   for (const std::string& name : files_in(native_folder))
-    if (const auto mark = name.rfind(".part"); mark != std::string::npos)
-      remove_left_parts_of(path_of(native_folder) / path_of(name.substr(0, mark)));
+    if (const auto target = target_of_part(path_of(native_folder) / path_of(name)))
+      remove_left_parts_of(*target);
 }
 
 failure replace_file(std::string_view native, std::string_view text) {

@@ -59,7 +59,7 @@ failure why_not_writable_file(std::string_view native);
 failure try_writing_in(std::string_view native_folder, std::size_t bytes);
 
 /// Removes from a folder of the program's own what programs that are gone have left of texts that
-/// they were writing ("process.bat.part1234").
+/// they were writing ("process.bat.corvane-part1234").
 void remove_left_parts(std::string_view native_folder);
 
 /// Gives a file, folder or link another name on the same disk. Fails, and changes nothing, when

@@ -1,3 +1,4 @@
+#include "platform/files/durable_write.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "platform/files/program_folder.h"
@@ -7,7 +8,6 @@
 #include <filesystem>
 #include <optional>
 #include <system_error>
-#include <unistd.h>
 
 namespace corvane {
 namespace {
@@ -35,8 +35,7 @@ std::optional<std::string> own_conspawn() {
 /// Puts a link to `target` there in one step, so that a run that is using the old one never finds
 /// nothing.
 failure make_link(const fs::path& link, const std::string& target) {
-  fs::path beside = link;
-  beside += ".part" + std::to_string(::getpid());
+  const fs::path beside = unused_name_beside(link);
   std::error_code error;
   fs::remove(beside, error);
   fs::create_symlink(target, beside, error);
