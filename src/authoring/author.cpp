@@ -152,7 +152,8 @@ author_result authordvd(document& doc, author_equipment& e, prepared_run run) {
        doc.p.cleanup,
        settle,
        parts_put_aside(*begun.place, record),
-       [place = begun.place] { place->note_alive(); }});
+       [place = begun.place] { place->note_alive(); },
+       [out = run.where.out, record] { return is_complete(run_outcome::success, out, record); }});
   return e.runner.running() ? author_result::started : author_result::not_started;
 }
 

@@ -73,18 +73,16 @@ void run_meter::line(std::string_view text) {
       ++next;
     if (next < steps.size() || text.starts_with(end_marker))
       begin_step(next);
-    if (text.starts_with(end_marker))
-      begin_removal();
   }
 }
 
 /// Of it no line is printed.
-void run_meter::begin_removal() {
+void run_meter::settling(bool gives_up_earlier) {
   const auto& steps = plan_.steps();
   if (steps.empty() || steps.back().line != step_line(removal_step))
     return;
-  name_ = removal_step;
-  begin_step(steps.size() - 1);
+  name_ = gives_up_earlier ? removal_step : return_step;
+  begin_step(gives_up_earlier ? steps.size() - 1 : steps.size());
 }
 
 void run_meter::settled() {

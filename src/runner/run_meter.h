@@ -26,6 +26,10 @@ class run_meter {
   /// A line that the run has printed, without its end. Names of steps come this way too.
   void line(std::string_view text);
 
+  /// The script has ended and what the run has left is to be set in order. `gives_up_earlier`:
+  /// what the plan has as removed goes now; if not, it is put back.
+  void settling(bool gives_up_earlier);
+
   /// What the run has left is set in order: nothing is left to do.
   void settled();
 
@@ -51,7 +55,6 @@ class run_meter {
 
   void begin_step(std::size_t step);
   void end_step();
-  void begin_removal();
   void advance(watched_work& watched, double done);
   void look(double now);
   void look_at(watched_work& watched);

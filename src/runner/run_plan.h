@@ -32,6 +32,9 @@ inline constexpr std::size_t work_kinds = 10;
 /// The step in which files go that the run has made useless; no line of the script names it.
 inline constexpr std::string_view removal_step = "removing the earlier disc";
 
+/// What is done instead where the run has not made what was to replace it.
+inline constexpr std::string_view return_step = "putting the earlier disc back";
+
 struct planned_work {
   work_kind kind = work_kind::other;
   double amount = 0;        ///< in the kind's unit

@@ -89,6 +89,7 @@ struct shelled::state {
   std::function<run_settled(run_outcome)> settle{};
   std::function<void()> alive{};
   std::vector<std::string> notes{};
+  std::function<bool()> gives_up_earlier{};
   found_in_run findings{};
   std::string restored{};
   bool in_pass = false;
@@ -320,6 +321,7 @@ std::vector<std::string> shelled::state::settle_run() {
   run_settled done = settled();
   notes = done.notes;
   findings = std::move(done.findings);
+  gives_up_earlier = nullptr;  // it may hold a lock
   restored = done.restored;
   for (const std::vector<std::string>* lines : {&done.notes, &done.warnings})
     for (const std::string& line : *lines)
@@ -397,7 +399,9 @@ void shelled::state::finish() {
   outcome = failed ? run_outcome::failed : run_outcome::success;
   std::vector<run_trouble> troubles;
   const failure not_written = close_run();
-  if (!failed)
+  if (!failed) {
+    const auto asked = std::exchange(gives_up_earlier, nullptr);
+    meter.settling(!asked || asked());
     keep_speeds();
   if (!failed && cleanup)
     troubles = cleaned_up();
@@ -406,6 +410,7 @@ void shelled::state::finish() {
     troubles.insert(troubles.begin(), log_trouble(*not_written));
   } else {
     note(troubles);
+  }
   }
   listener.finished(end_of_run(std::move(troubles)));
   say_outcome(failed);
@@ -490,6 +495,7 @@ void shelled::ExecuteCommand(std::string_view command_line, const run_options& o
     s_->not_started(start);
     return;
   }
+  s_->gives_up_earlier = options.gives_up_earlier;
   s_->child = std::move(start.child);
   s_->outcome = run_outcome::running;
   // Opened after the start: the child shall not inherit it.
@@ -526,6 +532,7 @@ void shelled::stop() {
     return s_->finish();
   s_->child->kill_all();
   s_->drain();
+  s_->gives_up_earlier = nullptr;
   if (may_have_ended && s_->log.holds_marker())
     return s_->finish();
   s_->outcome = run_outcome::stopped;

@@ -36,6 +36,10 @@ struct run_options {
 
   /// Called in each pass, as long as the run goes on.
   std::function<void()> alive{};
+
+  /// Whether `settle` will remove `removed` after this success and not put it back, for what is
+  /// told meanwhile; asked before it is called. Without one: it will.
+  std::function<bool()> gives_up_earlier{};
 };
 
 class shelled {

@@ -436,6 +436,57 @@ TEST_F(Author, AStoppedRunTakesWhatItMadeAndTheEarlierDiscComesBack) {
                         "\" was removed \r\n INFO: the earlier DVD is in its place again \r\n"));
 }
 
+/// A run that ends well whatever it has made, and what its last step was called.
+class ending_child : public testing_support::silent_child {
+ public:
+  std::optional<std::size_t> waiting() override { return text_.size(); }
+  std::optional<std::string> read(std::size_t count) override {
+    const std::string piece = text_.substr(0, count);
+    text_.erase(0, piece.size());
+    return piece;
+  }
+
+ private:
+  std::string text_ = "\n*process complete\n";
+};
+class ending_launcher : public process_launcher {
+ public:
+  start_result start(const std::string&, const std::vector<child_variable>&) override {
+    return {std::make_unique<ending_child>(), start_result::step::none, 0};
+  }
+};
+class step_listener : public testing_support::recording_listener {
+ public:
+  void whole(const run_whole& whole) override { last = whole.name; }
+  std::string last;
+};
+
+TEST_F(Author, TheLastStepIsTheRemovalOfTheEarlierDiscOnlyWhereTheRunHasMadeAnother) {
+  ending_launcher ends;
+  for (const bool makes_disc : {false, true}) {
+    step_listener screen;
+    shelled own(screen, ask, ends, lock, app);
+    author_equipment with{app, lock, own, {}, {}};
+    with.replace_earlier_disc = true;
+    const std::string disc = add_disc();
+    expect_folder_question();
+    ASSERT_EQ(author_command(doc, with, run), author_result::started);
+    if (makes_disc)
+      make_folders(in(out, "VIDEO_TS"));
+    else
+      ask.expect(told("The run has not made all of the DVD in \"" + out +
+                          "\".  The earlier one is in its place again.",
+                      icon::exclamation));
+    ask.expect({"Process complete.  Please review the log for more information (recommended).",
+                icon::information, buttons::ok_cancel, "Corvane"},
+               answer::cancel);
+    own.update();
+    EXPECT_EQ(file_exists(disc), !makes_disc);
+    EXPECT_EQ(screen.last,
+              makes_disc ? "removing the earlier disc" : "putting the earlier disc back");
+  }
+}
+
 TEST_F(Author, WhatARunOfAnotherProgramFolderLeftIsSetInOrderBeforeTheFolderIsLookedAt) {
   const std::string disc = add_disc();
   const std::string other_app = folder.path("other app");

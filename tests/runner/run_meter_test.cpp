@@ -53,6 +53,7 @@ class MeteredRun : public testing::Test {
       }
     }
     meter.line("*process complete");
+    meter.settling(true);
     run.told.push_back(meter.at(now));
     run.times.push_back(now);
     run.end = now;
@@ -245,6 +246,22 @@ TEST_F(MeteredRun, CountsTheRemovalOfTheEarlierDiscAsItsLastStep) {
   const double learned = meter.learned()[static_cast<std::size_t>(work_kind::remove)] * 8e9;
   EXPECT_GT(learned, 1.3 * foreseen);
   EXPECT_LT(learned, 2.1 * foreseen);
+}
+
+TEST_F(MeteredRun, NamesTheReturnOfTheEarlierDiscForWhatItIs) {
+  sizes_["/dvd.earlier/VIDEO_TS"] = 4e9;
+  run_meter meter(script, true, usual_costs(), files(), {"/dvd.earlier/VIDEO_TS"});
+  meter.at(0);
+  meter.line("*process complete");
+  meter.settling(false);
+  const run_whole last = meter.at(60);
+  EXPECT_EQ(last.name, "putting the earlier disc back");
+  EXPECT_EQ(last.step, last.count);
+  EXPECT_EQ(last.seconds_left, 0);
+  run_meter nothing_to_put_back(script, true, usual_costs(), files());
+  nothing_to_put_back.line("*generating udf iso.....");
+  nothing_to_put_back.settling(false);
+  EXPECT_EQ(nothing_to_put_back.at(60).name, "generating udf iso");
 }
 
 TEST_F(MeteredRun, TeachesTheSpeedsOfTheMachine) {

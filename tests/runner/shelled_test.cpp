@@ -213,6 +213,25 @@ TEST(Shelled, PercentageAtThePiecesBeginningLeavesTheBarUnchanged) {
   EXPECT_EQ(run.screen.bar, std::vector<double>{0});
 }
 
+TEST(Shelled, EarlierDiscThatIsPutBackIsNotSaidToBeRemoved) {
+  growing_run run;
+  run_options options;
+  options.removed = {run.app.add("earlier.iso", std::string(5000, 'x'))};
+  options.gives_up_earlier = [] { return false; };
+  options.settle = [](run_outcome) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    return run_settled{};
+  };
+  ASSERT_TRUE(run.lock.take());
+  run.runner.ExecuteCommand(run.script(), options);
+  run.feed("*multiplexing title: 1.....\n");
+  run.expect_success();
+  run.feed("*process complete\n");
+  EXPECT_EQ(run.screen.wholes.back().name, "putting the earlier disc back");
+  for (const run_whole& whole : run.screen.wholes)
+    EXPECT_NE(whole.name, "removing the earlier disc");
+}
+
 TEST(Shelled, ProgressOutOfRangeStaysInTheBar) {
   fake_run run;
   run.start();

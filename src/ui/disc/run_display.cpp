@@ -88,7 +88,7 @@ void run_display::progress(const run_progress& progress) {
 
 void run_display::whole(const run_whole& whole) {
   log().show_whole(whole);
-  if (whole.name == removal_step)
+  if (whole.name == removal_step || whole.name == return_step)
     log().Update();  // the windows wait for it
 }
 
