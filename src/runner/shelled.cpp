@@ -84,6 +84,7 @@ struct shelled::state {
   run_steps steps{};
   run_meter meter{};
   line_cutter meter_lines{};
+  bool metered_to_its_end = true;  ///< the meter has seen all lines as they came
   steady::time_point began{}, whole_told{};
   bool cleanup = false;
   std::function<run_settled(run_outcome)> settle{};
@@ -176,6 +177,7 @@ void shelled::state::begin_meter(std::string_view script, const run_options& opt
                     files_on_disk(), options.removed);
   meter_lines = {};
   began = whole_told = steady::now();
+  metered_to_its_end = true;
 }
 
 void shelled::state::tell_whole() {
@@ -252,9 +254,11 @@ void shelled::state::take(const std::string& bytes) {
   tell_steps();
 }
 
-/// Whether the run has come to its end by itself, of which no pass knows yet.
+/// Whether the run has come to its end by itself, of which no pass knows yet: nor is it known how
+/// long ago.
 bool shelled::state::has_ended() {
   for (std::size_t left = most_unread; left > 0;) {
+  metered_to_its_end = false;
     const std::optional<std::size_t> waiting = child->waiting();
     if (waiting && *waiting < 1)
       return false;
@@ -399,9 +403,7 @@ void shelled::state::finish() {
   outcome = failed ? run_outcome::failed : run_outcome::success;
   std::vector<run_trouble> troubles;
   const failure not_written = close_run();
-  if (!failed) {
-    const auto asked = std::exchange(gives_up_earlier, nullptr);
-    meter.settling(!asked || asked());
+  if (!failed && metered_to_its_end)
     keep_speeds();
   if (!failed && cleanup)
     troubles = cleaned_up();

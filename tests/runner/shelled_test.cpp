@@ -167,6 +167,28 @@ TEST(Shelled, SpeedsAreKeptForTheNextRunAfterASuccessAlone) {
   }
 }
 
+TEST(Shelled, NothingIsLearnedOfARunWhoseEndIsFoundByAStop) {
+  for (const bool already : {true, false}) {
+    growing_run run;
+    run_options options;
+    options.removed = {run.app.add("earlier.iso", std::string(5000, 'x'))};
+    ASSERT_TRUE(run.lock.take());
+    run.runner.ExecuteCommand(run.script(), options);
+    run.feed("one\n*multiplexing title: 1.....\n");
+    run.look();
+    run.app.add("title1.mpg", std::string(1020, 'x'));
+    const auto end = [&run] { run.launcher.output->pieces.push_back("*process complete\n"); };
+    if (already)
+      end();
+    else
+      run.launcher.output->during_kill = end;
+    run.expect_success();
+    run.runner.stop();
+    EXPECT_EQ(run.runner.outcome(), run_outcome::success);
+    EXPECT_FALSE(file_exists(run.app.path("speeds.txt")));
+  }
+}
+
 TEST(Shelled, RemovalOfTheEarlierDiscIsToldAsTheLastStep) {
   growing_run run;
   run_options options;
