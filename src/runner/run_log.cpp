@@ -35,6 +35,7 @@ void run_log::begin(std::string path) {
   path_ = std::move(path);
   tail_.clear();
   opened_ = error_ = marker_ = in_place_ = false;
+  left_beside_.clear();
   trouble_.reset();
 }
 
@@ -89,7 +90,8 @@ failure run_log::finish() {
   if (!file_ && !trouble_)
     trouble_ = reason(errno);
   std::error_code error;
-  if (!trouble_ || file_size(part_of(path_)).value_or(0) > 0) {
+  const bool holds_something = file_size(part_of(path_)).value_or(0) > 0;
+  if (!trouble_ || holds_something) {
     std::filesystem::rename(path_of(part_of(path_)), path_of(path_), error);
     // On Windows a program that shows the old log can keep it from being replaced, though not from
     // being rewritten.
@@ -100,9 +102,18 @@ failure run_log::finish() {
     if (!trouble_)
       trouble_ = not_placed;
   }
-  std::filesystem::remove(path_of(part_of(path_)), error);
+  if (holds_something && !in_place_)
+    leave_beside();
+  else
+    std::filesystem::remove(path_of(part_of(path_)), error);
   opened_ = false;
   return trouble_;
+}
+
+void run_log::leave_beside() {
+  left_beside_ = part_of(path_);
+  std::ofstream(path_of(left_beside_), std::ios::binary | std::ios::app)
+      << not_placed_mark << trouble_.value_or("") << crlf;
 }
 
 void run_log::add_line(std::string_view line) {

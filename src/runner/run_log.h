@@ -18,6 +18,9 @@
 
 namespace corvane {
 
+/// With which the last line of a log begins that could not be put in its place.
+inline constexpr const char* not_placed_mark = "*** this log could not be put in its place: ";
+
 class run_log {
  public:
   /// Where the log with this path is written until it is complete.
@@ -33,8 +36,12 @@ class run_log {
   void append(std::string_view text);
 
   /// Ends the last line and puts the log in its place, or as much of it as could be written. Gives
-  /// the reason when that is not all; where nothing was, the log of the run before stays.
+  /// the reason when that is not all; where nothing was, the log of the run before stays. What
+  /// cannot be put there stays beside it, with a last line that says so.
   failure finish();
+
+  /// The path of what `finish` had to leave beside the log's place; empty: nothing.
+  const std::string& left_beside() const { return left_beside_; }
 
   /// Whether what has the log's name is of this run, whole or not. Known when it has finished.
   bool is_in_place() const { return in_place_; }
@@ -61,6 +68,7 @@ class run_log {
  private:
   void write(std::string_view text);
   void look_at(std::string_view text);
+  void leave_beside();
 
   std::string path_;
   std::string tail_;
@@ -69,6 +77,7 @@ class run_log {
   bool error_ = false;
   bool marker_ = false;
   bool in_place_ = false;
+  std::string left_beside_;
   failure trouble_;
 };
 

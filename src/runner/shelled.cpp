@@ -89,8 +89,8 @@ struct shelled::state {
   bool cleanup = false;
   std::function<run_settled(run_outcome)> settle{};
   std::function<void()> alive{};
-  std::vector<std::string> notes{};
   std::function<bool()> gives_up_earlier{};
+  std::vector<std::string> notes{};
   found_in_run findings{};
   std::string restored{};
   bool in_pass = false;
@@ -120,6 +120,7 @@ struct shelled::state {
   std::vector<std::string> settle_run();
   void warn(const std::vector<std::string>& warnings);
   failure close_run();
+  std::string places_of_logs() const;
   void tell_log_trouble(const std::string& why);
   std::vector<run_trouble> cleaned_up() const;
   void finish();
@@ -176,8 +177,8 @@ void shelled::state::begin_meter(std::string_view script, const run_options& opt
   meter = run_meter(script, makes_disc, parse_costs(speeds ? *speeds : std::string()),
                     files_on_disk(), options.removed);
   meter_lines = {};
-  began = whole_told = steady::now();
   metered_to_its_end = true;
+  began = whole_told = steady::now();
 }
 
 void shelled::state::tell_whole() {
@@ -257,8 +258,8 @@ void shelled::state::take(const std::string& bytes) {
 /// Whether the run has come to its end by itself, of which no pass knows yet: nor is it known how
 /// long ago.
 bool shelled::state::has_ended() {
-  for (std::size_t left = most_unread; left > 0;) {
   metered_to_its_end = false;
+  for (std::size_t left = most_unread; left > 0;) {
     const std::optional<std::size_t> waiting = child->waiting();
     if (waiting && *waiting < 1)
       return false;
@@ -320,12 +321,12 @@ run_settled shelled::state::settled() {
 /// to know.
 std::vector<std::string> shelled::state::settle_run() {
   alive = nullptr;
+  gives_up_earlier = nullptr;  // it may hold a lock
   if (!settle)
     return {};
   run_settled done = settled();
   notes = done.notes;
   findings = std::move(done.findings);
-  gives_up_earlier = nullptr;  // it may hold a lock
   restored = done.restored;
   for (const std::vector<std::string>* lines : {&done.notes, &done.warnings})
     for (const std::string& line : *lines)
@@ -371,17 +372,24 @@ failure shelled::state::close_run() {
   return not_written;
 }
 
+/// Where the log of this run is that has not its place, and whose log has it; empty: there is
+/// neither.
+std::string shelled::state::places_of_logs() const {
+  std::vector<std::string> sentences;
+  if (const std::string& part = log.left_beside(); !part.empty())
+    sentences.push_back("The log of this run is in \"" + part + "\".");
+  if (file_exists(log_path()))
+    sentences.push_back("\"" + log_path() + "\" is that of an earlier run.");
+  return sentences.empty() ? std::string() : ".  " + join(sentences, "  ");
+}
+
 void shelled::state::tell_log_trouble(const std::string& why) {
   if (log.is_in_place())
     ask.message(
         {"The log could not be written whole: " + why + ".  It is kept as far as it was written.",
          icon::exclamation});
   else
-    ask.message(
-        {"The log file could not be written: " + why +
-             (file_exists(log_path()) ? ".  \"" + log_path() + "\" is that of an earlier run."
-                                      : ""),
-         icon::critical});
+    ask.message({"The log file could not be written: " + why + places_of_logs(), icon::critical});
 }
 
 /// Whatever goes wrong with what a good run leaves, it was a good run.
@@ -398,8 +406,11 @@ void shelled::state::finish() {
   meter_lines.end([this](std::string_view line) { meter.line(line); });
   tell_steps();
   const bool failed = log.holds_error();
-  if (!failed)
+  if (!failed) {
+    const auto asked = std::exchange(gives_up_earlier, nullptr);
+    meter.settling(!asked || asked());
     tell_whole();  // what is done now may take some seconds
+  }
   outcome = failed ? run_outcome::failed : run_outcome::success;
   std::vector<run_trouble> troubles;
   const failure not_written = close_run();
@@ -412,7 +423,6 @@ void shelled::state::finish() {
     troubles.insert(troubles.begin(), log_trouble(*not_written));
   } else {
     note(troubles);
-  }
   }
   listener.finished(end_of_run(std::move(troubles)));
   say_outcome(failed);
@@ -485,6 +495,7 @@ void shelled::ExecuteCommand(std::string_view command_line, const run_options& o
   s_->cleanup = options.cleanup;
   s_->settle = options.settle;
   s_->alive = options.alive;
+  s_->gives_up_earlier = options.gives_up_earlier;
   s_->listener.started({s_->steps.count(), options.first_lines});
   if (CommandLine.empty()) {
     // The listener takes the run as begun for good: nothing can have been written for it.
@@ -497,7 +508,6 @@ void shelled::ExecuteCommand(std::string_view command_line, const run_options& o
     s_->not_started(start);
     return;
   }
-  s_->gives_up_earlier = options.gives_up_earlier;
   s_->child = std::move(start.child);
   s_->outcome = run_outcome::running;
   // Opened after the start: the child shall not inherit it.
@@ -522,6 +532,7 @@ void shelled::endprocess() {
   s_->outcome = run_outcome::stopped;
   s_->settle = nullptr;
   s_->alive = nullptr;
+  s_->gives_up_earlier = nullptr;
   s_->leave();
 }
 
@@ -534,7 +545,6 @@ void shelled::stop() {
     return s_->finish();
   s_->child->kill_all();
   s_->drain();
-  s_->gives_up_earlier = nullptr;
   if (may_have_ended && s_->log.holds_marker())
     return s_->finish();
   s_->outcome = run_outcome::stopped;

@@ -1,6 +1,8 @@
 // The log of a run whose program was gone before the run ended.
 #include "runner/lost_log.h"
 
+#include "platform/files/files.h"
+#include "runner/run_log.h"
 #include "support/temporary_folder.h"
 
 namespace corvane {
@@ -20,6 +22,22 @@ TEST_F(LostLog, BecomesTheLogAndSaysWhatBecameOfIt) {
   EXPECT_EQ(folder.read("CorvaneLOG.txt"), std::string("*one.....\r\n*tw\r\n") + last);
   EXPECT_FALSE(has_lost_log(folder.path()));
   EXPECT_FALSE(keep_lost_log(folder.path()));
+}
+
+TEST_F(LostLog, OneThatOnlyCouldNotTakeItsPlaceTakesItAndIsNotCalledLost) {
+  const std::string log = folder.path("CorvaneLOG.txt");
+  ASSERT_FALSE(make_folders(log));
+  run_log of_a_run;
+  of_a_run.begin(log);
+  of_a_run.open();
+  of_a_run.append("*one.....\r\n");
+  ASSERT_TRUE(of_a_run.finish());
+  const std::string text = folder.read("CorvaneLOG.txt.part");
+  ASSERT_FALSE(remove_all(log));
+  EXPECT_TRUE(has_lost_log(folder.path()));
+  EXPECT_FALSE(keep_lost_log(folder.path()));
+  EXPECT_EQ(folder.read("CorvaneLOG.txt"), text);
+  EXPECT_FALSE(has_lost_log(folder.path()));
 }
 
 TEST_F(LostLog, WholeLinesStayAsTheyAre) {

@@ -140,11 +140,18 @@ TEST(RunLog, FolderThatCannotBeWrittenIsTold) {
   EXPECT_FALSE(folder_exists(folder.path("missing")));
 }
 
-TEST(RunLog, LogThatCannotTakeItsPlaceIsToldAndLeavesNoPartOfItself) {
+TEST(RunLog, LogThatCannotTakeItsPlaceIsToldAndStaysBesideIt) {
   written_log w;
   ASSERT_FALSE(make_folders(w.folder.path("CorvaneLOG.txt")));
-  EXPECT_TRUE(w.log.finish());
-  EXPECT_TRUE(files_in(w.folder.path()).empty());
+  w.log.append("text");
+  const failure why = w.log.finish();
+  ASSERT_TRUE(why);
+  EXPECT_FALSE(w.log.is_in_place());
+  EXPECT_EQ(w.log.left_beside(), w.folder.path("CorvaneLOG.txt.part"));
+  EXPECT_EQ(w.folder.read("CorvaneLOG.txt.part"),
+            "title\r\ntext\r\n*** this log could not be put in its place: " + *why + "\r\n");
+  w.log.begin(w.folder.path("CorvaneLOG.txt"));
+  EXPECT_EQ(w.log.left_beside(), "");
 }
 
 #ifndef _WIN32  // where no process has a limit of its own

@@ -213,6 +213,25 @@ TEST(Shelled, RemovalOfTheEarlierDiscIsToldAsTheLastStep) {
   }
 }
 
+TEST(Shelled, EarlierDiscThatIsPutBackIsNotSaidToBeRemoved) {
+  growing_run run;
+  run_options options;
+  options.removed = {run.app.add("earlier.iso", std::string(5000, 'x'))};
+  options.gives_up_earlier = [] { return false; };
+  options.settle = [](run_outcome) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    return run_settled{};
+  };
+  ASSERT_TRUE(run.lock.take());
+  run.runner.ExecuteCommand(run.script(), options);
+  run.feed("*multiplexing title: 1.....\n");
+  run.expect_success();
+  run.feed("*process complete\n");
+  EXPECT_EQ(run.screen.wholes.back().name, "putting the earlier disc back");
+  for (const run_whole& whole : run.screen.wholes)
+    EXPECT_NE(whole.name, "removing the earlier disc");
+}
+
 TEST(Shelled, PassDoesNotBeginInAnother) {
   fake_run run;
   run.start();
@@ -233,25 +252,6 @@ TEST(Shelled, PercentageAtThePiecesBeginningLeavesTheBarUnchanged) {
   run.start();
   run.feed("45% done\n");
   EXPECT_EQ(run.screen.bar, std::vector<double>{0});
-}
-
-TEST(Shelled, EarlierDiscThatIsPutBackIsNotSaidToBeRemoved) {
-  growing_run run;
-  run_options options;
-  options.removed = {run.app.add("earlier.iso", std::string(5000, 'x'))};
-  options.gives_up_earlier = [] { return false; };
-  options.settle = [](run_outcome) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(300));
-    return run_settled{};
-  };
-  ASSERT_TRUE(run.lock.take());
-  run.runner.ExecuteCommand(run.script(), options);
-  run.feed("*multiplexing title: 1.....\n");
-  run.expect_success();
-  run.feed("*process complete\n");
-  EXPECT_EQ(run.screen.wholes.back().name, "putting the earlier disc back");
-  for (const run_whole& whole : run.screen.wholes)
-    EXPECT_NE(whole.name, "removing the earlier disc");
 }
 
 TEST(Shelled, ProgressOutOfRangeStaysInTheBar) {
@@ -496,12 +496,17 @@ std::string why_not_logged() {
   return log.finish().value_or("it was written");
 }
 
+std::string left_beside(const testing_support::temporary_folder& app) {
+  return ".  The log of this run is in \"" + app.path("CorvaneLOG.txt.part") + "\".";
+}
+
 TEST(Shelled, LogThatCannotBeWrittenIsToldBeforeTheOutcome) {
   fake_run run;
   ASSERT_FALSE(make_folders(run.app.path("CorvaneLOG.txt/in the way")));
   run.start();
   const std::string reason = why_not_logged();
-  run.ask.expect({"The log file could not be written: " + reason, icon::critical});
+  run.ask.expect(
+      {"The log file could not be written: " + reason + left_beside(run.app), icon::critical});
   run.expect_success();
   run.feed("\n*process complete\n");
   EXPECT_EQ(run.runner.outcome(), run_outcome::success);
@@ -518,7 +523,8 @@ TEST(Shelled, WhatTheCleanUpCouldNotDoIsToldInAMessageWhereThereIsNoLog) {
   ASSERT_FALSE(make_folders(run.app.path("CorvaneLOG.txt/in the way")));
   run.clean = true;
   run.start();
-  run.ask.expect({"The log file could not be written: " + why_not_logged(), icon::critical});
+  run.ask.expect({"The log file could not be written: " + why_not_logged() + left_beside(run.app),
+                  icon::critical});
   run.ask.expect({"The clean-up could not do everything:\n\"" + in_the_way +
                       "\" could not be written by the clean-up: " +
                       copy_file(script, in_the_way).value_or("it was copied"),
