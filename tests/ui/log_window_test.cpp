@@ -15,6 +15,7 @@
 
 #include <X11/Xlib.h>
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
@@ -82,8 +83,33 @@ class other_program {
   Window window_ = 0;
 };
 
+/// What the toolkit calls critical, counted while this lives.
+class toolkit_complaints {
+ public:
+  toolkit_complaints() : before_(g_log_set_default_handler(note, nullptr)) { count_ = 0; }
+  ~toolkit_complaints() { g_log_set_default_handler(before_, nullptr); }
+  toolkit_complaints(const toolkit_complaints&) = delete;
+  toolkit_complaints& operator=(const toolkit_complaints&) = delete;
+
+  static int count() { return count_; }
+
+ private:
+  static void note(const gchar* domain, GLogLevelFlags level, const gchar* text, gpointer data) {
+    if ((level & G_LOG_LEVEL_CRITICAL) != 0)
+      ++count_;
+    g_log_default_handler(domain, level, text, data);
+  }
+  static inline std::atomic<int> count_{0};
+  GLogFunc before_;
+};
+
 class LogWindow : public window_test {
  protected:
+  /// A window that is put away while its text glides must not be complained of.
+  void TearDown() override {
+    window_test::TearDown();
+    EXPECT_EQ(toolkit_complaints::count(), 0);
+  }
   void start_run() {
     add_title(real_video(), real_audio());
     click_tool("author dvd");
@@ -125,6 +151,9 @@ class LogWindow : public window_test {
   static int whole() {
     return ask_ui([] { return dynamic_cast<wxGauge*>(control("wholerun", "log"))->GetValue(); });
   }
+
+ private:
+  toolkit_complaints heard_;
 };
 
 TEST_F(LogWindow, BarIsPaintedAsTheToolPrintedLast) {

@@ -21,6 +21,10 @@
 #include <cmath>
 #include <utility>
 
+#ifdef __WXGTK__
+#include <gtk/gtk.h>
+#endif
+
 namespace corvane {
 namespace {
 
@@ -29,6 +33,23 @@ constexpr int run_page = 0, last_page = 1;
 void set_share(wxGauge& bar, double percent) {
   const double inside = std::isnan(percent) ? 0 : std::clamp(percent, 0.0, 100.0);
   bar.SetValue(static_cast<int>(std::lround(inside * progress_steps / 100)));
+}
+
+// GTK lets a text glide to where it is to be. One that is put away meanwhile goes on gliding for
+// nobody: GTK forgets the handler's number before it lets go of it. A value that is set ends it.
+void end_gliding(wxWindow& window) {
+#ifdef __WXGTK__
+  if (GTK_IS_SCROLLED_WINDOW(window.GetHandle())) {
+    auto* const text = GTK_SCROLLED_WINDOW(window.GetHandle());
+    for (GtkAdjustment* const place :
+         {gtk_scrolled_window_get_hadjustment(text), gtk_scrolled_window_get_vadjustment(text)})
+      gtk_adjustment_set_value(place, gtk_adjustment_get_value(place));
+  }
+  for (wxWindow* const child : window.GetChildren())
+    end_gliding(*child);
+#else
+  (void)window;
+#endif
 }
 
 }  // namespace
@@ -136,6 +157,12 @@ void log_window::bind_keys() {
 
 void log_window::hide() {
   Hide();
+}
+
+bool log_window::Show(bool show) {
+  if (!show && IsShown())
+    end_gliding(*this);
+  return wxFrame::Show(show);
 }
 
 bool log_window::on_last_log() const {

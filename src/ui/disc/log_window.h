@@ -34,6 +34,9 @@ class log_window : public wxFrame {
   /// Where the run is as a whole.
   void show_whole(const run_whole& whole);
 
+  /// Also ends what moves in it before it is hidden.
+  bool Show(bool show = true) override;
+
   /// Whether a run is active: then there is something to stop, and the window stays.
   void run_is_active(bool active);
 
