@@ -26,12 +26,12 @@ grep -rqE "$splits" src/project || {
 }
 
 status=0
-if grep -rnE "$splits" src/runner src/examine src/tools src/menus src/authoring src/ui src/apps |
+if grep -rnE "$splits" src/runner src/examine src/tools src/import src/menus src/authoring src/ui src/apps |
   grep -v '^src/ui/widgets/file_filter.cpp:'; then
   echo "Rows are split in src/project alone: call their owner there." >&2
   status=1
 fi
-if grep -rnE "$rows" src/runner src/examine src/authoring src/apps; then
+if grep -rnE "$rows" src/runner src/examine src/import src/authoring src/apps; then
   echo "These rooms read the disc (project/disc_of.h), not rows." >&2
   status=1
 fi
