@@ -1,0 +1,64 @@
+// What becomes of a file that is imported: of each of its streams whether it is copied, encoded or
+// left out, and why, in words for a person. The script is built from it (import/import_script.h).
+//
+// Deciding looks at facts alone: nothing is opened here, and the same facts give the same plan.
+#pragma once
+
+#include "formats/source_facts.h"
+#include "import/import_choices.h"
+#include "import/picture_plan.h"
+#include "import/sidecars.h"
+#include "import/sound_plan.h"
+#include "import/titleset.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+struct video_plan {
+  int stream = 0;  ///< its index in the source
+  stream_fate fate = stream_fate::encoded;
+  picture_work work{};             ///< of encoding
+  bool may_need_pulldown = false;  ///< of a copy: film that may not have it yet
+};
+
+/// Subtitles that are text; they become SubRip in UTF-8.
+struct text_plan {
+  std::optional<int> stream{};  ///< its index in the source; not set: `file`
+  sidecar file{};
+  std::string language{};  ///< two letters, lower case; empty: not known
+};
+
+/// What happens to a stream of the source.
+struct planned_stream {
+  int stream = 0;  ///< its index
+  stream_fate fate = stream_fate::left_out;
+  std::string reason{};  ///< a clause: "it is AAC"; of what is encoded also what it becomes
+};
+
+struct import_plan {
+  /// Why the file cannot be imported, a sentence without a full stop. All else is then of no use.
+  std::string problem{};
+  titleset_demands demands{};  ///< with standard and proportions, which the file may have decided
+  double begin = 0;            ///< of the picture, seconds after the beginning of the file
+  double seconds = 0;          ///< that the title lasts; 0: not known
+  video_plan video{};
+  sound_plan sound{};
+  std::vector<text_plan> texts{};
+  std::vector<planned_stream> streams{};  ///< all of the source, in its order
+  std::vector<double> chapters{};         ///< seconds of the title, rising; 99 at most
+  /// What the disc's streams are to be tagged with from now on, stream 1 first: two letters, lower
+  /// case, or nothing where titles have different languages.
+  std::vector<std::string> sound_tags{};
+  std::vector<std::string> subtitle_tags{};
+};
+
+/// `beside`: subtitle files that belong to the file. `preferred`: the standard where neither
+/// project nor file decides.
+import_plan import_plan_for(const source_facts& file, const std::vector<sidecar>& beside,
+                            const titleset_demands& demands, const import_choices& choices,
+                            video_standard preferred);
+
+}  // namespace corvane
