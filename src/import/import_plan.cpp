@@ -27,6 +27,9 @@ class planner {
     plan_video();
     plan_.sound = sound_plan_for(file_, plan_.demands, choices_, speed());
     plan_.problem = plan_.sound.problem;
+    // Nobody knows how much silence there would have to be.
+    if (plan_.seconds <= 0)
+      std::erase_if(plan_.sound.streams, [](const sound_work& work) { return !work.stream; });
     plan_texts();
     plan_chapters();
     plan_.seconds /= speed().value();

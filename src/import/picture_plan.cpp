@@ -95,12 +95,13 @@ void plan_motion(picture_work& work, const source_video& v, video_standard stand
   double rate = v.rate.over > 0 && v.rate.under > 0 ? v.rate.value() : of_disc;
   work.rate = rate_of(standard);
   if (is_interlaced(v)) {
+    work.source_top_first = v.fields == source_fields::top_first;
     const bool stays = work.geometry.keeps_lines() && v.turned == 0 && !v.variable_rate;
     if (choices.deinterlace) {
       work.deinterlace = deinterlacing::to_pictures;
     } else if (stays && is_near(rate, of_disc, 0.005)) {
       work.motion = picture_motion::kept_fields;
-      work.top_first = v.fields == source_fields::top_first;
+      work.top_first = work.source_top_first;
       return;
     } else {
       work.deinterlace = deinterlacing::to_fields;
@@ -124,6 +125,7 @@ void plan_colours(picture_work& work, const source_video& v) {
   work.full_range = colours.full_range;
   if (colours.transfer == "smpte2084" || colours.transfer == "arib-std-b67")
     work.colours = colour_work::tone_map;
+  work.transfer = colours.transfer;
   const bool rgb = v.pixels.starts_with("rgb") || v.pixels.starts_with("bgr") ||
                    v.pixels.starts_with("gbr") || v.pixels.starts_with("pal8") ||
                    v.pixels.starts_with("argb") || v.pixels.starts_with("abgr");

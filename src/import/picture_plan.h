@@ -41,14 +41,16 @@ struct picture_work {
   source_ratio rate{25, 1};  ///< of coded pictures
   bool top_first = true;     ///< of fields
   deinterlacing deinterlace = deinterlacing::none;
-  bool is_dense = false;     ///< the source has more pictures than are shown
-  source_ratio speed{1, 1};  ///< so many times as fast as the source
-  int turned = 0;            ///< degrees clockwise
-  bool mirrored = false;     ///< before it is turned
-  bool cropped = false;      ///< a part of the source's picture is taken
-  bool alpha = false;        ///< shown over black
+  bool source_top_first = true;  ///< of a source that is deinterlaced
+  bool is_dense = false;         ///< the source has more pictures than are shown
+  source_ratio speed{1, 1};      ///< so many times as fast as the source
+  int turned = 0;                ///< degrees clockwise
+  bool mirrored = false;         ///< before it is turned
+  bool cropped = false;          ///< a part of the source's picture is taken
+  bool alpha = false;            ///< shown over black
   colour_work colours = colour_work::scale;
-  std::string matrix{};  ///< of the source: "bt709", "smpte170m", "bt470bg", "bt2020nc", "rgb"
+  std::string matrix{};    ///< of the source: "bt709", "smpte170m", "bt470bg", "bt2020nc", "rgb"
+  std::string transfer{};  ///< of the source, where it is tone-mapped: "smpte2084"
   bool full_range = false;
 
   bool has_fields() const {

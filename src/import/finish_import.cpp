@@ -1,0 +1,117 @@
+#include "import/finish_import.h"
+
+#include "platform/files/file_slices.h"
+#include "platform/files/files.h"
+
+#include <fstream>
+#include <ios>
+
+namespace corvane {
+namespace {
+
+failure write_changes(std::fstream& file, const std::vector<byte_change>& changes) {
+  for (const byte_change& change : changes) {
+    file.seekp(static_cast<std::streamoff>(change.position));
+    file.put(static_cast<char>(change.value));
+  }
+  return file ? std::nullopt : failure("it cannot be written into");
+}
+
+failure change_file(const std::string& path, const video_finish& what) {
+  result<file_slices> slices = file_slices::open(path);
+  if (!slices)
+    return slices.error;
+  std::fstream file(path_of(path), std::ios::in | std::ios::out | std::ios::binary);
+  if (!file)
+    return failure("it cannot be written into");
+  video_finisher finisher(what);
+  for (;;) {
+    const auto slice = slices->next();
+    if (!slice)
+      return slice.error;
+    if (slice->empty())
+      break;
+    finisher.feed(slice->data(), slice->size());
+    if (finisher.why_not())
+      return finisher.why_not();
+    if (failure why = write_changes(file, finisher.take_changes()))
+      return why;
+  }
+  finisher.finish();
+  if (finisher.why_not())
+    return finisher.why_not();
+  if (failure why = write_changes(file, finisher.take_changes()))
+    return why;
+  file.seekp(0, std::ios::end);
+  file << finisher.ending();
+  file.close();
+  return file ? std::nullopt : failure("it cannot be written into");
+}
+
+failure give_names(const std::vector<std::string>& files) {
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    const failure why = move_entry(temporary_name(files[i]), files[i]);
+    if (!why)
+      continue;
+    for (std::size_t before = 0; before < i; ++before)
+      remove_all(files[before]);
+    return files[i] + ": " + *why;
+  }
+  return std::nullopt;
+}
+
+failure why_not_whole(const std::string& file, bool may_be_empty) {
+  const auto size = file_size(temporary_name(file));
+  if (!size)
+    return file + " was not made";
+  if (*size == 0 && !may_be_empty)
+    return file + " is empty";
+  return std::nullopt;
+}
+
+failure finish_streams(const import_job& job) {
+  if (failure why = why_not_whole(job.files.video, false))
+    return why;
+  for (const std::string& sound : job.files.sounds)
+    if (failure why = why_not_whole(sound, false))
+      return why;
+  // Subtitles may have nothing to say.
+  for (const std::string& text : job.files.texts)
+    if (failure why = why_not_whole(text, true))
+      return why;
+  if (failure why = finish_video_file(temporary_name(job.files.video), finish_of(job.plan)))
+    return job.files.video + ": " + *why;
+  return give_names(job.files.all());
+}
+
+}  // namespace
+
+failure finish_video_file(const std::string& file, const video_finish& what) {
+  return what == video_finish{} ? std::nullopt : change_file(file, what);
+}
+
+video_finish finish_of(const import_plan& plan) {
+  video_finish what;
+  if (plan.video.fate == stream_fate::copied) {
+    what.pulldown = plan.video.may_need_pulldown;
+  } else {
+    what.end_code = true;
+    what.pulldown = plan.video.work.motion == picture_motion::film;
+  }
+  return what;
+}
+
+failure finish_import(const import_job& job) {
+  failure why = finish_streams(job);
+  if (why)
+    remove_unfinished(job);
+  return why;
+}
+
+void remove_unfinished(const import_job& job) {
+  for (const std::string& file : job.files.all())
+    remove_all(temporary_name(file));
+  remove_all(notes_file(job.files));
+}
+
+}  // namespace corvane
