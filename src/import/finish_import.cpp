@@ -1,5 +1,6 @@
 #include "import/finish_import.h"
 
+#include "import/subrip_times.h"
 #include "platform/files/file_slices.h"
 #include "platform/files/files.h"
 
@@ -69,6 +70,25 @@ failure why_not_whole(const std::string& file, bool may_be_empty) {
   return std::nullopt;
 }
 
+/// ffmpeg can move the times of a text, but has no way to make them shorter.
+failure finish_text(const std::string& file, source_ratio speed) {
+  constexpr std::uintmax_t most = std::uintmax_t{64} << 20;
+  const result<std::string> text = read_file(file, most);
+  if (!text)
+    return text.error;
+  return write_file(file, subrip_at_speed(*text, speed));
+}
+
+failure finish_texts(const import_job& job) {
+  const source_ratio speed = job.plan.video.work.speed;
+  if (speed == source_ratio{1, 1})
+    return std::nullopt;
+  for (const std::string& text : job.files.texts)
+    if (failure why = finish_text(temporary_name(text), speed))
+      return text + ": " + *why;
+  return std::nullopt;
+}
+
 failure finish_streams(const import_job& job) {
   if (failure why = why_not_whole(job.files.video, false))
     return why;
@@ -81,6 +101,8 @@ failure finish_streams(const import_job& job) {
       return why;
   if (failure why = finish_video_file(temporary_name(job.files.video), finish_of(job.plan)))
     return job.files.video + ": " + *why;
+  if (failure why = finish_texts(job))
+    return why;
   return give_names(job.files.all());
 }
 

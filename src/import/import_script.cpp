@@ -32,10 +32,6 @@ bool has_two_passes(const import_job& job) {
          job.bits.quality != import_quality::constant;
 }
 
-bool is_faster(const import_plan& plan) {
-  return plan.video.work.speed != source_ratio{1, 1};
-}
-
 // Warnings and a line of progress a second; nothing is read from the keyboard. Turning is up to the
 // filters, which deinterlace first.
 void add_source(arguments& a, const import_job& job) {
@@ -93,22 +89,13 @@ void add_text(arguments& a, const std::string& stream, const std::string& file) 
   a.add({"-map", stream, "-c:s", "srt", "-f", "srt", temporary_name(file)});
 }
 
-/// Texts that must be slower or faster, or that have a file of their own, have a run of their own.
+/// A text that has a file of its own has a run of its own.
 argument_list text_arguments(const import_job& job, std::size_t number) {
-  const text_plan& text = job.plan.texts[number];
   arguments a;
-  a.add({"-nostdin", "-hide_banner", "-y", "-v", "warning"});
-  if (is_faster(job.plan))
-    a.add({"-itsscale", decimal_text(1 / job.plan.video.work.speed.value(), 9)});
-  if (text.stream && job.plan.begin != 0)
-    a.add({"-itsoffset", decimal_text(-job.plan.begin, 6)});
-  a.add({"-i", text.stream ? job.source : text.file.file});
-  add_text(a, stream_of_source(text.stream.value_or(0)), job.files.texts[number]);
+  a.add(
+      {"-nostdin", "-hide_banner", "-y", "-v", "warning", "-i", job.plan.texts[number].file.file});
+  add_text(a, stream_of_source(0), job.files.texts[number]);
   return a.take();
-}
-
-bool is_with_the_film(const import_job& job, const text_plan& text) {
-  return text.stream.has_value() && !is_faster(job.plan);
 }
 
 void put_line(std::string& text, const std::string& line) {
@@ -160,7 +147,7 @@ argument_list import_arguments(const import_job& job, bool first_pass) {
   for (std::size_t i = 0; i < job.plan.sound.streams.size(); ++i)
     add_sound(a, job, i);
   for (std::size_t i = 0; i < job.plan.texts.size(); ++i)
-    if (is_with_the_film(job, job.plan.texts[i]))
+    if (job.plan.texts[i].stream)
       add_text(a, stream_of_source(*job.plan.texts[i].stream), job.files.texts[i]);
   return a.take();
 }
@@ -177,7 +164,7 @@ std::string import_script(const std::vector<import_job>& jobs, const std::string
     put_line(text, "echo " + step_line(import_step(job, false, style)));
     put_line(text, command(app, import_arguments(job, false), style));
     for (std::size_t i = 0; i < job.plan.texts.size(); ++i)
-      if (!is_with_the_film(job, job.plan.texts[i]))
+      if (!job.plan.texts[i].stream)
         put_line(text, command(app, text_arguments(job, i), style));
     if (has_two_passes(job))
       put_line(text, "erase " + in_double_quotes(notes_file(job.files)));

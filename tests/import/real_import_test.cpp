@@ -1,0 +1,383 @@
+// Files as people have them become titles that examination finds nothing on: planned by facts as a
+// prober would give them, run by the interpreter of work scripts with the ffmpeg of this system,
+// finished, and examined whole.
+#include "examine/examination.h"
+#include "import/finish_import.h"
+#include "import/import_script.h"
+#include "made_source.h"
+#include "runner/script_interpreter.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace corvane {
+namespace {
+
+using import_test::made_disc_video;
+using import_test::made_sound;
+using import_test::made_source;
+using import_test::made_text;
+using import_test::made_video;
+
+namespace fs = std::filesystem;
+
+/// What scripts print is kept.
+class quiet_host final : public system_script_host {
+ public:
+  using system_script_host::system_script_host;
+  void print(std::string_view text) override { printed += text; }
+  std::string printed;
+};
+
+std::string source_path(const std::string& name) {
+  return std::string(CORVANE_IMPORT_SOURCES "/") + name;
+}
+
+class RealImport : public testing::Test {
+ protected:
+  RealImport() {
+    fs::create_directories(path_of(folder_.path("app/bin")));
+    fs::create_directories(path_of(folder_.path("out")));
+    fs::create_symlink(CORVANE_FFMPEG, path_of(folder_.path("app/bin/ffmpeg.exe")));
+  }
+
+  import_job job_for(const std::string& source, const source_facts& facts,
+                     const import_choices& choices = {}, const titleset_demands& demands = {}) {
+    import_job job;
+    job.source = source_path(source);
+    job.plan = import_plan_for(facts, {}, demands, choices, video_standard::ntsc);
+    EXPECT_EQ(job.plan.problem, "");
+    job.files = import_names(folder_.path("out"), job.source, job.plan, entry_exists);
+    job.bits = {choices.quality, choices.mean_rate, 9'000'000, choices.quantizer};
+    return job;
+  }
+
+  bool run(const import_job& job) {
+    quiet_host host(folder_.path("app/bin"));
+    const bool well = run_script(import_script({job}, folder_.path("app")), host);
+    EXPECT_TRUE(well) << host.printed;
+    return well;
+  }
+
+  void import(const import_job& job) {
+    ASSERT_TRUE(run(job));
+    EXPECT_EQ(finish_import(job), std::nullopt);
+    for (const std::string& file : job.files.all())
+      EXPECT_TRUE(file_exists(file)) << file;
+    // No temporary names, no notes.
+    EXPECT_EQ(files_in(folder_.path("out")).size(), job.files.all().size());
+  }
+
+  /// What is found about the title that the files make, each as "rule: what".
+  std::vector<std::string> findings(const import_job& job) {
+    disc_description d;
+    d.standard = *job.plan.demands.standard;
+    disc_title title;
+    title.is_multiplexed_here = true;
+    title.streams = {stored_from_native(job.files.video)};
+    for (const std::string& sound : job.files.sounds)
+      title.streams.push_back(stored_from_native(sound));
+    title.delay = number_of(std::to_string(job.plan.sound.delay()));
+    d.titles.push_back(title);
+    examination look(d, examination::depth::whole_files, store_);
+    while (look.step(1000)) {
+    }
+    std::vector<std::string> found;
+    for (const finding& f : look.findings())
+      found.push_back(f.rule + ": " + f.found);
+    return found;
+  }
+
+  video_facts video_of_job(const import_job& job) {
+    const auto facts = store_.find(job.files.video, true);
+    return facts != nullptr && facts->video ? *facts->video : video_facts{};
+  }
+  audio_facts sound_of_job(const import_job& job, std::size_t number = 0) {
+    const auto facts = store_.find(job.files.sounds.at(number), true);
+    return facts != nullptr && facts->audio ? *facts->audio : audio_facts{};
+  }
+
+  testing_support::temporary_folder folder_;
+  fact_store store_;
+};
+
+const std::vector<std::string> nothing;
+
+// In step ----------------------------------------------------------------------------------------
+
+class InStep : public RealImport {
+ protected:
+  /// When the picture becomes white, by its number and so many pictures a second, in seconds.
+  std::vector<double> flashes(const import_job& job, double rate) {
+    const std::string bytes =
+        decoded(job.files.video, "-vf scale=16:16 -pix_fmt gray -fps_mode passthrough -f rawvideo");
+    std::vector<double> times;
+    bool was_white = false;
+    for (std::size_t at = 0; at + 256 <= bytes.size(); at += 256) {
+      const bool white = static_cast<unsigned char>(bytes[at + 136]) > 100;  // the middle
+      if (white && !was_white)
+        times.push_back(static_cast<double>(at) / 256.0 / rate);
+      was_white = white;
+    }
+    return times;
+  }
+
+  std::vector<double> tones(const import_job& job) {
+    const std::string bytes = decoded(job.files.sounds.at(0), "-ac 1 -ar 48000 -f s16le");
+    std::vector<double> times;
+    std::size_t last = 0;
+    for (std::size_t at = 0; at + 2 <= bytes.size(); at += 2) {
+      const int sample = static_cast<signed char>(bytes[at + 1]);  // its upper half
+      if (std::abs(sample) < 8)
+        continue;
+      if (times.empty() || at - last > 96'000)
+        times.push_back(static_cast<double>(at) / 96'000);
+      last = at;
+    }
+    return times;
+  }
+
+  void expect_marks(const import_job& job, double rate, double speed) {
+    const std::vector<double> seen = flashes(job, rate), heard = tones(job);
+    ASSERT_EQ(seen.size(), 3u);
+    ASSERT_EQ(heard.size(), 3u);
+    for (std::size_t mark = 0; mark < 3; ++mark) {
+      const double at = (1 + 5 * static_cast<double>(mark)) / speed;
+      EXPECT_NEAR(seen[mark], at, 0.021);
+      EXPECT_NEAR(heard[mark], at, 0.008);
+    }
+  }
+
+  source_facts facts(double picture, double sound, const std::string& codec) {
+    source_stream video = made_video(320, 240, {24, 1});
+    video.start = picture;
+    video.length = 12;
+    source_stream tone = made_sound(codec, 1, {}, 44100);
+    tone.start = sound;
+    return made_source(video, tone);
+  }
+
+ private:
+  std::string decoded(const std::string& file, const std::string& how) {
+    quiet_host host(folder_.path("app/bin"));
+    EXPECT_TRUE(run_script("\"" + folder_.path("app/bin/ffmpeg.exe") +
+                               "\" -nostdin -v error -y -i \"" + file + "\" " + how + " \"" +
+                               folder_.path("decoded") + "\"\r\n",
+                           host))
+        << host.printed;
+    return folder_.read("decoded");
+  }
+};
+
+TEST_F(InStep, SoundThatBeginsBeforeThePicture) {
+  titleset_demands pal;
+  pal.standard = video_standard::pal;
+  const import_job job = job_for("early.mkv", facts(2, 0, "pcm_s16le"), {}, pal);
+  EXPECT_EQ(job.plan.video.work.motion, picture_motion::made_fields);
+  import(job);
+  EXPECT_EQ(findings(job), nothing);
+  expect_marks(job, 25, 1);
+}
+
+TEST_F(InStep, SoundThatBeginsAfterThePicture) {
+  const import_job job = job_for("late.mp4", facts(0, 0.5, "aac"));
+  EXPECT_EQ(job.plan.video.work.motion, picture_motion::film);
+  import(job);
+  EXPECT_EQ(findings(job), nothing);
+  expect_marks(job, 24 / 1.001, 1);
+}
+
+TEST_F(InStep, FilmThatIsMadeFaster) {
+  import_choices choices;
+  choices.film_by_speed = true;
+  titleset_demands pal;
+  pal.standard = video_standard::pal;
+  const import_job job = job_for("early.mkv", facts(2, 0, "pcm_s16le"), choices, pal);
+  import(job);
+  EXPECT_EQ(findings(job), nothing);
+  expect_marks(job, 25, 25.0 / 24);
+}
+
+TEST_F(RealImport, APhonesTurnedFilm) {
+  source_stream video = made_video(640, 360, {30, 1});
+  video.video.turned = 90;
+  video.length = 4;
+  source_stream sound = made_sound("aac", 1, "eng", 44100);
+  sound.start = 0.376;
+  const import_job job = job_for("phone.mp4", made_source(video, sound));
+  import(job);
+  EXPECT_EQ(findings(job), nothing);
+  const video_facts facts = video_of_job(job);
+  EXPECT_EQ(facts.standard, video_standard::ntsc);
+  EXPECT_EQ(facts.shape->width, 704);
+  EXPECT_EQ(facts.shape->aspect_code, 2);
+  EXPECT_EQ(facts.pictures, 120u);
+  EXPECT_TRUE(facts.end_code);
+  EXPECT_NEAR(seconds_of(sound_of_job(job).length), 4, 0.04);
+}
+
+TEST_F(RealImport, CinemaWithPulldownChaptersAndText) {
+  source_stream video = made_video(960, 400, {24000, 1001});
+  video.codec = "hevc";
+  video.video.pixels = "yuv420p10le";
+  video.length = 4.004;
+  source_facts facts = made_source(video, made_sound("flac", 6), made_text("ass"));
+  facts.chapters = {{0, 1.3, ""}, {1.3, 4, ""}};
+  const import_job job = job_for("film.mkv", facts);
+  import(job);
+  EXPECT_EQ(findings(job), nothing);
+  const video_facts made = video_of_job(job);
+  EXPECT_EQ(made.pictures, 96u);
+  EXPECT_EQ(made.repeated_fields, 48u);
+  EXPECT_NEAR(made.seconds, 4.004, 1e-6);
+  EXPECT_EQ(made.shape->rate_numerator, 30000);
+  EXPECT_EQ(made.shape->aspect_code, 3);
+  // The chapter begins a unit: picture 31, the nearest, at 1.293 s of display.
+  EXPECT_TRUE(std::any_of(made.unit_begins.begin(), made.unit_begins.end(),
+                          [](double at) { return std::abs(at - 1.3) < 0.021; }));
+  EXPECT_EQ(sound_of_job(job).first->channels, 6);
+  const auto text = read_file(job.files.texts.at(0), 1000);
+  ASSERT_TRUE(text);
+  EXPECT_NE(text->find("00:00:00,500 --> 00:00:02,000"), std::string::npos) << *text;
+  EXPECT_NE(text->find("f\xC3\xBCr"), std::string::npos);
+}
+
+TEST_F(RealImport, FilmBySpeedForPal) {
+  source_stream video = made_video(960, 400, {24000, 1001});
+  video.length = 4.004;
+  import_choices choices;
+  choices.film_by_speed = true;
+  titleset_demands pal;
+  pal.standard = video_standard::pal;
+  const import_job job = job_for(
+      "film.mkv", made_source(video, made_sound("flac", 6), made_text("ass")), choices, pal);
+  import(job);
+  EXPECT_EQ(findings(job), nothing);
+  EXPECT_EQ(video_of_job(job).pictures, 96u);
+  EXPECT_NEAR(video_of_job(job).seconds, 3.84, 1e-6);
+  EXPECT_NEAR(seconds_of(sound_of_job(job).length), 3.84, 0.04);
+  const auto text = read_file(job.files.texts.at(0), 1000);
+  EXPECT_NE(text->find("00:00:00,480 --> 00:00:01,918"), std::string::npos) << *text;
+}
+
+TEST_F(RealImport, PicturesAtUnevenTimesInConstantQuality) {
+  source_stream video = made_video(640, 480, {26, 1});
+  video.video.variable_rate = true;
+  video.start = 0.007;
+  video.length = 4;
+  source_stream sound = made_sound("opus", 1);
+  sound.start = -0.007;
+  source_facts facts = made_source(video, sound);
+  facts.start = -0.007;
+  import_choices choices;
+  choices.quality = import_quality::constant;
+  const import_job job = job_for("uneven.mkv", facts, choices);
+  import(job);
+  EXPECT_EQ(findings(job), nothing);
+  EXPECT_NEAR(static_cast<double>(video_of_job(job).pictures), 120, 1);
+  EXPECT_NEAR(seconds_of(sound_of_job(job).length), 4, 0.04);
+}
+
+TEST_F(RealImport, ACamerasFieldsBecomeFields) {
+  source_stream video = made_video(720, 540, {25, 1}, source_ratio{4, 3});
+  video.codec = "mpeg2video";
+  video.video.fields = source_fields::top_first;
+  video.start = 1.44;
+  video.length = 4;
+  source_stream sound = made_sound("mp2", 1);
+  sound.bit_rate = 384'000;
+  sound.start = 1.429978;
+  source_facts facts = made_source(video, sound);
+  facts.start = 1.429978;
+  const import_job job = job_for("camera.ts", facts);
+  import(job);
+  EXPECT_EQ(findings(job), nothing);
+  const video_facts made = video_of_job(job);
+  EXPECT_EQ(made.pictures, 100u);
+  EXPECT_EQ(made.shape->rate_numerator, 25);
+  EXPECT_FALSE(made.shape->progressive_sequence);
+  EXPECT_EQ(made.shape->aspect_code, 3);
+  EXPECT_EQ(job.plan.sound.delay(), 10);
+}
+
+TEST_F(RealImport, ATapesFieldsStayInTheirOrder) {
+  source_stream video = made_video(720, 480, {30000, 1001}, source_ratio{8, 9});
+  video.codec = "dvvideo";
+  video.video.pixels = "yuv411p";
+  video.video.fields = source_fields::bottom_first;
+  video.length = 4.004;
+  const import_job job = job_for("tape.avi", made_source(video, made_sound("pcm_s16le", 1)));
+  import(job);
+  EXPECT_EQ(findings(job), nothing);
+  const video_facts made = video_of_job(job);
+  EXPECT_EQ(made.shape->width, 720);
+  EXPECT_EQ(made.pictures, 120u);
+  EXPECT_FALSE(made.shape->progressive_sequence);
+}
+
+TEST_F(RealImport, WhatADiscTakesComesOutByteForByte) {
+  const std::string video_bytes = *read_file(source_path("ready.m2v"), 1u << 30);
+  const std::string sound_bytes = *read_file(source_path("ready.ac3"), 1u << 30);
+  for (const char* const name : {"ready.mpg", "ready.mkv"}) {
+    SCOPED_TRACE(name);
+    source_stream video = made_disc_video(), sound = made_sound("ac3");
+    source_facts facts = made_source(video, sound);
+    if (name == std::string("ready.mpg"))  // navigation comes first there
+      for (source_stream& stream : facts.streams)
+        ++stream.index;
+    const import_job job = job_for(name, facts);
+    EXPECT_EQ(job.plan.video.fate, stream_fate::copied);
+    ASSERT_TRUE(run(job));
+    EXPECT_EQ(finish_import(job), std::nullopt);
+    EXPECT_TRUE(*read_file(job.files.video, 1u << 30) == video_bytes);
+    EXPECT_TRUE(*read_file(job.files.sounds.at(0), 1u << 30) == sound_bytes);
+    EXPECT_EQ(findings(job), nothing);
+  }
+}
+
+TEST_F(RealImport, AFilmWithoutSoundGetsSilence) {
+  source_stream video = made_disc_video();
+  video.index = 0;
+  video.length = 4;
+  source_facts facts = made_source(video);
+  titleset_demands two;
+  two.standard = video_standard::ntsc;
+  two.sounds = {{disc_sound::mp2, 2, ""}, {disc_sound::ac3, 1, ""}};
+  const import_job job = job_for("ready.mkv", facts, {}, two);
+  import(job);
+  EXPECT_EQ(findings(job), nothing);
+  EXPECT_EQ(sound_of_job(job, 0).kind, audio_kind::mpeg_layer_2);
+  EXPECT_EQ(sound_of_job(job, 1).first->channels, 1);
+  EXPECT_NEAR(seconds_of(sound_of_job(job, 1).length), 4, 0.04);
+}
+
+TEST_F(RealImport, WhatFailsLeavesNothing) {
+  folder_.add("out/damaged.mp4", "no medium");
+  source_stream video = made_video(640, 480, {25, 1});
+  import_job job = job_for("phone.mp4", made_source(video, made_sound("aac")));
+  job.source = folder_.path("out/damaged.mp4");
+  quiet_host host(folder_.path("app/bin"));
+  EXPECT_FALSE(run_script(import_script({job}, folder_.path("app")), host));
+  EXPECT_EQ(finish_import(job), job.files.video + " was not made");
+  EXPECT_EQ(files_in(folder_.path("out")), std::vector<std::string>{"damaged.mp4"});
+}
+
+TEST_F(RealImport, WhatHasComeMeanwhileIsNotReplaced) {
+  const import_job job = job_for("ready.mkv", made_source(made_disc_video(), made_sound("ac3")));
+  ASSERT_TRUE(run(job));
+  folder_.add("out/ready.ac3", "another's");
+  const failure why = finish_import(job);
+  ASSERT_TRUE(why);
+  EXPECT_NE(why->find("ready.ac3: "), std::string::npos) << *why;
+  EXPECT_EQ(files_in(folder_.path("out")), std::vector<std::string>{"ready.ac3"});
+  EXPECT_EQ(folder_.read("out/ready.ac3"), "another's");
+}
+
+}  // namespace
+}  // namespace corvane
