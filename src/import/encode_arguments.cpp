@@ -8,6 +8,13 @@
 namespace corvane {
 namespace {
 
+// A disc allows a buffer of 1,835,008 bits. But players read for a tenth of a second before they
+// show the first picture, and a stream of a high rate that takes all of that buffer soon after its
+// beginning comes too late (mplex ends with under-runs). What a buffer of this size evens out has
+// been read by then, or nearly, and no picture is seen to be worse for it.
+constexpr std::int64_t buffer_bits = 1'200'000;
+constexpr std::int64_t first_bits = 800'000;
+
 std::string number(std::int64_t n) {
   return std::to_string(n);
 }
@@ -131,16 +138,28 @@ std::string picture_filter(const picture_work& work) {
 argument_list video_encoder(const picture_work& work, const video_bits& bits,
                             const std::vector<double>& chapters) {
   const bool constant = bits.quality == import_quality::constant;
-  argument_list a = {"-c:v",     "mpeg2video",
-                     "-pix_fmt", "yuv420p",
-                     "-aspect",  work.geometry.aspect == disc_aspect::four_three ? "4:3" : "16:9",
-                     "-g",       number(work.group()),
-                     "-bf",      "2",
-                     "-dc",      "10",
-                     "-mbd",     "rd",
-                     "-b:v",     number(constant ? bits.peak : bits.mean),
-                     "-maxrate", number(bits.peak),
-                     "-bufsize", "1835008"};
+  argument_list a = {"-c:v",
+                     "mpeg2video",
+                     "-pix_fmt",
+                     "yuv420p",
+                     "-aspect",
+                     work.geometry.aspect == disc_aspect::four_three ? "4:3" : "16:9",
+                     "-g",
+                     number(work.group()),
+                     "-bf",
+                     "2",
+                     "-dc",
+                     "10",
+                     "-mbd",
+                     "rd",
+                     "-b:v",
+                     number(constant ? bits.peak : bits.mean),
+                     "-maxrate",
+                     number(bits.peak),
+                     "-bufsize",
+                     number(buffer_bits),
+                     "-rc_init_occupancy",
+                     number(first_bits)};
   const auto add = [&a](std::initializer_list<std::string> more) {
     a.insert(a.end(), more.begin(), more.end());
   };

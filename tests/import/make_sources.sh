@@ -59,6 +59,10 @@ ff -i marks.mkv -itsoffset 0.5 -f lavfi \
 # shellcheck disable=SC2086
 ff -f lavfi -i "$(picture 640x480 30)" -f lavfi -i "$(tone 48000)" \
   -vf "select='not(eq(mod(n,7),3))'" -fps_mode vfr $h264 -c:a libopus uneven.mkv
+# More bits than there can be.
+# shellcheck disable=SC2086
+ff -f lavfi -i "testsrc2=size=704x480:rate=30000/1001:duration=5,noise=alls=35:allf=t" \
+  -f lavfi -i "anoisesrc=sample_rate=48000:duration=5" $h264 -crf 8 -c:a flac -ac 6 noise.mkv
 # A camera's fields.
 ff -f lavfi -i "$(picture 720x540 50)" -f lavfi -i "$(tone 48000)" \
   -vf interlace,setsar=4/3 -c:v mpeg2video -flags +ilme+ildct -top 1 -b:v 6M -c:a mp2 camera.ts

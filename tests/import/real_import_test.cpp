@@ -2,6 +2,7 @@
 // prober would give them, run by the interpreter of work scripts with the ffmpeg of this system,
 // finished, and examined whole.
 #include "examine/examination.h"
+#include "import/disc_budget.h"
 #include "import/finish_import.h"
 #include "import/import_script.h"
 #include "made_source.h"
@@ -319,6 +320,25 @@ TEST_F(RealImport, ATapesFieldsStayInTheirOrder) {
   EXPECT_EQ(made.shape->width, 720);
   EXPECT_EQ(made.pictures, 120u);
   EXPECT_FALSE(made.shape->progressive_sequence);
+}
+
+// Hard to code, at the highest rates that are ever asked for.
+TEST_F(RealImport, NoiseStaysWithinWhatPlayersRead) {
+  source_stream video = made_video(704, 480, {30000, 1001}, source_ratio{10, 11});
+  video.length = 5.005;
+  for (const import_quality quality : {import_quality::mean_rate, import_quality::constant}) {
+    import_choices choices;
+    choices.quality = quality;
+    choices.quantizer = 2;
+    choices.mean_rate = most_mean_rate;
+    import_job job = job_for("noise.mkv", made_source(video, made_sound("flac", 6)), choices);
+    job.bits.peak = peak_rate_beside(448'000);
+    import(job);
+    EXPECT_EQ(findings(job), nothing);
+    EXPECT_GT(video_of_job(job).average_rate, 5e6);
+    for (const std::string& file : job.files.all())
+      EXPECT_FALSE(remove_all(file));
+  }
 }
 
 TEST_F(RealImport, WhatADiscTakesComesOutByteForByte) {
