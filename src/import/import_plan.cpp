@@ -16,6 +16,7 @@ class planner {
           const titleset_demands& demands, const import_choices& choices, video_standard preferred)
       : file_(file), beside_(beside), choices_(choices) {
     plan_.demands = decided_by(file, demands, preferred);
+    plan_.source_bytes = file.bytes;
   }
 
   import_plan plan() {

@@ -11,6 +11,7 @@
 #include "import/sound_plan.h"
 #include "import/titleset.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -44,6 +45,7 @@ struct import_plan {
   titleset_demands demands{};  ///< with standard and proportions, which the file may have decided
   double begin = 0;            ///< of the picture, seconds after the beginning of the file
   double seconds = 0;          ///< that the title lasts; 0: not known
+  std::int64_t source_bytes = 0;  ///< of the whole file
   video_plan video{};
   sound_plan sound{};
   std::vector<text_plan> texts{};

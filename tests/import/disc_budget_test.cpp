@@ -54,9 +54,10 @@ TEST(DiscBudget, WhatIsThereTakesItsPart) {
 TEST(DiscBudget, AShortFilmHasNoMoreThanAPlayerReads) {
   EXPECT_EQ(video_rate_to_fill(double_layer_bytes, 0, one_of(10 * minutes)), most_mean_rate);
   // Eight sounds of 448 kb/s leave less.
-  EXPECT_EQ(video_rate_to_fill(double_layer_bytes, 0, one_of(10 * minutes, 8 * 448'000)),
-            peak_rate_beside(8 * 448'000));
-  EXPECT_EQ(peak_rate_beside(8 * 448'000), 6'216'000);
+  EXPECT_EQ(
+      video_rate_to_fill(double_layer_bytes, 0, one_of(10 * minutes, std::int64_t{8} * 448'000)),
+      peak_rate_beside(std::int64_t{8} * 448'000));
+  EXPECT_EQ(peak_rate_beside(std::int64_t{8} * 448'000), 6'216'000);
   EXPECT_EQ(peak_rate_beside(192'000), 9'000'000);
 }
 

@@ -53,7 +53,8 @@ TEST(ImportPlan, EachSizeOfADiscIsCopied) {
     source_stream video = made_disc_video();
     video.video.width = size.width;
     video.video.height = size.height;
-    video.video.pixel_aspect = source_ratio{4 * size.height, 3 * size.width};
+    video.video.pixel_aspect =
+        source_ratio{std::int64_t{4} * size.height, std::int64_t{3} * size.width};
     EXPECT_EQ(planned(made_source(video)).video.fate, stream_fate::copied) << size.width;
   }
 }

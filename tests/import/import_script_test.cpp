@@ -37,7 +37,7 @@ std::string script_of(path_style style, const std::vector<import_job>& jobs) {
 }
 
 import_plan plan_of(const source_facts& file, const std::vector<sidecar>& beside = {},
-                    const import_choices& choices = {}, titleset_demands demands = {}) {
+                    const import_choices& choices = {}, const titleset_demands& demands = {}) {
   return import_plan_for(file, beside, demands, choices, video_standard::ntsc);
 }
 

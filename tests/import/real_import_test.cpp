@@ -134,8 +134,8 @@ class InStep : public RealImport {
     std::vector<double> times;
     std::size_t last = 0;
     for (std::size_t at = 0; at + 2 <= bytes.size(); at += 2) {
-      const int sample = static_cast<signed char>(bytes[at + 1]);  // its upper half
-      if (std::abs(sample) < 8)
+      const int upper = static_cast<unsigned char>(bytes[at + 1]);  // with the sign
+      if (upper < 8 || upper > 0xFF - 8)
         continue;
       if (times.empty() || at - last > 96'000)
         times.push_back(static_cast<double>(at) / 96'000);
