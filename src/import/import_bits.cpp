@@ -22,6 +22,7 @@ budget_title title_of(const import_job& job) {
 
 std::vector<budget_title> titles_of(const std::vector<import_job>& jobs) {
   std::vector<budget_title> titles;
+  titles.reserve(jobs.size());
   for (const import_job& job : jobs)
     titles.push_back(title_of(job));
   return titles;
