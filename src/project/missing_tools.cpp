@@ -11,8 +11,9 @@ namespace {
 
 const outside_tool& tool_named(const std::string& name) {
   const auto& tools = outside_tools();
-  return *std::find_if(tools.begin(), tools.end(),
-                       [&name](const outside_tool& tool) { return tool.name == name; });
+  const auto found = std::find_if(tools.begin(), tools.end(),
+                                  [&name](const outside_tool& tool) { return tool.name == name; });
+  return found == tools.end() ? import_tool() : *found;
 }
 
 /// How the system calls the tool: on Windows a person looks for a file.

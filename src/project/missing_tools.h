@@ -13,9 +13,9 @@
 
 namespace corvane {
 
-/// A message that names the tools of `names` (as `outside_tools` has them) that cannot be started
-/// and where they come from, a line each; empty when all are there. `app`: the program folder,
-/// native.
+/// A message that names the tools of `names` (`outside_tools` or `import_tool`) that cannot be
+/// started and where they come from, a line each; empty when all are there. `app`: the program
+/// folder, native.
 std::string missing_tools(const std::string& app, const std::vector<std::string>& names,
                           path_style style = native_style());
 

@@ -54,6 +54,13 @@ TEST_F(BinLinks, LeadToTheToolsOnThePath) {
   EXPECT_FALSE(fs::exists(fs::symlink_status(link("gm"))));
 }
 
+TEST_F(BinLinks, LeadToFfmpegWhereItIsInstalled) {
+  const std::string ffmpeg = add_tool("tools/ffmpeg");
+  enter();
+  EXPECT_EQ(target("ffmpeg"), ffmpeg);
+  EXPECT_TRUE(tool_is_there(app(), "ffmpeg"));
+}
+
 TEST_F(BinLinks, MkisofsMayBeGenisoimage) {
   const std::string fork = add_tool("tools/genisoimage");
   enter();

@@ -31,6 +31,15 @@ TEST_F(MissingTools, NothingIsToldWhenAllAreThere) {
   tell_missing_tools(doc, folder.path());
 }
 
+// Only import needs it.
+TEST_F(MissingTools, FfmpegIsToldWhereItIsNeededAndNotAtTheStart) {
+  EXPECT_EQ(missing_tools_notice(folder.path(), path_style::posix), "");
+  EXPECT_EQ(missing_tools(folder.path(), {"ffmpeg"}, path_style::posix),
+            "ffmpeg is not installed.  It comes with the package ffmpeg.");
+  put("ffmpeg");
+  EXPECT_EQ(missing_tools(folder.path(), {"ffmpeg"}, path_style::posix), "");
+}
+
 TEST_F(MissingTools, OnLinuxThePackagesAreNamedOnce) {
   take("mplex");
   take("jpeg2yuv");

@@ -18,6 +18,11 @@ const std::vector<outside_tool>& outside_tools() {
   return tools;
 }
 
+const outside_tool& import_tool() {
+  static const outside_tool ffmpeg{"ffmpeg", {"ffmpeg"}, "ffmpeg", "https://ffmpeg.org"};
+  return ffmpeg;
+}
+
 std::string tool_path(const std::string& folder, const std::string& name) {
   return join_path(join_path(folder, "bin"), name + ".exe");
 }

@@ -25,6 +25,10 @@ struct outside_tool {
 /// mkisofs (genisoimage).
 const std::vector<outside_tool>& outside_tools();
 
+/// ffmpeg, which makes streams of what people have. Only that needs it, and nobody is told at the
+/// start that it is missing.
+const outside_tool& import_tool();
+
 /// Where the program folder is (native, absolute), without making it.
 std::string program_folder();
 

@@ -67,7 +67,9 @@ failure refresh_link(const fs::path& link, const std::optional<std::string>& tar
 }
 
 failure refresh_links(const std::string& folder) {
-  for (const outside_tool& tool : outside_tools())
+  std::vector<outside_tool> tools = outside_tools();
+  tools.push_back(import_tool());
+  for (const outside_tool& tool : tools)
     if (const failure why = refresh_link(path_of(tool_path(folder, tool.name)), installed(tool)))
       return why;
   return refresh_link(path_of(tool_path(folder, "conspawn")), own_conspawn());
