@@ -87,6 +87,8 @@ struct shelled::state {
   bool metered_to_its_end = true;  ///< the meter has seen all lines as they came
   steady::time_point began{}, whole_told{};
   bool cleanup = false;
+  std::string log_name = run_file::log;
+  bool tells_outcome = true;
   std::function<run_settled(run_outcome)> settle{};
   std::function<void()> alive{};
   std::function<bool()> gives_up_earlier{};
@@ -97,7 +99,7 @@ struct shelled::state {
   bool broken_off = false;
   run_outcome outcome = run_outcome::none;
 
-  std::string log_path() const { return join_path(app, run_file::log); }
+  std::string log_path() const { return join_path(app, log_name); }
   run_trouble log_trouble(const std::string& why) const {
     return {log_path(),
             (log.is_in_place() ? "could not be written whole: " : "could not be written: ") + why};
@@ -425,7 +427,8 @@ void shelled::state::finish() {
     note(troubles);
   }
   listener.finished(end_of_run(std::move(troubles)));
-  say_outcome(failed);
+  if (tells_outcome)
+    say_outcome(failed);
 }
 
 void shelled::state::leave() {
@@ -486,6 +489,8 @@ shelled::~shelled() = default;
 void shelled::ExecuteCommand(std::string_view command_line, const run_options& options) {
   if (running())
     return;
+  s_->log_name = options.log;
+  s_->tells_outcome = options.tells_outcome;
   s_->begin(options.first_lines);
   if (!command_line.empty())
     CommandLine = command_line;

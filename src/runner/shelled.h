@@ -4,6 +4,7 @@
 
 #include "platform/processes/process.h"
 #include "project/prompts.h"
+#include "runner/run_files.h"
 #include "runner/run_listener.h"
 
 #include <functional>
@@ -40,6 +41,12 @@ struct run_options {
   /// Whether `settle` will remove `removed` after this success and not put it back, for what is
   /// told meanwhile; asked before it is called. Without one: it will.
   std::function<bool()> gives_up_earlier{};
+
+  std::string log = run_file::log;  ///< name of the log file, in the program folder
+
+  /// Whether the user is told at the end how the run went. Whoever tells it himself learns it from
+  /// `run_listener::finished`.
+  bool tells_outcome = true;
 };
 
 class shelled {

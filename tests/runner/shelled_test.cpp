@@ -52,6 +52,32 @@ TEST(Shelled, LogBeginsWithTheFirstLinesOfTheRun) {
   EXPECT_EQ(run.log(), options.first_lines + "a \r\n *process complete \r\n \r\n");
 }
 
+TEST(Shelled, LogOfAnotherNameLeavesThatOfTheLastDiscAlone) {
+  fake_run run;
+  run.app.add("CorvaneLOG.txt", "of the disc");
+  run_options options;
+  options.log = "other.txt";
+  ASSERT_TRUE(run.lock.take());
+  run.runner.ExecuteCommand(run.script(), options);
+  run.expect_success();
+  run.feed("a\n*process complete\n");
+  EXPECT_EQ(run.app.read("other.txt"), title + "a \r\n *process complete \r\n \r\n");
+  EXPECT_EQ(run.log(), "of the disc");
+}
+
+TEST(Shelled, OutcomeIsLeftToWhoeverWantsToTellItHimself) {
+  for (const char* const printed : {"*process complete\n", "\nERR:  no\n*process complete\n"}) {
+    fake_run run;
+    run_options options;
+    options.tells_outcome = false;
+    ASSERT_TRUE(run.lock.take());
+    run.runner.ExecuteCommand(run.script(), options);
+    run.feed(printed);  // a message would be one that nobody expects
+    EXPECT_FALSE(run.runner.running());
+    EXPECT_FALSE(run.lock.held());
+  }
+}
+
 TEST(Shelled, EmptyCommandLineIsRefusedAndLeavesTheMainWindowDisabled) {
   fake_run run;
   ASSERT_TRUE(run.lock.take());
