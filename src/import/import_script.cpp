@@ -27,11 +27,6 @@ std::string stream_of_source(int index) {
   return "0:" + std::to_string(index);
 }
 
-bool has_two_passes(const import_job& job) {
-  return job.plan.video.fate == stream_fate::encoded &&
-         job.bits.quality != import_quality::constant;
-}
-
 // Warnings and a line of progress a second; nothing is read from the keyboard. Turning is up to the
 // filters, which deinterlace first.
 void add_source(arguments& a, const import_job& job) {
@@ -129,6 +124,11 @@ std::optional<std::string> why_not_in_script(const import_job& job, path_style s
       if (auto why = why_not_storable(text.file.file, style))
         return why;
   return std::nullopt;
+}
+
+bool has_two_passes(const import_job& job) {
+  return job.plan.video.fate == stream_fate::encoded &&
+         job.bits.quality != import_quality::constant;
 }
 
 std::string import_step(const import_job& job, bool first_pass, path_style style) {

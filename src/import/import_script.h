@@ -26,6 +26,9 @@ struct import_job {
 std::optional<std::string> why_not_in_script(const import_job& job,
                                              path_style style = native_style());
 
+/// Whether ffmpeg goes through the film twice.
+bool has_two_passes(const import_job& job);
+
 /// The name of the step in which a file is imported: "importing film.mp4", and before it, where
 /// there are two passes, "importing film.mp4, first pass".
 std::string import_step(const import_job& job, bool first_pass, path_style style = native_style());

@@ -1,10 +1,10 @@
 // A disk that is full while a run writes there, or when it has ended.
 #include "support/full_disk_posix.h"
 
-#include "fake_run.h"
 #include "project/project.h"
 #include "runner/clean_up.h"
 #include "runner/run_log.h"
+#include "support/fake_run.h"
 
 #include <string>
 #include <vector>

@@ -1,5 +1,5 @@
-#include "fake_run.h"
 #include "runner/run_log.h"
+#include "support/fake_run.h"
 
 #include <chrono>
 #include <stdexcept>

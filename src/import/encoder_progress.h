@@ -8,15 +8,15 @@
 
 namespace corvane {
 
-struct import_progress {
+struct encoder_progress {
   double seconds = 0;                         ///< of the title that are done, in this pass
   std::optional<double> pictures_a_second{};  ///< not of what is only copied
   std::optional<double> speed{};              ///< seconds of the title in a second
-  bool operator==(const import_progress&) const = default;
+  bool operator==(const encoder_progress&) const = default;
 };
 
 /// By the last such line in a piece of output, whose line ends may be blanks, as the runner makes
 /// them; nullopt if there is none with a time. A line that is cut off before its speed is none.
-std::optional<import_progress> import_progress_in(std::string_view output);
+std::optional<encoder_progress> encoder_progress_in(std::string_view output);
 
 }  // namespace corvane

@@ -1,4 +1,4 @@
-#include "import/import_progress.h"
+#include "import/encoder_progress.h"
 
 #include "formats/time_text.h"
 
@@ -33,7 +33,7 @@ std::optional<double> number_at(std::string_view word) {
 
 }  // namespace
 
-std::optional<import_progress> import_progress_in(std::string_view output) {
+std::optional<encoder_progress> encoder_progress_in(std::string_view output) {
   // What is not a whole line is not looked at: "speed" is the last of it.
   const std::size_t last = output.rfind("speed=");
   if (last == std::string_view::npos)
@@ -42,7 +42,7 @@ std::optional<import_progress> import_progress_in(std::string_view output) {
   const auto seconds = typed_time(last_value(before, "time="));
   if (!seconds)
     return std::nullopt;
-  import_progress progress{*seconds, std::nullopt, std::nullopt};
+  encoder_progress progress{*seconds, std::nullopt, std::nullopt};
   const std::size_t line = before.rfind("frame=");
   if (line != std::string_view::npos && before.substr(line).find("time=") != std::string_view::npos)
     progress.pictures_a_second = number_at(last_value(before.substr(line), "fps="));

@@ -1,0 +1,143 @@
+#include "import/import_batch.h"
+
+#include "import/import_bits.h"
+#include "import/language_codes.h"
+#include "platform/files/paths.h"
+#include "project/imported_title.h"
+#include "tools/language_tags.h"
+
+#include <algorithm>
+#include <numeric>
+#include <set>
+
+namespace corvane {
+namespace {
+
+/// What the titles after it must be like.
+titleset_demands demands_after(const import_plan& plan, const titleset_demands& before) {
+  titleset_demands after = plan.demands;
+  if (before.sounds)
+    return after;
+  after.sounds.emplace();
+  for (const sound_work& work : plan.sound.streams)
+    after.sounds->push_back({work.kind, work.channels, work.language});
+  for (const text_plan& text : plan.texts)
+    after.subtitle_languages.push_back(text.language);
+  return after;
+}
+
+void follow_tags(titleset_demands& demands, const import_plan& plan) {
+  demands.subtitle_languages = plan.subtitle_tags;
+  for (std::size_t i = 0; demands.sounds && i < demands.sounds->size(); ++i)
+    (*demands.sounds)[i].language = i < plan.sound_tags.size() ? plan.sound_tags[i] : "";
+}
+
+bool can_be_made(const batch_entry& entry) {
+  return entry.problem.empty();
+}
+
+/// The jobs share what room there is.
+void share_bits(import_batch& batch, const import_place& place) {
+  std::vector<import_job> jobs;
+  for (const batch_entry& entry : batch.entries)
+    if (can_be_made(entry))
+      jobs.push_back(entry.job);
+  batch.problem = settle_bits(jobs, place.choices, place.used).value_or("");
+  auto job = jobs.begin();
+  for (batch_entry& entry : batch.entries)
+    if (can_be_made(entry)) {
+      entry.job = *job++;
+      entry.bytes = disc_bytes_of({entry.job});
+    }
+}
+
+/// A row's text for two letters; the first of several names of a language.
+std::string entry_of(const std::string& code) {
+  for (const std::string_view entry : language_entries)
+    if (const auto blank = entry.find(' '); same_language(entry.substr(blank + 1, 2), code))
+      return std::string(entry);
+  return {};
+}
+
+/// As far as each has one: a tag counts for the stream of its number.
+std::vector<std::string> entries_of(const std::vector<std::string>& codes) {
+  std::vector<std::string> entries;
+  for (const std::string& code : codes) {
+    std::string entry = code.empty() ? std::string() : entry_of(code);
+    if (entry.empty())
+      break;
+    entries.push_back(std::move(entry));
+  }
+  return entries;
+}
+
+std::vector<std::string> stored(const std::vector<std::string>& files) {
+  std::vector<std::string> paths;
+  for (const std::string& file : files)
+    paths.push_back(stored_from_native(file));
+  return paths;
+}
+
+}  // namespace
+
+std::uint64_t import_batch::bytes() const {
+  return std::accumulate(entries.begin(), entries.end(), std::uint64_t{0},
+                         [](std::uint64_t sum, const batch_entry& e) { return sum + e.bytes; });
+}
+
+double import_batch::seconds() const {
+  double sum = 0;
+  for (const batch_entry& entry : entries)
+    if (can_be_made(entry))
+      sum += entry.job.plan.seconds * (has_two_passes(entry.job) ? 2 : 1);
+  return sum;
+}
+
+import_batch plan_batch(const std::vector<probed_source>& sources, const titleset_demands& demands,
+                        const import_place& place) {
+  import_batch batch;
+  titleset_demands now = demands;
+  std::set<std::string> names;
+  const auto is_taken = [&](const std::string& file) {
+    return names.contains(file) || place.is_taken(file);
+  };
+  for (const probed_source& source : sources) {
+    batch_entry& entry = batch.entries.emplace_back();
+    entry.problem = source.problem;
+    if (!can_be_made(entry))
+      continue;
+    import_job& job = entry.job;
+    job.source = source.file;
+    job.plan = import_plan_for(source.facts, source.beside, now, place.choices, place.preferred);
+    entry.problem = job.plan.problem;
+    if (!can_be_made(entry))
+      continue;
+    job.files = import_names(place.folder, source.file, job.plan, is_taken);
+    if (const auto why = why_not_in_script(job)) {
+      entry.problem = "its name " + *why;
+      continue;
+    }
+    for (const std::string& file : job.files.all())
+      names.insert(file);
+    now = demands_after(job.plan, now);
+    follow_tags(now, job.plan);
+  }
+  share_bits(batch, place);
+  return batch;
+}
+
+void add_to_project(document& doc, const import_job& job) {
+  const import_plan& plan = job.plan;
+  imported_title title;
+  std::vector<std::string> streams{job.files.video};
+  streams.insert(streams.end(), job.files.sounds.begin(), job.files.sounds.end());
+  title.streams = stored(streams);
+  title.chapters = plan.chapters;
+  title.delay = plan.sound.delay();
+  title.subtitles = stored(job.files.texts);
+  add_imported_title(doc, title, plan.demands.standard.value_or(video_standard::ntsc));
+  set_language_tags(doc, disc_language::stream_kind::audio, entries_of(plan.sound_tags));
+  set_language_tags(doc, disc_language::stream_kind::subpicture, entries_of(plan.subtitle_tags));
+}
+
+}  // namespace corvane

@@ -1,0 +1,207 @@
+#include "import/import_run.h"
+
+#include "import/encoder_progress.h"
+#include "import/finish_import.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
+#include "runner/output_lines.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+using steady = std::chrono::steady_clock;
+
+/// A log that is longer forgets the imports before.
+constexpr std::uintmax_t largest_log = std::uintmax_t{16} << 20;
+
+/// Nothing is said of the time before so much of it has gone.
+constexpr double first_word = 3;
+
+/// Only the end is more.
+constexpr double most_percent = 99.9;
+
+double clock() {
+  return std::chrono::duration<double>(steady::now().time_since_epoch()).count();
+}
+
+/// What made a run a failure, without its mark.
+std::string reason_in(const std::vector<std::string>& errors) {
+  if (errors.empty())
+    return "ffmpeg has failed; the log says more";
+  std::string reason = errors.front();
+  if (const std::size_t mark = reason.find(error_mark); mark != std::string::npos)
+    reason.erase(0, mark + std::string_view(error_mark).size());
+  return reason;
+}
+
+}  // namespace
+
+import_run::import_run(std::vector<import_job> jobs, import_events events, prompts& ask,
+                       process_launcher& launcher, folder_lock& lock, std::string app)
+    : jobs_(std::move(jobs)),
+      events_(std::move(events)),
+      ask_(ask),
+      lock_(lock),
+      app_(std::move(app)),
+      runner_(*this, ask, launcher, lock, app_) {}
+
+import_run::~import_run() {
+  if (running_) {
+    events_ = {};
+    stop();
+  }
+}
+
+failure import_run::start() {
+  if (!lock_.take())
+    return "another run of the program is going on";
+  remove_all(join_path(app_, run_file::import_log));
+  running_ = true;
+  began_ = clock();
+  job_ = 0;
+  begin_script();
+  return std::nullopt;
+}
+
+// The work of finishing is next to nothing.
+double import_run::work_of(const import_job& job) const {
+  return std::max(job.plan.seconds, 1.0) * (has_two_passes(job) ? 2 : 1);
+}
+
+void import_run::begin_script() {
+  now_ = {job_, has_two_passes(jobs_[job_]), false, now_.percent, {}, now_.seconds_left};
+  in_pass_ = 0;
+  script_end_.reset();
+  tell();
+  const std::string script = join_path(app_, run_file::import_script);
+  if (const failure why = write_file(script, import_script({jobs_[job_]}, app_))) {
+    lock_.release();
+    script_end_ = "\"" + script + "\" cannot be written: " + *why;
+    return;
+  }
+  run_options options;
+  options.log = run_file::import_log;
+  options.tells_outcome = false;
+  runner_.ExecuteCommand(script, options);
+}
+
+void import_run::step(const run_step& step) {
+  if (now_.first_pass && step.name == import_step(jobs_[job_], false)) {
+    now_.first_pass = false;
+    in_pass_ = 0;
+  }
+}
+
+// What came before the step is of another pass.
+void import_run::output(std::string_view tail) {
+  const std::string line = step_line(import_step(jobs_[job_], now_.first_pass));
+  if (const std::size_t at = tail.rfind(line); at != std::string_view::npos)
+    tail.remove_prefix(at + line.size());
+  if (const auto status = encoder_progress_in(tail)) {
+    in_pass_ = std::clamp(status->seconds, in_pass_, std::max(jobs_[job_].plan.seconds, in_pass_));
+    now_.pictures_a_second = status->pictures_a_second;
+  }
+}
+
+/// Each run has written a log of its own.
+void import_run::join_logs() {
+  const std::string log = join_path(app_, run_file::import_log);
+  const auto written = read_file(log, largest_log);
+  if (!written)
+    return;
+  if (log_.size() + written->size() > largest_log)
+    log_.clear();
+  log_ += *written;
+  replace_file(log, log_);
+}
+
+void import_run::finished(const run_end& end) {
+  join_logs();
+  if (end.outcome == run_outcome::success)
+    script_end_ = "";
+  else if (end.outcome == run_outcome::none)
+    script_end_ = "the script could not be started";
+  else
+    script_end_ = reason_in(end.errors);
+}
+
+void import_run::tell() {
+  double all = 0;
+  for (const import_job& job : jobs_)
+    all += work_of(job);
+  const double film = std::max(jobs_[job_].plan.seconds, 1.0);
+  const bool second = has_two_passes(jobs_[job_]) && !now_.first_pass;
+  const double done = done_before_ + std::min(in_pass_, film) + (second ? film : 0);
+  now_.percent = std::max(now_.percent, std::min(most_percent, 100 * done / all));
+  const double took = clock() - began_;
+  if (took >= first_word && done > 0)
+    now_.seconds_left = took / done * (all - done);
+  if (events_.progress)
+    events_.progress(now_);
+}
+
+void import_run::finish_streams() {
+  now_.finishing = true;
+  tell();
+  finishing_ = std::async(std::launch::async, [job = jobs_[job_]] { return finish_import(job); });
+}
+
+void import_run::end_job(std::string problem) {
+  script_end_.reset();
+  if (!problem.empty())
+    remove_unfinished(jobs_[job_]);
+  done_before_ += work_of(jobs_[job_]);
+  const import_end end{job_, std::move(problem)};
+  if (events_.ended)
+    events_.ended(end);
+  next();
+}
+
+void import_run::next() {
+  if (++job_ < jobs_.size() && !stopping_ && lock_.take())
+    return begin_script();
+  for (; !stopping_ && job_ < jobs_.size(); ++job_)
+    if (events_.ended)
+      events_.ended({job_, "another run of the program is going on"});
+  running_ = false;
+  if (events_.done)
+    events_.done(stopping_);
+}
+
+void import_run::update() {
+  if (!running_)
+    return;
+  if (finishing_.valid()) {
+    if (finishing_.wait_for(std::chrono::seconds(0)) == std::future_status::ready)
+      end_job(finishing_.get().value_or(""));
+    return;
+  }
+  if (runner_.running()) {
+    runner_.update();
+    if (runner_.running() && !runner_.watching())
+      runner_.stop();
+  }
+  if (!script_end_)
+    return tell();
+  if (script_end_->empty())
+    finish_streams();
+  else
+    end_job(*script_end_);
+}
+
+void import_run::stop() {
+  if (!running_)
+    return;
+  stopping_ = true;
+  if (finishing_.valid())
+    return end_job(finishing_.get().value_or(""));
+  runner_.stop();
+  // It may have come to its end by itself; its streams are not finished then.
+  end_job("it was stopped");
+}
+
+}  // namespace corvane

@@ -1,0 +1,107 @@
+// Runs imports one after the other: the script of each through the runner, the finishing of its
+// streams behind it, and what came of it. A failure ends one import and not the next.
+//
+// The runs have a log of their own, which holds all of them. Never blocks; polled like the runner.
+#pragma once
+
+#include "import/import_script.h"
+#include "platform/files/folder_lock.h"
+#include "project/prompts.h"
+#include "runner/shelled.h"
+
+#include <cstddef>
+#include <functional>
+#include <future>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+
+namespace run_file {
+/// The script of an import, and the log of the last imports.
+inline constexpr const char* import_script = "import.bat";
+inline constexpr const char* import_log = "CorvaneIMPORT.txt";
+}  // namespace run_file
+
+/// How far the imports are.
+struct import_progress {
+  std::size_t job = 0;  ///< 0-based, among all
+  bool first_pass = false;
+  bool finishing = false;  ///< its streams get what the encoder has left out
+  double percent = 0;      ///< of all imports' work; never goes back
+  std::optional<double> pictures_a_second{};
+  std::optional<double> seconds_left{};  ///< of all; not set as long as nothing can be said
+};
+
+/// What came of one.
+struct import_end {
+  std::size_t job = 0;
+  std::string problem;  ///< why it failed, a sentence without a full stop; empty: it is done
+};
+
+struct import_events {
+  std::function<void(const import_progress&)> progress;
+  /// An import has ended. Its files have their names now, or none of them is there.
+  std::function<void(const import_end&)> ended;
+  /// The last one has ended, or they were stopped; nothing goes on any more.
+  std::function<void(bool stopped)> done;
+};
+
+class import_run : private run_listener {
+ public:
+  /// `app`: the program folder (native, absolute). All must outlive it; `lock` is that folder's.
+  import_run(std::vector<import_job> jobs, import_events events, prompts& ask,
+             process_launcher& launcher, folder_lock& lock, std::string app);
+  ~import_run() override;
+
+  /// Begins with the first. Returns why nothing can be begun: another run is going on.
+  failure start();
+
+  /// One pass; to be called some times a second while `running`.
+  void update();
+
+  /// Ends what goes on; what is not complete is removed. Waits for streams that are being finished.
+  void stop();
+
+  bool running() const { return running_; }
+  const std::vector<import_job>& jobs() const { return jobs_; }
+
+ private:
+  void started(const run_start&) override {}
+  void step(const run_step& step) override;
+  void progress(const run_progress&) override {}
+  void output(std::string_view tail) override;
+  void broken_off() override {}
+  void closed() override {}
+  void finished(const run_end& end) override;
+
+  void next();
+  void begin_script();
+  void end_job(std::string problem);
+  void finish_streams();
+  void join_logs();
+  void tell();
+  double work_of(const import_job& job) const;
+
+  std::vector<import_job> jobs_;
+  import_events events_;
+  prompts& ask_;
+  folder_lock& lock_;
+  std::string app_;
+  shelled runner_;
+  bool running_ = false;
+  bool stopping_ = false;
+  std::size_t job_ = 0;
+  std::string log_;                        ///< of the imports that have ended
+  std::optional<std::string> script_end_;  ///< what the script failed for, or empty; not set: runs
+  std::future<failure> finishing_;
+  import_progress now_;
+  double began_ = 0;        ///< of the clock, seconds
+  double done_before_ = 0;  ///< work of the imports before this one
+  double in_pass_ = 0;      ///< seconds of film done in this pass
+};
+
+}  // namespace corvane

@@ -1,0 +1,181 @@
+// Imports one after the other, with a command that prints what the test wants.
+#include "import/import_run.h"
+
+#include "import/import_batch.h"
+#include "made_source.h"
+#include "support/fake_run.h"
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <thread>
+
+namespace corvane {
+namespace {
+
+using import_test::made_disc_video;
+using import_test::made_sound;
+using import_test::made_source;
+using import_test::made_video;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+const std::string complete = "*process complete\n";
+
+class ImportRun : public testing::Test {
+ protected:
+  /// One that encodes with two passes, one that copies.
+  import_job job(const std::string& name, bool copied = false) {
+    source_stream sound = made_sound("ac3");
+    const source_facts facts = copied ? made_source(made_disc_video(), sound)
+                                      : made_source(made_video(1280, 720, {30000, 1001}), sound);
+    import_place to;
+    to.folder = app.path();
+    to.is_taken = [](const std::string&) { return false; };
+    to.choices.quality = import_quality::mean_rate;
+    return plan_batch({{app.path("from/" + name), facts, {}, {}}}, {}, to).entries.at(0).job;
+  }
+  void begin(std::vector<import_job> jobs) {
+    import_events events;
+    events.progress = [this](const import_progress& p) { told.push_back(p); };
+    events.ended = [this](const import_end& e) {
+      ended.push_back(std::to_string(e.job) + ": " + e.problem);
+    };
+    events.done = [this](bool stopped) { done.push_back(stopped); };
+    run.emplace(std::move(jobs), std::move(events), ask, launcher, lock, app.path());
+    ASSERT_EQ(run->start(), std::nullopt);
+  }
+  void feed(const std::string& piece) {
+    launcher.output->pieces.push_back(piece);
+    run->update();
+  }
+  /// What the tool would have made.
+  void make(const import_job& made) {
+    for (const std::string& file : made.files.all())
+      app.add(name_of(file) + ".part", "stream");
+  }
+  static std::string name_of(const std::string& file) {
+    return file.substr(file.find_last_of("/\\") + 1);
+  }
+  /// Until its streams are finished.
+  void wait_for_ends(std::size_t count) {
+    for (int i = 0; i < 500 && ended.size() < count; ++i) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+      run->update();
+    }
+    EXPECT_EQ(ended.size(), count);
+  }
+
+  testing_support::temporary_folder app;
+  testing_support::scripted_prompts ask;
+  testing_support::fake_launcher launcher;
+  folder_lock lock{app.path()};
+  std::vector<import_progress> told;
+  std::vector<std::string> ended;
+  std::vector<bool> done;
+  std::optional<import_run> run;
+};
+
+TEST_F(ImportRun, GivesFilesTheirNamesOneImportAfterTheOther) {
+  const import_job a = job("a.mpg", true), b = job("b.mpg", true);
+  begin({a, b});
+  EXPECT_TRUE(lock.held());
+  make(a);
+  feed("*importing a.mpg.....\n" + complete);
+  wait_for_ends(1);
+  EXPECT_TRUE(file_exists(a.files.video));
+  EXPECT_TRUE(run->running());
+  make(b);
+  feed("*importing b.mpg.....\n" + complete);
+  wait_for_ends(2);
+  EXPECT_THAT(ended, ElementsAre("0: ", "1: "));
+  EXPECT_THAT(done, ElementsAre(false));
+  EXPECT_TRUE(file_exists(b.files.video));
+  EXPECT_FALSE(file_exists(b.files.video + ".part"));
+  EXPECT_FALSE(lock.held());
+  EXPECT_FALSE(run->running());
+}
+
+TEST_F(ImportRun, GoesOnWithTheNextAfterAFailureAndLeavesNothingOfIt) {
+  const import_job a = job("a.mpg", true), b = job("b.mpg", true);
+  begin({a, b});
+  make(a);
+  feed("*importing a.mpg.....\nbroken\nERR:  ffmpeg.exe ended with status 1\n" + complete);
+  wait_for_ends(1);
+  EXPECT_THAT(ended, ElementsAre("0: ffmpeg.exe ended with status 1"));
+  EXPECT_FALSE(file_exists(a.files.video));
+  EXPECT_FALSE(file_exists(a.files.video + ".part"));
+  make(b);
+  feed(complete);
+  wait_for_ends(2);
+  EXPECT_EQ(ended[1], "1: ");
+}
+
+TEST_F(ImportRun, FailsWhereTheToolHasMadeNothing) {
+  begin({job("a.mpg", true)});
+  feed(complete);
+  wait_for_ends(1);
+  EXPECT_THAT(ended[0], HasSubstr("a.m2v was not made"));
+  EXPECT_THAT(done, ElementsAre(false));
+}
+
+TEST_F(ImportRun, StopRemovesWhatIsNotComplete) {
+  const import_job a = job("a.mpg", true), b = job("b.mpg", true);
+  begin({a, b});
+  make(a);
+  run->stop();
+  EXPECT_THAT(ended, ElementsAre("0: it was stopped"));
+  EXPECT_THAT(done, ElementsAre(true));
+  EXPECT_EQ(launcher.output->killed, 1);
+  EXPECT_FALSE(file_exists(a.files.video + ".part"));
+  EXPECT_FALSE(lock.held());
+}
+
+TEST_F(ImportRun, ProgressCountsBothPassesAndNeverGoesBack) {
+  begin({job("a.mp4")});
+  const std::string line =
+      "frame=  90 fps=180 q=2.0 size=N/A time=00:00:30.00 bitrate=N/A speed=6x \r";
+  feed("*importing a.mp4, first pass.....\n" + line);
+  EXPECT_TRUE(told.back().first_pass);
+  EXPECT_NEAR(told.back().percent, 25, 0.01);
+  EXPECT_EQ(told.back().pictures_a_second, 180);
+  feed("*importing a.mp4.....\n");
+  EXPECT_FALSE(told.back().first_pass);
+  EXPECT_NEAR(told.back().percent, 50, 0.01);
+  feed(line);
+  EXPECT_NEAR(told.back().percent, 75, 0.01);
+  feed("frame= 1 fps=2 time=00:00:59.99 bitrate=1 speed=6x \r");
+  double before = 0;
+  for (const import_progress& p : told) {
+    EXPECT_GE(p.percent, before);
+    EXPECT_LT(p.percent, 100);
+    before = p.percent;
+  }
+}
+
+TEST_F(ImportRun, LogHoldsAllImportsAndIsNotThatOfADisc) {
+  app.add("CorvaneLOG.txt", "of a disc");
+  app.add("CorvaneIMPORT.txt", "of earlier imports");
+  begin({job("a.mpg", true), job("b.mpg", true)});
+  feed("of the first\nERR:  no\n" + complete);
+  wait_for_ends(1);
+  feed("of the second\nERR:  no\n" + complete);
+  wait_for_ends(2);
+  const std::string log = app.read("CorvaneIMPORT.txt");
+  EXPECT_THAT(log, HasSubstr("of the first"));
+  EXPECT_THAT(log, HasSubstr("of the second"));
+  EXPECT_THAT(log, testing::Not(HasSubstr("earlier")));
+  EXPECT_EQ(app.read("CorvaneLOG.txt"), "of a disc");
+}
+
+TEST_F(ImportRun, IsRefusedWhileAnotherRunGoesOn) {
+  folder_lock other(app.path());
+  ASSERT_TRUE(other.take());
+  import_run refused({job("a.mpg", true)}, {}, ask, launcher, lock, app.path());
+  EXPECT_TRUE(refused.start());
+  EXPECT_FALSE(refused.running());
+  EXPECT_TRUE(launcher.started.empty());
+}
+
+}  // namespace
+}  // namespace corvane
