@@ -11,7 +11,7 @@
 
 namespace corvane {
 
-/// A fraction as files state them; neither part is 0.
+/// A fraction as files state them; `under` is not 0.
 struct source_ratio {
   std::int64_t over = 1;
   std::int64_t under = 1;
@@ -68,12 +68,12 @@ struct source_stream {
   std::string codec{};     ///< FFmpeg's name: "h264", "mpeg2video", "ac3", "subrip"
   std::string profile{};   ///< as FFmpeg names it, such as "Main"; may be empty
   bool decodes = false;    ///< the module has a decoder for it
-  std::string language{};  ///< as the file has it ("deu", "de", "pt-BR"); empty: none
+  std::string language{};  ///< as the file has it ("deu", "de", "pt-BR"); empty: none, or "und"
   std::string title{};     ///< its name in the file
   bool is_default = false;
   bool is_forced = false;
   std::optional<double> start{};           ///< seconds, on the file's clock; may be negative
-  std::optional<double> length{};          ///< seconds
+  std::optional<double> length{};          ///< seconds; to the file's end where it states none
   std::optional<std::int64_t> bit_rate{};  ///< bits a second
   source_video video{};                    ///< of `video` and `picture`
   source_audio audio{};                    ///< of `audio`
@@ -88,8 +88,10 @@ struct source_chapter {
 struct source_facts {
   std::string container{};         ///< FFmpeg's name: "matroska,webm", "mpeg", "mpegts"
   std::optional<double> start{};   ///< seconds, on the file's clock: its earliest stream's
-  std::optional<double> length{};  ///< seconds
+  std::optional<double> length{};  ///< seconds, from `start`; start and length are not set for
+                                   ///< stills
   std::int64_t bytes = 0;
+  bool cut_short = false;  ///< it ends before what its head promises; so lengths may be too long
   std::vector<source_stream> streams{};
   std::vector<source_chapter> chapters{};
 };

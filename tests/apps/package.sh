@@ -21,7 +21,8 @@ package=$(echo "$work"/made/*.deb)
 dpkg-deb -x "$package" "$work/root"
 
 for file in bin/corvane bin/corvane-author libexec/corvane/conspawn \
-  lib/corvane/modules/corvane-decoders.so applications/corvane.desktop mime/packages/corvane.xml \
+  lib/corvane/modules/corvane-decoders.so lib/corvane/modules/corvane-sources.so \
+  applications/corvane.desktop mime/packages/corvane.xml \
   icons/hicolor/scalable/apps/corvane.svg \
   icons/hicolor/scalable/mimetypes/application-x-corvane-project.svg \
   man/man1/corvane.1.gz man/man1/corvane-author.1.gz man/man1/conspawn.1.gz \
