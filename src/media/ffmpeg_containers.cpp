@@ -22,9 +22,6 @@ constexpr auto picture_containers = std::to_array<std::string_view>(
     {"png_pipe", "jpeg_pipe", "jpegls_pipe", "j2k_pipe", "bmp_pipe", "tiff_pipe", "webp_pipe",
      "ppm_pipe", "pgm_pipe", "pbm_pipe", "pam_pipe", "pcx_pipe", "psd_pipe", "qoi_pipe"});
 
-constexpr auto lists = std::to_array<std::string_view>(
-    {"hls", "concat", "dash", "imf", "sdp", "rtsp", "webm_dash_manifest"});
-
 template <std::size_t Count>
 bool is_one_of(const std::array<std::string_view, Count>& names, const AVInputFormat& format) {
   const std::string_view name = format.name;
@@ -36,9 +33,7 @@ bool is_one_of(const std::array<std::string_view, Count>& names, const AVInputFo
 failure why_not_container(const AVInputFormat& format) {
   if (is_one_of(read_containers, format) || holds_one_picture(format))
     return std::nullopt;
-  return is_one_of(lists, format)
-             ? "it only lists other files, or places on a network: choose the files themselves"
-             : "it is not a file with video or sound";
+  return "it is not a file with video or sound";
 }
 
 bool holds_one_picture(const AVInputFormat& format) {

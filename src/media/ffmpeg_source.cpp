@@ -75,7 +75,7 @@ source_kind kind_of(const AVStream& stream, const AVInputFormat& container,
 }
 
 // FFmpeg names what is coded first and what is shown first; the latter counts.
-source_fields stated_fields(AVFieldOrder order) {
+source_fields stated_fields(int order) {
   switch (order) {
     case AV_FIELD_PROGRESSIVE:
       return source_fields::progressive;
@@ -95,7 +95,7 @@ source_fields fields_of(const AVCodecParameters& codec, const walked_stream& see
   if (seen.interlaced > 0)
     return 2 * seen.top_first >= seen.interlaced ? source_fields::top_first
                                                  : source_fields::bottom_first;
-  const source_fields stated = stated_fields(codec.field_order);
+  const source_fields stated = stated_fields(number_of(codec.field_order));
   const bool told = tells_interlacing(codec.codec_id) && seen.pictures > 0;
   if (stated != source_fields::unknown && !(told && codec.codec_id == AV_CODEC_ID_MPEG2VIDEO))
     return stated;
@@ -107,18 +107,22 @@ source_fields fields_of(const AVCodecParameters& codec, const walked_stream& see
 }
 
 template <typename Value>
-std::string colour_name(Value value, Value unknown, const char* (*name)(Value)) {
-  return value == unknown || static_cast<int>(value) == 0 ? std::string() : text_from(name(value));
+std::string colour_name(const Value& value, Value unknown, Value end, const char* (*name)(Value)) {
+  const int number = number_of(value);
+  const bool stated = number >= 0 && number < number_of(end) && number != number_of(unknown);
+  const std::string found = stated ? text_from(name(value)) : std::string();
+  return found == "reserved" ? std::string() : found;
 }
 
 source_colours colours_of(const AVCodecParameters& codec) {
   source_colours colours;
-  colours.primaries =
-      colour_name(codec.color_primaries, AVCOL_PRI_UNSPECIFIED, av_color_primaries_name);
-  colours.transfer = colour_name(codec.color_trc, AVCOL_TRC_UNSPECIFIED, av_color_transfer_name);
-  if (codec.color_space != AVCOL_SPC_UNSPECIFIED)
-    colours.matrix = text_from(av_color_space_name(codec.color_space));
-  colours.full_range = codec.color_range == AVCOL_RANGE_JPEG;
+  colours.primaries = colour_name(codec.color_primaries, AVCOL_PRI_UNSPECIFIED, AVCOL_PRI_NB,
+                                  av_color_primaries_name);
+  colours.transfer =
+      colour_name(codec.color_trc, AVCOL_TRC_UNSPECIFIED, AVCOL_TRC_NB, av_color_transfer_name);
+  colours.matrix =
+      colour_name(codec.color_space, AVCOL_SPC_UNSPECIFIED, AVCOL_SPC_NB, av_color_space_name);
+  colours.full_range = number_of(codec.color_range) == AVCOL_RANGE_JPEG;
   return colours;
 }
 

@@ -11,12 +11,23 @@ extern "C" {
 
 #include <chrono>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 
 namespace corvane {
 
 /// Seconds, as a count of units; not set for FFmpeg's "no value".
 std::optional<double> seconds_of(std::int64_t count, AVRational unit);
+
+/// A value of one of FFmpeg's enumerations as a number: what a file states stands in some of them
+/// as it is, whether they have such a value or not.
+template <typename Enumeration>
+int number_of(const Enumeration& value) {
+  static_assert(sizeof(Enumeration) == sizeof(int));
+  int number = 0;
+  std::memcpy(&number, &value, sizeof number);
+  return number;
+}
 
 /// The pictures that are decoded have no more pixels than this: phones make 108 millions.
 inline constexpr std::int64_t most_source_pixels = 120'000'000;

@@ -192,9 +192,10 @@ size_in_pixels fitted(double width, double height, int most_width, int most_heig
 }
 
 // Where a file does not say how its colours are coded, players go by its size.
-AVColorSpace matrix_of(const AVFrame& frame) {
-  if (frame.colorspace != AVCOL_SPC_UNSPECIFIED)
-    return frame.colorspace;
+int matrix_of(const AVFrame& frame) {
+  const int stated = number_of(frame.colorspace);
+  if (stated != AVCOL_SPC_UNSPECIFIED)
+    return stated;
   return frame.height >= 720 ? AVCOL_SPC_BT709 : AVCOL_SPC_SMPTE170M;
 }
 
@@ -215,8 +216,8 @@ frame_ptr scaled(const AVFrame& frame, size_in_pixels to, AVPixelFormat pixels) 
                            &contrast, &saturation);
   // Fails where the frame is in red, green and blue already, which is right.
   sws_setColorspaceDetails(scaler.get(), sws_getCoefficients(matrix_of(frame)),
-                           full != 0 || frame.color_range == AVCOL_RANGE_JPEG ? 1 : 0, target,
-                           target_full, brightness, contrast, saturation);
+                           full != 0 || number_of(frame.color_range) == AVCOL_RANGE_JPEG ? 1 : 0,
+                           target, target_full, brightness, contrast, saturation);
   made->format = pixels;
   made->width = to.width;
   made->height = to.height;

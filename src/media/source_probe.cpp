@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <string_view>
 #include <utility>
 
@@ -34,18 +35,45 @@ class file_bytes : public source_bytes {
   byte_vector bytes_;
 };
 
-/// Whether it is a photograph as phones make them since 2017: in the container of films, but of a
-/// kind that FFmpeg does not put together.
-bool is_photograph(source_bytes& bytes) {
-  constexpr std::array<std::string_view, 8> brands = {"ftypheic", "ftypheix", "ftyphevc",
-                                                      "ftypmif1", "ftypmsf1", "ftypheim",
-                                                      "ftypavif", "ftypavis"};
-  std::array<std::uint8_t, 12> head{};
+using known_heads = std::span<const std::string_view>;
+
+bool begins_with_one(std::string_view text, known_heads heads) {
+  return std::any_of(heads.begin(), heads.end(),
+                     [text](std::string_view head) { return text.starts_with(head); });
+}
+
+// Photographs as phones make them since 2017: in the container of films, but of a kind that FFmpeg
+// does not put together.
+constexpr auto photographs =
+    std::to_array<std::string_view>({"ftypheic", "ftypheix", "ftyphevc", "ftypheim", "ftypmif1",
+                                     "ftypmsf1", "ftypavif", "ftypavis"});
+
+// Texts that name other files or places on a network: playlists, and descriptions of broadcasts.
+constexpr auto lists = std::to_array<std::string_view>(
+    {"#EXTM3U", "ffconcat version", "[playlist]", "[Reference]", "<asx", "<ASX", "<?wpl", "<smil",
+     "<MPD", "v=0\r", "v=0\n", "RTSPtext"});
+
+/// Behind the line that says that it is XML.
+std::string_view without_xml_line(std::string_view text) {
+  if (!text.starts_with("<?xml"))
+    return text;
+  text.remove_prefix(std::min(text.size(), text.find('>') + 1));
+  text.remove_prefix(std::min(text.size(), text.find_first_not_of(" \t\r\n")));
+  return text;
+}
+
+/// Why a file of a known kind is not read; not set for all others.
+failure why_not_kind(source_bytes& bytes) {
+  std::array<std::uint8_t, 512> head{};
   const auto count = bytes.read(0, head.data(), head.size());
-  return count && *count == head.size() &&
-         std::any_of(brands.begin(), brands.end(), [&](std::string_view brand) {
-           return std::equal(brand.begin(), brand.end(), head.begin() + 4);
-         });
+  std::string_view text(reinterpret_cast<const char*>(head.data()), count.value_or(0));
+  if (begins_with_one(text.substr(std::min<std::size_t>(text.size(), 4)), photographs))
+    return "it is a picture of a kind that is not read here (HEIC or AVIF): save it as JPEG or PNG";
+  if (text.starts_with("\xEF\xBB\xBF"))
+    text.remove_prefix(3);
+  if (begins_with_one(without_xml_line(text), lists))
+    return "it only lists other files, or places on a network: choose the files themselves";
+  return std::nullopt;
 }
 
 /// Does something with a reader and the bytes of a file.
@@ -56,9 +84,8 @@ result<Told> read_source(const std::string& path, const Ask& ask) {
   if (!file)
     return told::fail(file.error);
   file_bytes bytes(std::move(*file));
-  if (is_photograph(bytes))
-    return told::fail(
-        "it is a picture of a kind that is not read here (HEIC or AVIF): save it as JPEG or PNG");
+  if (const failure why = why_not_kind(bytes))
+    return told::fail(*why);
   const auto reader = make_source_reader();
   if (!reader)
     return told::fail(reader.error);
