@@ -11,12 +11,12 @@ namespace {
 // FFmpeg's names, the first where a demuxer has several. The Windows product has no others
 // (packaging/windows/recipes/ffmpeg.sh).
 constexpr auto read_containers = std::to_array<std::string_view>(
-    {"mov",  "matroska", "avi",   "mpegts", "mpeg", "mpegvideo", "m4v",   "h264",         "hevc",
-     "vc1",  "dv",       "flv",   "asf",    "ogg",  "rm",        "mxf",   "mxf_d10",      "gxf",
-     "wtv",  "nut",      "ivf",   "obu",    "swf",  "dhav",      "mjpeg", "yuv4mpegpipe", "wav",
-     "w64",  "aiff",     "caf",   "au",     "voc",  "mp3",       "aac",   "loas",         "ac3",
-     "eac3", "dts",      "dtshd", "truehd", "mlp",  "flac",      "ape",   "tta",          "wv",
-     "mpc",  "mpc8",     "tak",   "amr",    "oma",  "gif",       "apng"});
+    {"mov",  "matroska", "avi",    "mpegts", "mpeg", "mpegvideo", "m4v",          "h264", "hevc",
+     "vc1",  "dv",       "flv",    "asf",    "ogg",  "rm",        "mxf",          "gxf",  "wtv",
+     "nut",  "ivf",      "obu",    "swf",    "dhav", "mjpeg",     "yuv4mpegpipe", "wav",  "w64",
+     "aiff", "caf",      "au",     "voc",    "mp3",  "aac",       "loas",         "ac3",  "eac3",
+     "dts",  "dtshd",    "truehd", "mlp",    "flac", "ape",       "tta",          "wv",   "mpc",
+     "mpc8", "tak",      "amr",    "oma",    "gif",  "apng"});
 
 constexpr auto picture_containers = std::to_array<std::string_view>(
     {"png_pipe", "jpeg_pipe", "jpegls_pipe", "j2k_pipe", "bmp_pipe", "tiff_pipe", "webp_pipe",

@@ -106,27 +106,43 @@ failure source_demuxer::make_context() {
   return std::nullopt;
 }
 
-// A tag at the beginning of a sound file may hold a large cover; what it is shows behind that.
-std::int64_t source_demuxer::most_for_the_kind() {
-  constexpr std::int64_t most = std::int64_t{1} << 20;
+// A tag at the beginning of a sound file may hold a large cover; what the file is shows behind it.
+std::int64_t source_demuxer::length_of_tag() {
   std::array<std::uint8_t, 10> head{};
   const auto count = bytes_->read(0, head.data(), head.size());
   if (!count || *count < head.size() || head[0] != 'I' || head[1] != 'D' || head[2] != '3')
-    return most;
-  std::int64_t tag = 0;
+    return 0;
+  std::int64_t length = 0;
   for (std::size_t i = 6; i < head.size(); ++i)
-    tag = tag << 7 | (head[i] & 0x7F);
-  return most + std::min(tag, std::int64_t{32} << 20);
+    length = length << 7 | (head[i] & 0x7F);
+  length += static_cast<std::int64_t>(head.size());
+  return length < bytes_->size() ? length : 0;
 }
 
+// FFmpeg's own function for this takes the beginning alone.
 failure source_demuxer::find_container() {
-  const auto most = static_cast<unsigned>(most_for_the_kind());
-  const int error = av_probe_input_buffer2(io_, &kind_, "", nullptr, 0, most);
-  if (unreadable_ || spent() || error == AVERROR(ENOMEM))
-    return why_not_read(error);
-  if (error < 0 || kind_ == nullptr)
-    return "it is not a file with video or sound";
-  return why_not_container(*kind_);
+  constexpr std::size_t most = std::size_t{1} << 20;
+  position_ = length_of_tag();
+  std::vector<std::uint8_t> bytes(AVPROBE_PADDING_SIZE);
+  std::size_t filled = 0;
+  bool more = true;
+  for (std::size_t wanted = 4096; more && kind_ == nullptr && wanted <= most; wanted *= 2) {
+    bytes.resize(wanted + AVPROBE_PADDING_SIZE);
+    int count = 1;
+    for (; filled < wanted && count > 0; filled += static_cast<std::size_t>(std::max(count, 0)))
+      count = read_bytes(this, bytes.data() + filled, static_cast<int>(wanted - filled));
+    more = count > 0;
+    std::fill(bytes.begin() + static_cast<std::ptrdiff_t>(filled), bytes.end(), std::uint8_t{0});
+    const AVProbeData probed{"", bytes.data(), static_cast<int>(filled), nullptr};
+    int score = 0;
+    const AVInputFormat* const found = av_probe_input_format3(&probed, 1, &score);
+    if (score > (more && wanted < most ? AVPROBE_SCORE_RETRY : 0))
+      kind_ = found;
+  }
+  position_ = 0;
+  if (unreadable_ || spent())
+    return why_not_read(0);
+  return kind_ == nullptr ? "it is not a file with video or sound" : why_not_container(*kind_);
 }
 
 failure source_demuxer::open_container() {

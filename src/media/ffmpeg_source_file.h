@@ -78,7 +78,7 @@ class source_demuxer {
   failure make_context();
   failure find_container();
   failure open_container();
-  std::int64_t most_for_the_kind();
+  std::int64_t length_of_tag();
   std::string why_not_read(int error) const;
 
   source_bytes* bytes_;

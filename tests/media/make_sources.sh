@@ -70,6 +70,7 @@ audio sound.wav -c:a pcm_s16le
 audio sound.ogg -c:a libvorbis
 audio sound.opus -c:a libopus
 audio sound.m4a -c:a aac
+audio sound.aac -c:a aac -f adts
 audio sound.ac3 -ac 6 -c:a ac3
 audio sound.dts -c:a dca -strict -2
 audio sound.aiff -c:a pcm_s16be
@@ -103,6 +104,7 @@ ff -f lavfi -i "$(picture 64x64 50)" -vf interlace=scan=bff,setfield=bff -c:v mp
 video variable.mp4 64x48 25 -vf "select='not(between(mod(n,7),3,5))'" -fps_mode vfr $x264
 video variable.mkv 64x48 25 -vf "select='not(between(mod(n,7),3,5))'" -fps_mode vfr $x264
 ff -f lavfi -i "$(picture 16x16 25 24)" -vf "select='lt(n,400)+not(mod(n,2))'" -fps_mode vfr $x264 late-variable.mp4
+ff -f lavfi -i "$(picture 16x16 25 20)" -vf 'setpts=PTS+gte(N\,450)*0.2/TB' -fps_mode vfr $x264 late-gap.mp4
 ff -i h264-aac.ts -c copy -copyts -output_ts_offset 40000 -f mpegts large-start.ts
 ff -i h264-ac3.mkv -c copy -output_ts_offset 7 -avoid_negative_ts disabled start-7.mkv
 both trimmed.mp4 $x264 -bf 2 -c:a aac -avoid_negative_ts disabled -output_ts_offset -0.3 -movflags +negative_cts_offsets

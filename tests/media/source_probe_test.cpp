@@ -115,6 +115,7 @@ TEST(ProbeSource, TellsSoundFiles) {
       {"sound.ogg", "ogg", {"vorbis"}},
       {"sound.opus", "ogg", {"opus"}},
       {"sound.m4a", "mov,mp4,m4a,3gp,3g2,mj2", {"aac"}},
+      {"sound.aac", "aac", {"aac"}},
       {"sound.ac3", "ac3", {"ac3"}},
       {"sound.dts", "dts", {"dts"}},
   };
@@ -123,7 +124,7 @@ TEST(ProbeSource, TellsSoundFiles) {
     EXPECT_EQ(facts.container, sound.container);
     EXPECT_EQ(codecs_of(facts), sound.codecs);
     ASSERT_TRUE(facts.length) << sound.name;
-    EXPECT_NEAR(*facts.length, 0.61, 0.02) << sound.name;
+    EXPECT_NEAR(*facts.length, 0.62, 0.025) << sound.name;
   }
 }
 
@@ -230,6 +231,8 @@ TEST(ProbeSource, TellsThatPicturesComeUnevenly) {
 
 TEST(ProbeSource, TellsThatPicturesComeUnevenlyFarBehindTheBeginning) {
   EXPECT_TRUE(stream_of("late-variable.mp4", 0).video.variable_rate);
+  // A gap that changes the average by a hundredth.
+  EXPECT_TRUE(stream_of("late-gap.mp4", 0).video.variable_rate);
 }
 
 TEST(ProbeSource, TellsThatPicturesComeEvenly) {
@@ -380,11 +383,11 @@ TEST(ProbeSource, FindsSoundBehindALargeCover) {
   tag += std::string("\0\0\0\x7A\x09\x0A", 6);
   tag += std::string("XXXX\0\x1E\x84\x80\0\0", 10);
   tag += std::string(2'000'010 - 10, 'x');
-  const auto sound = read_file(source("sound.mp3"), 1 << 20);
+  const auto sound = read_file(source("sound.aac"), 1 << 20);
   ASSERT_TRUE(sound);
-  const auto facts = probe_source(folder.add("a.mp3", tag + *sound));
+  const auto facts = probe_source(folder.add("a.aac", tag + *sound));
   ASSERT_TRUE(facts) << facts.error;
-  EXPECT_EQ(facts->container, "mp3");
+  EXPECT_EQ(facts->container, "aac");
 }
 
 TEST(ProbeSource, GoesByTheContentAndNotByTheName) {

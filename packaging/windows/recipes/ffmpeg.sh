@@ -9,7 +9,7 @@ upstream=5.1.9
 licences='LICENSE.md COPYING.LGPLv2.1'
 
 demuxers='
-  mov matroska avi mpegts mpegps mpegvideo m4v h264 hevc vc1 dv flv asf ogg rm mxf mxf_d10 gxf wtv nut ivf
+  mov matroska avi mpegts mpegps mpegvideo m4v h264 hevc vc1 dv flv asf ogg rm mxf gxf wtv nut ivf
   obu swf dhav mjpeg yuv4mpegpipe
   wav w64 aiff caf au voc mp3 aac loas ac3 eac3 dts dtshd truehd mlp flac ape tta wv mpc mpc8 tak amr oma
   gif apng image_png_pipe image_jpeg_pipe image_jpegls_pipe image_j2k_pipe image_bmp_pipe image_tiff_pipe
