@@ -1,8 +1,11 @@
 #include "import/import_batch.h"
 
+#include "examine/examination.h"
 #include "import/import_bits.h"
 #include "import/language_codes.h"
+#include "platform/files/files.h"
 #include "platform/files/paths.h"
+#include "project/disc_of.h"
 #include "project/imported_title.h"
 #include "tools/language_tags.h"
 
@@ -79,6 +82,41 @@ std::vector<std::string> stored(const std::vector<std::string>& files) {
 }
 
 }  // namespace
+
+probed_source look_into(const std::string& file, const source_prober& probe) {
+  probed_source source;
+  source.file = absolute_path(file);
+  result<source_facts> facts = probe(source.file);
+  if (!facts) {
+    source.problem = facts.error;
+    return source;
+  }
+  source.facts = *std::move(facts.value);
+  const std::string name(file_name_of(stored_from_native(source.file)));
+  const std::string folder = source.file.substr(0, source.file.size() - name.size());
+  source.beside = sidecars_of(name, files_in(folder.empty() ? "." : folder));
+  for (sidecar& text : source.beside)
+    text.file = folder + text.file;
+  return source;
+}
+
+titleset_demands demands_of_project(const project& p) {
+  disc_description first = disc_of(p);
+  const disc_description whole = first;
+  if (first.titles.size() > 1)
+    first.titles.resize(1);
+  first.menus.clear();
+  fact_store store;
+  examination look(first, examination::depth::beginnings, store);
+  while (look.step(1000)) {
+  }
+  facts_by_path facts;
+  for (const disc_title& title : first.titles)
+    for (const std::string& stream : title.streams)
+      if (const std::string file = native_from_stored(stream); auto known = store.find(file, false))
+        facts.emplace(file, std::move(known));
+  return demands_of(whole, facts);
+}
 
 std::uint64_t import_batch::bytes() const {
   return std::accumulate(entries.begin(), entries.end(), std::uint64_t{0},

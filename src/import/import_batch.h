@@ -23,6 +23,17 @@ struct probed_source {
   std::string problem;          ///< why nothing is known of it, a sentence; or empty
 };
 
+/// Looks into a file (native path); what does so reads people's files with FFmpeg, and programs
+/// hand it in.
+using source_prober = std::function<result<source_facts>(const std::string& file)>;
+
+/// What is to be known of a file before it can be planned: its facts and what lies beside it.
+probed_source look_into(const std::string& file, const source_prober& probe);
+
+/// What the project asks of titles that are added. The beginnings of its first title's files are
+/// read.
+titleset_demands demands_of_project(const project& p);
+
 /// Where they go, and what is chosen for all of them.
 struct import_place {
   std::string folder;  ///< native, absolute

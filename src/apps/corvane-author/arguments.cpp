@@ -1,8 +1,10 @@
 #include "apps/corvane-author/arguments.h"
 
+#include "platform/files/paths.h"
 #include "project/project.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstddef>
 
 namespace corvane {
@@ -28,6 +30,8 @@ failure take_option(author_arguments& arguments, const std::string& word) {
     arguments.verify = true;
   } else if (word == "--json") {
     arguments.json = true;
+  } else if (word == "--import") {
+    arguments.import = true;
   } else if (word == "--iso" || word == "--no-iso") {
     const bool wanted = word == "--iso";
     if (arguments.iso.value_or(wanted) != wanted)
@@ -36,6 +40,53 @@ failure take_option(author_arguments& arguments, const std::string& word) {
   } else {
     return "there is no option \"" + word + "\"";
   }
+  return std::nullopt;
+}
+
+/// One that only an import has. False when it is none.
+bool take_import_option(author_arguments& arguments, const std::string& word) {
+  if (word == "--pal")
+    arguments.pal = true;
+  else if (word == "--dvd9")
+    arguments.choices.disc_bytes = double_layer_bytes;
+  else if (word == "--crop")
+    arguments.choices.fit = picture_fit::cropped;
+  else if (word == "--no-silence")
+    arguments.choices.silence = false;
+  else
+    return false;
+  return true;
+}
+
+bool wants_value(const std::string& word) {
+  return word == "--to" || word == "--rate" || word == "--constant";
+}
+
+/// The whole number of a value; nullopt if it is none within these bounds.
+std::optional<int> number_within(const std::string& value, int least, int most) {
+  int number = 0;
+  const auto read = std::from_chars(value.data(), value.data() + value.size(), number);
+  const bool is_read = read.ec == std::errc() && read.ptr == value.data() + value.size();
+  return is_read && number >= least && number <= most ? std::optional(number) : std::nullopt;
+}
+
+/// One with a value, which only an import has.
+failure take_value(author_arguments& arguments, const std::string& word, const std::string& value) {
+  if (word == "--to") {
+    arguments.to = value;
+    return std::nullopt;
+  }
+  const bool constant = word == "--constant";
+  const int least = constant ? 2 : 700, most = constant ? 31 : 8500;
+  const auto number = number_within(value, least, most);
+  if (!number)
+    return word + " wants a whole number from " + std::to_string(least) + " to " +
+           std::to_string(most);
+  arguments.choices.quality = constant ? import_quality::constant : import_quality::mean_rate;
+  if (constant)
+    arguments.choices.quantizer = *number;
+  else
+    arguments.choices.mean_rate = std::int64_t{*number} * 1000;
   return std::nullopt;
 }
 
@@ -52,7 +103,23 @@ failure take_disc(author_arguments& arguments, const std::vector<std::string>& p
                                                     : std::nullopt;
 }
 
+/// Files, and behind them the project that they come into.
+failure take_imported(author_arguments& arguments, const std::vector<std::string>& paths) {
+  if (paths.size() < 2)
+    return paths.empty() ? "FILE is missing" : "PROJECT.cvp is missing";
+  if (std::find(paths.begin(), paths.end(), "") != paths.end())
+    return "a path is empty";
+  arguments.project = paths.back();
+  arguments.imported.assign(paths.begin(), paths.end() - 1);
+  // A film here would be replaced by a project.
+  if (lower_extension_of(arguments.project) != "cvp")
+    return "\"" + arguments.project + "\" is no project: the last path is PROJECT.cvp";
+  return arguments.to.empty() ? failure("--to FOLDER is missing") : std::nullopt;
+}
+
 failure take_paths(author_arguments& arguments, const std::vector<std::string>& paths) {
+  if (arguments.import)
+    return take_imported(arguments, paths);
   if (arguments.verify)
     return take_disc(arguments, paths);
   if (paths.empty() || paths[0].empty())
@@ -76,12 +143,15 @@ failure why_not_together(const author_arguments& arguments) {
     return "--json goes with --check and --verify";
   if (arguments.check && arguments.verify)
     return "--check and --verify exclude each other";
-  if (!arguments.check && !arguments.verify)
+  if (arguments.import && (arguments.check || arguments.verify))
+    return "--import goes with neither --check nor --verify";
+  if (!arguments.check && !arguments.verify && !arguments.import)
     return std::nullopt;
   if (arguments.prepare || arguments.replace || arguments.cleanup || arguments.force ||
       arguments.skip_look || arguments.iso)
-    return std::string(arguments.check ? "--check" : "--verify") +
-           " authors nothing and goes with --json only";
+    return arguments.import ? failure("--import authors nothing and has options of its own")
+                            : std::string(arguments.check ? "--check" : "--verify") +
+                                  " authors nothing and goes with --json only";
   return std::nullopt;
 }
 
@@ -95,12 +165,26 @@ result<author_arguments> read_author_arguments(const std::vector<std::string>& g
   if (arguments.help || arguments.version)
     return words::ok(arguments);
   std::vector<std::string> paths;
+  std::string of_import;
   for (auto word = given.begin(); word != end_of_options; ++word) {
-    if (!word->starts_with('-'))
-      paths.push_back(*word);
-    else if (const failure why = take_option(arguments, *word))
+    const std::string option = *word;
+    failure why;
+    if (!option.starts_with('-')) {
+      paths.push_back(option);
+    } else if (wants_value(option)) {
+      of_import = option;
+      why = ++word == end_of_options ? option + " wants a value"
+                                     : take_value(arguments, option, *word);
+    } else if (take_import_option(arguments, option)) {
+      of_import = option;
+    } else {
+      why = take_option(arguments, option);
+    }
+    if (why)
       return words::fail(*why);
   }
+  if (!of_import.empty() && !arguments.import)
+    return words::fail(of_import + " goes with --import");
   if (end_of_options != given.end())
     paths.insert(paths.end(), end_of_options + 1, given.end());
   if (const failure why = why_not_together(arguments))
@@ -114,13 +198,16 @@ std::string author_help() {
   return R"(Usage: corvane-author [OPTION]... PROJECT.cvp OUTPUT-FOLDER
        corvane-author --check [--json] PROJECT.cvp [OUTPUT-FOLDER]
        corvane-author --verify [--json] [PROJECT.cvp] DISC
+       corvane-author --import FILE... --to FOLDER PROJECT.cvp
 
 Authors the DVD of a Corvane project into a folder, without a display. With
 --check it reads all files of the project, says what would go wrong or look
 wrong on the disc, or that there is no room for it where it is to go, and
 authors nothing. With --verify it reads all of a disc, a folder or an image,
 and says what is on it and what is wrong with it: by itself, or held against
-what a project asks for.
+what a project asks for. With --import it makes titles of films in other forms
+(MP4, MKV, AVI, MTS, MPEG and more) and adds them to the project, which is made
+where there is none: what a disc takes as it is is copied, the rest encoded.
 
 Options:
   --prepare   write all files of the run, print their paths, run nothing
@@ -134,6 +221,17 @@ Options:
   --check     only say what is wrong with the project and its files
   --verify    only say what is wrong with a disc
   --json      say it as JSON
+  --import    make titles of FILE... and add them to the project
+  --to FOLDER where their streams go
+  --dvd9      fill a disc of two layers (without it: of one) with pictures as
+              good as there is room for
+  --rate N    instead: N kbit/s of video on average, 700 to 8500
+  --constant N
+              instead: all pictures equally good, 2 (best) to 31
+  --crop      fill the picture and lose its edges, instead of black bars
+  --no-silence
+              a film without sound gets no sound stream
+  --pal       where neither project nor films decide, make PAL, not NTSC
   --help      show this help
   --version   show the version
   --          end of the options
@@ -142,8 +240,9 @@ The folder is made when it does not exist. Questions that the window would ask
 get the answer that loses nothing.
 
 Exit status:
-  0    the disc is authored, or the look at project or disc found no error
-  1    a tool reported an error
+  0    the disc is authored, the look at project or disc found no error, or all
+       files are imported
+  1    a tool reported an error, or a file was not imported
   2    bad arguments, a project that cannot be loaded or authored as it stands,
        an error that the look at project or disc found, a folder that holds a
        disc, or files that cannot be written
@@ -157,6 +256,7 @@ Environment:
   PATH          where the tools are looked up (not on Windows)
 
 Examples:
+  corvane-author --import holiday.mp4 --to streams film.cvp
   corvane-author --check film.cvp
   corvane-author film.cvp /srv/dvd/film
   corvane-author --verify film.cvp /srv/dvd/film

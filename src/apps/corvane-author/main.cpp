@@ -1,7 +1,9 @@
 // corvane-author: authors a project's disc from the command line.
 #include "apps/corvane-author/arguments.h"
 #include "apps/corvane-author/author_project.h"
+#include "apps/corvane-author/import_files.h"
 #include "apps/corvane-author/report.h"
+#include "media/source_probe.h"
 #include "platform/files/program_folder.h"
 #include "platform/processes/console.h"
 #include "platform/processes/interrupt.h"
@@ -32,6 +34,8 @@ int main(int argc, char** argv) {
   }
   corvane::catch_interrupts();
   try {
+    if (arguments->import)
+      return corvane::import_into_project(*arguments, report, corvane::probe_source);
     return corvane::author_project(*arguments, report);
   } catch (const std::exception& error) {
     // Only what nothing can be done about, as memory that has run out. The tools end with us.
