@@ -42,7 +42,8 @@ struct source_colours {
 };
 
 struct source_video {
-  int width = 0;  ///< pixels, as coded: before rotation and without the shape of a pixel
+  int width = 0;  ///< pixels, as coded: before rotation and without the shape of a pixel; 0 where
+                  ///< it could not be told
   int height = 0;
   std::optional<source_ratio> pixel_aspect{};  ///< width over height of a pixel
   int turned = 0;              ///< degrees clockwise that a player turns it: 0, 90, 180 or 270

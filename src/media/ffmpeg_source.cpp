@@ -365,14 +365,14 @@ result<source_facts> facts_of(source_demuxer& source, std::int64_t bytes) {
 }
 
 result<source_facts> ffmpeg_source_reader::facts(source_bytes& bytes, const source_limits& limits) {
-  const auto source = source_demuxer::open(bytes, limits);
+  const auto source = source_demuxer::open(bytes, limits, source_purpose::facts);
   return source ? facts_of(**source, bytes.size()) : result<source_facts>::fail(source.error);
 }
 
 result<picture> ffmpeg_source_reader::picture_at(source_bytes& bytes, const source_limits& limits,
                                                  double seconds, int most_width, int most_height) {
   for (const double time : {seconds, 0.0}) {
-    const auto source = source_demuxer::open(bytes, limits);
+    const auto source = source_demuxer::open(bytes, limits, source_purpose::picture);
     if (!source)
       return result<picture>::fail(source.error);
     auto shown = picture_from(**source, time, most_width, most_height);

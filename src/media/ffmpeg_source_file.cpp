@@ -20,9 +20,14 @@ namespace {
 
 constexpr int buffer_size = 64 * 1024;
 
-/// Looked through for streams that begin late, and for what their headers do not say.
-constexpr std::int64_t most_for_streams = std::int64_t{24} * 1024 * 1024;
-constexpr std::int64_t longest_for_streams = 10 * std::int64_t{AV_TIME_BASE};
+/// Looked through for streams that begin late, and for what their headers do not say. Multiplexes
+/// are always looked through so far.
+constexpr std::int64_t most_for_streams = std::int64_t{8} << 20;
+constexpr std::int64_t longest_for_streams = 5 * std::int64_t{AV_TIME_BASE};
+
+/// The same where only the stream that is shown is wanted.
+constexpr std::int64_t most_for_a_picture = std::int64_t{2} << 20;
+constexpr std::int64_t longest_for_a_picture = 1 * std::int64_t{AV_TIME_BASE};
 
 int open_nothing(AVFormatContext*, AVIOContext**, const char*, int, AVDictionary**) {
   return AVERROR(EPERM);
@@ -68,9 +73,10 @@ codec_ptr decoder_of(const AVStream& stream) {
 }
 
 result<std::unique_ptr<source_demuxer>> source_demuxer::open(source_bytes& bytes,
-                                                             const source_limits& limits) {
+                                                             const source_limits& limits,
+                                                             source_purpose purpose) {
   using opened = result<std::unique_ptr<source_demuxer>>;
-  std::unique_ptr<source_demuxer> source(new source_demuxer(bytes, limits));
+  std::unique_ptr<source_demuxer> source(new source_demuxer(bytes, limits, purpose));
   for (const auto step : {&source_demuxer::make_context, &source_demuxer::find_container,
                           &source_demuxer::open_container})
     if (const failure why = ((*source).*step)())
@@ -101,8 +107,9 @@ failure source_demuxer::make_context() {
   format_->io_open = open_nothing;
   // No protocol has this name: a demuxer that asks for one itself gets none either.
   format_->protocol_whitelist = av_strdup("none");
-  format_->probesize = most_for_streams;
-  format_->max_analyze_duration = longest_for_streams;
+  const bool thorough = purpose_ == source_purpose::facts;
+  format_->probesize = thorough ? most_for_streams : most_for_a_picture;
+  format_->max_analyze_duration = thorough ? longest_for_streams : longest_for_a_picture;
   return std::nullopt;
 }
 

@@ -32,12 +32,16 @@ int number_of(const Enumeration& value) {
 /// The pictures that are decoded have no more pixels than this: phones make 108 millions.
 inline constexpr std::int64_t most_source_pixels = 120'000'000;
 
+/// What a file is opened for: all of its streams, or a picture of one.
+enum class source_purpose { facts, picture };
+
 class source_demuxer {
  public:
   /// Opens it and looks at its streams. Fails with a sentence for a person. `bytes` must outlive
   /// what it gives.
   static result<std::unique_ptr<source_demuxer>> open(source_bytes& bytes,
-                                                      const source_limits& limits);
+                                                      const source_limits& limits,
+                                                      source_purpose purpose);
   source_demuxer(const source_demuxer&) = delete;
   source_demuxer& operator=(const source_demuxer&) = delete;
   ~source_demuxer();
@@ -65,9 +69,10 @@ class source_demuxer {
   bool spent() const;
 
  private:
-  source_demuxer(source_bytes& bytes, const source_limits& limits)
+  source_demuxer(source_bytes& bytes, const source_limits& limits, source_purpose purpose)
       : bytes_(&bytes),
         limits_(limits),
+        purpose_(purpose),
         allowed_(limits),
         began_(std::chrono::steady_clock::now()) {}
 
@@ -83,6 +88,7 @@ class source_demuxer {
 
   source_bytes* bytes_;
   source_limits limits_;
+  source_purpose purpose_;
   source_limits allowed_;  // counted as the limits are, from the beginning
   std::chrono::steady_clock::time_point began_;
   std::int64_t position_ = 0;

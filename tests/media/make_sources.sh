@@ -110,6 +110,12 @@ ff -i h264-ac3.mkv -c copy -output_ts_offset 7 -avoid_negative_ts disabled start
 both trimmed.mp4 $x264 -bf 2 -c:a aac -avoid_negative_ts disabled -output_ts_offset -0.3 -movflags +negative_cts_offsets
 ff -i h264-ac3.mkv -itsoffset 0.25 -i h264-ac3.mkv -map 0:v -map 1:a -c copy late-sound.mkv
 
+# Larger than what is looked through whole: sound that is not packed, and ends before the picture.
+ff -f lavfi -i "$(picture 16x16 25 24)" -f lavfi -i anullsrc=channel_layout=7.1:sample_rate=48000 -t 24 \
+  -filter_complex '[1]atrim=duration=22.5[a]' -map 0:v -map '[a]' $x264 -c:a pcm_s16le large.mkv
+ff -f lavfi -i "$(picture 16x16 25 24)" -f lavfi -i anullsrc=channel_layout=7.1:sample_rate=48000 -t 24 \
+  -filter_complex '[1]atrim=duration=22.5[a]' -map 0:v -map '[a]' -c:v mpeg2video -c:a s302m -strict -2 large.ts
+
 # Many streams, names, chapters, subtitles.
 video silent.mp4 64x48 25 $x264
 ff -f lavfi -i "$(picture)" -f lavfi -i "$sound" -map 0:v $(printf ' -map 1:a%.0s' 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16) \

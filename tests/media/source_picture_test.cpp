@@ -104,6 +104,52 @@ TEST(SourcePicture, IsTurned) {
   expect_corners(made, {of_lime, of_white, of_red, of_blue});
 }
 
+// The film of quadrants with this matrix in its head, which is for the places of pixels.
+std::string film_with(int a, int b, int c, int d) {
+  const auto film = read_file(source("quadrants.mp4"), 1 << 20);
+  EXPECT_TRUE(film);
+  const auto number = [](int sign) {
+    return sign > 0 ? "\0\1\0\0"s : sign < 0 ? "\xFF\xFF\0\0"s : "\0\0\0\0"s;
+  };
+  const std::string end = "\0\0\0\0\0\0\0\0\x40\0\0\0"s;
+  const std::string none = number(0);
+  const std::string upright = number(1) + none + none + none + number(1) + none + end;
+  const std::string wanted = number(a) + number(b) + none + number(c) + number(d) + none + end;
+  std::string made = *film;
+  const std::size_t at = made.find(upright, made.find("tkhd"));
+  EXPECT_NE(at, std::string::npos);
+  return at == std::string::npos ? made : made.replace(at, upright.size(), wanted);
+}
+
+struct matrix {
+  int a, b, c, d;
+  int turned;
+  bool mirrored;
+  std::array<colour, 4> corners;
+};
+
+TEST(SourcePicture, OfAFilmIsTurnedAndMirroredAsItsMatrixSays) {
+  const std::vector<matrix> all = {
+      {1, 0, 0, 1, 0, false, {of_red, of_lime, of_blue, of_white}},
+      {-1, 0, 0, 1, 0, true, {of_lime, of_red, of_white, of_blue}},
+      {-1, 0, 0, -1, 180, false, {of_white, of_blue, of_lime, of_red}},
+      {1, 0, 0, -1, 180, true, {of_blue, of_white, of_red, of_lime}},
+      {0, 1, -1, 0, 90, false, {of_blue, of_red, of_white, of_lime}},
+      {0, -1, 1, 0, 270, false, {of_lime, of_white, of_red, of_blue}},
+      {0, 1, 1, 0, 270, true, {of_red, of_blue, of_lime, of_white}},
+      {0, -1, -1, 0, 90, true, {of_white, of_lime, of_blue, of_red}},
+  };
+  const temporary_folder folder;
+  for (const matrix& wanted : all) {
+    const std::string path = folder.add("a.mp4", film_with(wanted.a, wanted.b, wanted.c, wanted.d));
+    const auto facts = probe_source(path);
+    ASSERT_TRUE(facts) << facts.error;
+    EXPECT_EQ(facts->streams.at(0).video.turned, wanted.turned);
+    EXPECT_EQ(facts->streams[0].video.mirrored, wanted.mirrored) << wanted.turned;
+    expect_corners(shown(path, 0, 100, 100), wanted.corners);
+  }
+}
+
 TEST(SourcePicture, OfEveryKindOfFilmCanBeHad) {
   for (const char* const name :
        {"h264-aac.mp4",   "h264-pcm.mov",      "h264-ac3.mkv",    "h264-aac.ts",   "h264-aac.flv",

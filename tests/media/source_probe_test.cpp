@@ -265,6 +265,17 @@ TEST(ProbeSource, TellsLengthsFromTheBeginningAndNotFromZero) {
   EXPECT_NEAR(*facts.length, 0.608, 0.001);
 }
 
+TEST(ProbeSource, TellsWhenTheStreamsOfLargeFilesEnd) {
+  for (const char* const name : {"large.mkv", "large.ts"}) {
+    const source_facts facts = probed(name);
+    EXPECT_GT(facts.bytes, 16 << 20);
+    ASSERT_TRUE(facts.length && facts.streams.at(0).length && facts.streams.at(1).length);
+    EXPECT_NEAR(*facts.length, 24, 0.05) << name;
+    EXPECT_NEAR(*facts.streams[0].length, 24, 0.05) << name;
+    EXPECT_NEAR(*facts.streams[1].length, 22.5, 0.05) << name;
+  }
+}
+
 TEST(ProbeSource, TellsSoundThatBeginsLater) {
   const source_facts facts = probed("late-sound.mkv");
   ASSERT_TRUE(facts.streams.at(0).start && facts.streams.at(1).start && facts.length);
