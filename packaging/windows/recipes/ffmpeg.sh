@@ -49,4 +49,6 @@ build() {
   set +f
   make -j"$jobs"
   make install
+  mkdir -p "$prefix/licences/zlib"
+  cp /usr/share/doc/libz-mingw-w64-dev/copyright "$prefix/licences/zlib/"
 }
