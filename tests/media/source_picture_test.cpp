@@ -23,7 +23,8 @@ using colour = std::array<int, 3>;
 constexpr colour of_red{254, 0, 0}, of_lime{0, 255, 0}, of_blue{0, 0, 255}, of_white{255, 255, 255};
 
 colour colour_at(const picture& shown, int x, int y) {
-  const auto at = static_cast<std::size_t>(3 * (y * shown.width + x));
+  const auto row = static_cast<std::size_t>(y) * static_cast<std::size_t>(shown.width);
+  const std::size_t at = 3 * (row + static_cast<std::size_t>(x));
   return {shown.rgb.at(at), shown.rgb.at(at + 1), shown.rgb.at(at + 2)};
 }
 
