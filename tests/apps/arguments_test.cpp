@@ -105,6 +105,57 @@ TEST(AuthorArguments, ACheckDoesNotGoWithWhatARunIsTold) {
               "--check authors nothing and goes with --json only");
 }
 
+TEST(AuthorArguments, AnImportTakesFilesAFolderAndTheProject) {
+  const auto arguments =
+      read_author_arguments({"--import", "a.mp4", "b.mkv", "--to", "streams", "c.cvp"});
+  ASSERT_TRUE(arguments) << arguments.error;
+  EXPECT_TRUE(arguments->import);
+  EXPECT_EQ(arguments->imported, (std::vector<std::string>{"a.mp4", "b.mkv"}));
+  EXPECT_EQ(arguments->to, "streams");
+  EXPECT_EQ(arguments->project, "c.cvp");
+  EXPECT_EQ(arguments->choices.quality, import_quality::fill_disc);
+  EXPECT_EQ(arguments->choices.disc_bytes, single_layer_bytes);
+}
+
+TEST(AuthorArguments, AnImportHasOptionsOfItsOwn) {
+  const auto read = [](std::vector<std::string> options) {
+    options.insert(options.end(), {"--import", "a.mp4", "--to", "s", "c.cvp"});
+    return *read_author_arguments(options);
+  };
+  EXPECT_EQ(read({"--rate", "4500"}).choices.mean_rate, 4'500'000);
+  EXPECT_EQ(read({"--rate", "4500"}).choices.quality, import_quality::mean_rate);
+  EXPECT_EQ(read({"--constant", "6"}).choices.quantizer, 6);
+  EXPECT_EQ(read({"--constant", "6"}).choices.quality, import_quality::constant);
+  EXPECT_EQ(read({"--dvd9"}).choices.disc_bytes, double_layer_bytes);
+  EXPECT_EQ(read({"--crop"}).choices.fit, picture_fit::cropped);
+  EXPECT_FALSE(read({"--no-silence"}).choices.silence);
+  EXPECT_TRUE(read({"--pal"}).pal);
+}
+
+TEST(AuthorArguments, WhatIsWrongWithAnImportIsNamed) {
+  const auto why = [](const std::vector<std::string>& words) {
+    return read_author_arguments(words).error;
+  };
+  EXPECT_EQ(why({"--import"}), "FILE is missing");
+  EXPECT_EQ(why({"--import", "a.mp4", "--to", "s"}), "PROJECT.cvp is missing");
+  EXPECT_EQ(why({"--import", "a.mp4", "c.cvp"}), "--to FOLDER is missing");
+  EXPECT_EQ(why({"--import", "a.mp4", "c.cvp", "--to"}), "--to wants a value");
+  EXPECT_EQ(why({"--import", "a.mp4", "b.mp4", "--to", "s"}),
+            "\"b.mp4\" is no project: the last path is PROJECT.cvp");
+  EXPECT_EQ(why({"--import", "", "c.cvp", "--to", "s"}), "a path is empty");
+  EXPECT_EQ(why({"--import", "a", "c.cvp", "--to", "s", "--rate", "10000"}),
+            "--rate wants a whole number from 700 to 8500");
+  EXPECT_EQ(why({"--import", "a", "c.cvp", "--to", "s", "--constant", "two"}),
+            "--constant wants a whole number from 2 to 31");
+  EXPECT_EQ(why({"--to", "s", "c.cvp", "out"}), "--to goes with --import");
+  EXPECT_EQ(why({"--crop", "c.cvp", "out"}), "--crop goes with --import");
+  EXPECT_EQ(why({"--import", "--check", "a", "c.cvp"}),
+            "--import goes with neither --check nor --verify");
+  for (const char* option : {"--prepare", "--replace", "--cleanup", "--force", "--iso"})
+    EXPECT_EQ(why({"--import", option, "a", "c.cvp", "--to", "s"}),
+              "--import authors nothing and has options of its own");
+}
+
 TEST(AuthorArguments, HelpAndVersionComeFirst) {
   EXPECT_TRUE(read_author_arguments({"--nonsense", "--help"})->help);
   EXPECT_TRUE(read_author_arguments({"--version"})->version);
@@ -112,8 +163,10 @@ TEST(AuthorArguments, HelpAndVersionComeFirst) {
 
 TEST(AuthorArguments, HelpNamesEveryOptionAndFitsATerminal) {
   const std::string help = author_help();
-  for (const char* const option : {"--prepare", "--iso", "--no-iso", "--replace", "--cleanup",
-                                   "--help", "--version", "PROJECT.cvp", "OUTPUT-FOLDER"})
+  for (const char* const option :
+       {"--prepare", "--iso", "--no-iso", "--replace", "--cleanup", "--import", "--to FOLDER",
+        "--dvd9", "--rate", "--constant", "--crop", "--no-silence", "--pal", "--help", "--version",
+        "PROJECT.cvp", "OUTPUT-FOLDER"})
     EXPECT_THAT(help, HasSubstr(option));
   std::size_t column = 0;
   for (const char c : help) {
