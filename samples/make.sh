@@ -85,7 +85,7 @@ menu_video() {
 }
 
 # still_menu NAME NTSC|PAL HEADING ENTRY...: a menu of one picture, NAME.jpg, and the video that
-# "create m2v still" makes of it.
+# "create m2v still" makes of it (which puts the proportions right afterwards).
 still_menu() {
   name=$1
   measures "$2"
@@ -100,7 +100,7 @@ still_menu() {
   # A pattern for numbered files to jpeg2yuv.
   pattern=$(printf %s "$media/$name.jpg" | sed 's/%/%%/g')
   jpeg2yuv -v 0 -n 1 -I p -f "$frame_rate" -j "$pattern" |
-    mpeg2enc -v 0 -f 8 -n "$norm" -o "$media/$name.m2v" >"$media/$name.log" 2>&1 &&
+    mpeg2enc -v 0 -f 8 -n "$norm" -a 2 -o "$media/$name.m2v" >"$media/$name.log" 2>&1 &&
     [ -s "$media/$name.m2v" ] || { cat "$media/$name.log" >&2; fail "making $name.m2v failed"; }
   rm "$media/$name.log"
 }

@@ -95,6 +95,7 @@ class system_script_host : public script_host {
   std::string control_text(const std::string& control_file) override;
   std::optional<std::uintmax_t> size_of(const std::string& file) override;
   std::string why_not_this_still(const std::string& m2v, const still_form& asked) override;
+  failure set_aspect_code(const std::string& m2v, int code) override;
   std::vector<std::string> font_names_in(const std::string& font_file) override;
   void take(finding f) override { findings_.push_back(std::move(f)); }
 

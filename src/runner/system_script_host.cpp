@@ -1,3 +1,4 @@
+#include "formats/aspect_code.h"
 #include "formats/font_names.h"
 #include "formats/text.h"
 #include "platform/files/files.h"
@@ -124,6 +125,10 @@ std::optional<std::uintmax_t> system_script_host::size_of(const std::string& fil
 std::string system_script_host::why_not_this_still(const std::string& m2v,
                                                    const still_form& asked) {
   return corvane::why_not_this_still(m2v, asked);
+}
+
+failure system_script_host::set_aspect_code(const std::string& m2v, int code) {
+  return corvane::set_aspect_code(m2v, code);
 }
 
 std::vector<std::string> system_script_host::font_names_in(const std::string& font_file) {

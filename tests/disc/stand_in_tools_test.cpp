@@ -260,6 +260,18 @@ TEST_F(StandInOfStills, ToolsThatDoTheirWorkMakeAWholeStill) {
   EXPECT_THAT(done.out, Not(HasSubstr("ERR")));
 }
 
+/// mpeg2enc that makes its still out of reach afterwards, as another program might.
+TEST_F(StandInOfStills, StillThatCannotBeWrittenAgainIsAnError) {
+  add("mpeg2enc", after_o(real("mpeg2enc") + " \"$@\"\nchattr +i \"$o\" || exit 9\n"));
+  const finished done = make();
+  run({{"/usr/bin/chattr", "-i", m2v_}});
+  if (done.out.find("status 9") != std::string::npos)
+    GTEST_SKIP() << "no file can be made immutable here";
+  EXPECT_EQ(done.status, 1);
+  EXPECT_THAT(done.out, ContainsRegex("ERR:  the still video .* does not get the proportions of a "
+                                      "DVD: it cannot be written: "));
+}
+
 TEST_F(StandInOfStills, Jpeg2yuvThatDoesHalfOfItsWorkIsFoundOut) {
   ASSERT_EQ(make().status, 0);
   earlier_ = *read_file(m2v_, 1u << 24);

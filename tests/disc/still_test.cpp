@@ -13,8 +13,12 @@
 namespace corvane::disc {
 namespace {
 
+using testing::AllOf;
+using testing::Each;
+using testing::Gt;
 using testing::HasSubstr;
 using testing::Not;
+using testing::SizeIs;
 using testing::StartsWith;
 
 /// A program folder with the script runner and the tools.
@@ -94,6 +98,38 @@ TEST(StillOnDisc, PalPictureBecomesAVideoOf15Frames) {
   expect_red_and_blue(out);
 }
 
+/// The codes in all sequence headers of a video.
+std::vector<int> aspect_codes(const std::string& bytes) {
+  const std::string mark("\0\0\1\xB3", 4);
+  std::vector<int> codes;
+  for (auto at = bytes.find(mark); at != std::string::npos; at = bytes.find(mark, at + 1))
+    codes.push_back(static_cast<unsigned char>(bytes[at + 7]) >> 4);
+  return codes;
+}
+
+/// As mpeg2enc writes them for this standard, but for the proportions.
+TEST(StillOnDisc, StillSaysThatItIs4By3AndIsElseAsTheToolsMakeIt) {
+  const testing_support::temporary_folder folder;
+  const std::string app = program_folder_in(folder);
+  for (const int height : {480, 576}) {
+    const std::string norm = height == 480 ? "n" : "p", rate = height == 480 ? "29.97" : "25";
+    const std::string jpeg = draw_jpeg(folder, norm + ".jpg", height),
+                      out = folder.path("menu.m2v");
+    const std::string log = make_still(app, {jpeg, out, height, 16});
+    EXPECT_THAT(log, Not(HasSubstr("ERR")));
+    const std::string plain = folder.path("plain.m2v");
+    const std::string by_hand = "jpeg2yuv -v 0 -n 16 -I p -f " + rate + " -j '" + jpeg +
+                                "' | mpeg2enc -v 0 -f 8 -n " + norm + " -o '" + plain + "'";
+    ASSERT_EQ(run({{"/bin/sh", "-c", by_hand}}).status, 0);
+    std::string expected = folder.read("plain.m2v");
+    EXPECT_THAT(aspect_codes(expected), AllOf(SizeIs(Gt(1)), Each(1)));
+    const std::string mark("\0\0\1\xB3", 4);
+    for (auto at = expected.find(mark); at != std::string::npos; at = expected.find(mark, at + 1))
+      expected[at + 7] = static_cast<char>((expected[at + 7] & 0x0F) | 0x20);
+    EXPECT_TRUE(folder.read("menu.m2v") == expected) << height;
+  }
+}
+
 /// Both ways: nothing is refused that would work, and nothing run that would not.
 TEST(StillOnDisc, JpegCheckAgreesWithJpeg2yuv) {
   const testing_support::temporary_folder folder;
@@ -131,9 +167,8 @@ TEST(StillOnDisc, GreyPictureStaysAsBrightAsItWas) {
   EXPECT_EQ(why_not_for_jpeg2yuv(*read_file(jpeg, 1u << 24)), std::nullopt);
   const std::string log = make_still(program_folder_in(folder), {jpeg, out, 480, 1});
   EXPECT_THAT(log, Not(HasSubstr("ERR")));
-  EXPECT_THAT(colour_at(out, 100), testing::Each(testing::AllOf(testing::Gt(42), testing::Lt(58))));
-  EXPECT_THAT(colour_at(out, 600),
-              testing::Each(testing::AllOf(testing::Gt(192), testing::Lt(208))));
+  EXPECT_THAT(colour_at(out, 100), Each(AllOf(Gt(42), testing::Lt(58))));
+  EXPECT_THAT(colour_at(out, 600), Each(AllOf(Gt(192), testing::Lt(208))));
 }
 
 /// The sample script has the tools' command line a second time.
@@ -150,8 +185,8 @@ TEST(StillOnDisc, StillsOfTheSamplesAreWhatTheProgramMakes) {
   }
 }
 
-/// A disc whose one menu is a still of so many pictures.
-contents disc_with_still(const studio& s, int height, int frames, const std::string& audio) {
+/// A project whose one menu is a still of so many pictures, which is made.
+project project_with_still(const studio& s, int height, int frames, const std::string& audio) {
   const std::string out = s.folder().path("work/menu.m2v");
   make_still(program_folder_in(s.folder()),
              {draw_jpeg(s.folder(), "work/menu.jpg", height), out, height, frames});
@@ -161,7 +196,12 @@ contents disc_with_still(const studio& s, int height, int frames, const std::str
   add_menu(
       p, stored_from_native(out), audio.empty() ? "" : stored_media(audio),
       {" 100/ 100/ 300/ 140/jump title 1/yellow/green", " 100/ 200/ 300/ 240/exit/cyan/white"});
-  contents disc = s.authored(p);
+  return p;
+}
+
+/// A disc whose one menu it is.
+contents disc_with_still(const studio& s, int height, int frames, const std::string& audio) {
+  contents disc = s.authored(project_with_still(s, height, frames, audio));
   press_all_buttons(s.out(), disc);
   return disc;
 }
@@ -179,6 +219,20 @@ void expect_menu_works(const contents& disc) {
   EXPECT_GT(lit.red, 200);
   EXPECT_GT(lit.green, 200);
   EXPECT_LT(lit.blue, 60);
+}
+
+/// Neither the examination nor dvdauthor, nor the look at the finished disc.
+TEST(StillOnDisc, NobodySaysAnythingOfTheProportionsOfAStill) {
+  for (const int height : {480, 576}) {
+    const studio s;
+    const finished done = s.author(project_with_still(s, height, 1, ""));
+    EXPECT_EQ(done.status, 0) << done.out;
+    EXPECT_THAT(done.out, AllOf(Not(HasSubstr("aspect")), Not(HasSubstr("proportions")),
+                                Not(HasSubstr("square"))));
+    const result<std::string> log = read_file(join_path(s.app(), "CorvaneLOG.txt"), 1u << 24);
+    ASSERT_TRUE(log) << log.error;
+    EXPECT_THAT(*log, AllOf(HasSubstr("dvdauthor"), Not(HasSubstr("unknown mpeg2 aspect"))));
+  }
 }
 
 TEST(StillOnDisc, OnePictureIsEnoughForAMenu) {

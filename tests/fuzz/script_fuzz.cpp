@@ -1,5 +1,6 @@
 // Work scripts of any bytes through the interpreter behind conspawn. The host touches nothing; it
 // checks that what reaches it could be handed to the system.
+#include "formats/aspect_code.h"
 #include "formats/text.h"
 #include "platform/text/utf8.h"
 #include "runner/output_lines.h"
@@ -104,6 +105,10 @@ class checking_host : public corvane::script_host {
   std::string why_not_this_still(const std::string& m2v,
                                  const corvane::still_form& asked) override {
     return static_cast<int>(m2v.size()) < asked.pictures ? "odd" : "";
+  }
+  corvane::failure set_aspect_code(const std::string& m2v, int code) override {
+    check(code == corvane::aspect_code::narrow || code == corvane::aspect_code::wide);
+    return m2v.size() % 5 == 0 ? corvane::failure("odd") : std::nullopt;
   }
   void take(corvane::finding f) override { check(!f.rule.empty() && !f.found.empty()); }
   std::vector<std::string> font_names_in(const std::string& font_file) override {

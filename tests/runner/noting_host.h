@@ -78,6 +78,9 @@ class noting_host : public script_host {
     still = asked;
     return why_no_still;
   }
+  failure set_aspect_code(const std::string& m2v, int code) override {
+    return note("set aspect " + std::to_string(code) + " in " + m2v);
+  }
   void take(finding f) override { findings.push_back(std::move(f)); }
   std::vector<std::string> font_names_in(const std::string& /*font_file*/) override {
     return fonts;

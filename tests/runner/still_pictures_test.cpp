@@ -71,12 +71,13 @@ const char* const still_line =
 const std::string both_ran =
     "[run /own/jpeg2yuv.exe,-n,15,-I,p,-f,25,-j,/p.jpg]\n"
     "[run /own/mpeg2enc.exe,-f,8,-n,p,-o,/s.m2v]\n";
+const std::string looked_at = "[look at /s.m2v]\n", put_right = "[set aspect 2 in /s.m2v]\n";
 const std::string wrong = "\nERR:  the still video \"/s.m2v\" is not as it should be: ";
 
 TEST(StillLine, VideoIsLookedAtWhenBothToolsEndedWell) {
   noting_host host;
   EXPECT_TRUE(run_script(still_line, host));
-  EXPECT_EQ(host.notes, both_ran + "[look at /s.m2v]\n");
+  EXPECT_EQ(host.notes, both_ran + looked_at + put_right);
   EXPECT_EQ(host.still, (still_form{15, 576}));
 }
 
@@ -84,7 +85,7 @@ TEST(StillLine, VideoThatIsNotWholeIsAnErrorThoughBothToolsEndedWell) {
   noting_host host;
   host.why_no_still = "it is cut off";
   EXPECT_FALSE(run_script(still_line, host));
-  EXPECT_EQ(host.notes, both_ran + "[look at /s.m2v]\n" + wrong + "it is cut off\n");
+  EXPECT_EQ(host.notes, both_ran + looked_at + wrong + "it is cut off\n");
 }
 
 TEST(StillLine, VideoOfAnEarlierRunThatWasNotWrittenIsAnError) {
@@ -99,7 +100,35 @@ TEST(StillLine, VideoOfAnEarlierRunMayBeReplaced) {
   noting_host host;
   host.lies_there = true;
   EXPECT_TRUE(run_script(still_line, host));
-  EXPECT_EQ(host.notes, both_ran + "[look at /s.m2v]\n");
+  EXPECT_EQ(host.notes, both_ran + looked_at + put_right);
+}
+
+TEST(StillLine, VideoWhoseProportionsStayWrongIsAnErrorAndAFinding) {
+  noting_host host;
+  host.failures["set aspect 2 in /s.m2v"] = "it cannot be written: Permission denied";
+  EXPECT_FALSE(run_script(still_line, host));
+  EXPECT_EQ(host.notes, both_ran + looked_at + put_right +
+                            "\nERR:  the still video \"/s.m2v\" does not get the proportions of a "
+                            "DVD: it cannot be written: Permission denied\n");
+  ASSERT_EQ(host.findings.size(), 1u);
+  EXPECT_EQ(host.findings[0].rule, "still-aspect");
+  EXPECT_EQ(host.findings[0].severity, finding_severity::error);
+  EXPECT_EQ(host.findings[0].file, "/s.m2v");
+}
+
+/// The proportions for which a line with these arguments of mpeg2enc asks.
+std::string put_right_by(const std::string& arguments) {
+  noting_host host;
+  EXPECT_TRUE(run_script(
+      "bin/jpeg2yuv.exe -n 1 -j /p.jpg | bin/mpeg2enc.exe -f 8 -n n " + arguments + " -o /s.m2v\n",
+      host));
+  return host.notes.substr(host.notes.find("[set"));
+}
+
+TEST(StillLine, ProportionsThatTheLineAsksForAreKept) {
+  EXPECT_EQ(put_right_by("-a 3"), "[set aspect 3 in /s.m2v]\n");
+  EXPECT_EQ(put_right_by("-a 2"), put_right);
+  EXPECT_EQ(put_right_by("-a 1"), put_right);
 }
 
 TEST(StillLine, FailureIsToldOnce) {

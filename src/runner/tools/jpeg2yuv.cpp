@@ -1,5 +1,6 @@
 #include "runner/tools/jpeg2yuv.h"
 
+#include "formats/aspect_code.h"
 #include "formats/numbers.h"
 #include "runner/tools/tool_outcomes.h"
 
@@ -22,6 +23,18 @@ bool ended_well(const tool_result& result) {
                      [](const program_end& end) { return complaint_about("x", end).empty(); });
 }
 
+finding still_finding(std::string_view rule, const std::string& m2v, const std::string& what) {
+  finding f = outcome_finding(rule, {}, "the still video \"" + m2v + "\" " + what);
+  f.file = m2v;
+  return f;
+}
+
+/// The aspect code that mpeg2enc was asked for. It writes 1 (square pixels, which no DVD has) when
+/// it is asked for none; the pictures have the shape of a television then, which is 4:3.
+int asked_aspect(const script_words& mpeg2enc) {
+  return word_after(mpeg2enc, "-a") == "3" ? aspect_code::wide : aspect_code::narrow;
+}
+
 }  // namespace
 
 std::string jpeg2yuv_ways::makes(const tool_call& call) const {
@@ -41,12 +54,12 @@ std::vector<finding> jpeg2yuv_ways::judge(const tool_call& call, const tool_resu
   const std::string why = result.left_alone
                               ? "mpeg2enc did not write it, and what lies there is older"
                               : files.why_not_this_still(m2v, asked);
-  if (why.empty())
-    return {};
-  finding f = outcome_finding("still-incomplete", {},
-                              "the still video \"" + m2v + "\" is not as it should be: " + why);
-  f.file = m2v;
-  return {f};
+  if (!why.empty())
+    return {still_finding("still-incomplete", m2v, "is not as it should be: " + why)};
+  if (const failure why_not = files.set_aspect_code(m2v, asked_aspect(call.line[1])))
+    return {
+        still_finding("still-aspect", m2v, "does not get the proportions of a DVD: " + *why_not)};
+  return {};
 }
 
 }  // namespace corvane

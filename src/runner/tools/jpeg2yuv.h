@@ -1,5 +1,6 @@
 // jpeg2yuv, which hands a still's pictures on to mpeg2enc: of a picture that gets lost between
-// them, or a video that is not whole, neither exit status tells.
+// them, or a video that is not whole, neither exit status tells. The video calls its pixels square,
+// which no DVD knows: in a whole one the proportions are put right.
 #pragma once
 
 #include "runner/tools/tool_ways.h"

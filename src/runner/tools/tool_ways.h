@@ -6,6 +6,7 @@
 
 #include "disc/finding.h"
 #include "platform/processes/spawn.h"
+#include "platform/result.h"
 #include "runner/script_line.h"
 #include "runner/tools/still_pictures.h"
 
@@ -53,6 +54,10 @@ class tool_files {
   /// Why a still video is not as it was asked for (runner/tools/still_pictures.h).
   virtual std::string why_not_this_still(const std::string& m2v, const still_form& asked) = 0;
 
+  /// Sets the proportions that a still video states (formats/aspect_code.h). Returns why not, as a
+  /// clause.
+  virtual failure set_aspect_code(const std::string& m2v, int code) = 0;
+
   /// The names of a font (formats/font_names.h).
   virtual std::vector<std::string> font_names_in(const std::string& font_file) = 0;
 };
@@ -82,7 +87,7 @@ class tool_ways {
   }
 
   /// What went wrong that its end does not tell, errors all; the log's line of each is what was
-  /// found, as it stands.
+  /// found, as it stands. What the tool never does as a disc needs it is put right before.
   virtual std::vector<finding> judge(const tool_call& /*call*/, const tool_result& /*result*/,
                                      tool_files& /*files*/) const {
     return {};
