@@ -208,16 +208,6 @@ std::string utf8_of_utf16(std::string_view bytes) {
   return text;
 }
 
-/// A file's text as UTF-8; nullopt if nobody can say what characters its bytes are.
-std::optional<std::string> utf8_of(const subtitle_file& file, const subtitle_settings& settings) {
-  if (file.unicode() == "UTF-16")
-    return utf8_of_utf16(file.bytes());
-  const std::string charset = file.set_read(settings[subtitle_field::character_set]);
-  if (charset == "UTF-8" || charset.empty())
-    return file.bytes();
-  return in_utf8(file.bytes(), charset);
-}
-
 subtitle_cues cues_in(std::string_view text, const subtitle_settings& settings) {
   const double rate = leading_number(settings[subtitle_field::frame_rate]);
   return read_subtitle_cues(text, rate > 0 ? rate : 25);
@@ -243,7 +233,7 @@ class cue_examiner {
 
   void look_at_texts() {
     for (const text_cue& cue : all_.cues) {
-      if (&cue == all_.cues.data() && is_rate(cue)) {
+      if (&cue == all_.cues.data() && is_rate_line(all_.format, cue)) {
         add("subtitle-rate-line", cue, "the first cue is the number " + shortened(cue));
         continue;
       }
@@ -252,7 +242,7 @@ class cue_examiner {
   }
 
   void look_at_times(std::optional<double> seconds) {
-    const bool has_rate = !all_.cues.empty() && is_rate(all_.cues.front());
+    const bool has_rate = !all_.cues.empty() && is_rate_line(all_.format, all_.cues.front());
     double latest = 0;
     for (const text_cue& cue : all_.cues) {
       if (cue.begin < latest)
@@ -294,12 +284,6 @@ class cue_examiner {
     f.file = path_;
     f.seconds = cue.begin;
     findings_.push_back(std::move(f));
-  }
-
-  bool is_rate(const text_cue& cue) const {
-    return all_.format == subtitle_format::microdvd && cue.begin < 1 &&
-           cue.end.value_or(cue.begin) <= cue.begin && cue.text.size() == 1 &&
-           is_plain_number(trim(cue.text[0]));
   }
 
   void look_at_text(const text_cue& cue) {
@@ -370,6 +354,21 @@ finding about_file(std::string_view rule, finding_item item, const std::string& 
 
 std::span<const rule> subtitle_text_rules() {
   return subtitle_text_rules_table;
+}
+
+std::optional<std::string> utf8_of(const subtitle_file& file, const subtitle_settings& settings) {
+  if (file.unicode() == "UTF-16")
+    return utf8_of_utf16(file.bytes());
+  const std::string charset = file.set_read(settings[subtitle_field::character_set]);
+  if (charset == "UTF-8" || charset.empty())
+    return file.bytes();
+  return in_utf8(file.bytes(), charset);
+}
+
+bool is_rate_line(subtitle_format format, const text_cue& cue) {
+  return format == subtitle_format::microdvd && cue.begin < 1 &&
+         cue.end.value_or(cue.begin) <= cue.begin && cue.text.size() == 1 &&
+         is_plain_number(trim(cue.text[0]));
 }
 
 subtitle_cues cues_of(const subtitle_file& file, const subtitle_settings& settings) {

@@ -21,6 +21,12 @@ std::span<const rule> subtitle_text_rules();
 /// The cues that spumux reads of a file with these settings.
 subtitle_cues cues_of(const subtitle_file& file, const subtitle_settings& settings);
 
+/// A file's text as UTF-8; nullopt if nobody can say what characters its bytes are.
+std::optional<std::string> utf8_of(const subtitle_file& file, const subtitle_settings& settings);
+
+/// Whether the first cue of a file is no text, but the rate of its pictures ("{1}{1}23.976").
+bool is_rate_line(subtitle_format format, const text_cue& cue);
+
 /// What one file's text gives, in the order of its times; of each rule the first twenty. `file` was
 /// read from `path`. `seconds`: how long the title is; not set: not compared. `font`: what the font
 /// of the settings has; null: not looked at.

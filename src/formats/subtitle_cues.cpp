@@ -248,38 +248,6 @@ subtitle_format format_of(std::string_view text) {
 
 // Texts -----------------------------------------------------------------------------------------
 
-/// Whether what stands between "<" and ">" is a tag that players know: leaving it out loses no
-/// text.
-bool is_usual_tag(std::string_view inner) {
-  constexpr std::array tags = {"i",    "b",  "u",    "s",    "em",  "strong", "font",
-                               "span", "br", "p",    "c",    "v",   "div",    "center",
-                               "ruby", "rt", "sync", "body", "sami"};
-  if (inner.starts_with('/'))
-    inner.remove_prefix(1);
-  const std::string name = lower(inner.substr(0, inner.find_first_of(" \t./=:")));
-  return inner.starts_with('!') || std::find(tags.begin(), tags.end(), name) != tags.end();
-}
-
-/// The line without what stands between "<" and ">", or behind a "<" that has no end; the first
-/// such piece that is no usual tag goes into `lost`.
-std::string without_tags(std::string_view line, std::string& lost) {
-  std::string shown;
-  while (!line.empty()) {
-    const auto sign = std::min(line.find_first_of("<>"), line.size());
-    shown += line.substr(0, sign);
-    line.remove_prefix(sign);
-    if (line.starts_with('<')) {
-      const auto end = std::min(line.find('>'), line.size());
-      if (lost.empty() && !is_usual_tag(line.substr(1, end - 1)))
-        lost = line.substr(0, end + 1);
-      line.remove_prefix(end);
-    }
-    if (!line.empty())
-      line.remove_prefix(1);  // the ">", which is not shown either
-  }
-  return shown;
-}
-
 /// At the signs that stand for a new line.
 std::vector<std::string> split_at(std::string_view text, const std::vector<std::string>& signs) {
   std::string rest(text);
@@ -288,25 +256,13 @@ std::vector<std::string> split_at(std::string_view text, const std::vector<std::
   return split(rest, std::string_view(signs[0]));
 }
 
-/// Text behind the nine fields of a line of SSA or ASS, without its "{\...}".
-std::string ssa_text(std::string_view behind_times) {
+/// Text behind the nine fields of a line of SSA or ASS.
+std::string_view behind_ssa_fields(std::string_view behind_times) {
   constexpr int fields = 6;  // style, name, three margins, effect
   std::string_view text = behind_times;
   for (int i = 0; i < fields && text.find(',') != std::string_view::npos; ++i)
     text.remove_prefix(text.find(',') + 1);
-  std::string shown;
-  while (!text.empty()) {
-    const auto begin = std::min(text.find("{\\"), text.size());
-    shown += text.substr(0, begin);
-    text.remove_prefix(begin);
-    const auto end = text.find('}');
-    if (end == std::string_view::npos) {
-      shown += text;
-      break;
-    }
-    text.remove_prefix(end + 1);
-  }
-  return shown;
+  return text;
 }
 
 class cue_reader {
@@ -346,11 +302,14 @@ class cue_reader {
         break;
       case subtitle_format::vplayer:
         if (const times t = vplayer_times(line); t && t->begin > 0)
-          add(*t, lines_.number(), split(t->rest, '|'), {});
+          add(*t, lines_.number(), split(t->rest, '|'), {}, {place_of(t->rest)});
         break;
       case subtitle_format::ssa:
-        if (const times t = ssa_times(line))
-          add(*t, lines_.number(), split_at(ssa_text(t->rest), {"\\N", "\\n"}), {});
+        if (const times t = ssa_times(line)) {
+          const std::string_view text = behind_ssa_fields(t->rest);
+          add(*t, lines_.number(), split_at(without_blocks(text), {"\\N", "\\n"}), {},
+              {place_of(text)});
+        }
         break;
       default:
         break;
@@ -361,33 +320,42 @@ class cue_reader {
   void add_following_lines(const span_of_time& t, std::string_view last) {
     const int number = lines_.number();
     std::vector<std::string> text;
+    std::vector<text_place> places;
     std::string lost;
     while (const auto line = lines_.next()) {
       if (line->empty() || (!last.empty() && line->starts_with(last)))
         break;
+      places.push_back(place_of(*line));
       if (text.size() <= most_cue_lines)
         text.push_back(all_.format == subtitle_format::subrip ? without_tags(*line, lost)
                                                               : std::string(*line));
     }
-    add(t, number, std::move(text), std::move(lost));
+    add(t, number, std::move(text), std::move(lost), std::move(places));
   }
 
   void add_next_line(const span_of_time& t) {
     const int number = lines_.number();
     if (const auto line = lines_.next())
-      add(t, number, split_at(*line, {"|", "[br]"}), {});
+      add(t, number, split_at(*line, {"|", "[br]"}), {}, {place_of(*line)});
   }
 
   void add_pictures(span_of_time t) {
     t.begin /= rate_;
     if (t.end)
       *t.end /= rate_;
-    add(t, lines_.number(), split(t.rest, '|'), {});
+    add(t, lines_.number(), split(t.rest, '|'), {}, {place_of(t.rest)});
   }
 
-  void add(const span_of_time& t, int line, std::vector<std::string> text, std::string lost) {
+  void add(const span_of_time& t, int line, std::vector<std::string> text, std::string lost,
+           std::vector<text_place> places) {
     if (!text.empty())
-      all_.cues.push_back({t.begin, t.end, line, std::move(text), std::move(lost)});
+      all_.cues.push_back(
+          {t.begin, t.end, line, std::move(text), std::move(lost), std::move(places)});
+  }
+
+  /// `part`: of the file's text.
+  text_place place_of(std::string_view part) const {
+    return {static_cast<std::size_t>(part.data() - text_.data()), part.size()};
   }
 
   // SAMI ------------------------------------------------------------------------------------------
@@ -415,8 +383,9 @@ class cue_reader {
     if (to != std::string_view::npos)
       t.end = milliseconds_in(text_.substr(to + start_mark.size())) - 0.01;
     std::string lost;
-    std::vector<std::string> text = sami_lines(part, lost);
-    add(t, line, std::move(text), std::move(lost));
+    const std::string_view body = sami_body(part);
+    std::vector<std::string> text = sami_lines(body, lost);
+    add(t, line, std::move(text), std::move(lost), {place_of(body)});
   }
 
   static double milliseconds_in(std::string_view text) {
@@ -426,16 +395,20 @@ class cue_reader {
   }
 
   /// From the first "<P...>" on.
-  static std::vector<std::string> sami_lines(std::string_view part, std::string& lost) {
+  static std::string_view sami_body(std::string_view part) {
     const auto paragraph = std::min(part.find("<P"), part.find("<p"));
     const auto begin = paragraph == std::string_view::npos ? paragraph : part.find('>', paragraph);
     if (begin == std::string_view::npos)
-      return {};
+      return part.substr(part.size());
     std::string_view body = part.substr(begin + 1);
     // The last "<" belongs to the "<SYNC" before the next "Start=".
     const auto last = body.rfind('<');
     if (last != std::string_view::npos && body.find('>', last) == std::string_view::npos)
       body = body.substr(0, last);
+    return body;
+  }
+
+  static std::vector<std::string> sami_lines(std::string_view body, std::string& lost) {
     std::string text = replace_all(replace_all(body, "\r", ""), "\n", "");
     text = replace_all(replace_all(text, "&nbsp;", " "), "\t", " ");
     std::vector<std::string> lines;
@@ -455,6 +428,50 @@ class cue_reader {
 };
 
 }  // namespace
+
+bool is_usual_tag(std::string_view inner) {
+  constexpr std::array tags = {"i",    "b",  "u",    "s",    "em",  "strong", "font",
+                               "span", "br", "p",    "c",    "v",   "div",    "center",
+                               "ruby", "rt", "sync", "body", "sami"};
+  if (inner.starts_with('/'))
+    inner.remove_prefix(1);
+  const std::string name = lower(inner.substr(0, inner.find_first_of(" \t./=:")));
+  return inner.starts_with('!') || std::find(tags.begin(), tags.end(), name) != tags.end();
+}
+
+std::string without_tags(std::string_view line, std::string& lost) {
+  std::string shown;
+  while (!line.empty()) {
+    const auto sign = std::min(line.find_first_of("<>"), line.size());
+    shown += line.substr(0, sign);
+    line.remove_prefix(sign);
+    if (line.starts_with('<')) {
+      const auto end = std::min(line.find('>'), line.size());
+      if (lost.empty() && !is_usual_tag(line.substr(1, end - 1)))
+        lost = line.substr(0, end + 1);
+      line.remove_prefix(end);
+    }
+    if (!line.empty())
+      line.remove_prefix(1);  // the ">", which is not shown either
+  }
+  return shown;
+}
+
+std::string without_blocks(std::string_view text) {
+  std::string shown;
+  while (!text.empty()) {
+    const auto begin = std::min(text.find("{\\"), text.size());
+    shown += text.substr(0, begin);
+    text.remove_prefix(begin);
+    const auto end = text.find('}');
+    if (end == std::string_view::npos) {
+      shown += text;
+      break;
+    }
+    text.remove_prefix(end + 1);
+  }
+  return shown;
+}
 
 subtitle_cues read_subtitle_cues(std::string_view text, double rate) {
   return cue_reader(text, rate).read();

@@ -25,6 +25,11 @@ enum class subtitle_format {
   other,       ///< one whose cues are not read here
 };
 
+/// Where a stretch of a cue's text stands in the file, in bytes.
+struct text_place {
+  std::size_t at = 0, size = 0;
+};
+
 struct text_cue {
   double begin = 0;           ///< seconds
   std::optional<double> end;  ///< seconds, not after `begin` where the file says so; not set: none
@@ -32,6 +37,9 @@ struct text_cue {
   std::vector<std::string> text;  ///< its lines as spumux draws them
   std::string lost;  ///< what stood between "<" and ">" and was left out, but for the usual tags;
                      ///< the first such piece
+  /// The text as it stands in the file, in its order: of SubRip and SubViewer 2 each line, of the
+  /// others all of it with the signs that part its lines.
+  std::vector<text_place> places{};
 };
 
 struct subtitle_cues {
@@ -44,6 +52,18 @@ inline constexpr std::size_t most_cue_lines = 16;
 
 /// Cues that are read of a file; a long film has two thousand.
 inline constexpr std::size_t most_cues = 100'000;
+
+/// Whether what stands between "<" and ">" is a tag that players know: leaving it out loses no
+/// text.
+bool is_usual_tag(std::string_view inner);
+
+/// A line as spumux draws it in SubRip and SAMI: without what stands between "<" and ">", or behind
+/// a "<" that has no end. The first such piece that is no usual tag goes into `lost`, if that is
+/// empty.
+std::string without_tags(std::string_view line, std::string& lost);
+
+/// A text as spumux draws it in SSA: without its "{\...}".
+std::string without_blocks(std::string_view text);
 
 /// `text`: the file's, in a set in which ASCII stands for itself. `rate`: pictures a second, for
 /// times that are counted in pictures; above 0.

@@ -39,6 +39,28 @@ TEST(SubtitleCues, SubRipHasTimesAndLines) {
   EXPECT_EQ(cues[1].line, 7);
 }
 
+/// What stands at the places of all cues.
+std::vector<std::string> placed(const std::string& text) {
+  std::vector<std::string> all;
+  for (const text_cue& cue : read_subtitle_cues(text, 25).cues)
+    for (const text_place& place : cue.places)
+      all.push_back(text.substr(place.at, place.size));
+  return all;
+}
+
+TEST(SubtitleCues, PlacesAreWhereTheTextsStandInTheFile) {
+  EXPECT_THAT(placed("1\r\n00:00:01,0 --> 00:00:02,0\r\nOne\r\n<i>two</i>\r\n\r\nnot this\n"),
+              ElementsAre("One", "<i>two</i>"));
+  EXPECT_THAT(placed("{25}{50}{y:i}a|b\r\n{60}{}c"), ElementsAre("{y:i}a|b", "c"));
+  EXPECT_THAT(placed("Dialogue: 0,0:00:01.00,0:00:02.50,D,,0,0,0,,{\\b1}a\\Nb, c\n"),
+              ElementsAre("{\\b1}a\\Nb, c"));
+  EXPECT_THAT(placed("00:00:01.00,00:00:02.00\na[br]b\n"), ElementsAre("a[br]b"));
+  EXPECT_THAT(placed("{T 00:00:01:00\na\nb\n}\n"), ElementsAre("a", "b"));
+  EXPECT_THAT(placed("00:00:01:a|b\n"), ElementsAre("a|b"));
+  EXPECT_THAT(placed("<SAMI>\n<SYNC Start=1000><P Class=EN>a<br>b\n<SYNC Start=2000><P>c\n"),
+              ElementsAre("a<br>b\n", "c\n"));
+}
+
 TEST(SubtitleCues, CueOfSubRipWithoutTextIsLeftOut) {
   EXPECT_THAT(cues_of("00:00:01,0 --> 00:00:02,0\n\n00:00:03,0 --> 00:00:04,0\n\n",
                       subtitle_format::subrip),
