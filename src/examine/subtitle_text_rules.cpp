@@ -35,6 +35,11 @@ constexpr double shared_overlap = 0.2;  // divided between the two cues
 constexpr std::string_view spumux_source = "spumux 0.7.2, its reader of subtitles";
 constexpr std::string_view edit_file = "correct the cue in the subtitle file with a text editor";
 
+constexpr std::string_view clean_file =
+    "choose \"clean...\" in the findings window, which writes a copy without it; or correct the "
+    "cue "
+    "in the subtitle file with a text editor";
+
 constexpr std::array subtitle_text_rules_table = {
     rule{
         "subtitle-unreadable", severity::error, "spumux can read each subtitle file",
@@ -53,22 +58,23 @@ constexpr std::array subtitle_text_rules_table = {
          "look at it in the preview of \"add/edit subtitles\", or convert it to SubRip",
          "this program"},
     rule{"subtitle-markup-shown", severity::warning, "Subtitles hold no markup that spumux draws",
-         "text without this markup", "the markup as letters in the subtitle", edit_file,
+         "text without this markup", "the markup as letters in the subtitle", clean_file,
          spumux_source},
     rule{"subtitle-text-lost", severity::warning, "No text of a subtitle stands between < and >",
-         "text without \"<\" and \">\"", "the subtitle without this text",
-         "write other signs in the place of \"<\" and \">\" in the subtitle file", spumux_source},
-    rule{"subtitle-rate-line", severity::warning,
-         "A MicroDVD file does not begin with its rate of pictures",
-         "a file whose first cue is a text; the rate is set in \"add/edit subtitles\"",
-         "a number at the beginning of the title",
-         "delete the first line of the subtitle file and set this frame rate in \"add/edit "
-         "subtitles\"",
+         "text without \"<\" and \">\"", "the subtitle without this text", clean_file,
          spumux_source},
+    rule{
+        "subtitle-rate-line", severity::warning,
+        "A MicroDVD file does not begin with its rate of pictures",
+        "a file whose first cue is a text; the rate is set in \"add/edit subtitles\"",
+        "a number at the beginning of the title",
+        "choose \"clean...\" in the findings window; or delete the first line of the subtitle file "
+        "and set this frame rate in \"add/edit subtitles\"",
+        spumux_source},
     rule{"subtitle-wide-character", severity::warning,
          "The characters of subtitles are of the Basic Multilingual Plane",
-         "characters up to U+FFFF", "other letters in the place of this character",
-         "delete or replace the character in the subtitle file", "spumux 0.7.2, measured"},
+         "characters up to U+FFFF", "other letters in the place of this character", clean_file,
+         "spumux 0.7.2, measured"},
     rule{"subtitle-too-many-lines", severity::warning, "A cue has at most 16 lines",
          "at most 16 lines", "the subtitle without its last lines", edit_file, spumux_source},
     rule{"subtitle-cue-without-length", severity::warning, "A cue ends after it begins",

@@ -92,8 +92,21 @@ bool is_blank(std::string_view text) {
 /// The lines of one cue, before and after.
 struct cue_lines {
   std::vector<std::string> before, after;
-  std::vector<std::string> reasons;
+  std::vector<std::string> drawn, reasons;
+
+  bool are_changed() const { return !drawn.empty() || !reasons.empty(); }
 };
+
+/// `"{\an8}" and "&amp;" would be shown as letters; ...`
+std::string why_text(const cue_lines& lines) {
+  std::vector<std::string> clauses = lines.reasons;
+  std::string drawn;
+  for (std::size_t i = 0; i < lines.drawn.size(); ++i)
+    drawn += (i == 0 ? "" : i + 1 == lines.drawn.size() ? " and " : ", ") + lines.drawn[i];
+  if (!drawn.empty())
+    clauses.insert(clauses.begin(), drawn + " would be shown as letters");
+  return join(clauses, "; ");
+}
 
 class file_cleaner {
  public:
@@ -140,15 +153,19 @@ class file_cleaner {
       else
         clean_parted(old, lines);
     }
-    if (!lines.reasons.empty())
+    if (lines.are_changed())
       out_.changes.push_back({cue.line, cue.begin, join(lines.before, "\n"),
-                              join(lines.after, "\n"), join(lines.reasons, "; ")});
+                              join(lines.after, "\n"), why_text(lines)});
   }
 
-  void note(const cleaned_line& line, cue_lines& lines) {
-    for (const std::string& reason : line.reasons)
-      if (std::find(lines.reasons.begin(), lines.reasons.end(), reason) == lines.reasons.end())
-        lines.reasons.push_back(reason);
+  static void note(const cleaned_line& line, cue_lines& lines) {
+    const auto add = [](std::vector<std::string>& all, const std::vector<std::string>& more) {
+      for (const std::string& one : more)
+        if (std::find(all.begin(), all.end(), one) == all.end())
+          all.push_back(one);
+    };
+    add(lines.drawn, line.drawn);
+    add(lines.reasons, line.reasons);
   }
 
   /// Lines that are drawn empty, and were not before, go: in SubRip they would end the cue.
@@ -164,7 +181,7 @@ class file_cleaner {
     const cleaned_line line = clean_line(old, all_.format);
     lines.before.emplace_back(old);
     copied_ += old.size();
-    if (line.reasons.empty()) {
+    if (!line.is_changed()) {
       out_.text += old;
       lines.after.emplace_back(old);
       return;
@@ -192,7 +209,7 @@ class file_cleaner {
       lines.before.emplace_back(part.text);
       note(line, lines);
       const std::vector<std::string> kept =
-          line.reasons.empty() ? std::vector{std::string(part.text)} : kept_lines(line);
+          line.is_changed() ? kept_lines(line) : std::vector{std::string(part.text)};
       if (kept.empty())
         continue;
       if (!is_first)
@@ -203,7 +220,7 @@ class file_cleaner {
       lines.after.insert(lines.after.end(), kept.begin(), kept.end());
     }
     copied_ += old.size();
-    out_.text += lines.reasons.empty() ? std::string(old) : whole;
+    out_.text += lines.are_changed() ? whole : std::string(old);
   }
 
   std::string_view text_;

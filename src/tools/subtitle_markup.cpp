@@ -138,6 +138,11 @@ std::string narrow_text(std::uint32_t code) {
   return std::string(like_wide);
 }
 
+void add_once(std::vector<std::string>& all, std::string one) {
+  if (std::find(all.begin(), all.end(), one) == all.end())
+    all.push_back(std::move(one));
+}
+
 /// Where a sign stands next in a line that is gone through once, however often it is asked.
 class next_sign {
  public:
@@ -170,8 +175,7 @@ class line_cleaner {
       step();
   }
 
-  std::vector<std::string> take_lines() { return std::move(lines_); }
-  std::vector<std::string> take_reasons() { return std::move(reasons_); }
+  cleaned_line take() { return {std::move(lines_), std::move(drawn_), std::move(reasons_)}; }
 
  private:
   void step() {
@@ -204,17 +208,14 @@ class line_cleaner {
     at_ += count;
   }
 
-  void give_reason(std::string reason) {
-    if (std::find(reasons_.begin(), reasons_.end(), reason) == reasons_.end())
-      reasons_.push_back(std::move(reason));
-  }
+  void give_reason(std::string reason) { add_once(reasons_, std::move(reason)); }
 
   void is_drawn(std::string_view markup) {
     constexpr std::size_t most = 30;
-    give_reason("\"" + sanitized_short(markup, most) + "\" would be shown as letters");
+    add_once(drawn_, "\"" + sanitized_short(markup, most) + "\"");
   }
 
-  void would_hide() { give_reason("\"<\" and \">\" would hide what stands between them"); }
+  void would_hide() { give_reason("\"<\" and \">\" would hide what is between them"); }
 
   void brace() {
     const std::string_view inner = rest().substr(1);
@@ -356,7 +357,7 @@ class line_cleaner {
   std::size_t at_ = 0;
   std::size_t round_end_ = std::string_view::npos;  ///< a "}" whose "{" became "("
   next_sign brace_end_, tag_end_;
-  std::vector<std::string> lines_, reasons_;
+  std::vector<std::string> lines_, drawn_, reasons_;
 };
 
 /// Signs that could make markup, once more than a few passes have found some: a line made for that.
@@ -380,30 +381,31 @@ std::string without_signs(std::string_view line) {
 cleaned_line one_pass(std::string_view line, subtitle_format format) {
   line_cleaner cleaner(line, format);
   cleaner.run();
-  return {cleaner.take_lines(), cleaner.take_reasons()};
+  return cleaner.take();
 }
 
-void add_reasons(std::vector<std::string>& all, const std::vector<std::string>& more) {
-  for (const std::string& reason : more)
-    if (std::find(all.begin(), all.end(), reason) == all.end())
-      all.push_back(reason);
+void add_reasons(cleaned_line& all, const cleaned_line& more) {
+  for (const std::string& markup : more.drawn)
+    add_once(all.drawn, markup);
+  for (const std::string& reason : more.reasons)
+    add_once(all.reasons, reason);
 }
 
-/// Passes until nothing more is found; at least in the line as it is drawn. `line` holds no "\\N".
-std::string settled(std::string line, subtitle_format format, std::vector<std::string>& reasons) {
+/// Passes until nothing more is found; at least in the line as it is drawn. `line` holds no "\N".
+std::string settled(std::string line, subtitle_format format, cleaned_line& all) {
   constexpr int most_passes = 8;
   for (int pass = 0; pass < most_passes; ++pass) {
     cleaned_line found = one_pass(line, format);
-    if (found.reasons.empty()) {
+    if (!found.is_changed()) {
       // Markup can stand around a tag that is left out: "{<i>y:i}".
       const std::string shown = shown_line(line, format);
       if (shown == line)
         return line;
       found = one_pass(shown, format);
-      if (found.reasons.empty())
+      if (!found.is_changed())
         return line;
     }
-    add_reasons(reasons, found.reasons);
+    add_reasons(all, found);
     line = join(found.lines, " ");
   }
   return without_signs(line);
@@ -426,7 +428,7 @@ std::string shown_line(std::string_view line, subtitle_format format) {
 cleaned_line clean_line(std::string_view line, subtitle_format format) {
   cleaned_line cleaned = one_pass(line, format);
   for (std::string& one : cleaned.lines)
-    one = settled(std::move(one), format, cleaned.reasons);
+    one = settled(std::move(one), format, cleaned);
   return cleaned;
 }
 

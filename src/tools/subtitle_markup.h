@@ -1,7 +1,7 @@
 // A line of a subtitle without what spumux would draw as letters or leave out.
 //
 // Only what the examination names is touched (examine/subtitle_text_rules.h), and what spumux
-// understands stays: the usual tags in SubRip and SAMI, "{\\...}" in SSA. Text is kept: where a
+// understands stays: the usual tags in SubRip and SAMI, "{\...}" in SSA. Text is kept: where a
 // sign cannot stand, one like it takes its place.
 #pragma once
 
@@ -14,8 +14,12 @@
 namespace corvane {
 
 struct cleaned_line {
-  std::vector<std::string> lines;    ///< what it becomes: one line, more where it holds "\\N"
-  std::vector<std::string> reasons;  ///< why, as clauses, each once; none: it is as it was
+  std::vector<std::string> lines;  ///< what it becomes: one line, more where it holds "\N"
+  std::vector<std::string> drawn;  ///< markup that would be shown as letters, each once, in quotes
+  std::vector<std::string> reasons;  ///< why else, as clauses, each once
+
+  /// Whether it is another one now.
+  bool is_changed() const { return !drawn.empty() || !reasons.empty(); }
 };
 
 /// `line`: UTF-8, without the signs with which the format parts lines. To clean the outcome again

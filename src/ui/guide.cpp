@@ -26,6 +26,7 @@ const std::vector<guide_place>& guide_places() {
                                                   {"chapter", "chapters.html"},
                                                   {"vchapters", "chapters-editor.html"},
                                                   {"Subtitles", "subtitles.html"},
+                                                  {"cleansubtitles", "subtitles.html"},
                                                   {"language", "languages.html"},
                                                   {"menuselect", "menu-editor.html"},
                                                   {"tsmenu", "menu-editor.html"},

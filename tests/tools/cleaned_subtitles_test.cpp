@@ -120,8 +120,7 @@ TEST(CleanedSubtitles, ChangesAreToldCueByCue) {
   EXPECT_EQ(done.changes[0].begin, 3.0);
   EXPECT_EQ(done.changes[0].before, "{\\an8}Tom &amp; J.\nsecond {\\an8}");
   EXPECT_EQ(done.changes[0].after, "Tom & J.\nsecond ");
-  EXPECT_EQ(done.changes[0].why,
-            "\"{\\an8}\" would be shown as letters; \"&amp;\" would be shown as letters");
+  EXPECT_EQ(done.changes[0].why, "\"{\\an8}\" and \"&amp;\" would be shown as letters");
   EXPECT_EQ(done.changes[1].before, "{\\an8}");
   EXPECT_EQ(done.changes[1].after, "");
 }

@@ -4,6 +4,7 @@
 #include "platform/files/program_folder.h"
 #include "ui/editor/menu_windows.h"
 #include "ui/main_window.h"
+#include "ui/subtitles/clean_subtitles_window.h"
 #include "ui/subtitles/language_window.h"
 #include "ui/subtitles/subtitles_window.h"
 #include "ui/video/chapter_window.h"
@@ -153,6 +154,15 @@ TEST_F(ReadAloud, WhatTheSelectedTitleHolds) {
 TEST_F(ReadAloud, Subtitles) {
   start(edit_subtitles);
   expect_told_and_close("Subtitles", 18);
+}
+
+TEST_F(ReadAloud, CleanedSubtitles) {
+  project p = project_with_menus(1);
+  p.subtitledata[0] = folder_.stored("film.srt");
+  folder_.add("film.srt", "1\n00:00:01,000 --> 00:00:02,000\n{\\an8}a\n\n");
+  load(p);
+  start([](main_window& main) { clean_subtitles_of(main, 1, 1); });
+  expect_told_and_close("cleansubtitles", 7);
 }
 
 TEST_F(ReadAloud, LanguageTags) {

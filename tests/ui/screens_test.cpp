@@ -5,6 +5,7 @@
 #include "ui/editor/menu_windows.h"
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
+#include "ui/subtitles/clean_subtitles_window.h"
 #include "ui/subtitles/language_window.h"
 #include "ui/subtitles/subtitles_window.h"
 #include "ui/video/chapter_window.h"
@@ -142,6 +143,21 @@ TEST_F(Screens, HoldTheMainWindow) {
 TEST_F(Screens, HoldTheSubtitles) {
   start(edit_subtitles);
   look_at_and_close("Subtitles");
+}
+
+TEST_F(Screens, HoldTheCleanedSubtitles) {
+  project p = project_with_menus(1);
+  p.subtitledata[0] = folder_.stored("film.srt");
+  std::string cues;
+  for (int i = 10; i < 60; ++i)
+    cues += std::to_string(i) + "\n00:00:" + std::to_string(i) +
+            ",000 --> 00:00:" + std::to_string(i) +
+            ",900\n{\\an8}- Tom &amp; <Jerry>, is it you?\n- It is, and I have "
+            "come a long way.\n\n";
+  folder_.add("film.srt", cues);
+  load(p);
+  start([](main_window& main) { clean_subtitles_of(main, 1, 1); });
+  look_at_and_close("cleansubtitles");
 }
 
 TEST_F(Screens, HoldTheLanguageTags) {

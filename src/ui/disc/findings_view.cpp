@@ -5,15 +5,12 @@
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/text_margins.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/dataview.h>
 #include <wx/sizer.h>
 #include <wx/textctrl.h>
-
-#ifdef __WXGTK__
-#include <gtk/gtk.h>
-#endif
 
 #include <utility>
 
@@ -36,18 +33,6 @@ wxDataViewColumn* text_column(const char* title, unsigned model_column, int widt
   renderer->EnableEllipsize(wxELLIPSIZE_END);
   return new wxDataViewColumn(title, renderer, model_column, width, wxALIGN_LEFT,
                               wxDATAVIEW_COL_RESIZABLE);
-}
-
-void set_margins(wxTextCtrl& text, wxSize margins) {
-#ifdef __WXGTK__
-  // The toolkit has them for texts of one line only.
-  auto* view = GTK_TEXT_VIEW(gtk_bin_get_child(GTK_BIN(text.GetHandle())));
-  gtk_text_view_set_left_margin(view, margins.x);
-  gtk_text_view_set_right_margin(view, margins.x);
-  gtk_text_view_set_top_margin(view, margins.y);
-#else
-  text.SetMargins(margins.x, margins.y);
-#endif
 }
 
 }  // namespace
@@ -96,7 +81,7 @@ void findings_view::make_list() {
 void findings_view::make_details() {
   details_ = new wxTextCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
                             wxTE_MULTILINE | wxTE_READONLY | wxTE_RICH2);
-  set_margins(*details_, FromDIP(wxSize(layout::control_gap, layout::control_gap / 2)));
+  set_text_margins(*details_, FromDIP(wxSize(layout::control_gap, layout::control_gap / 2)));
   name_control(*details_, "details");
   details_->SetMinSize(FromDIP(wxSize(layout::list_height, layout::findings_least_height)));
 }

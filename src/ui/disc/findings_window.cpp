@@ -114,9 +114,13 @@ wxSizer* findings_window::make_buttons() {
   save_ = make_button("save", "&save as text...", "write all findings into a file", on_.save);
   check_ = make_button("check", "chec&k again", "read every file to its end (Ctrl+K)", on_.check);
   auto* close = new wxButton(this, wxID_CLOSE, "&close");
+  clean_ = make_button("clean", "c&lean...",
+                       "see what a copy of the subtitle file without this would be",
+                       [this] { clean_selected(); });
   const wxSizerFlags gap = wxSizerFlags().Border(wxLEFT, FromDIP(layout::control_gap));
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(go_to_);
+  row->Add(clean_, gap);
   row->Add(copy_, gap);
   row->Add(save_, gap);
   row->AddStretchSpacer();
@@ -182,6 +186,7 @@ void findings_window::enable_buttons() {
   const finding* f = view_->selected();
   const bool none = findings_.findings().empty();
   go_to_->Enable(commands_enabled_ && f != nullptr && on_.leads_somewhere(*f));
+  clean_->Enable(commands_enabled_ && f != nullptr && on_.can_clean && on_.can_clean(*f));
   copy_->Enable(!none);
   save_->Enable(commands_enabled_ && !none);
   check_->Enable(commands_enabled_ && !file_->IsShown());
@@ -215,6 +220,11 @@ void findings_window::come_back() {
 void findings_window::go_to_selected() {
   if (const finding* f = view_->selected())
     on_.go_to(*f);
+}
+
+void findings_window::clean_selected() {
+  if (const finding* f = view_->selected())
+    on_.clean(*f);
 }
 
 void findings_window::copy_all() {

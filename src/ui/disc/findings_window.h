@@ -38,6 +38,9 @@ class findings_window : public wxDialog {
     std::function<void(const finding&)> go_to;
     std::function<bool(const finding&)> leads_somewhere;  ///< whether `go_to` would
     std::function<void()> check, stop, save, closed;
+    /// What a cleaned copy of a subtitle file would cure, and the window for one.
+    std::function<bool(const finding&)> can_clean{};
+    std::function<void(const finding&)> clean{};
   };
 
   /// Stands where there is the most room beside `main`.
@@ -70,6 +73,7 @@ class findings_window : public wxDialog {
   void on_close(wxCloseEvent& event);
   void enable_buttons();
   void go_to_selected();
+  void clean_selected();
   void copy_all();
   void copy_selected();
 
@@ -83,6 +87,7 @@ class findings_window : public wxDialog {
   wxGauge* gauge_ = nullptr;
   findings_view* view_ = nullptr;
   wxButton* go_to_ = nullptr;
+  wxButton* clean_ = nullptr;
   wxButton* copy_ = nullptr;
   wxButton* save_ = nullptr;
   wxButton* check_ = nullptr;

@@ -11,6 +11,7 @@
 #include "ui/disc/finding_places.h"
 #include "ui/disc/reading_box.h"
 #include "ui/main_window.h"
+#include "ui/subtitles/clean_subtitles_window.h"
 
 #include <wx/app.h>
 #include <wx/utils.h>
@@ -139,6 +140,8 @@ findings_window& project_check::window() {
     findings_window::handlers on;
     on.go_to = [this](const finding& f) { go_to(f); };
     on.leads_somewhere = [this](const finding& f) { return leads_somewhere(f); };
+    on.can_clean = [this](const finding& f) { return can_clean(f); };
+    on.clean = [this](const finding& f) { clean(f); };
     on.check = [this] { check(); };
     on.stop = [this] { stop(); };
     on.save = [this] { save(); };
@@ -283,6 +286,18 @@ void project_check::go_to(const finding& f) {
   if (main_.raise_editor() || !main_.may_command())
     return;
   open_place(main_, place_of(f, shown_disc()));
+  comes_back_ = main_.has_editor();
+}
+
+bool project_check::can_clean(const finding& f) const {
+  return cleaning_helps(f) && place_of(f, shown_disc()).where == finding_target::place::subtitles;
+}
+
+void project_check::clean(const finding& f) {
+  if (main_.raise_editor() || !main_.may_command())
+    return;
+  const finding_target to = place_of(f, shown_disc());
+  clean_subtitles_of(main_, to.title, to.part);
   comes_back_ = main_.has_editor();
 }
 

@@ -90,6 +90,8 @@ class project_check {
   void end_check();
   void stop();
   void go_to(const finding& f);
+  bool can_clean(const finding& f) const;
+  void clean(const finding& f);
   bool leads_somewhere(const finding& f) const;
   finding_target place_of(const finding& f, const disc_description& examined) const;
   void list_fonts(const disc_description& disc);

@@ -48,6 +48,13 @@ inline constexpr int preview_width = 480;    ///< of the preview, where the scre
 inline constexpr int preview_least_width = 320;
 inline constexpr int preview_least_height = 240;
 
+inline constexpr int clean_width = 720;  ///< of the cleaned subtitles, before and after
+inline constexpr int clean_height = 470;
+inline constexpr int clean_time_width = 100;
+inline constexpr int clean_text_width = 290;
+inline constexpr int clean_list_height = 58;  ///< least of the list, and of the texts below it
+inline constexpr int clean_text_height = 44;
+
 inline constexpr int chapters_width = 400;       ///< of the title that chapters are typed for
 inline constexpr int chapters_height = 220;      ///< least height of the typed chapter times
 inline constexpr int chapter_times_width = 150;  ///< least width of the list beside the player
