@@ -364,6 +364,39 @@ TEST(CleanedSubtitles, NothingIsFoundInTheOutcomeNorChangedInItAgain) {
   EXPECT_GT(changed, 600);
 }
 
+/// The file with some bytes changed, left out or doubled.
+std::string damaged(std::string text, std::mt19937& random) {
+  const std::string signs = "{}<>&;\\\n\r|:,0123 -hN\xF0\x80";
+  for (int i = 0; i < 6; ++i) {
+    const std::size_t at = random() % text.size(), count = random() % 9;
+    if (random() % 3 == 0)
+      text.erase(at, count);
+    else if (random() % 2 == 0)
+      text.insert(at, text.substr(random() % text.size(), count));
+    else
+      text[at] = signs[random() % signs.size()];
+  }
+  return text;
+}
+
+TEST(CleanedSubtitles, DamagedFilesAreCleanedOnceAndForAllOrRefused) {
+  std::mt19937 random(3);
+  int refused = 0;
+  for (int round = 0; round < 1400; ++round) {
+    const std::string text =
+        damaged(made_file(static_cast<std::size_t>(round) % 7, random).text(4), random);
+    const auto done = clean_subtitles(subtitle_file("a.srt", text), settings_in("UTF-8"));
+    refused += done ? 0 : 1;
+    if (!done)
+      continue;
+    ASSERT_THAT(left_in(done->text), IsEmpty()) << text << "\nbecame\n" << done->text;
+    const auto again = clean_subtitles(subtitle_file("a.srt", done->text), settings_in("UTF-8"));
+    ASSERT_TRUE(again) << again.error << text << "\nbecame\n" << done->text;
+    ASSERT_EQ(again->text, done->text) << text;
+  }
+  EXPECT_LT(refused, 1000);
+}
+
 TEST(CleanedSubtitles, NoTextThatIsDrawnIsLost) {
   std::mt19937 random(11);
   const auto drawn = [](const std::string& text) {
