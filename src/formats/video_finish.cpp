@@ -38,15 +38,13 @@ void video_finisher::change(std::uint64_t position, std::uint8_t before, std::ui
 
 void video_finisher::look_at_sequence(std::uint64_t position, const std::uint8_t* bytes) {
   unsigned rate = bytes[aspect_and_rate] & 0x0Fu;
-  unsigned aspect = bytes[aspect_and_rate] >> 4;
+  const unsigned aspect = bytes[aspect_and_rate] >> 4;
   const bool film = rate == rate_of_film;
   if (what_.pulldown && is_film_.value_or(film) != film)
     fail("the rate of the pictures changes");
   is_film_ = film;
   if (what_.pulldown && film)
     rate = rate_of_video;
-  if (what_.aspect_code)
-    aspect = static_cast<unsigned>(*what_.aspect_code);
   change(position + 4 + aspect_and_rate, bytes[aspect_and_rate], byte_of(aspect << 4 | rate));
 }
 

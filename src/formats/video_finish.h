@@ -1,6 +1,7 @@
 // What an MPEG-2 video stream lacks for a disc when its encoder has ended, set in its headers
-// without a picture being coded again: the code at its end, the repeated fields that make film of
-// 23.976 pictures a second NTSC video of 29.97 (pulldown), and the proportions.
+// without a picture being coded again: the code at its end, and the repeated fields that make
+// film of 23.976 pictures a second NTSC video of 29.97 (pulldown). Proportions alone are set by
+// formats/aspect_code.h.
 //
 // The stream is taken in slices of any size, in constant memory, and comes out as changes of single
 // bytes: most of a stream stays as it is, and a file can be changed in its place.
@@ -25,9 +26,6 @@ struct video_finish {
   /// second. For streams that state 24000/1001; of any other rate nothing is changed. Each group of
   /// pictures must begin with a header and number its pictures from 0, as encoders do.
   bool pulldown = false;
-
-  /// The code of every sequence header that stands for the proportions: 2 is 4:3, 3 is 16:9.
-  std::optional<int> aspect_code{};
 
   bool operator==(const video_finish&) const = default;
 };

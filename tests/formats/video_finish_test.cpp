@@ -105,12 +105,6 @@ TEST(VideoFinish, WhatIsNoVideoGetsNoEndCode) {
   EXPECT_EQ(nothing, "");
 }
 
-TEST(VideoFinish, EverySequenceHeaderGetsTheProportions) {
-  std::string stream = sequence(3, 1) + group + picture(0) + sequence(3, 2) + group + picture(0);
-  EXPECT_FALSE(finish_video(stream, {.aspect_code = 3}));
-  EXPECT_EQ(stream, sequence(3, 3) + group + picture(0) + sequence(3, 3) + group + picture(0));
-}
-
 TEST(VideoFinish, PulldownRepeatsAFieldOfEachSecondPicture) {
   std::string stream = sequence() + group;
   for (unsigned n = 0; n < 6; ++n)
@@ -172,7 +166,7 @@ TEST(VideoFinish, SlicesMakeNoDifference) {
   std::string whole =
       sequence() + group + picture(0) + picture(1) + sequence() + group + picture(0);
   const std::string before = whole;
-  const video_finish what{.end_code = true, .pulldown = true, .aspect_code = 3};
+  const video_finish what{.end_code = true, .pulldown = true};
   ASSERT_FALSE(finish_video(whole, what));
   for (std::size_t slice = 1; slice < 30; ++slice) {
     std::string stream = before;
