@@ -17,6 +17,7 @@ class planner {
       : file_(file), beside_(beside), choices_(choices) {
     plan_.demands = decided_by(file, demands, preferred);
     plan_.source_bytes = file.bytes;
+    plan_.container = file.container.substr(0, file.container.find(','));
   }
 
   import_plan plan() {

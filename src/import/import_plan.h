@@ -46,6 +46,7 @@ struct import_plan {
   double begin = 0;            ///< of the picture, seconds after the beginning of the file
   double seconds = 0;          ///< that the title lasts; 0: not known
   std::int64_t source_bytes = 0;  ///< of the whole file
+  std::string container{};        ///< of the file, a name that FFmpeg has for it; may be empty
   video_plan video{};
   sound_plan sound{};
   std::vector<text_plan> texts{};

@@ -27,6 +27,14 @@ std::string stream_of_source(int index) {
   return "0:" + std::to_string(index);
 }
 
+// A file is opened as what it was found to be. Left to itself ffmpeg takes a list for the files
+// that it names, and a name with "%d" for a row of pictures.
+void add_input(arguments& a, const std::string& container, const std::string& file) {
+  if (!container.empty())
+    a.add({"-f", container});
+  a.add({"-i", file});
+}
+
 // Warnings and a line of progress a second; nothing is read from the keyboard. Turning is up to the
 // filters, which deinterlace first.
 void add_source(arguments& a, const import_job& job) {
@@ -35,7 +43,7 @@ void add_source(arguments& a, const import_job& job) {
   // All times are then those of the picture.
   if (job.plan.begin != 0)
     a.add({"-itsoffset", decimal_text(-job.plan.begin, 6)});
-  a.add({"-i", job.source});
+  add_input(a, job.plan.container, job.source);
 }
 
 bool needs_silence(const import_plan& plan) {
@@ -84,11 +92,22 @@ void add_text(arguments& a, const std::string& stream, const std::string& file) 
   a.add({"-map", stream, "-c:s", "srt", "-f", "srt", temporary_name(file)});
 }
 
+/// FFmpeg's name for what a subtitle file is by its ending (import/sidecars.h).
+std::string container_of_text(const std::string& file) {
+  const std::string ending = lower_extension_of(file);
+  if (ending == "ssa")
+    return "ass";
+  if (ending == "vtt")
+    return "webvtt";
+  return ending == "smi" ? "sami" : ending;
+}
+
 /// A text that has a file of its own has a run of its own.
 argument_list text_arguments(const import_job& job, std::size_t number) {
+  const std::string& file = job.plan.texts[number].file.file;
   arguments a;
-  a.add(
-      {"-nostdin", "-hide_banner", "-y", "-v", "warning", "-i", job.plan.texts[number].file.file});
+  a.add({"-nostdin", "-hide_banner", "-y", "-v", "warning"});
+  add_input(a, container_of_text(file), file);
   add_text(a, stream_of_source(0), job.files.texts[number]);
   return a.take();
 }

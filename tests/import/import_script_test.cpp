@@ -183,5 +183,17 @@ TEST(ImportNames, HoldNothingThatAProjectCannot) {
   EXPECT_EQ(video("/in/\xFF.mpg", path_style::posix), "/out/import.m2v");
 }
 
+// A list of other people's files with the name of a film must not be opened as one.
+TEST(ImportArguments, OpenAFileAsWhatItWasFoundToBe) {
+  import_job job;
+  job.source = "/films/a%d.mp4";
+  job.plan.container = "mov";
+  const argument_list arguments = import_arguments(job, false);
+  const auto input = std::find(arguments.begin(), arguments.end(), "-i");
+  ASSERT_NE(input, arguments.end());
+  EXPECT_EQ(*(input - 2), "-f");
+  EXPECT_EQ(*(input - 1), "mov");
+}
+
 }  // namespace
 }  // namespace corvane

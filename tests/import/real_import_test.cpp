@@ -48,11 +48,22 @@ class RealImport : public testing::Test {
     fs::create_symlink(CORVANE_FFMPEG, path_of(folder_.path("app/bin/ffmpeg.exe")));
   }
 
+  /// The facts were made as those of a Matroska file.
+  static source_facts as_stored(source_facts facts, const std::string& source) {
+    const std::string ending = source.substr(source.rfind('.') + 1);
+    for (const auto& [of, container] :
+         {std::pair("mp4", "mov,mp4,m4a"), {"ts", "mpegts"}, {"avi", "avi"}, {"mpg", "mpeg"}})
+      if (ending == of)
+        facts.container = container;
+    return facts;
+  }
+
   import_job job_for(const std::string& source, const source_facts& facts,
                      const import_choices& choices = {}, const titleset_demands& demands = {}) {
     import_job job;
     job.source = source_path(source);
-    job.plan = import_plan_for(facts, {}, demands, choices, video_standard::ntsc);
+    job.plan =
+        import_plan_for(as_stored(facts, source), {}, demands, choices, video_standard::ntsc);
     EXPECT_EQ(job.plan.problem, "");
     job.files = import_names(folder_.path("out"), job.source, job.plan, entry_exists);
     job.bits = {choices.quality, choices.mean_rate, 9'000'000, choices.quantizer};
