@@ -2,7 +2,7 @@
 // runner over it.
 #pragma once
 
-#include "fake_run.h"
+#include "support/fake_run.h"
 
 #include <chrono>
 #include <filesystem>
