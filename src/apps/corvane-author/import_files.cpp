@@ -23,7 +23,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto polling_interval = 100ms;
+constexpr auto look_interval = 100ms;
 
 std::string gigabytes(std::uint64_t bytes) {
   return decimal_text(static_cast<double>(bytes) / 1e9, 1) + " GB";
@@ -178,7 +178,7 @@ class console_import {
     if (const failure why = run.start())
       return refused(*why);
     while (run.running()) {
-      wait_or_interrupt(polling_interval);
+      wait_or_interrupt(look_interval);
       if (interrupt_number() != 0)
         run.stop();
       else
