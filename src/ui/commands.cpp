@@ -13,6 +13,7 @@
 #include "ui/disc/verified_window.h"
 #include "ui/editor/menu_windows.h"
 #include "ui/guide.h"
+#include "ui/import/import_window.h"
 #include "ui/main_window.h"
 #include "ui/subtitles/language_window.h"
 #include "ui/subtitles/subtitles_window.h"
@@ -138,6 +139,7 @@ menu file_menu() {
        command("newproject", "ne&w project", core<"new project", newproject_command>, "Ctrl+N"),
        command("savefile", "&save", core<"save", savefile_command>, "Ctrl+S"),
        {"recent", "r&ecent projects", "", item_kind::submenu, nullptr},
+       command("import", "i&mport...", import_chosen_files, "Ctrl+Shift+T"),
        separator(),
        command("quit", "&quit", quit, "Ctrl+Q")}};
 }

@@ -35,7 +35,9 @@ const std::vector<guide_place>& guide_places() {
                                                   {"log", "log.html"},
                                                   {"findings", "findings.html"},
                                                   {"findingsquestion", "findings.html"},
-                                                  {"disc", "verify.html"}};
+                                                  {"disc", "verify.html"},
+                                                  {"import", "import.html"},
+                                                  {"importlog", "import.html"}};
   return places;
 }
 

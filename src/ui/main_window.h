@@ -94,6 +94,11 @@ class main_window : public wxFrame {
   const command_bars& bars() const { return *bars_; }
   desktop& user_desktop() { return *user_desktop_; }
 
+  // For windows that run something themselves.
+  process_launcher& launcher() { return *launcher_; }
+  folder_lock& lock() { return lock_; }
+  wx_prompts& user_prompts() { return ask_; }
+
   // For the display of a run.
   void let_commands(bool enabled);
   void let_timer(bool enabled);

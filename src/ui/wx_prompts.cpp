@@ -134,6 +134,30 @@ std::string wx_prompts::save_file(const file_dialog& dialog) {
   return with_implied_extension(choose(dialog, wxFD_SAVE), dialog.filter);
 }
 
+std::vector<std::string> wx_prompts::open_files(const file_dialog& dialog) {
+  wxFileDialog chooser(parent(), wx_text(dialog.title), wx_text(folders_.folder_for(dialog)),
+                       wxString(), wx_text(toolkit_filter(dialog.filter)),
+                       wxFD_OPEN | wxFD_FILE_MUST_EXIST | wxFD_MULTIPLE);
+  std::vector<std::string> files;
+  if (show(chooser) != wxID_OK)
+    return files;
+  wxArrayString paths;
+  chooser.GetPaths(paths);
+  for (const wxString& path : paths)
+    files.push_back(absolute_path(utf8_of(path)));
+  if (!files.empty())
+    folders_.left_at(dialog, files.front());
+  return files;
+}
+
+std::string wx_prompts::choose_folder(const std::string& title, const std::string& folder) {
+  wxDirDialog chooser(parent(), wx_text(title), wx_text(folder), wxDD_DEFAULT_STYLE);
+  if (show(chooser) != wxID_OK)
+    return {};
+  const std::string path = utf8_of(chooser.GetPath());
+  return path.empty() ? path : absolute_path(path);
+}
+
 bool wx_prompts::go_on_despite(const findings_question& question) {
   findings_question_window window(
       parent(), question, [this](const finding& f) { return places_.has && places_.has(f); });

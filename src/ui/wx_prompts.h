@@ -24,6 +24,12 @@ class wx_prompts : public prompts {
   std::string open_file(const file_dialog& dialog) override;
   std::string save_file(const file_dialog& dialog) override;
   std::string input(const input_box& box) override;
+
+  /// Several existing files (native paths, absolute); empty when the user cancelled.
+  std::vector<std::string> open_files(const file_dialog& dialog);
+  /// A folder (native, absolute) that may be made in the dialog; empty when the user cancelled.
+  /// Opens in `folder`.
+  std::string choose_folder(const std::string& title, const std::string& folder);
   bool go_on_despite(const findings_question& question) override;
   std::string folder_of_missing(const missing_question& missing) override;
   bool show_text_file(const std::string& path) override;

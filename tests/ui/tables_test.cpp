@@ -42,6 +42,7 @@ const std::vector<expected_menu> expected_menus = {
       {"newproject", "new project", true, false},
       {"savefile", "save", true, false},
       {"recent", "recent projects", false, false},
+      {"import", "import...", true, false},
       separator,
       {"quit", "quit", true, false}}},
     {"menus",

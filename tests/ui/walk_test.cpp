@@ -113,6 +113,7 @@ class Walk : public window_test {
          [this] {
            EXPECT_TRUE(wait_until([this] { return window_->shown_project().saved == 1; }));
          }},
+        {"import", file("import films")},
         {"undo", [this] { EXPECT_FALSE(window_->shown_project().isocreate); }},
         {"redo", [this] { EXPECT_TRUE(window_->shown_project().isocreate); }},
         {"addmenu", file("select video stream")},

@@ -75,6 +75,13 @@ inline constexpr int log_height = 460;
 inline constexpr int log_least_width = 320;
 inline constexpr int log_least_height = 200;
 
+inline constexpr int import_width = 900;
+inline constexpr int import_height = 600;
+inline constexpr int import_least_height = 110;  ///< of the list of files
+inline constexpr int import_name_width = 170;
+inline constexpr int import_length_width = 70;
+inline constexpr int import_what_width = 220;
+
 inline constexpr int menu_image_width = 150;  ///< most of a button's bitmap beside the menu
 inline constexpr int menu_image_height = 70;
 

@@ -1,0 +1,442 @@
+#include "import/import_list.h"
+
+#include "examine/measures.h"
+#include "formats/numbers.h"
+#include "import/codec_names.h"
+#include "import/language_codes.h"
+#include "platform/files/files.h"
+#include "platform/files/paths.h"
+#include "runner/run_meter.h"
+#include "tools/language_tags.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+std::string name_of_file(const std::string& native) {
+  return std::string(file_name_of(stored_from_native(native)));
+}
+
+std::string two_digits(long number) {
+  return (number < 10 ? "0" : "") + std::to_string(number);
+}
+
+/// "1:32:05", "2:05".
+std::string clock_text(double seconds) {
+  const long all = std::lround(seconds);
+  const std::string end = two_digits(all % 60);
+  if (all < 3600)
+    return std::to_string(all / 60) + ":" + end;
+  return std::to_string(all / 3600) + ":" + two_digits(all / 60 % 60) + ":" + end;
+}
+
+std::string bytes_text(std::uint64_t bytes) {
+  constexpr double giga = 1e9, mega = 1e6;
+  const auto count = static_cast<double>(bytes);
+  return count < giga ? decimal_text(std::max(1.0, count / mega), 0) + " MB"
+                      : decimal_text(count / giga, 1) + " GB";
+}
+
+const char* word_of_fate(stream_fate fate) {
+  switch (fate) {
+    case stream_fate::copied:
+      return "copied";
+    case stream_fate::encoded:
+      return "encoded";
+    case stream_fate::left_out:
+      break;
+  }
+  return "left out";
+}
+
+const char* word_of_kind(source_kind kind) {
+  switch (kind) {
+    case source_kind::video:
+      return "video";
+    case source_kind::picture:
+      return "picture";
+    case source_kind::audio:
+      return "audio";
+    case source_kind::text:
+    case source_kind::bitmap_text:
+      return "subtitles";
+    case source_kind::other:
+      break;
+  }
+  return "data";
+}
+
+/// "German"; the name itself where it is not known.
+std::string language_name(const std::string& named) {
+  for (const std::string_view entry : language_entries) {
+    const std::size_t blank = entry.rfind(' ', entry.find_last_not_of(' '));
+    if (blank == std::string_view::npos || !same_language(entry.substr(blank + 1, 2), named))
+      continue;
+    std::string name(entry.substr(0, blank));
+    for (std::size_t i = 1; i < name.size(); ++i)
+      if (name[i] >= 'A' && name[i] <= 'Z' && name[i - 1] != ' ')
+        name[i] = static_cast<char>(name[i] - 'A' + 'a');
+    return name;
+  }
+  return named;
+}
+
+std::string channels_text(const source_audio& audio) {
+  if (audio.channels == 1)
+    return "mono";
+  if (audio.channels == 2)
+    return "stereo";
+  if (audio.layout.starts_with("5.1"))
+    return "5.1";
+  return audio.channels > 0 ? std::to_string(audio.channels) + " channels" : "";
+}
+
+void append(std::string& text, const std::string& piece) {
+  if (!piece.empty())
+    text += (text.empty() ? "" : ", ") + piece;
+}
+
+std::string video_text(const source_video& video, bool moves) {
+  std::string text;
+  if (video.width > 0)
+    append(text, std::to_string(video.width) + "x" + std::to_string(video.height));
+  if (moves && video.rate.over > 0)
+    append(text, decimal_text(video.rate.value(), 2) + " a second");
+  return text;
+}
+
+std::string text_of_stream(const source_stream& stream) {
+  std::string text = stream.codec.empty() ? "" : codec_name(stream.codec);
+  if (stream.kind == source_kind::video || stream.kind == source_kind::picture)
+    append(text, video_text(stream.video, stream.kind == source_kind::video));
+  if (stream.kind == source_kind::audio) {
+    append(text, channels_text(stream.audio));
+    if (stream.audio.sample_rate > 0)
+      append(text, decimal_text(stream.audio.sample_rate / 1000.0, 1) + " kHz");
+  }
+  append(text, language_name(stream.language));
+  return text;
+}
+
+/// Streams of a kind are counted where there are several.
+class stream_names {
+ public:
+  explicit stream_names(const std::vector<source_stream>& streams) {
+    for (const source_stream& stream : streams)
+      ++all_[word_of_kind(stream.kind)];
+  }
+  std::string next(source_kind kind) {
+    const std::string word = word_of_kind(kind);
+    const int number = ++told_[word];
+    return all_[word] > 1 ? word + " " + std::to_string(number) : word;
+  }
+
+ private:
+  std::map<std::string, int> all_, told_;
+};
+
+std::string fate_text(const planned_stream& planned) {
+  return std::string(word_of_fate(planned.fate)) +
+         (planned.reason.empty() ? "" : ": " + planned.reason);
+}
+
+void add_streams(item_summary& summary, const source_facts& facts, const import_plan* plan) {
+  stream_names names(facts.streams);
+  for (const source_stream& stream : facts.streams) {
+    std::string text = text_of_stream(stream);
+    if (plan != nullptr)
+      for (const planned_stream& planned : plan->streams)
+        if (planned.stream == stream.index)
+          text += (text.empty() ? "" : " - ") + fate_text(planned);
+    summary.lines.push_back({names.next(stream.kind), text});
+  }
+}
+
+void add_made(item_summary& summary, const import_job& job) {
+  const import_plan& plan = job.plan;
+  for (const text_plan& text : plan.texts)
+    if (!text.stream)
+      summary.lines.push_back(
+          {"beside it", name_of_file(text.file.file) +
+                            (text.language.empty() ? "" : ", " + language_name(text.language)) +
+                            " - becomes subtitles"});
+  const bool is_silent =
+      std::ranges::any_of(plan.sound.streams, [](const sound_work& work) { return !work.stream; });
+  if (is_silent)
+    summary.lines.push_back({"silence", "made, since it has no sound"});
+  else if (plan.sound.streams.empty())
+    summary.lines.push_back({"sound", "none"});
+  if (!plan.chapters.empty())
+    summary.lines.push_back(
+        {"chapters", std::to_string(plan.chapters.size()) + ", which the title gets"});
+  std::string names;
+  for (const std::string& file : job.files.all())
+    append(names, name_of_file(file));
+  summary.lines.push_back({"becomes", names});
+}
+
+}  // namespace
+
+void import_list::follow(const project& p) {
+  demands_ = demands_of_project(p);
+  preferred_ = p.globalregion == "PAL" ? video_standard::pal : video_standard::ntsc;
+  used_ = p.dvdsize_bytes;
+  plan();
+}
+
+bool import_list::add(const std::string& file) {
+  const std::string whole = absolute_path(file);
+  if (std::ranges::any_of(entries_, [&](const entry& e) { return e.source.file == whole; }))
+    return false;
+  if (folder_.empty())
+    folder_ = absolute_path(text_of(path_of(whole).parent_path()));
+  entries_.emplace_back().source.file = whole;
+  return true;
+}
+
+void import_list::remove(std::size_t row) {
+  entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(row));
+  plan();
+}
+
+std::optional<std::string> import_list::next_unknown() const {
+  for (const entry& e : entries_)
+    if (e.now == stage::looking)
+      return e.source.file;
+  return std::nullopt;
+}
+
+void import_list::know(const probed_source& source) {
+  for (entry& e : entries_)
+    if (e.now == stage::looking && e.source.file == source.file) {
+      e.source = source;
+      e.now = stage::planned;
+    }
+  plan();
+}
+
+void import_list::choose(const import_choices& choices) {
+  choices_ = choices;
+  plan();
+}
+
+void import_list::put_in(std::string folder) {
+  folder_ = std::move(folder);
+  plan();
+}
+
+void import_list::plan() {
+  std::vector<probed_source> sources;
+  std::vector<entry*> planned;
+  for (entry& e : entries_)
+    if (e.now == stage::planned || e.now == stage::failed) {
+      sources.push_back(e.source);
+      planned.push_back(&e);
+    }
+  import_place place;
+  place.folder = folder_;
+  place.choices = choices_;
+  place.preferred = preferred_;
+  place.used = used_;
+  place.is_taken = [](const std::string& file) { return entry_exists(file); };
+  import_batch batch = plan_batch(sources, demands_, place);
+  for (std::size_t i = 0; i < planned.size(); ++i)
+    planned[i]->plan = std::move(batch.entries[i]);
+  problem_ = batch.problem;
+}
+
+double import_list::seconds(std::size_t row) const {
+  return entries_[row].source.facts.length.value_or(0);
+}
+
+bool import_list::has_picture(std::size_t row) const {
+  const entry& e = entries_[row];
+  return e.now != stage::looking && e.source.problem.empty() &&
+         std::ranges::any_of(e.source.facts.streams, [](const source_stream& s) {
+           return s.kind == source_kind::video || s.kind == source_kind::picture;
+         });
+}
+
+import_list::shown_row import_list::shown(std::size_t row) const {
+  const entry& e = entries_[row];
+  import_list::shown_row text{name_of_file(e.source.file), "", ""};
+  if (const double length = seconds(row); length > 0)
+    text.length = clock_text(length);
+  switch (e.now) {
+    case stage::looking:
+      text.what = "being looked at";
+      break;
+    case stage::planned:
+      text.what = e.plan.problem.empty() ? word_of_fate(e.plan.job.plan.video.fate)
+                                         : "left out: " + e.plan.problem;
+      break;
+    case stage::waiting:
+      text.what = "waits";
+      break;
+    case stage::importing:
+      text.what = "being imported";
+      break;
+    case stage::done:
+      text.what = "done, the title is added";
+      break;
+    case stage::failed:
+      text.what = "not imported: " + e.failed;
+      break;
+  }
+  return text;
+}
+
+item_summary import_list::summary(std::size_t row) const {
+  const entry& e = entries_[row];
+  item_summary summary;
+  summary.heading = name_of_file(e.source.file);
+  if (e.now == stage::looking) {
+    summary.lines.push_back({"", "This file is being looked at."});
+    return summary;
+  }
+  const bool is_planned = e.source.problem.empty() && e.plan.problem.empty();
+  if (e.now == stage::failed)
+    summary.lines.push_back({"not imported", e.failed});
+  if (!is_planned)
+    summary.lines.push_back({"left out", e.plan.problem});
+  add_streams(summary, e.source.facts, is_planned ? &e.plan.job.plan : nullptr);
+  if (e.source.facts.cut_short)
+    summary.lines.push_back({"", "The file ends before its own end: a part of it is missing."});
+  if (is_planned)
+    add_made(summary, e.plan.job);
+  return summary;
+}
+
+std::size_t import_list::importable() const {
+  return static_cast<std::size_t>(std::ranges::count_if(entries_, [](const entry& e) {
+    return (e.now == stage::planned || e.now == stage::failed) && e.plan.problem.empty();
+  }));
+}
+
+std::uint64_t import_list::bytes() const {
+  std::uint64_t sum = 0;
+  for (const entry& e : entries_)
+    if (e.now == stage::planned || e.now == stage::failed)
+      sum += e.plan.bytes;
+  return sum;
+}
+
+std::optional<std::uint64_t> import_list::free_bytes() const {
+  const auto room = folder_.empty() ? std::nullopt : room_at(folder_);
+  return room ? std::optional<std::uint64_t>(room->free) : std::nullopt;
+}
+
+std::string import_list::estimate() const {
+  const std::size_t count = importable();
+  if (count == 0)
+    return {};
+  double seconds = 0;
+  std::int64_t mean = 0;
+  for (const entry& e : entries_) {
+    if ((e.now != stage::planned && e.now != stage::failed) || !e.plan.problem.empty())
+      continue;
+    seconds += e.plan.job.plan.seconds;
+    if (e.plan.job.plan.video.fate == stream_fate::encoded)
+      mean = std::max(mean, e.plan.job.bits.mean);
+  }
+  std::string text = count_text(count, "file", "files") + ", " + clock_text(seconds) + " of film";
+  if (choices_.quality == import_quality::constant && mean > 0)
+    return text + "; with constant quality the pictures decide how large it becomes";
+  text += ": about " + bytes_text(bytes());
+  if (const auto free = free_bytes())
+    text += " of " + bytes_text(*free) + " that are free there";
+  if (mean > 0)
+    text += "; video of " + rate_text(static_cast<double>(mean));
+  return text;
+}
+
+std::string import_list::trouble() const {
+  if (importable() == 0)
+    return {};
+  if (!problem_.empty())
+    return "There is not enough room on the disc for so many hours.  Choose a larger disc or a "
+           "mean "
+           "rate, or remove files from the list.";
+  if (folder_.empty() || !path_of(folder_).is_absolute())
+    return "Choose the folder that the files are to be made in.";
+  const auto free = free_bytes();
+  if (free && *free < bytes())
+    return "That disk has " + bytes_text(*free) + " left, and about " + bytes_text(bytes()) +
+           " are needed.  Choose another folder, or less quality.";
+  return {};
+}
+
+std::vector<import_job> import_list::begin() {
+  std::vector<import_job> jobs;
+  running_.clear();
+  for (std::size_t i = 0; i < entries_.size(); ++i) {
+    entry& e = entries_[i];
+    if ((e.now != stage::planned && e.now != stage::failed) || !e.plan.problem.empty())
+      continue;
+    e.now = stage::waiting;
+    jobs.push_back(e.plan.job);
+    running_.push_back(i);
+  }
+  return jobs;
+}
+
+void import_list::runs(std::size_t job) {
+  entries_[running_[job]].now = stage::importing;
+}
+
+// What was stopped can be begun again, and so can what has not begun.
+void import_list::ended(const import_end& end, bool stopped) {
+  entry& e = entries_[running_[end.job]];
+  e.failed = end.problem;
+  e.now = end.problem.empty() ? stage::done : stopped ? stage::planned : stage::failed;
+  if (stopped)
+    give_up();
+}
+
+void import_list::give_up() {
+  for (const std::size_t row : running_)
+    if (entries_[row].now == stage::waiting)
+      entries_[row].now = stage::planned;
+}
+
+bool import_list::all_done() const {
+  return std::ranges::all_of(running_,
+                             [this](std::size_t row) { return entries_[row].now == stage::done; });
+}
+
+std::string import_list::outcome() const {
+  std::size_t done = 0, failed = 0;
+  for (const std::size_t row : running_) {
+    done += entries_[row].now == stage::done ? 1 : 0;
+    failed += entries_[row].now == stage::done ? 0 : 1;
+  }
+  std::string text =
+      done == 0 ? "No title was added" : count_text(done, "title", "titles") + " added";
+  if (failed > 0)
+    text += "; " + count_text(failed, "file was", "files were") + " not imported";
+  return text;
+}
+
+std::string progress_text(const import_progress& progress, const std::vector<import_job>& jobs) {
+  const import_job& job = jobs[progress.job];
+  std::string text = jobs.size() > 1 ? "file " + std::to_string(progress.job + 1) + " of " +
+                                           std::to_string(jobs.size()) + ": "
+                                     : "";
+  text += name_of_file(job.source);
+  if (progress.finishing)
+    text += ", finishing";
+  else if (has_two_passes(job))
+    text += progress.first_pass ? ", first pass" : ", second pass";
+  if (progress.pictures_a_second && !progress.finishing)
+    text += ", " + decimal_text(*progress.pictures_a_second, 0) + " pictures a second";
+  run_whole whole;
+  whole.seconds_left = progress.seconds_left;
+  append(text, time_left_text(whole));
+  return text;
+}
+
+}  // namespace corvane
