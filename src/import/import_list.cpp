@@ -356,7 +356,11 @@ std::string import_list::estimate() const {
 
 std::string import_list::trouble() const {
   if (importable() == 0)
-    return {};
+    return !entries_.empty() &&
+                   std::ranges::all_of(entries_,
+                                       [](const entry& e) { return e.now == stage::planned; })
+               ? "None of these files can be imported; the list says why."
+               : "";
   if (!problem_.empty())
     return "There is not enough room on the disc for so many hours.  Choose a larger disc or a "
            "mean "

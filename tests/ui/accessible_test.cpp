@@ -3,6 +3,7 @@
 // skipped where there is none.
 #include "platform/files/program_folder.h"
 #include "ui/editor/menu_windows.h"
+#include "ui/import/import_window.h"
 #include "ui/main_window.h"
 #include "ui/subtitles/clean_subtitles_window.h"
 #include "ui/subtitles/language_window.h"
@@ -183,6 +184,11 @@ TEST_F(ReadAloud, NavigationCommands) {
 TEST_F(ReadAloud, MenuEditor) {
   start([](main_window& main) { edit_menu_at(main, 1, 1); });
   expect_told_and_close("tsmenu", 18);
+}
+
+TEST_F(ReadAloud, Import) {
+  start([](main_window& main) { open_import(main, {real_pal_video()}); });
+  expect_told_and_close("import", 14);
 }
 
 TEST_F(ReadAloud, Findings) {

@@ -4,11 +4,13 @@
 #include "project/title_commands.h"
 #include "ui/editor/menu_windows.h"
 #include "ui/gtk_sight.h"
+#include "ui/import/import_window.h"
 #include "ui/main_window.h"
 #include "ui/subtitles/clean_subtitles_window.h"
 #include "ui/subtitles/language_window.h"
 #include "ui/subtitles/subtitles_window.h"
 #include "ui/video/chapter_window.h"
+#include "ui/video/video_picture.h"
 #include "ui/window_fixture.h"
 
 #include <wx/button.h>
@@ -16,6 +18,7 @@
 #include <wx/display.h>
 #include <wx/scrolwin.h>
 #include <wx/statbox.h>
+#include <wx/stattext.h>
 #include <wx/statusbr.h>
 #include <wx/toolbar.h>
 
@@ -179,6 +182,21 @@ TEST_F(Screens, HoldTheChaptersAndTheirEditor) {
 TEST_F(Screens, HoldTheNavigationCommands) {
   start(edit_navcommands);
   look_at_and_close("navcommands");
+}
+
+TEST_F(Screens, HoldTheImport) {
+  for (const auto& [from, to] : {std::pair(real_video(), "a.m2v"), {real_audio(), "a.ac3"}})
+    std::filesystem::copy_file(from, folder_.path(to),
+                               std::filesystem::copy_options::overwrite_existing);
+  start([](main_window& main) { open_import(main, {real_pal_video(), real_audio()}); });
+  ASSERT_TRUE(window_comes("import"));
+  EXPECT_TRUE(wait_until([] {
+    return !dynamic_cast<wxStaticText*>(control("estimate", "import"))->GetLabelText().empty();
+  }));
+  EXPECT_TRUE(wait_until([] {
+    return dynamic_cast<video_picture*>(control("itempicture", "import"))->shown_picture().IsOk();
+  }));
+  look_at_and_close("import");
 }
 
 TEST_F(Screens, HoldTheMenuEditorWithAllItsControls) {

@@ -100,26 +100,43 @@ std::array<wxString, 3> cells_of(const import_list::shown_row& row) {
   return {wx_text(sanitized(row.file)), wx_text(row.length), wx_text(sanitized(row.what))};
 }
 
+/// Whether nothing stands against importing at all; it is told.
+bool may_import(const main_window& main, document& doc) {
+  const std::string missing = missing_tools(main.app(), {import_tool().name});
+  if (missing.empty())
+    return custom(doc) == 1;
+  message_box box;
+  box.text = missing;
+  box.picture = icon::exclamation;
+  doc.ask.message(box);
+  return false;
+}
+
+void show_import(main_window& main, const std::vector<std::string>& files) {
+  main.open_editor("import", [&](lent_project lent) -> wxTopLevelWindow* {
+    auto* const window = new import_window(main, std::move(lent), files);
+    window->Show();
+    return window;
+  });
+}
+
 }  // namespace
 
 void import_chosen_files(main_window& main) {
   std::vector<std::string> files;
   main.run("import", [&](document& doc) {
-    if (const std::string missing = missing_tools(main.app(), {import_tool().name});
-        !missing.empty()) {
-      message_box box;
-      box.text = missing;
-      box.picture = icon::exclamation;
-      doc.ask.message(box);
-    } else if (custom(doc) == 1)
+    if (may_import(main, doc))
       files = main.user_prompts().open_files(dialog_of_films());
   });
   if (!files.empty())
-    main.open_editor("import", [&](lent_project lent) -> wxTopLevelWindow* {
-      auto* const window = new import_window(main, std::move(lent), files);
-      window->Show();
-      return window;
-    });
+    show_import(main, files);
+}
+
+void open_import(main_window& main, const std::vector<std::string>& files) {
+  bool may = false;
+  main.run("import", [&](document& doc) { may = may_import(main, doc); });
+  if (may)
+    show_import(main, files);
 }
 
 import_window::import_window(main_window& main, lent_project lent,
@@ -338,6 +355,9 @@ wxSizer* import_window::make_state() {
   state_->Add(saying, wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::control_gap)));
   progress_ = make_progress();
   state_->Add(progress_, wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::control_gap)));
+  // What is above keeps its height whatever is shown.
+  state_->SetMinSize(
+      0, estimate_->GetBestSize().y + FromDIP(layout::control_gap) + stop_->GetBestSize().y);
   return state_;
 }
 
@@ -560,8 +580,11 @@ void import_window::say(const std::string& text, const char* picture) {
 }
 
 void import_window::show_state() {
-  if (!runs())
-    show_text(*estimate_, list_.estimate());
+  if (!runs()) {
+    const std::string estimate = list_.estimate();
+    show_text(*estimate_, estimate);
+    state_->Show(estimate_, !estimate.empty());
+  }
   const std::string trouble = list_.trouble();
   if (!trouble.empty())
     say(trouble, "found-error");

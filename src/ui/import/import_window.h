@@ -39,6 +39,10 @@ class main_window;
 /// "import...": asks for files, and opens the window with them.
 void import_chosen_files(main_window& main);
 
+/// Opens the window with these files (native paths), unless something stands against importing at
+/// all, which is told.
+void open_import(main_window& main, const std::vector<std::string>& files);
+
 class import_window : public wxDialog {
  public:
   import_window(main_window& main, lent_project lent, const std::vector<std::string>& files);
