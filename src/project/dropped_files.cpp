@@ -116,4 +116,10 @@ void drop_files(document& doc, const std::vector<std::string>& native_paths) {
     name_unusable(doc, dropped.unusable);
 }
 
+std::vector<std::string> films_to_import(const std::vector<std::string>& native_paths) {
+  std::vector<std::string> films = sort_dropped(native_paths).unusable;
+  std::erase_if(films, [](const std::string& file) { return !is_film(file); });
+  return films;
+}
+
 }  // namespace corvane

@@ -15,4 +15,8 @@ namespace corvane {
 /// kinds are named in one message.
 void drop_files(document& doc, const std::vector<std::string>& native_paths);
 
+/// Those of them that drop_files would name as of another kind, but that are films: what
+/// "import..." is for.
+std::vector<std::string> films_to_import(const std::vector<std::string>& native_paths);
+
 }  // namespace corvane

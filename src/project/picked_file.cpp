@@ -197,6 +197,12 @@ bool may_be_taken(document& doc, const std::string& native, file_use use) {
   return doc.ask.message(question) == answer::ok;
 }
 
+bool is_film(const std::string& native) {
+  const auto what = signature_of_file(native);
+  return what && (what->family == file_family::film || what->family == file_family::dvd_video ||
+                  what->family == file_family::program_stream);
+}
+
 std::string kind_of_file(const std::string& native) {
   const auto what = signature_of_file(native);
   return what ? std::string(what->name) : std::string();

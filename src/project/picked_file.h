@@ -26,6 +26,9 @@ std::optional<std::string> stored_or_told(document& doc, const std::string& nati
 /// that cannot be read, or tells nothing, may be taken.
 bool may_be_taken(document& doc, const std::string& native, file_use use);
 
+/// Whether a file (native path) is a film, by its first bytes, in whatever form.
+bool is_film(const std::string& native);
+
 /// What a file (native path) is by its first bytes, as in a sentence: "an MP4 film"; empty when
 /// they tell nothing.
 std::string kind_of_file(const std::string& native);

@@ -5,6 +5,7 @@
 #include "authoring/last_disc.h"
 #include "authoring/navigation_xml.h"
 #include "platform/files/paths.h"
+#include "platform/files/program_folder.h"
 #include "project/change_notes.h"
 #include "project/disc_of.h"
 #include "project/dropped_files.h"
@@ -21,6 +22,7 @@
 #include "ui/disc/xmleditor_window.h"
 #include "ui/editor/file_pictures.h"
 #include "ui/editor/menu_windows.h"
+#include "ui/import/import_window.h"
 #include "ui/item_details.h"
 #include "ui/project_view.h"
 #include "ui/video/chapter_window.h"
@@ -417,8 +419,21 @@ void main_window::load(const std::string& path) {
   run("load project", [&path](document& doc) { loadprojectf(doc, path); });
 }
 
+// Without the tool that imports, films are named with the other files that nothing can be done
+// with.
 void main_window::drop(const std::vector<std::string>& paths) {
-  run("add dropped files", [&paths](document& doc) { drop_files(doc, paths); });
+  if (!may_command())
+    return;
+  std::vector<std::string> films, others = paths;
+  if (missing_tools(app_, {import_tool().name}).empty())
+    films = films_to_import(paths);
+  std::erase_if(others, [&films](const std::string& file) {
+    return std::ranges::find(films, file) != films.end();
+  });
+  if (!others.empty() || paths.empty())
+    run("add dropped files", [&others](document& doc) { drop_files(doc, others); });
+  if (!films.empty())
+    open_import(*this, films);
 }
 
 void main_window::tell(const std::string& text) {

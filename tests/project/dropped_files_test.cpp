@@ -39,6 +39,15 @@ TEST_F(DroppedFiles, FilesOfOtherKindsAreNamedWithWhatTheyAre) {
   EXPECT_TRUE(p.List1.empty());
 }
 
+TEST_F(DroppedFiles, FilmsAmongThemAreToImportAndStreamsAreNot) {
+  using namespace std::string_literals;
+  const std::string film = folder.add("holiday.mp4", "\0\0\0\x20"s + "ftypisom");
+  const std::string recording = folder.add("camera.dat", "\0\0\1\xBA\x44"s + nav_block());
+  EXPECT_EQ(films_to_import({folder.add("notes.txt"), film, folder.add("a.m2v"), recording,
+                             folder.add("a.vob", nav_block()), folder.path("none.mp4")}),
+            (rows{film, recording}));
+}
+
 TEST_F(DroppedFiles, VideoTakesTheAudioOfItsName) {
   drop_files(doc, add_all({"movie.ac3", "movie.m2v"}));
   EXPECT_EQ(p.List1, rows{"title1:movie.m2v/movie.ac3"});

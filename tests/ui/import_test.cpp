@@ -316,6 +316,29 @@ TEST_F(ImportWindow, HandEditedXmlIsAskedAboutFirst) {
   EXPECT_FALSE(shown().customxml.empty());
 }
 
+TEST_F(ImportWindow, DroppedFilmsOpenItAndStreamsAreAddedBeforeThat) {
+  const std::string dropped = film("film.mkv");
+  const std::string video = file("a.m2v"), audio = file("a.ac3");
+  on_ui([&] { window_->CallAfter([=, this] { window_->drop({dropped, video, audio}); }); });
+  ASSERT_TRUE(window_comes(dialog));
+  EXPECT_TRUE(eventually([] { return shown_rows().size() == 1; }));
+  EXPECT_THAT(shown_rows()[0], StartsWith("film.mkv|"));
+  EXPECT_EQ(rows().size(), 1u);
+  close_window();
+}
+
+TEST_F(ImportWindow, WithoutTheToolDroppedFilmsAreNamed) {
+  const std::string dropped = film("film.mkv");
+  fs::remove(path_of(tool_path(app_, "ffmpeg")));
+  on_ui([&] { window_->CallAfter([=, this] { window_->drop({dropped}); }); });
+  EXPECT_TRUE(eventually([] { return top_dialog().has_value(); }));
+  const auto box = top_dialog();
+  ASSERT_TRUE(box);
+  EXPECT_THAT(box->text, HasSubstr("film.mkv: a Matroska or WebM film"));
+  press("Return");
+  EXPECT_TRUE(no_dialog());
+}
+
 TEST_F(ImportWindow, EndOfTheSessionEndsARunThatIsOn) {
   film("film.mkv", "-vf scale=1280:720", 40);
   const std::vector<std::string> before = files_here();
