@@ -7,6 +7,7 @@
 #include "support/environment_variable.h"
 #include "ui/commands.h"
 #include "ui/gtk_sight.h"
+#include "ui/import/import_window.h"
 #include "ui/main_window.h"
 #include "ui/widgets/wx_text.h"
 #include "ui/window_fixture.h"
@@ -193,6 +194,8 @@ TEST_F(Guide, F1OpensThePageOfTheWindow) {
   expect_page_in("Subtitles", "subtitles.html");
   press("ctrl+g");
   expect_page_in("language", "languages.html");
+  on_ui([this] { window_->CallAfter([this] { open_import(*window_, {real_video()}); }); });
+  expect_page_in("import", "import.html");
   press("ctrl+j");
   expect_page_in("navcommands", "nav-commands.html");
   press("ctrl+k");

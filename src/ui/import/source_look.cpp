@@ -9,7 +9,7 @@
 namespace corvane {
 namespace {
 
-constexpr int look_milliseconds = 30;
+constexpr int poll_looks_milliseconds = 30;
 constexpr int most_width = 480, most_height = 360;
 
 template <typename Result>
@@ -38,7 +38,7 @@ void source_look::go_on() {
     return;
   looking_ =
       std::async(std::launch::async, [file = *file] { return look_into(file, probe_source); });
-  poll_.Start(look_milliseconds);
+  poll_.Start(poll_looks_milliseconds);
 }
 
 const first_picture* source_look::picture_of(const std::string& file) const {
@@ -59,7 +59,7 @@ void source_look::begin_picture() {
   decoding_ = std::async(std::launch::async, [file = wanted_, seconds = seconds_] {
     return source_picture(file, seconds, most_width, most_height);
   });
-  poll_.Start(look_milliseconds);
+  poll_.Start(poll_looks_milliseconds);
 }
 
 void source_look::take() {
