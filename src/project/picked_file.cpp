@@ -78,6 +78,9 @@ std::string_view remedy_for_film(file_use use) {
     return "Save one picture of it first.";
   if (use == file_use::subtitles)
     return "If it has subtitles, take them out first, as an *.srt file.";
+  if (use == file_use::title)
+    return "\"import...\" in the menu \"file\" makes it into what a disc takes, and adds it as a "
+           "title.";
   return "It has to be made into an MPEG-2 video stream (*.m2v) and AC-3 or MPEG sound (*.ac3, "
          "*.mp2) first.  The user guide (F1) says how, under \"What Corvane takes\".";
 }
@@ -95,8 +98,7 @@ std::string_view remedy_for_program_stream(file_use use) {
            "convert it to an *.srt file first.";
   if (use == file_use::title)
     return "Give it a name that ends in .vob or .mpg, and choose it again.  It becomes a title if "
-           "it "
-           "has NAV packets; else it has to be taken apart into video and sound first.";
+           "it has NAV packets; else \"import...\" in the menu \"file\" makes a title of it.";
   return "Take it apart into video and sound first, and add those.  The user guide (F1) says how, "
          "under \"What Corvane takes\".";
 }

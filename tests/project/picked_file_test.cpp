@@ -31,6 +31,8 @@ class PickedFile : public testing_support::command_test {
   const std::string film_remedy =
       "It has to be made into an MPEG-2 video stream (*.m2v) and AC-3 or MPEG sound (*.ac3, *.mp2) "
       "first.  The user guide (F1) says how, under \"What Corvane takes\".";
+  const std::string import_remedy =
+      "\"import...\" in the menu \"file\" makes it into what a disc takes, and adds it as a title.";
   const std::string not_a_title =
       "not an MPEG-2 video stream, which a title takes its picture from";
 };
@@ -39,7 +41,7 @@ TEST_F(PickedFile, AFilmOfAnotherKindAsATitleIsTold) {
   const std::string film = mp4("holiday.mp4");
   p.saved = 1;
   expect_video(film);
-  expect_other_kind(film, "an MP4 film, " + not_a_title, film_remedy);
+  expect_other_kind(film, "an MP4 film, " + not_a_title, import_remedy);
   open_command(doc);
   EXPECT_TRUE(p.List11.empty());
   EXPECT_TRUE(p.Comboregion_enabled);
@@ -49,7 +51,7 @@ TEST_F(PickedFile, AFilmOfAnotherKindAsATitleIsTold) {
 TEST_F(PickedFile, IsTakenAllTheSameWhenTheUserSaysSo) {
   const std::string film = mp4("holiday.mp4"), song = folder.add("song.mp3", "ID3\x04....");
   expect_video(film);
-  expect_other_kind(film, "an MP4 film, " + not_a_title, film_remedy, answer::ok);
+  expect_other_kind(film, "an MP4 film, " + not_a_title, import_remedy, answer::ok);
   expect_audio(song);
   expect_other_kind(song,
                     "a sound file with an ID3 tag, as MP3 files are, not AC-3 or MPEG sound, which "
@@ -93,8 +95,8 @@ TEST_F(PickedFile, AProgramStreamIsATitleOnlyUnderItsName) {
   const std::string named_video = folder.add("film.m2v", packs);
   expect_other_kind(named_video, "a program stream of MPEG packets, " + not_a_title,
                     "Give it a name that ends in .vob or .mpg, and choose it again.  It becomes a "
-                    "title if it has NAV packets; else it has to be taken apart into video and "
-                    "sound first.");
+                    "title if it has NAV packets; else \"import...\" in the menu \"file\" makes "
+                    "a title of it.");
   EXPECT_FALSE(may_be_taken(doc, named_video, file_use::title));
   const std::string video = folder.add("film.mpg", small_video());
   expect_other_kind(video,
