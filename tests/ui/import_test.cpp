@@ -156,7 +156,7 @@ TEST_F(ImportWindow, FilmsBecomeTitlesWithTheirLanguageAndOneStepTakesThemBack) 
   EXPECT_EQ(ask_ui([this] { return utf8_of(window_->bars().item("undo")->GetItemLabelText()); }),
             "undo import");
   press("ctrl+z");
-  EXPECT_TRUE(eventually([this] { return rows().empty(); }));
+  EXPECT_TRUE(eventually([] { return rows().empty(); }));
   EXPECT_THAT(shown().languagetags, IsEmpty());
 }
 

@@ -15,6 +15,7 @@
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
+#include <wx/choice.h>
 #include <wx/display.h>
 #include <wx/scrolwin.h>
 #include <wx/statbox.h>
@@ -196,6 +197,16 @@ TEST_F(Screens, HoldTheImport) {
   EXPECT_TRUE(wait_until([] {
     return dynamic_cast<video_picture*>(control("itempicture", "import"))->shown_picture().IsOk();
   }));
+  look_at("import");
+  on_ui([] {
+    constexpr int mean_rate = 2;  // has a field beside it
+    auto* quality = dynamic_cast<wxChoice*>(control("quality", "import"));
+    quality->SetSelection(mean_rate);
+    wxCommandEvent chosen(wxEVT_CHOICE, quality->GetId());
+    chosen.SetEventObject(quality);
+    quality->ProcessWindowEvent(chosen);
+  });
+  ASSERT_TRUE(wait_until([] { return control("rate", "import")->IsShownOnScreen(); }));
   look_at_and_close("import");
 }
 
