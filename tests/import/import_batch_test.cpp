@@ -3,6 +3,7 @@
 
 #include "import/disc_budget.h"
 #include "made_source.h"
+#include "platform/files/paths.h"
 #include "support/command_test.h"
 
 #include <gmock/gmock.h>
@@ -70,14 +71,14 @@ TEST_F(ImportBatch, AFileOfWhichNothingIsKnownIsNamedAndTheOthersGoOn) {
 TEST_F(ImportBatch, EqualNamesOfSeveralFoldersGetNumbers) {
   const import_batch batch =
       plan_batch({probed("one/film.mp4", film(60)), probed("two/film.mp4", film(60))}, {}, place());
-  EXPECT_EQ(batch.entries[0].job.files.video, folder.path("out/film.m2v"));
-  EXPECT_EQ(batch.entries[1].job.files.video, folder.path("out/film (2).m2v"));
+  EXPECT_EQ(batch.entries[0].job.files.video, join_path(folder.path("out"), "film.m2v"));
+  EXPECT_EQ(batch.entries[1].job.files.video, join_path(folder.path("out"), "film (2).m2v"));
 }
 
 TEST_F(ImportBatch, WhatIsThereKeepsItsName) {
-  taken = {folder.path("out/film.ac3")};
+  taken = {join_path(folder.path("out"), "film.ac3")};
   const import_batch batch = plan_batch({probed("film.mp4", film(60))}, {}, place());
-  EXPECT_EQ(batch.entries[0].job.files.video, folder.path("out/film (2).m2v"));
+  EXPECT_EQ(batch.entries[0].job.files.video, join_path(folder.path("out"), "film (2).m2v"));
 }
 
 TEST_F(ImportBatch, TheRoomOfADiscIsSharedByLength) {

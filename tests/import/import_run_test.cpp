@@ -3,6 +3,7 @@
 
 #include "import/import_batch.h"
 #include "made_source.h"
+#include "platform/files/paths.h"
 #include "support/fake_run.h"
 
 #include <gmock/gmock.h>
@@ -33,7 +34,7 @@ class ImportRun : public testing::Test {
     to.folder = app.path();
     to.is_taken = [](const std::string&) { return false; };
     to.choices.quality = import_quality::mean_rate;
-    return plan_batch({{app.path("from/" + name), facts, {}, {}}}, {}, to).entries.at(0).job;
+    return plan_batch({{join_path(app.path(), name), facts, {}, {}}}, {}, to).entries.at(0).job;
   }
   void begin(std::vector<import_job> jobs) {
     import_events events;

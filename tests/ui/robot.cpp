@@ -50,16 +50,25 @@ std::string at(wxPoint p) {
   return std::to_string(p.x) + " " + std::to_string(p.y);
 }
 
+struct last_press {
+  wxPoint place;
+  std::chrono::steady_clock::time_point time;
+};
+last_press& pressed() {
+  static last_press last;
+  return last;
+}
+
 /// Two clicks at one place are a double click to the toolkit unless this much time is between them.
 void keep_from_double_click(wxPoint screen) {
-  using std::chrono::steady_clock;
-  static wxPoint last;
-  static steady_clock::time_point free_from;
-  const wxPoint moved = screen - last;
+  const wxPoint moved = screen - pressed().place;
   if (std::abs(moved.x) <= 5 && std::abs(moved.y) <= 5)
-    std::this_thread::sleep_until(free_from);
-  last = screen;
-  free_from = steady_clock::now() + std::chrono::milliseconds(420);
+    std::this_thread::sleep_until(pressed().time + std::chrono::milliseconds(450));
+}
+
+/// The button went down there, just now: a busy display takes its time until then.
+void note_press(wxPoint screen) {
+  pressed() = {screen, std::chrono::steady_clock::now()};
 }
 
 /// Waits until something has stood at one place of the screen for a moment (a window manager moves
@@ -156,6 +165,7 @@ void click_at(wxPoint screen) {
   xdotool("mousemove " + at(screen));
   let_it_happen();
   xdotool("mousedown 1 mouseup 1");
+  note_press(screen);
   let_it_happen();
 }
 
@@ -164,6 +174,7 @@ void double_click_at(wxPoint screen) {
   xdotool("mousemove " + at(screen));
   let_it_happen();
   xdotool("click --repeat 2 --delay 60 1");
+  note_press(screen);
   let_it_happen();
 }
 
@@ -172,6 +183,7 @@ void right_click_at(wxPoint screen) {
   xdotool("mousemove " + at(screen));
   let_it_happen();
   xdotool("click 3");
+  note_press(screen);
   let_it_happen();
 }
 
@@ -195,6 +207,7 @@ void drag(wxPoint from, wxPoint to) {
   }
   let_it_happen();
   xdotool("mouseup 1");
+  note_press(to);
   let_it_happen();
 }
 
