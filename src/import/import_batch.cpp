@@ -76,6 +76,7 @@ std::vector<std::string> entries_of(const std::vector<std::string>& codes) {
 
 std::vector<std::string> stored(const std::vector<std::string>& files) {
   std::vector<std::string> paths;
+  paths.reserve(files.size());
   for (const std::string& file : files)
     paths.push_back(stored_from_native(file));
   return paths;
