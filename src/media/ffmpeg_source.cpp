@@ -328,11 +328,11 @@ walk_span span_for(const AVFormatContext& format, std::int64_t bytes) {
 void add_times(const source_demuxer& source, const packets_seen& seen, bool measure,
                source_facts& facts) {
   const AVFormatContext& format = source.format();
-  facts.start = seconds_of(format.start_time, AV_TIME_BASE_Q);
+  facts.start = seconds_of(format.start_time, unit_of_file);
   for (const source_stream& stream : facts.streams)
     if (format.start_time == AV_NOPTS_VALUE && stream.start)
       facts.start = std::min(facts.start.value_or(*stream.start), *stream.start);
-  facts.length = seconds_of(format.duration, AV_TIME_BASE_Q);
+  facts.length = seconds_of(format.duration, unit_of_file);
   if (measure && seen.ended)
     measure_lengths(source, seen.streams, facts);
   fill_lengths(facts);

@@ -16,6 +16,9 @@ extern "C" {
 
 namespace corvane {
 
+/// The unit of a file's own times, AV_TIME_BASE_Q as C++ can write it.
+inline constexpr AVRational unit_of_file{1, AV_TIME_BASE};
+
 /// Seconds, as a count of units; not set for FFmpeg's "no value".
 std::optional<double> seconds_of(std::int64_t count, AVRational unit);
 

@@ -168,7 +168,7 @@ frame_ptr seek_frame(source_demuxer& source, const AVStream& stream, double seco
   AVFormatContext& format = source.format();
   constexpr double longest = 1e9;
   const double from_start = std::isfinite(seconds) ? std::clamp(seconds, 0.0, longest) : 0;
-  const std::int64_t begin = av_rescale_q(source.start(), AV_TIME_BASE_Q, stream.time_base);
+  const std::int64_t begin = av_rescale_q(source.start(), unit_of_file, stream.time_base);
   const std::int64_t time =
       begin + static_cast<std::int64_t>(from_start / av_q2d(stream.time_base));
   if (from_start > 0)
