@@ -22,7 +22,7 @@ using testing_support::rows;
 class ImportBatch : public testing_support::command_test {
  protected:
   probed_source probed(const std::string& name, const source_facts& facts) {
-    return {folder.path(name), facts, {}, {}};
+    return {join_path(folder.path(), name), facts, {}, {}};
   }
   source_facts film(double seconds, const std::string& language = {}) {
     source_stream video = made_video(1920, 1080, {25, 1}), sound = made_sound("aac", 2, language);
@@ -69,8 +69,9 @@ TEST_F(ImportBatch, AFileOfWhichNothingIsKnownIsNamedAndTheOthersGoOn) {
 }
 
 TEST_F(ImportBatch, EqualNamesOfSeveralFoldersGetNumbers) {
-  const import_batch batch =
-      plan_batch({probed("one/film.mp4", film(60)), probed("two/film.mp4", film(60))}, {}, place());
+  const import_batch batch = plan_batch({probed(join_path("one", "film.mp4"), film(60)),
+                                         probed(join_path("two", "film.mp4"), film(60))},
+                                        {}, place());
   EXPECT_EQ(batch.entries[0].job.files.video, join_path(folder.path("out"), "film.m2v"));
   EXPECT_EQ(batch.entries[1].job.files.video, join_path(folder.path("out"), "film (2).m2v"));
 }

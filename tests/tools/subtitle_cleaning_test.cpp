@@ -151,12 +151,12 @@ TEST_F(SubtitleCleaning, FileItselfIsNeverTheCopy) {
 
 TEST_F(SubtitleCleaning, CopyThatCannotBeWrittenIsTold) {
   subtitle_cleaning cleaning = open();
-  expect_place(folder.path("gone/copy.srt"));
+  expect_place(join_path(folder.path("gone"), "copy.srt"));
   cleaning.choose_place();
-  const failure why = write_file(folder.path("gone/copy.srt"), "x");
+  const failure why = write_file(join_path(folder.path("gone"), "copy.srt"), "x");
   ASSERT_TRUE(why);
-  expect_error("The file \"" + folder.path("gone/copy.srt") + "\" could not be written: " + *why +
-               ".");
+  expect_error("The file \"" + join_path(folder.path("gone"), "copy.srt") +
+               "\" could not be written: " + *why + ".");
   EXPECT_FALSE(cleaning.write_and_use());
   EXPECT_EQ(p.saved, 1);
 }
