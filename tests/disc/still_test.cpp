@@ -115,10 +115,10 @@ TEST(StillOnDisc, StillSaysThatItIs4By3AndIsElseAsTheToolsMakeIt) {
     const std::string norm = height == 480 ? "n" : "p", rate = height == 480 ? "29.97" : "25";
     const std::string jpeg = draw_jpeg(folder, norm + ".jpg", height),
                       out = folder.path("menu.m2v");
-    const std::string log = make_still(app, {jpeg, out, height, 16});
+    const std::string log = make_still(app, {jpeg, out, height, 40});
     EXPECT_THAT(log, Not(HasSubstr("ERR")));
     const std::string plain = folder.path("plain.m2v");
-    const std::string by_hand = "jpeg2yuv -v 0 -n 16 -I p -f " + rate + " -j '" + jpeg +
+    const std::string by_hand = "jpeg2yuv -v 0 -n 40 -I p -f " + rate + " -j '" + jpeg +
                                 "' | mpeg2enc -v 0 -f 8 -n " + norm + " -o '" + plain + "'";
     ASSERT_EQ(run({{"/bin/sh", "-c", by_hand}}).status, 0);
     std::string expected = folder.read("plain.m2v");
