@@ -44,6 +44,16 @@ std::string subtitle_options_text(const std::vector<std::string>& settings_rows)
   return text;
 }
 
+std::vector<std::string> title_settings_rows(const project& p, int title, std::size_t files) {
+  const std::string fresh = default_subtitleoptions(p.globalregion);
+  std::vector<std::string> rows = subtitle_settings_rows(row_of(p.subtitleoptions, title, fresh));
+  if (rows.empty())
+    rows = subtitle_settings_rows(fresh);
+  if (rows.size() < files)
+    rows.resize(files, std::string(rows.back()));
+  return rows;
+}
+
 std::string default_subtitleoptions(std::string_view region) {
   return subtitle_options_text({subtitle_settings_text(default_subtitle_settings(region))});
 }

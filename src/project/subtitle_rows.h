@@ -5,6 +5,7 @@
 #pragma once
 
 #include "disc/subtitle_settings.h"
+#include "project/project.h"
 
 #include <cstddef>
 #include <optional>
@@ -28,6 +29,11 @@ std::optional<std::string> why_not_a_subtitle_field(std::string_view text);
 /// The settings rows of a `subtitleoptions` row, and back.
 std::vector<std::string> subtitle_settings_rows(std::string_view options);
 std::string subtitle_options_text(const std::vector<std::string>& settings_rows);
+
+/// The settings rows of a title (1-based), at least one and one for each of so many files. Files
+/// that were added and not accepted have none: the last ones serve, and where there are none, those
+/// of a new title.
+std::vector<std::string> title_settings_rows(const project& p, int title, std::size_t files);
 
 /// A new title's `subtitleoptions` row:
 /// "center,bottom,60,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|" for "NTSC", else with

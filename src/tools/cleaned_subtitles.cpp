@@ -251,7 +251,7 @@ result<cleaned_subtitles> clean_subtitles(const subtitle_file& file,
 }
 
 std::string free_name_of_copy(const std::string& native) {
-  const std::string name(file_name_of(stored_from_native(native)));
+  const std::string name = native_file_name(native);
   const auto dot = name.rfind('.');
   const std::string ending = dot == std::string::npos || dot == 0 ? "" : name.substr(dot);
   const std::string path = native.substr(0, native.size() - ending.size());

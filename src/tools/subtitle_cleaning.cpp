@@ -15,27 +15,6 @@
 #include <utility>
 
 namespace corvane {
-namespace {
-
-/// The settings rows of a title, one for each of its files at least: those that were added and not
-/// accepted have none, and the last ones serve.
-std::vector<std::string> settings_of(const project& p, std::size_t title, std::size_t files) {
-  const std::string fresh = default_subtitleoptions(p.globalregion);
-  std::vector<std::string> rows = title < p.subtitleoptions.size()
-                                      ? subtitle_settings_rows(p.subtitleoptions[title])
-                                      : std::vector<std::string>();
-  if (rows.empty())
-    rows = subtitle_settings_rows(fresh);
-  if (rows.size() < files)
-    rows.resize(files, std::string(rows.back()));
-  return rows;
-}
-
-std::string name_in(const std::string& native) {
-  return std::string(file_name_of(stored_from_native(native)));
-}
-
-}  // namespace
 
 bool cleaning_helps(const finding& f) {
   constexpr std::array<std::string_view, 4> rules = {"subtitle-markup-shown", "subtitle-text-lost",
@@ -61,7 +40,7 @@ std::optional<subtitle_cleaning> subtitle_cleaning::open(document& doc, int titl
   made.copy_ = free_name_of_copy(made.file_);
   const result<subtitle_file> read = subtitle_file::read(made.file_);
   const subtitle_settings settings =
-      parse_subtitle_settings(settings_of(doc.p, t, paths.size())[s]);
+      parse_subtitle_settings(title_settings_rows(doc.p, title, paths.size())[s]);
   result<cleaned_subtitles> cleaned =
       read ? clean_subtitles(*read, settings) : result<cleaned_subtitles>::fail(read.error);
   if (!cleaned) {
@@ -81,7 +60,7 @@ std::optional<subtitle_cleaning> subtitle_cleaning::open(document& doc, int titl
 std::string subtitle_cleaning::summary() const {
   const std::size_t count = changes().size();
   std::string text = count == 1 ? "1 cue" : std::to_string(count) + " cues";
-  text += " of " + sanitized_quoted(name_in(file_)) + (count == 1 ? " holds" : " hold") +
+  text += " of " + sanitized_quoted(native_file_name(file_)) + (count == 1 ? " holds" : " hold") +
           " what would be shown wrongly on the disc.";
   if (!cleaned_.rate.empty())
     text += " The file is made for " + sanitized_short(cleaned_.rate) +
@@ -92,9 +71,9 @@ std::string subtitle_cleaning::summary() const {
 void subtitle_cleaning::choose_place() {
   file_dialog where;
   where.title = "save the cleaned subtitles";
-  const std::string ending = lower_extension_of(name_in(copy_));
+  const std::string ending = lower_extension_of(native_file_name(copy_));
   where.filter = ending.empty() ? "all files|*" : "text subtitles(*." + ending + ")|*." + ending;
-  where.preset = name_in(copy_);
+  where.preset = native_file_name(copy_);
   where.folder = text_of(path_of(copy_).parent_path());
   const std::string chosen = doc_->ask.save_file(where);
   if (!chosen.empty())
@@ -128,7 +107,8 @@ bool subtitle_cleaning::write_and_use() {
 void subtitle_cleaning::use(const std::string& stored) {
   project& p = doc_->p;
   std::vector<std::string> paths = subtitle_paths(p.subtitledata[title_]);
-  std::vector<std::string> rows = settings_of(p, title_, paths.size());
+  std::vector<std::string> rows =
+      title_settings_rows(p, static_cast<int>(title_) + 1, paths.size());
   paths[subtitle_] = stored;
   p.subtitledata[title_] = join(paths, "/");
   subtitle_settings settings = parse_subtitle_settings(rows[subtitle_]);

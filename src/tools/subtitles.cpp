@@ -65,15 +65,9 @@ std::optional<Subtitles> Subtitles::open(document& doc, font_list fonts) {
 
 Subtitles::Subtitles(document& doc, std::size_t title, font_list fonts)
     : doc_(&doc), title_(title), fonts_(std::move(fonts)) {
-  const std::string fresh = default_subtitleoptions(doc.p.globalregion);
-  suboptions_ = subtitle_settings_rows(
-      row_to_write(doc.p.subtitleoptions, static_cast<int>(title) + 1, fresh));
-  if (suboptions_.empty())
-    suboptions_ = subtitle_settings_rows(fresh);
-  // Files that were added and then not accepted have no settings: the last ones serve.
-  const std::size_t files = subtitle_paths(files_row()).size();
-  if (suboptions_.size() < files)
-    suboptions_.resize(files, std::string(suboptions_.back()));
+  const int number = static_cast<int>(title) + 1;
+  row_to_write(doc.p.subtitleoptions, number, default_subtitleoptions(doc.p.globalregion));
+  suboptions_ = title_settings_rows(doc.p, number, subtitle_paths(files_row()).size());
   select(0);
 }
 

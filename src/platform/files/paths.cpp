@@ -64,6 +64,10 @@ std::string_view file_name_of(std::string_view stored) {
   return last == std::string_view::npos ? stored : stored.substr(last + 1);
 }
 
+std::string native_file_name(std::string_view native, path_style style) {
+  return std::string(file_name_of(stored_from_native(native, style)));
+}
+
 std::string lower_extension_of(std::string_view file_name) {
   const auto dot = file_name.rfind('.');
   if (dot == std::string_view::npos)

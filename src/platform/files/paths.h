@@ -35,6 +35,9 @@ std::string native_from_stored(std::string_view stored, path_style style = nativ
 /// The text after the last "\" of a stored path; the whole text when it has none.
 std::string_view file_name_of(std::string_view stored);
 
+/// The last component of a native path.
+std::string native_file_name(std::string_view native, path_style style = native_style());
+
 /// The text after the last "." of a file name, lower-case letters A to Z; empty without ".".
 std::string lower_extension_of(std::string_view file_name);
 
