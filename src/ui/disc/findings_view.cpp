@@ -5,6 +5,7 @@
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/text_column.h"
 #include "ui/widgets/text_margins.h"
 #include "ui/widgets/wx_text.h"
 
@@ -26,13 +27,6 @@ wxVector<wxVariant> row_of(const finding& f) {
   row.push_back(wx_text(place_text(f)));
   row.push_back(wx_text(sanitized(f.found)));
   return row;
-}
-
-wxDataViewColumn* text_column(const char* title, unsigned model_column, int width) {
-  auto* renderer = new wxDataViewTextRenderer;
-  renderer->EnableEllipsize(wxELLIPSIZE_END);
-  return new wxDataViewColumn(title, renderer, model_column, width, wxALIGN_LEFT,
-                              wxDATAVIEW_COL_RESIZABLE);
 }
 
 }  // namespace

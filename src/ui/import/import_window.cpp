@@ -15,6 +15,7 @@
 #include "ui/widgets/labelled.h"
 #include "ui/widgets/layout.h"
 #include "ui/widgets/screen_fit.h"
+#include "ui/widgets/text_column.h"
 #include "ui/widgets/wheel.h"
 #include "ui/widgets/wx_text.h"
 
@@ -87,13 +88,6 @@ void show_text(wxStaticText& control, const std::string& text) {
     return;
   control.SetLabelText(shown);
   control.SetToolTip(shown);
-}
-
-wxDataViewColumn* column(const char* title, unsigned number, int width) {
-  auto* const renderer = new wxDataViewTextRenderer;
-  renderer->EnableEllipsize(wxELLIPSIZE_END);
-  return new wxDataViewColumn(title, renderer, number, width, wxALIGN_LEFT,
-                              wxDATAVIEW_COL_RESIZABLE);
 }
 
 std::array<wxString, 3> cells_of(const import_list::shown_row& row) {
@@ -192,9 +186,9 @@ import_window::~import_window() = default;
 wxSizer* import_window::make_files() {
   files_ = new wxDataViewListCtrl(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxDV_SINGLE);
   name_control(*files_, "importfiles");
-  files_->AppendColumn(column("file", 0, FromDIP(layout::import_name_width)));
-  files_->AppendColumn(column("length", 1, FromDIP(layout::import_length_width)));
-  files_->AppendColumn(column("what becomes of it", 2, FromDIP(layout::import_what_width)));
+  files_->AppendColumn(text_column("file", 0, FromDIP(layout::import_name_width)));
+  files_->AppendColumn(text_column("length", 1, FromDIP(layout::import_length_width)));
+  files_->AppendColumn(text_column("what becomes of it", 2, FromDIP(layout::import_what_width)));
   files_->SetMinSize(FromDIP(wxSize(layout::list_height, layout::import_least_height)));
   add_ = make_button(this, "addfiles", "&add files...",
                      "choose more films; they can also be dropped on this window",

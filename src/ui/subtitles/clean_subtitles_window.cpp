@@ -9,6 +9,7 @@
 #include "ui/widgets/labelled.h"
 #include "ui/widgets/layout.h"
 #include "ui/widgets/screen_fit.h"
+#include "ui/widgets/text_column.h"
 #include "ui/widgets/text_margins.h"
 #include "ui/widgets/wrapped_text.h"
 #include "ui/widgets/wx_text.h"
@@ -29,13 +30,6 @@ namespace {
 /// A cue's lines in one row of the list.
 wxString cue_on_one_line(const std::string& text) {
   return text.empty() ? wxString("(nothing)") : wx_text(replace_all(text, "\n", " / "));
-}
-
-wxDataViewColumn* cue_column(const char* title, unsigned model_column, int width) {
-  auto* renderer = new wxDataViewTextRenderer;
-  renderer->EnableEllipsize(wxELLIPSIZE_END);
-  return new wxDataViewColumn(title, renderer, model_column, width, wxALIGN_LEFT,
-                              wxDATAVIEW_COL_RESIZABLE);
 }
 
 wxTextCtrl* read_only_text(wxWindow* parent, const char* name, long style) {
@@ -104,9 +98,9 @@ void clean_subtitles_window::make_list() {
   list_ = new wxDataViewListCtrl(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxDV_SINGLE);
   name_control(*list_, "cues");
   const int width = FromDIP(layout::clean_text_width);
-  list_->AppendColumn(cue_column("time", 0, FromDIP(layout::clean_time_width)));
-  list_->AppendColumn(cue_column("in the file", 1, width));
-  list_->AppendColumn(cue_column("in the copy", 2, width));
+  list_->AppendColumn(text_column("time", 0, FromDIP(layout::clean_time_width)));
+  list_->AppendColumn(text_column("in the file", 1, width));
+  list_->AppendColumn(text_column("in the copy", 2, width));
   list_->SetMinSize(FromDIP(wxSize(layout::list_height, layout::clean_list_height)));
 }
 
