@@ -118,6 +118,17 @@ class ImportWindow : public window_test {
     EXPECT_EQ(text_of_label("said"), wanted);
     return false;
   }
+  /// One that goes on for some seconds; gives the files that were there before.
+  std::vector<std::string> begin_a_long_import() {
+    film("film.mkv", "-vf scale=1280:720", 40);
+    const std::vector<std::string> before = files_here();
+    open("film.mkv");
+    EXPECT_TRUE(rows_become({"film.mkv|0:40|encoded"}));
+    click_control("begin", dialog);
+    EXPECT_TRUE(eventually(
+        [] { return text_of_label("step").find("pictures a second") != std::string::npos; }));
+    return before;
+  }
   static void close_window() {
     close(dialog);
     EXPECT_TRUE(window_goes(dialog));
@@ -210,13 +221,7 @@ TEST_F(ImportWindow, ChoicesChangeWhatIsSaidAtOnce) {
 }
 
 TEST_F(ImportWindow, StopLeavesNothingAndTheFilmCanBeImportedAgain) {
-  film("film.mkv", "-vf scale=1280:720", 40);
-  const std::vector<std::string> before = files_here();
-  open("film.mkv");
-  EXPECT_TRUE(rows_become({"film.mkv|0:40|encoded"}));
-  click_control("begin", dialog);
-  EXPECT_TRUE(eventually(
-      [] { return text_of_label("step").find("pictures a second") != std::string::npos; }));
+  const std::vector<std::string> before = begin_a_long_import();
   EXPECT_FALSE(is_enabled("quality"));
   EXPECT_FALSE(is_enabled("begin"));
   screenshot("import-runs");
@@ -235,13 +240,7 @@ TEST_F(ImportWindow, StopLeavesNothingAndTheFilmCanBeImportedAgain) {
 }
 
 TEST_F(ImportWindow, ClosingWhileItRunsAsksAndLeavesNothing) {
-  film("film.mkv", "-vf scale=1280:720", 40);
-  const std::vector<std::string> before = files_here();
-  open("film.mkv");
-  EXPECT_TRUE(rows_become({"film.mkv|0:40|encoded"}));
-  click_control("begin", dialog);
-  EXPECT_TRUE(eventually(
-      [] { return text_of_label("step").find("pictures a second") != std::string::npos; }));
+  const std::vector<std::string> before = begin_a_long_import();
   press("Escape");
   answer_message("Stop importing?  What is complete stays.", "Yes");
   EXPECT_TRUE(window_goes(dialog));
@@ -340,13 +339,7 @@ TEST_F(ImportWindow, WithoutTheToolDroppedFilmsAreNamed) {
 }
 
 TEST_F(ImportWindow, EndOfTheSessionEndsARunThatIsOn) {
-  film("film.mkv", "-vf scale=1280:720", 40);
-  const std::vector<std::string> before = files_here();
-  open("film.mkv");
-  EXPECT_TRUE(rows_become({"film.mkv|0:40|encoded"}));
-  click_control("begin", dialog);
-  EXPECT_TRUE(eventually(
-      [] { return text_of_label("step").find("pictures a second") != std::string::npos; }));
+  const std::vector<std::string> before = begin_a_long_import();
   on_ui([this] { window_->CallAfter([this] { window_->Close(true); }); });
   EXPECT_TRUE(window_goes("main"));
   EXPECT_EQ(files_here(), before);
