@@ -93,7 +93,7 @@ probed_source look_into(const std::string& file, const source_prober& probe) {
     return source;
   }
   source.facts = *std::move(facts.value);
-  const std::string name(file_name_of(stored_from_native(source.file)));
+  const std::string name = native_file_name(source.file);
   const std::string folder = source.file.substr(0, source.file.size() - name.size());
   source.beside = sidecars_of(name, files_in(folder.empty() ? "." : folder));
   for (sidecar& text : source.beside)

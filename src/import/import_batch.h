@@ -53,7 +53,7 @@ struct batch_entry {
 
 struct import_batch {
   std::vector<batch_entry> entries;  ///< of all sources, in their order
-  /// Why none of them can be imported as is chosen: there is no room on the disc; or empty.
+  /// Why none of them can be imported as is chosen, and what to do: sentences; or empty.
   std::string problem;
 
   std::uint64_t bytes() const;

@@ -44,12 +44,12 @@ failure settle_bits(std::vector<import_job>& jobs, const import_choices& choices
       std::any_of(jobs.begin(), jobs.end(), is_encoded)) {
     for (const import_job& job : jobs)
       if (job.plan.seconds <= 0)
-        return "nobody knows how long " + job.source +
-               " is, and so how many bits it may have; choose a rate instead";
+        return "Nobody knows how long \"" + job.source +
+               "\" is, and so how many bits it may have.  Choose a mean rate or constant quality.";
     const auto filled = video_rate_to_fill(choices.disc_bytes, used, titles_of(jobs));
     if (!filled)
-      return "what is to be imported is too long for the room that is left on the disc; import "
-             "less, or choose a larger disc";
+      return "There is not enough room on the disc for so many hours.  Choose a larger disc or a "
+             "mean rate, or import fewer files.";
     mean = *filled;
   }
   for (import_job& job : jobs) {

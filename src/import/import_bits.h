@@ -13,8 +13,7 @@ namespace corvane {
 /// Sets `bits` of all jobs, whose plans are made; titles of one import share what is left of the
 /// disc by their lengths. `used`: bytes of the disc that the project's titles and menus take
 /// already, as space_wanted_by counts them. Fails when the disc is to be filled and has no room, or
-/// when nobody knows how long a title is; the reason is a sentence for a person, without a full
-/// stop.
+/// when nobody knows how long a title is; the reason says what to do, in sentences.
 failure settle_bits(std::vector<import_job>& jobs, const import_choices& choices,
                     std::uint64_t used);
 

@@ -1,11 +1,14 @@
 #include "import/import_list.h"
 
 #include "examine/measures.h"
+#include "examine/space_rules.h"
 #include "formats/numbers.h"
 #include "import/codec_names.h"
 #include "import/language_codes.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
+#include "project/disc_of.h"
+#include "project/file_lookup.h"
 #include "runner/run_meter.h"
 #include "tools/language_tags.h"
 
@@ -16,10 +19,6 @@
 
 namespace corvane {
 namespace {
-
-std::string name_of_file(const std::string& native) {
-  return std::string(file_name_of(stored_from_native(native)));
-}
 
 std::string two_digits(long number) {
   return (number < 10 ? "0" : "") + std::to_string(number);
@@ -161,7 +160,7 @@ void add_made(item_summary& summary, const import_job& job) {
   for (const text_plan& text : plan.texts)
     if (!text.stream)
       summary.lines.push_back(
-          {"beside it", name_of_file(text.file.file) +
+          {"beside it", native_file_name(text.file.file) +
                             (text.language.empty() ? "" : ", " + language_name(text.language)) +
                             " - becomes subtitles"});
   const bool is_silent =
@@ -175,7 +174,7 @@ void add_made(item_summary& summary, const import_job& job) {
         {"chapters", std::to_string(plan.chapters.size()) + ", which the title gets"});
   std::string names;
   for (const std::string& file : job.files.all())
-    append(names, name_of_file(file));
+    append(names, native_file_name(file));
   summary.lines.push_back({"becomes", names});
 }
 
@@ -184,7 +183,10 @@ void add_made(item_summary& summary, const import_job& job) {
 void import_list::follow(const project& p) {
   demands_ = demands_of_project(p);
   preferred_ = p.globalregion == "PAL" ? video_standard::pal : video_standard::ntsc;
-  used_ = p.dvdsize_bytes;
+  file_lookup files;
+  used_ = space_wanted_by(disc_of(p), [&files](const std::string& stored) {
+            return files.size_of(stored);
+          }).disc;
   plan();
 }
 
@@ -263,7 +265,7 @@ bool import_list::has_picture(std::size_t row) const {
 
 import_list::shown_row import_list::shown(std::size_t row) const {
   const entry& e = entries_[row];
-  import_list::shown_row text{name_of_file(e.source.file), "", ""};
+  import_list::shown_row text{native_file_name(e.source.file), "", ""};
   if (const double length = seconds(row); length > 0)
     text.length = clock_text(length);
   switch (e.now) {
@@ -293,7 +295,7 @@ import_list::shown_row import_list::shown(std::size_t row) const {
 item_summary import_list::summary(std::size_t row) const {
   const entry& e = entries_[row];
   item_summary summary;
-  summary.heading = name_of_file(e.source.file);
+  summary.heading = native_file_name(e.source.file);
   if (e.now == stage::looking) {
     summary.lines.push_back({"", "This file is being looked at."});
     return summary;
@@ -362,9 +364,7 @@ std::string import_list::trouble() const {
                ? "None of these files can be imported; the list says why."
                : "";
   if (!problem_.empty())
-    return "There is not enough room on the disc for so many hours.  Choose a larger disc or a "
-           "mean "
-           "rate, or remove files from the list.";
+    return problem_;
   if (folder_.empty() || !path_of(folder_).is_absolute())
     return "Choose the folder that the files are to be made in.";
   const auto free = free_bytes();
@@ -430,7 +430,7 @@ std::string progress_text(const import_progress& progress, const std::vector<imp
   std::string text = jobs.size() > 1 ? "file " + std::to_string(progress.job + 1) + " of " +
                                            std::to_string(jobs.size()) + ": "
                                      : "";
-  text += name_of_file(job.source);
+  text += native_file_name(job.source);
   if (progress.finishing)
     text += ", finishing";
   else if (has_two_passes(job))

@@ -49,6 +49,9 @@ class import_list {
   };
   std::size_t size() const { return entries_.size(); }
   shown_row shown(std::size_t row) const;
+  /// Why a file cannot be imported, a sentence without a full stop; empty if it can, or is not
+  /// known.
+  const std::string& why_left_out(std::size_t row) const { return entries_[row].plan.problem; }
   std::string path(std::size_t row) const { return entries_[row].source.file; }
   /// Of the film, seconds; 0 where nothing is known.
   double seconds(std::size_t row) const;

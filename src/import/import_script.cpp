@@ -151,8 +151,7 @@ bool has_two_passes(const import_job& job) {
 }
 
 std::string import_step(const import_job& job, bool first_pass, path_style style) {
-  const std::string stored = stored_from_native(job.source, style);
-  return "importing " + std::string(file_name_of(stored)) + (first_pass ? ", first pass" : "");
+  return "importing " + native_file_name(job.source, style) + (first_pass ? ", first pass" : "");
 }
 
 argument_list import_arguments(const import_job& job, bool first_pass) {

@@ -45,11 +45,14 @@ class ImportProgram : public AuthorProgram {
 TEST_F(ImportProgram, MakesTheProjectWhereThereIsNone) {
   EXPECT_EQ(run({"--import", phone(), "--to", to(), new_project()}), 0) << stderr_;
   EXPECT_EQ(stderr_, "");
-  EXPECT_THAT(stdout_, AllOf(HasSubstr("phone.mp4\n  video 0: encoded, it is MPEG-4"),
-                             HasSubstr("\n  audio 1: encoded, it is AAC"),
-                             HasSubstr("\nimporting phone.mp4, first pass\nimporting phone.mp4\n"),
-                             HasSubstr("\n" + made("phone.m2v") + "\n" + made("phone.ac3") + "\n"),
-                             HasSubstr("\nlog: " + app("CorvaneIMPORT.txt") + "\n")));
+  EXPECT_THAT(
+      stdout_,
+      AllOf(HasSubstr("phone.mp4\n  video: MPEG-4, 640x360, 25 a second - encoded: it is MPEG-4"),
+            HasSubstr("\n  audio: AAC, mono, 44.1 kHz - encoded: it is AAC"),
+            HasSubstr("\n1 file, 0:02 of film: about "),
+            HasSubstr("\nimporting phone.mp4, first pass\nimporting phone.mp4\n"),
+            HasSubstr("\n" + made("phone.m2v") + "\n" + made("phone.ac3") + "\n"),
+            HasSubstr("\nlog: " + app("CorvaneIMPORT.txt") + "\n")));
   const std::string text = folder_.read("new.cvp");
   EXPECT_THAT(text, HasSubstr("phone.m2v/"));
   EXPECT_THAT(text, HasSubstr("\r\nPAL\r\n"));

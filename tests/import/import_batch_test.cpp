@@ -97,7 +97,7 @@ TEST_F(ImportBatch, TheRoomOfADiscIsSharedByLength) {
 
 TEST_F(ImportBatch, TooManyHoursForTheDiscAreTold) {
   const import_batch batch = plan_batch({probed("a.mp4", film(20 * 3600))}, {}, place());
-  EXPECT_THAT(batch.problem, HasSubstr("too long for the room that is left on the disc"));
+  EXPECT_THAT(batch.problem, HasSubstr("not enough room on the disc"));
 }
 
 TEST_F(ImportBatch, TwoPassesCountTwice) {

@@ -61,12 +61,12 @@ TEST(ImportBits, WhatCannotBeSharedIsSaid) {
   std::vector<import_job> jobs = {film_of(7200)};
   const failure full = settle_bits(jobs, {}, single_layer_bytes);
   ASSERT_TRUE(full);
-  EXPECT_NE(full->find("too long for the room"), std::string::npos);
+  EXPECT_NE(full->find("not enough room on the disc"), std::string::npos);
   jobs.push_back(film_of(7200));
   jobs[1].plan.seconds = 0;
   const failure unknown = settle_bits(jobs, {}, 0);
   ASSERT_TRUE(unknown);
-  EXPECT_NE(unknown->find("nobody knows how long"), std::string::npos);
+  EXPECT_NE(unknown->find("Nobody knows how long"), std::string::npos);
   // Nothing to encode needs no room for it.
   std::vector<import_job> copied = {film_of(0, true)};
   EXPECT_FALSE(settle_bits(copied, {}, 0));

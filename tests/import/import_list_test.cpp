@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+
 namespace corvane {
 namespace {
 
@@ -92,6 +94,26 @@ TEST_F(ImportList, SaysWhatIsInTheWayAndWhatToDo) {
   choices.mean_rate = 8'000'000'000'000;
   list.choose(choices);
   EXPECT_THAT(list.trouble(), StartsWith("That disk has "));
+}
+
+TEST_F(ImportList, FilmOfUnknownLengthIsNotTakenForTooLong) {
+  add_film("a.mp4", 0);
+  EXPECT_THAT(list.trouble(), StartsWith("Nobody knows how long "));
+}
+
+// With what multiplexing adds.
+TEST_F(ImportList, RoomThatTheProjectTakesIsNotFilledAgain) {
+  import_choices choices;
+  choices.disc_bytes = 2'000'000'000;
+  list.choose(choices);
+  add_film("a.mp4", 3600);
+  const std::string empty = list.estimate();
+  const std::string big = folder.add("big.vob");
+  std::filesystem::resize_file(path_of(big), 800'000'000);
+  doc.p.List11 = {stored_from_native(big)};
+  list.follow(doc.p);
+  EXPECT_THAT(empty, testing::EndsWith("; video of 4.08 Mb/s"));
+  EXPECT_THAT(list.estimate(), testing::EndsWith("; video of 2.34 Mb/s"));
 }
 
 TEST_F(ImportList, WhatRunsIsNotBegunTwice) {

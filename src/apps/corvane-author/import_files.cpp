@@ -2,7 +2,7 @@
 
 #include "apps/corvane-author/author_project.h"
 #include "apps/corvane-author/console_prompts.h"
-#include "examine/measures.h"
+#include "import/import_list.h"
 #include "import/import_run.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
@@ -25,50 +25,6 @@ using namespace std::chrono_literals;
 
 constexpr auto look_interval = 100ms;
 
-std::string gigabytes(std::uint64_t bytes) {
-  return decimal_text(static_cast<double>(bytes) / 1e9, 1) + " GB";
-}
-
-std::string short_name(const std::string& path) {
-  return std::string(file_name_of(stored_from_native(path)));
-}
-
-const char* word_of(stream_fate fate) {
-  switch (fate) {
-    case stream_fate::copied:
-      return "copied";
-    case stream_fate::encoded:
-      return "encoded";
-    case stream_fate::left_out:
-      break;
-  }
-  return "left out";
-}
-
-const char* word_of(source_kind kind) {
-  switch (kind) {
-    case source_kind::video:
-      return "video";
-    case source_kind::picture:
-      return "picture";
-    case source_kind::audio:
-      return "audio";
-    case source_kind::text:
-    case source_kind::bitmap_text:
-      return "subtitles";
-    case source_kind::other:
-      break;
-  }
-  return "stream";
-}
-
-const source_stream* stream_of(const source_facts& facts, int index) {
-  for (const source_stream& stream : facts.streams)
-    if (stream.index == index)
-      return &stream;
-  return nullptr;
-}
-
 /// One import from the console: the project and everything around it.
 class console_import {
  public:
@@ -81,6 +37,7 @@ class console_import {
         app_(program_folder()),
         ask_(out, {}, false),
         doc_(ask_, prefs_) {
+    // Before the current folder changes.
     for (const std::string& file : arguments.imported)
       files_.push_back(absolute_path(file));
   }
@@ -94,8 +51,6 @@ class console_import {
     }
     if (!open_project())
       return not_authorable;
-    if (const failure why = make_folders(folder_))
-      return refused("the folder \"" + folder_ + "\" cannot be made: " + *why);
     return plan_and_run();
   }
 
@@ -107,64 +62,46 @@ class console_import {
 
   bool open_project() {
     start_up(doc_);
-    if (entry_exists(project_))
-      return loadprojectf(doc_, project_) && custom(doc_) == 1;
-    doc_.set_file(project_, {});
+    if (!entry_exists(project_))
+      doc_.set_file(project_, {});
+    else if (!loadprojectf(doc_, project_) || custom(doc_) != 1)
+      return false;
+    if (arguments_.pal && doc_.p.List11.empty() && doc_.p.menulist.empty())
+      doc_.p.globalregion = "PAL";
     return true;
   }
 
-  import_place place() const {
-    import_place to;
-    to.folder = folder_;
-    to.choices = arguments_.choices;
-    to.preferred = arguments_.pal ? video_standard::pal : video_standard::ntsc;
-    to.used = doc_.p.dvdsize_bytes;
-    to.is_taken = [](const std::string& file) { return entry_exists(file); };
-    return to;
-  }
-
   int plan_and_run() {
-    std::vector<probed_source> sources;
+    import_list list(folder_);
+    list.follow(doc_.p);
+    list.choose(arguments_.choices);
     for (const std::string& file : files_)
-      sources.push_back(look_into(file, probe_));
-    const import_batch batch = plan_batch(sources, demands_of_project(doc_.p), place());
-    for (std::size_t i = 0; i < sources.size(); ++i)
-      tell_plan(sources[i], batch.entries[i]);
-    if (!batch.problem.empty())
-      return refused(batch.problem);
-    if (const failure why = why_no_room(batch))
-      return refused(*why);
-    std::vector<import_job> jobs;
-    for (const batch_entry& entry : batch.entries)
-      if (entry.problem.empty())
-        jobs.push_back(entry.job);
-    all_well_ = jobs.size() == sources.size();
-    return jobs.empty() ? static_cast<int>(not_authorable) : run_jobs(std::move(jobs));
+      list.add(file);
+    while (const auto file = list.next_unknown())
+      list.know(look_into(*file, probe_));
+    for (std::size_t row = 0; row < list.size(); ++row)
+      tell_plan(list, row);
+    if (const std::string trouble = list.trouble(); !trouble.empty()) {
+      out_.message(trouble);
+      return not_authorable;
+    }
+    if (const failure why = make_folders(folder_))
+      return refused("the folder \"" + folder_ + "\" cannot be made: " + *why);
+    out_.line(list.estimate());
+    std::vector<import_job> jobs = list.begin();
+    all_well_ = jobs.size() == list.size();
+    return run_jobs(std::move(jobs));
   }
 
-  failure why_no_room(const import_batch& batch) const {
-    const auto room = room_at(folder_);
-    if (!room || room->free >= batch.bytes())
-      return std::nullopt;
-    return "the disk of \"" + folder_ + "\" has " + gigabytes(room->free) +
-           " left, and the files will have about " + gigabytes(batch.bytes());
-  }
-
-  void tell_plan(const probed_source& source, const batch_entry& entry) {
-    if (!entry.problem.empty()) {
-      out_.message("\"" + source.file + "\" is left out: " + entry.problem + ".");
-      all_well_ = false;
+  void tell_plan(const import_list& list, std::size_t row) {
+    if (const std::string& why = list.why_left_out(row); !why.empty()) {
+      out_.message("\"" + list.path(row) + "\" is left out: " + why + ".");
       return;
     }
-    out_.line(printable(short_name(source.file)));
-    for (const planned_stream& stream : entry.job.plan.streams) {
-      const source_stream* const of = stream_of(source.facts, stream.stream);
-      out_.line(printable("  " + std::string(of != nullptr ? word_of(of->kind) : "stream") + " " +
-                          std::to_string(stream.stream) + ": " + word_of(stream.fate) +
-                          (stream.reason.empty() ? "" : ", " + stream.reason)));
-    }
-    for (const sidecar& text : source.beside)
-      out_.line(printable("  subtitles " + short_name(text.file)));
+    const item_summary summary = list.summary(row);
+    out_.line(printable(summary.heading));
+    for (const summary_line& line : summary.lines)
+      out_.line(printable("  " + (line.name.empty() ? "" : line.name + ": ") + line.text));
   }
 
   int run_jobs(std::vector<import_job> jobs) {
@@ -196,7 +133,7 @@ class console_import {
   void tell_progress(const import_progress& p) {
     const import_job& job = run_->jobs()[p.job];
     const std::string step =
-        p.finishing ? "finishing " + short_name(job.source) : import_step(job, p.first_pass);
+        p.finishing ? "finishing " + native_file_name(job.source) : import_step(job, p.first_pass);
     if (step != step_)
       out_.step(step);
     step_ = step;
