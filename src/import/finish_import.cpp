@@ -3,7 +3,10 @@
 #include "import/subrip_times.h"
 #include "platform/files/file_slices.h"
 #include "platform/files/files.h"
+#include "tools/cleaned_subtitles.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <fstream>
 #include <ios>
 
@@ -49,6 +52,28 @@ failure change_file(const std::string& path, const video_finish& what) {
   return file ? std::nullopt : failure("it cannot be written into");
 }
 
+/// Where only the end counts, only that is looked at: a copied film may be of many gigabytes.
+failure end_file(const std::string& path) {
+  constexpr std::streamoff most = 1 << 16;
+  std::fstream file(path_of(path), std::ios::in | std::ios::out | std::ios::binary);
+  file.seekg(0, std::ios::end);
+  const std::streamoff size = file.tellg();
+  std::string tail(static_cast<std::size_t>(std::clamp<std::streamoff>(size, 0, most)), '\0');
+  file.seekg(size - static_cast<std::streamoff>(tail.size()));
+  file.read(tail.data(), static_cast<std::streamsize>(tail.size()));
+  if (!file)
+    return failure("it cannot be read");
+  video_finish what;
+  what.end_code = true;
+  const std::size_t before = tail.size();
+  if (failure why = finish_video(tail, what))
+    return why;
+  file.seekp(0, std::ios::end);
+  file << tail.substr(before);
+  file.close();
+  return file ? std::nullopt : failure("it cannot be written into");
+}
+
 failure give_names(const std::vector<std::string>& files) {
   for (std::size_t i = 0; i < files.size(); ++i) {
     const failure why = move_entry(temporary_name(files[i]), files[i]);
@@ -70,23 +95,46 @@ failure why_not_whole(const std::string& file, bool may_be_empty) {
   return std::nullopt;
 }
 
-/// ffmpeg can move the times of a text, but has no way to make them shorter.
+/// ffmpeg can move the times of a text, but has no way to make them shorter; and entities and signs
+/// that hide text stand in files of any kind. Of the lines of a cue it ends some with CR and LF.
+std::string finished_text(std::string text, source_ratio speed) {
+  std::erase(text, '\r');
+  const subtitle_file made("text.srt",
+                           speed == source_ratio{1, 1} ? text : subrip_at_speed(text, speed));
+  subtitle_settings settings = default_subtitle_settings("PAL");
+  settings[subtitle_field::character_set] = "UTF-8";
+  const result<cleaned_subtitles> clean = clean_subtitles(made, settings);
+  if (!clean || clean->changes.empty())
+    return made.bytes();
+  return clean->text;
+}
+
 failure finish_text(const std::string& file, source_ratio speed) {
   constexpr std::uintmax_t most = std::uintmax_t{64} << 20;
   const result<std::string> text = read_file(file, most);
   if (!text)
     return text.error;
-  return write_file(file, subrip_at_speed(*text, speed));
+  const std::string made = finished_text(*text, speed);
+  return made == *text ? std::nullopt : write_file(file, made);
 }
 
 failure finish_texts(const import_job& job) {
-  const source_ratio speed = job.plan.video.work.speed;
-  if (speed == source_ratio{1, 1})
-    return std::nullopt;
   for (const std::string& text : job.files.texts)
-    if (failure why = finish_text(temporary_name(text), speed))
+    if (failure why = finish_text(temporary_name(text), job.plan.video.work.speed))
       return text + ": " + *why;
   return std::nullopt;
+}
+
+/// The files that get their names; a text that is empty is removed.
+std::vector<std::string> whole_files(const import_job& job) {
+  std::vector<std::string> files = job.files.all();
+  std::erase_if(files, [](const std::string& file) {
+    const bool is_empty = file_size(temporary_name(file)).value_or(0) == 0;
+    if (is_empty)
+      remove_all(temporary_name(file));
+    return is_empty;
+  });
+  return files;
 }
 
 failure finish_streams(const import_job& job) {
@@ -103,23 +151,23 @@ failure finish_streams(const import_job& job) {
     return job.files.video + ": " + *why;
   if (failure why = finish_texts(job))
     return why;
-  return give_names(job.files.all());
+  return give_names(whole_files(job));
 }
 
 }  // namespace
 
 failure finish_video_file(const std::string& file, const video_finish& what) {
-  return what == video_finish{} ? std::nullopt : change_file(file, what);
+  if (what == video_finish{})
+    return std::nullopt;
+  return what.pulldown ? change_file(file, what) : end_file(file);
 }
 
 video_finish finish_of(const import_plan& plan) {
   video_finish what;
-  if (plan.video.fate == stream_fate::copied) {
-    what.pulldown = plan.video.may_need_pulldown;
-  } else {
-    what.end_code = true;
-    what.pulldown = plan.video.work.motion == picture_motion::film;
-  }
+  what.end_code = true;
+  what.pulldown = plan.video.fate == stream_fate::copied
+                      ? plan.video.may_need_pulldown
+                      : plan.video.work.motion == picture_motion::film;
   return what;
 }
 
@@ -128,6 +176,10 @@ failure finish_import(const import_job& job) {
   if (why)
     remove_unfinished(job);
   return why;
+}
+
+bool has_text(const import_job& job, std::size_t number) {
+  return file_exists(job.files.texts[number]);
 }
 
 void remove_unfinished(const import_job& job) {

@@ -6,6 +6,7 @@
 #include "import/import_script.h"
 #include "platform/result.h"
 
+#include <cstddef>
 #include <string>
 
 namespace corvane {
@@ -14,13 +15,17 @@ namespace corvane {
 /// is of no use.
 failure finish_video_file(const std::string& file, const video_finish& what);
 
-/// What the video of a plan still needs. A copy stays byte for byte what it was, but for film that
-/// lacks its pulldown flags.
+/// What the video of a plan still needs: the code at its end, without which mplex drops the last
+/// picture, and pulldown flags. All other bytes of a copy stay what they were.
 video_finish finish_of(const import_plan& plan);
 
 /// Finishes what the script has made and gives the files their names. When anything fails (the
 /// reason names the file), nothing of the import is left and nothing that was there is replaced.
+/// Subtitles lose what spumux would draw as letters; those without any text get no file.
 failure finish_import(const import_job& job);
+
+/// Whether a text (0-based) of an import that is finished has anything to say, and so a file.
+bool has_text(const import_job& job, std::size_t number);
 
 /// Removes what an import that was stopped or failed has left: temporary files and notes, and no
 /// others.

@@ -1,6 +1,7 @@
 #include "import/import_batch.h"
 
 #include "examine/examination.h"
+#include "import/finish_import.h"
 #include "import/import_bits.h"
 #include "import/language_codes.h"
 #include "platform/files/files.h"
@@ -98,6 +99,8 @@ probed_source look_into(const std::string& file, const source_prober& probe) {
   source.beside = sidecars_of(name, files_in(folder.empty() ? "." : folder));
   for (sidecar& text : source.beside)
     text.file = folder + text.file;
+  for (sidecar& text : source.beside)
+    look_into_text(text);
   return source;
 }
 
@@ -173,10 +176,19 @@ void add_to_project(document& doc, const import_job& job) {
   title.streams = stored(streams);
   title.chapters = plan.chapters;
   title.delay = plan.sound.delay();
-  title.subtitles = stored(job.files.texts);
+  std::vector<std::string> texts, languages;
+  for (std::size_t i = 0; i < job.files.texts.size(); ++i)
+    if (has_text(job, i)) {
+      texts.push_back(job.files.texts[i]);
+      languages.push_back(plan.texts[i].language);
+    }
+  title.subtitles = stored(texts);
   add_imported_title(doc, title, plan.demands.standard.value_or(video_standard::ntsc));
   set_language_tags(doc, disc_language::stream_kind::audio, entries_of(plan.sound_tags));
-  set_language_tags(doc, disc_language::stream_kind::subpicture, entries_of(plan.subtitle_tags));
+  const bool are_all = texts.size() == plan.texts.size();
+  set_language_tags(doc, disc_language::stream_kind::subpicture,
+                    entries_of(are_all ? plan.subtitle_tags
+                                       : agreed_tags(plan.demands.subtitle_languages, languages)));
 }
 
 }  // namespace corvane

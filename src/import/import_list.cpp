@@ -4,6 +4,7 @@
 #include "examine/space_rules.h"
 #include "formats/numbers.h"
 #include "import/codec_names.h"
+#include "import/finish_import.h"
 #include "import/language_codes.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
@@ -155,14 +156,33 @@ void add_streams(item_summary& summary, const source_facts& facts, const import_
   }
 }
 
-void add_made(item_summary& summary, const import_job& job) {
+/// Code pages of Windows are known by their full name.
+std::string charset_name(const std::string& charset) {
+  return charset.starts_with("CP") ? "Windows-" + charset.substr(2) : charset;
+}
+
+/// What had nothing to say, and so was not added: "film.de.srt"; or empty.
+std::string texts_left_out(const import_job& job) {
+  std::string names;
+  for (std::size_t i = 0; i < job.files.texts.size(); ++i)
+    if (!has_text(job, i))
+      append(names, native_file_name(job.files.texts[i]));
+  return names;
+}
+
+std::string text_of_sidecar(const sidecar& text) {
+  std::string shown = native_file_name(text.file);
+  append(shown, language_name(text.language));
+  if (!text.problem.empty())
+    return shown + " - left out: " + text.problem;
+  append(shown, charset_name(text.charset));
+  return shown + " - becomes subtitles";
+}
+
+void add_made(item_summary& summary, const probed_source& source, const import_job& job) {
   const import_plan& plan = job.plan;
-  for (const text_plan& text : plan.texts)
-    if (!text.stream)
-      summary.lines.push_back(
-          {"beside it", native_file_name(text.file.file) +
-                            (text.language.empty() ? "" : ", " + language_name(text.language)) +
-                            " - becomes subtitles"});
+  for (const sidecar& text : source.beside)
+    summary.lines.push_back({"beside it", text_of_sidecar(text)});
   const bool is_silent =
       std::ranges::any_of(plan.sound.streams, [](const sound_work& work) { return !work.stream; });
   if (is_silent)
@@ -284,6 +304,8 @@ import_list::shown_row import_list::shown(std::size_t row) const {
       break;
     case stage::done:
       text.what = "done, the title is added";
+      if (!e.no_text_in.empty())
+        text.what += "; there is no text for " + e.no_text_in;
       break;
     case stage::failed:
       text.what = "not imported: " + e.failed;
@@ -309,7 +331,7 @@ item_summary import_list::summary(std::size_t row) const {
   if (e.source.facts.cut_short)
     summary.lines.push_back({"", "The file ends before its own end: a part of it is missing."});
   if (is_planned)
-    add_made(summary, e.plan.job);
+    add_made(summary, e.source, e.plan.job);
   return summary;
 }
 
@@ -397,6 +419,8 @@ void import_list::ended(const import_end& end, bool stopped) {
   entry& e = entries_[running_[end.job]];
   e.failed = end.problem;
   e.now = end.problem.empty() ? stage::done : stopped ? stage::planned : stage::failed;
+  if (e.now == stage::done)
+    e.no_text_in = texts_left_out(e.plan.job);
   if (stopped)
     give_up();
 }

@@ -88,8 +88,9 @@ class import_list {
   struct entry {
     probed_source source;
     stage now = stage::looking;
-    std::string failed;  ///< why
-    batch_entry plan;    ///< of `planned`; of others the last one
+    std::string failed;      ///< why
+    std::string no_text_in;  ///< names of subtitles that turned out to be empty; or empty
+    batch_entry plan;        ///< of `planned`; of others the last one
   };
 
   void plan();

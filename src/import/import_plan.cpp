@@ -79,7 +79,8 @@ class planner {
       if (stream.kind == source_kind::text && stream.decodes)
         plan_.texts.push_back({stream.index, {}, language_code_of(stream.language)});
     for (const sidecar& file : beside_)
-      plan_.texts.push_back({std::nullopt, file, file.language});
+      if (file.problem.empty())
+        plan_.texts.push_back({std::nullopt, file, file.language});
     const std::vector<std::string>& tags = plan_.demands.subtitle_languages;
     const auto place = [&](const text_plan& text) {
       return text.language.empty()
@@ -93,7 +94,7 @@ class planner {
     std::vector<std::string> own;
     for (const text_plan& text : plan_.texts)
       own.push_back(text.language);
-    plan_.subtitle_tags = agreed(tags, own);
+    plan_.subtitle_tags = agreed_tags(tags, own);
   }
 
   void plan_chapters() {
@@ -108,18 +109,6 @@ class planner {
                          plan_.chapters.end());
   }
 
-  /// A tag stays where the title's stream does not contradict it. Of streams that other titles
-  /// have, and of which nobody said what they are, nothing is said now.
-  static std::vector<std::string> agreed(std::vector<std::string> tags,
-                                         const std::vector<std::string>& own) {
-    for (std::size_t i = 0; i < std::min(tags.size(), own.size()); ++i)
-      if (!own[i].empty() && tags[i] != own[i])
-        tags[i].clear();
-    for (std::size_t i = tags.size(); i < own.size(); ++i)
-      tags.push_back(own[i]);
-    return tags;
-  }
-
   void plan_sound_tags() {
     std::vector<std::string> tags, own;
     if (plan_.demands.sounds)
@@ -127,7 +116,7 @@ class planner {
         tags.push_back(sound.language);
     for (const sound_work& work : plan_.sound.streams)
       own.push_back(work.language);
-    plan_.sound_tags = agreed(tags, own);
+    plan_.sound_tags = agreed_tags(tags, own);
   }
 
   planned_stream fate_of(const source_stream& stream) const {

@@ -88,8 +88,9 @@ void add_sound(arguments& a, const import_job& job, std::size_t number) {
   a.add({file});
 }
 
+// Markup would be drawn as letters: the texts alone are written.
 void add_text(arguments& a, const std::string& stream, const std::string& file) {
-  a.add({"-map", stream, "-c:s", "srt", "-f", "srt", temporary_name(file)});
+  a.add({"-map", stream, "-c:s", "text", "-f", "srt", temporary_name(file)});
 }
 
 /// FFmpeg's name for what a subtitle file is by its ending (import/sidecars.h).
@@ -107,6 +108,8 @@ argument_list text_arguments(const import_job& job, std::size_t number) {
   const std::string& file = job.plan.texts[number].file.file;
   arguments a;
   a.add({"-nostdin", "-hide_banner", "-y", "-v", "warning"});
+  if (const std::string& charset = job.plan.texts[number].file.charset; !charset.empty())
+    a.add({"-sub_charenc", charset});
   add_input(a, container_of_text(file), file);
   add_text(a, stream_of_source(0), job.files.texts[number]);
   return a.take();

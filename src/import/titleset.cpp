@@ -125,6 +125,16 @@ titleset_demands decided_by(const source_facts& file, titleset_demands demands,
   return demands;
 }
 
+std::vector<std::string> agreed_tags(std::vector<std::string> tags,
+                                     const std::vector<std::string>& own) {
+  for (std::size_t i = 0; i < std::min(tags.size(), own.size()); ++i)
+    if (!own[i].empty() && tags[i] != own[i])
+      tags[i].clear();
+  for (std::size_t i = tags.size(); i < own.size(); ++i)
+    tags.push_back(own[i]);
+  return tags;
+}
+
 const source_stream* video_of(const source_facts& file) {
   const source_stream* first = nullptr;
   for (const source_stream& stream : file.streams) {

@@ -54,6 +54,13 @@ video_standard standard_for(const source_facts& file, video_standard preferred);
 titleset_demands decided_by(const source_facts& file, titleset_demands demands,
                             video_standard preferred);
 
+/// The tags (two letters, lower case, or nothing) of a disc's streams when one more title has
+/// streams of `own` languages, stream 1 first. A tag stays where the title's stream does not
+/// contradict it; of streams that other titles have, and of which nobody said what they are,
+/// nothing is said now.
+std::vector<std::string> agreed_tags(std::vector<std::string> tags,
+                                     const std::vector<std::string>& own);
+
 /// The video that a title is made of: the first, or the one that the file says is to be shown; null
 /// if there is none.
 const source_stream* video_of(const source_facts& file);

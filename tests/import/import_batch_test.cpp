@@ -124,6 +124,24 @@ TEST_F(ImportBatch, WhatWasMadeComesIntoTheProject) {
   EXPECT_TRUE(doc.p.subtitledata[0].ends_with("film.en.srt")) << doc.p.subtitledata[0];
 }
 
+// The tags of those behind it move up.
+TEST_F(ImportBatch, SubtitlesWithoutAnyTextAreNotAdded) {
+  source_facts facts = film(60, "deu");
+  for (const char* const language : {"eng", "fra"}) {
+    facts.streams.push_back(made_text("subrip", language));
+    facts.streams.back().index = static_cast<int>(facts.streams.size()) - 1;
+  }
+  const import_batch batch = plan_batch({probed("film.mp4", facts)}, {}, place());
+  const import_job& job = batch.entries[0].job;
+  for (const std::string& file : job.files.all())
+    if (!file.ends_with("film.en.srt"))
+      folder.add("out/" + file.substr(file.find_last_of("/\\") + 1));
+  add_to_project(doc, job);
+  EXPECT_EQ(doc.p.languagetags, (rows{"Audio tag:\tGERMAN DE ", "Subtitle tag:\tFRENCH FR"}));
+  EXPECT_TRUE(doc.p.subtitledata[0].ends_with("film.fr.srt")) << doc.p.subtitledata[0];
+  EXPECT_EQ(doc.p.subtitledata[0].find("film.en.srt"), std::string::npos);
+}
+
 // The tag of a number is that stream's.
 TEST_F(ImportBatch, TagsEndWhereALanguageIsNotKnown) {
   source_facts facts = film(60);

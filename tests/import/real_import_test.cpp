@@ -352,7 +352,10 @@ TEST_F(RealImport, NoiseStaysWithinWhatPlayersRead) {
   }
 }
 
-TEST_F(RealImport, WhatADiscTakesComesOutByteForByte) {
+// The encoder writes none.
+const std::string end_code("\0\0\1\xB7", 4);
+
+TEST_F(RealImport, WhatADiscTakesComesOutByteForByteWithItsEnd) {
   const std::string video_bytes = *read_file(source_path("ready.m2v"), 1u << 30);
   const std::string sound_bytes = *read_file(source_path("ready.ac3"), 1u << 30);
   for (const char* const name : {"ready.mpg", "ready.mkv"}) {
@@ -366,10 +369,76 @@ TEST_F(RealImport, WhatADiscTakesComesOutByteForByte) {
     EXPECT_EQ(job.plan.video.fate, stream_fate::copied);
     ASSERT_TRUE(run(job));
     EXPECT_EQ(finish_import(job), std::nullopt);
-    EXPECT_TRUE(*read_file(job.files.video, 1u << 30) == video_bytes);
+    EXPECT_TRUE(*read_file(job.files.video, 1u << 30) == video_bytes + end_code);
     EXPECT_TRUE(*read_file(job.files.sounds.at(0), 1u << 30) == sound_bytes);
     EXPECT_EQ(findings(job), nothing);
   }
+}
+
+TEST_F(RealImport, VideoThatHasItsEndStaysAsItIs) {
+  const std::string file = folder_.add("ended.m2v", *read_file(source_path("ready.m2v"), 1u << 30));
+  const video_finish what = finish_of({});
+  for (int turn = 0; turn < 2; ++turn)
+    EXPECT_EQ(finish_video_file(file, what), std::nullopt);
+  EXPECT_TRUE(folder_.read("ended.m2v") ==
+              *read_file(source_path("ready.m2v"), 1u << 30) + end_code);
+  EXPECT_NE(finish_video_file(folder_.path("missing.m2v"), what), std::nullopt);
+}
+
+class RealTexts : public RealImport {
+ protected:
+  /// What becomes of a file of these bytes beside a film; nullopt if it gets none.
+  std::optional<std::string> made(const std::string& bytes, const std::string& language = {},
+                                  const std::string& ending = "srt") {
+    sidecar beside{folder_.add("film." + ending, bytes), language};
+    look_into_text(beside);
+    EXPECT_EQ(beside.problem, "");
+    import_job job;
+    job.source = source_path("ready.mkv");
+    job.plan = import_plan_for(made_source(made_disc_video(), made_sound("ac3")), {beside}, {}, {},
+                               video_standard::ntsc);
+    job.files = import_names(folder_.path("out"), job.source, job.plan, entry_exists);
+    EXPECT_TRUE(run(job));
+    EXPECT_EQ(finish_import(job), std::nullopt);
+    EXPECT_EQ(files_in(folder_.path("out")).size(), has_text(job, 0) ? 3u : 2u);
+    const auto text = read_file(job.files.texts.at(0), 1u << 20);
+    for (const std::string& file : job.files.all())
+      remove_all(file);
+    return text ? std::optional(*text) : std::nullopt;
+  }
+  static std::string cue(const std::string& text) {
+    return "1\n00:00:01,000 --> 00:00:02,000\n" + text + "\n\n";
+  }
+};
+
+TEST_F(RealTexts, OfAnyCharactersBecomeUtf8) {
+  EXPECT_EQ(made(cue("f\xFCr \x84uns\x93"), "de"), cue("f\xC3\xBCr \xE2\x80\x9Euns\xE2\x80\x9C"));
+  EXPECT_EQ(made(cue("\xEC\xE8\xF0"), "ru"), cue("\xD0\xBC\xD0\xB8\xD1\x80"));
+  EXPECT_EQ(made(cue("\x93\xFA\x96\x7B"), "ja"), cue("\xE6\x97\xA5\xE6\x9C\xAC"));
+  EXPECT_EQ(made(cue("f\xC3\xBCr")), cue("f\xC3\xBCr"));
+  EXPECT_EQ(made("\xEF\xBB\xBF" + cue("f\xC3\xBCr")), cue("f\xC3\xBCr"));
+  std::string wide = "\xFF\xFE";
+  for (const char c : cue("plain"))
+    wide += std::string{c, '\0'};
+  EXPECT_EQ(made(wide), cue("plain"));
+}
+
+// spumux would draw it.
+TEST_F(RealTexts, LoseTheirMarkup) {
+  EXPECT_EQ(made(cue("<i>one</i> <font color=\"#ff0000\">two</font>")), cue("one two"));
+  EXPECT_EQ(made(cue("{\\an8}above &amp; {\\b1}bold{\\b0}")), cue("above & bold"));
+  EXPECT_EQ(made("WEBVTT\n\n00:01.000 --> 00:02.000\n<v Anna>a &lt; b</v>\n", {}, "vtt"),
+            cue("a \xE2\x80\xB9 b"));
+  EXPECT_EQ(made("[Script Info]\nScriptType: v4.00+\n\n[Events]\nFormat: Layer, Start, End, Style, "
+                 "Name, MarginL, MarginR, MarginV, Effect, Text\nDialogue: "
+                 "0,0:00:01.00,0:00:02.00,Default,,0,0,0,,{\\i1}one{\\i0}\\Ntwo\n",
+                 {}, "ass"),
+            cue("one\ntwo"));
+}
+
+TEST_F(RealTexts, WithNothingToSayGetNoFile) {
+  EXPECT_EQ(made("there are no times in this\n"), std::nullopt);
+  EXPECT_EQ(made("WEBVTT\n\n", {}, "vtt"), std::nullopt);
 }
 
 TEST_F(RealImport, AFilmWithoutSoundGetsSilence) {
