@@ -36,6 +36,21 @@ void follow_tags(titleset_demands& demands, const import_plan& plan) {
     (*demands.sounds)[i].language = i < plan.sound_tags.size() ? plan.sound_tags[i] : "";
 }
 
+/// The plan of what is wanted of a file.
+import_plan plan_of(const probed_source& source, const titleset_demands& demands,
+                    const import_place& place) {
+  source_facts facts = source.facts;
+  std::erase_if(facts.streams,
+                [&](const source_stream& stream) { return !source.is_wanted(stream); });
+  std::vector<sidecar> beside = source.beside;
+  std::erase_if(beside, [&](const sidecar& text) { return !source.is_wanted(text); });
+  import_plan plan = import_plan_for(facts, beside, demands, place.choices, place.preferred);
+  for (const source_stream& stream : source.facts.streams)
+    if (!source.is_wanted(stream))
+      plan.streams.push_back({stream.index, stream_fate::left_out, "as you chose"});
+  return plan;
+}
+
 bool can_be_made(const batch_entry& entry) {
   return entry.problem.empty();
 }
@@ -84,6 +99,14 @@ std::vector<std::string> stored(const std::vector<std::string>& files) {
 }
 
 }  // namespace
+
+bool probed_source::is_wanted(const source_stream& stream) const {
+  return std::ranges::find(unwanted_streams, stream.index) == unwanted_streams.end();
+}
+
+bool probed_source::is_wanted(const sidecar& text) const {
+  return std::ranges::find(unwanted_beside, text.file) == unwanted_beside.end();
+}
 
 probed_source look_into(const std::string& file, const source_prober& probe) {
   probed_source source;
@@ -150,7 +173,7 @@ import_batch plan_batch(const std::vector<probed_source>& sources, const titlese
       continue;
     import_job& job = entry.job;
     job.source = source.file;
-    job.plan = import_plan_for(source.facts, source.beside, now, place.choices, place.preferred);
+    job.plan = plan_of(source, now, place);
     entry.problem = job.plan.problem;
     if (!can_be_made(entry))
       continue;

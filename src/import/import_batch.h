@@ -21,6 +21,12 @@ struct probed_source {
   source_facts facts;           ///< of no use with a problem
   std::vector<sidecar> beside;  ///< with their native paths
   std::string problem;          ///< why nothing is known of it, a sentence; or empty
+  /// What a person does not want of it: indices of streams, and paths of `beside`.
+  std::vector<int> unwanted_streams{};
+  std::vector<std::string> unwanted_beside{};
+
+  bool is_wanted(const source_stream& stream) const;
+  bool is_wanted(const sidecar& text) const;
 };
 
 /// Looks into a file (native path); what does so reads people's files with FFmpeg, and programs

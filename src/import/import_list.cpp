@@ -144,6 +144,10 @@ std::string fate_text(const planned_stream& planned) {
          (planned.reason.empty() ? "" : ": " + planned.reason);
 }
 
+bool is_choosable(const source_stream& stream) {
+  return stream.decodes && (stream.kind == source_kind::audio || stream.kind == source_kind::text);
+}
+
 void add_streams(item_summary& summary, const source_facts& facts, const import_plan* plan) {
   stream_names names(facts.streams);
   for (const source_stream& stream : facts.streams) {
@@ -173,16 +177,21 @@ std::string texts_left_out(const import_job& job) {
 std::string text_of_sidecar(const sidecar& text) {
   std::string shown = native_file_name(text.file);
   append(shown, language_name(text.language));
-  if (!text.problem.empty())
-    return shown + " - left out: " + text.problem;
   append(shown, charset_name(text.charset));
-  return shown + " - becomes subtitles";
+  return shown;
+}
+
+const char* fate_of_sidecar(const probed_source& source, const sidecar& text) {
+  if (!text.problem.empty())
+    return "left out: ";
+  return source.is_wanted(text) ? "becomes subtitles" : "left out: as you chose";
 }
 
 void add_made(item_summary& summary, const probed_source& source, const import_job& job) {
   const import_plan& plan = job.plan;
   for (const sidecar& text : source.beside)
-    summary.lines.push_back({"beside it", text_of_sidecar(text)});
+    summary.lines.push_back({"beside it", text_of_sidecar(text) + " - " +
+                                              fate_of_sidecar(source, text) + text.problem});
   const bool is_silent =
       std::ranges::any_of(plan.sound.streams, [](const sound_work& work) { return !work.stream; });
   if (is_silent)
@@ -312,6 +321,43 @@ import_list::shown_row import_list::shown(std::size_t row) const {
       break;
   }
   return text;
+}
+
+std::vector<import_list::choosable_stream> import_list::choosable_streams(std::size_t row) const {
+  const probed_source& source = entries_[row].source;
+  std::vector<choosable_stream> all;
+  stream_names names(source.facts.streams);
+  for (const source_stream& stream : source.facts.streams) {
+    const std::string name = names.next(stream.kind);
+    if (is_choosable(stream))
+      all.push_back({name + ": " + text_of_stream(stream), source.is_wanted(stream)});
+  }
+  for (const sidecar& text : source.beside)
+    if (text.problem.empty())
+      all.push_back({"beside it: " + text_of_sidecar(text), source.is_wanted(text)});
+  return all;
+}
+
+bool import_list::may_choose_streams(std::size_t row) const {
+  const stage now = entries_[row].now;
+  return (now == stage::planned || now == stage::failed) && !choosable_streams(row).empty();
+}
+
+void import_list::want(std::size_t row, const std::vector<bool>& wanted) {
+  if (!may_choose_streams(row))
+    return;
+  entry& e = entries_[row];
+  probed_source& source = e.source;
+  source.unwanted_streams.clear();
+  source.unwanted_beside.clear();
+  std::size_t place = 0;
+  for (const source_stream& stream : source.facts.streams)
+    if (is_choosable(stream) && !wanted[place++])
+      source.unwanted_streams.push_back(stream.index);
+  for (const sidecar& text : source.beside)
+    if (text.problem.empty() && !wanted[place++])
+      source.unwanted_beside.push_back(text.file);
+  plan();
 }
 
 item_summary import_list::summary(std::size_t row) const {

@@ -57,6 +57,18 @@ class import_list {
   double seconds(std::size_t row) const;
   bool has_picture(std::size_t row) const;
 
+  /// Sound and subtitles of a file that can be left out by choice, in the order of the summary.
+  struct choosable_stream {
+    std::string text;  ///< "audio 1: AAC, stereo, German"
+    bool wanted = true;
+    bool operator==(const choosable_stream&) const = default;
+  };
+  std::vector<choosable_stream> choosable_streams(std::size_t row) const;
+  /// Whether there are any, and the file is not being imported, or was.
+  bool may_choose_streams(std::size_t row) const;
+  /// Which of them are wanted, one for each. Nothing changes once the file is being imported.
+  void want(std::size_t row, const std::vector<bool>& wanted);
+
   /// All that is known of a file: its streams with what becomes of each. No video is named.
   item_summary summary(std::size_t row) const;
 

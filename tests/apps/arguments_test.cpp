@@ -129,6 +129,11 @@ TEST(AuthorArguments, AnImportHasOptionsOfItsOwn) {
   EXPECT_EQ(read({"--dvd9"}).choices.disc_bytes, double_layer_bytes);
   EXPECT_EQ(read({"--crop"}).choices.fit, picture_fit::cropped);
   EXPECT_FALSE(read({"--no-silence"}).choices.silence);
+  EXPECT_TRUE(read({"--all-sounds"}).choices.more_sounds);
+  EXPECT_EQ(read({"--mpeg-audio"}).choices.new_sound, disc_sound::mp2);
+  EXPECT_TRUE(read({"--even-loudness"}).choices.even_loudness);
+  EXPECT_TRUE(read({"--deinterlace"}).choices.deinterlace);
+  EXPECT_TRUE(read({"--film-by-speed"}).choices.film_by_speed);
   EXPECT_TRUE(read({"--pal"}).pal);
 }
 
@@ -164,9 +169,11 @@ TEST(AuthorArguments, HelpAndVersionComeFirst) {
 TEST(AuthorArguments, HelpNamesEveryOptionAndFitsATerminal) {
   const std::string help = author_help();
   for (const char* const option :
-       {"--prepare", "--iso", "--no-iso", "--replace", "--cleanup", "--import", "--to FOLDER",
-        "--dvd9", "--rate", "--constant", "--crop", "--no-silence", "--pal", "--help", "--version",
-        "PROJECT.cvp", "OUTPUT-FOLDER"})
+       {"--prepare",     "--iso",           "--no-iso",     "--replace",    "--cleanup",
+        "--import",      "--to FOLDER",     "--dvd9",       "--rate",       "--constant",
+        "--crop",        "--no-silence",    "--all-sounds", "--mpeg-audio", "--even-loudness",
+        "--deinterlace", "--film-by-speed", "--pal",        "--help",       "--version",
+        "PROJECT.cvp",   "OUTPUT-FOLDER"})
     EXPECT_THAT(help, HasSubstr(option));
   std::size_t column = 0;
   for (const char c : help) {

@@ -13,6 +13,7 @@ namespace {
 
 using import_test::made_sound;
 using import_test::made_source;
+using import_test::made_text;
 using import_test::made_video;
 using testing::StartsWith;
 
@@ -73,6 +74,45 @@ TEST_F(ImportList, TellsWhatBecomesOfEachStream) {
   EXPECT_THAT(summary.lines[1].text,
               StartsWith("AAC, stereo, 48 kHz, German - encoded: it is AAC"));
   EXPECT_EQ(summary.lines[2], (summary_line{"becomes", "a.m2v, a.ac3"}));
+}
+
+TEST_F(ImportList, StreamsAreLeftOutByChoice) {
+  source_facts facts = made_source(made_video(1920, 1080, {25, 1}), made_sound("aac", 2, "deu"),
+                                   made_sound("aac", 6, "eng"), made_text("subrip", "eng"),
+                                   made_video(1, 1, {0, 1}));
+  const std::vector<sidecar> beside = {{folder.path("a.fr.srt"), "fr"},
+                                       {folder.path("a.srt"), "", "", "it is empty"}};
+  list.add(folder.path("a.mkv"));
+  EXPECT_FALSE(list.may_choose_streams(0));
+  list.know({folder.path("a.mkv"), facts, beside, {}});
+  using choosable = import_list::choosable_stream;
+  EXPECT_EQ(list.choosable_streams(0),
+            (std::vector<choosable>{{"audio 1: AAC, stereo, 48 kHz, German", true},
+                                    {"audio 2: AAC, 6 channels, 48 kHz, English", true},
+                                    {"subtitles: SubRip subtitles, English", true},
+                                    {"beside it: a.fr.srt, French", true}}));
+  EXPECT_THAT(list.summary(0).lines.back().text, "a.m2v, a.de.ac3, a.en.ac3, a.en.srt, a.fr.srt");
+  list.want(0, {false, true, true, false});
+  EXPECT_EQ(list.choosable_streams(0)[0].wanted, false);
+  EXPECT_EQ(list.choosable_streams(0)[3].wanted, false);
+  const item_summary summary = list.summary(0);
+  EXPECT_EQ(summary.lines[1],
+            (summary_line{"audio 1", "AAC, stereo, 48 kHz, German - left out: as you chose"}));
+  EXPECT_EQ(summary.lines[5],
+            (summary_line{"beside it", "a.fr.srt, French - left out: as you chose"}));
+  EXPECT_EQ(summary.lines[6], (summary_line{"beside it", "a.srt - left out: it is empty"}));
+  EXPECT_EQ(summary.lines.back(), (summary_line{"becomes", "a.m2v, a.ac3, a.en.srt"}));
+  const std::vector<import_job> jobs = list.begin();
+  EXPECT_EQ(jobs.at(0).plan.sound.streams.at(0).language, "en");
+  EXPECT_FALSE(list.may_choose_streams(0));
+  list.want(0, {true, true, true, true});
+  EXPECT_EQ(list.choosable_streams(0)[0].wanted, false);
+}
+
+TEST_F(ImportList, FilmWhoseSoundIsLeftOutIsSilent) {
+  add_film("a.mp4");
+  list.want(0, {false});
+  EXPECT_EQ(list.summary(0).lines[2], (summary_line{"silence", "made, since it has no sound"}));
 }
 
 TEST_F(ImportList, SaysWhatIsInTheWayAndWhatToDo) {

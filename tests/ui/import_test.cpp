@@ -200,6 +200,49 @@ TEST_F(ImportWindow, SelectedFileIsShownWithItsPictureAndStreams) {
   close_window();
 }
 
+TEST_F(ImportWindow, StreamsCanBeLeftOutByKeyboard) {
+  film("film.mkv");
+  folder_.add("film.fr.srt", "1\n00:00:00,500 --> 00:00:01,000\nbonjour\n");
+  open("film.mkv");
+  EXPECT_TRUE(rows_become({"film.mkv|0:02|encoded"}));
+  EXPECT_THAT(details(), HasSubstr("beside it: film.fr.srt, French - becomes subtitles"));
+  press("alt+s");
+  ASSERT_TRUE(window_comes("streams"));
+  screenshot("import-streams");
+  press("space");
+  press("Return");
+  ASSERT_TRUE(window_goes("streams"));
+  EXPECT_TRUE(eventually(
+      [] { return details().find("German - left out: as you chose") != std::string::npos; }));
+  EXPECT_THAT(details(), HasSubstr("becomes: film (2).m2v, film (2).ac3, film (2).fr.srt"));
+  EXPECT_THAT(details(), HasSubstr("silence: made"));
+  click_control("choosestreams", dialog);
+  ASSERT_TRUE(window_comes("streams"));
+  press("Escape");
+  ASSERT_TRUE(window_goes("streams"));
+  EXPECT_THAT(details(), HasSubstr("German - left out: as you chose"));
+  close_window();
+}
+
+TEST_F(ImportWindow, SoundBecomesWhatIsChosen) {
+  film("film.mkv");
+  open("film.mkv");
+  EXPECT_TRUE(rows_become({"film.mkv|0:02|encoded"}));
+  press("alt+u");
+  press("Down");
+  EXPECT_TRUE(
+      eventually([] { return details().find("it becomes MPEG audio") != std::string::npos; }));
+  EXPECT_THAT(details(), HasSubstr("becomes: film.m2v, film.mp2"));
+  EXPECT_FALSE(
+      ask_ui([] { return dynamic_cast<wxCheckBox*>(control("allsounds", dialog))->GetValue(); }));
+  press("alt+e");
+  EXPECT_TRUE(eventually([] {
+    return ask_ui(
+        [] { return dynamic_cast<wxCheckBox*>(control("allsounds", dialog))->GetValue(); });
+  }));
+  close_window();
+}
+
 TEST_F(ImportWindow, ChoicesChangeWhatIsSaidAtOnce) {
   film("film.mkv", "-an");
   open("film.mkv");

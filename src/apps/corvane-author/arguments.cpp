@@ -53,6 +53,16 @@ bool take_import_option(author_arguments& arguments, const std::string& word) {
     arguments.choices.fit = picture_fit::cropped;
   else if (word == "--no-silence")
     arguments.choices.silence = false;
+  else if (word == "--all-sounds")
+    arguments.choices.more_sounds = true;
+  else if (word == "--mpeg-audio")
+    arguments.choices.new_sound = disc_sound::mp2;
+  else if (word == "--even-loudness")
+    arguments.choices.even_loudness = true;
+  else if (word == "--deinterlace")
+    arguments.choices.deinterlace = true;
+  else if (word == "--film-by-speed")
+    arguments.choices.film_by_speed = true;
   else
     return false;
   return true;
@@ -231,6 +241,16 @@ Options:
   --crop      fill the picture and lose its edges, instead of black bars
   --no-silence
               a film without sound gets no sound stream
+  --all-sounds
+              also sound streams for which the project's first title has none
+  --mpeg-audio
+              sound becomes MPEG audio, not AC-3, where no title decides
+  --even-loudness
+              sound gets the loudness of television (EBU R 128)
+  --deinterlace
+              interlaced films become whole pictures
+  --film-by-speed
+              PAL: films of 24 pictures a second play with 25
   --pal       where neither project nor films decide, make PAL, not NTSC
   --help      show this help
   --version   show the version

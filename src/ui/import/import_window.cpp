@@ -21,6 +21,8 @@
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
+#include <wx/checklst.h>
+#include <wx/choicdlg.h>
 #include <wx/choice.h>
 #include <wx/dataview.h>
 #include <wx/gauge.h>
@@ -92,6 +94,22 @@ void show_text(wxStaticText& control, const std::string& text) {
 
 std::array<wxString, 3> cells_of(const import_list::shown_row& row) {
   return {wx_text(sanitized(row.file)), wx_text(row.length), wx_text(sanitized(row.what))};
+}
+
+/// With GTK the toolkit's list of check boxes knows the mouse alone.
+void let_space_check(wxDialog& dialog, wxCheckListBox& list) {
+  list.SetSelection(0);
+  list.SetFocus();
+  dialog.Bind(wxEVT_CHAR_HOOK, [&list](wxKeyEvent& event) {
+    if (event.GetKeyCode() != WXK_SPACE || !list.HasFocus()) {
+      event.Skip();
+      return;
+    }
+    wxArrayInt rows;
+    list.GetSelections(rows);
+    for (const int row : rows)
+      list.Check(static_cast<unsigned>(row), !list.IsChecked(static_cast<unsigned>(row)));
+  });
 }
 
 /// Whether nothing stands against importing at all; it is told.
@@ -196,12 +214,16 @@ wxSizer* import_window::make_files() {
   remove_ = make_button(this, "removefile", "&remove",
                         "take the selected file from the list; the file itself stays (Delete)",
                         &import_window::remove_selected);
+  streams_ = make_button(this, "choosestreams", "&streams...",
+                         "choose which sound and subtitles of the selected file are wanted",
+                         &import_window::choose_streams);
   details_ = new details_panel(this);
   choosers_.push_back(add_);
   const int gap = FromDIP(layout::control_gap);
   auto* const buttons = new wxBoxSizer(wxHORIZONTAL);
   buttons->Add(add_);
   buttons->Add(remove_, wxSizerFlags().Border(wxLEFT, gap));
+  buttons->Add(streams_, wxSizerFlags().Border(wxLEFT, gap));
   auto* const left = new wxBoxSizer(wxVERTICAL);
   left->Add(files_, wxSizerFlags(1).Expand());
   left->Add(buttons, wxSizerFlags().Border(wxTOP, gap));
@@ -221,6 +243,7 @@ wxSizer* import_window::make_choices() {
   const wxSizerFlags below = wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, border);
   box->Add(make_quality(parent), wxSizerFlags().Expand().Border(wxALL, border));
   box->Add(make_checks(parent), below);
+  box->Add(make_sounds(parent), below);
   box->Add(make_place(parent), below);
   return box;
 }
@@ -278,14 +301,6 @@ wxSizer* import_window::make_checks(wxWindow* parent) {
   auto* const row = new wxBoxSizer(wxHORIZONTAL);
   const wxSizerFlags gap =
       wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(layout::column_gap));
-  row->Add(make_check(parent, "silence", "&silence for films without sound",
-                      "a film without sound gets a silent stream, which some players need",
-                      &import_choices::silence),
-           gap);
-  row->Add(make_check(parent, "loudness", "even &loudness",
-                      "brings the sound of all films to the loudness of television (EBU R 128)",
-                      &import_choices::even_loudness),
-           gap);
   row->Add(
       make_check(parent, "deinterlace", "&deinterlace",
                  "interlaced films become whole pictures; left off, a television shows them as "
@@ -296,6 +311,39 @@ wxSizer* import_window::make_checks(wxWindow* parent) {
                       "cinema films of 24 pictures a second play with 25, a little faster",
                       &import_choices::film_by_speed),
            wxSizerFlags().CentreVertical());
+  return row;
+}
+
+wxSizer* import_window::make_sounds(wxWindow* parent) {
+  wxStaticText* const label = make_label(parent, "so&und");
+  const std::array<wxString, 2> kinds{"as AC-3", "as MPEG audio"};
+  sound_ = new wxChoice(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                        static_cast<int>(kinds.size()), kinds.data());
+  name_control(*sound_, "soundkind");
+  sound_->SetToolTip(
+      "what sound is encoded as, unless the project's first title decides; players for NTSC need "
+      "not "
+      "know MPEG audio");
+  label_leads_to(label, sound_);
+  let_wheel_pass(*sound_);
+  choosers_.push_back(sound_);
+  const wxSizerFlags gap =
+      wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::column_gap));
+  auto* const row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(label, wxSizerFlags().CentreVertical());
+  row->Add(sound_, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::control_gap)));
+  row->Add(make_check(parent, "allsounds", "all sound str&eams",
+                      "also those for which the project's first title has none",
+                      &import_choices::more_sounds),
+           gap);
+  row->Add(make_check(parent, "silence", "silence for films &without sound",
+                      "a film without sound gets a silent stream, which some players need",
+                      &import_choices::silence),
+           gap);
+  row->Add(make_check(parent, "loudness", "even &loudness",
+                      "brings the sound of all films to the loudness of television (EBU R 128)",
+                      &import_choices::even_loudness),
+           gap);
   return row;
 }
 
@@ -410,7 +458,7 @@ void import_window::bind_controls() {
     else
       event.Skip();
   });
-  for (wxChoice* const choice : {quality_, fit_})
+  for (wxChoice* const choice : {quality_, fit_, sound_})
     choice->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) { take_choices(); });
   for (wxSpinCtrl* const field : {rate_, quantizer_})
     field->Bind(wxEVT_SPINCTRL, [this](wxSpinEvent&) { take_choices(); });
@@ -455,6 +503,37 @@ void import_window::remove_selected() {
   show_details();
 }
 
+void import_window::choose_streams() {
+  const int row = selected();
+  if (row == wxNOT_FOUND || runs())
+    return;
+  const auto index = static_cast<std::size_t>(row);
+  const auto all = list_.choosable_streams(index);
+  wxArrayString texts;
+  wxArrayInt wanted;
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    texts.Add(wx_text(sanitized(all[i].text)));
+    if (all[i].wanted)
+      wanted.Add(static_cast<int>(i));
+  }
+  life_.during([&] {
+    wxMultiChoiceDialog dialog(this, "What is not marked is left out.", "streams", texts);
+    name_control(dialog, "streams");
+    dialog.SetSelections(wanted);
+    for (wxWindow* const child : dialog.GetChildren())
+      if (auto* const list = dynamic_cast<wxCheckListBox*>(child))
+        let_space_check(dialog, *list);
+    if (dialog.ShowModal() != wxID_OK)
+      return;
+    std::vector<bool> chosen(all.size(), false);
+    for (const int i : dialog.GetSelections())
+      chosen[static_cast<std::size_t>(i)] = true;
+    list_.want(index, chosen);
+  });
+  show_all();
+  streams_->SetFocus();
+}
+
 void import_window::choose_folder() {
   life_.during([this] {
     const std::string folder =
@@ -483,6 +562,7 @@ void import_window::take_choices() {
   now.mean_rate = std::int64_t{rate_->GetValue()} * kilo;
   now.quantizer = quantizer_->GetValue();
   now.fit = fit_->GetSelection() == 1 ? picture_fit::cropped : picture_fit::bars;
+  now.new_sound = sound_->GetSelection() == 1 ? disc_sound::mp2 : disc_sound::ac3;
   list_.choose(now);
   show_choices();
   show_all();
@@ -493,6 +573,7 @@ void import_window::show_choices() {
   const import_choices& now = list_.choices();
   quality_->SetSelection(entry_of(now));
   fit_->SetSelection(now.fit == picture_fit::cropped ? 1 : 0);
+  sound_->SetSelection(now.new_sound == disc_sound::mp2 ? 1 : 0);
   const int kilobits = static_cast<int>(now.mean_rate / kilo);
   if (rate_->GetValue() != kilobits)
     rate_->SetValue(kilobits);
@@ -541,6 +622,8 @@ void import_window::show_rows() {
 void import_window::show_details() {
   const int row = selected();
   remove_->Enable(row != wxNOT_FOUND && !runs());
+  streams_->Enable(row != wxNOT_FOUND && row < static_cast<int>(list_.size()) && !runs() &&
+                   list_.may_choose_streams(static_cast<std::size_t>(row)));
   if (row == wxNOT_FOUND || row >= static_cast<int>(list_.size())) {
     look_->want_picture({}, 0);
     details_->show_picture({});

@@ -53,6 +53,7 @@ class import_window : public wxDialog {
   wxSizer* make_choices();
   wxSizer* make_quality(wxWindow* parent);
   wxSizer* make_checks(wxWindow* parent);
+  wxSizer* make_sounds(wxWindow* parent);
   wxSizer* make_place(wxWindow* parent);
   wxSizer* make_state();
   wxSizer* make_progress();
@@ -66,6 +67,7 @@ class import_window : public wxDialog {
   void ask_for_files();
   void add(const std::vector<std::string>& files);
   void remove_selected();
+  void choose_streams();
   void choose_folder();
   void take_choices();
   void take_folder();
@@ -105,11 +107,13 @@ class import_window : public wxDialog {
   details_panel* details_ = nullptr;
   wxButton* add_ = nullptr;
   wxButton* remove_ = nullptr;
+  wxButton* streams_ = nullptr;
   wxChoice* quality_ = nullptr;
   wxSpinCtrl* rate_ = nullptr;
   wxSpinCtrl* quantizer_ = nullptr;
   wxStaticText* unit_ = nullptr;
   wxChoice* fit_ = nullptr;
+  wxChoice* sound_ = nullptr;
   wxTextCtrl* folder_ = nullptr;
   std::vector<wxWindow*> choosers_;  ///< all that rests while a run is on
   wxStaticText* estimate_ = nullptr;
