@@ -55,8 +55,9 @@ void add_audio(document& doc, const std::vector<std::string>& audio) {
   }
 }
 
-/// Adds a title; its first audio goes with the video, the others are added to it.
-void add_dropped_title(document& doc, const dropped_title& title) {
+/// Adds a title; its first audio goes with the video, the others are added to it. Gives it back if
+/// it was refused, but is for an import.
+std::string add_dropped_title(document& doc, const dropped_title& title) {
   std::deque<std::string> answers{title.video};
   std::vector<std::string> further = title.audio;
   if (!title.muxed && !further.empty()) {
@@ -64,13 +65,14 @@ void add_dropped_title(document& doc, const dropped_title& title) {
     further.erase(further.begin());
   }
   const std::size_t before = doc.p.List1.size();
-  run_with(doc, open_command, std::move(answers));
+  std::string refused = run_with(doc, open_or_refuse, std::move(answers));
   if (doc.p.List1.size() == before)
-    return;
+    return refused;
   const int selected = doc.p.selected;
   doc.p.selected = static_cast<int>(before);
   add_audio(doc, further);
   doc.p.selected = selected;
+  return {};
 }
 
 /// What a file is, where its first bytes tell more than that it is a second project.
@@ -94,26 +96,31 @@ void name_unusable(document& doc, const std::vector<std::string>& files) {
   say(doc, icon::exclamation, std::move(text));
 }
 
-void add_dropped_streams(document& doc, const dropped_set& dropped) {
+std::vector<std::string> add_dropped_streams(document& doc, const dropped_set& dropped) {
+  std::vector<std::string> refused;
   // Asked once here, so that a user who keeps the hand-edited XML is not asked for every file.
   if (custom(doc) != 1)
-    return;
+    return refused;
   for (const dropped_title& title : dropped.titles)
-    add_dropped_title(doc, title);
+    if (std::string film = add_dropped_title(doc, title); !film.empty())
+      refused.push_back(std::move(film));
   add_audio(doc, dropped.audio);
+  return refused;
 }
 
 }  // namespace
 
-void drop_files(document& doc, const std::vector<std::string>& native_paths) {
+std::vector<std::string> drop_files(document& doc, const std::vector<std::string>& native_paths) {
+  std::vector<std::string> refused;
   const dropped_set dropped = sort_dropped(native_paths);
   // The streams belong to the project that was dropped with them.
   if (!dropped.project.empty() && !run_with(doc, load_asked, {dropped.project}))
-    return;
+    return refused;
   if (!dropped.titles.empty() || !dropped.audio.empty())
-    add_dropped_streams(doc, dropped);
+    refused = add_dropped_streams(doc, dropped);
   if (!dropped.unusable.empty())
     name_unusable(doc, dropped.unusable);
+  return refused;
 }
 
 std::vector<std::string> films_to_import(const std::vector<std::string>& native_paths) {

@@ -13,7 +13,9 @@ namespace corvane {
 /// then movie.de.ac3 as further streams), asking for the audio where none was dropped; audio alone
 /// is added to the selected title. Every question and refusal is the command's own. Files of other
 /// kinds are named in one message.
-void drop_files(document& doc, const std::vector<std::string>& native_paths);
+///
+/// Gives those that were refused as titles, but can be made into them by an import.
+std::vector<std::string> drop_files(document& doc, const std::vector<std::string>& native_paths);
 
 /// Those of them that drop_files would name as of another kind, but that are films: what
 /// "import..." is for.

@@ -80,7 +80,7 @@ std::string_view remedy_for_film(file_use use) {
     return "If it has subtitles, take them out first, as an *.srt file.";
   if (use == file_use::title)
     return "\"import...\" in the menu \"file\" makes it into what a disc takes, and adds it as a "
-           "title.";
+           "title; with Cancel its window opens.";
   return "It has to be made into an MPEG-2 video stream (*.m2v) and AC-3 or MPEG sound (*.ac3, "
          "*.mp2) first.  The user guide (F1) says how, under \"What Corvane takes\".";
 }
@@ -197,6 +197,12 @@ bool may_be_taken(document& doc, const std::string& native, file_use use) {
   question.choice = buttons::ok_cancel;
   question.enter_cancels = true;
   return doc.ask.message(question) == answer::ok;
+}
+
+bool is_for_import(const std::string& native) {
+  const auto what = signature_of_file(native);
+  return what && (what->family == file_family::film ||
+                  (what->family == file_family::program_stream && is_program_stream(native)));
 }
 
 bool is_film(const std::string& native) {

@@ -26,6 +26,10 @@ std::optional<std::string> stored_or_told(document& doc, const std::string& nati
 /// that cannot be read, or tells nothing, may be taken.
 bool may_be_taken(document& doc, const std::string& native, file_use use);
 
+/// Whether a file (native path) that is no title is one for "import...": a film that is neither
+/// video nor a program stream, whatever its name is, or a program stream that was refused.
+bool is_for_import(const std::string& native);
+
 /// Whether a file (native path) is a film, by its first bytes, in whatever form.
 bool is_film(const std::string& native);
 

@@ -39,27 +39,37 @@ bool has_nav_packets(document& doc, const std::string& stored) {
 }  // namespace
 
 void open_command(document& doc) {
+  open_or_refuse(doc);
+}
+
+std::string open_or_refuse(document& doc) {
   if (custom(doc) != 1)
-    return;
-  const auto video = pick_file(doc, video_dialog(true), file_use::title);
+    return {};
+  const std::string native = doc.ask.open_file(video_dialog(true));
+  if (native.empty())
+    return {};
+  const auto video = stored_or_told(doc, native);
   if (!video)
-    return;
+    return {};
+  if (!may_be_taken(doc, native, file_use::title))
+    return is_for_import(native) ? native : std::string();
   const bool muxed = is_program_stream(*video);
   std::string streams = *video;
   if (!muxed) {
     const auto audio = pick_file(doc, audio_dialog(), file_use::sound);
     if (!audio)
-      return;
+      return {};
     streams = with_stream(streams, *audio);
   }
   // A program stream that is refused next still leaves these two changed.
   doc.p.Comboregion_enabled = false;
   doc.p.postinfo.clear();
   if (muxed && !has_nav_packets(doc, *video))
-    return;
+    return is_for_import(native) ? native : std::string();
   add_title(doc.p, streams);
   doc.p.saved = 0;
   dvdsize(doc);
+  return {};
 }
 
 void remove_title_command(document& doc) {

@@ -12,6 +12,10 @@ namespace corvane {
 /// Adds a title: asks for the video and, for an elementary stream, the audio.
 void open_command(document& doc);
 
+/// Does so. Gives the film (native path) that was chosen and is no title, but can be made into one
+/// by an import; empty if there is none.
+std::string open_or_refuse(document& doc);
+
 void remove_title_command(document& doc);
 void titleup_command(document& doc);
 void titledown_command(document& doc);

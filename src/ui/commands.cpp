@@ -52,6 +52,9 @@ void quit(main_window& window) {
   window.Close();
 }
 
+void add_title(main_window& window) {
+  window.add_title();
+}
 void author(main_window& window) {
   window.author();
 }
@@ -121,7 +124,7 @@ menu file_menu() {
   return {
       "mnufile",
       "&file",
-      {command("open", "add &new title...", core<"add title", open_command>, "Ctrl+T"),
+      {command("open", "add &new title...", add_title, "Ctrl+T"),
        command("author", "&author dvd...", author, "F5"),
        command("loadproject", "&load project...", core<"load project", loadproject_command>,
                "Ctrl+O"),
@@ -245,7 +248,7 @@ const std::vector<tool>& main_tools() {
        "add title",
        "add a basic mpeg video stream, and the complimentry audio stream",
        "add a basic video and audio stream",
-       core<"add title", open_command>,
+       add_title,
        {}},
       {"remove-title",
        "remove title",

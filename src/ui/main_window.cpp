@@ -138,7 +138,7 @@ void main_window::make_controls() {
   on.select = [this](int row) { document_.p.selected = row; };
   on.titleup = [this] { run("move title up", titleup_command); };
   on.titledown = [this] { run("move title down", titledown_command); };
-  on.insert = [this] { run("add title", open_command); };
+  on.insert = [this] { add_title(); };
   on.remove = [this] { run("remove title", remove_title_command); };
   on.open = [this] { edit_chapters(*this); };
   on.move = [this](int row) {
@@ -415,6 +415,13 @@ void main_window::begin(const failure& unusable, const std::string& project) {
   focus_titles();
 }
 
+void main_window::add_title() {
+  std::string refused;
+  run("add title", [&refused](document& doc) { refused = open_or_refuse(doc); });
+  if (!refused.empty())
+    open_import(*this, {refused});
+}
+
 void main_window::load(const std::string& path) {
   run("load project", [&path](document& doc) { loadprojectf(doc, path); });
 }
@@ -431,7 +438,10 @@ void main_window::drop(const std::vector<std::string>& paths) {
     return std::ranges::find(films, file) != films.end();
   });
   if (!others.empty() || paths.empty())
-    run("add dropped files", [&others](document& doc) { drop_files(doc, others); });
+    run("add dropped files", [&](document& doc) {
+      const std::vector<std::string> refused = drop_files(doc, others);
+      films.insert(films.end(), refused.begin(), refused.end());
+    });
   if (!films.empty())
     open_import(*this, films);
 }

@@ -50,6 +50,7 @@ class main_window : public wxFrame {
   void run(const char* name, const std::function<void(document&)>& command);
   void undo();
   void redo();
+  void add_title();
   void author();
   void still();
   void show_log();

@@ -123,6 +123,16 @@ TEST_F(DroppedFiles, ProgramStreamWithoutNavPacketsIsRefusedByTheCommand) {
   EXPECT_TRUE(p.List1.empty());
 }
 
+TEST_F(DroppedFiles, ProgramStreamsThatAreRefusedAreGivenForAnImport) {
+  const std::string packs("\0\0\1\xBA\x44\0\4\0\4\1", 10);
+  const std::string refused = folder.add("a.mpg", packs);
+  expect_error("NAV packets are not detected in a.mpg.  Please demultiplex.");
+  expect_error("NAV packets are not detected in b.mpg.  Please demultiplex.");
+  EXPECT_EQ(drop_files(doc, {refused, folder.add("b.mpg"), folder.add("c.mpg", nav_block())}),
+            std::vector<std::string>{refused});
+  EXPECT_EQ(p.List1, rows{"title1:c.mpg"});
+}
+
 TEST_F(DroppedFiles, AudioForAProgramStreamIsRefusedOnce) {
   expect_refusal(
       "Unable to add audio streams to already muxed files, please de-mux if you wish to add an "

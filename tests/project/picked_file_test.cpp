@@ -32,7 +32,8 @@ class PickedFile : public testing_support::command_test {
       "It has to be made into an MPEG-2 video stream (*.m2v) and AC-3 or MPEG sound (*.ac3, *.mp2) "
       "first.  The user guide (F1) says how, under \"What Corvane takes\".";
   const std::string import_remedy =
-      "\"import...\" in the menu \"file\" makes it into what a disc takes, and adds it as a title.";
+      "\"import...\" in the menu \"file\" makes it into what a disc takes, and adds it as a title; "
+      "with Cancel its window opens.";
   const std::string not_a_title =
       "not an MPEG-2 video stream, which a title takes its picture from";
 };
@@ -46,6 +47,41 @@ TEST_F(PickedFile, AFilmOfAnotherKindAsATitleIsTold) {
   EXPECT_TRUE(p.List11.empty());
   EXPECT_TRUE(p.Comboregion_enabled);
   EXPECT_EQ(p.saved, 1);
+}
+
+// Whoever shows windows opens the one of imports with it.
+TEST_F(PickedFile, FilmsThatAreNoTitlesAreGivenForAnImport) {
+  const std::string film = mp4("holiday.mp4"), named_stream = mp4("holiday.mpg");
+  expect_video(film);
+  expect_other_kind(film, "an MP4 film, " + not_a_title, import_remedy);
+  EXPECT_EQ(open_or_refuse(doc), film);
+  expect_video(named_stream);
+  expect_other_kind(named_stream,
+                    "an MP4 film, not a program stream with NAV packets, as its name says",
+                    import_remedy);
+  EXPECT_EQ(open_or_refuse(doc), named_stream);
+  const std::string packs = bytes_of({0, 0, 1, 0xBA, 0x44, 0, 4, 0, 4, 1});
+  const std::string plain = folder.add("plain.mpg", packs);
+  expect_video(plain);
+  expect_error("NAV packets are not detected in plain.mpg.  Please demultiplex.");
+  EXPECT_EQ(open_or_refuse(doc), plain);
+}
+
+TEST_F(PickedFile, WhatIsNoFilmOrIsTakenIsNotGivenForAnImport) {
+  const std::string sound = folder.add("sound.m2v", small_sound());
+  expect_video(sound);
+  expect_other_kind(sound, "MPEG sound, " + not_a_title,
+                    "Choose the video first; its sound is asked for after that, and \"add audio "
+                    "stream\" adds more.");
+  EXPECT_EQ(open_or_refuse(doc), "");
+  expect_video(folder.add("empty.mpg", ""));
+  expect_error("NAV packets are not detected in empty.mpg.  Please demultiplex.");
+  EXPECT_EQ(open_or_refuse(doc), "");
+  expect_video("");
+  EXPECT_EQ(open_or_refuse(doc), "");
+  expect_video(folder.add("film.m2v", small_video()));
+  expect_audio(folder.add("film.mp2", small_sound()));
+  EXPECT_EQ(open_or_refuse(doc), "");
 }
 
 TEST_F(PickedFile, IsTakenAllTheSameWhenTheUserSaysSo) {

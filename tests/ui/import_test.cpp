@@ -336,6 +336,33 @@ TEST_F(ImportWindow, AllOfItGoesWithTheKeysAlone) {
               ElementsAre(folder_.stored("made/film.m2v") + "/" + folder_.stored("made/film.ac3")));
 }
 
+TEST_F(ImportWindow, FilmThatAddTitleRefusesOpensIt) {
+  film("film.mp4");
+  click_tool("add title");
+  answer_file("select video stream", folder_.path("film.mp4"));
+  ASSERT_TRUE(eventually([] { return top_dialog().has_value(); }));
+  press("Return");  // Cancel
+  ASSERT_TRUE(window_comes(dialog));
+  EXPECT_TRUE(rows_become({"film.mp4|0:02|encoded"}));
+  close_window();
+  EXPECT_THAT(shown().List11, IsEmpty());
+}
+
+TEST_F(ImportWindow, StreamWithoutNavigationPacketsOpensItAndIsTakenApart) {
+  film("plain.mpg", "-c:v mpeg2video -c:a ac3 -f dvd");
+  fs::rename(path_of(folder_.path("plain.mpg")), path_of(folder_.path("whole.mpg")));
+  const std::string command = "ffmpeg -v error -nostdin -y -i '" + folder_.path("whole.mpg") +
+                              "' -c copy -f vob '" + folder_.path("plain.mpg") + "' </dev/null";
+  ASSERT_EQ(std::system(command.c_str()), 0);
+  click_menu("file", "add new title...");
+  answer_file("select video stream", folder_.path("plain.mpg"));
+  answer_message("NAV packets are not detected in plain.mpg.  Please demultiplex.", "OK");
+  ASSERT_TRUE(window_comes(dialog));
+  EXPECT_TRUE(eventually([] { return shown_rows().size() == 1; }));
+  EXPECT_THAT(shown_rows()[0], StartsWith("plain.mpg|"));
+  close_window();
+}
+
 TEST_F(ImportWindow, WithoutTheToolItSaysHowToGetIt) {
   fs::remove(path_of(tool_path(app_, "ffmpeg")));
   click_menu("file", "import...");
