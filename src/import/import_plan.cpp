@@ -65,11 +65,12 @@ class planner {
 
   void plan_video() {
     plan_.video.stream = video_->index;
+    plan_.video.work = picture_work_for(*video_, plan_.demands, choices_);
     if (const auto why = why_not_copied(*video_, plan_.demands)) {
-      plan_.video.work = picture_work_for(*video_, plan_.demands, choices_);
       why_encoded_ = *why + "; it becomes MPEG-2, " + work_text(video_->video, plan_.video.work);
     } else {
       plan_.video.fate = stream_fate::copied;
+      plan_.video.work.speed = {1, 1};
       plan_.video.may_need_pulldown = may_lack_pulldown(*video_);
     }
   }

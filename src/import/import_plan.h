@@ -21,7 +21,7 @@ namespace corvane {
 struct video_plan {
   int stream = 0;  ///< its index in the source
   stream_fate fate = stream_fate::encoded;
-  picture_work work{};             ///< of encoding
+  picture_work work{};             ///< of encoding; of a copy, how it would be encoded
   bool may_need_pulldown = false;  ///< of a copy: film that may not have it yet
 };
 

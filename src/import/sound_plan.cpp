@@ -150,6 +150,7 @@ class sound_planner {
       work.kind = kind_of(*stream).value_or(choices_.new_sound);
     work.stream = stream->index;
     work.language = language_code_of(stream->language);
+    work.source_seconds = stream->length.value_or(0);
     const std::optional<std::string> why = why_not_copied(*stream, work.kind);
     if (!why) {
       work.fate = stream_fate::copied;
@@ -164,11 +165,7 @@ class sound_planner {
 
   static void encode(sound_work& work, const source_stream& stream, const titleset_sound* wanted,
                      const std::string& why) {
-    work.fate = stream_fate::encoded;
-    work.reason = why;
-    work.channels =
-        channels_for(work.kind, stream.audio.channels, wanted != nullptr ? wanted->channels : 0);
-    work.bit_rate = rate_for(work.kind, work.channels);
+    encode_instead(work, stream.audio.channels, why, wanted != nullptr ? wanted->channels : 0);
   }
 
   /// All that are copied must begin together.
@@ -198,6 +195,13 @@ class sound_planner {
 };
 
 }  // namespace
+
+void encode_instead(sound_work& work, int channels, const std::string& why, int wanted_channels) {
+  work.fate = stream_fate::encoded;
+  work.reason = why;
+  work.channels = channels_for(work.kind, channels, wanted_channels);
+  work.bit_rate = rate_for(work.kind, work.channels);
+}
 
 int sound_plan::delay() const {
   return -static_cast<int>(std::lround(begin * 1000));

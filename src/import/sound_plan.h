@@ -29,8 +29,13 @@ struct sound_work {
   int channels = 2;           ///< of the encoder: 1, 2 or 6
   std::int64_t bit_rate = 0;  ///< bits a second, of what the disc gets
   std::string language{};     ///< two letters, lower case; empty: not known
+  double source_seconds = 0;  ///< that the source's stream lasts by its times; 0: not known
   bool operator==(const sound_work&) const = default;
 };
+
+/// Has a stream of so many channels encoded, for the reason.
+void encode_instead(sound_work& work, int channels, const std::string& why,
+                    int wanted_channels = 0);
 
 struct sound_plan {
   std::string

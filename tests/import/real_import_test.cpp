@@ -2,6 +2,7 @@
 // prober would give them, run by the interpreter of work scripts with the ffmpeg of this system,
 // finished, and examined whole.
 #include "examine/examination.h"
+#include "import/copy_gaps.h"
 #include "import/disc_budget.h"
 #include "import/finish_import.h"
 #include "import/import_script.h"
@@ -373,6 +374,50 @@ TEST_F(RealImport, WhatADiscTakesComesOutByteForByteWithItsEnd) {
     EXPECT_TRUE(*read_file(job.files.sounds.at(0), 1u << 30) == sound_bytes);
     EXPECT_EQ(findings(job), nothing);
   }
+}
+
+// What is behind the gap comes when it did in the source.
+TEST_F(RealImport, GapsInWhatWouldBeCopiedAreFilled) {
+  for (const bool both : {false, true}) {
+    SCOPED_TRACE(both);
+    source_stream video = made_disc_video(), sound = made_sound("ac3");
+    video.start = sound.start = 1.4;
+    video.length = 4.004;
+    sound.length = 4.0;
+    source_facts facts = made_source(video, sound);
+    facts.start = 1.4;
+    import_job job = job_for(both ? "lost-both.ts" : "lost-sound.ts", facts);
+    ASSERT_EQ(job.plan.video.fate, stream_fate::copied);
+    ASSERT_EQ(job.plan.sound.streams.at(0).fate, stream_fate::copied);
+    ASSERT_TRUE(run(job));
+    EXPECT_TRUE(encode_what_has_gaps(job));
+    EXPECT_EQ(job.plan.video.fate, both ? stream_fate::encoded : stream_fate::copied);
+    EXPECT_EQ(job.plan.sound.streams.at(0).fate, stream_fate::encoded);
+    EXPECT_NE(job.plan.streams.at(1).reason.find(" are missing inside it"), std::string::npos);
+    ASSERT_TRUE(run(job));
+    EXPECT_FALSE(encode_what_has_gaps(job));
+    EXPECT_EQ(finish_import(job), std::nullopt);
+    EXPECT_EQ(findings(job), nothing);
+    EXPECT_NEAR(video_of_job(job).seconds, 4.004, 0.04);
+    EXPECT_NEAR(seconds_of(sound_of_job(job).length), 4.0, 0.04);
+    for (const std::string& file : job.files.all())
+      remove_all(file);
+  }
+}
+
+TEST_F(RealImport, WhatHasNoGapsStaysCopied) {
+  source_stream video = made_disc_video(), sound = made_sound("ac3");
+  video.length = sound.length = 4;
+  source_facts facts = made_source(video, sound);
+  for (source_stream& stream : facts.streams)
+    ++stream.index;
+  import_job job = job_for("ready.mpg", facts);
+  ASSERT_TRUE(run(job));
+  EXPECT_FALSE(encode_what_has_gaps(job));
+  // Of other containers nobody knows it so well.
+  job.plan.seconds += 1;
+  job.plan.container = "matroska";
+  EXPECT_FALSE(encode_what_has_gaps(job));
 }
 
 TEST_F(RealImport, VideoThatHasItsEndStaysAsItIs) {
