@@ -124,6 +124,20 @@ TEST_F(ImportBatch, WhatWasMadeComesIntoTheProject) {
   EXPECT_TRUE(doc.p.subtitledata[0].ends_with("film.en.srt")) << doc.p.subtitledata[0];
 }
 
+// Sound that is copied keeps its frames, and so its distance to the picture.
+TEST_F(ImportBatch, WhenCopiedSoundBeginsBecomesTheDelayOfTheTitle) {
+  source_stream sound = made_sound("ac3");
+  sound.start = 0.12;
+  const import_batch batch =
+      plan_batch({probed("film.mkv", made_source(made_disc_video(), sound))}, {}, place());
+  const import_job& job = batch.entries[0].job;
+  EXPECT_EQ(job.plan.sound.streams.at(0).fate, stream_fate::copied);
+  for (const std::string& file : job.files.all())
+    folder.add("out/" + file.substr(file.find_last_of("/\\") + 1));
+  add_to_project(doc, job);
+  EXPECT_EQ(doc.p.delay, rows{"-120"});
+}
+
 // The tags of those behind it move up.
 TEST_F(ImportBatch, SubtitlesWithoutAnyTextAreNotAdded) {
   source_facts facts = film(60, "deu");
