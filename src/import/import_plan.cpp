@@ -8,6 +8,13 @@
 namespace corvane {
 namespace {
 
+bool is_picture_alone(const source_facts& file) {
+  return !file.streams.empty() &&
+         std::ranges::all_of(file.streams, [](const source_stream& stream) {
+           return stream.kind == source_kind::picture;
+         });
+}
+
 constexpr std::size_t most_chapters = 99;
 
 class planner {
@@ -48,7 +55,9 @@ class planner {
     if (!plan_.demands.problem.empty())
       return plan_.demands.problem;
     if (video_ == nullptr)
-      return "there is no video in it";
+      return is_picture_alone(file_)
+                 ? "it is a picture; \"create m2v still\" in the menu \"menus\" makes a still of it"
+                 : "there is no video in it";
     if (!video_->decodes && why_not_copied(*video_, plan_.demands))
       return "its video, " + codec_name(video_->codec) + ", cannot be decoded";
     return {};

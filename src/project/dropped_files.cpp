@@ -129,4 +129,10 @@ std::vector<std::string> films_to_import(const std::vector<std::string>& native_
   return films;
 }
 
+std::vector<std::string> pictures_for_stills(const std::vector<std::string>& native_paths) {
+  std::vector<std::string> pictures = sort_dropped(native_paths).unusable;
+  std::erase_if(pictures, [](const std::string& file) { return !is_picture_file(file); });
+  return pictures;
+}
+
 }  // namespace corvane

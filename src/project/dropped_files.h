@@ -21,4 +21,7 @@ std::vector<std::string> drop_files(document& doc, const std::vector<std::string
 /// "import..." is for.
 std::vector<std::string> films_to_import(const std::vector<std::string>& native_paths);
 
+/// Likewise those that are pictures, of which stills can be made.
+std::vector<std::string> pictures_for_stills(const std::vector<std::string>& native_paths);
+
 }  // namespace corvane

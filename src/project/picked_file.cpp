@@ -39,8 +39,7 @@ bool suits(file_family family, file_use use, const std::string& stored) {
       return family == file_family::dvd_video;
     case file_use::sound:
       return family == file_family::dvd_sound;
-    case file_use::jpeg:
-      return family == file_family::jpeg;
+    case file_use::jpeg:  // of another kind it is refused, and can be made right
     case file_use::bitmap:
       return is_picture(family);
     case file_use::subtitles:
@@ -103,16 +102,11 @@ std::string_view remedy_for_program_stream(file_use use) {
          "under \"What Corvane takes\".";
 }
 
-std::string_view remedy_for_picture(file_family family, file_use use) {
-  if (use == file_use::jpeg)
-    return "Save it as a JPEG picture of 720x480 (NTSC) or 720x576 (PAL) pixels first.";
+std::string_view remedy_for_picture(file_use use) {
   if (use != file_use::title && use != file_use::menu_video)
     return "Choose another file.";
-  return family == file_family::jpeg
-             ? "\"create m2v still\" makes a video of a JPEG picture of 720x480 (NTSC) or 720x576 "
-               "(PAL) pixels."
-             : "Save it as a JPEG picture of 720x480 (NTSC) or 720x576 (PAL) pixels, and make a "
-               "video of that with \"create m2v still\".";
+  return "\"create m2v still\" in the menu \"menus\" makes a video of a picture; so does dropping "
+         "it on the main window.";
 }
 
 std::string_view remedy_for_sound(file_family family, file_use use) {
@@ -140,7 +134,7 @@ std::string_view remedy_for(file_family family, file_use use) {
     case file_family::jpeg:
     case file_family::bitmap:
     case file_family::picture:
-      return remedy_for_picture(family, use);
+      return remedy_for_picture(use);
     case file_family::text_subtitles:
       return "\"subtitles\" adds it to the selected title.";
     case file_family::other_subtitles:
@@ -209,6 +203,11 @@ bool is_film(const std::string& native) {
   const auto what = signature_of_file(native);
   return what && (what->family == file_family::film || what->family == file_family::dvd_video ||
                   what->family == file_family::program_stream);
+}
+
+bool is_picture_file(const std::string& native) {
+  const auto what = signature_of_file(native);
+  return what && is_picture(what->family);
 }
 
 std::string kind_of_file(const std::string& native) {

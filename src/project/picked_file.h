@@ -33,6 +33,9 @@ bool is_for_import(const std::string& native);
 /// Whether a file (native path) is a film, by its first bytes, in whatever form.
 bool is_film(const std::string& native);
 
+/// Whether a file (native path) is a picture, by its first bytes, of whatever kind.
+bool is_picture_file(const std::string& native);
+
 /// What a file (native path) is by its first bytes, as in a sentence: "an MP4 film"; empty when
 /// they tell nothing.
 std::string kind_of_file(const std::string& native);

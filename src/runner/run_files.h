@@ -14,6 +14,9 @@ inline constexpr const char* script = "process.bat";
 inline constexpr const char* navigation = "config.xml";
 inline constexpr const char* log = "CorvaneLOG.txt";
 
+/// The picture of a still while it is made of one that had to be made right.
+inline constexpr const char* still_picture = "still.jpg";
+
 /// What the disc should be, for the look at it before the run ends.
 inline constexpr const char* foreseen = "foreseen.xml";
 

@@ -14,6 +14,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 namespace corvane {
 namespace {
@@ -29,13 +30,6 @@ file_dialog jpeg_dialog() {
   return dialog;
 }
 
-file_dialog m2v_dialog() {
-  file_dialog dialog;
-  dialog.title = "save the mpeg2 still";
-  dialog.filter = "mpeg2 still(*.m2v)|*.m2v";
-  return dialog;
-}
-
 std::string tool(const std::string& app, const char* name, path_style style) {
   return in_double_quotes(
       join_path(join_path(app, "bin", style), std::string(name) + ".exe", style));
@@ -44,6 +38,12 @@ std::string tool(const std::string& app, const char* name, path_style style) {
 still_result tell(document& doc, still_result end, icon picture, const std::string& text) {
   say(doc, picture, text);
   return end;
+}
+
+/// Of a picture that was refused, and told to be; it is whole.
+void offer_to_make_right(const still_equipment& e, const std::string& picture) {
+  if (e.make_right && is_picture_file(picture))
+    e.make_right(picture);
 }
 
 /// Asks for the picture and checks it. Gives its path and height, or why the command ends.
@@ -57,37 +57,27 @@ std::optional<still_result> choose_jpeg(document& doc, const still_equipment& e,
     return tell(doc, still_result::refused, icon::exclamation,
                 "\"" + sanitized(still.jpeg) + "\" cannot be used: " + why + ".");
   };
+  const auto offer = [&](still_result told) {
+    offer_to_make_right(e, still.jpeg);
+    return told;
+  };
   const auto size = e.pictures.size_of(still.jpeg);
   if (!size)
-    return refuse(sanitized(size.error));
+    return offer(refuse(sanitized(size.error)));
   if (size->width != dvd_width || (size->height != ntsc_height && size->height != pal_height))
-    return tell(doc, still_result::refused, icon::exclamation, "jpg is not 720x480 or 720x576");
+    return offer(
+        tell(doc, still_result::refused, icon::exclamation, "jpg is not 720x480 or 720x576"));
   still.height = size->height;
   const auto bytes = read_file(still.jpeg, largest_jpeg);
   if (!bytes)
     return refuse(bytes.error);
   if (const auto why = why_not_for_jpeg2yuv(*bytes))
-    return refuse("it " + *why + ", which jpeg2yuv cannot take.  Please save it as a plain JPEG " +
-                  "(YCbCr colours, 4:2:0)");
+    return offer(refuse("it " + *why +
+                        ", which jpeg2yuv cannot take.  Please save it as a plain JPEG " +
+                        "(YCbCr colours, 4:2:0)"));
   if (is_cut_off_jpeg(*bytes))
     return refuse("it is cut off; the rest of the picture is missing");
   return std::nullopt;
-}
-
-/// The output file's native path; empty when the user cancelled. A file that cannot be the output
-/// is told, and the user is asked again.
-std::string choose_m2v(document& doc, const still_video& still) {
-  for (;;) {
-    const std::string file = doc.ask.save_file(m2v_dialog());
-    if (file.empty())
-      return {};
-    if (!stored_or_told(doc, file))
-      continue;
-    if (same_place(file, still.jpeg))
-      say(doc, icon::exclamation, "The video cannot be written over the picture it is made of.");
-    else if (!file_exists(file) || may_overwrite(doc))
-      return file;
-  }
 }
 
 /// The number of a text that is one from 1 to 99999.
@@ -135,26 +125,6 @@ std::optional<int> choose_frames(document& doc) {
   return std::nullopt;
 }
 
-still_result run(document& doc, still_equipment& e, const still_video& still) {
-  if (!e.lock.take() && !e.lock.is_held_elsewhere())
-    return tell(doc, still_result::not_written, icon::critical,
-                "Nothing can be written into the program folder \"" + e.app +
-                    "\", where the files of a run go: " + e.lock.trouble() +
-                    ".  Please let it be written.");
-  if (!e.lock.held())
-    return tell(doc, still_result::folder_in_use, icon::critical,
-                "Another run is using the program folder \"" + e.app +
-                    "\".  Please wait until it has finished.");
-  const std::string script = join_path(e.app, run_file::script);
-  if (const failure why = replace_file(script, still_script(e.app, still))) {
-    e.lock.release();
-    return tell(doc, still_result::not_written, icon::critical,
-                "The file \"" + script + "\" could not be written: " + *why + ".");
-  }
-  e.runner.ExecuteCommand(script, {{}, {}, doc.p.cleanup});
-  return e.runner.running() ? still_result::started : still_result::not_started;
-}
-
 }  // namespace
 
 std::string still_script(const std::string& app, const still_video& still, path_style style) {
@@ -174,6 +144,52 @@ std::string still_script(const std::string& app, const still_video& still, path_
   return text;
 }
 
+file_dialog still_file_dialog() {
+  file_dialog dialog;
+  dialog.title = "save the mpeg2 still";
+  dialog.filter = "mpeg2 still(*.m2v)|*.m2v";
+  return dialog;
+}
+
+std::string choose_still_file(document& doc, const file_dialog& dialog,
+                              const std::string& picture) {
+  for (;;) {
+    const std::string file = doc.ask.save_file(dialog);
+    if (file.empty())
+      return {};
+    if (!stored_or_told(doc, file))
+      continue;
+    if (same_place(file, picture))
+      say(doc, icon::exclamation, "The video cannot be written over the picture it is made of.");
+    else if (!file_exists(file) || may_overwrite(doc))
+      return file;
+  }
+}
+
+still_result start_still(document& doc, still_equipment& e, const std::string& script,
+                         std::function<run_settled(run_outcome)> settle) {
+  if (!e.lock.take() && !e.lock.is_held_elsewhere())
+    return tell(doc, still_result::not_written, icon::critical,
+                "Nothing can be written into the program folder \"" + e.app +
+                    "\", where the files of a run go: " + e.lock.trouble() +
+                    ".  Please let it be written.");
+  if (!e.lock.held())
+    return tell(doc, still_result::folder_in_use, icon::critical,
+                "Another run is using the program folder \"" + e.app +
+                    "\".  Please wait until it has finished.");
+  const std::string file = join_path(e.app, run_file::script);
+  if (const failure why = replace_file(file, script)) {
+    e.lock.release();
+    return tell(doc, still_result::not_written, icon::critical,
+                "The file \"" + file + "\" could not be written: " + *why + ".");
+  }
+  run_options options;
+  options.cleanup = doc.p.cleanup;
+  options.settle = std::move(settle);
+  e.runner.ExecuteCommand(file, options);
+  return e.runner.running() ? still_result::started : still_result::not_started;
+}
+
 still_result still_command(document& doc, still_equipment& e) {
   if (const std::string missing = missing_tools(e.app, {"jpeg2yuv", "mpeg2enc"}); !missing.empty())
     return tell(doc, still_result::tool_missing, icon::critical, missing);
@@ -182,13 +198,13 @@ still_result still_command(document& doc, still_equipment& e) {
     return *end;
   say(doc, icon::information,
       "image appears to be compliant.  Please select where to save the m2v still");
-  still.m2v = choose_m2v(doc, still);
+  still.m2v = choose_still_file(doc, still_file_dialog(), still.jpeg);
   // Asked for and kept even when there is nowhere to save the video.
   const auto frames = choose_frames(doc);
   if (still.m2v.empty() || !frames)
     return still_result::cancelled;
   still.frames = *frames;
-  return run(doc, e, still);
+  return start_still(doc, e, still_script(e.app, still));
 }
 
 void framecount_command(document& doc) {

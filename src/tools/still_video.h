@@ -8,6 +8,7 @@
 #include "project/picture_loader.h"
 #include "runner/shelled.h"
 
+#include <functional>
 #include <string>
 
 namespace corvane {
@@ -40,11 +41,27 @@ struct still_equipment {
   folder_lock& lock;
   shelled& runner;
   const picture_loader& pictures;
+  /// Called with a picture (native path) that was refused, which has been told, when it is whole
+  /// and a still can be made of it that is right. Empty: nobody makes any.
+  std::function<void(const std::string& picture)> make_right{};
 };
 
 /// "create m2v still": asks for the picture, the output file and the number of frames, writes the
 /// script and starts it. The project is not touched; the number is kept as preference "framecount".
 still_result still_command(document& doc, still_equipment& e);
+
+/// Asks with this dialog where a still of a picture (native path) is to be saved. A file that
+/// cannot be it is told, one that is there is asked about, and the user is asked again. Empty when
+/// the user cancelled.
+std::string choose_still_file(document& doc, const file_dialog& dialog, const std::string& picture);
+
+/// The dialog that "create m2v still" asks with.
+file_dialog still_file_dialog();
+
+/// Starts a script that makes a still, or tells why it cannot be started. `settle`: as in
+/// run_options; it is not called when the script could not be written.
+still_result start_still(document& doc, still_equipment& e, const std::string& script,
+                         std::function<run_settled(run_outcome)> settle = {});
 
 /// "set m2v framecount": asks for the number alone; a box without an answer keeps what is stored.
 void framecount_command(document& doc);

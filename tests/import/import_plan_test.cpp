@@ -437,6 +437,10 @@ TEST(ImportPlan, ChaptersAreThoseOfThePicture) {
 
 TEST(ImportPlan, WhatHasNoVideoThatCanBeReadIsNoTitle) {
   EXPECT_EQ(planned(made_source(made_sound("mp3"))).problem, "there is no video in it");
+  source_stream photo;
+  photo.kind = source_kind::picture;
+  EXPECT_EQ(planned(made_source(photo)).problem,
+            "it is a picture; \"create m2v still\" in the menu \"menus\" makes a still of it");
   source_stream video = made_video(640, 480, {25, 1});
   video.decodes = false;
   EXPECT_EQ(planned(made_source(video)).problem, "its video, H.264, cannot be decoded");

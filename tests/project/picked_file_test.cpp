@@ -144,8 +144,8 @@ TEST_F(PickedFile, AProgramStreamIsATitleOnlyUnderItsName) {
 TEST_F(PickedFile, APictureAsATitleIsLedToTheStill) {
   const std::string picture = folder.add("photo.jpg", "\xFF\xD8\xFF\xE0");
   expect_other_kind(picture, "a JPEG picture, " + not_a_title,
-                    "\"create m2v still\" makes a video of a JPEG picture of 720x480 (NTSC) or "
-                    "720x576 (PAL) pixels.");
+                    "\"create m2v still\" in the menu \"menus\" makes a video of a picture; so "
+                    "does dropping it on the main window.");
   EXPECT_FALSE(may_be_taken(doc, picture, file_use::title));
 }
 

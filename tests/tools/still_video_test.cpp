@@ -91,6 +91,18 @@ class StillVideo : public testing_support::command_test {
   still_equipment e{app, lock, runner, pictures};
 };
 
+/// The same, with a program that makes refused pictures right.
+class RefusedStill : public StillVideo {
+ protected:
+  RefusedStill() {
+    e.make_right = [this](const std::string& picture) {
+      EXPECT_TRUE(ask.all_asked()) << "the refusal comes first";
+      offered.push_back(picture);
+    };
+  }
+  rows offered;
+};
+
 // The script -------------------------------------------------------------------------------------
 
 TEST(StillScript, OfAnNtscPictureOnWindows) {
@@ -324,6 +336,57 @@ TEST_F(StillVideo, ARunThatDoesNotStartLetsTheProgramFolderGo) {
   expect_error("Binaries not found, please reinstall the program.");
   EXPECT_EQ(still_command(doc, e), still_result::not_started);
   EXPECT_FALSE(lock.held());
+}
+
+// Pictures that can be made right ----------------------------------------------------------------
+
+TEST_F(RefusedStill, PictureOfAnotherSizeIsOfferedBehindTheRefusal) {
+  const std::string jpeg = add_jpeg("menu.jpg", 4000, 3000);
+  expect_jpeg(jpeg);
+  expect_refusal("jpg is not 720x480 or 720x576");
+  EXPECT_EQ(still_command(doc, e), still_result::refused);
+  EXPECT_EQ(offered, rows{jpeg});
+  EXPECT_FALSE(script_written());
+}
+
+TEST_F(RefusedStill, CmykPictureIsOffered) {
+  const std::string file = folder.add("menu.jpg", jpeg_head("\x11\x11\x11\x11"));
+  pictures.sizes[file] = {720, 480};
+  expect_jpeg(file);
+  expect_refusal("\"" + file +
+                 "\" cannot be used: it has CMYK colours, which jpeg2yuv cannot take.  Please save "
+                 "it as a plain JPEG (YCbCr colours, 4:2:0).");
+  EXPECT_EQ(still_command(doc, e), still_result::refused);
+  EXPECT_EQ(offered, rows{file});
+}
+
+TEST_F(RefusedStill, PngIsRefusedWithoutAFurtherQuestionAndOffered) {
+  const std::string file = folder.add("menu.png", "\x89PNG\r\n\x1A\n");
+  expect_jpeg(file);
+  expect_refusal("\"" + file + "\" cannot be used: it is no picture.");
+  EXPECT_EQ(still_command(doc, e), still_result::refused);
+  EXPECT_EQ(offered, rows{file});
+}
+
+TEST_F(RefusedStill, WhatIsNoPictureOrIsCutOffIsNotOffered) {
+  const std::string text = folder.add("menu.jpg", "a text");
+  expect_jpeg(text);
+  expect_refusal("\"" + text + "\" cannot be used: it is no picture.");
+  EXPECT_EQ(still_command(doc, e), still_result::refused);
+  const std::string cut = folder.add("cut.jpg", jpeg_head("\x22\x11\x11"));
+  pictures.sizes[cut] = {720, 480};
+  expect_jpeg(cut);
+  expect_refusal("\"" + cut +
+                 "\" cannot be used: it is cut off; the rest of the picture is missing.");
+  EXPECT_EQ(still_command(doc, e), still_result::refused);
+  EXPECT_EQ(offered, rows());
+}
+
+TEST_F(RefusedStill, PictureThatIsRightIsNotOffered) {
+  expect_questions(add_jpeg("menu.jpg", 720, 480), "");
+  expect_frames("1", "1");
+  EXPECT_EQ(still_command(doc, e), still_result::cancelled);
+  EXPECT_EQ(offered, rows());
 }
 
 // The frame count alone --------------------------------------------------------------------------
