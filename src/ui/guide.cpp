@@ -37,7 +37,8 @@ const std::vector<guide_place>& guide_places() {
                                                   {"findingsquestion", "findings.html"},
                                                   {"disc", "verify.html"},
                                                   {"import", "import.html"},
-                                                  {"importlog", "import.html"}};
+                                                  {"importlog", "import.html"},
+                                                  {"still", "stills.html"}};
   return places;
 }
 

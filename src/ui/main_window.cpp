@@ -25,6 +25,7 @@
 #include "ui/import/import_window.h"
 #include "ui/item_details.h"
 #include "ui/project_view.h"
+#include "ui/still/still_window.h"
 #include "ui/video/chapter_window.h"
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/file_drop.h"
@@ -315,11 +316,27 @@ void main_window::repair_what_was_asked_about() {
 }
 
 void main_window::still() {
-  run("create m2v still", [this](document& doc) {
+  std::string refused;
+  run("create m2v still", [&](document& doc) {
     const media_pictures pictures;
-    still_equipment equipment{app_, lock_, runner_, pictures};
+    still_equipment equipment{app_, lock_, runner_, pictures,
+                              [&refused](const std::string& picture) { refused = picture; }};
     stop_question_ = "Stop making the still?  The video will not be complete.";
     still_command(doc, equipment);
+  });
+  if (!refused.empty())
+    open_still_window(*this, refused, true);
+}
+
+void main_window::make_still(const picture_still& still) {
+  run("create m2v still", [&](document& doc) {
+    const media_pictures pictures;
+    still_equipment equipment{app_, lock_, runner_, pictures};
+    stop_question_ = "Stop making the still?  No video will be left.";
+    start_still(doc, equipment, picture_still_script(app_, still),
+                [app = app_, still](run_outcome outcome) {
+                  return settle_picture_still(app, still, outcome);
+                });
   });
 }
 
@@ -427,21 +444,30 @@ void main_window::load(const std::string& path) {
 }
 
 // Without the tool that imports, films are named with the other files that nothing can be done
-// with.
+// with. One window opens: a picture among films waits for the next drop, as do all pictures but
+// one.
 void main_window::drop(const std::vector<std::string>& paths) {
   if (!may_command())
     return;
-  std::vector<std::string> films, others = paths;
+  std::vector<std::string> films, pictures = pictures_for_stills(paths), others = paths;
   if (missing_tools(app_, {import_tool().name}).empty())
     films = films_to_import(paths);
-  std::erase_if(others, [&films](const std::string& file) {
-    return std::ranges::find(films, file) != films.end();
-  });
+  const auto leads_elsewhere = [&](const std::string& file) {
+    return std::ranges::find(films, file) != films.end() ||
+           std::ranges::find(pictures, file) != pictures.end();
+  };
+  std::erase_if(others, leads_elsewhere);
   if (!others.empty() || paths.empty())
     run("add dropped files", [&](document& doc) {
       const std::vector<std::string> refused = drop_files(doc, others);
       films.insert(films.end(), refused.begin(), refused.end());
     });
+  if (pictures.size() > 1 || (!films.empty() && !pictures.empty()))
+    run("add dropped files", [this](document&) {
+      tell("Pictures become stills one by one.  Please drop each picture alone.");
+    });
+  else if (!pictures.empty())
+    open_still_window(*this, pictures.front(), false);
   if (!films.empty())
     open_import(*this, films);
 }

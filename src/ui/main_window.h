@@ -34,6 +34,7 @@ class command_bars;
 class finding_list;
 class item_details;
 struct material_equipment;
+struct picture_still;
 struct prepared_run;
 class project_check;
 class project_view;
@@ -53,6 +54,7 @@ class main_window : public wxFrame {
   void add_title();
   void author();
   void still();
+  void make_still(const picture_still& still);
   void show_log();
   void clear_log();
   void drop_down(const std::string& tool_caption);

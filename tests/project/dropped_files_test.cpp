@@ -48,6 +48,15 @@ TEST_F(DroppedFiles, FilmsAmongThemAreToImportAndStreamsAreNot) {
             (rows{film, recording}));
 }
 
+TEST_F(DroppedFiles, PicturesAmongThemAreForStills) {
+  using namespace std::string_literals;
+  const std::string photo = folder.add("photo.jpg", "\xFF\xD8\xFF\xE0");
+  const std::string drawing = folder.add("drawing", "\x89PNG\r\n\x1A\n");
+  EXPECT_EQ(pictures_for_stills({folder.add("notes.jpg", "notes"), photo, folder.add("a.m2v"),
+                                 drawing, folder.path("none.png")}),
+            (rows{photo, drawing}));
+}
+
 TEST_F(DroppedFiles, VideoTakesTheAudioOfItsName) {
   drop_files(doc, add_all({"movie.ac3", "movie.m2v"}));
   EXPECT_EQ(p.List1, rows{"title1:movie.m2v/movie.ac3"});

@@ -5,6 +5,7 @@
 #include "ui/editor/menu_windows.h"
 #include "ui/import/import_window.h"
 #include "ui/main_window.h"
+#include "ui/still/still_window.h"
 #include "ui/subtitles/clean_subtitles_window.h"
 #include "ui/subtitles/language_window.h"
 #include "ui/subtitles/subtitles_window.h"
@@ -189,6 +190,13 @@ TEST_F(ReadAloud, MenuEditor) {
 TEST_F(ReadAloud, Import) {
   start([](main_window& main) { open_import(main, {real_pal_video()}); });
   expect_told_and_close("import", 14);
+}
+
+TEST_F(ReadAloud, StillOfAPicture) {
+  const std::string picture = folder_.path("still.png");
+  ASSERT_EQ(std::system(("convert -size 120x90 xc:red '" + picture + "'").c_str()), 0);
+  start([&](main_window& main) { open_still_window(main, picture, false); });
+  expect_told_and_close("still", 8);
 }
 
 TEST_F(ReadAloud, Findings) {

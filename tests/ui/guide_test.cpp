@@ -9,6 +9,7 @@
 #include "ui/gtk_sight.h"
 #include "ui/import/import_window.h"
 #include "ui/main_window.h"
+#include "ui/still/still_window.h"
 #include "ui/widgets/wx_text.h"
 #include "ui/window_fixture.h"
 
@@ -196,6 +197,12 @@ TEST_F(Guide, F1OpensThePageOfTheWindow) {
   expect_page_in("language", "languages.html");
   on_ui([this] { window_->CallAfter([this] { open_import(*window_, {real_video()}); }); });
   expect_page_in("import", "import.html");
+  const std::string picture = folder_.path("still.png");
+  ASSERT_EQ(std::system(("convert -size 120x90 xc:red '" + picture + "'").c_str()), 0);
+  on_ui([&, this] {
+    window_->CallAfter([=, this] { open_still_window(*window_, picture, false); });
+  });
+  expect_page_in("still", "stills.html");
   press("ctrl+j");
   expect_page_in("navcommands", "nav-commands.html");
   press("ctrl+k");

@@ -6,6 +6,7 @@
 #include "ui/gtk_sight.h"
 #include "ui/import/import_window.h"
 #include "ui/main_window.h"
+#include "ui/still/still_window.h"
 #include "ui/subtitles/clean_subtitles_window.h"
 #include "ui/subtitles/language_window.h"
 #include "ui/subtitles/subtitles_window.h"
@@ -25,6 +26,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -208,6 +210,17 @@ TEST_F(Screens, HoldTheImport) {
   });
   ASSERT_TRUE(wait_until([] { return control("rate", "import")->IsShownOnScreen(); }));
   look_at_and_close("import");
+}
+
+TEST_F(Screens, HoldTheStillOfAPicture) {
+  const std::string picture = folder_.path("still.png");
+  ASSERT_EQ(std::system(("convert -size 1200x900 plasma:red-blue '" + picture + "'").c_str()), 0);
+  start([&](main_window& main) { open_still_window(main, picture, false); });
+  ASSERT_TRUE(window_comes("still"));
+  EXPECT_TRUE(wait_until([] {
+    return dynamic_cast<video_picture*>(control("preview", "still"))->shown_picture().IsOk();
+  }));
+  look_at_and_close("still");
 }
 
 TEST_F(Screens, HoldTheMenuEditorWithAllItsControls) {

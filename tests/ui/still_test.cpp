@@ -68,6 +68,14 @@ class Stills : public window_test {
     answer_frames(frames);
   }
 
+  /// The window that offers to make a refused picture right comes, and is closed.
+  static void leave_offer() {
+    ASSERT_TRUE(window_comes("still"));
+    press("Escape");
+    EXPECT_TRUE(window_goes("still"));
+    EXPECT_TRUE(no_dialog());
+  }
+
   bool script_written() { return file_exists(folder_.path("program/process.bat")); }
 
   static std::string stored_frames() { return user_settings()->get("framecount"); }
@@ -145,7 +153,7 @@ TEST_F(Stills, FileDialogsOfferTheirKindOfFile) {
 TEST_F(Stills, PictureOfAnotherSizeIsRefused) {
   choose(draw("menu.jpg", 704, 480));
   EXPECT_EQ(answer_message("jpg is not 720x480 or 720x576", "OK").picture, "warning");
-  EXPECT_TRUE(no_dialog());
+  leave_offer();
   EXPECT_FALSE(script_written());
 }
 
@@ -177,7 +185,7 @@ TEST_F(Stills, CmykPictureIsRefusedAndNotCalledASuccess) {
                      "\" cannot be used: it has CMYK colours, which jpeg2yuv cannot take.  Please "
                      "save it as a plain JPEG (YCbCr colours, 4:2:0).",
                  "OK");
-  EXPECT_TRUE(no_dialog());
+  leave_offer();
   EXPECT_FALSE(script_written());
 }
 
@@ -197,6 +205,7 @@ TEST_F(Stills, SamplingThatWouldGiveAGreenVideoIsRefused) {
                      "\" cannot be used: it has the sampling factors 4x1, 1x1, 1x1, which jpeg2yuv "
                      "cannot take.  Please save it as a plain JPEG (YCbCr colours, 4:2:0).",
                  "OK");
+  leave_offer();
   EXPECT_FALSE(script_written());
 }
 

@@ -1,13 +1,16 @@
 #include "ui/import/import_window.h"
 
 #include "formats/sanitized.h"
+#include "media/source_probe.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "platform/files/program_folder.h"
 #include "project/missing_tools.h"
+#include "project/picked_file.h"
 #include "ui/details_panel.h"
 #include "ui/import/import_log_window.h"
 #include "ui/main_window.h"
+#include "ui/still/still_window.h"
 #include "ui/widgets/attention.h"
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/file_drop.h"
@@ -132,6 +135,16 @@ void show_import(main_window& main, const std::vector<std::string>& files) {
   });
 }
 
+/// A photo or a drawing; not a film, nor a picture that moves.
+bool is_still_picture(const std::string& file) {
+  if (!is_picture_file(file))
+    return false;
+  const result<source_facts> facts = probe_source(file);
+  return !facts || std::ranges::all_of(facts->streams, [](const source_stream& stream) {
+    return stream.kind == source_kind::picture;
+  });
+}
+
 }  // namespace
 
 void import_chosen_files(main_window& main) {
@@ -140,7 +153,9 @@ void import_chosen_files(main_window& main) {
     if (may_import(main, doc))
       files = main.user_prompts().open_files(dialog_of_films());
   });
-  if (!files.empty())
+  if (files.size() == 1 && is_still_picture(files.front()))
+    open_still_window(main, files.front(), false);
+  else if (!files.empty())
     show_import(main, files);
 }
 

@@ -82,6 +82,10 @@ inline constexpr int import_name_width = 170;
 inline constexpr int import_length_width = 70;
 inline constexpr int import_what_width = 220;
 
+inline constexpr int still_width = 720;  ///< of the text above the still that a picture becomes
+inline constexpr int still_picture_width = 400;  ///< of that still
+inline constexpr int still_picture_height = 300;
+
 inline constexpr int menu_image_width = 150;  ///< most of a button's bitmap beside the menu
 inline constexpr int menu_image_height = 70;
 
