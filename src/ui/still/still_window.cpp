@@ -198,7 +198,7 @@ wxSizer* still_window::make_preview() {
   const wxSize room(layout::still_picture_width, layout::still_picture_height);
   preview_ = new video_picture(this);
   preview_->set_full_size(room);
-  name_control(*preview_, "preview");
+  name_drawn_control(*preview_, "preview", control_role::picture);
   auto* const column = new wxBoxSizer(wxVERTICAL);
   column->AddStretchSpacer();
   column->Add(preview_, wxSizerFlags().CentreHorizontal());
