@@ -37,15 +37,15 @@ still_source made_picture(const std::string& file, int width, int height, int tu
   return source ? *source : still_source();
 }
 
-constexpr auto ntsc = video_standard::ntsc, pal = video_standard::pal;
-constexpr auto narrow = disc_aspect::four_three, wide = disc_aspect::sixteen_nine;
-constexpr auto bars = picture_fit::bars, cropped = picture_fit::cropped;
+constexpr auto ntsc_still = video_standard::ntsc, pal_still = video_standard::pal;
+constexpr auto narrow_still = disc_aspect::four_three, wide_still = disc_aspect::sixteen_nine;
+constexpr auto barred = picture_fit::bars, filled = picture_fit::cropped;
 
 // The script -------------------------------------------------------------------------------------
 
 TEST(PictureStillScript, OfAPhotoBetweenBarsOnWindows) {
   const picture_still still{made_picture("D:\\my pictures\\menu.jpg", 4000, 3000, 90),
-                            {pal, wide, bars, 15},
+                            {pal_still, wide_still, barred, 15},
                             "D:\\out\\100%.m2v"};
   EXPECT_EQ(picture_still_script("C:\\Program Files\\Corvane 50%", still, path_style::windows),
             "@echo off\r\n"
@@ -66,7 +66,7 @@ TEST(PictureStillScript, OfAPhotoBetweenBarsOnWindows) {
 TEST(PictureStillScript, OfACroppedMirroredPngOnLinux) {
   const picture_still still{
       made_picture("/home/anna/men\xC3\xBC %d.png", 1920, 1080, 180, true, "png"),
-      {ntsc, narrow, cropped, 1},
+      {ntsc_still, narrow_still, filled, 1},
       "/home/anna/men\xC3\xBC %d.m2v"};
   EXPECT_EQ(picture_still_script("/home/anna/corvane", still, path_style::posix),
             "@echo off\r\n"
@@ -134,28 +134,30 @@ TEST(PictureStill, PictureThatIsCutOffIsRefused) {
 
 TEST(PictureStill, ChoicesFollowTheFirstTitle) {
   titleset_demands demands;
-  demands.standard = pal;
-  demands.aspect = wide;
-  const still_choices choices = preset_choices(made_picture("/x.jpg", 3000, 4000), demands, ntsc);
-  EXPECT_EQ(choices.standard, pal);
-  EXPECT_EQ(choices.aspect, wide);
-  EXPECT_EQ(choices.fit, bars);
+  demands.standard = pal_still;
+  demands.aspect = wide_still;
+  const still_choices choices =
+      preset_choices(made_picture("/x.jpg", 3000, 4000), demands, ntsc_still);
+  EXPECT_EQ(choices.standard, pal_still);
+  EXPECT_EQ(choices.aspect, wide_still);
+  EXPECT_EQ(choices.fit, barred);
 }
 
 TEST(PictureStill, WithoutATitleThePictureAndThePreferenceDecide) {
-  const still_choices photo = preset_choices(made_picture("/x.jpg", 4000, 3000), {}, pal);
-  EXPECT_EQ(photo.standard, pal);
-  EXPECT_EQ(photo.aspect, narrow);
-  const still_choices screen = preset_choices(made_picture("/x.png", 1920, 1080), {}, ntsc);
-  EXPECT_EQ(screen.standard, ntsc);
-  EXPECT_EQ(screen.aspect, wide);
+  const still_choices photo = preset_choices(made_picture("/x.jpg", 4000, 3000), {}, pal_still);
+  EXPECT_EQ(photo.standard, pal_still);
+  EXPECT_EQ(photo.aspect, narrow_still);
+  const still_choices screen = preset_choices(made_picture("/x.png", 1920, 1080), {}, ntsc_still);
+  EXPECT_EQ(screen.standard, ntsc_still);
+  EXPECT_EQ(screen.aspect, wide_still);
   // Turned upright.
-  EXPECT_EQ(preset_choices(made_picture("/x.jpg", 1920, 1080, 90), {}, ntsc).aspect, narrow);
+  EXPECT_EQ(preset_choices(made_picture("/x.jpg", 1920, 1080, 90), {}, ntsc_still).aspect,
+            narrow_still);
 }
 
 TEST(PictureStill, PictureOfADiscsSizeDecidesTheStandard) {
-  EXPECT_EQ(preset_choices(made_picture("/x.jpg", 720, 576), {}, ntsc).standard, pal);
-  EXPECT_EQ(preset_choices(made_picture("/x.jpg", 720, 480), {}, pal).standard, ntsc);
+  EXPECT_EQ(preset_choices(made_picture("/x.jpg", 720, 576), {}, ntsc_still).standard, pal_still);
+  EXPECT_EQ(preset_choices(made_picture("/x.jpg", 720, 480), {}, pal_still).standard, ntsc_still);
 }
 
 // Geometry ---------------------------------------------------------------------------------------
@@ -171,14 +173,14 @@ double roundness(const still_source& source, const picture_geometry& g) {
 TEST(PictureStill, ACircleStaysACircleInEveryFit) {
   for (const auto& [width, height] :
        {std::pair{4000, 3000}, {3000, 4000}, {1920, 1080}, {800, 800}, {10000, 500}, {721, 480}})
-    for (const video_standard standard : {ntsc, pal})
-      for (const disc_aspect aspect : {narrow, wide})
-        for (const picture_fit fit : {bars, cropped}) {
+    for (const video_standard standard : {ntsc_still, pal_still})
+      for (const disc_aspect aspect : {narrow_still, wide_still})
+        for (const picture_fit fit : {barred, filled}) {
           const still_source source = made_picture("/x.jpg", width, height);
           const picture_geometry g = geometry_of(source, {standard, aspect, fit, 1});
-          EXPECT_EQ(g.disc, (picture_size{720, standard == pal ? 576 : 480}));
+          EXPECT_EQ(g.disc, (picture_size{720, standard == pal_still ? 576 : 480}));
           EXPECT_NEAR(roundness(source, g), 1, 0.03) << width << "x" << height;
-          if (fit == bars)
+          if (fit == barred)
             EXPECT_FALSE(g.is_cropped(source.shown));
           else
             EXPECT_FALSE(g.has_bars());
@@ -187,11 +189,11 @@ TEST(PictureStill, ACircleStaysACircleInEveryFit) {
 
 TEST(PictureStill, PictureOfADiscsSizeFillsEitherShapeAsItIs) {
   for (const int height : {480, 576})
-    for (const disc_aspect aspect : {narrow, wide})
-      for (const picture_fit fit : {bars, cropped}) {
+    for (const disc_aspect aspect : {narrow_still, wide_still})
+      for (const picture_fit fit : {barred, filled}) {
         const still_source source = made_picture("/x.jpg", 720, height);
         const picture_geometry g =
-            geometry_of(source, {height == 576 ? pal : ntsc, aspect, fit, 1});
+            geometry_of(source, {height == 576 ? pal_still : ntsc_still, aspect, fit, 1});
         EXPECT_FALSE(g.has_bars() || g.is_scaled() || g.is_cropped(source.shown)) << height;
         EXPECT_EQ(described(source, g), "it fills the whole picture");
       }
@@ -200,13 +202,13 @@ TEST(PictureStill, PictureOfADiscsSizeFillsEitherShapeAsItIs) {
 TEST(PictureStill, WhatBecomesOfItIsSaid) {
   const auto said = [](int width, int height, disc_aspect aspect, picture_fit fit) {
     const still_source source = made_picture("/x.jpg", width, height);
-    return described(source, geometry_of(source, {ntsc, aspect, fit, 1}));
+    return described(source, geometry_of(source, {ntsc_still, aspect, fit, 1}));
   };
-  EXPECT_EQ(said(3000, 4000, narrow, bars), "black bars at the sides");
-  EXPECT_EQ(said(1920, 1080, narrow, bars), "black bars above and below");
-  EXPECT_EQ(said(1920, 1080, narrow, cropped), "about 25 % are cut off at the sides");
-  EXPECT_EQ(said(4000, 3000, wide, cropped), "about 25 % are cut off above and below");
-  EXPECT_EQ(said(1920, 1080, wide, bars), "it fills the whole picture");
+  EXPECT_EQ(said(3000, 4000, narrow_still, barred), "black bars at the sides");
+  EXPECT_EQ(said(1920, 1080, narrow_still, barred), "black bars above and below");
+  EXPECT_EQ(said(1920, 1080, narrow_still, filled), "about 25 % are cut off at the sides");
+  EXPECT_EQ(said(4000, 3000, wide_still, filled), "about 25 % are cut off above and below");
+  EXPECT_EQ(said(1920, 1080, wide_still, barred), "it fills the whole picture");
 }
 
 // Names ------------------------------------------------------------------------------------------
