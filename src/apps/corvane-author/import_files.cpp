@@ -66,7 +66,7 @@ class console_import {
       doc_.set_file(project_, {});
     else if (!loadprojectf(doc_, project_) || custom(doc_) != 1)
       return false;
-    if (arguments_.pal && doc_.p.List11.empty() && doc_.p.menulist.empty())
+    if (arguments_.pal && title_count(doc_.p) == 0 && menu_count(doc_.p) == 0)
       doc_.p.globalregion = "PAL";
     return true;
   }
