@@ -1,5 +1,6 @@
 #include "import/finish_import.h"
 
+#include "import/import_bits.h"
 #include "import/subrip_times.h"
 #include "platform/files/file_slices.h"
 #include "platform/files/files.h"
@@ -109,6 +110,21 @@ std::string finished_text(std::string text, source_ratio speed) {
   return clean->text;
 }
 
+/// Sound that is made lasts as long as the film, but for a frame or two.
+failure why_not_long_enough(const import_job& job, std::size_t number) {
+  constexpr double tolerance = 0.1;
+  const import_plan& plan = job.plan;
+  const sound_work& work = plan.sound.streams[number];
+  if (work.fate != stream_fate::encoded || plan.seconds <= 0)
+    return std::nullopt;
+  const std::string& file = job.files.sounds[number];
+  const double seconds = plan.seconds - std::max(0.0, plan.sound.begin) - tolerance;
+  const auto size = file_size(temporary_name(file));
+  if (size && static_cast<double>(*size) < static_cast<double>(bytes_of_sound(work, seconds)))
+    return file + " is not whole";
+  return std::nullopt;
+}
+
 failure finish_text(const std::string& file, source_ratio speed) {
   constexpr std::uintmax_t most = std::uintmax_t{64} << 20;
   const result<std::string> text = read_file(file, most);
@@ -140,9 +156,12 @@ std::vector<std::string> whole_files(const import_job& job) {
 failure finish_streams(const import_job& job) {
   if (failure why = why_not_whole(job.files.video, false))
     return why;
-  for (const std::string& sound : job.files.sounds)
-    if (failure why = why_not_whole(sound, false))
+  for (std::size_t i = 0; i < job.files.sounds.size(); ++i) {
+    if (failure why = why_not_whole(job.files.sounds[i], false))
       return why;
+    if (failure why = why_not_long_enough(job, i))
+      return why;
+  }
   // Subtitles may have nothing to say.
   for (const std::string& text : job.files.texts)
     if (failure why = why_not_whole(text, true))

@@ -3,6 +3,7 @@
 #include "import/disc_budget.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 
 namespace corvane {
@@ -35,6 +36,15 @@ std::int64_t sound_rate_of(const import_plan& plan) {
   for (const sound_work& work : plan.sound.streams)
     rate += work.bit_rate;
   return rate;
+}
+
+std::int64_t bytes_of_sound(const sound_work& work, double seconds) {
+  constexpr double rate = 48000;
+  constexpr std::int64_t samples_of_ac3 = 1536, samples_of_mp2 = 1152;
+  const std::int64_t samples = work.kind == disc_sound::mp2 ? samples_of_mp2 : samples_of_ac3;
+  const double frames = std::ceil(seconds * rate / static_cast<double>(samples));
+  const std::int64_t frame = work.bit_rate * samples / static_cast<std::int64_t>(rate) / 8;
+  return static_cast<std::int64_t>(std::max(0.0, frames)) * frame;
 }
 
 failure settle_bits(std::vector<import_job>& jobs, const import_choices& choices,

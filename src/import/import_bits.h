@@ -20,6 +20,9 @@ failure settle_bits(std::vector<import_job>& jobs, const import_choices& choices
 /// Bits a second of all sound streams of a title.
 std::int64_t sound_rate_of(const import_plan& plan);
 
+/// Bytes of a sound stream that was made, when it lasts so many seconds; its last frame is whole.
+std::int64_t bytes_of_sound(const sound_work& work, double seconds);
+
 /// Bytes that the titles take on the disc, and about as many in their folder before. Of video in
 /// constant quality nobody knows: its peak rate is taken.
 std::uint64_t disc_bytes_of(const std::vector<import_job>& jobs);

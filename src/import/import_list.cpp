@@ -5,6 +5,7 @@
 #include "formats/numbers.h"
 #include "import/codec_names.h"
 #include "import/finish_import.h"
+#include "import/import_words.h"
 #include "import/language_codes.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
@@ -20,19 +21,6 @@
 
 namespace corvane {
 namespace {
-
-std::string two_digits(long number) {
-  return (number < 10 ? "0" : "") + std::to_string(number);
-}
-
-/// "1:32:05", "2:05".
-std::string clock_text(double seconds) {
-  const long all = std::lround(seconds);
-  const std::string end = two_digits(all % 60);
-  if (all < 3600)
-    return std::to_string(all / 60) + ":" + end;
-  return std::to_string(all / 3600) + ":" + two_digits(all / 60 % 60) + ":" + end;
-}
 
 std::string bytes_text(std::uint64_t bytes) {
   constexpr double giga = 1e9, mega = 1e6;
@@ -313,6 +301,8 @@ import_list::shown_row import_list::shown(std::size_t row) const {
       break;
     case stage::done:
       text.what = "done, the title is added";
+      if (!e.note.empty())
+        text.what += ", but " + e.note;
       if (!e.no_text_in.empty())
         text.what += "; there is no text for " + e.no_text_in;
       break;
@@ -374,6 +364,8 @@ item_summary import_list::summary(std::size_t row) const {
   if (!is_planned)
     summary.lines.push_back({"left out", e.plan.problem});
   add_streams(summary, e.source.facts, is_planned ? &e.plan.job.plan : nullptr);
+  if (!e.note.empty())
+    summary.lines.push_back({"not complete", e.note});
   if (e.source.facts.cut_short)
     summary.lines.push_back({"", "The file ends before its own end: a part of it is missing."});
   if (is_planned)
@@ -464,6 +456,7 @@ void import_list::runs(std::size_t job) {
 void import_list::ended(const import_end& end, bool stopped) {
   entry& e = entries_[running_[end.job]];
   e.failed = end.problem;
+  e.note = end.note;
   e.now = end.problem.empty() ? stage::done : stopped ? stage::planned : stage::failed;
   if (e.now == stage::done)
     e.no_text_in = texts_left_out(e.plan.job);
@@ -478,20 +471,25 @@ void import_list::give_up() {
 }
 
 bool import_list::all_done() const {
-  return std::ranges::all_of(running_,
-                             [this](std::size_t row) { return entries_[row].now == stage::done; });
+  return std::ranges::all_of(running_, [this](std::size_t row) {
+    return entries_[row].now == stage::done && entries_[row].note.empty();
+  });
 }
 
 std::string import_list::outcome() const {
-  std::size_t done = 0, failed = 0;
+  std::size_t done = 0, failed = 0, short_ones = 0;
   for (const std::size_t row : running_) {
-    done += entries_[row].now == stage::done ? 1 : 0;
-    failed += entries_[row].now == stage::done ? 0 : 1;
+    const bool is_done = entries_[row].now == stage::done;
+    done += is_done ? 1 : 0;
+    failed += is_done ? 0 : 1;
+    short_ones += is_done && !entries_[row].note.empty() ? 1 : 0;
   }
   std::string text =
       done == 0 ? "No title was added" : count_text(done, "title", "titles") + " added";
   if (failed > 0)
     text += "; " + count_text(failed, "file was", "files were") + " not imported";
+  if (short_ones > 0)
+    text += "; the end of " + count_text(short_ones, "file is", "files are") + " missing";
   return text;
 }
 

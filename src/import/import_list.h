@@ -101,6 +101,7 @@ class import_list {
     probed_source source;
     stage now = stage::looking;
     std::string failed;      ///< why
+    std::string note;        ///< of `done`: what is not as it should be
     std::string no_text_in;  ///< names of subtitles that turned out to be empty; or empty
     batch_entry plan;        ///< of `planned`; of others the last one
   };

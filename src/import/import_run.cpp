@@ -1,7 +1,9 @@
 #include "import/import_run.h"
 
+#include "import/encoder_complaints.h"
 #include "import/encoder_progress.h"
 #include "import/finish_import.h"
+#include "import/short_film.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "runner/output_lines.h"
@@ -107,24 +109,29 @@ void import_run::output(std::string_view tail) {
   }
 }
 
-/// Each run has written a log of its own.
-void import_run::join_logs() {
+/// Each run has written a log of its own. Returns that of the last one.
+std::string import_run::join_logs() {
   const std::string log = join_path(app_, run_file::import_log);
   const auto written = read_file(log, largest_log);
   if (!written)
-    return;
+    return {};
   if (log_.size() + written->size() > largest_log)
     log_.clear();
   log_ += *written;
   replace_file(log, log_);
+  return *written;
 }
 
 void import_run::finished(const run_end& end) {
-  join_logs();
-  if (end.outcome == run_outcome::success)
+  const std::string trouble = writing_trouble_in(join_logs());
+  if (!trouble.empty())
+    script_end_ = trouble;
+  else if (end.outcome == run_outcome::success)
     script_end_ = "";
   else if (end.outcome == run_outcome::none)
     script_end_ = "the script could not be started";
+  else if (!entry_exists(jobs_[job_].source))
+    script_end_ = "the file is not there any more";
   else
     script_end_ = reason_in(end.errors);
 }
@@ -147,15 +154,50 @@ void import_run::tell() {
 void import_run::finish_streams() {
   now_.finishing = true;
   tell();
-  finishing_ = std::async(std::launch::async, [job = jobs_[job_]] { return finish_import(job); });
+  finishing_ = std::async(std::launch::async, [job = jobs_[job_]] { return finish(job); });
 }
 
-void import_run::end_job(std::string problem) {
+import_run::finished_job import_run::finish(import_job job) {
+  finished_job done{std::move(job), {}, {}};
+  if (const double missing = missing_seconds(done.job); missing > 0) {
+    done.note = missing_text(missing);
+    if (source_has_changed(done.job))
+      done.problem = "the file was changed, or went away, while it was read: " + done.note;
+    else
+      done.problem = end_earlier(done.job, missing).value_or("");
+  }
+  if (done.problem.empty())
+    done.problem = finish_import(done.job).value_or("");
+  return done;
+}
+
+void import_run::take_finished() {
+  finished_job done = finishing_.get();
+  if (done.problem.empty())
+    jobs_[job_] = std::move(done.job);
+  end_job(std::move(done.problem), std::move(done.note));
+}
+
+/// The script's own log does not name what was found behind it.
+void import_run::log_end(const import_end& end) {
+  const std::string& what = end.problem.empty() ? end.note : end.problem;
+  if (what.empty())
+    return;
+  log_ += (end.problem.empty() ? "INFO: \"" : std::string(error_mark) + "\"") +
+          jobs_[end.job].source +
+          (end.problem.empty() ? "\" was imported, but " : "\" was not imported: ") + what + "\r\n";
+  replace_file(join_path(app_, run_file::import_log), log_);
+}
+
+void import_run::end_job(std::string problem, std::string note) {
   script_end_.reset();
-  if (!problem.empty())
+  if (!problem.empty()) {
     remove_unfinished(jobs_[job_]);
+    note.clear();
+  }
   done_before_ += work_of(jobs_[job_]);
-  const import_end end{job_, std::move(problem)};
+  const import_end end{job_, std::move(problem), std::move(note)};
+  log_end(end);
   if (events_.ended)
     events_.ended(end);
   next();
@@ -166,7 +208,7 @@ void import_run::next() {
     return begin_script();
   for (; !stopping_ && job_ < jobs_.size(); ++job_)
     if (events_.ended)
-      events_.ended({job_, "another run of the program is going on"});
+      events_.ended({job_, "another run of the program is going on", {}});
   running_ = false;
   if (events_.done)
     events_.done(stopping_);
@@ -177,7 +219,7 @@ void import_run::update() {
     return;
   if (finishing_.valid()) {
     if (finishing_.wait_for(std::chrono::seconds(0)) == std::future_status::ready)
-      end_job(finishing_.get().value_or(""));
+      take_finished();
     return;
   }
   if (runner_.running()) {
@@ -198,7 +240,7 @@ void import_run::stop() {
     return;
   stopping_ = true;
   if (finishing_.valid())
-    return end_job(finishing_.get().value_or(""));
+    return take_finished();
   runner_.stop();
   // It may have come to its end by itself; its streams are not finished then.
   end_job("it was stopped");

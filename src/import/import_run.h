@@ -40,6 +40,8 @@ struct import_progress {
 struct import_end {
   std::size_t job = 0;
   std::string problem;  ///< why it failed, a sentence without a full stop; empty: it is done
+  /// Of one that is done, what is not as it should be, likewise; empty: nothing.
+  std::string note{};
 };
 
 struct import_events {
@@ -67,6 +69,8 @@ class import_run : private run_listener {
   void stop();
 
   bool running() const { return running_; }
+  /// Of those that have ended, as they have become: a film whose end could not be read is shorter,
+  /// and has no chapters there.
   const std::vector<import_job>& jobs() const { return jobs_; }
 
  private:
@@ -80,9 +84,17 @@ class import_run : private run_listener {
 
   void next();
   void begin_script();
-  void end_job(std::string problem);
+  /// What came of finishing a job: the job as it has become.
+  struct finished_job {
+    import_job job;
+    std::string problem, note;
+  };
+  static finished_job finish(import_job job);
+  void take_finished();
+  void end_job(std::string problem, std::string note = {});
+  void log_end(const import_end& end);
   void finish_streams();
-  void join_logs();
+  std::string join_logs();
   void tell();
   double work_of(const import_job& job) const;
 
@@ -97,7 +109,7 @@ class import_run : private run_listener {
   std::size_t job_ = 0;
   std::string log_;                        ///< of the imports that have ended
   std::optional<std::string> script_end_;  ///< what the script failed for, or empty; not set: runs
-  std::future<failure> finishing_;
+  std::future<finished_job> finishing_;
   import_progress now_;
   double began_ = 0;        ///< of the clock, seconds
   double done_before_ = 0;  ///< work of the imports before this one

@@ -182,6 +182,16 @@ TEST_F(ImportList, OneThatFailsIsNamedWithItsReason) {
   EXPECT_EQ(again[0].source, folder.path("a.mp4"));
 }
 
+TEST_F(ImportList, AFilmWhoseEndIsMissingIsNotCalledComplete) {
+  add_film("a.mp4");
+  list.begin();
+  list.ended({0, "", "the last 0:30 of it could not be read and are missing"}, false);
+  EXPECT_EQ(what(0),
+            "done, the title is added, but the last 0:30 of it could not be read and are missing");
+  EXPECT_EQ(list.outcome(), "1 title added; the end of 1 file is missing");
+  EXPECT_FALSE(list.all_done());
+}
+
 TEST_F(ImportList, WhatWasStoppedOrHasNotBegunIsPlannedAgain) {
   add_film("a.mp4");
   add_film("b.mp4");

@@ -5,6 +5,7 @@
 #include "made_source.h"
 #include "platform/files/paths.h"
 #include "support/fake_run.h"
+#include "support/small_streams.h"
 
 #include <gmock/gmock.h>
 
@@ -34,13 +35,15 @@ class ImportRun : public testing::Test {
     to.folder = app.path();
     to.is_taken = [](const std::string&) { return false; };
     to.choices.quality = import_quality::mean_rate;
-    return plan_batch({{join_path(app.path(), name), facts, {}, {}}}, {}, to).entries.at(0).job;
+    return plan_batch({{app.add(name, "source"), facts, {}, {}}}, {}, to).entries.at(0).job;
   }
   void begin(std::vector<import_job> jobs) {
     import_events events;
     events.progress = [this](const import_progress& p) { told.push_back(p); };
     events.ended = [this](const import_end& e) {
       ended.push_back(std::to_string(e.job) + ": " + e.problem);
+      if (!e.note.empty())
+        notes.push_back(e.note);
     };
     events.done = [this](bool stopped) { done.push_back(stopped); };
     run.emplace(std::move(jobs), std::move(events), ask, launcher, lock, app.path());
@@ -72,7 +75,7 @@ class ImportRun : public testing::Test {
   testing_support::fake_launcher launcher;
   folder_lock lock{app.path()};
   std::vector<import_progress> told;
-  std::vector<std::string> ended;
+  std::vector<std::string> ended, notes;
   std::vector<bool> done;
   std::optional<import_run> run;
 };
@@ -110,6 +113,73 @@ TEST_F(ImportRun, GoesOnWithTheNextAfterAFailureAndLeavesNothingOfIt) {
   feed(complete);
   wait_for_ends(2);
   EXPECT_EQ(ended[1], "1: ");
+}
+
+// ffmpeg ends with status 0 then.
+TEST_F(ImportRun, ADiskThatBecomesFullWithTheLastBytesFailsIt) {
+  const import_job a = job("a.mpg", true);
+  begin({a});
+  make(a);
+  feed("frame= 9\nError closing file a.ac3.part: No space left on device\n" + complete);
+  wait_for_ends(1);
+  EXPECT_THAT(ended, ElementsAre("0: the disk is full"));
+  EXPECT_FALSE(file_exists(a.files.video));
+  EXPECT_FALSE(file_exists(a.files.video + ".part"));
+  EXPECT_THAT(app.read("CorvaneIMPORT.txt"),
+              HasSubstr("ERR:  \"" + a.source + "\" was not imported: the disk is full\r\n"));
+}
+
+TEST_F(ImportRun, SoundThatEndsTooEarlyFailsIt) {
+  import_job a = job("a.mp4");
+  a.plan.sound.streams.at(0).fate = stream_fate::encoded;
+  begin({a});
+  make(a);
+  app.add("a.ac3.part", std::string(1'400'000, 'x'));  // of 1,440,000
+  feed(complete);
+  wait_for_ends(1);
+  EXPECT_THAT(ended, ElementsAre("0: " + a.files.sounds[0] + " is not whole"));
+  EXPECT_THAT(app.read("CorvaneIMPORT.txt"), HasSubstr("a.ac3 is not whole"));
+}
+
+TEST_F(ImportRun, ASourceThatIsGoneIsSaidToBe) {
+  const import_job a = job("a.mp4");
+  remove_all(a.source);
+  begin({a});
+  feed("a.mp4: No such file or directory\nERR:  ffmpeg.exe ended with status 1\n" + complete);
+  wait_for_ends(1);
+  EXPECT_THAT(ended, ElementsAre("0: the file is not there any more"));
+}
+
+TEST_F(ImportRun, AFilmWhoseEndCannotBeReadIsAddedWithAWord) {
+  import_job a = job("a.mp4");
+  a.plan.sound.streams.at(0).fate = stream_fate::encoded;
+  a.plan.chapters = {0, 30};
+  begin({a});
+  make(a);
+  app.add("a.m2v.part", testing_support::small_video());
+  app.add("a.ac3.part", std::string(1'440'000, 'x'));
+  feed(complete);
+  wait_for_ends(1);
+  EXPECT_THAT(ended, ElementsAre("0: "));
+  EXPECT_THAT(notes, ElementsAre("the last 1:00 of it could not be read and are missing"));
+  EXPECT_EQ(app.read("a.ac3").size(), 768u * 2);
+  EXPECT_THAT(run->jobs()[0].plan.chapters, ElementsAre(0));
+  EXPECT_THAT(app.read("CorvaneIMPORT.txt"), HasSubstr("a.mp4\" was imported, but the last 1:00"));
+}
+
+TEST_F(ImportRun, ASourceThatIsCutOffWhileItIsReadIsNotImported) {
+  import_job a = job("a.mp4");
+  a.plan.source_bytes = 1000;
+  begin({a});
+  make(a);
+  app.add("a.m2v.part", testing_support::small_video());
+  app.add("a.ac3.part", std::string(1'440'000, 'x'));
+  feed(complete);
+  wait_for_ends(1);
+  EXPECT_THAT(ended, ElementsAre(HasSubstr("0: the file was changed, or went away, while it was "
+                                           "read: the last 1:00 of it")));
+  EXPECT_FALSE(file_exists(a.files.video));
+  EXPECT_FALSE(file_exists(a.files.video + ".part"));
 }
 
 TEST_F(ImportRun, FailsWhereTheToolHasMadeNothing) {

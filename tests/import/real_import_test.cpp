@@ -4,10 +4,13 @@
 #include "examine/examination.h"
 #include "import/copy_gaps.h"
 #include "import/disc_budget.h"
+#include "import/encoder_complaints.h"
 #include "import/finish_import.h"
 #include "import/import_script.h"
+#include "import/short_film.h"
 #include "made_source.h"
 #include "runner/script_interpreter.h"
+#include "support/full_disk_posix.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -522,6 +525,63 @@ TEST_F(RealImport, WhatHasComeMeanwhileIsNotReplaced) {
   EXPECT_NE(why->find("ready.ac3: "), std::string::npos) << *why;
   EXPECT_EQ(files_in(folder_.path("out")), std::vector<std::string>{"ready.ac3"});
   EXPECT_EQ(folder_.read("out/ready.ac3"), "another's");
+}
+
+// What cannot be read or written ------------------------------------------------------------------
+
+// ffmpeg is content with what it gets.
+TEST_F(InStep, ASourceThatIsCutOffMakesAShorterTitle) {
+  titleset_demands pal;
+  pal.standard = video_standard::pal;
+  import_job job = job_for("early.mkv", facts(2, 0, "pcm_s16le"), {}, pal);
+  const std::string whole = *read_file(job.source, 1u << 30);
+  job.source = folder_.add("cut.mkv", whole.substr(0, whole.size() / 2));
+  job.plan.chapters = {0, 11};
+  ASSERT_TRUE(run(job));
+  const double missing = missing_seconds(job);
+  EXPECT_GT(missing, 3);
+  EXPECT_LT(missing, 9);
+  ASSERT_EQ(end_earlier(job, missing), std::nullopt);
+  EXPECT_EQ(job.plan.chapters, std::vector<double>{0});
+  ASSERT_EQ(finish_import(job), std::nullopt);
+  EXPECT_EQ(findings(job), nothing);
+  EXPECT_NEAR(video_of_job(job).seconds, 12 - missing, 0.001);
+  EXPECT_NEAR(seconds_of(sound_of_job(job).length), 12 - missing, 0.04);
+}
+
+TEST_F(InStep, AWholeFilmLacksNothing) {
+  const import_job job = job_for("late.mp4", facts(0, 0.5, "aac"));
+  ASSERT_TRUE(run(job));
+  EXPECT_EQ(missing_seconds(job), 0);
+  remove_unfinished(job);
+}
+
+// Only root can have a disk of its own. Where the very last bytes do not fit, ffmpeg says so and
+// ends with status 0.
+TEST_F(RealImport, AFullDiskIsNoticedHoweverLittleIsMissing) {
+  source_stream video = made_video(640, 360, {30, 1});
+  video.length = 4;
+  import_choices choices;
+  choices.quality = import_quality::constant;
+  import_job job = job_for("phone.mp4", made_source(video, made_sound("aac", 1)), choices);
+  import(job);
+  std::uintmax_t bytes = 0;
+  for (const std::string& file : job.files.all())
+    bytes += file_size(file).value_or(0);
+  for (const unsigned lacking : {2u, 10u, 30u, 300u}) {
+    const testing_support::temporary_folder small;
+    const testing_support::disk_of_its_own disk(small,
+                                                static_cast<unsigned>(bytes / 1024) - lacking);
+    if (!disk.is_there())
+      GTEST_SKIP() << "no disk of its own can be made for the test";
+    job.files = import_names(small.path(), job.source, job.plan, entry_exists);
+    quiet_host host(folder_.path("app/bin"));
+    const bool ended_well = run_script(import_script({job}, folder_.path("app")), host);
+    EXPECT_EQ(ended_well, lacking < 40) << host.printed;
+    EXPECT_EQ(writing_trouble_in(host.printed), "the disk is full") << host.printed;
+    remove_unfinished(job);
+    EXPECT_EQ(files_in(small.path()), nothing);
+  }
 }
 
 }  // namespace

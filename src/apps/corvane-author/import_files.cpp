@@ -160,6 +160,10 @@ class console_import {
     all_well_ = all_well_ && doc_.p.saved == 1;
     for (const std::string& file : job.files.all())
       out_.line(file);
+    if (!end.note.empty()) {
+      all_well_ = false;
+      out_.message("\"" + job.source + "\" was imported, but " + end.note + ".");
+    }
   }
 
   const author_arguments& arguments_;
