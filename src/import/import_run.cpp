@@ -4,6 +4,7 @@
 #include "import/encoder_progress.h"
 #include "import/finish_import.h"
 #include "import/short_film.h"
+#include "import/unfinished_imports.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "runner/output_lines.h"
@@ -62,6 +63,7 @@ failure import_run::start() {
   if (!lock_.take())
     return "another run of the program is going on";
   remove_all(join_path(app_, run_file::import_log));
+  remove_left_imports(app_);
   running_ = true;
   began_ = clock();
   job_ = 0;
@@ -80,6 +82,7 @@ void import_run::begin_script() {
   script_end_.reset();
   tell();
   const std::string script = join_path(app_, run_file::import_script);
+  note_unfinished(app_, jobs_[job_]);  // if it cannot be written, nor can the script
   if (const failure why = write_file(script, import_script({jobs_[job_]}, app_))) {
     lock_.release();
     script_end_ = "\"" + script + "\" cannot be written: " + *why;
@@ -123,6 +126,8 @@ std::string import_run::join_logs() {
 }
 
 void import_run::finished(const run_end& end) {
+  // Nobody else may take what is being finished for something left behind.
+  lock_.take();
   const std::string trouble = writing_trouble_in(join_logs());
   if (!trouble.empty())
     script_end_ = trouble;
@@ -195,6 +200,7 @@ void import_run::end_job(std::string problem, std::string note) {
     remove_unfinished(jobs_[job_]);
     note.clear();
   }
+  remove_left_imports(app_);
   done_before_ += work_of(jobs_[job_]);
   const import_end end{job_, std::move(problem), std::move(note)};
   log_end(end);
@@ -210,6 +216,7 @@ void import_run::next() {
     if (events_.ended)
       events_.ended({job_, "another run of the program is going on", {}});
   running_ = false;
+  lock_.release();
   if (events_.done)
     events_.done(stopping_);
 }

@@ -5,8 +5,12 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
+#include <map>
+#include <thread>
 
 namespace corvane {
 namespace {
@@ -111,6 +115,126 @@ TEST_F(ImportProgram, CtrlCEndsTheToolAndLeavesNothing) {
   EXPECT_TRUE(wait_until([&] { return !process_runs(tool); }));
   EXPECT_THAT(files_in(to()), IsEmpty());
   EXPECT_EQ(folder_.read("film.cvp"), before);
+}
+
+/// Files of an import that are not under their own names.
+std::vector<std::string> temporary_ones(const std::string& folder) {
+  std::vector<std::string> left;
+  for (const std::string& name : files_in(folder))
+    if (name.ends_with(".part") || name.ends_with(".log"))
+      left.push_back(name);
+  return left;
+}
+
+/// Stops imports of two files, which go on for about so long, at moments all over that time.
+class StoppedImport : public ImportProgram {
+ protected:
+  static constexpr int moments = 36;
+  StoppedImport()
+      : file_(film("phone.mp4",
+                   "-f lavfi -i testsrc2=s=352x288:r=25 -f lavfi -i sine=r=44100 -t 1 -c:v mpeg4 "
+                   "-c:a aac")),
+        other_(folder_.path("other.mp4")) {
+    EXPECT_EQ(std::system(("cp '" + file_ + "' '" + other_ + "'").c_str()), 0);
+    const auto began = std::chrono::steady_clock::now();
+    EXPECT_EQ(run_as(import_to("whole")), 0) << stderr_;
+    takes_ = std::chrono::steady_clock::now() - began;
+    whole_ = sizes("whole");
+  }
+
+  program_start import_to(const std::string& name) const {
+    return start({"--import", file_, other_, "--to", folder_.path(name), "--rate", "4000",
+                  folder_.path(name + ".cvp")});
+  }
+  std::map<std::string, std::uintmax_t> sizes(const std::string& name) const {
+    std::map<std::string, std::uintmax_t> all;
+    for (const std::string& file : files_in(folder_.path(name)))
+      all[file] = file_size(folder_.path(name + "/" + file)).value_or(0);
+    return all;
+  }
+  void wait_until_moment(int number) const {
+    std::this_thread::sleep_for(takes_ * number / moments);
+  }
+  std::string project_text(const std::string& name) const {
+    const std::string file = folder_.path(name + ".cvp");
+    return file_exists(file) ? folder_.read(name + ".cvp") : "";
+  }
+
+  /// Whatever has a name of its own is whole.
+  void expect_whole_files(const std::string& name) const {
+    for (const auto& [file, size] : sizes(name)) {
+      if (file.ends_with(".part") || file.ends_with(".log"))
+        continue;
+      EXPECT_EQ(size, whole_.at(file)) << file;
+    }
+  }
+  /// Each title is there with both of its files, and no file is without its title.
+  void expect_titles_of_files(const std::string& name) const {
+    const std::string project = project_text(name);
+    for (const char* const stem : {"phone", "other"}) {
+      const bool is_title = project.find(std::string(stem) + ".m2v/") != std::string::npos;
+      for (const char* const ending : {".m2v", ".ac3"})
+        EXPECT_EQ(file_exists(folder_.path(name + "/" + stem + ending)), is_title) << stem;
+    }
+  }
+
+  std::string file_, other_;
+  std::chrono::duration<double> takes_{};
+  std::map<std::string, std::uintmax_t> whole_;
+};
+
+TEST_F(StoppedImport, LeavesNoHalfFileAtAnyMoment) {
+  for (int moment = 0; moment < moments; ++moment) {
+    const std::string name = "to" + std::to_string(moment);
+    SCOPED_TRACE(name);
+    running_program program(import_to(name));
+    wait_until_moment(moment);
+    program.send(moment % 2 == 0 ? SIGINT : SIGTERM);
+    program.wait();
+    EXPECT_THAT(temporary_ones(folder_.path(name)), IsEmpty());
+    expect_whole_files(name);
+    expect_titles_of_files(name);
+  }
+}
+
+TEST_F(StoppedImport, AKilledToolFailsItsFileAlone) {
+  for (int moment = 0; moment < moments; moment += 4) {
+    const std::string name = "to" + std::to_string(moment);
+    SCOPED_TRACE(name);
+    const pid_t before = tool_process("ffmpeg");
+    running_program program(import_to(name));
+    pid_t tool = -1;
+    ASSERT_TRUE(wait_until([&] {
+      tool = tool_process("ffmpeg");
+      return tool > 0 && tool != before;
+    }));
+    wait_until_moment(moment / 6);
+    if (process_runs(tool))
+      ::kill(tool, SIGKILL);
+    program.wait();
+    EXPECT_THAT(temporary_ones(folder_.path(name)), IsEmpty());
+    expect_whole_files(name);
+    expect_titles_of_files(name);
+  }
+}
+
+TEST_F(StoppedImport, WhatTheKilledProgramHasLeftGoesWithTheNext) {
+  for (int moment = 0; moment < moments; moment += 3) {
+    const std::string name = "to" + std::to_string(moment);
+    SCOPED_TRACE(name);
+    {
+      running_program program(import_to(name));
+      wait_until_moment(moment);
+      program.send(SIGKILL);
+      program.wait();
+    }
+    expect_whole_files(name);
+    EXPECT_EQ(run({"--import", file_, "--to", folder_.path(name), "--constant", "20",
+                   folder_.path("next" + std::to_string(moment) + ".cvp")}),
+              0)
+        << stderr_;
+    EXPECT_THAT(temporary_ones(folder_.path(name)), IsEmpty());
+  }
 }
 
 TEST_F(ImportProgram, WithoutFfmpegItIsSaidHowToGetIt) {

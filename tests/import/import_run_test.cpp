@@ -2,6 +2,7 @@
 #include "import/import_run.h"
 
 #include "import/import_batch.h"
+#include "import/unfinished_imports.h"
 #include "made_source.h"
 #include "platform/files/paths.h"
 #include "support/fake_run.h"
@@ -180,6 +181,28 @@ TEST_F(ImportRun, ASourceThatIsCutOffWhileItIsReadIsNotImported) {
                                            "read: the last 1:00 of it")));
   EXPECT_FALSE(file_exists(a.files.video));
   EXPECT_FALSE(file_exists(a.files.video + ".part"));
+}
+
+TEST_F(ImportRun, WhatAKilledProgramHasLeftIsRemoved) {
+  const import_job lost = job("lost.mpg", true), next = job("next.mpg", true);
+  make(lost);
+  ASSERT_EQ(note_unfinished(app.path(), lost), std::nullopt);
+  begin({next});
+  EXPECT_FALSE(file_exists(lost.files.video + ".part"));
+  EXPECT_THAT(app.read(run_file::unfinished_import), HasSubstr("next.m2v.part\n"));
+  run->stop();
+  EXPECT_FALSE(file_exists(app.path(run_file::unfinished_import)));
+}
+
+TEST_F(ImportRun, NobodyElseMayBeginWhileStreamsAreFinished) {
+  const import_job a = job("a.mpg", true);
+  begin({a});
+  make(a);
+  feed(complete);
+  EXPECT_TRUE(lock.held());
+  wait_for_ends(1);
+  EXPECT_FALSE(lock.held());
+  EXPECT_FALSE(file_exists(app.path(run_file::unfinished_import)));
 }
 
 TEST_F(ImportRun, FailsWhereTheToolHasMadeNothing) {

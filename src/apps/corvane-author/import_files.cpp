@@ -4,6 +4,7 @@
 #include "apps/corvane-author/console_prompts.h"
 #include "import/import_list.h"
 #include "import/import_run.h"
+#include "import/unfinished_imports.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "platform/files/program_folder.h"
@@ -71,7 +72,15 @@ class console_import {
     return true;
   }
 
+  /// Their names would be taken.
+  void remove_what_was_left() {
+    folder_lock lock(app_);
+    if (lock.take())
+      remove_left_imports(app_);
+  }
+
   int plan_and_run() {
+    remove_what_was_left();
     import_list list(folder_);
     list.follow(doc_.p);
     list.choose(arguments_.choices);
