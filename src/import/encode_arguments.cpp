@@ -152,6 +152,8 @@ argument_list video_encoder(const picture_work& work, const video_bits& bits,
                      "10",
                      "-mbd",
                      "rd",
+                     "-trellis",  // as large a gain as all else together
+                     "1",
                      "-b:v",
                      number(constant ? bits.peak : bits.mean),
                      "-maxrate",
