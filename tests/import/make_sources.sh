@@ -63,6 +63,12 @@ ff -f lavfi -i "$(picture 640x480 30)" -f lavfi -i "$(tone 48000)" \
 # shellcheck disable=SC2086
 ff -f lavfi -i "testsrc2=size=704x480:rate=30000/1001:duration=5,noise=alls=35:allf=t" \
   -f lavfi -i "anoisesrc=sample_rate=48000:duration=5" $h264 -crf 8 -c:a flac -ac 6 noise.mkv
+# Hard to code for its size, now more and now less.
+ff -f lavfi -i "testsrc2=size=352x240:rate=30000/1001:duration=25,noise=alls=14:allf=t" \
+  -f lavfi -i "mandelbrot=size=352x240:rate=30000/1001:end_pts=300" \
+  -f lavfi -i "anoisesrc=sample_rate=48000:duration=60:amplitude=0.2" \
+  -filter_complex "[1]format=yuv420p,setsar=1[m];[0][m]concat,setsar=10/11[v]" \
+  -map '[v]' -map 2 -t 60 -c:v mpeg4 -q:v 3 -c:a ac3 -b:a 192k -ac 2 filling.mkv
 # A camera's fields.
 ff -f lavfi -i "$(picture 720x540 50)" -f lavfi -i "$(tone 48000)" \
   -vf interlace,setsar=4/3 -c:v mpeg2video -flags +ilme+ildct -top 1 -b:v 6M -c:a mp2 camera.ts

@@ -6,6 +6,7 @@
 #include "import/disc_budget.h"
 #include "import/encoder_complaints.h"
 #include "import/finish_import.h"
+#include "import/import_bits.h"
 #include "import/import_script.h"
 #include "import/short_film.h"
 #include "made_source.h"
@@ -17,6 +18,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -582,6 +584,63 @@ TEST_F(RealImport, AFullDiskIsNoticedHoweverLittleIsMissing) {
     remove_unfinished(job);
     EXPECT_EQ(files_in(small.path()), nothing);
   }
+}
+
+// A disc that is filled
+// -----------------------------------------------------------------------------
+
+class FilledDisc : public RealImport {
+ protected:
+  /// Authors the titles and gives the bytes of all files of the disc.
+  double bytes_of_disc(const std::vector<import_job>& jobs) {
+    std::string xml = "<dvdauthor><vmgm/><titleset><titles><video format=\"ntsc\"/>";
+    for (const import_job& job : jobs) {
+      const std::string stream = job.files.video + ".mpg";
+      command("mplex -v 0 -f 8 -o '" + stream + "' '" + job.files.video + "' '" +
+              job.files.sounds.at(0) + "'");
+      xml += "<pgc><vob file=\"" + stream + "\"/></pgc>";
+    }
+    command("VIDEO_FORMAT=NTSC dvdauthor -o '" + folder_.path("disc") + "' -x '" +
+            folder_.add("disc.xml", xml + "</titles></titleset></dvdauthor>") + "'");
+    double bytes = 0;
+    for (const auto& file : fs::directory_iterator(path_of(folder_.path("disc/VIDEO_TS"))))
+      bytes += static_cast<double>(file.file_size());
+    return bytes;
+  }
+
+ private:
+  void command(const std::string& line) {
+    const std::string whole = line + " >'" + folder_.path("printed") + "' 2>&1";
+    EXPECT_EQ(std::system(whole.c_str()), 0) << folder_.read("printed");
+  }
+};
+
+// Pictures of a quarter of the usual size, at a rate that is high for them. The tables are counted
+// as 2 MB, which is nothing on a disc and much of this one.
+TEST_F(FilledDisc, TwoTitlesComeWithinTwoPercentOfItAndNotAbove) {
+  constexpr std::uint64_t tables = 2'000'000, capacity = 45'000'000;
+  titleset_demands quarter;
+  quarter.standard = video_standard::ntsc;
+  quarter.size = picture_size{352, 240};
+  source_stream video = made_video(352, 240, {30000, 1001}, source_ratio{10, 11});
+  video.length = 60;
+  std::vector<import_job> jobs;
+  for (int i = 0; i < 2; ++i) {
+    jobs.push_back(job_for("filling.mkv", made_source(video, made_sound("ac3")), {}, quarter));
+    jobs.back().files = import_names(folder_.path("out"), std::to_string(i) + ".mkv",
+                                     jobs.back().plan, entry_exists);
+  }
+  import_choices choices;
+  choices.disc_bytes = capacity;
+  ASSERT_EQ(settle_bits(jobs, choices, 0), std::nullopt);
+  for (const import_job& job : jobs) {
+    ASSERT_TRUE(run(job));
+    ASSERT_EQ(finish_import(job), std::nullopt);
+  }
+  const double bytes = bytes_of_disc(jobs);
+  RecordProperty("bytes", static_cast<int>(bytes));
+  EXPECT_LE(bytes, static_cast<double>(capacity));
+  EXPECT_GE(bytes, 0.98 * static_cast<double>(capacity - tables));
 }
 
 }  // namespace
