@@ -396,21 +396,24 @@ std::string import_list::estimate() const {
   const std::size_t count = importable();
   if (count == 0)
     return {};
-  double seconds = 0;
+  double seconds = 0, takes = 0;
   std::int64_t mean = 0;
   for (const entry& e : entries_) {
     if ((e.now != stage::planned && e.now != stage::failed) || !e.plan.problem.empty())
       continue;
     seconds += e.plan.job.plan.seconds;
+    takes += expected_seconds(e.plan.job, speeds_);
     if (e.plan.job.plan.video.fate == stream_fate::encoded)
       mean = std::max(mean, e.plan.job.bits.mean);
   }
   std::string text = count_text(count, "file", "files") + ", " + clock_text(seconds) + " of film";
   if (choices_.quality == import_quality::constant && mean > 0)
-    return text + "; with constant quality the pictures decide how large it becomes";
+    return text + ": " + duration_text(takes) +
+           "; with constant quality the pictures decide how large it becomes";
   text += ": about " + bytes_text(bytes());
   if (const auto free = free_bytes())
     text += " of " + bytes_text(*free) + " that are free there";
+  append(text, duration_text(takes));
   if (mean > 0)
     text += "; video of " + rate_text(static_cast<double>(mean));
   return text;

@@ -8,6 +8,7 @@
 #include "examine/item_summary.h"
 #include "import/import_batch.h"
 #include "import/import_run.h"
+#include "import/import_speeds.h"
 #include "project/project.h"
 
 #include <cstddef>
@@ -26,6 +27,9 @@ class import_list {
   /// What the project asks of titles, and how much of the disc is taken. The beginnings of its
   /// first title's files are read.
   void follow(const project& p);
+
+  /// How fast this machine imports, as far as it is known.
+  void expect(import_speeds speeds) { speeds_ = std::move(speeds); }
 
   /// A file (native path) at the end; false if it is in the list already.
   bool add(const std::string& file);
@@ -72,8 +76,8 @@ class import_list {
   /// All that is known of a file: its streams with what becomes of each. No video is named.
   item_summary summary(std::size_t row) const;
 
-  /// "2 files, 1:32:05 of film: about 4.2 GB, 120.3 GB are free there; video of 6.1 Mb/s"; empty
-  /// without files to import.
+  /// "2 files, 1:32:05 of film: about 4.2 GB of 65.3 GB that are free there, about 25 min; video of
+  /// 6.1 Mb/s"; empty without files to import.
   std::string estimate() const;
 
   /// Why nothing can be imported now, and what to do: sentences; or empty.
@@ -119,6 +123,7 @@ class import_list {
   video_standard preferred_ = video_standard::ntsc;
   std::uint64_t used_ = 0;
   std::string problem_;
+  import_speeds speeds_;
 };
 
 /// "file 2 of 3: film.mkv, second pass, 84 pictures a second, about 2 min left".

@@ -75,6 +75,8 @@ class planner {
   void plan_video() {
     plan_.video.stream = video_->index;
     plan_.video.work = picture_work_for(*video_, plan_.demands, choices_);
+    plan_.video.codec = video_->codec;
+    plan_.video.size = {video_->video.width, video_->video.height};
     if (const auto why = why_not_copied(*video_, plan_.demands)) {
       why_encoded_ = *why + "; it becomes MPEG-2, " + work_text(video_->video, plan_.video.work);
     } else {

@@ -21,6 +21,8 @@ namespace corvane {
 struct video_plan {
   int stream = 0;  ///< its index in the source
   stream_fate fate = stream_fate::encoded;
+  std::string codec{};             ///< of the source, FFmpeg's name
+  picture_size size{};             ///< likewise, as it is coded
   picture_work work{};             ///< of encoding; of a copy, how it would be encoded
   bool may_need_pulldown = false;  ///< of a copy: film that may not have it yet
 };

@@ -3,6 +3,7 @@
 #include "import/encoder_complaints.h"
 #include "import/encoder_progress.h"
 #include "import/finish_import.h"
+#include "import/import_speeds.h"
 #include "import/short_film.h"
 #include "import/unfinished_imports.h"
 #include "platform/files/files.h"
@@ -79,6 +80,7 @@ double import_run::work_of(const import_job& job) const {
 void import_run::begin_script() {
   now_ = {job_, has_two_passes(jobs_[job_]), false, now_.percent, {}, now_.seconds_left};
   in_pass_ = 0;
+  job_began_ = clock();
   script_end_.reset();
   tell();
   const std::string script = join_path(app_, run_file::import_script);
@@ -183,6 +185,15 @@ void import_run::take_finished() {
   end_job(std::move(done.problem), std::move(done.note));
 }
 
+/// For what is told before the next import. A file that cannot be written costs it its guess.
+void import_run::keep_speed() const {
+  import_speeds speeds = read_import_speeds(app_);
+  const import_speeds before = speeds;
+  learn_speed(speeds, jobs_[job_], clock() - job_began_);
+  if (speeds != before)
+    replace_file(join_path(app_, run_file::import_speeds), import_speeds_text(speeds));
+}
+
 /// The script's own log does not name what was found behind it.
 void import_run::log_end(const import_end& end) {
   const std::string& what = end.problem.empty() ? end.note : end.problem;
@@ -199,6 +210,8 @@ void import_run::end_job(std::string problem, std::string note) {
   if (!problem.empty()) {
     remove_unfinished(jobs_[job_]);
     note.clear();
+  } else {
+    keep_speed();
   }
   remove_left_imports(app_);
   done_before_ += work_of(jobs_[job_]);

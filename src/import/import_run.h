@@ -93,6 +93,7 @@ class import_run : private run_listener {
   void take_finished();
   void end_job(std::string problem, std::string note = {});
   void log_end(const import_end& end);
+  void keep_speed() const;
   void finish_streams();
   std::string join_logs();
   void tell();
@@ -113,6 +114,7 @@ class import_run : private run_listener {
   import_progress now_;
   double began_ = 0;        ///< of the clock, seconds
   double done_before_ = 0;  ///< work of the imports before this one
+  double job_began_ = 0;    ///< likewise
   double in_pass_ = 0;      ///< seconds of film done in this pass
 };
 

@@ -182,6 +182,23 @@ TEST_F(ImportList, OneThatFailsIsNamedWithItsReason) {
   EXPECT_EQ(again[0].source, folder.path("a.mp4"));
 }
 
+TEST_F(ImportList, TellsHowLongItWillTake) {
+  add_film("a.mp4", 3600);
+  add_film("b.mp4", 1800);
+  import_choices choices;
+  choices.quality = import_quality::mean_rate;
+  list.choose(choices);
+  import_speeds speeds;
+  learn_speed(speeds, list.begin().at(0), 2000);
+  list.give_up();
+  list.expect(speeds);
+  EXPECT_THAT(list.estimate(), testing::HasSubstr(" that are free there, about 50 min; video of "));
+  choices.quality = import_quality::constant;
+  list.choose(choices);
+  EXPECT_THAT(list.estimate(),
+              StartsWith("2 files, 1:30:00 of film: about 25 min; with constant quality"));
+}
+
 TEST_F(ImportList, AFilmWhoseEndIsMissingIsNotCalledComplete) {
   add_film("a.mp4");
   list.begin();

@@ -84,6 +84,7 @@ class console_import {
     import_list list(folder_);
     list.follow(doc_.p);
     list.choose(arguments_.choices);
+    list.expect(read_import_speeds(app_));
     for (const std::string& file : files_)
       list.add(file);
     while (const auto file = list.next_unknown())

@@ -182,6 +182,7 @@ import_window::import_window(main_window& main, lent_project lent,
   name_control(*this, "import");
   SetIcons(program_icon());
   list_.follow(lent_.doc().p);
+  list_.expect(read_import_speeds(main_.app()));
   const int gap = FromDIP(layout::group_gap);
   auto* const groups = new wxBoxSizer(wxVERTICAL);
   groups->Add(make_files(), wxSizerFlags(1).Expand());
@@ -755,6 +756,7 @@ void import_window::run_has_ended(bool stopped) {
   outcome_ = (stopped ? "The import was stopped.  " : "") + list_.outcome() + ".";
   all_well_ = !stopped && list_.all_done();
   list_.follow(lent_.doc().p);
+  list_.expect(read_import_speeds(main_.app()));
   let_choose(true);
   show_choices();
   show_all();
