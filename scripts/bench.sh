@@ -124,6 +124,20 @@ sample() {
       sed -n 's/^ *less one polling interval of 0.1 s: \([0-9.]*\).*/\1/p' "$work/sample.txt")"
 }
 
+# Films by corvane-author --import against ffmpeg's commands by hand, cat, and ffmpeg's own settings.
+imports() {
+  echo "Imports"
+  runs=5 seconds=40
+  [ $quick = no ] || runs=3 seconds=15
+  CORVANE_BIN="$bin" CORVANE_WORK="$work/import" ./bench/import_bench.sh $runs $seconds 2000 >"$work/import.txt"
+  told() { awk -v name="$1" '$1 == name { printf "%s / %s s: %s", $2, $3, $4 }' "$work/import.txt"; }
+  row "Import of a film of $seconds s in two passes / the same ffmpeg commands from sh" "1.03" "$(told encode)"
+  row "Import of 2 GB that a disc takes as it is / \`cat\` of it into another file" "2" "$(told copy)"
+  row "Pictures of an import, in two passes / of \`ffmpeg -target ntsc-dvd\` at the same mean rate: $(
+    awk '$1 == "psnr" { printf "%s%s of %s kb/s", before, $2, $5; before = ", " }' "$work/import.txt")" "not lower" "$(
+    awk '$1 == "psnr" { printf "%s%.1f / %.1f", before, $3, $4; before = ", " } END { print " dB" }' "$work/import.txt")"
+}
+
 # A stream of 2 GB, the sample's again and again; gone when it is measured.
 video() {
   echo "The index and the examination of a video file"
@@ -259,6 +273,7 @@ disc() {
 }
 
 sample
+imports
 runner
 project
 video
