@@ -7,8 +7,9 @@ namespace {
 
 // Behind their start code: in the fourth byte of a sequence header, proportions and rate.
 constexpr std::size_t aspect_and_rate = 3;
-constexpr unsigned rate_of_film = 1;   // 24000/1001
-constexpr unsigned rate_of_video = 4;  // 30000/1001
+constexpr unsigned rate_of_film = 1;        // 24000/1001
+constexpr unsigned rate_of_whole_film = 2;  // 24
+constexpr unsigned rate_of_video = 4;       // 30000/1001
 
 // In the second byte of a sequence extension.
 constexpr unsigned progressive_sequence = 0x08;
@@ -22,6 +23,11 @@ constexpr unsigned progressive_frame = 0x80;
 
 std::uint8_t byte_of(unsigned bits) {
   return static_cast<std::uint8_t>(bits);
+}
+
+/// How many fields of 60000/1001 a second begin before a picture does.
+std::uint64_t fields_before(std::uint64_t picture, unsigned rate) {
+  return rate == rate_of_film ? (5 * picture + 1) / 2 : (2500 * picture + 1000) / 1001;
 }
 
 }  // namespace
@@ -39,22 +45,25 @@ void video_finisher::change(std::uint64_t position, std::uint8_t before, std::ui
 void video_finisher::look_at_sequence(std::uint64_t position, const std::uint8_t* bytes) {
   unsigned rate = bytes[aspect_and_rate] & 0x0Fu;
   const unsigned aspect = bytes[aspect_and_rate] >> 4;
-  const bool film = rate == rate_of_film;
-  if (what_.pulldown && is_film_.value_or(film) != film)
+  if (what_.pulldown && rate_.value_or(rate) != rate)
     fail("the rate of the pictures changes");
-  is_film_ = film;
-  if (what_.pulldown && film)
+  rate_ = rate;
+  if (what_.pulldown && is_film())
     rate = rate_of_video;
   change(position + 4 + aspect_and_rate, bytes[aspect_and_rate], byte_of(aspect << 4 | rate));
 }
 
+bool video_finisher::is_film() const {
+  return rate_ == rate_of_film || rate_ == rate_of_whole_film;
+}
+
 void video_finisher::look_at_extension(std::uint64_t position, const std::uint8_t* bytes) {
-  if (!what_.pulldown || !is_film_.value_or(false))
+  if (!what_.pulldown || !is_film())
     return;
   video_shape shape{.rate_numerator = 1};
   if (read_sequence_extension(bytes, shape)) {
     if (shape.rate_numerator != 1 || shape.rate_denominator != 1)
-      fail("the rate of the pictures is not 23.976");
+      fail("the rate of the pictures is neither 23.976 nor 24");
     // In a progressive sequence the same flag repeats whole pictures.
     change(position + 5, bytes[1], byte_of(bytes[1] & ~progressive_sequence));
   } else if (read_picture_extension(bytes)) {
@@ -65,10 +74,12 @@ void video_finisher::look_at_extension(std::uint64_t position, const std::uint8_
 void video_finisher::set_repeated_field(std::uint64_t position, const std::uint8_t* bytes) {
   if ((bytes[2] & structure_bits) != whole_frame || (bytes[4] & progressive_frame) == 0)
     fail("it has pictures whose fields are of different moments");
-  // Three fields, two, three, two. The one behind a picture of three fields begins with the other
-  // field: top bottom top, bottom top, bottom top bottom, top bottom.
-  const bool three = shown_ % 2 == 0;
-  const bool top = shown_ % 4 == 0 || shown_ % 4 == 3;
+  // Three fields, two, three, two; of 24 pictures a second now and then two once more. The one
+  // behind a picture of three fields begins with the other field: top bottom top, bottom top,
+  // bottom top bottom, top bottom.
+  const std::uint64_t begin = fields_before(shown_, *rate_);
+  const bool three = fields_before(shown_ + 1, *rate_) - begin == 3;
+  const bool top = begin % 2 == 0;
   const unsigned others = bytes[3] & ~(top_field_first | repeat_first_field);
   change(position + 4 + 3, bytes[3],
          byte_of(others | (top ? top_field_first : 0) | (three ? repeat_first_field : 0)));

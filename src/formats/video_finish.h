@@ -1,7 +1,7 @@
 // What an MPEG-2 video stream lacks for a disc when its encoder has ended, set in its headers
 // without a picture being coded again: the code at its end, and the repeated fields that make
-// film of 23.976 pictures a second NTSC video of 29.97 (pulldown). Proportions alone are set by
-// formats/aspect_code.h.
+// film of 23.976 or 24 pictures a second NTSC video of 29.97 (pulldown). Proportions alone are set
+// by formats/aspect_code.h.
 //
 // The stream is taken in slices of any size, in constant memory, and comes out as changes of single
 // bytes: most of a stream stays as it is, and a file can be changed in its place.
@@ -23,8 +23,10 @@ struct video_finish {
   bool end_code = false;
 
   /// Each second picture is shown for three fields, and the stream states 30000/1001 pictures a
-  /// second. For streams that state 24000/1001; of any other rate nothing is changed. Each group of
-  /// pictures must begin with a header and number its pictures from 0, as encoders do.
+  /// second. For streams that state 24000/1001, and for those that state 24, of which one picture
+  /// in a thousand is a field shorter, so that none is late; of any other rate nothing is changed.
+  /// Each group of pictures must begin with a header and number its pictures from 0, as encoders
+  /// do.
   bool pulldown = false;
 
   bool operator==(const video_finish&) const = default;
@@ -62,6 +64,7 @@ class video_finisher final : private start_code_sink {
   void start_code_found(std::uint8_t code, std::uint64_t position,
                         const std::uint8_t* bytes) override;
   void look_at_sequence(std::uint64_t position, const std::uint8_t* bytes);
+  bool is_film() const;
   void look_at_extension(std::uint64_t position, const std::uint8_t* bytes);
   void set_repeated_field(std::uint64_t position, const std::uint8_t* bytes);
   void change(std::uint64_t position, std::uint8_t before, std::uint8_t value);
@@ -70,8 +73,8 @@ class video_finisher final : private start_code_sink {
   video_finish what_;
   std::vector<byte_change> changes_;
   failure why_not_;
-  std::optional<bool> is_film_;  // whether the stream states 24000/1001; not set: no header yet
-  std::uint64_t pictures_ = 0;   // before the group
+  std::optional<unsigned> rate_;  // the code that the stream states; not set: no header yet
+  std::uint64_t pictures_ = 0;    // before the group
   std::uint64_t in_group_ = 0;
   std::uint64_t shown_ = 0;  // the number of the picture, from 0, in the order of display
   std::optional<std::uint8_t> last_code_;

@@ -84,6 +84,12 @@ bool is_even(const source_video& v, double rate, double of_disc) {
   return times > 0.9 && is_near(times, std::round(times), v.variable_rate ? 0.04 : 0.005);
 }
 
+/// Pictures of 24 a second are not brought to 24000/1001: one in a thousand would be left out, and
+/// the others up to half a picture early or late.
+source_ratio rate_of_film(const source_video& v, double rate) {
+  return !v.variable_rate && is_near(rate, 24, 0.0004) ? source_ratio{24, 1} : film_rate;
+}
+
 /// 24 becomes 25 as 24000/1001 does, by its own factor, so that sound can be resampled exactly.
 source_ratio speed_of_film(double rate) {
   return is_near(rate, 24, 0.0004) ? source_ratio{25, 24} : source_ratio{25025, 24000};
@@ -112,7 +118,7 @@ void plan_motion(picture_work& work, const source_video& v, video_standard stand
     work.speed = speed_of_film(rate);
   else if (standard == video_standard::ntsc && is_film(v, rate)) {
     work.motion = picture_motion::film;
-    work.rate = film_rate;
+    work.rate = rate_of_film(v, rate);
   } else if (!is_even(v, rate, of_disc)) {
     work.motion = picture_motion::made_fields;
   }

@@ -22,7 +22,7 @@ namespace corvane {
 
 enum class picture_motion {
   progressive,  ///< whole pictures at the disc's rate
-  film,         ///< whole pictures, 24000/1001 a second, to be finished by pulldown
+  film,         ///< whole pictures, 24000/1001 or 24 a second, to be finished by pulldown
   kept_fields,  ///< the source's
   made_fields,  ///< of pictures at twice the disc's rate
 };

@@ -130,6 +130,24 @@ TEST(VideoFinish, PulldownGoesByTheOrderOfDisplay) {
                                                          "10"}));                 // 7
 }
 
+// 24 pictures a second take 2.4975 fields each: after a thousand of them a field less than 2.5.
+TEST(VideoFinish, PulldownOfWholeFilmKeepsItsTimes) {
+  std::string stream = sequence(2);
+  for (unsigned n = 0; n < 1001; ++n)
+    stream += (n % 10 == 0 ? group : std::string()) + picture(n % 10);
+  EXPECT_FALSE(finish_video(stream, {.pulldown = true}));
+  const std::vector<std::string> pictures = fields_of(stream);
+  ASSERT_EQ(pictures.size(), 1001u);
+  unsigned fields = 0;
+  for (std::size_t n = 0; n < pictures.size(); ++n) {
+    EXPECT_NEAR(fields * 1001.0 / 60000, static_cast<double>(n) / 24, 1001.0 / 60000) << n;
+    EXPECT_EQ(pictures[n][0], fields % 2 == 0 ? '1' : '0') << n;
+    fields += pictures[n][1] == '1' ? 3 : 2;
+  }
+  EXPECT_EQ(fields, 2500u);
+  EXPECT_EQ(read_sequence_header(behind(stream, raw({0, 0, 1, 0xB3})))->rate_numerator, 30000);
+}
+
 TEST(VideoFinish, PulldownLeavesOtherRatesAlone) {
   for (const unsigned rate : {3u, 4u}) {
     const std::string before = sequence(rate) + group + picture(0) + picture(1);

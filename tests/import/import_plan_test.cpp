@@ -165,9 +165,12 @@ TEST(ImportPlan, FilmBecomesNtscByPulldown) {
   for (const source_ratio rate : {source_ratio{24, 1}, {24000, 1001}}) {
     const picture_work work = work_of(made_video(1920, 1080, rate), video_standard::ntsc);
     EXPECT_EQ(work.motion, picture_motion::film);
-    EXPECT_EQ(work.rate, (source_ratio{24000, 1001}));
+    EXPECT_EQ(work.rate, rate);
     EXPECT_EQ(work.group(), 12);
   }
+  source_stream uneven = made_video(640, 480, {24, 1});
+  uneven.video.variable_rate = true;
+  EXPECT_EQ(work_of(uneven, video_standard::ntsc).rate, (source_ratio{24000, 1001}));
 }
 
 TEST(ImportPlan, FilmBecomesPalBySpeedWhereThatIsChosen) {
