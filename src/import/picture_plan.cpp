@@ -139,8 +139,11 @@ void plan_colours(picture_work& work, const source_video& v) {
     work.matrix = "rgb";
   else if (!colours.matrix.empty())
     work.matrix = colours.matrix;
-  else  // what files that do not say mean: television's, or that of larger pictures
-    work.matrix = v.width > 1024 || v.height > 576 ? "bt709" : "smpte170m";
+  else  // what files that do not say mean: television's, or that of larger pictures, however they
+        // stand
+    work.matrix = std::max(v.width, v.height) > 1024 || std::min(v.width, v.height) > 576
+                      ? "bt709"
+                      : "smpte170m";
 }
 
 }  // namespace

@@ -228,6 +228,9 @@ TEST(ImportPlan, TimesThatVaryMakeNoOtherRate) {
 TEST(ImportPlan, ColoursAreTelevisionsOrThoseOfLargerPictures) {
   EXPECT_EQ(work_of(made_video(640, 480, {25, 1}), video_standard::pal).matrix, "smpte170m");
   EXPECT_EQ(work_of(made_video(1280, 720, {25, 1}), video_standard::pal).matrix, "bt709");
+  // A phone's, held upright.
+  EXPECT_EQ(work_of(made_video(360, 640, {25, 1}), video_standard::pal).matrix, "smpte170m");
+  EXPECT_EQ(work_of(made_video(720, 1280, {25, 1}), video_standard::pal).matrix, "bt709");
   source_stream video = made_video(640, 480, {25, 1});
   video.video.pixels = "gbrp";
   EXPECT_EQ(work_of(video, video_standard::pal).matrix, "rgb");
