@@ -248,6 +248,32 @@ void measure_lengths(const source_demuxer& source, const std::vector<walked_stre
     facts.length = *last - facts.start.value_or(0);
 }
 
+// When the first packet would be shown that an index names behind the file's end, as that of a copy
+// does which was broken off; not set where all are there.
+std::optional<double> end_of_what_is_there(AVStream& stream, std::int64_t bytes) {
+  const int count = avformat_index_get_entries_count(&stream);
+  for (int i = 0; i < count; ++i) {
+    const AVIndexEntry* const entry = avformat_index_get_entry(&stream, i);
+    if (entry != nullptr && entry->pos > bytes - entry->size)
+      return seconds_of(entry->timestamp, stream.time_base);
+  }
+  return std::nullopt;
+}
+
+void shorten_to_what_is_there(const AVFormatContext& format, source_facts& facts) {
+  std::optional<double> last;
+  for (source_stream& stream : facts.streams) {
+    const double begin = stream.start.value_or(0);
+    const auto end = end_of_what_is_there(*format.streams[stream.index], facts.bytes);
+    if (end && *end > begin && stream.length && *stream.length > *end - begin) {
+      stream.length = *end - begin;
+      last = std::max(last.value_or(*end), *end);
+    }
+  }
+  if (last && facts.length)
+    facts.length = std::min(*facts.length, *last - facts.start.value_or(0));
+}
+
 // Video and sound without a length of their own last to the end of the file.
 void fill_lengths(source_facts& facts) {
   for (const source_stream& stream : facts.streams)
@@ -335,6 +361,7 @@ void add_times(const source_demuxer& source, const packets_seen& seen, bool meas
   facts.length = seconds_of(format.duration, unit_of_file);
   if (measure && seen.ended)
     measure_lengths(source, seen.streams, facts);
+  shorten_to_what_is_there(format, facts);
   fill_lengths(facts);
 }
 

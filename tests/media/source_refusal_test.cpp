@@ -146,6 +146,17 @@ TEST_F(SourceRefusal, IsNotForCutFilesThatBeginWell) {
   EXPECT_EQ(probed("cut-still.jpg").streams.size(), 1u);
 }
 
+// Its head, which stands in front, promises all of 0.6 s.
+TEST_F(SourceRefusal, IsNotForACutFileWhichIsAsLongAsWhatIsThere) {
+  const source_facts whole = probed("front.mp4"), cut = probed("cut-front.mp4");
+  ASSERT_EQ(cut.streams.size(), 2u);
+  for (std::size_t i = 0; i < 2; ++i) {
+    EXPECT_LT(*cut.streams[i].length, *whole.streams[i].length - 0.03) << i;
+    EXPECT_GT(*cut.streams[i].length, 0.2) << i;
+  }
+  EXPECT_LT(*cut.length, *whole.length - 0.03);
+}
+
 TEST_F(SourceRefusal, OfAPictureOfSoundAlone) {
   EXPECT_EQ(source_picture(source("sound.mp3"), 0, 100, 100).error, "it has no picture");
 }
