@@ -1,5 +1,6 @@
 #include "import/import_run.h"
 
+#include "import/copy_gaps.h"
 #include "import/encoder_complaints.h"
 #include "import/encoder_progress.h"
 #include "import/finish_import.h"
@@ -166,6 +167,9 @@ void import_run::finish_streams() {
 
 import_run::finished_job import_run::finish(import_job job) {
   finished_job done{std::move(job), {}, {}};
+  done.again = encode_what_has_gaps(done.job);
+  if (done.again)
+    return done;
   if (const double missing = missing_seconds(done.job); missing > 0) {
     done.note = missing_text(missing);
     if (source_has_changed(done.job))
@@ -180,6 +184,12 @@ import_run::finished_job import_run::finish(import_job job) {
 
 void import_run::take_finished() {
   finished_job done = finishing_.get();
+  if (done.again && stopping_)
+    return end_job("it was stopped");
+  if (done.again) {
+    jobs_[job_] = std::move(done.job);
+    return begin_script();
+  }
   if (done.problem.empty())
     jobs_[job_] = std::move(done.job);
   end_job(std::move(done.problem), std::move(done.note));

@@ -88,6 +88,7 @@ class import_run : private run_listener {
   struct finished_job {
     import_job job;
     std::string problem, note;
+    bool again = false;  ///< its script has to run once more, as the job is now
   };
   static finished_job finish(import_job job);
   void take_finished();
