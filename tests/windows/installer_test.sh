@@ -164,7 +164,8 @@ removes_itself_and_what_the_program_made() {
   local made
   for made in process.bat config.xml menu1.xml menu99.xml sub1-1.xml sub12-32.xml highlight1.png \
     select99.png fake.png fake.xml layout.html layoutconfig.xml extension.reg removeextension.reg \
-    CorvaneLOG.txt CorvaneLOG.txt.part updatecodelog.txt corvane.lock; do
+    CorvaneLOG.txt CorvaneLOG.txt.part import.bat CorvaneIMPORT.txt CorvaneIMPORT.txt.part \
+    speeds.txt foreseen.xml findings.xml updatecodelog.txt corvane.lock; do
     echo made >"$folder/$made"
   done
   local menu
