@@ -29,11 +29,11 @@ chromium libxml2-utils lintian at-spi2-core dbus-daemon libatspi2.0-dev
 mkvtoolnix lame flac vorbis-tools opus-tools x264 x265
 "
 
-# The cross-compiler, what builds sources of the distribution (dpkg-dev, patch, nasm, the autotools),
+# The cross-compiler, what builds sources of the distribution (dpkg-dev, patch, nasm, the autotools, Meson),
 # the installer's compiler, Wine, and a display for its windows.
 windows_packages="
 g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 libz-mingw-w64-dev wine wine64
-dpkg-dev patch nasm bison flex autoconf automake libtool nsis zip unzip librsvg2-bin icoutils
+dpkg-dev patch nasm bison flex autoconf automake libtool meson nsis zip unzip librsvg2-bin icoutils
 googletest xvfb xauth xdotool openbox x11-utils imagemagick file util-linux
 "
 

@@ -17,7 +17,9 @@
 ; cancelled or failed, 3 the program is running, 4 not a folder of its own, 5 Windows is too old.
 
 Target amd64-unicode
+; Three programs hold the same decoders: what the packer remembers reaches from one to the next.
 SetCompressor /SOLID lzma
+SetCompressorDictSize 64
 ManifestDPIAware true
 ManifestSupportedOS Win10
 RequestExecutionLevel user

@@ -305,6 +305,13 @@ without_tools_is_below_fifteen_megabytes() {
   [ "$size" -lt 15000000 ] || fail "$size bytes"
 }
 
+with_tools_is_at_most_twenty_five_megabytes() {
+  local size
+  size=$(stat -c %s "$full")
+  echo "$size bytes"
+  [ "$size" -le 25000000 ] || fail "$size bytes"
+}
+
 without_tools_installs_the_program_alone() {
   install_with "$bare"
   (cd "$bundle" && find . -type f -name '*.exe' ! -path './bin/*'; echo ./bin/conspawn.exe) |

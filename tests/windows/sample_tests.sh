@@ -14,7 +14,7 @@ prepare_programs() {
   cmake --build build/debug --target corvane-author conspawn disc-report
 }
 
-# A program folder as people have it, with all seven tools: `windows_program FOLDER`.
+# A program folder as people have it, with all the tools: `windows_program FOLDER`.
 windows_program() {
   mkdir -p "$1/bin"
   cp "$windows_bin/corvane-author.exe" "$1/"

@@ -137,7 +137,7 @@ subtitles() {
 
 # Nothing but what Windows has is needed beside a tool.
 test_imports() {
-  systems='advapi32 gdi32 kernel32 msvcrt ole32 shell32 user32 ws2_32 winmm'
+  systems='advapi32 bcrypt gdi32 kernel32 msvcrt ole32 shell32 user32 ws2_32 winmm'
   while read -r name _; do
     case $name in '' | '#'*) continue ;; esac
     x86_64-w64-mingw32-objdump -p "$(tool "${name%.exe}")" |
@@ -415,6 +415,8 @@ test_long_names() {
 
 # shellcheck source=tests/windows/gm_tests.sh
 . "$here/tests/windows/gm_tests.sh"
+# shellcheck source=tests/windows/import_tests.sh
+. "$here/tests/windows/import_tests.sh"
 # shellcheck source=tests/windows/licence_tests.sh
 . "$here/tests/windows/licence_tests.sh"
 # shellcheck source=tests/windows/mkisofs_tests.sh

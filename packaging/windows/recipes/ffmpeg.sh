@@ -1,12 +1,14 @@
-# FFmpeg's libraries as far as the windows need them: what takes files that people have apart, what
-# decodes their streams, and what turns pictures into RGB. All of it is FFmpeg's own code under the
-# LGPL; zlib comes with the cross compiler. No protocol is in it: bytes reach it through a program's
-# own reading, and nothing in a file can have another one opened.
+# FFmpeg, twice of one build: the program that the import runs, and the libraries that the windows
+# link to look into people's files.  With Debian's parts that are under the GPL, as Corvane is.
 #
-# The demuxers are those that src/media/ffmpeg_containers.cpp names.
+# All of its own decoders and parsers, and dav1d for AV1; the demuxers that src/media/ffmpeg_containers.cpp
+# names, since a file is opened as what was found in it, and those of text subtitles.  Of what writes and
+# filters only what src/import has use for.  No network: the one protocol is that of files, and the
+# windows' reading allows none (src/media/ffmpeg_source_file.cpp).
 source=ffmpeg
 upstream=5.1.9
-licences='LICENSE.md COPYING.LGPLv2.1'
+needs='tool dav1d zimg'
+licences='LICENSE.md COPYING.GPLv2 COPYING.LGPLv2.1 debian/copyright'
 
 demuxers='
   mov matroska avi mpegts mpegps mpegvideo m4v h264 hevc vc1 dv flv asf ogg rm mxf gxf wtv nut ivf
@@ -17,18 +19,16 @@ demuxers='
   image_psd_pipe image_qoi_pipe
 '
 
-decoders='
-  mpeg1video mpeg2video mpeg4 h261 h263 h263i h263p flv msmpeg4v1 msmpeg4v2 msmpeg4v3 wmv1 wmv2 wmv3 vc1
-  h264 hevc vp3 vp5 vp6 vp6a vp6f vp7 vp8 vp9 theora dirac mjpeg mjpegb dvvideo prores dnxhd cfhd hq_hqa hqx
-  speedhq aic ffv1 huffyuv ffvhuff utvideo lagarith magicyuv rawvideo v210 v308 v408 v410 r210 yuv4
-  rv10 rv20 rv30 rv40 svq1 svq3 cinepak indeo2 indeo3 indeo4 indeo5 msvideo1 msrle qtrle rpza smc eightbps
-  flashsv flashsv2 tscc tscc2 zmbv g2m mss1 mss2 screenpresso fraps asv1 asv2 mimic
-  png apng gif bmp tiff webp targa jpegls jpeg2000 ppm pgm pgmyuv pbm pam pcx psd qoi
-  aac aac_latm ac3 eac3 dca truehd mlp mp1float mp2float mp3float opus vorbis flac alac ape tta wavpack tak
-  shorten mpc7 mpc8 als wmav1 wmav2 wmapro wmalossless wmavoice cook ra_144 ra_288 ralf sipr atrac1 atrac3
-  atrac3p nellymoser qdm2 qdmc mace3 mace6 amrnb amrwb gsm gsm_ms speex g723_1 g729 truespeech imc s302m
-  pcm_* adpcm_*
-  ass subrip srt mov_text webvtt text dvbsub dvdsub pgssub xsub
+texts='srt ass webvtt sami'
+
+encoders='mpeg2video ac3 mp2 srt mjpeg png rawvideo pcm_s16le wrapped_avframe'
+muxers='mpeg2video ac3 mp2 srt image2 image2pipe rawvideo wav yuv4mpegpipe null'
+
+filters='
+  scale zscale tonemap colorspace format premultiply setparams overlay color
+  crop pad transpose hflip vflip rotate setsar setdar
+  bwdif interlace fieldorder setfield fps setpts trim loop tpad select null
+  aresample asetrate aformat asetpts atrim apad adelay loudnorm volume pan anull anullsrc
 '
 
 # A list with commas between.
@@ -38,17 +38,21 @@ listed() {
 }
 
 build() {
-  # The lists hold patterns, which are not for the shell.
-  set -f
+  # The headers of the tool recipe are for sources that were never built for Windows.
+  CPPFLAGS=''
   ./configure --prefix="$prefix" --enable-cross-compile --target-os=mingw32 --arch=x86_64 \
-    --cross-prefix=$host- --cc="$CC" --cxx="$CXX" --pkg-config=false \
+    --cross-prefix=$host- --cc="$CC" --cxx="$CXX" --pkg-config=pkg-config --pkg-config-flags=--static \
     --disable-everything --disable-autodetect --disable-programs --disable-doc --disable-network \
-    --disable-avdevice --disable-avfilter --disable-postproc --disable-debug \
-    --enable-static --disable-shared --enable-zlib --enable-parsers \
-    --enable-demuxer="$(listed "$demuxers")" --enable-decoder="$(listed "$decoders")"
-  set +f
+    --disable-debug --enable-static --disable-shared --enable-gpl --disable-postproc --enable-ffmpeg \
+    --extra-ldexeflags="-Wl,$(where tool)/lib/tool.o" \
+    --enable-zlib --enable-libdav1d --enable-libzimg --enable-decoders --enable-parsers \
+    --enable-demuxer="$(listed "$demuxers $texts")" --enable-encoder="$(listed "$encoders")" \
+    --enable-muxer="$(listed "$muxers")" --enable-filter="$(listed "$filters")" \
+    --enable-indev=lavfi --enable-protocol=file,pipe
   make -j"$jobs"
   make install
+  # What the libraries are linked with stands beside them.
+  cp "$(where dav1d)/lib/libdav1d.a" "$prefix/lib/"
   mkdir -p "$prefix/licences/zlib"
   cp /usr/share/doc/libz-mingw-w64-dev/copyright "$prefix/licences/zlib/"
 }
