@@ -118,6 +118,16 @@ test_import_hevc_of_high_range() {
   same_import film.m2v film.ac3
 }
 
+# A text beside the film in the characters of old programs becomes UTF-8.
+test_import_text_of_old_characters() {
+  film film.avi testsrc2=size=320x240:rate=25 -c:v mpeg4 -c:a libmp3lame
+  subtitles 'Grün & blau' | iconv -f UTF-8 -t CP1252 >film.de.srt
+  import_both film.avi --constant 8
+  text=$(cd 'there/50 % & streams' && echo *.srt)
+  same "here/50 % & streams/$text" "there/50 % & streams/$text"
+  says "there/50 % & streams/$text" 'Grün & blau'
+}
+
 test_import_av1() {
   film film.mp4 testsrc2=size=320x180:rate=25 -c:v libaom-av1 -cpu-used 8 -usage realtime -c:a aac
   import_both film.mp4 --constant 4

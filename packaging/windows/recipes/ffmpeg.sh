@@ -7,7 +7,7 @@
 # windows' reading allows none (src/media/ffmpeg_source_file.cpp).
 source=ffmpeg
 upstream=5.1.9
-needs='tool dav1d zimg'
+needs='tool iconv dav1d zimg'
 licences='LICENSE.md COPYING.GPLv2 COPYING.LGPLv2.1 debian/copyright'
 
 demuxers='
@@ -21,7 +21,7 @@ demuxers='
 
 texts='srt ass webvtt sami'
 
-encoders='mpeg2video ac3 mp2 srt mjpeg png rawvideo pcm_s16le wrapped_avframe'
+encoders='mpeg2video ac3 mp2 srt text mjpeg png rawvideo pcm_s16le wrapped_avframe'
 muxers='mpeg2video ac3 mp2 srt image2 image2pipe rawvideo wav yuv4mpegpipe null'
 
 filters='
@@ -39,20 +39,21 @@ listed() {
 
 build() {
   # The headers of the tool recipe are for sources that were never built for Windows.
-  CPPFLAGS=''
+  CPPFLAGS=-I$(where iconv)/include
   ./configure --prefix="$prefix" --enable-cross-compile --target-os=mingw32 --arch=x86_64 \
     --cross-prefix=$host- --cc="$CC" --cxx="$CXX" --pkg-config=pkg-config --pkg-config-flags=--static \
     --disable-everything --disable-autodetect --disable-programs --disable-doc --disable-network \
     --disable-debug --enable-static --disable-shared --enable-gpl --disable-postproc --enable-ffmpeg \
     --extra-ldexeflags="-Wl,$(where tool)/lib/tool.o" \
-    --enable-zlib --enable-libdav1d --enable-libzimg --enable-decoders --enable-parsers \
+    --enable-zlib --enable-iconv --extra-libs=-liconv --enable-libdav1d --enable-libzimg \
+    --enable-decoders --enable-parsers \
     --enable-demuxer="$(listed "$demuxers $texts")" --enable-encoder="$(listed "$encoders")" \
     --enable-muxer="$(listed "$muxers")" --enable-filter="$(listed "$filters")" \
     --enable-indev=lavfi --enable-protocol=file,pipe
   make -j"$jobs"
   make install
   # What the libraries are linked with stands beside them.
-  cp "$(where dav1d)/lib/libdav1d.a" "$prefix/lib/"
+  cp "$(where dav1d)/lib/libdav1d.a" "$(where iconv)/lib/libiconv.a" "$prefix/lib/"
   mkdir -p "$prefix/licences/zlib"
   cp /usr/share/doc/libz-mingw-w64-dev/copyright "$prefix/licences/zlib/"
 }
