@@ -1,6 +1,6 @@
 #include "import/import_run.h"
 
-#include "import/copy_gaps.h"
+#include "import/copied_streams.h"
 #include "import/encoder_complaints.h"
 #include "import/encoder_progress.h"
 #include "import/finish_import.h"
@@ -167,7 +167,7 @@ void import_run::finish_streams() {
 
 import_run::finished_job import_run::finish(import_job job) {
   finished_job done{std::move(job), {}, {}};
-  done.again = encode_what_has_gaps(done.job);
+  done.again = encode_what_cannot_stay(done.job);
   if (done.again)
     return done;
   if (const double missing = missing_seconds(done.job); missing > 0) {

@@ -96,7 +96,8 @@ void look_into_text(sidecar& text) {
   if (is_unicode || std::ranges::none_of(file->bytes(), is_beyond_ascii))
     return;
   text.charset = usual_charset_of(text.language);
-  if (const decoded_bytes found = decode(file->bytes(), text.charset); found.is_known && found.bad)
+  // Not every system knows all of these sets.
+  if (const decoded_bytes found = decode(file->bytes(), text.charset); !found.is_known || found.bad)
     text.problem = "its characters are neither UTF-8 nor " + text.charset + "; save it as UTF-8";
 }
 

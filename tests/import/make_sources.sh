@@ -81,6 +81,12 @@ ff -f lavfi -i "$(picture 720x480 30000/1001)" -f lavfi -i "$(tone 48000)" -map 
   -c:v mpeg2video -pix_fmt yuv420p -g 15 -bf 2 -aspect 4:3 -b:v 4M -maxrate 8M -bufsize 1835008 \
   -c:a ac3 -b:a 192k -ac 2 -f tee \
   '[f=mpeg2video:select=v]ready.m2v|[f=ac3:select=a]ready.ac3|[f=dvd]ready.mpg|[f=matroska]ready.mkv'
+# With more buffer and longer groups than players know.
+ff -f lavfi -i "$(picture 720x480 30000/1001)" -f lavfi -i "$(tone 48000)" -c:v mpeg2video \
+  -pix_fmt yuv420p -g 15 -bf 2 -aspect 4:3 -b:v 4M -maxrate 8M -bufsize 4000000 -c:a ac3 buffer.mkv
+ff -f lavfi -i "$(picture 720x480 30000/1001)" -f lavfi -i "$(tone 48000)" -c:v mpeg2video \
+  -pix_fmt yuv420p -g 60 -sc_threshold 1000000000 -bf 2 -aspect 4:3 -b:v 4M -maxrate 8M \
+  -bufsize 1835008 -c:a ac3 groups.mkv
 # The same as it was received badly: of the third second 0.6 are missing.
 lost_sound="noise=drop='gt(n,59)*lt(n,79)'"
 ff -i ready.mkv -map 0 -c copy -bsf:a "$lost_sound" -f mpegts lost-sound.ts

@@ -2,7 +2,7 @@
 // prober would give them, run by the interpreter of work scripts with the ffmpeg of this system,
 // finished, and examined whole.
 #include "examine/examination.h"
-#include "import/copy_gaps.h"
+#include "import/copied_streams.h"
 #include "import/disc_budget.h"
 #include "import/encoder_complaints.h"
 #include "import/finish_import.h"
@@ -395,16 +395,37 @@ TEST_F(RealImport, GapsInWhatWouldBeCopiedAreFilled) {
     ASSERT_EQ(job.plan.video.fate, stream_fate::copied);
     ASSERT_EQ(job.plan.sound.streams.at(0).fate, stream_fate::copied);
     ASSERT_TRUE(run(job));
-    EXPECT_TRUE(encode_what_has_gaps(job));
+    EXPECT_TRUE(encode_what_cannot_stay(job));
     EXPECT_EQ(job.plan.video.fate, both ? stream_fate::encoded : stream_fate::copied);
     EXPECT_EQ(job.plan.sound.streams.at(0).fate, stream_fate::encoded);
     EXPECT_NE(job.plan.streams.at(1).reason.find(" are missing inside it"), std::string::npos);
     ASSERT_TRUE(run(job));
-    EXPECT_FALSE(encode_what_has_gaps(job));
+    EXPECT_FALSE(encode_what_cannot_stay(job));
     EXPECT_EQ(finish_import(job), std::nullopt);
     EXPECT_EQ(findings(job), nothing);
     EXPECT_NEAR(video_of_job(job).seconds, 4.004, 0.04);
     EXPECT_NEAR(seconds_of(sound_of_job(job).length), 4.0, 0.04);
+    for (const std::string& file : job.files.all())
+      remove_all(file);
+  }
+}
+
+TEST_F(RealImport, VideoThatOnlyItsBytesShowToBeBeyondADiscIsEncoded) {
+  for (const std::string name : {"buffer.mkv", "groups.mkv"}) {
+    SCOPED_TRACE(name);
+    source_stream video = made_disc_video(), sound = made_sound("ac3");
+    video.length = sound.length = 4.004;
+    import_job job = job_for(name, made_source(video, sound));
+    ASSERT_EQ(job.plan.video.fate, stream_fate::copied);
+    ASSERT_TRUE(run(job));
+    EXPECT_TRUE(encode_what_cannot_stay(job));
+    EXPECT_EQ(job.plan.video.fate, stream_fate::encoded);
+    EXPECT_EQ(job.plan.sound.streams.at(0).fate, stream_fate::copied);
+    EXPECT_NE(job.plan.streams.at(0).reason, "");
+    ASSERT_TRUE(run(job));
+    EXPECT_FALSE(encode_what_cannot_stay(job));
+    EXPECT_EQ(finish_import(job), std::nullopt);
+    EXPECT_EQ(findings(job), nothing);
     for (const std::string& file : job.files.all())
       remove_all(file);
   }
@@ -418,11 +439,11 @@ TEST_F(RealImport, WhatHasNoGapsStaysCopied) {
     ++stream.index;
   import_job job = job_for("ready.mpg", facts);
   ASSERT_TRUE(run(job));
-  EXPECT_FALSE(encode_what_has_gaps(job));
+  EXPECT_FALSE(encode_what_cannot_stay(job));
   // Of other containers nobody knows it so well.
   job.plan.seconds += 1;
   job.plan.container = "matroska";
-  EXPECT_FALSE(encode_what_has_gaps(job));
+  EXPECT_FALSE(encode_what_cannot_stay(job));
 }
 
 TEST_F(RealImport, VideoThatHasItsEndStaysAsItIs) {

@@ -1,6 +1,7 @@
 #include "ui/import/import_window.h"
 
 #include "formats/sanitized.h"
+#include "import/unfinished_imports.h"
 #include "media/source_probe.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
@@ -181,6 +182,11 @@ import_window::import_window(main_window& main, lent_project lent,
              [this] { return stop_if_wanted(); }, [this] { lent_.give_back(); }}) {
   name_control(*this, "import");
   SetIcons(program_icon());
+  // What a program that was killed has left would take the names of what is made now.
+  if (main_.lock().take()) {
+    remove_left_imports(main_.app());
+    main_.lock().release();
+  }
   list_.follow(lent_.doc().p);
   list_.expect(read_import_speeds(main_.app()));
   const int gap = FromDIP(layout::group_gap);

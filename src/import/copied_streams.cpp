@@ -1,14 +1,19 @@
-#include "import/copy_gaps.h"
+#include "import/copied_streams.h"
 
 #include "examine/file_facts.h"
 #include "examine/measures.h"
+#include "examine/stream_rules.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace corvane {
 namespace {
+
+using namespace std::string_view_literals;
 
 // Streams may begin and end within a frame or two of what their packets say.
 constexpr double least_gap = 0.1;
@@ -34,6 +39,23 @@ std::optional<std::string> why_gaps(double wanted, double made) {
   return seconds_text(missing) + " are missing inside it";
 }
 
+/// Of what is found about a video that headers at its beginning do not tell, what encoding cures.
+constexpr std::array curable = {
+    "video-peak-rate"sv, "video-high-rate"sv,      "video-large-beginning"sv,
+    "video-buffer"sv,    "gop-length"sv,           "gop-sequence-header"sv,
+    "video-changes"sv,   "video-aspect-changes"sv, "video-end-code"sv,
+    "video-low-delay"sv, "video-profile"sv,        "video-aspect-square"sv,
+};
+
+/// Why a disc does not take it as it is; nullopt if it does.
+std::optional<std::string> why_not_as_it_is(const video_facts& video, const import_plan& plan) {
+  const video_standard standard = plan.demands.standard.value_or(video.standard);
+  for (const finding& f : video_findings(video, standard, {}, {}, false))
+    if (std::ranges::find(curable, f.rule) != curable.end())
+      return f.found;
+  return std::nullopt;
+}
+
 void note(import_plan& plan, int stream, const std::string& why) {
   for (planned_stream& planned : plan.streams)
     if (planned.stream == stream)
@@ -47,7 +69,9 @@ bool encode_video(import_job& job) {
   const file_facts made = facts_of_made(job.files.video);
   if (!made.video)
     return false;
-  const auto why = why_gaps(job.plan.seconds, made.video->seconds);
+  auto why = why_not_as_it_is(*made.video, job.plan);
+  if (!why && is_multiplex(job.plan))
+    why = why_gaps(job.plan.seconds, made.video->seconds);
   if (!why)
     return false;
   video.fate = stream_fate::encoded;
@@ -78,11 +102,9 @@ bool encode_sound(import_job& job, std::size_t number) {
 
 }  // namespace
 
-bool encode_what_has_gaps(import_job& job) {
-  if (!is_multiplex(job.plan))
-    return false;
+bool encode_what_cannot_stay(import_job& job) {
   bool changed = encode_video(job);
-  for (std::size_t i = 0; i < job.plan.sound.streams.size(); ++i)
+  for (std::size_t i = 0; is_multiplex(job.plan) && i < job.plan.sound.streams.size(); ++i)
     changed = encode_sound(job, i) || changed;
   return changed;
 }
