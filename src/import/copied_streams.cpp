@@ -1,6 +1,5 @@
 #include "import/copied_streams.h"
 
-#include "examine/file_facts.h"
 #include "examine/measures.h"
 #include "examine/stream_rules.h"
 
@@ -62,12 +61,9 @@ void note(import_plan& plan, int stream, const std::string& why) {
       planned = {stream, stream_fate::encoded, why};
 }
 
-bool encode_video(import_job& job) {
+bool encode_video(import_job& job, const file_facts& made) {
   video_plan& video = job.plan.video;
-  if (video.fate != stream_fate::copied)
-    return false;
-  const file_facts made = facts_of_made(job.files.video);
-  if (!made.video)
+  if (video.fate != stream_fate::copied || !made.video)
     return false;
   auto why = why_not_as_it_is(*made.video, job.plan);
   if (!why && is_multiplex(job.plan))
@@ -102,8 +98,12 @@ bool encode_sound(import_job& job, std::size_t number) {
 
 }  // namespace
 
-bool encode_what_cannot_stay(import_job& job) {
-  bool changed = encode_video(job);
+file_facts facts_of_made_video(const import_job& job) {
+  return facts_of_made(job.files.video);
+}
+
+bool encode_what_cannot_stay(import_job& job, const file_facts& made) {
+  bool changed = encode_video(job, made);
   for (std::size_t i = 0; is_multiplex(job.plan) && i < job.plan.sound.streams.size(); ++i)
     changed = encode_sound(job, i) || changed;
   return changed;

@@ -6,16 +6,21 @@
 // copied has no times, and all behind the gap would come too early.
 #pragma once
 
+#include "examine/file_facts.h"
 #include "import/import_script.h"
 
 namespace corvane {
 
-/// Looks at what was copied, under its temporary names. Has encoded instead each stream with gaps,
-/// which fills them with silence or the picture before, and a video that has findings which
-/// encoding cures. Returns whether the plan is another one now, and its script must run again.
+/// What is in the video that stands under its temporary name; reads it all.
+file_facts facts_of_made_video(const import_job& job);
+
+/// Looks at what was copied, under its temporary names; `made` is in the video. Has encoded instead
+/// each stream with gaps, which fills them with silence or the picture before, and a video that has
+/// findings which encoding cures. Returns whether the plan is another one now, and its script must
+/// run again.
 ///
 /// Gaps are looked for in multiplexes alone, MPEG's program and transport streams: what other
-/// containers state of lengths is not exact enough. Reads all that was copied.
-bool encode_what_cannot_stay(import_job& job);
+/// containers state of lengths is not exact enough. Reads all sound that was copied.
+bool encode_what_cannot_stay(import_job& job, const file_facts& made);
 
 }  // namespace corvane

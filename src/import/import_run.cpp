@@ -167,10 +167,11 @@ void import_run::finish_streams() {
 
 import_run::finished_job import_run::finish(import_job job) {
   finished_job done{std::move(job), {}, {}};
-  done.again = encode_what_cannot_stay(done.job);
+  const file_facts made = facts_of_made_video(done.job);
+  done.again = encode_what_cannot_stay(done.job, made);
   if (done.again)
     return done;
-  if (const double missing = missing_seconds(done.job); missing > 0) {
+  if (const double missing = missing_seconds(done.job, made); missing > 0) {
     done.note = missing_text(missing);
     if (source_has_changed(done.job))
       done.problem = "the file was changed, or went away, while it was read: " + done.note;

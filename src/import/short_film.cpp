@@ -1,6 +1,5 @@
 #include "import/short_film.h"
 
-#include "examine/file_facts.h"
 #include "import/import_bits.h"
 #include "import/import_words.h"
 #include "platform/files/files.h"
@@ -28,15 +27,10 @@ failure shorten_sound(const std::string& file, const sound_work& work, double se
 
 }  // namespace
 
-double missing_seconds(const import_job& job) {
-  if (job.plan.seconds <= 0)
+double missing_seconds(const import_job& job, const file_facts& made) {
+  if (job.plan.seconds <= 0 || !made.video)
     return 0;
-  file_scan scan(temporary_name(job.files.video));
-  while (scan.read_slice()) {
-  }
-  if (!scan.facts().video)
-    return 0;
-  const double missing = job.plan.seconds - scan.facts().video->seconds;
+  const double missing = job.plan.seconds - made.video->seconds;
   return missing > least_missing ? missing : 0;
 }
 

@@ -3,6 +3,7 @@
 // while it was read. ffmpeg takes this for the end and is content.
 #pragma once
 
+#include "examine/file_facts.h"
 #include "import/import_script.h"
 #include "platform/result.h"
 
@@ -10,9 +11,9 @@
 
 namespace corvane {
 
-/// Seconds that are missing at the end of the video that stands under its temporary name. 0: it is
-/// whole, or nobody knows how long it should be. Reads it all.
-double missing_seconds(const import_job& job);
+/// Seconds that are missing at the end of the video that was made, of which this is known. 0: it is
+/// whole, or nobody knows how long it should be.
+double missing_seconds(const import_job& job, const file_facts& made);
 
 /// Fits what stands under temporary names, and the plan, to a video that lacks so many seconds:
 /// sound that was made lasts as long, and no chapter comes later. Fails when a file cannot be

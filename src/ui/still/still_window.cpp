@@ -178,11 +178,10 @@ wxSizer* still_window::make_heading() {
   auto* const text = new wxStaticText(this, wxID_ANY, wxString());
   wxClientDC dc(text);
   const int width = layout::still_width - 2 * layout::window_border;
-  const std::string name(file_name_of(stored_from_native(source.file)));
   text->SetLabelText(wrapped(
       dc,
-      wx_text("\"" + sanitized(name) + "\", " + trimmed(source.shown.size.width) + "x" +
-              trimmed(source.shown.size.height) +
+      wx_text("\"" + sanitized(native_file_name(source.file)) + "\", " +
+              trimmed(source.shown.size.width) + "x" + trimmed(source.shown.size.height) +
               " pixels, becomes a still of the size that a disc has.  The picture itself stays as "
               "it is."),
       FromDIP(width)));
@@ -336,7 +335,7 @@ void still_window::show_place() {
 void still_window::choose_place() {
   life_.during([this] {
     file_dialog dialog = still_file_dialog();
-    dialog.preset = std::string(file_name_of(stored_from_native(still_.m2v)));
+    dialog.preset = native_file_name(still_.m2v);
     dialog.folder = text_of(path_of(still_.m2v).parent_path());
     const std::string file = choose_still_file(lent_.doc(), dialog, still_.source.file);
     if (file.empty())
