@@ -139,7 +139,8 @@ std::vector<film> all_films() {
       refused("text.mkv", "it is not a file with video or sound"),
       refused("sound.mp3", "there is no video in it"),
       refused("sound.m4a", "there is no video in it"),
-      refused("picture.png", "there is no video in it"),
+      refused("picture.png",
+              "it is a picture; \"create m2v still\" in the menu \"menus\" makes a still of it"),
       refused("zeros.mpg", "it is not a file with video or sound"),
   };
 }

@@ -212,6 +212,12 @@ void drag(wxPoint from, wxPoint to) {
 }
 
 void press(const std::string& keys) {
+  // A key of the window manager's own is for the window that it takes for the active one, and it
+  // learns of a window that has got the keys later than that window.
+  if (keys == "alt+F4") {
+    const char* const agree = "[ \"$(xdotool getactivewindow)\" = \"$(xdotool getwindowfocus)\" ]";
+    EXPECT_TRUE(wait_until([agree] { return std::system(agree) == 0; }));
+  }
   xdotool("key --clearmodifiers " + quoted(keys));
   // The toolkit shows a button pressed for a quarter of a second before it does what a key of its
   // label asks for, and has the keyboard meanwhile.
