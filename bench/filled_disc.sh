@@ -6,7 +6,7 @@
 #
 #   bench/filled_disc.sh [MINUTES...]      (default 90 and 150; multiples of three)
 #
-# A sparse file that the project holds already takes the room of all other titles. CORVANE_BIN: where
+# The rate is the one that all of them together are given. CORVANE_BIN: where
 # the programs are; CORVANE_WORK: where 10 GB are free.
 set -eu
 
@@ -46,17 +46,21 @@ make_film() {
     -t $seconds -map 0:v -map 1:a -c:v copy -c:a pcm_s16le "$work/film.mkv"
 }
 
-# A project whose one title is a file of so many bytes.
-make_project() {
-  rm -f "$work/rest.vob" "$work/disc.cvp"
-  truncate -s "$1" "$work/rest.vob"
-  stored=$(printf '%s' "$work/rest.vob" | tr / '\\')
-  {
-    printf 'Corvane 0.997 - 1/2/2005\r\n%s\r\n***\r\n00:00:00.00\r\n***\r\n0\r\n***\r\n***\r\n' "$stored"
-    printf '***\r\n***\r\n***\r\n***\r\n<none>\r\n***\r\n'
-    printf 'center,bottom,60,60,30,30,28.0,arial.ttf,720,478,29.97,ISO-8859-1|\r\n***\r\n'
-    printf '<default>\r\nNTSC\r\nTrue\r\nTrue\r\n'
-  } >"$work/disc.cvp"
+# What "fill the disc" gives the video, in kbit/s, when so many such films are imported together; they
+# are not made.
+rate_for() {
+  rm -rf "$work/films" "$work/to"
+  mkdir "$work/films"
+  for film in $(seq "$1"); do ln "$work/film.mkv" "$work/films/$film.mkv"; done
+  "$bin/corvane-author" --import "$work/films/"*.mkv --to "$work/to" "$work/films/disc.cvp" >"$work/output" 2>&1 </dev/null &
+  import=$!
+  until grep -q 'video of' "$work/output"; do
+    kill -0 $import 2>/dev/null || { cat "$work/output" >&2; fail "the import says no rate"; }
+    sleep 0.2
+  done
+  kill -TERM $import
+  wait $import || :
+  sed -n 's|.*video of \([0-9.]*\) Mb/s.*|\1|p' "$work/output" | awk '{ printf "%d", 1000 * $1 }'
 }
 
 author() {
@@ -64,7 +68,10 @@ author() {
     { cat "$work/output" >&2; fail "mplex failed"; }
   {
     echo '<dvdauthor><vmgm/><titleset><titles><video format="ntsc"/>'
-    for _ in $(seq "$1"); do echo "<pgc><vob file=\"$work/film.mpg\"/></pgc>"; done
+    for title in $(seq "$1"); do  # dvdauthor takes a file of one name once
+      ln -f "$work/film.mpg" "$work/$title.mpg"
+      echo "<pgc><vob file=\"$work/$title.mpg\"/></pgc>"
+    done
     echo '</titles></titleset></dvdauthor>'
   } >"$work/disc.xml"
   rm -rf "$work/disc"
@@ -72,19 +79,18 @@ author() {
     { cat "$work/output" >&2; fail "dvdauthor failed"; }
 }
 
-make_film
+if [ -n "${CORVANE_FILM:-}" ]; then cp "$CORVANE_FILM" "$work/film.mkv"; else make_film; fi
 for minutes; do
   titles=$((minutes * 60 / seconds))
-  make_project $((capacity - capacity / titles))
-  rm -rf "$work/to"
-  "$bin/corvane-author" --import "$work/film.mkv" --to "$work/to" "$work/disc.cvp" >"$work/output" 2>&1 </dev/null ||
+  rate=$(rate_for "$titles")
+  rm -rf "$work/to" "$work/disc.cvp"
+  "$bin/corvane-author" --import "$work/film.mkv" --to "$work/to" --rate "$rate" "$work/disc.cvp" >"$work/output" 2>&1 </dev/null ||
     { cat "$work/output" >&2; fail "the import failed"; }
   author "$titles"
   bytes=$(find "$work/disc/VIDEO_TS" -type f -printf '%s\n' | awk '{ sum += $1 } END { printf "%d", sum }')
-  rate=$(($(stat -c %s "$work/to/film.m2v") * 8 / seconds / 1000))
   awk -v m="$minutes" -v r="$rate" -v b="$bytes" -v c="$capacity" 'BEGIN {
     printf "filled %d %d %d %.2f\n", m, r, b, 100 * b / c
     exit b > c || b < 0.98 * c
   }' || fail "$minutes minutes do not fill the disc, or are too much for it"
-  rm -rf "$work/disc"
+  rm -rf "$work/disc" "$work"/*.mpg
 done
