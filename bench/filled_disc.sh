@@ -87,9 +87,9 @@ for minutes; do
   "$bin/corvane-author" --import "$work/film.mkv" --to "$work/to" --rate "$rate" "$work/disc.cvp" >"$work/output" 2>&1 </dev/null ||
     { cat "$work/output" >&2; fail "the import failed"; }
   author "$titles"
-  bytes=$(find "$work/disc/VIDEO_TS" -type f -printf '%s\n' | awk '{ sum += $1 } END { printf "%d", sum }')
+  bytes=$(find "$work/disc/VIDEO_TS" -type f -printf '%s\n' | awk '{ sum += $1 } END { printf "%.0f", sum }')
   awk -v m="$minutes" -v r="$rate" -v b="$bytes" -v c="$capacity" 'BEGIN {
-    printf "filled %d %d %d %.2f\n", m, r, b, 100 * b / c
+    printf "filled %d %d %.0f %.2f\n", m, r, b, 100 * b / c
     exit b > c || b < 0.98 * c
   }' || fail "$minutes minutes do not fill the disc, or are too much for it"
   rm -rf "$work/disc" "$work"/*.mpg
