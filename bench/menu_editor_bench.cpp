@@ -11,6 +11,7 @@
 #include "project/document.h"
 #include "project/menu_rows.h"
 #include "ui/editor/menu_editor_window.h"
+#include "ui/lent_project.h"
 #include "ui/wx_prompts.h"
 
 #include <wx/app.h>
@@ -58,13 +59,14 @@ class bench_app : public wxApp {
  public:
   bool OnInit() override {
     main_ = new wxFrame(nullptr, wxID_ANY, "main");
-    p_.menulist = {corvane::stored_from_native(video) + "/"};
-    p_.moremenuoptions = {corvane::new_menu_options};
-    p_.menubuttons = {all_buttons()};
-    p_.indexer = 1;
-    ask_ = std::make_unique<corvane::wx_prompts>(*main_, ".");
-    bench_ = std::make_unique<corvane::document>(corvane::document{p_, *ask_, prefs_});
-    new corvane::tsmenu(main_, *bench_, true, [] {});
+    ask_ = std::make_unique<corvane::wx_prompts>(*main_, prefs_, ".");
+    bench_ = std::make_unique<corvane::document>(*ask_, prefs_);
+    bench_->p.menulist = {corvane::stored_from_native(video) + "/"};
+    bench_->p.moremenuoptions = {corvane::new_menu_options};
+    bench_->p.menubuttons = {all_buttons()};
+    bench_->p.indexer = 1;
+    new corvane::tsmenu(main_, corvane::lent_project(*bench_, *ask_, "edit menu", draft_, [] {}),
+                        true);
     picture_ = wxWindow::FindWindowByName("MediaPlayer1");
     leftpos_ = dynamic_cast<wxTextCtrl*>(wxWindow::FindWindowByName("leftpos"));
     picture_->Bind(wxEVT_PAINT, [this](wxPaintEvent& event) {
@@ -128,10 +130,10 @@ class bench_app : public wxApp {
     ExitMainLoop();
   }
 
-  corvane::project p_;
   corvane::memory_settings prefs_;
   std::unique_ptr<corvane::wx_prompts> ask_;
   std::unique_ptr<corvane::document> bench_;
+  corvane::lent_project::draft draft_;
   wxFrame* main_ = nullptr;
   wxWindow* picture_ = nullptr;
   wxTextCtrl* leftpos_ = nullptr;
