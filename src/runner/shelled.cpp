@@ -89,6 +89,7 @@ struct shelled::state {
   bool cleanup = false;
   std::string log_name = run_file::log;
   bool tells_outcome = true;
+  bool keeps_lock = false;
   std::function<run_settled(run_outcome)> settle{};
   std::function<void()> alive{};
   std::function<bool()> gives_up_earlier{};
@@ -106,6 +107,7 @@ struct shelled::state {
   }
 
   void begin(const std::string& first_lines);
+  void give_lock_back();
   void refuse(const std::string& text);
   void not_started(const start_result& start);
   void pass();
@@ -146,11 +148,16 @@ void shelled::state::begin(const std::string& first_lines) {
   broken_off = false;
 }
 
+void shelled::state::give_lock_back() {
+  if (!keeps_lock)
+    lock.release();
+}
+
 /// A run that did not start.
 void shelled::state::refuse(const std::string& text) {
   outcome = run_outcome::none;
   const std::vector<std::string> warnings = settle_run();
-  lock.release();
+  give_lock_back();
   warn(warnings);
   ask.message({text, icon::critical, buttons::ok});
 }
@@ -366,7 +373,7 @@ failure shelled::state::close_run() {
   log.append(normalize.rest());
   const std::vector<std::string> warnings = settle_run();
   failure not_written = log.finish();
-  lock.release();
+  give_lock_back();
   listener.closed();
   warn(warnings);
   if (not_written)
@@ -491,6 +498,7 @@ void shelled::ExecuteCommand(std::string_view command_line, const run_options& o
     return;
   s_->log_name = options.log;
   s_->tells_outcome = options.tells_outcome;
+  s_->keeps_lock = options.keeps_lock;
   s_->begin(options.first_lines);
   if (!command_line.empty())
     CommandLine = command_line;

@@ -47,12 +47,17 @@ struct run_options {
   /// Whether the user is told at the end how the run went. Whoever tells it himself learns it from
   /// `run_listener::finished`.
   bool tells_outcome = true;
+
+  /// Whether the lock stays taken when the run has ended or did not start: whoever began it goes on
+  /// in the folder, and releases it.
+  bool keeps_lock = false;
 };
 
 class shelled {
  public:
   /// `app` is the program folder (native, absolute), which is also the current folder. `lock` is
-  /// held by whoever started a run; the runner releases it when the run has ended or did not start.
+  /// held by whoever started a run; the runner releases it when the run has ended or did not start,
+  /// but for one that keeps it.
   shelled(run_listener& listener, prompts& ask, process_launcher& launcher, folder_lock& lock,
           std::string app);
   ~shelled();

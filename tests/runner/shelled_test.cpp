@@ -78,6 +78,24 @@ TEST(Shelled, OutcomeIsLeftToWhoeverWantsToTellItHimself) {
   }
 }
 
+TEST(Shelled, LockStaysTakenForWhoeverGoesOnInTheFolder) {
+  fake_run run;
+  run_options options;
+  options.tells_outcome = false;
+  options.keeps_lock = true;
+  ASSERT_TRUE(run.lock.take());
+  run.runner.ExecuteCommand(run.script(), options);
+  run.feed("*process complete\n");
+  EXPECT_FALSE(run.runner.running());
+  EXPECT_TRUE(run.lock.held());
+  // Also where nothing could be started.
+  run.launcher.fails = start_result::step::pipe;
+  run.launcher.error = 5;
+  run.ask.expect({"CreatePipe failed. Error: 5", icon::critical, buttons::ok, "Corvane"});
+  run.runner.ExecuteCommand(run.script(), options);
+  EXPECT_TRUE(run.lock.held());
+}
+
 TEST(Shelled, EmptyCommandLineIsRefusedAndLeavesTheMainWindowDisabled) {
   fake_run run;
   ASSERT_TRUE(run.lock.take());
