@@ -15,11 +15,12 @@ namespace run_file {
 inline constexpr const char* unfinished_import = "unfinished-import.txt";
 }
 
-/// Lists what the import makes before it is whole.
+/// Lists what the import makes before it is whole, beside what an earlier one has left.
 failure note_unfinished(const std::string& app, const import_job& job);
 
-/// Removes what is listed, and the list when nothing of it is left. Only files with the names that
-/// imports give are touched, whatever the list holds.
+/// Removes what is listed, and the list when nothing of it is left: what cannot be removed, and
+/// what lies in a folder that is not there now, stays in it. Only files with the names that imports
+/// give are touched, whatever the list holds.
 void remove_left_imports(const std::string& app);
 
 }  // namespace corvane

@@ -34,6 +34,25 @@ TEST_F(UnfinishedImports, AreRemovedAndNothingElse) {
   remove_left_imports(folder.path());
 }
 
+// A disk that is not mounted now may come back.
+TEST_F(UnfinishedImports, InAFolderThatIsNotThereAreNotForgotten) {
+  import_job lost, next;
+  lost.files = {folder.path("disk/lost.m2v"), {}, {}, folder.path("disk/lost.pass")};
+  next.files = {folder.path("next.m2v"), {}, {}, folder.path("next.pass")};
+  ASSERT_EQ(note_unfinished(folder.path(), lost), std::nullopt);
+  remove_left_imports(folder.path());
+  ASSERT_EQ(note_unfinished(folder.path(), next), std::nullopt);
+  folder.add("next.m2v.part", "x");
+  remove_left_imports(folder.path());
+  EXPECT_FALSE(file_exists(folder.path("next.m2v.part")));
+  EXPECT_EQ(folder.read(run_file::unfinished_import),
+            folder.path("disk/lost.m2v.part") + "\n" + folder.path("disk/lost.pass-0.log") + "\n");
+  folder.add("disk/lost.m2v.part", "x");
+  remove_left_imports(folder.path());
+  EXPECT_FALSE(file_exists(folder.path("disk/lost.m2v.part")));
+  EXPECT_FALSE(entry_exists(list()));
+}
+
 TEST_F(UnfinishedImports, AListOfOtherFilesRemovesNone) {
   folder.add("mine.txt", "x");
   folder.add("film.m2v", "x");
