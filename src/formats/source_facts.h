@@ -75,6 +75,7 @@ struct source_stream {
   bool is_forced = false;
   std::optional<double> start{};           ///< seconds, on the file's clock; may be negative
   std::optional<double> length{};          ///< seconds; to the file's end where it states none
+  bool length_is_files = false;            ///< `length` goes to the file's end, for want of its own
   std::optional<std::int64_t> bit_rate{};  ///< bits a second
   source_video video{};                    ///< of `video` and `picture`
   source_audio audio{};                    ///< of `audio`

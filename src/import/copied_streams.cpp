@@ -2,9 +2,11 @@
 
 #include "examine/measures.h"
 #include "examine/stream_rules.h"
+#include "import/disc_budget.h"
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,9 +25,9 @@ bool is_multiplex(const import_plan& plan) {
   return plan.container == "mpeg" || plan.container == "mpegts";
 }
 
-file_facts facts_of_made(const std::string& file) {
+file_facts facts_of_made(const std::string& file, const std::function<bool()>& goes_on) {
   file_scan scan(temporary_name(file));
-  while (scan.read_slice()) {
+  while (goes_on() && scan.read_slice()) {
   }
   return scan.facts();
 }
@@ -72,21 +74,22 @@ bool encode_video(import_job& job, const file_facts& made) {
     return false;
   video.fate = stream_fate::encoded;
   note(job.plan, video.stream, *why);
-  // About as many bits as it had.
-  if (job.bits.quality == import_quality::fill_disc) {
+  // About as many bits as it had, which are what is counted of the disc.
+  if (job.bits.quality == import_quality::fill_disc && made.video->seconds > 0) {
     const double rate = static_cast<double>(made.size) * 8 / made.video->seconds;
+    const auto most = static_cast<double>(std::min(job.bits.peak, most_mean_rate));
     job.bits.quality = import_quality::mean_rate;
-    job.bits.mean = std::clamp(static_cast<std::int64_t>(rate), job.bits.mean, job.bits.peak);
+    job.bits.mean = std::llround(std::clamp(rate, static_cast<double>(least_rate), most));
   }
   return true;
 }
 
-bool encode_sound(import_job& job, std::size_t number) {
+bool encode_sound(import_job& job, std::size_t number, const std::function<bool()>& goes_on) {
   sound_work& work = job.plan.sound.streams[number];
   if (work.fate != stream_fate::copied)
     return false;
-  const file_facts made = facts_of_made(job.files.sounds[number]);
-  if (!made.audio)
+  const file_facts made = facts_of_made(job.files.sounds[number], goes_on);
+  if (!made.whole || !made.audio)
     return false;
   const auto why = why_gaps(work.source_seconds, seconds_of(made.audio->length));
   if (!why)
@@ -98,14 +101,11 @@ bool encode_sound(import_job& job, std::size_t number) {
 
 }  // namespace
 
-file_facts facts_of_made_video(const import_job& job) {
-  return facts_of_made(job.files.video);
-}
-
-bool encode_what_cannot_stay(import_job& job, const file_facts& made) {
+bool encode_what_cannot_stay(import_job& job, const file_facts& made,
+                             const std::function<bool()>& goes_on) {
   bool changed = encode_video(job, made);
   for (std::size_t i = 0; is_multiplex(job.plan) && i < job.plan.sound.streams.size(); ++i)
-    changed = encode_sound(job, i) || changed;
+    changed = encode_sound(job, i, goes_on) || changed;
   return changed;
 }
 

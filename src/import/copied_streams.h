@@ -9,10 +9,9 @@
 #include "examine/file_facts.h"
 #include "import/import_script.h"
 
-namespace corvane {
+#include <functional>
 
-/// What is in the video that stands under its temporary name; reads it all.
-file_facts facts_of_made_video(const import_job& job);
+namespace corvane {
 
 /// Looks at what was copied, under its temporary names; `made` is in the video. Has encoded instead
 /// each stream with gaps, which fills them with silence or the picture before, and a video that has
@@ -20,7 +19,10 @@ file_facts facts_of_made_video(const import_job& job);
 /// run again.
 ///
 /// Gaps are looked for in multiplexes alone, MPEG's program and transport streams: what other
-/// containers state of lengths is not exact enough. Reads all sound that was copied.
-bool encode_what_cannot_stay(import_job& job, const file_facts& made);
+/// containers state of lengths is not exact enough. Reads all sound that was copied, as long as
+/// `goes_on` says that it is wanted.
+bool encode_what_cannot_stay(
+    import_job& job, const file_facts& made,
+    const std::function<bool()>& goes_on = [] { return true; });
 
 }  // namespace corvane

@@ -1,6 +1,7 @@
 #include "import/import_batch.h"
 
 #include "examine/examination.h"
+#include "formats/text.h"
 #include "import/finish_import.h"
 #include "import/import_bits.h"
 #include "import/language_codes.h"
@@ -163,8 +164,9 @@ import_batch plan_batch(const std::vector<probed_source>& sources, const titlese
   import_batch batch;
   titleset_demands now = demands;
   std::set<std::string> names;
+  // Some file systems know a name in capitals for the same.
   const auto is_taken = [&](const std::string& file) {
-    return names.contains(file) || place.is_taken(file);
+    return names.contains(lower(file)) || place.is_taken(file);
   };
   for (const probed_source& source : sources) {
     batch_entry& entry = batch.entries.emplace_back();
@@ -183,7 +185,7 @@ import_batch plan_batch(const std::vector<probed_source>& sources, const titlese
       continue;
     }
     for (const std::string& file : job.files.all())
-      names.insert(file);
+      names.insert(lower(file));
     now = demands_after(job.plan, now);
     follow_tags(now, job.plan);
   }
@@ -193,6 +195,8 @@ import_batch plan_batch(const std::vector<probed_source>& sources, const titlese
 
 void add_to_project(document& doc, const import_job& job) {
   const import_plan& plan = job.plan;
+  // Titles that were planned before it may not have come.
+  const titleset_demands now = demands_of_project(doc.p);
   imported_title title;
   std::vector<std::string> streams{job.files.video};
   streams.insert(streams.end(), job.files.sounds.begin(), job.files.sounds.end());
@@ -207,11 +211,10 @@ void add_to_project(document& doc, const import_job& job) {
     }
   title.subtitles = stored(texts);
   add_imported_title(doc, title, plan.demands.standard.value_or(video_standard::ntsc));
-  set_language_tags(doc, disc_language::stream_kind::audio, entries_of(plan.sound_tags));
-  const bool are_all = texts.size() == plan.texts.size();
+  set_language_tags(doc, disc_language::stream_kind::audio,
+                    entries_of(sound_tags_beside(now, plan)));
   set_language_tags(doc, disc_language::stream_kind::subpicture,
-                    entries_of(are_all ? plan.subtitle_tags
-                                       : agreed_tags(plan.demands.subtitle_languages, languages)));
+                    entries_of(subtitle_tags_beside(now, languages)));
 }
 
 }  // namespace corvane

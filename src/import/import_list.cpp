@@ -3,6 +3,7 @@
 #include "examine/measures.h"
 #include "examine/space_rules.h"
 #include "formats/numbers.h"
+#include "formats/text.h"
 #include "import/codec_names.h"
 #include "import/finish_import.h"
 #include "import/import_words.h"
@@ -182,8 +183,12 @@ void add_made(item_summary& summary, const probed_source& source, const import_j
                                               fate_of_sidecar(source, text) + text.problem});
   const bool is_silent =
       std::ranges::any_of(plan.sound.streams, [](const sound_work& work) { return !work.stream; });
+  const bool has_sound = std::ranges::any_of(source.facts.streams, [](const source_stream& s) {
+    return s.kind == source_kind::audio && s.decodes;
+  });
   if (is_silent)
-    summary.lines.push_back({"silence", "made, since it has no sound"});
+    summary.lines.push_back({"silence", has_sound ? "made, since its sound was left out"
+                                                  : "made, since it has no sound"});
   else if (plan.sound.streams.empty())
     summary.lines.push_back({"sound", "none"});
   if (!plan.chapters.empty())
@@ -209,7 +214,11 @@ void import_list::follow(const project& p) {
 
 bool import_list::add(const std::string& file) {
   const std::string whole = absolute_path(file);
-  if (std::ranges::any_of(entries_, [&](const entry& e) { return e.source.file == whole; }))
+  const auto is_same = [&](const entry& e) {
+    return native_style() == path_style::windows ? lower(e.source.file) == lower(whole)
+                                                 : e.source.file == whole;
+  };
+  if (std::ranges::any_of(entries_, is_same))
     return false;
   if (folder_.empty())
     folder_ = absolute_path(text_of(path_of(whole).parent_path()));
@@ -424,7 +433,7 @@ std::string import_list::trouble() const {
     return !entries_.empty() &&
                    std::ranges::all_of(entries_,
                                        [](const entry& e) { return e.now == stage::planned; })
-               ? "None of these files can be imported; the list says why."
+               ? "None of these files can be imported, for the reasons that stand with them."
                : "";
   if (!problem_.empty())
     return problem_;
@@ -438,6 +447,8 @@ std::string import_list::trouble() const {
 }
 
 std::vector<import_job> import_list::begin() {
+  // Something may have been given one of the names since.
+  plan();
   std::vector<import_job> jobs;
   running_.clear();
   for (std::size_t i = 0; i < entries_.size(); ++i) {
@@ -465,6 +476,10 @@ void import_list::ended(const import_end& end, bool stopped) {
     e.no_text_in = texts_left_out(e.plan.job);
   if (stopped)
     give_up();
+}
+
+void import_list::changed(std::size_t job, const import_job& now) {
+  entries_[running_[job]].plan.job = now;
 }
 
 void import_list::give_up() {

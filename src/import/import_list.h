@@ -1,4 +1,4 @@
-// The files that a window imports: what is known of each, what becomes of it as things are chosen
+// The files of an import: what is known of each, what becomes of it as things are chosen
 // now, in words for a person, and what has come of it.
 //
 // Looking into files and running is done by who owns it; here everything is at once. Rows are
@@ -92,6 +92,8 @@ class import_list {
   // What is told of them; numbers are those of the jobs.
   void runs(std::size_t job);
   void ended(const import_end& end, bool stopped);
+  /// The job as it has become; to be told before it has ended.
+  void changed(std::size_t job, const import_job& now);
   /// Nothing of what `begin` gave has begun.
   void give_up();
 

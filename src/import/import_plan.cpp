@@ -44,7 +44,7 @@ class planner {
     plan_.seconds /= speed().value();
     for (const source_stream& stream : file_.streams)
       plan_.streams.push_back(fate_of(stream));
-    plan_sound_tags();
+    plan_.sound_tags = sound_tags_beside(plan_.demands, plan_);
     return std::move(plan_);
   }
 
@@ -70,6 +70,7 @@ class planner {
       plan_.seconds = *video_->length;
     else if (file_.length)
       plan_.seconds = std::max(0.0, *file_.length - plan_.begin);
+    plan_.may_end_earlier = !video_->length || video_->length_is_files;
   }
 
   void plan_video() {
@@ -106,7 +107,7 @@ class planner {
     std::vector<std::string> own;
     for (const text_plan& text : plan_.texts)
       own.push_back(text.language);
-    plan_.subtitle_tags = agreed_tags(tags, own);
+    plan_.subtitle_tags = subtitle_tags_beside(plan_.demands, own);
   }
 
   void plan_chapters() {
@@ -119,16 +120,6 @@ class planner {
     std::sort(plan_.chapters.begin(), plan_.chapters.end());
     plan_.chapters.erase(std::unique(plan_.chapters.begin(), plan_.chapters.end()),
                          plan_.chapters.end());
-  }
-
-  void plan_sound_tags() {
-    std::vector<std::string> tags, own;
-    if (plan_.demands.sounds)
-      for (const titleset_sound& sound : *plan_.demands.sounds)
-        tags.push_back(sound.language);
-    for (const sound_work& work : plan_.sound.streams)
-      own.push_back(work.language);
-    plan_.sound_tags = agreed_tags(tags, own);
   }
 
   planned_stream fate_of(const source_stream& stream) const {
@@ -201,6 +192,22 @@ class planner {
 };
 
 }  // namespace
+
+std::vector<std::string> sound_tags_beside(const titleset_demands& demands,
+                                           const import_plan& plan) {
+  std::vector<std::string> tags, own;
+  if (demands.sounds)
+    for (const titleset_sound& sound : *demands.sounds)
+      tags.push_back(sound.language);
+  for (const sound_work& work : plan.sound.streams)
+    own.push_back(work.language);
+  return agreed_tags(tags, own);
+}
+
+std::vector<std::string> subtitle_tags_beside(const titleset_demands& demands,
+                                              const std::vector<std::string>& languages) {
+  return agreed_tags(demands.subtitle_languages, languages);
+}
 
 import_plan import_plan_for(const source_facts& file, const std::vector<sidecar>& beside,
                             const titleset_demands& demands, const import_choices& choices,

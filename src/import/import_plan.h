@@ -47,18 +47,28 @@ struct import_plan {
   titleset_demands demands{};  ///< with standard and proportions, which the file may have decided
   double begin = 0;            ///< of the picture, seconds after the beginning of the file
   double seconds = 0;          ///< that the title lasts; 0: not known
+  /// The file does not say how long its picture lasts: `seconds` go to the end of the file.
+  bool may_end_earlier = false;
   std::int64_t source_bytes = 0;  ///< of the whole file
   std::string container{};        ///< of the file, a name that FFmpeg has for it; may be empty
   video_plan video{};
   sound_plan sound{};
   std::vector<text_plan> texts{};
-  std::vector<planned_stream> streams{};  ///< all of the source, in its order
-  std::vector<double> chapters{};         ///< seconds of the title, rising; 99 at most
+  /// All of the source, in its order; those that were left out by choice stand last.
+  std::vector<planned_stream> streams{};
+  std::vector<double> chapters{};  ///< seconds of the title, rising; 99 at most
   /// What the disc's streams are to be tagged with from now on, stream 1 first: two letters, lower
   /// case, or nothing where titles have different languages.
   std::vector<std::string> sound_tags{};
   std::vector<std::string> subtitle_tags{};
 };
+
+/// The tags of a disc's streams when a title of this plan comes to what `demands` tell of it: of
+/// its sound, and of subtitles in these languages.
+std::vector<std::string> sound_tags_beside(const titleset_demands& demands,
+                                           const import_plan& plan);
+std::vector<std::string> subtitle_tags_beside(const titleset_demands& demands,
+                                              const std::vector<std::string>& languages);
 
 /// `beside`: subtitle files that belong to the file. `preferred`: the standard where neither
 /// project nor file decides.

@@ -26,6 +26,8 @@ constexpr std::uintmax_t largest_log = std::uintmax_t{16} << 20;
 /// Nothing is said of the time before so much of it has gone.
 constexpr double first_word = 3;
 
+constexpr const char* stopped = "it was stopped";
+
 /// Only the end is more.
 constexpr double most_percent = 99.9;
 
@@ -41,6 +43,19 @@ std::string reason_in(const std::vector<std::string>& errors) {
   if (const std::size_t mark = reason.find(error_mark); mark != std::string::npos)
     reason.erase(0, mark + std::string_view(error_mark).size());
   return reason;
+}
+
+/// "the video is encoded after all: 12.5 s are missing inside it".
+std::string encoded_after_all(const import_plan& before, const import_plan& now) {
+  std::string text;
+  for (std::size_t i = 0; i < now.streams.size(); ++i) {
+    const planned_stream& stream = now.streams[i];
+    if (stream.fate != before.streams[i].fate)
+      text += std::string(text.empty() ? "" : "; ") +
+              (stream.stream == now.video.stream ? "the video" : "sound") +
+              " is encoded after all: " + stream.reason;
+  }
+  return text;
 }
 
 }  // namespace
@@ -73,7 +88,7 @@ failure import_run::start() {
   return std::nullopt;
 }
 
-// The work of finishing is next to nothing.
+// What is finished behind the encoder is little: its video has been looked through by then.
 double import_run::work_of(const import_job& job) const {
   return std::max(job.plan.seconds, 1.0) * (has_two_passes(job) ? 2 : 1);
 }
@@ -86,14 +101,15 @@ void import_run::begin_script() {
   tell();
   const std::string script = join_path(app_, run_file::import_script);
   note_unfinished(app_, jobs_[job_]);  // if it cannot be written, nor can the script
+  video_ = std::make_unique<followed_video>(temporary_name(jobs_[job_].files.video));
   if (const failure why = write_file(script, import_script({jobs_[job_]}, app_))) {
-    lock_.release();
     script_end_ = "\"" + script + "\" cannot be written: " + *why;
     return;
   }
   run_options options;
   options.log = run_file::import_log;
   options.tells_outcome = false;
+  options.keeps_lock = true;  // nobody else may take what is being finished for something left
   runner_.ExecuteCommand(script, options);
 }
 
@@ -129,8 +145,6 @@ std::string import_run::join_logs() {
 }
 
 void import_run::finished(const run_end& end) {
-  // Nobody else may take what is being finished for something left behind.
-  lock_.take();
   const std::string trouble = writing_trouble_in(join_logs());
   if (!trouble.empty())
     script_end_ = trouble;
@@ -162,17 +176,23 @@ void import_run::tell() {
 void import_run::finish_streams() {
   now_.finishing = true;
   tell();
-  finishing_ = std::async(std::launch::async, [job = jobs_[job_]] { return finish(job); });
+  finishing_ = std::async(std::launch::async, [this, job = jobs_[job_]] { return finish(job); });
 }
 
 import_run::finished_job import_run::finish(import_job job) {
   finished_job done{std::move(job), {}, {}};
-  const file_facts made = facts_of_made_video(done.job);
-  done.again = encode_what_cannot_stay(done.job, made);
-  if (done.again)
+  const file_facts made = video_->facts();
+  if (made.kind == file_kind::unreadable && entry_exists(temporary_name(done.job.files.video))) {
+    done.problem = done.job.files.video + ": " + made.why_unreadable;
+    return done;
+  }
+  done.again = encode_what_cannot_stay(done.job, made, [this] { return !given_up_; });
+  if (given_up_)
+    done.problem = stopped;
+  if (done.again || given_up_)
     return done;
   if (const double missing = missing_seconds(done.job, made); missing > 0) {
-    done.note = missing_text(missing);
+    done.note = missing_text(done.job.plan, missing);
     if (source_has_changed(done.job))
       done.problem = "the file was changed, or went away, while it was read: " + done.note;
     else
@@ -186,14 +206,25 @@ import_run::finished_job import_run::finish(import_job job) {
 void import_run::take_finished() {
   finished_job done = finishing_.get();
   if (done.again && stopping_)
-    return end_job("it was stopped");
+    return end_job(stopped);
   if (done.again) {
-    jobs_[job_] = std::move(done.job);
-    return begin_script();
+    return run_again(std::move(done.job));
   }
   if (done.problem.empty())
     jobs_[job_] = std::move(done.job);
   end_job(std::move(done.problem), std::move(done.note));
+}
+
+/// Streams of it could not stay as they were.
+void import_run::run_again(import_job job) {
+  const std::string why = encoded_after_all(jobs_[job_].plan, job.plan);
+  log_ += "INFO: \"" + job.source + "\": " + why + "\r\n";
+  remove_unfinished(jobs_[job_]);
+  jobs_[job_] = std::move(job);
+  now_.percent = 0;
+  if (events_.again)
+    events_.again(job_, why);
+  begin_script();
 }
 
 /// For what is told before the next import. A file that cannot be written costs it its guess.
@@ -218,6 +249,7 @@ void import_run::log_end(const import_end& end) {
 
 void import_run::end_job(std::string problem, std::string note) {
   script_end_.reset();
+  video_.reset();
   if (!problem.empty()) {
     remove_unfinished(jobs_[job_]);
     note.clear();
@@ -234,11 +266,8 @@ void import_run::end_job(std::string problem, std::string note) {
 }
 
 void import_run::next() {
-  if (++job_ < jobs_.size() && !stopping_ && lock_.take())
+  if (++job_ < jobs_.size() && !stopping_)
     return begin_script();
-  for (; !stopping_ && job_ < jobs_.size(); ++job_)
-    if (events_.ended)
-      events_.ended({job_, "another run of the program is going on", {}});
   running_ = false;
   lock_.release();
   if (events_.done)
@@ -270,11 +299,14 @@ void import_run::stop() {
   if (!running_)
     return;
   stopping_ = true;
-  if (finishing_.valid())
+  if (finishing_.valid()) {
+    given_up_ = true;
+    video_->give_up();
     return take_finished();
+  }
   runner_.stop();
   // It may have come to its end by itself; its streams are not finished then.
-  end_job("it was stopped");
+  end_job(stopped);
 }
 
 }  // namespace corvane

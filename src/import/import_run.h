@@ -5,10 +5,12 @@
 #pragma once
 
 #include "import/import_script.h"
+#include "import/followed_video.h"
 #include "platform/files/folder_lock.h"
 #include "project/prompts.h"
 #include "runner/shelled.h"
 
+#include <atomic>
 #include <cstddef>
 #include <functional>
 #include <future>
@@ -31,7 +33,8 @@ struct import_progress {
   std::size_t job = 0;  ///< 0-based, among all
   bool first_pass = false;
   bool finishing = false;  ///< its streams get what the encoder has left out
-  double percent = 0;      ///< of all imports' work; never goes back
+  /// Of all imports' work. Goes back only where streams that were copied are encoded after all.
+  double percent = 0;
   std::optional<double> pictures_a_second{};
   std::optional<double> seconds_left{};  ///< of all; not set as long as nothing can be said
 };
@@ -46,6 +49,9 @@ struct import_end {
 
 struct import_events {
   std::function<void(const import_progress&)> progress;
+  /// What was to be copied could not stay as it was, for the reasons in `why`, a sentence without a
+  /// full stop: the import runs once more, and `jobs` has it as it is now.
+  std::function<void(std::size_t job, const std::string& why)> again;
   /// An import has ended. Its files have their names now, or none of them is there.
   std::function<void(const import_end&)> ended;
   /// The last one has ended, or they were stopped; nothing goes on any more.
@@ -65,12 +71,13 @@ class import_run : private run_listener {
   /// One pass; to be called some times a second while `running`.
   void update();
 
-  /// Ends what goes on; what is not complete is removed. Waits for streams that are being finished.
+  /// Ends what goes on; what is not complete is removed. Streams that are being finished are
+  /// complete when that is nearly done, and not otherwise; it is waited for.
   void stop();
 
   bool running() const { return running_; }
   /// Of those that have ended, as they have become: a film whose end could not be read is shorter,
-  /// and has no chapters there.
+  /// and has no chapters there; streams may have been encoded after all.
   const std::vector<import_job>& jobs() const { return jobs_; }
 
  private:
@@ -90,8 +97,9 @@ class import_run : private run_listener {
     std::string problem, note;
     bool again = false;  ///< its script has to run once more, as the job is now
   };
-  static finished_job finish(import_job job);
+  finished_job finish(import_job job);
   void take_finished();
+  void run_again(import_job job);
   void end_job(std::string problem, std::string note = {});
   void log_end(const import_end& end);
   void keep_speed() const;
@@ -111,6 +119,8 @@ class import_run : private run_listener {
   std::size_t job_ = 0;
   std::string log_;                        ///< of the imports that have ended
   std::optional<std::string> script_end_;  ///< what the script failed for, or empty; not set: runs
+  std::unique_ptr<followed_video> video_;      ///< of the script that runs, or has run
+  std::atomic<bool> given_up_{false};      ///< what is being finished is not wanted any more
   std::future<finished_job> finishing_;
   import_progress now_;
   double began_ = 0;        ///< of the clock, seconds

@@ -56,7 +56,10 @@ bool source_has_changed(const import_job& job) {
          (job.plan.source_bytes > 0 && *size != static_cast<std::uintmax_t>(job.plan.source_bytes));
 }
 
-std::string missing_text(double missing) {
+std::string missing_text(const import_plan& plan, double missing) {
+  if (plan.may_end_earlier)
+    return "the picture ends " + clock_text(missing) +
+           " before the file does; what is heard after it is left out";
   return "the last " + clock_text(missing) + " of it could not be read and are missing";
 }
 

@@ -24,6 +24,6 @@ failure end_earlier(import_job& job, double missing);
 bool source_has_changed(const import_job& job);
 
 /// "the last 0:30 of it could not be read and are missing".
-std::string missing_text(double missing);
+std::string missing_text(const import_plan& plan, double missing);
 
 }  // namespace corvane

@@ -282,8 +282,10 @@ void fill_lengths(source_facts& facts) {
   for (source_stream& stream : facts.streams) {
     const bool lasts = stream.kind == source_kind::video || stream.kind == source_kind::audio;
     const double late = stream.start.value_or(0) - facts.start.value_or(0);
-    if (lasts && !stream.length && facts.length && *facts.length > late)
+    if (lasts && !stream.length && facts.length && *facts.length > late) {
       stream.length = *facts.length - late;
+      stream.length_is_files = true;
+    }
   }
 }
 

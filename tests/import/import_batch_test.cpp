@@ -169,5 +169,28 @@ TEST_F(ImportBatch, TagsEndWhereALanguageIsNotKnown) {
   EXPECT_EQ(doc.p.languagetags, rows{});
 }
 
+// Some file systems know both for the same.
+TEST_F(ImportBatch, NamesThatDifferInCapitalsAloneAreTaken) {
+  const import_batch batch =
+      plan_batch({probed("Film.mkv", film(60)), probed("film.mp4", film(60))}, {}, place());
+  EXPECT_EQ(batch.entries.at(0).job.files.video, join_path(folder.path("out"), "Film.m2v"));
+  EXPECT_EQ(batch.entries.at(1).job.files.video, join_path(folder.path("out"), "film (2).m2v"));
+}
+
+// The second was planned to agree with the first.
+TEST_F(ImportBatch, TagsAreThoseOfTheTitlesThatCame) {
+  source_facts german = film(60, "deu"), english = film(60, "eng");
+  german.streams.push_back(made_text("subrip", "deu"));
+  english.streams.push_back(made_text("subrip", "eng"));
+  german.streams.back().index = english.streams.back().index = 2;
+  const import_batch batch =
+      plan_batch({probed("a.mp4", german), probed("b.mp4", english)}, {}, place());
+  const import_job& job = batch.entries.at(1).job;
+  for (const std::string& file : job.files.all())
+    folder.add("out/" + file.substr(file.find_last_of("/\\") + 1));
+  add_to_project(doc, job);
+  EXPECT_EQ(doc.p.languagetags, (rows{"Audio tag:\tENGLISH EN", "Subtitle tag:\tENGLISH EN"}));
+}
+
 }  // namespace
 }  // namespace corvane

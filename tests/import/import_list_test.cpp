@@ -112,13 +112,31 @@ TEST_F(ImportList, StreamsAreLeftOutByChoice) {
 TEST_F(ImportList, FilmWhoseSoundIsLeftOutIsSilent) {
   add_film("a.mp4");
   list.want(0, {false});
-  EXPECT_EQ(list.summary(0).lines[2], (summary_line{"silence", "made, since it has no sound"}));
+  EXPECT_EQ(list.summary(0).lines[2],
+            (summary_line{"silence", "made, since its sound was left out"}));
+}
+
+// Hours later they could not be given any more.
+TEST_F(ImportList, NamesThatWereTakenMeanwhileAreNotGiven) {
+  add_film("a.mp4");
+  folder.add("out/a.m2v", "another's");
+  EXPECT_EQ(list.begin().at(0).files.video, join_path(folder.path("out"), "a (2).m2v"));
+}
+
+TEST_F(ImportList, AStreamThatIsEncodedAfterAllIsToldOf) {
+  add_film("a.mp4");
+  import_job job = list.begin().at(0);
+  job.plan.streams.at(0) = {0, stream_fate::encoded, "12 s are missing inside it"};
+  list.changed(0, job);
+  list.ended({0, ""}, false);
+  EXPECT_THAT(list.summary(0).lines.at(0).text, HasSubstr("encoded: 12 s are missing inside it"));
 }
 
 TEST_F(ImportList, SaysWhatIsInTheWayAndWhatToDo) {
   EXPECT_EQ(list.trouble(), "");
   add_broken("none.mp4");
-  EXPECT_EQ(list.trouble(), "None of these files can be imported; the list says why.");
+  EXPECT_EQ(list.trouble(),
+            "None of these files can be imported, for the reasons that stand with them.");
   add_film("a.mp4", 3600);
   EXPECT_EQ(list.trouble(), "");
   EXPECT_TRUE(list.may_begin());

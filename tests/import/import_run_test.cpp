@@ -41,6 +41,9 @@ class ImportRun : public testing::Test {
   void begin(std::vector<import_job> jobs) {
     import_events events;
     events.progress = [this](const import_progress& p) { told.push_back(p); };
+    events.again = [this](std::size_t number, const std::string& why) {
+      again.push_back(std::to_string(number) + ": " + why);
+    };
     events.ended = [this](const import_end& e) {
       ended.push_back(std::to_string(e.job) + ": " + e.problem);
       if (!e.note.empty())
@@ -55,9 +58,9 @@ class ImportRun : public testing::Test {
     run->update();
   }
   /// What the tool would have made.
-  void make(const import_job& made) {
+  void make(const import_job& made, const std::string& video = "stream") {
     for (const std::string& file : made.files.all())
-      app.add(name_of(file) + ".part", "stream");
+      app.add(name_of(file) + ".part", file == made.files.video ? video : "stream");
   }
   static std::string name_of(const std::string& file) {
     return file.substr(file.find_last_of("/\\") + 1);
@@ -76,7 +79,7 @@ class ImportRun : public testing::Test {
   testing_support::fake_launcher launcher;
   folder_lock lock{app.path()};
   std::vector<import_progress> told;
-  std::vector<std::string> ended, notes;
+  std::vector<std::string> again, ended, notes;
   std::vector<bool> done;
   std::optional<import_run> run;
 };
@@ -156,8 +159,7 @@ TEST_F(ImportRun, AFilmWhoseEndCannotBeReadIsAddedWithAWord) {
   a.plan.sound.streams.at(0).fate = stream_fate::encoded;
   a.plan.chapters = {0, 30};
   begin({a});
-  make(a);
-  app.add("a.m2v.part", testing_support::small_video());
+  make(a, testing_support::small_video());
   app.add("a.ac3.part", std::string(1'440'000, 'x'));
   feed(complete);
   wait_for_ends(1);
@@ -172,8 +174,7 @@ TEST_F(ImportRun, ASourceThatIsCutOffWhileItIsReadIsNotImported) {
   import_job a = job("a.mp4");
   a.plan.source_bytes = 1000;
   begin({a});
-  make(a);
-  app.add("a.m2v.part", testing_support::small_video());
+  make(a, testing_support::small_video());
   app.add("a.ac3.part", std::string(1'440'000, 'x'));
   feed(complete);
   wait_for_ends(1);
@@ -181,6 +182,63 @@ TEST_F(ImportRun, ASourceThatIsCutOffWhileItIsReadIsNotImported) {
                                            "read: the last 1:00 of it")));
   EXPECT_FALSE(file_exists(a.files.video));
   EXPECT_FALSE(file_exists(a.files.video + ".part"));
+}
+
+// A recording in which packets are missing: a stream that is copied has no times.
+TEST_F(ImportRun, WhatCannotStayAsItWasIsEncodedInASecondRun) {
+  import_job a = job("a.mpg", true);
+  a.plan.container = "mpegts";
+  a.plan.seconds = 10;
+  begin({a});
+  EXPECT_THAT(app.read("import.bat"), HasSubstr("-c:v copy"));
+  make(a, testing_support::small_video());
+  feed(complete);
+  for (int i = 0; i < 500 && launcher.started.size() < 2; ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    run->update();
+  }
+  ASSERT_EQ(launcher.started.size(), 2u);
+  EXPECT_TRUE(lock.held());
+  EXPECT_THAT(app.read("import.bat"), testing::Not(HasSubstr("-c:v copy")));
+  EXPECT_FALSE(file_exists(a.files.video + ".part")) << "the first run's";
+  EXPECT_THAT(again, ElementsAre(HasSubstr("0: the video is encoded after all: 9.97 s")));
+  EXPECT_EQ(run->jobs()[0].plan.video.fate, stream_fate::encoded);
+  EXPECT_LT(told.back().percent, 50);
+  run->stop();
+  EXPECT_THAT(ended, ElementsAre("0: it was stopped"));
+  EXPECT_THAT(app.read("CorvaneIMPORT.txt"), HasSubstr("are missing inside it\r\n"));
+}
+
+TEST_F(ImportRun, AStopWhileStreamsAreFinishedDoesNotWaitForAllOfThem) {
+  const import_job a = job("a.mpg", true);
+  begin({a});
+  make(a, testing_support::small_video());
+  feed(complete);
+  run->stop();
+  EXPECT_EQ(ended.size(), 1u);
+  EXPECT_FALSE(run->running());
+  EXPECT_FALSE(file_exists(a.files.video + ".part"));
+}
+
+TEST_F(ImportRun, AVideoThatCannotBeReadFailsIt) {
+  const import_job a = job("a.mpg", true);
+  begin({a});
+  app.add("a.m2v.part/folder", "which cannot be read as a file");
+  feed(complete);
+  wait_for_ends(1);
+  EXPECT_THAT(ended, ElementsAre("0: " + a.files.video + ": it cannot be read"));
+}
+
+TEST_F(ImportRun, WhereNobodyKnewThePicturesLengthItsEndIsNotCalledDamage) {
+  import_job a = job("a.mp4");
+  a.plan.may_end_earlier = true;
+  begin({a});
+  make(a, testing_support::small_video());
+  app.add("a.ac3.part", std::string(1'440'000, 'x'));
+  feed(complete);
+  wait_for_ends(1);
+  EXPECT_THAT(notes, ElementsAre("the picture ends 1:00 before the file does; what is heard after "
+                                 "it is left out"));
 }
 
 TEST_F(ImportRun, WhatAKilledProgramHasLeftIsRemoved) {

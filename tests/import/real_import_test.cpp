@@ -6,6 +6,7 @@
 #include "import/disc_budget.h"
 #include "import/encoder_complaints.h"
 #include "import/finish_import.h"
+#include "import/followed_video.h"
 #include "import/import_bits.h"
 #include "import/import_script.h"
 #include "import/short_film.h"
@@ -62,6 +63,10 @@ class RealImport : public testing::Test {
       if (ending == of)
         facts.container = container;
     return facts;
+  }
+
+  static file_facts facts_of_made(const import_job& job) {
+    return followed_video(temporary_name(job.files.video)).facts();
   }
 
   import_job job_for(const std::string& source, const source_facts& facts,
@@ -395,12 +400,12 @@ TEST_F(RealImport, GapsInWhatWouldBeCopiedAreFilled) {
     ASSERT_EQ(job.plan.video.fate, stream_fate::copied);
     ASSERT_EQ(job.plan.sound.streams.at(0).fate, stream_fate::copied);
     ASSERT_TRUE(run(job));
-    EXPECT_TRUE(encode_what_cannot_stay(job, facts_of_made_video(job)));
+    EXPECT_TRUE(encode_what_cannot_stay(job, facts_of_made(job)));
     EXPECT_EQ(job.plan.video.fate, both ? stream_fate::encoded : stream_fate::copied);
     EXPECT_EQ(job.plan.sound.streams.at(0).fate, stream_fate::encoded);
     EXPECT_NE(job.plan.streams.at(1).reason.find(" are missing inside it"), std::string::npos);
     ASSERT_TRUE(run(job));
-    EXPECT_FALSE(encode_what_cannot_stay(job, facts_of_made_video(job)));
+    EXPECT_FALSE(encode_what_cannot_stay(job, facts_of_made(job)));
     EXPECT_EQ(finish_import(job), std::nullopt);
     EXPECT_EQ(findings(job), nothing);
     EXPECT_NEAR(video_of_job(job).seconds, 4.004, 0.04);
@@ -418,12 +423,18 @@ TEST_F(RealImport, VideoThatOnlyItsBytesShowToBeBeyondADiscIsEncoded) {
     import_job job = job_for(name, made_source(video, sound));
     ASSERT_EQ(job.plan.video.fate, stream_fate::copied);
     ASSERT_TRUE(run(job));
-    EXPECT_TRUE(encode_what_cannot_stay(job, facts_of_made_video(job)));
+    EXPECT_TRUE(encode_what_cannot_stay(job, facts_of_made(job)));
     EXPECT_EQ(job.plan.video.fate, stream_fate::encoded);
     EXPECT_EQ(job.plan.sound.streams.at(0).fate, stream_fate::copied);
     EXPECT_NE(job.plan.streams.at(0).reason, "");
+    // As many bits as it had, since those are counted of the disc.
+    EXPECT_EQ(job.bits.quality, import_quality::mean_rate);
+    const file_facts copied = facts_of_made(job);
+    EXPECT_NEAR(
+        static_cast<double>(job.bits.mean),
+        std::clamp(static_cast<double>(copied.size) * 8 / copied.video->seconds, 7e5, 8.5e6), 1);
     ASSERT_TRUE(run(job));
-    EXPECT_FALSE(encode_what_cannot_stay(job, facts_of_made_video(job)));
+    EXPECT_FALSE(encode_what_cannot_stay(job, facts_of_made(job)));
     EXPECT_EQ(finish_import(job), std::nullopt);
     EXPECT_EQ(findings(job), nothing);
     for (const std::string& file : job.files.all())
@@ -439,11 +450,11 @@ TEST_F(RealImport, WhatHasNoGapsStaysCopied) {
     ++stream.index;
   import_job job = job_for("ready.mpg", facts);
   ASSERT_TRUE(run(job));
-  EXPECT_FALSE(encode_what_cannot_stay(job, facts_of_made_video(job)));
+  EXPECT_FALSE(encode_what_cannot_stay(job, facts_of_made(job)));
   // Of other containers nobody knows it so well.
   job.plan.seconds += 1;
   job.plan.container = "matroska";
-  EXPECT_FALSE(encode_what_cannot_stay(job, facts_of_made_video(job)));
+  EXPECT_FALSE(encode_what_cannot_stay(job, facts_of_made(job)));
 }
 
 TEST_F(RealImport, VideoThatHasItsEndStaysAsItIs) {
@@ -561,7 +572,7 @@ TEST_F(InStep, ASourceThatIsCutOffMakesAShorterTitle) {
   job.source = folder_.add("cut.mkv", whole.substr(0, whole.size() / 2));
   job.plan.chapters = {0, 11};
   ASSERT_TRUE(run(job));
-  const double missing = missing_seconds(job, facts_of_made_video(job));
+  const double missing = missing_seconds(job, facts_of_made(job));
   EXPECT_GT(missing, 3);
   EXPECT_LT(missing, 9);
   ASSERT_EQ(end_earlier(job, missing), std::nullopt);
@@ -575,7 +586,7 @@ TEST_F(InStep, ASourceThatIsCutOffMakesAShorterTitle) {
 TEST_F(InStep, AWholeFilmLacksNothing) {
   const import_job job = job_for("late.mp4", facts(0, 0.5, "aac"));
   ASSERT_TRUE(run(job));
-  EXPECT_EQ(missing_seconds(job, facts_of_made_video(job)), 0);
+  EXPECT_EQ(missing_seconds(job, facts_of_made(job)), 0);
   remove_unfinished(job);
 }
 

@@ -119,6 +119,10 @@ class console_import {
     const auto launcher = make_process_launcher();
     import_events events;
     events.progress = [this](const import_progress& p) { tell_progress(p); };
+    events.again = [this](std::size_t job, const std::string& why) {
+      out_.end_progress();
+      out_.message("\"" + run_->jobs()[job].source + "\": " + why + ".");
+    };
     events.ended = [this](const import_end& end) { take(end); };
     import_run run(std::move(jobs), std::move(events), ask_, *launcher, lock, app_);
     run_ = &run;

@@ -725,6 +725,10 @@ void import_window::begin() {
       show_text(*step_, progress_text(p, run_->jobs()));
       show_rows();
     };
+    on.again = [this](std::size_t job, const std::string&) {
+      list_.changed(job, run_->jobs()[job]);
+      show_details();
+    };
     on.ended = [this](const import_end& end) { take_end(end); };
     on.done = [this](bool stopped) { run_has_ended(stopped); };
     run_ = std::make_unique<import_run>(list_.begin(), std::move(on), lent_.ask(), main_.launcher(),
@@ -751,6 +755,7 @@ void import_window::update_run() {
 }
 
 void import_window::take_end(const import_end& end) {
+  list_.changed(end.job, run_->jobs()[end.job]);
   list_.ended(end, stopping_);
   if (end.problem.empty())
     add_to_project(lent_.doc(), run_->jobs()[end.job]);
