@@ -53,7 +53,9 @@ if [ "$all" = yes ]; then
 fi
 
 # The rooms' tests are those of the sanitizers' tree; by name they can be built in "debug" too.
-build debug -DBUILD_TESTING=ON -DCORVANE_UI=ON -DCORVANE_DISC_TESTS=ON -DCORVANE_ROOM_TESTS=OFF
+# The benchmarks are built, since nothing else would tell that they do not compile any more.
+build debug -DBUILD_TESTING=ON -DCORVANE_UI=ON -DCORVANE_DISC_TESTS=ON -DCORVANE_ROOM_TESTS=OFF \
+  -DCORVANE_BENCH=ON
 build sanitize
 if [ "$all" = yes ]; then
   build fuzz

@@ -104,6 +104,14 @@ TEST(ProbeSource, TellsHowLongFilmsAndTheirStreamsLast) {
   }
 }
 
+TEST(ProbeSource, TellsWhichLengthsAreThoseOfTheFile) {
+  for (const source_stream& stream : probed("h264-aac.flv").streams)
+    EXPECT_TRUE(stream.length_is_files) << stream.codec;
+  for (const char* const own : {"h264-aac.mp4", "h264-ac3.mkv"})
+    for (const source_stream& stream : probed(own).streams)
+      EXPECT_FALSE(stream.length_is_files) << own << " " << stream.codec;
+}
+
 TEST(ProbeSource, TellsSoundFiles) {
   const std::vector<kind_of_file> sounds = {
       {"sound.mp3", "mp3", {"mp3"}},

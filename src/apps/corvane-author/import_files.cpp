@@ -24,7 +24,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto look_interval = 100ms;
+// Streams that are copied take about half a second a gigabyte: nothing is to be waited for.
+constexpr auto look_interval = 20ms;
 
 /// One import from the console: the project and everything around it.
 class console_import {
