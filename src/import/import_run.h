@@ -4,8 +4,8 @@
 // The runs have a log of their own, which holds all of them. Never blocks; polled like the runner.
 #pragma once
 
-#include "import/import_script.h"
 #include "import/followed_video.h"
+#include "import/import_script.h"
 #include "platform/files/folder_lock.h"
 #include "project/prompts.h"
 #include "runner/shelled.h"
@@ -119,7 +119,7 @@ class import_run : private run_listener {
   std::size_t job_ = 0;
   std::string log_;                        ///< of the imports that have ended
   std::optional<std::string> script_end_;  ///< what the script failed for, or empty; not set: runs
-  std::unique_ptr<followed_video> video_;      ///< of the script that runs, or has run
+  std::unique_ptr<followed_video> video_;  ///< of the script that runs, or has run
   std::atomic<bool> given_up_{false};      ///< what is being finished is not wanted any more
   std::future<finished_job> finishing_;
   import_progress now_;
