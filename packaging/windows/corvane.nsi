@@ -263,12 +263,17 @@ Function un.RemoveMade
   Delete "$INSTDIR\import.bat"
   Delete "$INSTDIR\CorvaneIMPORT.txt"
   Delete "$INSTDIR\CorvaneIMPORT.txt.part"
+  Delete "$INSTDIR\import-speeds.txt"
+  Delete "$INSTDIR\unfinished-import.txt"
   Delete "$INSTDIR\speeds.txt"
+  Delete "$INSTDIR\still.jpg"
   Delete "$INSTDIR\foreseen.xml"
   Delete "$INSTDIR\findings.xml"
   Delete "$INSTDIR\updatecodelog.txt"
   Delete "$INSTDIR\corvane.lock"
   Delete "$INSTDIR\unfinished.txt"
+  ; If it is empty; projects in it were never saved.
+  RMDir "$INSTDIR\kept"
   ; Of 99 titles and menus and 32 subtitles each; a disc has no more.
   ${For} $1 1 99
     Delete "$INSTDIR\menu$1.xml"

@@ -8,6 +8,7 @@
 #include "import/import_script.h"
 #include "platform/files/folder_lock.h"
 #include "project/prompts.h"
+#include "runner/run_files.h"
 #include "runner/shelled.h"
 
 #include <atomic>
@@ -21,12 +22,6 @@
 #include <vector>
 
 namespace corvane {
-
-namespace run_file {
-/// The script of an import, and the log of the last imports.
-inline constexpr const char* import_script = "import.bat";
-inline constexpr const char* import_log = "CorvaneIMPORT.txt";
-}  // namespace run_file
 
 /// How far the imports are.
 struct import_progress {

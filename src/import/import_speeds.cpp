@@ -3,6 +3,7 @@
 #include "formats/text.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
+#include "runner/run_files.h"
 #include "runner/run_meter.h"
 
 #include <algorithm>

@@ -14,10 +14,6 @@
 
 namespace corvane {
 
-namespace run_file {
-inline constexpr const char* import_speeds = "import-speeds.txt";
-}
-
 /// Seconds for a unit of work, by its kind: "copy", or the codec that is decoded ("h264").
 using import_speeds = std::map<std::string, double>;
 

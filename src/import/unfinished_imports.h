@@ -11,10 +11,6 @@
 
 namespace corvane {
 
-namespace run_file {
-inline constexpr const char* unfinished_import = "unfinished-import.txt";
-}
-
 /// Lists what the import makes before it is whole, beside what an earlier one has left.
 failure note_unfinished(const std::string& app, const import_job& job);
 

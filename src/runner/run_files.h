@@ -32,6 +32,15 @@ inline constexpr const char* makes_disc_variable = "CORVANE_MAKES_DISC";
 /// How fast this machine does the work of a run (runner/run_speeds.h).
 inline constexpr const char* speeds = "speeds.txt";
 
+/// The script of an import, the log of the last imports, and how fast this machine imports
+/// (import/import_speeds.h).
+inline constexpr const char* import_script = "import.bat";
+inline constexpr const char* import_log = "CorvaneIMPORT.txt";
+inline constexpr const char* import_speeds = "import-speeds.txt";
+
+/// What an import that goes on has made so far (import/unfinished_imports.h).
+inline constexpr const char* unfinished_import = "unfinished-import.txt";
+
 /// What had been printed when the runner met an unexpected error, and the error.
 inline constexpr const char* unexpected_error = "updatecodelog.txt";
 

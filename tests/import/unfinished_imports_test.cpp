@@ -1,6 +1,7 @@
 #include "import/unfinished_imports.h"
 
 #include "platform/files/files.h"
+#include "runner/run_files.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>

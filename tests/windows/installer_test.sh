@@ -159,15 +159,22 @@ puts_everything_in_its_place() {
     'corvane-author (Corvane 0.997 - 1/2/2005)' ] || fail "corvane-author.exe does not start"
 }
 
+# What the sources say that the program folder holds.
+names_in_the_program_folder() {
+  sed -n '/^\/\/ In the program folder/,/^\/\/ In the output folder/s/^inline constexpr const char\*.*= "\([^"]*\.[a-z]*\)";$/\1/p' \
+    "$repository/src/runner/run_files.h"
+}
+
 removes_itself_and_what_the_program_made() {
   install_with "$full"
-  local made
-  for made in process.bat config.xml menu1.xml menu99.xml sub1-1.xml sub12-32.xml highlight1.png \
-    select99.png fake.png fake.xml layout.html layoutconfig.xml extension.reg removeextension.reg \
-    CorvaneLOG.txt CorvaneLOG.txt.part import.bat CorvaneIMPORT.txt CorvaneIMPORT.txt.part \
-    speeds.txt foreseen.xml findings.xml updatecodelog.txt corvane.lock; do
+  local made names
+  names=$(names_in_the_program_folder)
+  [ "$(wc -w <<<"$names")" -gt 10 ] || fail "the sources name too few files: $names"
+  for made in $names menu1.xml menu99.xml sub1-1.xml sub12-32.xml highlight1.png select99.png fake.png \
+    fake.xml extension.reg removeextension.reg CorvaneLOG.txt.part CorvaneIMPORT.txt.part corvane.lock; do
     echo made >"$folder/$made"
   done
+  mkdir "$folder/kept"
   local menu
   menu=$(menu_folder)
   # From within its folder, as the file manager starts it.
@@ -185,7 +192,7 @@ removes_itself_and_what_the_program_made() {
 
 leaves_projects_and_files_of_others() {
   install_with "$full"
-  mkdir -p "$folder/disc/VIDEO_TS" "$folder/licences/mine"
+  mkdir -p "$folder/disc/VIDEO_TS" "$folder/licences/mine" "$folder/kept/1"
   echo mine >"$folder/film.cvp"
   echo mine >"$folder/menu.xml"
   echo mine >"$folder/menu1a.xml"
@@ -194,11 +201,12 @@ leaves_projects_and_files_of_others() {
   echo mine >"$folder/bin/of others.exe"
   echo mine >"$folder/disc/VIDEO_TS/VIDEO_TS.IFO"
   echo mine >"$folder/licences/mine/text"
+  echo mine >"$folder/kept/1/project"
   uninstall
   sleep 1
   local left
   left=$(cd "$folder" && find . -type f | LC_ALL=C sort | tr '\n' '|')
-  [ "$left" = './bin/of others.exe|./cover.png|./disc/VIDEO_TS/VIDEO_TS.IFO|./film.cvp|./licences/mine/text|./menu.xml|./menu1a.xml|./sub1-notes.xml|' ] ||
+  [ "$left" = './bin/of others.exe|./cover.png|./disc/VIDEO_TS/VIDEO_TS.IFO|./film.cvp|./kept/1/project|./licences/mine/text|./menu.xml|./menu1a.xml|./sub1-notes.xml|' ] ||
     fail "left: $left"
   grep -rL mine "$folder" | grep . && fail "these have changed"
   [ -z "$(registry "$entry")" ] || fail "the entry is still there"
