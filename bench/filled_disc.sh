@@ -6,14 +6,15 @@
 #
 #   bench/filled_disc.sh [MINUTES...]      (default 90 and 150; multiples of three)
 #
-# The rate is the one that all of them together are given. CORVANE_BIN: where
-# the programs are; CORVANE_WORK: where 10 GB are free.
+# The rate is the one that all of them together are given. CORVANE_BIN: where the programs are;
+# CORVANE_WORK: a folder where 10 GB are free (default: build), in which "bench-filled" is made and
+# removed.
 set -eu
 
 cd "$(dirname -- "$0")/.."
 here=$(pwd)
 bin=${CORVANE_BIN:-$here/build/release/bin}
-work=${CORVANE_WORK:-$here/build/bench-filled}
+work=${CORVANE_WORK:-$here/build}/bench-filled
 export CORVANE_HOME="$work/home"
 capacity=4700372992
 seconds=180
@@ -23,10 +24,23 @@ fail() {
   exit 1
 }
 [ -x "$bin/corvane-author" ] || fail "no $bin/corvane-author: build the release preset first"
+[ "$#" -gt 0 ] || set -- 90 150
+for minutes; do
+  [ "$minutes" -gt 0 ] 2>/dev/null && [ $((minutes * 60 % seconds)) = 0 ] ||
+    fail "\"$minutes\" are no minutes that can be made of films of $((seconds / 60))"
+done
+import=
+leave() {
+  if [ -n "$import" ]; then
+    kill -TERM "$import" 2>/dev/null || :
+    wait "$import" || :
+  fi
+  rm -rf "$work"
+}
 rm -rf "$work"
 mkdir -p "$CORVANE_HOME"
-trap 'rm -rf "$work"' EXIT
-[ "$#" -gt 0 ] || set -- 90 150
+trap leave EXIT
+trap 'exit 130' INT TERM HUP
 
 ff() { ffmpeg -nostdin -v error -y "$@" </dev/null; }
 
@@ -60,6 +74,7 @@ rate_for() {
   done
   kill -TERM $import
   wait $import || :
+  import=
   sed -n 's|.*video of \([0-9.]*\) Mb/s.*|\1|p' "$work/output" | awk '{ printf "%d", 1000 * $1 }'
 }
 
@@ -79,7 +94,7 @@ author() {
     { cat "$work/output" >&2; fail "dvdauthor failed"; }
 }
 
-if [ -n "${CORVANE_FILM:-}" ]; then cp "$CORVANE_FILM" "$work/film.mkv"; else make_film; fi
+make_film
 for minutes; do
   titles=$((minutes * 60 / seconds))
   rate=$(rate_for "$titles")

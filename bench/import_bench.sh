@@ -8,14 +8,15 @@
 #
 #   bench/import_bench.sh [RUNS [SECONDS [MEGABYTES]]]      (default 3, 20 and 2000)
 #
-# What is compared takes turns; the medians count. CORVANE_BIN: where the programs are.
+# What is compared takes turns; the medians count. CORVANE_BIN: where the programs are; CORVANE_WORK:
+# a folder (default: build), in which "bench-import" is made and removed.
 set -eu
 
 cd "$(dirname -- "$0")/.."
 here=$(pwd)
 runs=${1:-3} seconds=${2:-20} megabytes=${3:-2000}
 bin=${CORVANE_BIN:-$here/build/release/bin}
-work=${CORVANE_WORK:-$here/build/bench-import}
+work=${CORVANE_WORK:-$here/build}/bench-import
 export CORVANE_HOME="$work/home"
 
 fail() {
@@ -26,6 +27,7 @@ fail() {
 rm -rf "$work"
 mkdir -p "$CORVANE_HOME"
 trap 'rm -rf "$work"' EXIT
+trap 'exit 130' INT TERM HUP
 
 ff() { ffmpeg -nostdin -v error -y "$@"; }
 now() { date +%s%N; }
@@ -105,7 +107,9 @@ psnr() {
     target=$(rate_of "$work/target.m2v")
     asked=$((asked * rate / target))
   done
-  echo "psnr $1 $(decibels "$work/to/source.m2v") $(decibels "$work/target.m2v") $rate $target"
+  ours=$(decibels "$work/to/source.m2v") theirs=$(decibels "$work/target.m2v")
+  [ -n "$ours" ] && [ -n "$theirs" ] || fail "the pictures of $1 cannot be compared"
+  echo "psnr $1 $ours $theirs $rate $target"
 }
 
 size=size=720x480:rate=30000/1001

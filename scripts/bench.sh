@@ -129,7 +129,13 @@ imports() {
   echo "Imports"
   runs=5 seconds=40
   [ $quick = no ] || runs=3 seconds=15
-  CORVANE_BIN="$bin" CORVANE_WORK="$work/import" ./bench/import_bench.sh $runs $seconds 2000 >"$work/import.txt"
+  CORVANE_BIN="$bin" CORVANE_WORK="$work" ./bench/import_bench.sh $runs $seconds 2000 >"$work/import.txt"
+  for name in encode copy psnr; do
+    grep -q "^$name " "$work/import.txt" || {
+      echo "bench.sh: import_bench.sh says nothing of \"$name\"" >&2
+      exit 1
+    }
+  done
   told() { awk -v name="$1" '$1 == name { printf "%s / %s s: %s", $2, $3, $4 }' "$work/import.txt"; }
   row "Import of a film of $seconds s in two passes / the same ffmpeg commands from sh" "1.03" "$(told encode)"
   row "Import of 2 GB that a disc takes as it is / \`cat\` of it into another file" "2" "$(told copy)"
