@@ -106,14 +106,30 @@ double part_taken(const still_source& source, const picture_geometry& g) {
   return area(g.cropped) / area(source.shown.size);
 }
 
+/// A name beside it that nothing has.
+std::string name_aside(const std::string& file) {
+  std::string aside = file + ".earlier";
+  for (int number = 2; entry_exists(aside); ++number)
+    aside = file + ".earlier" + trimmed(number);
+  return aside;
+}
+
+/// What is replaced lies aside until the new one has its name.
 failure give_name(const picture_still& still) {
-  if (still.replaces) {
-    if (const failure why = why_not_writable_file(still.m2v))
-      return "it " + *why;
-    if (const failure why = remove_all(still.m2v))
-      return why;
+  const std::string part = temporary_name(still.m2v);
+  if (!still.replaces || !entry_exists(still.m2v))
+    return move_entry(part, still.m2v);
+  if (const failure why = why_not_writable_file(still.m2v))
+    return "it " + *why;
+  const std::string aside = name_aside(still.m2v);
+  if (const failure why = move_entry(still.m2v, aside))
+    return why;
+  if (const failure why = move_entry(part, still.m2v)) {
+    const failure lost = move_entry(aside, still.m2v);
+    return lost ? *why + "; the earlier one is the file \"" + sanitized(aside) + "\"" : why;
   }
-  return move_entry(temporary_name(still.m2v), still.m2v);
+  remove_all(aside);
+  return std::nullopt;
 }
 
 }  // namespace

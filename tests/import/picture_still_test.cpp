@@ -269,5 +269,13 @@ TEST_F(SettledStill, EarlierFileIsReplacedOnlyWhenTheUserAgreed) {
   EXPECT_FALSE(is_there("menu.m2v.part"));
 }
 
+TEST_F(SettledStill, EarlierFileStaysWhereTheNewOneCannotTakeItsName) {
+  folder_.add("menu.m2v", "earlier");
+  ASSERT_FALSE(remove_all(part_));
+  EXPECT_EQ(settle(run_outcome::success, true).warnings.size(), 1u);
+  EXPECT_EQ(folder_.read("menu.m2v"), "earlier");
+  EXPECT_EQ(files_in(folder_.path("")), std::vector<std::string>{"menu.m2v"});
+}
+
 }  // namespace
 }  // namespace corvane
