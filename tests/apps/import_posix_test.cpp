@@ -113,6 +113,34 @@ TEST_F(ImportProgram, CtrlCEndsTheToolAndLeavesNothing) {
   program.send(SIGINT);
   EXPECT_EQ(program.wait(), 130);
   EXPECT_TRUE(wait_until([&] { return !process_runs(tool); }));
+TEST_F(ImportProgram, NamesTheFilesThatAreThereAndTheTextsThatAreNot) {
+  const std::string file = phone();
+  folder_.add("phone.de.srt", "there are no times in this\n");
+  folder_.add("phone.fr.srt", "1\n00:00:00,500 --> 00:00:01,000\nbonjour\n");
+  EXPECT_EQ(run({"--import", file, "--to", to(), "--constant", "20", new_project()}), 0) << stderr_;
+  EXPECT_THAT(stdout_,
+              HasSubstr("\n" + made("phone.m2v") + "\n" + made("phone.ac3") +
+                        "\nthere is no text for phone.de.srt\n" + made("phone.fr.srt") + "\n"));
+  EXPECT_FALSE(file_exists(made("phone.de.srt")));
+}
+
+// As of a source that states more than can be read of it: ffmpeg takes that for the end.
+TEST_F(ImportProgram, AFilmWhoseEndIsMissingIsAddedWithAWord) {
+  add_tool("ffmpeg",
+           "left=$#\nwhile [ $left -gt 0 ]; do\n"
+           "  [ \"$1\" != -i ] || set -- \"$@\" -t 2\n"
+           "  set -- \"$@\" \"$1\"\n  shift\n  left=$((left - 1))\ndone\n" +
+               real("ffmpeg"));
+  const std::string file =
+      film("long.mp4", "-f lavfi -i testsrc2=s=352x288:r=25 -f lavfi -i sine -t 6 -c:v mpeg4");
+  EXPECT_EQ(run({"--import", file, "--to", to(), "--constant", "20", new_project()}), 1);
+  EXPECT_THAT(stderr_, HasSubstr("\"" + file +
+                                 "\" was imported, but the last 0:04 of it could not be read and "
+                                 "are missing."));
+  EXPECT_THAT(stdout_, HasSubstr("\n" + made("long.m2v") + "\n" + made("long.ac3") + "\n"));
+  EXPECT_THAT(folder_.read("new.cvp"), HasSubstr("long.m2v/"));
+}
+
   EXPECT_THAT(files_in(to()), IsEmpty());
   EXPECT_EQ(folder_.read("film.cvp"), before);
 }

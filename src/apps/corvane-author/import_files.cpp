@@ -2,6 +2,7 @@
 
 #include "apps/corvane-author/author_project.h"
 #include "apps/corvane-author/console_prompts.h"
+#include "import/finish_import.h"
 #include "import/import_list.h"
 #include "import/import_run.h"
 #include "import/unfinished_imports.h"
@@ -173,12 +174,20 @@ class console_import {
     }
     savefile_command(doc_);
     all_well_ = all_well_ && doc_.p.saved == 1;
-    for (const std::string& file : job.files.all())
-      out_.line(file);
+    tell_made(job);
     if (!end.note.empty()) {
       all_well_ = false;
       out_.message("\"" + job.source + "\" was imported, but " + end.note + ".");
     }
+  }
+
+  void tell_made(const import_job& job) {
+    out_.line(job.files.video);
+    for (const std::string& file : job.files.sounds)
+      out_.line(file);
+    for (std::size_t i = 0; i < job.files.texts.size(); ++i)
+      out_.line(has_text(job, i) ? job.files.texts[i]
+                                 : "there is no text for " + native_file_name(job.files.texts[i]));
   }
 
   const author_arguments& arguments_;
