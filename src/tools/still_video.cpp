@@ -12,6 +12,7 @@
 #include "runner/output_lines.h"
 #include "runner/run_files.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <utility>
@@ -20,7 +21,8 @@ namespace corvane {
 namespace {
 
 constexpr int ntsc_height = 480, pal_height = 576, dvd_width = 720;
-constexpr std::size_t most_digits = 5;
+constexpr const char* frames_preference = "framecount";
+constexpr std::size_t most_digits = 5;  // of most_still_frames
 constexpr std::uintmax_t largest_jpeg = 256u << 20;
 
 file_dialog jpeg_dialog() {
@@ -98,7 +100,7 @@ std::string ask_frames(document& doc) {
       "Set the number of frames encoded for the m2v still creation.\r\n"
       "See the readme for more information.\r\n"
       "default is: 1";
-  box.preset = doc.prefs.get("framecount");
+  box.preset = doc.prefs.get(frames_preference);
   return std::string(trim(doc.ask.input(box)));
 }
 
@@ -106,7 +108,7 @@ std::string ask_frames(document& doc) {
 std::optional<int> store_frames(document& doc, const std::string& text) {
   const auto frames = frames_of(text);
   if (frames)
-    doc.prefs.set("framecount", trimmed(*frames));
+    keep_still_frames(doc.prefs, *frames);
   else
     say(doc, icon::exclamation,
         "The frame count \"" + sanitized_short(text) + "\" is not a whole number from 1 to 99999.");
@@ -205,6 +207,14 @@ still_result still_command(document& doc, still_equipment& e) {
     return still_result::cancelled;
   still.frames = *frames;
   return start_still(doc, e, still_script(e.app, still));
+}
+
+int stored_still_frames(const settings& prefs) {
+  return std::clamp(leading_whole(prefs.get(frames_preference)), 1, most_still_frames);
+}
+
+void keep_still_frames(settings& prefs, int frames) {
+  prefs.set(frames_preference, trimmed(frames));
 }
 
 void framecount_command(document& doc) {

@@ -4,6 +4,7 @@
 
 #include "platform/files/folder_lock.h"
 #include "platform/files/paths.h"
+#include "platform/settings/settings.h"
 #include "project/document.h"
 #include "project/picture_loader.h"
 #include "runner/shelled.h"
@@ -62,6 +63,14 @@ file_dialog still_file_dialog();
 /// run_options; it is not called when the script could not be written.
 still_result start_still(document& doc, still_equipment& e, const std::string& script,
                          std::function<run_settled(run_outcome)> settle = {});
+
+/// How many pictures long a still can be.
+inline constexpr int most_still_frames = 99999;
+
+/// The number that is kept as preference "framecount", limited to what can be; 1 where there is
+/// none.
+int stored_still_frames(const settings& prefs);
+void keep_still_frames(settings& prefs, int frames);
 
 /// "set m2v framecount": asks for the number alone; a box without an answer keeps what is stored.
 void framecount_command(document& doc);

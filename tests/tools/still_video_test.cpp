@@ -389,6 +389,19 @@ TEST_F(RefusedStill, PictureThatIsRightIsNotOffered) {
   EXPECT_EQ(offered, rows());
 }
 
+TEST(StillFrames, AreKeptAndLimitedToWhatCanBe) {
+  memory_settings prefs;
+  EXPECT_EQ(stored_still_frames(prefs), 1);
+  keep_still_frames(prefs, 25);
+  EXPECT_EQ(prefs.get("framecount"), "25");
+  EXPECT_EQ(stored_still_frames(prefs), 25);
+  for (const auto& [kept, frames] :
+       {std::pair("0", 1), {"-3", 1}, {"many", 1}, {"100000", most_still_frames}}) {
+    prefs.set("framecount", kept);
+    EXPECT_EQ(stored_still_frames(prefs), frames) << kept;
+  }
+}
+
 // The frame count alone --------------------------------------------------------------------------
 
 TEST_F(StillVideo, FramecountIsAskedForAndStored) {

@@ -43,14 +43,8 @@ namespace {
 
 constexpr int poll_picture_milliseconds = 30;
 constexpr int decoded_width = 960, decoded_height = 720;
-constexpr int most_frames = 99999;
 constexpr int ntsc_entry = 0, pal_entry = 1, narrow_entry = 0, wide_entry = 1, bars_entry = 0,
               cropped_entry = 1;
-
-/// What the preference "framecount" says, or 1.
-int stored_still_frames(const document& doc) {
-  return std::clamp(leading_whole(doc.prefs.get("framecount")), 1, most_frames);
-}
 
 /// The picture, if nothing stands against making a still of it; else that is told.
 std::optional<still_source> look_at_picture(const main_window& main, document& doc,
@@ -118,7 +112,7 @@ void open_still_window(main_window& main, const std::string& picture, bool refus
     if (!source)
       return;
     preset = preset_choices(*source, demands_of_project(doc.p), standard_named(doc.p.globalregion));
-    preset.frames = stored_still_frames(doc);
+    preset.frames = stored_still_frames(doc.prefs);
   });
   if (!source)
     return;
@@ -240,7 +234,7 @@ wxSizer* still_window::make_choices() {
   standard_->SetSelection(now.standard == video_standard::pal ? pal_entry : ntsc_entry);
   wxStaticText* const words = make_label(this, "&frames");
   frames_ = new wxSpinCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
-                           wxSP_ARROW_KEYS, 1, most_frames, now.frames);
+                           wxSP_ARROW_KEYS, 1, most_still_frames, now.frames);
   name_control(*frames_, "frames");
   frames_->SetToolTip("how many pictures long the still is; one is enough for a menu");
   label_leads_to(words, frames_);
@@ -357,7 +351,7 @@ void still_window::make() {
               "\" is in the way.  Please remove it, or choose another name for the still.");
       return;
     }
-    doc.prefs.set("framecount", trimmed(still_.choices.frames));
+    keep_still_frames(doc.prefs, still_.choices.frames);
     proceed_ = true;
   });
   if (proceed_)
