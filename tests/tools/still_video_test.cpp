@@ -100,6 +100,16 @@ class RefusedStill : public StillVideo {
       offered.push_back(picture);
     };
   }
+  static std::string cannot_be_used(const std::string& file, const std::string& why) {
+    return "\"" + file + "\" cannot be used: " + why + ".";
+  }
+  /// The command with this picture, which is refused with this message.
+  void refuse(const std::string& file, const std::string& message) {
+    expect_jpeg(file);
+    expect_refusal(message);
+    EXPECT_EQ(still_command(doc, e), still_result::refused);
+    EXPECT_FALSE(script_written());
+  }
   rows offered;
 };
 
@@ -342,43 +352,31 @@ TEST_F(StillVideo, ARunThatDoesNotStartLetsTheProgramFolderGo) {
 
 TEST_F(RefusedStill, PictureOfAnotherSizeIsOfferedBehindTheRefusal) {
   const std::string jpeg = add_jpeg("menu.jpg", 4000, 3000);
-  expect_jpeg(jpeg);
-  expect_refusal("jpg is not 720x480 or 720x576");
-  EXPECT_EQ(still_command(doc, e), still_result::refused);
+  refuse(jpeg, "jpg is not 720x480 or 720x576");
   EXPECT_EQ(offered, rows{jpeg});
-  EXPECT_FALSE(script_written());
 }
 
 TEST_F(RefusedStill, CmykPictureIsOffered) {
   const std::string file = folder.add("menu.jpg", jpeg_head("\x11\x11\x11\x11"));
   pictures.sizes[file] = {720, 480};
-  expect_jpeg(file);
-  expect_refusal("\"" + file +
-                 "\" cannot be used: it has CMYK colours, which jpeg2yuv cannot take.  Please save "
-                 "it as a plain JPEG (YCbCr colours, 4:2:0).");
-  EXPECT_EQ(still_command(doc, e), still_result::refused);
+  refuse(file, cannot_be_used(file,
+                              "it has CMYK colours, which jpeg2yuv cannot take.  Please save it as "
+                              "a plain JPEG (YCbCr colours, 4:2:0)"));
   EXPECT_EQ(offered, rows{file});
 }
 
 TEST_F(RefusedStill, PngIsRefusedWithoutAFurtherQuestionAndOffered) {
   const std::string file = folder.add("menu.png", "\x89PNG\r\n\x1A\n");
-  expect_jpeg(file);
-  expect_refusal("\"" + file + "\" cannot be used: it is no picture.");
-  EXPECT_EQ(still_command(doc, e), still_result::refused);
+  refuse(file, cannot_be_used(file, "it is no picture"));
   EXPECT_EQ(offered, rows{file});
 }
 
 TEST_F(RefusedStill, WhatIsNoPictureOrIsCutOffIsNotOffered) {
   const std::string text = folder.add("menu.jpg", "a text");
-  expect_jpeg(text);
-  expect_refusal("\"" + text + "\" cannot be used: it is no picture.");
-  EXPECT_EQ(still_command(doc, e), still_result::refused);
+  refuse(text, cannot_be_used(text, "it is no picture"));
   const std::string cut = folder.add("cut.jpg", jpeg_head("\x22\x11\x11"));
   pictures.sizes[cut] = {720, 480};
-  expect_jpeg(cut);
-  expect_refusal("\"" + cut +
-                 "\" cannot be used: it is cut off; the rest of the picture is missing.");
-  EXPECT_EQ(still_command(doc, e), still_result::refused);
+  refuse(cut, cannot_be_used(cut, "it is cut off; the rest of the picture is missing"));
   EXPECT_EQ(offered, rows());
 }
 
@@ -388,6 +386,8 @@ TEST_F(RefusedStill, PictureThatIsRightIsNotOffered) {
   EXPECT_EQ(still_command(doc, e), still_result::cancelled);
   EXPECT_EQ(offered, rows());
 }
+
+// The frame count alone --------------------------------------------------------------------------
 
 TEST(StillFrames, AreKeptAndLimitedToWhatCanBe) {
   memory_settings prefs;
@@ -401,8 +401,6 @@ TEST(StillFrames, AreKeptAndLimitedToWhatCanBe) {
     EXPECT_EQ(stored_still_frames(prefs), frames) << kept;
   }
 }
-
-// The frame count alone --------------------------------------------------------------------------
 
 TEST_F(StillVideo, FramecountIsAskedForAndStored) {
   expect_frames("1", "ten");
