@@ -12,7 +12,6 @@
 #include "tools/language_tags.h"
 
 #include <algorithm>
-#include <numeric>
 #include <set>
 
 namespace corvane {
@@ -144,19 +143,6 @@ titleset_demands demands_of_project(const project& p) {
       if (const std::string file = native_from_stored(stream); auto known = store.find(file, false))
         facts.emplace(file, std::move(known));
   return demands_of(whole, facts);
-}
-
-std::uint64_t import_batch::bytes() const {
-  return std::accumulate(entries.begin(), entries.end(), std::uint64_t{0},
-                         [](std::uint64_t sum, const batch_entry& e) { return sum + e.bytes; });
-}
-
-double import_batch::seconds() const {
-  double sum = 0;
-  for (const batch_entry& entry : entries)
-    if (can_be_made(entry))
-      sum += entry.job.plan.seconds * (has_two_passes(entry.job) ? 2 : 1);
-  return sum;
 }
 
 import_batch plan_batch(const std::vector<probed_source>& sources, const titleset_demands& demands,

@@ -61,9 +61,6 @@ struct import_batch {
   std::vector<batch_entry> entries;  ///< of all sources, in their order
   /// Why none of them can be imported as is chosen, and what to do: sentences; or empty.
   std::string problem;
-
-  std::uint64_t bytes() const;
-  double seconds() const;  ///< of film, both passes counted
 };
 
 import_batch plan_batch(const std::vector<probed_source>& sources, const titleset_demands& demands,

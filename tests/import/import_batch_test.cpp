@@ -65,7 +65,7 @@ TEST_F(ImportBatch, AFileOfWhichNothingIsKnownIsNamedAndTheOthersGoOn) {
   EXPECT_EQ(batch.entries[1].problem, "there is no video in it");
   EXPECT_EQ(batch.entries[2].problem, "");
   EXPECT_EQ(batch.entries[0].bytes, 0u);
-  EXPECT_EQ(batch.bytes(), batch.entries[2].bytes);
+  EXPECT_GT(batch.entries[2].bytes, 0u);
 }
 
 TEST_F(ImportBatch, EqualNamesOfSeveralFoldersGetNumbers) {
@@ -92,19 +92,13 @@ TEST_F(ImportBatch, TheRoomOfADiscIsSharedByLength) {
   const std::uint64_t disc = bytes_on_disc(titles, batch.entries[0].job.bits.mean);
   EXPECT_LE(disc, single_layer_bytes);
   EXPECT_GE(static_cast<double>(disc), 0.98 * static_cast<double>(single_layer_bytes));
-  EXPECT_NEAR(static_cast<double>(batch.bytes()), static_cast<double>(disc), 0.03 * 4.7e9);
+  EXPECT_NEAR(static_cast<double>(batch.entries[0].bytes + batch.entries[1].bytes),
+              static_cast<double>(disc), 0.03 * 4.7e9);
 }
 
 TEST_F(ImportBatch, TooManyHoursForTheDiscAreTold) {
   const import_batch batch = plan_batch({probed("a.mp4", film(20 * 3600))}, {}, place());
   EXPECT_THAT(batch.problem, HasSubstr("not enough room on the disc"));
-}
-
-TEST_F(ImportBatch, TwoPassesCountTwice) {
-  import_place to = place();
-  EXPECT_DOUBLE_EQ(plan_batch({probed("a.mp4", film(60))}, {}, to).seconds(), 120);
-  to.choices.quality = import_quality::constant;
-  EXPECT_DOUBLE_EQ(plan_batch({probed("a.mp4", film(60))}, {}, to).seconds(), 60);
 }
 
 TEST_F(ImportBatch, WhatWasMadeComesIntoTheProject) {
