@@ -37,6 +37,13 @@ class ImportBatch : public testing_support::command_test {
     to.is_taken = [this](const std::string& file) { return taken.contains(file); };
     return to;
   }
+  /// Adds what the import of a job has made: all its files, or all but one.
+  void add_made(const import_job& job, std::string_view but = {}) {
+    for (const std::string& file : job.files.all())
+      if (const std::string name = native_file_name(file); name != but)
+        folder.add("out/" + name);
+    add_to_project(doc, job);
+  }
   std::set<std::string> taken;
 };
 
@@ -107,10 +114,7 @@ TEST_F(ImportBatch, WhatWasMadeComesIntoTheProject) {
   facts.streams.back().index = 2;
   facts.chapters = {{0, 30, ""}, {30, 60, ""}};
   const import_batch batch = plan_batch({probed("film.mp4", facts)}, {}, place());
-  const import_job& job = batch.entries[0].job;
-  for (const std::string& file : job.files.all())
-    folder.add("out/" + file.substr(file.find_last_of("/\\") + 1));
-  add_to_project(doc, job);
+  add_made(batch.entries.at(0).job);
   EXPECT_EQ(doc.p.List1, rows{"title1:film.m2v/film.ac3"});
   EXPECT_EQ(doc.p.chapters, rows{"00:00:00.00,00:00:30.00"});
   EXPECT_EQ(doc.p.globalregion, "PAL");
@@ -126,9 +130,7 @@ TEST_F(ImportBatch, WhenCopiedSoundBeginsBecomesTheDelayOfTheTitle) {
       plan_batch({probed("film.mkv", made_source(made_disc_video(), sound))}, {}, place());
   const import_job& job = batch.entries[0].job;
   EXPECT_EQ(job.plan.sound.streams.at(0).fate, stream_fate::copied);
-  for (const std::string& file : job.files.all())
-    folder.add("out/" + file.substr(file.find_last_of("/\\") + 1));
-  add_to_project(doc, job);
+  add_made(job);
   EXPECT_EQ(doc.p.delay, rows{"-120"});
 }
 
@@ -140,11 +142,7 @@ TEST_F(ImportBatch, SubtitlesWithoutAnyTextAreNotAdded) {
     facts.streams.back().index = static_cast<int>(facts.streams.size()) - 1;
   }
   const import_batch batch = plan_batch({probed("film.mp4", facts)}, {}, place());
-  const import_job& job = batch.entries[0].job;
-  for (const std::string& file : job.files.all())
-    if (!file.ends_with("film.en.srt"))
-      folder.add("out/" + file.substr(file.find_last_of("/\\") + 1));
-  add_to_project(doc, job);
+  add_made(batch.entries.at(0).job, "film.en.srt");
   EXPECT_EQ(doc.p.languagetags, (rows{"Audio tag:\tGERMAN DE ", "Subtitle tag:\tFRENCH FR"}));
   EXPECT_TRUE(doc.p.subtitledata[0].ends_with("film.fr.srt")) << doc.p.subtitledata[0];
   EXPECT_EQ(doc.p.subtitledata[0].find("film.en.srt"), std::string::npos);
@@ -156,10 +154,7 @@ TEST_F(ImportBatch, TagsEndWhereALanguageIsNotKnown) {
   facts.streams.push_back(made_sound("aac", 2, "eng"));
   facts.streams.back().index = 2;
   const import_batch batch = plan_batch({probed("film.mp4", facts)}, {}, place());
-  const import_job& job = batch.entries[0].job;
-  for (const std::string& file : job.files.all())
-    folder.add("out/" + file.substr(file.find_last_of("/\\") + 1));
-  add_to_project(doc, job);
+  add_made(batch.entries.at(0).job);
   EXPECT_EQ(doc.p.languagetags, rows{});
 }
 
