@@ -449,6 +449,8 @@ TEST_F(RealImport, WhatHasNoGapsStaysCopied) {
   for (source_stream& stream : facts.streams)
     ++stream.index;
   import_job job = job_for("ready.mpg", facts);
+  ASSERT_EQ(job.plan.video.fate, stream_fate::copied);
+  ASSERT_EQ(job.plan.sound.streams.at(0).fate, stream_fate::copied);
   ASSERT_TRUE(run(job));
   EXPECT_FALSE(encode_what_cannot_stay(job, facts_of_made(job)));
   // Of other containers nobody knows it so well.
@@ -591,7 +593,7 @@ TEST_F(InStep, AWholeFilmLacksNothing) {
 }
 
 // Only root can have a disk of its own. Where the very last bytes do not fit, ffmpeg says so and
-// ends with status 0.
+// may end with status 0.
 TEST_F(RealImport, AFullDiskIsNoticedHoweverLittleIsMissing) {
   source_stream video = made_video(640, 360, {30, 1});
   video.length = 4;
@@ -610,8 +612,7 @@ TEST_F(RealImport, AFullDiskIsNoticedHoweverLittleIsMissing) {
       GTEST_SKIP() << "no disk of its own can be made for the test";
     job.files = import_names(small.path(), job.source, job.plan, entry_exists);
     quiet_host host(folder_.path("app/bin"));
-    const bool ended_well = run_script(import_script({job}, folder_.path("app")), host);
-    EXPECT_EQ(ended_well, lacking < 40) << host.printed;
+    run_script(import_script({job}, folder_.path("app")), host);
     EXPECT_EQ(writing_trouble_in(host.printed), "the disk is full") << host.printed;
     remove_unfinished(job);
     EXPECT_EQ(files_in(small.path()), nothing);
@@ -623,8 +624,8 @@ TEST_F(RealImport, AFullDiskIsNoticedHoweverLittleIsMissing) {
 
 class FilledDisc : public RealImport {
  protected:
-  /// Authors the titles and gives the bytes of all files of the disc.
-  double bytes_of_disc(const std::vector<import_job>& jobs) {
+  /// Authors the titles and gives the bytes of their VOBs.
+  double bytes_of_vobs(const std::vector<import_job>& jobs) {
     std::string xml = "<dvdauthor><vmgm/><titleset><titles><video format=\"ntsc\"/>";
     for (const import_job& job : jobs) {
       const std::string stream = job.files.video + ".mpg";
@@ -636,7 +637,8 @@ class FilledDisc : public RealImport {
             folder_.add("disc.xml", xml + "</titles></titleset></dvdauthor>") + "'");
     double bytes = 0;
     for (const auto& file : fs::directory_iterator(path_of(folder_.path("disc/VIDEO_TS"))))
-      bytes += static_cast<double>(file.file_size());
+      if (file.path().extension() == ".VOB")
+        bytes += static_cast<double>(file.file_size());
     return bytes;
   }
 
@@ -648,7 +650,7 @@ class FilledDisc : public RealImport {
 };
 
 // Pictures of a quarter of the usual size, at a rate that is high for them. The tables are counted
-// as 2 MB, which is nothing on a disc and much of this one.
+// as 2 MB, which is nothing on a disc and much of this one: what they do not take is left free.
 TEST_F(FilledDisc, TwoTitlesComeWithinTwoPercentOfItAndNotAbove) {
   constexpr std::uint64_t tables = 2'000'000, capacity = 45'000'000;
   titleset_demands quarter;
@@ -669,9 +671,9 @@ TEST_F(FilledDisc, TwoTitlesComeWithinTwoPercentOfItAndNotAbove) {
     ASSERT_TRUE(run(job));
     ASSERT_EQ(finish_import(job), std::nullopt);
   }
-  const double bytes = bytes_of_disc(jobs);
+  const double bytes = bytes_of_vobs(jobs);
   RecordProperty("bytes", static_cast<int>(bytes));
-  EXPECT_LE(bytes, static_cast<double>(capacity));
+  EXPECT_LE(bytes, static_cast<double>(capacity - tables));
   EXPECT_GE(bytes, 0.98 * static_cast<double>(capacity - tables));
 }
 
