@@ -160,6 +160,9 @@ TEST_P(ImportedFilm, BecomesADiscOrIsRefused) {
   EXPECT_EQ(title_.audio.size(), f.sounds);
   const std::string of_video = said_.substr(said_.find("  video: "));
   EXPECT_EQ(of_video.find(" - copied") < of_video.find('\n'), f.is_copied) << said_;
+  EXPECT_THAT(said_, HasSubstr(f.said));
+  // The script that ran last: copied bytes may have shown that they cannot stay.
+  EXPECT_EQ(folder_.read("home/import.bat").find(" -c:v copy ") != std::string::npos, f.is_copied);
   measured_title title = measured();
   ASSERT_EQ(
       title.decode((f.measured & in_step) != 0, (f.measured & (top_first | bottom_first)) != 0),

@@ -27,6 +27,7 @@ struct film {
   std::size_t sounds = 1;     ///< of the title
   std::string refusal = {};   ///< a part of what is said
   bool is_copied = false;     ///< the video comes out as it was
+  std::string said = {};      ///< a part of what is said of a film that becomes a disc
   friend std::ostream& operator<<(std::ostream& out, const film& f) { return out << f.file; }
 };
 
