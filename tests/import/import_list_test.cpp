@@ -15,6 +15,7 @@ using import_test::made_sound;
 using import_test::made_source;
 using import_test::made_text;
 using import_test::made_video;
+using testing::Contains;
 using testing::StartsWith;
 
 class ImportList : public testing_support::command_test {
@@ -229,6 +230,32 @@ TEST_F(ImportList, AFilmWhoseEndIsMissingIsNotCalledComplete) {
 
 TEST_F(ImportList, WhatWasStoppedOrHasNotBegunIsPlannedAgain) {
   add_film("a.mp4");
+TEST_F(ImportList, SaysOfAFileThatItEndsTooEarly) {
+  source_facts facts = made_source(made_video(1920, 1080, {25, 1}), made_sound("aac"));
+  facts.cut_short = true;
+  list.add(folder.path("a.mp4"));
+  list.know({folder.path("a.mp4"), facts, {}, {}});
+  EXPECT_THAT(
+      list.summary(0).lines,
+      Contains(summary_line{"", "The file ends before its own end: a part of it is missing."}));
+  list.begin();
+  list.ended({0, "", "the last 0:30 of it could not be read and are missing"}, false);
+  EXPECT_THAT(list.summary(0).lines,
+              Contains(summary_line{"not complete",
+                                    "the last 0:30 of it could not be read and are missing"}));
+}
+
+TEST_F(ImportList, SubtitlesWithoutAnyTextAreNamedWhenItIsDone) {
+  source_facts facts = made_source(made_video(1920, 1080, {25, 1}), made_sound("aac"),
+                                   made_text("subrip", "eng"), made_text("subrip", "fra"));
+  list.add(folder.path("a.mkv"));
+  list.know({folder.path("a.mkv"), facts, {}, {}});
+  list.begin();
+  folder.add("out/a.fr.srt", "1\n00:00:01,000 --> 00:00:02,000\nbonjour\n");
+  list.ended({0, ""}, false);
+  EXPECT_EQ(what(0), "done, the title is added; there is no text for a.en.srt");
+}
+
   add_film("b.mp4");
   list.begin();
   list.runs(0);
