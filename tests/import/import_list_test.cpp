@@ -16,6 +16,7 @@ using import_test::made_source;
 using import_test::made_text;
 using import_test::made_video;
 using testing::Contains;
+using testing::HasSubstr;
 using testing::StartsWith;
 
 class ImportList : public testing_support::command_test {
@@ -97,6 +98,7 @@ TEST_F(ImportList, StreamsAreLeftOutByChoice) {
   EXPECT_EQ(list.choosable_streams(0)[0].wanted, false);
   EXPECT_EQ(list.choosable_streams(0)[3].wanted, false);
   const item_summary summary = list.summary(0);
+  ASSERT_EQ(summary.lines.size(), 8u);
   EXPECT_EQ(summary.lines[1],
             (summary_line{"audio 1", "AAC, stereo, 48 kHz, German - left out: as you chose"}));
   EXPECT_EQ(summary.lines[5],
@@ -113,6 +115,7 @@ TEST_F(ImportList, StreamsAreLeftOutByChoice) {
 TEST_F(ImportList, FilmWhoseSoundIsLeftOutIsSilent) {
   add_film("a.mp4");
   list.want(0, {false});
+  ASSERT_EQ(list.summary(0).lines.size(), 4u);
   EXPECT_EQ(list.summary(0).lines[2],
             (summary_line{"silence", "made, since its sound was left out"}));
 }
@@ -228,8 +231,6 @@ TEST_F(ImportList, AFilmWhoseEndIsMissingIsNotCalledComplete) {
   EXPECT_FALSE(list.all_done());
 }
 
-TEST_F(ImportList, WhatWasStoppedOrHasNotBegunIsPlannedAgain) {
-  add_film("a.mp4");
 TEST_F(ImportList, SaysOfAFileThatItEndsTooEarly) {
   source_facts facts = made_source(made_video(1920, 1080, {25, 1}), made_sound("aac"));
   facts.cut_short = true;
@@ -256,6 +257,8 @@ TEST_F(ImportList, SubtitlesWithoutAnyTextAreNamedWhenItIsDone) {
   EXPECT_EQ(what(0), "done, the title is added; there is no text for a.en.srt");
 }
 
+TEST_F(ImportList, WhatWasStoppedOrHasNotBegunIsPlannedAgain) {
+  add_film("a.mp4");
   add_film("b.mp4");
   list.begin();
   list.runs(0);

@@ -149,8 +149,11 @@ TEST_F(SourceRefusal, IsNotForCutFilesThatBeginWell) {
 // Its head, which stands in front, promises all of 0.6 s.
 TEST_F(SourceRefusal, IsNotForACutFileWhichIsAsLongAsWhatIsThere) {
   const source_facts whole = probed("front.mp4"), cut = probed("cut-front.mp4");
+  ASSERT_EQ(whole.streams.size(), 2u);
   ASSERT_EQ(cut.streams.size(), 2u);
+  ASSERT_TRUE(whole.length && cut.length);
   for (std::size_t i = 0; i < 2; ++i) {
+    ASSERT_TRUE(whole.streams[i].length && cut.streams[i].length) << i;
     EXPECT_LT(*cut.streams[i].length, *whole.streams[i].length - 0.03) << i;
     EXPECT_GT(*cut.streams[i].length, 0.2) << i;
   }
