@@ -18,8 +18,6 @@
 namespace corvane {
 namespace {
 
-using steady = std::chrono::steady_clock;
-
 /// A log that is longer forgets the imports before.
 constexpr std::uintmax_t largest_log = std::uintmax_t{16} << 20;
 
@@ -30,10 +28,6 @@ constexpr const char* stopped = "it was stopped";
 
 /// Only the end is more.
 constexpr double most_percent = 99.9;
-
-double clock() {
-  return std::chrono::duration<double>(steady::now().time_since_epoch()).count();
-}
 
 /// What made a run a failure, without its mark.
 std::string reason_in(const std::vector<std::string>& errors) {
@@ -61,13 +55,19 @@ std::string encoded_after_all(const import_plan& before, const import_plan& now)
 }  // namespace
 
 import_run::import_run(std::vector<import_job> jobs, import_events events, prompts& ask,
-                       process_launcher& launcher, folder_lock& lock, std::string app)
+                       process_launcher& launcher, folder_lock& lock, std::string app,
+                       clock seconds)
     : jobs_(std::move(jobs)),
       events_(std::move(events)),
       ask_(ask),
       lock_(lock),
       app_(std::move(app)),
+      seconds_(std::move(seconds)),
       runner_(*this, ask, launcher, lock, app_) {}
+
+double import_run::steady_seconds() {
+  return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
 
 import_run::~import_run() {
   if (running_) {
@@ -82,7 +82,7 @@ failure import_run::start() {
   remove_all(join_path(app_, run_file::import_log));
   remove_left_imports(app_);
   running_ = true;
-  began_ = clock();
+  began_ = seconds_();
   job_ = 0;
   begin_script();
   return std::nullopt;
@@ -96,7 +96,7 @@ double import_run::work_of(const import_job& job) const {
 void import_run::begin_script() {
   now_ = {job_, has_two_passes(jobs_[job_]), false, now_.percent, {}, now_.seconds_left};
   in_pass_ = 0;
-  job_began_ = clock();
+  job_began_ = seconds_();
   script_end_.reset();
   tell();
   const std::string script = join_path(app_, run_file::import_script);
@@ -166,7 +166,7 @@ void import_run::tell() {
   const bool second = has_two_passes(jobs_[job_]) && !now_.first_pass;
   const double done = done_before_ + std::min(in_pass_, film) + (second ? film : 0);
   now_.percent = std::max(now_.percent, std::min(most_percent, 100 * done / all));
-  const double took = clock() - began_;
+  const double took = seconds_() - began_;
   if (took >= first_word && done > 0)
     now_.seconds_left = took / done * (all - done);
   if (events_.progress)
@@ -231,7 +231,7 @@ void import_run::run_again(import_job job) {
 void import_run::keep_speed() const {
   import_speeds speeds = read_import_speeds(app_);
   const import_speeds before = speeds;
-  learn_speed(speeds, jobs_[job_], clock() - job_began_);
+  learn_speed(speeds, jobs_[job_], seconds_() - job_began_);
   if (speeds != before)
     replace_file(join_path(app_, run_file::import_speeds), import_speeds_text(speeds));
 }

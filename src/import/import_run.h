@@ -55,9 +55,13 @@ struct import_events {
 
 class import_run : private run_listener {
  public:
+  /// Seconds since some moment, by which an import's time is measured.
+  using clock = std::function<double()>;
+
   /// `app`: the program folder (native, absolute). All must outlive it; `lock` is that folder's.
   import_run(std::vector<import_job> jobs, import_events events, prompts& ask,
-             process_launcher& launcher, folder_lock& lock, std::string app);
+             process_launcher& launcher, folder_lock& lock, std::string app,
+             clock seconds = steady_seconds);
   ~import_run() override;
 
   /// Begins with the first. Returns why nothing can be begun: another run is going on.
@@ -76,6 +80,8 @@ class import_run : private run_listener {
   const std::vector<import_job>& jobs() const { return jobs_; }
 
  private:
+  static double steady_seconds();
+
   void started(const run_start&) override {}
   void step(const run_step& step) override;
   void progress(const run_progress&) override {}
@@ -108,6 +114,7 @@ class import_run : private run_listener {
   prompts& ask_;
   folder_lock& lock_;
   std::string app_;
+  clock seconds_;
   shelled runner_;
   bool running_ = false;
   bool stopping_ = false;

@@ -67,6 +67,14 @@ TEST_F(ImportProgram, MakesTheProjectWhereThereIsNone) {
 
 TEST_F(ImportProgram, AddsToAProjectAndGoesByItsFirstTitle) {
   EXPECT_EQ(run({"--import", phone(), "--to", to(), "--constant", "8", project_}), 0) << stderr_;
+// 200 pictures of 704x576, and a fifth of the source's pixels, at 2.5e-5 s each.
+TEST_F(ImportProgram, TellsTheTimeByThatOfEarlierImports) {
+  folder_.add("app/import-speeds.txt", "mpeg4 2.5e-05\n");
+  EXPECT_EQ(run({"--import", phone(), "--to", to(), new_project()}), 0) << stderr_;
+  EXPECT_THAT(stdout_, HasSubstr("\n1 file, 0:02 of film: about "));
+  EXPECT_THAT(stdout_, HasSubstr(", about 19 min; video of "));
+}
+
   const std::string text = folder_.read("film.cvp");
   EXPECT_THAT(text, HasSubstr("movie.ac3\r\n"));
   EXPECT_THAT(text, HasSubstr("phone.m2v/"));

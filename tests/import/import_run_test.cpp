@@ -50,7 +50,8 @@ class ImportRun : public testing::Test {
         notes.push_back(e.note);
     };
     events.done = [this](bool stopped) { done.push_back(stopped); };
-    run.emplace(std::move(jobs), std::move(events), ask, launcher, lock, app.path());
+    run.emplace(std::move(jobs), std::move(events), ask, launcher, lock, app.path(),
+                [this] { return now; });
     ASSERT_EQ(run->start(), std::nullopt);
   }
   void feed(const std::string& piece) {
@@ -81,6 +82,7 @@ class ImportRun : public testing::Test {
   std::vector<import_progress> told;
   std::vector<std::string> again, ended, notes;
   std::vector<bool> done;
+  double now = 1000;  ///< seconds
   std::optional<import_run> run;
 };
 
@@ -168,6 +170,32 @@ TEST_F(ImportRun, AFilmWhoseEndCannotBeReadIsAddedWithAWord) {
   EXPECT_EQ(app.read("a.ac3").size(), 768u * 2);
   EXPECT_THAT(run->jobs()[0].plan.chapters, ElementsAre(0));
   EXPECT_THAT(app.read("CorvaneIMPORT.txt"), HasSubstr("a.mp4\" was imported, but the last 1:00"));
+}
+
+TEST_F(ImportRun, HowLongItTookIsKeptForTheNextOnes) {
+  import_job a = job("a.mpg", true), b = job("b.mpg", true);
+  a.plan.source_bytes = b.plan.source_bytes = 2'000'000'000;
+  begin({a, b});
+  now += 40;
+  make(a);
+  feed(complete);
+  wait_for_ends(1);
+  EXPECT_EQ(app.read("import-speeds.txt"), "copy 2.000e-08\n");
+  now += 80;
+  make(b);
+  feed(complete);
+  wait_for_ends(2);
+  EXPECT_EQ(app.read("import-speeds.txt"), "copy 3.000e-08\n");
+}
+
+TEST_F(ImportRun, OfAFailureNoTimeIsKept) {
+  import_job a = job("a.mpg", true);
+  a.plan.source_bytes = 2'000'000'000;
+  begin({a});
+  now += 40;
+  feed("ERR:  no\n" + complete);
+  wait_for_ends(1);
+  EXPECT_FALSE(file_exists(app.path("import-speeds.txt")));
 }
 
 TEST_F(ImportRun, ASourceThatIsCutOffWhileItIsReadIsNotImported) {

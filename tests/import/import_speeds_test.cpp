@@ -1,5 +1,7 @@
 #include "import/import_speeds.h"
 
+#include "support/temporary_folder.h"
+
 #include <gtest/gtest.h>
 
 namespace corvane {
@@ -60,6 +62,15 @@ TEST(ImportSpeeds, AreKeptAsText) {
   EXPECT_EQ(parse_import_speeds(import_speeds_text(speeds)), speeds);
   EXPECT_EQ(parse_import_speeds("h264 fast\nav1 5000\n 1e-8\nvp9 1e-8"),
             (import_speeds{{"vp9", 1e-8}}));
+}
+
+TEST(ImportSpeeds, StandInAFileOfTheProgramFolder) {
+  const testing_support::temporary_folder app;
+  EXPECT_EQ(read_import_speeds(app.path()), import_speeds{});
+  app.add("import-speeds.txt", "h264 1e-8\n");
+  EXPECT_EQ(read_import_speeds(app.path()), (import_speeds{{"h264", 1e-8}}));
+  app.add("import-speeds.txt", "h264 1e-8\n" + std::string(5000, 'x'));
+  EXPECT_EQ(read_import_speeds(app.path()), import_speeds{});
 }
 
 TEST(ImportSpeeds, DurationsAreInWords) {

@@ -213,6 +213,15 @@ TEST_F(ImportWindow, StreamsCanBeLeftOutByKeyboard) {
   press("Return");
   ASSERT_TRUE(window_goes("streams"));
   EXPECT_TRUE(eventually(
+TEST_F(ImportWindow, TellsTheTimeByThatOfEarlierImports) {
+  folder_.add("program/import-speeds.txt", "h264 2.5e-05\n");
+  film("film.mkv");
+  open("film.mkv");
+  EXPECT_TRUE(rows_become({"film.mkv|0:02|encoded"}));
+  EXPECT_THAT(text_of_label("estimate"), HasSubstr(", about 17 min; video of "));
+  close_window();
+}
+
       [] { return details().find("German - left out: as you chose") != std::string::npos; }));
   EXPECT_THAT(details(), HasSubstr("becomes: film (2).m2v, film (2).ac3, film (2).fr.srt"));
   EXPECT_THAT(details(), HasSubstr("silence: made"));
