@@ -141,6 +141,16 @@ TEST_F(ImportProgram, AFilmWhoseEndIsMissingIsAddedWithAWord) {
                real("ffmpeg"));
   const std::string file =
       film("long.mp4", "-f lavfi -i testsrc2=s=352x288:r=25 -f lavfi -i sine -t 6 -c:v mpeg4");
+TEST_F(ImportProgram, CtrlCEndsTheToolAndLeavesNothing) {
+  const std::string file = phone();
+  add_tool("ffmpeg", "for last; do :; done\necho half >\"$last\"\n" + std::string(endless));
+  running_program program(start({"--import", file, "--to", to(), project_}));
+  const std::string before = folder_.read("film.cvp");
+  ASSERT_TRUE(started("ffmpeg"));
+  const pid_t tool = tool_process("ffmpeg");
+  program.send(SIGINT);
+  EXPECT_EQ(program.wait(), 130);
+  EXPECT_TRUE(wait_until([&] { return !process_runs(tool); }));
   EXPECT_EQ(run({"--import", file, "--to", to(), "--constant", "20", new_project()}), 1);
   EXPECT_THAT(stderr_, HasSubstr("\"" + file +
                                  "\" was imported, but the last 0:04 of it could not be read and "
