@@ -354,6 +354,17 @@ seen_dialog answer_message(const std::string& text, const std::string& button) {
   return *seen;
 }
 
+seen_dialog answer_message_with(const std::string& part, const std::string& button) {
+  std::optional<seen_dialog> seen;
+  const bool came = wait_until([&] {
+    seen = look_at_dialog();
+    return seen && seen->text.find(part) != std::string::npos;
+  });
+  EXPECT_TRUE(came) << "no message with \"" << part << "\"; instead "
+                    << (seen ? "\"" + seen->text + "\" " + seen->title : std::string("none"));
+  return came ? answer_message(seen->text, button) : seen_dialog();
+}
+
 void answer_file(const std::string& title, const std::string& path) {
   if (!wait_for_dialog(title))
     return;

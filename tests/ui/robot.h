@@ -106,9 +106,13 @@ std::optional<seen_dialog> top_dialog();
 /// seen of it.
 seen_dialog answer_message(const std::string& text, const std::string& button);
 
-/// Waits for a file dialog with this title, types the path and accepts.
+/// Likewise, for a text that holds this part.
+seen_dialog answer_message_with(const std::string& part, const std::string& button);
+
 /// Waits for a dialog with this title; false, with a failed test, when none comes.
 bool wait_for_dialog(const std::string& title);
+
+/// Waits for a file dialog with this title, types the path and accepts.
 void answer_file(const std::string& title, const std::string& path);
 
 /// Waits for a dialog with this title and presses Escape.
