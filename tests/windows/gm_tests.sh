@@ -198,3 +198,23 @@ test_gm_long_names() {
   cp "$folder/menu.png" there.png
   same_picture here.png there.png
 }
+
+# The picture of a still, by the words of the script that makes it, out of each form that the gm of the
+# Windows product reads: from standard input, and to standard output.
+test_gm_still() {
+  gm convert -size 160x120 plasma:red-blue drawn.png
+  for form in PNG JPEG BMP GIF PCX PNM; do
+    gm convert drawn.png "$form:picture"
+    set -- convert "$form:-[0]" -flop -rotate 90 -colorspace RGB -background black -flatten \
+      -crop 100x150+10+5 +page -filter Lanczos -resize 704x480! -extent 720x480-8-0 -depth 8 -type TrueColor \
+      +profile '*' -sampling-factor 2x2 -quality 100 JPEG:-
+    gm "$@" <picture >here.jpg
+    under_wine gm "$@" <picture >there.jpg
+    for side in here there; do
+      gm identify -format '%m %wx%h %q bit\n' "$side.jpg" >"$side.kind"
+      gm convert "$side.jpg" "rgb:$side.pixels"
+    done
+    [ "$(cat there.kind)" = 'JPEG 720x480 8 bit' ] || fail "$form became $(cat there.kind)"
+    same here.pixels there.pixels
+  done
+}
