@@ -27,6 +27,15 @@ TEST(Paths, FileNameIsTheLastComponent) {
   EXPECT_EQ(file_name_of("C:\\"), "");
 }
 
+// A "\" is a character like others on Linux, if a rare one.
+TEST(Paths, NativeFileNameEndsAtTheSeparatorsOfItsSystem) {
+  EXPECT_EQ(native_file_name("/films/a\\b.mp4", posix), "a\\b.mp4");
+  EXPECT_EQ(native_file_name("a.mp4", posix), "a.mp4");
+  EXPECT_EQ(native_file_name("C:\\films\\a.mp4", win), "a.mp4");
+  EXPECT_EQ(native_file_name("C:/films/a.mp4", win), "a.mp4");
+  EXPECT_EQ(native_file_name("C:\\", win), "");
+}
+
 TEST(Paths, ExtensionIsLowerCaseAndTheLastOne) {
   EXPECT_EQ(lower_extension_of("A.B.VOB"), "vob");
   EXPECT_EQ(lower_extension_of("vob"), "");

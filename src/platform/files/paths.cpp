@@ -65,7 +65,8 @@ std::string_view file_name_of(std::string_view stored) {
 }
 
 std::string native_file_name(std::string_view native, path_style style) {
-  return std::string(file_name_of(stored_from_native(native, style)));
+  const auto last = native.find_last_of(style == path_style::windows ? "\\/" : "/");
+  return std::string(last == std::string_view::npos ? native : native.substr(last + 1));
 }
 
 std::string lower_extension_of(std::string_view file_name) {
