@@ -2,18 +2,12 @@
 
 #include "import/codec_names.h"
 #include "import/language_codes.h"
+#include "import/picture_still.h"
 
 #include <algorithm>
 
 namespace corvane {
 namespace {
-
-bool is_picture_alone(const source_facts& file) {
-  return !file.streams.empty() &&
-         std::ranges::all_of(file.streams, [](const source_stream& stream) {
-           return stream.kind == source_kind::picture;
-         });
-}
 
 constexpr std::size_t most_chapters = 99;
 

@@ -139,6 +139,13 @@ bool still_source::is_drawn_for_disc() const {
          shown.size == picture_size{still_width, pal_lines};
 }
 
+bool is_picture_alone(const source_facts& facts) {
+  return !facts.streams.empty() &&
+         std::ranges::all_of(facts.streams, [](const source_stream& stream) {
+           return stream.kind == source_kind::picture;
+         });
+}
+
 result<still_source> still_source_of(const std::string& file, const source_facts& facts,
                                      path_style style) {
   using found = result<still_source>;

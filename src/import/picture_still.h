@@ -33,6 +33,9 @@ struct still_source {
   bool is_drawn_for_disc() const;
 };
 
+/// Whether there is a photo or a drawing in a file, and no film, nor a picture that moves.
+bool is_picture_alone(const source_facts& facts);
+
 /// What is in a file (native path), as a picture of which gm makes a still. Fails with a sentence
 /// without a full stop. `style`: the gm of the Windows product reads fewer forms.
 result<still_source> still_source_of(const std::string& file, const source_facts& facts,

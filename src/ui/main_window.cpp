@@ -450,8 +450,12 @@ void main_window::drop(const std::vector<std::string>& paths) {
   if (!may_command())
     return;
   std::vector<std::string> films, pictures = pictures_for_stills(paths), others = paths;
-  if (missing_tools(app_, {import_tool().name}).empty())
+  if (missing_tools(app_, {import_tool().name}).empty()) {
     films = films_to_import(paths);
+    const auto moving = std::stable_partition(pictures.begin(), pictures.end(), is_for_still);
+    films.insert(films.end(), moving, pictures.end());
+    pictures.erase(moving, pictures.end());
+  }
   const auto leads_elsewhere = [&](const std::string& file) {
     return std::ranges::find(films, file) != films.end() ||
            std::ranges::find(pictures, file) != pictures.end();

@@ -416,6 +416,22 @@ TEST_F(ImportWindow, DroppedFilmsOpenItAndStreamsAreAddedBeforeThat) {
   close_window();
 }
 
+// However it comes: GIF is a form of pictures, too.
+TEST_F(ImportWindow, PictureThatMovesIsAFilm) {
+  const std::string gif = folder_.path("dance.gif");
+  const std::string command =
+      "ffmpeg -v error -nostdin -y -f lavfi -i testsrc=size=320x180:rate=10:duration=2 '" + gif +
+      "' </dev/null";
+  ASSERT_EQ(std::system(command.c_str()), 0);
+  open("dance.gif");
+  EXPECT_TRUE(rows_become({"dance.gif|0:02|encoded"}));
+  close_window();
+  on_ui([&] { window_->CallAfter([=, this] { window_->drop({gif}); }); });
+  ASSERT_TRUE(window_comes(dialog));
+  EXPECT_TRUE(rows_become({"dance.gif|0:02|encoded"}));
+  close_window();
+}
+
 TEST_F(ImportWindow, WithoutTheToolDroppedFilmsAreNamed) {
   const std::string dropped = film("film.mkv");
   fs::remove(path_of(tool_path(app_, "ffmpeg")));

@@ -1,6 +1,7 @@
 #include "ui/import/import_window.h"
 
 #include "formats/sanitized.h"
+#include "import/picture_still.h"
 #include "import/unfinished_imports.h"
 #include "media/source_probe.h"
 #include "platform/files/files.h"
@@ -36,6 +37,7 @@
 #include <wx/statbox.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
+#include <wx/utils.h>
 
 #include <algorithm>
 #include <array>
@@ -136,17 +138,15 @@ void show_import(main_window& main, const std::vector<std::string>& files) {
   });
 }
 
-/// A photo or a drawing; not a film, nor a picture that moves.
-bool is_still_picture(const std::string& file) {
+}  // namespace
+
+bool is_for_still(const std::string& file) {
   if (!is_picture_file(file))
     return false;
+  const wxBusyCursor busy;
   const result<source_facts> facts = probe_source(file);
-  return !facts || std::ranges::all_of(facts->streams, [](const source_stream& stream) {
-    return stream.kind == source_kind::picture;
-  });
+  return !facts || is_picture_alone(*facts);
 }
-
-}  // namespace
 
 void import_chosen_files(main_window& main) {
   std::vector<std::string> files;
@@ -154,7 +154,7 @@ void import_chosen_files(main_window& main) {
     if (may_import(main, doc))
       files = main.user_prompts().open_files(dialog_of_films());
   });
-  if (files.size() == 1 && is_still_picture(files.front()))
+  if (files.size() == 1 && is_for_still(files.front()))
     open_still_window(main, files.front(), false);
   else if (!files.empty())
     show_import(main, files);

@@ -36,6 +36,10 @@ class details_panel;
 class import_log_window;
 class main_window;
 
+/// Whether a file (native path) is a photo or a drawing, of which a still is made and no title; a
+/// picture that moves is a film. Reads it.
+bool is_for_still(const std::string& file);
+
 /// "import...": asks for files, and opens the window with them.
 void import_chosen_files(main_window& main);
 
