@@ -61,10 +61,18 @@ class ImportRun : public testing::Test {
   /// What the tool would have made.
   void make(const import_job& made, const std::string& video = "stream") {
     for (const std::string& file : made.files.all())
-      app.add(name_of(file) + ".part", file == made.files.video ? video : "stream");
+      app.add(native_file_name(temporary_name(file)), file == made.files.video ? video : "stream");
   }
-  static std::string name_of(const std::string& file) {
-    return file.substr(file.find_last_of("/\\") + 1);
+  /// Of a source of a minute that could not be read to its end.
+  void make_short(const import_job& made) {
+    make(made, testing_support::small_video());
+    app.add(native_file_name(temporary_name(made.files.sounds.at(0))), std::string(1'440'000, 'x'));
+  }
+  static void expect_nothing_of(const import_job& job) {
+    for (const std::string& file : job.files.all()) {
+      EXPECT_FALSE(file_exists(file)) << file;
+      EXPECT_FALSE(file_exists(temporary_name(file))) << file;
+    }
   }
   /// Until its streams are finished.
   void wait_for_ends(std::size_t count) {
@@ -113,8 +121,7 @@ TEST_F(ImportRun, GoesOnWithTheNextAfterAFailureAndLeavesNothingOfIt) {
   feed("*importing a.mpg.....\nbroken\nERR:  ffmpeg.exe ended with status 1\n" + complete);
   wait_for_ends(1);
   EXPECT_THAT(ended, ElementsAre("0: ffmpeg.exe ended with status 1"));
-  EXPECT_FALSE(file_exists(a.files.video));
-  EXPECT_FALSE(file_exists(a.files.video + ".part"));
+  expect_nothing_of(a);
   make(b);
   feed(complete);
   wait_for_ends(2);
@@ -129,8 +136,7 @@ TEST_F(ImportRun, ADiskThatBecomesFullWithTheLastBytesFailsIt) {
   feed("frame= 9\nError closing file a.ac3.part: No space left on device\n" + complete);
   wait_for_ends(1);
   EXPECT_THAT(ended, ElementsAre("0: the disk is full"));
-  EXPECT_FALSE(file_exists(a.files.video));
-  EXPECT_FALSE(file_exists(a.files.video + ".part"));
+  expect_nothing_of(a);
   EXPECT_THAT(app.read("CorvaneIMPORT.txt"),
               HasSubstr("ERR:  \"" + a.source + "\" was not imported: the disk is full\r\n"));
 }
@@ -161,8 +167,7 @@ TEST_F(ImportRun, AFilmWhoseEndCannotBeReadIsAddedWithAWord) {
   a.plan.sound.streams.at(0).fate = stream_fate::encoded;
   a.plan.chapters = {0, 30};
   begin({a});
-  make(a, testing_support::small_video());
-  app.add("a.ac3.part", std::string(1'440'000, 'x'));
+  make_short(a);
   feed(complete);
   wait_for_ends(1);
   EXPECT_THAT(ended, ElementsAre("0: "));
@@ -202,14 +207,12 @@ TEST_F(ImportRun, ASourceThatIsCutOffWhileItIsReadIsNotImported) {
   import_job a = job("a.mp4");
   a.plan.source_bytes = 1000;
   begin({a});
-  make(a, testing_support::small_video());
-  app.add("a.ac3.part", std::string(1'440'000, 'x'));
+  make_short(a);
   feed(complete);
   wait_for_ends(1);
   EXPECT_THAT(ended, ElementsAre(HasSubstr("0: the file was changed, or went away, while it was "
                                            "read: the last 1:00 of it")));
-  EXPECT_FALSE(file_exists(a.files.video));
-  EXPECT_FALSE(file_exists(a.files.video + ".part"));
+  expect_nothing_of(a);
 }
 
 // A recording in which packets are missing: a stream that is copied has no times.
@@ -261,8 +264,7 @@ TEST_F(ImportRun, WhereNobodyKnewThePicturesLengthItsEndIsNotCalledDamage) {
   import_job a = job("a.mp4");
   a.plan.may_end_earlier = true;
   begin({a});
-  make(a, testing_support::small_video());
-  app.add("a.ac3.part", std::string(1'440'000, 'x'));
+  make_short(a);
   feed(complete);
   wait_for_ends(1);
   EXPECT_THAT(notes, ElementsAre("the picture ends 1:00 before the file does; what is heard after "
