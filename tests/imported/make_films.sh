@@ -13,6 +13,8 @@ script=$(readlink -f -- "$0")
 encoders=${script%/*/*}/support/encoders.sh
 # shellcheck source=tests/support/encoders.sh
 . "$encoders"
+# shellcheck source=tests/support/own_folder.sh
+. "${script%/*/*}/support/own_folder.sh"
 
 h264='-c:v libx264 -preset ultrafast -crf 16 -g 50 -threads 1'
 h265='-c:v libx265 -preset ultrafast -crf 16 -x265-params log-level=none:pools=1:frame-threads=1'
@@ -86,8 +88,12 @@ twice() {
   esac
 }
 
+# quiet COMMAND...: what it says is shown when it fails.
+quiet() { "$@" >"by-$making.log" 2>&1 || { cat "by-$making.log" >&2; exit 1; }; }
+
 # How each is made. The name says what it is.
 make_film() {
+  making=$1
   case $1 in
     # A minute, in what phones, cameras, televisions and the net have.
     phone-h264-aac.mp4) hertz=44100 film "$1" 640x360 1 30 60 $h264 -bf 2 -c:a aac ;;
@@ -141,15 +147,15 @@ make_film() {
     x264-flac-by-mkvmerge.mkv)
       film by-$1.y4m 320x240 1 25 6 -an -f yuv4mpegpipe
       sound= film by-$1.wav 320x240 1 25 6 -vn -map 1:a
-      x264 --quiet --preset ultrafast --bframes 2 -o by-$1.264 by-$1.y4m 2>/dev/null
+      quiet x264 --preset ultrafast --bframes 2 -o by-$1.264 by-$1.y4m
       flac --totally-silent -f -o by-$1.flac by-$1.wav
       mkvmerge -q -o "$1" --default-duration 0:25p by-$1.264 by-$1.flac
       rm -f by-$1.* ;;
     x265-opus-by-mkvmerge.mkv)
       film by-$1.y4m 320x240 1 30 6 -an -f yuv4mpegpipe
       sound= film by-$1.wav 320x240 1 30 6 -vn -map 1:a
-      x265 --log-level none --preset ultrafast --input by-$1.y4m -o by-$1.hevc 2>/dev/null
-      opusenc --quiet by-$1.wav by-$1.opus 2>/dev/null
+      quiet x265 --preset ultrafast --input by-$1.y4m -o by-$1.hevc
+      quiet opusenc by-$1.wav by-$1.opus
       mkvmerge -q -o "$1" --default-duration 0:30p by-$1.hevc by-$1.opus
       rm -f by-$1.* ;;
     mp3-by-lame.mkv)
@@ -168,24 +174,24 @@ make_film() {
     video-cd.mpg)
       film by-$1.y4m 352x288 12/11 25 6 -an -f yuv4mpegpipe
       sound= hertz=44100 sound_later=-0.011 film by-$1.mp2 352x288 1 25 6 -vn -map 1:a -b:a 224k -c:a mp2
-      mpeg2enc -v 0 -r 8 -4 4 -2 4 -f 1 -o by-$1.m1v <by-$1.y4m 2>/dev/null
+      quiet mpeg2enc -v 0 -r 8 -4 4 -2 4 -f 1 -o by-$1.m1v <by-$1.y4m
       mplex -v 0 -f 1 -o "$1" by-$1.m1v by-$1.mp2
       rm -f by-$1.* ;;
     super-video-cd.mpg)
       film by-$1.y4m 480x480 4/3 30000/1001 6 -an -f yuv4mpegpipe
       sound= hertz=44100 sound_later=-0.011 film by-$1.mp2 352x288 1 30000/1001 6 -vn -map 1:a -b:a 224k -c:a mp2
-      mpeg2enc -v 0 -r 8 -4 4 -2 4 -f 4 -a 2 -o by-$1.m2v <by-$1.y4m 2>/dev/null
+      quiet mpeg2enc -v 0 -r 8 -4 4 -2 4 -f 4 -a 2 -o by-$1.m2v <by-$1.y4m
       mplex -v 0 -f 4 -o "$1" by-$1.m2v by-$1.mp2
       rm -f by-$1.* ;;
     by-mpeg2enc.mpg)
       film by-$1.y4m 720x576 16/15 25 6 -an -f yuv4mpegpipe
       sound= film by-$1.mp2 352x288 1 25 6 -vn -map 1:a -b:a 224k -c:a mp2
-      mpeg2enc -v 0 -r 8 -4 4 -2 4 -f 8 -a 2 -o by-$1.m2v <by-$1.y4m 2>/dev/null
+      quiet mpeg2enc -v 0 -r 8 -4 4 -2 4 -f 8 -a 2 -o by-$1.m2v <by-$1.y4m
       mplex -v 0 -f 3 -o "$1" by-$1.m2v by-$1.mp2
       rm -f by-$1.* ;;
     from-a-disc.vob)
       film by-$1.mpg 720x480 8/9 30000/1001 6 $mpeg2 -g 15 -bf 2 -aspect 4:3 -c:a ac3 -b:a 192k -f dvd
-      VIDEO_FORMAT=NTSC dvdauthor -o by-$1.disc -t by-$1.mpg >/dev/null 2>&1
+      VIDEO_FORMAT=NTSC quiet dvdauthor -o by-$1.disc -t by-$1.mpg
       mv by-$1.disc/VIDEO_TS/VTS_01_1.VOB "$1"
       rm -rf by-$1.* ;;
 
@@ -284,6 +290,7 @@ names() { sed -n '/^make_film() {/,/^}/s/^    \([a-z0-9][a-z0-9-]*\.[a-z0-9]\{2,
 case $1 in
   --one)
     cd "$2"
+    trap '[ $? = 0 ] || echo "make_films.sh: \"$3\" could not be made" >&2' EXIT
     make_film "$3"
     exit 0 ;;
   --names)
@@ -294,7 +301,8 @@ mkdir -p "$1"
 cd "$1"
 stamp=$({ cat "$script" "$encoders"; ffmpeg -version | head -n 1; } | sha256sum)
 [ "$(cat .stamp 2>/dev/null)" != "$stamp" ] || { touch .stamp; exit 0; }
-rm -rf -- * .stamp
+own_folder "$1"
+rm -rf -- *
 names | xargs -P 2 -n 1 "$script" --one .
 rm -f card-*.png
 printf '%s\n' "$stamp" >.stamp

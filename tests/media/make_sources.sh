@@ -11,11 +11,14 @@ script=$(readlink -f -- "$0")
 encoders=${script%/*/*}/support/encoders.sh
 # shellcheck source=tests/support/encoders.sh
 . "$encoders"
+# shellcheck source=tests/support/own_folder.sh
+. "${script%/*/*}/support/own_folder.sh"
 mkdir -p "$1"
 cd "$1"
 stamp=$({ cat "$script" "$encoders"; ffmpeg -version | head -n 1; } | sha256sum)
 [ "$(cat .stamp 2>/dev/null)" != "$stamp" ] || { touch .stamp; exit 0; }
-rm -rf -- * .stamp
+own_folder "$1"
+rm -rf -- *
 
 picture() { echo "testsrc2=size=${1:-64x48}:rate=${2:-25}:duration=${3:-0.6}"; }
 sound='sine=frequency=440:sample_rate=48000:duration=0.6'
