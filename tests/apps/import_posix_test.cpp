@@ -24,6 +24,7 @@ using testing::Not;
 using testing_support::AuthorProgram;
 using testing_support::endless;
 using testing_support::process_runs;
+using testing_support::program_start;
 using testing_support::running_program;
 using testing_support::wait_until;
 
