@@ -201,10 +201,19 @@ bool has_text(const import_job& job, std::size_t number) {
   return file_exists(job.files.texts[number]);
 }
 
+failure prepare_import_folder(const std::string& folder) {
+  constexpr std::size_t some_bytes = 4096;
+  const std::string advice = ".  Choose another folder.";
+  if (const failure why = make_folders(folder))
+    return "The folder \"" + folder + "\" cannot be made: " + *why + advice;
+  if (const failure why = try_writing_in(folder, some_bytes))
+    return "Nothing can be written into the folder \"" + folder + "\": " + *why + advice;
+  return std::nullopt;
+}
+
 void remove_unfinished(const import_job& job) {
-  for (const std::string& file : job.files.all())
-    remove_all(temporary_name(file));
-  remove_all(notes_file(job.files));
+  for (const std::string& file : temporary_files(job.files))
+    remove_all(file);
 }
 
 }  // namespace corvane

@@ -27,6 +27,10 @@ failure finish_import(const import_job& job);
 /// Whether a text (0-based) of an import that is finished has anything to say, and so a file.
 bool has_text(const import_job& job, std::size_t number);
 
+/// Makes the folder (native path, absolute) where there is none, and looks whether anything can be
+/// written into it. The reason is a sentence with what to do.
+failure prepare_import_folder(const std::string& folder);
+
 /// Removes what an import that was stopped or failed has left: temporary files and notes, and no
 /// others.
 void remove_unfinished(const import_job& job);

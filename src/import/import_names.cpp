@@ -75,26 +75,39 @@ std::string notes_file(const import_files& files) {
   return files.notes + "-0.log";
 }
 
+std::vector<std::string> temporary_files(const import_files& files) {
+  std::vector<std::string> temporary{notes_file(files)};
+  for (const std::string& file : files.all())
+    temporary.push_back(temporary_name(file));
+  return temporary;
+}
+
 import_files import_names(std::string_view folder, std::string_view source, const import_plan& plan,
                           const std::function<bool(const std::string&)>& is_taken,
                           path_style style) {
   const std::string stem = storable_stem(source, style);
-  for (int number = 1;; ++number) {
-    const std::string begin =
-        join_path(folder, number == 1 ? stem : stem + " (" + std::to_string(number) + ")", style);
-    import_files files{begin + ".m2v", {}, {}, begin + ".pass"};
+  const auto begin_of = [&](int number) {
+    return join_path(folder, number == 1 ? stem : stem + " (" + std::to_string(number) + ")",
+                     style);
+  };
+  const auto is_free = [&](const std::string& file) {
+    return !is_taken(file) && !is_taken(temporary_name(file));
+  };
+  import_files files;
+  int number = 0;
+  do {
+    const std::string begin = begin_of(++number);
+    files = {begin + ".m2v", {}, {}, begin + ".pass"};
     for (const std::string& ending : sound_endings(plan))
       files.sounds.push_back(begin + ending);
-    for (const std::string& ending : text_endings(plan))
-      files.texts.push_back(begin + ending);
-    const std::vector<std::string> all = files.all();
-    if (std::none_of(all.begin(), all.end(),
-                     [&](const std::string& file) {
-                       return is_taken(file) || is_taken(temporary_name(file));
-                     }) &&
-        !is_taken(notes_file(files)))
-      return files;
+  } while (!std::ranges::all_of(files.all(), is_free) || is_taken(notes_file(files)));
+  for (const std::string& ending : text_endings(plan)) {
+    int own = number;
+    while (!is_free(begin_of(own) + ending))
+      ++own;
+    files.texts.push_back(begin_of(own) + ending);
   }
+  return files;
 }
 
 }  // namespace corvane

@@ -28,10 +28,14 @@ std::string temporary_name(const std::string& file);
 /// What ffmpeg writes for the second of two passes.
 std::string notes_file(const import_files& files);
 
+/// All that may stand there while files are being made.
+std::vector<std::string> temporary_files(const import_files& files);
+
 /// "film.m2v", "film.ac3" ("film.de.ac3" or "film.2.ac3" where there are several), "film.de.srt" in
-/// the folder for "film.mp4". Where `is_taken` says of any of these paths that something has its
-/// name, or its temporary one's, all are called "film (2)", and so on. Characters that no project
-/// can hold become "_".
+/// the folder for "film.mp4". Where `is_taken` says of the video's or a sound's path that something
+/// has its name, or its temporary one's, all are called "film (2)", and so on. A text whose name is
+/// taken gets another by itself, "film (2).de.srt": subtitles often lie beside the film that they
+/// are made of. Characters that no project can hold become "_".
 import_files import_names(std::string_view folder, std::string_view source, const import_plan& plan,
                           const std::function<bool(const std::string&)>& is_taken,
                           path_style style = native_style());

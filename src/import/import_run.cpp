@@ -4,6 +4,7 @@
 #include "import/encoder_complaints.h"
 #include "import/encoder_progress.h"
 #include "import/finish_import.h"
+#include "import/import_names.h"
 #include "import/import_speeds.h"
 #include "import/short_film.h"
 #include "import/unfinished_imports.h"
@@ -52,6 +53,11 @@ std::string encoded_after_all(const import_plan& before, const import_plan& now)
   return text;
 }
 
+std::string folder_of(const import_job& job) {
+  const std::string& file = job.files.video;
+  return file.substr(0, file.size() - native_file_name(file).size());
+}
+
 }  // namespace
 
 import_run::import_run(std::vector<import_job> jobs, import_events events, prompts& ask,
@@ -81,11 +87,29 @@ failure import_run::start() {
     return "another run of the program is going on";
   remove_all(join_path(app_, run_file::import_log));
   remove_left_imports(app_);
+  hold_folders();
   running_ = true;
   began_ = seconds_();
   job_ = 0;
   begin_script();
   return std::nullopt;
+}
+
+void import_run::hold_folders() {
+  for (const import_job& job : jobs_)
+    folders_.try_emplace(folder_of(job), folder_of(job));
+}
+
+const held_folder& import_run::target() const {
+  return folders_.at(folder_of(jobs_[job_]));
+}
+
+std::string import_run::target_trouble() const {
+  if (!target().is_elsewhere())
+    return {};
+  const std::string folder = folder_of(jobs_[job_]);
+  return "the folder \"" + folder.substr(0, folder.size() - 1) +
+         "\" is not there any more; it was renamed or moved, or its disk was taken out";
 }
 
 // What is finished behind the encoder is little: its video has been looked through by then.
@@ -99,6 +123,10 @@ void import_run::begin_script() {
   job_began_ = seconds_();
   script_end_.reset();
   tell();
+  if (std::string why = target_trouble(); !why.empty()) {
+    script_end_ = std::move(why);
+    return;
+  }
   const std::string script = join_path(app_, run_file::import_script);
   note_unfinished(app_, jobs_[job_]);  // if it cannot be written, nor can the script
   video_ = std::make_unique<followed_video>(temporary_name(jobs_[job_].files.video));
@@ -146,7 +174,9 @@ std::string import_run::join_logs() {
 
 void import_run::finished(const run_end& end) {
   const std::string trouble = writing_trouble_in(join_logs());
-  if (!trouble.empty())
+  if (std::string why = target_trouble(); !why.empty())
+    script_end_ = std::move(why);
+  else if (!trouble.empty())
     script_end_ = trouble;
   else if (end.outcome == run_outcome::success)
     script_end_ = "";
@@ -210,6 +240,8 @@ void import_run::take_finished() {
   if (done.again) {
     return run_again(std::move(done.job));
   }
+  if (std::string why = target_trouble(); !why.empty())
+    done.problem = std::move(why);
   if (done.problem.empty())
     jobs_[job_] = std::move(done.job);
   end_job(std::move(done.problem), std::move(done.note));
@@ -252,6 +284,8 @@ void import_run::end_job(std::string problem, std::string note) {
   video_.reset();
   if (!problem.empty()) {
     remove_unfinished(jobs_[job_]);
+    for (const std::string& name : temporary_files(jobs_[job_].files))
+      target().remove(native_file_name(name));
     note.clear();
   } else {
     keep_speed();

@@ -7,6 +7,7 @@
 #include "import/followed_video.h"
 #include "import/import_script.h"
 #include "platform/files/folder_lock.h"
+#include "platform/files/held_folder.h"
 #include "project/prompts.h"
 #include "runner/run_files.h"
 #include "runner/shelled.h"
@@ -15,6 +16,7 @@
 #include <cstddef>
 #include <functional>
 #include <future>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -90,6 +92,10 @@ class import_run : private run_listener {
   void closed() override {}
   void finished(const run_end& end) override;
 
+  void hold_folders();
+  const held_folder& target() const;
+  /// Why files can no longer be made in a job's folder; empty if they can.
+  std::string target_trouble() const;
   void next();
   void begin_script();
   /// What came of finishing a job: the job as it has become.
@@ -110,6 +116,7 @@ class import_run : private run_listener {
   double work_of(const import_job& job) const;
 
   std::vector<import_job> jobs_;
+  std::map<std::string, held_folder> folders_;  ///< that files are made in
   import_events events_;
   prompts& ask_;
   folder_lock& lock_;

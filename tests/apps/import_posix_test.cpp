@@ -1,6 +1,8 @@
 // "corvane-author --import" with the real program, conspawn and ffmpeg.
 #include "apps/author_fixture_posix.h"
 #include "platform/files/files.h"
+#include "platform/files/paths.h"
+#include "support/full_disk_posix.h"
 #include "support/small_streams.h"
 
 #include <gmock/gmock.h>
@@ -9,6 +11,7 @@
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>
+#include <dirent.h>
 #include <map>
 #include <set>
 #include <thread>
@@ -289,6 +292,126 @@ TEST_F(StoppedImport, WhatTheKilledProgramHasLeftGoesWithTheNext) {
     EXPECT_TRUE(file_exists(folder_.path(name + (is_free ? "/phone.m2v" : "/phone (2).m2v"))));
   }
   EXPECT_TRUE(was_left);
+}
+
+/// Folders that go away in the middle of an import.
+class LostFolder : public ImportProgram {
+ protected:
+  /// A film in a folder of its own.
+  std::string film_in(const std::string& name) {
+    make_folders(folder_.path(name));
+    return film(name + "/film.mp4",
+                "-f lavfi -i testsrc2=s=352x288:r=25 -f lavfi -i sine=r=44100 -t 1 -c:v mpeg4 -c:a "
+                "aac");
+  }
+  /// ffmpeg, which does this when it has read a film of that folder.
+  void add_ffmpeg(const std::string& folder, const std::string& then) {
+    add_tool("ffmpeg", "PATH=/bin:/usr/bin\n(" + real("ffmpeg") + ")\nstatus=$?\ncase \"$*\" in *" +
+                           folder + "/film.mp4*)\n" + then + " ;; esac\nexit $status\n");
+  }
+  std::string not_there(const std::string& file, const std::string& lost) const {
+    return "\"" + file + "\" was not imported: the folder \"" + lost +
+           "\" is not there any more; it was renamed or moved, or its disk was taken out.\n";
+  }
+};
+
+TEST_F(LostFolder, FilesThatWereBeingMadeGoFromOneThatIsRenamed) {
+  const std::string one = film_in("one"), two = film_in("two");
+  add_ffmpeg("one", "mv '" + to() + "' '" + folder_.path("renamed") + "'");
+  EXPECT_EQ(run({"--import", one, two, "--to", to(), "--constant", "20", new_project()}), 1);
+  EXPECT_THAT(stderr_, AllOf(HasSubstr(not_there(one, to())), HasSubstr(not_there(two, to()))));
+  EXPECT_THAT(files_in(folder_.path("renamed")), IsEmpty());
+  EXPECT_FALSE(entry_exists(to()));
+  EXPECT_FALSE(file_exists(new_project()));
+}
+
+TEST_F(LostFolder, AFolderThatHasComeInItsPlaceIsNotTakenForIt) {
+  const std::string one = film_in("one");
+  add_ffmpeg("one", "mv '" + to() + "' '" + folder_.path("renamed") + "'\nmkdir '" + to() + "'");
+  EXPECT_EQ(run({"--import", one, "--to", to(), "--constant", "20", project_}), 1);
+  EXPECT_THAT(stderr_, HasSubstr(not_there(one, to())));
+  EXPECT_THAT(files_in(folder_.path("renamed")), IsEmpty());
+  EXPECT_THAT(files_in(to()), IsEmpty());
+}
+
+TEST_F(LostFolder, AFilmWhoseFolderIsRenamedBetweenThePassesIsLeftOutAndTheNextGoesOn) {
+  const std::string one = film_in("one"), two = film_in("two");
+  add_ffmpeg("one", "mv '" + folder_.path("one") + "' '" + folder_.path("renamed") + "'");
+  EXPECT_EQ(run({"--import", one, two, "--to", to(), "--rate", "2000", new_project()}), 1);
+  EXPECT_THAT(stderr_,
+              HasSubstr("\"" + one + "\" was not imported: the file is not there any more.\n"));
+  EXPECT_THAT(files_in(to()), testing::ElementsAre("film (2).ac3", "film (2).m2v"));
+  EXPECT_THAT(folder_.read("new.cvp"), HasSubstr("film (2).m2v/"));
+  EXPECT_EQ(run({"--check", new_project()}), 0) << stdout_;
+}
+
+TEST_F(LostFolder, ADiskThatIsTakenOutKeepsNoHalfFile) {
+  const std::string one = film_in("one");
+  const testing_support::temporary_folder place;
+  const testing_support::disk_of_its_own disk(place, 8192);
+  if (!disk.is_there())
+    GTEST_SKIP() << "no disk of its own can be mounted for the test";
+  DIR* const inside = ::opendir(place.path().c_str());
+  ASSERT_NE(inside, nullptr);
+  add_ffmpeg("one", "umount -l '" + place.path() + "'");
+  EXPECT_EQ(run({"--import", one, "--to", place.path(), "--constant", "20", new_project()}), 1);
+  EXPECT_THAT(stderr_, HasSubstr(not_there(one, place.path())));
+  EXPECT_THAT(files_in(place.path()), IsEmpty());
+  std::vector<std::string> left;
+  while (const dirent* const entry = ::readdir(inside))
+    if (entry->d_name[0] != '.')
+      left.emplace_back(entry->d_name);
+  ::closedir(inside);
+  EXPECT_THAT(left, IsEmpty());
+  EXPECT_FALSE(file_exists(new_project()));
+}
+
+TEST_F(LostFolder, AFilmOnADiskThatIsTakenOutIsLeftOut) {
+  const std::string one = film_in("one"), two = film_in("two");
+  const testing_support::temporary_folder place;
+  const testing_support::disk_of_its_own disk(place, 8192);
+  if (!disk.is_there())
+    GTEST_SKIP() << "no disk of its own can be mounted for the test";
+  const std::string away = place.add("film.mp4", folder_.read("one/film.mp4"));
+  add_ffmpeg(native_file_name(place.path()), "umount -l '" + place.path() + "'");
+  EXPECT_EQ(run({"--import", away, two, "--to", to(), "--rate", "2000", new_project()}), 1);
+  EXPECT_THAT(stderr_,
+              HasSubstr("\"" + away + "\" was not imported: the file is not there any more.\n"));
+  EXPECT_THAT(temporary_ones(to()), IsEmpty());
+  EXPECT_THAT(folder_.read("new.cvp"), HasSubstr("film (2).m2v/"));
+}
+
+// The titles cannot be kept, what was made for them can.
+TEST_F(LostFolder, AProjectWhoseDiskIsFullStaysAsItWasAndTheFilesStay) {
+  const std::string one = film_in("one");
+  const testing_support::temporary_folder place;
+  const testing_support::disk_of_its_own disk(place, 256);
+  if (!disk.is_there())
+    GTEST_SKIP() << "no disk of its own can be mounted for the test";
+  const std::string before = folder_.read("film.cvp");
+  const std::string full = place.add("film.cvp", before);
+  disk.fill();
+  EXPECT_EQ(run({"--import", one, "--to", to(), "--constant", "20", full}), 1);
+  EXPECT_EQ(place.read("film.cvp"), before);
+  EXPECT_THAT(files_in(to()), testing::ElementsAre("film.m2v", "film.mp2"));
+  EXPECT_THAT(stdout_, HasSubstr("\n" + made("film.m2v") + "\n" + made("film.mp2") + "\n"));
+  EXPECT_THAT(stderr_, HasSubstr("The title is not in \"" + full +
+                                 "\"; the files that were made for it stay.\n"));
+}
+
+TEST_F(LostFolder, OneThatNothingCanBeWrittenIntoIsNamedBeforeAnythingIsRun) {
+  const std::string one = film_in("one");
+  EXPECT_EQ(run({"--import", one, "--to", one + "/in", "--constant", "20", new_project()}), 2);
+  EXPECT_THAT(stderr_, HasSubstr("The folder \"" + one + "/in\" cannot be made: "));
+  const testing_support::temporary_folder place;
+  if (::mount("none", place.path().c_str(), "tmpfs", MS_RDONLY, "size=64m") != 0)
+    GTEST_SKIP() << "no disk of its own can be mounted for the test";
+  EXPECT_EQ(run({"--import", one, "--to", place.path(), "--constant", "20", new_project()}), 2);
+  ::umount2(place.path().c_str(), MNT_DETACH);
+  EXPECT_THAT(stderr_, HasSubstr("Nothing can be written into the folder \"" + place.path() +
+                                 "\": Read-only file system.  Choose another folder.\n"));
+  EXPECT_THAT(stdout_, Not(HasSubstr("importing")));
+  EXPECT_FALSE(file_exists(new_project()));
 }
 
 TEST_F(ImportProgram, WithoutFfmpegItIsSaidHowToGetIt) {

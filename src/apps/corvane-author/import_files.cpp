@@ -97,8 +97,10 @@ class console_import {
       out_.message(trouble);
       return not_authorable;
     }
-    if (const failure why = make_folders(folder_))
-      return refused("the folder \"" + folder_ + "\" cannot be made: " + *why);
+    if (const failure why = prepare_import_folder(folder_)) {
+      out_.message(*why);
+      return not_authorable;
+    }
     out_.line(list.estimate());
     std::vector<import_job> jobs = list.begin();
     all_well_ = jobs.size() == list.size();
@@ -175,6 +177,9 @@ class console_import {
     savefile_command(doc_);
     all_well_ = all_well_ && doc_.p.saved == 1;
     tell_made(job);
+    if (doc_.p.saved != 1)
+      out_.message("The title is not in \"" + project_ +
+                   "\"; the files that were made for it stay.");
     if (!end.note.empty()) {
       all_well_ = false;
       out_.message("\"" + job.source + "\" was imported, but " + end.note + ".");

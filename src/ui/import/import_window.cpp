@@ -1,6 +1,7 @@
 #include "ui/import/import_window.h"
 
 #include "formats/sanitized.h"
+#include "import/finish_import.h"
 #include "import/picture_still.h"
 #include "import/unfinished_imports.h"
 #include "media/source_probe.h"
@@ -711,8 +712,8 @@ void import_window::begin() {
   life_.during([this] {
     message_box box;
     box.picture = icon::exclamation;
-    if (const failure why = make_folders(list_.folder())) {
-      box.text = "The folder \"" + sanitized(list_.folder()) + "\" cannot be made: " + *why + ".";
+    if (const failure why = prepare_import_folder(list_.folder())) {
+      box.text = sanitized(*why);
       lent_.ask().message(box);
       return;
     }
