@@ -94,6 +94,8 @@ struct source_facts {
                                    ///< stills
   std::int64_t bytes = 0;
   bool cut_short = false;  ///< it ends before what its head promises; so lengths may be too long
+  bool joined = false;     ///< its clock jumps, as where recordings were joined; lengths are then
+                           ///< those without jumps
   std::vector<source_stream> streams{};
   std::vector<source_chapter> chapters{};
 };

@@ -18,10 +18,12 @@ using namespace std::string_view_literals;
 
 // Streams may begin and end within a frame or two of what their packets say.
 constexpr double least_gap = 0.1;
-// Where the clock itself jumps, between parts that were joined, nothing is missing.
+// Where the clock itself jumps, which is not seen of all files, nothing is missing.
 constexpr double most_gap = 60;
+// Beside sound that follows the clock at each join, video has to be as long as that says.
+constexpr double most_off_at_joins = 0.045;
 
-bool is_multiplex(const import_plan& plan) {
+bool is_of_multiplex(const import_plan& plan) {
   return plan.container == "mpeg" || plan.container == "mpegts";
 }
 
@@ -38,6 +40,12 @@ std::optional<std::string> why_gaps(double wanted, double made) {
   if (wanted <= 0 || missing < least_gap || missing > most_gap)
     return std::nullopt;
   return seconds_text(missing) + " are missing inside it";
+}
+
+std::optional<std::string> why_off_at_joins(double wanted, double made) {
+  if (wanted <= 0 || std::abs(wanted - made) < most_off_at_joins)
+    return std::nullopt;
+  return "its parts do not end with their sound, by " + seconds_text(std::abs(wanted - made));
 }
 
 /// Of what is found about a video that headers at its beginning do not tell, what encoding cures.
@@ -68,11 +76,13 @@ bool encode_video(import_job& job, const file_facts& made) {
   if (video.fate != stream_fate::copied || !made.video)
     return false;
   auto why = why_not_as_it_is(*made.video, job.plan);
-  if (!why && is_multiplex(job.plan))
-    why = why_gaps(job.plan.seconds, made.video->seconds);
+  if (!why && is_of_multiplex(job.plan))
+    why = job.plan.joined ? why_off_at_joins(job.plan.seconds, made.video->seconds)
+                          : why_gaps(job.plan.seconds, made.video->seconds);
   if (!why)
     return false;
   video.fate = stream_fate::encoded;
+  hold_for_what_is_left_out(job.plan);
   note(job.plan, video.stream, *why);
   // About as many bits as it had, which are what is counted of the disc.
   if (job.bits.quality == import_quality::fill_disc && made.video->seconds > 0) {
@@ -91,7 +101,10 @@ bool encode_sound(import_job& job, std::size_t number, const std::function<bool(
   const file_facts made = facts_of_made(job.files.sounds[number], goes_on);
   if (!made.whole || !made.audio)
     return false;
-  const auto why = why_gaps(work.source_seconds, seconds_of(made.audio->length));
+  const double wanted = job.plan.sound.left_out > 0
+                            ? std::min(work.source_seconds, job.plan.seconds - job.plan.sound.begin)
+                            : work.source_seconds;
+  const auto why = why_gaps(wanted, seconds_of(made.audio->length));
   if (!why)
     return false;
   encode_instead(work, work.channels, *why);
@@ -103,10 +116,11 @@ bool encode_sound(import_job& job, std::size_t number, const std::function<bool(
 
 bool encode_what_cannot_stay(import_job& job, const file_facts& made,
                              const std::function<bool()>& goes_on) {
-  bool changed = encode_video(job, made);
-  for (std::size_t i = 0; is_multiplex(job.plan) && i < job.plan.sound.streams.size(); ++i)
+  bool changed = false;
+  for (std::size_t i = 0; is_of_multiplex(job.plan) && i < job.plan.sound.streams.size(); ++i)
     changed = encode_sound(job, i, goes_on) || changed;
-  return changed;
+  // Behind the sound, which ends with the picture as long as that is copied.
+  return encode_video(job, made) || changed;
 }
 
 }  // namespace corvane

@@ -2,6 +2,7 @@
 
 #include "examine/measures.h"
 
+#include <algorithm>
 #include <cmath>
 #include <initializer_list>
 
@@ -113,6 +114,20 @@ std::string even_rate(const picture_work& work) {
   return "fps=" + fraction(rate) + ":start_time=0";
 }
 
+/// Behind what makes rates even: how many pictures those seconds are goes by the rate.
+void hold_last(filter_chain& chain, const picture_work& work) {
+  if (work.held <= 0)
+    return;
+  // The fields of a picture that moves would go to and fro. Of a repeated picture none can be made
+  // of the other, so this is done before.
+  constexpr double last_pictures = 2.5;
+  if (work.motion == picture_motion::kept_fields)
+    chain.add("bwdif=mode=send_frame:parity=" + std::string(work.top_first ? "tff" : "bff") +
+              ":enable='gte(t," +
+              seconds(std::max(0.0, work.shown - last_pictures / work.rate.value())) + ")'");
+  chain.add("tpad=stop_mode=clone:stop_duration=" + seconds(work.held));
+}
+
 }  // namespace
 
 std::string picture_filter(const picture_work& work) {
@@ -130,6 +145,7 @@ std::string picture_filter(const picture_work& work) {
   fit(chain, work);
   if (!work.is_dense)
     chain.add(even_rate(work));
+  hold_last(chain, work);
   if (work.motion == picture_motion::made_fields)
     chain.add("interlace=scan=tff:lowpass=complex");
   return chain.text();
@@ -185,7 +201,9 @@ std::string sound_filter(const sound_work& work, source_ratio speed, double begi
   filter_chain chain;
   // Silence before a stream that begins late, and in gaps; what comes before `begin` is cut.
   const auto samples = std::llround(begin * 48000);
-  chain.add("aresample=48000:async=1:first_pts=" + number(samples));
+  // A tenth of a second is usual, for the uneven times of many files; at a join that can be heard.
+  chain.add("aresample=48000:async=1:first_pts=" + number(samples) +
+            (work.is_joined ? ":min_hard_comp=0.02" : ""));
   if (speed != source_ratio{1, 1}) {
     // A whole number for film of 24 (50000) and of 23.976 pictures a second (50050).
     const source_ratio faster = times({48000, 1}, speed);

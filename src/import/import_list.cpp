@@ -191,6 +191,8 @@ void add_made(item_summary& summary, const probed_source& source, const import_j
                                                   : "made, since it has no sound"});
   else if (plan.sound.streams.empty())
     summary.lines.push_back({"sound", "none"});
+  if (const std::string end = end_text(plan); !end.empty())
+    summary.lines.push_back({"end", end});
   if (!plan.chapters.empty())
     summary.lines.push_back(
         {"chapters", std::to_string(plan.chapters.size()) + ", which the title gets"});

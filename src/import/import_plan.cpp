@@ -1,5 +1,6 @@
 #include "import/import_plan.h"
 
+#include "examine/measures.h"
 #include "import/codec_names.h"
 #include "import/language_codes.h"
 #include "import/picture_still.h"
@@ -11,6 +12,17 @@ namespace {
 
 constexpr std::size_t most_chapters = 99;
 
+/// Nobody sees whether a picture stays for half a second, and hardly any sound ends so abruptly.
+constexpr double near_enough_to_the_end = 0.5;
+
+/// `seconds` are those of the source still.
+void hold_last_picture(import_plan& plan, source_ratio speed) {
+  plan.video.work.shown = plan.seconds / speed.value();
+  plan.video.work.held = plan.sound.left_out / speed.value();
+  plan.seconds += plan.sound.left_out;
+  plan.sound.left_out = 0;
+}
+
 class planner {
  public:
   planner(const source_facts& file, const std::vector<sidecar>& beside,
@@ -18,6 +30,7 @@ class planner {
       : file_(file), beside_(beside), choices_(choices) {
     plan_.demands = decided_by(file, demands, preferred);
     plan_.source_bytes = file.bytes;
+    plan_.joined = file.joined;
     plan_.container = file.container.substr(0, file.container.find(','));
   }
 
@@ -30,6 +43,7 @@ class planner {
     plan_video();
     plan_.sound = sound_plan_for(file_, plan_.demands, choices_, speed());
     plan_.problem = plan_.sound.problem;
+    plan_end();
     // Nobody knows how much silence there would have to be.
     if (plan_.seconds <= 0)
       std::erase_if(plan_.sound.streams, [](const sound_work& work) { return !work.stream; });
@@ -79,6 +93,17 @@ class planner {
       plan_.video.work.speed = {1, 1};
       plan_.video.may_need_pulldown = may_lack_pulldown(*video_);
     }
+  }
+
+  /// Sound that goes on after the picture is heard over the last one, which an encoder repeats.
+  /// Nothing can be put behind a copy, and mplex would go on without pictures.
+  void plan_end() {
+    const double longer = plan_.sound.end - plan_.seconds;
+    if (plan_.seconds <= 0 || longer <= near_enough_to_the_end)
+      return;
+    plan_.sound.left_out = longer;
+    if (plan_.video.fate == stream_fate::encoded)
+      hold_last_picture(plan_, speed());
   }
 
   void plan_texts() {
@@ -201,6 +226,20 @@ std::vector<std::string> sound_tags_beside(const titleset_demands& demands,
 std::vector<std::string> subtitle_tags_beside(const titleset_demands& demands,
                                               const std::vector<std::string>& languages) {
   return agreed_tags(demands.subtitle_languages, languages);
+}
+
+void hold_for_what_is_left_out(import_plan& plan) {
+  hold_last_picture(plan, {1, 1});
+}
+
+std::string end_text(const import_plan& plan) {
+  if (plan.video.work.held > 0)
+    return "the picture ends " + seconds_text(plan.video.work.held) +
+           " before the sound: its last picture is held";
+  if (plan.sound.left_out > 0)
+    return "the sound goes on for " + seconds_text(plan.sound.left_out) +
+           " after the picture, which is left out";
+  return {};
 }
 
 import_plan import_plan_for(const source_facts& file, const std::vector<sidecar>& beside,

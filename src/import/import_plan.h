@@ -46,10 +46,11 @@ struct import_plan {
   std::string problem{};
   titleset_demands demands{};  ///< with standard and proportions, which the file may have decided
   double begin = 0;            ///< of the picture, seconds after the beginning of the file
-  double seconds = 0;          ///< that the title lasts; 0: not known
+  double seconds = 0;          ///< that the title lasts, with a picture that is held; 0: not known
   /// The file does not say how long its picture lasts: `seconds` go to the end of the file.
   bool may_end_earlier = false;
   std::int64_t source_bytes = 0;  ///< of the whole file
+  bool joined = false;            ///< of parts with clocks of their own
   std::string container{};        ///< of the file, a name that FFmpeg has for it; may be empty
   video_plan video{};
   sound_plan sound{};
@@ -69,6 +70,14 @@ std::vector<std::string> sound_tags_beside(const titleset_demands& demands,
                                            const import_plan& plan);
 std::vector<std::string> subtitle_tags_beside(const titleset_demands& demands,
                                               const std::vector<std::string>& languages);
+
+/// Has the last picture held for what was left out of the sound: its video, which was to be copied,
+/// is encoded after all.
+void hold_for_what_is_left_out(import_plan& plan);
+
+/// What is done where sound goes on after the picture, a clause for a person: "the picture ends 12
+/// s before the sound: its last picture is held"; empty where they end together.
+std::string end_text(const import_plan& plan);
 
 /// `beside`: subtitle files that belong to the file. `preferred`: the standard where neither
 /// project nor file decides.

@@ -77,8 +77,10 @@ void add_sound(arguments& a, const import_job& job, std::size_t number) {
     a.add({"-map", "1:0", "-af", sound_filter(work, {1, 1}, 0, job.plan.seconds, false)});
     a.add(sound_encoder(work));
   } else if (work.fate == stream_fate::copied) {
-    a.add({"-map", stream_of_source(*work.stream), "-c:a", "copy", "-f",
-           work.kind == disc_sound::mp2 ? "mp2" : "ac3"});
+    a.add({"-map", stream_of_source(*work.stream), "-c:a", "copy"});
+    if (job.plan.sound.left_out > 0)  // behind the last picture
+      a.add({"-t", decimal_text(job.plan.seconds, 6)});
+    a.add({"-f", work.kind == disc_sound::mp2 ? "mp2" : "ac3"});
   } else {
     a.add({"-map", stream_of_source(*work.stream), "-af",
            sound_filter(work, job.plan.video.work.speed, job.plan.sound.begin, job.plan.seconds,

@@ -43,6 +43,8 @@ struct picture_work {
   deinterlacing deinterlace = deinterlacing::none;
   bool source_top_first = true;  ///< of a source that is deinterlaced
   bool is_dense = false;         ///< the source has more pictures than are shown
+  double held = 0;               ///< seconds for which the last picture stays when all were shown
+  double shown = 0;              ///< seconds until then, where it does
   source_ratio speed{1, 1};      ///< so many times as fast as the source
   int turned = 0;                ///< degrees clockwise
   bool mirrored = false;         ///< before it is turned

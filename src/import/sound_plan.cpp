@@ -47,7 +47,10 @@ class sound_planner {
  public:
   sound_planner(const source_facts& file, const titleset_demands& demands,
                 const import_choices& choices, source_ratio speed)
-      : demands_(demands), choices_(choices), is_faster_(speed != source_ratio{1, 1}) {
+      : demands_(demands),
+        choices_(choices),
+        is_joined_(file.joined),
+        is_faster_(speed != source_ratio{1, 1}) {
     const source_stream* const video = video_of(file);
     if (video != nullptr && video->start)
       picture_begin_ = *video->start;
@@ -64,6 +67,7 @@ class sound_planner {
       plan_.streams.push_back(work_for(chosen_[slot], slot));
     if (plan_.problem.empty())
       settle_begin();
+    settle_end();
     for (const source_stream* stream : unused_)
       plan_.beyond.push_back(stream->index);
     return std::move(plan_);
@@ -121,6 +125,8 @@ class sound_planner {
     if (stream.bit_rate.value_or(0) > most)
       return "it has " + rate_text(static_cast<double>(*stream.bit_rate)) + ", a disc at most " +
              rate_text(static_cast<double>(most));
+    if (is_joined_)
+      return "its clock jumps, as where recordings were joined";
     if (is_faster_)
       return "it is made faster with the picture";
     if (choices_.even_loudness)
@@ -149,6 +155,7 @@ class sound_planner {
     if (wanted == nullptr)
       work.kind = kind_of(*stream).value_or(choices_.new_sound);
     work.stream = stream->index;
+    work.is_joined = is_joined_;
     work.language = language_code_of(stream->language);
     work.source_seconds = stream->length.value_or(0);
     const std::optional<std::string> why = why_not_copied(*stream, work.kind);
@@ -185,9 +192,15 @@ class sound_planner {
       plan_.begin = *begin;
   }
 
+  void settle_end() {
+    for (const source_stream* const stream : chosen_)
+      if (stream != nullptr && stream->length)
+        plan_.end = std::max(plan_.end, begin_of(*stream) + *stream->length);
+  }
+
   const titleset_demands& demands_;
   const import_choices& choices_;
-  bool is_faster_;
+  bool is_joined_, is_faster_;
   double picture_begin_ = 0;
   std::vector<const source_stream*> unused_, chosen_;
   const source_stream* first_ = nullptr;

@@ -6,7 +6,11 @@
 //
 // Sound begins with the picture: what begins later gets silence before it, what begins earlier
 // loses what cannot be heard. Sound that is copied keeps its frames, so how much it is off becomes
-// the title's A/V delay, and what is encoded beside it is laid off as much.
+// the title's A/V delay, and what is encoded beside it is laid off as much. Where recordings were
+// joined, sound and picture of a part hardly ever end together; it is encoded then, and begins with
+// the picture in each. When sound goes on
+// after the picture, the last picture is held where pictures are encoded; else it ends with them
+// (import/import_plan.h).
 #pragma once
 
 #include "formats/source_facts.h"
@@ -30,6 +34,7 @@ struct sound_work {
   std::int64_t bit_rate = 0;  ///< bits a second, of what the disc gets
   std::string language{};     ///< two letters, lower case; empty: not known
   double source_seconds = 0;  ///< that the source's stream lasts by its times; 0: not known
+  bool is_joined = false;     ///< of parts with clocks of their own
   bool operator==(const sound_work&) const = default;
 };
 
@@ -44,6 +49,11 @@ struct sound_plan {
   std::vector<int> beyond{};          ///< indices of those that the disc's other titles do not have
   /// When the streams begin, in seconds after the picture; negative: before it. Less than a second.
   double begin = 0;
+  /// When the last of the source's streams ends, seconds after the picture's beginning; 0: nobody
+  /// knows.
+  double end = 0;
+  /// Of this, what comes after the picture and is left out.
+  double left_out = 0;
   /// The title's delay in milliseconds, as its row has it: what the picture is late by.
   int delay() const;
 };

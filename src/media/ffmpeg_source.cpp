@@ -224,7 +224,7 @@ std::optional<double> measured_end(const source_stream& stream, const walked_str
     return seconds_of(*seen.end, unit);
   // A stream without a container has no times, only pictures.
   const double rate = stream.video.rate.value();
-  if (stream.kind == source_kind::video && rate > 0)
+  if (stream.kind == source_kind::video && rate > 0 && !seen.begin)
     return stream.start.value_or(0) + static_cast<double>(seen.packets) / rate;
   return std::nullopt;
 }
@@ -238,7 +238,6 @@ void measure_lengths(const source_demuxer& source, const std::vector<walked_stre
     if (stream.kind == source_kind::picture || i >= seen.size())
       continue;
     const auto end = measured_end(stream, seen[i], source.format().streams[i]->time_base);
-    // Where clocks jump between the parts of a recording, its end says nothing.
     if (!end || *end <= stream.start.value_or(0))
       continue;
     stream.length = *end - stream.start.value_or(0);
@@ -336,20 +335,26 @@ bool is_usable(const source_stream& stream) {
 }
 
 // Lengths are estimates where a multiplex has no table of contents; in Matroska they count from 0,
-// whenever the first packet comes, and are those of the whole file alone.
+// whenever the first packet comes, and are those of the whole file alone; of AVI's sound there is
+// none.
 bool has_doubtful_length(const AVFormatContext& format) {
+  const std::string_view name(format.iformat->name);
   return format.duration_estimation_method == AVFMT_DURATION_FROM_PTS ||
-         std::string_view(format.iformat->name).starts_with("matroska");
+         name.starts_with("matroska") || name == "avi";
 }
 
 walk_span span_for(const AVFormatContext& format, std::int64_t bytes) {
   constexpr std::int64_t small = std::int64_t{16} << 20;
+  const bool is_large = bytes > small;
   const bool has_no_length = format.duration == AV_NOPTS_VALUE ||
                              format.duration_estimation_method == AVFMT_DURATION_FROM_BITRATE;
+  // Where the clock of a multiplex has jumped back, nothing tells a length but its parts.
+  if (has_no_length && is_large && is_multiplex(*format.iformat))
+    return walk_span::both_ends;
   if (has_no_length || may_hold_one_picture(*format.iformat))
     return walk_span::whole;
   if (has_doubtful_length(format))
-    return bytes <= small ? walk_span::whole : walk_span::both_ends;
+    return is_large ? walk_span::both_ends : walk_span::whole;
   return walk_span::beginning;
 }
 
@@ -361,6 +366,13 @@ void add_times(const source_demuxer& source, const packets_seen& seen, bool meas
     if (format.start_time == AV_NOPTS_VALUE && stream.start)
       facts.start = std::min(facts.start.value_or(*stream.start), *stream.start);
   facts.length = seconds_of(format.duration, unit_of_file);
+  facts.joined = seen.joined;
+  // What FFmpeg makes of the ends' times is of no use then.
+  if (seen.joined) {
+    facts.length.reset();
+    for (source_stream& stream : facts.streams)
+      stream.length.reset();
+  }
   if (measure && seen.ended)
     measure_lengths(source, seen.streams, facts);
   shorten_to_what_is_there(format, facts);

@@ -1,5 +1,7 @@
 #include "media/ffmpeg_source_walk.h"
 
+#include "media/ffmpeg_source_clock.h"
+
 extern "C" {
 #include <libavutil/mathematics.h>
 }
@@ -21,6 +23,7 @@ constexpr int pictures_decoded = 10;
 
 constexpr source_limits for_beginning{std::int64_t{48} << 20, milliseconds{1'500}};
 constexpr source_limits for_end{std::int64_t{48} << 20, milliseconds{1'500}};
+constexpr source_limits for_jumps{std::int64_t{48} << 20, milliseconds{1'500}};
 constexpr source_limits for_all{std::int64_t{128} << 20, milliseconds{2'500}};
 
 /// What counts as the end of a file, and of a multiplex, which has nothing to be found by but its
@@ -47,10 +50,13 @@ std::int64_t shown_at(const AVPacket& packet, const AVStream& of) {
 class packet_walk {
  public:
   explicit packet_walk(source_demuxer& source)
-      : source_(source), packet_(av_packet_alloc()), frame_(av_frame_alloc()) {}
+      : source_(source),
+        clock_(source.format()),
+        packet_(av_packet_alloc()),
+        frame_(av_frame_alloc()) {}
 
   void run(walk_span span);
-  packets_seen take() { return {std::move(streams_), source_.at_end()}; }
+  packets_seen take() { return {std::move(streams_), source_.at_end(), clock_.has_jumped()}; }
 
  private:
   AVStream& stream(std::size_t index) { return *source_.format().streams[index]; }
@@ -63,6 +69,7 @@ class packet_walk {
   void decode(const AVPacket& packet, std::size_t index);
 
   source_demuxer& source_;
+  source_clock clock_;
   packet_ptr packet_;
   frame_ptr frame_;
   milliseconds decoding_ends_{0};
@@ -81,6 +88,10 @@ void packet_walk::run(walk_span span) {
   go_through(whole);
   if (span != walk_span::both_ends || source_.at_end())
     return;
+  if (is_multiplex(*source_.format().iformat)) {
+    source_.allow(for_jumps);
+    find_jumps(source_, clock_);
+  }
   source_.allow(for_end);
   go_to_end();
   go_through(true);
@@ -89,6 +100,7 @@ void packet_walk::run(walk_span span) {
 void packet_walk::go_through(bool whole) {
   while ((whole || !is_beginning_over()) && source_.read(*packet_)) {
     add_new_streams();
+    clock_.follow(*packet_);
     look(*packet_);
     av_packet_unref(packet_.get());
   }
@@ -99,7 +111,8 @@ void packet_walk::go_to_end() {
   for (walked_stream& stream : streams_)
     stream.end.reset();
   AVFormatContext& format = source_.format();
-  const bool by_bytes = (format.iformat->flags & AVFMT_TS_DISCONT) != 0;
+  const bool by_bytes = is_multiplex(*format.iformat);
+  clock_.leap();
   const std::int64_t to =
       by_bytes ? avio_size(format.pb) - bytes_of_end : format.duration - length_of_end;
   avformat_seek_file(&format, -1, INT64_MIN, std::max<std::int64_t>(to, 0), INT64_MAX,
@@ -240,6 +253,10 @@ bool has_variable_rate(const AVStream& stream, const walked_stream& seen) {
     cut_unsettled(times);
   return !are_even(times) || !agrees(stream.avg_frame_rate, stream.time_base, times) ||
          !are_even(indexed_times(stream));
+}
+
+bool is_multiplex(const AVInputFormat& container) {
+  return (container.flags & AVFMT_TS_DISCONT) != 0;
 }
 
 bool tells_interlacing(AVCodecID codec) {

@@ -31,16 +31,21 @@ enum class walk_span {
 };
 
 /// Reads on from where the file was opened. `ended` says afterwards whether the last packets were
-/// seen, and so whether the ends of streams are known.
+/// seen, and so whether the ends of streams are known. `joined`: its clock jumps
+/// (ffmpeg_source_clock.h); the times are then those without jumps.
 struct packets_seen {
   std::vector<walked_stream> streams;
   bool ended = false;
+  bool joined = false;
 };
 packets_seen walk_packets(source_demuxer& source, walk_span span);
 
 /// Whether the times of pictures are not those of a constant rate, by the packets seen and by the
 /// container's index.
 bool has_variable_rate(const AVStream& stream, const walked_stream& seen);
+
+/// Whether it is one of MPEG's, which can only be entered by bytes and has clocks that can jump.
+bool is_multiplex(const AVInputFormat& container);
 
 /// Whether the decoder of this kind tells whether pictures are interlaced.
 bool tells_interlacing(AVCodecID codec);

@@ -468,5 +468,71 @@ TEST(Sidecars, AreNamedAsTheFilm) {
             (std::vector<sidecar>{{"a.b.srt", ""}, {"a.b.fr.srt", "fr"}}));
 }
 
+// Where the picture ends before the sound
+// ---------------------------------------------------------------------------------------------
+
+import_plan with_picture_of(source_stream video, double seconds, const import_choices& choices = {},
+                            const titleset_demands& demands = {}) {
+  video.length = seconds;
+  return planned(made_source(video, made_sound("aac")), demands, choices);
+}
+
+TEST(ImportPlan, TheLastPictureIsHeldUntilTheSoundEnds) {
+  source_facts film = made_source(made_video(640, 480, {25, 1}), made_sound("aac"));
+  film.streams[0].length = 48;
+  film.streams[0].start = 0.5;
+  film.chapters = {{0, 55, ""}, {55, 60, ""}, {61, 62, ""}};
+  const import_plan plan = planned(film);
+  EXPECT_DOUBLE_EQ(plan.seconds, 59.5);
+  EXPECT_DOUBLE_EQ(plan.video.work.held, 11.5);
+  EXPECT_DOUBLE_EQ(plan.video.work.shown, 48);
+  EXPECT_EQ(plan.sound.left_out, 0);
+  EXPECT_EQ(plan.chapters, (std::vector<double>{0, 54.5}));
+  EXPECT_EQ(end_text(plan), "the picture ends 11.5 s before the sound: its last picture is held");
+}
+
+TEST(ImportPlan, HalfASecondOfSoundIsNotWaitedFor) {
+  const import_plan plan = with_picture_of(made_video(640, 480, {25, 1}), 59.5);
+  EXPECT_EQ(plan.seconds, 59.5);
+  EXPECT_EQ(plan.video.work.held, 0);
+  EXPECT_EQ(end_text(plan), "");
+  EXPECT_GT(with_picture_of(made_video(640, 480, {25, 1}), 59.4).video.work.held, 0.59);
+}
+
+TEST(ImportPlan, APictureIsHeldAsLongAsTheFasterSoundLasts) {
+  import_choices fast;
+  fast.film_by_speed = true;
+  const import_plan plan =
+      with_picture_of(made_video(640, 480, {24, 1}), 48, fast,
+                      demands_for(video_standard::pal, disc_aspect::four_three));
+  EXPECT_DOUBLE_EQ(plan.seconds, 60 * 0.96);
+  EXPECT_DOUBLE_EQ(plan.video.work.held, 12 * 0.96);
+  EXPECT_DOUBLE_EQ(plan.video.work.shown, 48 * 0.96);
+}
+
+TEST(ImportPlan, NothingIsPutBehindACopyAndWhatIsLeftOutIsTold) {
+  import_plan plan = with_picture_of(made_disc_video(), 48);
+  EXPECT_EQ(plan.video.fate, stream_fate::copied);
+  EXPECT_EQ(plan.seconds, 48);
+  EXPECT_EQ(plan.video.work.held, 0);
+  EXPECT_EQ(end_text(plan), "the sound goes on for 12 s after the picture, which is left out");
+  // It may have to be encoded after all.
+  hold_for_what_is_left_out(plan);
+  EXPECT_EQ(plan.seconds, 60);
+  EXPECT_EQ(plan.video.work.held, 12);
+  EXPECT_EQ(plan.sound.left_out, 0);
+}
+
+TEST(ImportPlan, SoundThatIsNotWantedHoldsNoPicture) {
+  source_facts film =
+      made_source(made_video(640, 480, {25, 1}), made_sound("aac"), made_sound("aac"));
+  film.streams[0].length = 48;
+  film.streams[1].length = 48;
+  const titleset_demands one =
+      demands_for(video_standard::pal, disc_aspect::four_three, {{disc_sound::ac3, 2, ""}});
+  EXPECT_EQ(planned(film, one).seconds, 48);
+  EXPECT_EQ(planned(film).seconds, 60);
+}
+
 }  // namespace
 }  // namespace corvane

@@ -93,12 +93,42 @@ std::vector<import_job> odd_films(path_style style) {
           last};
 }
 
+source_stream lasting(source_stream stream, double seconds) {
+  stream.length = seconds;
+  return stream;
+}
+
+// Sound that goes on for eleven seconds after the picture: of film for NTSC, of fields that are
+// kept and that are made, of film for PAL by speed; and where the video is copied.
+std::vector<import_job> films_with_longer_sound(path_style style) {
+  source_stream dv = made_video(720, 480, {30000, 1001}, source_ratio{10, 11});
+  dv.video.fields = source_fields::bottom_first;
+  import_choices fast;
+  fast.film_by_speed = true;
+  titleset_demands pal;
+  pal.standard = video_standard::pal;
+  const auto plan = [](source_stream video, source_stream sound, const import_choices& choices = {},
+                       const titleset_demands& demands = {}) {
+    return plan_of(made_source(lasting(std::move(video), 49), std::move(sound)), {}, choices,
+                   demands);
+  };
+  const source_stream film = made_video(1920, 800, {24000, 1001});
+  return {job_for(style, "film.mkv", plan(film, made_sound("aac")), one_pass),
+          job_for(style, "tape.avi", plan(dv, made_sound("ac3")), one_pass),
+          job_for(style, "fifty.mp4", plan(made_video(1280, 720, {50, 1}), made_sound("aac")),
+                  two_passes),
+          job_for(style, "fast.mkv", plan(film, made_sound("aac"), fast, pal), one_pass),
+          job_for(style, "ready.mkv", plan(made_disc_video(), made_sound("ac3")), two_passes),
+          job_for(style, "other.mkv", plan(made_disc_video(), made_sound("aac")), two_passes)};
+}
+
 TEST(ImportScript, IsByteForByteTheGoldenOne) {
   for (const path_style style : both)
     testing_support::expect_golden(
         std::string(CORVANE_GOLDEN_FOLDER "/") + native(style, "windows", "linux"),
         {{"two-films.bat", script_of(style, two_films(style))},
-         {"odd-films.bat", script_of(style, odd_films(style))}});
+         {"odd-films.bat", script_of(style, odd_films(style))},
+         {"longer-sound.bat", script_of(style, films_with_longer_sound(style))}});
 }
 
 // What conspawn reads is what was meant.
@@ -166,6 +196,31 @@ TEST(ImportNames, OfWhatIsThereAreNotUsed) {
     EXPECT_EQ(files.all(), (std::vector<std::string>{"/out/f (3).m2v", "/out/f (3).ac3"})) << taken;
     EXPECT_EQ(files.notes, "/out/f (3).pass");
   }
+}
+
+// Where the film lies in the folder that it is imported to, so do its subtitles.
+TEST(ImportNames, OfATextThatIsThereChangesTheOtherFilesNot) {
+  const import_plan plan =
+      plan_of(made_source(made_disc_video(), made_sound("ac3"), made_text("subrip", "deu"),
+                          made_text("subrip", "eng")));
+  const auto names = [&](const std::vector<std::string>& taken) {
+    return import_names(
+               "/out", "/in/f.mpg", plan,
+               [&](const std::string& path) {
+                 return std::ranges::find(taken, path) != taken.end();
+               },
+               path_style::posix)
+        .all();
+  };
+  EXPECT_EQ(
+      names({"/out/f.de.srt"}),
+      (std::vector<std::string>{"/out/f.m2v", "/out/f.ac3", "/out/f (2).de.srt", "/out/f.en.srt"}));
+  EXPECT_EQ(
+      names({"/out/f.de.srt.part", "/out/f (2).de.srt"}),
+      (std::vector<std::string>{"/out/f.m2v", "/out/f.ac3", "/out/f (3).de.srt", "/out/f.en.srt"}));
+  EXPECT_EQ(names({"/out/f.m2v", "/out/f (2).en.srt"}),
+            (std::vector<std::string>{"/out/f (2).m2v", "/out/f (2).ac3", "/out/f (2).de.srt",
+                                      "/out/f (3).en.srt"}));
 }
 
 TEST(ImportNames, HoldNothingThatAProjectCannot) {

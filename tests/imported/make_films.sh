@@ -250,8 +250,34 @@ make_film() {
       ff -itsoffset 1.5 -i whole-$1 -i sound-$1.wav -map 0:v -map 1:a -c:v copy -c:a flac "$1" ;;
     sound-with-a-gap.mkv) film "$1" 320x240 1 25 6 $h264 -af "aselect='not(between(t,1.5,2.5))'" -c:a flac ;;
     sound-ends-early.mp4) film "$1" 320x240 1 25 6 $h264 -af atrim=end=4.5 -c:a aac ;;
+    picture-ends-early.mkv) filter=trim=end=5 film "$1" 320x240 1 24000/1001 6 $h264 -bf 2 -c:a ac3 ;;
+    picture-ends-early.mp4) filter=trim=end=5 film "$1" 320x240 1 50 6 $h264 -c:a aac ;;
+    picture-ends-early.avi)
+      pixels=yuv420p fields whole-$1 720x576 16/15 25 6 bff -c:v dvvideo -c:a pcm_s16le
+      ff -t 5 -i whole-$1 -i whole-$1 -map 0:v -map 1:a -c copy "$1" ;;
+    picture-ends-early.mpg)
+      film whole-$1 720x576 16/15 25 6 $mpeg2 -g 12 -aspect 4:3 -c:a ac3 -f vob
+      ff -t 5 -i whole-$1 -i whole-$1 -map 0:v -map 1:a -c copy -f vob "$1" ;;
     large-start.ts) film whole-$1 320x240 1 25 6 $h264 -bf 2 -c:a aac -f mpegts; ff -i whole-$1 -c copy -copyts -output_ts_offset 40000 -f mpegts "$1" ;;
     counter-turns-over.ts) film whole-$1 320x240 1 25 6 $h264 -bf 2 -c:a aac -f mpegts; ff -i whole-$1 -c copy -copyts -output_ts_offset 95438 -f mpegts "$1" ;;
+    joined-back.ts)
+      film whole-$1.mkv 320x240 1 25 8 $h264 -g 25 -bf 0 -c:a aac
+      joined whole-$1.mkv 0 0 mpegts ;;
+    joined-forwards.ts)
+      film whole-$1.mkv 320x240 1 25 8 $h264 -g 25 -bf 0 -c:a aac
+      joined whole-$1.mkv 0 1000 mpegts ;;
+    joined-where-the-counter-turns.ts)
+      film whole-$1.mkv 320x240 1 25 8 $h264 -g 25 -bf 0 -c:a aac
+      joined whole-$1.mkv 95438 40 mpegts ;;
+    joined-mpeg2.ts)
+      film whole-$1.mkv 720x576 16/15 25 8 $mpeg2 -g 12 -aspect 4:3 -force_key_frames 5 -c:a mp2 -b:a 192k
+      joined whole-$1.mkv 3000 7 mpegts ;;
+    joined-ac3.vob)
+      film whole-$1.mkv 720x576 16/15 25 8 $mpeg2 -g 12 -aspect 4:3 -force_key_frames 5 -c:a ac3 -b:a 192k
+      joined whole-$1.mkv 30 0 vob ;;
+    second-of-a-set.vob)
+      film whole-$1 720x480 8/9 30000/1001 6 $mpeg2 -g 15 -aspect 4:3 -c:a ac3 -b:a 192k -f vob
+      ff -i whole-$1 -c copy -copyts -output_ts_offset 20000 -f vob "$1" ;;
     begins-at-7.mkv) film whole-$1 320x240 1 25 6 $h264 -bf 2 -c:a ac3; ff -i whole-$1 -c copy -output_ts_offset 7 -avoid_negative_ts disabled "$1" ;;
     begins-before-0.mp4) later=0.32 film "$1" 320x240 1 25 6 $h264 -bf 2 -c:a aac -avoid_negative_ts disabled -t 6.32 -output_ts_offset -0.32 -movflags +negative_cts_offsets ;;
     in-fragments.mp4) film "$1" 320x240 1 25 6 $h264 -bf 2 -c:a aac -movflags frag_keyframe+empty_moov ;;
@@ -281,6 +307,15 @@ make_film() {
       exit 1 ;;
   esac
   rm -f "whole-$1" "front-$1" "sound-$1" "sound-$1.wav"
+}
+# joined FROM CLOCK CLOCK CONTAINER: the first five seconds and the rest, with clocks that begin there, joined
+# as "cat" does. What is in the second part begins with a key picture.
+joined() {
+  ff -i "$1" -t 5 -map 0 -c copy -output_ts_offset "$2" -f "$4" "$1.1"
+  ff -ss 5.2 -i "$1" -map 0 -c copy -output_ts_offset "$3" -f "$4" "$1.2"
+  out=${1#whole-}
+  cat "$1.1" "$1.2" >"${out%.mkv}"
+  rm -f "$1" "$1.1" "$1.2"
 }
 cut() { head -c $(($(stat -c %s "$1") * $2 / 100)) "$1"; }
 
