@@ -100,8 +100,9 @@ class card_writer {
     map_card_row row;
     std::vector<std::string> targets;
     bool last_menu = false;
-    for (const map_arrow& arrow : map_.arrows) {
-      if (arrow.from != place || (arrow.button > 0 && arrow.button != exit))
+    for (const map_arrow& arrow :
+         std::ranges::equal_range(map_.arrows, place, {}, &map_arrow::from)) {
+      if (arrow.button > 0 && arrow.button != exit)
         continue;
       targets.push_back(target_words(arrow));
       row.is_wrong = row.is_wrong || arrow.end == arrow_end::nowhere;
@@ -131,6 +132,10 @@ std::vector<map_card> cards_of(const disc_description& d, const disc_map& map,
   for (const map_node& node : map.nodes)
     cards.push_back(writer.card_of(node));
   return cards;
+}
+
+bool is_wrong(const map_card& card) {
+  return !card.trouble.empty() || std::ranges::any_of(card.rows, &map_card_row::is_wrong);
 }
 
 std::string words_of(const map_card& card) {

@@ -33,6 +33,9 @@ struct map_card {
 std::vector<map_card> cards_of(const disc_description& d, const disc_map& map,
                                const std::map<map_place, std::string>& lengths);
 
+/// Whether it is in trouble, or a row of it leads nowhere.
+bool is_wrong(const map_card& card);
+
 /// All that a card says, for a person who does not see it: "title 2, tour.m2v, 24:10 min, ...".
 std::string words_of(const map_card& card);
 

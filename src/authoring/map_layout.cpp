@@ -7,7 +7,6 @@
 #include <limits>
 #include <map>
 #include <numeric>
-#include <optional>
 #include <set>
 #include <tuple>
 #include <utility>
@@ -26,6 +25,8 @@ constexpr double lane_height = 12;
 constexpr double band_gap = 70;
 constexpr double wanted_shape = 1.7;  // width by height
 constexpr double widest_shape = 2.6;
+constexpr std::size_t fewest_in_band = 4, most_between_bands = 3;
+constexpr std::size_t most_ordered = 5000;  // lines between two columns; more than any disc has
 constexpr double corner = 7;
 constexpr int sweeps = 24;
 
@@ -224,7 +225,7 @@ class layout_maker {
   std::int64_t crossings() const {
     std::int64_t count = 0;
     for (const std::vector<column_line>& lines : lines_)
-      for (std::size_t i = 0; i < lines.size(); ++i)
+      for (std::size_t i = 0; i < lines.size() && lines.size() <= most_ordered; ++i)
         for (std::size_t j = i + 1; j < lines.size(); ++j)
           count += (rank(lines[i].left) - rank(lines[j].left)) *
                                (rank(lines[i].right) - rank(lines[j].right)) <
@@ -374,23 +375,32 @@ class layout_maker {
     return height;
   }
 
+  bool is_too_wide() const {
+    const double width = static_cast<double>(per_band_) * pitch();
+    return width > widest_shape * std::max(height_in_bands(per_band_), 2 * pitch());
+  }
+
+  /// Many arrows from band to band could not be told apart.
+  bool can_be_folded(std::size_t per_band) const {
+    for (std::size_t end = per_band; end < columns_.size(); end += per_band)
+      if (lines_[end - 1].size() > most_between_bands)
+        return false;
+    return true;
+  }
+
   void fold_into_bands() {
     const std::size_t count = columns_.size();
     per_band_ = count;
-    for (std::size_t bands = 2; bands <= count && per_band_ > 4; ++bands) {
-      const double width = static_cast<double>(per_band_) * pitch();
-      if (width <= widest_shape * std::max(height_in_bands(per_band_), 2 * pitch()))
-        break;
-      per_band_ = (count + bands - 1) / bands;
-    }
+    for (std::size_t bands = 2; bands <= count && is_too_wide(); ++bands)
+      if (const std::size_t columns = (count + bands - 1) / bands;
+          columns >= fewest_in_band && can_be_folded(columns))
+        per_band_ = columns;
     double top = margin;
     for (std::size_t c = 0; c < count; c += per_band_) {
       const extent e = extent_of(c, c + per_band_);
       for (std::size_t k = c; k < std::min(c + per_band_, count); ++k)
-        for (const std::size_t item : columns_[k]) {
+        for (const std::size_t item : columns_[k])
           items_[item].y += top - e.top;
-          column_of_item_[item] = k;
-        }
       top += e.bottom - e.top;
       band_bottom_.push_back(top);
       top += band_gap;
@@ -399,6 +409,16 @@ class layout_maker {
     layout_.width = 2 * side_margin() + static_cast<double>(per_band_) * pitch() -
                     (per_band_ < columns_.size() ? 0 : column_gap / 2);
     place_boxes();
+    order_nodes();
+  }
+
+  void order_nodes() {
+    layout_.order.resize(map_.nodes.size());
+    std::iota(layout_.order.begin(), layout_.order.end(), std::size_t{0});
+    std::sort(layout_.order.begin(), layout_.order.end(), [this](std::size_t a, std::size_t b) {
+      return std::pair(column_of_[a], layout_.boxes[a].y) <
+             std::pair(column_of_[b], layout_.boxes[b].y);
+    });
   }
 
   double side_margin() const { return per_band_ < columns_.size() ? folded_margin : margin; }
@@ -524,7 +544,6 @@ class layout_maker {
   std::vector<std::vector<column_line>> lines_;  // by their left column
   std::set<std::tuple<std::size_t, double, std::size_t>> known_lines_;
   std::vector<double> rank_;
-  std::map<std::size_t, std::size_t> column_of_item_;
   std::size_t per_band_ = 1;
   std::vector<double> band_bottom_;
   std::map<std::tuple<std::size_t, bool, std::size_t>, double> entries_;

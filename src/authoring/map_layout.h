@@ -48,6 +48,7 @@ struct laid_arrow {
 struct map_layout {
   std::vector<map_box> boxes;      ///< one for each node of the map
   std::vector<laid_arrow> arrows;  ///< of those that lead to a place
+  std::vector<std::size_t> order;  ///< the nodes column by column, each from its top
   double width = 0, height = 0;
   bool operator==(const map_layout&) const = default;
 };

@@ -130,8 +130,8 @@ class svg_writer {
   }
 
   void add_card(const map_card& card, const map_box& box) {
-    const bool is_wrong = !card.trouble.empty();
-    const std::string& edge = is_wrong ? colours_.wrong : colours_.card_edge;
+    const bool wrong = is_wrong(card);
+    const std::string& edge = wrong ? colours_.wrong : colours_.card_edge;
     const bool is_first = card.place.what == svg_kind::first_play;
     const double head = is_first ? measures::first_play_head : measures::head;
     text_ += "<g" + with_value("transform", "translate(" + svg_point({box.x, box.y}) + ")") + ">\n";
@@ -145,7 +145,7 @@ class svg_writer {
       add_row(card.rows[i], exit_height(card.place, static_cast<int>(i) + 1), box.width);
     text_ += rectangle({0, 0, box.width, box.height}, "none",
                        with_value("rx", "4") + with_value("stroke", edge) +
-                           with_value("stroke-width", is_wrong ? "2" : "1"));
+                           with_value("stroke-width", wrong ? "2" : "1"));
     text_ += "</g>\n";
   }
 
@@ -166,7 +166,7 @@ class svg_writer {
       text_ += "<image" + with_value("x", svg_number(place.x)) +
                with_value("y", svg_number(place.y)) + with_value("width", svg_number(place.width)) +
                with_value("height", svg_number(place.height)) +
-               with_value("href", "data:image/jpeg;base64," + base64(picture->second)) + "/>\n";
+               with_value("href", "data:image/png;base64," + base64(picture->second)) + "/>\n";
     const double x = place.x + place.width + measures::inset;
     text_ += text_at(x, 19, colours_.text, card.heading, with_value("font-weight", "bold"));
     text_ += text_at(x, 37, colours_.text, cut_to_columns(card.name, head_columns));

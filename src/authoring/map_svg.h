@@ -39,7 +39,7 @@ map_arrow_head head_of_arrow(const std::vector<map_point>& points);
 /// is "…".
 std::string cut_to_columns(const std::string& text, int columns);
 
-/// In UTF-8. `pictures`: files of pictures (JPEG) by place, which become part of the text; a title
+/// In UTF-8. `pictures`: files of pictures (PNG) by place, which become part of the text; a title
 /// or menu without one gets a plain field.
 std::string svg_of(const disc_map& map, const std::vector<map_card>& cards,
                    const map_layout& layout, const std::map<map_place, std::string>& pictures);

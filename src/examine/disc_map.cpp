@@ -175,15 +175,15 @@ class map_maker {
 /// Plays the disc by its arrows, with the menu that the jump table remembers (0: none yet).
 class map_player {
  public:
-  map_player(const disc_description& d, bool hand_edited, disc_map& map)
-      : disc_(d), remembers_(d.jump_table && !hand_edited), map_(map) {
+  map_player(const disc_description& d, bool hand_edited, const disc_map& map)
+      : disc_(d), remembers_(d.jump_table && !hand_edited) {
     for (const map_arrow& arrow : map.arrows)
       leading_from_[arrow.from].push_back(&arrow);
   }
 
   void play() {
     enter({place_kind::first_play, 0}, 0);
-    while (!waiting_.empty()) {
+    while (!waiting_.empty() && seen_.size() < most_states) {
       const auto [place, last] = waiting_.back();
       waiting_.pop_back();
       for (const map_arrow* const arrow : leading_from_[place])
@@ -202,8 +202,12 @@ class map_player {
   }
 
  private:
+  static constexpr std::size_t most_states = 200'000;
+
   void enter(const map_place& place, int last) {
     reached_.insert(place);
+    // Of no disc: a damaged project may hold any number.
+    is_known_ = is_known_ && seen_.size() < most_states;
     if (seen_.emplace(place, last).second)
       waiting_.emplace_back(place, last);
   }
@@ -247,7 +251,6 @@ class map_player {
 
   const disc_description& disc_;
   bool remembers_;
-  disc_map& map_;
   std::map<map_place, std::vector<const map_arrow*>> leading_from_;
   std::set<std::pair<map_place, int>> seen_;
   std::vector<std::pair<map_place, int>> waiting_;

@@ -73,6 +73,9 @@ void check_project(main_window& window) {
 void show_run_findings(main_window& window) {
   window.show_run_findings();
 }
+void show_disc_map(main_window& window) {
+  window.show_disc_map();
+}
 void show_guide(main_window& window) {
   window.show_guide(guide_page_about(&window));
 }
@@ -191,7 +194,8 @@ menu check_menu() {
           "&disc",
           {command("check", "&check project...", check_project, "Ctrl+K"),
            command("verify", "&verify disc...", verify_disc, "Ctrl+Shift+K"),
-           command("lastrun", "what the last run &found...", show_run_findings)}};
+           command("lastrun", "what the last run &found...", show_run_findings), separator(),
+           command("discmap", "disc &map...", show_disc_map, "Ctrl+Shift+M")}};
 }
 
 menu help_menu() {

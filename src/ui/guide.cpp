@@ -36,6 +36,7 @@ const std::vector<guide_place>& guide_places() {
                                                   {"findings", "findings.html"},
                                                   {"findingsquestion", "findings.html"},
                                                   {"disc", "verify.html"},
+                                                  {"discmap", "disc-map.html"},
                                                   {"import", "import.html"},
                                                   {"importlog", "import.html"},
                                                   {"still", "stills.html"}};

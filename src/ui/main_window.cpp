@@ -24,6 +24,7 @@
 #include "ui/editor/menu_windows.h"
 #include "ui/import/import_window.h"
 #include "ui/item_details.h"
+#include "ui/map/project_map.h"
 #include "ui/project_view.h"
 #include "ui/still/still_window.h"
 #include "ui/video/chapter_window.h"
@@ -107,6 +108,7 @@ main_window::main_window(std::string app, const std::string& media_folder)
   end_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { end(); });
   Bind(wxEVT_CLOSE_WINDOW, &main_window::on_close, this);
   check_ = std::make_unique<project_check>(*this);
+  map_ = std::make_unique<project_map>(*this, check_->facts());
   details_ = std::make_unique<item_details>(check_->facts(), [this] { return view_->details(); });
   ask_.lead_to({[this](const finding& f) { return check_->has_place(f); },
                 [this](const finding& f) { to_repair_ = f; }});
@@ -218,11 +220,14 @@ void main_window::open_editor(const char* name,
   editor_is_open_ = true;
   note_.clear();
   check_->let_commands(false);
+  map_->let_commands(false);
   editor_ = open({document_, ask_, name, draft_, [this] {
                     editor_is_open_ = false;
                     check_->let_commands(true);
+                    map_->let_commands(true);
                     focus_list();
                     check_->come_back();
+                    map_->come_back();
                   }});
 }
 
@@ -356,6 +361,10 @@ void main_window::show_run_findings() {
   check_->show_run();
 }
 
+void main_window::show_disc_map() {
+  map_->show();
+}
+
 material_equipment main_window::material() {
   return check_->material();
 }
@@ -391,7 +400,8 @@ void main_window::on_idle(wxIdleEvent& event) {
   event.Skip();
   if (draft_.keep && !draft_timer_.IsRunning())
     draft_timer_.StartOnce(draft_milliseconds);
-  if (!in_command_ && !ending_ && !runner_.running() && (details_->work() || check_->work()))
+  if (!in_command_ && !ending_ && !runner_.running() &&
+      (details_->work() || check_->work() || map_->work()))
     event.RequestMore();
 }
 
@@ -495,6 +505,7 @@ void main_window::refresh() {
   show_moved_commands();
   show_details();
   check_->look();
+  map_->look();
   show_status();
 }
 
@@ -591,6 +602,7 @@ void main_window::let_commands(bool enabled) {
   bars_->enable(enabled);
   view_->Enable(enabled);
   check_->let_commands(enabled);
+  map_->let_commands(enabled);
   if (enabled)
     focus_list();
 }

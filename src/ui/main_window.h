@@ -37,6 +37,7 @@ struct material_equipment;
 struct picture_still;
 struct prepared_run;
 class project_check;
+class project_map;
 class project_view;
 
 class main_window : public wxFrame {
@@ -60,6 +61,7 @@ class main_window : public wxFrame {
   void drop_down(const std::string& tool_caption);
   void check_project();
   void show_run_findings();
+  void show_disc_map();
   /// Opens a page of the user guide, during a run too.
   void show_guide(const char* page);
   /// What is known of the project's files, for commands that look at all of them.
@@ -155,6 +157,7 @@ class main_window : public wxFrame {
   std::unique_ptr<command_bars> bars_;
   project_view* view_ = nullptr;
   std::unique_ptr<project_check> check_;
+  std::unique_ptr<project_map> map_;
   std::unique_ptr<item_details> details_;
   std::vector<std::string> shown_recent_;
   bool in_command_ = false;

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -79,6 +80,9 @@ void expect_sound(const disc_map& map, const map_layout& layout) {
       EXPECT_FALSE(overlap(box, layout.boxes[j]))
           << name_of(map.nodes[i].place) << " and " << name_of(map.nodes[j].place);
   }
+  EXPECT_EQ(std::set<std::size_t>(layout.order.begin(), layout.order.end()).size(),
+            map.nodes.size());
+  EXPECT_EQ(layout.order.size(), map.nodes.size());
   for (const laid_arrow& laid : layout.arrows) {
     const map_arrow& arrow = map.arrows[laid.arrow];
     ASSERT_GE(laid.points.size(), 2u);

@@ -28,7 +28,7 @@ TEST(MapSvg, IsTheExpectedText) {
   const map_place title_1{map_place::kind::title, 1}, menu_1{map_place::kind::menu, 1};
   expect_golden(std::string(CORVANE_GOLDEN_FOLDER) + "/map",
                 {{"plain-menus.svg", svg_of_disc(disc_of(plain_menus(posix).p),
-                                                 {{title_1, "24:10 min"}}, {{menu_1, "JPEG"}})},
+                                                 {{title_1, "24:10 min"}}, {{menu_1, "PNG"}})},
                  {"jump-table.svg", svg_of_disc(disc_of(jump_table(posix).p))}});
 }
 
@@ -75,6 +75,9 @@ TEST(MapCards, NameWhatNothingLeadsToAndWhatLeadsNowhere) {
   ASSERT_EQ(cards.size(), 3u);
   EXPECT_EQ(cards[2].trouble, "nothing leads here");
   EXPECT_TRUE(cards[1].rows[0].is_wrong);
+  EXPECT_TRUE(is_wrong(cards[1]));
+  EXPECT_TRUE(is_wrong(cards[2]));
+  EXPECT_FALSE(is_wrong(cards[0]));
   EXPECT_EQ(cards[1].rows[0].text, "then nowhere: leads to title 9, but there are 2 titles");
   EXPECT_TRUE(holds_text(cards[1], "TITLE 9"));
   EXPECT_FALSE(holds_text(cards[1], "menu"));

@@ -204,5 +204,10 @@ TEST_F(ReadAloud, Findings) {
   expect_told_and_close("findings", 5);
 }
 
+TEST_F(ReadAloud, MapOfTheDisc) {
+  start([](main_window& main) { main.show_disc_map(); });
+  expect_told_and_close("discmap", 8);
+}
+
 }  // namespace
 }  // namespace corvane::testing_support

@@ -251,6 +251,11 @@ TEST_F(Screens, HoldTheFindings) {
   look_at_and_close("findings");
 }
 
+TEST_F(Screens, HoldTheMapOfTheDisc) {
+  start([](main_window& main) { main.show_disc_map(); });
+  look_at_and_close("discmap");
+}
+
 TEST_F(Screens, HoldTheLog) {
   start([](main_window& main) { main.show_log(); });
   look_at("log");

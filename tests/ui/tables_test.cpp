@@ -67,7 +67,9 @@ const std::vector<expected_menu> expected_menus = {
     {"disc",
      {{"check", "check project...", true, false},
       {"verify", "verify disc...", true, false},
-      {"lastrun", "what the last run found...", true, false}}},
+      {"lastrun", "what the last run found...", true, false},
+      separator,
+      {"discmap", "disc map...", true, false}}},
     {"help", {{"guide", "user guide", true, false}, {"keys", "keys", true, false}}},
 };
 

@@ -143,6 +143,7 @@ class Walk : public window_test {
         {"check", opens("findings")},
         {"verify", file("choose the VIDEO_TS.IFO or the image of a disc")},
         {"lastrun", says("No disc has been authored since the program was started")},
+        {"discmap", opens("discmap")},
         {"chapters", opens("chapter")},
         {"nav cmds", opens("navcommands")},
         {"extras",

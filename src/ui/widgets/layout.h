@@ -70,6 +70,12 @@ inline constexpr int findings_least_height = 90;  ///< of the list, and of the t
 inline constexpr int findings_severity_width = 90;
 inline constexpr int findings_item_width = 180;
 
+inline constexpr int map_width = 1200;  ///< of the map of the disc
+inline constexpr int map_height = 760;
+inline constexpr int map_least_width = 420;
+inline constexpr int map_least_height = 240;
+inline constexpr int map_find_width = 180;
+
 inline constexpr int log_width = 720;
 inline constexpr int log_height = 460;
 inline constexpr int log_least_width = 320;
