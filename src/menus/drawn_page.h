@@ -125,7 +125,9 @@ struct drawn_page {
 
 /// What a pixel of a disc's picture measures: 10/11 and 40/33 of 480 lines, 12/11 and 16/11 of 576.
 /// 704 pixels of a line come to 4:3 or 16:9, as with films (import/picture_shape.h).
-double page_pixel_aspect(int height, bool is_wide);
+inline double page_pixel_aspect(int height, bool is_wide) {
+  return (height > 480 ? 12.0 : 10.0) / 11.0 * (is_wide ? 4.0 / 3.0 : 1.0);
+}
 
 /// What a text takes when it is drawn.
 struct text_extent {
