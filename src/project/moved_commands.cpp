@@ -173,6 +173,18 @@ void forget_removed_menu(project& p, int menu) {
       --target.item.number;
 }
 
+void note_inserted_menus(project& p, int menu, int count) {
+  for (command_target& target : p.led_to)
+    if (target.item.whole == whole::menu && target.item.number >= menu)
+      target.item.number += count;
+}
+
+void follow_video(project& p, const std::string& before, const std::string& now) {
+  for (command_target& target : p.led_to)
+    if (target.video == before)
+      target.video = now;
+}
+
 void forget_targets_of_menu(project& p, int menu) {
   std::erase_if(p.led_to,
                 [menu](const command_target& target) { return is_of_menu(target, menu); });

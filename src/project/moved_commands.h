@@ -44,6 +44,13 @@ void carry_commands_along(document& doc);
 /// Menu `menu` (1-based) has been removed with its buttons; those behind it have moved up.
 void forget_removed_menu(project& p, int menu);
 
+/// So many menus have been inserted before the one that was `menu` (1-based).
+void note_inserted_menus(project& p, int menu, int count);
+
+/// What led to the menu with one video (stored paths) leads to the one with another, which has been
+/// made in its place.
+void follow_video(project& p, const std::string& before, const std::string& now);
+
 /// The editor of this menu's buttons was accepted; that of first play and the titles' commands.
 void forget_targets_of_menu(project& p, int menu);
 void forget_targets_of_titles(project& p);
