@@ -270,6 +270,20 @@ TEST_F(MadeMenus, AFolderThatNoProjectCanNameIsRefused) {
               HasSubstr("The folder \"/a|b\""));
 }
 
+TEST_F(MadeMenus, TheJumpTableThatIsWantedBoundsTheFirstMenu) {
+  wishes.design = *design_at(join_path(CORVANE_DESIGNS, "blackboard.design")).design;
+  wishes.jump_table = true;
+  wishes.choices.chapters_of.clear();
+  for (int title = 3; title <= 99; ++title) {
+    add_files_and_title({"film" + trimmed(title) + ".m2v", "x.ac3"});
+    p.chapters.back() = "0,10";
+    if (title > 14)
+      wishes.choices.chapters_of.push_back(title);
+  }
+  EXPECT_THAT(make(), Contains(HasSubstr("With the jump table the first menu has ")));
+  EXPECT_THAT(navigation_findings(disc_of(p)), IsEmpty());
+}
+
 TEST_F(MadeMenus, FortyTitlesOfManyChaptersFillTheDiscAndItIsSaid) {
   for (int title = 3; title <= 40; ++title)
     add_files_and_title({"film" + trimmed(title) + ".m2v", "x.ac3"});

@@ -15,6 +15,7 @@
 namespace corvane {
 namespace {
 
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -174,6 +175,27 @@ TEST(MenuPlan, At99MenusItSaysWhatIsLeftOut) {
                                        "23, 24,"));
   EXPECT_THAT(texts_of(plan.menus[5].entries)[1], "film 22>jump menu 95");
   EXPECT_THAT(texts_of(plan.menus[5].entries)[2], "film 23>jump title 23");
+}
+
+// A menu's program chain holds 128 commands, among them the ways to all menus, and three for each
+// title that the first menu leads to.
+TEST(MenuPlan, WithTheJumpTableTheFirstMenuHasRoomForItsCommands) {
+  disc_description d = disc_with(99, 2);
+  d.jump_table = true;
+  for (const int first_ticked : {33, 2}) {
+    menu_choices choices;
+    choices.play_all = true;
+    for (int title = first_ticked; title <= 99; ++title)
+      choices.chapters_of.push_back(title);
+    const menu_plan plan = plan_menus(d, choices, {32, 99});
+    EXPECT_THAT(navigation_told(with_menus_of(d, plan, choices)), IsEmpty());
+    EXPECT_FALSE(plan.notes.empty());
+  }
+  menu_choices ticked;
+  for (int title = 33; title <= 99; ++title)
+    ticked.chapters_of.push_back(title);
+  EXPECT_THAT(plan_menus(d, ticked, {32, 99}).notes,
+              Contains(HasSubstr("With the jump table the first menu has room for ")));
 }
 
 TEST(MenuPlan, WithMenusOfTheUsersThereIsLessRoom) {
