@@ -286,6 +286,12 @@ TEST_F(TextFit, AccentsAreNotCutOff) {
                          "e\xCC\x81\xE2\x80\xA6",
                          20, true}));
 }
+TEST_F(TextFit, VowelSignsStayWithTheirLetters) {
+  how.most_lines = 1;
+  const std::string letter = "\xE0\xA4\x95\xE0\xA4\xBF";
+  EXPECT_EQ(fit(letter + letter + letter + letter, 45),
+            (fitted_text{letter + "\xE2\x80\xA6", 20, true}));
+}
 TEST_F(TextFit, WithoutAnyRoomThereIsNothing) {
   EXPECT_EQ(fit("abc", 1).text, "");
   EXPECT_EQ(fit("", 100), (fitted_text{"", 30, false}));

@@ -346,6 +346,7 @@ class design_reader {
     const auto found = std::ranges::find(keys, key, &design_key::name);
     if (found == keys.end()) {
       std::vector<std::string> names;
+      names.reserve(keys.size());
       for (const design_key& known : keys)
         names.push_back(known.name);
       return sanitized_quoted(key) + " is none of the keys " +

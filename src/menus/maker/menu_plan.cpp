@@ -246,7 +246,8 @@ class planner {
       menu.page = page;
       menu.pages = pages;
       menu.title = title;
-      const auto from = static_cast<std::size_t>((page - 1) * bounds_.entries);
+      const auto from =
+          static_cast<std::size_t>(page - 1) * static_cast<std::size_t>(bounds_.entries);
       const std::size_t to =
           std::min(entries.size(), from + static_cast<std::size_t>(bounds_.entries));
       for (std::size_t i = from; i < to; ++i)
