@@ -2,7 +2,7 @@
 # Feeds the fuzz targets with made-up input; fails at the first crash, leak, hang or undefined
 # behaviour, leaving the input that did it in build/fuzz/findings.
 #
-#   scripts/fuzz.sh [NAME...]     builds and runs these targets (audio, disc, font, program_stream,
+#   scripts/fuzz.sh [NAME...]     builds and runs these targets (audio, design, disc, font, program_stream,
 #                                 project_file, script, source, subtitle, video_facts, video_index, xml;
 #                                 default all)
 #   scripts/fuzz.sh --run NAME    runs one that is built
@@ -40,7 +40,7 @@ if [ "${1:-}" = --run ]; then
   exit 0
 fi
 
-[ $# -gt 0 ] || set -- audio disc font program_stream project_file script source subtitle video_facts video_index xml
+[ $# -gt 0 ] || set -- audio design disc font program_stream project_file script source subtitle video_facts video_index xml
 ./scripts/setup.sh --all
 cmake --preset fuzz >/dev/null
 for name; do

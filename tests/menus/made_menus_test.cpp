@@ -293,7 +293,7 @@ TEST_F(MadeMenus, FortyTitlesOfManyChaptersFillTheDiscAndItIsSaid) {
     std::string& times = p.chapters[static_cast<std::size_t>(title) - 1];
     times = "0";
     for (int chapter = 1; chapter < 20; ++chapter)
-      times += "," + trimmed(chapter * 10);
+      times += "," + trimmed(std::int64_t{chapter} * 10);
   }
   EXPECT_THAT(make(), ElementsAre(HasSubstr("room for 99 menus")));
   EXPECT_LE(p.menulist.size(), 99u);

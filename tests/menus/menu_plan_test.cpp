@@ -24,7 +24,7 @@ disc_title planned_title(const std::string& video, int chapters) {
   disc_title title;
   title.streams = {video, "\\a.ac3"};
   for (int i = 0; i < chapters; ++i)
-    title.chapters.push_back(time_of(trimmed(i * 10)));
+    title.chapters.push_back(time_of(trimmed(std::int64_t{i} * 10)));
   return title;
 }
 
@@ -44,6 +44,7 @@ std::vector<int> all_titles(int count) {
 
 std::vector<std::string> texts_of(const std::vector<planned_entry>& entries) {
   std::vector<std::string> texts;
+  texts.reserve(entries.size());
   for (const planned_entry& e : entries)
     texts.push_back(e.text + ">" + action_of(e));
   return texts;
