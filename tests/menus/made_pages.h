@@ -2,9 +2,9 @@
 #pragma once
 
 #include "disc/disc_description.h"
+#include "formats/drawn_page.h"
 #include "formats/numbers.h"
 #include "formats/text.h"
-#include "menus/drawn_page.h"
 #include "platform/text/utf8.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // person can write in it is told in docs/designs.md.
 #pragma once
 
-#include "menus/drawn_page.h"
+#include "formats/drawn_page.h"
 #include "platform/result.h"
 
 #include <string>

@@ -2,7 +2,7 @@
 // the places of its buttons.
 #pragma once
 
-#include "menus/drawn_page.h"
+#include "formats/drawn_page.h"
 #include "menus/maker/menu_design.h"
 #include "menus/maker/menu_plan.h"
 #include "menus/maker/page_rows.h"

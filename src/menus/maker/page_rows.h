@@ -2,7 +2,7 @@
 #pragma once
 
 #include "disc/disc_description.h"
-#include "menus/drawn_page.h"
+#include "formats/drawn_page.h"
 #include "platform/result.h"
 
 namespace corvane {

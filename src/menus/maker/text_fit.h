@@ -1,7 +1,7 @@
 // A text made to fit into a box: smaller, then in several lines, at last shortened.
 #pragma once
 
-#include "menus/drawn_page.h"
+#include "formats/drawn_page.h"
 #include "menus/maker/menu_design.h"
 
 #include <string>

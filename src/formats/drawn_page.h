@@ -52,8 +52,8 @@ struct colour_background {
 struct picture_background {
   std::string file;  ///< native path; any size and form, shown as its EXIF rotation says
   page_fit fit = page_fit::fill;
-  page_colour around;  ///< beside a picture that does not fill the page
-  page_colour shade;   ///< over the picture, with its alpha; so that texts can be read
+  page_colour around;             ///< beside a picture that does not fill the page
+  page_colour shade{0, 0, 0, 0};  ///< over the picture, with its alpha; so that texts can be read
   bool operator==(const picture_background&) const = default;
 };
 
@@ -87,7 +87,8 @@ enum class page_align { begin, middle, end };
 /// texts of any direction; letters of right-to-left texts run as such within their line.
 ///
 /// The layout has made the text fit by `text_measure`. If it does not nonetheless, it is drawn
-/// smaller, down to `least_size`; what then does not fit is cut off at the box.
+/// smaller, down to `least_size`; what then does not fit is left out, with "…" in its place, and is
+/// cut off at the box where even that does not fit.
 struct page_text {
   std::string text;  ///< UTF-8
   page_box box;
