@@ -38,3 +38,16 @@ function(corvane_room room)
     corvane_precompiled(corvane_${room})
   endif()
 endfunction()
+
+# corvane_module(ROOM TARGET NAME LIBRARY file...): a part of the program that is loaded when it is
+# asked for, as NAME.so, with the foreign libraries that it needs. It sees what ROOM's users see.
+function(corvane_module room target name library)
+  add_library(${target} MODULE ${ARGN})
+  target_include_directories(
+    ${target} PRIVATE $<TARGET_PROPERTY:corvane_${room},INTERFACE_INCLUDE_DIRECTORIES>)
+  target_link_libraries(${target} PRIVATE ${library} corvane_warnings)
+  set_target_properties(${target} PROPERTIES
+    OUTPUT_NAME ${name} PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+  # Loaded, not linked: but whoever has the one needs the other.
+  add_dependencies(corvane_${room} ${target})
+endfunction()

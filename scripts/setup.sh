@@ -19,7 +19,8 @@ ffmpeg libavcodec-dev libavformat-dev libswscale-dev fonts-dejavu-core libdvdrea
 "
 
 # GoogleTest, a display without a screen, a desktop's own programs, a browser, libxml2's reader, what
-# looks at the package, what a screen reader is told, what makes films that are imported.
+# looks at the package, what a screen reader is told, what makes films that are imported, letters of
+# East Asia on menus.
 test_packages="
 libgtest-dev libgmock-dev libbenchmark-dev clang-format
 xvfb xauth xdotool openbox x11-utils x11-apps imagemagick librsvg2-common adwaita-icon-theme
@@ -27,6 +28,7 @@ libx11-dev dpkg-dev file procps util-linux
 xdg-utils desktop-file-utils shared-mime-info libglib2.0-bin libfile-mimeinfo-perl
 chromium libxml2-utils lintian at-spi2-core dbus-daemon libatspi2.0-dev
 mkvtoolnix lame flac vorbis-tools opus-tools x264 x265
+fonts-wqy-microhei
 "
 
 # The cross-compiler, what builds sources of the distribution (dpkg-dev, patch, nasm, the autotools, Meson),

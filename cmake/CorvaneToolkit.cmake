@@ -1,0 +1,38 @@
+# wxWidgets: `corvane_wx` for the windows, `corvane_wx_core` for what only draws.
+
+add_library(corvane_wx_core INTERFACE)
+add_library(corvane_wx INTERFACE)
+if(CORVANE_WX)
+  # The cross-built one, by its own word; CMake's own search knows no other system's.
+  foreach(part cxxflags libs)
+    execute_process(COMMAND ${CORVANE_WX}/bin/wx-config --${part} stc core base
+                    OUTPUT_VARIABLE ${part} COMMAND_ERROR_IS_FATAL ANY)
+    separate_arguments(wx_${part} UNIX_COMMAND "${${part}}")
+  endforeach()
+  foreach(flag IN LISTS wx_cxxflags)
+    if(flag MATCHES "^-I(.*)")
+      target_include_directories(corvane_wx_core SYSTEM INTERFACE ${CMAKE_MATCH_1})
+    else()
+      target_compile_options(corvane_wx_core INTERFACE ${flag})
+    endif()
+  endforeach()
+  target_link_libraries(corvane_wx_core INTERFACE ${wx_libs})
+else()
+  find_package(wxWidgets 3.2 REQUIRED COMPONENTS stc core base)
+  target_include_directories(corvane_wx_core SYSTEM INTERFACE ${wxWidgets_INCLUDE_DIRS})
+  target_compile_definitions(corvane_wx_core INTERFACE ${wxWidgets_DEFINITIONS})
+  target_compile_options(corvane_wx_core INTERFACE ${wxWidgets_CXX_FLAGS})
+  # Shared libraries: one that is not needed would be loaded nonetheless.
+  set(wx_core_libraries ${wxWidgets_LIBRARIES})
+  list(FILTER wx_core_libraries EXCLUDE REGEX "_stc-")
+  target_link_libraries(corvane_wx_core INTERFACE ${wx_core_libraries})
+  target_link_libraries(corvane_wx INTERFACE ${wxWidgets_LIBRARIES})
+endif()
+target_link_libraries(corvane_wx INTERFACE corvane_wx_core)
+if(UNIX AND NOT APPLE)
+  # GTK itself only for what wxWidgets has no call for: the accessibility names.
+  find_package(PkgConfig REQUIRED)
+  pkg_check_modules(corvane_gtk REQUIRED gtk+-3.0)
+  target_include_directories(corvane_wx SYSTEM INTERFACE ${corvane_gtk_INCLUDE_DIRS})
+  target_link_libraries(corvane_wx INTERFACE ${corvane_gtk_LIBRARIES})
+endif()
