@@ -87,9 +87,10 @@ class wx_letter_drawer final : public letter_drawer {
 
   result<letter_picture> draw(const std::string& line, const letter_font& font) override {
     const extent size = extent_of(line, font);
+    letter_picture drawn;
     // Letters may stick out of what a font says they take; more than an em is tried once more.
     for (const double margin : {font.em, 4 * font.em}) {
-      letter_picture drawn = drawn_within(line, font, size, std::ceil(margin));
+      draw_within(line, font, size, std::ceil(margin), drawn);
       if (drawn.grey.empty())
         return result<letter_picture>::fail("there is not enough memory");
       if (is_black_at_edges(drawn))
@@ -111,19 +112,20 @@ class wx_letter_drawer final : public letter_drawer {
     return size;
   }
 
-  static letter_picture drawn_within(const std::string& line, const letter_font& font,
-                                     const extent& size, double margin) {
-    letter_picture drawn;
+  /// Without pixels where there is no memory for them.
+  static void draw_within(const std::string& line, const letter_font& font, const extent& size,
+                          double margin, letter_picture& drawn) {
+    drawn.grey.clear();
     drawn.width = static_cast<int>(std::ceil(size.width + 2 * margin));
     drawn.height = static_cast<int>(std::ceil(size.height + 2 * margin));
     drawn.baseline = static_cast<int>(std::lround(margin + size.height - size.descent));
     wxImage image(drawn.width, drawn.height);
     if (!image.IsOk())
-      return {};
+      return;
     {
       const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(image));
       if (!context)
-        return {};
+        return;
       context->SetAntialiasMode(wxANTIALIAS_DEFAULT);
       context->SetFont(font_of(*context, font));
       context->DrawText(in_wx(line), margin, margin);
@@ -135,7 +137,6 @@ class wx_letter_drawer final : public letter_drawer {
     for (std::size_t i = 0; i < drawn.grey.size(); ++i)
       drawn.grey[i] =
           static_cast<std::uint8_t>((rgb[3 * i] + rgb[3 * i + 1] + rgb[3 * i + 2] + 1) / 3);
-    return drawn;
   }
 
   static bool is_black_at_edges(const letter_picture& drawn) {
