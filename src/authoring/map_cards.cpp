@@ -100,9 +100,8 @@ class card_writer {
     map_card_row row;
     std::vector<std::string> targets;
     bool last_menu = false;
-    for (const map_arrow& arrow :
-         std::ranges::equal_range(map_.arrows, place, {}, &map_arrow::from)) {
-      if (arrow.button > 0 && arrow.button != exit)
+    for (const map_arrow& arrow : map_.arrows) {
+      if (arrow.from != place || (arrow.button > 0 && arrow.button != exit))
         continue;
       targets.push_back(target_words(arrow));
       row.is_wrong = row.is_wrong || arrow.end == arrow_end::nowhere;
