@@ -32,9 +32,13 @@ class growing_file {
       stream_.open(path_of(path_), std::ios::binary);
     if (!stream_.is_open())
       return 0;
+    // Without going there again Windows gives nothing more once it has met an end.
     stream_.clear();
+    stream_.seekg(static_cast<std::streamoff>(read_));
     stream_.read(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
-    return static_cast<std::size_t>(stream_.gcount());
+    const auto count = static_cast<std::size_t>(stream_.gcount());
+    read_ += count;
+    return count;
   }
 
   bool is_open() const { return stream_.is_open(); }
@@ -44,6 +48,7 @@ class growing_file {
  private:
   std::string path_;
   std::vector<char> buffer_;
+  std::uint64_t read_ = 0;
   std::ifstream stream_;
 };
 

@@ -292,6 +292,7 @@ void project_map::drag_lead(const map_place& from, int exit, const map_place& to
     std::vector<lead_target> targets = targets_from(disc_, source);
     std::erase_if(targets, [&to](const lead_target& target) { return target.place != to; });
     std::vector<std::string> names;
+    names.reserve(targets.size());
     for (const lead_target& target : targets)
       names.push_back(target.chapter > 1 ? "chapter " + trimmed(target.chapter) : "its beginning");
     if (targets.size() < 2 || hand_edited_) {
@@ -312,6 +313,7 @@ void project_map::choose_lead(const lead_source& from) {
       return;
     }
     std::vector<std::string> names;
+    names.reserve(targets.size());
     for (const lead_target& target : targets)
       names.push_back(target_name(target));
     const int picked = window_->pick("Where should " + words_of_source(from) + " lead?", names,
