@@ -206,7 +206,7 @@ TEST_F(ReadAloud, Findings) {
 
 TEST_F(ReadAloud, MapOfTheDisc) {
   start([](main_window& main) { main.show_disc_map(); });
-  expect_told_and_close("discmap", 8);
+  expect_told_and_close("discmap", 7);
 }
 
 }  // namespace
