@@ -183,6 +183,7 @@ class InStep : public RealImport {
     video.length = 12;
     source_stream tone = made_sound(codec, 1, {}, 44100);
     tone.start = sound;
+    tone.length = picture + 12 - sound;  // both end together
     return made_source(video, tone);
   }
 
