@@ -159,11 +159,17 @@ TEST_F(ImportProgram, CtrlCEndsTheToolAndLeavesNothing) {
   EXPECT_EQ(folder_.read("film.cvp"), before);
 }
 
+/// Also what was written to see whether anything can be.
+bool is_temporary(const std::string& name) {
+  return name.ends_with(".part") || name.ends_with(".log") ||
+         name.find(".corvane-part") != std::string::npos;
+}
+
 /// Files of an import that are not under their own names.
 std::vector<std::string> temporary_ones(const std::string& folder) {
   std::vector<std::string> left;
   for (const std::string& name : files_in(folder))
-    if (name.ends_with(".part") || name.ends_with(".log"))
+    if (is_temporary(name))
       left.push_back(name);
   return left;
 }
@@ -205,8 +211,9 @@ class StoppedImport : public ImportProgram {
   /// Whatever has a name of its own is whole.
   void expect_whole_files(const std::string& name) const {
     for (const auto& [file, size] : sizes(name)) {
-      if (file.ends_with(".part") || file.ends_with(".log"))
+      if (is_temporary(file))
         continue;
+      ASSERT_TRUE(whole_.contains(file)) << file;
       EXPECT_EQ(size, whole_.at(file)) << file;
     }
   }

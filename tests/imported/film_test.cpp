@@ -120,7 +120,8 @@ void expect_round(const measured_title& title) {
 }
 
 void expect_marks(const measured_title& title, const film& f) {
-  const std::vector<double> at{1, f.seconds / 2, f.seconds - 2};
+  const double moves = f.seconds - f.held;
+  const std::vector<double> at{1, moves / 2, moves - 2};
   const std::vector<double> seen = title.flashes();
   ASSERT_EQ(seen.size(), 3u);
   for (std::size_t mark = 0; mark < 3; ++mark)

@@ -74,7 +74,7 @@ std::vector<film> all_films() {
       {"x264-flac-by-mkvmerge.mkv", 6, all, pal, tv},
       {"x265-opus-by-mkvmerge.mkv", 6, all, ntsc, tv},
       {"mp3-by-lame.mkv", 6, all, pal, tv},
-      {"vorbis-by-oggenc-late.mkv", 6.68, all, pal, tv},  // its sound ends so much later
+      {"vorbis-by-oggenc-late.mkv", 6.68, all, pal, tv, 1, {}, false, {}, 0.68},
       {"video-cd.mpg", 6, all, pal, tv},
       {"super-video-cd.mpg", 6, all, ntsc, tv},
       {"by-mpeg2enc.mpg", 6, all, pal, tv, 1, {}, true},

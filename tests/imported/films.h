@@ -28,6 +28,7 @@ struct film {
   std::string refusal = {};   ///< a part of what is said
   bool is_copied = false;     ///< the video comes out as it was
   std::string said = {};      ///< a part of what is said of a film that becomes a disc
+  double held = 0;            ///< of the title's seconds, those of the last picture alone
   friend std::ostream& operator<<(std::ostream& out, const film& f) { return out << f.file; }
 };
 

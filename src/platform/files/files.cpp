@@ -149,7 +149,9 @@ failure why_not_writable_file(std::string_view native) {
 }
 
 failure try_writing_in(std::string_view native_folder, std::size_t bytes) {
-  const fs::path tried = unused_name_beside(path_of(native_folder) / "corvane");
+  const fs::path target = path_of(native_folder) / "corvane";
+  remove_left_parts_of(target);
+  const fs::path tried = unused_name_beside(target);
   std::error_code error;
   fs::remove(tried, error);
   failure why = write_durably(tried, std::string(bytes, '.'));
