@@ -65,6 +65,14 @@ class RealImport : public testing::Test {
     return facts;
   }
 
+  /// The facts of a file whose sound ends with its picture (else the last picture would be held).
+  template <typename... Others>
+  static source_facts made_film(const source_stream& video, source_stream sound,
+                                const Others&... others) {
+    sound.length = *video.start + *video.length - *sound.start;
+    return made_source(video, sound, others...);
+  }
+
   static file_facts facts_of_made(const import_job& job) {
     return followed_video(temporary_name(job.files.video)).facts();
   }
@@ -183,8 +191,7 @@ class InStep : public RealImport {
     video.length = 12;
     source_stream tone = made_sound(codec, 1, {}, 44100);
     tone.start = sound;
-    tone.length = picture + 12 - sound;  // both end together
-    return made_source(video, tone);
+    return made_film(video, tone);
   }
 
  private:
@@ -234,7 +241,7 @@ TEST_F(RealImport, APhonesTurnedFilm) {
   video.length = 4;
   source_stream sound = made_sound("aac", 1, "eng", 44100);
   sound.start = 0.376;
-  const import_job job = job_for("phone.mp4", made_source(video, sound));
+  const import_job job = job_for("phone.mp4", made_film(video, sound));
   import(job);
   EXPECT_EQ(findings(job), nothing);
   const video_facts facts = video_of_job(job);
@@ -251,7 +258,7 @@ TEST_F(RealImport, CinemaWithPulldownChaptersAndText) {
   video.codec = "hevc";
   video.video.pixels = "yuv420p10le";
   video.length = 4.004;
-  source_facts facts = made_source(video, made_sound("flac", 6), made_text("ass"));
+  source_facts facts = made_film(video, made_sound("flac", 6), made_text("ass"));
   facts.chapters = {{0, 1.3, ""}, {1.3, 4, ""}};
   const import_job job = job_for("film.mkv", facts);
   import(job);
@@ -280,7 +287,7 @@ TEST_F(RealImport, FilmBySpeedForPal) {
   titleset_demands pal;
   pal.standard = video_standard::pal;
   const import_job job = job_for(
-      "film.mkv", made_source(video, made_sound("flac", 6), made_text("ass")), choices, pal);
+      "film.mkv", made_film(video, made_sound("flac", 6), made_text("ass")), choices, pal);
   import(job);
   EXPECT_EQ(findings(job), nothing);
   EXPECT_EQ(video_of_job(job).pictures, 96u);
@@ -297,7 +304,7 @@ TEST_F(RealImport, PicturesAtUnevenTimesInConstantQuality) {
   video.length = 4;
   source_stream sound = made_sound("opus", 1);
   sound.start = -0.007;
-  source_facts facts = made_source(video, sound);
+  source_facts facts = made_film(video, sound);
   facts.start = -0.007;
   import_choices choices;
   choices.quality = import_quality::constant;
@@ -317,7 +324,7 @@ TEST_F(RealImport, ACamerasFieldsBecomeFields) {
   source_stream sound = made_sound("mp2", 1);
   sound.bit_rate = 384'000;
   sound.start = 1.429978;
-  source_facts facts = made_source(video, sound);
+  source_facts facts = made_film(video, sound);
   facts.start = 1.429978;
   const import_job job = job_for("camera.ts", facts);
   import(job);
@@ -336,7 +343,7 @@ TEST_F(RealImport, ATapesFieldsStayInTheirOrder) {
   video.video.pixels = "yuv411p";
   video.video.fields = source_fields::bottom_first;
   video.length = 4.004;
-  const import_job job = job_for("tape.avi", made_source(video, made_sound("pcm_s16le", 1)));
+  const import_job job = job_for("tape.avi", made_film(video, made_sound("pcm_s16le", 1)));
   import(job);
   EXPECT_EQ(findings(job), nothing);
   const video_facts made = video_of_job(job);
@@ -354,7 +361,7 @@ TEST_F(RealImport, NoiseStaysWithinWhatPlayersRead) {
     choices.quality = quality;
     choices.quantizer = 2;
     choices.mean_rate = most_mean_rate;
-    import_job job = job_for("noise.mkv", made_source(video, made_sound("flac", 6)), choices);
+    import_job job = job_for("noise.mkv", made_film(video, made_sound("flac", 6)), choices);
     job.bits.peak = peak_rate_beside(448'000);
     import(job);
     EXPECT_EQ(findings(job), nothing);
@@ -373,7 +380,7 @@ TEST_F(RealImport, WhatADiscTakesComesOutByteForByteWithItsEnd) {
   for (const char* const name : {"ready.mpg", "ready.mkv"}) {
     SCOPED_TRACE(name);
     source_stream video = made_disc_video(), sound = made_sound("ac3");
-    source_facts facts = made_source(video, sound);
+    source_facts facts = made_film(video, sound);
     if (name == std::string("ready.mpg"))  // navigation comes first there
       for (source_stream& stream : facts.streams)
         ++stream.index;
@@ -395,7 +402,7 @@ TEST_F(RealImport, GapsInWhatWouldBeCopiedAreFilled) {
     video.start = sound.start = 1.4;
     video.length = 4.004;
     sound.length = 4.0;
-    source_facts facts = made_source(video, sound);
+    source_facts facts = made_film(video, sound);
     facts.start = 1.4;
     import_job job = job_for(both ? "lost-both.ts" : "lost-sound.ts", facts);
     ASSERT_EQ(job.plan.video.fate, stream_fate::copied);
@@ -446,7 +453,7 @@ TEST_F(RealImport, VideoThatOnlyItsBytesShowToBeBeyondADiscIsEncoded) {
 TEST_F(RealImport, WhatHasNoGapsStaysCopied) {
   source_stream video = made_disc_video(), sound = made_sound("ac3");
   video.length = sound.length = 4;
-  source_facts facts = made_source(video, sound);
+  source_facts facts = made_film(video, sound);
   for (source_stream& stream : facts.streams)
     ++stream.index;
   import_job job = job_for("ready.mpg", facts);
