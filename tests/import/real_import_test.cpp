@@ -286,8 +286,8 @@ TEST_F(RealImport, FilmBySpeedForPal) {
   choices.film_by_speed = true;
   titleset_demands pal;
   pal.standard = video_standard::pal;
-  const import_job job = job_for(
-      "film.mkv", made_film(video, made_sound("flac", 6), made_text("ass")), choices, pal);
+  const import_job job =
+      job_for("film.mkv", made_film(video, made_sound("flac", 6), made_text("ass")), choices, pal);
   import(job);
   EXPECT_EQ(findings(job), nothing);
   EXPECT_EQ(video_of_job(job).pictures, 96u);
