@@ -2,33 +2,16 @@
 
 #include "authoring/disc_texts.h"
 #include "authoring/navigation_xml.h"
+#include "examine/button_shapes.h"
 #include "formats/numbers.h"
 #include "formats/text.h"
 #include "runner/run_files.h"
-
-#include <algorithm>
-#include <cmath>
 
 namespace corvane {
 namespace {
 
 // The colour that spumux takes for "nothing here": background of the pictures, inside of frames.
 constexpr const char* transparent = "#010101";
-
-struct rectangle {
-  std::int64_t left, top, right, bottom;
-};
-
-// To whole pixels, halves to the even neighbour: nearbyint does that in the rounding mode that
-// every program starts in.
-std::int64_t rounded(const text_number& edge) {
-  const double limit = 1e9;
-  return static_cast<std::int64_t>(std::nearbyint(std::clamp(edge.value, -limit, limit)));
-}
-
-rectangle rectangle_of(const disc_button& b) {
-  return {rounded(b.x0), rounded(b.y0), rounded(b.x1), rounded(b.y1)};
-}
 
 // The two pictures of a menu.
 struct overlay_kind {
@@ -55,27 +38,26 @@ std::string drawing(const run_paths& where, const std::string& colour, const std
 
 // Corners that are computed carry the leading blank of the number texts, those taken from the
 // record do not.
-std::string filled_corners(const rectangle& r) {
-  return trimmed(r.left) + "," + trimmed(r.top) + " " + leading_blank(r.right - 2) + "," +
-         leading_blank(r.bottom - 1);
+std::string filled_corners(const rounded_box& r) {
+  return trimmed(r.left) + "," + trimmed(r.top) + " " + leading_blank(r.right) + "," +
+         leading_blank(r.bottom);
 }
 
-std::string inner_corners(const rectangle& r, int thickness) {
-  const std::int64_t t = thickness;
-  return leading_blank(r.left + 1 + t) + "," + leading_blank(r.top + 1 + t) + " " +
-         leading_blank(r.right - 3 - t) + "," + leading_blank(r.bottom - 2 - t);
+std::string inner_corners(const rounded_box& r) {
+  return leading_blank(r.left) + "," + leading_blank(r.top) + " " + leading_blank(r.right) + "," +
+         leading_blank(r.bottom);
 }
 
-void add_coloured_button(std::string& text, const run_paths& where, const rectangle& r,
+void add_coloured_button(std::string& text, const run_paths& where, const button_box& r,
                          const std::string& colour, int thickness, const std::string& target) {
-  add_line(text, drawing(where, colour, filled_corners(r), target));
-  // A bar of 3 lines or less stays solid; of a taller button only a frame is left. A frame thicker
-  // than its button has no inside: gm refuses that drawing and leaves the picture as it is.
-  if (r.bottom - r.top > 3)
-    add_line(text, drawing(where, transparent, inner_corners(r, thickness), target));
+  add_line(text, drawing(where, colour, filled_corners(filled_shape(r)), target));
+  // A frame thicker than its button has no inside: gm refuses that drawing and leaves the picture
+  // as it is.
+  if (const auto inside = cleared_shape(r, thickness))
+    add_line(text, drawing(where, transparent, inner_corners(*inside), target));
 }
 
-void add_bitmap_button(std::string& text, const run_paths& where, const rectangle& r,
+void add_bitmap_button(std::string& text, const run_paths& where, const button_box& r,
                        const std::string& bitmap, const std::string& target) {
   const std::string pasted = native_from_stored(bitmap, where.style);
   add_line(text, in_double_quotes(where.tool("gm")) + " composite -geometry +" + trimmed(r.left) +
@@ -86,9 +68,9 @@ void add_bitmap_button(std::string& text, const run_paths& where, const rectangl
 void add_button(std::string& text, const disc_description& d, const run_paths& where, int menu,
                 const disc_button& b, const disc_look& look, const std::string& target) {
   if (look.is_bitmap)
-    add_bitmap_button(text, where, rectangle_of(b), look.text, target);
+    add_bitmap_button(text, where, box_of(b), look.text, target);
   else
-    add_coloured_button(text, where, rectangle_of(b), look.text,
+    add_coloured_button(text, where, box_of(b), look.text,
                         static_cast<int>(d.menu(menu).thickness.value), target);
 }
 
@@ -107,7 +89,7 @@ std::string button_element(const disc_button& b) {
   const auto value = [](const char* name, std::string_view text) {
     return std::string(" ") + name + "=" + in_double_quotes(text);
   };
-  return "    <button" + value("x0", trim_left(b.x0.text)) + value("y0", trimmed(rounded(b.y0))) +
+  return "    <button" + value("x0", trim_left(b.x0.text)) + value("y0", trimmed(box_of(b).top)) +
          value("x1", trim_left(b.x1.text)) + value("y1", trim_left(b.y1.text)) + "/>";
 }
 

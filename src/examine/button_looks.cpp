@@ -1,5 +1,6 @@
 #include "examine/button_looks.h"
 
+#include "examine/button_shapes.h"
 #include "formats/numbers.h"
 #include "project/offered_colours.h"
 
@@ -70,14 +71,21 @@ bool touch(const button_place& a, const button_place& b) {
   return a.x0 <= b.x1 && b.x0 <= a.x1 && a.y0 <= b.y1 && b.y0 <= a.y1;
 }
 
+/// With its corners.
+int dots_in(const rounded_box& r) {
+  return static_cast<int>((r.right - r.left + 1) * (r.bottom - r.top + 1));
+}
+
 /// A bar, or of more than three lines a frame whose inside begins one pixel behind its thickness;
 /// an inside that is a pixel thin is not cleared (GraphicsMagick 1.3.40, measured).
 seen_dots drawing_of(const button_place& b, int thickness) {
-  const int width = b.x1 - 1 - b.x0, height = b.y1 - b.y0;
-  const int inner_width = width - 2 * (thickness + 1), inner_height = height - 2 * (thickness + 1);
-  seen_dots dots{width * height, b.x0, b.y0, b.x1 - 2, b.y1 - 1};
-  if (height > 3 && inner_width > 1 && inner_height > 1)
-    dots.count -= inner_width * inner_height;
+  const button_box box{b.x0, b.y0, b.x1, b.y1};
+  const rounded_box all = filled_shape(box);
+  seen_dots dots{dots_in(all), b.x0, b.y0, static_cast<int>(all.right),
+                 static_cast<int>(all.bottom)};
+  const std::optional<rounded_box> inside = cleared_shape(box, thickness);
+  if (inside && inside->right > inside->left && inside->bottom > inside->top)
+    dots.count -= dots_in(*inside);
   return dots;
 }
 

@@ -1,0 +1,45 @@
+// What the editor's picture shows of a menu at any size: the video's picture with the dots of the
+// overlay, without a toolkit.
+#pragma once
+
+#include "menus/menu_overlay.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace corvane {
+
+struct view_size {
+  int width = 0, height = 0;
+  bool operator==(const view_size&) const = default;
+};
+
+/// A menu's picture of so many lines at 100 %: each dot a square, or, with an aspect (16 and 9, 4
+/// and 3), in the proportions in which a television shows it, no smaller than the dots either way.
+view_size full_view(int lines);
+view_size full_view(int lines, int aspect_width, int aspect_height);
+
+/// The largest size of these proportions within the room, at most four times as large.
+view_size fitted_view(const view_size& full, const view_size& room);
+
+/// That size, so many times as large.
+view_size zoomed_view(const view_size& full, int times);
+
+/// A rectangle of what is shown, in pixels.
+struct view_part {
+  int x = 0, y = 0, width = 0, height = 0;
+};
+
+/// The picture of a video; without one (no bytes) it is grey.
+struct video_pixels {
+  int width = 0, height = 0;
+  const std::uint8_t* rgb = nullptr;
+};
+
+/// A part of the picture as it looks when all of it is `shown` large, three bytes a pixel. The video
+/// is smoothed; each dot of the overlay keeps its edges at whole multiples of its size, and at
+/// others gives its colour to a pixel by the part of it that it covers. The part must lie within.
+std::vector<std::uint8_t> view_of(const video_pixels& video, const overlay_picture& overlay,
+                                  const view_size& shown, const view_part& part);
+
+}  // namespace corvane
