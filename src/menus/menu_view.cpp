@@ -40,6 +40,11 @@ void lay_video(const video_pixels& video, const view_size& shown, const view_par
       smooth_places(video.height, shown.height, part.y, part.height);
   std::uint8_t* to = out.data();
   const auto row_bytes = static_cast<std::ptrdiff_t>(video.width) * 3;
+  if (video.width == shown.width && video.height == shown.height) {
+    for (int y = part.y; y < part.y + part.height; ++y, to += part.width * 3)
+      std::copy_n(video.rgb + y * row_bytes + part.x * 3, part.width * 3, to);
+    return;
+  }
   for (const between& y : down) {
     const std::uint8_t* const upper = video.rgb + y.first * row_bytes;
     const std::uint8_t* const lower = video.rgb + y.second * row_bytes;

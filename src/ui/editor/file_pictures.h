@@ -2,10 +2,14 @@
 #pragma once
 
 #include "menus/bitmaps.h"
+#include "menus/menu_overlay.h"
+#include "platform/files/file_stamp.h"
 
 #include <wx/bitmap.h>
 #include <wx/image.h>
 
+#include <map>
+#include <optional>
 #include <string>
 
 namespace corvane {
@@ -23,6 +27,22 @@ wxBitmap bitmap_of_button(const std::string& path);
 class media_pictures : public picture_loader {
  public:
   result<pixel_size> size_of(const std::string& file) const override;
+};
+
+/// The bitmaps of buttons by their stored paths, each read once.
+class file_bitmaps : public bitmap_reader {
+ public:
+  const button_bitmap* read(const std::string& stored) override;
+
+  /// Forgets the files that have changed since they were read; true when there were any.
+  bool forget_changed();
+
+ private:
+  struct read_file {
+    std::optional<file_stamp> stamp;
+    std::optional<button_bitmap> bitmap;  ///< not set: it cannot be read
+  };
+  std::map<std::string, read_file> files_;  ///< by native path
 };
 
 }  // namespace corvane

@@ -1,7 +1,9 @@
 #include "ui/editor/menu_editor_window.h"
 
+#include "examine/item_summary.h"
 #include "formats/text.h"
 #include "platform/files/paths.h"
+#include "project/disc_of.h"
 #include "ui/editor/menu_button_panel.h"
 #include "ui/editor/menu_options_panel.h"
 #include "ui/editor/menu_picture.h"
@@ -72,7 +74,9 @@ void tsmenu::make_controls() {
   right_ = new scrolled_column(panel_);
   buttons_ = new menu_button_panel(right_, to_model);
   options_ = new menu_options_panel(right_, to_model);
-  area_ = new menu_picture_area(panel_, editor_, to_model);
+  area_ = new menu_picture_area(
+      panel_, editor_, to_model,
+      [disc = disc_of(lent_.doc().p)](const disc_command& c) { return words_of_command(disc, c); });
   auto* columns = new wxBoxSizer(wxHORIZONTAL);
   columns->Add(area_, wxSizerFlags(1).Expand());
   columns->Add(make_right(), wxSizerFlags().Expand().Border(wxLEFT, FromDIP(layout::group_gap)));
@@ -132,7 +136,7 @@ void tsmenu::load_video() {
   // A video of another size is shown as large as the disc's player shows it.
   const int height =
       video_size_.y == 480 || video_size_.y == 576 ? video_size_.y : editor_.ymax() + 1;
-  area_->set_full_size(wxSize(largest_x + 1, height));
+  area_->set_video(height, area_->strip().proportions());
 }
 
 // The window is as large as its controls and the video want. On a screen that is too small for it
@@ -177,7 +181,6 @@ bool tsmenu::show_controls() {
   const menu_editor_controls& c = editor_.controls();
   const bool other_buttons = buttons_->show(c);
   const bool other_options = options_->show(c);
-  area_->picture().show_look(buttons_->highlight());
   area_->show(c);
   return other_buttons || other_options;
 }

@@ -1,8 +1,9 @@
-// The picture of a menu with `HScroll1` below and `VScroll1` beside it, and the strip that chooses
-// the picture. It keeps the picture's proportions: at its own size where there is room, smaller on
-// a small screen.
+// The picture of a menu with `HScroll1` below and `VScroll1` beside it, the strip that chooses the
+// picture, and what is shown in it. The picture fills the room in its proportions, up to four times
+// its size, or has the size that the user chose and is scrolled.
 #pragma once
 
+#include "menus/menu_marks.h"
 #include "ui/editor/menu_event.h"
 
 #include <wx/panel.h>
@@ -12,17 +13,21 @@ class wxScrollBar;
 namespace corvane {
 
 class menu_picture;
+class menu_view_bar;
 class video_strip;
 
 class menu_picture_area : public wxPanel {
  public:
-  menu_picture_area(wxWindow* parent, const menu_editor& editor, const tell_event& tell);
+  /// `words`: what a button does.
+  menu_picture_area(wxWindow* parent, const menu_editor& editor, const tell_event& tell,
+                    const words_of_action& words);
 
   menu_picture& picture() { return *picture_; }
   video_strip& strip() { return *strip_; }
 
-  /// The size of the video, in pixels at 100 %.
-  void set_full_size(wxSize size);
+  /// The lines of the video and its proportions on a television (0 x 0: not known). One of 16:9 is
+  /// shown in them at first, another one with square dots.
+  void set_video(int lines, wxSize proportions);
 
   void show(const menu_editor_controls& c);
 
@@ -35,12 +40,20 @@ class menu_picture_area : public wxPanel {
   wxSize bars() const;
   wxSize around() const;
   void arrange();
+  void show_view();
+  void zoom_by(int steps);
+  void zoom_to(int zoom);
+  void on_key(wxKeyEvent& event);
+  double fitted_scale() const;
 
-  wxSize full_size_;
+  int lines_;
+  wxSize proportions_;
+  wxSize full_size_;  ///< of the picture at 100 %
   menu_picture* picture_ = nullptr;
   wxScrollBar* HScroll1_ = nullptr;
   wxScrollBar* VScroll1_ = nullptr;
   video_strip* strip_ = nullptr;
+  menu_view_bar* bar_ = nullptr;
 };
 
 }  // namespace corvane

@@ -50,7 +50,7 @@ bool menu_picture::is_outlined(int index) const {
 // A press on another button picks it, and the drag goes on with that one.
 void menu_picture::on_down(wxMouseEvent& event) {
   SetFocus();
-  const wxPoint p = event.GetPosition();
+  const wxPoint p = event.GetPosition() + origin_;
   const int index = button_under(p);
   if (index < 0 || HasCapture())
     return;
@@ -60,6 +60,7 @@ void menu_picture::on_down(wxMouseEvent& event) {
   const std::optional<menu_rectangle> edges = editor_.outline();
   if (!grip.holds() || !edges)
     return;
+  wishes_.stop();
   drag_ = drag{grip, scale().to_menu(p.x, p.y), *edges};
   CaptureMouse();
 }
@@ -68,10 +69,10 @@ void menu_picture::on_motion(wxMouseEvent& event) {
   if (drag_ && !event.LeftIsDown())
     end_drag();
   if (drag_) {
-    drag_to(event.GetPosition());
+    drag_to(event.GetPosition() + origin_);
     return;
   }
-  const wxPoint p = event.GetPosition();
+  const wxPoint p = event.GetPosition() + origin_;
   const outline_grip grip = grip_under(p);
   if (grip.holds()) {
     SetCursor(cursor_of(grip));
@@ -101,11 +102,29 @@ void menu_picture::end_drag() {
     ReleaseMouse();
 }
 
+// With Ctrl it zooms; else it scrolls a picture that is larger than this window.
+void menu_picture::on_wheel(wxMouseEvent& event) {
+  constexpr int step = 60;
+  const int way = event.GetWheelRotation() > 0 ? 1 : -1;
+  if (event.ControlDown()) {
+    wishes_.zoom_by(way);
+    return;
+  }
+  const bool across =
+      event.GetWheelAxis() == wxMOUSE_WHEEL_HORIZONTAL || event.ShiftDown();
+  const int by = (event.GetWheelAxis() == wxMOUSE_WHEEL_HORIZONTAL ? way : -way) * FromDIP(step);
+  scroll_to(origin_ + (across ? wxPoint(by, 0) : wxPoint(0, by)));
+}
+
 void menu_picture::on_key(wxKeyEvent& event) {
   const int key = event.GetKeyCode();
   if (key == WXK_TAB) {
     Navigate(event.ShiftDown() ? wxNavigationKeyEvent::IsBackward
                                : wxNavigationKeyEvent::IsForward);
+    return;
+  }
+  if (key == WXK_SPACE && event.GetModifiers() == wxMOD_NONE) {
+    wishes_.play_or_pause();
     return;
   }
   const int dx = key == WXK_RIGHT ? 1 : key == WXK_LEFT ? -1 : 0;

@@ -12,16 +12,28 @@
 #include <wx/stattext.h>
 
 #include <algorithm>
+#include <chrono>
 #include <limits>
 #include <utility>
 
 namespace corvane {
+namespace {
+
+constexpr int tick_of_strip = 8;  // milliseconds: less than half a picture
+
+/// In seconds.
+double strip_clock() {
+  using clock = std::chrono::steady_clock;
+  return std::chrono::duration<double>(clock::now().time_since_epoch()).count();
+}
+
+}  // namespace
 
 video_strip::video_strip(wxWindow* parent, std::function<void(const wxImage&)> show)
     : wxPanel(parent), show_(std::move(show)) {
   label_ = new wxStaticText(this, wxID_ANY, "&picture");
   position_ = new wxSlider(this, wxID_ANY, 0, 0, 1);
-  position_->SetToolTip("which picture of the video is shown");
+  position_->SetToolTip("which picture of the video is shown; Space over the menu plays it");
   time_ = new wxStaticText(this, wxID_ANY, "0:00:00.0 of 0:00:00.0");
   progress_ = new wxGauge(this, wxID_ANY, progress_steps);
   progress_->SetToolTip("how much of the video has been looked through");
@@ -30,7 +42,11 @@ video_strip::video_strip(wxWindow* parent, std::function<void(const wxImage&)> s
   name_control(*time_, "positiontime");
   name_control(*progress_, "videoprogress");
   arrange();
-  position_->Bind(wxEVT_SLIDER, [this](wxCommandEvent&) { wanted_ = position_->GetValue(); });
+  position_->Bind(wxEVT_SLIDER, [this](wxCommandEvent&) {
+    pause();
+    wanted_ = position_->GetValue();
+  });
+  timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { on_timer(); });
   Bind(wxEVT_IDLE, &video_strip::on_idle, this);
 }
 
@@ -59,7 +75,53 @@ result<wxSize> video_strip::open(const std::string& path) {
   return result<wxSize>::ok(wxSize(shape.width, shape.height));
 }
 
+wxSize video_strip::proportions() const {
+  if (loader_.video() == nullptr)
+    return {0, 0};
+  const video_shape& shape = loader_.video()->shape();
+  return {shape.aspect_width, shape.aspect_height};
+}
+
+void video_strip::play_or_pause() {
+  if (playing()) {
+    pause();
+    return;
+  }
+  if (loader_.video() == nullptr || loader_.scanning() || loader_.video()->pictures() < 2)
+    return;
+  if (!playback_)
+    playback_.emplace(*loader_.video());
+  playback_->go_to(wanted_, strip_clock());
+  playback_->play(strip_clock());
+  timer_.StartOnce(tick_of_strip);
+}
+
+void video_strip::pause() {
+  if (playback_)
+    playback_->pause();
+  timer_.Stop();
+}
+
+// Not started again before the picture is there and everything else had its turn: what that takes
+// longer is left out.
+void video_strip::on_timer() {
+  if (!playing())
+    return;
+  playback_->tick(strip_clock());
+  wanted_ = playback_->number();
+  if (wanted_ != shown_) {
+    position_->SetValue(static_cast<int>(wanted_));
+    show_wanted();
+  }
+  CallAfter([this] {
+    if (playing())
+      timer_.StartOnce(tick_of_strip);
+  });
+}
+
 void video_strip::release() {
+  pause();
+  playback_.reset();
   loader_.close();
 }
 

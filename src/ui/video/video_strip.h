@@ -1,18 +1,21 @@
-// Which picture of a video is shown: a slider with the time, below the picture.
+// Which picture of a video is shown: a slider with the time, below the picture. It can play.
 //
 // The pictures that the slider can reach are found by reading the file, in slices whenever nothing
 // else is to do, so that the window stays live; a bar tells how far that is when it takes long.
 // Destroying the strip in the middle of it is safe.
 #pragma once
 
+#include "media/playback.h"
 #include "media/video_loader.h"
 #include "platform/result.h"
 
 #include <wx/image.h>
 #include <wx/panel.h>
+#include <wx/timer.h>
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
 class wxGauge;
@@ -29,6 +32,15 @@ class video_strip : public wxPanel {
   /// Opens a video (native path), shows its first picture and gives the video's size in pixels.
   result<wxSize> open(const std::string& path);
 
+  /// In which proportions a television shows the video: 16 x 9; 0 x 0 when it does not say.
+  wxSize proportions() const;
+
+  /// Plays by the clock from the picture shown, without sound; from the beginning at the end. Does
+  /// nothing as long as the video is being looked through.
+  void play_or_pause();
+  void pause();
+  bool playing() const { return playback_ && playback_->playing(); }
+
   /// Closes the file; the picture stays.
   void release();
 
@@ -39,9 +51,12 @@ class video_strip : public wxPanel {
   void scanned();
   void show_wanted();
   void show_time();
+  void on_timer();
 
   std::function<void(const wxImage&)> show_;
   video_loader loader_;
+  std::optional<playback> playback_;  ///< from the first time that it is played
+  wxTimer timer_;
   std::int64_t shown_ = 0;   ///< number of the picture shown, 0-based
   std::int64_t wanted_ = 0;  ///< of the one that the slider stands at
   wxStaticText* label_;
