@@ -1,10 +1,12 @@
 // Titleset menus on the disc: buttons with their places and commands, in both navigation modes.
 #include "examine/button_neighbours.h"
+#include "large_sets.h"
 #include "studio.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 
 namespace corvane::disc {
@@ -263,33 +265,44 @@ TEST(MenusOnDisc, ThirtySixButtonsFitOnAMenu) {
   EXPECT_EQ(commands_of(menus[0]), std::vector<std::string>(36, "JumpVTS_TT 1"));
 }
 
-/// Bars in places of a seed's own, none on another.
-std::vector<button_edges> scattered_bars(unsigned seed, int count) {
+/// Up to twelve buttons of many sizes in places of a seed's own, none on another.
+std::vector<button_edges> scattered_buttons(unsigned seed) {
   std::mt19937 random(seed);
   const auto up_to = [&random](int most) {
     return static_cast<int>(random() % static_cast<unsigned>(most));
   };
-  std::vector<button_edges> bars;
-  for (int i = 0; i < count; ++i) {
-    const int x = up_to(600), y = 20 + 2 * (i * 37 % count) * (200 / count) + 2 * up_to(8);
-    bars.push_back({x, y, x + 20 + up_to(100), y + 2});
+  const auto wanted = static_cast<std::size_t>(2 + up_to(11));
+  std::vector<button_edges> buttons;
+  for (int tries = 0; tries < 1000 && buttons.size() < wanted; ++tries) {
+    const int x = up_to(600), y = 2 * up_to(220);
+    const int height = up_to(2) == 0 ? 2 : 2 + 2 * up_to(18);
+    const button_edges b{x, y, x + 20 + up_to(100), y + height};
+    if (std::none_of(buttons.begin(), buttons.end(), [&b](const button_edges& other) {
+          return other.x0 <= b.x1 && b.x0 <= other.x1 && other.y0 <= b.y1 && b.y0 <= other.y1;
+        }))
+      buttons.push_back(b);
   }
-  return bars;
+  return buttons;
 }
 
-TEST(MenusOnDisc, ArrowKeysLeadWhereTheRulesForesee) {
+std::string record_with(const button_edges& b) {
+  std::string record;
+  for (const int edge : {b.x0, b.y0, b.x1, b.y1})
+    record += " " + std::to_string(edge) + "/";
+  return record + "exit/white/white";
+}
+
+/// Menus of these seeds on one disc: what each button's keys are foreseen to lead to is what the
+/// disc has.
+void expect_foreseen_ways(unsigned first_seed, unsigned last_seed) {
   const studio s;
   project p = short_project();
   std::vector<std::vector<button_edges>> asked;
-  for (unsigned seed = 1; seed <= 3; ++seed) {
-    asked.push_back(scattered_bars(seed, 6));
+  for (unsigned seed = first_seed; seed <= last_seed; ++seed) {
+    asked.push_back(scattered_buttons(seed));
     std::vector<std::string> records;
-    for (const button_edges& b : asked.back()) {
-      std::string record;
-      for (const int edge : {b.x0, b.y0, b.x1, b.y1})
-        record += " " + std::to_string(edge) + "/";
-      records.push_back(record + "exit/white/white");
-    }
+    for (const button_edges& b : asked.back())
+      records.push_back(record_with(b));
     add_menu(p, stored_media("menu-ntsc.m2v"), "", records);
   }
   const std::vector<menu> menus = shown(s.authored(p));
@@ -298,8 +311,15 @@ TEST(MenusOnDisc, ArrowKeysLeadWhereTheRulesForesee) {
     std::vector<button_neighbours> found;
     for (const button& b : menus[i].buttons)
       found.push_back({b.up, b.down, b.left, b.right});
-    EXPECT_EQ(found, neighbours_of(asked[i])) << "menu " << i + 1;
+    EXPECT_EQ(found, neighbours_of(asked[i])) << "seed " << first_seed + i;
   }
+}
+
+TEST(MenusOnDisc, ArrowKeysLeadWhereTheRulesForesee) {
+  const auto all = static_cast<unsigned>(part_of_set(200));
+  constexpr unsigned on_a_disc = 20;
+  for (unsigned first = 1; first <= all; first += on_a_disc)
+    expect_foreseen_ways(first, first + on_a_disc - 1);
 }
 
 }  // namespace
