@@ -1,10 +1,11 @@
 // Drags a button of the menu editor with a real pointer and counts how often the picture is drawn
 // with the button at another place.
 //
-//   menu_editor_bench VIDEO
+//   menu_editor_bench VIDEO [TIMES]
 //
-// Prints redraws a second and the longest pause between two. Needs an X server at $DISPLAY with a
-// window manager, and xdotool: scripts/bench.sh starts them.
+// TIMES: the picture is shown so many times as large as at 100 %, in a window as large as the
+// screen. Prints redraws a second and the longest pause between two. Needs an X server at $DISPLAY
+// with a window manager, and xdotool: scripts/bench.sh starts them.
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "platform/settings/settings.h"
@@ -15,6 +16,7 @@
 #include "ui/wx_prompts.h"
 
 #include <wx/app.h>
+#include <wx/choice.h>
 #include <wx/frame.h>
 #include <wx/textctrl.h>
 
@@ -36,6 +38,7 @@ constexpr int moves = 1000;          // of the pointer,
 constexpr int moves_a_second = 250;  // twice as many as a common mouse tells
 
 std::string video;
+int times_as_large = 1;
 
 /// A row of the most buttons that a menu has.
 std::string all_buttons() {
@@ -69,6 +72,8 @@ class bench_app : public wxApp {
                         true);
     picture_ = wxWindow::FindWindowByName("MediaPlayer1");
     leftpos_ = dynamic_cast<wxTextCtrl*>(wxWindow::FindWindowByName("leftpos"));
+    if (times_as_large > 1)
+      zoom();
     picture_->Bind(wxEVT_PAINT, [this](wxPaintEvent& event) {
       count();
       event.Skip();
@@ -83,6 +88,14 @@ class bench_app : public wxApp {
   }
 
  private:
+  static void zoom() {
+    dynamic_cast<wxFrame*>(wxWindow::FindWindowByName("tsmenu"))->Maximize();
+    auto* choice = dynamic_cast<wxChoice*>(wxWindow::FindWindowByName("zoom"));
+    choice->SetSelection(times_as_large);
+    wxCommandEvent chosen(wxEVT_CHOICE, choice->GetId());
+    choice->ProcessWindowEvent(chosen);
+  }
+
   void count() {
     const wxString place = leftpos_->GetValue();
     if (place == shown_)
@@ -107,7 +120,8 @@ class bench_app : public wxApp {
   }
 
   static std::string at(wxPoint corner, int x, int y) {
-    return std::to_string(corner.x + x) + " " + std::to_string(corner.y + y);
+    return std::to_string(corner.x + x * times_as_large) + " " +
+           std::to_string(corner.y + y * times_as_large);
   }
 
   void report() {
@@ -122,6 +136,8 @@ class bench_app : public wxApp {
     for (std::size_t i = 1; i < times_.size(); ++i)
       longest = std::max(longest, times_[i] - times_[i - 1]);
     const std::chrono::duration<double> whole = times_.back() - times_.front();
+    const wxSize size = picture_->GetSize();
+    std::printf("picture %dx%d\n", size.x, size.y);
     std::printf("redraws_per_second %.1f\n",
                 static_cast<double>(times_.size() - 1) / whole.count());
     std::printf("longest_pause_ms %.1f\n",
@@ -146,11 +162,13 @@ class bench_app : public wxApp {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
-    std::fputs("usage: menu_editor_bench VIDEO\n", stderr);
+  if (argc != 2 && argc != 3) {
+    std::fputs("usage: menu_editor_bench VIDEO [TIMES]\n", stderr);
     return 2;
   }
   video = corvane::absolute_path(argv[1]);
+  if (argc == 3)
+    times_as_large = std::clamp(std::atoi(argv[2]), 1, 4);
   argc = 1;
   wxApp::SetInstance(new bench_app);
   return wxEntry(argc, argv);

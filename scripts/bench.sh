@@ -97,6 +97,10 @@ editor() {
   row "Dragging a button in the menu editor: redraws a second (a toolkit's clock without a screen ticks 60 times)" \
     "at least 60" "$(told redraws_per_second %.0f)"
   row "The longest pause between two of them" "" "$(told longest_pause_ms '%.0f ms')"
+  CORVANE_TEST_SCREEN=2000x1300x24 ./tests/ui/run_under_xvfb.sh "$bin/menu_editor_bench" \
+    samples/media/main-menu.m2v 2 2>/dev/null >"$work/editor.txt"
+  row "The same with the picture twice as large; the longest pause" "at least 60" \
+    "$(told redraws_per_second %.0f); $(told longest_pause_ms '%.0f ms')"
 }
 
 # A tool that prints as fast as it can, through the runner and into cat.

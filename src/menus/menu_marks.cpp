@@ -27,8 +27,7 @@ std::vector<int> buttons_among(const std::vector<std::string>& records) {
 
 button_edges key_edges_of(const std::string& record) {
   const button_record b = parse_button(record);
-  const button_box box =
-      box_of(number_of(b.x0), number_of(b.y0), number_of(b.x1), number_of(b.y1));
+  const button_box box = box_of(number_of(b.x0), number_of(b.y0), number_of(b.x1), number_of(b.y1));
   return {static_cast<int>(box.left), static_cast<int>(box.top), static_cast<int>(box.right),
           static_cast<int>(box.bottom)};
 }

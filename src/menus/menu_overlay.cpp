@@ -50,8 +50,7 @@ class overlay_canvas {
   }
   void set(std::int64_t x, std::int64_t y, const dot_colour& colour) {
     const auto at = static_cast<std::size_t>(y * to_.width + x) * dot_bytes;
-    std::copy(colour.begin(), colour.end(),
-              to_.rgba.begin() + static_cast<std::ptrdiff_t>(at));
+    std::copy(colour.begin(), colour.end(), to_.rgba.begin() + static_cast<std::ptrdiff_t>(at));
   }
 
   overlay_picture& to_;

@@ -34,10 +34,8 @@ std::vector<between> smooth_places(int from, int to, int begin, int count) {
 
 void lay_video(const video_pixels& video, const view_size& shown, const view_part& part,
                std::vector<std::uint8_t>& out) {
-  const std::vector<between> across =
-      smooth_places(video.width, shown.width, part.x, part.width);
-  const std::vector<between> down =
-      smooth_places(video.height, shown.height, part.y, part.height);
+  const std::vector<between> across = smooth_places(video.width, shown.width, part.x, part.width);
+  const std::vector<between> down = smooth_places(video.height, shown.height, part.y, part.height);
   std::uint8_t* to = out.data();
   const auto row_bytes = static_cast<std::ptrdiff_t>(video.width) * 3;
   if (video.width == shown.width && video.height == shown.height) {
@@ -53,8 +51,8 @@ void lay_video(const video_pixels& video, const view_size& shown, const view_par
         const int left = x.first * 3 + c, right = x.second * 3 + c;
         const int above = upper[left] * (256 - x.weight) + upper[right] * x.weight;
         const int below = lower[left] * (256 - x.weight) + lower[right] * x.weight;
-        *to++ = static_cast<std::uint8_t>((above * (256 - y.weight) + below * y.weight + 32768) >>
-                                          16);
+        *to++ =
+            static_cast<std::uint8_t>((above * (256 - y.weight) + below * y.weight + 32768) >> 16);
       }
     }
   }

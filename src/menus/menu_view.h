@@ -36,9 +36,10 @@ struct video_pixels {
   const std::uint8_t* rgb = nullptr;
 };
 
-/// A part of the picture as it looks when all of it is `shown` large, three bytes a pixel. The video
-/// is smoothed; each dot of the overlay keeps its edges at whole multiples of its size, and at
-/// others gives its colour to a pixel by the part of it that it covers. The part must lie within.
+/// A part of the picture as it looks when all of it is `shown` large, three bytes a pixel. The
+/// video is smoothed; each dot of the overlay keeps its edges at whole multiples of its size, and
+/// at others gives its colour to a pixel by the part of it that it covers. The part must lie
+/// within.
 std::vector<std::uint8_t> view_of(const video_pixels& video, const overlay_picture& overlay,
                                   const view_size& shown, const view_part& part);
 

@@ -76,9 +76,9 @@ void expect_same_dots(const testing_support::temporary_folder& folder,
   p.moremenuoptions = {" 0\t00:00:00.0\t00:00:00.0\t " + std::to_string(thickness)};
   p.menubuttons = {join(records, "|")};
   draw_with_gm(folder, p);
-  EXPECT_EQ(different_dots(folder.path("highlight1.png"), records, button_state::highlighted,
-                           thickness),
-            0)
+  EXPECT_EQ(
+      different_dots(folder.path("highlight1.png"), records, button_state::highlighted, thickness),
+      0)
       << p.menubuttons[0] << ", thickness " << thickness;
   EXPECT_EQ(different_dots(folder.path("select1.png"), records, button_state::selected, thickness),
             0)
@@ -139,11 +139,11 @@ TEST(EditorPicture, BitmapsAndWhatTheyCoverHaveTheDotsThatGmDraws) {
                   .status,
               0);
   const std::string looks = folder.stored("on.bmp") + "/" + folder.stored("pressed.bmp");
-  expect_same_dots(folder,
-                   {record_at(90, 90, 300, 160, "yellow/white"),
-                    record_at(100, 101, 220, 141, looks), record_at(660, 460, 780, 500, looks),
-                    record_at(150, 120, 200, 200, "cyan/orange")},
-                   3);
+  expect_same_dots(
+      folder,
+      {record_at(90, 90, 300, 160, "yellow/white"), record_at(100, 101, 220, 141, looks),
+       record_at(660, 460, 780, 500, looks), record_at(150, 120, 200, 200, "cyan/orange")},
+      3);
 }
 
 }  // namespace

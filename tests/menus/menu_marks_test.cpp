@@ -49,17 +49,17 @@ TEST(MenuMarks, OverlappingButtonsNameEachOtherAsAcceptDoes) {
 
 TEST(MenuMarks, ButtonThatNoKeyLeadsToIsTold) {
   // Right over the first: neither is beside the other.
-  const auto all = marks(
-      {record(100, 100, 200, 150), record(100, 200, 200, 250), record(100, 100, 200, 150)});
+  const auto all =
+      marks({record(100, 100, 200, 150), record(100, 200, 200, 250), record(100, 100, 200, 150)});
   EXPECT_TRUE(all[0].is_reached);
   EXPECT_TRUE(all[1].is_reached);
   EXPECT_FALSE(all[2].is_reached);
 }
 
 TEST(MenuMarks, WaysOfOneButtonAreItsFourKeys) {
-  const std::vector<std::string> cross = {
-      record(300, 200, 400, 240), record(300, 100, 400, 140), record(300, 300, 400, 340),
-      record(100, 200, 200, 240), record(500, 200, 600, 240)};
+  const std::vector<std::string> cross = {record(300, 200, 400, 240), record(300, 100, 400, 140),
+                                          record(300, 300, 400, 340), record(100, 200, 200, 240),
+                                          record(500, 200, 600, 240)};
   EXPECT_THAT(ways_of(cross, 0),
               ElementsAre(key_way{arrow_key::up, 0, 1}, key_way{arrow_key::down, 0, 2},
                           key_way{arrow_key::left, 0, 3}, key_way{arrow_key::right, 0, 4}));

@@ -64,8 +64,7 @@ TEST(MenuOverlay, EachStateHasItsColour) {
     return std::vector<int>(p.rgba.begin() + at, p.rgba.begin() + at + 4);
   };
   EXPECT_EQ(colour(drawn(records, 1)), (std::vector<int>{255, 255, 0, 255}));
-  EXPECT_EQ(colour(drawn(records, 1, button_state::selected)),
-            (std::vector<int>{0, 0, 255, 255}));
+  EXPECT_EQ(colour(drawn(records, 1, button_state::selected)), (std::vector<int>{0, 0, 255, 255}));
 }
 
 TEST(MenuOverlay, LaterButtonClearsTheInsideOfWhatItCovers) {

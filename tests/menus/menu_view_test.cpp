@@ -1,6 +1,7 @@
 // The picture and the overlay at any size, and the shapes of menus.
-#include "menus/menu_geometry.h"
 #include "menus/menu_view.h"
+
+#include "menus/menu_geometry.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,6 @@
 #include "ui/menu_editor_fixture.h"
 
 #include <gmock/gmock.h>
-
 #include <wx/choice.h>
 
 #include <algorithm>
@@ -55,9 +54,8 @@ class MenuViews : public menu_editor_test {
   }
   static void maximize() {
     on_ui([] { dynamic_cast<wxTopLevelWindow*>(control("tsmenu"))->Maximize(); });
-    EXPECT_TRUE(wait_until([] {
-      return dynamic_cast<wxTopLevelWindow*>(control("tsmenu"))->GetSize().x > 1200;
-    }));
+    EXPECT_TRUE(wait_until(
+        [] { return dynamic_cast<wxTopLevelWindow*>(control("tsmenu"))->GetSize().x > 1200; }));
   }
   static bool is_red(const wxColour& c) {
     return c.Red() > 120 && c.Red() > c.Green() + 70 && c.Red() > c.Blue() + 70;

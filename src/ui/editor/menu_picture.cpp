@@ -160,8 +160,7 @@ void menu_picture::show_dots() {
   const menu_editor_controls& c = editor_.controls();
   drawn_dots next;
   next.thickness = c.thickness.value;
-  const button_state state =
-      options_.pressed ? button_state::selected : button_state::highlighted;
+  const button_state state = options_.pressed ? button_state::selected : button_state::highlighted;
   for (const std::string& record : c.List1)
     if (!trim(record).empty())
       next.buttons.push_back(overlay_button_of(record, state));

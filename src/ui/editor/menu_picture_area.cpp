@@ -109,8 +109,7 @@ void menu_picture_area::arrange() {
     return;
   const view_size full{full_size_.x, full_size_.y};
   const int zoom = bar_->chosen().zoom;
-  const view_size shown =
-      zoom > 0 ? zoomed_view(full, zoom) : fitted_view(full, {room.x, room.y});
+  const view_size shown = zoom > 0 ? zoomed_view(full, zoom) : fitted_view(full, {room.x, room.y});
   const wxSize view(shown.width, shown.height);
   wxSize size = view;
   size.DecTo(room);
@@ -140,8 +139,8 @@ double menu_picture_area::fitted_scale() const {
 void menu_picture_area::zoom_by(int steps) {
   const int zoom = bar_->chosen().zoom;
   const double now = zoom > 0 ? zoom : fitted_scale();
-  const int next = steps > 0 ? static_cast<int>(std::floor(now)) + 1
-                             : static_cast<int>(std::ceil(now)) - 1;
+  const int next =
+      steps > 0 ? static_cast<int>(std::floor(now)) + 1 : static_cast<int>(std::ceil(now)) - 1;
   if (next > most_zoom)
     return;
   zoom_to(next >= 1 ? next : 0);
@@ -153,7 +152,8 @@ void menu_picture_area::zoom_to(int zoom) {
 }
 
 void menu_picture_area::on_key(wxKeyEvent& event) {
-  if (event.GetModifiers() == wxMOD_CONTROL || event.GetModifiers() == (wxMOD_CONTROL | wxMOD_SHIFT))
+  if (event.GetModifiers() == wxMOD_CONTROL ||
+      event.GetModifiers() == (wxMOD_CONTROL | wxMOD_SHIFT))
     switch (event.GetKeyCode()) {
       case '+':
       case '=':  // the same key without Shift on many keyboards

@@ -110,8 +110,7 @@ void menu_picture::on_wheel(wxMouseEvent& event) {
     wishes_.zoom_by(way);
     return;
   }
-  const bool across =
-      event.GetWheelAxis() == wxMOUSE_WHEEL_HORIZONTAL || event.ShiftDown();
+  const bool across = event.GetWheelAxis() == wxMOUSE_WHEEL_HORIZONTAL || event.ShiftDown();
   const int by = (event.GetWheelAxis() == wxMOUSE_WHEEL_HORIZONTAL ? way : -way) * FromDIP(step);
   scroll_to(origin_ + (across ? wxPoint(by, 0) : wxPoint(0, by)));
 }

@@ -32,9 +32,10 @@ menu_view_bar::menu_view_bar(wxWindow* parent, std::function<void()> changed)
   ways_ = make_choice(row, "showways", "arrow &keys",
                       "where the arrow keys of a player lead from button to button",
                       {"not shown", "of the button", "of all"});
-  zoom_ = make_choice(row, "zoom", "&zoom",
-                      "how large the picture is (Ctrl+plus, Ctrl+minus, Ctrl+0, Ctrl and the wheel)",
-                      {"fit", "100 %", "200 %", "300 %", "400 %"});
+  zoom_ =
+      make_choice(row, "zoom", "&zoom",
+                  "how large the picture is (Ctrl+plus, Ctrl+minus, Ctrl+0, Ctrl and the wheel)",
+                  {"fit", "100 %", "200 %", "300 %", "400 %"});
   SetSizer(row);
 }
 

@@ -1,5 +1,5 @@
-// What is shown in the picture of the menu editor, below it: the select looks, the ways of the arrow
-// keys, the safe area, the shape and the size of the picture.
+// What is shown in the picture of the menu editor, below it: the select looks, the ways of the
+// arrow keys, the safe area, the shape and the size of the picture.
 #pragma once
 
 #include "ui/editor/menu_picture.h"
