@@ -39,8 +39,9 @@ void lay_video(const video_pixels& video, const view_size& shown, const view_par
   std::uint8_t* to = out.data();
   const auto row_bytes = static_cast<std::ptrdiff_t>(video.width) * 3;
   if (video.width == shown.width && video.height == shown.height) {
-    for (int y = part.y; y < part.y + part.height; ++y, to += part.width * 3)
-      std::copy_n(video.rgb + y * row_bytes + part.x * 3, part.width * 3, to);
+    const std::ptrdiff_t left = std::ptrdiff_t{part.x} * 3, bytes = std::ptrdiff_t{part.width} * 3;
+    for (int y = part.y; y < part.y + part.height; ++y, to += bytes)
+      std::copy_n(video.rgb + y * row_bytes + left, bytes, to);
     return;
   }
   for (const between& y : down) {

@@ -147,7 +147,7 @@ void menu_picture::show_buttons() {
 /// The place of dots in the picture, with what a pixel there may show of its neighbours.
 wxRect menu_picture::in_view(const button_box& dots) const {
   const auto at = [](std::int64_t value, int from, int to) {
-    const std::int64_t most = 2 * from;
+    const std::int64_t most = std::int64_t{from} * 2;
     return static_cast<int>(std::clamp(value, -most, most) * to / from);
   };
   const int lines = editor_.ymax() + 1;
