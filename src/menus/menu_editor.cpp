@@ -3,6 +3,7 @@
 #include "formats/numbers.h"
 #include "formats/text.h"
 #include "menus/button_overlaps.h"
+#include "menus/menu_editor_event.h"
 #include "platform/files/paths.h"
 #include "project/button_data.h"
 #include "project/chapter_rows.h"
@@ -55,6 +56,7 @@ menu_editor::menu_editor(document& doc, const picture_loader& pictures)
   load_options();
   load_actions();
   show_no_button();
+  begin_history();
 }
 
 void menu_editor::load_options() {
@@ -89,6 +91,7 @@ void menu_editor::show_no_button() {
   c_.Combo2_text.clear();
   c_.button.clear();
   shown_ = -1;
+  selected_.clear();
   c_.HScroll1.value = c_.VScroll1.value = 0;
   set_sizes(first_width, first_height);
   const button_record first = parse_button(first_button);
@@ -121,26 +124,42 @@ void menu_editor::playback_check(int width, int height) {
 
 void menu_editor::recallbuttondata() {
   c_.List1 = corvane::recallbuttondata(doc_.p, static_cast<std::int16_t>(c_.indexer));
+  number_chooser();
+  show_no_button();
+  begin_history();
+}
+
+/// The menu as it is now is the one that the user opened.
+void menu_editor::begin_history() {
+  opened_ = state().controls;
+  history_ = {};
+  end_run();
+}
+
+void menu_editor::number_chooser() {
   c_.Combo2.clear();
   for (std::size_t i = 0; i < c_.List1.size(); ++i)
     c_.Combo2.push_back(chooser_entry(static_cast<std::int64_t>(i) + 1));
-  show_no_button();
 }
 
 void menu_editor::add_button() {
+  const event step(*this, "add button");
   c_.List1.push_back(c_.List1.empty() ? std::string(first_button) : c_.List1.back());
   c_.Combo2_index = UUBound(c_.List1);
   c_.button = trimmed(c_.Combo2_index + 1);
   c_.Combo2_text = chooser_entry(c_.Combo2_index + 1);
   c_.Combo2.push_back(c_.Combo2_text);
+  selected_ = {c_.Combo2_index};
 }
 
 void menu_editor::choose(int index) {
   if (index < 0 || index > UUBound(c_.List1))
     return;
+  const event step(*this, "bring # into the picture");
   c_.Combo2_index = index;
   c_.Combo2_text = c_.Combo2[static_cast<std::size_t>(index)];
   c_.button = c_.Combo2_text.substr(std::string_view("button").size());
+  selected_ = {index};
   if (trim(c_.List1[static_cast<std::size_t>(index)]).empty())
     return;
   show_record(index);
@@ -174,9 +193,12 @@ void menu_editor::set_sizes(int width, int height) {
 void menu_editor::delete_button() {
   if (c_.List1.empty() || !button_chosen())
     return;
-  c_.List1.erase(c_.List1.begin() + c_.Combo2_index);
-  c_.Combo2.pop_back();  // the others move up and take their numbers
+  const event step(*this, step_name("delete #"));
+  const int next = c_.Combo2_index;
+  c_.List1.erase(c_.List1.begin() + next);
+  number_chooser();  // the others move up and take their numbers
   show_no_button();
+  choose(std::min(next, UUBound(c_.List1)));
 }
 
 bool menu_editor::button_chosen() {
@@ -236,6 +258,25 @@ bool menu_editor::accept() {
   doc_.p.saved = 0;
   dvdsize(doc_);
   return true;
+}
+
+bool menu_editor::may_close() {
+  if (!is_changed())
+    return true;
+  message_box question;
+  question.text =
+      "The menu has been changed.  Do you want to keep what was changed?\n\n"
+      "Yes: it is kept, as with \"accept\".\nNo: it is discarded.\nCancel: back to the menu.";
+  question.picture = icon::exclamation;
+  question.choice = buttons::yes_no_cancel;
+  switch (doc_.ask.message(question)) {
+    case answer::yes:
+      return accept();
+    case answer::no:
+      return true;
+    default:
+      return false;
+  }
 }
 
 void menu_editor::keep_in(project& copy) const {

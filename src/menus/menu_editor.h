@@ -7,7 +7,11 @@
 //
 // A button is chosen in `Combo2`, or just added. The chosen one's record is written by every change
 // of a position, size, action or colour, from what all of these controls show. Adding a button does
-// not show its values: they are shown once it is picked in `Combo2`.
+// not show its values: they are shown once it is picked in `Combo2`; until then the window lets
+// nobody change them (shows_another()).
+//
+// Every event that changes the menu is a step that can be undone; a drag is one, and so is a run of
+// events of one scroll bar, one slider or the arrow keys on one button.
 //
 // Records come from project files too and can hold anything; they stay as they are until their
 // button is picked, which brings it into the picture.
@@ -18,10 +22,12 @@
 #include "menus/bitmaps.h"
 #include "menus/menu_editor_controls.h"
 #include "menus/menu_geometry.h"
+#include "menus/menu_history.h"
 #include "project/document.h"
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace corvane {
@@ -59,7 +65,7 @@ class menu_editor {
 
   void add_button();       ///< `Command1`
   void choose(int index);  ///< a click on `Combo2`; also a click on another button in the picture
-  void delete_button();    ///< `deletebutton`; afterwards no button is chosen
+  void delete_button();    ///< `deletebutton`; afterwards the next one is chosen
 
   // Each of these refuses with "Please add/select a button first" when no button is chosen. A value
   // that the control shows already is no change. Scroll bars and sliders keep to their range.
@@ -95,6 +101,28 @@ class menu_editor {
   void bmpselect();     ///< "change select"
   void removebmp();     ///< back to a black underline or box
 
+  /// The names of the steps that are next to be undone and redone ("move button 3"); nullopt if
+  /// there is none.
+  std::optional<std::string> undo_name() const;
+  std::optional<std::string> redo_name() const;
+  void undo();
+  void redo();
+
+  /// Whether the menu is another than when the editor opened. To choose a button changes nothing.
+  bool is_changed() const;
+
+  /// Whether the chosen button was just added, so that the controls show the values of another one,
+  /// which the next change would write over it.
+  bool shows_another() const { return c_.Combo2_index != shown_ && c_.Combo2_index >= 0; }
+
+  /// The pointer takes hold of a button, and lets go of it: what it moves meanwhile is one step.
+  void begin_drag();
+  void end_drag();
+
+  /// The user closes the window. True: it may close; what was changed is kept, or he discards it,
+  /// or there is nothing. False: it stays, since he said so or what he wants to keep is refused.
+  bool may_close();
+
   /// `Command2`: true when the menu was written back, and the window closes; false when buttons
   /// overlap, which was told.
   bool accept();
@@ -125,6 +153,16 @@ class menu_editor {
 
  private:
   struct place;  // position and size of a button
+  class event;   // menus/menu_editor_event.h
+  /// Consecutive events of one control on one button.
+  struct event_run {
+    std::string_view source;  ///< empty: none
+    int button = -1;
+    bool operator==(const event_run&) const = default;
+  };
+  struct drag_state {
+    menu_editor_state before;
+  };
 
   void load_options();
   void load_actions();
@@ -142,12 +180,27 @@ class menu_editor {
   void set_place(const place& p);
   bool refuse_field(const std::string& name, const std::string& text);
 
+  void number_chooser();
+  menu_editor_state state();
+  void restore(menu_editor_state to);
+  std::string step_name(std::string text) const;
+  void end_event(const std::string& what, std::string_view source, menu_editor_state before);
+  void end_run();
+  void begin_history();
+
   document& doc_;
   const picture_loader& pictures_;
   menu_editor_controls c_;
   int ymax_;
   int shown_ = -1;  // the button whose values the controls show
   int refusals_ = 0;
+  std::vector<int> selected_;
+  menu_history history_;
+  menu_editor_controls opened_;  // as the menu was then
+  int events_on_ = 0;            // within each other
+  event_run run_;
+  bool run_has_step_ = false;
+  std::optional<drag_state> drag_;
 };
 
 }  // namespace corvane

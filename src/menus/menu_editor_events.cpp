@@ -2,7 +2,7 @@
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "formats/text.h"
-#include "menus/menu_editor.h"
+#include "menus/menu_editor_event.h"
 #include "project/menu_rows.h"
 #include "project/messages.h"
 
@@ -29,24 +29,28 @@ bool is_colour(const std::string& text) {
 // is wanted.
 
 void menu_editor::type_leftpos(const std::string& text) {
+  const event step(*this, "move #");
   const auto value = typed_number(text);
   if (value && *value < largest_x - c_.Slider1.value)
     scroll_x(*value);
 }
 
 void menu_editor::type_widthpos(const std::string& text) {
+  const event step(*this, "size #");
   const auto value = typed_number(text);
   if (value && *value < largest_x - leading_whole(c_.leftpos))
     slide_width(*value);
 }
 
 void menu_editor::type_ypos(const std::string& text) {
+  const event step(*this, "move #");
   const auto value = typed_number(text);
   if (value && *value < ymax_ - c_.Slider2.value)
     scroll_y(*value);
 }
 
 void menu_editor::type_heightpos(const std::string& text) {
+  const event step(*this, "size #");
   constexpr int too_high = 300;
   const auto value = typed_number(text);
   if (value && *value < too_high)
@@ -54,6 +58,7 @@ void menu_editor::type_heightpos(const std::string& text) {
 }
 
 void menu_editor::set_action(const std::string& text) {
+  const event step(*this, "action of #");
   if (text == c_.Combo1 || !button_chosen() || refuse_field("action", text))
     return;
   c_.Combo1 = text;
@@ -71,6 +76,7 @@ bool menu_editor::refuse_field(const std::string& name, const std::string& text)
 }
 
 void menu_editor::set_highlight(const std::string& colour) {
+  const event step(*this, "highlight of #");
   if (colour == c_.Colorhighlight || !is_colour(colour) || !button_chosen())
     return;
   c_.Colorhighlight = colour;
@@ -78,6 +84,7 @@ void menu_editor::set_highlight(const std::string& colour) {
 }
 
 void menu_editor::set_select(const std::string& colour) {
+  const event step(*this, "select of #");
   if (colour == c_.ColorSelect || !is_colour(colour) || !button_chosen())
     return;
   c_.ColorSelect = colour;
@@ -85,11 +92,13 @@ void menu_editor::set_select(const std::string& colour) {
 }
 
 void menu_editor::slide_thickness(int value) {
+  const event step(*this, "box thickness", "thickness");
   if (c_.thickness.enabled)
     c_.thickness.value = std::clamp(value, c_.thickness.minimum, c_.thickness.maximum);
 }
 
 void menu_editor::set_loop(bool checked) {
+  const event step(*this, "loop menu");
   c_.Check1 = checked;
 }
 
@@ -98,16 +107,19 @@ void menu_editor::set_advanced(bool checked) {
 }
 
 void menu_editor::set_spubegin(const std::string& text) {
+  const event step(*this, "spu begin");
   if (text != c_.spubegin && !refuse_field("spu begin", text))
     c_.spubegin = text;
 }
 
 void menu_editor::set_spuend(const std::string& text) {
+  const event step(*this, "spu end");
   if (text != c_.spuend && !refuse_field("spu end", text))
     c_.spuend = text;
 }
 
 void menu_editor::bmphighlight() {
+  const event step(*this, "bitmap of #");
   const auto bitmap = pick_highlight_bitmap(doc_, pictures_);
   if (bitmap && c_.Combo2_index >= 0) {
     c_.Colorhighlight = c_.ColorSelect = bitmap->file;
@@ -117,6 +129,7 @@ void menu_editor::bmphighlight() {
 }
 
 void menu_editor::bmpselect() {
+  const event step(*this, "select bitmap of #");
   const picked_select picked = pick_select_bitmap(doc_, pictures_, c_.Colorhighlight);
   if (picked.of_another_size)
     c_.Image2 = c_.Image1;  // until the button is changed or picked again
@@ -127,6 +140,7 @@ void menu_editor::bmpselect() {
 }
 
 void menu_editor::removebmp() {
+  const event step(*this, "remove bitmap of #");
   if (!button_chosen())
     return;
   c_.Colorhighlight = c_.ColorSelect = "black";

@@ -1,7 +1,7 @@
 // The editor's picture: what is drawn over it, and changes of the place of a button, whether they
 // come from there, from scroll bars, sliders or fields.
 #include "formats/text.h"
-#include "menus/menu_editor.h"
+#include "menus/menu_editor_event.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -52,12 +52,14 @@ void menu_editor::set_place(const place& p) {
 }
 
 void menu_editor::scroll_x(int value) {
+  const event step(*this, "move #", "HScroll1");
   place p = shown_place();
   p.x0 = std::clamp(value, 0, c_.HScroll1.maximum);
   set_place(p);
 }
 
 void menu_editor::scroll_y(int value) {
+  const event step(*this, "move #", "VScroll1");
   place p = shown_place();
   p.y0 = std::clamp(value, 0, c_.VScroll1.maximum);
   set_place(p);
@@ -71,6 +73,7 @@ void menu_editor::choose_outlined() {
 }
 
 void menu_editor::move_to(int x0, int y0) {
+  const event step(*this, "move #", "move");
   choose_outlined();
   place p = shown_place();
   p.x0 = std::clamp(x0, 0, c_.HScroll1.maximum);
@@ -79,10 +82,12 @@ void menu_editor::move_to(int x0, int y0) {
 }
 
 void menu_editor::move_by(int dx, int dy) {
+  const event step(*this, "move #", "move");
   move_to(sum(c_.HScroll1.value, dx), sum(c_.VScroll1.value, dy));
 }
 
 void menu_editor::slide_width(int value) {
+  const event step(*this, "size #", "Slider1");
   if (!c_.Slider1.enabled)
     return;
   place p = shown_place();
@@ -91,6 +96,7 @@ void menu_editor::slide_width(int value) {
 }
 
 void menu_editor::slide_height(int value) {
+  const event step(*this, "size #", "Slider2");
   if (!c_.Slider2.enabled)
     return;
   place p = shown_place();
@@ -99,6 +105,7 @@ void menu_editor::slide_height(int value) {
 }
 
 void menu_editor::size_by(int dw, int dh) {
+  const event step(*this, "size #", "size");
   const place p = shown_place();
   dragged_edges corner;
   corner.right = corner.bottom = true;
@@ -106,6 +113,7 @@ void menu_editor::size_by(int dw, int dh) {
 }
 
 void menu_editor::drag_edges(dragged_edges which, int x, int y) {
+  const event step(*this, "size #", "size");
   choose_outlined();
   if (c_.bitmap_mode)
     return;

@@ -320,9 +320,28 @@ TEST_F(MenuEditor, DeletingRenumbersTheOthersInOrder) {
   EXPECT_EQ(shown().Combo2, (rows{"button1", "button2"}));
 }
 
-TEST_F(MenuEditor, AfterDeletingNoButtonIsChosenAndNoRecordCanBeOverwritten) {
-  const rows all = {record_at(0, 0, 9, 3), record_at(0, 10, 9, 13)};
-  menu_editor& e = edit_first(all[0] + "|" + all[1]);
+TEST_F(MenuEditor, AfterDeletingTheNextButtonIsChosenAndShown) {
+  const rows all = {record_at(0, 0, 9, 3), record_at(40, 10, 49, 13), record_at(0, 20, 9, 23)};
+  menu_editor& e = edit_first(all[0] + "|" + all[1] + "|" + all[2]);
+  e.delete_button();
+  EXPECT_EQ(shown().Combo2_text, "button1");
+  EXPECT_EQ(shown().button, "1");
+  EXPECT_EQ(e.outline(), (menu_rectangle{40, 10, 49, 13}));
+  e.scroll_x(300);
+  EXPECT_EQ(shown().List1, (rows{record_at(300, 10, 309, 13), all[2]}));
+}
+
+TEST_F(MenuEditor, AfterDeletingTheLastInOrderTheOneBeforeItIsChosen) {
+  const rows all = {record_at(0, 0, 9, 3), record_at(40, 10, 49, 13)};
+  menu_editor& e = edit(all[0] + "|" + all[1]);
+  e.choose(1);
+  e.delete_button();
+  EXPECT_EQ(shown().Combo2_text, "button1");
+  EXPECT_EQ(e.outline(), (menu_rectangle{0, 0, 9, 3}));
+}
+
+TEST_F(MenuEditor, AfterDeletingTheOnlyButtonNoneIsChosenAndNothingCanBeChanged) {
+  menu_editor& e = edit_first(record_at(0, 0, 9, 3));
   e.delete_button();
   EXPECT_EQ(shown().Combo2_text, "");
   EXPECT_EQ(shown().Combo2_index, -1);
@@ -330,7 +349,20 @@ TEST_F(MenuEditor, AfterDeletingNoButtonIsChosenAndNoRecordCanBeOverwritten) {
   EXPECT_FALSE(e.outline());
   expect_choose_first();
   e.scroll_x(300);
-  EXPECT_EQ(shown().List1, rows{all[1]});
+  EXPECT_TRUE(shown().List1.empty());
+}
+
+TEST_F(MenuEditor, WhatIsShownAfterAddingBelongsToAnotherButtonUntilTheNewOneIsPicked) {
+  menu_editor& e = edit_first(record_at(0, 0, 100, 3));
+  EXPECT_FALSE(e.shows_another());
+  e.add_button();
+  EXPECT_TRUE(e.shows_another());
+  e.choose(1);
+  EXPECT_FALSE(e.shows_another());
+  e.delete_button();
+  EXPECT_FALSE(e.shows_another());
+  e.delete_button();
+  EXPECT_FALSE(e.shows_another());  // none is chosen: a change is refused with a message
 }
 
 TEST_F(MenuEditor, DeletingTheLastButtonLeavesNone) {
