@@ -73,9 +73,9 @@ void menu_editor::load_options() {
 }
 
 void menu_editor::load_actions() {
-  const int titles = UUBound(doc_.p.List1) + 1;
-  for (int title = 1; title <= titles; ++title) {
-    const int chapters = static_cast<int>(chapter_times(row_of(doc_.p.chapters, title, {})).size());
+  int title = 0;
+  for (const int chapters : chapter_counts()) {
+    ++title;
     for (int chapter = 1; chapter <= chapters; ++chapter)
       c_.Combo1_items.push_back("jump title" + leading_blank(title) + " chapter " +
                                 leading_blank(chapter));
@@ -83,6 +83,15 @@ void menu_editor::load_actions() {
   c_.Combo1_items.emplace_back("exit");
   for (int menu = 1; menu <= UUBound(doc_.p.menulist) + 1; ++menu)
     c_.Combo1_items.push_back("jump menu" + leading_blank(menu));
+}
+
+/// Of each title.
+std::vector<int> menu_editor::chapter_counts() const {
+  std::vector<int> counts;
+  const int titles = UUBound(doc_.p.List1) + 1;
+  for (int title = 1; title <= titles; ++title)
+    counts.push_back(static_cast<int>(chapter_times(row_of(doc_.p.chapters, title, {})).size()));
+  return counts;
 }
 
 /// The controls as they are without a button: as the first one will be.
@@ -156,14 +165,18 @@ void menu_editor::choose(int index) {
   if (index < 0 || index > UUBound(c_.List1))
     return;
   const event step(*this, "bring # into the picture");
-  c_.Combo2_index = index;
-  c_.Combo2_text = c_.Combo2[static_cast<std::size_t>(index)];
-  c_.button = c_.Combo2_text.substr(std::string_view("button").size());
+  show_chosen(index);
   selected_ = {index};
   if (trim(c_.List1[static_cast<std::size_t>(index)]).empty())
     return;
   show_record(index);
   updatebutton();
+}
+
+void menu_editor::show_chosen(int index) {
+  c_.Combo2_index = index;
+  c_.Combo2_text = c_.Combo2[static_cast<std::size_t>(index)];
+  c_.button = c_.Combo2_text.substr(std::string_view("button").size());
 }
 
 void menu_editor::show_record(int index) {

@@ -20,9 +20,12 @@
 #pragma once
 
 #include "menus/bitmaps.h"
+#include "menus/button_alignment.h"
+#include "menus/button_snapping.h"
 #include "menus/menu_editor_controls.h"
 #include "menus/menu_geometry.h"
 #include "menus/menu_history.h"
+#include "menus/repeated_buttons.h"
 #include "project/document.h"
 
 #include <optional>
@@ -35,6 +38,13 @@ namespace corvane {
 /// Which edges of the outline a drag moves: at most one of left and right, of top and bottom.
 struct dragged_edges {
   bool left = false, top = false, right = false, bottom = false;
+};
+
+/// How a drag in the picture goes.
+struct drag_ways {
+  bool keeps_direction = false;  ///< it moves across or down, by what it moved more
+  bool free = false;             ///< nothing draws it
+  bool operator==(const drag_ways&) const = default;
 };
 
 /// A button that is not the outlined one, as the picture shows it faintly.
@@ -65,7 +75,8 @@ class menu_editor {
 
   void add_button();       ///< `Command1`
   void choose(int index);  ///< a click on `Combo2`; also a click on another button in the picture
-  void delete_button();    ///< `deletebutton`; afterwards the next one is chosen
+  void pick_added() { choose(c_.Combo2_index); }  ///< the same for the button just added
+  void delete_button();  ///< `deletebutton`; afterwards the next one is chosen
 
   // Each of these refuses with "Please add/select a button first" when no button is chosen. A value
   // that the control shows already is no change. Scroll bars and sliders keep to their range.
@@ -115,9 +126,57 @@ class menu_editor {
   /// which the next change would write over it.
   bool shows_another() const { return c_.Combo2_index != shown_ && c_.Combo2_index >= 0; }
 
-  /// The pointer takes hold of a button, and lets go of it: what it moves meanwhile is one step.
+  /// The pointer takes hold of a button, and lets go of it: what it moves meanwhile is one step,
+  /// and is drawn to the lines near it.
   void begin_drag();
+  void hold(drag_ways ways);  ///< of the drag that is on
   void end_drag();
+
+  /// The lines on which stands what is dragged now; none without a drag.
+  const std::vector<snap_guide>& guides() const;
+
+  // Several buttons can be selected; the chosen one is one of them. To choose one selects it alone.
+
+  /// 0-based, in order.
+  const std::vector<int>& selected() const { return selected_; }
+  bool is_selected(int index) const;
+
+  /// Selects these, of which `chosen` is the one whose values are shown; blank records cannot be
+  /// selected. None: no button is chosen.
+  void select(std::vector<int> buttons, int chosen);
+  void select_all();
+
+  /// The pointer presses on a button in the picture. With `more` it joins the others, or leaves
+  /// them. Without, it is chosen, and those selected with it stay so, to be moved together.
+  void press(int index, bool more);
+
+  // The order of the buttons: numbers and actions go along.
+  void move_up();
+  void move_down();
+  void move_before(int index);  ///< the selected ones come before this one; behind all: the count
+
+  void delete_selected();  ///< all of them; of one, `deletebutton`
+  void duplicate();        ///< below, or beside, or a little aside; the copies are selected
+
+  // Each does nothing unless two buttons are selected. The chosen one gives size to the others;
+  // bitmaps keep theirs.
+  void align(alignment to);
+  void distribute(direction along);
+  void make_gaps_equal(direction along);
+  void make_same_width();
+  void make_same_height();
+
+  void put_on_even_lines();  ///< of each selected button, upper and lower edge
+
+  /// How many buttons there would be of the chosen one, itself included, and why not more.
+  struct repeat_outlook {
+    int wanted = 0;
+    int made = 0;
+    bool picture_is_full = false;  ///< not all of them fit into it
+    bool no_more_actions = false;  ///< there are no more titles or chapters
+  };
+  repeat_outlook outlook(const repetition& how) const;
+  void repeat(const repetition& how);
 
   /// The user closes the window. True: it may close; what was changed is kept, or he discards it,
   /// or there is nothing. False: it stays, since he said so or what he wants to keep is refused.
@@ -162,6 +221,10 @@ class menu_editor {
   };
   struct drag_state {
     menu_editor_state before;
+    std::vector<int> buttons;  // those that are moved; empty until the first move
+    std::vector<menu_rectangle> starts;
+    drag_ways ways;
+    std::vector<snap_guide> guides;
   };
 
   void load_options();
@@ -181,6 +244,18 @@ class menu_editor {
   bool refuse_field(const std::string& name, const std::string& text);
 
   void number_chooser();
+  void show_chosen(int index);
+  std::vector<menu_rectangle> places_of(const std::vector<int>& buttons) const;
+  std::vector<menu_rectangle> places_of_others() const;
+  void put(const std::vector<int>& buttons, const std::vector<menu_rectangle>& places);
+  template <typename F>
+  void arrange(const char* step, std::size_t least, F f);
+  void reorder(const std::vector<int>& order);
+  void append(const std::vector<std::string>& records);
+  std::string brought_in(const std::string& record) const;
+  std::vector<int> chapter_counts() const;
+  void move_selected_to(int x0, int y0);
+  menu_point draw_to_lines(menu_rectangle dragged, const snapped_parts& parts);
   menu_editor_state state();
   void restore(menu_editor_state to);
   std::string step_name(std::string text) const;

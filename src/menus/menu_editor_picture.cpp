@@ -75,6 +75,10 @@ void menu_editor::choose_outlined() {
 void menu_editor::move_to(int x0, int y0) {
   const event step(*this, "move #", "move");
   choose_outlined();
+  if (c_.Combo2_index >= 0 && (drag_ || selected_.size() > 1)) {
+    move_selected_to(x0, y0);
+    return;
+  }
   place p = shown_place();
   p.x0 = std::clamp(x0, 0, c_.HScroll1.maximum);
   p.y0 = std::clamp(y0, 0, c_.VScroll1.maximum);
@@ -118,6 +122,14 @@ void menu_editor::drag_edges(dragged_edges which, int x, int y) {
   if (c_.bitmap_mode)
     return;
   place p = shown_place();
+  if (drag_) {
+    const snapped_parts parts{which.left, false, which.right, which.top, false, which.bottom};
+    const menu_rectangle to{which.left ? x : p.x0, which.top ? y : p.y0,
+                            which.right ? x : p.x0 + p.width, which.bottom ? y : p.y0 + p.height};
+    const menu_point by = draw_to_lines(to, parts);
+    x = sum(x, by.x);
+    y = sum(y, by.y);
+  }
   drag(which.left, which.right, x, largest_x, c_.Slider1.minimum, p.x0, p.width);
   drag(which.top, which.bottom, y, ymax_, c_.Slider2.minimum, p.y0, p.height);
   set_place(p);

@@ -61,7 +61,7 @@ void menu_editor::end_run() {
 void menu_editor::begin_drag() {
   end_drag();
   end_run();
-  drag_ = drag_state{state()};
+  drag_ = drag_state{state(), {}, {}, {}, {}};
 }
 
 // What was dragged away and back again is no step.

@@ -223,7 +223,7 @@ void do_something(menu_editor& e, std::mt19937& random) {
   const auto below = [&random](int n) { return static_cast<int>(random() % unsigned(n)); };
   const std::array<const char*, 4> colours = {"black", "cyan", "white", "orange"};
   const std::array<const char*, 4> actions = {"exit", "jump menu 1", "call me", "a/b"};
-  switch (below(22)) {
+  switch (below(30)) {
     case 0:
     case 1:
       return e.add_button();
@@ -267,6 +267,23 @@ void do_something(menu_editor& e, std::mt19937& random) {
       return e.end_drag();
     case 20:
       return e.drag_edges({.left = below(2) == 0, .bottom = true}, below(720), below(480));
+    case 21:
+      return e.press(below(static_cast<int>(e.controls().List1.size()) + 1), below(2) == 0);
+    case 22:
+      return e.select_all();
+    case 23:
+      return below(2) == 0 ? e.move_up() : e.move_down();
+    case 24:
+      return e.move_before(below(static_cast<int>(e.controls().List1.size()) + 1));
+    case 25:
+      return e.duplicate();
+    case 26:
+      return below(2) == 0 ? e.align(static_cast<alignment>(below(6)))
+                           : e.distribute(direction::across);
+    case 27:
+      return e.repeat({.across = below(4), .down = below(4), .gap_across = below(30)});
+    case 28:
+      return below(2) == 0 ? e.put_on_even_lines() : e.make_same_width();
     default:
       return e.set_advanced(below(2) == 0);
   }
@@ -294,8 +311,10 @@ TEST_F(MenuEditorSteps, TwoThousandRandomEventsUndoneAndRedoneAreEqual) {
         e.undo();
       if (random() % 50 == 0)
         e.redo();
-      for (e.choose(40); e.controls().List1.size() > 40;)
-        e.delete_button();
+      if (e.controls().List1.size() > 40) {
+        e.select({5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23}, 5);
+        e.delete_selected();
+      }
     }
     while (e.redo_name())
       e.redo();
