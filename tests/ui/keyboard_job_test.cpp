@@ -215,6 +215,7 @@ void KeyboardJob::pick(const std::string& key, const std::string& name, const st
 
 void KeyboardJob::make_button(const wanted_button& button) {
   press("alt+a");
+  press("F4");
   type_into("alt+w", "widthpos", button.width);
   type_into("alt+h", "heightpos", button.height);
   type_into("alt+l", "leftpos", button.left);

@@ -26,8 +26,13 @@ void menu_editor_test::SetUp() {
   answers_ = std::make_unique<prompts_relay::answered_by>(bench_.ask, *ask_);
 }
 
+// What a test changed and left open is discarded, as at the end of the session.
 void menu_editor_test::TearDown() {
-  close();
+  on_ui([] {
+    if (wxWindow* window = wxWindow::FindWindowByName("tsmenu"))
+      window->Close(true);
+  });
+  EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("tsmenu") == nullptr; }));
   window_test::TearDown();
 }
 
@@ -63,10 +68,29 @@ bool menu_editor_test::is_open() {
 }
 
 void menu_editor_test::close() {
-  on_ui([] {
-    if (wxWindow* window = wxWindow::FindWindowByName("tsmenu"))
-      window->Close();
-  });
+  if (!is_open())
+    return;
+  window_test::close("tsmenu");
+  EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("tsmenu") == nullptr; }));
+}
+
+void menu_editor_test::close_and_answer(const std::string& button) {
+  window_test::close("tsmenu");
+  answer_keep_question(button);
+}
+
+void menu_editor_test::answer_keep_question(const std::string& button) {
+  const seen_dialog seen = answer_message(
+      "The menu has been changed.  Do you want to keep what was changed?\n\n"
+      "Yes: it is kept, as with \"accept\".\nNo: it is discarded.\nCancel: back to the menu.",
+      button);
+  EXPECT_EQ(seen.picture, "warning");
+  EXPECT_EQ(seen.over, "tsmenu");
+  EXPECT_TRUE(no_dialog());
+}
+
+void menu_editor_test::discard() {
+  close_and_answer("No");
   EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("tsmenu") == nullptr; }));
 }
 

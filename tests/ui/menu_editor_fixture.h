@@ -28,7 +28,13 @@ class menu_editor_test : public window_test {
   /// The same without waiting for more than that it was made.
   void start();
   static bool is_open();
+  /// Closes it without a question.
   void close();
+  /// Closes it and answers the question about what was changed; waits until that is gone.
+  void close_and_answer(const std::string& button);
+  static void answer_keep_question(const std::string& button);
+  /// Closes it and discards what was changed.
+  void discard();
   void accept();
 
   /// The screen's place of a menu pixel.

@@ -58,6 +58,7 @@ TEST_F(MenuEditorWindow, FocusStandsOnTheSecondControl) {
 TEST_F(MenuEditorWindow, LabelsKeysLeadToTheFieldsInWhichIsTyped) {
   open_new();
   press("alt+a");
+  press("F4");
   const std::pair<const char*, const char*> fields[] = {
       {"alt+l", "leftpos"}, {"alt+y", "ypos"}, {"alt+w", "widthpos"}, {"alt+h", "heightpos"}};
   for (const auto& [keys, name] : fields) {
@@ -81,10 +82,16 @@ TEST_F(MenuEditorWindow, GoesWithTheMainWindowWithoutAWord) {
   EXPECT_EQ(closed_, 0);
 }
 
-TEST_F(MenuEditorWindow, EscapeDoesNotCloseIt) {
+TEST_F(MenuEditorWindow, EscapeClosesItAndAsksAboutWhatWasChanged) {
   open_new();
+  click_control("Command1");
   press("Escape");
+  answer_keep_question("Cancel");
   EXPECT_TRUE(is_open());
+  press("ctrl+z");
+  press("Escape");
+  EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("tsmenu") == nullptr; }));
+  EXPECT_EQ(closed_, 1);
 }
 
 TEST_F(MenuEditorWindow, EveryControlHasItsNameForScreenReaders) {
@@ -152,8 +159,8 @@ TEST_F(MenuEditorWindow, SecondButtonAsItWasAddedIsRefusedAtAccept) {
 TEST_F(MenuEditorWindow, ButtonThatStandsInTheChooserCanBePickedAgain) {
   open_new();
   click_control("Command1");
-  EXPECT_EQ(place(), "0 0 100 3");
   click_control("Command1");
+  EXPECT_EQ(place(), "");
   choose(2);  // the entry that is there already
   type_into("leftpos", "200");
   EXPECT_EQ(place(), "200 0 100 3");
@@ -161,14 +168,14 @@ TEST_F(MenuEditorWindow, ButtonThatStandsInTheChooserCanBePickedAgain) {
   EXPECT_EQ(place(), "0 0 100 3");
 }
 
-TEST_F(MenuEditorWindow, ClosingWithoutAcceptChangesNothing) {
+TEST_F(MenuEditorWindow, ClosingWithoutAcceptChangesNothingWhenToldToDiscard) {
   open_three();
   const project before = p_;
   choose(1);
   type_into("leftpos", "20");
   click_control("Check1");
   click_control("deletebutton");
-  close();
+  discard();
   EXPECT_EQ(p_.menubuttons, before.menubuttons);
   EXPECT_EQ(p_.moremenuoptions, before.moremenuoptions);
   EXPECT_EQ(p_.saved, before.saved);
@@ -496,8 +503,7 @@ TEST_F(MenuEditorWindow, DeletingRenumbersTheOthers) {
   open_three();
   choose(2);
   click_control("deletebutton");
-  EXPECT_EQ(text_of("Combo2"), "");
-  choose(2);
+  EXPECT_EQ(text_of("Combo2"), "button2");
   EXPECT_EQ(place(), "100 300 200 3");
   accept();
   EXPECT_TRUE(wait_until([] { return wxWindow::FindWindowByName("tsmenu") == nullptr; }));
@@ -517,6 +523,7 @@ TEST_F(MenuEditorWindow, WithoutAChosenButtonItAsksForOne) {
 TEST_F(MenuEditorWindow, KeyboardAloneAddsAButtonAndAccepts) {
   open_new();
   press("alt+a");
+  press("F4");
   press("alt+l");
   press("ctrl+a");
   type_text("40");

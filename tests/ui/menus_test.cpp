@@ -231,7 +231,13 @@ TEST_F(Menus, NewMenuStaysWithoutButtonsWhenTheEditorIsClosed) {
   choose_streams(real_video());
   ASSERT_TRUE(window_comes("tsmenu"));
   click_control("Command1", "tsmenu");
-  leave_editor();
+  close("tsmenu");
+  answer_message(
+      "The menu has been changed.  Do you want to keep what was changed?\n\n"
+      "Yes: it is kept, as with \"accept\".\nNo: it is discarded.\nCancel: back to the menu.",
+      "No");
+  ASSERT_TRUE(window_goes("tsmenu"));
+  EXPECT_TRUE(ask_ui([this] { return window_->IsEnabled(); }));
   EXPECT_EQ(shown().menulist.size(), 1u);
   EXPECT_THAT(shown().menubuttons[0], IsEmpty());
   EXPECT_THAT(shown().moremenuoptions, ElementsAre(new_menu_options));

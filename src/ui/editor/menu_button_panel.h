@@ -28,8 +28,9 @@ class menu_button_panel : public wxPanel {
  public:
   menu_button_panel(wxWindow* parent, tell_event tell);
 
-  /// True when other controls are shown than before, which need another room.
-  bool show(const menu_editor_controls& c);
+  /// `of_chosen`: the values are the chosen button's; else nothing is shown of them and nothing can
+  /// be changed. True when other controls are shown than before, which need another room.
+  bool show(const menu_editor_controls& c, bool of_chosen);
 
   /// Hands what was typed to the model.
   void apply(menu_editor& editor) const;
@@ -64,6 +65,7 @@ class menu_button_panel : public wxPanel {
   wxButton* make_button(wxWindow* parent, const char* name, const char* label, menu_event event);
   void show_chooser(const menu_editor_controls& c);
   void show_places(const menu_editor_controls& c);
+  void show_values(const menu_editor_controls& c, bool of_chosen);
   bool show_mode(const menu_editor_controls& c);
   bool show_bitmaps(const menu_editor_controls& c);
 

@@ -63,17 +63,33 @@ void menu_button_panel::apply(menu_editor& editor) const {
     field.apply(editor);
 }
 
-bool menu_button_panel::show(const menu_editor_controls& c) {
+bool menu_button_panel::show(const menu_editor_controls& c, bool of_chosen) {
   show_chooser(c);
   if (Combo1_->GetCount() != c.Combo1_items.size())
     Combo1_->Set(wx_rows(c.Combo1_items));
-  for (typed_field& field : fields_)
-    field.show(c);
   show_places(c);
-  show_colour(Colorhighlight_, c.Colorhighlight);
-  show_colour(ColorSelect_, c.ColorSelect);
+  show_values(c, of_chosen);
   const bool other_bitmaps = show_bitmaps(c);
   return show_mode(c) || other_bitmaps;
+}
+
+// A button that was just added is not shown until it is picked.
+void menu_button_panel::show_values(const menu_editor_controls& c, bool of_chosen) {
+  for (typed_field& field : fields_) {
+    if (of_chosen)
+      field.show(c);
+    else
+      field.show_nothing();
+  }
+  show_colour(Colorhighlight_, of_chosen ? c.Colorhighlight : std::string());
+  show_colour(ColorSelect_, of_chosen ? c.ColorSelect : std::string());
+  for (wxWindow* box : {static_cast<wxWindow*>(selected_), static_cast<wxWindow*>(advanced_)}) {
+    if (box->IsThisEnabled() != of_chosen)
+      box->Enable(of_chosen);
+    box->SetToolTip(of_chosen ? ""
+                              : "choose the new button first: in the list of buttons or in "
+                                "the picture");
+  }
 }
 
 void menu_button_panel::show_chooser(const menu_editor_controls& c) {

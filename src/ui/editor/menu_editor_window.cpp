@@ -2,12 +2,15 @@
 
 #include "examine/item_summary.h"
 #include "formats/text.h"
+#include "menus/menu_problems.h"
 #include "platform/files/paths.h"
 #include "project/disc_of.h"
+#include "ui/editor/menu_button_list.h"
 #include "ui/editor/menu_button_panel.h"
 #include "ui/editor/menu_options_panel.h"
 #include "ui/editor/menu_picture.h"
 #include "ui/editor/menu_picture_area.h"
+#include "ui/editor/menu_problem_line.h"
 #include "ui/video/video_strip.h"
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/icons.h"
@@ -36,12 +39,15 @@ tsmenu::tsmenu(wxWindow* main, lent_project lent, bool recall)
       lent_(std::move(lent)),
       editor_(lent_.doc(), pictures_),
       life_(*this, *main, lent_.ask(),
-            {[this] { area_->strip().release(); }, {}, [this] { lent_.give_back(); }}) {
+            {[this] { area_->strip().release(); }, [this] { return may_close(); },
+             [this] { lent_.give_back(); }}) {
   name_control(*this, "tsmenu");
   SetIcons(program_icon());
   if (recall)
     editor_.recallbuttondata();
   make_controls();
+  bind_keys();
+  bind_drag();
   Fit();  // gives those a size that are hidden at first
   load_video();
   show_controls();
@@ -50,8 +56,7 @@ tsmenu::tsmenu(wxWindow* main, lent_project lent, bool recall)
   life_.begin();
   lent_.keeps({"titleset menu", [this](project& copy) { editor_.keep_in(copy); }});
   Show();
-  panel_->SetFocus();  // on the first control, and on by one
-  Navigate();
+  FindWindow("Command1")->SetFocus();  // behind the first control
   // Told over the window that it is about.
   CallAfter([this] {
     tell([this](menu_editor& editor) { editor.playback_check(video_size_.x, video_size_.y); });
@@ -71,17 +76,22 @@ void tsmenu::choose(int number) {
 void tsmenu::make_controls() {
   panel_ = new wxPanel(this);
   const tell_event to_model = [this](const menu_event& event) { tell(event); };
+  bar_.emplace(*this, to_model);
   right_ = new scrolled_column(panel_);
   buttons_ = new menu_button_panel(right_, to_model);
   options_ = new menu_options_panel(right_, to_model);
   area_ = new menu_picture_area(
       panel_, editor_, to_model,
       [disc = disc_of(lent_.doc().p)](const disc_command& c) { return words_of_command(disc, c); });
+  list_ = new menu_button_list(panel_, to_model);
+  problems_ = new menu_problem_line(panel_, [this] { return found_problems(); });
   auto* columns = new wxBoxSizer(wxHORIZONTAL);
   columns->Add(area_, wxSizerFlags(1).Expand());
   columns->Add(make_right(), wxSizerFlags().Expand().Border(wxLEFT, FromDIP(layout::group_gap)));
+  const int border = FromDIP(layout::window_border);
   auto* whole = new wxBoxSizer(wxVERTICAL);
-  whole->Add(columns, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::window_border)));
+  whole->Add(columns, wxSizerFlags(1).Expand().Border(wxALL, border));
+  whole->Add(problems_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, border));
   panel_->SetSizer(whole);
   auto* around = new wxBoxSizer(wxVERTICAL);
   around->Add(panel_, wxSizerFlags(1).Expand());
@@ -100,7 +110,8 @@ wxSizer* tsmenu::make_right() {
   right_->hold(groups);
   beside_ = new wxBoxSizer(wxVERTICAL);
   beside_->Add(make_heading(), wxSizerFlags().Expand());
-  beside_->Add(right_, wxSizerFlags(1).Expand().Border(wxTOP, gap));
+  beside_->Add(list_, wxSizerFlags(1).Expand().Border(wxTOP, gap));
+  beside_->Add(right_, wxSizerFlags(2).Expand().Border(wxTOP, gap));
   beside_->Add(Command2, wxSizerFlags().Right().Border(wxTOP, gap));
   return beside_;
 }
@@ -144,7 +155,7 @@ void tsmenu::load_video() {
 void tsmenu::fit() {
   const wxRect screen = wxDisplay(this).GetClientArea();
   const wxSize most = most_client_size(*this);
-  const int border = 2 * FromDIP(layout::window_border);
+  const int border = 3 * FromDIP(layout::window_border) + problems_->GetBestSize().y;
   right_->let_scroll(false);
   const int all_beside = beside_->CalcMin().y + border;
   right_->let_scroll(all_beside > most.y);
@@ -179,10 +190,23 @@ void tsmenu::tell(const menu_event& event) {
 /// True when the controls need another room.
 bool tsmenu::show_controls() {
   const menu_editor_controls& c = editor_.controls();
-  const bool other_buttons = buttons_->show(c);
+  const bool of_chosen = !editor_.shows_another();
+  const bool other_buttons = buttons_->show(c, of_chosen);
   const bool other_options = options_->show(c);
   area_->show(c);
+  for (const char* bar : {"HScroll1", "VScroll1"})
+    FindWindow(bar)->Enable(of_chosen);
+  list_->show(editor_);
+  problems_->look_again();
+  bar_->show(editor_);
   return other_buttons || other_options;
+}
+
+/// Of the menu as it would be if it was accepted now.
+std::vector<finding> tsmenu::found_problems() const {
+  project copy = lent_.doc().p;
+  editor_.keep_in(copy);
+  return menu_problems(copy, editor_.controls().indexer);
 }
 
 // What stood typed in a field may have been refused just now; the user was told, and sees what the
@@ -195,6 +219,13 @@ void tsmenu::accept() {
   });
   if (accepted)
     life_.leave();
+}
+
+bool tsmenu::may_close() {
+  const bool may = editor_.may_close();
+  if (!may && show_controls())
+    fit();
+  return may;
 }
 
 }  // namespace corvane

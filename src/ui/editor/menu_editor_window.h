@@ -2,26 +2,32 @@
 //
 // It owns itself, and is gone when it is closed. It has no rules of its own: what the user does
 // goes to the model (menus/menu_editor.h), and what the model says is shown. Closing it without
-// "accept" discards every change, also what stands typed in a field. It does not close while a
-// message or file dialog of its own stands.
+// "accept" asks about what was changed, and discards what stands typed in a field. It does not
+// close while a message or file dialog of its own stands.
 #pragma once
 
 #include "menus/menu_editor.h"
 #include "ui/editor/file_pictures.h"
+#include "ui/editor/menu_editor_bar.h"
 #include "ui/editor/menu_event.h"
 #include "ui/lent_project.h"
 #include "ui/window_life.h"
 
 #include <wx/frame.h>
 
+#include <optional>
+#include <vector>
+
 class wxPanel;
 class wxSizer;
 
 namespace corvane {
 
+class menu_button_list;
 class menu_button_panel;
 class menu_options_panel;
 class menu_picture_area;
+class menu_problem_line;
 class scrolled_column;
 
 class tsmenu : public wxFrame {
@@ -43,14 +49,23 @@ class tsmenu : public wxFrame {
   void tell(const menu_event& event);
   bool show_controls();
   void accept();
+  bool may_close();
+  std::vector<finding> found_problems() const;
+  void bind_keys();
+  bool use_key(const wxKeyEvent& event);
+  bool use_key_in_picture(int key, int modifiers);
+  void bind_drag();
 
   lent_project lent_;
   media_pictures pictures_;
   menu_editor editor_;
   wxSize video_size_;  ///< as the player shows it; 0 x 0 when it cannot
   window_life life_;
+  std::optional<menu_editor_bar> bar_;
   wxPanel* panel_ = nullptr;
   menu_picture_area* area_ = nullptr;
+  menu_button_list* list_ = nullptr;
+  menu_problem_line* problems_ = nullptr;
   menu_button_panel* buttons_ = nullptr;
   menu_options_panel* options_ = nullptr;
   wxSizer* beside_ = nullptr;         ///< of all that stands beside the picture

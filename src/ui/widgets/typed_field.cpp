@@ -34,6 +34,12 @@ void typed_field::show(const menu_editor_controls& c) {
     entry_->ChangeValue(shown_);
 }
 
+void typed_field::show_nothing() {
+  shown_.clear();
+  if (!entry_->IsEmpty())
+    entry_->ChangeValue(shown_);
+}
+
 bool typed_field::apply(menu_editor& editor) const {
   const wxString typed = entry_->GetValue();
   if (typed == shown_)

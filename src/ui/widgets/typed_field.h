@@ -24,6 +24,9 @@ class typed_field {
   /// Shows the model's value, whatever was typed.
   void show(const menu_editor_controls& c);
 
+  /// Shows nothing, whatever the model's value: it is not what the field is about.
+  void show_nothing();
+
   /// Hands what was typed to the model; false when the field shows the model's value.
   bool apply(menu_editor& editor) const;
 
