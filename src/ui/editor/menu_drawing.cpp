@@ -1,6 +1,5 @@
 #include "ui/editor/menu_drawing.h"
 
-#include "menus/menu_geometry.h"
 #include "ui/editor/outline_grip.h"
 #include "ui/widgets/wx_text.h"
 
@@ -197,6 +196,22 @@ void draw_safe_area(wxDC& dc, const wxSize& picture, int unit) {
     dc.DrawRectangle(label);
     dc.DrawText(text, label.x + label_side * unit, label.y + label_top * unit);
   }
+}
+
+wxRect extent_of_guide(const snap_guide& guide, const picture_scale& scale, int unit) {
+  const menu_rectangle line = guide.upright
+                                  ? menu_rectangle{guide.at, guide.from, guide.at, guide.to}
+                                  : menu_rectangle{guide.from, guide.at, guide.to, guide.at};
+  return grown(shown_rectangle(scale.to_picture(line)), unit);
+}
+
+void draw_guide(wxDC& dc, const snap_guide& guide, const picture_scale& scale, int unit) {
+  const wxRect line = extent_of_guide(guide, scale, unit);
+  dc.SetPen(*wxTRANSPARENT_PEN);
+  dc.SetBrush(wxBrush(*wxBLACK));
+  dc.DrawRectangle(line);
+  dc.SetBrush(wxBrush(wxColour(255, 80, 255)));
+  dc.DrawRectangle(guide.upright ? wxRect(line).Deflate(unit, 0) : wxRect(line).Deflate(0, unit));
 }
 
 void draw_outline(wxDC& dc, const wxRect& place, const outline_look& look) {

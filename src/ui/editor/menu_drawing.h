@@ -4,6 +4,8 @@
 // Rectangles are in pixels of the picture; `unit` is a pixel at 100 % in them.
 #pragma once
 
+#include "menus/button_snapping.h"
+#include "menus/menu_geometry.h"
 #include "menus/menu_marks.h"
 
 #include <wx/dc.h>
@@ -15,7 +17,6 @@
 namespace corvane {
 
 /// The place of a button in the picture. Edges that a record has the wrong way round are turned.
-struct menu_rectangle;
 wxRect shown_rectangle(const menu_rectangle& in_picture);
 
 /// What is written about a button, and where.
@@ -52,6 +53,12 @@ struct shown_way {
 shown_way way_between(arrow_key key, const wxRect& from, const wxRect& to, int unit);
 void draw_way(wxDC& dc, const shown_way& way, int unit);
 wxRect extent_of(const shown_way& way, int unit);
+
+/// A line to which a dragged button is drawn, over the picture of that scale.
+void draw_guide(wxDC& dc, const snap_guide& guide, const picture_scale& scale, int unit);
+
+/// All that draw_guide may paint on.
+wxRect extent_of_guide(const snap_guide& guide, const picture_scale& scale, int unit);
 
 /// The rectangles that televisions show (90 %) and texts should keep to (80 %).
 void draw_safe_area(wxDC& dc, const wxSize& picture, int unit);

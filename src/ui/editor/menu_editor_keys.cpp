@@ -1,4 +1,4 @@
-// The keys of the menu editor's window, and what a drag in its picture is to the model.
+// The keys of the menu editor's window.
 #include "ui/editor/menu_button_list.h"
 #include "ui/editor/menu_editor_window.h"
 #include "ui/editor/menu_picture.h"
@@ -76,28 +76,6 @@ bool tsmenu::use_key_in_picture(int key, int modifiers) {
   else
     return false;
   return true;
-}
-
-// Handlers that are bound later are called first.
-void tsmenu::bind_drag() {
-  menu_picture& picture = area_->picture();
-  const auto begin = [this](wxMouseEvent& event) {
-    editor_.begin_drag();
-    event.Skip();
-  };
-  const auto end = [this](wxEvent& event) {
-    editor_.end_drag();
-    CallAfter([this] { tell(nullptr); });
-    event.Skip();
-  };
-  picture.Bind(wxEVT_LEFT_DOWN, begin);
-  picture.Bind(wxEVT_LEFT_DCLICK, begin);
-  picture.Bind(wxEVT_MOTION, [this](wxMouseEvent& event) {
-    editor_.hold({event.ShiftDown(), event.ControlDown()});
-    event.Skip();
-  });
-  picture.Bind(wxEVT_LEFT_UP, end);
-  picture.Bind(wxEVT_MOUSE_CAPTURE_LOST, end);
 }
 
 }  // namespace corvane

@@ -47,7 +47,6 @@ tsmenu::tsmenu(wxWindow* main, lent_project lent, bool recall)
     editor_.recallbuttondata();
   make_controls();
   bind_keys();
-  bind_drag();
   Fit();  // gives those a size that are hidden at first
   load_video();
   show_controls();

@@ -54,7 +54,6 @@ class tsmenu : public wxFrame {
   void bind_keys();
   bool use_key(const wxKeyEvent& event);
   bool use_key_in_picture(int key, int modifiers);
-  void bind_drag();
 
   lent_project lent_;
   media_pictures pictures_;

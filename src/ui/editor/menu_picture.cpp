@@ -63,7 +63,7 @@ menu_picture::menu_picture(wxWindow* parent, const menu_editor& editor, tell_eve
   Bind(wxEVT_MOTION, &menu_picture::on_motion, this);
   Bind(wxEVT_MOUSEWHEEL, &menu_picture::on_wheel, this);
   Bind(wxEVT_LEFT_UP, [this](wxMouseEvent&) { end_drag(); });
-  Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { drag_.reset(); });
+  Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { end_drag(); });
   Bind(wxEVT_KEY_DOWN, &menu_picture::on_key, this);
   for (const auto& type : {wxEVT_SET_FOCUS, wxEVT_KILL_FOCUS})
     Bind(type, [this](wxFocusEvent& event) {
@@ -142,6 +142,8 @@ void menu_picture::show_buttons() {
   show_marks();
   show_ways();
   show_outline();
+  show_others();
+  show_guides();
 }
 
 /// The place of dots in the picture, with what a pixel there may show of its neighbours.
@@ -252,6 +254,29 @@ void menu_picture::show_outline() {
   outline_ = next;
 }
 
+void menu_picture::show_others() {
+  std::vector<wxRect> next;
+  for (const int index : editor_.selected())
+    if (!is_outlined(index))
+      next.push_back(place_of(index));
+  if (next == also_selected_)
+    return;
+  also_selected_.swap(next);
+  for (const std::vector<wxRect>* places : {&also_selected_, &next})
+    for (const wxRect& place : *places)
+      draw_anew(outline_extent(place, unit()));
+}
+
+void menu_picture::show_guides() {
+  std::vector<snap_guide> next = editor_.guides();
+  if (next == guides_)
+    return;
+  guides_.swap(next);
+  for (const std::vector<snap_guide>* guides : {&guides_, &next})
+    for (const snap_guide& guide : *guides)
+      draw_anew(extent_of_guide(guide, scale(), unit()));
+}
+
 // Scrolling ---------------------------------------------------------------------------------------
 
 void menu_picture::arrange_scrolling() {
@@ -327,6 +352,12 @@ void menu_picture::paint_over(wxDC& dc, const wxRect& part) {
   for (const shown_way& way : ways_)
     if (extent_of(way, unit()).Intersects(part))
       draw_way(dc, way, unit());
+  for (const wxRect& place : also_selected_)
+    if (outline_extent(place, unit()).Intersects(part))
+      draw_outline(dc, place, {false, false, unit()});
+  for (const snap_guide& guide : guides_)
+    if (extent_of_guide(guide, scale(), unit()).Intersects(part))
+      draw_guide(dc, guide, scale(), unit());
   if (outline_ && outline_extent(outline_->place, unit()).Intersects(part))
     draw_outline(dc, outline_->place, {outline_->sizes, outline_->focused, unit()});
 }

@@ -90,6 +90,8 @@ class menu_picture : public wxWindow {
   void show_marks();
   void show_ways();
   void show_outline();
+  void show_others();
+  void show_guides();
   wxRect in_view(const button_box& dots) const;
   shown_mark measured(const button_mark& mark, const wxDC& dc) const;
   void arrange_scrolling();
@@ -107,7 +109,7 @@ class menu_picture : public wxWindow {
   int faint_under(wxPoint p) const;
   int button_under(wxPoint p) const;
   bool is_outlined(int index) const;
-  void drag_to(wxPoint p);
+  void drag_to(wxPoint p, drag_ways ways);
   void end_drag();
 
   const menu_editor& editor_;
@@ -125,6 +127,8 @@ class menu_picture : public wxWindow {
   std::vector<shown_mark> marks_;
   std::vector<shown_way> ways_;
   std::optional<drawn> outline_;
+  std::vector<wxRect> also_selected_;  ///< the places of the other selected buttons
+  std::vector<snap_guide> guides_;
   std::optional<drag> drag_;
 };
 

@@ -3,6 +3,8 @@
 #include "ui/editor/menu_picture.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 namespace corvane {
 
@@ -47,21 +49,26 @@ bool menu_picture::is_outlined(int index) const {
                       [index](const faint_button& button) { return button.index == index; });
 }
 
-// A press on another button picks it, and the drag goes on with that one.
+// A press on another button picks it, and the drag goes on with that one. With Ctrl or Shift it
+// joins the others, or leaves them.
 void menu_picture::on_down(wxMouseEvent& event) {
   SetFocus();
   const wxPoint p = event.GetPosition() + origin_;
   const int index = button_under(p);
   if (index < 0 || HasCapture())
     return;
-  if (index != editor_.controls().Combo2_index || !is_outlined(index))
-    tell_([index](menu_editor& editor) { editor.choose(index); });
+  const bool more = event.ControlDown() || event.ShiftDown();
+  if (more || index != editor_.controls().Combo2_index || !is_outlined(index))
+    tell_([index, more](menu_editor& editor) { editor.press(index, more); });
+  if (more)
+    return;
   const outline_grip grip = grip_under(p);
   const std::optional<menu_rectangle> edges = editor_.outline();
   if (!grip.holds() || !edges)
     return;
   wishes_.stop();
   drag_ = drag{grip, scale().to_menu(p.x, p.y), *edges};
+  tell_(&menu_editor::begin_drag);
   CaptureMouse();
 }
 
@@ -69,7 +76,7 @@ void menu_picture::on_motion(wxMouseEvent& event) {
   if (drag_ && !event.LeftIsDown())
     end_drag();
   if (drag_) {
-    drag_to(event.GetPosition() + origin_);
+    drag_to(event.GetPosition() + origin_, {event.ShiftDown(), event.ControlDown()});
     return;
   }
   const wxPoint p = event.GetPosition() + origin_;
@@ -81,23 +88,30 @@ void menu_picture::on_motion(wxMouseEvent& event) {
   SetCursor(faint_under(p) < 0 ? wxCURSOR_ARROW : wxCURSOR_HAND);
 }
 
-void menu_picture::drag_to(wxPoint p) {
+void menu_picture::drag_to(wxPoint p, drag_ways ways) {
   const drag d = *drag_;
   const menu_point at = scale().to_menu(p.x, p.y);
   const int dx = at.x - d.from.x;
   const int dy = at.y - d.from.y;
   if (d.grip.moves) {
-    tell_([&](menu_editor& editor) { editor.move_to(d.edges.x0 + dx, d.edges.y0 + dy); });
+    tell_([&](menu_editor& editor) {
+      editor.hold(ways);
+      editor.move_to(d.edges.x0 + dx, d.edges.y0 + dy);
+    });
     return;
   }
   const dragged_edges which{d.grip.left, d.grip.top, d.grip.right, d.grip.bottom};
   const int x = (d.grip.left ? d.edges.x0 : d.edges.x1) + dx;
   const int y = (d.grip.top ? d.edges.y0 : d.edges.y1) + dy;
-  tell_([&](menu_editor& editor) { editor.drag_edges(which, x, y); });
+  tell_([&](menu_editor& editor) {
+    editor.hold(ways);
+    editor.drag_edges(which, x, y);
+  });
 }
 
 void menu_picture::end_drag() {
-  drag_.reset();
+  if (std::exchange(drag_, std::nullopt))
+    tell_(&menu_editor::end_drag);
   if (HasCapture())
     ReleaseMouse();
 }
