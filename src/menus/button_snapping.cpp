@@ -97,7 +97,7 @@ axis_snapping across(const menu_rectangle& place, std::span<const menu_rectangle
       lines.push_back({guide_kind::button, edge, false, r.y0, r.y1});
     lines.push_back({guide_kind::button, middle_of(r.x0, r.x1), true, r.y0, r.y1});
   }
-  for (const menu_rectangle& r : {action_safe_area(ymax), title_safe_area(ymax)})
+  for (const menu_rectangle& r : {action_safe_rectangle(ymax), title_safe_rectangle(ymax)})
     for (const int edge : {r.x0, r.x1})
       lines.push_back({guide_kind::safe_area, edge, false, r.y0, r.y1});
   lines.push_back({guide_kind::picture_middle, 360, true, 0, ymax});
@@ -124,7 +124,7 @@ axis_snapping down(const menu_rectangle& place, std::span<const menu_rectangle> 
       lines.push_back({guide_kind::button, edge, false, r.y0, r.y1});
     lines.push_back({guide_kind::button, middle_of(r.x0, r.x1), true, r.y0, r.y1});
   }
-  for (const menu_rectangle& area : {action_safe_area(ymax), title_safe_area(ymax)}) {
+  for (const menu_rectangle& area : {action_safe_rectangle(ymax), title_safe_rectangle(ymax)}) {
     const menu_rectangle r = turned(area);
     for (const int edge : {r.x0, r.x1})
       lines.push_back({guide_kind::safe_area, edge, false, r.y0, r.y1});
@@ -142,11 +142,11 @@ int to_even_line(const menu_rectangle& place, const snapped_parts& parts) {
 
 }  // namespace
 
-menu_rectangle action_safe_area(int ymax) {
+menu_rectangle action_safe_rectangle(int ymax) {
   return inset(ymax, 20);
 }
 
-menu_rectangle title_safe_area(int ymax) {
+menu_rectangle title_safe_rectangle(int ymax) {
   return inset(ymax, 10);
 }
 

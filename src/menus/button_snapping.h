@@ -33,8 +33,8 @@ struct snapping {
 inline constexpr int snap_reach = 4;
 
 /// The safe areas of a picture: 90 % (action) and 80 % (titles) of it, on even lines.
-menu_rectangle action_safe_area(int ymax);
-menu_rectangle title_safe_area(int ymax);
+menu_rectangle action_safe_rectangle(int ymax);
+menu_rectangle title_safe_rectangle(int ymax);
 
 /// How `place` is drawn to the lines that are near. Edges are drawn to edges, middles to middles,
 /// to the nearest of all. Where no line is near above or below, the first of its upper and lower

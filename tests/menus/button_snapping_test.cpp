@@ -13,10 +13,10 @@ using guide_kind = snap_guide::kind;
 const std::vector<menu_rectangle> one = {{200, 100, 300, 140}};
 
 TEST(ButtonSnapping, SafeAreasAreOnEvenLinesInBothRegions) {
-  EXPECT_EQ(action_safe_area(479), (menu_rectangle{36, 24, 684, 456}));
-  EXPECT_EQ(title_safe_area(479), (menu_rectangle{72, 48, 648, 432}));
-  EXPECT_EQ(action_safe_area(575), (menu_rectangle{36, 30, 684, 546}));
-  EXPECT_EQ(title_safe_area(575), (menu_rectangle{72, 58, 648, 518}));
+  EXPECT_EQ(action_safe_rectangle(479), (menu_rectangle{36, 24, 684, 456}));
+  EXPECT_EQ(title_safe_rectangle(479), (menu_rectangle{72, 48, 648, 432}));
+  EXPECT_EQ(action_safe_rectangle(575), (menu_rectangle{36, 30, 684, 546}));
+  EXPECT_EQ(title_safe_rectangle(575), (menu_rectangle{72, 58, 648, 518}));
 }
 
 TEST(ButtonSnapping, EdgesAreDrawnToEdgesAndMiddlesToMiddles) {
