@@ -129,9 +129,9 @@ TEST_F(MenuButtonList, MenuAlignsWhatIsSelected) {
   open_three();
   click_button_row(0);
   press("shift+Down");
-  click_menu("place", "align left");
+  click_menu("adjust", "align left");
   EXPECT_EQ(shown_rows()[1], "cyan, white|exit|100, 200  140 x 60");
-  click_menu("place", "same width");
+  click_menu("adjust", "same width");
   EXPECT_EQ(shown_rows()[0], "yellow, white|jump title 1 chapter  1|100, 100  140 x 60");
 }
 

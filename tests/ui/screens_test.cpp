@@ -133,6 +133,8 @@ class Screens : public window_test {
   static void look_at(const char* name) {
     ASSERT_TRUE(window_comes(name)) << name;
     screenshot(std::string("screen-") + name);
+    // Windows that fill themselves take their place again after they have come.
+    wait_until([name] { return look_at_window(*control(name)).wrong().empty(); });
     EXPECT_EQ(ask_ui([name] { return look_at_window(*control(name)).wrong(); }), "") << name;
   }
   static void look_at_and_close(const char* name) {

@@ -204,7 +204,7 @@ wxStaticBitmap* menu_button_panel::make_image(const char* name, const char* tip)
 void menu_button_panel::add_bitmaps(wxGridBagSizer* grid) {
   Image1_ = make_image("Image1", "the highlight bitmap");
   Image2_ = make_image("Image2", "the select bitmap");
-  wxButton* removebmp = make_button(selected_, "removebmp", "&remove bmp", &menu_editor::removebmp);
+  wxButton* removebmp = make_button(selected_, "removebmp", "remove &bmp", &menu_editor::removebmp);
   removebmp->SetToolTip("revert back to a primitive underline/box");
   auto* pictures = new wxBoxSizer(wxHORIZONTAL);
   pictures->Add(Image1_, wxSizerFlags(1).Centre());

@@ -52,7 +52,7 @@ menu_editor_bar::menu_editor_bar(wxFrame& window, tell_event tell)
     : window_(window), tell_(std::move(tell)) {
   auto* bar = new wxMenuBar;
   bar->Append(make_buttons_menu(), "butt&ons");
-  bar->Append(make_place_menu(), "&place");
+  bar->Append(make_place_menu(), "ad&just");
   window.SetMenuBar(bar);
 }
 

@@ -17,7 +17,7 @@ namespace corvane {
 menu_view_bar::menu_view_bar(wxWindow* parent, std::function<void()> changed)
     : wxPanel(parent), changed_(std::move(changed)) {
   auto* row = new wxBoxSizer(wxHORIZONTAL);
-  pressed_ = make_check("showpressed", "sh&ow pressed",
+  pressed_ = make_check("showpressed", "show p&ressed",
                         "each button as it looks while it is pressed (its select colour)");
   safe_area_ = make_check("safearea", "sa&fe area",
                           "what every television shows (90 %) and where texts should stand (80 %)");
