@@ -393,7 +393,7 @@ TEST_F(Menus, EndOfTheSessionWaitsForTheFileDialogOfTheEditor) {
   choose_streams(real_video());
   ASSERT_TRUE(window_comes("tsmenu"));
   press("alt+a");
-  press("F4");  // the new one
+  press("F4");     // the new one
   press("alt+v");  // the advanced controls
   press("alt+u");
   const std::string title = "select a 4 bit bitmap image";
