@@ -2,6 +2,7 @@
 #include "authoring/map_layout.h"
 
 #include "authoring/random_maps.h"
+#include "support/made_menu.h"
 
 #include <gtest/gtest.h>
 
@@ -17,6 +18,7 @@
 namespace corvane {
 namespace {
 
+using testing_support::made_menu;
 using testing_support::random_disc;
 
 constexpr double near_enough = 0.01;
@@ -126,19 +128,9 @@ TEST(MapLayout, OrdersMenusSoThatNoArrowCrossesWhereNoneHasTo) {
   d.titles.resize(4);
   for (disc_title& title : d.titles)
     title.post = command_of("exit");
-  const auto add_menu = [&d](const std::vector<std::string>& actions) {
-    disc_menu menu;
-    menu.files = {"\\v\\m.m2v"};
-    for (const std::string& action : actions) {
-      disc_button button;
-      button.action = command_of(action);
-      menu.buttons.push_back(button);
-    }
-    d.menus.push_back(menu);
-  };
-  add_menu({"jump menu 3", "jump menu 2"});
-  add_menu({"jump title 4", "jump title 2"});
-  add_menu({"jump title 3", "jump title 1"});
+  d.menus.push_back(made_menu({"jump menu 3", "jump menu 2"}));
+  d.menus.push_back(made_menu({"jump title 4", "jump title 2"}));
+  d.menus.push_back(made_menu({"jump title 3", "jump title 1"}));
   const map_layout layout = lay_out(map_of(d, false));
   EXPECT_EQ(crossings(layout), 0);
 }

@@ -1,54 +1,29 @@
 // The module with the toolkit's letters: loaded with the first text, found beside the program or in
 // the library folder, needing no display, and told when it is not there. Shown with the program
 // measured_text, put there.
-#include "platform/files/program_folder.h"
-#include "support/temporary_folder.h"
+#include "support/installed_programs_posix.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <filesystem>
 #include <string>
 
 namespace corvane {
 namespace {
 
-namespace fs = std::filesystem;
 using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::string letters_module = "corvane-letters.so";
 
-class LetterModule : public testing::Test {
+class LetterModule : public testing_support::installed_programs {
  protected:
   LetterModule() : program_(place("measured_text")) {}
-
-  /// Copies a file that was built into a folder, and gives its path there.
-  std::string place(const std::string& file, const std::string& folder = "usr/bin") const {
-    const fs::path to = path_of(folder_.path(folder));
-    fs::create_directories(to);
-    fs::copy_file(path_of(own_executable()).parent_path() / file, to / file);
-    return text_of(to / file);
-  }
-
-  static std::string printed_by(const std::string& command) {
-    std::string output;
-    std::FILE* const pipe = ::popen((command + " 2>&1").c_str(), "r");
-    EXPECT_NE(pipe, nullptr) << command;
-    if (pipe == nullptr)
-      return output;
-    for (int c = 0; (c = std::fgetc(pipe)) != EOF;)
-      output += static_cast<char>(c);
-    ::pclose(pipe);
-    return output;
-  }
 
   std::string told() const {
     return printed_by("env -u DISPLAY -u WAYLAND_DISPLAY '" + program_ + "' Hello");
   }
 
-  testing_support::temporary_folder folder_;
   std::string program_;
 };
 

@@ -2,6 +2,7 @@
 #include "examine/disc_map.h"
 
 #include "disc/disc_description.h"
+#include "support/made_menu.h"
 
 #include <gtest/gtest.h>
 
@@ -24,14 +25,7 @@ class DiscMap : public ::testing::Test {
     }
   }
   void menu(const std::vector<std::string>& actions) {
-    disc_menu menu;
-    menu.files = {"\\v\\m.m2v"};
-    for (const std::string& action : actions) {
-      disc_button button;
-      button.action = command_of(action);
-      menu.buttons.push_back(button);
-    }
-    d_.menus.push_back(menu);
+    d_.menus.push_back(testing_support::made_menu(actions));
   }
   void after(int title, const std::string& command) {
     d_.titles[static_cast<std::size_t>(title) - 1].post = command_of(command);

@@ -2,23 +2,15 @@
 // the frame that is cut, gaps lie in the stream one after the other, and nothing depends on the
 // slices.
 #include "examine/audio_facts.h"
+#include "must.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 
 namespace {
 
 using corvane::audio_facts;
-
-void must(bool holds, const char* what) {
-  if (holds)
-    return;
-  std::fprintf(stderr, "does not hold: %s\n", what);
-  std::abort();
-}
 
 audio_facts facts_of(const std::uint8_t* data, std::size_t size, std::size_t slice) {
   corvane::audio_scanner scanner;

@@ -3,24 +3,12 @@
 #include "menus/maker/menu_design.h"
 #include "menus/maker/menu_memory.h"
 #include "menus/maker/page_rows.h"
+#include "must.h"
 #include "platform/text/utf8.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string_view>
-
-namespace {
-
-void must(bool holds, const char* what) {
-  if (holds)
-    return;
-  std::fprintf(stderr, "does not hold: %s\n", what);
-  std::abort();
-}
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);

@@ -8,25 +8,17 @@
 #include "formats/subpicture.h"
 #include "formats/vm_command.h"
 #include "formats/vm_machine.h"
+#include "must.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <span>
 #include <vector>
 
 namespace {
 
 using bytes = std::span<const std::uint8_t>;
-
-void must(bool holds, const char* what) {
-  if (holds)
-    return;
-  std::fprintf(stderr, "does not hold: %s\n", what);
-  std::abort();
-}
 
 void check_commands(const std::vector<corvane::vm_command>& commands) {
   for (const corvane::vm_command& command : commands) {

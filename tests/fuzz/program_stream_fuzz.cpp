@@ -1,12 +1,11 @@
 // Any bytes as a program stream, in slices of any size: the facts do not depend on the slices, each
 // byte is counted once at most, places lie in the stream, and no list grows without an end.
 #include "examine/program_stream_facts.h"
+#include "must.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <utility>
 
 namespace {
@@ -14,13 +13,6 @@ namespace {
 using corvane::inner_stream;
 using corvane::inner_streams;
 using corvane::program_stream_facts;
-
-void must(bool holds, const char* what) {
-  if (holds)
-    return;
-  std::fprintf(stderr, "does not hold: %s\n", what);
-  std::abort();
-}
 
 program_stream_facts facts_of(const std::uint8_t* data, std::size_t size, std::size_t slice,
                               inner_streams which) {

@@ -1,23 +1,15 @@
 // Any bytes as a project file: they are refused with a reason, or they are a project whose own text
 // reads back as the same.
 #include "formats/numbers.h"
+#include "must.h"
 #include "project/project_file.h"
 #include "project/project_text.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string_view>
 
 namespace {
-
-void must(bool holds, const char* what) {
-  if (holds)
-    return;
-  std::fprintf(stderr, "does not hold: %s\n", what);
-  std::abort();
-}
 
 corvane::project project_of(const corvane::loaded_project& l) {
   corvane::project p;

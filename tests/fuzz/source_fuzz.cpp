@@ -2,24 +2,16 @@
 // reckoned with or a reason, and a picture of it fits where it is to go.
 #include "media/cut_short.h"
 #include "media/source_reader.h"
+#include "must.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <optional>
 
 namespace {
-
-void must(bool holds, const char* what) {
-  if (holds)
-    return;
-  std::fprintf(stderr, "does not hold: %s\n", what);
-  std::abort();
-}
 
 class given_bytes : public corvane::source_bytes {
  public:

@@ -3,27 +3,19 @@
 #include "examine/video_facts.h"
 #include "formats/start_code_mask.h"
 #include "formats/video_index.h"
+#include "must.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <numeric>
 
 namespace {
 
 using corvane::counted_list;
 using corvane::video_facts;
-
-void must(bool holds, const char* what) {
-  if (holds)
-    return;
-  std::fprintf(stderr, "does not hold: %s\n", what);
-  std::abort();
-}
 
 video_facts facts_of(const std::uint8_t* data, std::size_t size, std::size_t slice) {
   corvane::video_scanner scanner;

@@ -3,24 +3,16 @@
 // not depend on the slices.
 #include "formats/program_stream.h"
 #include "formats/video_index.h"
+#include "must.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <vector>
 
 namespace {
 
 using corvane::video_index;
-
-void must(bool holds, const char* what) {
-  if (holds)
-    return;
-  std::fprintf(stderr, "does not hold: %s\n", what);
-  std::abort();
-}
 
 video_index index_of(const std::uint8_t* data, std::size_t size, std::size_t slice) {
   corvane::video_index_builder builder;
