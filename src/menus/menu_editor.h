@@ -150,6 +150,10 @@ class menu_editor {
   /// them. Without, it is chosen, and those selected with it stay so, to be moved together.
   void press(int index, bool more);
 
+  /// The same without a pointer: presses on the button behind the chosen one, or before it, as long
+  /// as there is one. Where none is chosen, on the first, or the last.
+  void press_next(bool back, bool more);
+
   // The order of the buttons: numbers and actions go along.
   void move_up();
   void move_down();
@@ -176,6 +180,8 @@ class menu_editor {
     bool no_more_actions = false;  ///< there are no more titles or chapters
   };
   repeat_outlook outlook(const repetition& how) const;
+  /// What is most likely wanted of the chosen one.
+  action_count usual_repetition() const;
   void repeat(const repetition& how);
 
   /// The user closes the window. True: it may close; what was changed is kept, or he discards it,

@@ -111,6 +111,19 @@ void menu_editor::press(int index, bool more) {
   }
 }
 
+void menu_editor::press_next(bool back, bool more) {
+  const int step = back ? -1 : 1, count = UUBound(c_.List1) + 1;
+  int next = c_.Combo2_index >= 0 ? c_.Combo2_index + step : back ? count - 1 : 0;
+  while (next >= 0 && next < count && trim(c_.List1[static_cast<std::size_t>(next)]).empty())
+    next += step;
+  if (next < 0 || next >= count)
+    return;
+  if (more)
+    press(next, true);
+  else
+    choose(next);
+}
+
 std::vector<menu_rectangle> menu_editor::places_of(const std::vector<int>& buttons) const {
   std::vector<menu_rectangle> places;
   places.reserve(buttons.size());
@@ -293,6 +306,13 @@ menu_editor::repeat_outlook menu_editor::outlook(const repetition& how) const {
   o.picture_is_full = static_cast<int>(fit) < o.wanted;
   o.no_more_actions = static_cast<int>(actions) < o.wanted;
   return o;
+}
+
+action_count menu_editor::usual_repetition() const {
+  if (c_.Combo2_index < 0)
+    return action_count::chapters;
+  const std::string& record = c_.List1[static_cast<std::size_t>(c_.Combo2_index)];
+  return usual_count(parse_button(record).action, chapter_counts());
 }
 
 void menu_editor::repeat(const repetition& how) {

@@ -90,4 +90,13 @@ std::vector<std::string> repeated_actions(const std::string& first, action_count
   return actions;
 }
 
+action_count usual_count(const std::string& first, const std::vector<int>& chapters) {
+  const std::optional<title_action> action = title_action_of(first);
+  if (!action || action->chapter > 1)
+    return action_count::chapters;
+  const bool known = action->title >= 1 && action->title <= static_cast<int>(chapters.size());
+  const bool has_others = known && chapters[static_cast<std::size_t>(action->title) - 1] > 1;
+  return action->chapter == 0 || !has_others ? action_count::titles : action_count::chapters;
+}
+
 }  // namespace corvane

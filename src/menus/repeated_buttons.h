@@ -31,4 +31,8 @@ std::vector<menu_rectangle> repeated_places(const menu_rectangle& first, const r
 std::vector<std::string> repeated_actions(const std::string& first, action_count how,
                                           const std::vector<int>& chapters, std::size_t count);
 
+/// What is most likely wanted of a button that does this: of one that begins a title, and names no
+/// chapter or the only one, the titles; else the chapters.
+action_count usual_count(const std::string& first, const std::vector<int>& chapters);
+
 }  // namespace corvane

@@ -87,6 +87,24 @@ TEST_F(MenuEditorSelection, PressWithMoreJoinsAndLeavesAndWithoutKeepsThemTogeth
   EXPECT_EQ(e.selected(), indices{1});
 }
 
+TEST_F(MenuEditorSelection, PressWithoutAPointerGoesFromButtonToButton) {
+  menu_editor& e = edit(record_at(0, 0, 9, 3) + "| |" + record_at(0, 9, 9, 12));
+  e.press_next(false, false);
+  EXPECT_EQ(e.selected(), indices{0});
+  e.press_next(false, true);  // the blank one is none
+  EXPECT_EQ(e.selected(), (indices{0, 2}));
+  EXPECT_EQ(shown().button, "3");
+  e.press_next(false, false);  // there is none behind the last
+  EXPECT_EQ(e.selected(), (indices{0, 2}));
+  e.press_next(true, false);
+  EXPECT_EQ(e.selected(), indices{0});
+  e.press_next(true, true);
+  EXPECT_EQ(e.selected(), indices{0});
+  menu_editor& none = edit(record_at(0, 0, 9, 3) + "|" + record_at(0, 9, 9, 12));
+  none.press_next(true, false);
+  EXPECT_EQ(none.selected(), indices{1});
+}
+
 TEST_F(MenuEditorSelection, SelectedButtonsMoveTogetherAndStopTogetherAtTheEdge) {
   menu_editor& e = edit_three();
   e.select({0, 2}, 0);
@@ -104,6 +122,25 @@ TEST_F(MenuEditorSelection, SelectedButtonsMoveTogetherAndStopTogetherAtTheEdge)
   EXPECT_EQ(e.selected(), (indices{0, 2}));
 }
 
+TEST_F(MenuEditorSelection, ButtonsBesideEachOtherStopTogetherAtTheEdge) {
+  menu_editor& e = edit(record_at(100, 100, 200, 140) + "|" + record_at(300, 100, 400, 140));
+  e.select_all();
+  e.move_by(-500, 0);
+  EXPECT_EQ(at(0), "0,100-100,140 exit");
+  EXPECT_EQ(at(1), "200,100-300,140 exit");
+}
+
+TEST_F(MenuEditorSelection, DraggedButtonsDoNotDrawEachOther) {
+  menu_editor& e = edit(record_at(200, 100, 250, 120) + "|" + record_at(400, 200, 450, 220));
+  e.select_all();
+  e.begin_drag();
+  e.move_to(402, 202);
+  EXPECT_EQ(at(0), "202,102-252,122 exit");
+  e.move_to(404, 204);  // those that it left a moment ago do not, either
+  EXPECT_EQ(at(1), "404,204-454,224 exit");
+  e.end_drag();
+}
+
 TEST_F(MenuEditorSelection, DragIsDrawnToLinesAndTellsThem) {
   menu_editor& e = edit_three();
   e.choose(2);
@@ -114,6 +151,8 @@ TEST_F(MenuEditorSelection, DragIsDrawnToLinesAndTellsThem) {
   e.move_to(400, 301);
   EXPECT_EQ(at(2), "400,300-500,340 three");  // on an even line
   EXPECT_TRUE(e.guides().empty());
+  e.move_to(198, 161);
+  EXPECT_FALSE(e.guides().empty());
   e.hold({.free = true});
   e.move_to(198, 161);
   EXPECT_EQ(at(2), "198,161-298,201 three");
@@ -209,6 +248,18 @@ TEST_F(MenuEditorSelection, CommandsPlaceTheSelectedAndAreSteps) {
   }
 }
 
+TEST_F(MenuEditorSelection, TheChosenOneGivesItsSize) {
+  menu_editor& e = edit_three();
+  e.choose(1);
+  e.slide_width(60);
+  e.slide_height(30);
+  e.select({0, 1, 2}, 1);
+  e.make_same_width();
+  e.make_same_height();
+  EXPECT_EQ(at(0), "100,100-160,130 one");
+  EXPECT_EQ(at(2), "100,220-160,250 three");
+}
+
 TEST_F(MenuEditorSelection, BitmapsKeepTheirSize) {
   menu_editor& e =
       edit(record_at(100, 100, 200, 140) + "| 300/ 300/ 350/ 320/exit/\\a\\b.bmp/\\a\\b.bmp");
@@ -224,6 +275,8 @@ TEST_F(MenuEditorSelection, OrderChangesWithActionsAndKeepsWhatIsChosen) {
   menu_editor& e = edit_three();
   e.move_down();
   EXPECT_EQ(actions(), (rows{"two", "one", "three"}));
+  EXPECT_EQ(e.undo_name(), "button 2 down in the list");
+  EXPECT_FALSE(e.shows_another());
   EXPECT_EQ(shown().button, "2");
   EXPECT_EQ(shown().Combo1, "one");
   e.scroll_x(7);
@@ -237,6 +290,7 @@ TEST_F(MenuEditorSelection, OrderChangesWithActionsAndKeepsWhatIsChosen) {
   e.move_up();
   EXPECT_EQ(actions(), (rows{"three", "one", "two"}));
   EXPECT_EQ(e.selected(), (indices{0, 1}));
+  EXPECT_EQ(e.undo_name(), "2 buttons up in the list");
   e.undo();
   EXPECT_EQ(actions(), (rows{"two", "three", "one"}));
 }
@@ -270,6 +324,7 @@ TEST_F(MenuEditorSelection, DeletingSeveralChoosesTheNext) {
   e.choose(2);
   e.delete_selected();
   EXPECT_EQ(actions(), (rows{"one", "two"}));
+  EXPECT_EQ(shown().button, "2");
 }
 
 TEST_F(MenuEditorSelection, CopiesStandBelowOrBesideAndAreSelected) {
@@ -294,7 +349,10 @@ TEST_F(MenuEditorSelection, CopiesStandBelowOrBesideAndAreSelected) {
 TEST_F(MenuEditorSelection, RepeatedButtonsGoOnWithTheNextChapters) {
   add_files_and_title({"one.vob"});
   p.chapters = {"00:00:00.00,00:05:00.00,00:10:00.00"};
-  menu_editor& e = edit_first(" 100/ 100/ 200/ 140/jump title 1 chapter  1/cyan/white");
+  menu_editor& e = edit_first(" 100/ 100/ 200/ 140/jump title 1/cyan/white");
+  EXPECT_EQ(e.usual_repetition(), action_count::titles);
+  e.set_action("jump title 1 chapter  1");
+  EXPECT_EQ(e.usual_repetition(), action_count::chapters);
   const repetition four{.across = 2, .down = 2, .gap_across = 20, .gap_down = 10};
   EXPECT_EQ(e.outlook(four).wanted, 4);
   EXPECT_EQ(e.outlook(four).made, 3);

@@ -26,8 +26,8 @@ TEST(RepeatedButtons, RowColumnAndGridStandByRows) {
 TEST(RepeatedButtons, OnEvenLinesAllStay) {
   EXPECT_EQ(repeated_places({0, 50, 9, 80}, {.down = 3, .gap_down = 5}, 479),
             (places{{0, 50, 9, 80}, {0, 86, 9, 116}, {0, 122, 9, 152}}));
-  EXPECT_EQ(repeated_places({0, 51, 9, 80}, {.down = 2, .gap_down = 5}, 479),
-            (places{{0, 51, 9, 80}, {0, 85, 9, 114}}));
+  EXPECT_EQ(repeated_places({0, 51, 9, 80}, {.down = 2, .gap_down = 6}, 479),
+            (places{{0, 51, 9, 80}, {0, 86, 9, 115}}));
 }
 
 TEST(RepeatedButtons, ThoseThatReachOutOfThePictureAreLeftOut) {
@@ -45,6 +45,7 @@ TEST(RepeatedButtons, EachDoesTheNextThingAsLongAsThereIsOne) {
     texts wanted;
   } table[] = {
       {"jump title 1", action_count::titles, {"jump title 1", "jump title 2", "jump title 3"}},
+      {"jump title  1", action_count::titles, {"jump title  1", "jump title 2", "jump title 3"}},
       {"jump title 2 chapter  1",
        action_count::titles,
        {"jump title 2 chapter  1", "jump title 3 chapter  1"}},
@@ -65,6 +66,24 @@ TEST(RepeatedButtons, EachDoesTheNextThingAsLongAsThereIsOne) {
   for (const auto& row : table)
     EXPECT_EQ(repeated_actions(row.first, row.how, chapters, 6), row.wanted) << row.first;
   EXPECT_EQ(repeated_actions("jump title 1", action_count::titles, chapters, 2).size(), 2u);
+}
+
+TEST(RepeatedButtons, TitlesAreOfferedWhereAChapterIsNotWhatGoesOn) {
+  const std::vector<int> chapters = {3, 1, 2};
+  const struct {
+    const char* first;
+    action_count usual;
+  } table[] = {
+      {"jump title 1", action_count::titles},
+      {"jump title 1 chapter  1", action_count::chapters},
+      {"jump title 2 chapter  1", action_count::titles},
+      {"jump title 3 chapter  2", action_count::chapters},
+      {"jump title 9 chapter  1", action_count::titles},
+      {"jump title 2 chapter  3", action_count::chapters},
+      {"exit", action_count::chapters},
+  };
+  for (const auto& row : table)
+    EXPECT_EQ(usual_count(row.first, chapters), row.usual) << row.first;
 }
 
 }  // namespace

@@ -102,6 +102,10 @@ void menu_button_list::bind_list() {
   });
 }
 
+wxWindow& menu_button_list::list() {
+  return *list_;
+}
+
 bool menu_button_list::has_keyboard() const {
   const wxWindow* focus = FindFocus();
   return focus != nullptr && (focus == list_ || focus->GetParent() == list_);

@@ -22,6 +22,7 @@ class menu_button_list : public wxPanel {
   /// A button that was just added is not selected here, so that a click picks it.
   void show(const menu_editor& editor);
 
+  wxWindow& list();
   bool has_keyboard() const;
 
   /// Uses the keys that do more than select; false: it is none of them.

@@ -4,6 +4,7 @@
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/labelled.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/letter_choice.h"
 #include "ui/widgets/pick_list.h"
 #include "ui/widgets/wheel.h"
 #include "ui/widgets/wx_text.h"
@@ -161,6 +162,7 @@ wxChoice* menu_button_panel::make_colour_list(const char* name, text_setter pick
       new wxChoice(selected_, wxID_ANY, wxDefaultPosition, wxDefaultSize, wx_rows(button_colours));
   name_control(*list, name);
   let_wheel_pass(*list);
+  let_letters_choose(*list);
   list->Bind(wxEVT_CHOICE, [this, pick](wxCommandEvent& event) {
     const std::string colour = utf8_of(event.GetString());
     tell_([pick, colour](menu_editor& editor) { (editor.*pick)(colour); });

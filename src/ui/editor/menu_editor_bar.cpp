@@ -77,7 +77,7 @@ wxMenu* menu_editor_bar::make_buttons_menu() {
       shows_another, &menu_editor::pick_added);
   add(menu, "dupli&cate\tCtrl+D", "adds copies of the selected buttons, below or beside them",
       has_chosen_button, &menu_editor::duplicate);
-  add(menu, "re&peat...", "adds a row, a column or a grid of buttons like the chosen one",
+  add(menu, "re&peat...\tCtrl+R", "adds a row, a column or a grid of buttons like the chosen one",
       has_chosen_button, [this](menu_editor& editor) {
         if (const std::optional<repetition> how = ask_repetition(window_, editor))
           editor.repeat(*how);

@@ -4,6 +4,11 @@
 #include "ui/editor/menu_picture.h"
 #include "ui/editor/menu_picture_area.h"
 
+#include <wx/dataview.h>
+
+#include <cstddef>
+#include <iterator>
+
 namespace corvane {
 namespace {
 
@@ -54,15 +59,35 @@ bool tsmenu::use_key(const wxKeyEvent& event) {
     tell(&menu_editor::redo);
     return true;
   }
+  if (key == WXK_F6 && (modifiers == wxMOD_NONE || modifiers == wxMOD_SHIFT)) {
+    give_keyboard_on(modifiers == wxMOD_SHIFT);
+    return true;
+  }
   if (list_->has_keyboard())
     return list_->use_key(key, modifiers);
   return FindFocus() == &area_->picture() && use_key_in_picture(key, modifiers);
+}
+
+/// From the picture to the list of buttons, to the controls, and round again.
+void tsmenu::give_keyboard_on(bool back) {
+  wxWindow* const parts[] = {&area_->picture(), &list_->list(), FindWindow("Command1")};
+  std::size_t now = 2;
+  if (FindFocus() == parts[0])
+    now = 0;
+  else if (list_->has_keyboard())
+    now = 1;
+  parts[(now + (back ? 2 : 1)) % std::size(parts)]->SetFocus();
 }
 
 // The picture itself knows the arrow keys and those with Shift.
 bool tsmenu::use_key_in_picture(int key, int modifiers) {
   if ((key == WXK_DELETE || key == WXK_NUMPAD_DELETE) && modifiers == wxMOD_NONE) {
     tell(&menu_editor::delete_selected);
+    return true;
+  }
+  if ((key == WXK_PAGEUP || key == WXK_PAGEDOWN) && (modifiers & ~wxMOD_SHIFT) == 0) {
+    const bool back = key == WXK_PAGEUP, more = modifiers == wxMOD_SHIFT;
+    tell([back, more](menu_editor& editor) { editor.press_next(back, more); });
     return true;
   }
   const key_direction to = direction_of(key);

@@ -54,6 +54,7 @@ class tsmenu : public wxFrame {
   void bind_keys();
   bool use_key(const wxKeyEvent& event);
   bool use_key_in_picture(int key, int modifiers);
+  void give_keyboard_on(bool back);
 
   lent_project lent_;
   media_pictures pictures_;

@@ -5,6 +5,7 @@
 #include "ui/widgets/icons.h"
 #include "ui/widgets/labelled.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/letter_choice.h"
 #include "ui/widgets/wheel.h"
 
 #include <wx/button.h>
@@ -93,9 +94,10 @@ void repeat_dialog::make_actions(wxSizer* grid) {
   actions_ = new wxChoice(this, wxID_ANY);
   for (const char* entry : {"all do the same", "the next title each", "the next chapter each"})
     actions_->Append(entry);
-  actions_->SetSelection(static_cast<int>(action_count::chapters));
+  actions_->SetSelection(static_cast<int>(editor_.usual_repetition()));
   name_control(*actions_, "actions");
   let_wheel_pass(*actions_);
+  let_letters_choose(*actions_);
   actions_->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) { show_outlook(); });
   label_leads_to(text, actions_);
   grid->Add(text, wxSizerFlags().CentreVertical());

@@ -3,6 +3,7 @@
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/labelled.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/letter_choice.h"
 #include "ui/widgets/wheel.h"
 
 #include <wx/checkbox.h>
@@ -56,6 +57,7 @@ wxChoice* menu_view_bar::make_choice(wxSizer* row, const char* name, const char*
   choice->SetToolTip(tip);
   choice->SetSelection(0);
   let_wheel_pass(*choice);
+  let_letters_choose(*choice);
   label_leads_to(text, choice);
   choice->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) { changed_(); });
   const wxSizerFlags next = wxSizerFlags().CentreVertical();
