@@ -177,6 +177,21 @@ view_size zoomed_view(const view_size& full, int times) {
   return {full.width * times, full.height * times};
 }
 
+int scrolled_to_show(const seen_span& seen, int from, int to, bool end) {
+  if (to - from > seen.room)
+    (end ? from : to) = end ? to - seen.room : from + seen.room;
+  if (from < seen.origin)
+    return from;
+  return std::max(seen.origin, to - seen.room);
+}
+
+int scroll_of_drag(const seen_span& seen, int at, int near, int most) {
+  const int before = at - (seen.origin + near), behind = at - (seen.origin + seen.room - near);
+  if (before < 0)
+    return std::max(before, -most);
+  return std::clamp(behind, 0, most);
+}
+
 std::vector<std::uint8_t> view_of(const video_pixels& video, const overlay_picture& overlay,
                                   const view_size& shown, const view_part& part) {
   std::vector<std::uint8_t> out(static_cast<std::size_t>(std::max(part.width, 0)) *

@@ -25,6 +25,19 @@ view_size fitted_view(const view_size& full, const view_size& room);
 /// That size, so many times as large.
 view_size zoomed_view(const view_size& full, int times);
 
+/// What of a length is seen: `room` of it, from `origin` on.
+struct seen_span {
+  int origin = 0, room = 0;
+};
+
+/// Where what is seen begins after it was scrolled as little as can be so that the span from `from`
+/// to `to` is in sight. Of one that is longer than the room its end is, or its begin.
+int scrolled_to_show(const seen_span& seen, int from, int to, bool end);
+
+/// How far a picture is scrolled at a time while what is dragged is held at `at`, so near to an end
+/// of what is seen or beyond it: the further out, the faster, up to `most`. 0: not at all.
+int scroll_of_drag(const seen_span& seen, int at, int near, int most);
+
 /// A rectangle of what is shown, in pixels.
 struct view_part {
   int x = 0, y = 0, width = 0, height = 0;

@@ -73,6 +73,24 @@ TEST(MenuView, WholeNumbersKeepTheDotsEdges) {
 }
 
 // A frame's single line does not go because the picture is small.
+TEST(MenuView, VideoIsSmoothedFromTheMiddlesOfItsPixels) {
+  const std::vector<std::uint8_t> video = {0, 0, 0, 255, 255, 255};
+  const auto bytes = view_of({2, 1, video.data()}, {}, {4, 1}, {0, 0, 4, 1});
+  for (const auto& [x, grey] : {std::pair{0, 0}, {1, 64}, {2, 191}, {3, 255}})
+    EXPECT_EQ(at(bytes, 4, x, 0)[0], grey) << x;
+}
+
+TEST(MenuView, PixelThatCutsADotTakesThatPartOfItsColour) {
+  overlay_picture o = clear_overlay();
+  for (int y = 0; y < 480; ++y)
+    set_dot(o, 103, y, white);
+  // Three dots are two pixels: half of this one belongs to each of its two.
+  const auto bytes = view_of({}, o, {480, 480}, {67, 100, 3, 1});
+  EXPECT_EQ(at(bytes, 3, 0, 0)[0], 52);
+  EXPECT_EQ(at(bytes, 3, 1, 0)[0], 120);  // a third of the way from 52 to 255
+  EXPECT_EQ(at(bytes, 3, 2, 0)[0], 120);
+}
+
 TEST(MenuView, SmallerPictureShowsEveryDotByItsPart) {
   overlay_picture o = clear_overlay();
   for (int x = 0; x < 720; ++x)
@@ -121,6 +139,35 @@ TEST(MenuShape, MenuPixelsComeBackFromEveryShape) {
               << lines << " " << width << " " << times;
         }
       }
+}
+
+TEST(MenuScroll, BringsASpanIntoSightWithTheLeastScrolling) {
+  const seen_span seen{100, 400};  // 100 to 500
+  EXPECT_EQ(scrolled_to_show(seen, 100, 500, false), 100);
+  EXPECT_EQ(scrolled_to_show(seen, 200, 260, true), 100);
+  EXPECT_EQ(scrolled_to_show(seen, 480, 560, false), 160);
+  EXPECT_EQ(scrolled_to_show(seen, 480, 560, true), 160);
+  EXPECT_EQ(scrolled_to_show(seen, 40, 90, false), 40);
+  EXPECT_EQ(scrolled_to_show(seen, -10, 30, true), -10);
+}
+
+TEST(MenuScroll, OfALongerSpanBringsTheWantedEndIntoSight) {
+  const seen_span seen{100, 400};
+  EXPECT_EQ(scrolled_to_show(seen, 200, 800, false), 200);
+  EXPECT_EQ(scrolled_to_show(seen, 200, 800, true), 400);
+  EXPECT_EQ(scrolled_to_show(seen, 0, 450, false), 0);
+  EXPECT_EQ(scrolled_to_show(seen, 0, 450, true), 50);
+}
+
+TEST(MenuScroll, DragScrollsTheFasterTheFurtherOutItIsHeld) {
+  const seen_span seen{0, 400};
+  for (const int inside : {8, 200, 392})
+    EXPECT_EQ(scroll_of_drag(seen, inside, 8, 40), 0) << inside;
+  EXPECT_EQ(scroll_of_drag(seen, 395, 8, 40), 3);
+  EXPECT_EQ(scroll_of_drag(seen, 420, 8, 40), 28);
+  EXPECT_EQ(scroll_of_drag(seen, 900, 8, 40), 40);
+  EXPECT_EQ(scroll_of_drag(seen, 5, 8, 40), -3);
+  EXPECT_EQ(scroll_of_drag(seen, -900, 8, 40), -40);
 }
 
 }  // namespace

@@ -223,6 +223,10 @@ std::optional<wxRect> tip_on_screen() {
   return place;
 }
 
+int display_scale() {
+  return gdk_window_get_scale_factor(gdk_get_default_root_window());
+}
+
 wxColour colour_at(wxPoint screen) {
   GdkPixbuf* pixel =
       gdk_pixbuf_get_from_window(gdk_get_default_root_window(), screen.x, screen.y, 1, 1);

@@ -41,6 +41,9 @@ bool filter_offers(const std::string& file_name);
 /// Where the tool tip that is shown stands on the screen.
 std::optional<wxRect> tip_on_screen();
 
+/// How many pixels of the display are one of the toolkit's, each way (GDK_SCALE).
+int display_scale();
+
 /// The colour of a pixel of the screen.
 wxColour colour_at(wxPoint screen);
 

@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 #include <wx/choice.h>
+#include <wx/textctrl.h>
 
 #include <algorithm>
 #include <chrono>
@@ -53,6 +54,12 @@ class MenuViews : public menu_editor_test {
   }
   static int zoom() {
     return ask_ui([] { return dynamic_cast<wxChoice*>(control("zoom"))->GetSelection(); });
+  }
+  static wxPoint scrolled() {
+    return ask_ui([] {
+      const wxWindow* picture = control("MediaPlayer1");
+      return wxPoint(picture->GetScrollPos(wxHORIZONTAL), picture->GetScrollPos(wxVERTICAL));
+    });
   }
   static void maximize() {
     on_ui([] { dynamic_cast<wxTopLevelWindow*>(control("tsmenu"))->Maximize(); });
@@ -241,6 +248,55 @@ TEST_F(MenuViews, ZoomedPictureIsScrolledAndItsDotsAreCrisp) {
   EXPECT_FALSE(seen_at(corner + wxPoint(120, 44)) == yellow);
   drag(corner + wxPoint(100, 100), corner + wxPoint(140, 120));
   EXPECT_EQ(place(), "24 30 100 60");
+}
+
+// At 400 % of a button at the left edge only what stands beside it is seen.
+TEST_F(MenuViews, ZoomedPictureScrollsAlongWithADraggedButton) {
+  open_with({" 4/ 20/ 104/ 80/exit/yellow/white"});
+  choose(1);
+  pick("zoom", 4);
+  press("F6");
+  press("Right");  // brings it into sight
+  const wxPoint corner = scrolled();
+  EXPECT_LE(corner.x, 4 * 4);
+  EXPECT_LE(corner.y, 4 * 20);
+  const wxRect picture = picture_on_screen();
+  const wxPoint inside = picture.GetTopLeft() + wxPoint(200, 200);
+  const auto button_is_at = [](const char* place) {
+    return dynamic_cast<wxTextCtrl*>(control("leftpos"))->GetValue() == place;
+  };
+  drag_until(inside, picture.GetTopLeft() + wxPoint(picture.width + 20, 200),
+             [&] { return button_is_at(" 619"); });
+  EXPECT_EQ(scrolled().x, 4 * 720 - picture.width);
+  EXPECT_EQ(scrolled().y, corner.y);
+  EXPECT_TRUE(
+      becomes(picture.GetTopLeft() + wxPoint(picture.width - 150, 4 * 20 - corner.y + 2), yellow));
+  screenshot("menu-views-dragged-along");
+  const wxPoint there = picture.GetTopLeft() + wxPoint(picture.width - 200, 200);
+  drag_until(there, picture.GetTopLeft() + wxPoint(-20, 200), [&] { return button_is_at(" 0"); });
+  EXPECT_EQ(scrolled(), wxPoint(0, corner.y));
+}
+
+TEST_F(MenuViews, ButtonThatKeysMoveOrPickStaysInSight) {
+  open_with({" 4/ 20/ 104/ 80/exit/yellow/white", " 600/ 400/ 700/ 460/exit/cyan/magenta"});
+  pick("zoom", 4);
+  press("F6");
+  press("Next");
+  press("Next");
+  const wxSize room = picture_on_screen().GetSize();
+  const wxPoint of_second = scrolled();
+  EXPECT_GE(of_second.x, 4 * 700 - room.x);
+  EXPECT_LE(of_second.x, 4 * 600);
+  EXPECT_GE(of_second.y, 4 * 460 - room.y);
+  press("Prior");
+  EXPECT_LE(scrolled().x, 4 * 4);
+  EXPECT_LE(scrolled().y, 4 * 20);
+  for (int i = 0; i < 20; ++i)
+    press("ctrl+Right");
+  EXPECT_EQ(place(), "204 20 100 60");
+  EXPECT_GE(scrolled().x, 4 * 304 - room.x);
+  press("ctrl+z");
+  EXPECT_LE(scrolled().x, 4 * 4);
 }
 
 TEST_F(MenuViews, SpacePlaysAndADragStops) {

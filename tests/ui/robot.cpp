@@ -46,8 +46,10 @@ void let_it_happen() {
   on_ui([] {});
 }
 
+/// As xdotool wants it: in pixels of the display.
 std::string at(wxPoint p) {
-  return std::to_string(p.x) + " " + std::to_string(p.y);
+  static const int scale = ask_ui([] { return display_scale(); });
+  return std::to_string(p.x * scale) + " " + std::to_string(p.y * scale);
 }
 
 struct last_press {
@@ -196,6 +198,10 @@ void turn_wheel_at(wxPoint screen, wheel way, int notches) {
 }
 
 void drag(wxPoint from, wxPoint to) {
+  drag_until(from, to, nullptr);
+}
+
+void drag_until(wxPoint from, wxPoint to, const std::function<bool()>& condition) {
   constexpr int steps = 5;
   keep_from_double_click(from);
   xdotool("mousemove " + at(from));
@@ -206,6 +212,11 @@ void drag(wxPoint from, wxPoint to) {
     xdotool("mousemove " + at(from + (to - from) * step / steps));
   }
   let_it_happen();
+  // No hand holds still, and GTK does not pass on every motion of a pointer that then does.
+  for (int i = 0; condition && i < 150 && !ask_ui(condition); ++i) {
+    xdotool("mousemove " + at(to + wxPoint(i % 2, 0)));
+    pause_for(std::chrono::milliseconds(100));
+  }
   xdotool("mouseup 1");
   note_press(to);
   let_it_happen();

@@ -38,6 +38,8 @@ void double_click_at(wxPoint screen);
 void right_click_at(wxPoint screen);
 void hover_at(wxPoint screen);
 void drag(wxPoint from, wxPoint to);  ///< in a few steps, as a hand does
+/// Holds it there until a condition, tried in the main thread, holds.
+void drag_until(wxPoint from, wxPoint to, const std::function<bool()>& condition);
 enum class wheel { up, down };
 void turn_wheel_at(wxPoint screen, wheel way, int notches = 1);
 void press(const std::string& keys);  ///< as xdotool names them: "ctrl+s", "Return"

@@ -65,6 +65,7 @@ menu_picture::menu_picture(wxWindow* parent, const menu_editor& editor, tell_eve
   Bind(wxEVT_LEFT_UP, [this](wxMouseEvent&) { end_drag(); });
   Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { end_drag(); });
   Bind(wxEVT_KEY_DOWN, &menu_picture::on_key, this);
+  drag_scrolls_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { go_on_scrolling(); });
   for (const auto& type : {wxEVT_SET_FOCUS, wxEVT_KILL_FOCUS})
     Bind(type, [this](wxFocusEvent& event) {
       CallAfter([this] { show_buttons(); });
@@ -144,6 +145,7 @@ void menu_picture::show_buttons() {
   show_outline();
   show_others();
   show_guides();
+  follow_outline();
 }
 
 /// The place of dots in the picture, with what a pixel there may show of its neighbours.
@@ -299,6 +301,20 @@ void menu_picture::scroll_to(wxPoint origin) {
   arrange_scrolling();
   if (origin_ != before)
     Refresh(false);
+}
+
+/// What the outline shows now, and did not before, comes into sight.
+void menu_picture::follow_outline() {
+  const std::optional<menu_rectangle> before = std::exchange(followed_, editor_.outline());
+  if (!outline_ || followed_ == before || pointing_)
+    return;
+  // Of a button that is larger than the room, the edge that was moved.
+  const bool right = before && before->x0 == followed_->x0 && before->x1 != followed_->x1;
+  const bool bottom = before && before->y0 == followed_->y0 && before->y1 != followed_->y1;
+  const wxSize room = GetClientSize();
+  const wxRect place = outline_extent(outline_->place, unit());
+  scroll_to({scrolled_to_show({origin_.x, room.x}, place.x, place.x + place.width, right),
+             scrolled_to_show({origin_.y, room.y}, place.y, place.y + place.height, bottom)});
 }
 
 void menu_picture::on_scroll(wxScrollWinEvent& event) {

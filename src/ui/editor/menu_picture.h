@@ -3,7 +3,8 @@
 // selected button and picks another one; the arrow keys move it by a pixel, with Shift size it.
 //
 // It shows what the editor's model says and tells it what the user did; it decides nothing itself.
-// A picture that is larger than this window is scrolled.
+// A picture that is larger than this window is scrolled, and scrolls along with a button that is
+// dragged, moved or picked beyond what is seen of it.
 #pragma once
 
 #include "menus/menu_marks.h"
@@ -14,6 +15,7 @@
 #include "ui/editor/outline_grip.h"
 
 #include <wx/image.h>
+#include <wx/timer.h>
 #include <wx/window.h>
 
 #include <functional>
@@ -78,6 +80,7 @@ class menu_picture : public wxWindow {
     outline_grip grip;
     menu_point from;  ///< the pointer at its start
     menu_rectangle edges;
+    drag_ways ways;
   };
 
   picture_scale scale() const;
@@ -96,6 +99,8 @@ class menu_picture : public wxWindow {
   shown_mark measured(const button_mark& mark, const wxDC& dc) const;
   void arrange_scrolling();
   void scroll_to(wxPoint origin);
+  void follow_outline();
+  void go_on_scrolling();
   void on_scroll(wxScrollWinEvent& event);
   void paint_part(wxDC& dc, const wxRect& part);
   void paint_over(wxDC& dc, const wxRect& part);
@@ -110,6 +115,7 @@ class menu_picture : public wxWindow {
   int button_under(wxPoint p) const;
   bool is_outlined(int index) const;
   void drag_to(wxPoint p, drag_ways ways);
+  void drag_in_sight(wxPoint in_window, drag_ways ways);
   void end_drag();
 
   const menu_editor& editor_;
@@ -130,6 +136,9 @@ class menu_picture : public wxWindow {
   std::vector<wxRect> also_selected_;  ///< the places of the other selected buttons
   std::vector<snap_guide> guides_;
   std::optional<drag> drag_;
+  std::optional<menu_rectangle> followed_;  ///< the outline that is in sight, in menu pixels
+  bool pointing_ = false;                   ///< the pointer does something: it is in sight
+  wxTimer drag_scrolls_;
 };
 
 }  // namespace corvane

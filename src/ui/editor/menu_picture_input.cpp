@@ -1,12 +1,21 @@
 // The pointer and the keys on the picture of a menu.
+#include "menus/menu_view.h"
 #include "ui/editor/menu_drawing.h"
 #include "ui/editor/menu_picture.h"
+
+#include <wx/utils.h>
 
 #include <algorithm>
 #include <optional>
 #include <utility>
 
 namespace corvane {
+namespace {
+
+constexpr int scroll_milliseconds = 30;
+constexpr int near_the_edge = 8, most_scrolled = 40;  // pixels at 100 %
+
+}  // namespace
 
 outline_grip menu_picture::grip_under(wxPoint p) const {
   const std::optional<menu_rectangle> edges = editor_.outline();
@@ -58,8 +67,10 @@ void menu_picture::on_down(wxMouseEvent& event) {
   if (index < 0 || HasCapture())
     return;
   const bool more = event.ControlDown() || event.ShiftDown();
+  pointing_ = true;
   if (more || index != editor_.controls().Combo2_index || !is_outlined(index))
     tell_([index, more](menu_editor& editor) { editor.press(index, more); });
+  pointing_ = false;
   if (more)
     return;
   const outline_grip grip = grip_under(p);
@@ -67,7 +78,8 @@ void menu_picture::on_down(wxMouseEvent& event) {
   if (!grip.holds() || !edges)
     return;
   wishes_.stop();
-  drag_ = drag{grip, scale().to_menu(p.x, p.y), *edges};
+  pointing_ = true;
+  drag_ = drag{grip, scale().to_menu(p.x, p.y), *edges, {}};
   tell_(&menu_editor::begin_drag);
   CaptureMouse();
 }
@@ -76,7 +88,7 @@ void menu_picture::on_motion(wxMouseEvent& event) {
   if (drag_ && !event.LeftIsDown())
     end_drag();
   if (drag_) {
-    drag_to(event.GetPosition() + origin_, {event.ShiftDown(), event.ControlDown()});
+    drag_in_sight(event.GetPosition(), {event.ShiftDown(), event.ControlDown()});
     return;
   }
   const wxPoint p = event.GetPosition() + origin_;
@@ -109,9 +121,34 @@ void menu_picture::drag_to(wxPoint p, drag_ways ways) {
   });
 }
 
+/// The drag goes on at a place of this window, or beyond it: then the picture scrolls there as long
+/// as the pointer stays.
+void menu_picture::drag_in_sight(wxPoint in_window, drag_ways ways) {
+  drag_->ways = ways;
+  const wxSize room = GetClientSize();
+  const int near = FromDIP(near_the_edge), most = FromDIP(most_scrolled);
+  const wxPoint before = origin_;
+  scroll_to(origin_ + wxPoint(scroll_of_drag({0, room.x}, in_window.x, near, most),
+                              scroll_of_drag({0, room.y}, in_window.y, near, most)));
+  if (origin_ == before)
+    drag_scrolls_.Stop();
+  else if (!drag_scrolls_.IsRunning())
+    drag_scrolls_.Start(scroll_milliseconds);
+  drag_to(in_window + origin_, ways);
+}
+
+void menu_picture::go_on_scrolling() {
+  if (drag_)
+    drag_in_sight(ScreenToClient(wxGetMousePosition()), drag_->ways);
+  else
+    drag_scrolls_.Stop();
+}
+
 void menu_picture::end_drag() {
+  drag_scrolls_.Stop();
   if (std::exchange(drag_, std::nullopt))
     tell_(&menu_editor::end_drag);
+  pointing_ = false;
   if (HasCapture())
     ReleaseMouse();
 }
