@@ -53,15 +53,18 @@ TEST(ButtonAlignment, DistributedWithoutRoomOverlapAndStayInThePicture) {
     EXPECT_GE(r.x0, 0);
     EXPECT_LE(r.x1, 120);
   }
+  const places wide = {{0, 0, 100, 9}, {1, 0, 701, 9}, {2, 0, 12, 9}};
+  EXPECT_EQ(distributed(wide, direction::across),
+            (places{{0, 0, 100, 9}, {0, 0, 700, 9}, {2, 0, 12, 9}}));
 }
 
 TEST(ButtonAlignment, SameGapIsThatOfTheFirstTwoAndKeepsLinesEven) {
   const places across = {{300, 0, 310, 5}, {0, 0, 10, 5}, {17, 0, 30, 5}};
   EXPECT_EQ(with_same_gap(across, direction::across),
             (places{{37, 0, 47, 5}, {0, 0, 10, 5}, {17, 0, 30, 5}}));
-  const places down = {{0, 10, 9, 20}, {0, 27, 9, 31}, {0, 90, 9, 92}};
+  const places down = {{0, 10, 9, 20}, {0, 27, 9, 32}, {0, 90, 9, 92}};
   EXPECT_EQ(with_same_gap(down, direction::down),
-            (places{{0, 10, 9, 20}, {0, 27, 9, 31}, {0, 38, 9, 40}}));
+            (places{{0, 10, 9, 20}, {0, 27, 9, 32}, {0, 40, 9, 42}}));
 }
 
 TEST(ButtonAlignment, SameSizeKeepsTheUpperLeftCornerUnlessThePictureEnds) {

@@ -37,6 +37,8 @@ TEST(ButtonSnapping, EdgesAreDrawnToEdgesAndMiddlesToMiddles) {
       {"top to bottom", {400, 137, 500, 187}, 0, 3},
       {"bottom to top", {400, 81, 500, 99}, 0, 1},
       {"middle to middle of lines", {400, 112, 500, 132}, 0, -2},
+      {"no edge to a middle", {249, 300, 289, 310}, 0, 0},
+      {"middle of the picture's lines", {400, 222, 500, 262}, 0, -2},
       {"both", {203, 102, 243, 172}, -3, -2},
       {"safe area of actions", {34, 300, 55, 310}, 2, 0},
       {"safe area of titles", {600, 300, 650, 310}, -2, 0},
@@ -74,6 +76,11 @@ TEST(ButtonSnapping, GuidesAreTheLinesOnWhichItStandsThenAndReachOverBoth) {
   EXPECT_EQ(s.guides[0], (snap_guide{guide_kind::button, true, 200, 100, 310}));
   // A place of the same size meets both edges and the middle.
   EXPECT_EQ(snapped({201, 300, 301, 310}, one, 479).guides.size(), 3u);
+  // Two buttons on one line: it is one guide, over all of them.
+  const std::vector<menu_rectangle> two = {{200, 100, 300, 140}, {200, 400, 280, 420}};
+  const snapping upright = snapped({203, 300, 243, 310}, two, 479);
+  ASSERT_EQ(upright.guides.size(), 1u);
+  EXPECT_EQ(upright.guides[0], (snap_guide{guide_kind::button, true, 200, 100, 420}));
   const snapping lying = snapped({400, 102, 500, 172}, one, 479);
   ASSERT_EQ(lying.guides.size(), 1u);
   EXPECT_EQ(lying.guides[0], (snap_guide{guide_kind::button, false, 100, 200, 500}));

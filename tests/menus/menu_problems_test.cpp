@@ -88,6 +88,13 @@ TEST_F(MenuProblems, OtherMenusAndTitlesAreNotToldOf) {
   EXPECT_EQ(problems(button(100)), rows{});
 }
 
+TEST_F(MenuProblems, ThatNothingLeadsToTheMenuIsNotToldInIt) {
+  p.menulist.push_back(p.menulist[0]);
+  p.moremenuoptions.emplace_back(new_menu_options);
+  p.menubuttons = {button(100), button(100)};
+  EXPECT_TRUE(menu_problems(p, 2).empty());
+}
+
 TEST_F(MenuProblems, WorstIsFirstAndTheLineCountsThemAll) {
   const std::string records = button(101) + "|" + button(200, "jump title 9") + "|" + button(301);
   EXPECT_EQ(problems(records),
