@@ -77,6 +77,12 @@ TEST(MenuMarks, ThousandsOfButtonsAreNotHeldAgainstEachOther) {
   EXPECT_EQ(all.size(), 5000u);
   EXPECT_THAT(all.back().overlaps, IsEmpty());
   EXPECT_THAT(ways_of(many), IsEmpty());
+  std::vector<std::string> column;
+  for (int i = 0; i < 101; ++i)
+    column.push_back(record(0, i * 4, 100, i * 4 + 3));
+  EXPECT_THAT(ways_of(column), IsEmpty());
+  column.pop_back();
+  EXPECT_EQ(ways_of(column).size(), 198u);  // up and down, but at the ends
 }
 
 }  // namespace
