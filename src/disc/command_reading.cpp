@@ -178,15 +178,18 @@ int binding_between_conditions(std::string_view op) {
 
 class command_reader {
  public:
-  explicit command_reader(std::string_view text) : tokens_(text), now_(tokens_.next()) {}
+  explicit command_reader(std::string_view text)
+      : text_(text), tokens_(text), now_(tokens_.next()) {}
 
   command_reading read() {
     if (is_end())
       fail("is empty");
     while (is_fine() && !is_end())
       statement();
-    if (reading_.fault)
+    if (reading_.fault) {
       reading_.leads.clear();
+      reading_.menus.clear();
+    }
     reading_.falls_through = !leads_ || is_tangled_;
     return std::move(reading_);
   }
@@ -342,7 +345,11 @@ class command_reader {
     lead.to = command_lead::place::menu_entry;
     if (now_.kind == token_kind::number) {
       lead.to = command_lead::place::menu;
+      const auto at = static_cast<std::size_t>(now_.text.data() - text_.data());
+      const std::size_t length = now_.text.size();
       lead.number = number_up_to(99, "menu");
+      if (!lead.of_disc)
+        reading_.menus.push_back({at, length, lead.number, lead.titleset});
     } else if (accept("entry")) {
       constexpr std::array entries = {"title", "root", "subtitle", "audio", "angle", "ptt"};
       if (std::find(entries.begin(), entries.end(), now_.text) == entries.end())
@@ -518,6 +525,7 @@ class command_reader {
     return may_be ? now_.text : std::string_view();
   }
 
+  std::string_view text_;
   token_reader tokens_;
   token now_;
   command_reading reading_;

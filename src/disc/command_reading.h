@@ -5,6 +5,7 @@
 // multiplexed, so they are read here first.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -34,9 +35,17 @@ struct command_lead {
   bool operator==(const command_lead&) const = default;
 };
 
+/// Where the text names a menu of a titleset by its number.
+struct menu_number {
+  std::size_t at = 0, length = 0;  ///< of the digits, in bytes
+  int number = 0;                  ///< 1-based
+  std::optional<int> titleset;     ///< named before it; not set: its own
+};
+
 struct command_reading {
   std::optional<std::string> fault;  ///< why dvdauthor cannot read it, as a clause
   std::vector<command_lead> leads;   ///< in the order of the text
+  std::vector<menu_number> menus;    ///< likewise
   bool ends = false;                 ///< holds "exit": the disc stops
   bool resumes = false;              ///< holds "resume": back into the title
   bool falls_through = true;         ///< may come to its end without leading anywhere

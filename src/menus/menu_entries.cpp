@@ -15,12 +15,6 @@
 namespace corvane {
 namespace {
 
-file_dialog menu_video_dialog() {
-  file_dialog dialog = video_dialog(false);
-  dialog.filter = "mpeg elementry stream(*.m2v, *.mpv)|*.m2v;*.mpv";
-  return dialog;
-}
-
 /// The audio's stored path; empty when the user wants none. A file whose name cannot be stored, or
 /// that is of another kind and not wanted, is not "none": the user is asked again.
 std::string pick_menu_audio(document& doc) {
@@ -53,14 +47,23 @@ void add_menu(project& p, const menu_streams& streams) {
 
 }  // namespace
 
+file_dialog menu_video_dialog() {
+  file_dialog dialog = video_dialog(false);
+  dialog.filter = "mpeg elementry stream(*.m2v, *.mpv)|*.m2v;*.mpv";
+  return dialog;
+}
+
+bool has_room_for_menu(document& doc) {
+  if (doc.p.menulist.size() < static_cast<std::size_t>(most_menus))
+    return true;
+  say(doc, icon::exclamation,
+      "A project holds at most " + trimmed(most_menus) + " menus.  Please remove one first.");
+  return false;
+}
+
 bool addmenu_command(document& doc) {
-  if (custom(doc) != 1)
+  if (custom(doc) != 1 || !has_room_for_menu(doc))
     return false;
-  if (doc.p.menulist.size() >= static_cast<std::size_t>(most_menus)) {
-    say(doc, icon::exclamation,
-        "A project holds at most " + trimmed(most_menus) + " menus.  Please remove one first.");
-    return false;
-  }
   const auto video = pick_file(doc, menu_video_dialog(), file_use::menu_video);
   if (!video)
     return false;

@@ -12,6 +12,12 @@ namespace corvane {
 /// project::indexer. False: the user cancelled or was refused; nothing has changed.
 bool addmenu_command(document& doc);
 
+/// The dialog in which a menu's video is chosen.
+file_dialog menu_video_dialog();
+
+/// Whether the project takes one more menu; when not, that is told.
+bool has_room_for_menu(document& doc);
+
 /// "edit existing titleset menu", "remove titleset menu": true when the picker is to be shown with
 /// its caption for it (menus/menu_picker.h). False, without a word, when there are no menus.
 bool editmenu_command(document& doc);

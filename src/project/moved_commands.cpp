@@ -185,6 +185,31 @@ void follow_video(project& p, const std::string& before, const std::string& now)
       target.video = now;
 }
 
+// With copies of the menu, which have its video, too, only what names it by its number is known to
+// have led to it.
+void follow_menu(project& p, int menu, const std::string& now) {
+  const disc_description d = disc_of(p);
+  const std::string before = d.menu(menu).video();
+  const bool is_only_one = number_of_video(d, true, before).has_value();
+  for (command_target& target : p.led_to) {
+    const command_form form = parse_command(target.text);
+    if (target.video == before && form.what != verb::jump_title &&
+        (is_only_one || form.number == menu))
+      target.video = now;
+  }
+}
+
+void renumber_noted_menus(project& p, const number_of_menu_now& now) {
+  for (command_target& target : p.led_to) {
+    target.text = with_menu_numbers(target.text, now);
+    if (target.item.whole == whole::menu)
+      target.item.number = now(target.item.number);
+  }
+  std::sort(p.led_to.begin(), p.led_to.end(), [](const command_target& a, const command_target& b) {
+    return is_before(a.item, b.item);
+  });
+}
+
 void forget_targets_of_menu(project& p, int menu) {
   std::erase_if(p.led_to,
                 [menu](const command_target& target) { return is_of_menu(target, menu); });

@@ -7,6 +7,7 @@
 // (examine/navigation_rules.h).
 #pragma once
 
+#include "disc/menu_numbers.h"
 #include "project/document.h"
 #include "project/project.h"
 
@@ -50,6 +51,12 @@ void note_inserted_menus(project& p, int menu, int count);
 /// What led to the menu with one video (stored paths) leads to the one with another, which has been
 /// made in its place.
 void follow_video(project& p, const std::string& before, const std::string& now);
+
+/// A menu (1-based) is about to get another video: what led to it still does.
+void follow_menu(project& p, int menu, const std::string& now);
+
+/// Menus have other numbers now, and all commands have been given them.
+void renumber_noted_menus(project& p, const number_of_menu_now& now);
 
 /// The editor of this menu's buttons was accepted; that of first play and the titles' commands.
 void forget_targets_of_menu(project& p, int menu);

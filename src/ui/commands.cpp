@@ -159,7 +159,12 @@ menu menus_menu() {
        command("remove", "&remove titleset menu", remove_menu),
        command("still", "&create m2v still", still, "Ctrl+I"),
        command("framecount", "set m2v &framecount", core<"set m2v framecount", framecount_command>),
-       command("avisynth", "create &motion menu script", create_avisynth_script, "Ctrl+Shift+Y")}};
+       command("avisynth", "create &motion menu script", create_avisynth_script, "Ctrl+Shift+Y"),
+       separator(), command("menuup", "move menu &up", move_menu_up),
+       command("menudown", "move menu &down", move_menu_down),
+       command("copymenu", "co&py menu", copy_menu),
+       command("menuvideo", "change &video of menu...", change_menu_video),
+       command("menuaudio", "change audi&o of menu...", change_menu_audio)}};
 }
 
 menu extras_menu() {
@@ -241,6 +246,12 @@ const std::vector<drop_item>& title_items() {
 const std::vector<drop_item>& menu_items() {
   static const std::vector<drop_item> items = {{"editmenu", "edit menu...", edit_selected_menu},
                                                {"addmenu", "add menu...", add_menu},
+                                               {"", "", nullptr},
+                                               {"menuvideo", "change video...", change_menu_video},
+                                               {"menuaudio", "change audio...", change_menu_audio},
+                                               {"copymenu", "copy menu", copy_menu},
+                                               {"menuup", "move up", move_menu_up},
+                                               {"menudown", "move down", move_menu_down},
                                                {"", "", nullptr},
                                                {"remove", "remove menu", remove_selected_menu}};
   return items;

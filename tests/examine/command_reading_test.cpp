@@ -1,5 +1,7 @@
 #include "disc/command_reading.h"
 
+#include "disc/menu_numbers.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -138,6 +140,37 @@ TEST(CommandReading, HostileTextsEnd) {
   for (int i = 0; i < 10'000; ++i)
     many += "+1";
   EXPECT_FALSE(read_commands(many + ";").fault);
+}
+
+// Menus under other numbers ---------------------------------------------------------------------
+
+std::string renumbered(const char* command) {
+  return with_menu_numbers(command, [](int before) { return before + 10; });
+}
+
+TEST(MenuNumbers, EveryMenuThatACommandNamesGetsItsNumberOfNow) {
+  EXPECT_EQ(renumbered("jump menu 3"), "jump menu 13");
+  EXPECT_EQ(renumbered("  call   menu 03  "), "  call   menu 13  ");
+  EXPECT_EQ(renumbered("call menu 1 resume 2"), "call menu 11 resume 2");
+  EXPECT_EQ(renumbered("jump titleset 1 menu 2"), "jump titleset 1 menu 12");
+  EXPECT_EQ(renumbered("if (g3 == 2) jump menu 2; else { jump menu 3; }"),
+            "if (g3 == 2) jump menu 12; else { jump menu 13; }");
+  EXPECT_EQ(renumbered("jump menu 0x2;"), "jump menu 12;");
+}
+
+TEST(MenuNumbers, WhatNamesNoMenuOfTheTitlesetStays) {
+  for (const char* const command :
+       {"", "exit", "jump title 3 chapter 2", "call menu", "call last menu", "jump titleset 1 menu",
+        "jump titleset 2 menu 3", "jump vmgm menu 3", "jump menu entry root", "Jump Menu 3",
+        "jump menu 100", "jump menu", "g1 = 3; exit", "<default>", "jump menu 3 and more"})
+    EXPECT_EQ(renumbered(command), command);
+}
+
+TEST(MenuNumbers, TheRegisterOfTheJumpTableIsKnownByItsName) {
+  EXPECT_TRUE(uses_menu_register("g1=3; call menu"));
+  EXPECT_TRUE(uses_menu_register("if (g10 == g1) exit"));
+  EXPECT_FALSE(uses_menu_register("g10 = 1; bag1 = 2; g11=1"));
+  EXPECT_FALSE(uses_menu_register(""));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "made_pages.h"
 #include "menus/maker/design_folder.h"
 #include "project/disc_of.h"
+#include "project/menu_order.h"
 #include "project/menu_rows.h"
 #include "project/post_rows.h"
 #include "project/title_commands.h"
@@ -262,6 +263,15 @@ TEST_F(MadeMenus, MenusWithoutTheirMemoryAreTheUsersOwn) {
   EXPECT_EQ(remove_all(folder.path("titles-1.menu")), std::nullopt);
   folder.add("my-film-1-1.menu", "something else");
   EXPECT_THAT(menus_made_before(p).made, IsEmpty());
+}
+
+TEST_F(MadeMenus, ACopyOfAMadeMenuIsTheUsersOwnAndStays) {
+  make();
+  copy_menu(p, 2);
+  EXPECT_EQ(menus_made_before(p).made.size(), 2u);
+  make_again();
+  ASSERT_EQ(p.menulist.size(), 3u);
+  EXPECT_EQ(video_of(3), folder.stored("my-film-1-1.m2v"));
 }
 
 TEST_F(MadeMenus, AFolderThatNoProjectCanNameIsRefused) {

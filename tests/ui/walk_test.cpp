@@ -126,6 +126,11 @@ class Walk : public window_test {
            expect_message("This will generate a simple avisynth script");
            cancel_dialog("save the avisynth script");
          }},
+        {"menuup", file("Please select menu to move up")},
+        {"menudown", file("Please select menu to move down")},
+        {"copymenu", file("Please select menu to copy")},
+        {"menuvideo", file("Please select menu to change the video of")},
+        {"menuaudio", file("Please select menu to change the audio of")},
         {"addaudiostream", file("select audio stream")},
         {"addsubs", opens("Subtitles")},
         {"edittags", opens("language")},
@@ -166,7 +171,9 @@ class Walk : public window_test {
     effect_map all = effects();
     all["author"] = all["avisynth"] = says("please add more titles");
     all["loadproject"] = [] { cancel_dialog("load corvane project"); };
-    all["editmenu"] = all["remove"] = expect_nothing;
+    for (const char* const of_menus :
+         {"editmenu", "remove", "menuup", "menudown", "copymenu", "menuvideo", "menuaudio"})
+      all[of_menus] = expect_nothing;
     all["check"] = says("Please add a title first: there is nothing to check yet.");
     all["addaudiostream"] = says("Please select a title to add an audio stream to.");
     all["addsubs"] = says("Please select a title to add a subtitle to.");

@@ -13,6 +13,8 @@
 #include <cmath>
 #include <cstddef>
 #include <optional>
+#include <set>
+#include <string>
 #include <utility>
 
 namespace corvane {
@@ -236,9 +238,11 @@ std::string memory_file(const std::string& m2v) {
 
 remembered_menus menus_made_before(const project& p) {
   remembered_menus all;
+  std::set<std::string> seen;
   for (int number = 1; number <= menu_count(p); ++number) {
     const std::string video = parse_menu_row(row_of(p.menulist, number, {})).video;
-    if (video.empty())
+    // A further menu with the same background is a copy of the user's own.
+    if (video.empty() || !seen.insert(video).second)
       continue;
     const auto text = read_file(memory_file(native_from_stored(video)), largest_memory);
     auto memory = text ? read_memory(*text) : result<menu_memory>::fail(text.error);

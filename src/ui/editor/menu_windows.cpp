@@ -1,6 +1,7 @@
 #include "ui/editor/menu_windows.h"
 
 #include "menus/menu_entries.h"
+#include "menus/menu_material.h"
 #include "menus/menu_picker.h"
 #include "menus/navcommands.h"
 #include "ui/disc/navcommands_window.h"
@@ -18,6 +19,7 @@
 #include <wx/sizer.h>
 
 #include <optional>
+#include <string>
 #include <utility>
 
 namespace corvane {
@@ -26,19 +28,20 @@ namespace {
 /// The menu picker: a list of the project's menus, of which the user takes one.
 class menuselect : public wxDialog {
  public:
-  menuselect(wxWindow* main, const menu_picker& picker);
+  /// `does`: what taking an entry does, as its button says it.
+  menuselect(wxWindow* main, const menu_picker& picker, const char* does);
 
   /// The entry the user took, 0-based; wxNOT_FOUND when he took none.
   int ask();
 
  private:
-  wxSizer* make_buttons(bool erases);
+  wxSizer* make_buttons(const char* does);
   void confirm();
 
   wxListBox* List1_;
 };
 
-menuselect::menuselect(wxWindow* main, const menu_picker& picker)
+menuselect::menuselect(wxWindow* main, const menu_picker& picker, const char* does)
     : wxDialog(main, wxID_ANY, wx_text(picker.caption()), wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "menuselect"),
       List1_(new wxListBox(this, wxID_ANY, wxDefaultPosition,
@@ -57,7 +60,7 @@ menuselect::menuselect(wxWindow* main, const menu_picker& picker)
   auto* whole = new wxBoxSizer(wxVERTICAL);
   const int border = FromDIP(layout::window_border);
   whole->Add(List1_, wxSizerFlags(1).Expand().Border(wxALL, border));
-  whole->Add(make_buttons(picker.caption() == picker_erase_caption),
+  whole->Add(make_buttons(does),
              wxSizerFlags().Right().Border(wxLEFT | wxRIGHT | wxBOTTOM, border));
   SetSizerAndFit(whole);
   List1_->SetFocus();
@@ -65,8 +68,8 @@ menuselect::menuselect(wxWindow* main, const menu_picker& picker)
 }
 
 /// The button says what confirming does, since erasing is not asked about again.
-wxSizer* menuselect::make_buttons(bool erases) {
-  auto* accept = new wxButton(this, wxID_OK, erases ? "&erase" : "&edit");
+wxSizer* menuselect::make_buttons(const char* does) {
+  auto* accept = new wxButton(this, wxID_OK, does);
   accept->SetDefault();
   return dialog_buttons(accept, new wxButton(this, wxID_CANCEL, "&cancel"));
 }
@@ -85,7 +88,8 @@ int menuselect::ask() {
 /// menu was erased, or the picker was closed and nothing has changed. What confirming
 /// has to tell, it tells over the main window: the picker is gone by then.
 bool show_menuselect(wxWindow* main, menu_picker& picker) {
-  const int entry = menuselect(main, picker).ask();
+  const char* const does = picker.caption() == picker_erase_caption ? "&erase" : "&edit";
+  const int entry = menuselect(main, picker, does).ask();
   return entry != wxNOT_FOUND && picker.confirm(entry);
 }
 
@@ -96,6 +100,41 @@ void show_editor(main_window& main, bool recall, int button = 0) {
     editor->choose(button);
     return editor;
   });
+}
+
+/// One of the commands on a menu as a whole.
+struct material_command {
+  const char* step;     ///< as "undo" names it
+  const char* caption;  ///< of the picker
+  const char* does;     ///< on its button
+  std::string (*run)(document& doc, int menu);
+};
+
+/// As if the user had clicked on it.
+void select_menu(const main_window& main, int menu) {
+  auto* list = dynamic_cast<wxListBox*>(wxWindow::FindWindowByName("menuslist", &main));
+  if (list == nullptr || menu < 1 || menu > static_cast<int>(list->GetCount()))
+    return;
+  list->SetSelection(menu - 1);
+  wxCommandEvent selected(wxEVT_LISTBOX, list->GetId());
+  selected.SetEventObject(list);
+  list->HandleWindowEvent(selected);
+}
+
+/// `now`: which menu it is then.
+void run_on_menu(main_window& main, const material_command& command, int (*now)(int, int)) {
+  int menu = main.selected_menu();
+  std::string note;
+  main.run(command.step, [&](document& doc) {
+    if (menu == 0 && menu_count(doc.p) > 0)
+      menu = menuselect(&main, menu_picker(doc, command.caption), command.does).ask() + 1;
+    if (menu > 0)
+      note = command.run(doc, menu);
+  });
+  if (note.empty())
+    return;
+  select_menu(main, now(menu, menu_count(main.shown_project())));
+  main.SetStatusText(wx_text(note));
 }
 
 void show_navcommands(main_window& main, int title, navcommands_focus focus) {
@@ -166,6 +205,39 @@ void remove_selected_menu(main_window& main) {
     if (remove_menu_command(doc))
       menu_picker(doc, picker_erase_caption).confirm(menu - 1);
   });
+}
+
+void move_menu_up(main_window& main) {
+  run_on_menu(main,
+              {"move menu up", "Please select menu to move up", "&move up",
+               [](document& doc, int menu) { return move_menu_command(doc, menu, menu - 1); }},
+              [](int menu, int) { return menu - 1; });
+}
+
+void move_menu_down(main_window& main) {
+  run_on_menu(main,
+              {"move menu down", "Please select menu to move down", "&move down",
+               [](document& doc, int menu) { return move_menu_command(doc, menu, menu + 1); }},
+              [](int menu, int) { return menu + 1; });
+}
+
+void copy_menu(main_window& main) {
+  run_on_menu(main, {"copy menu", "Please select menu to copy", "c&opy", copy_menu_command},
+              [](int, int menus) { return menus; });
+}
+
+void change_menu_video(main_window& main) {
+  run_on_menu(main,
+              {"change video of menu", "Please select menu to change the video of", "&choose...",
+               menu_video_command},
+              [](int menu, int) { return menu; });
+}
+
+void change_menu_audio(main_window& main) {
+  run_on_menu(main,
+              {"change audio of menu", "Please select menu to change the audio of", "&choose...",
+               menu_audio_command},
+              [](int menu, int) { return menu; });
 }
 
 void add_or_edit_menu(main_window& main) {

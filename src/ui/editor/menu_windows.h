@@ -19,6 +19,15 @@ void remove_menu(main_window& main);
 void edit_selected_menu(main_window& main);
 void remove_selected_menu(main_window& main);
 
+/// What can be done with a menu as a whole: with the one that is selected in the main window, or
+/// one that is picked. What has changed beside is told in the status bar, and the menu stays
+/// selected.
+void move_menu_up(main_window& main);
+void move_menu_down(main_window& main);
+void copy_menu(main_window& main);
+void change_menu_video(main_window& main);
+void change_menu_audio(main_window& main);
+
 /// The toolbar's button: edits when there is a menu and adds one otherwise.
 void add_or_edit_menu(main_window& main);
 
