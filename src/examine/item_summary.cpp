@@ -45,16 +45,23 @@ std::string two_digits(std::int64_t number) {
   return (number < 10 ? "0" : "") + trimmed(number);
 }
 
+/// "0:20", "12:34", "1:02:03".
+std::string clock_text(double seconds) {
+  const std::int64_t all = std::llround(seconds);
+  const std::int64_t minutes = all / seconds_a_minute;
+  const std::string rest = two_digits(all % seconds_a_minute);
+  if (minutes < minutes_an_hour)
+    return trimmed(minutes) + ":" + rest;
+  return trimmed(minutes / minutes_an_hour) + ":" + two_digits(minutes % minutes_an_hour) + ":" +
+         rest;
+}
+
 /// "20.5 s", "12:34 min", "1:02:03 h".
 std::string length_text(double seconds) {
   if (seconds < seconds_a_minute - 0.05)
     return decimal_text(seconds, 1) + " s";
-  const std::int64_t all = std::llround(seconds);
-  const std::int64_t minutes = all / seconds_a_minute, rest = all % seconds_a_minute;
-  if (minutes < minutes_an_hour)
-    return trimmed(minutes) + ":" + two_digits(rest) + " min";
-  return trimmed(minutes / minutes_an_hour) + ":" + two_digits(minutes % minutes_an_hour) + ":" +
-         two_digits(rest) + " h";
+  const bool is_short = std::llround(seconds) < seconds_a_minute * minutes_an_hour;
+  return clock_text(seconds) + (is_short ? " min" : " h");
 }
 
 /// Of an estimate: to the second up to ten minutes, then to the minute.
@@ -200,7 +207,7 @@ class summary {
     const disc_title& title = d_.title(number);
     made_.heading = "title " + trimmed(number);
     take(title.streams);
-    say_length_and_size(title.is_multiplexed_here ? title.delay.value / 1000 : 0);
+    say_length_and_size(seconds_of_delay(title));
     say_video();
     say_sounds(title.titleset);
     if (title.is_multiplexed_here && title.delay.value != 0)
@@ -215,6 +222,13 @@ class summary {
       say("then", what_follows(title, number));
     }
     return std::move(made_);
+  }
+
+  std::string length_of_title(int number) {
+    const disc_title& title = d_.title(number);
+    take(title.streams);
+    const std::optional<double> exact = exact_seconds(seconds_of_delay(title));
+    return exact ? clock_text(*exact) : estimated_length().value_or(std::string());
   }
 
   item_summary of_menu(int number) {
@@ -269,6 +283,11 @@ class summary {
   bool made_of_packets() const { return inside_ != nullptr; }
 
   // Length and size -------------------------------------------------------------------------------
+
+  static double seconds_of_delay(const disc_title& title) {
+    constexpr double milliseconds = 1000;
+    return title.is_multiplexed_here ? title.delay.value / milliseconds : 0;
+  }
 
   /// `delay`: seconds by which the picture comes later than the sound.
   void say_length_and_size(double delay) {
@@ -471,6 +490,10 @@ item_summary title_summary(const disc_description& d, int title, const known_mat
 item_summary menu_summary(const disc_description& d, int menu, const known_material& known,
                           bool hand_edited) {
   return summary(d, known, hand_edited).of_menu(menu);
+}
+
+std::string title_length_text(const disc_description& d, int title, const known_material& known) {
+  return summary(d, known, false).length_of_title(title);
 }
 
 std::string menu_line(const disc_description& d, int menu) {

@@ -54,6 +54,10 @@ item_summary title_summary(const disc_description& d, int title, const known_mat
 item_summary menu_summary(const disc_description& d, int menu, const known_material& known,
                           bool hand_edited);
 
+/// How long a title (1-based; it must exist) is, as far as it is known: "24:10", "1:02:03", before
+/// its files have been read to their end "about 24 min"; empty: nothing is known.
+std::string title_length_text(const disc_description& d, int title, const known_material& known);
+
 /// A menu (1-based) as a list shows it: "menu 1: intro.m2v, 3 buttons".
 std::string menu_line(const disc_description& d, int menu);
 

@@ -95,6 +95,13 @@ class menu_editor {
   /// `Combo1` picked, changed or left. A text that a record cannot hold is refused with a message.
   void set_action(const std::string& text);
 
+  /// The same for all selected buttons: the first of them gets the action, each other one the same
+  /// or the next. Where there is no next one left, the buttons keep what they do.
+  void set_actions(const std::string& first, action_count how);
+
+  /// How many of the selected buttons it would give an action.
+  int outlook_of_actions(const std::string& first, action_count how) const;
+
   // A pick in `Colorhighlight`, `ColorSelect`; they offer button_colours and take nothing else.
   void set_highlight(const std::string& colour);
   void set_select(const std::string& colour);

@@ -184,6 +184,15 @@ TEST_F(Screens, HoldTheChaptersAndTheirEditor) {
   EXPECT_TRUE(window_goes("chapter"));
 }
 
+TEST_F(Screens, HoldThePickerOfActions) {
+  start([](main_window& main) { edit_menu_at(main, 1, 1); });
+  ASSERT_TRUE(window_comes("tsmenu"));
+  press("ctrl+p");
+  look_at_and_close("actionpicker");
+  close("tsmenu");
+  EXPECT_TRUE(window_goes("tsmenu"));
+}
+
 TEST_F(Screens, HoldTheNavigationCommands) {
   start(edit_navcommands);
   look_at_and_close("navcommands");

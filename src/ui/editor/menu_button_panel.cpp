@@ -1,7 +1,9 @@
 #include "ui/editor/menu_button_panel.h"
 
 #include "project/menu_rows.h"
+#include "ui/editor/editor_slider.h"
 #include "ui/widgets/control_name.h"
+#include "ui/widgets/icons.h"
 #include "ui/widgets/labelled.h"
 #include "ui/widgets/layout.h"
 #include "ui/widgets/letter_choice.h"
@@ -21,8 +23,8 @@
 #include <utility>
 
 namespace corvane {
-menu_button_panel::menu_button_panel(wxWindow* parent, tell_event tell)
-    : wxPanel(parent), tell_(std::move(tell)) {
+menu_button_panel::menu_button_panel(wxWindow* parent, tell_event tell, action_help help)
+    : wxPanel(parent), tell_(std::move(tell)), help_(std::move(help)) {
   auto* groups = new wxBoxSizer(wxVERTICAL);
   const wxSizerFlags below = wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::group_gap));
   groups->Add(make_chooser(), wxSizerFlags().Expand());
@@ -78,16 +80,15 @@ wxSizer* menu_button_panel::make_selected() {
   auto* grid = new wxGridBagSizer(gap, gap);
   grid->SetEmptyCellSize(wxSize(0, 0));  // of rows that are hidden
   add_position(grid);
-  Slider1_ = make_slider("Slider1", &menu_editor::slide_width);
+  Slider1_ = make_editor_slider(selected_, "Slider1", &menu_editor::slide_width, tell_);
   widthpos_ = make_field("widthpos", &menu_editor_controls::widthpos, &menu_editor::type_widthpos);
   add_size(grid, 1, "&width", Slider1_, widthpos_);
-  Slider2_ = make_slider("Slider2", &menu_editor::slide_height);
+  Slider2_ = make_editor_slider(selected_, "Slider2", &menu_editor::slide_height, tell_);
   heightpos_ =
       make_field("heightpos", &menu_editor_controls::heightpos, &menu_editor::type_heightpos);
   add_size(grid, 2, "&height", Slider2_, heightpos_);
   add_action(grid);
   add_colours(grid);
-  add_thickness(grid);
   add_bitmaps(grid);
   grid->AddGrowableCol(1);
   grid->AddGrowableCol(3);
@@ -103,17 +104,6 @@ wxTextCtrl* menu_button_panel::make_field(const char* name, typed_field::value s
   name_control(*field, name);
   fields_.emplace_back(field, shows, sets, tell_);
   return field;
-}
-
-wxSlider* menu_button_panel::make_slider(const char* name, value_setter slide) {
-  auto* control = new wxSlider(selected_, wxID_ANY, 0, 0, 1);
-  name_control(*control, name);
-  let_wheel_pass(*control);
-  control->Bind(wxEVT_SLIDER, [this, slide](wxCommandEvent& event) {
-    const int value = event.GetInt();
-    tell_([slide, value](menu_editor& editor) { (editor.*slide)(value); });
-  });
-  return control;
 }
 
 void menu_button_panel::add_position(wxGridBagSizer* grid) {
@@ -153,8 +143,32 @@ void menu_button_panel::add_action(wxGridBagSizer* grid) {
   Combo1_->SetToolTip(tip);
   label_leads_to(label, Combo1_);
   fields_.emplace_back(Combo1_, &menu_editor_controls::Combo1, &menu_editor::set_action, tell_);
+  Combo1_->Bind(wxEVT_TEXT, [this](wxCommandEvent& event) {
+    show_verdict();
+    event.Skip();
+  });
+  wxButton* pick = make_button(selected_, "pickaction", "&pick...", help_.pick);
+  pick->SetToolTip("pick a title, a chapter or a menu by its name (Ctrl+P)");
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(Combo1_, wxSizerFlags(1).CentreVertical());
+  row->Add(pick, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::control_gap)));
   grid->Add(label, wxGBPosition(3, 0), wxDefaultSpan, wxALIGN_CENTRE_VERTICAL);
-  grid->Add(Combo1_, wxGBPosition(3, 1), wxGBSpan(1, 3), wxEXPAND);
+  grid->Add(row, wxGBPosition(3, 1), wxGBSpan(1, 3), wxEXPAND);
+  grid->Add(make_verdict(), wxGBPosition(4, 0), wxGBSpan(1, 4), wxEXPAND);
+}
+
+/// Always as high as its mark, so that nothing moves while one types.
+wxSizer* menu_button_panel::make_verdict() {
+  verdict_mark_ =
+      new wxStaticBitmap(selected_, wxID_ANY, icon_picture("found-note", layout::button_icon));
+  verdict_mark_->Hide();
+  verdict_ = new wxStaticText(selected_, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                              wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
+  name_control(*verdict_, "verdict");
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(verdict_mark_, wxSizerFlags().CentreVertical().ReserveSpaceEvenIfHidden());
+  row->Add(verdict_, wxSizerFlags(1).CentreVertical().Border(wxLEFT, FromDIP(layout::control_gap)));
+  return row;
 }
 
 wxChoice* menu_button_panel::make_colour_list(const char* name, text_setter pick) {
@@ -177,23 +191,11 @@ void menu_button_panel::add_colours(wxGridBagSizer* grid) {
   ColorSelect_ = make_colour_list("ColorSelect", &menu_editor::set_select);
   label_leads_to(highlight, Colorhighlight_);
   label_leads_to(select, ColorSelect_);
-  grid->Add(highlight, wxGBPosition(4, 0), wxDefaultSpan, wxALIGN_CENTRE_VERTICAL);
-  grid->Add(Colorhighlight_, wxGBPosition(4, 1), wxDefaultSpan, wxEXPAND);
-  grid->Add(select, wxGBPosition(4, 2), wxDefaultSpan, wxALIGN_CENTRE_VERTICAL);
-  grid->Add(ColorSelect_, wxGBPosition(4, 3), wxDefaultSpan, wxEXPAND);
+  grid->Add(highlight, wxGBPosition(5, 0), wxDefaultSpan, wxALIGN_CENTRE_VERTICAL);
+  grid->Add(Colorhighlight_, wxGBPosition(5, 1), wxDefaultSpan, wxEXPAND);
+  grid->Add(select, wxGBPosition(5, 2), wxDefaultSpan, wxALIGN_CENTRE_VERTICAL);
+  grid->Add(ColorSelect_, wxGBPosition(5, 3), wxDefaultSpan, wxEXPAND);
   primitive_ = {highlight, Colorhighlight_, select, ColorSelect_};
-}
-
-void menu_button_panel::add_thickness(wxGridBagSizer* grid) {
-  wxStaticText* label = make_label(selected_, "&box thickness");
-  thickness_ = make_slider("thickness", &menu_editor::slide_thickness);
-  thickness_value_ = new wxStaticText(selected_, wxID_ANY, wxString());
-  label_leads_to(label, thickness_);
-  grid->Add(label, wxGBPosition(5, 0), wxDefaultSpan, wxALIGN_CENTRE_VERTICAL);
-  grid->FindItemAtPosition(wxGBPosition(0, 0))->SetMinSize(label->GetBestSize());  // the longest
-  grid->Add(thickness_, wxGBPosition(5, 1), wxGBSpan(1, 2), wxEXPAND);
-  grid->Add(thickness_value_, wxGBPosition(5, 3), wxDefaultSpan, wxALIGN_CENTRE_VERTICAL);
-  primitive_.insert(primitive_.end(), {label, thickness_, thickness_value_});
 }
 
 wxStaticBitmap* menu_button_panel::make_image(const char* name, const char* tip) {

@@ -4,11 +4,13 @@
 // They show what the editor's model says and tell it what the user did.
 #pragma once
 
+#include "menus/action_choices.h"
 #include "ui/widgets/typed_field.h"
 
 #include <wx/bitmap.h>
 #include <wx/panel.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -24,9 +26,15 @@ class wxStaticText;
 
 namespace corvane {
 
+/// What helps with the action of a button.
+struct action_help {
+  menu_event pick;  ///< lets the user pick one by its name
+  std::function<action_verdict(const std::string& typed)> verdict;
+};
+
 class menu_button_panel : public wxPanel {
  public:
-  menu_button_panel(wxWindow* parent, tell_event tell);
+  menu_button_panel(wxWindow* parent, tell_event tell, action_help help);
 
   /// `of_chosen`: the values are the chosen button's; else nothing is shown of them and nothing can
   /// be changed. True when other controls are shown than before, which need another room.
@@ -46,7 +54,6 @@ class menu_button_panel : public wxPanel {
     void read(const std::string& stored_path);
   };
   using text_setter = void (menu_editor::*)(const std::string&);
-  using value_setter = void (menu_editor::*)(int);
 
   wxSizer* make_chooser();
   wxSizer* make_selected();
@@ -57,8 +64,7 @@ class menu_button_panel : public wxPanel {
   void add_action(wxGridBagSizer* grid);
   void add_colours(wxGridBagSizer* grid);
   void add_bitmaps(wxGridBagSizer* grid);
-  void add_thickness(wxGridBagSizer* grid);
-  wxSlider* make_slider(const char* name, value_setter slide);
+  wxSizer* make_verdict();
   wxTextCtrl* make_field(const char* name, typed_field::value shows, typed_field::setter sets);
   wxChoice* make_colour_list(const char* name, text_setter pick);
   wxStaticBitmap* make_image(const char* name, const char* tip);
@@ -66,10 +72,12 @@ class menu_button_panel : public wxPanel {
   void show_chooser(const menu_editor_controls& c);
   void show_places(const menu_editor_controls& c);
   void show_values(const menu_editor_controls& c, bool of_chosen);
+  void show_verdict();
   bool show_mode(const menu_editor_controls& c);
   bool show_bitmaps(const menu_editor_controls& c);
 
   tell_event tell_;
+  action_help help_;
   std::vector<typed_field> fields_;
   wxControlWithItems* Combo2_ = nullptr;
   wxStaticText* button_ = nullptr;
@@ -79,12 +87,12 @@ class menu_button_panel : public wxPanel {
   wxSlider* Slider1_ = nullptr;
   wxSlider* Slider2_ = nullptr;
   wxComboBox* Combo1_ = nullptr;
+  wxStaticBitmap* verdict_mark_ = nullptr;
+  wxStaticText* verdict_ = nullptr;  ///< what the action does, or what is wrong with it
   wxChoice* Colorhighlight_ = nullptr;
   wxChoice* ColorSelect_ = nullptr;
   wxStaticBitmap* Image1_ = nullptr;
   wxStaticBitmap* Image2_ = nullptr;
-  wxSlider* thickness_ = nullptr;
-  wxStaticText* thickness_value_ = nullptr;
   std::vector<wxWindow*> primitive_;  ///< shown for a button in colours,
   std::vector<wxWindow*> bitmap_;     ///< for one of bitmaps
   wxStaticBox* advanced_ = nullptr;

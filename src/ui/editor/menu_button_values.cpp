@@ -1,8 +1,10 @@
 // What the button panel shows of the model, and what it reads from the user's fields.
 #include "platform/files/paths.h"
 #include "project/menu_rows.h"
+#include "ui/editor/editor_slider.h"
 #include "ui/editor/file_pictures.h"
 #include "ui/editor/menu_button_panel.h"
+#include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
 #include "ui/widgets/wx_text.h"
 
@@ -16,14 +18,6 @@
 
 namespace corvane {
 namespace {
-
-void show_slider(wxSlider* control, const slider& s) {
-  if (control->GetMin() != s.minimum || control->GetMax() != s.maximum)
-    control->SetRange(s.minimum, std::max(s.maximum, s.minimum + 1));
-  if (control->GetValue() != s.value)
-    control->SetValue(s.value);
-  control->Enable(s.enabled);
-}
 
 /// A colour that is not offered (from a project file) is shown as well, below the others.
 void show_colour(wxChoice* list, const std::string& colour) {
@@ -81,6 +75,7 @@ void menu_button_panel::show_values(const menu_editor_controls& c, bool of_chose
     else
       field.show_nothing();
   }
+  show_verdict();
   show_colour(Colorhighlight_, of_chosen ? c.Colorhighlight : std::string());
   show_colour(ColorSelect_, of_chosen ? c.ColorSelect : std::string());
   for (wxWindow* box : {static_cast<wxWindow*>(selected_), static_cast<wxWindow*>(advanced_)}) {
@@ -90,6 +85,23 @@ void menu_button_panel::show_values(const menu_editor_controls& c, bool of_chose
                               : "choose the new button first: in the list of buttons or in "
                                 "the picture");
   }
+}
+
+// As it is typed, and as it stands; of nothing nothing is said.
+void menu_button_panel::show_verdict() {
+  const std::string typed = utf8_of(Combo1_->GetValue());
+  const bool is_something =
+      Combo1_->IsThisEnabled() && selected_->IsThisEnabled() && !typed.empty();
+  const action_verdict verdict = is_something ? help_.verdict(typed) : action_verdict();
+  const wxString words = wx_text(verdict.text);
+  if (verdict_->GetLabelText() != words)
+    verdict_->SetLabelText(words);
+  if (verdict_->GetToolTipText() != words)
+    verdict_->SetToolTip(words);
+  const char* const picture =
+      verdict.what == action_verdict::kind::wrong ? "found-error" : "found-note";
+  verdict_mark_->SetBitmap(icon_picture(picture, layout::button_icon));
+  verdict_mark_->Show(verdict.what != action_verdict::kind::fine);
 }
 
 void menu_button_panel::show_chooser(const menu_editor_controls& c) {
@@ -106,10 +118,6 @@ void menu_button_panel::show_places(const menu_editor_controls& c) {
   show_slider(Slider2_, c.Slider2);
   widthpos_->Enable(c.sizes_enabled);
   heightpos_->Enable(c.sizes_enabled);
-  show_slider(thickness_, c.thickness);
-  const wxString thickness = wxString::Format("%d", c.thickness.value);
-  if (thickness_value_->GetLabel() != thickness)
-    thickness_value_->SetLabel(thickness);
 }
 
 bool menu_button_panel::show_bitmaps(const menu_editor_controls& c) {
@@ -125,7 +133,7 @@ bool menu_button_panel::show_bitmaps(const menu_editor_controls& c) {
 }
 
 bool menu_button_panel::show_mode(const menu_editor_controls& c) {
-  if (c.bitmap_mode == Image1_->IsShown() && c.bitmap_mode != thickness_->IsShown() &&
+  if (c.bitmap_mode == Image1_->IsShown() && c.bitmap_mode != Colorhighlight_->IsShown() &&
       c.Check2 == advanced_->IsShown())
     return false;
   for (wxWindow* control : primitive_)

@@ -29,6 +29,10 @@ bool has_three_selected(const menu_editor& editor) {
   return editor.selected().size() > 2;
 }
 
+bool has_shown_button(const menu_editor& editor) {
+  return has_chosen_button(editor) && !editor.shows_another();
+}
+
 bool shows_another(const menu_editor& editor) {
   return editor.shows_another();
 }
@@ -48,8 +52,8 @@ void name_step(wxMenuItem* item, const char* label, const std::optional<std::str
 
 }  // namespace
 
-menu_editor_bar::menu_editor_bar(wxFrame& window, tell_event tell)
-    : window_(window), tell_(std::move(tell)) {
+menu_editor_bar::menu_editor_bar(wxFrame& window, tell_event tell, menu_event pick_action)
+    : window_(window), tell_(std::move(tell)), pick_action_(std::move(pick_action)) {
   auto* bar = new wxMenuBar;
   bar->Append(make_buttons_menu(), "butt&ons");
   bar->Append(make_place_menu(), "ad&just");
@@ -75,6 +79,9 @@ wxMenu* menu_editor_bar::make_buttons_menu() {
   menu->AppendSeparator();
   add(menu, "&edit the new button\tF4", "shows the button that was added last, to be changed",
       shows_another, &menu_editor::pick_added);
+  add(menu, "pic&k action...\tCtrl+P",
+      "picks what the selected buttons do: a title, a chapter or a menu by its name",
+      has_shown_button, pick_action_);
   add(menu, "dupli&cate\tCtrl+D", "adds copies of the selected buttons, below or beside them",
       has_chosen_button, &menu_editor::duplicate);
   add(menu, "re&peat...\tCtrl+R", "adds a row, a column or a grid of buttons like the chosen one",

@@ -13,8 +13,9 @@ namespace corvane {
 
 class menu_editor_bar {
  public:
-  /// Gives the window its menu bar; what the user picks in it is told.
-  menu_editor_bar(wxFrame& window, tell_event tell);
+  /// Gives the window its menu bar; what the user picks in it is told. `pick_action` lets him pick
+  /// the action of the selected buttons.
+  menu_editor_bar(wxFrame& window, tell_event tell, menu_event pick_action);
 
   /// Enables what can be done now, and names what would be undone and redone.
   void show(const menu_editor& editor);
@@ -32,6 +33,7 @@ class menu_editor_bar {
 
   wxFrame& window_;
   tell_event tell_;
+  menu_event pick_action_;
   std::vector<bar_item> items_;
   wxMenuItem* undo_ = nullptr;
   wxMenuItem* redo_ = nullptr;

@@ -2,9 +2,11 @@
 
 #include "examine/item_summary.h"
 #include "formats/text.h"
+#include "menus/action_choices.h"
 #include "menus/menu_problems.h"
 #include "platform/files/paths.h"
 #include "project/disc_of.h"
+#include "ui/editor/menu_action_picker.h"
 #include "ui/editor/menu_button_list.h"
 #include "ui/editor/menu_button_panel.h"
 #include "ui/editor/menu_options_panel.h"
@@ -21,6 +23,7 @@
 
 #include <wx/button.h>
 #include <wx/display.h>
+#include <wx/menu.h>
 #include <wx/panel.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
@@ -33,10 +36,12 @@
 
 namespace corvane {
 
-tsmenu::tsmenu(wxWindow* main, lent_project lent, bool recall)
+tsmenu::tsmenu(wxWindow* main, lent_project lent, bool recall, fact_store* facts)
     : wxFrame(main, wxID_ANY, "titleset menu", wxDefaultPosition, wxDefaultSize,
               wxDEFAULT_FRAME_STYLE | wxFRAME_FLOAT_ON_PARENT, "tsmenu"),
       lent_(std::move(lent)),
+      disc_(disc_of(lent_.doc().p)),
+      facts_(facts != nullptr ? *facts : own_facts_),
       editor_(lent_.doc(), pictures_),
       life_(*this, *main, lent_.ask(),
             {[this] { area_->strip().release(); }, [this] { return may_close(); },
@@ -75,13 +80,17 @@ void tsmenu::choose(int number) {
 void tsmenu::make_controls() {
   panel_ = new wxPanel(this);
   const tell_event to_model = [this](const menu_event& event) { tell(event); };
-  bar_.emplace(*this, to_model);
+  const menu_event pick = [this](menu_editor& editor) { pick_action(editor); };
+  bar_.emplace(*this, to_model, pick);
   right_ = new scrolled_column(panel_);
-  buttons_ = new menu_button_panel(right_, to_model);
+  buttons_ = new menu_button_panel(
+      right_, to_model, {pick, [this](const std::string& typed) {
+                           return verdict_on_action(disc_, editor_.controls().indexer, typed);
+                         }});
   options_ = new menu_options_panel(right_, to_model);
-  area_ = new menu_picture_area(
-      panel_, editor_, to_model,
-      [disc = disc_of(lent_.doc().p)](const disc_command& c) { return words_of_command(disc, c); });
+  area_ = new menu_picture_area(panel_, editor_, to_model, [this](const disc_command& c) {
+    return words_of_command(disc_, c);
+  });
   list_ = new menu_button_list(panel_, to_model);
   problems_ = new menu_problem_line(panel_, [this] { return found_problems(); });
   auto* columns = new wxBoxSizer(wxHORIZONTAL);
@@ -153,7 +162,8 @@ void tsmenu::load_video() {
 // the picture gets smaller, and what stands beside it scrolls.
 void tsmenu::fit() {
   const wxRect screen = wxDisplay(this).GetClientArea();
-  const wxSize most = most_client_size(*this);
+  wxSize most = most_client_size(*this);
+  most.y -= GetMenuBar()->GetSize().y;
   const int border = 3 * FromDIP(layout::window_border) + problems_->GetBestSize().y;
   right_->let_scroll(false);
   const int all_beside = beside_->CalcMin().y + border;
@@ -191,7 +201,7 @@ bool tsmenu::show_controls() {
   const menu_editor_controls& c = editor_.controls();
   const bool of_chosen = !editor_.shows_another();
   const bool other_buttons = buttons_->show(c, of_chosen);
-  const bool other_options = options_->show(c);
+  const bool other_options = options_->show(c, of_chosen);
   area_->show(c);
   for (const char* bar : {"HScroll1", "VScroll1"})
     FindWindow(bar)->Enable(of_chosen);
@@ -206,6 +216,14 @@ std::vector<finding> tsmenu::found_problems() const {
   project copy = lent_.doc().p;
   editor_.keep_in(copy);
   return menu_problems(copy, editor_.controls().indexer);
+}
+
+// Not while the controls show another button's values.
+void tsmenu::pick_action(menu_editor& editor) {
+  if (editor.controls().Combo2_index < 0 || editor.shows_another())
+    return;
+  if (const std::optional<picked_action> action = ask_action(*this, editor, disc_, facts_))
+    editor.set_actions(action->command, action->how);
 }
 
 // What stood typed in a field may have been refused just now; the user was told, and sees what the

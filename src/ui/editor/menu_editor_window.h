@@ -6,6 +6,8 @@
 // close while a message or file dialog of its own stands.
 #pragma once
 
+#include "disc/disc_description.h"
+#include "examine/examination.h"
 #include "menus/menu_editor.h"
 #include "ui/editor/file_pictures.h"
 #include "ui/editor/menu_editor_bar.h"
@@ -34,8 +36,9 @@ class tsmenu : public wxFrame {
  public:
   /// Opens for menu project::indexer and shows itself over `main`, which is disabled as long as it
   /// is there. `recall`: the menu existed before, so its buttons are shown. Gives the project back
-  /// when it goes, accepted or not.
-  tsmenu(wxWindow* main, lent_project lent, bool recall);
+  /// when it goes, accepted or not. `facts`: what is known of the project's files, which must
+  /// outlive it; null: nothing is.
+  tsmenu(wxWindow* main, lent_project lent, bool recall, fact_store* facts = nullptr);
 
   /// Chooses a button of the disc (1-based), if there is such a one.
   void choose(int number);
@@ -51,12 +54,16 @@ class tsmenu : public wxFrame {
   void accept();
   bool may_close();
   std::vector<finding> found_problems() const;
+  void pick_action(menu_editor& editor);
   void bind_keys();
   bool use_key(const wxKeyEvent& event);
   bool use_key_in_picture(int key, int modifiers);
   void give_keyboard_on(bool back);
 
   lent_project lent_;
+  disc_description disc_;  ///< as the editor found it
+  fact_store own_facts_;
+  fact_store& facts_;
   media_pictures pictures_;
   menu_editor editor_;
   wxSize video_size_;  ///< as the player shows it; 0 x 0 when it cannot

@@ -1,11 +1,13 @@
 #include "ui/editor/menu_options_panel.h"
 
+#include "ui/editor/editor_slider.h"
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/labelled.h"
 #include "ui/widgets/layout.h"
 
 #include <wx/checkbox.h>
 #include <wx/sizer.h>
+#include <wx/slider.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
 
@@ -27,6 +29,8 @@ menu_options_panel::menu_options_panel(wxWindow* parent, tell_event tell)
   checks->Add(Check2_, wxSizerFlags(1));
   const int border = FromDIP(layout::box_border);
   box->Add(checks, wxSizerFlags().Expand().Border(wxALL, border));
+  box->Add(make_thickness(inside),
+           wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, border));
   box->Add(make_times(inside), wxSizerFlags().Expand());
   SetSizer(box);
 }
@@ -41,6 +45,24 @@ wxCheckBox* menu_options_panel::make_check(wxWindow* parent, const char* name, c
     tell_([set, checked](menu_editor& editor) { (editor.*set)(checked); });
   });
   return check;
+}
+
+// One for all buttons of the menu, but only those of some height have a frame: the chosen one says
+// whether it can be set.
+wxSizer* menu_options_panel::make_thickness(wxWindow* parent) {
+  wxStaticText* label = make_label(parent, "&box thickness");
+  label->SetToolTip("how thick the frames of all buttons of the menu are, in pixels");
+  thickness_ = make_editor_slider(parent, "thickness", &menu_editor::slide_thickness, tell_);
+  thickness_value_ = new wxStaticText(parent, wxID_ANY, "000", wxDefaultPosition, wxDefaultSize,
+                                      wxST_NO_AUTORESIZE);
+  label_leads_to(label, thickness_);
+  const int gap = FromDIP(layout::control_gap);
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(label, wxSizerFlags().CentreVertical());
+  row->Add(thickness_, wxSizerFlags(1).CentreVertical().Border(wxLEFT, gap));
+  row->Add(thickness_value_, wxSizerFlags().CentreVertical().Border(wxLEFT, gap));
+  frames_ = {label, thickness_, thickness_value_};
+  return row;
 }
 
 wxSizer* menu_options_panel::make_times(wxWindow* parent) {
@@ -73,15 +95,22 @@ void menu_options_panel::apply(menu_editor& editor) const {
     field.apply(editor);
 }
 
-bool menu_options_panel::show(const menu_editor_controls& c) {
+bool menu_options_panel::show(const menu_editor_controls& c, bool of_chosen) {
   Check1_->SetValue(c.Check1);
   Check2_->SetValue(c.Check2);
+  show_slider(thickness_, c.thickness);
+  thickness_->Enable(c.thickness.enabled && of_chosen);
+  if (const wxString value = wxString::Format("%d", c.thickness.value);
+      thickness_value_->GetLabel() != value)
+    thickness_value_->SetLabel(value);
   for (typed_field& field : fields_)
     field.show(c);
-  if (times_.front()->IsShown() == c.Check2)
+  if (times_.front()->IsShown() == c.Check2 && thickness_->IsShown() != c.bitmap_mode)
     return false;
   for (wxWindow* control : times_)
     control->Show(c.Check2);
+  for (wxWindow* control : frames_)
+    control->Show(!c.bitmap_mode);
   return true;
 }
 

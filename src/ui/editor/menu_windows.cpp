@@ -1,5 +1,6 @@
 #include "ui/editor/menu_windows.h"
 
+#include "authoring/material_check.h"
 #include "menus/menu_entries.h"
 #include "menus/menu_material.h"
 #include "menus/menu_picker.h"
@@ -96,7 +97,7 @@ bool show_menuselect(wxWindow* main, menu_picker& picker) {
 /// `recall`: the menu is not new. `button`: the one that is chosen, 1-based; 0: none.
 void show_editor(main_window& main, bool recall, int button = 0) {
   main.open_editor("edit menu", [&](lent_project lent) -> wxTopLevelWindow* {
-    auto* editor = new tsmenu(&main, std::move(lent), recall);
+    auto* editor = new tsmenu(&main, std::move(lent), recall, main.material().facts);
     editor->choose(button);
     return editor;
   });
