@@ -60,7 +60,8 @@ std::string clock_text(double seconds) {
 std::string length_text(double seconds) {
   if (seconds < seconds_a_minute - 0.05)
     return decimal_text(seconds, 1) + " s";
-  const bool is_short = std::llround(seconds) < seconds_a_minute * minutes_an_hour;
+  constexpr std::int64_t an_hour = std::int64_t{seconds_a_minute} * minutes_an_hour;
+  const bool is_short = std::llround(seconds) < an_hour;
   return clock_text(seconds) + (is_short ? " min" : " h");
 }
 
