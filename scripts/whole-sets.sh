@@ -1,7 +1,7 @@
 #!/bin/sh
 # The large sets of the tests as a whole, of which scripts/test.sh takes a tenth: 200 clean projects,
 # each authored, read back and judged, 100 discs with one wrong byte, tools that do half of their work,
-# and the arrow keys of 200 menus. Then the players that are installed are asked about the samples' discs.
+# the arrow keys of 200 menus, and 2000 menus edited at random. Then the players that are installed are asked about the samples' discs.
 #
 #   scripts/whole-sets.sh
 set -eu
@@ -9,10 +9,11 @@ cd "$(dirname -- "$0")/.."
 
 ./scripts/setup.sh --test
 [ -f build/debug/build.ninja ] || cmake --preset debug >/dev/null </dev/null
-cmake --build build/debug -j "${CORVANE_JOBS:-$(nproc)}" --target test_authored_disc </dev/null
+cmake --build build/debug -j "${CORVANE_JOBS:-$(nproc)}" --target test_authored_disc test_menus </dev/null
 ./samples/make.sh
 CORVANE_WHOLE_SETS=1 build/debug/bin/test_authored_disc \
   --gtest_filter='CleanProjects.*:*WrongByte*:StandIn*:*ArrowKeysLead*'
+CORVANE_WHOLE_SETS=1 build/debug/bin/test_menus --gtest_filter='MenuEditorRandom.*'
 if command -v mplayer >/dev/null || command -v HandBrakeCLI >/dev/null; then
   ./scripts/players.sh
 else
