@@ -15,9 +15,6 @@ namespace corvane {
 namespace {
 
 constexpr int most_buttons = 36;
-// A button has one of three groups of four colours, one of them the background; each is a highlight
-// and a select colour. spumux skips a picture that needs more, with status 0.
-constexpr std::size_t most_colour_pairs = 9;
 
 std::string menu_named(int menu) {
   return "Menu " + trimmed(menu);
@@ -102,6 +99,8 @@ refusal why_not_look(int menu, int button, const disc_button& b, path_style styl
   return std::nullopt;
 }
 
+// A button has one of three groups of four colours, one of them the background; each is a highlight
+// and a select colour. spumux skips a picture that needs more, with status 0.
 refusal why_not_colour_pairs(int menu, const std::vector<disc_button>& buttons) {
   std::set<std::pair<std::string, std::string>> pairs;
   int number = 0;
@@ -109,7 +108,7 @@ refusal why_not_colour_pairs(int menu, const std::vector<disc_button>& buttons) 
     ++number;
     if (!b.highlight.is_bitmap && !b.select.is_bitmap)
       pairs.emplace(b.highlight.text, b.select.text);
-    if (pairs.size() > most_colour_pairs)
+    if (std::ssize(pairs) > most_looks)
       return button_named(menu, number) + " cannot be shown: with it the menu uses " +
              std::to_string(pairs.size()) +
              " combinations of highlight and select colour, but a DVD menu can show 9.  Please "
@@ -121,12 +120,15 @@ refusal why_not_colour_pairs(int menu, const std::vector<disc_button>& buttons) 
 refusal why_not_colours(int menu, const std::vector<disc_button>& buttons) {
   if (const refusal why = why_not_colour_pairs(menu, buttons))
     return why;
-  if (ways_to_colour(buttons) > most_ways_to_colour)
+  const std::vector<int> looks = looks_of(buttons);
+  if (are_looks_too_slow(looks))
     return menu_named(menu) + " has " + std::to_string(buttons.size()) + " buttons in " +
-           trimmed(colour_combinations(buttons)) +
-           " combinations of highlight and select.  To find out how a player can show so many, the "
-           "tool spumux would need hours or longer.  Please edit the menu and use fewer "
-           "combinations, or order the buttons so that those of one combination follow each other.";
+           trimmed(count_of_looks(looks)) +
+           " combinations of highlight and select, in an order in which the tool spumux would look "
+           "too long for a way to show them all.  Please edit the menu: \"order by look\" in its "
+           "menu \"buttons\" lets those of one combination follow each other, \"fewer looks\" "
+           "gives "
+           "a few buttons the look of others.";
   return std::nullopt;
 }
 

@@ -25,7 +25,6 @@ using part = finding_item::part_kind;
 using whole = finding_item::whole_kind;
 
 constexpr std::size_t most_buttons = 36;
-constexpr std::size_t most_colour_pairs = 9;
 constexpr int picture_width = 720;
 
 constexpr std::string_view dvd_video_highlights =
@@ -82,15 +81,20 @@ constexpr std::array button_rules_table = {
     rule{"menu-too-many-colours", severity::error,
          "A menu's buttons have at most nine pairs of highlight and select colour",
          "at most nine pairs of a highlight and a select colour in a menu",
-         "a menu whose buttons cannot be seen", "give buttons of the menu the same colours",
+         "a menu whose buttons cannot be seen",
+         "give buttons of the menu the same colours: \"fewer looks\" in the menu editor, in its "
+         "menu "
+         "\"buttons\"",
          "DVD Forum, book of the DVD-Video format: three groups of colours; "
          "spumux 0.7.2, measured"},
-    rule{"menu-colours-too-slow", severity::error,
-         "spumux finds in time how a player can show the menu's colours",
-         "fewer pairs of colours, or buttons of one pair behind each other",
-         "nothing: the run does not get past this menu",
-         "use fewer pairs of colours in the menu, or order the buttons by their colours",
-         spumux_measured},
+    rule{
+        "menu-colours-too-slow", severity::error,
+        "spumux finds in time how a player can show the menu's colours",
+        "fewer looks (pairs of highlight and select), or buttons of one look behind each other, so "
+        "that spumux is done in about ten seconds",
+        "nothing: the run does not get past this menu",
+        "\"order by look\" or \"fewer looks\" in the menu editor, in its menu \"buttons\"",
+        spumux_measured},
     rule{"menu-frame-thickness", severity::error, "The frame around a button has a thickness",
          "a thickness of 0 or more", "a button without its middle",
          "set \"box thickness\" in \"edit existing titleset menu\"", "what this program draws"},
@@ -306,16 +310,21 @@ class menu_examiner {
     for (const disc_button& b : menu_.buttons)
       if (!b.highlight.is_bitmap && !b.select.is_bitmap)
         pairs.emplace(b.highlight.text, b.select.text);
-    if (pairs.size() > most_colour_pairs)
+    if (std::ssize(pairs) > most_looks)
       add("menu-too-many-colours", 0,
           "the buttons have " + std::to_string(pairs.size()) +
               " pairs of highlight and select colour");
-    else if (menu_.buttons.size() <= most_buttons &&
-             ways_to_colour(menu_.buttons) > most_ways_to_colour)
+    else if (menu_.buttons.size() <= most_buttons)
+      look_at_time_for_looks();
+  }
+
+  void look_at_time_for_looks() {
+    const std::vector<int> looks = looks_of(menu_.buttons);
+    if (are_looks_too_slow(looks))
       add("menu-colours-too-slow", 0,
-          "the menu has " + std::to_string(menu_.buttons.size()) + " buttons in " +
-              trimmed(colour_combinations(menu_.buttons)) +
-              " pairs of highlight and select, for which spumux needs hours or longer");
+          "the menu has " + std::to_string(looks.size()) + " buttons in " +
+              trimmed(count_of_looks(looks)) +
+              " looks: in this order spumux does not find in time how a player can show them");
   }
 
   void look_at_places() {

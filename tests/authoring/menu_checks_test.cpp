@@ -3,7 +3,6 @@
 #include "authoring/checks.h"
 #include "authoring/sample_projects.h"
 #include "authoring/texts_of_project.h"
-#include "examine/colour_groups.h"
 #include "formats/video_standard.h"
 #include "project/menu_rows.h"
 #include "support/temporary_folder.h"
@@ -84,54 +83,6 @@ TEST(MenuStreamChecks, FilesThatHaveGoneAreNamed) {
   };
   EXPECT_EQ(with(folder.stored("c.m2v") + "/"), missing("c.m2v"));
   EXPECT_EQ(with(folder.stored("b.m2v") + "/" + folder.stored("c.ac3")), missing("c.ac3"));
-}
-
-// How long spumux looks ------------------------------------------------------------------------
-
-/// Buttons with these colours, by their numbers.
-std::vector<disc_button> coloured(const std::vector<int>& colours) {
-  std::vector<disc_button> buttons;
-  for (const int colour : colours)
-    buttons.push_back({{},
-                       {},
-                       {},
-                       {},
-                       command_of("exit"),
-                       {button_colours[static_cast<std::size_t>(colour)], false},
-                       {"black", false}});
-  return buttons;
-}
-
-TEST(ColourGroups, CombinationsAreOfHighlightAndSelect) {
-  std::vector<disc_button> buttons = coloured({0, 1, 1, 0, 2});
-  EXPECT_EQ(colour_combinations(buttons), 3);
-  buttons[1].select.text = "white";
-  EXPECT_EQ(colour_combinations(buttons), 4);
-  EXPECT_EQ(colour_combinations({}), 0);
-}
-
-TEST(ColourGroups, OneGroupIsTheFirstWayTried) {
-  EXPECT_EQ(ways_to_colour(coloured(std::vector<int>(36, 3))), 1);
-  EXPECT_EQ(ways_to_colour(coloured({0, 1, 2, 0, 1, 2})), 1);
-}
-
-TEST(ColourGroups, MoreGroupsAreTriedAfterFewerAndTheFirstButtonChangesFastest) {
-  // One way with one group. With two, the last three combinations have group 0; the ways before
-  // the one that fits are as many as the number with the groups as its digits.
-  EXPECT_EQ(ways_to_colour(coloured({0, 1, 2, 3})), 1 + 1 + 1);
-  EXPECT_EQ(ways_to_colour(coloured({3, 1, 2, 3, 0})), 1 + 2 + 1) << "the second has group 1";
-  // 2 to the 7th with two groups, then with three.
-  EXPECT_EQ(ways_to_colour(coloured({0, 1, 2, 3, 4, 5, 6})), 1 + 128 + (2 + 3 + 9 + 27) + 1);
-}
-
-/// Measured: the first took 17 seconds, the second none to speak of.
-TEST(ColourGroups, ButtonsOfOneCombinationBelongTogether) {
-  std::vector<int> last_differ(27, 0);
-  last_differ.insert(last_differ.end(), {1, 2, 3});
-  EXPECT_GT(ways_to_colour(coloured(last_differ)), 1e8);
-  std::vector<int> first_differ{0, 1, 2};
-  first_differ.insert(first_differ.end(), 27, 3);
-  EXPECT_LT(ways_to_colour(coloured(first_differ)), 10);
 }
 
 }  // namespace
