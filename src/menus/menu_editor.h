@@ -22,6 +22,7 @@
 #include "menus/bitmaps.h"
 #include "menus/button_alignment.h"
 #include "menus/button_snapping.h"
+#include "menus/look_cures.h"
 #include "menus/menu_editor_controls.h"
 #include "menus/menu_geometry.h"
 #include "menus/menu_history.h"
@@ -179,6 +180,15 @@ class menu_editor {
 
   void put_on_even_lines();  ///< of each selected button, upper and lower edge
 
+  // The looks: pairs of highlight and select.
+
+  /// Whether spumux would find a way to show them, and if not, what helps.
+  bool are_looks_good() const;
+  look_cures cures_for_looks() const;
+  void order_by_look();    ///< those of one look follow each other
+  void use_fewer_looks();  ///< what cures_for_looks() has of it
+  void make_same_look();   ///< gives the other selected ones that of the chosen button
+
   /// How many buttons there would be of the chosen one, itself included, and why not more.
   struct repeat_outlook {
     int wanted = 0;
@@ -264,6 +274,7 @@ class menu_editor {
   template <typename F>
   void arrange(const char* step, std::size_t least, F f);
   void reorder(const std::vector<int>& order);
+  void give_look(const std::vector<int>& buttons, int as);
   void append(const std::vector<std::string>& records);
   std::string brought_in(const std::string& record) const;
   std::vector<int> chapter_counts() const;
