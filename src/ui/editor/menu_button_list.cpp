@@ -64,15 +64,16 @@ std::string place_of_record(const std::string& record) {
 
 }  // namespace
 
-menu_button_list::menu_button_list(wxWindow* parent, tell_event tell)
+menu_button_list::menu_button_list(wxWindow* parent, tell_event tell, words_of_action words)
     : wxPanel(parent),
       tell_(std::move(tell)),
+      words_(std::move(words)),
       list_(new wxDataViewListCtrl(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
                                    wxDV_MULTIPLE | wxDV_ROW_LINES)) {
   name_control(*list_, "buttonlist");
   list_->SetToolTip(
-      "the menu's buttons: Ctrl or Shift selects several, Ctrl+Up and Ctrl+Down move them, Delete "
-      "removes them");
+      "the menu's buttons: Ctrl or Shift selects several, dragging them or Ctrl+Up and Ctrl+Down "
+      "changes their order, Delete removes them");
   make_columns();
   list_->SetMinSize(FromDIP(wxSize(layout::list_height, least_list_height)));
   bind_list();
@@ -100,6 +101,20 @@ void menu_button_list::bind_list() {
     const int row = list_->ItemToRow(event.GetItem());
     CallAfter([this, row] { tell_([row](menu_editor& editor) { editor.choose(row); }); });
   });
+  const auto choose = [this](int row) {
+    CallAfter([this, row] { tell_([row](menu_editor& editor) { editor.choose(row); }); });
+  };
+  const auto move = [this](int row) { CallAfter([this, row] { move_selected_before(row); }); };
+  drag_.emplace(*list_, menu_row_drag::wishes{choose, move});
+}
+
+// What was pressed may not have been told yet, and a button that was just added is not selected.
+void menu_button_list::move_selected_before(int row) {
+  tell_selection();
+  tell_([row](menu_editor& editor) {
+    if (!editor.selected().empty())
+      editor.move_before(row);
+  });
 }
 
 wxWindow& menu_button_list::list() {
@@ -111,7 +126,15 @@ bool menu_button_list::has_keyboard() const {
   return focus != nullptr && (focus == list_ || focus->GetParent() == list_);
 }
 
+bool menu_button_list::give_up_drag() {
+  const bool was_on = drag_->is_on();
+  drag_->give_up();
+  return was_on;
+}
+
 bool menu_button_list::use_key(int key, int modifiers) {
+  if (drag_->is_on())
+    return true;
   if ((key == WXK_DELETE || key == WXK_NUMPAD_DELETE) && modifiers == wxMOD_NONE)
     tell_(&menu_editor::delete_selected);
   else if (key == WXK_UP && modifiers == wxMOD_CONTROL)
@@ -127,7 +150,7 @@ void menu_button_list::show(const menu_editor& editor) {
   std::vector<shown_row> rows;
   for (const std::string& record : editor.controls().List1) {
     const button_record b = parse_button(record);
-    rows.push_back({b.highlight, b.select, b.action, place_of_record(record)});
+    rows.push_back({b.highlight, b.select, words_(command_of(b.action)), place_of_record(record)});
   }
   filling_ = true;
   while (rows_.size() > rows.size()) {

@@ -33,6 +33,10 @@ bool has_shown_button(const menu_editor& editor) {
   return has_chosen_button(editor) && !editor.shows_another();
 }
 
+bool has_too_many_looks(const menu_editor& editor) {
+  return !editor.are_looks_good();
+}
+
 bool shows_another(const menu_editor& editor) {
   return editor.shows_another();
 }
@@ -98,6 +102,14 @@ wxMenu* menu_editor_bar::make_buttons_menu() {
       has_chosen_button, &menu_editor::move_up);
   add(menu, "do&wn in the list", "lets the selected buttons come later (Ctrl+Down in the list)",
       has_chosen_button, &menu_editor::move_down);
+  menu->AppendSeparator();
+  add(menu, "same loo&k", "gives the other selected buttons the look of the chosen one",
+      has_two_selected, &menu_editor::make_same_look);
+  add(menu, "&order by look", "puts the buttons of one look behind each other", has_buttons,
+      &menu_editor::order_by_look);
+  add(menu, "&fewer looks",
+      "gives a few buttons another look, where there are too many for spumux to sort out",
+      has_too_many_looks, &menu_editor::use_fewer_looks);
   return menu;
 }
 

@@ -46,7 +46,8 @@ void tsmenu::bind_keys() {
 bool tsmenu::use_key(const wxKeyEvent& event) {
   const int key = event.GetKeyCode(), modifiers = event.GetModifiers();
   if (key == WXK_ESCAPE && modifiers == wxMOD_NONE) {
-    Close();
+    if (!list_->give_up_drag())
+      Close();
     return true;
   }
   // Also where the menu bar offers nothing yet: what stands typed becomes a step.

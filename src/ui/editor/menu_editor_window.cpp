@@ -88,11 +88,13 @@ void tsmenu::make_controls() {
                            return verdict_on_action(disc_, editor_.controls().indexer, typed);
                          }});
   options_ = new menu_options_panel(right_, to_model);
-  area_ = new menu_picture_area(panel_, editor_, to_model, [this](const disc_command& c) {
+  const words_of_action words = [this](const disc_command& c) {
     return words_of_command(disc_, c);
-  });
-  list_ = new menu_button_list(panel_, to_model);
-  problems_ = new menu_problem_line(panel_, [this] { return found_problems(); });
+  };
+  area_ = new menu_picture_area(panel_, editor_, to_model, words);
+  list_ = new menu_button_list(panel_, to_model, words);
+  problems_ = new menu_problem_line(
+      panel_, editor_, [this] { return found_problems(); }, to_model);
   auto* columns = new wxBoxSizer(wxHORIZONTAL);
   columns->Add(area_, wxSizerFlags(1).Expand());
   columns->Add(make_right(), wxSizerFlags().Expand().Border(wxLEFT, FromDIP(layout::group_gap)));
