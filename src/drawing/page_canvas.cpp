@@ -142,6 +142,9 @@ void put_background(page_canvas& canvas, const colour_background& background, do
         case direction::up_right:
           part = (right + high - down) / (wide + high);
           break;
+        case direction::outward:
+          part = std::hypot(right / wide - 0.5, down / high - 0.5) / std::hypot(0.5, 0.5);
+          break;
       }
       put_over(canvas, x, y, between(background.from, background.to, part));
     }

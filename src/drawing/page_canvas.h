@@ -48,7 +48,8 @@ void put_over(page_canvas& canvas, int x, int y, page_colour colour);
 /// A colour where the mask covers, within `clip`.
 void put_mask(page_canvas& canvas, const page_mask& mask, page_colour colour, const page_box& clip);
 
-/// The whole canvas; the gradient is linear, in what a viewer sees.
+/// The whole canvas; gradients are linear, in what a viewer sees; an
+/// outward one is as long in each corner.
 void put_background(page_canvas& canvas, const colour_background& background, double pixel_aspect);
 
 /// A colour over all that lies in the box.

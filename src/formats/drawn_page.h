@@ -43,8 +43,8 @@ struct video_background {
 
 /// Of one colour: `from` and `to` the same.
 struct colour_background {
-  enum class direction { down, right, down_right, up_right };
-  page_colour from, to;  ///< of the corner or edge where it begins, and ends
+  enum class direction { down, right, down_right, up_right, outward };
+  page_colour from, to;  ///< of the corner, edge or middle where it begins, and where it ends
   direction towards = direction::down;
   bool operator==(const colour_background&) const = default;
 };

@@ -42,21 +42,27 @@ TEST(MenuDesign, ADesignOfTwoLinesHasUsualValues) {
 TEST(MenuDesign, EachKeyIsTaken) {
   const result<menu_design> design = read_design(
       "\xEF\xBB\xBF# remark\r\nname = Caf\xC3\xA9\r\nabout = x = y\r\n[background]\r\n"
-      "colours = #010203 #FFfe0480\r\ndirection = up right\r\n"
-      "[heading]\r\nfont = A B , C\r\nsize = 50\r\nleast size = 30\r\nbold = yes\r\nitalic = "
+      "colours = #010203 #FFfe0480\r\ndirection = outward\r\n"
+      "upper band = 120 #666666\r\nlower band = 7 #777777\r\n"
+      "[heading]\r\nrule = 2 #888888\r\nfont = A B , C\r\nsize = 50\r\nleast size = 30\r\nbold = "
+      "yes\r\nitalic = "
       "yes\r\n"
       "colour = #0a0b0c\r\noutline = 3 #111111\r\nshadow = 0\r\nalign = right\r\nlines = 2\r\n"
       "panel colour = #22222280\r\npanel radius = 4\r\npanel border = 1 #333333\r\n"
       "[entries]\r\narrangement = grid\r\ncolumns = 2\r\nrows = 2\r\ngap = 11\r\n"
       "sheet colour = #444444\r\n[entry]\r\nhighlight = cyan\r\nselect = black\r\n"
-      "[thumbnail]\r\nborder = 2 #555555\r\n[buttons]\r\nframe = 4\r\n");
+      "[thumbnail]\r\nborder = 2 #555555\r\nshadow = 5 #999999\r\n[buttons]\r\nframe = 4\r\n");
   ASSERT_TRUE(design) << design.error;
   EXPECT_EQ(design->name, "Caf\xC3\xA9");
   EXPECT_EQ(design->about, "x = y");
   const auto& colours = std::get<colour_background>(design->background);
   EXPECT_EQ(colours.from, (page_colour{1, 2, 3, 255}));
   EXPECT_EQ(colours.to, (page_colour{255, 254, 4, 128}));
-  EXPECT_EQ(colours.towards, colour_background::direction::up_right);
+  EXPECT_EQ(colours.towards, colour_background::direction::outward);
+  EXPECT_EQ(design->upper_band, (design_edge{120, {0x66, 0x66, 0x66, 255}}));
+  EXPECT_EQ(design->lower_band.lines, 7);
+  EXPECT_EQ(design->heading_rule, (design_edge{2, {0x88, 0x88, 0x88, 255}}));
+  EXPECT_EQ(design->thumbnail_shadow.lines, 5);
   const design_text& heading = design->heading;
   EXPECT_THAT(heading.style.families, ElementsAre("A B", "C"));
   EXPECT_EQ(heading.style.size, 50);

@@ -144,10 +144,11 @@ TEST_F(AllDesigns, ShortTextsHaveTheSizesThatTheDesignStates) {
     const laid_out_menu laid_out = lay_out(design, plan.menus[0], form, measured_text);
     EXPECT_THAT(laid_out.notes, IsEmpty());
     std::set<std::string> others;
+    const menu_design scaled = in_lines(design, form.height());
     for (const page_text& text : shapes_of<page_text>(laid_out.page)) {
-      const design_text& how = text.text == "Titles" ? design.heading
-                               : text.text == "f"    ? design.entry
-                                                     : design.way;
+      const design_text& how = text.text == "Titles" ? scaled.heading
+                               : text.text == "f"    ? scaled.entry
+                                                     : scaled.way;
       if (text.style.size != how.style.size)
         others.insert(text.text + " has " + trimmed(text.style.size) + " lines");
     }
@@ -245,6 +246,77 @@ TEST(PageLayout, AShortenedTextIsNoted) {
   EXPECT_TRUE(shapes_of<page_text>(laid_out.page)[1].text.ends_with("W\xE2\x80\xA6"));
 }
 
+TEST(PageLayout, AllEntriesHaveTheSizeOfTheLongestButNoMuchSmallerOne) {
+  planned_menu menu = one_page(3);
+  menu.entries[1].text = std::string(44, 'b');
+  const auto sizes = [&] {
+    std::vector<int> all;
+    for (const page_text& text :
+         shapes_of<page_text>(lay_out(plain_design(), menu, {}, measured_text).page))
+      all.push_back(text.style.size);
+    return std::vector<int>(all.begin() + 1, all.begin() + 4);
+  };
+  const std::vector<int> alike = sizes();
+  EXPECT_LT(alike[0], 26);
+  EXPECT_THAT(alike, ElementsAre(alike[0], alike[0], alike[0]));
+  menu.entries[1].text = std::string(300, 'b');
+  EXPECT_THAT(sizes(), ElementsAre(20, 16, 20));
+}
+
+TEST(PageLayout, FewPicturesAreLargerUnlessOtherPagesFollow) {
+  const menu_design design = *read_design(
+      "name = A\n[entries]\narrangement = grid\nrows = 3\ncolumns = 4\n"
+      "[entry]\nsize = 16\n");
+  planned_menu menu = one_page(2);
+  const auto width = [&] {
+    return shapes_of<page_thumbnail>(lay_out(design, menu, {}, measured_text).page)[0].box.width;
+  };
+  const int alone = width();
+  menu.pages = 2;
+  EXPECT_GT(alone, width() * 5 / 4);
+}
+
+TEST(PageLayout, WaysAreAsWideAsTheirTexts) {
+  planned_menu menu = one_page(1);
+  planned_entry way;
+  for (const char* const text : {"A", "Previous pages"}) {
+    way.text = text;
+    menu.ways.push_back(way);
+  }
+  const laid_out_menu laid_out = lay_out(plain_design(), menu, {}, measured_text);
+  const menu_rectangle &first = laid_out.buttons[1], &last = laid_out.buttons[2];
+  EXPECT_GT(last.x1 - last.x0, first.x1 - first.x0);
+  EXPECT_EQ(first.x0, 72);
+  EXPECT_EQ(last.x1, 648);
+}
+
+TEST(PageLayout, RulesBandsAndShadowsAreDrawnAsTheDesignSays) {
+  const menu_design design = *read_design(
+      "name = A\n[background]\nupper band = 30 #ff0000\nlower band = 20 #00ff00\n"
+      "[heading]\nrule = 2 #0000ff\n[entries]\narrangement = grid\nrows = 2\n"
+      "[thumbnail]\nshadow = 4 #101010\n");
+  const drawn_page page = lay_out(design, one_page(1), {}, measured_text).page;
+  const auto boxes = shapes_of<page_rectangle>(page);
+  ASSERT_EQ(boxes.size(), 4u);
+  EXPECT_EQ(boxes[0].box, (page_box{0, 0, 720, 30}));
+  EXPECT_EQ(boxes[1].box, (page_box{0, 460, 720, 20}));
+  const page_text heading = shapes_of<page_text>(page)[0];
+  EXPECT_GE(boxes[2].box.top, heading.box.bottom());
+  EXPECT_EQ(boxes[2].box.height, 2);
+  const page_box picture = shapes_of<page_thumbnail>(page)[0].box;
+  EXPECT_EQ(boxes[3].box,
+            (page_box{picture.left + 4, picture.top + 4, picture.width, picture.height}));
+}
+
+TEST(PageLayout, OnPalEverythingIsAsLongOnTheScreen) {
+  const menu_design design = plain_design("gap = 10\n[entry]\nsize = 25\npanel radius = 10\n");
+  const menu_design scaled = in_lines(design, 576);
+  EXPECT_EQ(scaled.entry.style.size, 30);
+  EXPECT_EQ(scaled.entry_panel.radius, 12);
+  EXPECT_EQ(scaled.gap, 12);
+  EXPECT_EQ(in_lines(design, 480), design);
+}
+
 // Texts -----------------------------------------------------------------------------------------
 
 class TextFit : public testing::Test {
@@ -269,6 +341,16 @@ TEST_F(TextFit, FirstItIsMadeSmaller) {
 TEST_F(TextFit, ThenItIsBrokenIntoLines) {
   EXPECT_EQ(fit("abcd efgh", 66), (fitted_text{"abcd\nefgh", 25, false}));
   EXPECT_EQ(fit("abcd efgh", 66, 100), (fitted_text{"abcd\nefgh", 30, false}));
+}
+TEST_F(TextFit, TwoLinesAreBetterThanOneThatIsMuchSmaller) {
+  EXPECT_EQ(fit("abcd efgh", 120, 80), (fitted_text{"abcd efgh", 24, false}));
+  EXPECT_EQ(fit("abcd efgh", 110, 80), (fitted_text{"abcd\nefgh", 30, false}));
+}
+TEST_F(TextFit, WordsAreBrokenOnlyWhereNothingElseHelps) {
+  EXPECT_EQ(fit("abcdefg hi", 90, 80), (fitted_text{"abcdefg\nhi", 23, false}));
+  EXPECT_EQ(fit("abcdefghij", 90, 80), (fitted_text{"abcde\nfghij", 30, false}));
+  const std::string asia = "\xE6\x97\xA5\xE6\x9C\xAC\xE8\xAA\x9E\xE5\xAD\x97";
+  EXPECT_EQ(fit(asia, 61, 80), (fitted_text{asia.substr(0, 6) + "\n" + asia.substr(6), 30, false}));
 }
 TEST_F(TextFit, ThenItIsShortened) {
   EXPECT_EQ(fit("abcd efgh ijkl", 50), (fitted_text{"abcd\nefg\xE2\x80\xA6", 20, true}));

@@ -19,6 +19,7 @@ namespace corvane {
 namespace {
 
 constexpr int smallest_text = 8, largest_text = 120;
+constexpr int thickest_edge = 20, widest_band = 120;
 
 std::string_view without_blanks(std::string_view text) {
   constexpr std::string_view blanks = " \t\r";
@@ -112,14 +113,15 @@ value_taker colour_taker(page_colour& target) {
 }
 
 /// "2 #000000", or "0" for none.
-value_taker edge_taker(int& width, page_colour& colour) {
-  return [&width, &colour](std::string_view value) -> expectation {
+value_taker edge_taker(int& width, page_colour& colour, int most = thickest_edge) {
+  return [&width, &colour, most](std::string_view value) -> expectation {
     const std::vector<std::string> words = words_of(value);
-    const auto number = words.empty() ? std::nullopt : whole_of(words[0], 0, 20);
+    const auto number = words.empty() ? std::nullopt : whole_of(words[0], 0, most);
     const auto drawn = words.size() == 2 ? colour_of(words[1]) : std::nullopt;
     const bool is_none = words.size() == 1 && number == 0;
     if (!is_none && (!number || !drawn))
-      return "a thickness from 0 to 20 and a colour, such as 2 #000000, or 0 for none";
+      return "a thickness from 0 to " + trimmed(most) +
+             " and a colour, such as 2 #000000, or 0 for none";
     width = *number;
     if (drawn)
       colour = *drawn;
@@ -231,7 +233,8 @@ std::vector<design_key> background_keys(background_words& words, const std::stri
                                                        {{"down", direction::down},
                                                         {"right", direction::right},
                                                         {"down right", direction::down_right},
-                                                        {"up right", direction::up_right}})});
+                                                        {"up right", direction::up_right},
+                                                        {"outward", direction::outward}})});
   keys.push_back({"picture", [&words, folder](std::string_view value) -> expectation {
                     if (value.empty() || why_not_storable(value))
                       return "the name of a picture file beside the design, or its full path";
@@ -266,8 +269,12 @@ class design_reader {
         {"gap", whole_taker(design_.gap, 4, 60)}};
     add_panel_keys(sections_["entries"], design_.sheet, "sheet ");
     sections_["background"] = background_keys(background_, folder);
+    add_edge_key("background", "upper band", design_.upper_band, widest_band);
+    add_edge_key("background", "lower band", design_.lower_band, widest_band);
+    add_edge_key("heading", "rule", design_.heading_rule, thickest_edge);
     sections_["thumbnail"] = {
         {"border", edge_taker(design_.thumbnail_border, design_.thumbnail_border_colour)}};
+    add_edge_key("thumbnail", "shadow", design_.thumbnail_shadow, thickest_edge);
     sections_["buttons"] = {{"frame", whole_taker(design_.frame, 1, 6)}};
   }
 
@@ -310,6 +317,11 @@ class design_reader {
     design_.way.align = page_align::middle;
     add_look_keys(sections_["entry"], design_.entry_look);
     add_look_keys(sections_["way"], design_.way_look);
+  }
+
+  void add_edge_key(const std::string& section, const std::string& name, design_edge& edge,
+                    int most) {
+    sections_[section].push_back({name, edge_taker(edge.lines, edge.colour, most)});
   }
 
   failure take_line(std::string_view line) {

@@ -36,6 +36,13 @@ struct design_panel {
   bool is_seen() const { return colour.alpha > 0 || (border > 0 && border_colour.alpha > 0); }
 };
 
+/// A line, band or shadow, so thick; 0: none.
+struct design_edge {
+  int lines = 0;
+  page_colour colour;
+  bool operator==(const design_edge&) const = default;
+};
+
 /// Colour names as menus offer them (project/menu_rows.h).
 struct design_look {
   std::string highlight = "yellow", select = "white";
@@ -50,9 +57,12 @@ struct menu_design {
   page_background background = colour_background{};
   design_text heading, entry, way;  ///< ways lead to other pages: "next", "back"
   design_panel heading_panel, entry_panel, way_panel;
-  design_panel sheet;        ///< behind all entries together
-  int thumbnail_border = 0;  ///< lines
+  design_edge heading_rule;            ///< beneath the heading, as wide as all entries
+  design_edge upper_band, lower_band;  ///< over the background, along its edges
+  design_panel sheet;                  ///< behind all entries together
+  int thumbnail_border = 0;            ///< lines
   page_colour thumbnail_border_colour{255, 255, 255, 255};
+  design_edge thumbnail_shadow;
   design_look entry_look, way_look;
   int frame = 2;  ///< pixels that the frame of a button is thick
   bool operator==(const menu_design&) const = default;

@@ -10,7 +10,7 @@ namespace corvane {
 namespace {
 
 constexpr int picture_width = 720;
-constexpr int between_parts = 8;
+constexpr int between_parts = 8, around_entries = 8, above_rule = 4;
 
 int even_down(int lines) {
   return lines - lines % 2;
@@ -57,18 +57,43 @@ int pixels_across(int lines, double pixel_aspect) {
   return static_cast<int>(std::lround(lines / pixel_aspect));
 }
 
+menu_design in_lines(menu_design design, int height) {
+  constexpr int stated = 480;
+  const auto scale = [height](int& lines) { lines = (lines * height + stated / 2) / stated; };
+  for (design_text* const text : {&design.heading, &design.entry, &design.way}) {
+    scale(text->style.size);
+    scale(text->least_size);
+  }
+  for (design_panel* const panel :
+       {&design.heading_panel, &design.entry_panel, &design.way_panel, &design.sheet})
+    scale(panel->radius);
+  scale(design.upper_band.lines);
+  scale(design.lower_band.lines);
+  scale(design.gap);
+  design.gap = even_up(design.gap);
+  return design;
+}
+
 page_parts parts_of(const menu_design& design, const page_form& form) {
   const page_box safe = title_safe_area(form.height());
   const int gap = even_up(design.gap);
   page_parts parts;
+  const int rule = design.heading_rule.lines;
   parts.heading = {safe.left, safe.top, safe.width, lines_of(design.heading)};
+  parts.rule = {safe.left, parts.heading.bottom() + above_rule, safe.width, rule};
   const int ways = lines_of(design.way) + 2 * (design.frame + 2);
   parts.ways = {safe.left, safe.bottom() - even_up(ways), safe.width, even_up(ways)};
-  const int top = parts.heading.bottom() + between_parts;
-  parts.entries = {safe.left, top, safe.width, parts.ways.top - between_parts - top};
+  const int top = even_up(rule > 0 ? parts.rule.bottom() : parts.heading.bottom()) + between_parts;
+  parts.sheet = {safe.left, top, safe.width, parts.ways.top - between_parts - top};
+  parts.entries = parts.sheet;
+  if (design.sheet.is_seen()) {
+    const int aside = pixels_across(around_entries, form.pixel_aspect());
+    parts.entries = {parts.sheet.left + aside, top + around_entries, parts.sheet.width - 2 * aside,
+                     parts.sheet.height - 2 * around_entries};
+  }
   parts.across = std::max(4, pixels_across(gap, form.pixel_aspect()));
   parts.entry_height = even_down((parts.entries.height - (design.rows - 1) * gap) / design.rows);
-  parts.entry_width = (safe.width - (design.columns - 1) * parts.across) / design.columns;
+  parts.entry_width = (parts.entries.width - (design.columns - 1) * parts.across) / design.columns;
   return parts;
 }
 

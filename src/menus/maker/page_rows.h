@@ -27,11 +27,17 @@ page_box title_safe_area(int height);
 
 /// All on even lines and within the safe area.
 struct page_parts {
-  page_box heading, entries, ways;
+  page_box heading, rule, entries, ways;  ///< a rule that is not wanted has no height
+  page_box sheet;                         ///< of the entries, with room around them
   int entry_width = 0, entry_height = 0;  ///< of one entry, pixels
   int across = 0;                         ///< pixels between entries beside each other
 };
 
+/// The design for pictures of so many lines: its lengths are lines of a picture that has 480, and
+/// are as long on the screen in one that has more. Borders and outlines stay as they are.
+menu_design in_lines(menu_design design, int height);
+
+/// `design`: in the lines of the form's picture.
 page_parts parts_of(const menu_design& design, const page_form& form);
 
 /// So many lines, as wide as that on a screen, in pixels.

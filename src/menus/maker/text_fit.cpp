@@ -55,6 +55,42 @@ std::vector<std::size_t> letter_ends(std::string_view text) {
   return ends;
 }
 
+/// Scripts that are written without blanks, whose lines may end between any letters.
+bool has_no_blanks(std::uint32_t code) {
+  return (code >= 0x0E01 && code < 0x0EE0) || (code >= 0x1000 && code < 0x10A0) ||
+         (code >= 0x1780 && code < 0x17DE) || (code >= 0x2E80 && code < 0xA000) ||
+         (code >= 0xAC00 && code < 0xD7A4) || (code >= 0xF900 && code < 0xFB00) ||
+         (code >= 0xFF01 && code < 0xFFDD) || (code >= 0x20000 && code < 0x40000);
+}
+
+/// The letter that a text ends with, without looking for its marks.
+std::uint32_t last_character(std::string_view text) {
+  std::size_t at = text.size();
+  while (at > 0 && (static_cast<unsigned char>(text[--at]) & 0xC0U) == 0x80U) {
+  }
+  return first_character(text.substr(at)).code;
+}
+
+/// Whether one of the lines that a text was wrapped into ends within a word.
+bool has_broken_word(std::string_view text, const std::vector<std::string>& lines) {
+  std::size_t at = 0;
+  for (const std::string& line : lines) {
+    at = text.find(line, at);
+    if (at == std::string_view::npos)
+      return false;
+    at += line.size();
+    if (line.empty() || at >= text.size())
+      continue;
+    const std::uint32_t before = last_character(line);
+    const std::uint32_t next = first_character(text.substr(at)).code;
+    const bool may_end = before == '-' || next == ' ' || next == '\n' || has_no_blanks(before) ||
+                         has_no_blanks(next);
+    if (!may_end)
+      return true;
+  }
+  return false;
+}
+
 class fitter {
  public:
   fitter(const design_text& how, const page_box& box, double pixel_aspect,
@@ -66,29 +102,47 @@ class fitter {
       return {{}, how_.style.size, false};
     const bool is_cut = letter_ends(text).size() > most_characters;
     if (!is_cut)
-      for (const int lines : {1, how_.most_lines})
-        for (int size = how_.style.size;; size = std::max(size - 1, how_.least_size)) {
-          if (auto fitted = at_size(text, size, lines))
+      for (const way& one : ways())
+        for (int size = how_.style.size;; --size) {
+          if (auto fitted = at_size(text, size, one))
             return {*fitted, size, false};
-          if (size <= how_.least_size)
+          if (size <= one.least_size)
             break;
         }
     return shortened(text);
   }
 
  private:
+  /// Of fitting a text that is not shortened.
+  struct way {
+    int lines = 1, least_size = 0;
+    bool breaks_words = true;
+  };
+
+  /// A line that is a little smaller looks better than two, and two better than one that is much
+  /// smaller. Words are only broken where nothing else helps.
+  std::vector<way> ways() const {
+    const int least = std::min(how_.least_size, how_.style.size);
+    if (how_.most_lines == 1)
+      return {{1, least}};
+    return {{1, std::max(least, (3 * how_.style.size + 3) / 4)},
+            {how_.most_lines, least, false},
+            {how_.most_lines, least}};
+  }
+
   /// The text in lines, if it fits so.
-  std::optional<std::string> at_size(const std::string& text, int size, int lines) {
+  std::optional<std::string> at_size(const std::string& text, int size, const way& one) {
     style_.size = size;
-    const text_extent extent = measure_(text, style_, lines == 1 ? 0 : box_.width, aspect_);
+    const text_extent extent = measure_(text, style_, one.lines == 1 ? 0 : box_.width, aspect_);
     const bool fits = extent.width <= box_.width && extent.height <= box_.height &&
-                      extent.lines.size() <= static_cast<std::size_t>(lines);
+                      extent.lines.size() <= static_cast<std::size_t>(one.lines) &&
+                      (one.breaks_words || !has_broken_word(text, extent.lines));
     return fits ? std::optional(join(extent.lines, "\n")) : std::nullopt;
   }
 
   std::optional<std::string> cut_at(const std::string& text, std::size_t end, int size) {
     const std::string kept(trim_right(std::string_view(text).substr(0, end)));
-    return at_size(kept + std::string(ellipsis), size, how_.most_lines);
+    return at_size(kept + std::string(ellipsis), size, {how_.most_lines, size});
   }
 
   /// As much of the text as fits at the least size, or if nothing does, at smaller ones.
