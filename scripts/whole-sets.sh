@@ -4,6 +4,7 @@
 # the arrow keys of 200 menus, and 2000 menus edited at random. Then the players that are installed are asked about the samples' discs.
 # the arrow keys of 200 menus and the looks of 200 others. Then the players that are installed are
 # asked about the samples' discs.
+# the arrow keys of 200 menus, and the pages that all designs give for discs of all kinds. Then the players that are installed are asked about the samples' discs.
 #
 #   scripts/whole-sets.sh
 set -eu
@@ -17,6 +18,11 @@ CORVANE_WHOLE_SETS=1 build/debug/bin/test_authored_disc \
   --gtest_filter='CleanProjects.*:*WrongByte*:StandIn*:*ArrowKeysLead*'
 CORVANE_WHOLE_SETS=1 build/debug/bin/test_menus --gtest_filter='MenuEditorRandom.*'
   --gtest_filter='CleanProjects.*:*WrongByte*:StandIn*:*ArrowKeysLead*:SpumuxLooks.*'
+cmake --build build/debug -j "${CORVANE_JOBS:-$(nproc)}" --target test_authored_disc test_letters </dev/null
+./samples/make.sh
+CORVANE_WHOLE_SETS=1 build/debug/bin/test_authored_disc \
+  --gtest_filter='CleanProjects.*:*WrongByte*:StandIn*:*ArrowKeysLead*'
+CORVANE_WHOLE_SETS=1 build/debug/bin/test_letters --gtest_filter='DesignPictures.*'
 if command -v mplayer >/dev/null || command -v HandBrakeCLI >/dev/null; then
   ./scripts/players.sh
 else

@@ -90,6 +90,12 @@ TEST(PageGradient, RunsFromColourToColour) {
   const page_canvas up = drawn(direction::up_right);
   EXPECT_EQ(up.at(0, 47).blue, 2);
   EXPECT_EQ(up.at(63, 0).blue, 253);
+  const page_canvas outward = drawn(direction::outward);
+  EXPECT_LE(outward.at(32, 24).red, 5);
+  for (const int x : {0, 63})
+    for (const int y : {0, 47})
+      EXPECT_EQ(outward.at(x, y).red, 250);
+  EXPECT_NEAR(outward.at(0, 24).red, outward.at(32, 0).red, 3);
 }
 
 TEST(PageGradient, OfOneColourIsThatColour) {
