@@ -313,6 +313,25 @@ TEST_F(MadeMenus, FortyTitlesOfManyChaptersFillTheDiscAndItIsSaid) {
   EXPECT_THAT(button_findings(d, {}), IsEmpty());
 }
 
+// A disc has the buttons of such a menu three times.
+TEST_F(MadeMenus, MenusOf16To9HaveNoMoreThanTwelveButtons) {
+  for (int title = 3; title <= 40; ++title)
+    add_files_and_title({"film" + trimmed(title) + ".m2v", "x.ac3"});
+  p.chapters[0] = "0";
+  for (int chapter = 1; chapter < 99; ++chapter)
+    p.chapters[0] += "," + trimmed(std::int64_t{chapter} * 10);
+  wishes.is_wide = true;
+  wishes.choices.play_all = true;
+  for (const found_design& found : designs_in(CORVANE_DESIGNS, {})) {
+    ASSERT_TRUE(found.design) << found.id;
+    wishes.design = *found.design;
+    make();
+    for (int menu = 1; menu <= menu_count(p); ++menu)
+      EXPECT_LE(button_records(p, menu).size(), 12u) << found.id << ", menu " << menu;
+    EXPECT_GT(button_records(p, 1).size(), 4u) << found.id;
+  }
+}
+
 TEST(MenuMemory, TextAndBack) {
   menu_memory memory;
   memory.menu = "titles 1";

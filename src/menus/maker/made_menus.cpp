@@ -238,8 +238,10 @@ result<menus_to_make> menus_for(const project& p, const menu_wishes& wishes,
   disc_description d = disc_of(p);
   d.jump_table = *jump_table;
 
-  menu_plan plan = plan_menus(
-      d, wishes.choices, {wishes.design.most_entries(), most_menus - places.kept}, wishes.texts);
+  const page_form form{d.standard, wishes.is_wide};
+  const menu_design design = design_for(wishes.design, form);
+  menu_plan plan = plan_menus(d, wishes.choices, {design.most_entries(), most_menus - places.kept},
+                              wishes.texts);
   if (plan.menus.empty())
     return made_or_why::fail(plan.notes.empty() ? "There is nothing to make" : plan.notes.front());
   menus_to_make made;
@@ -248,8 +250,7 @@ result<menus_to_make> menus_for(const project& p, const menu_wishes& wishes,
   menu_memory memory = common_memory(d, wishes);
   int number = places.before;
   for (const planned_menu& menu : plan.menus) {
-    laid_out_menu laid_out =
-        lay_out(wishes.design, menu, {d.standard, wishes.is_wide}, measure, wishes.moves);
+    laid_out_menu laid_out = lay_out(design, menu, form, measure, wishes.moves);
     made.notes.insert(made.notes.end(), laid_out.notes.begin(), laid_out.notes.end());
     note_unreachable(laid_out, ++number, made.notes);
     memory.menu = menu.key;

@@ -74,6 +74,12 @@ menu_design in_lines(menu_design design, int height) {
   return design;
 }
 
+menu_design design_for(menu_design design, const page_form& form) {
+  while (form.is_wide && design.most_entries() > most_wide_buttons - most_ways)
+    --(design.rows > 1 ? design.rows : design.columns);
+  return design;
+}
+
 page_parts parts_of(const menu_design& design, const page_form& form) {
   const page_box safe = title_safe_area(form.height());
   const int gap = even_up(design.gap);
