@@ -58,6 +58,7 @@ struct making_end {
   bool stopped = false;
   std::string problem;  ///< why there are no menus, sentences; empty: there are, or it was stopped
   int menus = 0;        ///< that were made
+  std::vector<std::string> files;  ///< their backgrounds and sound, native paths
   std::vector<std::string> notes;  ///< what is left out, shortened, or otherwise; sentences
 };
 

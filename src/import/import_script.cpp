@@ -128,13 +128,6 @@ std::string word(const std::string& argument) {
   return is_plain ? argument : in_double_quotes(argument);
 }
 
-std::string command(const std::string& app, const argument_list& list, path_style style) {
-  std::string line = in_double_quotes(join_path(join_path(app, "bin", style), "ffmpeg.exe", style));
-  for (const std::string& argument : list)
-    line += " " + word(argument);
-  return line;
-}
-
 }  // namespace
 
 std::optional<std::string> why_not_in_script(const import_job& job, path_style style) {
@@ -157,6 +150,13 @@ bool has_two_passes(const import_job& job) {
 
 std::string import_step(const import_job& job, bool first_pass, path_style style) {
   return "importing " + native_file_name(job.source, style) + (first_pass ? ", first pass" : "");
+}
+
+std::string ffmpeg_line(const std::string& app, const argument_list& arguments, path_style style) {
+  std::string line = in_double_quotes(join_path(join_path(app, "bin", style), "ffmpeg.exe", style));
+  for (const std::string& argument : arguments)
+    line += " " + word(argument);
+  return line;
 }
 
 argument_list import_arguments(const import_job& job, bool first_pass) {
@@ -182,13 +182,13 @@ std::string import_script(const std::vector<import_job>& jobs, const std::string
   for (const import_job& job : jobs) {
     if (has_two_passes(job)) {
       put_line(text, "echo " + step_line(import_step(job, true, style)));
-      put_line(text, command(app, import_arguments(job, true), style));
+      put_line(text, ffmpeg_line(app, import_arguments(job, true), style));
     }
     put_line(text, "echo " + step_line(import_step(job, false, style)));
-    put_line(text, command(app, import_arguments(job, false), style));
+    put_line(text, ffmpeg_line(app, import_arguments(job, false), style));
     for (std::size_t i = 0; i < job.plan.texts.size(); ++i)
       if (!job.plan.texts[i].stream)
-        put_line(text, command(app, text_arguments(job, i), style));
+        put_line(text, ffmpeg_line(app, text_arguments(job, i), style));
     if (has_two_passes(job))
       put_line(text, "erase " + in_double_quotes(notes_file(job.files)));
   }

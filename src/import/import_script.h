@@ -38,6 +38,10 @@ std::string import_step(const import_job& job, bool first_pass, path_style style
 std::string import_script(const std::vector<import_job>& jobs, const std::string& app,
                           path_style style = native_style());
 
+/// The line of a work script that runs ffmpeg, without its end.
+std::string ffmpeg_line(const std::string& app, const argument_list& arguments,
+                        path_style style = native_style());
+
 /// The arguments of one run of ffmpeg, without the program.
 argument_list import_arguments(const import_job& job, bool first_pass);
 

@@ -226,21 +226,27 @@ std::string still_name(const std::string& picture,
   }
 }
 
-std::string picture_still_script(const std::string& app, const picture_still& still,
-                                 path_style style) {
+std::vector<std::string> picture_still_lines(const std::string& app, const picture_still& still,
+                                             path_style style) {
   const bool ntsc = still.choices.standard != video_standard::pal;
   const bool wide = still.choices.aspect == disc_aspect::sixteen_nine;
   const std::string jpeg = join_path(app, run_file::still_picture, style);
-  const std::string lines[] = {
-      "@echo off", "echo *creating m2v still",
-      still_tool(app, "gm", style) + gm_arguments(still) + " < " +
-          in_double_quotes(still.source.file) + " > " + in_double_quotes(jpeg),
-      // jpeg2yuv takes the name for a pattern of numbered files.
-      still_tool(app, "jpeg2yuv", style) + " -n " + trimmed(still.choices.frames) + " -I p -f " +
-          (ntsc ? "29.97" : "25") + " -j " + in_double_quotes(replace_all(jpeg, "%", "%%")) +
-          " | " + still_tool(app, "mpeg2enc", style) + " -f 8 -n " + (ntsc ? "n" : "p") + " -a " +
-          (wide ? "3" : "2") + " -o " + in_double_quotes(temporary_name(still.m2v)),
-      "erase " + in_double_quotes(jpeg), "echo " + std::string(end_marker)};
+  return {still_tool(app, "gm", style) + gm_arguments(still) + " < " +
+              in_double_quotes(still.source.file) + " > " + in_double_quotes(jpeg),
+          // jpeg2yuv takes the name for a pattern of numbered files.
+          still_tool(app, "jpeg2yuv", style) + " -n " + trimmed(still.choices.frames) +
+              " -I p -f " + (ntsc ? "29.97" : "25") + " -j " +
+              in_double_quotes(replace_all(jpeg, "%", "%%")) + " | " +
+              still_tool(app, "mpeg2enc", style) + " -f 8 -n " + (ntsc ? "n" : "p") + " -a " +
+              (wide ? "3" : "2") + " -o " + in_double_quotes(temporary_name(still.m2v)),
+          "erase " + in_double_quotes(jpeg)};
+}
+
+std::string picture_still_script(const std::string& app, const picture_still& still,
+                                 path_style style) {
+  std::vector<std::string> lines = picture_still_lines(app, still, style);
+  lines.insert(lines.begin(), {"@echo off", "echo *creating m2v still"});
+  lines.push_back("echo " + std::string(end_marker));
   std::string text;
   for (const std::string& line : lines)
     text += line + std::string(crlf);

@@ -18,6 +18,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace corvane {
 
@@ -77,8 +78,13 @@ std::string still_name(const std::string& picture,
                        const std::function<bool(const std::string&)>& is_taken,
                        path_style style = native_style());
 
-/// Text of the work script; `app` is the program folder, native in `style`. The picture's name must
-/// be one that rows can hold (`why_not_storable`).
+/// The lines of a work script, without their ends, that make the video under its temporary name, by
+/// way of a picture in the program folder (`app`, native in `style`), which goes again. The
+/// picture's name must be one that rows can hold (`why_not_storable`).
+std::vector<std::string> picture_still_lines(const std::string& app, const picture_still& still,
+                                             path_style style = native_style());
+
+/// Text of the work script, with these lines.
 std::string picture_still_script(const std::string& app, const picture_still& still,
                                  path_style style = native_style());
 

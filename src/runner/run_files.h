@@ -41,6 +41,12 @@ inline constexpr const char* import_speeds = "import-speeds.txt";
 /// What an import that goes on has made so far (import/unfinished_imports.h).
 inline constexpr const char* unfinished_import = "unfinished-import.txt";
 
+/// The script that makes the backgrounds of menus, its log, and the folder with the pages that they
+/// are made of.
+inline constexpr const char* menus_script = "menus.bat";
+inline constexpr const char* menus_log = "CorvaneMENUS.txt";
+inline constexpr const char* menu_pages = "menu-pages";
+
 /// What had been printed when the runner met an unexpected error, and the error.
 inline constexpr const char* unexpected_error = "updatecodelog.txt";
 

@@ -184,7 +184,7 @@ void insert_menus(project& p, int before, const menu_wishes& wishes, const menus
   options.thickness = wishes.design.frame;
   int number = before;
   for (const menu_to_make& menu : made.menus) {
-    row_to_write(p.menulist, ++number, {}) = menu_row_text({menu.video, {}});
+    row_to_write(p.menulist, ++number, {}) = menu_row_text({menu.video, made.sound});
     std::vector<std::string> records;
     for (const remembered_button& button : menu.memory.buttons)
       records.push_back(button.record);

@@ -46,6 +46,7 @@ struct menu_to_make {
 
 struct menus_to_make {
   std::vector<menu_to_make> menus;
+  std::string sound;               ///< stored path of what all of them have; empty: none
   std::vector<std::string> notes;  ///< sentences: what is left out, shortened, or otherwise
   std::vector<menu_background> backgrounds() const;
 };
