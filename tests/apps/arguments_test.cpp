@@ -161,6 +161,39 @@ TEST(AuthorArguments, WhatIsWrongWithAnImportIsNamed) {
               "--import authors nothing and has options of its own");
 }
 
+TEST(AuthorArguments, MenusTakeADesignAndTheProject) {
+  const auto arguments = read_author_arguments(
+      {"--make-menus", "amber", "--to", "menus", "--film", "a.mp4", "--play-all", "c.cvp"});
+  ASSERT_TRUE(arguments) << arguments.error;
+  EXPECT_EQ(arguments->design, "amber");
+  EXPECT_EQ(arguments->to, "menus");
+  EXPECT_EQ(arguments->film, "a.mp4");
+  EXPECT_TRUE(arguments->play_all);
+  EXPECT_EQ(arguments->project, "c.cvp");
+  EXPECT_EQ(read_author_arguments({"c.cvp", "--make-menus", "x"})->design, "x");
+}
+
+TEST(AuthorArguments, WhatIsWrongWithMenusIsNamed) {
+  const auto why = [](const std::vector<std::string>& words) {
+    return read_author_arguments(words).error;
+  };
+  EXPECT_EQ(why({"--make-menus"}), "--make-menus wants a value");
+  EXPECT_EQ(why({"--make-menus", "", "c.cvp"}), "--make-menus wants a value");
+  EXPECT_EQ(why({"--make-menus", "amber"}), "PROJECT.cvp is missing");
+  EXPECT_EQ(why({"--make-menus", "amber", "c.cvp", "out"}), "\"out\" is one path too many");
+  EXPECT_EQ(why({"--make-menus", "amber", "--rate", "5000", "c.cvp"}), "--rate goes with --import");
+  EXPECT_EQ(why({"--film", "a.mp4", "c.cvp", "out"}), "--film goes with --make-menus");
+  EXPECT_EQ(why({"--play-all", "c.cvp", "out"}), "--play-all goes with --make-menus");
+  EXPECT_EQ(why({"--make-menus", "amber", "--json", "c.cvp"}),
+            "--json goes with --check and --verify");
+  for (const char* option : {"--import", "--check", "--verify"})
+    EXPECT_EQ(why({"--make-menus", "amber", option, "c.cvp"}),
+              "--make-menus goes with none of --import, --check and --verify");
+  for (const char* option : {"--prepare", "--replace", "--cleanup", "--force", "--iso"})
+    EXPECT_EQ(why({"--make-menus", "amber", option, "c.cvp"}),
+              "--make-menus authors nothing and has options of its own");
+}
+
 TEST(AuthorArguments, HelpAndVersionComeFirst) {
   EXPECT_TRUE(read_author_arguments({"--nonsense", "--help"})->help);
   EXPECT_TRUE(read_author_arguments({"--version"})->version);

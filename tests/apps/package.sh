@@ -51,6 +51,12 @@ fi
 mkdir "$work/home"
 printed=$(HOME=$work/home "$work/root/usr/bin/corvane-author" --version) || fail "it does not start"
 [ "$printed" = 'corvane-author (Corvane 0.997 - 1/2/2005)' ] || fail "it says \"$printed\""
+# The designs of menus, too: it says which there are.
+printed=$(HOME=$work/home "$work/root/usr/bin/corvane-author" --make-menus none film.cvp 2>&1) || true
+case $printed in
+  *"There is no design \"none\"; there are "*amber*) ;;
+  *) fail "it finds no designs: \"$printed\"" ;;
+esac
 
 if command -v lintian >/dev/null; then
   lintian --allow-root --fail-on error,warning "$package" >&2 || fail "lintian finds fault with it"

@@ -68,8 +68,13 @@ bool take_import_option(author_arguments& arguments, const std::string& word) {
   return true;
 }
 
+bool is_of_menus(const std::string& word) {
+  return word == "--film" || word == "--play-all";
+}
+
 bool wants_value(const std::string& word) {
-  return word == "--to" || word == "--rate" || word == "--constant";
+  return word == "--to" || word == "--rate" || word == "--constant" || word == "--make-menus" ||
+         word == "--film";
 }
 
 /// The whole number of a value; nullopt if it is none within these bounds.
@@ -80,11 +85,11 @@ std::optional<int> number_within(const std::string& value, int least, int most) 
   return is_read && number >= least && number <= most ? std::optional(number) : std::nullopt;
 }
 
-/// One with a value, which only an import has.
+/// One with a value, which imports and menus have.
 failure take_value(author_arguments& arguments, const std::string& word, const std::string& value) {
-  if (word == "--to") {
-    arguments.to = value;
-    return std::nullopt;
+  if (word == "--to" || word == "--make-menus" || word == "--film") {
+    (word == "--to" ? arguments.to : word == "--film" ? arguments.film : arguments.design) = value;
+    return value.empty() ? failure(word + " wants a value") : std::nullopt;
   }
   const bool constant = word == "--constant";
   const int least = constant ? 2 : 700, most = constant ? 31 : 8500;
@@ -127,7 +132,19 @@ failure take_imported(author_arguments& arguments, const std::vector<std::string
   return arguments.to.empty() ? failure("--to FOLDER is missing") : std::nullopt;
 }
 
+/// The project alone.
+failure take_project_of_menus(author_arguments& arguments, const std::vector<std::string>& paths) {
+  if (paths.empty() || paths.front().empty())
+    return "PROJECT.cvp is missing";
+  if (paths.size() > 1)
+    return "\"" + paths[1] + "\" is one path too many";
+  arguments.project = paths.front();
+  return std::nullopt;
+}
+
 failure take_paths(author_arguments& arguments, const std::vector<std::string>& paths) {
+  if (!arguments.design.empty())
+    return take_project_of_menus(arguments, paths);
   if (arguments.import)
     return take_imported(arguments, paths);
   if (arguments.verify)
@@ -146,6 +163,19 @@ failure take_paths(author_arguments& arguments, const std::vector<std::string>& 
   return std::nullopt;
 }
 
+bool has_options_of_a_run(const author_arguments& arguments) {
+  return arguments.prepare || arguments.replace || arguments.cleanup || arguments.force ||
+         arguments.skip_look || arguments.iso;
+}
+
+failure why_no_menus(const author_arguments& arguments) {
+  if (arguments.import || arguments.check || arguments.verify)
+    return "--make-menus goes with none of --import, --check and --verify";
+  if (has_options_of_a_run(arguments))
+    return "--make-menus authors nothing and has options of its own";
+  return std::nullopt;
+}
+
 // Options of a run say nothing to a check; taking them in silence would let a person believe that
 // a disc was made.
 failure why_not_together(const author_arguments& arguments) {
@@ -155,10 +185,11 @@ failure why_not_together(const author_arguments& arguments) {
     return "--check and --verify exclude each other";
   if (arguments.import && (arguments.check || arguments.verify))
     return "--import goes with neither --check nor --verify";
+  if (!arguments.design.empty())
+    return why_no_menus(arguments);
   if (!arguments.check && !arguments.verify && !arguments.import)
     return std::nullopt;
-  if (arguments.prepare || arguments.replace || arguments.cleanup || arguments.force ||
-      arguments.skip_look || arguments.iso)
+  if (has_options_of_a_run(arguments))
     return arguments.import ? failure("--import authors nothing and has options of its own")
                             : std::string(arguments.check ? "--check" : "--verify") +
                                   " authors nothing and goes with --json only";
@@ -175,26 +206,35 @@ result<author_arguments> read_author_arguments(const std::vector<std::string>& g
   if (arguments.help || arguments.version)
     return words::ok(arguments);
   std::vector<std::string> paths;
-  std::string of_import;
+  std::string of_import, of_menus;
   for (auto word = given.begin(); word != end_of_options; ++word) {
     const std::string option = *word;
     failure why;
     if (!option.starts_with('-')) {
       paths.push_back(option);
     } else if (wants_value(option)) {
-      of_import = option;
+      if (is_of_menus(option))
+        of_menus = option;
+      else if (option != "--make-menus")
+        of_import = option;
       why = ++word == end_of_options ? option + " wants a value"
                                      : take_value(arguments, option, *word);
     } else if (take_import_option(arguments, option)) {
       of_import = option;
+    } else if (is_of_menus(option)) {
+      of_menus = option;
+      arguments.play_all = true;
     } else {
       why = take_option(arguments, option);
     }
     if (why)
       return words::fail(*why);
   }
-  if (!of_import.empty() && !arguments.import)
+  const bool makes_menus = !arguments.design.empty();
+  if (!of_import.empty() && !arguments.import && !(makes_menus && of_import == "--to"))
     return words::fail(of_import + " goes with --import");
+  if (!of_menus.empty() && !makes_menus)
+    return words::fail(of_menus + " goes with --make-menus");
   if (end_of_options != given.end())
     paths.insert(paths.end(), end_of_options + 1, given.end());
   if (const failure why = why_not_together(arguments))
@@ -209,6 +249,7 @@ std::string author_help() {
        corvane-author --check [--json] PROJECT.cvp [OUTPUT-FOLDER]
        corvane-author --verify [--json] [PROJECT.cvp] DISC
        corvane-author --import FILE... --to FOLDER PROJECT.cvp
+       corvane-author --make-menus DESIGN PROJECT.cvp
 
 Authors the DVD of a Corvane project into a folder, without a display. With
 --check it reads all files of the project, says what would go wrong or look
@@ -218,6 +259,8 @@ and says what is on it and what is wrong with it: by itself, or held against
 what a project asks for. With --import it makes titles of films in other forms
 (MP4, MKV, AVI, MTS, MPEG and more) and adds them to the project, which is made
 where there is none: what a disc takes as it is is copied, the rest encoded.
+With --make-menus it makes menus of the project's titles and chapters, in the
+place of those that it made before.
 
 Options:
   --prepare   write all files of the run, print their paths, run nothing
@@ -232,7 +275,8 @@ Options:
   --verify    only say what is wrong with a disc
   --json      say it as JSON
   --import    make titles of FILE... and add them to the project
-  --to FOLDER where their streams go
+  --to FOLDER where their streams go, or the menus' (without it: beside the
+              project)
   --dvd9      fill a disc of two layers (without it: of one) with pictures as
               good as there is room for
   --rate N    instead: N kbit/s of video on average, 700 to 8500
@@ -252,6 +296,11 @@ Options:
   --film-by-speed
               PAL: films of 24 pictures a second play with 25
   --pal       where neither project nor films decide, make PAL, not NTSC
+  --make-menus DESIGN
+              make menus that look as the design of this name says, or the one
+              in this file
+  --film FILE a film behind them, its first half minute with its sound
+  --play-all  titles go on with the next one, and the menu offers all of them
   --help      show this help
   --version   show the version
   --          end of the options
@@ -260,8 +309,8 @@ The folder is made when it does not exist. Questions that the window would ask
 get the answer that loses nothing.
 
 Exit status:
-  0    the disc is authored, the look at project or disc found no error, or all
-       files are imported
+  0    the disc is authored, the look at project or disc found no error, all
+       files are imported, or the menus are made
   1    a tool reported an error, or a file was not imported
   2    bad arguments, a project that cannot be loaded or authored as it stands,
        an error that the look at project or disc found, a folder that holds a
@@ -277,6 +326,7 @@ Environment:
 
 Examples:
   corvane-author --import holiday.mp4 --to streams film.cvp
+  corvane-author --make-menus amber film.cvp
   corvane-author --check film.cvp
   corvane-author film.cvp /srv/dvd/film
   corvane-author --verify film.cvp /srv/dvd/film

@@ -28,7 +28,10 @@ struct author_arguments {
   std::vector<std::string> imported;  ///< files to be imported, as given
   std::string to;                     ///< where their streams go, as given
   import_choices choices;             ///< for them
-  std::string output;  ///< likewise; the disc that is looked at; empty if only to be checked
+  std::string design;  ///< make menus that look so, and author nothing; a name or a file, as given
+  std::string film;    ///< behind them, as given; empty: none
+  bool play_all = false;  ///< their titles go on with the next one
+  std::string output;     ///< likewise; the disc that is looked at; empty if only to be checked
 };
 
 /// Reads the arguments (without the program's name). With --help or --version nothing else is

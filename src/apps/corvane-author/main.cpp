@@ -2,7 +2,9 @@
 #include "apps/corvane-author/arguments.h"
 #include "apps/corvane-author/author_project.h"
 #include "apps/corvane-author/import_files.h"
+#include "apps/corvane-author/menus_of_project.h"
 #include "apps/corvane-author/report.h"
+#include "drawing/page_painting.h"
 #include "media/source_probe.h"
 #include "platform/files/program_folder.h"
 #include "platform/processes/console.h"
@@ -36,6 +38,9 @@ int main(int argc, char** argv) {
   try {
     if (arguments->import)
       return corvane::import_into_project(*arguments, report, corvane::probe_source);
+    if (!arguments->design.empty())
+      return corvane::make_menus_of_project(*arguments, report, corvane::probe_source,
+                                            corvane::make_page_painter);
     return corvane::author_project(*arguments, report);
   } catch (const std::exception& error) {
     // Only what nothing can be done about, as memory that has run out. The tools end with us.
