@@ -5,6 +5,8 @@
 # the arrow keys of 200 menus and the looks of 200 others. Then the players that are installed are
 # asked about the samples' discs.
 # the arrow keys of 200 menus, and the pages that all designs give for discs of all kinds. Then the players that are installed are asked about the samples' discs.
+# the arrow keys of 200 menus, and 160 discs with menus that are made of titles by every design. Then the
+# players that are installed are asked about the samples' discs.
 #
 #   scripts/whole-sets.sh
 set -eu
@@ -23,6 +25,12 @@ cmake --build build/debug -j "${CORVANE_JOBS:-$(nproc)}" --target test_authored_
 CORVANE_WHOLE_SETS=1 build/debug/bin/test_authored_disc \
   --gtest_filter='CleanProjects.*:*WrongByte*:StandIn*:*ArrowKeysLead*'
 CORVANE_WHOLE_SETS=1 build/debug/bin/test_letters --gtest_filter='DesignPictures.*'
+cmake --build build/debug -j "${CORVANE_JOBS:-$(nproc)}" --target test_authored_disc test_made_menus \
+  </dev/null
+./samples/make.sh
+CORVANE_WHOLE_SETS=1 build/debug/bin/test_authored_disc \
+  --gtest_filter='CleanProjects.*:*WrongByte*:StandIn*:*ArrowKeysLead*'
+CORVANE_WHOLE_SETS=1 build/debug/bin/test_made_menus
 if command -v mplayer >/dev/null || command -v HandBrakeCLI >/dev/null; then
   ./scripts/players.sh
 else
