@@ -5,6 +5,7 @@
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "formats/text.h"
+#include "menus/maker/design_writer.h"
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "platform/text/utf8.h"
@@ -123,6 +124,8 @@ menu_memory common_memory(const disc_description& d, const menu_wishes& wishes) 
       memory.chapters_of.push_back(d.title(title).video());
   memory.texts = wishes.texts;
   memory.moves = wishes.moves;
+  memory.look = written_design(wishes.design);
+  memory.also = wishes.also;
   return memory;
 }
 
@@ -255,7 +258,8 @@ result<menus_to_make> menus_for(const project& p, const menu_wishes& wishes,
     note_unreachable(laid_out, ++number, made.notes);
     memory.menu = menu.key;
     memory.buttons = buttons_for(menu, laid_out, wishes.design, places.before);
-    made.menus.push_back({stored_from_native(namer.name(menu)), std::move(laid_out.page), memory});
+    made.menus.push_back({stored_from_native(namer.name(menu)), std::move(laid_out.page), memory,
+                          menu, std::move(laid_out.buttons)});
   }
   add_general_notes(p, wishes, places, made.notes);
   return made_or_why::ok(std::move(made));

@@ -12,6 +12,7 @@
 #include "project/document.h"
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -31,6 +32,8 @@ struct menu_wishes {
   std::optional<bool> jump_table;
   bool sets_ends = true;  ///< titles end as the choices say; else their commands stay
   bool loops = false;     ///< menus begin again at their end: of a background that moves
+  /// What else is remembered for making again, for whoever chooses: texts by names of his own.
+  std::map<std::string, std::string> also;
 };
 
 struct menu_background {
@@ -42,6 +45,8 @@ struct menu_to_make {
   std::string video;  ///< stored path of the background
   drawn_page page;
   menu_memory memory;  ///< with the buttons' records
+  planned_menu planned;
+  std::vector<menu_rectangle> buttons;  ///< of the entries, then of the ways
 };
 
 struct menus_to_make {

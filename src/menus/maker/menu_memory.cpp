@@ -92,6 +92,8 @@ class memory_reader {
       memory_.buttons.push_back({fields[1], fields[2]});
     else if (kind == "word")
       return take_word(fields[1], fields[2]);
+    else if (kind == "also")
+      memory_.also[fields[1]] = fields[2];
     else if (kind == "place")
       return take_place(fields[1], fields[2]);
     else
@@ -107,6 +109,8 @@ class memory_reader {
       memory_.menu = value;
     else if (kind == "design")
       memory_.design = value;
+    else if (kind == "look")
+      memory_.look = value;
     else if (kind == "wide")
       memory_.is_wide = value == "1";
     else if (kind == "play all")
@@ -192,6 +196,7 @@ std::string memory_text(const menu_memory& memory) {
   };
   add({"menu", memory.menu});
   add({"design", memory.design});
+  add({"look", memory.look});
   add({"wide", memory.is_wide ? "1" : "0"});
   add({"play all", memory.choices.play_all ? "1" : "0"});
   add({"picture after", trimmed(std::llround(memory.choices.picture_after * 100))});
@@ -201,6 +206,8 @@ std::string memory_text(const menu_memory& memory) {
     add({"chapters of", video});
   for (const auto& [key, own] : memory.texts)
     add({"text", key, own});
+  for (const auto& [name, value] : memory.also)
+    add({"also", name, value});
   for (const auto& [key, place] : memory.moves)
     add({"place", key, place_words(place)});
   for (const remembered_button& button : memory.buttons)
@@ -258,6 +265,8 @@ remembered_menus menus_made_before(const project& p) {
   all.choices.chapters_of = titles_playing(disc_of(p), first.chapters_of);
   all.texts = first.texts;
   all.moves = first.moves;
+  all.look = first.look;
+  all.also = first.also;
   for (const auto& [number, memory] : all.made)
     take_changes(p, number, memory, all);
   return all;

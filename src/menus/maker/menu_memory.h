@@ -29,13 +29,15 @@ struct remembered_button {
 
 /// What stands beside one background.
 struct menu_memory {
-  std::string menu;                      ///< the planned menu's key
-  std::string design;                    ///< id (menus/maker/design_folder.h)
-  bool is_wide = false;                  ///< 16:9
-  menu_choices choices;                  ///< but for `chapters_of`
-  std::vector<std::string> chapters_of;  ///< stored paths of the titles' videos
-  menu_texts texts;                      ///< the user's
-  menu_moves moves;                      ///< likewise
+  std::string menu;                         ///< the planned menu's key
+  std::string design;                       ///< id (menus/maker/design_folder.h)
+  bool is_wide = false;                     ///< 16:9
+  menu_choices choices;                     ///< but for `chapters_of`
+  std::vector<std::string> chapters_of;     ///< stored paths of the titles' videos
+  menu_texts texts;                         ///< the user's
+  menu_moves moves;                         ///< likewise
+  std::string look;                         ///< the design as it was used, as a design file has it
+  std::map<std::string, std::string> also;  ///< as `menu_wishes` has it
   std::vector<remembered_button> buttons;
   bool operator==(const menu_memory&) const = default;
 };
@@ -58,6 +60,8 @@ struct remembered_menus {
   menu_choices choices;
   menu_texts texts;
   menu_moves moves;
+  std::string look;
+  std::map<std::string, std::string> also;
   std::vector<std::string> notes;  ///< what making again does not keep
 };
 
