@@ -15,6 +15,7 @@
 #include "ui/guide.h"
 #include "ui/import/import_window.h"
 #include "ui/main_window.h"
+#include "ui/maker/maker_window.h"
 #include "ui/subtitles/language_window.h"
 #include "ui/subtitles/subtitles_window.h"
 #include "ui/video/chapter_window.h"
@@ -160,6 +161,7 @@ menu menus_menu() {
        command("still", "&create m2v still", still, "Ctrl+I"),
        command("framecount", "set m2v &framecount", core<"set m2v framecount", framecount_command>),
        command("avisynth", "create &motion menu script", create_avisynth_script, "Ctrl+Shift+Y"),
+       separator(), command("makemenus", "ma&ke menus...", open_menu_maker, "Ctrl+Shift+E"),
        separator(), command("menuup", "move menu &up", move_menu_up),
        command("menudown", "move menu &down", move_menu_down),
        command("copymenu", "co&py menu", copy_menu),

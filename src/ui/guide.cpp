@@ -30,6 +30,7 @@ const std::vector<guide_place>& guide_places() {
                                                   {"language", "languages.html"},
                                                   {"menuselect", "menu-editor.html"},
                                                   {"tsmenu", "menu-editor.html"},
+                                                  {"menumaker", "menu-maker.html"},
                                                   {"navcommands", "nav-commands.html"},
                                                   {"xmleditor", "xml-editor.html"},
                                                   {"log", "log.html"},

@@ -5,6 +5,7 @@
 #include "ui/editor/menu_windows.h"
 #include "ui/import/import_window.h"
 #include "ui/main_window.h"
+#include "ui/maker/maker_window.h"
 #include "ui/still/still_window.h"
 #include "ui/subtitles/clean_subtitles_window.h"
 #include "ui/subtitles/language_window.h"
@@ -72,7 +73,7 @@ std::string role_of(const wxWindow& control) {
   if (is(static_cast<const wxTextCtrl*>(nullptr)))
     return "text";
   const std::string name = control.GetName().ToStdString();
-  if (name == "MediaPlayer1" || name == "preview" || name == "itempicture")
+  if (name == "MediaPlayer1" || name == "preview" || name == "itempicture" || name == "page")
     return "drawing area";
   return {};
 }
@@ -190,6 +191,11 @@ TEST_F(ReadAloud, MenuEditor) {
 TEST_F(ReadAloud, Import) {
   start([](main_window& main) { open_import(main, {real_pal_video()}); });
   expect_told_and_close("import", 14);
+}
+
+TEST_F(ReadAloud, MenuMaker) {
+  start(open_menu_maker);
+  expect_told_and_close("menumaker", 14);
 }
 
 TEST_F(ReadAloud, StillOfAPicture) {

@@ -197,6 +197,8 @@ TEST_F(Guide, F1OpensThePageOfTheWindow) {
   expect_page_in("language", "languages.html");
   on_ui([this] { window_->CallAfter([this] { open_import(*window_, {real_video()}); }); });
   expect_page_in("import", "import.html");
+  press("ctrl+shift+e");
+  expect_page_in("menumaker", "menu-maker.html");
   const std::string picture = folder_.path("still.png");
   ASSERT_EQ(std::system(("convert -size 120x90 xc:red '" + picture + "'").c_str()), 0);
   on_ui([&, this] {

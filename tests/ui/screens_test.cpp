@@ -6,6 +6,8 @@
 #include "ui/gtk_sight.h"
 #include "ui/import/import_window.h"
 #include "ui/main_window.h"
+#include "ui/maker/maker_picture.h"
+#include "ui/maker/maker_window.h"
 #include "ui/still/still_window.h"
 #include "ui/subtitles/clean_subtitles_window.h"
 #include "ui/subtitles/language_window.h"
@@ -18,6 +20,7 @@
 #include <wx/checkbox.h>
 #include <wx/choice.h>
 #include <wx/display.h>
+#include <wx/notebook.h>
 #include <wx/scrolwin.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
@@ -248,6 +251,37 @@ TEST_F(Screens, HoldTheMenuEditorWithAllItsControls) {
   ASSERT_TRUE(wait_until([] { return control("bmphighlight")->IsShownOnScreen(); }));
   screenshot("screen-tsmenu-advanced");
   look_at_and_close("tsmenu");
+}
+
+TEST_F(Screens, HoldTheMenuMakerWithAllItsPages) {
+  start(open_menu_maker);
+  ASSERT_TRUE(window_comes("menumaker"));
+  ASSERT_TRUE(wait_until([] {
+    return dynamic_cast<maker_picture*>(control("page", "menumaker"))->shown_page().IsOk();
+  }));
+  look_at("menumaker");
+  const auto turn_to = [](std::size_t page) {
+    on_ui([&] {
+      dynamic_cast<wxNotebook*>(control("makerchoices", "menumaker"))->SetSelection(page);
+    });
+  };
+  turn_to(2);
+  screenshot("screen-menumaker-letters");
+  look_at("menumaker");
+  turn_to(1);
+  for (int background = 1; background <= 3; ++background) {
+    on_ui([&] {
+      auto* const list = dynamic_cast<wxChoice*>(control("background", "menumaker"));
+      list->SetSelection(background);
+      wxCommandEvent chosen(wxEVT_CHOICE, list->GetId());
+      chosen.SetEventObject(list);
+      chosen.SetInt(background);
+      list->ProcessWindowEvent(chosen);
+    });
+    screenshot("screen-menumaker-background" + std::to_string(background));
+    look_at("menumaker");
+  }
+  look_at_and_close("menumaker");
 }
 
 TEST_F(Screens, HoldTheListOfMenus) {

@@ -53,6 +53,8 @@ const std::vector<expected_menu> expected_menus = {
       {"framecount", "set m2v framecount", true, false},
       {"avisynth", "create motion menu script", true, false},
       separator,
+      {"makemenus", "make menus...", true, false},
+      separator,
       {"menuup", "move menu up", true, false},
       {"menudown", "move menu down", true, false},
       {"copymenu", "copy menu", true, false},

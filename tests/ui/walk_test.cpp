@@ -126,6 +126,7 @@ class Walk : public window_test {
            expect_message("This will generate a simple avisynth script");
            cancel_dialog("save the avisynth script");
          }},
+        {"makemenus", opens("menumaker")},
         {"menuup", file("Please select menu to move up")},
         {"menudown", file("Please select menu to move down")},
         {"copymenu", file("Please select menu to copy")},
@@ -175,6 +176,7 @@ class Walk : public window_test {
          {"editmenu", "remove", "menuup", "menudown", "copymenu", "menuvideo", "menuaudio"})
       all[of_menus] = expect_nothing;
     all["check"] = says("Please add a title first: there is nothing to check yet.");
+    all["makemenus"] = says("Please add a title first: menus are made of the titles.");
     all["addaudiostream"] = says("Please select a title to add an audio stream to.");
     all["addsubs"] = says("Please select a title to add a subtitle to.");
     all["editdelay"] = says("Please select a title to adjust delays.");

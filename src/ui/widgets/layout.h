@@ -88,6 +88,16 @@ inline constexpr int import_name_width = 170;
 inline constexpr int import_length_width = 70;
 inline constexpr int import_what_width = 220;
 
+inline constexpr int maker_width = 1160;  ///< of the menu maker
+inline constexpr int maker_height = 780;
+inline constexpr int maker_choices_width = 380;
+inline constexpr int maker_page_width = 400;  ///< least of the picture of a page
+inline constexpr int maker_page_height = 240;
+inline constexpr int maker_sample_width = 80;  ///< of a design in the list of them
+inline constexpr int maker_sample_height = 60;
+inline constexpr int maker_designs_height = 130;  ///< least of that list
+inline constexpr int maker_notes_height = 52;
+
 inline constexpr int still_width = 720;  ///< of the text above the still that a picture becomes
 inline constexpr int still_picture_width = 400;  ///< of that still
 inline constexpr int still_picture_height = 300;
