@@ -39,7 +39,7 @@ TEST(DesignWriter, EveryValueIsKept) {
     menu_design design = *own_designs()[static_cast<std::size_t>(up_to(3))].design;
     design.name = "a name";
     design.background =
-        colour_background{colour(), colour(), static_cast<colour_background::direction>(up_to(3))};
+        colour_background{colour(), colour(), static_cast<colour_background::direction>(up_to(4))};
     if (round % 3 == 0)
       design.background =
           picture_background{"/pictures/my # picture.jpg",
@@ -55,6 +55,9 @@ TEST(DesignWriter, EveryValueIsKept) {
       text->align = static_cast<page_align>(up_to(2));
     }
     design.sheet = {colour(), up_to(60), up_to(4), colour()};
+    for (design_edge* const edge :
+         {&design.heading_rule, &design.upper_band, &design.lower_band, &design.thumbnail_shadow})
+      *edge = {up_to(4), colour()};
     design.thumbnail_border = up_to(4);
     design.thumbnail_border_colour = colour();
     design.frame = 1 + up_to(3);

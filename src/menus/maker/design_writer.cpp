@@ -41,6 +41,8 @@ std::string direction_word(colour_background::direction towards) {
       return "down right";
     case colour_background::direction::up_right:
       return "up right";
+    case colour_background::direction::outward:
+      return "outward";
     case colour_background::direction::down:
       break;
   }
@@ -66,12 +68,16 @@ class design_writer {
     if (!design.about.empty())
       add("about", design.about);
     add_background(design.background);
+    add_edge("upper band", design.upper_band);
+    add_edge("lower band", design.lower_band);
     add_text("heading", design.heading, design.heading_panel);
+    add_edge("rule", design.heading_rule);
     add_entries(design);
     add_text("entry", design.entry, design.entry_panel);
     add_look(design.entry_look);
     begin("thumbnail");
     add_edge("border", design.thumbnail_border, design.thumbnail_border_colour);
+    add_edge("shadow", design.thumbnail_shadow);
     add_text("way", design.way, design.way_panel);
     add_look(design.way_look);
     begin("buttons");
@@ -86,6 +92,9 @@ class design_writer {
   }
   void add_edge(const std::string& key, int width, const page_colour& colour) {
     add(key, trimmed(width) + " " + hex_colour(colour));
+  }
+  void add_edge(const std::string& key, const design_edge& edge) {
+    add_edge(key, edge.lines, edge.colour);
   }
 
   void add_background(const page_background& background) {
