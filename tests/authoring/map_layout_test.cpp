@@ -2,7 +2,7 @@
 #include "authoring/map_layout.h"
 
 #include "authoring/random_maps.h"
-#include "support/made_menu.h"
+#include "support/menu_of_actions.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@
 namespace corvane {
 namespace {
 
-using testing_support::made_menu;
+using testing_support::menu_of_actions;
 using testing_support::random_disc;
 
 constexpr double near_enough = 0.01;
@@ -128,9 +128,9 @@ TEST(MapLayout, OrdersMenusSoThatNoArrowCrossesWhereNoneHasTo) {
   d.titles.resize(4);
   for (disc_title& title : d.titles)
     title.post = command_of("exit");
-  d.menus.push_back(made_menu({"jump menu 3", "jump menu 2"}));
-  d.menus.push_back(made_menu({"jump title 4", "jump title 2"}));
-  d.menus.push_back(made_menu({"jump title 3", "jump title 1"}));
+  d.menus.push_back(menu_of_actions({"jump menu 3", "jump menu 2"}));
+  d.menus.push_back(menu_of_actions({"jump title 4", "jump title 2"}));
+  d.menus.push_back(menu_of_actions({"jump title 3", "jump title 1"}));
   const map_layout layout = lay_out(map_of(d, false));
   EXPECT_EQ(crossings(layout), 0);
 }

@@ -2,7 +2,7 @@
 #include "examine/disc_map.h"
 
 #include "disc/disc_description.h"
-#include "support/made_menu.h"
+#include "support/menu_of_actions.h"
 
 #include <gtest/gtest.h>
 
@@ -25,7 +25,7 @@ class DiscMap : public ::testing::Test {
     }
   }
   void menu(const std::vector<std::string>& actions) {
-    d_.menus.push_back(testing_support::made_menu(actions));
+    d_.menus.push_back(testing_support::menu_of_actions(actions));
   }
   void after(int title, const std::string& command) {
     d_.titles[static_cast<std::size_t>(title) - 1].post = command_of(command);

@@ -28,7 +28,7 @@ using testing::IsEmpty;
 using testing_support::rows;
 using testing_support::small_video;
 
-const char* const menu_video_filter = "mpeg elementry stream(*.m2v, *.mpv)|*.m2v;*.mpv";
+const char* const material_video_filter = "mpeg elementry stream(*.m2v, *.mpv)|*.m2v;*.mpv";
 
 class MenuMaterial : public testing_support::command_test {
  protected:
@@ -57,8 +57,9 @@ class MenuMaterial : public testing_support::command_test {
     return run("copy menu", [&] { return copy_menu_command(doc, menu); });
   }
   std::string video(int menu, const std::string& picked, const std::string& refusal = {}) {
-    ask.expect_open({"select video stream for menu " + std::to_string(menu), menu_video_filter, ""},
-                    picked);
+    ask.expect_open(
+        {"select video stream for menu " + std::to_string(menu), material_video_filter, ""},
+        picked);
     if (!refusal.empty())
       expect_refusal(refusal);
     return run("change menu video", [&] { return menu_video_command(doc, menu); });
@@ -373,7 +374,7 @@ TEST_F(MenuMaterial, VideoOfASizeThatNoDiscHasIsRefused) {
 
 TEST_F(MenuMaterial, AFileThatIsNoVideoIsAskedAboutAsWhenAMenuIsAdded) {
   const std::string sound = folder.add("s.m2v", testing_support::small_sound());
-  ask.expect_open({"select video stream for menu 2", menu_video_filter, ""}, sound);
+  ask.expect_open({"select video stream for menu 2", material_video_filter, ""}, sound);
   expect_loss("\"" + sound +
                   "\" is MPEG sound, not an MPEG-2 video stream, which a menu takes its picture "
                   "from.\r\n\r\nChoose the video first; its sound is asked for after that, and "

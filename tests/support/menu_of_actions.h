@@ -8,7 +8,7 @@
 
 namespace corvane::testing_support {
 
-inline disc_menu made_menu(const std::vector<std::string>& actions) {
+inline disc_menu menu_of_actions(const std::vector<std::string>& actions) {
   disc_menu menu;
   menu.files = {"\\v\\m.m2v"};
   for (const std::string& action : actions) {
