@@ -2,6 +2,7 @@
 
 #include "examine/measures.h"
 #include "examine/navigation_map.h"
+#include "examine/unit_facts.h"
 #include "formats/chapter_list.h"
 #include "formats/sanitized.h"
 #include "formats/time_text.h"
@@ -52,12 +53,19 @@ constexpr std::array chapter_rules_table = {
          "correct the chapters or the command", measured},
 };
 
+/// In the clock of a disc's times: what is half way in it is so, however seconds are rounded.
+long long clocks(double seconds) {
+  return std::llround(seconds * clocks_of_units);
+}
+
+/// Half way between two it is the earlier one.
 std::size_t nearest_unit(double seconds, const std::vector<double>& units) {
   const auto after = std::upper_bound(units.begin(), units.end(), seconds);
   if (after == units.begin())
     return 0;
   const auto before = after - 1;
-  const bool later_is_nearer = after != units.end() && *after - seconds < seconds - *before;
+  const bool later_is_nearer =
+      after != units.end() && clocks(*after - seconds) < clocks(seconds - *before);
   return static_cast<std::size_t>((later_is_nearer ? after : before) - units.begin());
 }
 

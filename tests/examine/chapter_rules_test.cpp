@@ -71,6 +71,15 @@ TEST(ChaptersOnDisc, EachLandsAtTheNearestUnitAndTheEarlierOneHalfWay) {
   EXPECT_FALSE(landed.added);
 }
 
+TEST(ChaptersOnDisc, HalfWayIsTheEarlierOneHoweverSecondsAreRounded) {
+  title_length length;
+  length.seconds = 24;
+  length.units = {0, 2.8 - 1e-9, 3.2 - 1e-9};
+  EXPECT_THAT(chapters_on_disc(title_with("0,3"), length).begins, ElementsAre(0, length.units[1]));
+  length.units = {0, 2.8 + 1e-9, 3.2 + 1e-9};
+  EXPECT_THAT(chapters_on_disc(title_with("0,3"), length).begins, ElementsAre(0, length.units[1]));
+}
+
 TEST(ChaptersOnDisc, WithoutUnitsEachIsWhereItWasAsked) {
   EXPECT_THAT(chapters_on_disc(title_with("0,5.2,5.8"), {}).begins, ElementsAre(0, 5.2, 5.8));
 }
