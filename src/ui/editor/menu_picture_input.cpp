@@ -126,10 +126,10 @@ void menu_picture::drag_to(wxPoint p, drag_ways ways) {
 void menu_picture::drag_in_sight(wxPoint in_window, drag_ways ways) {
   drag_->ways = ways;
   const wxSize room = GetClientSize();
-  const int near = FromDIP(near_the_edge), most = FromDIP(most_scrolled);
+  const int within = FromDIP(near_the_edge), most = FromDIP(most_scrolled);
   const wxPoint before = origin_;
-  scroll_to(origin_ + wxPoint(scroll_of_drag({0, room.x}, in_window.x, near, most),
-                              scroll_of_drag({0, room.y}, in_window.y, near, most)));
+  scroll_to(origin_ + wxPoint(scroll_of_drag({0, room.x}, in_window.x, within, most),
+                              scroll_of_drag({0, room.y}, in_window.y, within, most)));
   if (origin_ == before)
     drag_scrolls_.Stop();
   else if (!drag_scrolls_.IsRunning())
