@@ -282,7 +282,11 @@ void menu_picture::show_guides() {
 // Scrolling ---------------------------------------------------------------------------------------
 
 void menu_picture::arrange_scrolling() {
-  const wxSize room = GetClientSize();
+  // Where the bars take room of this window, as on Windows, they must not be what makes it too
+  // small.
+  const wxSize whole = GetSize();
+  const bool fits = view_.x <= whole.x && view_.y <= whole.y;
+  const wxSize room = fits ? whole : GetClientSize();
   const wxPoint most(std::max(0, view_.x - room.x), std::max(0, view_.y - room.y));
   origin_ = wxPoint(std::clamp(origin_.x, 0, most.x), std::clamp(origin_.y, 0, most.y));
   if (most.x > 0)
