@@ -121,7 +121,7 @@ wxSizer* tsmenu::make_right() {
   beside_ = new wxBoxSizer(wxVERTICAL);
   beside_->Add(make_heading(), wxSizerFlags().Expand());
   beside_->Add(list_, wxSizerFlags(1).Expand().Border(wxTOP, gap));
-  beside_->Add(right_, wxSizerFlags(2).Expand().Border(wxTOP, gap));
+  beside_->Add(right_, wxSizerFlags().Expand().Border(wxTOP, gap));
   beside_->Add(Command2, wxSizerFlags().Right().Border(wxTOP, gap));
   return beside_;
 }
@@ -161,7 +161,7 @@ void tsmenu::load_video() {
 }
 
 // The window is as large as its controls and the video want. On a screen that is too small for it
-// the picture gets smaller, and what stands beside it scrolls.
+// the picture and the list get smaller, and what stands beside the picture scrolls.
 void tsmenu::fit() {
   const wxRect screen = wxDisplay(this).GetClientArea();
   wxSize most = most_client_size(*this);
@@ -169,7 +169,10 @@ void tsmenu::fit() {
   const int border = 3 * FromDIP(layout::window_border) + problems_->GetBestSize().y;
   right_->let_scroll(false);
   const int all_beside = beside_->CalcMin().y + border;
-  right_->let_scroll(all_beside > most.y);
+  const bool scrolls = all_beside > most.y;
+  right_->let_scroll(scrolls);
+  beside_->GetItem(list_)->SetProportion(scrolls ? 0 : 1);
+  beside_->GetItem(right_)->SetProportion(scrolls ? 1 : 0);
   wxSize wanted = GetSizer()->CalcMin();
   wxSize least = wanted - area_->GetBestSize() / 2;
   wanted.y = std::max(wanted.y, all_beside);
