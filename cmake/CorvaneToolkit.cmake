@@ -16,6 +16,8 @@ if(CORVANE_WX)
       target_compile_options(corvane_wx_core INTERFACE ${flag})
     endif()
   endforeach()
+  # Which programs have windows is theirs to say.
+  list(REMOVE_ITEM wx_libs -Wl,--subsystem,windows -mwindows)
   target_link_libraries(corvane_wx_core INTERFACE ${wx_libs})
 else()
   find_package(wxWidgets 3.2 REQUIRED COMPONENTS stc core base)
