@@ -3,6 +3,7 @@
 
 #include "menus/maker/design_folder.h"
 #include "menus/maker/page_rows.h"
+#include "platform/files/files.h"
 
 #include <gtest/gtest.h>
 
@@ -42,7 +43,7 @@ TEST(DesignWriter, EveryValueIsKept) {
         colour_background{colour(), colour(), static_cast<colour_background::direction>(up_to(4))};
     if (round % 3 == 0)
       design.background =
-          picture_background{"/pictures/my # picture.jpg",
+          picture_background{absolute_path("my # picture.jpg"),
                              up_to(1) == 0 ? page_fit::fill : page_fit::fit, colour(), colour()};
     for (design_text* const text : {&design.heading, &design.entry, &design.way}) {
       text->style.bold = up_to(1) == 1;

@@ -130,7 +130,7 @@ TEST_F(MenuEditorByKeys, ButtonsAreMadePlacedOrderedAndAccepted) {
   open_for_titles();
   make_first_button();
   repeat_it();
-  EXPECT_EQ(cell(3, 2), "jump title 4");
+  EXPECT_EQ(cell(3, 2), "title 4");
   EXPECT_EQ(cell(3, 3), "340, 130  200 x 60");
 
   // One after the other in the picture, several with Shift.
@@ -164,14 +164,14 @@ TEST_F(MenuEditorByKeys, ButtonsAreMadePlacedOrderedAndAccepted) {
   EXPECT_EQ(selected(), (std::vector<int>{0, 1}));
   press("Home");
   press("ctrl+Down");
-  EXPECT_EQ(cell(0, 2), "jump title 2");
-  EXPECT_EQ(cell(1, 2), "jump title 1");
+  EXPECT_EQ(cell(0, 2), "title 2");
+  EXPECT_EQ(cell(1, 2), "title 1");
   press("ctrl+z");
-  EXPECT_EQ(cell(0, 2), "jump title 1");
+  EXPECT_EQ(cell(0, 2), "title 1");
   press("ctrl+y");
-  EXPECT_EQ(cell(1, 2), "jump title 1");
+  EXPECT_EQ(cell(1, 2), "title 1");
   press("ctrl+Up");
-  EXPECT_EQ(cell(0, 2), "jump title 1");
+  EXPECT_EQ(cell(0, 2), "title 1");
   press("End");
   press("ctrl+d");
   EXPECT_EQ(cell(4, 3), "341, 200  200 x 60");
