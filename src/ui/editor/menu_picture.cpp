@@ -62,7 +62,7 @@ menu_picture::menu_picture(wxWindow* parent, const menu_editor& editor, tell_eve
   Bind(wxEVT_LEFT_DCLICK, &menu_picture::on_down, this);
   Bind(wxEVT_MOTION, &menu_picture::on_motion, this);
   Bind(wxEVT_MOUSEWHEEL, &menu_picture::on_wheel, this);
-  Bind(wxEVT_LEFT_UP, [this](wxMouseEvent&) { end_drag(); });
+  Bind(wxEVT_LEFT_UP, &menu_picture::on_up, this);
   Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { end_drag(); });
   Bind(wxEVT_KEY_DOWN, &menu_picture::on_key, this);
   drag_scrolls_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { go_on_scrolling(); });

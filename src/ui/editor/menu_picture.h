@@ -81,6 +81,7 @@ class menu_picture : public wxWindow {
     menu_point from;  ///< the pointer at its start
     menu_rectangle edges;
     drag_ways ways;
+    wxPoint last;  ///< in this window, where the pointer was seen last
   };
 
   picture_scale scale() const;
@@ -108,6 +109,7 @@ class menu_picture : public wxWindow {
   void on_paint(wxPaintEvent& event);
   void on_down(wxMouseEvent& event);
   void on_motion(wxMouseEvent& event);
+  void on_up(wxMouseEvent& event);
   void on_wheel(wxMouseEvent& event);
   void on_key(wxKeyEvent& event);
   outline_grip grip_under(wxPoint p) const;

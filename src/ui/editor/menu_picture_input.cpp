@@ -79,7 +79,7 @@ void menu_picture::on_down(wxMouseEvent& event) {
     return;
   wishes_.stop();
   pointing_ = true;
-  drag_ = drag{grip, scale().to_menu(p.x, p.y), *edges, {}};
+  drag_ = drag{grip, scale().to_menu(p.x, p.y), *edges, {}, event.GetPosition()};
   tell_(&menu_editor::begin_drag);
   CaptureMouse();
 }
@@ -88,6 +88,7 @@ void menu_picture::on_motion(wxMouseEvent& event) {
   if (drag_ && !event.LeftIsDown())
     end_drag();
   if (drag_) {
+    drag_->last = event.GetPosition();
     drag_in_sight(event.GetPosition(), {event.ShiftDown(), event.ControlDown()});
     return;
   }
@@ -98,6 +99,13 @@ void menu_picture::on_motion(wxMouseEvent& event) {
     return;
   }
   SetCursor(faint_under(p) < 0 ? wxCURSOR_ARROW : wxCURSOR_HAND);
+}
+
+// The toolkit may keep the last motion before it to itself.
+void menu_picture::on_up(wxMouseEvent& event) {
+  if (drag_ && event.GetPosition() != drag_->last)
+    drag_to(event.GetPosition() + origin_, {event.ShiftDown(), event.ControlDown()});
+  end_drag();
 }
 
 void menu_picture::drag_to(wxPoint p, drag_ways ways) {
