@@ -6,6 +6,7 @@
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "formats/text.h"
+#include "formats/time_text.h"
 #include "platform/files/file_stamp.h"
 #include "platform/files/paths.h"
 #include "project/language_rows.h"
@@ -39,21 +40,6 @@ std::string native_of(const std::string& stored) {
 
 std::string name_of_file(const std::string& stored) {
   return std::string(file_name_of(stored));
-}
-
-std::string two_digits(std::int64_t number) {
-  return (number < 10 ? "0" : "") + trimmed(number);
-}
-
-/// "0:20", "12:34", "1:02:03".
-std::string clock_text(double seconds) {
-  const std::int64_t all = std::llround(seconds);
-  const std::int64_t minutes = all / seconds_a_minute;
-  const std::string rest = two_digits(all % seconds_a_minute);
-  if (minutes < minutes_an_hour)
-    return trimmed(minutes) + ":" + rest;
-  return trimmed(minutes / minutes_an_hour) + ":" + two_digits(minutes % minutes_an_hour) + ":" +
-         rest;
 }
 
 /// "20.5 s", "12:34 min", "1:02:03 h".

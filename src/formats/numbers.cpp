@@ -18,6 +18,10 @@ std::string trimmed(std::int64_t number) {
   return std::to_string(number);
 }
 
+std::string two_digits(std::int64_t number) {
+  return (number < 10 ? "0" : "") + trimmed(number);
+}
+
 bool is_plain_number(std::string_view text) {
   constexpr std::string_view digits = "0123456789";
   const auto points = std::count(text.begin(), text.end(), '.');

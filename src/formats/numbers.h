@@ -18,6 +18,9 @@ std::string leading_blank(std::int64_t number);
 /// "7", "0", "-4".
 std::string trimmed(std::int64_t number);
 
+/// "07", "12", "123": at least two digits, of a number that is not negative.
+std::string two_digits(std::int64_t number);
+
 /// Whether a text is digits, at least one, with at most one point anywhere among them: "5", ".5",
 /// "05.".
 bool is_plain_number(std::string_view text);

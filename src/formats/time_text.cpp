@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <vector>
 
@@ -18,6 +19,13 @@ std::string time_text(double seconds) {
   std::snprintf(text.data(), text.size(), "%02lld:%02lld:%02lld.%02lld", hundredths / 360'000,
                 hundredths / 6000 % 60, hundredths / 100 % 60, hundredths % 100);
   return text.data();
+}
+
+std::string clock_text(double seconds) {
+  const std::int64_t all = std::llround(seconds);
+  const std::int64_t hours = all / 3600, minutes = all / 60 % 60;
+  const std::string end = ":" + two_digits(all % 60);
+  return hours == 0 ? trimmed(minutes) + end : trimmed(hours) + ":" + two_digits(minutes) + end;
 }
 
 std::optional<double> typed_time(std::string_view text) {

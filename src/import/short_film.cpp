@@ -1,7 +1,7 @@
 #include "import/short_film.h"
 
+#include "formats/time_text.h"
 #include "import/import_bits.h"
-#include "import/import_words.h"
 #include "platform/files/files.h"
 
 #include <algorithm>

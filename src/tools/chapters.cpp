@@ -21,11 +21,6 @@ constexpr std::size_t most_characters = 12, fewest_characters = 9;
 /// A row of this text alone would end its section in the project file.
 constexpr std::string_view section_end = "***";
 
-/// "7" as "07".
-std::string two_digits(std::int64_t number) {
-  return (number < 10 ? "0" : "") + trimmed(number);
-}
-
 /// To nanoseconds first: a position is the nearest binary number to what was meant, and a hair
 /// below a half must not be rounded down.
 std::int64_t hundredths(double seconds) {

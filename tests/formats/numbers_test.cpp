@@ -14,6 +14,13 @@ TEST(Numbers, LeadingBlankStandsBeforeNonNegativeOnes) {
   EXPECT_EQ(trimmed(12), "12");
 }
 
+TEST(Numbers, TwoDigitsAreAtLeastTwo) {
+  EXPECT_EQ(two_digits(0), "00");
+  EXPECT_EQ(two_digits(7), "07");
+  EXPECT_EQ(two_digits(10), "10");
+  EXPECT_EQ(two_digits(123), "123");
+}
+
 TEST(Numbers, LeadingNumberTextIsTheNumberATextBeginsWith) {
   const std::pair<const char*, const char*> table[] = {{"0 ms", "0"},
                                                        {"12 ms", "12"},

@@ -26,6 +26,16 @@ TEST(TimeText, OutsideOfAllVideosIsTheNearestTime) {
   EXPECT_EQ(time_text(std::numeric_limits<double>::infinity()), "32767:00:00.00");
 }
 
+TEST(ClockText, IsALengthInSecondsMinutesAndHours) {
+  EXPECT_EQ(clock_text(0), "0:00");
+  EXPECT_EQ(clock_text(19.5), "0:20");
+  EXPECT_EQ(clock_text(754), "12:34");
+  EXPECT_EQ(clock_text(3599.4), "59:59");
+  EXPECT_EQ(clock_text(3599.5), "1:00:00");
+  EXPECT_EQ(clock_text(3723), "1:02:03");
+  EXPECT_EQ(clock_text(100 * 3600.0), "100:00:00");
+}
+
 TEST(TypedTime, IsHoursMinutesAndSecondsOrFewerOfThem) {
   EXPECT_EQ(typed_time("01:02:05.50"), 3725.5);
   EXPECT_EQ(typed_time("1:2:5.5"), 3725.5);
