@@ -9,7 +9,6 @@
 #include "platform/files/paths.h"
 #include "project/disc_of.h"
 #include "project/imported_title.h"
-#include "tools/language_tags.h"
 
 #include <algorithm>
 #include <set>
@@ -70,22 +69,14 @@ void share_bits(import_batch& batch, const import_place& place) {
     }
 }
 
-/// A row's text for two letters; the first of several names of a language.
-std::string entry_of(const std::string& code) {
-  for (const std::string_view entry : language_entries)
-    if (const auto blank = entry.find(' '); same_language(entry.substr(blank + 1, 2), code))
-      return std::string(entry);
-  return {};
-}
-
 /// As far as each has one: a tag counts for the stream of its number.
 std::vector<std::string> entries_of(const std::vector<std::string>& codes) {
   std::vector<std::string> entries;
   for (const std::string& code : codes) {
-    std::string entry = code.empty() ? std::string() : entry_of(code);
+    const std::string_view entry = language_entry(code);
     if (entry.empty())
       break;
-    entries.push_back(std::move(entry));
+    entries.emplace_back(entry);
   }
   return entries;
 }

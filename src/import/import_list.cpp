@@ -13,7 +13,6 @@
 #include "project/disc_of.h"
 #include "project/file_lookup.h"
 #include "runner/run_meter.h"
-#include "tools/language_tags.h"
 
 #include <algorithm>
 #include <cmath>
@@ -61,17 +60,11 @@ const char* word_of_kind(source_kind kind) {
 
 /// "German"; the name itself where it is not known.
 std::string language_name(const std::string& named) {
-  for (const std::string_view entry : language_entries) {
-    const std::size_t blank = entry.rfind(' ', entry.find_last_not_of(' '));
-    if (blank == std::string_view::npos || !same_language(entry.substr(blank + 1, 2), named))
-      continue;
-    std::string name(entry.substr(0, blank));
-    for (std::size_t i = 1; i < name.size(); ++i)
-      if (name[i] >= 'A' && name[i] <= 'Z' && name[i - 1] != ' ')
-        name[i] = static_cast<char>(name[i] - 'A' + 'a');
-    return name;
-  }
-  return named;
+  const std::string_view entry = language_entry(named);
+  if (entry.empty())
+    return named;
+  const std::string_view name = name_in_entry(entry);
+  return std::string(name.substr(0, 1)) + lower(name.substr(1));
 }
 
 std::string channels_text(const source_audio& audio) {

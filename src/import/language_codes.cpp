@@ -1,6 +1,7 @@
 #include "import/language_codes.h"
 
 #include "formats/text.h"
+#include "tools/language_tags.h"
 
 #include <algorithm>
 #include <array>
@@ -158,6 +159,11 @@ constexpr std::string_view languages[] = {
 constexpr std::array<std::array<std::string_view, 2>, 5> renamed = {
     {{"iw", "he"}, {"in", "id"}, {"ji", "yi"}, {"jw", "jv"}, {"mo", "ro"}}};
 
+std::string_view code_in_entry(std::string_view entry) {
+  constexpr std::size_t letters = 2;
+  return entry.substr(name_in_entry(entry).size() + 1, letters);
+}
+
 bool is_listed(std::string_view row, std::string_view code) {
   while (!row.empty()) {
     const std::size_t end = std::min(row.find(' '), row.size());
@@ -187,6 +193,17 @@ std::string language_code_of(std::string_view named) {
 bool same_language(std::string_view a, std::string_view b) {
   const std::string code = language_code_of(a);
   return !code.empty() && code == language_code_of(b);
+}
+
+std::string_view language_entry(std::string_view named) {
+  const auto* const found = std::find_if(
+      language_entries.begin(), language_entries.end(),
+      [&](std::string_view entry) { return same_language(code_in_entry(entry), named); });
+  return found == language_entries.end() ? std::string_view() : *found;
+}
+
+std::string_view name_in_entry(std::string_view entry) {
+  return entry.substr(0, entry.find(' '));
 }
 
 }  // namespace corvane

@@ -16,4 +16,11 @@ std::string language_code_of(std::string_view named);
 /// Whether two such names mean one language. Names that mean none are alike to nothing.
 bool same_language(std::string_view a, std::string_view b);
 
+/// The entry of `language_entries` (tools/language_tags.h) for a language as a file has it; the
+/// first of one that stands there under several names. Empty when there is none.
+std::string_view language_entry(std::string_view named);
+
+/// The name in an entry: "GERMAN" of "GERMAN DE ".
+std::string_view name_in_entry(std::string_view entry);
+
 }  // namespace corvane

@@ -48,5 +48,16 @@ TEST(LanguageCodes, EachLanguageThatTagsOfferIsKnown) {
   }
 }
 
+TEST(LanguageCodes, EntryOfALanguageIsTheFirstThatNamesIt) {
+  EXPECT_EQ(language_entry("deu"), "GERMAN DE ");
+  EXPECT_EQ(language_entry("pt-BR"), "PORTUGUESE PT");
+  EXPECT_EQ(language_entry("bn"), "BENGALI BN");
+  EXPECT_EQ(language_entry("he"), "HEBREW IW");
+  for (const char* const none : {"", "und", "bs", "GERMAN"})
+    EXPECT_EQ(language_entry(none), "") << none;
+  EXPECT_EQ(name_in_entry("GERMAN DE "), "GERMAN");
+  EXPECT_EQ(name_in_entry("PERSIAN(farsi) FA"), "PERSIAN(farsi)");
+}
+
 }  // namespace
 }  // namespace corvane
