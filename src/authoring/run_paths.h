@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/files/paths.h"
+#include "platform/files/program_folder.h"
 #include "project/font_list.h"
 
 #include <string>
@@ -18,9 +19,7 @@ struct run_paths {
 
   std::string in_app(const std::string& name) const { return join_path(app, name, style); }
   std::string in_out(const std::string& name) const { return join_path(out, name, style); }
-  std::string tool(const std::string& name) const {
-    return join_path(join_path(app, "bin", style), name + ".exe", style);
-  }
+  std::string tool(const std::string& name) const { return tool_path(app, name, style); }
 };
 
 /// The output folder as a run has it, from one as the user or hand-edited XML names it: no

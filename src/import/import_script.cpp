@@ -2,6 +2,7 @@
 
 #include "examine/measures.h"
 #include "formats/text.h"
+#include "platform/files/program_folder.h"
 #include "runner/output_lines.h"
 
 #include <initializer_list>
@@ -153,7 +154,7 @@ std::string import_step(const import_job& job, bool first_pass, path_style style
 }
 
 std::string ffmpeg_line(const std::string& app, const argument_list& arguments, path_style style) {
-  std::string line = in_double_quotes(join_path(join_path(app, "bin", style), "ffmpeg.exe", style));
+  std::string line = in_double_quotes(tool_path(app, "ffmpeg", style));
   for (const std::string& argument : arguments)
     line += " " + word(argument);
   return line;

@@ -1,13 +1,15 @@
 #include "import/picture_still.h"
 
+#include "formats/aspect_code.h"
 #include "formats/jpeg_check.h"
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "formats/text.h"
 #include "import/import_names.h"
 #include "platform/files/files.h"
-#include "runner/output_lines.h"
+#include "platform/files/program_folder.h"
 #include "runner/run_files.h"
+#include "tools/still_video.h"
 
 #include <algorithm>
 #include <array>
@@ -74,11 +76,6 @@ std::string place_text(int left, int top) {
 /// Where a canvas begins, seen from the picture on it: to the left of it and above.
 std::string canvas_text(const picture_geometry& g) {
   return size_text(g.disc) + "-" + trimmed(g.left) + "-" + trimmed(g.top);
-}
-
-std::string still_tool(const std::string& app, const char* name, path_style style) {
-  return in_double_quotes(
-      join_path(join_path(app, "bin", style), std::string(name) + ".exe", style));
 }
 
 /// Read from standard input, so that nothing in its name means anything to gm; only the first of
@@ -228,29 +225,22 @@ std::string still_name(const std::string& picture,
 
 std::vector<std::string> picture_still_lines(const std::string& app, const picture_still& still,
                                              path_style style) {
-  const bool ntsc = still.choices.standard != video_standard::pal;
   const bool wide = still.choices.aspect == disc_aspect::sixteen_nine;
-  const std::string jpeg = join_path(app, run_file::still_picture, style);
-  return {still_tool(app, "gm", style) + gm_arguments(still) + " < " +
-              in_double_quotes(still.source.file) + " > " + in_double_quotes(jpeg),
-          // jpeg2yuv takes the name for a pattern of numbered files.
-          still_tool(app, "jpeg2yuv", style) + " -n " + trimmed(still.choices.frames) +
-              " -I p -f " + (ntsc ? "29.97" : "25") + " -j " +
-              in_double_quotes(replace_all(jpeg, "%", "%%")) + " | " +
-              still_tool(app, "mpeg2enc", style) + " -f 8 -n " + (ntsc ? "n" : "p") + " -a " +
-              (wide ? "3" : "2") + " -o " + in_double_quotes(temporary_name(still.m2v)),
-          "erase " + in_double_quotes(jpeg)};
+  still_video made;
+  made.jpeg = join_path(app, run_file::still_picture, style);
+  made.m2v = temporary_name(still.m2v);
+  made.height = lines_of(still.choices.standard);
+  made.frames = still.choices.frames;
+  made.aspect = wide ? aspect_code::wide : aspect_code::narrow;
+  const std::string jpeg = in_double_quotes(made.jpeg);
+  return {in_double_quotes(tool_path(app, "gm", style)) + gm_arguments(still) + " < " +
+              in_double_quotes(still.source.file) + " > " + jpeg,
+          still_line(app, made, style), "erase " + jpeg};
 }
 
 std::string picture_still_script(const std::string& app, const picture_still& still,
                                  path_style style) {
-  std::vector<std::string> lines = picture_still_lines(app, still, style);
-  lines.insert(lines.begin(), {"@echo off", "echo *creating m2v still"});
-  lines.push_back("echo " + std::string(end_marker));
-  std::string text;
-  for (const std::string& line : lines)
-    text += line + std::string(crlf);
-  return text;
+  return still_script_of(picture_still_lines(app, still, style));
 }
 
 run_settled settle_picture_still(const std::string& app, const picture_still& still,

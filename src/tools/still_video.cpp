@@ -32,11 +32,6 @@ file_dialog jpeg_dialog() {
   return dialog;
 }
 
-std::string tool(const std::string& app, const char* name, path_style style) {
-  return in_double_quotes(
-      join_path(join_path(app, "bin", style), std::string(name) + ".exe", style));
-}
-
 still_result tell(document& doc, still_result end, icon picture, const std::string& text) {
   say(doc, picture, text);
   return end;
@@ -129,21 +124,28 @@ std::optional<int> choose_frames(document& doc) {
 
 }  // namespace
 
-std::string still_script(const std::string& app, const still_video& still, path_style style) {
+std::string still_line(const std::string& app, const still_video& still, path_style style) {
   const bool ntsc = still.height == ntsc_height;
   // jpeg2yuv takes the name for a pattern of numbered files.
   const std::string jpeg = replace_all(still.jpeg, "%", "%%");
-  const std::string lines[] = {"@echo off", "echo *creating m2v still",
-                               tool(app, "jpeg2yuv", style) + " -n " + trimmed(still.frames) +
-                                   " -I p -f " + (ntsc ? "29.97" : "25") + " -j " +
-                                   in_double_quotes(jpeg) + " | " + tool(app, "mpeg2enc", style) +
-                                   " -f 8 -n " + (ntsc ? "n" : "p") + " -o " +
-                                   in_double_quotes(still.m2v),
-                               "echo " + std::string(end_marker)};
-  std::string text;
-  for (const std::string& line : lines)
-    text += line + std::string(crlf);
-  return text;
+  std::string line =
+      in_double_quotes(tool_path(app, "jpeg2yuv", style)) + " -n " + trimmed(still.frames) +
+      " -I p -f " + (ntsc ? "29.97" : "25") + " -j " + in_double_quotes(jpeg) + " | " +
+      in_double_quotes(tool_path(app, "mpeg2enc", style)) + " -f 8 -n " + (ntsc ? "n" : "p");
+  if (still.aspect)
+    line += " -a " + trimmed(*still.aspect);
+  return line + " -o " + in_double_quotes(still.m2v);
+}
+
+std::string still_script_of(const std::vector<std::string>& lines) {
+  std::vector<std::string> all{"@echo off", "echo *creating m2v still"};
+  all.insert(all.end(), lines.begin(), lines.end());
+  all.push_back("echo " + std::string(end_marker));
+  return join(all, crlf) + std::string(crlf);
+}
+
+std::string still_script(const std::string& app, const still_video& still, path_style style) {
+  return still_script_of({still_line(app, still, style)});
 }
 
 file_dialog still_file_dialog() {

@@ -10,7 +10,9 @@
 #include "runner/shelled.h"
 
 #include <functional>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace corvane {
 
@@ -20,9 +22,19 @@ struct still_video {
   std::string m2v;   ///< native path of the video
   int height = 480;  ///< of the picture: 480 for NTSC, 576 for PAL
   int frames = 1;    ///< how many pictures long
+  /// The proportions that the video states (formats/aspect_code.h); not set: mpeg2enc's own.
+  std::optional<int> aspect{};
 };
 
-/// Text of the work script; `app` is the program folder, native in `style`.
+/// The line of a work script, without its end, that makes it; `app` is the program folder, native
+/// in `style`.
+std::string still_line(const std::string& app, const still_video& still,
+                       path_style style = native_style());
+
+/// Text of the work script that makes a still by these lines.
+std::string still_script_of(const std::vector<std::string>& lines);
+
+/// Text of the work script that makes it by that line alone.
 std::string still_script(const std::string& app, const still_video& still,
                          path_style style = native_style());
 

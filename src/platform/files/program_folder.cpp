@@ -1,7 +1,5 @@
 #include "platform/files/program_folder.h"
 
-#include "platform/files/paths.h"
-
 namespace corvane {
 
 const std::vector<outside_tool>& outside_tools() {
@@ -23,8 +21,8 @@ const outside_tool& import_tool() {
   return ffmpeg;
 }
 
-std::string tool_path(const std::string& folder, const std::string& name) {
-  return join_path(join_path(folder, "bin"), name + ".exe");
+std::string tool_path(const std::string& folder, const std::string& name, path_style style) {
+  return join_path(join_path(folder, "bin", style), name + ".exe", style);
 }
 
 std::string_view after_program(std::string_view command_line) {

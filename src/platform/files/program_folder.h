@@ -6,6 +6,7 @@
 // bin/conspawn.exe as a link to the conspawn that stands beside the program.
 #pragma once
 
+#include "platform/files/paths.h"
 #include "platform/result.h"
 
 #include <string>
@@ -40,7 +41,8 @@ std::string program_folder();
 failure enter_program_folder(const std::string& folder);
 
 /// Path of a tool in the folder's bin: join of folder, "bin", name + ".exe".
-std::string tool_path(const std::string& folder, const std::string& name);
+std::string tool_path(const std::string& folder, const std::string& name,
+                      path_style style = native_style());
 
 /// Whether the tool can be started: the file (links followed) exists and may be executed.
 bool tool_is_there(const std::string& folder, const std::string& name);
