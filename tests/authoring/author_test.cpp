@@ -463,7 +463,7 @@ class step_listener : public testing_support::recording_listener {
 
 TEST_F(Author, TheLastStepIsTheRemovalOfTheEarlierDiscOnlyWhereTheRunHasMadeAnother) {
   ending_launcher ends;
-  for (const bool makes_disc : {false, true}) {
+  for (const bool is_made : {false, true}) {
     step_listener screen;
     shelled own(screen, ask, ends, lock, app);
     author_equipment with{app, lock, own, {}, {}};
@@ -471,7 +471,7 @@ TEST_F(Author, TheLastStepIsTheRemovalOfTheEarlierDiscOnlyWhereTheRunHasMadeAnot
     const std::string disc = add_disc();
     expect_folder_question();
     ASSERT_EQ(author_command(doc, with, run), author_result::started);
-    if (makes_disc)
+    if (is_made)
       make_folders(in(out, "VIDEO_TS"));
     else
       ask.expect(told("The run has not made all of the DVD in \"" + out +
@@ -481,9 +481,8 @@ TEST_F(Author, TheLastStepIsTheRemovalOfTheEarlierDiscOnlyWhereTheRunHasMadeAnot
                 icon::information, buttons::ok_cancel, "Corvane"},
                answer::cancel);
     own.update();
-    EXPECT_EQ(file_exists(disc), !makes_disc);
-    EXPECT_EQ(screen.last,
-              makes_disc ? "removing the earlier disc" : "putting the earlier disc back");
+    EXPECT_EQ(file_exists(disc), !is_made);
+    EXPECT_EQ(screen.last, is_made ? "removing the earlier disc" : "putting the earlier disc back");
   }
 }
 

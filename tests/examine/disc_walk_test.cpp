@@ -191,11 +191,11 @@ TEST_F(DiscWalk, CommandsOfATitleOrMenuLeadSomewhereOrGoOn) {
 
 TEST_F(DiscWalk, EntriesLeadToAMenuByThemselvesOrThroughAnother) {
   disc_menu_contents only_leads = disc_.menus[0];
-  auto chain = std::make_shared<program_chain>();
-  chain->pre = {link_chain(2)};
+  auto leading = std::make_shared<program_chain>();
+  leading->pre = {link_chain(2)};
   only_leads.number = 3;
   only_leads.entry = menu_kind::audio;
-  only_leads.chain.tables = chain;
+  only_leads.chain.tables = leading;
   only_leads.chain.seconds = 0;
   disc_.menus.push_back(only_leads);
   menu_[0]->pre = {link_chain(2)};

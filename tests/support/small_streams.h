@@ -29,9 +29,9 @@ inline std::string small_video(video_standard standard = video_standard::ntsc,
   bytes += bytes_of({0, 0, 1, 0xB8, 0, 8, 0, 0x40});           // closed group
   bytes += bytes_of({0, 0, 1, 0x00, 0, 0x0F, 0xFF, 0xF8});     // I picture
   bytes += bytes_of({0, 0, 1, 0xB5, 0x8F, 0xFF, 0xF3, 0xC1, 0x80});
-  const int rows = pal ? 36 : 30;
-  for (int row = 1; row <= rows; ++row)
-    bytes += bytes_of({0, 0, 1, row, 0x13, 0xF8, 0x7D, 0x29});
+  const int slices = pal ? 36 : 30;
+  for (int slice = 1; slice <= slices; ++slice)
+    bytes += bytes_of({0, 0, 1, slice, 0x13, 0xF8, 0x7D, 0x29});
   return bytes + bytes_of({0, 0, 1, 0xB7});
 }
 
