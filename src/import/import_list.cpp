@@ -518,9 +518,7 @@ std::string progress_text(const import_progress& progress, const std::vector<imp
     text += progress.first_pass ? ", first pass" : ", second pass";
   if (progress.pictures_a_second && !progress.finishing)
     text += ", " + decimal_text(*progress.pictures_a_second, 0) + " pictures a second";
-  run_whole whole;
-  whole.seconds_left = progress.seconds_left;
-  append(text, time_left_text(whole));
+  append(text, time_left_text(progress.seconds_left));
   return text;
 }
 

@@ -126,9 +126,7 @@ void learn_speed(import_speeds& speeds, const import_job& job, double seconds) {
 }
 
 std::string duration_text(double seconds) {
-  run_whole whole;
-  whole.seconds_left = seconds;
-  const std::string text = time_left_text(whole);
+  const std::string text = time_left_text(seconds);
   constexpr std::string_view left = " left";
   return text.ends_with(left) ? text.substr(0, text.size() - left.size()) : text;
 }

@@ -261,10 +261,10 @@ work_costs run_meter::learned() const {
   return costs;
 }
 
-std::string time_left_text(const run_whole& whole) {
-  if (!whole.seconds_left)
+std::string time_left_text(std::optional<double> seconds_left) {
+  if (!seconds_left)
     return {};
-  const double seconds = *whole.seconds_left;
+  const double seconds = *seconds_left;
   if (seconds < 4.5)
     return "a few seconds left";
   if (seconds < 9.5)
@@ -289,7 +289,7 @@ std::string whole_text(const run_whole& whole) {
   std::string text = "step " + trimmed(whole.step) + " of " + trimmed(whole.count);
   if (!whole.name.empty())
     text += ": " + whole.name;
-  if (const std::string time = time_left_text(whole); !time.empty())
+  if (const std::string time = time_left_text(whole.seconds_left); !time.empty())
     text += ", " + time;
   return text;
 }

@@ -11,6 +11,7 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -87,9 +88,9 @@ class run_meter {
   double shown_ = 0;
 };
 
-/// How long it will take, in words: "about 2 min 30 s left", "a few seconds left"; empty where
-/// nothing is known yet.
-std::string time_left_text(const run_whole& whole);
+/// How long something will take, in words: "about 2 min 30 s left", "a few seconds left"; empty
+/// where nothing is known yet.
+std::string time_left_text(std::optional<double> seconds_left);
 
 /// "step 2 of 5: authoring title(s), about 40 s left".
 std::string whole_text(const run_whole& whole);

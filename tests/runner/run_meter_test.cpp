@@ -323,7 +323,7 @@ TEST(WholeText, SaysStepNameAndTimeLeft) {
 }
 
 TEST(WholeText, TimesAreRoundedAsTheyAreKnown) {
-  const auto text = [](double seconds) { return time_left_text({0, 1, 1, "", seconds}); };
+  const auto text = [](double seconds) { return time_left_text(seconds); };
   EXPECT_EQ(text(0), "a few seconds left");
   EXPECT_EQ(text(4.4), "a few seconds left");
   EXPECT_EQ(text(7), "about 7 s left");

@@ -37,7 +37,7 @@ void console_listener::progress(const run_progress& progress) {
 void console_listener::whole(const run_whole& whole) {
   const std::string at = "step " + trimmed(whole.step) + " of " + trimmed(whole.count);
   std::vector<std::string> words;
-  if (const std::string time = time_left_text(whole); !time.empty())
+  if (const std::string time = time_left_text(whole.seconds_left); !time.empty())
     words = {"all, " + at + ", " + time, "all, " + time};
   words.push_back("all, " + at);
   words.emplace_back("all");

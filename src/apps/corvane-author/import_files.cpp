@@ -155,9 +155,7 @@ class console_import {
     if (step != step_)
       out_.step(step);
     step_ = step;
-    run_whole whole;
-    whole.seconds_left = p.seconds_left;
-    const std::string time = time_left_text(whole);
+    const std::string time = time_left_text(p.seconds_left);
     out_.whole(p.percent, {time.empty() ? "all" : "all, " + time, "all"});
   }
 

@@ -116,9 +116,7 @@ class console_menus {
     if (p.step != step_)
       out_.step(p.step);
     step_ = p.step;
-    run_whole whole;
-    whole.seconds_left = p.seconds_left;
-    const std::string time = time_left_text(whole);
+    const std::string time = time_left_text(p.seconds_left);
     out_.whole(p.percent, {time.empty() ? "all" : "all, " + time, "all"});
   }
 
