@@ -4,8 +4,8 @@
 #include "menus/made_pages.h"
 #include "menus/maker/design_writer.h"
 #include "project/menu_rows.h"
-#include "support/command_test.h"
 #include "support/small_streams.h"
+#include "support/two_titles_test.h"
 
 #include <gmock/gmock.h>
 
@@ -22,14 +22,9 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using testing_support::measured_text;
 
-class MenusDraft : public testing_support::command_test {
+class MenusDraft : public testing_support::two_titles_test {
  protected:
-  MenusDraft() {
-    add_files_and_title({"my_film-1.m2v", "a.ac3"});
-    add_files_and_title({"other.m2v", "b.ac3"});
-    p.chapters[0] = "00:00:00.00,00:01:00.00,00:02:00.00";
-    open();
-  }
+  MenusDraft() { open(); }
 
   /// As the window opens, with what is remembered.
   void open() {
@@ -59,13 +54,6 @@ class MenusDraft : public testing_support::command_test {
                                     return std::nullopt;
                                   });
     EXPECT_TRUE(notes) << notes.error;
-  }
-
-  void add_own_menu() {
-    folder.add("own.m2v");
-    p.menulist.push_back(menu_row_text({folder.stored("own.m2v"), {}}));
-    p.moremenuoptions.emplace_back(new_menu_options);
-    p.menubuttons.resize(p.menulist.size());
   }
 
   std::size_t index_of(const std::string& id) const {
@@ -267,7 +255,7 @@ TEST_F(MenusDraft, TheJumpTableTakesAllMenusAlong) {
   draft->change([](menu_wishes& w) { w.jump_table = true; });
   EXPECT_FALSE(draft->erases_menus()) << "there is none";
   draft->change([](menu_wishes& w) { w.jump_table.reset(); });
-  add_own_menu();
+  add_own_menu("own.m2v");
   draft->plan();
   EXPECT_EQ(draft->own_menus(), 1);
   draft->change([](menu_wishes& w) { w.jump_table = true; });
@@ -283,7 +271,7 @@ TEST_F(MenusDraft, TheJumpTableTakesAllMenusAlong) {
 }
 
 TEST_F(MenusDraft, OwnMenusStayOrGoAndTheShapeOfThoseThatStayDecides) {
-  add_own_menu();
+  add_own_menu("own.m2v");
   folder.add("own.m2v", testing_support::small_video(video_standard::ntsc, 3));
   draft->plan();
   EXPECT_FALSE(draft->may_choose_shape());

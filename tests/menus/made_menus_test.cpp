@@ -10,7 +10,7 @@
 #include "project/menu_rows.h"
 #include "project/post_rows.h"
 #include "project/title_commands.h"
-#include "support/command_test.h"
+#include "support/two_titles_test.h"
 
 #include <gmock/gmock.h>
 
@@ -28,12 +28,9 @@ using ::testing::IsEmpty;
 using testing_support::measured_text;
 using testing_support::rows;
 
-class MadeMenus : public testing_support::command_test {
+class MadeMenus : public testing_support::two_titles_test {
  protected:
   MadeMenus() {
-    add_files_and_title({"my_film-1.m2v", "a.ac3"});
-    add_files_and_title({"other.m2v", "b.ac3"});
-    p.chapters[0] = "00:00:00.00,00:01:00.00,00:02:00.00";
     wishes.design_id = "slate";
     wishes.design = *design_at(join_path(CORVANE_DESIGNS, "slate.design")).design;
     wishes.choices.chapters_of = {1};
@@ -56,10 +53,7 @@ class MadeMenus : public testing_support::command_test {
   }
 
   std::string own_menu(const std::string& name, const std::string& action) {
-    folder.add(name);
-    p.menulist.push_back(menu_row_text({folder.stored(name), {}}));
-    p.moremenuoptions.emplace_back(new_menu_options);
-    p.menubuttons.resize(p.menulist.size());
+    add_own_menu(name);
     button_record record = button_with_edges(80, 60, 200, 100);
     record.action = action;
     record.highlight = record.select = "white";

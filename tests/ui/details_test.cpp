@@ -37,15 +37,6 @@ class Details : public findings_test {
       return text == nullptr ? std::string() : utf8_of(text->GetValue());
     });
   }
-  /// Whether it comes true; asked from the test's own thread.
-  static bool eventually(const std::function<bool()>& condition) {
-    for (int tries = 0; tries < 300; ++tries) {
-      if (condition())
-        return true;
-      std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
-    return false;
-  }
   static bool tells(const std::string& piece) {
     return eventually([&] { return told().find(piece) != std::string::npos; });
   }

@@ -16,10 +16,7 @@
 #include <wx/statusbr.h>
 #include <wx/toplevel.h>
 
-#include <chrono>
 #include <filesystem>
-#include <functional>
-#include <thread>
 
 namespace corvane::testing_support {
 namespace {
@@ -44,15 +41,6 @@ class Habits : public window_test {
   }
   bool is_enabled(const char* name) const {
     return ask_ui([&] { return window_->bars().item(name)->IsEnabled(); });
-  }
-  /// Whether it comes true; asked from the test's own thread.
-  static bool eventually(const std::function<bool()>& condition) {
-    for (int tries = 0; tries < 300; ++tries) {
-      if (condition())
-        return true;
-      std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
-    return false;
   }
   static bool rows_become(const std::vector<std::string>& wanted) {
     return eventually([&] { return rows() == wanted; });

@@ -14,19 +14,14 @@
 #include <gmock/gmock.h>
 #include <wx/button.h>
 #include <wx/checkbox.h>
-#include <wx/choice.h>
 #include <wx/dataview.h>
 #include <wx/menuitem.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
-#include <functional>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace corvane::testing_support {
@@ -97,15 +92,6 @@ class ImportWindow : public window_test {
   static bool is_enabled(const std::string& name) {
     return ask_ui([&] { return control(name, dialog)->IsEnabled(); });
   }
-  /// Whether it comes true; asked from the test's own thread.
-  static bool eventually(const std::function<bool()>& condition) {
-    for (int tries = 0; tries < 600; ++tries) {
-      if (condition())
-        return true;
-      std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
-    return false;
-  }
   static bool rows_become(const std::vector<std::string>& wanted) {
     if (eventually([&] { return shown_rows() == wanted; }))
       return true;
@@ -142,18 +128,7 @@ class ImportWindow : public window_test {
     EXPECT_THAT(details(), HasSubstr("becomes: plain.m2v, plain.ac3"));
     close_window();
   }
-  static void close_window() {
-    close(dialog);
-    EXPECT_TRUE(window_goes(dialog));
-  }
-  std::vector<std::string> files_here() const {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder_.path()))
-      if (entry.is_regular_file())
-        names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
-  }
+  static void close_window() { close_and_wait(dialog); }
 };
 
 TEST_F(ImportWindow, FilmsBecomeTitlesWithTheirLanguageAndOneStepTakesThemBack) {

@@ -167,6 +167,19 @@ std::string menu_editor_test::stored() const {
   return p_.menubuttons[static_cast<std::size_t>(p_.indexer) - 1];
 }
 
+std::vector<std::string> thirty_six_buttons(const std::string& odd, const std::string& even) {
+  constexpr int count = 36, beside = 6;
+  std::vector<std::string> records;
+  records.reserve(count);
+  for (int i = 0; i < count; ++i) {
+    const int x = 20 + i % beside * 115;
+    const int y = 20 + i / beside * 75;
+    records.push_back(leading_blank(x) + "/" + leading_blank(y) + "/" + leading_blank(x + 100) +
+                      "/" + leading_blank(y + 50) + "/" + (i % 2 == 0 ? odd : even));
+  }
+  return records;
+}
+
 namespace {
 
 std::string little_endian(std::uint32_t value, int bytes) {

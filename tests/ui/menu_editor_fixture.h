@@ -69,6 +69,10 @@ class menu_editor_test : public window_test {
   project& p_ = bench_.p;
 };
 
+/// Records of as many buttons as a menu can have, six beside each other and six below, each of 100
+/// x 50 pixels, the first at 20, 20. By turns their places are followed by `odd` and `even`.
+std::vector<std::string> thirty_six_buttons(const std::string& odd, const std::string& even);
+
 /// A Windows bitmap of one colour (0xRRGGBB) with so many bits a pixel, as bytes.
 std::string bmp(int width, int height, int bits, unsigned colour = 0x2060e0);
 

@@ -533,15 +533,7 @@ TEST_F(MenuEditorWindow, KeyboardAloneAddsAButtonAndAccepts) {
 }
 
 TEST_F(MenuEditorWindow, ThirtySixButtonsStandInThePicture) {
-  std::vector<std::string> records;
-  for (int i = 0; i < 36; ++i) {
-    const int x = 20 + i % 6 * 115;
-    const int y = 20 + i / 6 * 75;
-    records.push_back(" " + std::to_string(x) + "/ " + std::to_string(y) + "/ " +
-                      std::to_string(x + 100) + "/ " + std::to_string(y + 50) +
-                      "/exit/white/yellow");
-  }
-  add_menu(real_video(), records);
+  add_menu(real_video(), thirty_six_buttons("exit/white/yellow", "exit/white/yellow"));
   open();
   click_at(on_picture(20 + 5 * 115 + 50, 20 + 5 * 75 + 25));
   EXPECT_EQ(text_of("Combo2"), "button36");

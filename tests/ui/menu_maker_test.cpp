@@ -18,7 +18,6 @@
 #include <gmock/gmock.h>
 #include <wx/checkbox.h>
 #include <wx/checklst.h>
-#include <wx/choice.h>
 #include <wx/dataview.h>
 #include <wx/menuitem.h>
 #include <wx/notebook.h>
@@ -29,7 +28,6 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -84,14 +82,6 @@ class MenuMakerWindow : public window_test {
   static maker_picture& picture() { return *dynamic_cast<maker_picture*>(control("page", maker)); }
   static const menus_draft& draft() { return dynamic_cast<maker_window*>(control(maker))->draft(); }
 
-  static bool eventually(const std::function<bool()>& condition, int tries = 600) {
-    for (int i = 0; i < tries; ++i) {
-      if (condition())
-        return true;
-      std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
-    return false;
-  }
   static std::string line(const std::string& name) {
     return ask_ui(
         [&] { return utf8_of(dynamic_cast<wxStaticText*>(control(name, maker))->GetLabelText()); });
@@ -137,31 +127,14 @@ class MenuMakerWindow : public window_test {
   static void show_page_of_choices(std::size_t page) {
     on_ui([&] { dynamic_cast<wxNotebook*>(control("makerchoices", maker))->SetSelection(page); });
   }
-  static void choose(const std::string& name, int entry) {
-    on_ui([&] {
-      auto* const list = dynamic_cast<wxChoice*>(control(name, maker));
-      list->SetSelection(entry);
-      wxCommandEvent event(wxEVT_CHOICE, list->GetId());
-      event.SetEventObject(list);
-      event.SetInt(entry);
-      list->GetEventHandler()->ProcessEvent(event);
-    });
-  }
+  static void choose(const std::string& name, int entry) { choose_entry(name, entry, maker); }
   static void make_and_wait(const std::string& outcome) {
     press("alt+k");
-    EXPECT_TRUE(eventually([&] { return line("said") == outcome; }, 2400)) << line("said");
+    EXPECT_TRUE(eventually([&] { return line("said") == outcome; }, 120)) << line("said");
   }
   static void close_window() {
     click_control("close", maker);
     EXPECT_TRUE(window_goes(maker));
-  }
-  std::vector<std::string> files_here() const {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder_.path()))
-      if (entry.is_regular_file())
-        names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
   }
 };
 

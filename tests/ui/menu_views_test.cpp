@@ -319,15 +319,8 @@ TEST_F(MenuViews, SpacePlaysAndADragStops) {
 }
 
 TEST_F(MenuViews, ThirtySixButtonsCanAllBeRead) {
-  std::vector<std::string> records;
-  for (int i = 0; i < 36; ++i) {
-    const int x = 20 + i % 6 * 115;
-    const int y = 20 + i / 6 * 75;
-    records.push_back(" " + std::to_string(x) + "/ " + std::to_string(y) + "/ " +
-                      std::to_string(x + 100) + "/ " + std::to_string(y + 50) +
-                      "/jump title 1 chapter 2/" + (i % 2 == 0 ? "yellow" : "cyan") + "/white");
-  }
-  open_with(records);
+  open_with(thirty_six_buttons("jump title 1 chapter 2/yellow/white",
+                               "jump title 1 chapter 2/cyan/white"));
   maximize();
   choose(8);
   pick("showways", 2);

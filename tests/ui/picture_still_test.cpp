@@ -18,11 +18,8 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstdlib>
-#include <functional>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace corvane::testing_support {
@@ -92,14 +89,6 @@ class PictureStills : public window_test {
           dynamic_cast<video_picture*>(control("preview", dialog))->shown_picture();
       return shown.IsOk() ? shown.Copy() : wxImage();
     });
-  }
-  static bool eventually(const std::function<bool()>& condition) {
-    for (int tries = 0; tries < 600; ++tries) {
-      if (condition())
-        return true;
-      std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
-    return false;
   }
   static bool preview_comes() {
     return eventually([] { return preview().IsOk(); });

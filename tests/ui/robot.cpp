@@ -158,6 +158,16 @@ bool wait_until(const std::function<bool()>& condition, double seconds) {
   }
 }
 
+bool eventually(const std::function<bool()>& condition, double seconds) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > end)
+      return false;
+    pause_for(std::chrono::milliseconds(50));
+  }
+  return true;
+}
+
 void hover_at(wxPoint screen) {
   xdotool("mousemove " + at(screen));
 }

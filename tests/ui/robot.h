@@ -32,6 +32,9 @@ auto ask_ui(F f) -> decltype(f()) {
 /// Waits until a condition, tried in the main thread, holds. False when it did not in time.
 bool wait_until(const std::function<bool()>& condition, double seconds = 15);
 
+/// The same for a condition that is tried in the test's own thread, as one that asks the windows.
+bool eventually(const std::function<bool()>& condition, double seconds = 30);
+
 // The pointer and the keys.
 void click_at(wxPoint screen);
 void double_click_at(wxPoint screen);

@@ -18,7 +18,6 @@
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
-#include <wx/choice.h>
 #include <wx/display.h>
 #include <wx/notebook.h>
 #include <wx/scrolwin.h>
@@ -214,14 +213,8 @@ TEST_F(Screens, HoldTheImport) {
     return dynamic_cast<video_picture*>(control("itempicture", "import"))->shown_picture().IsOk();
   }));
   look_at("import");
-  on_ui([] {
-    constexpr int mean_rate = 2;  // has a field beside it
-    auto* quality = dynamic_cast<wxChoice*>(control("quality", "import"));
-    quality->SetSelection(mean_rate);
-    wxCommandEvent chosen(wxEVT_CHOICE, quality->GetId());
-    chosen.SetEventObject(quality);
-    quality->ProcessWindowEvent(chosen);
-  });
+  constexpr int mean_rate = 2;  // has a field beside it
+  choose_entry("quality", mean_rate, "import");
   ASSERT_TRUE(wait_until([] { return control("rate", "import")->IsShownOnScreen(); }));
   look_at_and_close("import");
 }
@@ -270,14 +263,7 @@ TEST_F(Screens, HoldTheMenuMakerWithAllItsPages) {
   look_at("menumaker");
   turn_to(1);
   for (int background = 1; background <= 3; ++background) {
-    on_ui([&] {
-      auto* const list = dynamic_cast<wxChoice*>(control("background", "menumaker"));
-      list->SetSelection(background);
-      wxCommandEvent chosen(wxEVT_CHOICE, list->GetId());
-      chosen.SetEventObject(list);
-      chosen.SetInt(background);
-      list->ProcessWindowEvent(chosen);
-    });
+    choose_entry("background", background, "menumaker");
     screenshot("screen-menumaker-background" + std::to_string(background));
     look_at("menumaker");
   }

@@ -9,8 +9,10 @@
 #include "ui/main_window.h"
 #include "ui/widgets/wx_text.h"
 
+#include <wx/choice.h>
 #include <wx/listbox.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
@@ -134,6 +136,31 @@ void window_test::close(const std::string& name) {
     wxWindow* window = control(name);
     window->CallAfter([window] { window->Close(); });
   });
+}
+
+void window_test::close_and_wait(const std::string& name) {
+  close(name);
+  EXPECT_TRUE(window_goes(name));
+}
+
+void window_test::choose_entry(const std::string& list, int entry, const std::string& window) {
+  on_ui([&] {
+    auto* const choice = dynamic_cast<wxChoice*>(control(list, window));
+    choice->SetSelection(entry);
+    wxCommandEvent chosen(wxEVT_CHOICE, choice->GetId());
+    chosen.SetEventObject(choice);
+    chosen.SetInt(entry);
+    choice->ProcessWindowEvent(chosen);
+  });
+}
+
+std::vector<std::string> window_test::files_here() const {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(path_of(folder_.path())))
+    if (entry.is_regular_file())
+      names.push_back(entry.path().filename().string());
+  std::sort(names.begin(), names.end());
+  return names;
 }
 
 void window_test::end_session() {

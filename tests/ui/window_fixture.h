@@ -34,6 +34,12 @@ class window_test : public testing::Test {
   /// Asks a window to close, as its close box does.
   static void close(const std::string& name);
 
+  /// The same, and waits until it is gone.
+  static void close_and_wait(const std::string& name);
+
+  /// Chooses an entry (0-based) of a drop-down list of a window at once, as a user does.
+  static void choose_entry(const std::string& list, int entry, const std::string& window);
+
   /// Closes the main window as the end of the session does, while a dialog stands, and sees that
   /// the window waits for that dialog.
   void end_session();
@@ -52,6 +58,9 @@ class window_test : public testing::Test {
 
   /// Path of a file that is there before the test, with "x" in it or real media.
   std::string file(const std::string& name) { return folder_.add(name); }
+
+  /// Names of the files in the test's folder, not of those in folders of it, sorted.
+  std::vector<std::string> files_here() const;
 
   temporary_folder folder_;
   std::string app_;  ///< the program folder
