@@ -2,17 +2,13 @@
 
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/layout.h"
-#include "ui/widgets/wrapped_text.h"
 #include "ui/widgets/wx_text.h"
 
-#include <wx/control.h>
 #include <wx/dcbuffer.h>
-#include <wx/dcgraph.h>
 #include <wx/textctrl.h>
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 #include <utility>
 
 namespace corvane {
@@ -47,17 +43,13 @@ maker_picture::maker_picture(wxWindow* parent, const menus_draft& draft, handler
 }
 
 void maker_picture::show_page(const wxImage& page) {
-  page_ = page;
-  bitmap_ = wxBitmap(page);
-  reason_.clear();
+  shown_.show(page);
   Refresh(false);
 }
 
 void maker_picture::show_reason(const wxString& reason) {
   end_edit(false);
-  page_ = wxImage();
-  bitmap_ = wxBitmap();
-  reason_ = reason;
+  shown_.tell(reason);
   Refresh(false);
 }
 
@@ -99,20 +91,9 @@ int maker_picture::item_under(const wxPoint& at) const {
 
 void maker_picture::on_paint() {
   wxAutoBufferedPaintDC paint(this);
-  paint.SetBackground(*wxBLACK_BRUSH);
-  paint.Clear();
-  if (bitmap_.IsOk()) {
-    const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(paint));
-    const wxRect at = shown_place();
-    context->DrawBitmap(bitmap_, at.x, at.y, at.width, at.height);
-    context->Flush();
+  shown_.paint(paint, *this, shown_place());
+  if (shown_.picture().IsOk())
     paint_selection(paint);
-  } else {
-    paint.SetFont(GetFont());
-    paint.SetTextForeground(wxColour(230, 230, 230));
-    const wxRect room = wxRect(GetClientSize()).Deflate(FromDIP(20));
-    paint.DrawLabel(wrapped(paint, reason_, room.width), room, wxALIGN_CENTRE);
-  }
 }
 
 // The look of a button is in the page; what can be typed at has a dotted line around it.

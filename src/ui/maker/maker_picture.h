@@ -7,9 +7,8 @@
 
 #include "authoring/menus_draft.h"
 #include "formats/drawn_page.h"
+#include "ui/widgets/picture_or_reason.h"
 
-#include <wx/bitmap.h>
-#include <wx/image.h>
 #include <wx/window.h>
 
 #include <functional>
@@ -33,7 +32,7 @@ class maker_picture : public wxWindow {
   void show_page(const wxImage& page);
   /// Shows a text in its place.
   void show_reason(const wxString& reason);
-  const wxImage& shown_page() const { return page_; }
+  const wxImage& shown_page() const { return shown_.picture(); }
 
   /// Begins to edit the text of an item. False: there is none.
   bool edit(int item);
@@ -61,9 +60,7 @@ class maker_picture : public wxWindow {
 
   const menus_draft& draft_;
   handlers on_;
-  wxImage page_;
-  wxBitmap bitmap_;
-  wxString reason_;
+  picture_or_reason shown_;
   wxTextCtrl* field_ = nullptr;
   int edited_ = -1;  ///< the item
 };

@@ -1,14 +1,9 @@
 #include "ui/video/video_picture.h"
 
-#include "ui/widgets/wrapped_text.h"
-
-#include <wx/control.h>
 #include <wx/dcbuffer.h>
-#include <wx/dcgraph.h>
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 
 namespace corvane {
 
@@ -25,16 +20,12 @@ void video_picture::set_full_size(wxSize size) {
 }
 
 void video_picture::show_picture(const wxImage& picture) {
-  picture_ = picture;
-  bitmap_ = wxBitmap(picture);
-  reason_.clear();
+  shown_.show(picture);
   Refresh(false);
 }
 
 void video_picture::show_reason(const wxString& reason) {
-  picture_ = wxImage();
-  bitmap_ = wxBitmap();
-  reason_ = reason;
+  shown_.tell(reason);
   Refresh(false);
 }
 
@@ -51,18 +42,7 @@ wxRect video_picture::place() const {
 
 void video_picture::on_paint() {
   wxAutoBufferedPaintDC paint(this);
-  paint.SetBackground(*wxBLACK_BRUSH);
-  paint.Clear();
-  if (bitmap_.IsOk()) {
-    const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(paint));
-    const wxRect at = place();
-    context->DrawBitmap(bitmap_, at.x, at.y, at.width, at.height);
-  } else {
-    paint.SetFont(GetFont());
-    paint.SetTextForeground(wxColour(230, 230, 230));
-    const wxRect room = wxRect(GetClientSize()).Deflate(FromDIP(20));
-    paint.DrawLabel(wrapped(paint, reason_, room.width), room, wxALIGN_CENTRE);
-  }
+  shown_.paint(paint, *this, place());
 }
 
 }  // namespace corvane

@@ -1,8 +1,8 @@
 // The picture of a video, in its proportions and as large as its room allows, on black.
 #pragma once
 
-#include <wx/bitmap.h>
-#include <wx/image.h>
+#include "ui/widgets/picture_or_reason.h"
+
 #include <wx/window.h>
 
 namespace corvane {
@@ -21,8 +21,8 @@ class video_picture : public wxWindow {
   void show_reason(const wxString& reason);
 
   /// What was shown last, in its own size; not OK when there is none.
-  const wxImage& shown_picture() const { return picture_; }
-  const wxString& reason() const { return reason_; }
+  const wxImage& shown_picture() const { return shown_.picture(); }
+  const wxString& reason() const { return shown_.reason(); }
 
   /// Nothing is done to it by key.
   bool AcceptsFocus() const override { return false; }
@@ -35,9 +35,7 @@ class video_picture : public wxWindow {
   void on_paint();
 
   wxSize full_size_;
-  wxImage picture_;
-  wxBitmap bitmap_;
-  wxString reason_;
+  picture_or_reason shown_;
 };
 
 }  // namespace corvane
