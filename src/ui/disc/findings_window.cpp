@@ -4,6 +4,7 @@
 #include "platform/files/files.h"
 #include "ui/disc/findings_view.h"
 #include "ui/widgets/control_name.h"
+#include "ui/widgets/controls.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
 #include "ui/widgets/wx_text.h"
@@ -86,7 +87,7 @@ wxSizer* findings_window::make_progress() {
   gauge_ = new wxGauge(this, wxID_ANY, progress_steps);
   name_control(*gauge_, "progress");
   wxButton* stop =
-      make_button("stop", "s&top", "end the check; what it has found is kept", on_.stop);
+      make_button(this, "stop", "s&top", "end the check; what it has found is kept", on_.stop);
   stop->SetBitmap(icon_picture("stop", layout::button_icon));
   const int gap = FromDIP(layout::control_gap);
   auto* row = new wxBoxSizer(wxHORIZONTAL);
@@ -97,24 +98,16 @@ wxSizer* findings_window::make_progress() {
   return row;
 }
 
-wxButton* findings_window::make_button(const char* name, const char* label, const char* tip,
-                                       const std::function<void()>& click) {
-  auto* button = new wxButton(this, wxID_ANY, label);
-  name_control(*button, name);
-  button->SetToolTip(tip);
-  button->Bind(wxEVT_BUTTON, [click](wxCommandEvent&) { click(); });
-  return button;
-}
-
 wxSizer* findings_window::make_buttons() {
-  go_to_ = make_button("goto", "&go to", "open what the selected finding is about (Enter)",
+  go_to_ = make_button(this, "goto", "&go to", "open what the selected finding is about (Enter)",
                        [this] { go_to_selected(); });
-  copy_ = make_button("copy", "c&opy all", "copy all findings (Ctrl+C: the selected one)",
+  copy_ = make_button(this, "copy", "c&opy all", "copy all findings (Ctrl+C: the selected one)",
                       [this] { copy_all(); });
-  save_ = make_button("save", "&save as text...", "write all findings into a file", on_.save);
-  check_ = make_button("check", "chec&k again", "read every file to its end (Ctrl+K)", on_.check);
+  save_ = make_button(this, "save", "&save as text...", "write all findings into a file", on_.save);
+  check_ =
+      make_button(this, "check", "chec&k again", "read every file to its end (Ctrl+K)", on_.check);
   auto* close = new wxButton(this, wxID_CLOSE, "&close");
-  clean_ = make_button("clean", "c&lean...",
+  clean_ = make_button(this, "clean", "c&lean...",
                        "see what a copy of the subtitle file without this would be",
                        [this] { clean_selected(); });
   const wxSizerFlags gap = wxSizerFlags().Border(wxLEFT, FromDIP(layout::control_gap));

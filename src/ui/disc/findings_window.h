@@ -64,8 +64,6 @@ class findings_window : public wxDialog {
   wxSizer* make_summary();
   wxSizer* make_progress();
   wxSizer* make_buttons();
-  wxButton* make_button(const char* name, const char* label, const char* tip,
-                        const std::function<void()>& click);
   void bind_controls();
   void place_beside(const wxWindow& main);
   void fill(std::optional<std::size_t> selected);

@@ -3,10 +3,10 @@
 #include "project/menu_rows.h"
 #include "ui/maker/maker_colours.h"
 #include "ui/widgets/control_name.h"
+#include "ui/widgets/controls.h"
 #include "ui/widgets/labelled.h"
 #include "ui/widgets/layout.h"
 #include "ui/widgets/search_list.h"
-#include "ui/widgets/wheel.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/checkbox.h>
@@ -43,21 +43,19 @@ maker_letters_panel::maker_letters_panel(wxWindow* parent, menus_draft& draft, m
   const int gap = FromDIP(layout::control_gap);
   auto* const grid = new wxFlexGridSizer(2, wxSize(gap, gap));
   grid->AddGrowableCol(1);
-  wxArrayString texts;
-  for (const char* const text : {"headings", "entries", "back, next, play all"})
-    texts.Add(text);
-  which_ = make_choice("lettersof", "which texts the choices below are about", texts);
+  which_ = make_choice(this, "lettersof", "which texts the choices below are about",
+                       {"headings", "entries", "back, next, play all"});
   which_->SetSelection(of_entries);
   add(*grid, "&letters of", which_);
   font_ = new search_list(this, "letterfont", fonts_, [this](int entry) { take_font(entry); });
   font_->SetToolTip("the font");
   font_->SetMinSize(wxSize(FromDIP(layout::list_height), -1));
   add(*grid, "&font", font_);
-  size_ = make_spin("lettersize", smallest_letters, largest_letters,
-                    "how high letters are, in lines of the disc's picture");
+  size_ = make_number("lettersize", smallest_letters, largest_letters,
+                      "how high letters are, in lines of the disc's picture");
   add(*grid, "si&ze", size_);
-  least_ = make_spin("leastsize", smallest_letters, largest_letters,
-                     "a text that is too long for its place becomes no smaller than this");
+  least_ = make_number("leastsize", smallest_letters, largest_letters,
+                       "a text that is too long for its place becomes no smaller than this");
   add(*grid, "&at least", least_);
   bold_ = make_check("letterbold", "&bold");
   italic_ = make_check("letteritalic", "i&talic");
@@ -68,26 +66,23 @@ maker_letters_panel::maker_letters_panel(wxWindow* parent, menus_draft& draft, m
   grid->Add(kinds);
   colour_ = make_colour("lettercolour", "the colour of the letters");
   add(*grid, "colo&ur", colour_);
-  outline_ = make_spin("outline", 0, thickest_edge, "lines around the letters; 0: none");
+  outline_ = make_number("outline", 0, thickest_edge, "lines around the letters; 0: none");
   outline_colour_ = make_colour("outlinecolour", "the colour of the lines around the letters");
   add(*grid, "outli&ne", outline_, outline_colour_);
-  shadow_ = make_spin("shadow", 0, thickest_edge,
-                      "how far the shadow of the letters falls, in lines; 0: there is none");
+  shadow_ = make_number("shadow", 0, thickest_edge,
+                        "how far the shadow of the letters falls, in lines; 0: there is none");
   shadow_colour_ = make_colour("shadowcolour", "the colour of the shadow");
   add(*grid, "sha&dow", shadow_, shadow_colour_);
-  wxArrayString sides;
-  for (const char* const side : {"left", "centre", "right"})
-    sides.Add(side);
-  align_ = make_choice("letteralign", "where texts stand in their places", sides);
+  align_ = make_choice(this, "letteralign", "where texts stand in their places",
+                       {"left", "centre", "right"});
   add(*grid, "ali&gn", align_);
-  wxArrayString colours;
-  for (const std::string& colour : button_colours)
-    colours.Add(wx_text(colour));
-  highlight_ = make_choice("buttonhighlight", "the frame of the button that is chosen", colours);
+  highlight_ = make_choice(this, "buttonhighlight", "the frame of the button that is chosen",
+                           button_colours);
   add(*grid, "button, c&hosen", highlight_);
-  select_ = make_choice("buttonselect", "the frame of a button as it is pressed", colours);
+  select_ =
+      make_choice(this, "buttonselect", "the frame of a button as it is pressed", button_colours);
   add(*grid, "button, &pressed", select_);
-  frame_ = make_spin("buttonframe", 1, thickest_frame, "how thick the frames of buttons are");
+  frame_ = make_number("buttonframe", 1, thickest_frame, "how thick the frames of buttons are");
   add(*grid, "f&rame", frame_);
   auto* const whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(grid, wxSizerFlags().Expand().Border(wxALL, FromDIP(layout::box_border)));
@@ -116,21 +111,9 @@ void maker_letters_panel::add(wxFlexGridSizer& grid, const char* label, wxWindow
   grid.Add(row, wxSizerFlags().Expand());
 }
 
-wxChoice* maker_letters_panel::make_choice(const char* name, const char* tip,
-                                           const wxArrayString& entries) {
-  auto* const choice = new wxChoice(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, entries);
-  name_control(*choice, name);
-  choice->SetToolTip(tip);
-  let_wheel_pass(*choice);
-  return choice;
-}
-
-wxSpinCtrl* maker_letters_panel::make_spin(const char* name, int least, int most, const char* tip) {
-  auto* const field = new wxSpinCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
-                                     wxSP_ARROW_KEYS, least, most, least);
-  name_control(*field, name);
-  field->SetToolTip(tip);
-  let_wheel_pass(*field);
+wxSpinCtrl* maker_letters_panel::make_number(const char* name, int least, int most,
+                                             const char* tip) {
+  wxSpinCtrl* const field = make_spin(this, name, least, most, tip);
   field->Bind(wxEVT_SPINCTRL, [this](wxSpinEvent&) { take(); });
   return field;
 }

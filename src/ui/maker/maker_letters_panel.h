@@ -27,8 +27,7 @@ class maker_letters_panel : public scrolled_column {
 
  private:
   void add(wxFlexGridSizer& grid, const char* label, wxWindow* control, wxWindow* behind = nullptr);
-  wxChoice* make_choice(const char* name, const char* tip, const wxArrayString& entries);
-  wxSpinCtrl* make_spin(const char* name, int least, int most, const char* tip);
+  wxSpinCtrl* make_number(const char* name, int least, int most, const char* tip);
   wxColourPickerCtrl* make_colour(const char* name, const char* tip);
   wxCheckBox* make_check(const char* name, const char* label);
   void take();

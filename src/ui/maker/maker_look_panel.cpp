@@ -4,6 +4,7 @@
 #include "platform/files/paths.h"
 #include "ui/maker/maker_colours.h"
 #include "ui/widgets/control_name.h"
+#include "ui/widgets/controls.h"
 #include "ui/widgets/labelled.h"
 #include "ui/widgets/layout.h"
 #include "ui/widgets/text_column.h"
@@ -23,7 +24,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <initializer_list>
 #include <utility>
 
 namespace corvane {
@@ -36,13 +36,6 @@ const char* const pictures_filter =
 const char* const behind_filter =
     "videos|*.m2v;*.mpg;*.mpeg;*.vob;*.mp4;*.m4v;*.mkv;*.mov;*.avi;*.mts;*.m2ts;*.ts;*.wmv;*.webm|"
     "all files|*";
-
-wxArrayString listed(std::initializer_list<const char*> texts) {
-  wxArrayString all;
-  for (const char* const text : texts)
-    all.Add(text);
-  return all;
-}
 
 int percent_of(const page_colour& shade) {
   return static_cast<int>(std::lround(shade.alpha * percent_full / double{alpha_full}));
@@ -101,37 +94,20 @@ wxSizer* maker_look_panel::make_designs() {
   return column;
 }
 
-wxChoice* maker_look_panel::make_choice(const char* name, const char* label, const char* tip,
-                                        const wxArrayString& entries, wxFlexGridSizer& grid) {
-  wxStaticText* const words = make_label(this, label);
-  auto* const choice = new wxChoice(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, entries);
-  name_control(*choice, name);
-  choice->SetToolTip(tip);
-  label_leads_to(words, choice);
-  let_wheel_pass(*choice);
-  grid.Add(words, wxSizerFlags().CentreVertical());
-  grid.Add(choice, wxSizerFlags().Expand());
-  return choice;
-}
-
 wxSizer* maker_look_panel::make_layout() {
   const int gap = FromDIP(layout::control_gap);
   auto* const grid = new wxFlexGridSizer(2, wxSize(gap, gap));
   grid->AddGrowableCol(1);
   arrangement_ =
-      make_choice("arrangement", "la&yout", "how the entries of a page stand",
-                  listed({"list of texts", "list with pictures", "grid of pictures"}), *grid);
+      make_labelled_choice(this, "la&yout", "arrangement", "how the entries of a page stand",
+                           {"list of texts", "list with pictures", "grid of pictures"}, *grid);
   arrangement_->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) {
     draft_.arrange(static_cast<menu_arrangement>(arrangement_->GetSelection()));
     on_.changed();
   });
   constexpr int most_columns = 6, most_rows = 12;
   const auto spin = [this](const char* name, int most, const char* tip) {
-    auto* const field = new wxSpinCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
-                                       wxSP_ARROW_KEYS, 1, most, 1);
-    name_control(*field, name);
-    field->SetToolTip(tip);
-    let_wheel_pass(*field);
+    wxSpinCtrl* const field = make_spin(this, name, 1, most, tip);
     field->Bind(wxEVT_SPINCTRL, [this](wxSpinEvent&) { take_entries(); });
     return field;
   };
@@ -147,17 +123,18 @@ wxSizer* maker_look_panel::make_layout() {
   entries->Add(rows_, wxSizerFlags(1));
   grid->Add(words, wxSizerFlags().CentreVertical());
   grid->Add(entries, wxSizerFlags().Expand());
-  shape_ = make_choice("shape", "sha&pe",
-                       "in which proportions the menus are shown; all menus of a disc have the "
-                       "same, so menus of your own that stay decide",
-                       listed({"4:3", "16:9"}), *grid);
+  shape_ = make_labelled_choice(
+      this, "sha&pe", "shape",
+      "in which proportions the menus are shown; all menus of a disc have the same, so menus of "
+      "your own that stay decide",
+      {"4:3", "16:9"}, *grid);
   shape_->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) {
     draft_.change([this](menu_wishes& w) { w.is_wide = shape_->GetSelection() == 1; });
     on_.changed();
   });
   background_ =
-      make_choice("background", "back&ground", "what is behind the texts",
-                  listed({"as the design has it", "colours", "a picture", "a video"}), *grid);
+      make_labelled_choice(this, "back&ground", "background", "what is behind the texts",
+                           {"as the design has it", "colours", "a picture", "a video"}, *grid);
   background_->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) {
     draft_.choose_background(static_cast<chosen_background>(background_->GetSelection()));
     show_background();
@@ -186,11 +163,8 @@ wxSizer* maker_look_panel::make_colours() {
   };
   from_ = picker("fromcolour", "the colour where the background begins");
   to_ = picker("tocolour", "the colour where it ends; the same for one colour");
-  direction_ = new wxChoice(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-                            listed({"down", "right", "down right", "up right"}));
-  name_control(*direction_, "direction");
-  direction_->SetToolTip("which way the colours go");
-  let_wheel_pass(*direction_);
+  direction_ = make_choice(this, "direction", "which way the colours go",
+                           {"down", "right", "down right", "up right"});
   direction_->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) { take_colours(); });
   const wxSizerFlags gap =
       wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::control_gap));
@@ -211,34 +185,20 @@ wxTextCtrl* maker_look_panel::make_path(const char* name, const char* tip) {
   return path;
 }
 
-wxButton* maker_look_panel::make_chooser(const char* name, const char* tip,
-                                         void (maker_look_panel::*choose)()) {
-  auto* const button = new wxButton(this, wxID_ANY, "c&hoose...");
-  name_control(*button, name);
-  button->SetToolTip(tip);
-  button->Bind(wxEVT_BUTTON, [this, choose](wxCommandEvent&) { (this->*choose)(); });
-  return button;
-}
-
 wxSizer* maker_look_panel::make_picture() {
   const int gap = FromDIP(layout::control_gap);
   picture_file_ = make_path("picturefile", "the picture behind the texts");
   auto* const row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(picture_file_, wxSizerFlags(1).CentreVertical());
-  row->Add(make_chooser("choosepicture", "choose a picture of any size and kind",
-                        &maker_look_panel::choose_picture),
+  row->Add(make_button(this, "choosepicture", "c&hoose...", "choose a picture of any size and kind",
+                       [this] { choose_picture(); }),
            wxSizerFlags().Border(wxLEFT, gap));
-  fit_ = new wxChoice(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-                      listed({"fills the screen", "all of it is seen"}));
-  name_control(*fit_, "picturefit");
-  fit_->SetToolTip("what is done when the picture is wider or narrower than the screen");
-  let_wheel_pass(*fit_);
+  fit_ = make_choice(this, "picturefit",
+                     "what is done when the picture is wider or narrower than the screen",
+                     {"fills the screen", "all of it is seen"});
   fit_->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) { take_picture(); });
-  shade_ = new wxSpinCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
-                          wxSP_ARROW_KEYS, 0, darkest_percent, 0);
-  name_control(*shade_, "shade");
-  shade_->SetToolTip("how much darker the picture becomes, so that texts can be read: percent");
-  let_wheel_pass(*shade_);
+  shade_ = make_spin(this, "shade", 0, darkest_percent,
+                     "how much darker the picture becomes, so that texts can be read: percent");
   shade_->Bind(wxEVT_SPINCTRL, [this](wxSpinEvent&) { take_picture(); });
   auto* const how = new wxBoxSizer(wxHORIZONTAL);
   how->Add(fit_, wxSizerFlags(1).CentreVertical());
@@ -258,7 +218,8 @@ wxSizer* maker_look_panel::make_film() {
   film_file_ = make_path("filmfile", "the video that plays behind the texts");
   auto* const row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(film_file_, wxSizerFlags(1).CentreVertical());
-  row->Add(make_chooser("choosefilm", "choose a video of any kind", &maker_look_panel::choose_film),
+  row->Add(make_button(this, "choosefilm", "c&hoose...", "choose a video of any kind",
+                       [this] { choose_film(); }),
            wxSizerFlags().Border(wxLEFT, gap));
   const auto spin = [this](const char* name, double least, double most, const char* tip) {
     auto* const field = new wxSpinCtrlDouble(this, wxID_ANY, wxString(), wxDefaultPosition,
@@ -294,26 +255,30 @@ wxSizer* maker_look_panel::make_film() {
 
 // What is chosen ----------------------------------------------------------------------------------
 
-void maker_look_panel::choose_picture() {
-  const std::string file = on_.choose_file({"picture behind the menus", pictures_filter, {}});
+void maker_look_panel::choose_file(const file_dialog& dialog,
+                                   const std::function<void(const std::string&)>& take) {
+  const std::string file = on_.choose_file(dialog);
   if (file.empty())
     return;
-  picture_background picture = draft_.picture();
-  picture.file = file;
-  draft_.set_picture(picture);
+  take(file);
   show_background();
   on_.changed();
 }
 
+void maker_look_panel::choose_picture() {
+  choose_file({"picture behind the menus", pictures_filter, {}}, [this](const std::string& file) {
+    picture_background picture = draft_.picture();
+    picture.file = file;
+    draft_.set_picture(picture);
+  });
+}
+
 void maker_look_panel::choose_film() {
-  const std::string file = on_.choose_file({"video behind the menus", behind_filter, {}});
-  if (file.empty())
-    return;
-  menu_motion film = draft_.film();
-  film.film = file;
-  draft_.set_film(film);
-  show_background();
-  on_.changed();
+  choose_file({"video behind the menus", behind_filter, {}}, [this](const std::string& file) {
+    menu_motion film = draft_.film();
+    film.film = file;
+    draft_.set_film(film);
+  });
 }
 
 void maker_look_panel::take_entries() {

@@ -8,14 +8,13 @@
 #include <wx/image.h>
 
 #include <cstddef>
+#include <functional>
 #include <string>
 
-class wxButton;
 class wxCheckBox;
 class wxChoice;
 class wxColourPickerCtrl;
 class wxDataViewListCtrl;
-class wxFlexGridSizer;
 class wxSizer;
 class wxSpinCtrl;
 class wxSpinCtrlDouble;
@@ -41,10 +40,9 @@ class maker_look_panel : public scrolled_column {
   wxSizer* make_colours();
   wxSizer* make_picture();
   wxSizer* make_film();
-  wxChoice* make_choice(const char* name, const char* label, const char* tip,
-                        const wxArrayString& entries, wxFlexGridSizer& grid);
   wxTextCtrl* make_path(const char* name, const char* tip);
-  wxButton* make_chooser(const char* name, const char* tip, void (maker_look_panel::*choose)());
+  void choose_file(const file_dialog& dialog,
+                   const std::function<void(const std::string& file)>& take);
   void choose_picture();
   void choose_film();
   void take_entries();

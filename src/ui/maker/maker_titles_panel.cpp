@@ -2,9 +2,9 @@
 
 #include "formats/numbers.h"
 #include "ui/widgets/control_name.h"
+#include "ui/widgets/controls.h"
 #include "ui/widgets/labelled.h"
 #include "ui/widgets/layout.h"
-#include "ui/widgets/wheel.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/button.h>
@@ -14,7 +14,6 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 
-#include <array>
 #include <utility>
 
 namespace corvane {
@@ -114,13 +113,10 @@ wxSizer* maker_titles_panel::make_titles() {
 
 void maker_titles_panel::make_own_menus(wxSizer& column) {
   own_label_ = make_label(this, "menus that are there");
-  const std::array<wxString, 2> ways{"stay, before the new ones", "are replaced by the new ones"};
-  own_ = new wxChoice(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-                      static_cast<int>(ways.size()), ways.data());
-  name_control(*own_, "ownmenus");
-  own_->SetToolTip("what becomes of menus that were not made here; undo brings them back");
+  own_ = make_choice(this, "ownmenus",
+                     "what becomes of menus that were not made here; undo brings them back",
+                     {"stay, before the new ones", "are replaced by the new ones"});
   label_leads_to(own_label_, own_);
-  let_wheel_pass(*own_);
   own_->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) {
     draft_.change([this](menu_wishes& w) { w.replaces_own = own_->GetSelection() == 1; });
     on_.changed();

@@ -2,6 +2,7 @@
 
 #include "formats/numbers.h"
 #include "ui/widgets/control_name.h"
+#include "ui/widgets/controls.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
 #include "ui/widgets/screen_fit.h"
@@ -87,33 +88,24 @@ wxSizer* map_window::make_tools() {
       wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::control_gap));
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(words_, wxSizerFlags().CentreVertical());
-  row->Add(make_button("smaller", "s&maller", "show more of the map (-, Ctrl and the wheel)",
+  row->Add(make_button(this, "smaller", "s&maller", "show more of the map (-, Ctrl and the wheel)",
                        [this] { canvas_->zoom_by(1 / button_zoom); }),
            gap);
   row->Add(zoom_, gap);
-  row->Add(make_button("larger", "&larger", "show it larger (+, Ctrl and the wheel)",
+  row->Add(make_button(this, "larger", "&larger", "show it larger (+, Ctrl and the wheel)",
                        [this] { canvas_->zoom_by(button_zoom); }),
            gap);
-  row->Add(make_button("fit", "&fit", "show all of it (0)", [this] { canvas_->fit(); }), gap);
+  row->Add(make_button(this, "fit", "&fit", "show all of it (0)", [this] { canvas_->fit(); }), gap);
   row->AddStretchSpacer();
-  savers_ = {make_button("svg", "save as &SVG...", "write the map into a picture of lines",
+  savers_ = {make_button(this, "svg", "save as &SVG...", "write the map into a picture of lines",
                          [this] { on_.save_svg(); }),
-             make_button("png", "save as &PNG...", "write the map into a picture of dots",
+             make_button(this, "png", "save as &PNG...", "write the map into a picture of dots",
                          [this] { on_.save_png(); })};
   for (wxButton* const saver : savers_)
     row->Add(saver, gap);
   savers_.back()->Show(makes_png());
   row->Add(new wxButton(this, wxID_CLOSE, "&close"), gap);
   return row;
-}
-
-wxButton* map_window::make_button(const char* name, const char* label, const char* tip,
-                                  std::function<void()> click) {
-  auto* button = new wxButton(this, wxID_ANY, label);
-  name_control(*button, name);
-  button->SetToolTip(tip);
-  button->Bind(wxEVT_BUTTON, [click = std::move(click)](wxCommandEvent&) { click(); });
-  return button;
 }
 
 // The dialog takes Tab and Enter for itself otherwise.

@@ -53,8 +53,6 @@ class map_window : public wxDialog {
 
  private:
   wxSizer* make_tools();
-  wxButton* make_button(const char* name, const char* label, const char* tip,
-                        std::function<void()> click);
   void on_key(wxKeyEvent& event);
   void find(bool behind);
   void show_selected();

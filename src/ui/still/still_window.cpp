@@ -14,12 +14,12 @@
 #include "ui/main_window.h"
 #include "ui/video/video_picture.h"
 #include "ui/widgets/control_name.h"
+#include "ui/widgets/controls.h"
 #include "ui/widgets/dialog_buttons.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/labelled.h"
 #include "ui/widgets/layout.h"
 #include "ui/widgets/screen_fit.h"
-#include "ui/widgets/wheel.h"
 #include "ui/widgets/wrapped_text.h"
 #include "ui/widgets/wx_text.h"
 
@@ -93,13 +93,6 @@ wxImage composed(const wxImage& image, const picture_size& shown, const picture_
       image.GetSubImage({left, top, width, height}).Scale(across, down, wxIMAGE_QUALITY_BILINEAR),
       x, y);
   return made;
-}
-
-wxArrayString entries_of(const char* first, const char* second) {
-  wxArrayString entries;
-  entries.Add(first);
-  entries.Add(second);
-  return entries;
 }
 
 }  // namespace
@@ -205,61 +198,42 @@ wxSizer* still_window::make_preview() {
   return column;
 }
 
-wxChoice* still_window::make_choice(const char* label, const char* name, const char* tip,
-                                    const wxArrayString& entries, wxSizer& grid) {
-  wxStaticText* const words = make_label(this, label);
-  auto* const choice = new wxChoice(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, entries);
-  name_control(*choice, name);
-  choice->SetToolTip(tip);
-  label_leads_to(words, choice);
-  let_wheel_pass(*choice);
-  grid.Add(words, wxSizerFlags().CentreVertical());
-  grid.Add(choice, wxSizerFlags().Expand());
-  return choice;
-}
-
 wxSizer* still_window::make_choices() {
   const int gap = FromDIP(layout::control_gap);
   auto* const grid = new wxFlexGridSizer(2, wxSize(gap, gap));
   const still_choices& now = still_.choices;
-  aspect_ = make_choice("&shape", "shape", "the proportions in which the disc's picture is shown",
-                        entries_of("4:3", "16:9"), *grid);
+  aspect_ = make_labelled_choice(this, "&shape", "shape",
+                                 "the proportions in which the disc's picture is shown",
+                                 {"4:3", "16:9"}, *grid);
   aspect_->SetSelection(now.aspect == disc_aspect::sixteen_nine ? wide_entry : narrow_entry);
-  fit_ = make_choice(
-      "&picture", "picture", "what is done when the picture is wider or narrower than the disc's",
-      entries_of("all of it, with black bars", "fill the screen, cut the rest"), *grid);
+  fit_ =
+      make_labelled_choice(this, "&picture", "picture",
+                           "what is done when the picture is wider or narrower than the disc's",
+                           {"all of it, with black bars", "fill the screen, cut the rest"}, *grid);
   fit_->SetSelection(now.fit == picture_fit::cropped ? cropped_entry : bars_entry);
-  standard_ = make_choice("&DVD format", "standard", "the standard of the disc",
-                          entries_of("NTSC (720x480)", "PAL (720x576)"), *grid);
+  standard_ = make_labelled_choice(this, "&DVD format", "standard", "the standard of the disc",
+                                   {"NTSC (720x480)", "PAL (720x576)"}, *grid);
   standard_->SetSelection(now.standard == video_standard::pal ? pal_entry : ntsc_entry);
   wxStaticText* const words = make_label(this, "&frames");
-  frames_ = new wxSpinCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
-                           wxSP_ARROW_KEYS, 1, most_still_frames, now.frames);
-  name_control(*frames_, "frames");
-  frames_->SetToolTip("how many pictures long the still is; one is enough for a menu");
+  frames_ = make_spin(this, "frames", 1, most_still_frames,
+                      "how many pictures long the still is; one is enough for a menu");
+  frames_->SetValue(now.frames);
   label_leads_to(words, frames_);
-  let_wheel_pass(*frames_);
   grid->Add(words, wxSizerFlags().CentreVertical());
   grid->Add(frames_, wxSizerFlags().Expand());
   return grid;
 }
 
 wxSizer* still_window::make_place() {
-  const int gap = FromDIP(layout::control_gap);
   wxStaticText* const label = make_label(this, "save &as:");
   place_ =
       new wxTextCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, wxTE_READONLY);
   name_control(*place_, "place");
   label_leads_to(label, place_);
-  auto* const choose = new wxButton(this, wxID_ANY, "c&hoose...");
-  name_control(*choose, "chooseplace");
-  choose->SetToolTip("choose another folder or name for the still");
-  choose->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { choose_place(); });
-  auto* const row = new wxBoxSizer(wxHORIZONTAL);
-  row->Add(label, wxSizerFlags().CentreVertical());
-  row->Add(place_, wxSizerFlags(1).CentreVertical().Border(wxLEFT, gap));
-  row->Add(choose, wxSizerFlags().CentreVertical().Border(wxLEFT, gap));
-  return row;
+  wxButton* const choose =
+      make_button(this, "chooseplace", "c&hoose...", "choose another folder or name for the still",
+                  [this] { choose_place(); });
+  return labelled_row(label, place_, choose);
 }
 
 wxSizer* still_window::make_buttons() {

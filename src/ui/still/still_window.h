@@ -45,8 +45,6 @@ class still_window : public wxDialog {
   wxSizer* make_choices();
   wxSizer* make_place();
   wxSizer* make_buttons();
-  wxChoice* make_choice(const char* label, const char* name, const char* tip,
-                        const wxArrayString& entries, wxSizer& grid);
   void bind_controls();
 
   void take_choices();
