@@ -264,6 +264,8 @@ TEST_F(ImportWindow, StopLeavesNothingAndTheFilmCanBeImportedAgain) {
   const std::vector<std::string> before = begin_a_long_import();
   EXPECT_FALSE(is_enabled("quality"));
   EXPECT_FALSE(is_enabled("begin"));
+  EXPECT_TRUE(ask_ui([] { return is_seen("progress", dialog); }));
+  EXPECT_FALSE(ask_ui([] { return is_seen("said", dialog) || is_seen("mark", dialog); }));
   screenshot("import-runs");
   click_control("stop", dialog);
   answer_message("Stop importing?  What is complete stays.", "No");
@@ -272,6 +274,8 @@ TEST_F(ImportWindow, StopLeavesNothingAndTheFilmCanBeImportedAgain) {
   answer_message("Stop importing?  What is complete stays.", "Yes");
   EXPECT_TRUE(
       said_becomes("The import was stopped.  No title was added; 1 file was not imported."));
+  EXPECT_TRUE(ask_ui([] { return is_seen("said", dialog) && is_seen("mark", dialog); }));
+  EXPECT_FALSE(ask_ui([] { return is_seen("progress", dialog) || is_seen("stop", dialog); }));
   EXPECT_EQ(files_here(), before);
   EXPECT_TRUE(rows_become({"film.mkv|0:40|encoded"}));
   EXPECT_TRUE(is_enabled("begin"));

@@ -352,6 +352,9 @@ TEST_F(MenuMakerWindow, StoppedItLeavesNothing) {
   ASSERT_TRUE(wait_until([] { return is_seen("stop", maker); }));
   EXPECT_TRUE(wait_until([] { return control("stop", maker)->HasFocus(); }));
   EXPECT_FALSE(ask_ui([] { return control("makerchoices", maker)->IsEnabled(); }));
+  EXPECT_FALSE(ask_ui([] { return is_seen("said", maker) || is_seen("mark", maker); }));
+  EXPECT_TRUE(eventually([] { return line("step").ends_with(" left"); })) << line("step");
+  EXPECT_THAT(line("step"), StartsWith("making the background of menu 1 of 4, "));
   screenshot("menu-maker-runs");
   press("Escape");
   answer_message("Stop making the menus?  The project stays as it is.", "Yes");

@@ -16,13 +16,16 @@
 #include "ui/still/still_window.h"
 #include "ui/widgets/attention.h"
 #include "ui/widgets/control_name.h"
+#include "ui/widgets/controls.h"
+#include "ui/widgets/cut_line.h"
+#include "ui/widgets/dialog_buttons.h"
 #include "ui/widgets/file_drop.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/labelled.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/run_lines.h"
 #include "ui/widgets/screen_fit.h"
 #include "ui/widgets/text_column.h"
-#include "ui/widgets/wheel.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/button.h>
@@ -31,10 +34,8 @@
 #include <wx/choicdlg.h>
 #include <wx/choice.h>
 #include <wx/dataview.h>
-#include <wx/gauge.h>
 #include <wx/sizer.h>
 #include <wx/spinctrl.h>
-#include <wx/statbmp.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
@@ -42,7 +43,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstddef>
 #include <utility>
 
@@ -81,22 +81,6 @@ int entry_of(const import_choices& choices) {
       break;
   }
   return choices.disc_bytes > single_layer_bytes ? fill_dvd9 : fill_dvd5;
-}
-
-wxStaticText* one_line(wxWindow* parent, const char* name) {
-  auto* const text = new wxStaticText(parent, wxID_ANY, wxString(), wxDefaultPosition,
-                                      wxDefaultSize, wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
-  text->SetMinSize(wxSize(1, -1));
-  name_control(*text, name);
-  return text;
-}
-
-void show_text(wxStaticText& control, const std::string& text) {
-  const wxString shown = wx_text(text);
-  if (control.GetLabelText() == shown)
-    return;
-  control.SetLabelText(shown);
-  control.SetToolTip(shown);
 }
 
 std::array<wxString, 3> cells_of(const import_list::shown_row& row) {
@@ -200,7 +184,7 @@ import_window::import_window(main_window& main, lent_project lent,
   whole->Add(groups, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::window_border)));
   SetSizer(whole);
   SetMinClientSize(whole->CalcMin());
-  state_->Show(progress_, false, true);
+  progress_->Hide();
   set_size_on_screen(*this, FromDIP(wxSize(layout::import_width, layout::import_height)));
   bind_controls();
   show_choices();
@@ -233,13 +217,13 @@ wxSizer* import_window::make_files() {
   files_->SetMinSize(FromDIP(wxSize(layout::list_height, layout::import_least_height)));
   add_ = make_button(this, "addfiles", "&add files...",
                      "choose more films; they can also be dropped on this window",
-                     &import_window::ask_for_files);
+                     [this] { ask_for_files(); });
   remove_ = make_button(this, "removefile", "&remove",
                         "take the selected file from the list; the file itself stays (Delete)",
-                        &import_window::remove_selected);
+                        [this] { remove_selected(); });
   streams_ = make_button(this, "choosestreams", "&streams...",
                          "choose which sound and subtitles of the selected file are wanted",
-                         &import_window::choose_streams);
+                         [this] { choose_streams(); });
   details_ = new details_panel(this);
   choosers_.push_back(add_);
   const int gap = FromDIP(layout::control_gap);
@@ -273,36 +257,23 @@ wxSizer* import_window::make_choices() {
 
 wxSizer* import_window::make_quality(wxWindow* parent) {
   wxStaticText* const quality_label = make_label(parent, "&quality");
-  const std::array<wxString, 4> qualities{"fill a DVD-5 (4.7 GB)", "fill a DVD-9 (8.5 GB)",
-                                          "mean rate", "constant quality"};
-  quality_ = new wxChoice(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-                          static_cast<int>(qualities.size()), qualities.data());
-  name_control(*quality_, "quality");
-  quality_->SetToolTip(
+  quality_ = make_choice(
+      parent, "quality",
       "filling shares the room that is left on the disc by the length of the films; it and a mean "
-      "rate take two passes, constant quality takes one");
+      "rate take two passes, constant quality takes one",
+      {"fill a DVD-5 (4.7 GB)", "fill a DVD-9 (8.5 GB)", "mean rate", "constant quality"});
   label_leads_to(quality_label, quality_);
-  const auto spin = [parent](const char* name, int least, int most, const char* tip) {
-    auto* const field = new wxSpinCtrl(parent, wxID_ANY, wxString(), wxDefaultPosition,
-                                       wxDefaultSize, wxSP_ARROW_KEYS, least, most, least);
-    name_control(*field, name);
-    field->SetToolTip(tip);
-    let_wheel_pass(*field);
-    return field;
-  };
-  rate_ = spin("rate", least_kilobits, most_kilobits, "kilobits of video a second, on average");
+  rate_ = make_spin(parent, "rate", least_kilobits, most_kilobits,
+                    "kilobits of video a second, on average");
   rate_->SetIncrement(step_kilobits);
-  quantizer_ = spin("quantizer", best_quantizer, worst_quantizer, "2 is the best, 31 the worst");
+  quantizer_ = make_spin(parent, "quantizer", best_quantizer, worst_quantizer,
+                         "2 is the best, 31 the worst");
   unit_ = new wxStaticText(parent, wxID_ANY, "kbit/s, 700 to 8500");
   wxStaticText* const fit_label = make_label(parent, "&picture");
-  const std::array<wxString, 2> fits{"all of it, with black bars", "fill the screen, cut the rest"};
-  fit_ = new wxChoice(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-                      static_cast<int>(fits.size()), fits.data());
-  name_control(*fit_, "picture");
-  fit_->SetToolTip("what is done when a film is wider or narrower than the disc's picture");
+  fit_ = make_choice(parent, "picture",
+                     "what is done when a film is wider or narrower than the disc's picture",
+                     {"all of it, with black bars", "fill the screen, cut the rest"});
   label_leads_to(fit_label, fit_);
-  for (wxWindow* const control : {static_cast<wxWindow*>(quality_), static_cast<wxWindow*>(fit_)})
-    let_wheel_pass(*control);
   for (wxWindow* const control : {static_cast<wxWindow*>(quality_), static_cast<wxWindow*>(rate_),
                                   static_cast<wxWindow*>(quantizer_), static_cast<wxWindow*>(fit_)})
     choosers_.push_back(control);
@@ -339,16 +310,12 @@ wxSizer* import_window::make_checks(wxWindow* parent) {
 
 wxSizer* import_window::make_sounds(wxWindow* parent) {
   wxStaticText* const label = make_label(parent, "so&und");
-  const std::array<wxString, 2> kinds{"as AC-3", "as MPEG audio"};
-  sound_ = new wxChoice(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-                        static_cast<int>(kinds.size()), kinds.data());
-  name_control(*sound_, "soundkind");
-  sound_->SetToolTip(
+  sound_ = make_choice(
+      parent, "soundkind",
       "what sound is encoded as, unless the project's first title decides; players for NTSC need "
-      "not "
-      "know MPEG audio");
+      "not know MPEG audio",
+      {"as AC-3", "as MPEG audio"});
   label_leads_to(label, sound_);
-  let_wheel_pass(*sound_);
   choosers_.push_back(sound_);
   const wxSizerFlags gap =
       wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::column_gap));
@@ -393,79 +360,40 @@ wxSizer* import_window::make_place(wxWindow* parent) {
   folder_->SetToolTip("the folder that the files for the disc are made in; it is made if need be");
   label_leads_to(label, folder_);
   wxButton* const choose = make_button(parent, "choosefolder", "c&hoose...", "choose the folder",
-                                       &import_window::choose_folder);
+                                       [this] { choose_folder(); });
   choosers_.push_back(folder_);
   choosers_.push_back(choose);
-  const wxSizerFlags gap =
-      wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::control_gap));
-  auto* const row = new wxBoxSizer(wxHORIZONTAL);
-  row->Add(label, wxSizerFlags().CentreVertical());
-  row->Add(folder_, wxSizerFlags(gap).Proportion(1));
-  row->Add(choose, gap);
-  return row;
+  return labelled_row(label, folder_, choose);
 }
 
 // What is said and how far a run is take turns in one place.
 wxSizer* import_window::make_state() {
-  estimate_ = one_line(this, "estimate");
-  mark_ = new wxStaticBitmap(this, wxID_ANY, icon_picture("found-nothing", layout::button_icon));
-  name_control(*mark_, "mark");
-  said_ = one_line(this, "said");
-  said_->SetFont(said_->GetFont().Bold());
-  auto* const saying = new wxBoxSizer(wxHORIZONTAL);
-  saying->Add(mark_, wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(layout::control_gap)));
-  saying->Add(said_, wxSizerFlags(1).CentreVertical());
-  state_ = new wxBoxSizer(wxVERTICAL);
-  state_->Add(estimate_, wxSizerFlags().Expand());
-  state_->Add(saying, wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::control_gap)));
-  progress_ = make_progress();
-  state_->Add(progress_, wxSizerFlags().Expand().Border(wxTOP, FromDIP(layout::control_gap)));
+  const int gap = FromDIP(layout::control_gap);
+  estimate_ = make_cut_line(this, "estimate");
+  said_ = new said_line(this);
+  progress_ = new run_line(this, "st&op", "end the import; what is complete stays",
+                           [this] { ask_to_stop(); });
+  auto* const state = new wxBoxSizer(wxVERTICAL);
+  state->Add(estimate_, wxSizerFlags().Expand());
+  state->Add(said_, wxSizerFlags().Expand().Border(wxTOP, gap));
+  state->Add(progress_, wxSizerFlags().Expand().Border(wxTOP, gap));
   // What is above keeps its height whatever is shown.
-  state_->SetMinSize(
-      0, estimate_->GetBestSize().y + FromDIP(layout::control_gap) + stop_->GetBestSize().y);
-  return state_;
-}
-
-wxSizer* import_window::make_progress() {
-  step_ = one_line(this, "step");
-  gauge_ = new wxGauge(this, wxID_ANY, progress_steps);
-  name_control(*gauge_, "progress");
-  stop_ = make_button(this, "stop", "st&op", "end the import; what is complete stays",
-                      &import_window::ask_to_stop);
-  stop_->SetBitmap(icon_picture("stop", layout::button_icon));
-  const wxSizerFlags gap =
-      wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::control_gap));
-  auto* const row = new wxBoxSizer(wxHORIZONTAL);
-  row->Add(step_, wxSizerFlags(3).CentreVertical());
-  row->Add(gauge_, wxSizerFlags(gap).Proportion(2));
-  row->Add(stop_, gap);
-  return row;
-}
-
-wxButton* import_window::make_button(wxWindow* parent, const char* name, const char* label,
-                                     const char* tip, void (import_window::*click)()) {
-  auto* const button = new wxButton(parent, wxID_ANY, label);
-  name_control(*button, name);
-  button->SetToolTip(tip);
-  button->Bind(wxEVT_BUTTON, [this, click](wxCommandEvent&) { (this->*click)(); });
-  return button;
+  state->SetMinSize(0, estimate_->GetBestSize().y + gap + progress_->GetBestSize().y);
+  return state;
 }
 
 wxSizer* import_window::make_buttons() {
   log_ = make_button(this, "showlog", "lo&g", "what the tools have said in the last import",
-                     &import_window::show_log);
+                     [this] { show_log(); });
   begin_ = make_button(this, "begin", "&import", "make the films ready for the disc",
-                       &import_window::begin);
+                       [this] { begin(); });
   begin_->SetDefault();
-  auto* const close = new wxButton(this, wxID_CLOSE, "&close");
-  name_control(*close, "close");
-  SetEscapeId(wxID_CLOSE);
   const wxSizerFlags gap = wxSizerFlags().Border(wxLEFT, FromDIP(layout::control_gap));
   auto* const row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(log_);
   row->AddStretchSpacer();
   row->Add(begin_, gap);
-  row->Add(close, gap);
+  row->Add(make_close_button(*this), gap);
   return row;
 }
 
@@ -486,8 +414,6 @@ void import_window::bind_controls() {
   for (wxSpinCtrl* const field : {rate_, quantizer_})
     field->Bind(wxEVT_SPINCTRL, [this](wxSpinEvent&) { take_choices(); });
   folder_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { take_folder(); });
-  Bind(
-      wxEVT_BUTTON, [this](wxCommandEvent&) { Close(); }, wxID_CLOSE);
 }
 
 int import_window::selected() const {
@@ -673,17 +599,15 @@ void import_window::show_details() {
 }
 
 void import_window::say(const std::string& text, const char* picture) {
-  show_text(*said_, text);
-  mark_->SetBitmap(icon_picture(picture, layout::button_icon));
-  mark_->Show(!text.empty());
+  said_->say(text, picture);
   Layout();
 }
 
 void import_window::show_state() {
   if (!runs()) {
     const std::string estimate = list_.estimate();
-    show_text(*estimate_, estimate);
-    state_->Show(estimate_, !estimate.empty());
+    show_line(*estimate_, estimate);
+    estimate_->Show(!estimate.empty());
   }
   const std::string trouble = list_.trouble();
   if (!trouble.empty())
@@ -700,9 +624,8 @@ void import_window::show_state() {
 void import_window::let_choose(bool enabled) {
   for (wxWindow* const control : choosers_)
     control->Enable(enabled);
-  state_->Show(progress_, !enabled, true);
-  state_->Show(std::size_t{1}, enabled);
-  mark_->Show(enabled && !said_->GetLabelText().empty());
+  progress_->Show(!enabled);
+  said_->Show(enabled);
   Layout();
 }
 
@@ -722,8 +645,7 @@ void import_window::begin() {
     import_events on;
     on.progress = [this](const import_progress& p) {
       list_.runs(p.job);
-      gauge_->SetValue(static_cast<int>(std::lround(p.percent * progress_steps / 100)));
-      show_text(*step_, progress_text(p, run_->jobs()));
+      progress_->tell(p.percent, progress_text(p, run_->jobs()));
       show_rows();
     };
     on.again = [this](std::size_t job, const std::string&) {
@@ -734,7 +656,7 @@ void import_window::begin() {
     on.done = [this](bool stopped) { run_has_ended(stopped); };
     run_ = std::make_unique<import_run>(list_.begin(), std::move(on), lent_.ask(), main_.launcher(),
                                         main_.lock(), main_.app());
-    gauge_->SetValue(0);
+    progress_->tell(0, {});
     if (const failure why = run_->start()) {
       list_.give_up();
       run_.reset();
@@ -747,7 +669,7 @@ void import_window::begin() {
     show_all();
   });
   if (runs())
-    stop_->SetFocus();
+    progress_->focus_stop();
 }
 
 // The polling rests while a question stands, as that of every run does.

@@ -23,10 +23,8 @@ class wxButton;
 class wxCheckBox;
 class wxChoice;
 class wxDataViewListCtrl;
-class wxGauge;
 class wxSizer;
 class wxSpinCtrl;
-class wxStaticBitmap;
 class wxStaticText;
 class wxTextCtrl;
 
@@ -35,6 +33,8 @@ namespace corvane {
 class details_panel;
 class import_log_window;
 class main_window;
+class run_line;
+class said_line;
 
 /// Whether a file (native path) is a photo or a drawing, of which a still is made and no title; a
 /// picture that moves is a film. Reads it.
@@ -60,10 +60,7 @@ class import_window : public wxDialog {
   wxSizer* make_sounds(wxWindow* parent);
   wxSizer* make_place(wxWindow* parent);
   wxSizer* make_state();
-  wxSizer* make_progress();
   wxSizer* make_buttons();
-  wxButton* make_button(wxWindow* parent, const char* name, const char* label, const char* tip,
-                        void (import_window::*click)());
   wxCheckBox* make_check(wxWindow* parent, const char* name, const char* label, const char* tip,
                          bool import_choices::*choice);
   void bind_controls();
@@ -121,13 +118,8 @@ class import_window : public wxDialog {
   wxTextCtrl* folder_ = nullptr;
   std::vector<wxWindow*> choosers_;  ///< all that rests while a run is on
   wxStaticText* estimate_ = nullptr;
-  wxStaticBitmap* mark_ = nullptr;
-  wxStaticText* said_ = nullptr;
-  wxSizer* state_ = nullptr;
-  wxSizer* progress_ = nullptr;
-  wxStaticText* step_ = nullptr;
-  wxGauge* gauge_ = nullptr;
-  wxButton* stop_ = nullptr;
+  said_line* said_ = nullptr;
+  run_line* progress_ = nullptr;
   wxButton* log_ = nullptr;
   wxButton* begin_ = nullptr;
 };

@@ -9,6 +9,7 @@
 #include "platform/files/files.h"
 #include "platform/files/paths.h"
 #include "project/menu_rows.h"
+#include "runner/run_meter.h"
 #include "ui/editor/file_pictures.h"
 #include "ui/main_window.h"
 #include "ui/maker/maker_letters_panel.h"
@@ -17,24 +18,25 @@
 #include "ui/maker/maker_titles_panel.h"
 #include "ui/widgets/attention.h"
 #include "ui/widgets/control_name.h"
+#include "ui/widgets/controls.h"
+#include "ui/widgets/cut_line.h"
+#include "ui/widgets/dialog_buttons.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/labelled.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/run_lines.h"
 #include "ui/widgets/screen_fit.h"
 #include "ui/widgets/text_margins.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
-#include <wx/gauge.h>
 #include <wx/notebook.h>
 #include <wx/sizer.h>
-#include <wx/statbmp.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 #include <variant>
 
@@ -54,22 +56,6 @@ std::string sentence(std::string text) {
   if (!text.empty() && !text.ends_with('.'))
     text += '.';
   return text;
-}
-
-wxStaticText* cut_line(wxWindow* parent, const char* name) {
-  auto* const text = new wxStaticText(parent, wxID_ANY, wxString(), wxDefaultPosition,
-                                      wxDefaultSize, wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
-  text->SetMinSize(wxSize(1, -1));
-  name_control(*text, name);
-  return text;
-}
-
-void show_line(wxStaticText& control, const std::string& text) {
-  const wxString shown = wx_text(text);
-  if (control.GetLabelText() == shown)
-    return;
-  control.SetLabelText(shown);
-  control.SetToolTip(shown);
 }
 
 /// The design that was used the last time, else the first one that can be used.
@@ -162,11 +148,9 @@ maker_window::maker_window(main_window& main, lent_project lent, std::vector<fou
   whole->Add(groups, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::window_border)));
   SetSizer(whole);
   SetMinClientSize(whole->CalcMin());
-  state_->Show(progress_, false, true);
+  progress_->Hide();
   set_size_on_screen(*this, FromDIP(wxSize(layout::maker_width, layout::maker_height)));
   Bind(wxEVT_CHAR_HOOK, &maker_window::on_key, this);
-  Bind(
-      wxEVT_BUTTON, [this](wxCommandEvent&) { Close(); }, wxID_CLOSE);
   draw_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
     if (std::exchange(page_changed_, false))
       draw_page();
@@ -215,15 +199,15 @@ wxSizer* maker_window::make_choices() {
 wxSizer* maker_window::make_page() {
   const int gap = FromDIP(layout::control_gap);
   const wxSizerFlags beside = wxSizerFlags().CentreVertical().Border(wxLEFT, gap);
-  previous_ = make_button("previouspage", "pre&vious", "the menu before (PageUp)",
-                          &maker_window::previous_page);
-  next_ = make_button("nextpage", "ne&xt", "the next menu (PageDown)", &maker_window::next_page);
-  page_words_ = cut_line(this, "pagewords");
+  previous_ = make_button(this, "previouspage", "pre&vious", "the menu before (PageUp)",
+                          [this] { turn(-1); });
+  next_ = make_button(this, "nextpage", "ne&xt", "the next menu (PageDown)", [this] { turn(1); });
+  page_words_ = make_cut_line(this, "pagewords");
   page_words_->SetFont(page_words_->GetFont().Bold());
-  edit_ = make_button("edittext", "&edit text",
+  edit_ = make_button(this, "edittext", "&edit text",
                       "edit the text that is selected in the picture (F2, or a click on it); Tab "
                       "goes on to the next one",
-                      &maker_window::edit_selected);
+                      [this] { edit_selected(); });
   pressed_ = new wxCheckBox(this, wxID_ANY, "sho&w pressed");
   name_control(*pressed_, "showpressed");
   pressed_->SetToolTip("show the selected button as it looks when it is pressed");
@@ -239,7 +223,7 @@ wxSizer* maker_window::make_page() {
   on.set_text = [this](int item, const std::string& text) { set_text(item, text); };
   on.turn = [this](int by) { turn(by); };
   picture_ = new maker_picture(this, draft_, std::move(on));
-  selected_ = cut_line(this, "selectedentry");
+  selected_ = make_cut_line(this, "selectedentry");
   auto* const column = new wxBoxSizer(wxVERTICAL);
   column->Add(turner, wxSizerFlags().Expand());
   column->Add(picture_, wxSizerFlags(1).Expand().Border(wxTOP, gap));
@@ -255,80 +239,42 @@ wxSizer* maker_window::make_place() {
   label_leads_to(label, folder_);
   folder_->ChangeValue(wx_text(draft_.chosen().folder));
   folder_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { take_folder(); });
-  choose_folder_ =
-      make_button("choosefolder", "ch&oose...", "choose the folder", &maker_window::choose_folder);
-  const wxSizerFlags gap =
-      wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::control_gap));
-  auto* const row = new wxBoxSizer(wxHORIZONTAL);
-  row->Add(label, wxSizerFlags().CentreVertical());
-  row->Add(folder_, wxSizerFlags(gap).Proportion(1));
-  row->Add(choose_folder_, gap);
-  return row;
+  choose_folder_ = make_button(this, "choosefolder", "ch&oose...", "choose the folder",
+                               [this] { choose_folder(); });
+  return labelled_row(label, folder_, choose_folder_);
 }
 
 // What is said and how far a run is take turns in one place.
 wxSizer* maker_window::make_state() {
   const int gap = FromDIP(layout::control_gap);
-  mark_ = new wxStaticBitmap(this, wxID_ANY, icon_picture("found-nothing", layout::button_icon));
-  name_control(*mark_, "mark");
-  said_ = cut_line(this, "said");
-  said_->SetFont(said_->GetFont().Bold());
-  auto* const saying = new wxBoxSizer(wxHORIZONTAL);
-  saying->Add(mark_, wxSizerFlags().CentreVertical().Border(wxRIGHT, gap));
-  saying->Add(said_, wxSizerFlags(1).CentreVertical());
+  said_ = new said_line(this);
   notes_ = new wxTextCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
                           wxTE_MULTILINE | wxTE_READONLY | wxTE_RICH2);
   name_control(*notes_, "notes");
   set_text_margins(*notes_, FromDIP(wxSize(layout::control_gap, layout::label_gap)));
   notes_->SetToolTip("what is left out, shortened, or otherwise than chosen");
   notes_->SetMinSize(FromDIP(wxSize(layout::list_height, layout::maker_notes_height)));
-  progress_ = make_progress();
-  state_ = new wxBoxSizer(wxVERTICAL);
-  state_->Add(saying, wxSizerFlags().Expand());
-  state_->Add(progress_, wxSizerFlags().Expand());
-  state_->Add(notes_, wxSizerFlags().Expand().Border(wxTOP, gap));
-  return state_;
-}
-
-wxSizer* maker_window::make_progress() {
-  step_ = cut_line(this, "step");
-  gauge_ = new wxGauge(this, wxID_ANY, progress_steps);
-  name_control(*gauge_, "progress");
-  stop_ = make_button("stop", "&stop", "end it; the project stays as it was, and no file is left",
-                      &maker_window::ask_to_stop);
-  stop_->SetBitmap(icon_picture("stop", layout::button_icon));
-  const wxSizerFlags gap =
-      wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::control_gap));
-  auto* const row = new wxBoxSizer(wxHORIZONTAL);
-  row->Add(step_, wxSizerFlags(3).CentreVertical());
-  row->Add(gauge_, wxSizerFlags(gap).Proportion(2));
-  row->Add(stop_, gap);
-  return row;
-}
-
-wxButton* maker_window::make_button(const char* name, const char* label, const char* tip,
-                                    void (maker_window::*click)()) {
-  auto* const button = new wxButton(this, wxID_ANY, label);
-  name_control(*button, name);
-  button->SetToolTip(tip);
-  button->Bind(wxEVT_BUTTON, [this, click](wxCommandEvent&) { (this->*click)(); });
-  return button;
+  progress_ =
+      new run_line(this, "&stop", "end it; the project stays as it was, and no file is left",
+                   [this] { ask_to_stop(); });
+  auto* const state = new wxBoxSizer(wxVERTICAL);
+  state->Add(said_, wxSizerFlags().Expand());
+  state->Add(progress_, wxSizerFlags().Expand());
+  state->Add(notes_, wxSizerFlags().Expand().Border(wxTOP, gap));
+  return state;
 }
 
 wxSizer* maker_window::make_buttons() {
-  begin_ = make_button("make", "ma&ke the menus",
+  begin_ = make_button(this, "make", "ma&ke the menus",
                        "make the backgrounds, and put the menus into the project; undo takes them "
                        "back",
-                       &maker_window::begin);
+                       [this] { begin(); });
   begin_->SetDefault();
-  auto* const close = new wxButton(this, wxID_CLOSE, "&close");
-  name_control(*close, "close");
-  SetEscapeId(wxID_CLOSE);
   const wxSizerFlags gap = wxSizerFlags().Border(wxLEFT, FromDIP(layout::control_gap));
   auto* const row = new wxBoxSizer(wxHORIZONTAL);
   row->AddStretchSpacer();
   row->Add(begin_, gap);
-  row->Add(close, gap);
+  row->Add(make_close_button(*this), gap);
   return row;
 }
 
@@ -441,8 +387,7 @@ void maker_window::show_page_words() {
 }
 
 void maker_window::say(const std::string& text, const char* picture) {
-  show_line(*said_, text);
-  mark_->SetBitmap(icon_picture(picture, layout::button_icon));
+  said_->say(text, picture);
   Layout();
 }
 
@@ -590,8 +535,8 @@ void maker_window::begin() {
     outcome_.clear();
     making_events on;
     on.progress = [this](const making_progress& p) {
-      gauge_->SetValue(static_cast<int>(std::lround(p.percent * progress_steps / 100)));
-      show_line(*step_, p.step);
+      const std::string time = time_left_text(p.seconds_left);
+      progress_->tell(p.percent, p.step + (time.empty() ? "" : ", " + time));
     };
     on.ended = [this](const making_end& end) { has_ended(end); };
     making_ =
@@ -599,7 +544,7 @@ void maker_window::begin() {
                                       making_equipment{std::move(*painter), probe_source,
                                                        main_.launcher(), main_.lock(), main_.app()},
                                       std::move(on));
-    gauge_->SetValue(0);
+    progress_->tell(0, {});
     if (const failure why = making_->start()) {
       making_.reset();
       if (!why->empty())
@@ -610,7 +555,7 @@ void maker_window::begin() {
     run_.Start(poll_making_milliseconds);
   });
   if (runs())
-    stop_->SetFocus();
+    progress_->focus_stop();
 }
 
 // The polling rests while a question stands, as that of every run does.
@@ -642,8 +587,8 @@ void maker_window::let_choose(bool enabled) {
         static_cast<wxWindow*>(folder_), static_cast<wxWindow*>(choose_folder_),
         static_cast<wxWindow*>(pressed_)})
     control->Enable(enabled);
-  state_->Show(progress_, !enabled, true);
-  state_->Show(std::size_t{0}, enabled);
+  progress_->Show(!enabled);
+  said_->Show(enabled);
   show_page_words();
   show_state();
   Layout();

@@ -25,11 +25,9 @@
 
 class wxButton;
 class wxCheckBox;
-class wxGauge;
 class wxImage;
 class wxNotebook;
 class wxSizer;
-class wxStaticBitmap;
 class wxStaticText;
 class wxTextCtrl;
 
@@ -40,6 +38,8 @@ class maker_letters_panel;
 class maker_look_panel;
 class maker_picture;
 class maker_titles_panel;
+class run_line;
+class said_line;
 
 /// "make menus...": opens the window, unless something stands against it, which is told.
 void open_menu_maker(main_window& main);
@@ -57,17 +57,12 @@ class maker_window : public wxDialog {
   wxSizer* make_page();
   wxSizer* make_place();
   wxSizer* make_state();
-  wxSizer* make_progress();
   wxSizer* make_buttons();
-  wxButton* make_button(const char* name, const char* label, const char* tip,
-                        void (maker_window::*click)());
   void on_key(wxKeyEvent& event);
 
   void select(int item);
   void set_text(int item, const std::string& text);
   void turn(int by);
-  void previous_page() { turn(-1); }
-  void next_page() { turn(1); }
   void edit_selected();
   void choose_folder();
   void take_folder();
@@ -119,14 +114,9 @@ class maker_window : public wxDialog {
   wxCheckBox* pressed_ = nullptr;
   wxTextCtrl* folder_ = nullptr;
   wxButton* choose_folder_ = nullptr;
-  wxStaticBitmap* mark_ = nullptr;
-  wxStaticText* said_ = nullptr;
+  said_line* said_ = nullptr;
+  run_line* progress_ = nullptr;
   wxTextCtrl* notes_ = nullptr;
-  wxSizer* state_ = nullptr;
-  wxSizer* progress_ = nullptr;
-  wxStaticText* step_ = nullptr;
-  wxGauge* gauge_ = nullptr;
-  wxButton* stop_ = nullptr;
   wxButton* begin_ = nullptr;
 };
 

@@ -1,8 +1,10 @@
 #include "ui/widgets/dialog_buttons.h"
 
+#include "ui/widgets/control_name.h"
 #include "ui/widgets/layout.h"
 
 #include <wx/button.h>
+#include <wx/dialog.h>
 #include <wx/sizer.h>
 
 namespace corvane {
@@ -18,6 +20,15 @@ wxSizer* dialog_buttons(wxButton* accept, wxButton* cancel) {
   row->Add(first);
   row->Add(last, wxSizerFlags().Border(wxLEFT, first->FromDIP(layout::control_gap)));
   return row;
+}
+
+wxButton* make_close_button(wxDialog& dialog) {
+  auto* const close = new wxButton(&dialog, wxID_CLOSE, "&close");
+  name_control(*close, "close");
+  dialog.SetEscapeId(wxID_CLOSE);
+  dialog.Bind(
+      wxEVT_BUTTON, [&dialog](wxCommandEvent&) { dialog.Close(); }, wxID_CLOSE);
+  return close;
 }
 
 }  // namespace corvane
