@@ -16,7 +16,7 @@ TEST(Numbers, LeadingBlankStandsBeforeNonNegativeOnes) {
 
 TEST(Numbers, TwoDigitsAreAtLeastTwo) {
   EXPECT_EQ(two_digits(0), "00");
-  EXPECT_EQ(two_digits(7), "07");
+  EXPECT_EQ(two_digits(9), "09");
   EXPECT_EQ(two_digits(10), "10");
   EXPECT_EQ(two_digits(123), "123");
 }
