@@ -15,7 +15,8 @@ run_packages="
 build-essential cmake ninja-build pkg-config ccache git
 libwxgtk3.2-dev libgtk-3-dev
 mjpegtools dvdauthor graphicsmagick genisoimage fontconfig
-ffmpeg libavcodec-dev libavformat-dev libswscale-dev fonts-dejavu-core libdvdread-dev libdvdnav-dev
+ffmpeg libavcodec-dev libavformat-dev libswscale-dev libswresample-dev
+fonts-dejavu-core libdvdread-dev libdvdnav-dev
 "
 
 # GoogleTest, a display without a screen, a desktop's own programs, a browser, libxml2's reader, what

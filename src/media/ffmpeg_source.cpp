@@ -2,6 +2,7 @@
 #include "media/ffmpeg_containers.h"
 #include "media/ffmpeg_source_file.h"
 #include "media/ffmpeg_source_picture.h"
+#include "media/ffmpeg_source_sound.h"
 #include "media/ffmpeg_source_walk.h"
 #include "media/source_module.h"
 
@@ -29,6 +30,8 @@ class ffmpeg_source_reader : public source_reader {
   result<source_facts> facts(source_bytes& bytes, const source_limits& limits) override;
   result<picture> picture_at(source_bytes& bytes, const source_limits& limits, double seconds,
                              int most_width, int most_height) override;
+  result<pcm_sound> sound(source_bytes& bytes, const source_limits& limits,
+                          double most_seconds) override;
 };
 
 std::string text_from(const char* text) {
@@ -422,6 +425,12 @@ result<picture> ffmpeg_source_reader::picture_at(source_bytes& bytes, const sour
       return shown;
   }
   return result<picture>::fail(damaged_source);
+}
+
+result<pcm_sound> ffmpeg_source_reader::sound(source_bytes& bytes, const source_limits& limits,
+                                              double most_seconds) {
+  const auto source = source_demuxer::open(bytes, limits, source_purpose::facts);
+  return source ? sound_from(**source, most_seconds) : result<pcm_sound>::fail(source.error);
 }
 
 }  // namespace

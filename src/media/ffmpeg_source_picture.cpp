@@ -1,5 +1,7 @@
 #include "media/ffmpeg_source_picture.h"
 
+#include "media/ffmpeg_source_frames.h"
+
 extern "C" {
 #include <libavutil/display.h>
 #include <libavutil/pixdesc.h>
@@ -67,65 +69,6 @@ picture_turn turn_of_orientation(int orientation) {
     default:
       return {};
   }
-}
-
-/// Decodes pictures of one stream, one after the other.
-class frame_reader {
- public:
-  frame_reader(source_demuxer& source, const AVStream& stream)
-      : source_(source), stream_(stream), codec_(decoder_of(stream)), packet_(av_packet_alloc()) {}
-
-  bool works() const { return codec_ && packet_; }
-
-  /// The next one; nullptr at the end.
-  frame_ptr next();
-
-  /// The picture of a cover, which stands in no packet of the file's.
-  frame_ptr attached();
-
- private:
-  bool feed();
-
-  source_demuxer& source_;
-  const AVStream& stream_;
-  codec_ptr codec_;
-  packet_ptr packet_;
-  bool drained_ = false;
-};
-
-bool frame_reader::feed() {
-  while (source_.read(*packet_)) {
-    const bool ours = packet_->stream_index == stream_.index;
-    // What is damaged goes by: the next picture may be whole.
-    const bool taken = ours && avcodec_send_packet(codec_.get(), packet_.get()) >= 0;
-    av_packet_unref(packet_.get());
-    if (taken)
-      return true;
-  }
-  if (drained_)
-    return false;
-  drained_ = true;
-  return avcodec_send_packet(codec_.get(), nullptr) >= 0;
-}
-
-frame_ptr frame_reader::next() {
-  frame_ptr frame(av_frame_alloc());
-  while (frame) {
-    const int error = avcodec_receive_frame(codec_.get(), frame.get());
-    if (error >= 0)
-      return frame;
-    if (error == AVERROR_EOF || !feed())
-      return nullptr;
-  }
-  return nullptr;
-}
-
-frame_ptr frame_reader::attached() {
-  frame_ptr frame(av_frame_alloc());
-  const bool sent = avcodec_send_packet(codec_.get(), &stream_.attached_pic) >= 0 &&
-                    avcodec_send_packet(codec_.get(), nullptr) >= 0;
-  return sent && frame && avcodec_receive_frame(codec_.get(), frame.get()) >= 0 ? std::move(frame)
-                                                                                : nullptr;
 }
 
 bool has_cover(const AVStream& stream) {

@@ -16,13 +16,14 @@ namespace {
 
 class file_bytes : public source_bytes {
  public:
-  explicit file_bytes(source_file file) : file_(std::move(file)) {}
+  file_bytes(source_file file, std::stop_token stop)
+      : file_(std::move(file)), stop_(std::move(stop)) {}
 
   std::int64_t size() const override { return static_cast<std::int64_t>(file_.size()); }
 
   std::optional<std::size_t> read(std::int64_t position, std::uint8_t* to,
                                   std::size_t count) override {
-    if (position < 0)
+    if (position < 0 || stop_.stop_requested())
       return std::nullopt;
     if (file_.read(static_cast<std::uint64_t>(position), count, bytes_))
       return std::nullopt;
@@ -32,6 +33,7 @@ class file_bytes : public source_bytes {
 
  private:
   source_file file_;
+  std::stop_token stop_;
   byte_vector bytes_;
 };
 
@@ -78,12 +80,13 @@ failure why_not_kind(source_bytes& bytes) {
 
 /// Does something with a reader and the bytes of a file.
 template <typename Told, typename Ask>
-result<Told> read_source(const std::string& path, const Ask& ask) {
+result<Told> read_source(const std::string& path, const Ask& ask,
+                         const std::stop_token& stop = {}) {
   using told = result<Told>;
   auto file = source_file::open(path);
   if (!file)
     return told::fail(file.error);
-  file_bytes bytes(std::move(*file));
+  file_bytes bytes(std::move(*file), stop);
   if (const failure why = why_not_kind(bytes))
     return told::fail(*why);
   const auto reader = make_source_reader();
@@ -111,6 +114,17 @@ result<picture> source_picture(const std::string& path, double seconds, int most
   return read_source<picture>(path, [=](source_reader& reader, source_bytes& bytes) {
     return reader.picture_at(bytes, source_limits(), seconds, most_width, most_height);
   });
+}
+
+result<pcm_sound> source_sound(const std::string& path, double most_seconds,
+                               const std::stop_token& stop) {
+  auto sound = read_source<pcm_sound>(
+      path,
+      [=](source_reader& reader, source_bytes& bytes) {
+        return reader.sound(bytes, source_limits(), std::min(most_seconds, longest_source_sound));
+      },
+      stop);
+  return stop.stop_requested() ? result<pcm_sound>::fail("it was stopped") : std::move(sound);
 }
 
 }  // namespace corvane

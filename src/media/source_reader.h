@@ -1,10 +1,11 @@
-// A reader of files that people have: what is in them, and pictures of them. It sees bytes, never a
-// path, so nothing that such a file names can be opened by it.
+// A reader of files that people have: what is in them, pictures and sound of them. It sees bytes,
+// never a path, so nothing that such a file names can be opened by it.
 //
 // Readers come from a module (source_module.h), which alone sees FFmpeg.
 #pragma once
 
 #include "formats/source_facts.h"
+#include "media/pcm_sound.h"
 #include "media/picture.h"
 #include "platform/result.h"
 
@@ -48,10 +49,12 @@ class source_reader {
   source_reader& operator=(const source_reader&) = delete;
   virtual ~source_reader() = default;
 
-  /// As `probe_source` and `source_picture` (source_probe.h), of bytes.
+  /// As `probe_source`, `source_picture` and `source_sound` (source_probe.h), of bytes.
   virtual result<source_facts> facts(source_bytes& bytes, const source_limits& limits) = 0;
   virtual result<picture> picture_at(source_bytes& bytes, const source_limits& limits,
                                      double seconds, int most_width, int most_height) = 0;
+  virtual result<pcm_sound> sound(source_bytes& bytes, const source_limits& limits,
+                                  double most_seconds) = 0;
 };
 
 /// Fails when the module that has the reader is missing or cannot be loaded.
