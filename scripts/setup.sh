@@ -15,7 +15,7 @@ run_packages="
 build-essential cmake ninja-build pkg-config ccache git
 libwxgtk3.2-dev libgtk-3-dev
 mjpegtools dvdauthor graphicsmagick genisoimage fontconfig
-ffmpeg libavcodec-dev libavformat-dev libswscale-dev libswresample-dev
+ffmpeg libavcodec-dev libavformat-dev libswscale-dev libswresample-dev libsdl2-dev
 fonts-dejavu-core libdvdread-dev libdvdnav-dev
 "
 

@@ -6,7 +6,7 @@
 // gives is used through an abstract class that the program knows. To add a kind: its class in a
 // header without FFmpeg, as picture_decoder.h is; its body in a file of the module, with the
 // function; and a caller beside make_picture_decoder in both bodies. What takes people's files
-// apart is a second module, built the same way (source_module.h).
+// apart is a second module, built the same way (source_module.h); so is what plays sound.
 //
 // Program and modules are built and installed together and use one C++ library; nothing else may
 // load them. What they made may live as long as it likes: no module is ever unloaded.

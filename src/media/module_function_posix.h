@@ -1,4 +1,5 @@
-// Functions in shared objects of the program's own (decoder_module.h, source_module.h).
+// Functions in shared objects of the program's own (decoder_module.h, source_module.h,
+// sound_module.h).
 #pragma once
 
 #include "platform/result.h"

@@ -22,7 +22,7 @@ dpkg-deb -x "$package" "$work/root"
 
 for file in bin/corvane bin/corvane-author libexec/corvane/conspawn \
   lib/corvane/modules/corvane-decoders.so lib/corvane/modules/corvane-sources.so \
-  lib/corvane/modules/corvane-letters.so \
+  lib/corvane/modules/corvane-letters.so lib/corvane/modules/corvane-sound.so \
   applications/corvane.desktop mime/packages/corvane.xml \
   icons/hicolor/scalable/apps/corvane.svg \
   icons/hicolor/scalable/mimetypes/application-x-corvane-project.svg \
