@@ -116,6 +116,10 @@ std::string menu_editor::video() const {
   return native_from_stored(parse_menu_row(row_of(doc_.p.menulist, c_.indexer, {})).video);
 }
 
+std::string menu_editor::audio() const {
+  return native_from_stored(parse_menu_row(row_of(doc_.p.menulist, c_.indexer, {})).audio);
+}
+
 void menu_editor::playback_check(int width, int height) {
   constexpr int hardly_a_picture = 100, between_the_regions = 550;
   const std::string& region = doc_.p.globalregion;

@@ -67,6 +67,9 @@ class menu_editor {
   /// Native path of the menu's video; empty when the project does not have the menu.
   std::string video() const;
 
+  /// Native path of the menu's audio; empty when it has none.
+  std::string audio() const;
+
   /// The last step of load: tells when the video cannot be shown (`width` of 100 or less; 0 x 0
   /// when the player could not open it) or is of the other region's height. Pixels of the video.
   void playback_check(int width, int height);

@@ -3,6 +3,8 @@
 namespace corvane {
 namespace {
 
+constexpr std::string_view menu_sound_preference = "menusound";
+
 bool is_region(const std::string& text) {
   return text == "NTSC" || text == "PAL";
 }
@@ -47,6 +49,14 @@ void region_command(document& doc, const std::string& region) {
     doc.p.saved = 0;
   doc.p.globalregion = region;
   doc.prefs.set("dvdregion", region);
+}
+
+bool plays_menu_sound(const settings& prefs) {
+  return prefs.get(menu_sound_preference) != "no";
+}
+
+void keep_menu_sound(settings& prefs, bool plays) {
+  prefs.set(menu_sound_preference, plays ? "yes" : "no");
 }
 
 }  // namespace corvane

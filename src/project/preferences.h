@@ -21,4 +21,8 @@ void isocreate_command(document& doc);
 /// while `Comboregion_enabled` is off.
 void region_command(document& doc, const std::string& region);
 
+/// "menusound": whether the sound of a menu is heard while the menu editor plays it: all but "no".
+bool plays_menu_sound(const settings& prefs);
+void keep_menu_sound(settings& prefs, bool plays);
+
 }  // namespace corvane

@@ -108,5 +108,14 @@ TEST_F(Preferences, ATextThatIsNoRegionIsIgnored) {
   EXPECT_EQ(prefs.get("dvdregion"), "");
 }
 
+TEST_F(Preferences, SoundOfMenusIsHeardUnlessItWasTurnedOff) {
+  EXPECT_TRUE(plays_menu_sound(prefs));
+  keep_menu_sound(prefs, false);
+  EXPECT_EQ(prefs.get("menusound"), "no");
+  EXPECT_FALSE(plays_menu_sound(prefs));
+  keep_menu_sound(prefs, true);
+  EXPECT_TRUE(plays_menu_sound(prefs));
+}
+
 }  // namespace
 }  // namespace corvane

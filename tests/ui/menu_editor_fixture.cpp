@@ -37,8 +37,9 @@ void menu_editor_test::TearDown() {
 }
 
 void menu_editor_test::add_menu(const std::string& native_video,
-                                const std::vector<std::string>& records) {
-  p_.menulist.push_back(stored_from_native(native_video) + "/");
+                                const std::vector<std::string>& records,
+                                const std::string& native_audio) {
+  p_.menulist.push_back(stored_from_native(native_video) + "/" + stored_from_native(native_audio));
   p_.moremenuoptions.emplace_back(new_menu_options);
   p_.menubuttons.resize(p_.menulist.size());
   p_.menubuttons.back() = join(records, "|");

@@ -20,7 +20,8 @@ class menu_editor_test : public window_test {
   void TearDown() override;
 
   /// Gives the project a menu with these records of buttons.
-  void add_menu(const std::string& native_video, const std::vector<std::string>& records = {});
+  void add_menu(const std::string& native_video, const std::vector<std::string>& records = {},
+                const std::string& native_audio = {});
 
   /// Opens the editor for the menu added last and waits until it is there. With buttons, it recalls
   /// them.
@@ -56,10 +57,10 @@ class menu_editor_test : public window_test {
   std::string stored() const;
 
   int closed_ = 0;
+  memory_settings prefs_;
 
  private:
   std::unique_ptr<wx_prompts> ask_;
-  memory_settings prefs_;
   scripted_prompts nobody_;
   document bench_{nobody_, prefs_};
   std::unique_ptr<prompts_relay::answered_by> answers_;

@@ -44,6 +44,8 @@ export DISPLAY=":$number" HOME="$work/home" XDG_RUNTIME_DIR="$work/runtime"
 export XDG_CONFIG_HOME="$work/home/config" XDG_DATA_HOME="$work/home/data"
 export XDG_CACHE_HOME="$work/home/cache"
 export LANG=C.UTF-8 LC_ALL=C.UTF-8 GDK_BACKEND=x11 NO_AT_BRIDGE=1 GSETTINGS_BACKEND=memory
+# Nobody is to hear the tests.
+export SDL_AUDIODRIVER=dummy
 unset WAYLAND_DISPLAY CORVANE_HOME DBUS_SESSION_BUS_ADDRESS
 
 openbox >"$work/openbox.log" 2>&1 &

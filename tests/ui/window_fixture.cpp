@@ -59,6 +59,18 @@ std::string real_audio() {
   return made("film.ac3", "-f lavfi -i sine=440:duration=3 -ar 48000 -ac 2 -c:a ac3 -b:a 192k");
 }
 
+std::string real_long_video() {
+  return made("long.m2v",
+              "-f lavfi -i testsrc=size=720x480:rate=30000/1001:duration=10 -c:v mpeg2video "
+              "-b:v 3M -maxrate 6M -bufsize 1835k -g 15 -aspect 4:3 -f mpeg2video");
+}
+
+std::string real_changing_audio() {
+  return made("change.ac3",
+              "-f lavfi -i \"aevalsrc='0.3*sin(2*PI*if(lt(t,3),440,880)*t)':s=48000:d=10\" -ac 2 "
+              "-c:a ac3 -b:a 192k");
+}
+
 void window_test::SetUp() {
   app_ = folder_.path("program");
   // What the window reads of its surroundings belongs to this test alone.

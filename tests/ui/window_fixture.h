@@ -72,4 +72,9 @@ std::string real_video();
 std::string real_pal_video();
 std::string real_audio();
 
+/// An NTSC video of ten seconds, and audio for it: a tone of 440 Hz that becomes one of 880 Hz
+/// after three.
+std::string real_long_video();
+std::string real_changing_audio();
+
 }  // namespace corvane::testing_support

@@ -6,6 +6,7 @@
 #include "menus/menu_problems.h"
 #include "platform/files/paths.h"
 #include "project/disc_of.h"
+#include "project/preferences.h"
 #include "ui/editor/menu_action_picker.h"
 #include "ui/editor/menu_button_list.h"
 #include "ui/editor/menu_button_panel.h"
@@ -153,6 +154,9 @@ void tsmenu::load_video() {
                                  "\n" + wx_text(opened.error));
     return;
   }
+  settings& prefs = lent_.doc().prefs;
+  area_->strip().offer_sound(editor_.audio(), plays_menu_sound(prefs),
+                             [&prefs](bool on) { keep_menu_sound(prefs, on); });
   video_size_ = *opened;
   // A video of another size is shown as large as the disc's player shows it.
   const int height =

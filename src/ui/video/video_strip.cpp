@@ -6,6 +6,7 @@
 #include "ui/widgets/wheel.h"
 #include "ui/widgets/wx_text.h"
 
+#include <wx/checkbox.h>
 #include <wx/gauge.h>
 #include <wx/sizer.h>
 #include <wx/slider.h>
@@ -30,13 +31,15 @@ double strip_clock() {
 }  // namespace
 
 video_strip::video_strip(wxWindow* parent, std::function<void(const wxImage&)> show)
-    : wxPanel(parent), show_(std::move(show)) {
+    : wxPanel(parent), show_(std::move(show)), sound_([this] { show_sound(); }) {
   label_ = new wxStaticText(this, wxID_ANY, "&picture");
   position_ = new wxSlider(this, wxID_ANY, 0, 0, 1);
   position_->SetToolTip("which picture of the video is shown; Space over the menu plays it");
   time_ = new wxStaticText(this, wxID_ANY, "0:00:00.0 of 0:00:00.0");
   progress_ = new wxGauge(this, wxID_ANY, progress_steps);
   progress_->SetToolTip("how much of the video has been looked through");
+  hears_ = new wxCheckBox(this, wxID_ANY, "sound");
+  name_control(*hears_, "sound");
   name_control(*position_, "position");
   let_wheel_pass(*position_);
   name_control(*time_, "positiontime");
@@ -60,7 +63,9 @@ void video_strip::arrange() {
   row->Add(position_, wxSizerFlags(gap).Proportion(1));
   row->Add(progress_, wxSizerFlags(gap).Proportion(1));
   row->Add(time_, wxSizerFlags().CentreVertical());
+  row->Add(hears_, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::group_gap)));
   SetSizer(row);
+  hears_->Hide();
   progress_->Hide();
   position_->Disable();
   time_->SetLabel("");
@@ -82,23 +87,60 @@ wxSize video_strip::proportions() const {
   return {shape.aspect_width, shape.aspect_height};
 }
 
+void video_strip::offer_sound(const std::string& path, bool on, std::function<void(bool)> turned) {
+  sound_file_ = path;
+  sound_.turn(on);
+  hears_->Bind(wxEVT_CHECKBOX, [this, turned = std::move(turned)](wxCommandEvent& event) {
+    sound_.turn(event.IsChecked());
+    turned(event.IsChecked());
+  });
+  hears_->Show();
+  show_sound();
+  Layout();
+}
+
+/// What can be turned on or off, and why nothing is heard.
+void video_strip::show_sound() {
+  const failure& trouble = sound_.trouble();
+  const bool is_still = loader_.video() != nullptr && !loader_.scanning() && !can_play();
+  const bool can_be_heard = !sound_file_.empty() && !is_still && !sound_.is_silent();
+  wxString tip = "the menu's sound is heard while it plays";
+  if (sound_file_.empty())
+    tip = "the menu has no sound";
+  else if (is_still)
+    tip = "a menu of one picture is not played";
+  else if (trouble)
+    tip = "the menu's sound is not heard: " + wx_text(*trouble);
+  hears_->SetToolTip(tip);
+  hears_->SetValue(can_be_heard && sound_.is_on());
+  hears_->Enable(can_be_heard);
+}
+
+bool video_strip::can_play() const {
+  return loader_.video() != nullptr && !loader_.scanning() && loader_.video()->pictures() > 1;
+}
+
+// The sound begins first: what it takes to begin is not to be left out of the pictures.
 void video_strip::play_or_pause() {
   if (playing()) {
     pause();
     return;
   }
-  if (loader_.video() == nullptr || loader_.scanning() || loader_.video()->pictures() < 2)
+  if (!can_play())
     return;
   if (!playback_)
     playback_.emplace(*loader_.video());
   playback_->go_to(wanted_, strip_clock());
   playback_->play(strip_clock());
+  sound_.play(playback_->position());
+  playback_->go_to(playback_->number(), strip_clock());
   timer_.StartOnce(tick_of_strip);
 }
 
 void video_strip::pause() {
   if (playback_)
     playback_->pause();
+  sound_.stop();
   timer_.Stop();
 }
 
@@ -113,6 +155,8 @@ void video_strip::on_timer() {
     position_->SetValue(static_cast<int>(wanted_));
     show_wanted();
   }
+  if (!playing())
+    sound_.stop();
   CallAfter([this] {
     if (playing())
       timer_.StartOnce(tick_of_strip);
@@ -122,6 +166,7 @@ void video_strip::on_timer() {
 void video_strip::release() {
   pause();
   playback_.reset();
+  sound_.close();
   loader_.close();
 }
 
@@ -161,6 +206,9 @@ void video_strip::scanned() {
     position_->SetPageSize(std::max(1, static_cast<int>(last / 20)));
     position_->Enable();
   }
+  if (!sound_file_.empty() && can_play())
+    sound_.open(sound_file_);
+  show_sound();
   show_time();
   Layout();
 }
