@@ -241,5 +241,21 @@ TEST_F(MenuSoundWithoutADevice, PicturesPlay) {
   EXPECT_TRUE(is_enabled("sound"));
 }
 
+TEST_F(MenuSound, IsHeardOnceTheDeviceIsThere) {
+  open_with_sound(real_audio());
+  {
+    const environment_variable nowhere("SDL_DISKAUDIOFILE", folder_.path("no/such/folder/heard"));
+    wait(500);  // it has been decoded by then
+    press("space");
+    EXPECT_TRUE(plays_on());
+    EXPECT_EQ(tip(),
+              "the menu's sound is not heard: this computer can play no sound at the moment");
+    press("space");
+  }
+  press("space");
+  EXPECT_TRUE(is_heard());
+  EXPECT_EQ(tip(), "the menu's sound is heard while it plays");
+}
+
 }  // namespace
 }  // namespace corvane::testing_support
