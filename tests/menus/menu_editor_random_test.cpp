@@ -118,13 +118,13 @@ const std::array<const char*, 4> colours = {"black", "cyan", "white", "orange"};
 const std::array<const char*, 5> actions = {"exit", "jump menu 1", "call me",
                                             "jump title 1 chapter  2", "a/b"};
 
-using event = void (*)(menu_editor&, dice&);
+using one_event = void (*)(menu_editor&, dice&);
 
 /// Whether it can change the menu, and must have done so in one sequence or the other.
 struct named_event {
   const char* name;
   bool changes;
-  event run;
+  one_event run;
 };
 
 const std::vector<named_event> events = {
