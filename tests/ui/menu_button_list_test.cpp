@@ -8,6 +8,8 @@
 #include <wx/button.h>
 #include <wx/dataview.h>
 
+#include <cstdlib>
+
 namespace corvane::testing_support {
 namespace {
 
@@ -315,6 +317,43 @@ TEST_F(MenuButtonList, MenuGivesSelectedButtonsTheLookOfTheChosenOne) {
   EXPECT_EQ(actions(), "title 1, chapter 1, exit, menu 1");
   press("ctrl+z");
   EXPECT_EQ(shown_rows()[0].substr(0, 13), "yellow, white");
+}
+
+// Maximized, the window is as high as the tests' screen, and its width limits the picture.
+TEST_F(MenuButtonList, StandsBelowThePictureWhereTheWindowIsHigh) {
+  open_three();
+  const auto place = [](const char* name) { return control(name)->GetScreenRect(); };
+  const auto maximize = [](bool all) {
+    on_ui([all] {
+      auto* window = dynamic_cast<wxTopLevelWindow*>(control("tsmenu"));
+      window->Maximize(all);
+    });
+  };
+  EXPECT_TRUE(ask_ui([&] { return place("buttonlist").x > place("VScroll1").GetRight(); }));
+  maximize(true);
+  EXPECT_TRUE(wait_until([&] { return place("buttonlist").y > place("zoom").GetBottom(); }));
+  EXPECT_TRUE(wait_until([&] {
+    const wxRect list = place("buttonlist"), right = place("Command1");
+    return std::abs(list.x - place("MediaPlayer1").x) < 3 &&
+           std::abs(list.GetRight() - place("VScroll1").GetRight()) < 3 &&
+           list.GetRight() < right.x && list.GetBottom() < place("problems").y;
+  })) << "as wide as the picture with its bar, which fills the width";
+  screenshot("menu-list-below");
+  click_button_row(1);
+  EXPECT_TRUE(wait_until([] { return list().IsRowSelected(1); }));
+  maximize(false);
+  EXPECT_TRUE(wait_until([&] {
+    return place("buttonlist").x > place("VScroll1").GetRight() &&
+           place("buttonlist").GetBottom() < place("Combo2").y;
+  }));
+}
+
+TEST_F(MenuButtonList, ShowsWordsWholeWhereItIsWide) {
+  open_three();
+  const auto width = [](unsigned column) { return list().GetColumn(column)->GetWidth(); };
+  const int look = ask_ui([&] { return width(1); }), action = ask_ui([&] { return width(2); });
+  on_ui([] { dynamic_cast<wxTopLevelWindow*>(control("tsmenu"))->Maximize(); });
+  EXPECT_TRUE(wait_until([&] { return width(1) > look + 40 && width(2) > action + 100; }));
 }
 
 }  // namespace

@@ -24,7 +24,8 @@ namespace {
 // In pixels at 100 %.
 constexpr int swatch_width = 20, swatch_height = 12;
 constexpr int least_list_height = 110;
-constexpr int number_width = 48, look_width = 76, action_width = 112, place_width = 136;
+constexpr int number_width = 48, look_width = 64, action_width = 128, place_width = 132;
+constexpr int most_more_look = 90;
 constexpr unsigned number_column = 0, look_column = 1, action_column = 2, place_column = 3;
 
 wxColour offered_colour_named(const std::string& name) {
@@ -92,7 +93,21 @@ void menu_button_list::make_columns() {
   list_->AppendColumn(text_column("place", place_column, FromDIP(place_width)));
 }
 
+/// What there is more than they need goes to the words of the buttons' looks and actions.
+void menu_button_list::share_width(int width) {
+  const int more = width - FromDIP(number_width + look_width + action_width + place_width);
+  const int of_look = std::clamp(more / 3, 0, FromDIP(most_more_look));
+  list_->GetColumn(look_column)->SetWidth(FromDIP(look_width) + of_look);
+  list_->GetColumn(action_column)
+      ->SetWidth(FromDIP(action_width) + std::max(0, more / 2 - of_look / 2));
+}
+
 void menu_button_list::bind_list() {
+  list_->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    if (event.GetSize().x != width_shared_)
+      share_width(width_shared_ = event.GetSize().x);
+    event.Skip();
+  });
   list_->Bind(wxEVT_DATAVIEW_SELECTION_CHANGED, [this](wxDataViewEvent&) {
     if (!filling_)
       CallAfter([this] { tell_selection(); });

@@ -44,6 +44,7 @@ class menu_button_list : public wxPanel {
 
   void make_columns();
   void bind_list();
+  void share_width(int width);
   void show_row(unsigned number, const shown_row& r);
   void show_selection(const std::vector<int>& wanted);
   std::vector<int> selected_rows() const;
@@ -55,6 +56,7 @@ class menu_button_list : public wxPanel {
   wxDataViewListCtrl* list_;
   std::optional<menu_row_drag> drag_;
   std::vector<shown_row> rows_;
+  int width_shared_ = 0;  ///< for which the columns have their widths
   bool filling_ = false;
 };
 

@@ -36,6 +36,14 @@
 #include <vector>
 
 namespace corvane {
+namespace {
+
+/// Of the list of buttons below the picture, in pixels at 100 %, and of the height beside it: with
+/// less, its wider columns are not worth the rows.
+constexpr int least_height_below = 150;
+constexpr int least_percent_below = 60;
+
+}  // namespace
 
 tsmenu::tsmenu(wxWindow* main, lent_project lent, bool recall, fact_store* facts)
     : wxFrame(main, wxID_ANY, "titleset menu", wxDefaultPosition, wxDefaultSize,
@@ -97,13 +105,19 @@ void tsmenu::make_controls() {
   problems_ = new menu_problem_line(
       panel_, editor_, [this] { return found_problems(); }, to_model);
   auto* columns = new wxBoxSizer(wxHORIZONTAL);
-  columns->Add(area_, wxSizerFlags(1).Expand());
+  left_ = new wxBoxSizer(wxVERTICAL);
+  left_->Add(area_, wxSizerFlags(1).Expand());
+  columns->Add(left_, wxSizerFlags(1).Expand());
   columns->Add(make_right(), wxSizerFlags().Expand().Border(wxLEFT, FromDIP(layout::group_gap)));
   const int border = FromDIP(layout::window_border);
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(columns, wxSizerFlags(1).Expand().Border(wxALL, border));
   whole->Add(problems_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, border));
   panel_->SetSizer(whole);
+  panel_->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    divide();
+    event.Skip();
+  });
   auto* around = new wxBoxSizer(wxVERTICAL);
   around->Add(panel_, wxSizerFlags(1).Expand());
   SetSizer(around);
@@ -171,6 +185,7 @@ void tsmenu::fit() {
   wxSize most = most_client_size(*this);
   most.y -= GetMenuBar()->GetSize().y;
   const int border = 3 * FromDIP(layout::window_border) + problems_->GetBestSize().y;
+  put_list(false);
   right_->let_scroll(false);
   const int all_beside = beside_->CalcMin().y + border;
   const bool scrolls = all_beside > most.y;
@@ -190,7 +205,45 @@ void tsmenu::fit() {
     SetClientSize(wanted);
   if (IsShown() && GetRect().GetBottom() > screen.GetBottom())
     Move(GetPosition().x, std::max(screen.y, screen.GetBottom() - GetSize().y));
+  divide();
   Layout();
+}
+
+/// Where the width limits the picture there is room below it, which is the list's if it is enough.
+void tsmenu::divide() {
+  const int height =
+      panel_->GetSize().y - 3 * FromDIP(layout::window_border) - problems_->GetBestSize().y;
+  const int width = panel_->GetSize().x - 2 * FromDIP(layout::window_border) -
+                    FromDIP(layout::group_gap) - beside_->CalcMin().x;
+  const int gap = FromDIP(layout::group_gap);
+  put_list(false);
+  const int picture = area_->height_in(width);
+  const int below = height - picture - gap;
+  const int beside = height - beside_->CalcMin().y + list_->GetMinSize().y;
+  if (right_->scrolls() || below < FromDIP(least_height_below) ||
+      below < beside * least_percent_below / 100)
+    return;
+  put_list(true);
+  area_->SetMinSize(wxSize(-1, picture));
+}
+
+void tsmenu::put_list(bool below) {
+  const bool is_below = left_->GetItem(list_) != nullptr;
+  if (is_below == below)
+    return;
+  const wxSizerFlags flags = wxSizerFlags(1).Expand().Border(wxTOP, FromDIP(layout::group_gap));
+  constexpr std::size_t under_the_heading = 1;
+  left_->GetItem(area_)->SetProportion(below ? 0 : 1);
+  if (below) {
+    beside_->Detach(list_);
+    beside_->InsertStretchSpacer(2);
+    left_->Add(list_, flags);
+  } else {
+    area_->SetMinSize(wxDefaultSize);
+    left_->Detach(list_);
+    beside_->Remove(2);
+    beside_->Insert(under_the_heading, list_, flags);
+  }
 }
 
 // A field that is left because the window closes is discarded with it.

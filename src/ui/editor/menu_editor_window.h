@@ -4,6 +4,9 @@
 // goes to the model (menus/menu_editor.h), and what the model says is shown. Closing it without
 // "accept" asks about what was changed, and discards what stands typed in a field. It does not
 // close while a message or file dialog of its own stands.
+//
+// The list of buttons stands above the controls, or below the picture in a window so high that
+// there is room for it.
 #pragma once
 
 #include "disc/disc_description.h"
@@ -20,6 +23,7 @@
 #include <optional>
 #include <vector>
 
+class wxBoxSizer;
 class wxPanel;
 class wxSizer;
 
@@ -48,6 +52,8 @@ class tsmenu : public wxFrame {
   wxSizer* make_heading();
   wxSizer* make_right();
   void fit();
+  void divide();
+  void put_list(bool below);
   void load_video();
   void tell(const menu_event& event);
   bool show_controls();
@@ -75,7 +81,8 @@ class tsmenu : public wxFrame {
   menu_problem_line* problems_ = nullptr;
   menu_button_panel* buttons_ = nullptr;
   menu_options_panel* options_ = nullptr;
-  wxSizer* beside_ = nullptr;         ///< of all that stands beside the picture
+  wxBoxSizer* left_ = nullptr;        ///< of the picture, and the list where it stands below
+  wxBoxSizer* beside_ = nullptr;      ///< of all that stands beside the picture
   scrolled_column* right_ = nullptr;  ///< its part that scrolls on a small screen
 };
 

@@ -92,15 +92,24 @@ void menu_picture_area::set_video(int lines, wxSize proportions) {
   show_view();
 }
 
+int menu_picture_area::height_in(int width) const {
+  const wxSize rest = around();
+  const view_size full{full_size_.x, full_size_.y};
+  return fitted_view(full, {width - rest.x, most_zoom * full.height}).height + rest.y;
+}
+
 /// What the bar says, in the picture.
 void menu_picture_area::show_view() {
   const view_choice choice = bar_->chosen();
   const view_size full =
       choice.true_shape ? full_view(lines_, proportions_.x, proportions_.y) : full_view(lines_);
+  const wxSize before = full_size_;
   full_size_ = FromDIP(wxSize(full.width, full.height));
   picture_->set_options(choice.picture);
   InvalidateBestSize();
   arrange();
+  if (before != full_size_ && before != wxSize())
+    GetParent()->SendSizeEvent();
 }
 
 void menu_picture_area::arrange() {

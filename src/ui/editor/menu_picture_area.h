@@ -1,6 +1,7 @@
 // The picture of a menu with `HScroll1` below and `VScroll1` beside it, the strip that chooses the
 // picture, and what is shown in it. The picture fills the room in its proportions, up to four times
-// its size, or has the size that the user chose and is scrolled.
+// its size, or has the size that the user chose and is scrolled. A picture of another shape has its
+// parent lay itself out anew.
 #pragma once
 
 #include "menus/menu_marks.h"
@@ -30,6 +31,9 @@ class menu_picture_area : public wxPanel {
   void set_video(int lines, wxSize proportions);
 
   void show(const menu_editor_controls& c);
+
+  /// The height in which the picture fills a width, with all that stands around it.
+  int height_in(int width) const;
 
  protected:
   wxSize DoGetBestClientSize() const override;

@@ -17,6 +17,7 @@ class scrolled_column : public wxScrolledWindow {
   /// Whether it may be lower than its controls, with a scroll bar beside them. At first it may not:
   /// it wants as much room as they do.
   void let_scroll(bool scrolls);
+  bool scrolls() const { return scrolls_; }
 
  protected:
   wxSize DoGetBestSize() const override;
