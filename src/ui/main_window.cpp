@@ -32,12 +32,12 @@
 #include "ui/widgets/file_drop.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
+#include "ui/widgets/telling_status_bar.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/accel.h>
 #include <wx/control.h>
 #include <wx/menu.h>
-#include <wx/statusbr.h>
 #include <wx/toolbar.h>
 
 #include <algorithm>
@@ -134,9 +134,7 @@ main_window::~main_window() {
 
 void main_window::make_controls() {
   bars_ = std::make_unique<command_bars>(*this);
-  CreateStatusBar(2);
-  const int widths[] = {-3, -2};
-  SetStatusWidths(2, widths);
+  SetStatusBar(new telling_status_bar(this, {-3, -2}));
   project_view::handlers on;
   on.select = [this](int row) { document_.p.selected = row; };
   on.titleup = [this] { run("move title up", titleup_command); };

@@ -44,6 +44,10 @@ class MenuMaterialWindow : public window_test {
   bool is_told(const std::string& text) {
     return wait_until([&] { return utf8_of(window_->GetStatusBar()->GetStatusText()) == text; });
   }
+  /// The bar's tip, of what it had to shorten.
+  std::string tip() const {
+    return ask_ui([this] { return utf8_of(window_->GetStatusBar()->GetToolTipText()); });
+  }
   void click_menus(const char* item) { click_menu("menus", item); }
 };
 
@@ -62,6 +66,23 @@ TEST_F(MenuMaterialWindow, AMenuMovesWithWhatNamesItAndItIsTold) {
   EXPECT_EQ(selected(), 1);
   press("ctrl+z");
   EXPECT_TRUE(wait_until([this] { return videos().front() == "second.m2v"; }));
+}
+
+TEST_F(MenuMaterialWindow, ASentenceThatTheStatusBarCutsIsReadWholeInItsTip) {
+  select(1);
+  click_menus("move menu up");
+  const std::string told =
+      "Menu 2 is menu 1 now; 2 buttons go along.  The first menu is \"second.m2v\" now: the menu "
+      "key and the beginning of the disc lead to it.";
+  EXPECT_TRUE(is_told(told));
+  EXPECT_TRUE(tip().starts_with(told)) << tip();
+  hover_at(ask_ui([this] { return window_->GetStatusBar()->GetScreenPosition() + wxPoint(9, 9); }));
+  screenshot("menu-moved-tip");
+  select(1);
+  click_menus("change audio of menu...");
+  answer_message_with("Menu 2 plays", "No");
+  EXPECT_TRUE(is_told("Menu 2 plays without audio now."));
+  EXPECT_FALSE(tip().starts_with("Menu 2")) << "what has room needs none";
 }
 
 TEST_F(MenuMaterialWindow, WithoutASelectedMenuOneIsPicked) {

@@ -6,6 +6,7 @@
 #include "ui/widgets/icons.h"
 #include "ui/widgets/layout.h"
 #include "ui/widgets/screen_fit.h"
+#include "ui/widgets/telling_status_bar.h"
 #include "ui/widgets/wx_text.h"
 
 #include <wx/menu.h>
@@ -51,9 +52,7 @@ xmleditor_window::xmleditor_window(wxWindow* main, lent_project lent, xmleditor 
       },
       [this] { Text1_->SetFocus(); });
   make_menus();
-  CreateStatusBar(2);
-  const int widths[] = {FromDIP(layout::place_width), -1};
-  SetStatusWidths(2, widths);
+  SetStatusBar(new telling_status_bar(this, {FromDIP(layout::place_width), -1}));
 
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(Text1_, wxSizerFlags(1).Expand());
