@@ -2,6 +2,7 @@
 // and by keys.
 #include "formats/xml_reader.h"
 #include "platform/files/files.h"
+#include "platform/files/paths.h"
 #include "project/menu_rows.h"
 #include "project/post_rows.h"
 #include "project/title_commands.h"
@@ -88,6 +89,42 @@ TEST_F(DiscMapWindow, ShowsMenusTitlesAndArrowsOfTheProject) {
   screenshot("disc-map");
 }
 
+TEST_F(DiscMapWindow, TitlesHaveTheirPictureLengthAndChapters) {
+  project p = project_with_menus(2);
+  const std::string streams =
+      stored_from_native(real_video()) + "/" + stored_from_native(real_audio());
+  p.List11 = {streams, streams};
+  p.chapters = {"00:00:00.00,00:00:01.50", "00:00:00.00"};
+  rebuild_List1(p);
+  open(p);
+  EXPECT_TRUE(wait_until([] { return canvas().shown_map().pictures.size() == 4; }));
+  const auto detail_becomes = [](const map_place& place, const std::string& detail) {
+    return wait_until([&] {
+      for (const map_card& card : canvas().shown_map().cards)
+        if (card.place == place)
+          return card.detail == detail;
+      return false;
+    });
+  };
+  EXPECT_TRUE(detail_becomes(title(1), "about 3 s, 2 chapters"));
+  EXPECT_TRUE(detail_becomes(title(2), "about 3 s, 1 chapter"));
+  screenshot("disc-map-lengths");
+}
+
+TEST_F(DiscMapWindow, OpensAsLargeAsItsMap) {
+  open(project_with_menus(1));
+  const auto size = [] { return ask_ui([] { return canvas().GetClientSize(); }); };
+  const wxSize small = size();
+  close(map_name);
+  ASSERT_TRUE(window_goes(map_name));
+  project p = project_with_menus(12);
+  for (int t = 0; t < 12; ++t)
+    p.postinfo.push_back(post_row("call menu"));
+  open(p);
+  EXPECT_GT(size().y, small.y) << "twelve titles below each other";
+  EXPECT_EQ(size().x, small.x);
+}
+
 TEST_F(DiscMapWindow, FollowsTheProjectWhileItIsOpen) {
   open(project_with_menus(2));
   on_ui([this] {
@@ -161,6 +198,9 @@ TEST_F(DiscMapWindow, ArrowDraggedFromATitlesEndAndFromFirstPlaySetsTheirCommand
     const project& p = window_->shown_project();
     return p.postinfo.size() == 2 && p.postinfo[1] == post_row("call menu");
   }));
+  EXPECT_TRUE(wait_until([] {
+    return map_text(canvas().shown_map().map).find("end of title 2 -> menu 1") != std::string::npos;
+  })) << "the map stands in its new order";
   drag(place_of(first_play), place_of(title(2)));
   EXPECT_TRUE(wait_until([this] { return window_->shown_project().firstplay == "jump title 2"; }));
 }

@@ -170,6 +170,18 @@ void map_window::let_commands(bool enabled) {
     saver->Enable(enabled && !canvas_->shown_map().cards.empty());
 }
 
+void map_window::grow_to_map() {
+  const map_layout& map = canvas_->shown_map().layout;
+  constexpr int border = 2;  // of the canvas
+  wxSize wanted = FromDIP(wxSize(static_cast<int>(std::ceil(map.width)) + 2 * border,
+                                 static_cast<int>(std::ceil(map.height)) + 2 * border));
+  Layout();
+  wanted += GetClientSize() - canvas_->GetSize();
+  wanted.IncTo(GetClientSize());
+  set_size_on_screen(*this, wanted);
+  CentreOnParent();
+}
+
 void map_window::come_back() {
   Raise();
   canvas_->SetFocus();

@@ -46,6 +46,10 @@ class map_window : public wxDialog {
   void let_commands(bool enabled);
 
   /// Has the keyboard, on the map.
+  /// As large as the map that it shows wants it at 100 %, and the screen allows; no smaller than it
+  /// is. For a window that is not shown yet.
+  void grow_to_map();
+
   void come_back();
 
   /// Lets the user pick one of these; -1: none.

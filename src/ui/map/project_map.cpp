@@ -74,7 +74,8 @@ project_map::~project_map() {
 void project_map::show() {
   if (main_.raise_editor())
     return;
-  if (window_ == nullptr) {
+  const bool opens = window_ == nullptr;
+  if (opens) {
     map_window::handlers on;
     on.open = [this](const map_place& place, int exit) { open(place, exit); };
     on.items = [this](const map_place& place, int exit) { return items_of(place, exit); };
@@ -91,6 +92,8 @@ void project_map::show() {
     window_->let_commands(main_.may_command());
   }
   make_map();
+  if (opens)
+    window_->grow_to_map();
   window_->Show();
   window_->come_back();
   wxWakeUpIdle();
