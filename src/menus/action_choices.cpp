@@ -8,9 +8,9 @@
 #include "formats/sanitized.h"
 #include "formats/text.h"
 #include "formats/time_text.h"
-#include "menus/lead_commands.h"
 #include "menus/maker/menu_plan.h"
 #include "project/menu_rows.h"
+#include "project/post_rows.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -47,18 +47,29 @@ std::string time_of_chapter(double seconds) {
 
 class choice_maker {
  public:
-  choice_maker(const disc_description& d, const length_teller& length) : d_(d), length_(length) {}
+  choice_maker(const disc_description& d, const length_teller& length, const lead_source& from)
+      : d_(d), length_(length), from_(from) {}
 
   std::vector<action_choice> make() {
     for (int title = 1; title <= d_.title_count(); ++title)
       add_title_with_chapters(title);
     for (int menu = 1; menu <= d_.menu_count(); ++menu)
       add(name_of_menu(d_, menu), {}, {{choice_place::menu, menu}, 0});
-    made_.push_back({"exit", "exit: the disc stops", "exit: the disc stops", 0, 0});
+    if (from_.place.what == choice_place::title && d_.jump_table && d_.menu_count() > 0)
+      add_words("call last menu", "the menu that was shown last");
+    if (from_.place.what == choice_place::first_play)
+      add_words(no_first_play, d_.menu_count() > 0 ? "the first menu" : "the first title");
+    else
+      add_words("exit", "the disc stops");
     return std::move(made_);
   }
 
  private:
+  void add_words(const std::string& command, const std::string& meaning) {
+    const std::string line = command + ": " + meaning;
+    made_.push_back({command, line, line, 0, 0});
+  }
+
   void add_title_with_chapters(int title) {
     const std::vector<double> begins = chapters_in_file(d_.title(title), {}, true).begins;
     const int chapters = static_cast<int>(begins.size());
@@ -68,7 +79,7 @@ class choice_maker {
     if (chapters > 1)
       about += (about.empty() ? "" : ", ") + trimmed(chapters) + " chapters";
     add(about.empty() ? name : name + " (" + about + ")", {}, {{choice_place::title, title}, 0});
-    if (chapters < 2)
+    if (chapters < 2 || from_.place.what == choice_place::first_play)
       return;
     for (int chapter = 1; chapter <= chapters; ++chapter)
       add("chapter " + trimmed(chapter) + ", " +
@@ -79,8 +90,7 @@ class choice_maker {
   /// The words are those of every other way of pointing at a place. `below`: the title whose
   /// chapter it is.
   void add(const std::string& text, const std::string& below, const lead_target& to) {
-    const lead_source button{{choice_place::menu, 1}, 1};
-    const result<std::string> command = command_to(d_, button, to);
+    const result<std::string> command = command_to(d_, from_, to);
     const bool plays = to.place.what == choice_place::title;
     if (command)
       made_.push_back({*command, text, below.empty() ? text : below + ", " + text,
@@ -89,6 +99,7 @@ class choice_maker {
 
   const disc_description& d_;
   const length_teller& length_;
+  const lead_source& from_;
   std::vector<action_choice> made_;
 };
 
@@ -137,15 +148,51 @@ std::string way_in_words(const disc_description& d, const disc_command& command)
                   : std::string());
     case verb::jump_menu:
       return "shows " + name_of_menu(d, number);
+    case verb::call_menu:
+    case verb::jump_titleset:
+      return "shows " + name_of_menu(d, command.form.number.value_or(1));
+    case verb::call_last_menu:
+      return "shows the menu that was shown last";
     default:
       return trim(command.text) == "exit" ? "stops the disc" : words_of_command(d, command);
   }
 }
 
+/// What is done where there is no command.
+std::string way_without(const disc_description& d, const lead_source& from) {
+  int title = 1;
+  if (from.place.what == choice_place::title) {
+    title = from.place.number + 1;
+    if (title > d.title_count())
+      return "stops the disc";
+  } else if (d.menu_count() > 0) {
+    return "shows " + name_of_menu(d, 1);
+  }
+  return title <= d.title_count() ? "plays " + name_of_title(d, title) : std::string();
+}
+
+/// Of a text that is a command.
+action_verdict verdict_of_owner(const disc_description& d, const command_owner& owner,
+                                const std::string& text) {
+  using kind = action_verdict::kind;
+  const disc_command command = command_of(text);
+  const command_outcome outcome = navigation_map(d, false).outcome_of(owner, command);
+  if (!outcome.problems.empty())
+    return {kind::wrong, outcome.problems.front().clause};
+  if (outcome.is_typed)
+    return {kind::typed, "is a typed command: only where it leads is checked"};
+  return {kind::fine, way_in_words(d, command)};
+}
+
 }  // namespace
 
 std::vector<action_choice> action_choices(const disc_description& d, const length_teller& length) {
-  return choice_maker(d, length).make();
+  return command_choices(d, length, {{choice_place::menu, 1}, 1});
+}
+
+std::vector<action_choice> command_choices(const disc_description& d, const length_teller& length,
+                                           const lead_source& from) {
+  return choice_maker(d, length, from).make();
 }
 
 std::vector<std::size_t> shown_choices(const std::vector<action_choice>& all,
@@ -198,17 +245,21 @@ std::optional<std::size_t> choice_of_command(const std::vector<action_choice>& a
 }
 
 action_verdict verdict_on_action(const disc_description& d, int menu, const std::string& text) {
-  using kind = action_verdict::kind;
   if (const auto why = why_not_a_field(text))
-    return {kind::wrong, *why};
-  const disc_command command = command_of(text);
-  const command_outcome outcome =
-      navigation_map(d, false).outcome_of({command_owner::kind::menu, menu, 1}, command);
-  if (!outcome.problems.empty())
-    return {kind::wrong, outcome.problems.front().clause};
-  if (outcome.is_typed)
-    return {kind::typed, "is a typed command: only where it leads is checked"};
-  return {kind::fine, way_in_words(d, command)};
+    return {action_verdict::kind::wrong, *why};
+  return verdict_of_owner(d, {command_owner::kind::menu, menu, 1}, text);
+}
+
+action_verdict verdict_on_command(const disc_description& d, const lead_source& from,
+                                  const std::string& text) {
+  const bool of_title = from.place.what == choice_place::title;
+  const std::string_view command = trim(text);
+  if (command.empty() || (!of_title && command == no_first_play))
+    return {action_verdict::kind::fine, way_without(d, from)};
+  command_owner owner;
+  if (of_title)
+    owner = {command_owner::kind::title, from.place.number, d.title(from.place.number).titleset};
+  return verdict_of_owner(d, owner, text);
 }
 
 }  // namespace corvane

@@ -1,8 +1,10 @@
-// What a button can be made to do, to be picked from with names and times: "title 2: tour (24:10)",
-// "chapter 3, 00:12:30". The commands are those of the editor's own list.
+// What a button, a title's end or the first play can be made to do, to be picked from with names
+// and times: "title 2: tour (24:10)", "chapter 3, 00:12:30". The commands are those of the editors'
+// own lists.
 #pragma once
 
 #include "disc/disc_description.h"
+#include "menus/lead_commands.h"
 
 #include <cstddef>
 #include <functional>
@@ -28,6 +30,11 @@ using length_teller = std::function<std::string(int title)>;
 /// Titles, each with the chapters that the disc will have behind it, then menus, then "exit". A
 /// title without chapters is offered, too; the editor's own list has no entry for it.
 std::vector<action_choice> action_choices(const disc_description& d, const length_teller& length);
+
+/// The same for another command than a button's: only what `from` can do. Of a title's end with the
+/// jump table "call last menu" stands behind the menus; of first play "<default>" is the last one.
+std::vector<action_choice> command_choices(const disc_description& d, const length_teller& length,
+                                           const lead_source& from);
 
 /// What of them is shown: those in whose line each word of `search` stands, in capitals or not, a
 /// number as a number by itself; first those with the words as they were typed. Without a search
@@ -60,5 +67,10 @@ struct action_verdict {
 
 /// By the rules of the check before a run. `menu`: of the button, 1-based.
 action_verdict verdict_on_action(const disc_description& d, int menu, const std::string& text);
+
+/// Likewise of a text as the command at a title's end or of first play. What stands in `d` as
+/// theirs has no part in it.
+action_verdict verdict_on_command(const disc_description& d, const lead_source& from,
+                                  const std::string& text);
 
 }  // namespace corvane

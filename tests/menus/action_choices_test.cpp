@@ -2,8 +2,11 @@
 #include "menus/action_choices.h"
 
 #include "editor_test.h"
+#include "examine/navigation_map.h"
 #include "menus/menu_problems.h"
+#include "menus/navcommands.h"
 #include "project/disc_of.h"
+#include "project/post_rows.h"
 
 #include <gmock/gmock.h>
 
@@ -161,6 +164,105 @@ TEST_F(ActionChoices, VerdictsAreThoseOfTheProblemsOfTheMenu) {
       EXPECT_EQ(verdict(action).what == kind::wrong, refused) << action;
     }
   }
+}
+
+// At a title's end and at the beginning -----------------------------------------------------------
+
+class CommandChoices : public ActionChoices {
+ protected:
+  static constexpr lead_source first_play{{map_place::kind::first_play, 0}, 0};
+  static lead_source end_of(int title) { return {{map_place::kind::title, title}, 0}; }
+  rows offered(const lead_source& from) const {
+    rows commands;
+    for (const action_choice& choice : command_choices(
+             disc_of(p), [](int) { return std::string(); }, from))
+      commands.push_back(choice.command);
+    return commands;
+  }
+  action_verdict verdict(const lead_source& from, const std::string& text) const {
+    return verdict_on_command(disc_of(p), from, text);
+  }
+};
+
+TEST_F(CommandChoices, OfATitlesEndAreWhatATitleCanDo) {
+  EXPECT_THAT(offered(end_of(1)),
+              ElementsAre("jump title 1", "jump title 1", "jump title 1 chapter 2",
+                          "jump title 1 chapter 3", "jump title 2", "jump title 2",
+                          "jump title 2 chapter 2", "jump title 3", "call menu", "exit"));
+  p.jumptable = true;
+  const rows with_table = offered(end_of(1));
+  EXPECT_THAT(rows(with_table.end() - 4, with_table.end()),
+              ElementsAre("call menu 1", "call menu 2", "call last menu", "exit"));
+}
+
+TEST_F(CommandChoices, OfFirstPlayAreWhatADiscCanBeginWith) {
+  EXPECT_THAT(offered(first_play), ElementsAre("jump title 1", "jump title 2", "jump title 3",
+                                               "jump titleset 1 menu", "<default>"));
+}
+
+TEST_F(CommandChoices, AreInTheWordsOfTheDialogsOwnLists) {
+  for (const bool jump_table : {false, true}) {
+    p.jumptable = jump_table;
+    const navcommands dialog = *navcommands::prepare(doc);
+    for (const std::string& item : dialog.Combo1_items())
+      EXPECT_THAT(offered(end_of(2)), testing::Contains(item));
+    for (const std::string& item : dialog.firstplay_items())
+      EXPECT_THAT(offered(first_play), testing::Contains(item));
+  }
+}
+
+TEST_F(CommandChoices, AreAllRightThemselves) {
+  for (const bool jump_table : {false, true}) {
+    p.jumptable = jump_table;
+    for (const lead_source& from : {first_play, end_of(1), end_of(3)})
+      for (const std::string& command : offered(from))
+        EXPECT_EQ(verdict(from, command).what, kind::fine) << command;
+  }
+}
+
+TEST_F(CommandChoices, WhatACommandDoesIsSaid) {
+  EXPECT_EQ(verdict(end_of(1), "jump title 1 chapter 2").text,
+            "plays title 1: my tour 01, from chapter 2");
+  EXPECT_EQ(verdict(end_of(1), "call menu").text, "shows menu 1: menu");
+  EXPECT_EQ(verdict(end_of(1), "exit").text, "stops the disc");
+  EXPECT_EQ(verdict(first_play, "jump titleset 1 menu").text, "shows menu 1: menu");
+  p.jumptable = true;
+  EXPECT_EQ(verdict(end_of(1), "call menu 2").text, "shows menu 2: extras");
+  EXPECT_EQ(verdict(end_of(1), "call last menu").text, "shows the menu that was shown last");
+}
+
+TEST_F(CommandChoices, WithoutACommandWhatFollowsThenIsSaid) {
+  EXPECT_EQ(verdict(end_of(2), " ").text, "plays title 3: last");
+  EXPECT_EQ(verdict(end_of(3), "").text, "stops the disc");
+  EXPECT_EQ(verdict(first_play, "<default>").text, "shows menu 1: menu");
+  p.menulist.clear();
+  EXPECT_EQ(verdict(first_play, "").text, "plays title 1: my tour 01");
+  EXPECT_EQ(verdict_on_command({}, first_play, "").text, "");
+}
+
+TEST_F(CommandChoices, WhatIsWrongIsSaidAsTheCheckSaysIt) {
+  for (const bool jump_table : {false, true}) {
+    p.jumptable = jump_table;
+    for (const char* const command :
+         {"jump title 1", "jump title 4", "jump menu 2", "call menu", "call menu 2", "call menu 3",
+          "call last menu", "exit", "jump title 1 chapter 4", "Call menu",
+          "jump titleset 1 menu"}) {
+      p.postinfo = {post_row(command), post_row("exit"), post_row("exit")};
+      p.firstplay = command;
+      const disc_description d = disc_of(p);
+      for (const bool of_title : {true, false}) {
+        const navigation_map map(d, false);
+        const command_outcome outcome = of_title ? map.after_title(1) : map.beginning();
+        const action_verdict said = verdict(of_title ? end_of(1) : first_play, command);
+        EXPECT_EQ(said.what == kind::wrong, !outcome.problems.empty()) << command;
+        if (!outcome.problems.empty()) {
+          EXPECT_EQ(said.text, outcome.problems.front().clause);
+        }
+      }
+    }
+  }
+  EXPECT_EQ(verdict(end_of(1), "jump title 9"),
+            (action_verdict{kind::wrong, "leads to title 9, but there are 3 titles"}));
 }
 
 // Of several buttons -----------------------------------------------------------------------------

@@ -362,5 +362,77 @@ TEST_F(Navigation, EscapeInAnOpenListClosesTheListAloneAndTheWheelChangesNothing
   EXPECT_TRUE(window_goes(dialog));
 }
 
+// Help with commands ------------------------------------------------------------------------------
+
+bool says(const std::string& text) {
+  return wait_until([&text] { return utf8_of(control("verdict", dialog)->GetLabel()) == text; });
+}
+
+TEST_F(Navigation, WhatACommandDoesIsSaidAsItIsTyped) {
+  load(project_with_menus(2));
+  open();
+  EXPECT_TRUE(says("first play: shows menu 1: intro"));
+  double_click_row(0, dialog);
+  EXPECT_TRUE(says("after title 1: plays title 2: b"));
+  type_text("jump title ");
+  type_text("7");
+  EXPECT_TRUE(says("after title 1: leads to title 7, but there are 2 titles"));
+  screenshot("navcommands-verdict");
+  click_row(1, dialog);
+  EXPECT_TRUE(says("after title 2: stops the disc"));
+  click_control("firstplay", dialog);
+  EXPECT_TRUE(says("first play: shows menu 1: intro"));
+  press("ctrl+a");
+  type_text("jump title 2");
+  EXPECT_TRUE(says("first play: plays title 2: b"));
+  close(dialog);
+  EXPECT_TRUE(window_goes(dialog));
+}
+
+TEST_F(Navigation, CommandOfATitleIsPickedByName) {
+  load(project_with_menus(3));
+  open();
+  click_row(1, dialog);
+  press("ctrl+p");
+  ASSERT_TRUE(window_comes("actionpicker"));
+  EXPECT_EQ(top_dialog()->title, "command after title 2");
+  EXPECT_TRUE(wait_until([] {
+    return utf8_of(dynamic_cast<wxListBox*>(control("actionlist"))->GetStringSelection())
+        .starts_with("title 3: c");
+  })) << "what it is now";
+  screenshot("navcommands-pick");
+  type_text("menu 1");
+  press("Return");
+  ASSERT_TRUE(window_goes("actionpicker"));
+  EXPECT_TRUE(says("after title 2: shows menu 1: intro"));
+  EXPECT_EQ(value("Combo1"), "call menu");
+  EXPECT_EQ(list_rows(dialog)[1], row("title2:b.m2v/b.ac3", "call menu"));
+  accept();
+  EXPECT_EQ(shown().postinfo[1], stored("call menu"));
+}
+
+TEST_F(Navigation, FirstPlayIsPickedByNameAndEscapeKeepsIt) {
+  load(project_with_menus(2));
+  open();
+  click_row(0, dialog);
+  click_control("firstplay", dialog);
+  click_control("pickcommand", dialog);
+  ASSERT_TRUE(window_comes("actionpicker"));
+  EXPECT_EQ(top_dialog()->title, "first play");
+  press("Escape");
+  ASSERT_TRUE(window_goes("actionpicker"));
+  EXPECT_EQ(value("firstplay"), "<default>");
+  press("ctrl+p");
+  ASSERT_TRUE(window_comes("actionpicker"));
+  type_text("title 1");
+  press("Return");
+  ASSERT_TRUE(window_goes("actionpicker"));
+  EXPECT_TRUE(wait_until([] { return combo("firstplay").GetValue() == "jump title 1"; }));
+  EXPECT_EQ(value("Combo1"), "jump title 2") << "the title's own";
+  accept();
+  EXPECT_EQ(shown().firstplay, "jump title 1");
+  EXPECT_EQ(shown().postinfo[0], stored("jump title 2"));
+}
+
 }  // namespace
 }  // namespace corvane::testing_support

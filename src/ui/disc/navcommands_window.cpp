@@ -1,6 +1,10 @@
 #include "ui/disc/navcommands_window.h"
 
 #include "formats/text.h"
+#include "menus/action_choices.h"
+#include "project/disc_of.h"
+#include "ui/editor/menu_action_picker.h"
+#include "ui/editor/verdict_line.h"
 #include "ui/widgets/control_name.h"
 #include "ui/widgets/dialog_buttons.h"
 #include "ui/widgets/fixed_pitch.h"
@@ -14,9 +18,11 @@
 #include <wx/listbox.h>
 #include <wx/sizer.h>
 #include <wx/statbox.h>
+#include <wx/statline.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
+#include <optional>
 #include <utility>
 
 namespace corvane {
@@ -39,11 +45,14 @@ wxArrayString shown_items(const std::vector<std::string>& items) {
 
 }  // namespace
 
-navcommands_window::navcommands_window(wxWindow* main, lent_project lent, navcommands model)
+navcommands_window::navcommands_window(wxWindow* main, lent_project lent, navcommands model,
+                                       fact_store* facts)
     : wxDialog(main, wxID_ANY, "navigation commands editor", wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "navcommands"),
       lent_(std::move(lent)),
       model_(std::move(model)),
+      disc_(disc_of(lent_.doc().p)),
+      facts_(facts != nullptr ? *facts : own_facts_),
       life_(*this, *main, lent_.ask(), {{}, {}, [this] { lent_.give_back(); }}) {
   name_control(*this, "navcommands");
   SetIcons(program_icon());
@@ -52,11 +61,14 @@ navcommands_window::navcommands_window(wxWindow* main, lent_project lent, navcom
   groups->Add(make_titles(), wxSizerFlags(1).Expand());
   groups->Add(make_command(), below);
   groups->Add(make_first_play(), below);
+  groups->Add(new wxStaticLine(this), below);
+  groups->Add(make_help(), below);
   groups->Add(make_buttons(), wxSizerFlags().Right().Border(wxTOP, FromDIP(layout::group_gap)));
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(groups, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(layout::window_border)));
   SetSizerAndFit(whole);
   bind_controls();
+  show_verdict();
   CentreOnParent();
   life_.begin();
   lent_.keeps({"navigation commands editor", [this](project& copy) { model_.keep_in(copy); }});
@@ -126,6 +138,19 @@ wxSizer* navcommands_window::make_first_play() {
   return box;
 }
 
+/// What the command does, and the button that picks another one.
+wxSizer* navcommands_window::make_help() {
+  verdict_ = new verdict_line(this);
+  auto* pick = new wxButton(this, wxID_ANY, "p&ick...");
+  name_control(*pick, "pickcommand");
+  pick->SetToolTip("pick a title, a chapter or a menu by its name (Ctrl+P)");
+  pick->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { pick_command(); });
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(verdict_, wxSizerFlags(1).CentreVertical());
+  row->Add(pick, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::group_gap)));
+  return row;
+}
+
 wxSizer* navcommands_window::make_buttons() {
   auto* Command1 = new wxButton(this, wxID_OK, "&accept");
   name_control(*Command1, "Command1");
@@ -145,6 +170,15 @@ void navcommands_window::bind_controls() {
   // there is no default button.
   Combo1_->Bind(wxEVT_TEXT_ENTER, [this](wxCommandEvent&) { List1_->SetFocus(); });
   firstplay_->Bind(wxEVT_TEXT_ENTER, [this](wxCommandEvent&) { accept(); });
+  for (const auto& type : {wxEVT_TEXT, wxEVT_COMBOBOX})
+    firstplay_->Bind(type, [this](wxCommandEvent&) { work_on(true); });
+  for (wxWindow* field : {static_cast<wxWindow*>(List1_), static_cast<wxWindow*>(Combo1_),
+                          static_cast<wxWindow*>(firstplay_)})
+    field->Bind(wxEVT_SET_FOCUS, [this, field](wxFocusEvent& event) {
+      work_on(field == firstplay_);
+      event.Skip();
+    });
+  Bind(wxEVT_CHAR_HOOK, &navcommands_window::on_key, this);
   Bind(
       wxEVT_BUTTON, [this](wxCommandEvent&) { accept(); }, wxID_OK);
   Bind(
@@ -171,6 +205,7 @@ void navcommands_window::select() {
   model_.select(row);
   Text1_->ChangeValue(wx_text(model_.Text1()));
   Combo1_->ChangeValue(wx_text(model_.Combo1()));
+  work_on(false);
 }
 
 void navcommands_window::edit_command() {
@@ -192,6 +227,58 @@ void navcommands_window::change_command() {
     Combo1_->ChangeValue(wx_text(model_.Combo1()));
   List1_->SetString(static_cast<unsigned>(row),
                     shown_row(model_.List1()[static_cast<std::size_t>(row)]));
+  work_on(false);
+}
+
+void navcommands_window::work_on(bool first_play) {
+  at_first_play_ = first_play;
+  show_verdict();
+}
+
+/// Without a title that is selected there is no other command.
+bool navcommands_window::is_of_first_play() const {
+  return at_first_play_ || model_.selected() < 0 || List1_->GetSelection() == wxNOT_FOUND;
+}
+
+lead_source navcommands_window::source() const {
+  if (is_of_first_play())
+    return {{map_place::kind::first_play, 0}, 0};
+  return {{map_place::kind::title, model_.selected() + 1}, 0};
+}
+
+/// As it is typed, and as it stands.
+void navcommands_window::show_verdict() {
+  const lead_source from = source();
+  const wxComboBox& field = is_of_first_play() ? *firstplay_ : *Combo1_;
+  action_verdict verdict = verdict_on_command(disc_, from, utf8_of(field.GetValue()));
+  if (!verdict.text.empty())
+    verdict.text = (is_of_first_play() ? name_of(from.place) : "after " + name_of(from.place)) +
+                   ": " + verdict.text;
+  verdict_->show(verdict);
+}
+
+void navcommands_window::pick_command() {
+  const bool first_play = is_of_first_play();
+  wxComboBox& field = first_play ? *firstplay_ : *Combo1_;
+  const lead_source from = source();
+  const wxString caption =
+      first_play ? wxString("first play") : "command after " + wx_text(name_of(from.place));
+  std::optional<picked_action> picked;
+  life_.during([&] {
+    picked = ask_action(*this, {caption, from, utf8_of(field.GetValue()), 1, {}}, disc_, facts_);
+  });
+  if (!picked)
+    return;
+  field.SetFocus();
+  field.SetValue(wx_text(picked->command));  // as if it was typed
+  field.SelectAll();
+}
+
+void navcommands_window::on_key(wxKeyEvent& event) {
+  if (event.GetKeyCode() == 'P' && event.GetModifiers() == wxMOD_CONTROL)
+    pick_command();
+  else
+    event.Skip();
 }
 
 void navcommands_window::accept() {

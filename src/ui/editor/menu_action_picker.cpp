@@ -38,7 +38,7 @@ constexpr long idle_milliseconds = 20;  // of looking at files, before keys are 
 
 class action_dialog : public wxDialog {
  public:
-  action_dialog(wxWindow& window, const menu_editor& editor, const disc_description& disc,
+  action_dialog(wxWindow& window, const action_question& question, const disc_description& disc,
                 fact_store& facts);
 
   picked_action picked() const;
@@ -57,7 +57,7 @@ class action_dialog : public wxDialog {
   void on_idle(wxIdleEvent& event);
   const action_choice* chosen() const;
 
-  const menu_editor& editor_;
+  const action_question& question_;
   const disc_description& disc_;
   title_lengths lengths_;
   std::vector<action_choice> choices_;
@@ -78,11 +78,11 @@ wxString caption_for(const menu_editor& editor) {
                      : "action of button " + wx_text(editor.controls().button);
 }
 
-action_dialog::action_dialog(wxWindow& window, const menu_editor& editor,
+action_dialog::action_dialog(wxWindow& window, const action_question& question,
                              const disc_description& disc, fact_store& facts)
-    : wxDialog(&window, wxID_ANY, caption_for(editor), wxDefaultPosition, wxDefaultSize,
+    : wxDialog(&window, wxID_ANY, question.caption, wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
-      editor_(editor),
+      question_(question),
       disc_(disc),
       lengths_(disc, facts) {
   name_control(*this, "actionpicker");
@@ -90,7 +90,7 @@ action_dialog::action_dialog(wxWindow& window, const menu_editor& editor,
   auto* whole = new wxBoxSizer(wxVERTICAL);
   make_search(whole);
   make_list(whole);
-  if (editor.selected().size() > 1)
+  if (question.buttons > 1)
     make_several(whole);
   take_ = new wxButton(this, wxID_OK, "&take");
   take_->SetDefault();
@@ -170,12 +170,13 @@ void action_dialog::make_several(wxSizer* whole) {
 }
 
 void action_dialog::make_choices() {
-  choices_ = action_choices(disc_, [this](int title) { return lengths_.text(title); });
+  choices_ = command_choices(
+      disc_, [this](int title) { return lengths_.text(title); }, question_.from);
 }
 
-/// The list begins on what the chosen button does.
+/// The list begins on what is done now.
 void action_dialog::show_current() {
-  const auto current = choice_of_command(choices_, editor_.controls().Combo1);
+  const auto current = choice_of_command(choices_, question_.now);
   if (current && choices_[*current].chapter != 0)
     open_ = choices_[*current].title;
   fill();
@@ -228,11 +229,10 @@ void action_dialog::show_outlook() {
   several_->Enable(choice != nullptr && choice->title != 0);
   wxString words;
   if (choice != nullptr) {
-    const int all = static_cast<int>(editor_.selected().size());
     const picked_action action = picked();
-    const int given = editor_.outlook_of_actions(action.command, action.how);
-    if (given < all)
-      words = wxString::Format("%d of %d: no more %s", given, all,
+    const int given = question_.outlook(action);
+    if (given < question_.buttons)
+      words = wxString::Format("%d of %d: no more %s", given, question_.buttons,
                                action.how == action_count::titles ? "titles" : "chapters");
   }
   if (outlook_->GetLabelText() != words)
@@ -298,12 +298,26 @@ void action_dialog::on_idle(wxIdleEvent& event) {
 
 }  // namespace
 
-std::optional<picked_action> ask_action(wxWindow& window, const menu_editor& editor,
+std::optional<picked_action> ask_action(wxWindow& window, const action_question& question,
                                         const disc_description& disc, fact_store& facts) {
-  action_dialog dialog(window, editor, disc, facts);
+  action_dialog dialog(window, question, disc, facts);
   if (dialog.ShowModal() != wxID_OK)
     return std::nullopt;
   return dialog.picked();
+}
+
+std::optional<picked_action> ask_action(wxWindow& window, const menu_editor& editor,
+                                        const disc_description& disc, fact_store& facts) {
+  const menu_editor_controls& c = editor.controls();
+  return ask_action(window,
+                    {caption_for(editor),
+                     {{map_place::kind::menu, c.indexer}, c.Combo2_index + 1},
+                     c.Combo1,
+                     static_cast<int>(editor.selected().size()),
+                     [&editor](const picked_action& action) {
+                       return editor.outlook_of_actions(action.command, action.how);
+                     }},
+                    disc, facts);
 }
 
 }  // namespace corvane

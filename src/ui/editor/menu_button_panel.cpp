@@ -2,8 +2,8 @@
 
 #include "project/menu_rows.h"
 #include "ui/editor/editor_slider.h"
+#include "ui/editor/verdict_line.h"
 #include "ui/widgets/control_name.h"
-#include "ui/widgets/icons.h"
 #include "ui/widgets/labelled.h"
 #include "ui/widgets/layout.h"
 #include "ui/widgets/letter_choice.h"
@@ -154,21 +154,8 @@ void menu_button_panel::add_action(wxGridBagSizer* grid) {
   row->Add(pick, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(layout::control_gap)));
   grid->Add(label, wxGBPosition(3, 0), wxDefaultSpan, wxALIGN_CENTRE_VERTICAL);
   grid->Add(row, wxGBPosition(3, 1), wxGBSpan(1, 3), wxEXPAND);
-  grid->Add(make_verdict(), wxGBPosition(4, 0), wxGBSpan(1, 4), wxEXPAND);
-}
-
-/// Always as high as its mark, so that nothing moves while one types.
-wxSizer* menu_button_panel::make_verdict() {
-  verdict_mark_ =
-      new wxStaticBitmap(selected_, wxID_ANY, icon_picture("found-note", layout::button_icon));
-  verdict_mark_->Hide();
-  verdict_ = new wxStaticText(selected_, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
-                              wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
-  name_control(*verdict_, "verdict");
-  auto* row = new wxBoxSizer(wxHORIZONTAL);
-  row->Add(verdict_mark_, wxSizerFlags().CentreVertical().ReserveSpaceEvenIfHidden());
-  row->Add(verdict_, wxSizerFlags(1).CentreVertical().Border(wxLEFT, FromDIP(layout::control_gap)));
-  return row;
+  verdict_ = new verdict_line(selected_);
+  grid->Add(verdict_, wxGBPosition(4, 0), wxGBSpan(1, 4), wxEXPAND);
 }
 
 wxChoice* menu_button_panel::make_colour_list(const char* name, text_setter pick) {

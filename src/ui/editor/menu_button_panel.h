@@ -26,6 +26,8 @@ class wxStaticText;
 
 namespace corvane {
 
+class verdict_line;
+
 /// What helps with the action of a button.
 struct action_help {
   menu_event pick;  ///< lets the user pick one by its name
@@ -64,7 +66,6 @@ class menu_button_panel : public wxPanel {
   void add_action(wxGridBagSizer* grid);
   void add_colours(wxGridBagSizer* grid);
   void add_bitmaps(wxGridBagSizer* grid);
-  wxSizer* make_verdict();
   wxTextCtrl* make_field(const char* name, typed_field::value shows, typed_field::setter sets);
   wxChoice* make_colour_list(const char* name, text_setter pick);
   wxStaticBitmap* make_image(const char* name, const char* tip);
@@ -87,8 +88,7 @@ class menu_button_panel : public wxPanel {
   wxSlider* Slider1_ = nullptr;
   wxSlider* Slider2_ = nullptr;
   wxComboBox* Combo1_ = nullptr;
-  wxStaticBitmap* verdict_mark_ = nullptr;
-  wxStaticText* verdict_ = nullptr;  ///< what the action does, or what is wrong with it
+  verdict_line* verdict_ = nullptr;  ///< what the action does, or what is wrong with it
   wxChoice* Colorhighlight_ = nullptr;
   wxChoice* ColorSelect_ = nullptr;
   wxStaticBitmap* Image1_ = nullptr;

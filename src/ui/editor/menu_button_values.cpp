@@ -4,7 +4,7 @@
 #include "ui/editor/editor_slider.h"
 #include "ui/editor/file_pictures.h"
 #include "ui/editor/menu_button_panel.h"
-#include "ui/widgets/icons.h"
+#include "ui/editor/verdict_line.h"
 #include "ui/widgets/layout.h"
 #include "ui/widgets/wx_text.h"
 
@@ -92,16 +92,7 @@ void menu_button_panel::show_verdict() {
   const std::string typed = utf8_of(Combo1_->GetValue());
   const bool is_something =
       Combo1_->IsThisEnabled() && selected_->IsThisEnabled() && !typed.empty();
-  const action_verdict verdict = is_something ? help_.verdict(typed) : action_verdict();
-  const wxString words = wx_text(verdict.text);
-  if (verdict_->GetLabelText() != words)
-    verdict_->SetLabelText(words);
-  if (verdict_->GetToolTipText() != words)
-    verdict_->SetToolTip(words);
-  const char* const picture =
-      verdict.what == action_verdict::kind::wrong ? "found-error" : "found-note";
-  verdict_mark_->SetBitmap(icon_picture(picture, layout::button_icon));
-  verdict_mark_->Show(verdict.what != action_verdict::kind::fine);
+  verdict_->show(is_something ? help_.verdict(typed) : action_verdict());
 }
 
 void menu_button_panel::show_chooser(const menu_editor_controls& c) {
