@@ -1,7 +1,7 @@
 #include "authoring/menu_making.h"
 
+#include "authoring/menu_shapes.h"
 #include "disc/disc_description.h"
-#include "examine/file_facts.h"
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "formats/text.h"
@@ -98,32 +98,6 @@ disc_sound sound_beside(const disc_description& d, const std::vector<int>& kept)
       return disc_sound::mp2;
   }
   return disc_sound::ac3;
-}
-
-/// Menus of one disc are all 4:3 or all 16:9.
-failure why_not_beside(const disc_description& d, const std::vector<int>& kept, bool is_wide) {
-  for (const int number : kept) {
-    const file_facts facts = read_file_head(native_from_stored(d.menu(number).video()));
-    if (!facts.video || !facts.video->shape)
-      continue;
-    const bool kept_is_wide = facts.video->shape->aspect_width == 16;
-    if (kept_is_wide != is_wide)
-      return "Menu " + trimmed(number) + ", which stays, is " + (kept_is_wide ? "16:9" : "4:3") +
-             ", and all menus of a disc are of the same proportions.  Make the new ones " +
-             (kept_is_wide ? "16:9" : "4:3") + ", too, or replace all menus.";
-  }
-  return std::nullopt;
-}
-
-std::vector<int> menus_that_stay(const project& p, bool replaces_own) {
-  std::vector<int> kept;
-  if (replaces_own)
-    return kept;
-  const remembered_menus remembered = menus_made_before(p);
-  for (int number = 1; number <= menu_count(p); ++number)
-    if (!remembered.made.contains(number))
-      kept.push_back(number);
-  return kept;
 }
 
 /// "titles-1.ac3" for "titles-1.m2v", or another name that nothing has.
@@ -290,7 +264,7 @@ failure menu_making::state::start() {
   if (std::string missing = missing_tools(equipment.app, tools); !missing.empty())
     return missing;
   const std::vector<int> kept = menus_that_stay(doc.p, menus.replaces_own);
-  if (failure why = why_not_beside(disc_of(doc.p), kept, menus.is_wide))
+  if (failure why = why_not_beside(menu_shape_reader().shapes_of(doc.p, kept), menus.is_wide))
     return why;
   if (failure why = look_at_film())
     return why;
@@ -604,7 +578,9 @@ making_wishes preset_wishes(const document& doc, const found_design& design) {
   const disc_description d = disc_of(p);
   if (before.made.empty()) {
     menus.choices.chapters_of = titles_with_chapters(d);
-    menus.is_wide = demands_of_project(p).aspect == disc_aspect::sixteen_nine;
+    const menu_shapes staying = menu_shape_reader().shapes_of(p, menus_that_stay(p, false));
+    menus.is_wide =
+        staying.is_wide().value_or(demands_of_project(p).aspect == disc_aspect::sixteen_nine);
     // What somebody has chosen for the ends of his titles stays.
     menus.sets_ends = std::ranges::none_of(
         d.titles, [](const disc_title& title) { return title.post.has_value(); });

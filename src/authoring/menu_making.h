@@ -42,8 +42,9 @@ struct making_wishes {
 };
 
 /// What somebody would choose for a project: what was chosen when its menus were made before, else
-/// menus of all titles with chapters, in the proportions of the first title (its file's beginning
-/// is read). `folder` is the project file's, or that of the first title's video.
+/// menus of all titles with chapters, in the proportions of the user's own menus, else of the first
+/// title (their files' beginnings are read). `folder` is the project file's, or that of the first
+/// title's video.
 making_wishes preset_wishes(const document& doc, const found_design& design);
 
 /// How far it is.

@@ -1,6 +1,5 @@
 #include "authoring/menus_draft.h"
 
-#include "examine/file_facts.h"
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "menus/maker/design_writer.h"
@@ -29,16 +28,6 @@ bool is_inside(const page_box& box, const page_box& around) {
 }
 bool has_point(const page_box& box, int x, int y) {
   return x >= box.left && x < box.right() && y >= box.top && y < box.bottom();
-}
-
-/// Whether a menu is of 16:9; not set if its file does not say.
-std::optional<bool> is_wide_menu(const disc_menu& menu) {
-  if (menu.files.empty() || menu.files.front().empty())
-    return std::nullopt;
-  const file_facts facts = read_file_head(native_from_stored(menu.files.front()));
-  if (!facts.video || !facts.video->shape)
-    return std::nullopt;
-  return facts.video->shape->aspect_width == 16;
 }
 
 std::string counted(int count, const std::string& what) {
@@ -146,39 +135,35 @@ void menus_draft::change(const std::function<void(menu_wishes&)>& how) {
 }
 
 void menus_draft::settle_shape() {
-  const remembered_menus before = menus_made_before(p_);
-  const disc_description d = disc_of(p_);
-  own_menus_ = d.menu_count() - static_cast<int>(before.made.size());
-  own_is_wide_.reset();
-  for (int number = 1; number <= d.menu_count() && !own_is_wide_; ++number)
-    if (!before.made.contains(number))
-      own_is_wide_ = is_wide_menu(d.menu(number));
+  const std::vector<int> own = menus_that_stay(p_, false);
+  own_menus_ = static_cast<int>(own.size());
+  own_shapes_ = shape_reader_.shapes_of(p_, own);
+  if (!may_choose_shape())
+    wishes_.is_wide = *own_shapes_.is_wide();
 }
 
-void menus_draft::plan() {
-  const std::string shown_before = page_ > 0 ? shown().planned.key : std::string();
-  settle_shape();
-  if (!may_choose_shape())
-    wishes_.is_wide = *own_is_wide_;
-  const making_wishes all = wishes();
-  made_ = {};
-  trouble_.clear();
-  const bool lacks_file = (background_ == chosen_background::film && film_.film.empty()) ||
-                          (background_ == chosen_background::picture && picture_.file.empty());
-  result<menus_to_make> made = menus_for(p_, all.menus, measure_, is_taken_);
-  if (made)
-    made_ = std::move(*made);
-  else
-    trouble_ = made.error;
-  if (trouble_.empty() && wishes_.folder.empty())
-    trouble_ = "Please choose the folder for the backgrounds of the menus.";
-  else if (trouble_.empty() && lacks_file)
-    trouble_ = background_ == chosen_background::film
-                   ? "Please choose the video that plays behind the menus."
-                   : "Please choose the picture behind the menus.";
-  else if (trouble_.empty() && background_ == chosen_background::of_design &&
-           std::holds_alternative<video_background>(look_.background))
-    trouble_ = "This design is for a video behind the menus: please choose one as background.";
+std::string menus_draft::trouble_with_choices() const {
+  if (wishes_.folder.empty())
+    return "Please choose the folder for the backgrounds of the menus.";
+  if (background_ == chosen_background::film && film_.film.empty())
+    return "Please choose the video that plays behind the menus.";
+  if (background_ == chosen_background::picture && picture_.file.empty())
+    return "Please choose the picture behind the menus.";
+  if (background_ == chosen_background::of_design &&
+      std::holds_alternative<video_background>(look_.background))
+    return "This design is for a video behind the menus: please choose one as background.";
+  if (!may_choose_shape() && own_shapes_.are_mixed())
+    return "The menus that stay are 4:3 and 16:9: let them be replaced, or change some of them.";
+  return {};
+}
+
+void menus_draft::add_notes() {
+  if (const failure why = why_not_beside(own_shapes_, wishes_.is_wide); !may_choose_shape() && why)
+    made_.notes.push_back(*why);
+  else if (!may_choose_shape())
+    made_.notes.push_back(std::string("The new menus are ") + (wishes_.is_wide ? "16:9" : "4:3") +
+                          ", as those are that stay: all menus of a disc are of the same "
+                          "proportions.  To choose others, let yours be replaced.");
   if (wishes_.is_wide && look_.most_entries() > most_wide_buttons - most_ways)
     made_.notes.push_back("A page has " + trimmed(most_wide_buttons - most_ways) +
                           " entries at most: a disc has the buttons of a 16:9 menu three times.");
@@ -186,6 +171,19 @@ void menus_draft::plan() {
     made_.notes.insert(made_.notes.begin(),
                        "The jump table can change only without menus: those that are there are "
                        "erased, and all are made again.");
+}
+
+void menus_draft::plan() {
+  const std::string shown_before = page_ > 0 ? shown().planned.key : std::string();
+  settle_shape();
+  const making_wishes all = wishes();
+  made_ = {};
+  trouble_.clear();
+  result<menus_to_make> made = menus_for(p_, all.menus, measure_, is_taken_);
+  if (made)
+    made_ = std::move(*made);
+  trouble_ = made ? trouble_with_choices() : made.error;
+  add_notes();
   const auto again = std::ranges::find(
       made_.menus, shown_before,
       [](const menu_to_make& menu) -> const std::string& { return menu.planned.key; });
@@ -226,11 +224,15 @@ void menus_draft::let_all_have_menus(bool have) {
 }
 
 bool menus_draft::may_choose_shape() const {
-  return !own_is_wide_ || wishes_.replaces_own || erases_menus();
+  return !own_shapes_.is_wide() || wishes_.replaces_own || erases_menus();
 }
 
 bool menus_draft::uses_jump_table() const {
   return wishes_.jump_table.value_or(p_.jumptable);
+}
+
+bool menus_draft::disc_begins_elsewhere() const {
+  return begins_elsewhere(p_);
 }
 
 bool menus_draft::erases_menus() const {

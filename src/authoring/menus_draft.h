@@ -6,6 +6,7 @@
 #pragma once
 
 #include "authoring/menu_making.h"
+#include "authoring/menu_shapes.h"
 #include "menus/maker/design_folder.h"
 #include "menus/maker/made_menus.h"
 #include "project/project.h"
@@ -52,6 +53,8 @@ class menus_draft {
   /// Whether 4:3 or 16:9 is free to choose: not as long as menus of the user's own stay.
   bool may_choose_shape() const;
   bool uses_jump_table() const;
+  /// First play leads elsewhere than to the menus.
+  bool disc_begins_elsewhere() const;
   /// Whether what is chosen needs all menus of the project to go first.
   bool erases_menus() const;
 
@@ -115,6 +118,8 @@ class menus_draft {
   void take_preset(const making_wishes& preset);
   void settle_background();
   void settle_shape();
+  std::string trouble_with_choices() const;
+  void add_notes();
   const planned_entry& entry(int item) const;
   std::string key_of(int item) const;
 
@@ -130,7 +135,8 @@ class menus_draft {
   picture_background picture_;
   menu_motion film_;
   int own_menus_ = 0;
-  std::optional<bool> own_is_wide_;
+  menu_shape_reader shape_reader_;
+  menu_shapes own_shapes_;
   menu_texts texts_before_;
   menus_to_make made_;
   std::string trouble_;

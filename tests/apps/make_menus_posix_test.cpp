@@ -10,6 +10,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <map>
 #include <set>
 #include <string>
@@ -29,6 +30,7 @@ using testing::Not;
 using testing_support::AuthorProgram;
 using testing_support::endless;
 using testing_support::process_runs;
+using testing_support::program_start;
 using testing_support::running_program;
 using testing_support::wait_until;
 
@@ -130,6 +132,21 @@ TEST_F(MakeMenusProgram, AFilmBehindThemNeedsFfmpegAlone) {
 TEST_F(MakeMenusProgram, ADesignThatShowsAFilmWantsOne) {
   EXPECT_EQ(run(arguments("video")), 2);
   EXPECT_THAT(stderr_, HasSubstr("shows a film behind the menus.  Please choose one"));
+  expect_nothing_made();
+}
+
+TEST_F(MakeMenusProgram, WithoutTheModuleThatDrawsItIsSaidHowToGetIt) {
+  program_start alone = start(arguments());
+  const std::string copy = folder_.path("corvane-author");
+  std::filesystem::copy_file(path_of(alone.program), path_of(copy));
+  std::filesystem::create_directory_symlink(path_of(alone.program).parent_path() / "designs",
+                                            path_of(folder_.path("designs")));
+  alone.program = copy;
+  running_program there(alone);
+  EXPECT_EQ(there.wait(), 2);
+  EXPECT_EQ(there.err(),
+            "corvane-author: The menus cannot be drawn: a file of the program is missing, "
+            "\"corvane-letters.so\".  Installing Corvane again brings back what is missing.\n");
   expect_nothing_made();
 }
 

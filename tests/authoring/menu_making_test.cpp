@@ -530,6 +530,14 @@ TEST_F(MenuMaking, PresetsFollowTheTitles) {
   EXPECT_FALSE(preset_wishes(doc, design).menus.sets_ends);
 }
 
+TEST_F(MenuMaking, PresetsFollowTheMenusThatStayBeforeTheTitles) {
+  folder.add("own.m2v", testing_support::small_video(video_standard::ntsc, 3));
+  p.menulist = {folder.stored("own.m2v") + "/"};
+  p.moremenuoptions = {new_menu_options};
+  p.menubuttons = {first_button};
+  EXPECT_TRUE(preset_wishes(doc, design).menus.is_wide);
+}
+
 TEST_F(MenuMaking, PresetsAreWhatWasChosenBefore) {
   wishes.menus.is_wide = true;
   wishes.menus.choices.chapters_of.clear();

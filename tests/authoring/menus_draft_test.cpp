@@ -20,6 +20,7 @@ using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 using testing_support::measured_text;
 
 class MenusDraft : public testing_support::two_titles_test {
@@ -283,6 +284,40 @@ TEST_F(MenusDraft, OwnMenusStayOrGoAndTheShapeOfThoseThatStayDecides) {
   });
   EXPECT_TRUE(draft->may_choose_shape());
   EXPECT_FALSE(draft->chosen().is_wide);
+}
+
+TEST_F(MenusDraft, WhichShapeTheMenusThatStayDemandIsSaid) {
+  add_own_menu("own.m2v");
+  folder.add("own.m2v", testing_support::small_video(video_standard::ntsc, 3));
+  draft->plan();
+  EXPECT_THAT(draft->notes(),
+              Contains(HasSubstr("The new menus are 16:9, as those are that stay")));
+  draft->change([](menu_wishes& w) { w.replaces_own = true; });
+  EXPECT_THAT(draft->notes(), Not(Contains(HasSubstr("as those are that stay"))));
+}
+
+TEST_F(MenusDraft, MenusOfBothShapesCannotStay) {
+  add_own_menu("own.m2v");
+  folder.add("own.m2v", testing_support::small_video(video_standard::ntsc, 3));
+  folder.add("other menu.m2v", testing_support::small_video(video_standard::ntsc, 2));
+  p.menulist.push_back(menu_row_text({folder.stored("other menu.m2v"), {}}));
+  p.moremenuoptions.emplace_back(new_menu_options);
+  p.menubuttons.resize(p.menulist.size());
+  draft->plan();
+  EXPECT_EQ(draft->trouble(),
+            "The menus that stay are 4:3 and 16:9: let them be replaced, or change some of them.");
+  draft->change([](menu_wishes& w) { w.replaces_own = true; });
+  EXPECT_EQ(draft->trouble(), "");
+}
+
+TEST_F(MenusDraft, ThatTheDiscBeginsElsewhereIsSaidUnlessItIsToBeginWithTheMenus) {
+  EXPECT_FALSE(draft->disc_begins_elsewhere());
+  p.firstplay = "jump title 2";
+  draft->plan();
+  EXPECT_TRUE(draft->disc_begins_elsewhere());
+  EXPECT_THAT(draft->notes(), Contains(HasSubstr("begins with \"jump title 2\"")));
+  draft->change([](menu_wishes& w) { w.begins_with_menus = true; });
+  EXPECT_THAT(draft->notes(), Not(Contains(HasSubstr("begins with"))));
 }
 
 TEST_F(MenusDraft, SamplesShowTheFirstPageInEachDesign) {

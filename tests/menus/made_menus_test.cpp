@@ -152,6 +152,17 @@ TEST_F(MadeMenus, ADiscThatBeginsElsewhereIsSaid) {
   EXPECT_THAT(make(), ElementsAre(HasSubstr("begins with \"jump title 2\"")));
 }
 
+TEST_F(MadeMenus, TheDiscBeginsWithTheMenusWhereThatIsChosen) {
+  p.firstplay = "jump title 2";
+  wishes.begins_with_menus = true;
+  EXPECT_THAT(make(), IsEmpty());
+  EXPECT_EQ(p.firstplay, no_first_play);
+  EXPECT_FALSE(begins_elsewhere(p));
+  doc.undo();
+  EXPECT_EQ(p.firstplay, "jump title 2") << "with the menus";
+  EXPECT_TRUE(begins_elsewhere(p));
+}
+
 TEST_F(MadeMenus, WithTheJumpTableTitlesCallTheLastMenu) {
   wishes.jump_table = true;
   make();

@@ -3,6 +3,7 @@
 #include "support/environment_variable.h"
 #include "ui/gtk_sight.h"
 #include "ui/main_window.h"
+#include "ui/toolkit_complaints.h"
 #include "ui/widgets/wx_text.h"
 #include "ui/window_fixture.h"
 
@@ -15,7 +16,6 @@
 
 #include <X11/Xlib.h>
 #include <algorithm>
-#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
@@ -81,26 +81,6 @@ class other_program {
  private:
   Display* display_;
   Window window_ = 0;
-};
-
-/// What the toolkit calls critical, counted while this lives.
-class toolkit_complaints {
- public:
-  toolkit_complaints() : before_(g_log_set_default_handler(note, nullptr)) { count_ = 0; }
-  ~toolkit_complaints() { g_log_set_default_handler(before_, nullptr); }
-  toolkit_complaints(const toolkit_complaints&) = delete;
-  toolkit_complaints& operator=(const toolkit_complaints&) = delete;
-
-  static int count() { return count_; }
-
- private:
-  static void note(const gchar* domain, GLogLevelFlags level, const gchar* text, gpointer data) {
-    if ((level & G_LOG_LEVEL_CRITICAL) != 0)
-      ++count_;
-    g_log_default_handler(domain, level, text, data);
-  }
-  static inline std::atomic<int> count_{0};
-  GLogFunc before_;
 };
 
 class LogWindow : public window_test {

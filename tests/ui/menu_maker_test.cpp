@@ -12,6 +12,7 @@
 #include "ui/main_window.h"
 #include "ui/maker/maker_picture.h"
 #include "ui/maker/maker_window.h"
+#include "ui/toolkit_complaints.h"
 #include "ui/widgets/wx_text.h"
 #include "ui/window_fixture.h"
 
@@ -74,6 +75,7 @@ class MenuMakerWindow : public window_test {
       close(maker);
     EXPECT_TRUE(window_goes(maker));
     window_test::TearDown();
+    EXPECT_EQ(toolkit_complaints::count(), 0);
   }
 
   const project& shown() const { return window_->shown_project(); }
@@ -136,6 +138,9 @@ class MenuMakerWindow : public window_test {
     click_control("close", maker);
     EXPECT_TRUE(window_goes(maker));
   }
+
+ private:
+  toolkit_complaints heard_;
 };
 
 TEST_F(MenuMakerWindow, ShowsThePagesAsTheyWillBe) {
@@ -279,6 +284,33 @@ TEST_F(MenuMakerWindow, VideoBehindTheMenusIsShownBehindTheirTexts) {
   screenshot("menu-maker-film");
 }
 
+TEST_F(MenuMakerWindow, MenusAreMadeOverAFilmWithItsSound) {
+  const std::string film = folder_.path("waves.mp4");
+  ASSERT_EQ(std::system(("ffmpeg -v error -nostdin -y -f lavfi -i testsrc=size=640x360:rate=25:"
+                         "duration=2 -f lavfi -i sine=440:duration=2 -c:v mpeg4 -c:a aac '" +
+                         film + "'")
+                            .c_str()),
+            0);
+  open(project_of_titles(2));
+  show_page_of_choices(1);
+  choose("background", 3);
+  click_control("choosefilm", maker);
+  answer_file("video behind the menus", film);
+  EXPECT_TRUE(line_becomes("said", "2 menus: 1 page of titles, 1 page of chapters"));
+  make_and_wait("2 menus made.");
+  close_window();
+  ASSERT_THAT(shown().menulist, SizeIs(2));
+  for (const std::string& row : shown().menulist) {
+    const menu_streams made = parse_menu_row(row);
+    EXPECT_TRUE(file_exists(native_from_stored(made.video)));
+    EXPECT_TRUE(file_exists(native_from_stored(made.audio)));
+  }
+  for (const std::string& options : shown().moremenuoptions)
+    EXPECT_TRUE(parse_menu_options(options).loop);
+  press("ctrl+z");
+  EXPECT_TRUE(eventually([this] { return shown().menulist.empty(); }));
+}
+
 TEST_F(MenuMakerWindow, ThumbnailsShowTheFilmsAndTheWindowLivesMeanwhile) {
   open(project_of_titles(2));
   show_page_of_choices(1);
@@ -387,6 +419,56 @@ TEST_F(MenuMakerWindow, JumpTableWithMenusIsAskedAboutOnceAndUndone) {
   press("ctrl+z");
   EXPECT_TRUE(eventually([this] { return !shown().jumptable; }));
   EXPECT_EQ(shown().menulist, p.menulist);
+}
+
+TEST_F(MenuMakerWindow, PlayAllLetsTitlesRunOnAndIsUndoneWithTheMenus) {
+  const project p = project_of_titles(2);
+  open(p);
+  press("alt+p");
+  EXPECT_TRUE(wait_until([] { return draft().items() == 4; }));
+  make_and_wait("2 menus made.");
+  close_window();
+  ASSERT_THAT(shown().postinfo, SizeIs(2));
+  EXPECT_THAT(shown().postinfo[0], StartsWith("jump title 2 "));
+  EXPECT_THAT(shown().postinfo[1], StartsWith("call menu "));
+  press("ctrl+z");
+  EXPECT_TRUE(eventually([this] { return shown().menulist.empty(); }));
+  EXPECT_EQ(shown().postinfo, p.postinfo);
+}
+
+TEST_F(MenuMakerWindow, TheDiscBeginsWithTheMenusWhereThatIsMarked) {
+  project p = project_of_titles(2);
+  open(p);
+  EXPECT_FALSE(is_seen("begins", maker)) << "it does";
+  close_window();
+  p.firstplay = "jump title 2";
+  open(p);
+  EXPECT_TRUE(is_seen("begins", maker));
+  EXPECT_THAT(notes(), StartsWith("The disc begins with \"jump title 2\""));
+  screenshot("menu-maker-begins");
+  press("alt+d");
+  EXPECT_TRUE(eventually([] { return notes() == "Nothing is left out or shortened."; }));
+  make_and_wait("2 menus made.");
+  close_window();
+  EXPECT_EQ(shown().firstplay, "<default>");
+  press("ctrl+z");
+  EXPECT_TRUE(eventually([this] { return shown().firstplay == "jump title 2"; }));
+  EXPECT_THAT(shown().menulist, IsEmpty());
+}
+
+TEST_F(MenuMakerWindow, WithoutWhatDrawsItIsToldAndNothingOpens) {
+  load(project_of_titles(1));
+  const auto missing = [] {
+    return result<std::unique_ptr<page_drawer>>::fail(
+        "a file of the program is missing, \"corvane-letters.so\"");
+  };
+  on_ui([&] { window_->CallAfter([this, missing] { open_menu_maker_with(*window_, missing); }); });
+  answer_message(
+      "The menus cannot be drawn: a file of the program is missing, \"corvane-letters.so\".  "
+      "Installing Corvane again brings back what is missing.",
+      "OK");
+  EXPECT_TRUE(no_dialog());
+  EXPECT_THAT(shown().menulist, IsEmpty());
 }
 
 TEST_F(MenuMakerWindow, MissingToolIsToldAndNothingChanges) {

@@ -91,7 +91,8 @@ class console_menus {
   int make(making_wishes wishes) {
     auto painter = painter_();
     if (!painter)
-      return refused("The menus cannot be drawn: " + painter.error + ".");
+      return refused("The menus cannot be drawn: " + painter.error +
+                     ".  Installing Corvane again brings back what is missing.");
     folder_lock lock(app_);
     const auto launcher = make_process_launcher();
     making_events events;

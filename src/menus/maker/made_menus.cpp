@@ -144,10 +144,10 @@ void add_general_notes(const project& p, const menu_wishes& wishes, const menu_p
     notes.emplace_back(
         "\"Play all\" lets each title go on with the next one, also when it was chosen by its own "
         "button.");
-  if (p.firstplay != no_first_play)
+  if (begins_elsewhere(p) && !wishes.begins_with_menus)
     notes.push_back("The disc begins with " + sanitized_quoted(p.firstplay) +
-                    ", and not with its menu.  Choose \"<default>\" in \"nav cmds\" to change "
-                    "that.");
+                    ", and not with its menus.  Mark \"the disc begins with the menus\", or choose "
+                    "\"<default>\" in \"nav cmds\", to change that.");
   if (places.before > 0)
     notes.emplace_back(
         "The menus that are there stay before the new ones: the disc begins with them, and titles "
@@ -228,6 +228,11 @@ std::vector<menu_background> menus_to_make::backgrounds() const {
   return all;
 }
 
+bool begins_elsewhere(const project& p) {
+  const disc_description d = disc_of(p);
+  return d.first_play && d.first_play->form.what != verb::jump_titleset;
+}
+
 result<menus_to_make> menus_for(const project& p, const menu_wishes& wishes,
                                 const text_measure& measure,
                                 const std::function<bool(const std::string&)>& is_taken) {
@@ -282,6 +287,8 @@ failure put_menus(document& doc, const menu_wishes& wishes, const menus_to_make&
   p.jumptable = wishes.jump_table.value_or(p.jumptable);
   if (wishes.sets_ends)
     set_ends(p, wishes.choices);
+  if (wishes.begins_with_menus && begins_elsewhere(p))
+    p.firstplay = no_first_play;
   p.Comboregion_enabled = false;
   p.saved = 0;
   dvdsize(doc);

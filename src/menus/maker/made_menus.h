@@ -30,8 +30,9 @@ struct menu_wishes {
   bool replaces_own = false;  ///< the menus that the user made himself go
   /// Changed only where no menu stays, since those that stay were made for the other.
   std::optional<bool> jump_table;
-  bool sets_ends = true;  ///< titles end as the choices say; else their commands stay
-  bool loops = false;     ///< menus begin again at their end: of a background that moves
+  bool sets_ends = true;           ///< titles end as the choices say; else their commands stay
+  bool begins_with_menus = false;  ///< a first play that leads elsewhere goes; else it stays
+  bool loops = false;              ///< menus begin again at their end: of a background that moves
   /// What else is remembered for making again, for whoever chooses: texts by names of his own.
   std::map<std::string, std::string> also;
 };
@@ -55,6 +56,9 @@ struct menus_to_make {
   std::vector<std::string> notes;  ///< sentences: what is left out, shortened, or otherwise
   std::vector<menu_background> backgrounds() const;
 };
+
+/// Whether the disc begins elsewhere than with its first menu.
+bool begins_elsewhere(const project& p);
 
 /// What to make. `is_taken`: whether something has this native path. Fails, with a sentence, if
 /// there would be no menu or the folder's name cannot stand in a project.

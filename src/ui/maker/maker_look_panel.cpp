@@ -16,6 +16,7 @@
 #include <wx/choice.h>
 #include <wx/clrpicker.h>
 #include <wx/dataview.h>
+#include <wx/settings.h>
 #include <wx/sizer.h>
 #include <wx/spinctrl.h>
 #include <wx/stattext.h>
@@ -36,6 +37,37 @@ const char* const pictures_filter =
 const char* const behind_filter =
     "videos|*.m2v;*.mpg;*.mpeg;*.vob;*.mp4;*.m4v;*.mkv;*.mov;*.avi;*.mts;*.m2ts;*.ts;*.wmv;*.webm|"
     "all files|*";
+
+wxSize sample_size(const wxSize& room, bool is_wide) {
+  const wxSize ratio = is_wide ? wxSize(16, 9) : wxSize(4, 3);
+  const int width = std::min(room.x, room.y * ratio.x / ratio.y);
+  return {width, width * ratio.y / ratio.x};
+}
+
+/// With nothing around it, so that the list is seen there, selected or not.
+wxImage in_middle_of(const wxSize& room, wxImage page) {
+  if (!page.HasAlpha())
+    page.InitAlpha();
+  return page.Resize(room,
+                     wxPoint((room.x - page.GetWidth()) / 2, (room.y - page.GetHeight()) / 2));
+}
+
+/// Stands where a page will be drawn: its outline, between the list's colour and that of what is
+/// quiet in it.
+wxImage expected_page(const wxSize& room, bool is_wide) {
+  constexpr unsigned char inside = 28, outline = 110;
+  const wxSize size = sample_size(room, is_wide);
+  const wxColour quiet = wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT);
+  wxImage page(size);
+  page.SetRGB(wxRect(size), quiet.Red(), quiet.Green(), quiet.Blue());
+  page.InitAlpha();
+  for (int y = 0; y < size.y; ++y)
+    for (int x = 0; x < size.x; ++x) {
+      const bool is_edge = x == 0 || y == 0 || x == size.x - 1 || y == size.y - 1;
+      page.SetAlpha(x, y, is_edge ? outline : inside);
+    }
+  return in_middle_of(room, page);
+}
 
 int percent_of(const page_colour& shade) {
   return static_cast<int>(std::lround(shade.alpha * percent_full / double{alpha_full}));
@@ -68,10 +100,10 @@ wxSizer* maker_look_panel::make_designs() {
   designs_->AppendBitmapColumn("", 0, wxDATAVIEW_CELL_INERT, sample.x + FromDIP(layout::group_gap));
   designs_->AppendColumn(text_column("design", 1, FromDIP(layout::list_height)));
   designs_->SetRowHeight(sample.y + FromDIP(layout::control_gap));
+  const wxImage expected = expected_page(sample, draft_.chosen().is_wide);
   for (const found_design& design : draft_.designs()) {
-    wxBitmap blank(sample);
     wxVector<wxVariant> cells;
-    cells.push_back(wxVariant(blank));
+    cells.push_back(wxVariant(wxBitmap(expected)));
     cells.push_back(wxVariant(wx_text(sanitized(design.design->name))));
     designs_->AppendItem(cells);
   }
@@ -360,11 +392,8 @@ void maker_look_panel::show_background() {
 
 void maker_look_panel::show_sample(std::size_t design, const wxImage& page, bool is_wide) {
   const wxSize room = FromDIP(wxSize(layout::maker_sample_width, layout::maker_sample_height));
-  const wxSize ratio = is_wide ? wxSize(16, 9) : wxSize(4, 3);
-  const int width = std::min(room.x, room.y * ratio.x / ratio.y);
-  wxImage small = page.Scale(width, width * ratio.y / ratio.x, wxIMAGE_QUALITY_BOX_AVERAGE);
-  small.Resize(room, wxPoint((room.x - small.GetWidth()) / 2, (room.y - small.GetHeight()) / 2), 0,
-               0, 0);
+  const wxSize size = sample_size(room, is_wide);
+  const wxImage small = in_middle_of(room, page.Scale(size.x, size.y, wxIMAGE_QUALITY_BOX_AVERAGE));
   designs_->SetValue(wxVariant(wxBitmap(small)), static_cast<unsigned>(design), 0);
 }
 

@@ -33,6 +33,11 @@ maker_titles_panel::maker_titles_panel(wxWindow* parent, menus_draft& draft, mak
                      "sets what follows each title; off, what \"nav cmds\" says of them stays",
                      [](menu_wishes& w, bool is) { w.sets_ends = is; });
   column->Add(ends_, below);
+  begins_ =
+      make_check("begins", "the &disc begins with the menus",
+                 "takes away what \"nav cmds\" has as first play, with which the disc begins now",
+                 [](menu_wishes& w, bool is) { w.begins_with_menus = is; });
+  column->Add(begins_, below);
   jump_table_ = make_check("jumptable", "use &JumpTable: back to the same menu",
                            "titles come back to the menu that they were chosen in and not to the "
                            "first one",
@@ -157,6 +162,8 @@ void maker_titles_panel::show_choices() {
   none_->Show(offered.empty());
   play_all_->SetValue(now.choices.play_all);
   ends_->SetValue(now.sets_ends);
+  begins_->SetValue(now.begins_with_menus);
+  begins_->Show(draft_.disc_begins_elsewhere());
   jump_table_->SetValue(draft_.uses_jump_table());
   keeps_places_->SetValue(!now.moves.empty());
   own_label_->SetLabel(wx_text("your own menu" + std::string(draft_.own_menus() == 1 ? "" : "s") +

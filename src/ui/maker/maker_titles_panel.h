@@ -39,6 +39,7 @@ class maker_titles_panel : public scrolled_column {
   wxButton* nothing_ = nullptr;
   wxCheckBox* play_all_ = nullptr;
   wxCheckBox* ends_ = nullptr;
+  wxCheckBox* begins_ = nullptr;
   wxCheckBox* jump_table_ = nullptr;
   wxCheckBox* keeps_places_ = nullptr;
   wxStaticText* own_label_ = nullptr;

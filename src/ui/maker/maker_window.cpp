@@ -77,6 +77,11 @@ const found_design* design_to_begin_with(const std::vector<found_design>& design
 }  // namespace
 
 void open_menu_maker(main_window& main) {
+  open_menu_maker_with(main, make_page_drawer);
+}
+
+void open_menu_maker_with(
+    main_window& main, const std::function<result<std::unique_ptr<page_drawer>>()>& make_drawer) {
   std::vector<found_design> designs;
   const found_design* first = nullptr;
   std::unique_ptr<page_drawer> drawer;
@@ -85,9 +90,9 @@ void open_menu_maker(main_window& main) {
       tell_why_no_menus(doc, "Please add a title first: menus are made of the titles.");
       return;
     }
-    result<std::unique_ptr<page_drawer>> made = make_page_drawer();
+    result<std::unique_ptr<page_drawer>> made = make_drawer();
     if (!made) {
-      tell_why_no_menus(doc, "Menus cannot be drawn: " + made.error +
+      tell_why_no_menus(doc, "The menus cannot be drawn: " + made.error +
                                  ".  Installing Corvane again brings back what is missing.");
       return;
     }
@@ -191,6 +196,9 @@ wxSizer* maker_window::make_choices() {
     draw_soon();
   });
   choices_->SetMinSize(wxSize(FromDIP(layout::maker_choices_width), -1));
+  // A page gets its size when the window is shown; until then what scrolls in it would have none.
+  for (std::size_t page = 0; page < choices_->GetPageCount(); ++page)
+    choices_->GetPage(page)->SetSize(choices_->GetPage(page)->GetBestSize());
   auto* const column = new wxBoxSizer(wxVERTICAL);
   column->Add(choices_, wxSizerFlags(1).Expand());
   return column;
@@ -529,7 +537,8 @@ void maker_window::begin() {
       return;
     result<page_painter> painter = make_page_painter();
     if (!painter) {
-      tell_why_no_menus(lent_.doc(), sentence("The menus cannot be drawn: " + painter.error));
+      tell_why_no_menus(lent_.doc(), sentence("The menus cannot be drawn: " + painter.error) +
+                                         "  Installing Corvane again brings back what is missing.");
       return;
     }
     outcome_.clear();
@@ -575,7 +584,8 @@ void maker_window::has_ended(const making_end& end) {
              : end.menus == 1       ? "1 menu made."
                                     : trimmed(end.menus) + " menus made.";
   show_all();
-  notes_->ChangeValue(wx_text(join(end.notes, "\n")));
+  // What is longer than the line above it can be read here.
+  notes_->ChangeValue(wx_text(end.problem.empty() ? join(end.notes, "\n") : end.problem));
   if (!end.stopped)
     ask_for_attention(*this);
   picture_->SetFocus();

@@ -19,6 +19,7 @@
 #include <wx/timer.h>
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -43,6 +44,10 @@ class said_line;
 
 /// "make menus...": opens the window, unless something stands against it, which is told.
 void open_menu_maker(main_window& main);
+
+/// The same with another maker of what draws the pages.
+void open_menu_maker_with(main_window& main,
+                          const std::function<result<std::unique_ptr<page_drawer>>()>& make_drawer);
 
 class maker_window : public wxDialog {
  public:
