@@ -1,5 +1,6 @@
 #include "authoring/menus_draft.h"
 
+#include "examine/menu_facts.h"
 #include "formats/numbers.h"
 #include "formats/sanitized.h"
 #include "menus/maker/design_writer.h"

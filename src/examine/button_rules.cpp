@@ -24,7 +24,7 @@ using severity = finding_severity;
 using part = finding_item::part_kind;
 using whole = finding_item::whole_kind;
 
-constexpr std::size_t most_buttons = 36;
+constexpr std::size_t most_buttons = most_menu_buttons;
 constexpr int picture_width = 720;
 
 constexpr std::string_view dvd_video_highlights =
@@ -74,6 +74,13 @@ constexpr std::array button_rules_table = {
          "nothing: the run fails when everything has been multiplexed",
          "delete buttons in \"edit existing titleset menu\", or make a second menu",
          dvd_video_highlights},
+    rule{"menu-too-many-wide-buttons", severity::error, "A menu of 16:9 has at most 12 buttons",
+         "at most 12 buttons in a menu of 16:9: the disc has each of them three times, for wide "
+         "displays and for the two ways in which narrow ones show the menu",
+         "buttons behind the 12th that stand where the first ones are and lead where these lead",
+         "spread the buttons over two menus, or give the menus pictures of 4:3",
+         "DVD Forum, book of the DVD-Video format: highlight information; dvdauthor 0.7.2, "
+         "measured"},
     rule{"button-colour-unknown", severity::error, "The colours of a button are offered ones",
          "one of the colours that the menu editor offers", run_fails_at_menu,
          "choose another colour in \"edit existing titleset menu\"",
@@ -168,14 +175,18 @@ bool is_too_small_to_draw(const button_edges& e) {
 
 class menu_examiner {
  public:
-  menu_examiner(const disc_description& d, int menu, std::optional<double> seconds,
+  /// `copies`: how often the disc has each button of the menu.
+  menu_examiner(const disc_description& d, int menu, std::optional<double> seconds, int copies,
                 std::vector<finding>& findings)
-      : disc_(d), menu_(d.menu(menu)), number_(menu), seconds_(seconds), findings_(findings) {}
+      : disc_(d),
+        menu_(d.menu(menu)),
+        number_(menu),
+        seconds_(seconds),
+        copies_(copies),
+        findings_(findings) {}
 
   void examine() {
-    if (menu_.buttons.size() > most_buttons)
-      add("menu-too-many-buttons", 0,
-          "the menu has " + std::to_string(menu_.buttons.size()) + " buttons");
+    look_at_count();
     if (is_of_another_program(menu_))
       return;
     look_at_options();
@@ -196,6 +207,15 @@ class menu_examiner {
   }
 
   // The menu --------------------------------------------------------------------------------------
+
+  void look_at_count() {
+    const std::string count = "the menu has " + std::to_string(menu_.buttons.size()) + " buttons";
+    const int most = most_menu_buttons / copies_;
+    if (menu_.buttons.size() > most_buttons)
+      add("menu-too-many-buttons", 0, count);
+    else if (std::ssize(menu_.buttons) > most)
+      add("menu-too-many-wide-buttons", 0, count + " and is 16:9 on the disc");
+  }
 
   void look_at_options() {
     if (menu_.thickness.value < 0)
@@ -351,6 +371,7 @@ class menu_examiner {
   const disc_menu& menu_;
   int number_;
   std::optional<double> seconds_;
+  int copies_;
   std::vector<finding>& findings_;
   bool all_have_a_place_ = true;
 };
@@ -361,13 +382,13 @@ std::span<const rule> button_rules() {
   return button_rules_table;
 }
 
-std::vector<finding> button_findings(const disc_description& d,
-                                     std::span<const std::optional<double>> menu_seconds) {
+std::vector<finding> button_findings(const disc_description& d, std::span<const menu_facts> facts) {
   std::vector<finding> findings;
   for (int menu = 1; menu <= d.menu_count(); ++menu) {
     const auto i = static_cast<std::size_t>(menu) - 1;
-    const std::optional<double> seconds = i < menu_seconds.size() ? menu_seconds[i] : std::nullopt;
-    menu_examiner(d, menu, seconds, findings).examine();
+    const std::optional<double> seconds = i < facts.size() ? facts[i].seconds : std::nullopt;
+    const int copies = copies_of_buttons(d.menus, d.menu(menu).titleset, facts);
+    menu_examiner(d, menu, seconds, copies, findings).examine();
   }
   return findings;
 }

@@ -3,9 +3,9 @@
 #pragma once
 
 #include "disc/disc_description.h"
+#include "examine/menu_facts.h"
 #include "examine/rules.h"
 
-#include <optional>
 #include <span>
 #include <vector>
 
@@ -13,10 +13,10 @@ namespace corvane {
 
 std::span<const rule> button_rules();
 
-/// All findings about menus and their buttons, in the order of both. `menu_seconds`: how long each
-/// menu's stream is; not set or missing: not looked at. Menus of hand-edited XML whose stream
-/// another program made have no edges here and are passed over.
+/// All findings about menus and their buttons, in the order of both. `facts`: of each menu's
+/// stream; what is not set or missing is not looked at. Menus of hand-edited XML whose stream
+/// another program made have no edges here; of them only the number of buttons is looked at.
 std::vector<finding> button_findings(const disc_description& d,
-                                     std::span<const std::optional<double>> menu_seconds = {});
+                                     std::span<const menu_facts> facts = {});
 
 }  // namespace corvane

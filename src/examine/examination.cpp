@@ -31,6 +31,16 @@ std::shared_ptr<const file_facts> fact_store::find(const std::string& path, bool
   return known->second->facts;
 }
 
+std::shared_ptr<const file_facts> fact_store::beginning(const std::string& path) {
+  if (std::shared_ptr<const file_facts> known = find(path, false))
+    return known;
+  const auto stamp = stamp_of(path);
+  const auto read = std::make_shared<const file_facts>(read_file_head(path));
+  if (stamp && read->kind != file_kind::unreadable)
+    keep(path, *stamp, *read);
+  return read;
+}
+
 void fact_store::keep(const std::string& path, const file_stamp& stamp, file_facts facts) {
   entries_[path] = std::make_shared<const entry>(
       entry{stamp, std::make_shared<const file_facts>(std::move(facts))});
@@ -74,6 +84,11 @@ std::optional<double> seconds_of_video(const facts_by_path& facts, const std::st
   return video == nullptr ? std::nullopt : std::optional(video->seconds);
 }
 
+menu_facts facts_of_menu(const facts_by_path& facts, const std::string& stored) {
+  const auto file = facts.find(native_from_stored(stored, native_style()));
+  return file == facts.end() ? menu_facts() : menu_facts_of(*file->second);
+}
+
 // Of a ready file, by its time stamps and NAV packs, of which dvdauthor makes units; of what is
 // multiplexed, mplex begins one with each I picture.
 title_length length_of_video(const facts_by_path& facts, const std::string& stored) {
@@ -107,13 +122,7 @@ examination::examination(disc_description disc, depth how_deep, fact_store& stor
 void examination::look_at_next_beginning() {
   const std::string file = std::move(unseen_.front());
   unseen_.pop_front();
-  std::shared_ptr<const file_facts> known = store_.find(file, false);
-  if (!known) {
-    const auto stamp = stamp_of(file);
-    known = std::make_shared<const file_facts>(read_file_head(file));
-    if (stamp && known->kind != file_kind::unreadable)
-      store_.keep(file, *stamp, *known);
-  }
+  std::shared_ptr<const file_facts> known = store_.beginning(file);
   if (depth_ == depth::whole_files && !known->whole && known->kind != file_kind::unreadable) {
     waiting_.push_back(file);
     bytes_to_read_ += known->size;
@@ -173,7 +182,8 @@ std::uint64_t examination::bytes_read() const {
 std::vector<finding> examination::findings(depth how_deep) const {
   std::vector<finding> all = stream_findings(disc_, facts_);
   std::vector<title_length> lengths;
-  std::vector<std::optional<double>> title_seconds, menu_seconds;
+  std::vector<std::optional<double>> title_seconds;
+  std::vector<menu_facts> of_menus;
   for (const disc_title& t : disc_.titles) {
     title_seconds.push_back(seconds_of_video(facts_, t.video()));
     lengths.push_back(length_of_video(facts_, t.video()));
@@ -181,7 +191,7 @@ std::vector<finding> examination::findings(depth how_deep) const {
       lengths.back().further.push_back(length_of_video(facts_, file.video()));
   }
   for (const disc_menu& m : disc_.menus)
-    menu_seconds.push_back(seconds_of_video(facts_, m.video()));
+    of_menus.push_back(facts_of_menu(facts_, m.video()));
   append(all, chapter_findings(disc_, lengths));
   append(all, setting_findings(disc_, title_seconds));
   if (how_deep == depth::whole_files)
@@ -191,7 +201,7 @@ std::vector<finding> examination::findings(depth how_deep) const {
     append(all, subtitle_font_findings(disc_, *around_.fonts));
   append(all, navigation_findings(disc_, around_.customxml));
   append(all, moved_command_findings(disc_, around_.led_to));
-  append(all, button_findings(disc_, menu_seconds));
+  append(all, button_findings(disc_, of_menus));
   append(all, bitmap_file_findings(disc_));
   append(all, space_findings(disc_, around_.output_folder, around_.program_folder));
   sort_by_severity(all);

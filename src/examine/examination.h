@@ -32,6 +32,9 @@ class fact_store {
   /// where `whole` is asked for.
   std::shared_ptr<const file_facts> find(const std::string& path, bool whole) const;
 
+  /// The same, at least of its beginning, which is read if nothing is known. Never null.
+  std::shared_ptr<const file_facts> beginning(const std::string& path);
+
   /// `stamp`: the file as it was before it was read.
   void keep(const std::string& path, const file_stamp& stamp, file_facts facts);
 

@@ -54,11 +54,12 @@ std::string count_text(std::size_t count, const char* what) {
 
 }  // namespace
 
-std::vector<finding> menu_problems(const project& p, int menu) {
+std::vector<finding> menu_problems(const project& p, int menu, std::span<const menu_facts> facts) {
   const disc_description disc = disc_of(p);
   std::vector<finding> problems = refused_overlaps(p, menu);
   const bool refused = !problems.empty();
-  for (const std::vector<finding>& family : {button_findings(disc), navigation_findings(disc)})
+  for (const std::vector<finding>& family :
+       {button_findings(disc, facts), navigation_findings(disc)})
     std::copy_if(family.begin(), family.end(), std::back_inserter(problems), [&](const finding& f) {
       const bool told = refused && f.rule == "button-overlap";
       return is_about(f, menu) && !told && !is_for_elsewhere(f);

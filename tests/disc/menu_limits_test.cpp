@@ -1,5 +1,8 @@
 // Menus at the edge of what a disc can hold, and beyond: a right disc, or a message that names the
 // menu.
+#include "clips.h"
+#include "examine/read_disc.h"
+#include "formats/disc_files.h"
 #include "formats/text.h"
 #include "shown_overlays.h"
 #include "walk.h"
@@ -203,6 +206,69 @@ TEST(MenuLimits, MenuOf129CommandsIsRefused) {
 TEST(MenuLimits, ThirtySevenButtonsAreRefused) {
   expect_refused(studio(), with_menu(bars(37, 1)),
                  "Button 37 of menu 1 is one too many: the menu has 37 buttons");
+}
+
+/// Bars in a menu of 16:9. Each thirteenth one does not do what the one does that is twelve before.
+project with_wide_menu(int count) {
+  std::vector<std::string> buttons;
+  for (int i = 0; i < count; ++i) {
+    const int x = 20 + i % 6 * 115, y = 20 + i / 6 * 60;
+    buttons.push_back(record(x, y, x + 90, y + 2, (i + i / 12) % 2 == 0 ? "jump title 1" : "exit",
+                             "yellow", "white"));
+  }
+  project p = short_project();
+  add_menu(p,
+           stored_from_native(kept_clip(
+               "ffmpeg -nostdin -v error -f lavfi -i testsrc2=s=720x480:r=30000/1001 -t 1 -c:v "
+               "mpeg2video -bf 0 -g 15 -b:v 1000k -maxrate 8000k -bufsize 1835k -flags +cgop "
+               "-sc_threshold 1000000000 -aspect 16:9",
+               "wide.m2v")),
+           "", buttons);
+  return p;
+}
+
+/// The buttons of the first menu as they stand in its navigation pack.
+highlight_information highlights_on(const studio& s) {
+  const auto files = open_folder(s.out());
+  EXPECT_TRUE(files) << files.error;
+  const auto read = ::corvane::read_disc(**files);
+  EXPECT_TRUE(read) << read.error;
+  const auto shown = read->menus.at(0).chain.highlight;
+  EXPECT_TRUE(shown);
+  return shown ? *shown : highlight_information();
+}
+
+TEST(MenuLimits, TwelveButtonsOfAWideMenuStandThreeTimesOnTheDiscAndAllLeadSomewhere) {
+  const studio s;
+  contents disc = s.authored(with_wide_menu(12));
+  expect_disc_shows_what_was_drawn(s, disc);
+  press_all_buttons(s.out(), disc);
+  ASSERT_EQ(disc.menus[0].buttons.size(), 12u);
+  for (std::size_t i = 0; i < 12; ++i)
+    EXPECT_EQ(disc.menus[0].buttons[i].leads_to, i % 2 == 0 ? "title 1 chapter 1" : "stopped") << i;
+  const highlight_information all = highlights_on(s);
+  EXPECT_EQ(all.groups, 3);
+  ASSERT_EQ(all.buttons.size(), 36u);
+  for (std::size_t i = 12; i < 36; ++i)
+    EXPECT_EQ(all.buttons[i], all.buttons[i % 12]) << i;
+}
+
+TEST(MenuLimits, ThirteenButtonsOfAWideMenuAreRefused) {
+  const studio s;
+  expect_refused(s, with_wide_menu(13), "the menu has 13 buttons and is 16:9 on the disc");
+}
+
+/// What the rule says of it: the thirteenth stands where the first one is and leads where it leads.
+TEST(MenuLimits, ThirteenthButtonOfAWideMenuBecomesTheFirstWhenItIsForced) {
+  const studio s;
+  const finished done = s.author(with_wide_menu(13), {"--force"});
+  EXPECT_EQ(done.status, 1) << done.out;
+  EXPECT_NE(done.out.find("states 13 buttons; there can be 12"), std::string::npos) << done.out;
+  EXPECT_NE(done.out.find("menu 1, button 13: edges: 20,20 to 110,22."), std::string::npos)
+      << done.out;
+  EXPECT_NE(done.out.find("menu 1, button 13: leads to: title 1 chapter 1."), std::string::npos)
+      << done.out;
+  EXPECT_EQ(done.out.find("menu 1, button 12: "), std::string::npos) << done.out;
 }
 
 TEST(MenuLimits, NineColoursAreAllShown) {

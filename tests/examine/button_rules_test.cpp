@@ -1,14 +1,19 @@
 #include "examine/button_rules.h"
 
 #include "authoring/sample_projects.h"
+#include "disc/read_navigation.h"
 #include "examine/button_neighbours.h"
 #include "made_disc.h"
+#include "made_facts.h"
 #include "project/disc_of.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <optional>
+#include <set>
 #include <string>
+#include <vector>
 
 namespace corvane::testing_support {
 namespace {
@@ -132,16 +137,117 @@ TEST(ButtonRules, ButtonThatNoArrowKeyLeadsToIsAWarning) {
                                               "button-not-reachable @ menu 1, button 2"));
 }
 
-TEST(ButtonRules, ThirtySevenButtonsAreAnError) {
+/// So many buttons, six in a row.
+std::vector<disc_button> many_buttons(int count) {
   std::vector<disc_button> buttons;
-  for (int i = 0; i < 37; ++i)
+  for (int i = 0; i < count; ++i)
     buttons.push_back(made_button(std::to_string(40 + i % 6 * 100), std::to_string(40 + i / 6 * 40),
                                   std::to_string(120 + i % 6 * 100),
                                   std::to_string(60 + i / 6 * 40)));
+  return buttons;
+}
+
+TEST(ButtonRules, ThirtySevenButtonsAreAnError) {
+  std::vector<disc_button> buttons = many_buttons(37);
   EXPECT_THAT(told_of_buttons(with_buttons(buttons)),
               ElementsAre("menu-too-many-buttons @ menu 1"));
   buttons.pop_back();
   EXPECT_THAT(told_of_buttons(with_buttons(buttons)), IsEmpty());
+}
+
+constexpr menu_facts wide{{}, true}, narrow{{}, false}, unknown{};
+
+/// Menus of so many buttons and what is told of them, whose streams are of these proportions.
+std::vector<std::string> told_of_counts(const std::vector<int>& counts,
+                                        const std::vector<menu_facts>& facts) {
+  disc_description d = made_disc({made_title()}, {});
+  for (const int count : counts) {
+    d.menus.push_back(made_menu({}));
+    d.menus.back().buttons = many_buttons(count);
+  }
+  return told(button_findings(d, facts));
+}
+
+TEST(ButtonRules, ThirteenButtonsInAMenuOf16To9AreAnError) {
+  EXPECT_THAT(told_of_counts({12}, {wide}), IsEmpty());
+  EXPECT_THAT(told_of_counts({13}, {wide}), ElementsAre("menu-too-many-wide-buttons @ menu 1"));
+  EXPECT_THAT(told_of_counts({36}, {wide}), ElementsAre("menu-too-many-wide-buttons @ menu 1"));
+  EXPECT_THAT(told_of_counts({37}, {wide}), ElementsAre("menu-too-many-buttons @ menu 1"));
+  for (const menu_facts& other : {narrow, unknown})
+    EXPECT_THAT(told_of_counts({36}, {other}), IsEmpty());
+  EXPECT_THAT(told_of_counts({36}, {}), IsEmpty());
+}
+
+TEST(ButtonRules, TooManyWideButtonsAreCountedAndSaidWhatToDoAbout) {
+  const disc_description d = with_buttons(many_buttons(13));
+  const std::vector<finding> found = button_findings(d, std::vector{wide});
+  ASSERT_EQ(found.size(), 1u);
+  EXPECT_EQ(found[0].severity, finding_severity::error);
+  EXPECT_EQ(found[0].found, "the menu has 13 buttons and is 16:9 on the disc");
+  EXPECT_EQ(found[0].remedy,
+            "spread the buttons over two menus, or give the menus pictures of 4:3");
+}
+
+TEST(ButtonRules, FirstMenuThatNamesItsProportionsDecidesForAllOfItsTitleset) {
+  const std::vector<std::string> second{"menu-too-many-wide-buttons @ menu 2"};
+  EXPECT_EQ(told_of_counts({12, 13}, {wide, narrow}), second);
+  EXPECT_THAT(told_of_counts({13, 13}, {narrow, wide}), IsEmpty());
+  EXPECT_THAT(
+      told_of_counts({13, 13}, {unknown, wide}),
+      ElementsAre("menu-too-many-wide-buttons @ menu 1", "menu-too-many-wide-buttons @ menu 2"));
+  disc_description d = made_disc({made_title()}, {made_menu({}), made_menu({})});
+  d.menus[0].buttons = d.menus[1].buttons = many_buttons(13);
+  d.menus[1].titleset = 2;
+  EXPECT_EQ(told(button_findings(d, std::vector{narrow, wide})), second);
+}
+
+/// What hand-edited XML states of the menus of a titleset.
+TEST(ButtonRules, StatedProportionsCountMoreThanThoseOfTheStream) {
+  const auto told_of = [](const std::string& video, int count, const menu_facts& stream) {
+    std::string buttons;
+    for (int i = 0; i < count; ++i)
+      buttons += "<button>exit;</button>";
+    const auto d =
+        read_navigation("<dvdauthor><titleset><menus>" + video + "<pgc pause=\"inf\">" + buttons +
+                            "<vob file=\"m.vob\"/></pgc></menus></titleset></dvdauthor>",
+                        path_style::posix);
+    EXPECT_TRUE(d) << d.error;
+    return told(button_findings(*d, std::vector{stream}));
+  };
+  const auto is_too_many = ElementsAre("menu-too-many-wide-buttons @ menu 1");
+  EXPECT_THAT(told_of("<video aspect=\"4:3\"/>", 13, wide), IsEmpty());
+  EXPECT_THAT(told_of("<video aspect=\"16:9\"/>", 13, narrow), is_too_many);
+  EXPECT_THAT(told_of("<video format=\"ntsc\"/>", 13, wide), is_too_many);
+}
+
+/// As dvdauthor takes them.
+TEST(MenuFacts, ProportionsAreThoseThatTheStreamNames) {
+  const auto named = [](bool mpeg2, int code) {
+    file_facts file;
+    file.kind = file_kind::video;
+    file.video = examine_test::ntsc_video();
+    file.video->shape->mpeg2 = mpeg2;
+    file.video->shape->aspect_code = code;
+    return menu_facts_of(file).is_wide;
+  };
+  for (int code = 1; code < 15; ++code) {
+    const auto expected = [code](std::set<int> wide_codes, std::set<int> narrow_codes) {
+      return wide_codes.contains(code)     ? std::optional(true)
+             : narrow_codes.contains(code) ? std::optional(false)
+                                           : std::nullopt;
+    };
+    EXPECT_EQ(named(true, code), expected({3}, {2})) << code;
+    EXPECT_EQ(named(false, code), expected({3, 6}, {8, 12})) << code;
+  }
+  EXPECT_FALSE(menu_facts_of({}).is_wide);
+}
+
+TEST(MenuFacts, LengthIsThatOfAFileReadWhole) {
+  file_facts file;
+  file.video = examine_test::ntsc_video();
+  EXPECT_FALSE(menu_facts_of(file).seconds);
+  file.whole = true;
+  EXPECT_EQ(menu_facts_of(file).seconds, file.video->seconds);
 }
 
 TEST(ButtonRules, TenPairsOfColoursAreAnError) {
@@ -202,7 +308,7 @@ TEST(ButtonRules, ButtonsThatEndBeforeTheyBeginAreAnError) {
 
 TEST(ButtonRules, ButtonsThatBeginAfterTheEndOfTheMenuAreAnError) {
   const disc_description d = with_times("00:00:10.0", "00:00:00.0");
-  const std::optional<double> short_menu[] = {10.0}, long_menu[] = {10.5};
+  const menu_facts short_menu[] = {{10.0, {}}}, long_menu[] = {{10.5, {}}};
   EXPECT_THAT(told(button_findings(d, short_menu)), ElementsAre("menu-button-time-late @ menu 1"));
   EXPECT_THAT(told(button_findings(d, long_menu)), IsEmpty());
   EXPECT_THAT(told(button_findings(d)), IsEmpty());

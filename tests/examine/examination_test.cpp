@@ -2,7 +2,9 @@
 // next.
 #include "examine/examination.h"
 
+#include "examine/menu_facts.h"
 #include "made_audio.h"
+#include "made_video.h"
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
@@ -163,6 +165,73 @@ TEST_F(Examination, AChapterTimeThatIsNoneIsToldOnce) {
   disc_description d = disc_with_sound("a.mp2");
   d.titles[0].chapters = {time_of("0"), time_of("x")};
   EXPECT_THAT(found(d), ElementsAre("file-missing", "chapter-time-unreadable"));
+}
+
+/// A menu video of a group, 4:3 (2) or 16:9 (3).
+std::string menu_video(int aspect_code) {
+  made_sequence sequence;
+  sequence.height = 480;
+  sequence.aspect_code = aspect_code;
+  sequence.rate_code = 4;
+  return video_maker(sequence).whole_group("IPP").end().bytes;
+}
+
+/// A disc of these menus, each with thirteen buttons.
+disc_description with_menus(const std::vector<std::string>& stored) {
+  disc_description d;
+  d.standard = video_standard::ntsc;
+  for (const std::string& file : stored) {
+    disc_menu m;
+    m.files = {file, ""};
+    m.spu_begin = m.spu_end = time_of("0");
+    for (int i = 0; i < 13; ++i)
+      m.buttons.push_back({number_of("100"),
+                           number_of(std::to_string(30 + i * 30)),
+                           number_of("300"),
+                           number_of(std::to_string(50 + i * 30)),
+                           command_of("exit"),
+                           {"white", false},
+                           {"grey", false}});
+    d.menus.push_back(std::move(m));
+  }
+  return d;
+}
+
+TEST_F(Examination, ProportionsOfMenusShowInTheBeginningOfTheirFiles) {
+  const auto told_of_buttons = [this](const disc_description& d, examination::depth depth) {
+    examination e(d, depth, store_);
+    while (e.step(1000)) {
+    }
+    std::vector<std::string> places;
+    for (const finding& f : e.findings())
+      if (f.rule == "menu-too-many-wide-buttons")
+        places.push_back(place_text(f));
+    return places;
+  };
+  folder_.add("narrow.m2v", menu_video(2));
+  folder_.add("wide.m2v", menu_video(3));
+  const disc_description wide = with_menus({folder_.stored("wide.m2v")}),
+                         narrow = with_menus({folder_.stored("narrow.m2v")});
+  for (const auto depth : {examination::depth::beginnings, examination::depth::whole_files}) {
+    EXPECT_THAT(told_of_buttons(wide, depth), ElementsAre("menu 1"));
+    EXPECT_THAT(told_of_buttons(narrow, depth), IsEmpty());
+  }
+}
+
+TEST_F(Examination, FactsOfMenusAreReadUpToTheFirstThatNamesItsProportionsAndKept) {
+  folder_.add("square.m2v", menu_video(1));
+  const std::string wide = folder_.add("wide.m2v", menu_video(3));
+  folder_.add("narrow.m2v", menu_video(2));
+  const disc_description d = with_menus({folder_.stored("gone.m2v"), folder_.stored("square.m2v"),
+                                         folder_.stored("wide.m2v"), folder_.stored("narrow.m2v")});
+  const std::vector<menu_facts> facts = facts_of_first_menus(d, store_);
+  ASSERT_EQ(facts.size(), 3u);
+  EXPECT_FALSE(facts[0].is_wide);
+  EXPECT_FALSE(facts[1].is_wide);
+  EXPECT_EQ(facts[2].is_wide, true);
+  EXPECT_NE(store_.find(wide, false), nullptr);
+  folder_.add("wide.m2v", menu_video(2) + " ");
+  EXPECT_EQ(facts_of_first_menus(d, store_).at(2).is_wide, false) << "the file is another one";
 }
 
 TEST_F(Examination, ErrorsStandBeforeWarningsAndNotes) {

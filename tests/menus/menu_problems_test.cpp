@@ -4,6 +4,9 @@
 #include "editor_test.h"
 #include "menus/button_overlaps.h"
 
+#include <optional>
+#include <vector>
+
 namespace corvane {
 namespace {
 
@@ -64,6 +67,30 @@ TEST_F(MenuProblems, MoreButtonsAndLooksThanAMenuHoldsAreTold) {
     looks += (i == 0 ? "" : "|") +
              button(40 + i * 42, "exit", button_colours[static_cast<std::size_t>(i)] + "/white");
   EXPECT_EQ(problems(looks).front(), "menu-too-many-colours 0");
+}
+
+TEST_F(MenuProblems, ThirteenButtonsAreTooManyWhereTheMenusAre16To9) {
+  const auto records = [](int count) {
+    std::string all;
+    for (int i = 0; i < count; ++i)
+      all += (i == 0 ? "" : "|") +
+             record_at(40 + i % 6 * 100, 30 + i / 6 * 60, 130 + i % 6 * 100, 70 + i / 6 * 60);
+    return all;
+  };
+  const auto told = [&](int count, std::optional<bool> is_wide) {
+    const menu_editor& e = edit(records(count));
+    project copy = p;
+    e.keep_in(copy);
+    rows rules;
+    for (const finding& f : menu_problems(copy, 1, std::vector<menu_facts>{{{}, is_wide}}))
+      if (f.severity == finding_severity::error)
+        rules.push_back(f.rule);
+    return rules;
+  };
+  EXPECT_EQ(told(12, true), rows{});
+  EXPECT_EQ(told(13, true), rows{"menu-too-many-wide-buttons"});
+  EXPECT_EQ(told(13, false), rows{});
+  EXPECT_EQ(told(13, std::nullopt), rows{});
 }
 
 TEST_F(MenuProblems, AcceptRefusesExactlyWhatIsToldOfIt) {

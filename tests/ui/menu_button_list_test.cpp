@@ -9,6 +9,7 @@
 #include <wx/dataview.h>
 
 #include <cstdlib>
+#include <filesystem>
 
 namespace corvane::testing_support {
 namespace {
@@ -209,6 +210,44 @@ TEST_F(MenuButtonList, ProblemsAreToldWhileTheMenuIsEdited) {
   type_into("ypos", "130");
   EXPECT_TRUE(line_comes("1 error, 1 warning: button 1: it overlaps or touches button 2"));
   screenshot("menu-problems");
+}
+
+TEST_F(MenuButtonList, ThirteenthButtonOfA16To9MenuIsToldWhenItIsAddedAndWhenTheVideoBecomes16To9) {
+  have_title();
+  const std::string video = folder_.path("menu.m2v");
+  const auto become = [&](const std::string& other) {
+    std::filesystem::copy_file(other, folder_.path("another.m2v"));
+    std::filesystem::rename(folder_.path("another.m2v"), video);
+  };
+  const std::string told = "1 error: the menu has 13 buttons and is 16:9 on the disc";
+  become(real_wide_video());
+  std::vector<std::string> records;
+  for (int i = 0; i < 12; ++i) {
+    const int x = 40 + i % 6 * 106, y = 30 + i / 6 * 100;
+    records.push_back(" " + std::to_string(x) + "/ " + std::to_string(y) + "/ " +
+                      std::to_string(x + 90) + "/ " + std::to_string(y + 20) +
+                      "/jump title 1/yellow/white");
+  }
+  add_menu(video, records);
+  open();
+  EXPECT_TRUE(line_comes("no problems"))
+      << ask_ui([] { return utf8_of(control("problems")->GetLabel()); });
+  choose(12);
+  press("ctrl+d");
+  EXPECT_TRUE(line_comes(told)) << ask_ui([] { return utf8_of(control("problems")->GetLabel()); });
+  screenshot("menu-wide-buttons");
+  become(real_video());
+  type_into("ypos", "202");
+  EXPECT_TRUE(line_comes("no problems"))
+      << ask_ui([] { return utf8_of(control("problems")->GetLabel()); });
+  become(real_wide_video());
+  type_into("ypos", "204");
+  EXPECT_TRUE(line_comes(told));
+  press("ctrl+z");
+  press("ctrl+z");
+  press("ctrl+z");
+  EXPECT_TRUE(line_comes("no problems"));
+  EXPECT_EQ(shown_rows().size(), 12u);
 }
 
 TEST_F(MenuButtonList, DraggedRowComesWhereTheMarkIsAndTakesItsActionAlong) {

@@ -55,6 +55,12 @@ std::string real_pal_video() {
               "-b:v 3M -maxrate 6M -bufsize 1835k -g 12 -aspect 4:3 -f mpeg2video");
 }
 
+std::string real_wide_video() {
+  return made("film-wide.m2v",
+              "-f lavfi -i testsrc=size=720x480:rate=30000/1001:duration=2 -c:v mpeg2video "
+              "-b:v 3M -maxrate 6M -bufsize 1835k -g 15 -aspect 16:9 -f mpeg2video");
+}
+
 std::string real_audio() {
   return made("film.ac3", "-f lavfi -i sine=440:duration=3 -ar 48000 -ac 2 -c:a ac3 -b:a 192k");
 }

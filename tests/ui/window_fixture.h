@@ -70,6 +70,7 @@ class window_test : public testing::Test {
 /// Short real videos, NTSC and PAL, and AC-3 audio for them, made once by ffmpeg.
 std::string real_video();
 std::string real_pal_video();
+std::string real_wide_video();  ///< NTSC, 16:9
 std::string real_audio();
 
 /// An NTSC video of ten seconds, and audio for it: a tone of 440 Hz that becomes one of 880 Hz

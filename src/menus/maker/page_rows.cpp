@@ -1,5 +1,6 @@
 #include "menus/maker/page_rows.h"
 
+#include "examine/menu_facts.h"
 #include "formats/numbers.h"
 #include "menus/maker/menu_design.h"
 

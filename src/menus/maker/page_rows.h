@@ -25,10 +25,6 @@ inline constexpr int most_ways = 4;
 /// The 80 % of a picture of so many lines in which every television shows texts; on even lines.
 page_box title_safe_area(int height);
 
-/// A disc's menu of 16:9 has its buttons three times, for televisions of each kind, and so at most
-/// so many.
-inline constexpr int most_wide_buttons = 12;
-
 /// The design with no more entries on a page than there can be on one of this form: with fewer
 /// rows, else fewer columns.
 menu_design design_for(menu_design design, const page_form& form);

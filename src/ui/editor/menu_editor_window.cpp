@@ -1,6 +1,7 @@
 #include "ui/editor/menu_editor_window.h"
 
 #include "examine/item_summary.h"
+#include "examine/menu_facts.h"
 #include "formats/text.h"
 #include "menus/action_choices.h"
 #include "menus/menu_problems.h"
@@ -277,7 +278,7 @@ bool tsmenu::show_controls() {
 std::vector<finding> tsmenu::found_problems() const {
   project copy = lent_.doc().p;
   editor_.keep_in(copy);
-  return menu_problems(copy, editor_.controls().indexer);
+  return menu_problems(copy, editor_.controls().indexer, facts_of_first_menus(disc_, facts_));
 }
 
 // Not while the controls show another button's values.
