@@ -146,8 +146,8 @@ void show_navcommands(main_window& main, int title, navcommands_focus focus) {
     return;
   model->select(title - 1);
   main.open_editor("edit navigation commands", [&](lent_project lent) -> wxTopLevelWindow* {
-    auto* dialog = new navcommands_window(&main, std::move(lent), std::move(*model),
-                                          main.material().facts);
+    auto* dialog =
+        new navcommands_window(&main, std::move(lent), std::move(*model), main.material().facts);
     dialog->Show();
     dialog->focus_on(focus);
     return dialog;
