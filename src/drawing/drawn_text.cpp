@@ -203,8 +203,10 @@ text_drawer::line_shape text_drawer::drawn_shape(const std::string& line, const 
     return shape;
   }
   const auto drawn = letters_->draw(line, font);
-  if (!drawn)
+  if (!drawn) {
+    shape.trouble = drawn.error;
     return shape;
+  }
   shape.letters = gathered(*drawn, how.pixel_aspect);
   shape.above = std::max(shape.above, -shape.letters.top);
   shape.below = std::max(shape.below, shape.letters.top + shape.letters.height);
@@ -295,7 +297,7 @@ text_drawer::text_block text_drawer::fitted_block(const page_text& text, styled&
   }
 }
 
-void text_drawer::draw(page_canvas& canvas, const page_text& text, double pixel_aspect) {
+failure text_drawer::draw(page_canvas& canvas, const page_text& text, double pixel_aspect) {
   if (kept_bytes_ > most_kept_bytes) {
     kept_.clear();
     kept_bytes_ = 0;
@@ -306,9 +308,12 @@ void text_drawer::draw(page_canvas& canvas, const page_text& text, double pixel_
   const auto brush = brush_of(around, around.outline, pixel_aspect);
   const page_box& box = text.box;
   std::vector<page_mask> letters, outlines;
+  failure trouble;
   int baseline =
       box.top + aligned(text.down, box.height, block.extent.height) + around.outline + block.above;
   for (const line_shape* const shape : block.shapes) {
+    if (shape->trouble)
+      trouble = shape->trouble;
     if (!shape->letters.covered.empty()) {
       const int left = box.left + around.aside +
                        aligned(text.across, box.width, shape->letters.width + around.wide());
@@ -327,6 +332,7 @@ void text_drawer::draw(page_canvas& canvas, const page_text& text, double pixel_
       put_mask(canvas, outline, text.style.outline_colour, box);
   for (const page_mask& mask : letters)
     put_mask(canvas, mask, text.style.colour, box);
+  return trouble;
 }
 
 }  // namespace corvane

@@ -9,6 +9,7 @@
 #include "drawing/letter_drawer.h"
 #include "drawing/page_canvas.h"
 #include "formats/drawn_page.h"
+#include "platform/result.h"
 
 #include <cstddef>
 #include <map>
@@ -28,14 +29,16 @@ class text_drawer {
   text_extent measure(std::string_view text, const text_style& style, int box_width,
                       double pixel_aspect);
 
-  /// Nothing is changed outside of the text's box, nor in it outside of what `measure` says.
-  void draw(page_canvas& canvas, const page_text& text, double pixel_aspect);
+  /// Nothing is changed outside of the text's box, nor in it outside of what `measure` says. Fails,
+  /// with a clause, if there are letters that cannot be drawn; the others are.
+  failure draw(page_canvas& canvas, const page_text& text, double pixel_aspect);
 
  private:
   /// A line of letters in the page's pixels; the pen begins at 0, 0 and runs along the baseline.
   struct line_shape {
     page_mask letters;         ///< without a margin
     int above = 0, below = 0;  ///< lines that font and letters reach from the baseline
+    failure trouble;           ///< why it has no letters
   };
   struct styled {
     const text_style& style;

@@ -49,7 +49,7 @@ class letter_drawer {
   virtual double advance(const std::string& line, const letter_font& font) = 0;
 
   /// A line (UTF-8, of some hundred characters at most). All of it is in the picture, what hangs
-  /// out to the left too. Fails when memory runs out.
+  /// out to the left too. Fails when memory runs out or the font has no letters.
   virtual result<letter_picture> draw(const std::string& line, const letter_font& font) = 0;
 };
 

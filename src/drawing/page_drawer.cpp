@@ -44,7 +44,10 @@ class page_on_canvas {
     put_rectangle(drawing_.canvas, rectangle, page_.pixel_aspect);
   }
 
-  void put(const page_text& text) { texts_.draw(drawing_.canvas, text, page_.pixel_aspect); }
+  void put(const page_text& text) {
+    if (failure why = texts_.draw(drawing_.canvas, text, page_.pixel_aspect))
+      drawing_.trouble = std::move(why);
+  }
 
   void put(const page_thumbnail& thumbnail) {
     if (!put_file(thumbnail.file, thumbnail.seconds, thumbnail.box, thumbnail.fit))

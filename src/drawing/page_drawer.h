@@ -34,6 +34,7 @@ struct missing_picture {
 struct page_drawing {
   page_canvas canvas;  ///< opaque, unless the page's background is a video
   std::vector<missing_picture> missing;
+  failure trouble;  ///< why not all letters are there, a clause
 };
 
 /// Belongs to one thread, as `letter_drawer` does.

@@ -1,6 +1,5 @@
 #include "drawing/page_painting.h"
 
-#include "drawing/page_drawer.h"
 #include "drawing/page_pictures.h"
 #include "drawing/png_file.h"
 #include "formats/sanitized.h"
@@ -45,6 +44,8 @@ result<painted_page> paint_page(page_painting& painting, const drawn_page& page)
         painting.drawer->draw(page, [&](const std::string& file, double seconds) {
           return painting.pictures.at(file, seconds);
         });
+    if (drawing.trouble)
+      return result<painted_page>::fail(*drawing.trouble);
     const bool is_over_video = std::holds_alternative<video_background>(page.background);
     return result<painted_page>::ok(
         {is_over_video ? png_of(drawing.canvas) : png_of(on_colour(drawing.canvas, {})),
@@ -58,9 +59,12 @@ result<painted_page> paint_page(page_painting& painting, const drawn_page& page)
 
 result<page_painter> make_page_painter() {
   auto drawer = make_page_drawer();
-  if (!drawer)
-    return result<page_painter>::fail(drawer.error);
-  const auto painting = std::make_shared<page_painting>(std::move(*drawer));
+  return drawer ? result<page_painter>::ok(page_painter_of(std::move(*drawer)))
+                : result<page_painter>::fail(drawer.error);
+}
+
+page_painter page_painter_of(std::unique_ptr<page_drawer> drawer) {
+  const auto painting = std::make_shared<page_painting>(std::move(drawer));
   page_painter painter;
   painter.measure = [painting](std::string_view text, const text_style& style, int box_width,
                                double pixel_aspect) {
@@ -68,7 +72,7 @@ result<page_painter> make_page_painter() {
   };
   painter.fetch = [painting](const drawn_page& page) { fetch_pictures(painting->pictures, page); };
   painter.paint = [painting](const drawn_page& page) { return paint_page(*painting, page); };
-  return result<page_painter>::ok(std::move(painter));
+  return painter;
 }
 
 }  // namespace corvane

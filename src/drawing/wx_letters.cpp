@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <initializer_list>
+#include <map>
 #include <memory>
 #include <utility>
 
@@ -32,22 +34,55 @@ wxString in_wx(const std::string& text) {
 
 #ifdef __WINDOWS__
 
-/// What stands for any font of its kind.
-wxString face_of(const std::string& family) {
-  if (family == "sans")
-    return "Segoe UI";
-  if (family == "serif")
-    return "Georgia";
-  return family == "monospace" ? wxString("Consolas") : in_wx(family);
-}
-
-wxGraphicsFont font_of(const wxGraphicsContext& context, const letter_font& font) {
+wxGraphicsFont font_of_face(const wxGraphicsContext& context, const wxString& face,
+                            const letter_font& font) {
   int flags = wxFONTFLAG_DEFAULT;
   if (font.bold)
     flags |= wxFONTFLAG_BOLD;
   if (font.italic)
     flags |= wxFONTFLAG_ITALIC;
-  return context.CreateFont(font.em, face_of(font.family), flags, *wxWHITE);
+  return context.CreateFont(font.em, face, flags, *wxWHITE);
+}
+
+/// Whether there is such a face, and one that GDI+ can draw: of those with PostScript outlines it
+/// draws nothing, and says nothing.
+bool draws_face(const wxString& face) {
+  static std::map<wxString, bool> known;
+  const auto [found, is_new] = known.try_emplace(face, false);
+  if (is_new && wxFontEnumerator::IsValidFacename(face)) {
+    wxImage image(1, 1);
+    const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(image));
+    if (context) {
+      constexpr double some_size = 100;
+      double width = 0, height = 0;
+      context->SetFont(font_of_face(*context, face, {{}, some_size, false, false}));
+      context->GetTextExtent("x", &width, &height);
+      found->second = width > 0;
+    }
+  }
+  return found->second;
+}
+
+wxString first_drawn(std::initializer_list<const char*> faces) {
+  for (const char* const face : faces)
+    if (draws_face(face))
+      return face;
+  return wxNORMAL_FONT->GetFaceName();
+}
+
+/// What stands for any font of its kind.
+wxString face_of(const std::string& family) {
+  if (family == "serif")
+    return first_drawn({"Georgia", "Times New Roman", "DejaVu Serif", "Liberation Serif"});
+  if (family == "monospace")
+    return first_drawn({"Consolas", "Courier New", "DejaVu Sans Mono", "Liberation Mono"});
+  if (family != "sans" && draws_face(in_wx(family)))
+    return in_wx(family);
+  return first_drawn({"Segoe UI", "Tahoma", "Arial", "DejaVu Sans", "Liberation Sans"});
+}
+
+wxGraphicsFont font_of(const wxGraphicsContext& context, const letter_font& font) {
+  return font_of_face(context, face_of(font.family), font);
 }
 
 #else
@@ -63,6 +98,10 @@ wxGraphicsFont font_of(const wxGraphicsContext& context, const letter_font& font
   return context.CreateFont(wanted, *wxWHITE);
 }
 
+bool draws_face(const wxString& face) {
+  return wxFontEnumerator::IsValidFacename(face);
+}
+
 #endif
 
 class wx_letter_drawer final : public letter_drawer {
@@ -73,7 +112,7 @@ class wx_letter_drawer final : public letter_drawer {
 
   bool has_family(const std::string& family) override {
     return family == "sans" || family == "serif" || family == "monospace" ||
-           wxFontEnumerator::IsValidFacename(in_wx(family));
+           draws_face(in_wx(family));
   }
 
   letter_reach reach(const letter_font& font) override {
@@ -86,6 +125,10 @@ class wx_letter_drawer final : public letter_drawer {
   }
 
   result<letter_picture> draw(const std::string& line, const letter_font& font) override {
+    // Of a font without letters the toolkit draws nothing and says nothing.
+    if (extent_of("x", font).width <= 0)
+      return result<letter_picture>::fail("there are no letters for the font \"" + font.family +
+                                          "\"");
     const extent size = extent_of(line, font);
     letter_picture drawn;
     // Letters may stick out of what a font says they take; more than an em is tried once more.

@@ -25,6 +25,8 @@ class block_letters final : public letter_drawer {
   }
 
   result<letter_picture> draw(const std::string& line, const letter_font& font) override {
+    if (!trouble.empty())
+      return result<letter_picture>::fail(trouble);
     ++drawn;
     last_family = font.family;
     letter_picture picture;
@@ -46,6 +48,7 @@ class block_letters final : public letter_drawer {
   }
 
   int drawn = 0;
+  std::string trouble;  ///< why there are no letters; empty: there are
   std::string last_family;
 
  private:

@@ -1,6 +1,7 @@
 // Pages as those who make menus get them.
 #include "drawing/page_painting.h"
 
+#include "drawing/block_letters.h"
 #include "drawing/sample_pages.h"
 #include "media/source_probe.h"
 #include "support/temporary_folder.h"
@@ -8,8 +9,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace corvane {
 namespace {
@@ -64,6 +67,20 @@ TEST_F(PagePainting, TellsOfAFileWithoutAPictureOnce) {
   const auto painted = painter_.paint(page);
   ASSERT_TRUE(painted) << painted.error;
   EXPECT_THAT(painted->missing, ElementsAre(HasSubstr("There is no picture of \"")));
+}
+
+TEST_F(PagePainting, APageWithoutItsLettersIsNotPainted) {
+  auto letters = std::make_unique<drawing_test::block_letters>();
+  letters->trouble = "there are no letters for the font \"sans\"";
+  painter_ = page_painter_of(std::make_unique<page_drawer>(std::move(letters)));
+  drawn_page page = empty_page(480, false);
+  EXPECT_TRUE(painter_.paint(page)) << "it has none";
+  page_text text;
+  text.text = "Titles";
+  text.box = {100, 100, 300, 60};
+  page.shapes.emplace_back(text);
+  for (int time = 0; time < 2; ++time)
+    EXPECT_EQ(painter_.paint(page).error, "there are no letters for the font \"sans\"");
 }
 
 TEST_F(PagePainting, MeasuresAsItDraws) {

@@ -419,6 +419,8 @@ test_long_names() {
 . "$here/tests/windows/import_tests.sh"
 # shellcheck source=tests/windows/licence_tests.sh
 . "$here/tests/windows/licence_tests.sh"
+# shellcheck source=tests/windows/menu_tests.sh
+. "$here/tests/windows/menu_tests.sh"
 # shellcheck source=tests/windows/mkisofs_tests.sh
 . "$here/tests/windows/mkisofs_tests.sh"
 # shellcheck source=tests/windows/script_tests.sh
