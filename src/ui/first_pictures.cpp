@@ -12,7 +12,7 @@ namespace corvane {
 namespace {
 
 constexpr int rest_milliseconds = 150;  // a key that is held repeats faster
-constexpr int poll_milliseconds = 20;
+constexpr int read_on_milliseconds = 20;
 constexpr std::size_t most_pictures = 6;
 
 }  // namespace
@@ -64,7 +64,7 @@ void first_pictures::begin() {
   path_ = wanted_;
   stamp_ = stamp_of(path_);
   decoding_ = std::async(std::launch::async, [path = path_] { return decode(path); });
-  poll_.Start(poll_milliseconds);
+  poll_.Start(read_on_milliseconds);
 }
 
 void first_pictures::take() {
