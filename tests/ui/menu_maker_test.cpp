@@ -12,7 +12,6 @@
 #include "ui/main_window.h"
 #include "ui/maker/maker_picture.h"
 #include "ui/maker/maker_window.h"
-#include "ui/toolkit_complaints.h"
 #include "ui/widgets/wx_text.h"
 #include "ui/window_fixture.h"
 
@@ -75,7 +74,6 @@ class MenuMakerWindow : public window_test {
       close(maker);
     EXPECT_TRUE(window_goes(maker));
     window_test::TearDown();
-    EXPECT_EQ(toolkit_complaints::count(), 0);
   }
 
   const project& shown() const { return window_->shown_project(); }
@@ -138,9 +136,6 @@ class MenuMakerWindow : public window_test {
     click_control("close", maker);
     EXPECT_TRUE(window_goes(maker));
   }
-
- private:
-  toolkit_complaints heard_;
 };
 
 TEST_F(MenuMakerWindow, ShowsThePagesAsTheyWillBe) {

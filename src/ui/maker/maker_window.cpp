@@ -196,9 +196,6 @@ wxSizer* maker_window::make_choices() {
     draw_soon();
   });
   choices_->SetMinSize(wxSize(FromDIP(layout::maker_choices_width), -1));
-  // A page gets its size when the window is shown; until then what scrolls in it would have none.
-  for (std::size_t page = 0; page < choices_->GetPageCount(); ++page)
-    choices_->GetPage(page)->SetSize(choices_->GetPage(page)->GetBestSize());
   auto* const column = new wxBoxSizer(wxVERTICAL);
   column->Add(choices_, wxSizerFlags(1).Expand());
   return column;
